@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardRecordset.h"
+#include "FachInfo.h"
+#include "Meldungen.h"
+#include "Uhr.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <array>
+#include <functional>
+#include <memory>
+
+class CardFile;
+
+// The field handles that the program reads and writes, bound once when a card file is opened. Array members run
+// from slot or answer 1.
+struct CardFieldHandles
+{
+    Field FrageNr, FachNr, FachLfdNr, Antworttyp;
+    std::array<Field, 9> Picture_name; // [8] is the topic
+    Field PictureTop, PictureLeft, PictureHeight, PictureWidth;
+    Field Frage, Frage_Klartext;
+    std::array<Field, 5> Antwort, Antwort_ch, Antwort_Klartext;
+};
+
+// Creates, opens, checks, repairs and closes card files and holds the one open card file with the state that all
+// windows share.
+class CardStore
+{
+public:
+    CardStore(Meldungen &meldungen, const Uhr &uhr);
+    CardStore(const CardStore &) = delete;
+    CardStore &operator=(const CardStore &) = delete;
+    ~CardStore();
+
+    QString KarteiPfad;      // directory of the card files, without a separator at its end
+    QString CurrentFileName; // name of the open card file, without directory
+    FachTabelle FachInfo{};
+    qint16 HighestCardNumber = 0;
+    qint32 LoopsPerSecond = 0;
+    qint16 FehlerStatus = 1; // above 0 while no usable card file is open
+    // The session: what the counts were when it began, and the answers since.
+    QDateTime Beginn;
+    std::array<qint16, FachAnzahl> BegAnz{};
+    qint16 RichtigZaehler = 0, FalschZaehler = 0; // both stop at 32,767
+    // Working values of the main window that a reset of the box table sets.
+    qint16 FlugLinks = 0, FlugOben = 0; // twips
+    bool ErsterAufruf = true;
+    // Redraws the box; called while a file is opened.
+    std::function<void()> BoxZeichnen = [] {};
+
+    // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name. Closes
+    // the open file first where it is the same one. Throws StoreError where the file cannot be made.
+    void CreateCardFile(QString &fileName);
+    // Opens KarteiPfad/fileName, asking whether to repair a damaged file. On failure reports it, leaves no file open
+    // and empties `fileName`: never pass CurrentFileName itself.
+    void OpenCardFile(QString &fileName);
+    // Errors are ignored; harmless when nothing is open.
+    void CloseCardFile() noexcept;
+
+    void ResetBoxTable();
+    void StartSessionTally();
+    // Counts the clock readings of one second onto LoopsPerSecond (which stops at 2,147,483,647). Blocks for one to
+    // two seconds.
+    void CalibrateDelayLoop();
+    // Waits about `ms` milliseconds by reading the clock LoopsPerSecond / 1000 * ms times.
+    void DelayMilliseconds(qint16 ms) const;
+
+    bool IsOpen() const { return static_cast<bool>(recordset_); }
+    // The open cards and their handles; throw StoreError 91 when nothing is open.
+    CardRecordset &Karten();
+    CardFieldHandles &Felder();
+
+    // KarteiPfad and `fileName` joined with the platform's separator.
+    QString CardPath(const QString &fileName) const;
+
+private:
+    void OpenChecked(const QString &path);
+    void WalkCards();
+
+    Meldungen &meldungen_;
+    const Uhr &uhr_;
+    std::unique_ptr<CardFile> file_;
+    std::unique_ptr<CardRecordset> recordset_;
+    CardFieldHandles felder_;
+};
