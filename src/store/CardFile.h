@@ -3,31 +3,37 @@
 #pragma once
 
 #include <QString>
-
 #include <SQLiteCpp/Database.h>
 
 #include <sys/types.h>
 
-// The SQLite database behind one open card file. The file is somebody else's data: it is opened with the schema
-// untrusted, triggers and views off, in defensive mode, and locked for this program alone.
+// The SQLite database behind one open card file. The file is somebody else's data: it is opened with the
+// schema untrusted, triggers and views off, in defensive mode, and locked for this program alone.
 class CardFile
 {
 public:
-    enum class Access { Exclusive, ReadOnly };
+    enum class Access
+    {
+        Exclusive,
+        ReadOnly
+    };
 
     // Opens an existing card file and checks header, table and indexes. Throws StoreError:
-    // 3024 not there, 76 directory not there, 3051 not writable (Exclusive) or not a regular file, 3045 locked,
-    // 3049 damaged or no database, 3078 no table "Lernkarten", 3015 an index missing, 3343 a newer format.
+    // 3024 not there, 76 directory not there, 3051 not writable (Exclusive) or not a regular file, 3045
+    // locked, 3049 damaged or no database, 3078 no table "Lernkarten", 3015 an index missing, 3343 a newer
+    // format.
     explicit CardFile(const QString &path, Access access = Access::Exclusive);
 
-    // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at `path`.
+    // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at
+    // `path`.
     static void Create(const QString &path);
 
     SQLite::Database &Database() { return database_; }
+
     const QString &Path() const { return path_; }
 
-    // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed then
-    // would go into an unlinked file.
+    // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
+    // then would go into an unlinked file.
     void CheckStillInPlace() const;
 
 private:

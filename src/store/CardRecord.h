@@ -14,7 +14,8 @@ struct CardRecord
     double FachNr = 0;
     double FachLfdNr = 0;
     double Antworttyp = 0; // 1 typed answer, 2 ticking
-    QString Picture_1_Name, Picture_2_Name, Picture_3_Name, Picture_4_Name; // pictures: question, right, wrong
+    QString Picture_1_Name, Picture_2_Name, Picture_3_Name,
+        Picture_4_Name; // pictures: question, right, wrong
     QString Picture_5_Name, Picture_6_Name, Picture_7_Name, Picture_8_Name; // 6 to 8 sounds, same moments
     QString Picture_1_type, Picture_2_type, Picture_3_type, Picture_4_type, Picture_5_type;
     QString Picture_6_type, Picture_7_type, Picture_8_type, Picture_9_type;
@@ -27,7 +28,8 @@ struct CardRecord
     QString Antwort_1, Antwort_2, Antwort_3, Antwort_4, Antwort_5;
     bool Antwort_ch_1 = false, Antwort_ch_2 = false, Antwort_ch_3 = false, Antwort_ch_4 = false,
          Antwort_ch_5 = false;
-    QString Antwort_1_Klartext, Antwort_2_Klartext, Antwort_3_Klartext, Antwort_4_Klartext, Antwort_5_Klartext;
+    QString Antwort_1_Klartext, Antwort_2_Klartext, Antwort_3_Klartext, Antwort_4_Klartext,
+        Antwort_5_Klartext;
 
     bool operator==(const CardRecord &) const = default;
 };

@@ -16,40 +16,45 @@ class CardFile;
 class CardRecordset;
 
 // A handle bound to one column: reads and writes the recordset's current card, or its edit buffer while an
-// Edit or AddNew is under way. Throws StoreError 3021 where there is no current card, 3020 for a write outside
-// Edit and AddNew, 13 where the value is of another type.
+// Edit or AddNew is under way. Throws StoreError 3021 where there is no current card, 3020 for a write
+// outside Edit and AddNew, 13 where the value is of another type.
 class Field
 {
 public:
     Field() = default;
 
     bool IsNull() const;
-    double Number() const;   // 94 for null
-    qint16 Integer() const;  // rounded half to even; 94 for null, 6 outside 16 bits
-    QString Text() const;    // "" for null
-    bool Flag() const;       // false for null
-    QVariant Value() const;  // invalid for null
+    double Number() const;           // 94 for null
+    qint16 Integer() const;          // rounded half to even; 94 for null, 6 outside 16 bits
+    QString Text() const;            // "" for null
+    bool Flag() const;               // false for null
+    QVariant Value() const;          // invalid for null
     void Set(const QVariant &value); // double, int, QString, bool; invalid for null
 
 private:
     friend class CardRecordset;
-    Field(CardRecordset *recordset, int column)
-        : recordset_(recordset)
-        , column_(column)
-    {}
+
+    Field(CardRecordset *recordset, int column) : recordset_(recordset), column_(column) {}
+
     CardRecordset *recordset_ = nullptr;
     int column_ = 0;
 };
 
-// The program's one current-record cursor over the cards of an open card file, in the order of its current index.
+// The program's one current-record cursor over the cards of an open card file, in the order of its current
+// index.
 //
-// The cursor stands on a card, on the place of a deleted card, before the first or behind the last one. It learns
-// which fields a walk reads and has the engine deliver just those, so that a walk costs little more than the
-// engine's own scan. All methods throw StoreError.
+// The cursor stands on a card, on the place of a deleted card, before the first or behind the last one. It
+// learns which fields a walk reads and has the engine deliver just those, so that a walk costs little more
+// than the engine's own scan. All methods throw StoreError.
 class CardRecordset
 {
 public:
-    enum class Comparison { Equal, AtLeast, AtMost }; // "=", ">=", "<="
+    enum class Comparison
+    {
+        Equal,
+        AtLeast,
+        AtMost
+    }; // "=", ">=", "<="
 
     // Stands on the first card of "FrageNr" order. `file` must outlive the recordset.
     explicit CardRecordset(CardFile &file);
@@ -70,13 +75,13 @@ public:
     bool AtBOF() const;
     bool AtEOF() const;
 
-    // Looks for the first (Equal, AtLeast) or last (AtMost) card whose key compares so with the given one. Under
-    // "BoxKey" the second part may be left out. Nothing found: NoMatch() is true and the cursor stays.
+    // Looks for the first (Equal, AtLeast) or last (AtMost) card whose key compares so with the given one.
+    // Under "BoxKey" the second part may be left out. Nothing found: NoMatch() is true and the cursor stays.
     void Seek(Comparison comparison, double key, std::optional<double> second = std::nullopt);
     bool NoMatch() const;
 
-    // Edit copies the current card into the edit buffer, AddNew starts an empty one (ticks false, the rest null).
-    // Update writes the buffer durably and keeps it when it throws; a move, a seek or Delete drops it.
+    // Edit copies the current card into the edit buffer, AddNew starts an empty one (ticks false, the rest
+    // null). Update writes the buffer durably and keeps it when it throws; a move, a seek or Delete drops it.
     // Update: 3022 key taken, 94 null in a key, 6 a number outside 16 bits, 3163 text over 250 characters.
     void Edit();
     void AddNew();
@@ -94,8 +99,8 @@ public:
     CardRecord Read();
     void Write(const CardRecord &card); // into the edit buffer
 
-    // Work over many cards: nothing is kept until CommitTrans. After an error ask InTransaction(): the engine may
-    // have rolled everything back itself.
+    // Work over many cards: nothing is kept until CommitTrans. After an error ask InTransaction(): the engine
+    // may have rolled everything back itself.
     void BeginTrans();
     void CommitTrans();
     void Rollback();

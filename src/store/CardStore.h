@@ -16,8 +16,8 @@
 
 class CardFile;
 
-// The field handles that the program reads and writes, bound once when a card file is opened. Array members run
-// from slot or answer 1.
+// The field handles that the program reads and writes, bound once when a card file is opened. Array members
+// run from slot or answer 1.
 struct CardFieldHandles
 {
     Field FrageNr, FachNr, FachLfdNr, Antworttyp;
@@ -27,8 +27,8 @@ struct CardFieldHandles
     std::array<Field, 5> Antwort, Antwort_ch, Antwort_Klartext;
 };
 
-// Creates, opens, checks, repairs and closes card files and holds the one open card file with the state that all
-// windows share.
+// Creates, opens, checks, repairs and closes card files and holds the one open card file with the state that
+// all windows share.
 class CardStore
 {
 public:
@@ -53,24 +53,25 @@ public:
     // Redraws the box; called while a file is opened.
     std::function<void()> BoxZeichnen = [] {};
 
-    // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name. Closes
-    // the open file first where it is the same one. Throws StoreError where the file cannot be made.
+    // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name.
+    // Closes the open file first where it is the same one. Throws StoreError where the file cannot be made.
     void CreateCardFile(QString &fileName);
-    // Opens KarteiPfad/fileName, asking whether to repair a damaged file. On failure reports it, leaves no file open
-    // and empties `fileName`: never pass CurrentFileName itself.
+    // Opens KarteiPfad/fileName, asking whether to repair a damaged file. On failure reports it, leaves no
+    // file open and empties `fileName`: never pass CurrentFileName itself.
     void OpenCardFile(QString &fileName);
     // Errors are ignored; harmless when nothing is open.
     void CloseCardFile() noexcept;
 
     void ResetBoxTable();
     void StartSessionTally();
-    // Counts the clock readings of one second onto LoopsPerSecond (which stops at 2,147,483,647). Blocks for one to
-    // two seconds.
+    // Counts the clock readings of one second onto LoopsPerSecond (which stops at 2,147,483,647). Blocks for
+    // one to two seconds.
     void CalibrateDelayLoop();
     // Waits about `ms` milliseconds by reading the clock LoopsPerSecond / 1000 * ms times.
     void DelayMilliseconds(qint16 ms) const;
 
     bool IsOpen() const { return static_cast<bool>(recordset_); }
+
     // The open cards and their handles; throw StoreError 91 when nothing is open.
     CardRecordset &Karten();
     CardFieldHandles &Felder();

@@ -9,8 +9,16 @@
 class Meldungen
 {
 public:
-    enum class Symbol { Keins, Ausruf };
-    enum class Antwort { Ja, Nein };
+    enum class Symbol
+    {
+        Keins,
+        Ausruf
+    };
+    enum class Antwort
+    {
+        Ja,
+        Nein
+    };
 
     Meldungen() = default;
     Meldungen(const Meldungen &) = delete;
@@ -25,6 +33,7 @@ public:
     virtual void Sanduhr(bool an) = 0;
 
     const QString &Titel() const { return titel_; }
+
     void SetTitel(const QString &titel) { titel_ = titel; }
 
 private:

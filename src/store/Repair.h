@@ -7,12 +7,12 @@
 // What a repair got out of a damaged card file.
 struct RepairResult
 {
-    int cards = 0;        // cards in the repaired file
-    QString damagedFile;  // where the damaged file lies now
-    QString report;       // the text file that tells what was saved and what not
+    int cards = 0;       // cards in the repaired file
+    QString damagedFile; // where the damaged file lies now
+    QString report;      // the text file that tells what was saved and what not
 };
 
-// Reads every card that is still physically in the damaged file at `path`, writes a sound card file and lets it take
-// the damaged one's place; that one stays beside it. Throws StoreError when there is nothing to save (3049) or the
-// new file cannot be written; the damaged file is then untouched.
+// Reads every card that is still physically in the damaged file at `path`, writes a sound card file and lets
+// it take the damaged one's place; that one stays beside it. Throws StoreError when there is nothing to save
+// (3049) or the new file cannot be written; the damaged file is then untouched.
 RepairResult RepairDatabase(const QString &path);

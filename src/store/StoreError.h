@@ -38,6 +38,7 @@ public:
     StoreError(int number, const QString &text);
 
     int Number() const { return number_; }
+
     QString Text() const;
 
 private:

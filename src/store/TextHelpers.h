@@ -11,8 +11,8 @@ QVariant NullToEmpty(const QVariant &value);
 // Removes every CR LF pair, again and again until none is left; a lone CR or LF stays.
 QString ZeilenumbruchEntfernen(const QString &text);
 
-// Replaces every occurrence of `separator` (if not empty, letter case ignored), then every TAB, LF and CR by one
-// blank each. Changes `text` and returns it.
+// Replaces every occurrence of `separator` (if not empty, letter case ignored), then every TAB, LF and CR by
+// one blank each. Changes `text` and returns it.
 QString CleanFieldText(QString &text, const QString &separator);
 
 // Removes blanks (code 32, nothing else) at both ends.

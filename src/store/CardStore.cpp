@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardStore.h"
+
+#include "CardFile.h"
+#include "Repair.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+namespace {
+
+// The hourglass as long as it lives; the default pointer comes back whatever happens.
+class SanduhrAn
+{
+public:
+    explicit SanduhrAn(Meldungen &meldungen) : meldungen_(meldungen) { meldungen_.Sanduhr(true); }
+
+    SanduhrAn(const SanduhrAn &) = delete;
+    SanduhrAn &operator=(const SanduhrAn &) = delete;
+
+    ~SanduhrAn() { meldungen_.Sanduhr(false); }
+
+private:
+    Meldungen &meldungen_;
+};
+
+void BindFields(CardRecordset &karten, CardFieldHandles &felder)
+{
+    felder.FrageNr = karten[u"FrageNr"];
+    felder.FachNr = karten[u"FachNr"];
+    felder.FachLfdNr = karten[u"FachLfdNr"];
+    felder.Antworttyp = karten[u"Antworttyp"];
+    for (std::size_t i = 0; i < felder.Picture_name.size(); ++i)
+        felder.Picture_name[i] = karten[QStringLiteral("Picture_%1_name").arg(i + 1)];
+    felder.PictureTop = karten[u"PictureTop"];
+    felder.PictureLeft = karten[u"PictureLeft"];
+    felder.PictureHeight = karten[u"PictureHeight"];
+    felder.PictureWidth = karten[u"PictureWidth"];
+    felder.Frage = karten[u"Frage"];
+    felder.Frage_Klartext = karten[u"Frage_Klartext"];
+    for (std::size_t i = 0; i < felder.Antwort.size(); ++i)
+        felder.Antwort[i] = karten[QStringLiteral("Antwort_%1").arg(i + 1)];
+    for (std::size_t i = 0; i < felder.Antwort_ch.size(); ++i)
+        felder.Antwort_ch[i] = karten[QStringLiteral("Antwort_ch_%1").arg(i + 1)];
+    for (std::size_t i = 0; i < felder.Antwort_Klartext.size(); ++i)
+        felder.Antwort_Klartext[i] = karten[QStringLiteral("Antwort_%1_Klartext").arg(i + 1)];
+}
+
+// The compartment of a card. A compartment is one of seven: 2.5 is none, and seeking by it would find no
+// card.
+std::size_t FachOf(const Field &fachNr)
+{
+    const double fach = fachNr.Number();
+    if (!(fach >= FachNeu && fach <= FachErledigt) || fach != static_cast<int>(fach))
+        throw StoreError(
+            Fehler::IndexAusserhalb,
+            QStringLiteral("Eine Karte liegt in Fach %1; es gibt nur die Fächer 0 bis 6.").arg(fach));
+    return static_cast<std::size_t>(fach);
+}
+
+// Puts a new, empty card file in the place of whatever stands at `path`, in one step: a failure leaves the
+// old file.
+void ReplaceByEmptyCardFile(const QString &path)
+{
+    if (QFileInfo::exists(path)) {
+        try {
+            const CardFile probe(path); // another program may be learning with it
+        } catch (const StoreError &error) {
+            if (error.Number() == Fehler::Gesperrt || error.Number() == Fehler::NichtErlaubt)
+                throw;
+        }
+    }
+    QTemporaryFile fresh(QFileInfo(path).absolutePath() + QStringLiteral("/.paukfix-XXXXXX"));
+    if (!fresh.open())
+        throw StoreError(QFileInfo(QFileInfo(path).absolutePath()).isDir() ? Fehler::NichtErlaubt
+                                                                           : Fehler::PfadNichtGefunden,
+                         QStringLiteral("Die Datei „%1“ kann nicht angelegt werden.").arg(path));
+    fresh.close();
+    CardFile::Create(fresh.fileName());
+    QFile::remove(path + QStringLiteral("-journal")); // the engine would roll it back into the new file
+    if (std::rename(QFile::encodeName(fresh.fileName()).constData(), QFile::encodeName(path).constData()) !=
+        0)
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Die Datei „%1“ kann nicht angelegt werden.").arg(path));
+    fresh.setAutoRemove(false);
+}
+
+} // namespace
+
+CardStore::CardStore(Meldungen &meldungen, const Uhr &uhr) : meldungen_(meldungen), uhr_(uhr) {}
+
+CardStore::~CardStore() = default;
+
+QString CardStore::CardPath(const QString &fileName) const
+{
+    return QDir::toNativeSeparators(KarteiPfad) + QDir::separator() + fileName;
+}
+
+CardRecordset &CardStore::Karten()
+{
+    if (!recordset_)
+        throw StoreError(Fehler::NichtsOffen, QStringLiteral("Es ist keine Kartei geöffnet."));
+    return *recordset_;
+}
+
+CardFieldHandles &CardStore::Felder()
+{
+    Karten();
+    return felder_;
+}
+
+void CardStore::CreateCardFile(QString &fileName)
+{
+    if (fileName.isEmpty())
+        return;
+    const SanduhrAn sanduhr(meldungen_);
+    const QString path = CardPath(fileName);
+    // The engine's locks would drop if a file that it has open were unlinked under it.
+    if (file_ && QFileInfo(path).canonicalFilePath() == QFileInfo(file_->Path()).canonicalFilePath())
+        CloseCardFile();
+    ReplaceByEmptyCardFile(path);
+    OpenCardFile(fileName);
+}
+
+void CardStore::OpenCardFile(QString &fileName)
+{
+    const SanduhrAn sanduhr(meldungen_);
+    meldungen_.SetTitel(QStringLiteral("Merkkasten"));
+    CloseCardFile();
+    ResetBoxTable();
+    try {
+        OpenChecked(CardPath(fileName));
+        WalkCards();
+    } catch (const std::exception &error) {
+        const auto *known = dynamic_cast<const StoreError *>(&error);
+        CloseCardFile();
+        FachInfo = FachStartwerte();
+        HighestCardNumber = 0;
+        BoxZeichnen();
+        fileName.clear();
+        meldungen_.Zeigen(ErrorText(error) + QStringLiteral(" Fcode: ") +
+                          QString::number(known ? known->Number() : Fehler::ZuWenigSpeicher));
+        return;
+    }
+    BoxZeichnen();
+    StartSessionTally();
+    meldungen_.SetTitel(QStringLiteral("Merkkasten (%1)").arg(fileName));
+    CurrentFileName = fileName;
+    FehlerStatus = 0;
+}
+
+void CardStore::OpenChecked(const QString &path)
+{
+    try {
+        file_ = std::make_unique<CardFile>(path);
+    } catch (const StoreError &error) {
+        if (error.Number() != Fehler::Beschaedigt ||
+            meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
+                Meldungen::Antwort::Ja)
+            throw;
+        try {
+            RepairDatabase(path);
+        } catch (const std::exception &) {
+            meldungen_.Zeigen(QStringLiteral("Datei kann nicht repariert werden !"));
+            throw;
+        }
+        meldungen_.Zeigen(QStringLiteral("Datei wurde repariert"));
+        file_ = std::make_unique<CardFile>(path);
+    }
+}
+
+void CardStore::WalkCards()
+{
+    recordset_ = std::make_unique<CardRecordset>(*file_);
+    recordset_->SetIndex(u"BoxKey");
+    BindFields(*recordset_, felder_);
+    int sinceRedraw = 0;
+    for (recordset_->MoveFirst(); !recordset_->AtEOF(); recordset_->MoveNext()) {
+        HighestCardNumber = std::max(HighestCardNumber, felder_.FrageNr.Integer());
+        Fach &fach = FachInfo[FachOf(felder_.FachNr)];
+        fach.Anzahl = Plus16(fach.Anzahl, 1);
+        fach.LfdMax = felder_.FachLfdNr.Integer();
+        if (++sinceRedraw > 10) {
+            BoxZeichnen();
+            sinceRedraw = 0;
+        }
+    }
+}
+
+void CardStore::CloseCardFile() noexcept
+{
+    FehlerStatus = 1;
+    felder_ = {};
+    recordset_.reset();
+    file_.reset();
+}
+
+void CardStore::ResetBoxTable()
+{
+    FachInfo = FachStartwerte();
+    HighestCardNumber = 0;
+    BoxZeichnen();
+    FlugLinks = 2280;
+    FlugOben = 975;
+    ErsterAufruf = true;
+    CalibrateDelayLoop();
+}
+
+void CardStore::StartSessionTally()
+{
+    Beginn = uhr_.Jetzt();
+    RichtigZaehler = 0;
+    FalschZaehler = 0;
+    for (std::size_t i = 0; i < FachInfo.size(); ++i)
+        BegAnz[i] = FachInfo[i].Anzahl;
+}
+
+void CardStore::CalibrateDelayLoop()
+{
+    // Waits for the beginning of a second, then counts the readings until the next one.
+    const qint64 before = uhr_.Sekunde();
+    qint64 second = before;
+    while (second == before)
+        second = uhr_.Sekunde();
+    while (uhr_.Sekunde() == second)
+        if (LoopsPerSecond < std::numeric_limits<qint32>::max())
+            ++LoopsPerSecond;
+}
+
+void CardStore::DelayMilliseconds(qint16 ms) const
+{
+    const double rounds = LoopsPerSecond / 1000.0 * ms;
+    for (double round = 0; round < rounds; ++round)
+        static_cast<void>(uhr_.Sekunde());
+}

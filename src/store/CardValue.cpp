@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardValue.h"
+
+#include "CardRecord.h"
+#include "StoreError.h"
+
+#include <cstdint>
+#include <limits>
+
+static const CardColumn &At(int column)
+{
+    return CardColumns()[static_cast<std::size_t>(column)];
+}
+
+CardKind KindOf(int column)
+{
+    return static_cast<CardKind>(At(column).member.index());
+}
+
+std::string QuotedColumn(int column)
+{
+    return '"' + std::string(At(column).name) + '"';
+}
+
+void ThrowTypeMismatch(int column)
+{
+    throw StoreError(Fehler::TypUnvertraeglich,
+                     QStringLiteral("Typen unverträglich im Feld „%1“.").arg(QLatin1String(At(column).name)));
+}
+
+void ThrowNullValue(int column)
+{
+    throw StoreError(Fehler::NullUngueltig, QStringLiteral("Das Feld „%1“ ist leer, braucht aber einen Wert.")
+                                                .arg(QLatin1String(At(column).name)));
+}
+
+QVariant FromEngine(const SQLite::Column &value, int column)
+{
+    if (value.isNull())
+        return {};
+    const bool number = value.isInteger() || value.isFloat();
+    switch (KindOf(column)) {
+    case CardKind::Number:
+        if (!number)
+            ThrowTypeMismatch(column);
+        return value.getDouble();
+    case CardKind::Flag:
+        if (!number)
+            ThrowTypeMismatch(column);
+        return value.getDouble() != 0.0;
+    case CardKind::Text:
+        break;
+    }
+    const char *text = value.getText(); // before getBytes(): it converts numbers
+    return QString::fromUtf8(text, value.getBytes());
+}
+
+QVariant ForBuffer(const QVariant &value, int column)
+{
+    const CardKind kind = KindOf(column);
+    if (!value.isValid())
+        return kind == CardKind::Flag ? QVariant(false) : QVariant();
+    switch (value.typeId()) {
+    case QMetaType::QString:
+        if (kind == CardKind::Text)
+            return value;
+        break;
+    case QMetaType::Bool:
+        if (kind == CardKind::Flag)
+            return value;
+        break;
+    case QMetaType::Short:
+    case QMetaType::Int:
+    case QMetaType::Float:
+    case QMetaType::Double:
+        if (kind == CardKind::Number)
+            return value.toDouble();
+        if (kind == CardKind::Flag)
+            return value.toDouble() != 0.0;
+        break;
+    default:
+        break;
+    }
+    ThrowTypeMismatch(column);
+}
+
+void CheckWritable(const QVariant &value, int column)
+{
+    const QLatin1String name(At(column).name);
+    if (!value.isValid()) {
+        if (column <= ColFachLfdNr)
+            ThrowNullValue(column);
+        return;
+    }
+    if (KindOf(column) == CardKind::Number) {
+        const double number = value.toDouble();
+        if (!(number >= std::numeric_limits<qint16>::min() && number <= std::numeric_limits<qint16>::max()))
+            throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf im Feld „%1“.").arg(name));
+    } else if (KindOf(column) == CardKind::Text) {
+        const bool isShort = QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");
+        if (isShort && value.toString().size() > MaxTextLength)
+            throw StoreError(Fehler::TextZuLang,
+                             QStringLiteral("Der Text im Feld „%1“ ist länger als %2 Zeichen.")
+                                 .arg(name)
+                                 .arg(MaxTextLength));
+    }
+}
+
+void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
+{
+    if (!value.isValid())
+        statement.bind(parameter);
+    else if (value.typeId() == QMetaType::Bool)
+        statement.bind(parameter, value.toBool() ? -1 : 0); // card files write true as -1
+    else if (value.typeId() == QMetaType::QString)
+        statement.bind(parameter, value.toString().toStdString());
+    else if (value.typeId() == QMetaType::LongLong)
+        statement.bind(parameter, static_cast<std::int64_t>(value.toLongLong()));
+    else
+        statement.bind(parameter, value.toDouble());
+}

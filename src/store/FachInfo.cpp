@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "FachInfo.h"
+
+#include "StoreError.h"
+
+#include <cmath>
+#include <limits>
+
+FachTabelle FachStartwerte()
+{
+    FachTabelle tabelle{};
+    constexpr std::array<qint16, FachErledigt> links{390, 3390, 3630, 3990, 4710, 5790};
+    constexpr std::array<qint16, FachErledigt> breiteMax{1750, 200, 310, 680, 1030, 1750};
+    constexpr std::array<qint16, FachErledigt> kapazitaet{700, 50, 100, 250, 400, 700};
+    for (std::size_t i = 0; i < FachErledigt; ++i) {
+        tabelle[i].Links = links[i];
+        tabelle[i].BreiteMax = breiteMax[i];
+        tabelle[i].Kapazitaet = kapazitaet[i];
+    }
+    return tabelle;
+}
+
+static qint16 To16(double wert)
+{
+    if (!(wert >= std::numeric_limits<qint16>::min() && wert <= std::numeric_limits<qint16>::max()))
+        throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf"));
+    return static_cast<qint16>(wert);
+}
+
+qint16 Plus16(qint16 wert, int um)
+{
+    return To16(static_cast<double>(wert) + um);
+}
+
+qint16 Runden16(double wert)
+{
+    // The default rounding mode of nearbyint is half to even.
+    return To16(std::nearbyint(wert));
+}

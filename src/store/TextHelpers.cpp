@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "TextHelpers.h"
+
+QVariant NullToEmpty(const QVariant &value)
+{
+    return value.isNull() ? QVariant(QString()) : value;
+}
+
+QString ZeilenumbruchEntfernen(const QString &text)
+{
+    // Taking a pair out can join a CR and an LF to a new one ("\r\r\n\n"): a result is built in which that is
+    // seen.
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text) {
+        if (c == u'\n' && result.endsWith(u'\r'))
+            result.chop(1);
+        else
+            result.append(c);
+    }
+    return result;
+}
+
+QString CleanFieldText(QString &text, const QString &separator)
+{
+    if (!separator.isEmpty())
+        text.replace(separator, QStringLiteral(" "), Qt::CaseInsensitive);
+    for (const QChar c : {u'\t', u'\n', u'\r'})
+        text.replace(c, u' ');
+    return text;
+}
+
+QString Trimmed(const QString &text)
+{
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    while (from < to && text[from] == u' ')
+        ++from;
+    while (to > from && text[to - 1] == u' ')
+        --to;
+    return text.mid(from, to - from);
+}

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardFile.h"
+#include "CardRecordset.h"
+#include "Meldungen.h"
+#include "Uhr.h"
+
+#include <QList>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <deque>
+
+// What tests of all floors need: a directory of their own, cards, answers to questions, a clock that does not
+// wait.
+
+// Records every message with the title it carried; a question takes the next answer that was set, else No.
+class TestMeldungen final : public Meldungen
+{
+public:
+    struct Gezeigt
+    {
+        QString text, titel;
+        bool frage = false;
+        Symbol symbol = Symbol::Keins;
+    };
+
+    void Zeigen(const QString &text, Symbol symbol = Symbol::Keins) override
+    {
+        gezeigt.append({text, Titel(), false, symbol});
+    }
+
+    Antwort Fragen(const QString &text, Antwort vorgabe = Antwort::Ja) override
+    {
+        gezeigt.append({text, Titel(), true, Symbol::Keins});
+        vorgaben.append(vorgabe);
+        if (antworten.empty())
+            return Antwort::Nein;
+        const Antwort antwort = antworten.front();
+        antworten.pop_front();
+        return antwort;
+    }
+
+    void Sanduhr(bool an) override { sanduhr = an; }
+
+    QStringList Texte() const
+    {
+        QStringList texte;
+        for (const Gezeigt &meldung : gezeigt)
+            texte << meldung.text;
+        return texte;
+    }
+
+    QList<Gezeigt> gezeigt;
+    QList<Antwort> vorgaben;
+    std::deque<Antwort> antworten;
+    bool sanduhr = false;
+};
+
+// A clock whose second changes after `perSecond` readings.
+class TestUhr final : public Uhr
+{
+public:
+    qint64 Sekunde() const override { return readings++ / perSecond; }
+
+    QDateTime Jetzt() const override { return jetzt; }
+
+    mutable qint64 readings = 0;
+    qint64 perSecond = 1000;
+    QDateTime jetzt{{2026, 11, 21}, {9, 30}};
+};
+
+// A typed-answer card at its place in the box, with different texts in every field that holds one.
+CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr);
+
+// Makes a card file with these cards at `path`, through the store's own format and recordset.
+void MakeCardFile(const QString &path, const QList<CardRecord> &cards);
+
+// All cards of the file at `path`, in box order, read with a recordset of its own.
+QList<CardRecord> ReadCards(const QString &path);
