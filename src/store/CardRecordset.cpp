@@ -277,7 +277,9 @@ double Field::Number() const
 
 qint16 Field::Integer() const
 {
-    return Runden16(Number());
+    const double number = Number();
+    CheckWritable(number, column_); // its message names the field
+    return Runden16(number);
 }
 
 QString Field::Text() const

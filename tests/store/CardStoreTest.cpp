@@ -45,7 +45,7 @@ private:
         QVERIFY(!meldungen_->gezeigt.isEmpty());
         const auto &last = meldungen_->gezeigt.last();
         QVERIFY2(last.text.endsWith(QStringLiteral(" Fcode: %1").arg(number)), qPrintable(last.text));
-        QVERIFY(last.text.size() > 20);
+        QVERIFY2(last.text.size() > 20, qPrintable(last.text));
         QCOMPARE(last.titel, QStringLiteral("Merkkasten"));
         QVERIFY(!meldungen_->sanduhr);
         QVERIFY(!store_->IsOpen());
