@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QTextCharFormat>
+
+// Character properties that Qt's own formats cannot say exactly. The setters give formats that are fit for
+// merging into a selection.
+
+// How far the text is raised (> 0) or lowered (< 0), in twips, an int. Not there means 0.
+inline constexpr int CharOffsetProperty = QTextFormat::UserProperty + 1;
+
+int CharOffset(const QTextCharFormat &format);
+
+// Sets the offset and, so that it shows, the base line, which Qt wants in percent of the font's height: set
+// the font size first. `defaultFont` counts where the format has no size. Ends super- and subscript.
+void SetCharOffset(QTextCharFormat &format, int twips, const QFont &defaultFont = {});
+
+// The text colour; an invalid colour is "automatic", the palette's. Pure black is automatic in both
+// directions.
+QColor TextColour(const QTextCharFormat &format);
+void SetTextColour(QTextCharFormat &format, const QColor &colour);

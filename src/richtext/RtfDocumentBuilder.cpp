@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "RtfDocumentBuilder.h"
+
+#include "CharFormat.h"
+
+#include <QTextDocument>
+
+namespace {
+// Frame borders and the placeholder of objects: noncharacters and markers that Qt's documents are built with.
+bool IsReserved(char16_t c)
+{
+    return c == u'\0' || c == u'\uFDD0' || c == u'\uFDD1' || c == u'\uFFFC';
+}
+
+// Halves of surrogate pairs that stand alone are no characters.
+void ReplaceLoneSurrogates(QString &text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (!text[i].isSurrogate())
+            continue;
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        else
+            text[i] = QChar::ReplacementCharacter;
+    }
+}
+
+QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFont)
+{
+    QTextCharFormat format;
+    if (!state.family.isEmpty())
+        format.setFontFamilies({state.family});
+    if (state.halfPoints > 0)
+        format.setFontPointSize(state.halfPoints / 2.0);
+    // Said also where it is "no": the document's default font may be bold.
+    format.setFontWeight(state.bold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(state.italic);
+    format.setFontStrikeOut(state.strikeOut);
+    format.setUnderlineStyle(state.underline);
+    if (state.colour != 0)
+        SetTextColour(format, QColor(state.colour));
+    if (state.script != QTextCharFormat::AlignNormal)
+        format.setVerticalAlignment(state.script);
+    else if (state.offset != 0)
+        SetCharOffset(format, state.offset, defaultFont);
+    return format;
+}
+
+QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
+{
+    const auto pixels = [](int twips) { return twips / double(TwipsPerPixel); };
+    QTextBlockFormat format;
+    if (paragraph.alignment != Qt::AlignLeft)
+        format.setAlignment(paragraph.alignment);
+    if (paragraph.left != 0)
+        format.setLeftMargin(pixels(paragraph.left));
+    if (paragraph.right != 0)
+        format.setRightMargin(pixels(paragraph.right));
+    if (paragraph.first != 0)
+        format.setTextIndent(pixels(paragraph.first));
+    if (paragraph.before != 0)
+        format.setTopMargin(pixels(paragraph.before));
+    if (paragraph.after != 0)
+        format.setBottomMargin(pixels(paragraph.after));
+    if (!paragraph.tabs.isEmpty())
+        format.setTabPositions(paragraph.tabs);
+    return format;
+}
+} // namespace
+
+RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document) : defaultFont_(document.defaultFont())
+{
+    document.clear();
+    cursor_ = QTextCursor(&document);
+    cursor_.beginEditBlock();
+}
+
+void RtfDocumentBuilder::Append(char16_t c, const RtfCharState &state)
+{
+    if (IsReserved(c))
+        return;
+    if (paragraphEnded_)
+        BeginParagraph();
+    if (!(state == runState_)) {
+        FlushRun();
+        runState_ = state;
+    }
+    const bool breaksLine = c == u'\r' || c == u'\n' || c == u'\v';
+    run_ += QChar(breaksLine ? u'\u2028' : c);
+}
+
+void RtfDocumentBuilder::FlushRun()
+{
+    if (run_.isEmpty())
+        return;
+    ReplaceLoneSurrogates(run_);
+    cursor_.insertText(run_, CharFormat(runState_));
+    paragraphEmpty_ = false;
+    run_.resize(0); // keeps the memory for the next run
+}
+
+void RtfDocumentBuilder::BeginParagraph()
+{
+    cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    paragraphEnded_ = false;
+    paragraphEmpty_ = true;
+}
+
+void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const RtfCharState &state)
+{
+    if (paragraphEnded_)
+        BeginParagraph();
+    FlushRun();
+    cursor_.setBlockFormat(BlockFormat(paragraph));
+    if (paragraphEmpty_) // its height, and the format of what is typed there
+        cursor_.setBlockCharFormat(CharFormat(state));
+    paragraphEnded_ = true;
+}
+
+void RtfDocumentBuilder::Finish(const RtfParagraphState &paragraph, const RtfCharState &state)
+{
+    if (!paragraphEnded_)
+        EndParagraph(paragraph, state);
+    cursor_.endEditBlock();
+}
+
+const QTextCharFormat &RtfDocumentBuilder::CharFormat(const RtfCharState &state)
+{
+    const auto found = charFormats_.constFind(state);
+    if (found != charFormats_.constEnd()) {
+        lastCharFormat_ = *found;
+    } else if (charFormats_.size() < MaxFormats) {
+        lastCharFormat_ = MakeCharFormat(state, defaultFont_);
+        charFormats_.insert(state, lastCharFormat_);
+    }
+    return lastCharFormat_;
+}
+
+const QTextBlockFormat &RtfDocumentBuilder::BlockFormat(const RtfParagraphState &paragraph)
+{
+    const auto found = blockFormats_.constFind(paragraph);
+    if (found != blockFormats_.constEnd()) {
+        lastBlockFormat_ = *found;
+    } else if (blockFormats_.size() < MaxFormats) {
+        lastBlockFormat_ = MakeBlockFormat(paragraph);
+        blockFormats_.insert(paragraph, lastBlockFormat_);
+    }
+    return lastBlockFormat_;
+}

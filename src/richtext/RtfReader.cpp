@@ -1,0 +1,440 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "RtfReader.h"
+
+#include <algorithm>
+
+namespace {
+// Groups nested deeper than this share one state.
+constexpr qsizetype MaxSavedGroups = 10'000;
+constexpr int MaxTwips = 31'680; // 22 inches, as far as paper and RTF go
+constexpr int MaxHalfPoints = 3'276;
+constexpr int DefaultOffset = 6; // half-points of \up and \dn without a number
+constexpr qsizetype MaxTabStops = 64;
+constexpr qsizetype MaxFontName = 128;
+constexpr char16_t FirstNonAscii = 0x80;
+constexpr int MaxCodePages = 64;
+
+int Length(int twips)
+{
+    return std::clamp(twips, 0, MaxTwips);
+}
+} // namespace
+
+RtfReader::RtfReader(QTextDocument &document, QStringView rtf, Input input)
+    : tokens_(rtf), input_(input), builder_(document)
+{
+}
+
+void RtfReader::Read()
+{
+    using Kind = RtfTokenizer::Kind;
+    for (Kind kind = tokens_.Next(); kind != Kind::End; kind = tokens_.Next()) {
+        if (kind == Kind::GroupEnd && depth_ <= 1)
+            break; // what follows the document is not of it
+        const bool shown = skipDepth_ == 0;
+        if (shown && kind != Kind::Byte && kind != Kind::Text)
+            FlushBytes();
+        switch (kind) {
+        case Kind::GroupStart:
+            BeginGroup();
+            continue; // groupStart_ holds for the next token
+        case Kind::GroupEnd:
+            EndGroup();
+            break;
+        case Kind::Word:
+            if (shown)
+                Word();
+            break;
+        case Kind::Symbol:
+            if (shown)
+                Symbol();
+            break;
+        case Kind::Byte:
+            if (shown)
+                Byte(tokens_.byte());
+            break;
+        case Kind::Text:
+            if (shown)
+                Text();
+            break;
+        case Kind::End:
+            break;
+        }
+        if (kind != Kind::Symbol || tokens_.symbol() != u'*')
+            groupStart_ = false;
+    }
+    FlushBytes();
+    builder_.Finish(state_.paragraph, state_.text);
+}
+
+void RtfReader::BeginGroup()
+{
+    ++depth_;
+    groupStart_ = true;
+    skipCharacters_ = 0;
+    if (depth_ <= MaxSavedGroups)
+        groups_.push_back(state_);
+}
+
+void RtfReader::EndGroup()
+{
+    if (skipDepth_ == depth_)
+        skipDepth_ = 0;
+    skipCharacters_ = 0;
+    if (depth_ <= MaxSavedGroups) {
+        const bool fontsRead =
+            state_.destination == Destination::FontTable && groups_.back().destination == Destination::Body;
+        state_ = std::move(groups_.back());
+        groups_.pop_back();
+        if (fontsRead) {
+            FinishFont();
+            SelectFont(defaultFont_);
+        }
+    }
+    --depth_;
+}
+
+// The document's own group is all text: a stray control would hide everything.
+
+void RtfReader::SkipGroup()
+{
+    if (depth_ > 1)
+        skipDepth_ = depth_;
+}
+
+void RtfReader::EnterTable(Destination table)
+{
+    if (depth_ > 1)
+        state_.destination = table;
+}
+
+void RtfReader::Word()
+{
+    if (tokens_.word() == "bin") {
+        skipCharacters_ = std::max(0, skipCharacters_ - 1);
+        return;
+    }
+    const RtfKeyword *const keyword = FindRtfKeyword(tokens_.word());
+    if (keyword == nullptr)
+        return;
+    if (keyword->action == RtfAction::Character) {
+        Character(static_cast<char16_t>(keyword->value));
+        return;
+    }
+    skipCharacters_ = 0;
+    switch (keyword->action) {
+    case RtfAction::Skip:
+        SkipGroup();
+        break;
+    case RtfAction::FontTable:
+        EnterTable(Destination::FontTable);
+        break;
+    case RtfAction::ColourTable:
+        EnterTable(Destination::ColourTable);
+        break;
+    case RtfAction::Paragraph:
+        if (state_.destination == Destination::Body && !state_.hidden)
+            builder_.EndParagraph(state_.paragraph, state_.text);
+        break;
+    default:
+        if (keyword->action < RtfAction::ParagraphDefaults)
+            FormatCharacters(*keyword);
+        else if (keyword->action < RtfAction::Unicode)
+            FormatParagraph(*keyword);
+        else
+            DescribeText(*keyword);
+    }
+}
+
+void RtfReader::FormatCharacters(const RtfKeyword &keyword)
+{
+    RtfCharState &text = state_.text;
+    const int number = tokens_.parameter();
+    const bool on = !tokens_.hasParameter() || number != 0;
+    switch (keyword.action) {
+    case RtfAction::Font:
+        SelectFont(number);
+        break;
+    case RtfAction::Size:
+        text.halfPoints = std::clamp(number, 0, MaxHalfPoints);
+        break;
+    case RtfAction::Bold:
+        text.bold = on;
+        break;
+    case RtfAction::Italic:
+        text.italic = on;
+        break;
+    case RtfAction::StrikeOut:
+        text.strikeOut = on;
+        break;
+    case RtfAction::Hidden:
+        state_.hidden = on;
+        break;
+    case RtfAction::Underline:
+        text.underline =
+            on ? static_cast<QTextCharFormat::UnderlineStyle>(keyword.value) : QTextCharFormat::NoUnderline;
+        break;
+    case RtfAction::Colour:
+        text.colour = number >= 0 && static_cast<std::size_t>(number) < colours_.size()
+                          ? colours_[static_cast<std::size_t>(number)]
+                          : 0;
+        break;
+    case RtfAction::Raise:
+    case RtfAction::Lower: {
+        const int size = std::clamp(tokens_.hasParameter() ? number : DefaultOffset, 0, MaxHalfPoints);
+        text.offset = (keyword.action == RtfAction::Raise ? size : -size) * TwipsPerHalfPoint;
+        text.script = QTextCharFormat::AlignNormal;
+        break;
+    }
+    case RtfAction::Script:
+        text.offset = 0;
+        text.script = on ? static_cast<QTextCharFormat::VerticalAlignment>(keyword.value)
+                         : QTextCharFormat::AlignNormal;
+        break;
+    case RtfAction::Plain:
+        text = {};
+        state_.hidden = false;
+        SelectFont(defaultFont_);
+        break;
+    default:
+        break;
+    }
+}
+
+void RtfReader::FormatParagraph(const RtfKeyword &keyword)
+{
+    RtfParagraphState &paragraph = state_.paragraph;
+    const int number = tokens_.parameter();
+    switch (keyword.action) {
+    case RtfAction::ParagraphDefaults:
+        paragraph = {};
+        break;
+    case RtfAction::Alignment:
+        paragraph.alignment = static_cast<Qt::AlignmentFlag>(keyword.value);
+        break;
+    case RtfAction::LeftIndent:
+        paragraph.left = Length(number);
+        break;
+    case RtfAction::RightIndent:
+        paragraph.right = Length(number);
+        break;
+    case RtfAction::FirstIndent:
+        paragraph.first = std::clamp(number, -MaxTwips, MaxTwips);
+        break;
+    case RtfAction::SpaceBefore:
+        paragraph.before = Length(number);
+        break;
+    case RtfAction::SpaceAfter:
+        paragraph.after = Length(number);
+        break;
+    case RtfAction::TabKind:
+        tabKind_ = static_cast<QTextOption::TabType>(keyword.value);
+        break;
+    case RtfAction::TabStop:
+        AddTabStop(Length(number));
+        break;
+    default:
+        break;
+    }
+}
+
+void RtfReader::AddTabStop(int twips)
+{
+    QTextOption::Tab tab(twips / double(TwipsPerPixel), tabKind_);
+    if (tabKind_ == QTextOption::DelimiterTab)
+        tab.delimiter = u',';
+    if (state_.paragraph.tabs.size() < MaxTabStops)
+        state_.paragraph.tabs.append(tab);
+    tabKind_ = QTextOption::LeftTab;
+}
+
+void RtfReader::DescribeText(const RtfKeyword &keyword)
+{
+    const int number = tokens_.parameter();
+    const auto part = static_cast<QRgb>(std::clamp(number, 0, 0xFF));
+    switch (keyword.action) {
+    case RtfAction::Unicode:
+        Unicode(number);
+        break;
+    case RtfAction::UnicodeSkip:
+        state_.unicodeSkip = std::max(0, number);
+        break;
+    case RtfAction::CodePage:
+        SetDocumentCodePage(keyword.value != 0 ? keyword.value : number);
+        break;
+    case RtfAction::DefaultFont:
+        defaultFont_ = number;
+        break;
+    case RtfAction::Charset:
+        if (state_.destination == Destination::FontTable)
+            fonts_[tableFont_].codePage = state_.codePage = CodePageOfCharset(number, documentCodePage_);
+        break;
+    case RtfAction::FontCodePage:
+        if (state_.destination == Destination::FontTable)
+            fonts_[tableFont_].codePage = state_.codePage = number;
+        break;
+    case RtfAction::Red:
+        tableColour_ = (tableColour_ & 0x00FFFFU) | part << 16U;
+        break;
+    case RtfAction::Green:
+        tableColour_ = (tableColour_ & 0xFF00FFU) | part << 8U;
+        break;
+    case RtfAction::Blue:
+        tableColour_ = (tableColour_ & 0xFFFF00U) | part;
+        break;
+    default:
+        break;
+    }
+}
+
+void RtfReader::SetDocumentCodePage(int codePage)
+{
+    documentCodePage_ = codePage;
+    state_.codePage = codePage;
+}
+
+void RtfReader::SelectFont(int number)
+{
+    if (state_.destination == Destination::FontTable) {
+        FinishFont();
+        tableFont_ = number;
+        state_.codePage = documentCodePage_;
+        return;
+    }
+    const auto found = fonts_.find(number);
+    state_.text.family = found != fonts_.end() ? found->second.family : QString();
+    const int codePage = found != fonts_.end() ? found->second.codePage : 0;
+    state_.codePage = codePage != 0 ? codePage : documentCodePage_;
+}
+
+void RtfReader::FinishFont()
+{
+    const QString name = std::exchange(fontName_, {}).trimmed();
+    if (!name.isEmpty())
+        fonts_[tableFont_].family = name;
+}
+
+void RtfReader::Symbol()
+{
+    switch (tokens_.symbol()) {
+    case u'*':
+        if (groupStart_)
+            SkipGroup(); // a destination for others; those that are read here come without the star
+        break;
+    case u'\\':
+    case u'{':
+    case u'}':
+    case u'\t':
+        Character(tokens_.symbol());
+        break;
+    case u'~':
+        Character(u'\u00A0');
+        break;
+    case u'-':
+        Character(u'\u00AD');
+        break;
+    case u'_':
+        Character(u'\u2011');
+        break;
+    case u'\r':
+    case u'\n':
+        if (state_.destination == Destination::Body && !state_.hidden)
+            builder_.EndParagraph(state_.paragraph, state_.text);
+        break;
+    default:
+        break;
+    }
+}
+
+void RtfReader::Text()
+{
+    for (const QChar c : tokens_.text()) {
+        const char16_t unit = c.unicode();
+        if (unit >= FirstNonAscii && input_ == Input::Bytes)
+            Byte(static_cast<unsigned char>(unit));
+        else if (unit < FirstNonAscii && !bytes_.isEmpty())
+            Byte(static_cast<unsigned char>(unit)); // may be the second byte of a character
+        else
+            Character(unit);
+    }
+}
+
+void RtfReader::Character(char16_t c)
+{
+    if (skipCharacters_ > 0) {
+        --skipCharacters_;
+        return;
+    }
+    FlushBytes();
+    Put(c);
+}
+
+void RtfReader::Byte(unsigned char byte)
+{
+    if (skipCharacters_ > 0) {
+        --skipCharacters_;
+        return;
+    }
+    RtfCodePage &codePage = CurrentCodePage();
+    if (!codePage.isMultiByte()) {
+        Put(codePage.Decode(byte));
+        return;
+    }
+    bytes_ += static_cast<char>(byte);
+}
+
+RtfCodePage &RtfReader::CurrentCodePage()
+{
+    const bool known = codePages_.size() < MaxCodePages || codePages_.contains(state_.codePage);
+    const int codePage = known ? state_.codePage : WesternCodePage;
+    return codePages_.try_emplace(codePage, codePage).first->second;
+}
+
+void RtfReader::FlushBytes()
+{
+    if (bytes_.isEmpty())
+        return;
+    const QString text = CurrentCodePage().Decode(std::exchange(bytes_, {}));
+    for (const QChar c : text)
+        Put(c.unicode());
+}
+
+void RtfReader::Unicode(int value)
+{
+    constexpr int Units = 0x10000;
+    constexpr int LastCodePoint = 0x10FFFF;
+    if (value < 0)
+        value += Units; // written as a signed 16-bit number
+    if (value >= 0 && value < Units) {
+        Put(static_cast<char16_t>(value));
+    } else if (value >= Units && value <= LastCodePoint) {
+        Put(QChar::highSurrogate(static_cast<char32_t>(value)));
+        Put(QChar::lowSurrogate(static_cast<char32_t>(value)));
+    }
+    skipCharacters_ = state_.unicodeSkip;
+}
+
+void RtfReader::Put(char16_t c)
+{
+    switch (state_.destination) {
+    case Destination::FontTable:
+        if (c == u';')
+            FinishFont();
+        else if (fontName_.size() < MaxFontName)
+            fontName_ += QChar(c);
+        break;
+    case Destination::ColourTable:
+        if (c == u';')
+            colours_.push_back(std::exchange(tableColour_, 0));
+        break;
+    case Destination::Body:
+        if (state_.hidden)
+            break;
+        if (c == u'\u2029' || c == u'\f')
+            builder_.EndParagraph(state_.paragraph, state_.text);
+        else
+            builder_.Append(c, state_.text);
+        break;
+    }
+}
