@@ -29,6 +29,14 @@ std::size_t Bit(int column)
     return static_cast<std::size_t>(column);
 }
 
+// The edit buffer, while an Edit or AddNew is under way.
+struct Buffer
+{
+    bool adding = false;
+    std::array<QVariant, CardColumnCount> values;
+    ColumnSet written;
+};
+
 } // namespace
 
 struct CardRecordset::Impl
@@ -40,13 +48,6 @@ struct CardRecordset::Impl
         OnCard,
         OnDeleted, // on the place of a deleted card
         AfterLast,
-    };
-
-    struct Buffer
-    {
-        bool adding = false;
-        std::array<QVariant, CardColumnCount> values;
-        ColumnSet written;
     };
 
     explicit Impl(CardFile &cardFile) : file(cardFile), database(cardFile.Database()), scan(database)
@@ -414,7 +415,7 @@ void CardRecordset::Edit()
 
 void CardRecordset::AddNew()
 {
-    Impl::Buffer &buffer = impl_->buffer.emplace();
+    Buffer &buffer = impl_->buffer.emplace();
     buffer.adding = true;
     for (int i = 0; i < CardColumnCount; ++i)
         buffer.values[Bit(i)] = ForBuffer({}, i);

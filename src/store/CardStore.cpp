@@ -236,7 +236,7 @@ void CardStore::CalibrateDelayLoop()
 
 void CardStore::DelayMilliseconds(qint16 ms) const
 {
-    const double rounds = LoopsPerSecond / 1000.0 * ms;
-    for (double round = 0; round < rounds; ++round)
+    const auto rounds = static_cast<qint64>(LoopsPerSecond / 1000.0 * ms);
+    for (qint64 round = 0; round < rounds; ++round)
         static_cast<void>(uhr_.Sekunde());
 }
