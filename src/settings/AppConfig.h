@@ -45,5 +45,7 @@ public:
     bool ReadIntroAnimation() const;
 
 private:
+    QString KonfigPfad(const char *name) const;
+
     Meldungen &meldungen_;
 };
