@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "SoundPlayer.h"
+
+#include "WaveFile.h"
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+// What the player and its thread tell each other; every member under `mutex`.
+struct SoundPlayer::State
+{
+    std::mutex mutex;
+    std::condition_variable asked, answered;
+
+    std::thread thread;
+    uint64_t request = 0;            // counts the sounds and stops asked for
+    std::optional<std::string> path; // the sound asked for last, nothing for a stop
+    bool quit = false;
+
+    uint64_t done = 0;     // the last request that has been carried out
+    bool playing = false;  // its outcome
+    std::string error;     // something unexpected in it
+    uint64_t givenUp = 0;  // the last request that took too long
+    bool ended = false;    // the sound is over, the device can be closed
+    bool finished = false; // the thread has let go of everything
+};
+
+namespace {
+
+constexpr auto StartPatience = std::chrono::seconds(2);
+constexpr auto EndPatience = std::chrono::seconds(1);
+constexpr const char *NoWave = "Keine WAV-Datei nicht vorhanden !";
+constexpr const char *Unexpected = "Fehler bei Play_Sound ";
+
+// SDL's audio, kept from the first sound on.
+class AudioSystem
+{
+public:
+    AudioSystem() = default;
+    AudioSystem(const AudioSystem &) = delete;
+    AudioSystem &operator=(const AudioSystem &) = delete;
+
+    ~AudioSystem() { Close(); }
+
+    bool Open()
+    {
+        // Otherwise SDL would take SIGINT and SIGTERM for itself.
+        SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+        SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Paukfix");
+        open_ = open_ || SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        return open_;
+    }
+
+    void Close()
+    {
+        if (std::exchange(open_, false)) {
+            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        }
+    }
+
+    bool IsOpen() const { return open_; }
+
+private:
+    bool open_ = false;
+};
+
+// One sound on a device of its own.
+class Playback
+{
+public:
+    // `ended` is called once, on the audio thread.
+    Playback(Wave wave, std::function<void()> ended)
+        : wave_(std::move(wave)),
+          ended_(std::move(ended))
+          // A fifth of a second of silence pushes the last samples through the device's own buffers.
+          ,
+          tail_(static_cast<size_t>(wave_.spec.freq) / 5 * wave_.spec.channels *
+                SDL_AUDIO_BITSIZE(wave_.spec.format) / 8)
+    {
+    }
+
+    Playback(const Playback &) = delete;
+    Playback &operator=(const Playback &) = delete;
+
+    ~Playback()
+    {
+        if (device_ != 0) {
+            SDL_CloseAudioDevice(device_);
+        }
+    }
+
+    // False when there is no device.
+    bool Open()
+    {
+        SDL_AudioSpec wanted = wave_.spec;
+        // At most a thirtieth of a second: twice as much is still heard after a stop.
+        wanted.samples = static_cast<Uint16>(std::bit_floor(static_cast<unsigned>(wanted.freq) / 30));
+        wanted.callback = [](void *self, Uint8 *out, int length) {
+            static_cast<Playback *>(self)->Fill(out, static_cast<size_t>(length));
+        };
+        wanted.userdata = this;
+        // No change allowed: SDL converts to what the device takes.
+        device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, &spec_, 0);
+        return device_ != 0;
+    }
+
+    void Start() { SDL_PauseAudioDevice(device_, 0); }
+
+private:
+    void Fill(Uint8 *out, size_t length)
+    {
+        const size_t samples = std::min(length, wave_.length - position_);
+        std::memcpy(out, wave_.samples.get() + position_, samples);
+        position_ += samples;
+        const size_t silence = length - samples;
+        std::memset(out + samples, spec_.silence, silence);
+        if (tail_ > 0 && tail_ <= silence) {
+            ended_();
+        }
+        tail_ -= std::min(tail_, silence);
+    }
+
+    Wave wave_;
+    std::function<void()> ended_;
+    size_t tail_; // bytes of silence still to come before the end
+    size_t position_ = 0;
+    SDL_AudioSpec spec_{};
+    SDL_AudioDeviceID device_ = 0;
+};
+
+// Nothing when the file is no wave or there is no device.
+std::unique_ptr<Playback> Open(AudioSystem &audio, const std::string &path, std::function<void()> ended)
+{
+    std::optional<Wave> wave = LoadWave(path);
+    if (!wave) {
+        return nullptr;
+    }
+    auto playback = std::make_unique<Playback>(std::move(*wave), std::move(ended));
+    const bool seasoned = audio.IsOpen();
+    if (audio.Open() && playback->Open()) {
+        return playback;
+    }
+    // A sound server that has been restarted since takes a new connection only.
+    audio.Close();
+    if (seasoned && audio.Open() && playback->Open()) {
+        return playback;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void SoundPlayer::Work(State &state)
+{
+    AudioSystem audio;
+    std::unique_ptr<Playback> playback;
+    const auto ended = [&state] {
+        const std::scoped_lock lock(state.mutex);
+        state.ended = true;
+        state.asked.notify_one();
+    };
+    std::unique_lock lock(state.mutex);
+    while (!state.quit) {
+        state.asked.wait(lock, [&] { return state.quit || state.ended || state.done != state.request; });
+        const uint64_t request = state.request;
+        const std::optional<std::string> path = std::exchange(state.path, std::nullopt);
+        lock.unlock();
+        playback.reset();
+        std::string error;
+        try {
+            if (path) {
+                playback = Open(audio, *path, ended);
+            }
+        } catch (const std::exception &exception) {
+            error = exception.what();
+        }
+        lock.lock();
+        state.ended = false;
+        state.done = request;
+        state.playing = playback != nullptr;
+        state.error = error;
+        if (playback && state.request == request) {
+            playback->Start();
+        }
+        state.answered.notify_one();
+    }
+    lock.unlock();
+    playback.reset();
+    audio.Close();
+    lock.lock();
+    state.finished = true;
+    state.answered.notify_one();
+}
+
+SoundPlayer::SoundPlayer(std::function<void(const std::string &)> report)
+    : report_(std::move(report)), state_(std::make_shared<State>())
+{
+}
+
+SoundPlayer::~SoundPlayer()
+{
+    std::unique_lock lock(state_->mutex);
+    if (!state_->thread.joinable()) {
+        return;
+    }
+    state_->quit = true;
+    state_->path.reset();
+    state_->asked.notify_one();
+    const bool finished = state_->answered.wait_for(lock, EndPatience, [this] { return state_->finished; });
+    std::thread thread = std::move(state_->thread);
+    lock.unlock();
+    if (finished) {
+        thread.join();
+    } else {
+        thread.detach();
+    }
+}
+
+void SoundPlayer::PlaySound(const std::string &path)
+{
+    std::string message;
+    try {
+        message = Start(path);
+    } catch (const std::exception &exception) {
+        message = std::string(Unexpected) + exception.what();
+    }
+    if (!message.empty()) {
+        report_(message);
+    }
+}
+
+std::string SoundPlayer::Start(const std::string &path)
+{
+    State &state = *state_;
+    std::unique_lock lock(state.mutex);
+    if (!state.thread.joinable()) {
+        state.thread = std::thread([shared = state_] { Work(*shared); });
+    }
+    if (state.done < state.givenUp) {
+        return NoWave;
+    }
+    state.path = path;
+    const uint64_t request = ++state.request;
+    state.asked.notify_one();
+    if (!state.answered.wait_for(lock, StartPatience, [&] { return state.done >= request; })) {
+        state.givenUp = request;
+        state.path.reset();
+        ++state.request;
+        return NoWave;
+    }
+    if (!state.error.empty()) {
+        return Unexpected + state.error;
+    }
+    return state.playing ? std::string() : NoWave;
+}
+
+void SoundPlayer::StopSound()
+{
+    const std::scoped_lock lock(state_->mutex);
+    state_->path.reset();
+    ++state_->request;
+    state_->asked.notify_one();
+}

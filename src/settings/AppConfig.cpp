@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AppConfig.h"
+
+#include "KonfigFormat.h"
+#include "SafeFile.h"
+
+#include <QFileInfo>
+
+namespace {
+
+// The numbers of the sections that can be rewritten.
+constexpr qint16 RecentFiles = 1, Font = 2, AnimationSwitch = 3;
+
+constexpr qint64 MaxFileSize = 256 * 1024; // bytes; a file of settings holds a few hundred
+constexpr int MaxReports = 10;             // messages of one reading: a broken file must not show thousands
+constexpr qsizetype MaxRecentFiles = 5;
+constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
+constexpr QByteArrayView FontHeader = "[Font]";
+constexpr QByteArrayView AnimationHeader = "[Animation]";
+constexpr QByteArrayView AnimationKey = "Animation=";
+
+struct FontKey
+{
+    const char *name;
+    void (*take)(Schrift &schrift, QByteArrayView value);
+    QByteArray (*text)(const Schrift &schrift);
+};
+
+// In the order in which they are tested and written.
+constexpr FontKey FontKeys[] = {
+    {"FontName=", [](Schrift &s, QByteArrayView v) { s.FontName = TextValue(v); },
+     [](const Schrift &s) { return LineFromText(s.FontName); }},
+    {"FontSize=", [](Schrift &s, QByteArrayView v) { s.FontSize = SizeValue(v); },
+     [](const Schrift &s) { return SizeText(s.FontSize); }},
+    {"FontBold=", [](Schrift &s, QByteArrayView v) { s.FontBold = BoolValue(v); },
+     [](const Schrift &s) { return BoolText(s.FontBold); }},
+    {"FontItalic=", [](Schrift &s, QByteArrayView v) { s.FontItalic = BoolValue(v); },
+     [](const Schrift &s) { return BoolText(s.FontItalic); }},
+    {"FontStrikethru=", [](Schrift &s, QByteArrayView v) { s.FontStrikethru = BoolValue(v); },
+     [](const Schrift &s) { return BoolText(s.FontStrikethru); }},
+    {"FontUnderline=", [](Schrift &s, QByteArrayView v) { s.FontUnderline = BoolValue(v); },
+     [](const Schrift &s) { return BoolText(s.FontUnderline); }},
+    {"Color=", [](Schrift &s, QByteArrayView v) { s.Color = ColorValue(v); },
+     [](const Schrift &s) { return QByteArray::number(s.Color); }},
+};
+
+QByteArrayView HeaderOf(qint16 section)
+{
+    switch (section) {
+    case RecentFiles:
+        return RecentFilesHeader;
+    case Font:
+        return FontHeader;
+    case AnimationSwitch:
+        return AnimationHeader;
+    default:
+        return {};
+    }
+}
+
+// The section that the line opens, 0 for one that is not known.
+qint16 SectionOf(QByteArrayView line)
+{
+    for (const qint16 section : {RecentFiles, Font, AnimationSwitch}) {
+        if (SameLetters(line, HeaderOf(section))) {
+            return section;
+        }
+    }
+    return 0;
+}
+
+void SetRecentFile(std::array<QString, 5> &names, size_t index, QByteArrayView line)
+{
+    const QString name = NameValue(line);
+    if (index >= names.size()) {
+        throw StoreError(Fehler::IndexAusserhalb,
+                         QStringLiteral("Index außerhalb des gültigen Bereichs: \"%1\"").arg(name));
+    }
+    names.at(index) = name;
+}
+
+// The lines that a rewritten section begins with.
+QByteArray NewEntries(qint16 section, const QString &value, const Schrift &schrift)
+{
+    QByteArray entries;
+    if (section == RecentFiles && !value.isEmpty()) {
+        entries = LineFromName(value) + "\r\n";
+    } else if (section == Font) {
+        for (const FontKey &key : FontKeys) {
+            entries += key.name + key.text(schrift) + "\r\n";
+        }
+    } else if (section == AnimationSwitch) {
+        entries = AnimationKey.toByteArray() + LineFromText(value) + "\r\n";
+    }
+    return entries;
+}
+
+// `content` with one section rewritten, every other line byte for byte as it was.
+QByteArray Rewritten(const QByteArray &content, qint16 section, const QString &value, const Schrift &schrift)
+{
+    const QByteArrayView header = HeaderOf(section);
+    const QByteArray entries = NewEntries(section, value, schrift);
+    QByteArray result;
+    bool replacing = false;
+    qsizetype names = 0;
+    for (const KonfigLine &line : KonfigLines(content)) {
+        if (IsHeader(line.text)) {
+            replacing = false;
+        }
+        if (!header.isEmpty() && SameLetters(line.text, header)) {
+            replacing = true;
+            names = value.isEmpty() ? 0 : 1;
+            result += line.whole;
+            if (line.whole.size() == line.text.size()) { // the last line, without an end
+                result += "\r\n";
+            }
+            result += entries;
+        } else if (!replacing || IsComment(line.text)) {
+            result += line.whole;
+        } else if (section == RecentFiles && names < MaxRecentFiles &&
+                   NameFromLine(line.text).compare(value, Qt::CaseInsensitive) != 0) {
+            ++names;
+            result += line.whole;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+AppConfig::AppConfig(Meldungen &meldungen) : meldungen_(meldungen) {}
+
+QString AppConfig::KonfigPfad(const char *name) const
+{
+    return ProgrammPfad + QLatin1Char('/') + QLatin1String(name);
+}
+
+void AppConfig::ReadConfig()
+{
+    int errors = 0;
+    const auto tryStep = [&](const auto &step) {
+        try {
+            step();
+        } catch (const std::exception &error) {
+            ++errors;
+            if (errors <= MaxReports) {
+                const QString last = QStringLiteral(": weitere Fehler in konfig.dat werden nicht gemeldet");
+                meldungen_.Zeigen(QStringLiteral("Fehler in Konfig_Lesen") +
+                                  (errors < MaxReports ? ErrorText(error) : last));
+            }
+        }
+    };
+
+    QByteArray content;
+    tryStep([&] { content = ReadFile(KonfigPfad("konfig.dat"), MaxFileSize); });
+    qint16 section = 0;
+    size_t recentFile = 0;
+    for (const KonfigLine &line : KonfigLines(content)) {
+        if (IsComment(line.text)) {
+            continue;
+        }
+        if (IsHeader(line.text)) {
+            section = SectionOf(line.text);
+        } else if (section == RecentFiles) {
+            tryStep([&] { SetRecentFile(MDat, recentFile, line.text); });
+            ++recentFile;
+        } else if (section == Font) {
+            for (const FontKey &key : FontKeys) {
+                if (const auto value = ValueBehind(line.text, key.name)) {
+                    tryStep([&] { key.take(schrift, *value); });
+                }
+            }
+        } else if (section == AnimationSwitch) {
+            if (const auto value = ValueBehind(line.text, AnimationKey)) {
+                tryStep([&] { Animation = BoolValue(*value); });
+            }
+        }
+    }
+    Gelesen();
+}
+
+void AppConfig::WriteConfig(qint16 section, const QString &value)
+{
+    {
+        const DirectoryLock lock(ProgrammPfad);
+        const QString konfig = KonfigPfad("konfig.dat");
+        const QByteArray content = Rewritten(ReadFile(konfig, MaxFileSize), section, value, schrift);
+        WriteFileSynced(KonfigPfad("konfig.new"), content);
+        // konfig.new stays, so konfig.dat is replaced by a second copy, in one rename: overwriting it in
+        // place would leave half a file after a kill, and a second name for konfig.new would share its next
+        // overwriting. A konfig.dat that is a link stays one.
+        const QString target = QFileInfo(konfig).canonicalFilePath();
+        const QString temporary = target + QStringLiteral(".tmp");
+        WriteFileSynced(temporary, content);
+        ReplaceFile(temporary, target);
+    }
+    ReadConfig();
+}
+
+bool AppConfig::ReadIntroAnimation() const
+{
+    const QByteArray content = ReadFile(KonfigPfad("konfig.dat"), MaxFileSize);
+    bool animation = true;
+    bool inAnimation = false;
+    for (const KonfigLine &line : KonfigLines(content)) {
+        if (IsHeader(line.text)) {
+            inAnimation = SameLetters(line.text, AnimationHeader, Qt::CaseSensitive);
+        } else if (inAnimation && !IsComment(line.text)) {
+            if (const auto value = ValueBehind(line.text, AnimationKey, Qt::CaseSensitive)) {
+                animation = BoolValue(*value);
+            }
+        }
+    }
+    return animation;
+}

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "SafeFile.h"
+
+#include "StoreError.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+constexpr int GeraeteFehler = 57;
+constexpr int ZuVieleDateien = 67;
+
+class Descriptor
+{
+public:
+    Descriptor(const QString &path, int flags)
+        : number_(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666))
+    {
+        if (number_ < 0) {
+            ThrowFileError(errno, path);
+        }
+    }
+
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    ~Descriptor() { close(number_); }
+
+    int Number() const { return number_; }
+
+private:
+    int number_;
+};
+
+void Sync(const Descriptor &file, const QString &path)
+{
+    if (fsync(file.Number()) != 0) {
+        ThrowFileError(errno, path);
+    }
+}
+
+} // namespace
+
+void ThrowFileError(int error, const QString &path)
+{
+    switch (error) {
+    case ENOENT:
+        if (QFileInfo(QFileInfo(path).path()).isDir()) {
+            throw StoreError(Fehler::DateiNichtGefunden,
+                             QStringLiteral("Datei nicht gefunden: %1").arg(path));
+        }
+        [[fallthrough]];
+    case ENOTDIR:
+        throw StoreError(Fehler::PfadNichtGefunden, QStringLiteral("Pfad nicht gefunden: %1").arg(path));
+    case EACCES:
+    case EPERM:
+        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("Zugriff verweigert: %1").arg(path));
+    case EROFS:
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Der Datenträger ist schreibgeschützt: %1").arg(path));
+    case EISDIR:
+        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("Das ist ein Verzeichnis: %1").arg(path));
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        throw StoreError(Fehler::DatentraegerVoll, QStringLiteral("Der Datenträger ist voll: %1").arg(path));
+    case ENOMEM:
+        throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Zu wenig Speicher: %1").arg(path));
+    case EMFILE:
+    case ENFILE:
+        throw StoreError(ZuVieleDateien, QStringLiteral("Zu viele Dateien sind offen: %1").arg(path));
+    default:
+        throw StoreError(GeraeteFehler,
+                         QStringLiteral("Ein-/Ausgabefehler (%1): %2").arg(QString::number(error), path));
+    }
+}
+
+QByteArray ReadFile(const QString &path, qint64 limit)
+{
+    // Not blocking, as opening a pipe would wait for its writer.
+    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    struct stat status = {};
+    if (fstat(file.Number(), &status) != 0) {
+        ThrowFileError(errno, path);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        ThrowFileError(EISDIR, path);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
+    }
+    QByteArray content;
+    while (content.size() <= limit) {
+        char buffer[16384];
+        const ssize_t count = read(file.Number(), buffer, sizeof buffer);
+        if (count == 0) {
+            return content;
+        }
+        if (count > 0) {
+            content.append(buffer, count);
+        } else if (errno != EINTR) {
+            ThrowFileError(errno, path);
+        }
+    }
+    throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Die Datei ist zu groß (mehr als %1 KB): %2")
+                                                  .arg(QString::number(limit / 1024), path));
+}
+
+void WriteFileSynced(const QString &path, const QByteArray &content)
+{
+    const Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+    for (qsizetype done = 0; done < content.size();) {
+        const ssize_t count =
+            write(file.Number(), content.constData() + done, static_cast<size_t>(content.size() - done));
+        if (count >= 0) {
+            done += count;
+        } else if (errno != EINTR) {
+            ThrowFileError(errno, path);
+        }
+    }
+    Sync(file, path);
+}
+
+void SyncFile(const QString &path)
+{
+    Sync(Descriptor(path, O_RDONLY), path);
+}
+
+void SyncDirectory(const QString &path)
+{
+    const Descriptor directory(path, O_RDONLY | O_DIRECTORY);
+    if (fsync(directory.Number()) != 0 && errno != EINVAL && errno != ENOTSUP) {
+        ThrowFileError(errno, path);
+    }
+}
+
+void ReplaceFile(const QString &temporary, const QString &target)
+{
+    {
+        const Descriptor file(temporary, O_RDONLY);
+        struct stat old = {};
+        if (stat(QFile::encodeName(target).constData(), &old) == 0) {
+            // File systems without permissions refuse this; the content is what matters.
+            (void)fchmod(file.Number(), old.st_mode & 07777);
+        }
+        Sync(file, temporary);
+    }
+    if (rename(QFile::encodeName(temporary).constData(), QFile::encodeName(target).constData()) != 0) {
+        ThrowFileError(errno, target);
+    }
+    SyncDirectory(QFileInfo(target).path());
+}
+
+DirectoryLock::DirectoryLock(const QString &directory)
+    : descriptor_(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+{
+    if (descriptor_ < 0) {
+        const int error = errno;
+        ThrowFileError(error == ENOENT ? ENOTDIR : error, directory);
+    }
+    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    while (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        if (std::chrono::steady_clock::now() > patience) {
+            close(descriptor_);
+            throw StoreError(Fehler::Gesperrt,
+                             QStringLiteral("Ein anderes Programm schreibt gerade in dieses Verzeichnis: %1")
+                                 .arg(directory));
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+DirectoryLock::~DirectoryLock()
+{
+    close(descriptor_);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// Files that outlast a killed program, a full disk and a power cut. What must last is written beside its
+// place and synced, takes the place in one rename, and the directory is synced: at every moment the old or
+// the new file is there, whole. All functions throw StoreError as ThrowFileError tells.
+
+// The number and the German text for a failed system call: `error` is its errno, `path` what it was about.
+// 53 file not there, 76 directory not there, 3051 not permitted, 61 disk full, 7 no memory, 67 too many open
+// files, 57 any other error of the device.
+[[noreturn]] void ThrowFileError(int error, const QString &path);
+
+// The content of a regular file of at most `limit` bytes; throws 3051 for anything that is no regular file (a
+// pipe would never end) and 7 above the limit.
+QByteArray ReadFile(const QString &path, qint64 limit);
+
+// Creates or overwrites the file with `content` and syncs it. A kill may leave part of it.
+void WriteFileSynced(const QString &path, const QByteArray &content);
+
+void SyncFile(const QString &path);
+// A file system that cannot sync directories is taken as it is.
+void SyncDirectory(const QString &path);
+
+// Syncs `temporary` and lets it take the place of `target`, whose permissions it keeps. Both must lie on one
+// file system. When it throws, `target` is whole: the old file, or already the new one if the directory's
+// sync failed.
+void ReplaceFile(const QString &temporary, const QString &target);
+
+// Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
+// throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
+class DirectoryLock
+{
+public:
+    explicit DirectoryLock(const QString &directory);
+    DirectoryLock(const DirectoryLock &) = delete;
+    DirectoryLock &operator=(const DirectoryLock &) = delete;
+    ~DirectoryLock();
+
+private:
+    int descriptor_;
+};
