@@ -181,6 +181,9 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
     case SQLITE_AUTH:
         throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("darf nicht geändert werden."));
     case SQLITE_CANTOPEN:
+        if (const QString directory = QFileInfo(path).absolutePath(); !QFileInfo(directory).isDir())
+            throw StoreError(Fehler::PfadNichtGefunden,
+                             QStringLiteral("Den Ordner „%1“ gibt es nicht.").arg(directory));
         throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("kann nicht geöffnet werden."));
     case SQLITE_FULL:
         throw StoreError(

@@ -4,14 +4,15 @@
 
 #include "CardFile.h"
 #include "Repair.h"
+#include "SafeFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
+#include <QScopeGuard>
+#include <QUuid>
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 
 namespace {
@@ -77,19 +78,12 @@ void ReplaceByEmptyCardFile(const QString &path)
                 throw;
         }
     }
-    QTemporaryFile fresh(QFileInfo(path).absolutePath() + QStringLiteral("/.paukfix-XXXXXX"));
-    if (!fresh.open())
-        throw StoreError(QFileInfo(QFileInfo(path).absolutePath()).isDir() ? Fehler::NichtErlaubt
-                                                                           : Fehler::PfadNichtGefunden,
-                         QStringLiteral("Die Datei „%1“ kann nicht angelegt werden.").arg(path));
-    fresh.close();
-    CardFile::Create(fresh.fileName());
+    const QString fresh = QFileInfo(path).absolutePath() +
+                          QStringLiteral("/.paukfix-%1.neu").arg(QUuid::createUuid().toString(QUuid::Id128));
+    const auto tidyUp = qScopeGuard([&] { QFile::remove(fresh); });
+    CardFile::Create(fresh);
     QFile::remove(path + QStringLiteral("-journal")); // the engine would roll it back into the new file
-    if (std::rename(QFile::encodeName(fresh.fileName()).constData(), QFile::encodeName(path).constData()) !=
-        0)
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Die Datei „%1“ kann nicht angelegt werden.").arg(path));
-    fresh.setAutoRemove(false);
+    ReplaceFile(fresh, path);
 }
 
 } // namespace
