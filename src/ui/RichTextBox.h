@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QTextEdit>
+
+// The one box that shows and takes formatted text. Tab moves the focus on.
+class RichTextBox : public QTextEdit
+{
+public:
+    explicit RichTextBox(QWidget *parent = nullptr);
+
+    // Shows RTF, or plain text where it is none.
+    void ZeigeRichText(const QString &text);
+    // The plain text with CR LF between lines.
+    QString PlainText() const;
+    // The text as RTF, as it is stored.
+    QString RichText() const;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    // Text in a colour that cannot be read on the box's ground is drawn in a lighter or darker shade of it;
+    // the text itself keeps its colour.
+    void FarbenAnpassen();
+};
