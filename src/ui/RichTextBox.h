@@ -17,11 +17,21 @@ public:
     // The text as RTF, as it is stored.
     QString RichText() const;
 
+    // Leaves room at the sides that the text flows around.
+    void SetRand(const QMargins &rand) { setViewportMargins(rand); }
+
+    // A text that is lower than the box stands in its middle.
+    void SetMittig(bool mittig);
+
 protected:
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     // Text in a colour that cannot be read on the box's ground is drawn in a lighter or darker shade of it;
     // the text itself keeps its colour.
     void FarbenAnpassen();
+    void Einmitten();
+
+    bool mittig_ = false;
 };
