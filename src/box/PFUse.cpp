@@ -4,6 +4,7 @@
 
 #include "Bild.h"
 #include "BildBox.h"
+#include "Flaeche.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
 
@@ -12,6 +13,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
