@@ -92,41 +92,44 @@ void PFUse::BildZeigen(const QString &name)
     Picture1_->raise();
 }
 
-// Where the card's pictures go: as the card says, the picture's own size where it does not, within the card's
-// edges.
 void PFUse::BildPlatzieren()
 {
-    if (bildPlatz_.isEmpty()) {
-        const QSize groesse = Picture1_->Bild().size().boundedTo(kasten_->size() * 2 / 5);
-        bildPlatz_.setSize(Picture1_->Bild().size().scaled(groesse, Qt::KeepAspectRatio));
-        bildPlatz_.moveTopRight(MFrage_->geometry().topRight());
-    }
-    Picture1_->setGeometry(BildImKasten(bildPlatz_));
+    Picture1_->setGeometry(Bildplatz());
     TextUmBild();
+}
+
+// Where the card's pictures go, within the card's edges: as the card says, else to the right of the question.
+QRect PFUse::Bildplatz() const
+{
+    if (!bildPlatz_.isEmpty())
+        return BildImKasten(bildPlatz_);
+    QRect platz = MFrage_->geometry();
+    platz.setLeft(platz.right() - platz.width() * 2 / 5);
+    return platz;
 }
 
 QRect PFUse::BildImKasten(QRect platz) const
 {
-    const QRect kasten = kasten_->rect();
+    constexpr int Rand = 6;
+    const QRect kasten = kasten_->rect().adjusted(Rand, Rand, -Rand, -Rand);
     platz.setSize(platz.size().boundedTo(kasten.size()));
-    platz.moveLeft(std::clamp(platz.left(), 0, kasten.width() - platz.width()));
-    platz.moveTop(std::clamp(platz.top(), 0, kasten.height() - platz.height()));
+    platz.moveLeft(std::clamp(platz.left(), kasten.left(), kasten.right() + 1 - platz.width()));
+    platz.moveTop(std::clamp(platz.top(), kasten.top(), kasten.bottom() + 1 - platz.height()));
     return platz;
 }
 
-// The question's text makes room beside the picture, unless too little would be left for it.
+// The question's text makes room beside the picture from the start, unless too little would be left for it.
 void PFUse::TextUmBild()
 {
+    constexpr int Abstand = 10;
     const QRect frage = MFrage_->geometry();
+    const QRect bild = Bildplatz();
+    const int links = bild.left() - Abstand - frage.left();
+    const int rechts = frage.right() - Abstand - bild.right();
     QMargins rand;
-    if (!bildPlatz_.isEmpty()) {
-        const QRect bild = BildImKasten(bildPlatz_);
-        const int links = bild.left() - frage.left();
-        const int rechts = frage.right() - bild.right();
-        if (bild.intersects(frage) && std::max(links, rechts) > frage.width() / 3)
-            rand = links > rechts ? QMargins(0, 0, frage.width() - links, 0)
-                                  : QMargins(frage.width() - rechts, 0, 0, 0);
-    }
+    if (mitBild_ && bild.intersects(frage) && std::max(links, rechts) > frage.width() / 3)
+        rand = links > rechts ? QMargins(0, 0, frage.width() - links, 0)
+                              : QMargins(frage.width() - rechts, 0, 0, 0);
     MFrage_->SetRand(rand);
 }
 
@@ -141,8 +144,7 @@ bool PFUse::eventFilter(QObject *objekt, QEvent *event)
     switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut:
-        if (objekt == MFrage_)
-            FarbenSetzen();
+        FarbenSetzen(); // shows where the keyboard goes
         return false;
     case QEvent::MouseButtonRelease:
         return Zeile_Click(objekt, static_cast<const QMouseEvent &>(*event));
@@ -228,7 +230,7 @@ bool PFUse::Zeile_Click(const QObject *objekt, const QMouseEvent &maus)
     if (maus.button() != Qt::LeftButton || stand_ != Stand::Gefragt || karte_.typ != Antworttyp::Ankreuzen)
         return false;
     for (std::size_t i = 0; i < AntwortAnzahl; ++i) {
-        if (objekt == zeile_[i] || objekt == Antwort_[i]->viewport()) {
+        if (objekt == feld_[i] || objekt == Antwort_[i]->viewport()) {
             Check1_[i]->click();
             return true;
         }
@@ -288,6 +290,7 @@ void PFUse::Cpruefen_Click()
         urteil_->setText(QStringLiteral("Wie war Ihre Antwort?"));
         Ergebnis_R_->setFocus();
         Cpruefen_->setEnabled(false);
+        FarbenSetzen();
         HinweiseZeigen();
     } else {
         (richtig ? Ergebnis_R_ : Ergebnis_F_)->setChecked(true);

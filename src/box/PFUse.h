@@ -83,10 +83,13 @@ private:
     void TabFolge();
     void GroesseWaehlen();
     void FarbenSetzen();
+    void ZeilenFaerben();
+    void FelderUmranden();
 
     void FrageAnzeigen();
     void BildZeigen(const QString &name);
     void BildPlatzieren();
+    QRect Bildplatz() const;
     QRect BildImKasten(QRect platz) const;
     void TextUmBild();
     void KlangSpielen(const QString &name);
@@ -114,7 +117,8 @@ private:
     std::array<std::size_t, AntwortAnzahl>
         zeileAmPlatz_{};     // which answer line stands at a place, from the top
     bool leertaste_ = false; // the tick box is being clicked by the keyboard
-    QRect bildPlatz_;        // kept free for the card's pictures; on the card surface
+    bool mitBild_ = false; // one of the card's pictures will be shown
+    QRect bildPlatz_;      // where on the card it goes, as the card says or the learner dragged it; may be empty
 
     Flaeche *kasten_ = nullptr; // the card's surface
     Flaeche *Frame1_ = nullptr; // its frame, in the verdict's colour
@@ -127,7 +131,7 @@ private:
     std::array<RichTextBox *, AntwortAnzahl + 1> Antwort_{};
     std::array<QCheckBox *, AntwortAnzahl> Check1_{};
     std::array<QCheckBox *, AntwortAnzahl> Check2_{};
-    std::array<Flaeche *, AntwortAnzahl> zeile_{};
+    std::array<Flaeche *, AntwortAnzahl + 1> feld_{}; // what an answer stands on, with its ticks
     QLabel *Label4_ = nullptr;
     BildBox *Picture1_ = nullptr;
     QWidget *ergebnis_ = nullptr;

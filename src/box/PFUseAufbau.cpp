@@ -55,9 +55,23 @@ void Schriftgroesse(QWidget *widget, double faktor)
 
 void Faerben(QWidget *widget, QPalette::ColorRole rolle, const QColor &farbe)
 {
-    QPalette palette = widget->palette();
+    QPalette palette; // holds this one colour; all others keep following the desktop
     palette.setColor(rolle, farbe);
     widget->setPalette(palette);
+}
+
+void TextFaerben(QWidget *widget, const QColor &farbe)
+{
+    Faerben(widget, widget->foregroundRole(), farbe);
+}
+
+// The style draws the outlines of tick boxes and option buttons as a darker shade of the window's ground, for
+// which it takes the window to be lighter than the surface they stand on.
+void UmrissFaerben(QWidget *knopf)
+{
+    const QColor grund = knopf->palette().color(QPalette::Base);
+    const QColor schwach = Farben::Getoent(knopf->palette().color(QPalette::Text), grund, 0.25);
+    Faerben(knopf, QPalette::Window, Farben::Lesbar(schwach, grund, Farben::KontrastUmriss + 1).lighter(140));
 }
 
 // A label that shows the beginning of a text that is too long for it.
@@ -72,7 +86,7 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter maler(this);
-        maler.setPen(palette().color(QPalette::WindowText));
+        maler.setPen(palette().color(foregroundRole()));
         maler.drawText(contentsRect(), static_cast<int>(alignment()),
                        fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
     }
@@ -98,13 +112,14 @@ void PFUse::Aufbauen()
         Benannt(new Flaeche(this, QPalette::Window), QStringLiteral("Frame1"), QStringLiteral("Ergebnis"));
     Frame1_->hide();
     kasten_ = Benannt(new Flaeche(this), QStringLiteral("Karte"), QStringLiteral("Karte"));
-    kasten_->SetUmriss(true);
+    kasten_->SetUmriss(Flaeche::Umriss::Fein);
 
     MFrage_ = Benannt(new RichTextBox(kasten_), QStringLiteral("MFrage"), QStringLiteral("Frage"));
     MFrage_->setReadOnly(true);
     MFrage_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     MFrage_->setFrameShape(QFrame::NoFrame);
     MFrage_->viewport()->setAutoFillBackground(false);
+    MFrage_->document()->setDocumentMargin(0);
     Schriftgroesse(MFrage_, 1.4);
     strich_ = new Flaeche(kasten_, QPalette::Mid);
     strich_->setFixedHeight(2);
@@ -118,13 +133,13 @@ void PFUse::Aufbauen()
         TextUmBild();
     };
 
-    auto *inhalt = new QVBoxLayout(kasten_);
+    auto *inhalt = new QVBoxLayout(kasten_); // the question takes the room that the answers leave
     inhalt->setContentsMargins(22, 14, 22, 14);
     inhalt->setSpacing(10);
     inhalt->addLayout(KopfBauen());
-    inhalt->addWidget(MFrage_, 5);
+    inhalt->addWidget(MFrage_, 1);
     inhalt->addWidget(strich_);
-    inhalt->addWidget(antworten_, 4);
+    inhalt->addWidget(antworten_);
     inhalt->addLayout(ErgebnisBauen());
 
     // The frame lies behind the card and shows around it.
@@ -254,8 +269,9 @@ void PFUse::AntwortenBauen()
     MFrage_->installEventFilter(this);
 
     for (std::size_t i = 0; i < Antwort_.size(); ++i) {
-        Antwort_[i] = Benannt(new RichTextBox(antworten_), Name("Antwort", i), QString());
-        Antwort_[i]->hide();
+        feld_[i] = new Flaeche(antworten_);
+        feld_[i]->hide();
+        Antwort_[i] = Benannt(new RichTextBox(feld_[i]), Name("Antwort", i), QString());
         Antwort_[i]->installEventFilter(this);
     }
     for (std::size_t i = 0; i < AntwortAnzahl; ++i) {
@@ -294,12 +310,18 @@ void PFUse::TippenBauen()
     gitter->setHorizontalSpacing(18);
     for (const int spalte : {0, 1}) {
         RichTextBox *box = Antwort_[spalte == 0 ? 0 : 5];
+        Flaeche *feld = feld_[spalte == 0 ? 0 : 5];
         Schriftgroesse(box, 1.2);
-        box->setMinimumHeight(box->fontMetrics().lineSpacing() * 3);
+        box->setFrameShape(QFrame::NoFrame);
+        box->viewport()->setAutoFillBackground(false);
+        box->setMinimumHeight(box->fontMetrics().lineSpacing() * 6);
+        auto *rand = new QVBoxLayout(feld);
+        rand->setContentsMargins(4, 4, 4, 4);
+        rand->addWidget(box);
         gitter->addWidget(leise_[leise_.size() - 2 + spalte], 0, spalte);
-        gitter->addWidget(box, 1, spalte);
+        gitter->addWidget(feld, 1, spalte);
         gitter->setColumnStretch(spalte, 1);
-        box->show();
+        feld->show();
     }
     Antwort_[0]->setFocus();
 }
@@ -324,7 +346,7 @@ void PFUse::AnkreuzenBauen()
     int nummer = 0;
     for (const std::size_t i : zeileAmPlatz_) {
         ZeileBauen(i, ++nummer);
-        zeilen->addWidget(zeile_[i], 1);
+        zeilen->addWidget(feld_[i]);
     }
     Check1_[zeileAmPlatz_[0]]->setFocus();
 }
@@ -339,8 +361,7 @@ void PFUse::ZeileBauen(std::size_t i, int nummer)
     box->setFrameShape(QFrame::NoFrame);
     box->viewport()->setAutoFillBackground(false);
     box->viewport()->installEventFilter(this);
-    box->setMinimumHeight(box->fontMetrics().lineSpacing() * 3 / 2);
-    box->SetMittig(true);
+    box->SetHoechstens(4);
     const QString text = box->PlainText();
     box->setAccessibleName(QStringLiteral("Antwort %1").arg(nummer));
 
@@ -353,16 +374,14 @@ void PFUse::ZeileBauen(std::size_t i, int nummer)
     Check2_[i]->setAttribute(Qt::WA_TransparentForMouseEvents);
     PlatzHalten(Check2_[i]);
 
-    zeile_[i] = new Flaeche(antworten_);
-    zeile_[i]->SetUmriss(true);
-    zeile_[i]->installEventFilter(this);
-    auto *zeile = new QHBoxLayout(zeile_[i]);
+    feld_[i]->installEventFilter(this);
+    feld_[i]->show();
+    auto *zeile = new QHBoxLayout(feld_[i]);
     zeile->setContentsMargins(10, 2, 10, 2);
     zeile->addWidget(Check1_[i]);
     zeile->addWidget(box, 1);
     zeile->addWidget(Check2_[i]);
     Check1_[i]->show();
-    box->show();
 }
 
 void PFUse::TabFolge()
@@ -383,39 +402,69 @@ void PFUse::TabFolge()
 void PFUse::GroesseWaehlen()
 {
     const int zeile = fontMetrics().height();
-    const bool bild = std::any_of(karte_.Medium.begin() + 1, karte_.Medium.begin() + 4,
-                                  [](const QString &name) { return !name.isEmpty(); });
-    bildPlatz_ = bild ? karte_.Bildplatz : QRect();
-    const QSize rand(zeile * 4, zeile * 8); // what the window adds to the card
-    const QSize fuerBild = bild ? QSize(bildPlatz_.right(), bildPlatz_.bottom()) + rand : QSize();
-    resize(QSize(zeile * 50, zeile * 36)
-               .expandedTo(fuerBild)
-               .expandedTo(minimumSizeHint())
-               .boundedTo(screen()->availableSize() * 0.9));
+    const QSize schirm = screen()->availableSize() * 0.9;
+    const QSize groesse(zeile * 56, zeile * 42);
+    mitBild_ = std::any_of(karte_.Medium.begin() + 1, karte_.Medium.begin() + 4,
+                           [](const QString &name) { return !name.isEmpty(); });
+    QSize bedarf;
+    if (mitBild_ && !karte_.Bildplatz.isEmpty()) {
+        bildPlatz_ = karte_.Bildplatz;
+        const QLayout &inhalt = *kasten_->layout();
+        // A picture that begins beside the question stays beside it.
+        const int oben = inhalt.contentsMargins().top() + MaskThema_->sizeHint().height() + inhalt.spacing();
+        if (bildPlatz_.top() < groesse.height() / 3)
+            MFrage_->setMinimumHeight(std::clamp(bildPlatz_.bottom() - oben,
+                                                 MFrage_->minimumSizeHint().height(), schirm.height() / 2));
+        bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 4, zeile * 8);
+    }
+    resize(groesse.expandedTo(bedarf).expandedTo(layout()->minimumSize()).boundedTo(schirm));
 }
 
 void PFUse::FarbenSetzen()
 {
     const QColor text = palette().color(QPalette::WindowText);
+    const QColor karte = palette().color(QPalette::Base);
     for (QLabel *label : leise_) {
-        const QColor grund = palette().color(label == hinweise_ ? QPalette::Window : QPalette::Base);
-        Faerben(label, QPalette::WindowText, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
+        const QColor grund = label == hinweise_ ? palette().color(QPalette::Window) : karte;
+        TextFaerben(label, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
     }
     Faerben(strich_, QPalette::Mid,
-            MFrage_->hasFocus() ? palette().color(QPalette::Highlight)
-                                : Farben::Getoent(text, palette().color(QPalette::Base), 0.15));
+            MFrage_->hasFocus() ? palette().color(QPalette::Highlight) : Farben::Getoent(text, karte, 0.15));
+
     const QColor signal = Ergebnis_R_->isChecked() ? Farben::Richtig : Farben::Falsch;
     Faerben(Frame1_, QPalette::Window, signal);
-    if (stand_ == Stand::Beurteilt)
-        Faerben(urteil_, QPalette::WindowText, Farben::Lesbar(signal, palette().color(QPalette::Base)));
-    if (karte_.typ == Antworttyp::Ankreuzen && stand_ != Stand::Gefragt) {
-        for (std::size_t i = 0; i < AntwortAnzahl; ++i) {
+    TextFaerben(urteil_, stand_ == Stand::Beurteilt ? Farben::Lesbar(signal, karte) : text);
+    UmrissFaerben(Ergebnis_R_);
+    UmrissFaerben(Ergebnis_F_);
+    if (karte_.typ == Antworttyp::Ankreuzen)
+        ZeilenFaerben();
+    else
+        FelderUmranden();
+}
+
+void PFUse::ZeilenFaerben()
+{
+    for (std::size_t i = 0; i < AntwortAnzahl; ++i) {
+        feld_[i]->SetUmriss(Check1_[i]->hasFocus() ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Fein);
+        if (stand_ != Stand::Gefragt) {
             const bool stimmt = Check1_[i]->isChecked() == Check2_[i]->isChecked();
-            Faerben(zeile_[i], QPalette::Base,
+            Faerben(feld_[i], QPalette::Base,
                     Farben::Getoent(stimmt ? Farben::Richtig : Farben::Falsch,
                                     palette().color(QPalette::Base), 0.18));
         }
+        UmrissFaerben(Check1_[i]);
+        UmrissFaerben(Check2_[i]);
     }
+}
+
+void PFUse::FelderUmranden()
+{
+    const auto umriss = [](const QWidget *box, Flaeche::Umriss sonst) {
+        return box->hasFocus() ? Flaeche::Umriss::Fokus : sonst;
+    };
+    const bool gefragt = stand_ == Stand::Gefragt;
+    feld_[0]->SetUmriss(umriss(Antwort_[0], gefragt ? Flaeche::Umriss::Feld : Flaeche::Umriss::Fein));
+    feld_[5]->SetUmriss(umriss(Antwort_[5], gefragt ? Flaeche::Umriss::Gestrichelt : Flaeche::Umriss::Fein));
 }
 
 void PFUse::HinweiseZeigen()

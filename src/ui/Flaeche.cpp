@@ -11,7 +11,7 @@ Flaeche::Flaeche(QWidget *parent, QPalette::ColorRole grund) : QWidget(parent)
     setBackgroundRole(grund);
 }
 
-void Flaeche::SetUmriss(bool umriss)
+void Flaeche::SetUmriss(Umriss umriss)
 {
     umriss_ = umriss;
     update();
@@ -19,12 +19,30 @@ void Flaeche::SetUmriss(bool umriss)
 
 void Flaeche::paintEvent(QPaintEvent *)
 {
-    constexpr qreal Radius = 9;
+    constexpr qreal Radius = 8;
     const QColor grund = palette().color(backgroundRole());
+    const QColor schwach = Farben::Getoent(palette().color(foregroundRole()), grund, 0.25);
+    QPen stift(schwach);
+    switch (umriss_) {
+    case Umriss::Keiner:
+        stift = Qt::NoPen;
+        break;
+    case Umriss::Fein:
+        break;
+    case Umriss::Feld:
+        stift.setColor(Farben::Lesbar(schwach, grund, Farben::KontrastUmriss));
+        break;
+    case Umriss::Gestrichelt:
+        stift.setStyle(Qt::DashLine);
+        break;
+    case Umriss::Fokus:
+        stift = QPen(Farben::Lesbar(palette().color(QPalette::Highlight), grund, Farben::KontrastUmriss), 2);
+        break;
+    }
+    const qreal halb = stift.widthF() / 2;
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.setBrush(grund);
-    maler.setPen(umriss_ ? QPen(Farben::Getoent(palette().color(QPalette::WindowText), grund, 0.25))
-                         : Qt::NoPen);
-    maler.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
+    maler.setPen(stift);
+    maler.drawRoundedRect(QRectF(rect()).adjusted(halb, halb, -halb, -halb), Radius, Radius);
 }

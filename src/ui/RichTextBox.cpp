@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
 {
@@ -35,6 +36,12 @@ QString RichTextBox::RichText() const
     return ToRtf(*document());
 }
 
+QSize RichTextBox::minimumSizeHint() const
+{
+    const int zeile = fontMetrics().lineSpacing();
+    return {zeile * 6, zeile + 2 * frameWidth()};
+}
+
 void RichTextBox::changeEvent(QEvent *event)
 {
     QTextEdit::changeEvent(event);
@@ -42,10 +49,25 @@ void RichTextBox::changeEvent(QEvent *event)
         FarbenAnpassen();
 }
 
-void RichTextBox::SetMittig(bool mittig)
+void RichTextBox::SetHoechstens(int zeilen)
 {
-    mittig_ = mittig;
+    hoechstens_ = zeilen;
+    QSizePolicy regel = sizePolicy();
+    regel.setHeightForWidth(zeilen > 0);
+    setSizePolicy(regel);
     Einmitten();
+}
+
+int RichTextBox::heightForWidth(int breite) const
+{
+    const int rand = 2 * frameWidth();
+    const int hoechstens = fontMetrics().lineSpacing() * hoechstens_;
+    // No need to lay out a text that is far too long anyway.
+    if (document()->characterCount() > hoechstens_ * 300)
+        return hoechstens + rand;
+    const std::unique_ptr<QTextDocument> probe(document()->clone());
+    probe->setTextWidth(breite - rand);
+    return std::min(static_cast<int>(std::ceil(probe->size().height())), hoechstens) + rand;
 }
 
 void RichTextBox::resizeEvent(QResizeEvent *event)
@@ -56,7 +78,7 @@ void RichTextBox::resizeEvent(QResizeEvent *event)
 
 void RichTextBox::Einmitten()
 {
-    if (!mittig_)
+    if (hoechstens_ == 0)
         return;
     // Only the height is taken away, so the text keeps its lines and this ends after one round.
     const int frei = contentsRect().height() - static_cast<int>(std::ceil(document()->size().height()));

@@ -20,8 +20,17 @@ public:
     // Leaves room at the sides that the text flows around.
     void SetRand(const QMargins &rand) { setViewportMargins(rand); }
 
-    // A text that is lower than the box stands in its middle.
-    void SetMittig(bool mittig);
+    // Makes the box as high as its text, up to `zeilen` lines; in a higher one the text stands in the middle.
+    void SetHoechstens(int zeilen);
+
+    bool hasHeightForWidth() const override { return hoechstens_ > 0; }
+
+    int heightForWidth(int breite) const override;
+
+    // Small: how much room a text gets is the layout's to say.
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
+    QSize minimumSizeHint() const override;
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -33,5 +42,5 @@ private:
     void FarbenAnpassen();
     void Einmitten();
 
-    bool mittig_ = false;
+    int hoechstens_ = 0; // lines; 0 leaves the height to the layout
 };
