@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Abfrage.h"
+
+#include "TextHelpers.h"
+#include "Twips.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+double Zahl(const Field &feld)
+{
+    return feld.IsNull() ? 0 : feld.Number();
+}
+
+} // namespace
+
+Abfragekarte KarteLesen(const CardFieldHandles &felder)
+{
+    Abfragekarte karte;
+    karte.FrageNr = QString::number(Zahl(felder.FrageNr), 'g', 15);
+    karte.FachNr = felder.FachNr.Integer();
+    const double typ = std::nearbyint(Zahl(felder.Antworttyp));
+    if (typ == 1)
+        karte.typ = Antworttyp::Getippt;
+    else if (typ == 2)
+        karte.typ = Antworttyp::Ankreuzen;
+    for (std::size_t slot = 1; slot <= 8; ++slot)
+        karte.Medium[slot] = felder.Picture_name[slot - 1].Text();
+    karte.Thema = felder.Picture_name[8].Text();
+    karte.Bildplatz = PixelVonTwips(Zahl(felder.PictureLeft), Zahl(felder.PictureTop),
+                                    Zahl(felder.PictureWidth), Zahl(felder.PictureHeight));
+    karte.Frage = felder.Frage.Text();
+    for (std::size_t i = 0; i < AntwortAnzahl; ++i) {
+        karte.Antwort[i] = felder.Antwort[i].Text();
+        karte.Antwort_ch[i] = felder.Antwort_ch[i].Flag();
+    }
+    karte.Antwort_1_Klartext = felder.Antwort_Klartext[0].Text();
+    return karte;
+}
+
+QString Referenztext(const QString &klartext)
+{
+    const QString text = ZeilenumbruchEntfernen(klartext);
+    const qsizetype hinweis = text.indexOf(QLatin1String("Hinweis:"));
+    return hinweis < 0 ? text : Trimmed(text.left(hinweis));
+}
+
+bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe)
+{
+    const QString referenz = Referenztext(klartext);
+    return referenz == QLatin1String("Joker") || ZeilenumbruchEntfernen(Trimmed(eingabe)) == referenz;
+}
+
+bool KreuzeRichtig(const std::array<bool, AntwortAnzahl> &kreuze,
+                   const std::array<bool, AntwortAnzahl> &loesung)
+{
+    return kreuze == loesung;
+}
+
+std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall)
+{
+    std::array<int, AntwortAnzahl> folge{};
+    for (auto platz = folge.begin(); platz != folge.end(); ++platz) {
+        do
+            *platz = static_cast<int>(zufall.Rnd() * AntwortAnzahl);
+        while (std::find(folge.begin(), platz, *platz) != platz);
+    }
+    return folge;
+}
+
+const QString &BildNachUrteil(const Abfragekarte &karte, bool richtig)
+{
+    return richtig || karte.Medium[3].isEmpty() ? karte.Medium[2] : karte.Medium[3];
+}
+
+const QString &KlangNachUrteil(const Abfragekarte &karte, bool richtig)
+{
+    return richtig || karte.Medium[8].isEmpty() ? karte.Medium[7] : karte.Medium[8];
+}

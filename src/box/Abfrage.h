@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardStore.h"
+#include "Zufall.h"
+
+#include <QRect>
+#include <QString>
+
+#include <array>
+
+// The rules of a query, apart from its window.
+
+inline constexpr int AntwortAnzahl = 5;
+
+enum class Antworttyp
+{
+    Keiner,
+    Getippt,
+    Ankreuzen
+};
+
+// The card that is asked, read once when the query opens. Null reads as empty.
+struct Abfragekarte
+{
+    QString FrageNr;
+    qint16 FachNr = 0;
+    Antworttyp typ = Antworttyp::Keiner;
+    QString Thema;
+    QString Frage;
+    std::array<QString, AntwortAnzahl> Antwort;
+    QString Antwort_1_Klartext;
+    std::array<bool, AntwortAnzahl> Antwort_ch{};
+    // Media names by slot; [0] is not used. 1 to 3 pictures, 6 to 8 sounds: question, right answer, wrong
+    // answer.
+    std::array<QString, 9> Medium;
+    QRect Bildplatz; // pixels on the card; without an area where the card does not say
+};
+
+// Reads the current card. Throws StoreError.
+Abfragekarte KarteLesen(const CardFieldHandles &felder);
+
+// What a typed answer is compared with: the plain text without line breaks, up to a "Hinweis:".
+QString Referenztext(const QString &klartext);
+bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe);
+
+// Right only when all five lines agree, unused ones included.
+bool KreuzeRichtig(const std::array<bool, AntwortAnzahl> &kreuze,
+                   const std::array<bool, AntwortAnzahl> &loesung);
+
+// A random order of the answer lines: line i takes the place that line [i] had.
+std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall);
+
+// The card's own picture and sound for a verdict; empty where it has none.
+const QString &BildNachUrteil(const Abfragekarte &karte, bool richtig);
+const QString &KlangNachUrteil(const Abfragekarte &karte, bool richtig);

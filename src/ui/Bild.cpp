@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bild.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace {
+
+// A file may claim any size: what is larger than any camera's picture is not even begun.
+constexpr qint64 MaxPixel = 120'000'000;
+constexpr int MaxSeite = 4096;
+
+[[noreturn]] void KeinBild(const QString &pfad, const QString &grund)
+{
+    throw StoreError(Fehler::UngueltigesBild, QStringLiteral("Ungültiges Bild „%1“: %2").arg(pfad, grund));
+}
+
+// The format as the file's first bytes tell it, empty for any other.
+QByteArray BildFormat(QFile &datei)
+{
+    const QByteArray anfang = datei.peek(3);
+    if (anfang.startsWith("BM"))
+        return QByteArrayLiteral("bmp");
+    if (anfang == "\xff\xd8\xff")
+        return QByteArrayLiteral("jpeg");
+    return {};
+}
+
+} // namespace
+
+QString BlosserName(const QString &name)
+{
+    return name.mid(std::max(name.lastIndexOf(u'\\'), name.lastIndexOf(u'/')) + 1);
+}
+
+QImage BildLesen(const QString &pfad)
+{
+    const QFileInfo info(pfad);
+    if (!info.dir().exists())
+        throw StoreError(Fehler::PfadNichtGefunden, QStringLiteral("Pfad nicht gefunden: „%1“").arg(pfad));
+    if (!info.exists())
+        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden: „%1“").arg(pfad));
+    QFile datei(pfad);
+    // A pipe or a device would keep the program waiting.
+    if (!info.isFile() || !datei.open(QIODevice::ReadOnly))
+        throw StoreError(Fehler::PfadZugriff,
+                         QStringLiteral("Die Datei „%1“ kann nicht gelesen werden.").arg(pfad));
+
+    const QByteArray format = BildFormat(datei);
+    if (format.isEmpty())
+        KeinBild(pfad, QStringLiteral("weder BMP noch JPEG."));
+    QImageReader leser(&datei, format);
+    leser.setAutoDetectImageFormat(false);
+    leser.setAutoTransform(true);
+    const QSize groesse = leser.size();
+    if (qint64{groesse.width()} * groesse.height() > MaxPixel)
+        KeinBild(pfad, QStringLiteral("es ist zu groß."));
+    if (groesse.width() > MaxSeite || groesse.height() > MaxSeite)
+        leser.setScaledSize(groesse.scaled(MaxSeite, MaxSeite, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    const QImage bild = leser.read();
+    if (bild.isNull())
+        KeinBild(pfad, QStringLiteral("die Datei ist beschädigt oder zu groß."));
+    return bild;
+}
+
+QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                 Meldungen &meldungen)
+{
+    const QString blosserName = BlosserName(name);
+    for (const QString &verzeichnis : {karteiPfad, programmPfad}) {
+        try {
+            if (blosserName.isEmpty())
+                throw StoreError(Fehler::DateiNichtGefunden, name);
+            return BildLesen(QDir(verzeichnis).filePath(blosserName));
+        } catch (const StoreError &fehler) {
+            if (fehler.Number() != Fehler::DateiNichtGefunden &&
+                fehler.Number() != Fehler::PfadNichtGefunden) {
+                meldungen.Zeigen(fehler.Text());
+                return {};
+            }
+        }
+    }
+    meldungen.Zeigen(QStringLiteral("Bilddatei nicht gefunden ") + name);
+    return {};
+}

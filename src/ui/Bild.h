@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Meldungen.h"
+#include "StoreError.h"
+
+#include <QImage>
+#include <QString>
+
+namespace Fehler {
+inline constexpr int PfadZugriff = 75;      // there, but not to be read
+inline constexpr int UngueltigesBild = 481; // neither BMP nor JPEG, damaged, or too large
+} // namespace Fehler
+
+// The part of a stored media name behind its last "\" or "/": names of other directories are never opened.
+QString BlosserName(const QString &name);
+
+// Reads a BMP or JPEG file, told by its content, turned as its camera says. A picture of more than 4096
+// pixels on a side is read smaller. Throws StoreError 53, 76, 75 or 481.
+QImage BildLesen(const QString &pfad);
+
+// The picture that a card names: from the directory of the card file or, where it is not there, from the
+// program's. Shows what went wrong and returns a null image then.
+QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                 Meldungen &meldungen);

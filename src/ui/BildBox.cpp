@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BildBox.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+BildBox::BildBox(QWidget *parent) : QWidget(parent)
+{
+    setCursor(Qt::OpenHandCursor);
+}
+
+void BildBox::SetBild(const QImage &bild)
+{
+    bild_ = bild;
+    skaliert_ = {};
+    update();
+}
+
+void BildBox::paintEvent(QPaintEvent *)
+{
+    if (bild_.isNull())
+        return;
+    const qreal dichte = devicePixelRatioF();
+    const QSize platz = (QSizeF(size()) * dichte).toSize();
+    const QSize soll = bild_.size().scaled(platz, Qt::KeepAspectRatio).expandedTo({1, 1});
+    if (skaliert_.size() != soll) {
+        skaliert_ = QPixmap::fromImage(bild_.scaled(soll, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        skaliert_.setDevicePixelRatio(dichte);
+    }
+    const QSizeF logisch = QSizeF(soll) / dichte;
+    QPainter maler(this);
+    maler.drawPixmap(QPointF((width() - logisch.width()) / 2, (height() - logisch.height()) / 2), skaliert_);
+}
+
+void BildBox::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    griff_ = event->position().toPoint();
+    setCursor(Qt::ClosedHandCursor);
+}
+
+void BildBox::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return;
+    move(begrenzen(mapToParent(event->position().toPoint()) - griff_));
+    gezogen_ = true;
+}
+
+void BildBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    setCursor(Qt::OpenHandCursor);
+    if (gezogen_)
+        gezogen();
+    gezogen_ = false;
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
+#include <functional>
+
+// A picture on a card: fits it into the box, keeping its proportions, and follows the mouse.
+class BildBox final : public QWidget
+{
+public:
+    explicit BildBox(QWidget *parent);
+
+    void SetBild(const QImage &bild);
+
+    const QImage &Bild() const { return bild_; }
+
+    // Says where the box may go when it is dragged to a position; every position may be taken by default.
+    std::function<QPoint(QPoint)> begrenzen = [](QPoint neu) { return neu; };
+    // Called when the learner has let go of a dragged box.
+    std::function<void()> gezogen = [] {};
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    QImage bild_;
+    QPixmap skaliert_; // bild_ in the box's present size
+    QPoint griff_;     // where on the box the mouse took hold
+    bool gezogen_ = false;
+};

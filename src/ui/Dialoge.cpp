@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Dialoge.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+namespace {
+
+QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
+{
+    fenster.setObjectName(QStringLiteral("Dateidialog"));
+    fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
+    fenster.setDefaultSuffix(dialog.endung);
+    if (!dialog.vorgabe.isEmpty())
+        fenster.selectFile(QDir(dialog.verzeichnis).filePath(dialog.vorgabe));
+    if (fenster.exec() != QDialog::Accepted)
+        return {};
+    return QDir::toNativeSeparators(fenster.selectedFiles().value(0));
+}
+
+// The toolkit's font dialog has no colour: a row below it adds one.
+class SchriftFenster final : public QDialog
+{
+public:
+    SchriftFenster(const Schriftwahl &vorgabe, QWidget *parent)
+        : QDialog(parent), farbe_(vorgabe.farbe.isValid() ? vorgabe.farbe : QColor(Qt::black))
+    {
+        setObjectName(QStringLiteral("Schriftdialog"));
+        setWindowTitle(tr("Schriftart"));
+
+        schrift_ = new QFontDialog(vorgabe.font, this);
+        schrift_->setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::NoButtons);
+        schrift_->setWindowFlags(Qt::Widget);
+        // Escape in the inner dialog closes the whole.
+        connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
+
+        farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
+        farbknopf_->setObjectName(QStringLiteral("Farbknopf"));
+        farbknopf_->setAutoDefault(false);
+        connect(farbknopf_, &QPushButton::clicked, this, [this] { FarbeWaehlen(); });
+
+        auto *knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+        connect(knoepfe, &QDialogButtonBox::accepted, this, &QDialog::accept);
+        connect(knoepfe, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+        auto *unten = new QHBoxLayout;
+        unten->addWidget(farbknopf_);
+        unten->addStretch();
+        unten->addWidget(knoepfe);
+        auto *alles = new QVBoxLayout(this);
+        alles->addWidget(schrift_);
+        alles->addLayout(unten);
+        FarbeZeigen();
+    }
+
+    Schriftwahl Wahl() const { return {schrift_->currentFont(), farbe_}; }
+
+private:
+    void FarbeWaehlen()
+    {
+        const QColor neu = QColorDialog::getColor(farbe_, this, QStringLiteral("Schriftfarbe"));
+        if (neu.isValid())
+            farbe_ = neu;
+        FarbeZeigen();
+    }
+
+    void FarbeZeigen()
+    {
+        QPixmap muster(farbknopf_->iconSize());
+        muster.fill(farbe_);
+        farbknopf_->setIcon(muster);
+        farbknopf_->setAccessibleName(QStringLiteral("Schriftfarbe ") + farbe_.name());
+    }
+
+    QColor farbe_;
+    QFontDialog *schrift_ = nullptr;
+    QPushButton *farbknopf_ = nullptr;
+};
+
+} // namespace
+
+QString DialogeFenster::DateiOeffnen(const DateiDialog &dialog)
+{
+    QFileDialog fenster(QApplication::activeWindow(), dialog.titel, dialog.verzeichnis);
+    fenster.setAcceptMode(QFileDialog::AcceptOpen);
+    fenster.setFileMode(QFileDialog::ExistingFile);
+    return Ausfuehren(fenster, dialog);
+}
+
+QString DialogeFenster::DateiSpeichern(const DateiDialog &dialog)
+{
+    QFileDialog fenster(QApplication::activeWindow(), dialog.titel, dialog.verzeichnis);
+    fenster.setAcceptMode(QFileDialog::AcceptSave);
+    fenster.setFileMode(QFileDialog::AnyFile);
+    fenster.setOption(QFileDialog::DontConfirmOverwrite, !dialog.ueberschreibenFragen);
+    return Ausfuehren(fenster, dialog);
+}
+
+std::optional<Schriftwahl> DialogeFenster::SchriftWaehlen(const Schriftwahl &vorgabe)
+{
+    SchriftFenster fenster(vorgabe, QApplication::activeWindow());
+    if (fenster.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return fenster.Wahl();
+}
+
+QString ToolkitFilter(const QString &filter)
+{
+    static const QRegularExpression Klammer(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
+    const QStringList teile = filter.split(u'|');
+    QStringList ergebnis;
+    for (qsizetype i = 0; i + 1 < teile.size(); i += 2) {
+        QString name = teile[i];
+        name.remove(Klammer);
+        QString muster = teile[i + 1];
+        muster.replace(u';', u' ');
+        ergebnis << name + QStringLiteral(" (") + muster.simplified() + u')';
+    }
+    return ergebnis.join(QStringLiteral(";;"));
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QWidget>
+
+// A surface with rounded corners in the palette's colour of its background role.
+class Flaeche final : public QWidget
+{
+public:
+    // Fein parts it from its ground, Feld says that something can be entered, Gestrichelt that something will
+    // come, Fokus that the keyboard goes there.
+    enum class Umriss
+    {
+        Keiner,
+        Fein,
+        Feld,
+        Gestrichelt,
+        Fokus
+    };
+
+    explicit Flaeche(QWidget *parent, QPalette::ColorRole grund = QPalette::Base);
+
+    void SetUmriss(Umriss umriss);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    Umriss umriss_ = Umriss::Keiner;
+};

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "MeldungenFenster.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTranslator>
+
+#include <memory>
+
+namespace {
+
+// While a message is shown, the pointer is the ordinary one.
+class OhneSanduhr
+{
+public:
+    explicit OhneSanduhr(bool an) : an_(an)
+    {
+        if (an_)
+            QApplication::restoreOverrideCursor();
+    }
+
+    OhneSanduhr(const OhneSanduhr &) = delete;
+    OhneSanduhr &operator=(const OhneSanduhr &) = delete;
+
+    ~OhneSanduhr()
+    {
+        if (an_)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+
+private:
+    bool an_;
+};
+
+// Some desktops bring their own texts for the standard buttons, in their own language.
+void DeutscheKnoepfe(QMessageBox &box)
+{
+    struct Knopf
+    {
+        QMessageBox::StandardButton knopf;
+        const char *text;
+    };
+
+    for (const Knopf &k :
+         {Knopf{QMessageBox::Ok, "OK"}, Knopf{QMessageBox::Yes, "&Yes"}, Knopf{QMessageBox::No, "&No"}}) {
+        if (QAbstractButton *knopf = box.button(k.knopf))
+            knopf->setText(QCoreApplication::translate("QPlatformTheme", k.text));
+    }
+}
+
+} // namespace
+
+MeldungenFenster::~MeldungenFenster()
+{
+    Sanduhr(false);
+}
+
+void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
+{
+    const OhneSanduhr ohne(sanduhr_);
+    QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(), text,
+                    QMessageBox::Ok, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    DeutscheKnoepfe(box);
+    box.exec();
+}
+
+Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe)
+{
+    const OhneSanduhr ohne(sanduhr_);
+    QMessageBox box(QMessageBox::Question, Titel(), text, QMessageBox::Yes | QMessageBox::No,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    DeutscheKnoepfe(box);
+    return box.exec() == QMessageBox::Yes ? Antwort::Ja : Antwort::Nein;
+}
+
+void MeldungenFenster::Sanduhr(bool an)
+{
+    if (an == sanduhr_)
+        return;
+    sanduhr_ = an;
+    if (an)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+bool DeutscheTexte()
+{
+    auto katalog = std::make_unique<QTranslator>(QCoreApplication::instance());
+    if (!katalog->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        return false;
+    return QCoreApplication::installTranslator(katalog.release());
+}

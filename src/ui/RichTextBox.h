@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QTextEdit>
+
+// The one box that shows and takes formatted text. Tab moves the focus on.
+class RichTextBox : public QTextEdit
+{
+public:
+    explicit RichTextBox(QWidget *parent = nullptr);
+
+    // Shows RTF, or plain text where it is none.
+    void ZeigeRichText(const QString &text);
+    // The plain text with CR LF between lines.
+    QString PlainText() const;
+    // The text as RTF, as it is stored.
+    QString RichText() const;
+
+    // Leaves room at the sides that the text flows around.
+    void SetRand(const QMargins &rand) { setViewportMargins(rand); }
+
+    // Makes the box as high as its text, up to `zeilen` lines; in a higher one the text stands in the middle.
+    void SetHoechstens(int zeilen);
+
+    bool hasHeightForWidth() const override { return hoechstens_ > 0; }
+
+    int heightForWidth(int breite) const override;
+
+    // Small: how much room a text gets is the layout's to say.
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    // Text in a colour that cannot be read on the box's ground is drawn in a lighter or darker shade of it;
+    // the text itself keeps its colour.
+    void FarbenAnpassen();
+    void Einmitten();
+
+    int hoechstens_ = 0; // lines; 0 leaves the height to the layout
+};
