@@ -2,10 +2,126 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Repair.h"
 
+#include "CardFile.h"
+#include "CardSalvage.h"
+#include "CardSurvey.h"
+#include "EngineReader.h"
+#include "RepairFiles.h"
+#include "RepairReport.h"
 #include "StoreError.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+// Everything that reads one state of the damaged file, held together because each part refers to the one before.
+struct Reading
+{
+    Reading(int file, std::int64_t size, EngineReader &engine)
+        : reader(file, size, FindGeometry(file, size))
+        , survey(reader)
+        , salvage(survey, engine)
+    {}
+    PageReader reader;
+    CardSurvey survey;
+    CardSalvage salvage;
+};
+
+void BindCard(SQLite::Statement &insert, const SalvagedCard &card)
+{
+    for (int column = 0; column < CardColumnCount; ++column) {
+        const SalvagedCard::Value &value = card.values[static_cast<std::size_t>(column)];
+        if (const auto *number = std::get_if<double>(&value))
+            insert.bind(column + 1, *number);
+        else if (const auto *text = std::get_if<QByteArray>(&value))
+            insert.bind(column + 1, std::string(text->constData(), static_cast<std::size_t>(text->size())));
+        else
+            insert.bind(column + 1);
+    }
+}
+
+// Writes the planned cards into a new file; the report learns of every one. Returns how many were written.
+int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport &report)
+{
+    CardFile::Create(newPath);
+    CardFile file(newPath);
+    SQLite::Database &database = file.Database();
+    // Nobody needs this file before it is whole, and it is synced then.
+    database.exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+    SQLite::Transaction transaction(database);
+    std::string sql = "INSERT INTO Lernkarten VALUES(?";
+    for (int column = 1; column < CardColumnCount; ++column)
+        sql += ",?";
+    SQLite::Statement insert(database, sql + ")");
+    int cards = 0;
+    for (const CardPlan &plan : salvage.Cards()) {
+        const auto card = salvage.Read(plan);
+        if (!card) {
+            report.AddLost(plan.number);
+            continue;
+        }
+        BindCard(insert, *card);
+        insert.exec();
+        insert.reset();
+        report.AddCard(*card);
+        ++cards;
+    }
+    for (const int number : salvage.MissingNumbers())
+        report.AddLost(number);
+    transaction.commit();
+    if (cards > 0 && database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+        throw StoreError(Fehler::Beschaedigt, QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+    return cards;
+}
+
+[[noreturn]] void ThrowNothingToSave(const QString &path)
+{
+    throw StoreError(Fehler::Beschaedigt, QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
+}
+
+} // namespace
 
 RepairResult RepairDatabase(const QString &path)
 {
-    throw StoreError(Fehler::Beschaedigt,
-                     QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
+    const RepairFiles files(path);
+    if (files.Size() == 0)
+        ThrowNothingToSave(path);
+    files.MakeCopy();
+    // An unfinished transaction is rolled back in the copy now.
+    EngineReader engine(files.CopyPath());
+    const FileHandle copy(open(QFile::encodeName(files.CopyPath()).constData(), O_RDONLY | O_CLOEXEC));
+    const std::int64_t size = QFileInfo(files.CopyPath()).size();
+
+    RepairReport report;
+    int cards = 0;
+    try {
+        auto best = std::make_unique<Reading>(copy.Get(), size, engine);
+        bool journalUsed = files.HasCompanions();
+        if (journalUsed && !engine.FindsNoFault()) {
+            // A journal that is damaged itself can take more away than it gives back.
+            auto raw = std::make_unique<Reading>(files.Damaged(), files.Size(), engine);
+            if (raw->salvage.WholeCards() > best->salvage.WholeCards()) {
+                best = std::move(raw);
+                journalUsed = false;
+            }
+        }
+        if (journalUsed)
+            report.SetJournalUsed();
+        if (!best->salvage.Cards().empty())
+            cards = WriteCards(best->salvage, files.NewPath(), report);
+    } catch (const SQLite::Exception &error) {
+        ThrowStoreError(error, files.NewPath());
+    }
+    if (cards == 0)
+        ThrowNothingToSave(path);
+    files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(), QDateTime::currentDateTime()));
+    files.Swap();
+    return {cards, files.AsidePath(), files.ReportPath()};
 }

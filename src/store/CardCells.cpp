@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardCells.h"
+
+#include <algorithm>
+#include <string_view>
+
+bool IsTextColumn(int column)
+{
+    static const auto isText = [] {
+        std::array<bool, CardColumnCount> kinds{};
+        for (int i = 0; i < CardColumnCount; ++i)
+            kinds[static_cast<std::size_t>(i)] =
+                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT")
+                != std::string_view::npos;
+        return kinds;
+    }();
+    return isText[static_cast<std::size_t>(column)];
+}
+
+namespace {
+
+bool FitsColumn(int column, std::uint64_t serialType)
+{
+    if (serialType == 0)
+        return true;
+    return IsTextColumn(column) ? IsTextType(serialType) : IsNumberType(serialType);
+}
+
+// Reads the head's own length, which must be one that 52 serial types can have.
+std::uint32_t ReadHeadLength(Bytes start, std::uint64_t payload, std::uint64_t &length)
+{
+    const std::uint32_t used = ReadVarint(start, 0, length);
+    const bool possible = used != 0 && length >= used + CardColumnCount && length <= MaxCardHead && length <= payload;
+    return possible ? used : 0;
+}
+
+} // namespace
+
+std::optional<CardShape> ReadCardShape(Bytes start, std::uint64_t payload)
+{
+    std::uint64_t head = 0;
+    std::uint32_t at = ReadHeadLength(start, payload, head);
+    if (at == 0 || head > start.size())
+        return std::nullopt;
+    const Bytes types = start.first(static_cast<std::size_t>(head));
+    CardShape shape;
+    std::uint64_t offset = head;
+    for (int column = 0; column < CardColumnCount; ++column) {
+        std::uint64_t type = 0;
+        const std::uint32_t used = ReadVarint(types, at, type);
+        if (used == 0 || !FitsColumn(column, type))
+            return std::nullopt;
+        at += used;
+        shape.types[static_cast<std::size_t>(column)] = type;
+        shape.offsets[static_cast<std::size_t>(column)] = offset;
+        offset += SerialSize(type);
+        if (offset > payload)
+            return std::nullopt;
+    }
+    return at == head && offset == payload ? std::optional(shape) : std::nullopt;
+}
+
+bool LooksLikeCard(Bytes start, std::uint64_t payload)
+{
+    std::uint64_t head = 0;
+    std::uint32_t at = ReadHeadLength(start, payload, head);
+    if (at == 0)
+        return false;
+    if (head <= start.size())
+        return ReadCardShape(start, payload).has_value();
+    for (int column = 0; column < CardColumnCount; ++column) {
+        std::uint64_t type = 0;
+        const std::uint32_t used = ReadVarint(start, at, type);
+        if (used == 0)
+            return column >= CardColumnCount / 2; // the part in the page ends here
+        if (!FitsColumn(column, type))
+            return false;
+        at += used;
+    }
+    return true;
+}
+
+bool WalkOverflow(const PageReader &reader, const LeafCell &cell,
+                  const std::function<bool(std::uint32_t page, Bytes part)> &visit)
+{
+    std::vector<std::uint8_t> buffer;
+    std::uint64_t missing = cell.payload - cell.localSize;
+    std::uint32_t next = cell.overflow;
+    while (missing > 0) {
+        if (!reader.IsInner(next))
+            return false;
+        const auto part = static_cast<std::uint32_t>(
+            std::min<std::uint64_t>(missing, reader.Geometry().usable - 4));
+        const Bytes page = reader.Read(next, buffer);
+        const std::uint32_t present = std::min(reader.Present(next), part + 4);
+        // No text has a page of zeros in it: such a page was wiped.
+        if (present <= 4 || AllZero(page))
+            return false;
+        if (!visit(next, page.subspan(4, present - 4)) || present < part + 4)
+            return false;
+        missing -= part;
+        next = Big32(page, 0);
+    }
+    return next == 0;
+}
+
+std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::uint32_t number,
+                                     std::uint32_t offset)
+{
+    const auto cell = ReadLeafCell(page, reader.Geometry().usable, offset);
+    if (!cell)
+        return std::nullopt;
+    const std::uint32_t present = reader.Present(number);
+    if (cell->local >= present)
+        return std::nullopt;
+    const Bytes local = page.subspan(cell->local, std::min(cell->localSize, present - cell->local));
+    if (!LooksLikeCard(local, cell->payload))
+        return std::nullopt;
+
+    // With small pages the head itself goes on in the overflow pages.
+    constexpr std::uint32_t keysSize = 3 * 8;
+    constexpr std::size_t wanted = MaxCardHead + keysSize;
+    std::vector<std::uint8_t> start(local.begin(), local.end());
+    if (start.size() < wanted && start.size() == cell->localSize)
+        WalkOverflow(reader, *cell, [&](std::uint32_t, Bytes part) {
+            start.insert(start.end(), part.begin(), part.end());
+            return start.size() < wanted;
+        });
+    const auto shape = ReadCardShape(start, cell->payload);
+    if (!shape)
+        return std::nullopt;
+
+    CardCell card;
+    card.rowid = cell->rowid;
+    card.page = number;
+    card.offset = offset;
+    double *const keys[] = {&card.number, &card.compartment, &card.place};
+    for (std::size_t i = 0; i < std::size(keys); ++i) {
+        const auto from = static_cast<std::size_t>(shape->offsets[i]);
+        if (from <= start.size())
+            *keys[i] = RecordNumber(shape->types[i], Bytes(start).subspan(from)).value_or(CardCell::None);
+    }
+    return card;
+}
+
+std::vector<CardCell> PointedCards(const PageReader &reader, Bytes page, std::uint32_t number)
+{
+    std::vector<std::uint32_t> offsets = BTreePage(page, number, reader.Geometry()).CellOffsets();
+    std::sort(offsets.begin(), offsets.end());
+    offsets.erase(std::unique(offsets.begin(), offsets.end()), offsets.end());
+    std::vector<CardCell> cards;
+    std::uint32_t free = 0;
+    for (const std::uint32_t offset : offsets) {
+        if (offset < free)
+            continue; // inside the cell before
+        const auto card = ReadCardCell(reader, page, number, offset);
+        if (!card)
+            continue;
+        free = ReadLeafCell(page, reader.Geometry().usable, offset)->end;
+        cards.push_back(*card);
+    }
+    return cards;
+}
+
+std::vector<CardCell> SearchCards(const PageReader &reader, Bytes page, std::uint32_t number,
+                                  const std::vector<CardCell> &known)
+{
+    const std::uint32_t usable = reader.Geometry().usable;
+    // A known cell is passed over as a whole.
+    std::vector<std::uint32_t> endOfKnown(usable, 0);
+    for (const CardCell &card : known)
+        endOfKnown[card.offset] = ReadLeafCell(page, usable, card.offset)->end;
+    const BTreePage tree(page, number, reader.Geometry());
+    std::uint32_t at = tree.Kind() == PageKind::TableLeaf ? tree.ContentStart() : number == 1 ? 108 : 8;
+    for (const CardCell &card : known)
+        at = std::min(at, card.offset);
+
+    std::vector<CardCell> found;
+    while (at < usable) {
+        if (endOfKnown[at] != 0) {
+            at = endOfKnown[at];
+            continue;
+        }
+        auto card = ReadCardCell(reader, page, number, at);
+        const std::uint32_t end = card ? ReadLeafCell(page, usable, at)->end : at + 1;
+        // What reaches into a known cell is the rest of an older one.
+        const bool overwritten =
+            std::any_of(endOfKnown.begin() + at, endOfKnown.begin() + end, [](std::uint32_t i) { return i != 0; });
+        if (!card || overwritten) {
+            ++at;
+            continue;
+        }
+        card->pointed = false;
+        found.push_back(*card);
+        at = end;
+    }
+    return found;
+}

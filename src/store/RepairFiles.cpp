@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "RepairFiles.h"
+
+#include "PageReader.h"
+#include "Repair.h"
+#include "StoreError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+QString WorkDirectory(const QString &path)
+{
+    return BesideName(path, QStringLiteral(".reparatur"));
+}
+
+[[noreturn]] void ThrowFileError(int error, const QString &path)
+{
+    switch (error) {
+    case ENOENT:
+        throw StoreError(Fehler::KarteiNichtGefunden,
+                         QStringLiteral("Die Datei „%1“ wurde nicht gefunden.").arg(path));
+    case ENOSPC:
+    case EDQUOT:
+        throw StoreError(Fehler::DatentraegerVoll,
+                         QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
+    default:
+        throw StoreError(error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“: %2")
+                                    .arg(path, QString::fromLocal8Bit(std::strerror(error))));
+    }
+}
+
+void Check(bool done, const QString &path)
+{
+    if (!done)
+        ThrowFileError(errno, path);
+}
+
+FileHandle Open(const QString &path, int flags)
+{
+    FileHandle file(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0600));
+    Check(file.Get() >= 0, path);
+    return file;
+}
+
+void WriteAll(const FileHandle &file, Bytes bytes, const QString &path)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = write(file.Get(), bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        Check(written > 0, path);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+}
+
+bool Exists(const QString &path)
+{
+    struct stat info = {};
+    return lstat(QFile::encodeName(path).constData(), &info) == 0;
+}
+
+std::int64_t SizeOf(const FileHandle &file, const QString &path)
+{
+    struct stat info = {};
+    Check(fstat(file.Get(), &info) == 0, path);
+    return info.st_size;
+}
+
+// Copies whole and durably; blocks that the disk does not give are zeros in the copy.
+void CopyFile(const FileHandle &from, const QString &to)
+{
+    const FileHandle target = Open(to, O_WRONLY | O_CREAT | O_EXCL);
+    const std::int64_t size = SizeOf(from, to);
+    std::vector<std::uint8_t> block(std::size_t{1} << 20);
+    for (std::int64_t at = 0; at < size;) {
+        const std::size_t got = ReadTolerant(from.Get(), at, block.data(), block.size());
+        if (got == 0)
+            break;
+        WriteAll(target, Bytes(block).first(got), to);
+        at += static_cast<std::int64_t>(got);
+    }
+    Check(fsync(target.Get()) == 0, to);
+}
+
+void Rename(const QString &from, const QString &to)
+{
+    Check(rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0, to);
+}
+
+} // namespace
+
+FileHandle::~FileHandle()
+{
+    if (file_ >= 0)
+        close(file_);
+}
+
+QString BesideName(const QString &path, const QString &suffix)
+{
+    constexpr qsizetype longest = 255 - 8; // bytes; room for "-journal"
+    const QFileInfo info(path);
+    QString name = info.fileName();
+    while (!name.isEmpty() && QFile::encodeName(name + suffix).size() > longest)
+        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
+    return info.dir().filePath(name + suffix);
+}
+
+RepairFiles::RepairFiles(const QString &path)
+    : path_(QFileInfo(path).canonicalFilePath())
+{
+    if (path_.isEmpty())
+        ThrowFileError(ENOENT, path);
+    work_ = WorkDirectory(path_);
+    Lock();
+    for (const QString &suffix : {QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")})
+        if (Exists(path_ + suffix))
+            companions_ << suffix;
+    ChooseNames();
+    QDir(work_).removeRecursively(); // of a repair that was killed
+    Check(mkdir(QFile::encodeName(work_).constData(), 0700) == 0, path_);
+}
+
+RepairFiles::~RepairFiles()
+{
+    QDir(work_).removeRecursively();
+}
+
+void RepairFiles::Lock()
+{
+    const QByteArray name = QFile::encodeName(path_);
+    // A special file could block here.
+    int file = open(name.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    const bool writable = file >= 0;
+    if (!writable && (errno == EACCES || errno == EROFS))
+        file = open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    Check(file >= 0, path_);
+    damaged_ = FileHandle(file);
+    struct stat info = {};
+    Check(fstat(file, &info) == 0, path_);
+    if (!S_ISREG(info.st_mode))
+        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
+    size_ = info.st_size;
+
+    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other program;
+    // the lock belongs to this descriptor, so that closing another one does not drop it.
+    struct flock lock = {};
+    lock.l_type = static_cast<short>(writable ? F_WRLCK : F_RDLCK);
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    if (fcntl(file, F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
+        throw StoreError(
+            Fehler::Gesperrt,
+            QStringLiteral("Die Datei „%1“ ist gesperrt: ein anderes Programm hat sie geöffnet.").arg(path_));
+}
+
+void RepairFiles::ChooseNames()
+{
+    for (int count = 1;; ++count) {
+        const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
+        aside_ = BesideName(path_, QStringLiteral(".beschädigt") + number);
+        report_ = BesideName(path_, QStringLiteral(".Reparatur") + number + QStringLiteral(".txt"));
+        bool free = !Exists(aside_) && !Exists(report_);
+        for (const QString &suffix : companions_)
+            free = free && !Exists(aside_ + suffix);
+        if (free)
+            return;
+    }
+}
+
+QString RepairFiles::CopyPath() const
+{
+    return work_ + QStringLiteral("/kopie.pzb");
+}
+
+QString RepairFiles::NewPath() const
+{
+    return work_ + QStringLiteral("/neu.pzb");
+}
+
+void RepairFiles::MakeCopy() const
+{
+    CopyFile(damaged_, CopyPath());
+    for (const QString &suffix : companions_)
+        if (suffix != u"-shm") // the engine makes it anew from the log
+            CopyFile(Open(path_ + suffix, O_RDONLY | O_NOFOLLOW | O_NONBLOCK), CopyPath() + suffix);
+}
+
+void RepairFiles::WriteReport(const QByteArray &text) const
+{
+    const QString path = work_ + QStringLiteral("/bericht.txt");
+    const FileHandle file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
+    WriteAll(file, {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
+             path);
+    Check(fsync(file.Get()) == 0, path);
+}
+
+void RepairFiles::KeepAside(const QString &from, const QString &to) const
+{
+    if (link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return;
+    Check(errno != EEXIST, to);
+    CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to); // a file system without hard links
+}
+
+void RepairFiles::SyncDirectory() const
+{
+    const QString directory = QFileInfo(path_).absolutePath();
+    const FileHandle file = Open(directory, O_RDONLY | O_DIRECTORY);
+    // Some network file systems cannot sync a directory and need not.
+    Check(fsync(file.Get()) == 0 || errno == EINVAL || errno == ENOTSUP, directory);
+}
+
+void RepairFiles::Swap() const
+{
+    struct stat info = {};
+    Check(fstat(damaged_.Get(), &info) == 0, path_);
+    {
+        // The new file belongs to whom the damaged one belonged, as far as this user may say so.
+        const FileHandle file = Open(NewPath(), O_RDWR);
+        static_cast<void>(fchown(file.Get(), info.st_uid, info.st_gid) == 0);
+        static_cast<void>(fchmod(file.Get(), info.st_mode & 07777) == 0);
+        Check(fsync(file.Get()) == 0, NewPath());
+    }
+    QStringList kept;
+    try {
+        for (const QString &suffix : QStringList{QString()} + companions_) {
+            KeepAside(path_ + suffix, aside_ + suffix);
+            kept << aside_ + suffix;
+        }
+        SyncDirectory();
+    } catch (const StoreError &) {
+        for (const QString &name : kept)
+            QFile::remove(name);
+        throw;
+    }
+    if (HasCompanions()) {
+        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal may
+        // go, and no moment is left in which a kill would apply the journal to the new file or lose it.
+        Rename(CopyPath(), path_);
+        SyncDirectory();
+        for (const QString &suffix : companions_)
+            Check(unlink(QFile::encodeName(path_ + suffix).constData()) == 0 || errno == ENOENT, path_);
+        SyncDirectory();
+    }
+    Rename(NewPath(), path_);
+    SyncDirectory();
+    Rename(work_ + QStringLiteral("/bericht.txt"), report_);
+    SyncDirectory();
+}
+
+void RemoveRepairLeftovers(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString real = info.canonicalFilePath();
+    if (!real.isEmpty())
+        QDir(WorkDirectory(real)).removeRecursively();
+}

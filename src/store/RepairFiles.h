@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <utility>
+
+// An open file descriptor.
+class FileHandle
+{
+public:
+    FileHandle() = default;
+    explicit FileHandle(int file)
+        : file_(file)
+    {}
+    FileHandle(FileHandle &&other) noexcept
+        : file_(std::exchange(other.file_, -1))
+    {}
+    FileHandle &operator=(FileHandle &&other) noexcept
+    {
+        std::swap(file_, other.file_);
+        return *this;
+    }
+    FileHandle(const FileHandle &) = delete;
+    FileHandle &operator=(const FileHandle &) = delete;
+    ~FileHandle();
+
+    int Get() const { return file_; }
+
+private:
+    int file_ = -1;
+};
+
+// The files around a repair: the damaged one, locked against other programs as long as this object lives, the
+// directory in which the work is done, and the names that the results get. All methods throw StoreError.
+//
+// At every moment either the damaged file or the repaired one stands whole at its path, together with what belongs
+// to it; a kill leaves at most the working directory, which RemoveRepairLeftovers() clears.
+class RepairFiles
+{
+public:
+    // Throws 3024, 3051, 3045 (in use by another program).
+    explicit RepairFiles(const QString &path);
+    RepairFiles(const RepairFiles &) = delete;
+    RepairFiles &operator=(const RepairFiles &) = delete;
+    ~RepairFiles();
+
+    int Damaged() const { return damaged_.Get(); }
+    std::int64_t Size() const { return size_; }
+    // The file's real path: a repair goes through a symbolic link.
+    const QString &Path() const { return path_; }
+    // Is there a journal of an unfinished transaction, or a log, beside the damaged file?
+    bool HasCompanions() const { return !companions_.isEmpty(); }
+
+    // In the working directory: a copy of the damaged file with its companions, the new file, its report.
+    QString CopyPath() const;
+    QString NewPath() const;
+    void MakeCopy() const;
+    void WriteReport(const QByteArray &text) const;
+
+    // The names that the damaged file and the report will have, chosen once.
+    const QString &AsidePath() const { return aside_; }
+    const QString &ReportPath() const { return report_; }
+    // Keeps the damaged file with its companions under its own name and lets the new file take its place.
+    void Swap() const;
+
+private:
+    void Lock();
+    void ChooseNames();
+    void KeepAside(const QString &from, const QString &to) const;
+    void SyncDirectory() const;
+
+    QString path_;
+    QString work_;
+    QString aside_, report_;
+    FileHandle damaged_;
+    std::int64_t size_ = 0;
+    QStringList companions_; // suffixes of the engine's files that stand beside the damaged one
+};
+
+// `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before it.
+QString BesideName(const QString &path, const QString &suffix);

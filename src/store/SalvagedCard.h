@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardRecord.h"
+#include "CardSurvey.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <variant>
+#include <vector>
+
+enum class TextEncoding : std::uint8_t { Utf8, Utf16LittleEndian, Utf16BigEndian };
+
+// What is told of a saved card in the report.
+struct Remark
+{
+    enum class Kind : std::uint8_t {
+        Incomplete, // a part of the card could not be read
+        Doubtful,   // kept as it was read, but it does not look right
+        Changed     // a key was unusable and got another value
+    };
+    Kind kind;
+    QString text; // German, without a full stop
+};
+
+// The values of one card as they were read: null, number, or text in UTF-8.
+struct SalvagedCard
+{
+    using Value = std::variant<std::monostate, double, QByteArray>;
+
+    std::array<Value, CardColumnCount> values;
+    std::vector<Remark> remarks;
+
+    // A text's column number must be one of a text column.
+    QString Text(int column) const;
+    // Is there anything in the card that a learner could see?
+    bool HasText() const;
+};
+
+// Takes the values out of a record. A text that breaks off is kept up to there; what lies behind the break is null;
+// both are remarked.
+SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding);
+// Adds remarks on content that does not look right, and sets numbers to 0 that the program could not read.
+void CheckContent(SalvagedCard &card);
+// How the texts of these cards are encoded, judged by the texts themselves.
+TextEncoding FindEncoding(const CardSurvey &survey);
+// The value as a 16-bit whole number; nothing for anything else.
+std::optional<int> Whole16(double value);
