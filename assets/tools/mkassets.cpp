@@ -3,14 +3,18 @@
 //
 // Turns a drawing (SVG) into a shipped picture:
 //
-//   mkassets PALETTE DRAWING VARIANT OUT WIDTHxHEIGHT     one .jpg, .bmp or .png
-//   mkassets PALETTE DRAWING VARIANT OUT.ico SIZE...      one icon with these square sizes, largest last
+//   mkassets PALETTE DRAWING OUT VARIANT:SIZE...
+//
+// OUT is a .jpg, .bmp or .png, an .ico with several pictures, or an .svg with nothing but the variant. SIZE is a
+// side or WIDTHxHEIGHT in pixels.
 //
 // A drawing holds several pictures that share their parts: an element with the attribute data-bild="05 06" belongs
 // to the variants "05" and "06" alone, one without it to all. Colours come from the palette, or the run fails.
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QImageWriter>
 #include <QPainter>
@@ -20,7 +24,6 @@
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
-#include <QtEndian>
 
 #include <cstdio>
 #include <stdexcept>
@@ -113,19 +116,41 @@ QByteArray PickVariant(const QString &path, const QString &variant, const QSet<Q
     if (in.hasError()) {
         Fail(QStringLiteral("%1:%2: %3").arg(path).arg(in.lineNumber()).arg(in.errorString()));
     }
-    if (!seen && variant != QLatin1String("-")) {
+    if (!seen && !variant.isEmpty()) {
         Fail(QStringLiteral("%1: nothing in it belongs to \"%2\"").arg(path, variant));
     }
     return picked;
 }
 
-QImage Render(QSvgRenderer &drawing, QSize size, QImage::Format format)
+struct Picture
 {
-    QImage image(size, format);
+    QByteArray drawing;
+    QSize size;
+};
+
+Picture ReadPicture(const QString &argument, const QString &drawing, const QSet<QString> &palette)
+{
+    static const QRegularExpression form(QStringLiteral("^(.*):(\\d{1,4})(?:x(\\d{1,4}))?$"));
+    const auto match = form.match(argument);
+    if (!match.hasMatch()) {
+        Fail(QStringLiteral("\"%1\" is not VARIANT:SIZE").arg(argument));
+    }
+    const int width = match.captured(2).toInt();
+    const int height = match.capturedLength(3) > 0 ? match.captured(3).toInt() : width;
+    return {PickVariant(drawing, match.captured(1), palette), {width, height}};
+}
+
+QImage Render(const Picture &picture, QImage::Format format)
+{
+    QSvgRenderer renderer;
+    if (!renderer.load(picture.drawing) || picture.size.isEmpty()) {
+        Fail(QStringLiteral("cannot be drawn"));
+    }
+    QImage image(picture.size, format);
     image.fill(format == QImage::Format_RGB32 ? Qt::white : Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    drawing.render(&painter);
+    renderer.render(&painter);
     return image;
 }
 
@@ -144,78 +169,67 @@ QByteArray Encode(const QImage &image, const char *format)
     return bytes;
 }
 
-template <typename T>
-void Append(QByteArray &bytes, T value)
-{
-    const T little = qToLittleEndian(value);
-    bytes.append(reinterpret_cast<const char *>(&little), sizeof little);
-}
-
 // An icon file whose pictures are all stored as PNG.
-QByteArray IconFile(QSvgRenderer &drawing, const QList<int> &sizes)
+QByteArray IconFile(const QList<Picture> &pictures)
 {
-    constexpr int headerSize = 6;
-    constexpr int entrySize = 16;
-    QByteArray directory;
-    QByteArray pictures;
-    Append<quint16>(directory, 0);
-    Append<quint16>(directory, 1); // an icon, no cursor
-    Append<quint16>(directory, static_cast<quint16>(sizes.size()));
-    for (const int size : sizes) {
-        const QByteArray png = Encode(Render(drawing, {size, size}, QImage::Format_ARGB32), "png");
-        const auto side = static_cast<quint8>(size == 256 ? 0 : size); // 0 stands for 256
-        Append<quint8>(directory, side);
-        Append<quint8>(directory, side);
-        Append<quint16>(directory, 0); // no colour table
-        Append<quint16>(directory, 1); // planes
-        Append<quint16>(directory, 32); // bits per pixel
-        Append<quint32>(directory, static_cast<quint32>(png.size()));
-        Append<quint32>(directory,
-                        static_cast<quint32>(headerSize + entrySize * sizes.size() + pictures.size()));
-        pictures += png;
+    constexpr qsizetype headerSize = 6;
+    constexpr qsizetype entrySize = 16;
+    QByteArray bytes;
+    QByteArray images;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out << quint16{0} << quint16{1} << static_cast<quint16>(pictures.size()); // 1: an icon, no cursor
+    for (const Picture &picture : pictures) {
+        if (picture.size.width() > 256 || picture.size.height() > 256) {
+            Fail(QStringLiteral("an icon is at most 256 pixels wide and high"));
+        }
+        const QByteArray image = Encode(Render(picture, QImage::Format_ARGB32), "png");
+        const qsizetype offset = headerSize + entrySize * pictures.size() + images.size();
+        // 256 is written as 0
+        out << static_cast<quint8>(picture.size.width()) << static_cast<quint8>(picture.size.height());
+        // no colour table, 1 plane, 32 bits a pixel
+        out << quint16{0} << quint16{1} << quint16{32};
+        out << static_cast<quint32>(image.size()) << static_cast<quint32>(offset);
+        images += image;
     }
-    return directory + pictures;
+    return bytes + images;
 }
 
-QByteArray Make(QSvgRenderer &drawing, const QString &out, const QStringList &sizes)
+QByteArray Make(const QString &suffix, const QList<Picture> &pictures)
 {
-    if (out.endsWith(QLatin1String(".ico"))) {
-        QList<int> sides;
-        for (const QString &size : sizes) {
-            sides << size.toInt();
-            if (sides.last() < 1 || sides.last() > 256) {
-                Fail(QStringLiteral("an icon has no size %1").arg(size));
-            }
-        }
-        return IconFile(drawing, sides);
+    if (suffix == QLatin1String("ico")) {
+        return IconFile(pictures);
     }
-    const QStringList sides = sizes.value(0).split(u'x');
-    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
-    if (sizes.size() != 1 || size.isEmpty()) {
-        Fail(QStringLiteral("no size: %1").arg(sizes.join(u' ')));
+    if (pictures.size() != 1) {
+        Fail(QStringLiteral("only an icon holds several pictures"));
     }
-    if (out.endsWith(QLatin1String(".png"))) {
-        return Encode(Render(drawing, size, QImage::Format_ARGB32), "png");
+    if (suffix == QLatin1String("svg")) {
+        return pictures.first().drawing;
     }
-    const char *format = out.endsWith(QLatin1String(".bmp")) ? "bmp" : "jpg";
-    return Encode(Render(drawing, size, QImage::Format_RGB32), format);
+    if (suffix == QLatin1String("png")) {
+        return Encode(Render(pictures.first(), QImage::Format_ARGB32), "png");
+    }
+    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("bmp")) {
+        return Encode(Render(pictures.first(), QImage::Format_RGB32), suffix.toLatin1().constData());
+    }
+    Fail(QStringLiteral("\"%1\" files are not made here").arg(suffix));
 }
 
 void Run(const QStringList &arguments)
 {
-    if (arguments.size() < 6) {
-        Fail(QStringLiteral("usage: mkassets PALETTE DRAWING VARIANT OUT SIZE..."));
+    if (arguments.size() < 5) {
+        Fail(QStringLiteral("usage: mkassets PALETTE DRAWING OUT VARIANT:SIZE..."));
     }
-    const QString &drawingPath = arguments[2];
-    const QByteArray picked = PickVariant(drawingPath, arguments[3], ReadPalette(arguments[1]));
-    QSvgRenderer drawing;
-    if (!drawing.load(picked)) {
-        Fail(QStringLiteral("%1: not a drawing").arg(drawingPath));
+    const QSet<QString> palette = ReadPalette(arguments[1]);
+    const QString &out = arguments[3];
+    QList<Picture> pictures;
+    for (const QString &argument : arguments.mid(4)) {
+        pictures << ReadPicture(argument, arguments[2], palette);
     }
-    const QByteArray bytes = Make(drawing, arguments[4], arguments.mid(5));
-    QSaveFile file(arguments[4]);
+    const QByteArray bytes = Make(QFileInfo(out).suffix(), pictures);
+    QSaveFile file(out);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        Fail(QStringLiteral("%1: %2").arg(arguments[4], file.errorString()));
+        Fail(QStringLiteral("%1: %2").arg(out, file.errorString()));
     }
 }
 
