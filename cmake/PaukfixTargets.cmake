@@ -27,3 +27,7 @@ function(paukfix_test name)
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp"
     TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
 endfunction()
+
+# How the build runs a tool that it has just built: without a display, and leaks of Qt's own not counted.
+set(PAUKFIX_RUN_TOOL ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
+  LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp)
