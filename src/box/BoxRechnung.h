@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardRecordset.h"
+#include "FachInfo.h"
+
+#include <array>
+#include <optional>
+
+// The rules of the box, apart from its window.
+
+// Compartments with a place on the window that can be asked: 0 to 5.
+inline constexpr int FachSichtbar = 6;
+
+// What a redraw of the box yields beside the `Breite` of compartments 1 to 5.
+struct BoxBild
+{
+    std::array<bool, FachSichtbar> balken{true}; // bar i is visible; the Neu bar always is
+    qint16 VollstesFach = 0;                     // its bar has the red border, all others a black one
+
+    bool operator==(const BoxBild &) const = default;
+};
+
+// Computes `Breite` of compartments 1 to 5 from their counts (Neu keeps its own) and says what is drawn.
+BoxBild BoxRechnen(FachTabelle &tabelle);
+
+bool UeberKapazitaet(const Fach &fach);
+
+// The compartment that must be worked before `fach` may be asked, if there is one.
+std::optional<int> ZuVollesFach(const FachTabelle &tabelle, int fach);
+
+// Where a card of compartment `fach` goes after a right or a wrong answer.
+int ZielFach(int fach, bool richtig);
+
+// Makes the next card of compartment `fach` the current one under "BoxKey"; false where it has none.
+// Throws StoreError.
+bool ErsteKarte(CardRecordset &karten, int fach);

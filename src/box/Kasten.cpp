@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kasten.h"
+
+#include "FachBild.h"
+#include "Farben.h"
+#include "KastenFarben.h"
+#include "KastenTeile.h"
+#include "WuerfelBild.h"
+
+#include <QCoreApplication>
+#include <QFontInfo>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// What the display can show at most: milliseconds from one picture to the next.
+constexpr qint64 Bildabstand = 16;
+constexpr int KleinsterBalken = 3; // pixels; a compartment with one card is not an empty one
+
+// Letter by letter, the two blanks at the end of one included.
+const std::array<QString, FachSichtbar> Tooltips{
+    QStringLiteral("Neue Karten"),
+    QStringLiteral("falsch beantwortete Karten"),
+    QStringLiteral("1x richtig beantwortet  "),
+    QStringLiteral("2x richtig beantwortet"),
+    QStringLiteral("3x richtig beantwortet"),
+    QStringLiteral("4x richtig beantwortet"),
+};
+
+QString Fachname(std::size_t fach)
+{
+    return fach == FachNeu ? QStringLiteral("Neu") : QString::number(fach);
+}
+
+} // namespace
+
+Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), tabelle_(tabelle)
+{
+    setObjectName(QStringLiteral("Kasten"));
+    setAccessibleName(QStringLiteral("Lernkasten"));
+    setMouseTracking(true);
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        image0_[i] = new FachBild(this);
+        image0_[i]->setObjectName(QStringLiteral("Image0(%1)").arg(i));
+        image0_[i]->setToolTip(Tooltips[i]);
+        connect(image0_[i], &QAbstractButton::clicked, this,
+                [this, i] { Image0_Click(static_cast<int>(i)); });
+        kaShape_[i] = new KaShape(image0_[i]);
+        kaShape_[i]->setObjectName(QStringLiteral("KaShape(%1)").arg(i));
+        schild_[i] = new Schild(Fachname(i), this);
+        schild_[i]->setObjectName(QStringLiteral("Label%1").arg(i + 1));
+    }
+    erledigt_ = new Schild(QStringLiteral("erledigt"), this);
+    erledigt_->setObjectName(QStringLiteral("LErledigt"));
+    rahmen_ = new Rahmen(this);
+    wuerfel_ = new WuerfelBild(this);
+    wuerfel_->setObjectName(QStringLiteral("PicWürfel"));
+    wuerfel_->setAccessibleName(QStringLiteral("Würfel"));
+    wuerfel_->setToolTip(QStringLiteral("Zufallsauswahl"));
+    connect(wuerfel_, &QAbstractButton::clicked, this, [this] { PicWuerfel_Click(); });
+    karte_ = new Kartenrahmen(this);
+    karte_->hide();
+    hinweis_ = new QLabel(this);
+    hinweis_->setObjectName(QStringLiteral("Hinweis"));
+    hinweis_->setAlignment(Qt::AlignCenter);
+    hinweis_->setAutoFillBackground(true);
+    hinweis_->setMargin(fontMetrics().height());
+    hinweis_->hide();
+    Anordnen();
+    Zeigen(bild_);
+}
+
+QSize Kasten::sizeHint() const
+{
+    const int breite = 70 * fontMetrics().height();
+    return QSize(breite, KastenMasse::Hoehe(breite)).expandedTo(minimumSizeHint());
+}
+
+QSize Kasten::minimumSizeHint() const
+{
+    return KastenMasse::Mindestgroesse();
+}
+
+void Kasten::Zeigen(const BoxBild &bild)
+{
+    bild_ = bild;
+    gezeigt_.start();
+    BalkenSetzen();
+    NamenSetzen();
+    update();
+}
+
+void Kasten::ZeigenLaufend(const BoxBild &bild)
+{
+    if (gezeigt_.isValid() && gezeigt_.elapsed() < Bildabstand) {
+        bild_ = bild;
+        return;
+    }
+    Zeigen(bild);
+    Malen();
+}
+
+void Kasten::Malen()
+{
+    update();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    gezeigt_.start();
+}
+
+void Kasten::SetHinweis(const QString &text)
+{
+    hinweis_->setText(text);
+    hinweis_->setVisible(!text.isEmpty());
+    Anordnen();
+}
+
+void Kasten::KarteLegen(const QString &frageNr, double links, double oben)
+{
+    karteVon_ = {links, oben};
+    karte_->SetFrageNr(frageNr);
+    karte_->SetFarbe(KastenFarben::Honig);
+    karte_->setGeometry(masse_.Karte(links, oben));
+    karte_->raise();
+    karte_->show();
+}
+
+void Kasten::KarteFaerben(const QColor &farbe)
+{
+    karte_->SetFarbe(farbe);
+    karte_->repaint();
+}
+
+void Kasten::KarteFliegen(int ziel, double anteil)
+{
+    const QRect von = masse_.Karte(karteVon_.x(), karteVon_.y());
+    QRect nach = von;
+    nach.moveCenter(ziel < FachSichtbar ? masse_.fach.at(static_cast<std::size_t>(ziel)).center()
+                                        : masse_.stapel.center());
+    if (ziel < FachSichtbar)
+        nach.moveLeft(masse_.fach.at(static_cast<std::size_t>(ziel)).left());
+    // Leaves and arrives gently, in a small arc.
+    const double weg = anteil * anteil * (3 - 2 * anteil);
+    const double bogen = -0.35 * karte_->height() * std::sin(3.14159265 * anteil);
+    karte_->move(static_cast<int>(std::lround(von.x() + weg * (nach.x() - von.x()))),
+                 static_cast<int>(std::lround(von.y() + weg * (nach.y() - von.y()) + bogen)));
+    repaint();
+}
+
+void Kasten::KarteVerbergen()
+{
+    karte_->hide();
+}
+
+void Kasten::BalkenSetzen()
+{
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        const Fach &fach = tabelle_[i];
+        const QSize innen = image0_[i]->size();
+        // The Neu bar keeps its width; how far its cards reach is the share of its capacity all the same.
+        const double twips =
+            i == FachNeu && fach.Kapazitaet > 0
+                ? std::min(1.0, double(std::max<qint16>(fach.Anzahl, 0)) / fach.Kapazitaet) * fach.BreiteMax
+                : fach.Breite;
+        const int breite =
+            std::clamp(static_cast<int>(std::lround(masse_.Pixel(twips))),
+                       fach.Anzahl > 0 ? KleinsterBalken : 0, std::max(innen.width(), KleinsterBalken));
+        kaShape_[i]->setGeometry(0, 0, i == FachNeu ? innen.width() : breite, innen.height());
+        kaShape_[i]->SetKarten(fach.Anzahl, breite);
+        kaShape_[i]->setVisible(bild_.balken[i]);
+        const bool vollstes = static_cast<int>(i) == bild_.VollstesFach;
+        kaShape_[i]->SetRandfarbe(vollstes ? Farben::VollstesFach : QColor(0, 0, 0));
+        schild_[i]->SetBetont(vollstes);
+        if (vollstes) {
+            rahmen_->setGeometry(image0_[i]->geometry().adjusted(-Rahmen::Dicke, -Rahmen::Dicke,
+                                                                 Rahmen::Dicke, Rahmen::Dicke));
+        }
+    }
+}
+
+void Kasten::NamenSetzen()
+{
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        QString name = QStringLiteral("Fach %1: %2 von %3 Karten")
+                           .arg(Fachname(i))
+                           .arg(tabelle_[i].Anzahl)
+                           .arg(tabelle_[i].Kapazitaet);
+        if (UeberKapazitaet(tabelle_[i]))
+            name += QStringLiteral(", zu voll");
+        if (static_cast<int>(i) == bild_.VollstesFach)
+            name += QStringLiteral(", vollstes Fach");
+        if (name != image0_[i]->accessibleName())
+            image0_[i]->setAccessibleName(name);
+    }
+}
+
+void Kasten::Anordnen()
+{
+    masse_ = KastenMasse(size(), tabelle_);
+    const QFont schildSchrift = Schrift(1.1, true);
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        image0_[i]->setGeometry(masse_.fach[i]);
+        schild_[i]->setGeometry(masse_.schild[i]);
+        schild_[i]->setFont(schildSchrift);
+    }
+    erledigt_->setGeometry(masse_.stapelSchild);
+    erledigt_->setFont(Schrift(0.9, true));
+    wuerfel_->setGeometry(masse_.wuerfel);
+    karte_->SetSchrift(Schrift(0.85), Schrift(1.7, true));
+    karte_->setGeometry(masse_.Karte(karteVon_.x(), karteVon_.y()));
+    hinweis_->adjustSize();
+    hinweis_->move(rect().center() - hinweis_->rect().center());
+    hinweis_->raise();
+    BalkenSetzen();
+}
+
+void Kasten::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Anordnen();
+}
+
+void Kasten::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        Anordnen();
+}
+
+int Kasten::FachBei(QPoint punkt) const
+{
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        if (masse_.schild[i].contains(punkt) || masse_.zaehler[i].contains(punkt))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+void Kasten::Hervorheben(int fach)
+{
+    for (std::size_t i = 0; i < FachSichtbar; ++i)
+        image0_[i]->SetHervorgehoben(static_cast<int>(i) == fach);
+    setCursor(fach >= 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    setToolTip(fach >= 0 ? Tooltips[static_cast<std::size_t>(fach)] : QString());
+}
+
+void Kasten::mouseMoveEvent(QMouseEvent *event)
+{
+    Hervorheben(FachBei(event->pos()));
+}
+
+void Kasten::leaveEvent(QEvent *event)
+{
+    QWidget::leaveEvent(event);
+    Hervorheben(-1);
+}
+
+// Name and count belong to the compartment: the narrow ones are easier to hit that way.
+void Kasten::mouseReleaseEvent(QMouseEvent *event)
+{
+    const int fach = FachBei(event->pos());
+    if (event->button() == Qt::LeftButton && fach >= 0)
+        image0_[static_cast<std::size_t>(fach)]->click();
+}

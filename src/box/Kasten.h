@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "BoxRechnung.h"
+#include "KastenMasse.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+class FachBild;
+class Kartenrahmen;
+class KaShape;
+class Schild;
+class QLabel;
+class WuerfelBild;
+
+// The picture of the box: a drawer of cards seen from above, its compartments side by side, beside it the
+// done cards, the card that is asked and the die. It shows what it is given and decides nothing.
+class Kasten final : public QWidget
+{
+public:
+    // Shows `tabelle`, which must outlive it.
+    explicit Kasten(const FachTabelle &tabelle, QWidget *parent = nullptr);
+
+    std::function<void(int fach)> Image0_Click = [](int) {};
+    std::function<void()> PicWuerfel_Click = [] {};
+    std::function<void()> erstesBild = [] {}; // called once, when the window has been painted
+
+    // Takes over the counts of the table. Painting follows with the event loop.
+    void Zeigen(const BoxBild &bild);
+    // The same for calls that come by the thousand while no event loop runs: shown at most at the display's
+    // rate, and painted then, without taking input.
+    void ZeigenLaufend(const BoxBild &bild);
+
+    // A quiet note across the box; none where the text is empty.
+    void SetHinweis(const QString &text);
+
+    // The card that is asked: lies at these twips with its number, takes the verdict's colour, flies, goes
+    // away.
+    void KarteLegen(const QString &frageNr, double links, double oben);
+    void KarteFaerben(const QColor &farbe);
+    // Paints the card at `anteil` (0 to 1) of its way from where it lies to compartment `ziel`.
+    void KarteFliegen(int ziel, double anteil);
+    void KarteVerbergen();
+
+    WuerfelBild &Wuerfel() { return *wuerfel_; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void Anordnen();
+    void BalkenSetzen();
+    void NamenSetzen();
+    void Malen();
+    int FachBei(QPoint punkt) const;
+    void Hervorheben(int fach);
+    QFont Schrift(double groesse, bool fett = false) const;
+    void ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach, bool mitKapazitaet) const;
+    void TasteMalen(QPainter &maler) const;
+    void StapelMalen(QPainter &maler) const;
+    void WarnungMalen(QPainter &maler, const QRect &platz) const;
+
+    const FachTabelle &tabelle_;
+    BoxBild bild_;
+    KastenMasse masse_;
+    std::array<FachBild *, FachSichtbar> image0_{};
+    std::array<KaShape *, FachSichtbar> kaShape_{};
+    std::array<Schild *, FachSichtbar> schild_{};
+    Schild *erledigt_ = nullptr;
+    QWidget *rahmen_ = nullptr;
+    Kartenrahmen *karte_ = nullptr;
+    WuerfelBild *wuerfel_ = nullptr;
+    QLabel *hinweis_ = nullptr;
+    QPointF karteVon_; // twips
+    QElapsedTimer gezeigt_;
+    bool gemalt_ = false;
+};

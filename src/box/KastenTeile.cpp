@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "KastenTeile.h"
+
+#include "Farben.h"
+#include "KastenFarben.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+Schild::Schild(const QString &text, QWidget *parent) : QLabel(text, parent)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void Schild::SetBetont(bool betont)
+{
+    if (betont == betont_)
+        return;
+    betont_ = betont;
+    update();
+}
+
+void Schild::paintEvent(QPaintEvent *)
+{
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    const QFontMetrics metrik(font());
+    // As wide as its text asks for, but never wider than its compartment.
+    const double breite = std::min<double>(width(), metrik.horizontalAdvance(text()) + 1.3 * metrik.height());
+    const double hoehe = std::min<double>(height(), 1.5 * metrik.height());
+    const QRectF platz((width() - breite) / 2, (height() - hoehe) / 2, breite, hoehe);
+    maler.setPen(betont_ ? QPen(Farben::VollstesFach, 2.4) : QPen(KastenFarben::PapierSchatten, 1));
+    maler.setBrush(KastenFarben::Papier);
+    const double rundung = std::min(breite, hoehe) * 0.28;
+    maler.drawRoundedRect(platz.adjusted(1.5, 1.5, -1.5, -1.5), rundung, rundung);
+    maler.setPen(KastenFarben::Tinte);
+    maler.drawText(platz, Qt::AlignCenter, text());
+}
+
+Rahmen::Rahmen(QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void Rahmen::paintEvent(QPaintEvent *)
+{
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setBrush(Qt::NoBrush);
+    // A light seam makes the red plain on the dark box.
+    const QRectF innen = QRectF(rect()).adjusted(2, 2, -2, -2);
+    maler.setPen(QPen(KastenFarben::Papier, 4));
+    maler.drawRoundedRect(innen, 7, 7);
+    maler.setPen(QPen(Farben::VollstesFach, 2.6));
+    maler.drawRoundedRect(innen, 7, 7);
+}
+
+Kartenrahmen::Kartenrahmen(QWidget *parent)
+    : QFrame(parent), frageNr_(new QLabel(QStringLiteral("FrageNr:"), this)), mFrageNr_(new QLabel(this))
+{
+    setObjectName(QStringLiteral("Karte"));
+    setAccessibleName(QStringLiteral("Gefragte Karte"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    frageNr_->setObjectName(QStringLiteral("FrageNr"));
+    frageNr_->setAlignment(Qt::AlignCenter);
+    mFrageNr_->setObjectName(QStringLiteral("MFrageNr"));
+    mFrageNr_->setAlignment(Qt::AlignCenter);
+    auto *spalte = new QVBoxLayout(this);
+    spalte->setContentsMargins(2, 8, 2, 4);
+    spalte->setSpacing(0);
+    spalte->addStretch(2);
+    spalte->addWidget(frageNr_);
+    spalte->addWidget(mFrageNr_);
+    spalte->addStretch(3);
+    QPalette farben = palette();
+    farben.setColor(QPalette::WindowText, KastenFarben::Tinte);
+    setPalette(farben);
+    SetFarbe(KastenFarben::Honig);
+}
+
+void Kartenrahmen::SetFrageNr(const QString &frageNr)
+{
+    mFrageNr_->setText(frageNr);
+    mFrageNr_->setAccessibleName(QStringLiteral("Frage Nummer ") + frageNr);
+}
+
+void Kartenrahmen::SetFarbe(const QColor &farbe)
+{
+    QPalette farben = palette();
+    farben.setColor(QPalette::Window, farbe);
+    const bool signal = farbe == Farben::Richtig || farbe == Farben::Falsch;
+    farben.setColor(QPalette::WindowText, signal ? Farben::AufSignal : KastenFarben::Tinte);
+    setPalette(farben);
+}
+
+void Kartenrahmen::SetSchrift(const QFont &klein, const QFont &gross)
+{
+    frageNr_->setFont(klein);
+    mFrageNr_->setFont(gross);
+}
+
+void Kartenrahmen::paintEvent(QPaintEvent *)
+{
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    const QColor farbe = palette().color(QPalette::Window);
+    const double rundung = std::min(width(), height()) * 0.16;
+    const double dicke = height() * 0.045;
+    maler.setPen(Qt::NoPen);
+    maler.setBrush(farbe.darker(125));
+    maler.drawRoundedRect(QRectF(rect()), rundung, rundung);
+    const QRectF oben = QRectF(rect()).adjusted(0, 0, 0, -dicke);
+    maler.setBrush(farbe);
+    maler.drawRoundedRect(oben, rundung, rundung);
+    maler.setPen(
+        QPen(farbe == KastenFarben::Honig ? KastenFarben::Koralle : palette().color(QPalette::WindowText),
+             std::max(1.5, height() * 0.025), Qt::SolidLine, Qt::RoundCap));
+    const double linie = oben.top() + oben.height() * 0.17;
+    maler.drawLine(QPointF(width() * 0.16, linie), QPointF(width() * 0.84, linie));
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QColor>
+#include <QFrame>
+#include <QLabel>
+
+// The name of a compartment on a paper plate.
+class Schild final : public QLabel
+{
+public:
+    Schild(const QString &text, QWidget *parent);
+
+    // The letter of the text that is its key is underlined.
+    void SetBetont(bool betont);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool betont_ = false;
+};
+
+// The red border around the fullest compartment.
+class Rahmen final : public QWidget
+{
+public:
+    explicit Rahmen(QWidget *parent);
+
+    static constexpr int Dicke = 5; // pixels that it stands out on each side
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+// The card that is asked, with the label "FrageNr:" and its number.
+class Kartenrahmen final : public QFrame
+{
+public:
+    explicit Kartenrahmen(QWidget *parent);
+
+    void SetFrageNr(const QString &frageNr);
+    void SetFarbe(const QColor &farbe);
+    void SetSchrift(const QFont &klein, const QFont &gross);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QLabel *frageNr_ = nullptr;
+    QLabel *mFrageNr_ = nullptr;
+};
