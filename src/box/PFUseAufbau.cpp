@@ -403,7 +403,7 @@ void PFUse::GroesseWaehlen()
 {
     const int zeile = fontMetrics().height();
     const QSize schirm = screen()->availableSize() * 0.9;
-    const QSize groesse(zeile * 56, zeile * 42);
+    QSize groesse(zeile * 56, zeile * 42);
     mitBild_ = std::any_of(karte_.Medium.begin() + 1, karte_.Medium.begin() + 4,
                            [](const QString &name) { return !name.isEmpty(); });
     QSize bedarf;
@@ -417,7 +417,10 @@ void PFUse::GroesseWaehlen()
                                                  MFrage_->minimumSizeHint().height(), schirm.height() / 2));
         bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 4, zeile * 8);
     }
-    resize(groesse.expandedTo(bedarf).expandedTo(layout()->minimumSize()).boundedTo(schirm));
+    groesse = groesse.expandedTo(bedarf).expandedTo(layout()->minimumSize());
+    if (layout()->hasHeightForWidth())
+        groesse.setHeight(std::max(groesse.height(), layout()->minimumHeightForWidth(groesse.width())));
+    resize(groesse.boundedTo(schirm));
 }
 
 void PFUse::FarbenSetzen()
