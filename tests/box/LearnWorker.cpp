@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+// Learns through the real store until it is killed: says on its standard output what it is about to store,
+// and when that is stored. Arguments: card file, seed.
+#include "BoxRechnung.h"
+#include "KarteVerschieben.h"
+#include "StoreTestSupport.h"
+
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <array>
+#include <cstdio>
+#include <unistd.h>
+
+static void Say(const char *what, int frageNr, int ergebnis)
+{
+    std::array<char, 64> line{};
+    const int length = std::snprintf(line.data(), line.size(), "%s %d %d\n", what, frageNr, ergebnis);
+    if (write(STDOUT_FILENO, line.data(), static_cast<size_t>(length)) != length)
+        _exit(2);
+}
+
+int main(int argc, char *argv[])
+{
+    if (argc != 3)
+        return 2;
+    TestMeldungen meldungen;
+    TestUhr uhr;
+    uhr.perSecond = 1;
+    CardStore kartei(meldungen, uhr);
+    const QFileInfo file(QString::fromLocal8Bit(argv[1]));
+    kartei.KarteiPfad = file.path();
+    QString name = file.fileName();
+    kartei.OpenCardFile(name);
+    if (name.isEmpty())
+        return 3;
+    QRandomGenerator random(static_cast<quint32>(std::atoi(argv[2])));
+    Say("offen", 0, 0);
+    for (;;) {
+        const int fach = static_cast<int>(random.bounded(6));
+        if (!ErsteKarte(kartei.Karten(), fach))
+            continue;
+        const qint16 ergebnis = random.bounded(3) == 0 ? 0 : ErgebnisRichtig;
+        const int frageNr = kartei.Felder().FrageNr.Integer();
+        Say("will", frageNr, ergebnis);
+        KarteVerschieben(kartei, meldungen, ergebnis);
+        Say("hat", frageNr, ergebnis);
+    }
+}
