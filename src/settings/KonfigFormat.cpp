@@ -16,7 +16,7 @@ namespace {
 
 constexpr QByteArrayView UrlStart = "file://";
 constexpr qsizetype MaxTextLength = 4096; // characters; no path is longer
-constexpr float MinFontSize = 1, MaxFontSize = 1638;
+constexpr double MinFontSize = 1, MaxFontSize = 1638;
 
 [[noreturn]] void ThrowValueError(int number, const QString &what, QByteArrayView value)
 {
@@ -163,17 +163,17 @@ bool BoolValue(QByteArrayView value)
 float SizeValue(QByteArrayView value)
 {
     // Comma and point both, for a file that has seen another locale; "inf", "nan" and "1e9" are no sizes.
-    QByteArray text = value.trimmed().toByteArray().replace(',', '.');
+    const QByteArray text = value.trimmed().toByteArray().replace(',', '.');
     const auto isPart = [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+'; };
     bool isNumber = std::all_of(text.begin(), text.end(), isPart);
-    const float size = isNumber ? text.toFloat(&isNumber) : 0;
+    const double size = isNumber ? text.toDouble(&isNumber) : 0;
     if (!isNumber) {
         ThrowTypeError(value);
     }
     if (!(size >= MinFontSize && size <= MaxFontSize)) {
         ThrowValueError(Fehler::Ueberlauf, QStringLiteral("Schriftgröße außerhalb von 1 bis 1638"), value);
     }
-    return size;
+    return static_cast<float>(size);
 }
 
 qint32 ColorValue(QByteArrayView value)

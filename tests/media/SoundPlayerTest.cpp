@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "SoundPlayer.h"
+
+#include "WaveBuilder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QString NoWave = QStringLiteral("Keine WAV-Datei nicht vorhanden !");
+
+// Threads of this process: those of the test, the player's, and SDL's while a device is open.
+int Threads()
+{
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+} // namespace
+
+// SDL's disk device writes what would be heard into a file.
+class SoundPlayerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> directory_;
+    std::unique_ptr<SoundPlayer> player_;
+    QStringList messages_;
+    int ownThreads_ = 0;
+
+    QString Path(const QString &name) const { return directory_->filePath(name); }
+
+    // The device opened from now on writes into the file `name`, waiting `delay` ms for each buffer.
+    void ListenTo(const QString &name, int delay = 0) const
+    {
+        qputenv("SDL_AUDIODRIVER", "disk");
+        qputenv("SDL_DISKAUDIOFILE", QFile::encodeName(Path(name)));
+        qputenv("SDL_DISKAUDIODELAY", QByteArray::number(delay));
+    }
+
+    QString Write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(Path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(name));
+        return file.fileName();
+    }
+
+    QByteArray Heard(const QString &name) const
+    {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    // Whether a device is still writing into the file `name`.
+    bool Sounds(const QString &name) const
+    {
+        const QDir descriptors(QStringLiteral("/proc/self/fd"));
+        for (const QString &entry :
+             descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
+            if (QFile::symLinkTarget(descriptors.filePath(entry)) == Path(name))
+                return true;
+        return false;
+    }
+
+    void Play(const QString &path) { player_->PlaySound(path.toStdString()); }
+
+    QByteArray LongWave() const { return PlainWave({.rate = 8000, .extra = {}}, Bytes(Melody(2'000'000))); }
+
+private slots:
+
+    void initTestCase() { ownThreads_ = Threads(); }
+
+    void init();
+    void cleanup();
+    void WaveIsHeardToItsLastSample_data();
+    void WaveIsHeardToItsLastSample();
+    void PathWithBlanksAndUmlautsPlays();
+    void SecondSoundStopsTheFirst();
+    void StopSoundStops();
+    void StopSoundWithNothingPlayingIsHarmless();
+    void EndedSoundLeavesNoDeviceAndNoThread();
+    void SameSoundPlaysAgain();
+    void FailedSoundStopsTheFirst();
+    void UnplayableFileGivesTheMessage_data();
+    void UnplayableFileGivesTheMessage();
+    void NoDeviceGivesTheMessageAndLaterSoundsPlay();
+    void UnansweringDeviceIsGivenUp();
+    void EndOfThePlayerStopsTheSound();
+    void ProgramKeepsItsSignals();
+};
+
+void SoundPlayerTest::init()
+{
+    directory_ = std::make_unique<QTemporaryDir>();
+    messages_.clear();
+    player_ = std::make_unique<SoundPlayer>(
+        [this](const std::string &message) { messages_ << QString::fromStdString(message); });
+}
+
+void SoundPlayerTest::cleanup()
+{
+    player_.reset();
+    QCOMPARE(Threads(), ownThreads_);
+}
+
+void SoundPlayerTest::WaveIsHeardToItsLastSample_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("heard");
+    QTest::addColumn<char>("silence");
+    const auto row = [](const char *name, const BuiltWave &wave, char silence = 0) {
+        QTest::newRow(name) << wave.file << wave.heard << silence;
+    };
+    row("PCM 8 bit", Pcm(8, 1, 3000), static_cast<char>(128));
+    row("PCM 8 bit stereo", Pcm(8, 2, 3000), static_cast<char>(128));
+    row("PCM 16 bit", Pcm(16, 1, 3000));
+    row("PCM 16 bit stereo", Pcm(16, 2, 3000));
+    row("PCM 24 bit", Pcm(24, 1, 3000));
+    row("PCM 32 bit", Pcm(32, 2, 3000));
+    row("float", Float(3000));
+    row("IMA ADPCM", ImaAdpcm(1, 10));
+    row("IMA ADPCM stereo", ImaAdpcm(2, 10, 512));
+    row("MS ADPCM", MsAdpcm(10));
+    row("one sample", Pcm(16, 1, 1));
+}
+
+void SoundPlayerTest::WaveIsHeardToItsLastSample()
+{
+    QFETCH(const QByteArray, file);
+    QFETCH(const QByteArray, heard);
+    QFETCH(const char, silence);
+    ListenTo("out.raw");
+    Play(Write("a.wav", file));
+    QCOMPARE(messages_, QStringList());
+    QTRY_VERIFY(!Sounds("out.raw"));
+    const QByteArray output = Heard("out.raw");
+    QVERIFY(output.size() > heard.size());
+    // The device may write silence before the sound is started.
+    qsizetype start = 0;
+    while (!output.sliced(start).startsWith(heard) && start < output.size() && output.at(start) == silence)
+        ++start;
+    QVERIFY(output.sliced(start).startsWith(heard));
+    const QByteArray rest = output.sliced(start + heard.size());
+    QCOMPARE(rest, QByteArray(rest.size(), silence));
+}
+
+void SoundPlayerTest::PathWithBlanksAndUmlautsPlays()
+{
+    ListenTo("out.raw");
+    QVERIFY(QDir(directory_->path()).mkpath("Meine Töne  für Übungen"));
+    Play(Write("Meine Töne  für Übungen/Käse & Brötchen ß €.wav", Pcm(16, 1, 100).file));
+    QCOMPARE(messages_, QStringList());
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+}
+
+void SoundPlayerTest::SecondSoundStopsTheFirst()
+{
+    ListenTo("first.raw", 20);
+    Play(Write("first.wav", LongWave()));
+    QTRY_VERIFY(Heard("first.raw").size() > 0);
+    QVERIFY(Sounds("first.raw"));
+
+    ListenTo("second.raw");
+    Play(Write("second.wav", Pcm(16, 1, 3000).file));
+    QVERIFY(!Sounds("first.raw"));
+    QVERIFY(Heard("first.raw").size() < LongWave().size());
+    QTRY_VERIFY(!Sounds("second.raw"));
+    QVERIFY(Heard("second.raw").contains(Pcm(16, 1, 3000).heard));
+    QCOMPARE(messages_, QStringList());
+}
+
+void SoundPlayerTest::StopSoundStops()
+{
+    ListenTo("out.raw", 20);
+    Play(Write("a.wav", LongWave()));
+    QVERIFY(Sounds("out.raw"));
+    player_->StopSound();
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").size() < LongWave().size());
+    QCOMPARE(messages_, QStringList());
+}
+
+void SoundPlayerTest::StopSoundWithNothingPlayingIsHarmless()
+{
+    player_->StopSound();
+    player_->StopSound();
+    ListenTo("out.raw");
+    Play(Write("a.wav", Pcm(16, 1, 100).file));
+    QTRY_VERIFY(!Sounds("out.raw"));
+    player_->StopSound();
+    QCOMPARE(messages_, QStringList());
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+}
+
+void SoundPlayerTest::EndedSoundLeavesNoDeviceAndNoThread()
+{
+    QCOMPARE(Threads(), ownThreads_);
+    ListenTo("out.raw");
+    Play(Write("a.wav", Pcm(16, 1, 3000).file));
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QTRY_COMPARE(Threads(), ownThreads_ + 1); // the player's, which sleeps
+}
+
+void SoundPlayerTest::SameSoundPlaysAgain()
+{
+    const QString wave = Write("a.wav", Pcm(16, 1, 3000).file);
+    for (const QString &name : {QStringLiteral("1.raw"), QStringLiteral("2.raw"), QStringLiteral("3.raw")}) {
+        ListenTo(name);
+        Play(wave);
+        QTRY_VERIFY(!Sounds(name));
+        QVERIFY(Heard(name).contains(Pcm(16, 1, 3000).heard));
+    }
+    QCOMPARE(messages_, QStringList());
+}
+
+void SoundPlayerTest::FailedSoundStopsTheFirst()
+{
+    ListenTo("out.raw", 20);
+    Play(Write("a.wav", LongWave()));
+    QVERIFY(Sounds("out.raw"));
+    Play(Path("fehlt.wav"));
+    QCOMPARE(messages_, QStringList(NoWave));
+    QVERIFY(!Sounds("out.raw"));
+}
+
+void SoundPlayerTest::UnplayableFileGivesTheMessage_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << "fehlt.wav";
+    QTest::newRow("missing directory") << "fehlt/a.wav";
+    QTest::newRow("empty") << "leer.wav";
+    QTest::newRow("text") << "text.wav";
+    QTest::newRow("directory") << "verzeichnis.wav";
+    QTest::newRow("pipe without writer") << "pipe.wav";
+    QTest::newRow("device") << "zero.wav";
+    QTest::newRow("link to itself") << "schleife.wav";
+    QTest::newRow("name too long") << QString(300, 'x');
+    QTest::newRow("NUL in the name") << QString("gut.wav") + QChar::Null + "x";
+}
+
+void SoundPlayerTest::UnplayableFileGivesTheMessage()
+{
+    ListenTo("out.raw");
+    Write("gut.wav", Pcm(16, 1, 100).file);
+    Write("leer.wav", "");
+    Write("text.wav", "kein Ton");
+    QVERIFY(QDir(directory_->path()).mkdir("verzeichnis.wav"));
+    QCOMPARE(mkfifo(QFile::encodeName(Path("pipe.wav")).constData(), 0600), 0);
+    QVERIFY(QFile::link("/dev/zero", Path("zero.wav")));
+    QVERIFY(QFile::link(Path("schleife.wav"), Path("schleife.wav")));
+    QFETCH(const QString, name);
+    Play(directory_->path() + '/' + name);
+    QCOMPARE(messages_, QStringList(NoWave));
+    QVERIFY(!QFile::exists(Path("out.raw")));
+
+    Play(Path("gut.wav"));
+    QCOMPARE(messages_, QStringList(NoWave));
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+}
+
+void SoundPlayerTest::NoDeviceGivesTheMessageAndLaterSoundsPlay()
+{
+    qputenv("SDL_AUDIODRIVER", "nonsense");
+    const QString wave = Write("a.wav", Pcm(16, 1, 100).file);
+    Play(wave);
+    QCOMPARE(messages_, QStringList(NoWave));
+    Play(wave);
+    QCOMPARE(messages_, QStringList({NoWave, NoWave}));
+
+    ListenTo("nicht/da/out.raw");
+    Play(wave);
+    QCOMPARE(messages_, QStringList({NoWave, NoWave, NoWave}));
+
+    messages_.clear();
+    ListenTo("out.raw");
+    Play(wave);
+    QCOMPARE(messages_, QStringList());
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+}
+
+void SoundPlayerTest::UnansweringDeviceIsGivenUp()
+{
+    // Opening a pipe that nobody reads does not return.
+    QCOMPARE(mkfifo(QFile::encodeName(Path("pipe")).constData(), 0600), 0);
+    ListenTo("pipe");
+    const QString wave = Write("a.wav", Pcm(16, 1, 100).file);
+    Play(wave);
+    QCOMPARE(messages_, QStringList(NoWave));
+    Play(wave);
+    QCOMPARE(messages_, QStringList({NoWave, NoWave}));
+
+    ListenTo("out.raw");
+    const int reader = open(QFile::encodeName(Path("pipe")).constData(), O_RDONLY | O_NONBLOCK);
+    QVERIFY(reader >= 0);
+    const auto plays = [&] {
+        messages_.clear();
+        Play(wave);
+        return messages_.isEmpty();
+    };
+    QTRY_VERIFY(plays());
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+    close(reader);
+}
+
+void SoundPlayerTest::EndOfThePlayerStopsTheSound()
+{
+    ListenTo("out.raw", 20);
+    Play(Write("a.wav", LongWave()));
+    QVERIFY(Sounds("out.raw"));
+    player_.reset();
+    QVERIFY(!Sounds("out.raw"));
+    QCOMPARE(Threads(), ownThreads_);
+}
+
+void SoundPlayerTest::ProgramKeepsItsSignals()
+{
+    struct sigaction old = {};
+    struct sigaction standard = {};
+    standard.sa_handler = SIG_DFL;
+    QCOMPARE(sigaction(SIGTERM, &standard, &old), 0);
+    ListenTo("out.raw");
+    Play(Write("a.wav", Pcm(16, 1, 100).file));
+    struct sigaction now = {};
+    QCOMPARE(sigaction(SIGTERM, &old, &now), 0);
+    QVERIFY(now.sa_handler == SIG_DFL);
+}
+
+QTEST_GUILESS_MAIN(SoundPlayerTest)
+#include "SoundPlayerTest.moc"
