@@ -117,8 +117,8 @@ private:
     std::array<std::size_t, AntwortAnzahl>
         zeileAmPlatz_{};     // which answer line stands at a place, from the top
     bool leertaste_ = false; // the tick box is being clicked by the keyboard
-    bool mitBild_ = false; // one of the card's pictures will be shown
-    QRect bildPlatz_;      // where on the card it goes, as the card says or the learner dragged it; may be empty
+    bool mitBild_ = false;   // one of the card's pictures will be shown
+    QRect bildPlatz_; // where on the card it goes, as the card says or the learner dragged it; may be empty
 
     Flaeche *kasten_ = nullptr; // the card's surface
     Flaeche *Frame1_ = nullptr; // its frame, in the verdict's colour

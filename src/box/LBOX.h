@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AppConfig.h"
+#include "BoxZustand.h"
+#include "CardStore.h"
+#include "Dialoge.h"
+#include "Uhr.h"
+#include "Zufall.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <array>
+#include <functional>
+
+class Kasten;
+class QLabel;
+class QMenu;
+class QToolButton;
+
+// What the main window works on.
+struct LBoxUmgebung
+{
+    CardStore &kartei;
+    BoxZustand &zustand;
+    AppConfig &konfig;
+    Meldungen &meldungen;
+    Dialoge &dialoge;
+    Zufall &zufall;
+    const Uhr &uhr;
+    std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
+    std::function<void()> stille = [] {};                                    // stops it
+    QString befehlszeile; // the card file named at the program's start, or empty
+};
+
+// What the menu opens beyond the main window. An entry without its function stands in its place, disabled.
+struct LBoxFenster
+{
+    std::function<void()> MKarten; // the card editor, on the current card, not modal
+    std::function<void()> Manzeigen;
+    std::function<void()> MAscii_Export, MAscii_Import;
+    std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln;
+    std::function<void()> MAlleNeu, MErledigtNeu;
+    std::function<void()> MStatistik;
+    std::function<void()> Müber;
+    // Lets the user pick a card file of KarteiPfad; returns its name without directory, or nothing.
+    std::function<QString()> KarteiWechseln;
+    // Asked before the main window closes, so that other windows can close first; false keeps it open.
+    std::function<bool()> DarfSchliessen;
+};
+
+// The main window: the box, from which every query starts, and the menu that opens everything else.
+class LBOX final : public QMainWindow
+{
+public:
+    explicit LBOX(LBoxUmgebung umgebung, QWidget *parent = nullptr);
+    ~LBOX() override;
+
+    void SetFenster(LBoxFenster fenster);
+
+    // Draws the box anew from FachInfo, and sets VollstesFach.
+    void BoxZeichnen();
+    // Asks the first card of compartment `fach`, 0 to 5.
+    void Image0_Click(int fach);
+    // Asks a card that the die picks.
+    void PicWürfel_Click();
+    // Probes the open card file and sets FehlerStatus; says "Bitte erst eine Datei öffnen" where there is
+    // none.
+    bool DateiOffenPruefen();
+    void AutomatikAus();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    enum class Braucht
+    {
+        Nichts,
+        OffeneDatei
+    };
+
+    // Menu (LBOXMenue.cpp).
+    void MenueBauen();
+    QAction *Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun);
+    void FensterEintrag(QMenu *menue, const QString &name, const QString &text,
+                        std::function<void()> LBoxFenster::*fenster, Braucht braucht = Braucht::OffeneDatei);
+    QAction *Strich(QMenu *menue, const QString &name);
+    void KonfigZeigen();
+    void MSchriftart_Click();
+    void MAnimation_Click();
+
+    // Card files (LBOXDateien.cpp).
+    void Form_Load();
+    void Mneu_Click();
+    void Möffnen_Click();
+    void MDat_Click(std::size_t i);
+    void KarteiWechseln_Click();
+    bool KarteiOeffnen(const QString &pfad);
+    void InListe(const QString &pfad);
+    void StandZeigen();
+
+    // Learning (LBOXLernen.cpp).
+    void Form_KeyPress(const QKeyEvent &taste);
+    void KarteAbfragen();
+    void KarteAnimieren(qint16 ergebnis);
+    void KarteVerschieben(qint16 ergebnis);
+    void LesefehlerMelden(const QString &kontext, const std::exception &fehler);
+    bool Wuerfeln(int &fach);
+    void MAutoschalter_Click();
+    void AutomatikTakt();
+    bool Animiert() const;
+
+    LBoxUmgebung umgebung_;
+    LBoxFenster fenster_;
+    CardStore &kartei_;
+    Meldungen &meldungen_;
+    Kasten *kasten_ = nullptr;
+    QToolButton *lKartei_ = nullptr;
+    QLabel *lTasten_ = nullptr;
+
+    struct FensterVerweis
+    {
+        QAction *eintrag;
+        std::function<void()> LBoxFenster::*fenster;
+    };
+
+    std::vector<FensterVerweis> verweise_;
+    std::array<QAction *, 5> mDat_{};
+    QAction *mStrich_ = nullptr;
+    QAction *mAnimation_ = nullptr;
+    QAction *mAutoschalter_ = nullptr;
+    QTimer takt_;               // of the automatic mode
+    qint64 sekunde_ = 0;        // the clock as it was last noted
+    int sekundenwechsel_ = 0;   // since the pause of the automatic mode began
+    bool beschaeftigt_ = false; // a query, a roll or the opening of a file is under way
+    bool geladen_ = false;
+};

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kasten.h"
+#include "LBOX.h"
+#include "Schritt.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QScopedValueRollback>
+#include <QToolButton>
+
+#include <utility>
+
+namespace {
+
+const QString Filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
+const QString Endung = QStringLiteral("pzb");
+
+bool IstKartei(const QString &pfad)
+{
+    return pfad.right(4).toLower() == QStringLiteral(".pzb");
+}
+
+// Directory and file name of a path; a name without a directory lies in the current one.
+std::pair<QString, QString> Geteilt(const QString &pfad)
+{
+    const QString mitStrichen = QDir::fromNativeSeparators(pfad);
+    const qsizetype strich = mitStrichen.lastIndexOf(u'/');
+    const QString name = mitStrichen.mid(strich + 1);
+    return {QFileInfo(mitStrichen.left(strich + 1) + QStringLiteral(".")).absolutePath(), name};
+}
+
+} // namespace
+
+// Runs when the window has been painted for the first time: opening a file blocks the program for a second or
+// two.
+void LBOX::Form_Load()
+{
+    if (std::exchange(kartei_.ErsterAufruf, false))
+        umgebung_.konfig.ReadConfig();
+    geladen_ = true;
+    const QString &pfad = umgebung_.befehlszeile;
+    if (pfad.isEmpty()) {
+        Möffnen_Click();
+    } else if (!IstKartei(pfad)) {
+        meldungen_.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        Möffnen_Click();
+    } else if (!KarteiOeffnen(pfad)) {
+        meldungen_.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+    }
+    StandZeigen();
+}
+
+void LBOX::Mneu_Click()
+{
+    const QString pfad = umgebung_.dialoge.DateiSpeichern({.titel = QStringLiteral("Merkkasten anlegen"),
+                                                           .filter = Filter,
+                                                           .verzeichnis = kartei_.KarteiPfad,
+                                                           .endung = Endung});
+    if (pfad.isEmpty() || beschaeftigt_)
+        return;
+    if (!IstKartei(pfad)) {
+        meldungen_.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        return;
+    }
+    auto [verzeichnis, name] = Geteilt(pfad);
+    const QString vorher = std::exchange(kartei_.KarteiPfad, verzeichnis);
+    const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
+    kasten_->SetHinweis(name + QStringLiteral(" wird angelegt …"));
+    const bool angelegt = Schritt(meldungen_, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
+                                  [this, &name = name] { kartei_.CreateCardFile(name); });
+    if (!angelegt && kartei_.IsOpen())
+        kartei_.KarteiPfad = vorher; // the file that is still open lies there
+    if (angelegt && !name.isEmpty())
+        InListe(pfad);
+    StandZeigen();
+}
+
+void LBOX::Möffnen_Click()
+{
+    const QString pfad = umgebung_.dialoge.DateiOeffnen({.titel = QStringLiteral("Merkkasten öffnen"),
+                                                         .filter = Filter,
+                                                         .verzeichnis = kartei_.KarteiPfad,
+                                                         .endung = Endung});
+    if (pfad.isEmpty() || beschaeftigt_)
+        return;
+    if (!IstKartei(pfad))
+        meldungen_.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+    else if (KarteiOeffnen(pfad))
+        InListe(pfad);
+    else
+        meldungen_.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+    StandZeigen();
+}
+
+// A file opened from the list keeps its place in it.
+void LBOX::MDat_Click(std::size_t i)
+{
+    KarteiOeffnen(umgebung_.konfig.MDat.at(i));
+    StandZeigen();
+}
+
+void LBOX::KarteiWechseln_Click()
+{
+    const QString name = fenster_.KarteiWechseln();
+    if (!name.isEmpty())
+        KarteiOeffnen(kartei_.CardPath(name));
+    StandZeigen();
+}
+
+bool LBOX::KarteiOeffnen(const QString &pfad)
+{
+    if (beschaeftigt_)
+        return false;
+    const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
+    auto [verzeichnis, name] = Geteilt(pfad);
+    kartei_.KarteiPfad = verzeichnis;
+    kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
+    kartei_.OpenCardFile(name);
+    if (name.isEmpty())
+        return false;
+    QDir::setCurrent(verzeichnis);
+    return true;
+}
+
+void LBOX::InListe(const QString &pfad)
+{
+    QDir::setCurrent(kartei_.KarteiPfad);
+    Schritt(meldungen_, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "),
+            [this, &pfad] { umgebung_.konfig.WriteConfig(1, pfad); });
+}
+
+bool LBOX::DateiOffenPruefen()
+{
+    try {
+        kartei_.Karten().RecordCount();
+        kartei_.FehlerStatus = 0;
+        return true;
+    } catch (const StoreError &fehler) {
+        kartei_.FehlerStatus = static_cast<qint16>(qBound(1, fehler.Number(), 0x7FFF));
+    }
+    meldungen_.Zeigen(QStringLiteral("Bitte erst eine Datei öffnen"));
+    return false;
+}
+
+// What the window says about the open file.
+void LBOX::StandZeigen()
+{
+    const bool offen = kartei_.IsOpen();
+    lKartei_->setText(offen ? kartei_.CurrentFileName : QStringLiteral("Keine Kartei geöffnet"));
+    lKartei_->setEnabled(offen && fenster_.KarteiWechseln);
+    if (!beschaeftigt_) {
+        kasten_->SetHinweis(offen || !geladen_
+                                ? QString()
+                                : QStringLiteral("Keine Kartei geöffnet.\n\n"
+                                                 "Strg+O öffnet eine, Strg+N legt eine neue an."));
+    }
+    BoxZeichnen();
+}

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "LBOX.h"
+#include "Schritt.h"
+
+#include <QAction>
+#include <QFont>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <utility>
+
+namespace {
+
+// "&" would underline the next letter of a menu entry.
+QString OhneKuerzel(QString text)
+{
+    return text.replace(u'&', QStringLiteral("&&"));
+}
+
+QFont Font(const Schrift &schrift)
+{
+    QFont font(schrift.FontName);
+    font.setPointSizeF(schrift.FontSize > 0 ? double(schrift.FontSize) : 10.0);
+    font.setBold(schrift.FontBold);
+    font.setItalic(schrift.FontItalic);
+    font.setStrikeOut(schrift.FontStrikethru);
+    font.setUnderline(schrift.FontUnderline);
+    return font;
+}
+
+// Colours are kept blue-green-red, red in the lowest byte.
+QColor Farbe(qint32 farbe)
+{
+    return {farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF};
+}
+
+} // namespace
+
+void LBOX::MenueBauen()
+{
+    const auto menue = [this](const QString &name, const QString &text) {
+        QMenu *neu = menuBar()->addMenu(text);
+        neu->setObjectName(name);
+        neu->menuAction()->setObjectName(name);
+        return neu;
+    };
+
+    QMenu *datei = menue(QStringLiteral("MDatei"), QStringLiteral("Datei"));
+    Eintrag(datei, QStringLiteral("Mneu"), QStringLiteral("neu"), [this] {
+        Mneu_Click();
+    })->setShortcut(QKeySequence::New);
+    Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("öffnen"), [this] {
+        Möffnen_Click();
+    })->setShortcut(QKeySequence::Open);
+    mStrich_ = Strich(datei, QStringLiteral("MStrich"));
+    for (std::size_t i = 0; i < mDat_.size(); ++i)
+        mDat_[i] =
+            Eintrag(datei, QStringLiteral("MDat(%1)").arg(i + 1), QString(), [this, i] { MDat_Click(i); });
+    Strich(datei, QStringLiteral("MS2"));
+    Eintrag(datei, QStringLiteral("MEnde"), QStringLiteral("Ende"), [this] {
+        close();
+    })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    QMenu *automatik = menue(QStringLiteral("MAuto"), QStringLiteral("Automatik"));
+    mAutoschalter_ = Eintrag(automatik, QStringLiteral("MAutoschalter"), QStringLiteral("einschalten"),
+                             [this] { MAutoschalter_Click(); });
+    mAutoschalter_->setCheckable(true);
+
+    QMenu *aendern = menue(QStringLiteral("Mändern"), QStringLiteral("ändern"));
+    FensterEintrag(aendern, QStringLiteral("MKarten"), QStringLiteral("Karten "), &LBoxFenster::MKarten);
+    Strich(aendern, QStringLiteral("MS3"));
+    Eintrag(aendern, QStringLiteral("MSchriftart"), QStringLiteral("StandardSchriftart"),
+            [this] { MSchriftart_Click(); });
+
+    QMenu *uebersicht = menue(QStringLiteral("Mübersicht"), QStringLiteral("Übersicht"));
+    // The overview checks by itself, in words of its own.
+    FensterEintrag(uebersicht, QStringLiteral("Manzeigen"), QStringLiteral("anzeigen"),
+                   &LBoxFenster::Manzeigen, Braucht::Nichts);
+
+    QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("Extras"));
+    FensterEintrag(extras, QStringLiteral("MAscii_Export"), QStringLiteral("ASCII Export"),
+                   &LBoxFenster::MAscii_Export);
+    FensterEintrag(extras, QStringLiteral("MAscii_Import"), QStringLiteral("ASCII Import"),
+                   &LBoxFenster::MAscii_Import);
+    Strich(extras, QStringLiteral("Mstrich2"));
+    FensterEintrag(extras, QStringLiteral("MThema_ausfiltern"), QStringLiteral("Thema ausfiltern"),
+                   &LBoxFenster::MThema_ausfiltern);
+    FensterEintrag(extras, QStringLiteral("MKartei_anhängen"), QStringLiteral("Kartei anhängen"),
+                   &LBoxFenster::MKartei_anhängen);
+    FensterEintrag(extras, QStringLiteral("MKartei_spiegeln"), QStringLiteral("Kartei spiegeln"),
+                   &LBoxFenster::MKartei_spiegeln);
+    FensterEintrag(extras, QStringLiteral("MAlleNeu"), QStringLiteral("Alle Karten nach Neu"),
+                   &LBoxFenster::MAlleNeu);
+    FensterEintrag(extras, QStringLiteral("MErledigtNeu"), QStringLiteral("erledigte Karten nach Neu "),
+                   &LBoxFenster::MErledigtNeu);
+    Strich(extras, QStringLiteral("MStrich3"));
+    mAnimation_ = Eintrag(extras, QStringLiteral("MAnimation"), QStringLiteral("Animation"),
+                          [this] { MAnimation_Click(); });
+    mAnimation_->setCheckable(true);
+    Strich(extras, QStringLiteral("MStrich5"));
+    FensterEintrag(extras, QStringLiteral("MStatistik"), QStringLiteral("Statistik anzeigen"),
+                   &LBoxFenster::MStatistik, Braucht::Nichts);
+    Strich(extras, QStringLiteral("Mstrich4"));
+
+    QMenu *info = menue(QStringLiteral("Minfo"), QStringLiteral("Info"));
+    FensterEintrag(info, QStringLiteral("Müber"), QStringLiteral("über Paukfix"), &LBoxFenster::Müber,
+                   Braucht::Nichts);
+}
+
+QAction *LBOX::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)
+{
+    QAction *eintrag = menue->addAction(text);
+    eintrag->setObjectName(name);
+    // No entry may be taken for the desktop's own ("Quit") and wander into another menu.
+    eintrag->setMenuRole(QAction::NoRole);
+    connect(eintrag, &QAction::triggered, this, [tun = std::move(tun)] { tun(); });
+    return eintrag;
+}
+
+void LBOX::FensterEintrag(QMenu *menue, const QString &name, const QString &text,
+                          std::function<void()> LBoxFenster::*fenster, Braucht braucht)
+{
+    QAction *eintrag = Eintrag(menue, name, text, [this, fenster, braucht] {
+        if (braucht == Braucht::OffeneDatei && !DateiOffenPruefen())
+            return;
+        (fenster_.*fenster)();
+        BoxZeichnen();
+    });
+    verweise_.push_back({eintrag, fenster});
+}
+
+QAction *LBOX::Strich(QMenu *menue, const QString &name)
+{
+    QAction *strich = menue->addSeparator();
+    strich->setObjectName(name);
+    return strich;
+}
+
+void LBOX::SetFenster(LBoxFenster fenster)
+{
+    fenster_ = std::move(fenster);
+    for (const FensterVerweis &verweis : verweise_)
+        verweis.eintrag->setEnabled(static_cast<bool>(fenster_.*verweis.fenster));
+    StandZeigen();
+}
+
+// After every reading of the configuration.
+void LBOX::KonfigZeigen()
+{
+    bool welche = false;
+    for (std::size_t i = 0; i < mDat_.size(); ++i) {
+        const QString &name = umgebung_.konfig.MDat[i];
+        mDat_[i]->setText(OhneKuerzel(name));
+        mDat_[i]->setVisible(!name.isEmpty());
+        welche = welche || !name.isEmpty();
+    }
+    mStrich_->setVisible(welche);
+    mAnimation_->setChecked(umgebung_.konfig.Animation);
+}
+
+void LBOX::MSchriftart_Click()
+{
+    Schrift &schrift = umgebung_.konfig.schrift;
+    const auto wahl = umgebung_.dialoge.SchriftWaehlen({Font(schrift), Farbe(schrift.Color)});
+    if (!wahl)
+        return;
+    schrift.FontName = wahl->font.family();
+    schrift.FontSize = static_cast<float>(wahl->font.pointSizeF());
+    schrift.FontBold = wahl->font.bold();
+    schrift.FontItalic = wahl->font.italic();
+    schrift.FontStrikethru = wahl->font.strikeOut();
+    schrift.FontUnderline = wahl->font.underline();
+    schrift.Color = wahl->farbe.red() | wahl->farbe.green() << 8 | wahl->farbe.blue() << 16;
+    Schritt(meldungen_, QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "),
+            [this] { umgebung_.konfig.WriteConfig(2, QStringLiteral("Dummy")); });
+}
+
+void LBOX::MAnimation_Click()
+{
+    const bool an = mAnimation_->isChecked();
+    // A file without the section does not keep it; this run of the program does.
+    umgebung_.konfig.Animation = an;
+    Schritt(meldungen_, QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "), [this, an] {
+        umgebung_.konfig.WriteConfig(3, an ? QStringLiteral("True") : QStringLiteral("False"));
+    });
+}
