@@ -14,9 +14,9 @@ struct DateiDialog
 {
     QString titel;
     QString filter;
-    QString verzeichnis;              // where the dialog starts
-    QString endung;                   // without the dot; joined to a name that is typed without one
-    QString vorgabe;                  // file name that is offered
+    QString verzeichnis = {};         // where the dialog starts
+    QString endung = {};              // without the dot; joined to a name that is typed without one
+    QString vorgabe = {};             // file name that is offered
     bool ueberschreibenFragen = true; // saving: ask before an existing file is named
 };
 

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AppConfig.h"
+#include "BoxZustand.h"
+#include "CardStore.h"
+#include "Dialoge.h"
+#include "LBOX.h"
+#include "MeldungenFenster.h"
+#include "SoundPlayer.h"
+#include "Uhr.h"
+#include "Zufall.h"
+
+#include <memory>
+
+// The one object that owns everything the program shares, and that makes its windows known to each other.
+class Programm
+{
+public:
+    // `laufverzeichnis` is where the running program lies.
+    explicit Programm(const QString &laufverzeichnis);
+    Programm(const Programm &) = delete;
+    Programm &operator=(const Programm &) = delete;
+    ~Programm();
+
+    // Shows the main window. `befehlszeile` names a card file to open, or is empty.
+    void Starten(const QString &befehlszeile);
+
+private:
+    void VerzeichnisseSetzen(const QString &laufverzeichnis);
+
+    MeldungenFenster meldungen_;
+    DialogeFenster dialoge_;
+    SystemUhr uhr_;
+    MersenneZufall zufall_;
+    SoundPlayer klang_;
+    AppConfig konfig_;
+    CardStore kartei_;
+    BoxZustand zustand_;
+    std::unique_ptr<LBOX> lbox_;
+};
