@@ -332,6 +332,9 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
     Command3_->setAccessibleDescription(urteil_->text());
     FarbenSetzen();
     Frame1_->show();
+    // Tab stops at the option that is selected; the arrow keys reach the other one.
+    Ergebnis_R_->setFocusPolicy(richtig ? Qt::StrongFocus : Qt::ClickFocus);
+    Ergebnis_F_->setFocusPolicy(richtig ? Qt::ClickFocus : Qt::StrongFocus);
     Command3_->setEnabled(true);
     Command3_->setDefault(true);
     Command3_->setFocus();

@@ -1,0 +1,412 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AbfrageTestSupport.h"
+
+using Ausgang = PFUse::Ausgang;
+
+// Showing a card, the keys, and what closing the window means.
+class PFUseTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<AbfrageBuehne> b_;
+
+    // Types `eingabe` and presses Enter.
+    void Antworten(const QString &eingabe)
+    {
+        b_->Tippe(eingabe);
+        b_->Taste(Qt::Key_Return);
+    }
+
+    // Sets a column of all cards behind the program's back and opens the file again.
+    void Sql(const char *sql)
+    {
+        b_->store.CloseCardFile();
+        SQLite::Database(b_->kartei.filePath("a.pzb").toStdString(), SQLite::OPEN_READWRITE).exec(sql);
+        b_->Oeffnen();
+    }
+
+private slots:
+
+    void init() { b_ = std::make_unique<AbfrageBuehne>(); }
+
+    // --- showing the card
+
+    void TheCardIsShown()
+    {
+        CardRecord karte = TippKarte("Berlin");
+        karte.FachNr = 3;
+        karte.Frage = "{\\rtf1 Haupt\\b stadt\\b0 ?\\par}";
+        karte.Picture_9_Name = "Länder & <b>Städte</b>";
+        b_->Fragen(karte, [&] {
+            QCOMPARE(b_->fenster->objectName(), "PFUse");
+            QCOMPARE(b_->fenster->windowTitle(), "Merkkasten Abfrage");
+            QVERIFY(b_->fenster->isModal());
+            QCOMPARE(b_->Label("MaskFrageNr")->text(), "17");
+            QCOMPARE(b_->Label("MaskFachNr")->text(), "3");
+            QCOMPARE(b_->Label("MaskThema")->text(), "Länder & <b>Städte</b>");
+            QCOMPARE(b_->Label("MaskThema")->textFormat(), Qt::PlainText);
+            QCOMPARE(b_->Text("MFrage")->toPlainText(), "Hauptstadt?");
+            QTextCursor zeichen(b_->Text("MFrage")->document());
+            zeichen.setPosition(7);
+            QVERIFY(zeichen.charFormat().fontWeight() >= QFont::Bold);
+            QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "");
+            QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "");
+            QCOMPARE(b_->FokusName(), "Antwort(0)");
+            QVERIFY(!b_->Finde<QWidget>("Frame1")->isVisible());
+            QVERIFY(!b_->Option("Ergebnis_R")->isVisible());
+            QVERIFY(!b_->Label("Label4")->isVisible());
+            QVERIFY(!b_->Check1(0)->isVisible());
+        });
+    }
+
+    void NullTextsAreShownEmpty()
+    {
+        b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});
+        Sql("UPDATE Lernkarten SET Frage=NULL, Antwort_1=NULL, Antwort_1_Klartext=NULL, Picture_9_Name=NULL,"
+            " Picture_1_Name=NULL, PictureTop=NULL, Pictureleft=NULL, Antwort_ch_1=NULL");
+        b_->Fragen([&] {
+            QCOMPARE(b_->Label("MaskThema")->text(), "");
+            QCOMPARE(b_->Text("MFrage")->toPlainText(), "");
+            b_->Taste(Qt::Key_Return);
+            QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "");
+        });
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->meldungen.Texte(), QStringList());
+    }
+
+    void NullTextsOfATickCardAreShownEmpty()
+    {
+        b_->Oeffnen({KreuzKarte("1"), MakeCard(90, 5, 90)});
+        Sql("UPDATE Lernkarten SET Antwort_1=NULL, Antwort_2=NULL, Antwort_5=NULL, Antwort_ch_1=NULL");
+        b_->Fragen([&] {
+            QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "");
+            QCOMPARE(b_->Text("Antwort(2)")->toPlainText(), "drei");
+            b_->Taste(Qt::Key_Return);
+        });
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+    }
+
+    void WithoutACurrentCardTheErrorIsReportedAndNothingIsAsked()
+    {
+        b_->Oeffnen({TippKarte("x")});
+        b_->store.Karten().MoveNext();
+        b_->zustand.AbfrageErgebnis = -1;
+        QCOMPARE(b_->Fragen([] {}), Ausgang::Abgebrochen);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->meldungen.Texte().size(), 1);
+        QVERIFY(b_->meldungen.Texte()[0].startsWith("Fehler beim Lesen der Karte: "));
+    }
+
+    // --- keys
+
+    void EnterChecksWithEitherKey()
+    {
+        for (const Qt::Key taste : {Qt::Key_Return, Qt::Key_Enter}) {
+            b_->Fragen(TippKarte("a"), [&] {
+                b_->Tippe("a");
+                b_->Taste(taste);
+                QVERIFY(b_->Knopf("Command3")->isEnabled());
+                QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "a");
+            });
+        }
+    }
+
+    void ControlPChecksWhereverTheFocusIs_data()
+    {
+        QTest::addColumn<QString>("fokus");
+        for (const char *name : {"Antwort(0)", "MFrage", "Cpruefen", "Command1", "Clöschen"})
+            QTest::newRow(name) << QString::fromUtf8(name);
+    }
+
+    void ControlPChecksWhereverTheFocusIs()
+    {
+        QFETCH(QString, fokus);
+        b_->Fragen(TippKarte(""), [&] {
+            b_->Finde<QWidget>(fokus)->setFocus();
+            b_->Taste(Qt::Key_P, Qt::ControlModifier);
+            QVERIFY(b_->Knopf("Command3")->isEnabled());
+        });
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->meldungen.Texte(), QStringList());
+    }
+
+    void TypingIntoTheQuestionIsRefused_data()
+    {
+        QTest::addColumn<int>("taste");
+        QTest::addColumn<int>("dazu");
+        QTest::newRow("letter") << int(Qt::Key_X) << int(Qt::NoModifier);
+        QTest::newRow("capital") << int(Qt::Key_X) << int(Qt::ShiftModifier);
+        QTest::newRow("digit") << int(Qt::Key_1) << int(Qt::NoModifier);
+        QTest::newRow("blank") << int(Qt::Key_Space) << int(Qt::NoModifier);
+        QTest::newRow("Enter") << int(Qt::Key_Return) << int(Qt::NoModifier);
+        QTest::newRow("Backspace") << int(Qt::Key_Backspace) << int(Qt::NoModifier);
+        QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier);
+        QTest::newRow("paste") << int(Qt::Key_V) << int(Qt::ControlModifier);
+        QTest::newRow("cut") << int(Qt::Key_X) << int(Qt::ControlModifier);
+    }
+
+    void TypingIntoTheQuestionIsRefused()
+    {
+        QFETCH(int, taste);
+        QFETCH(int, dazu);
+        b_->Fragen(TippKarte("x"), [&] {
+            b_->Klick(b_->Text("MFrage")->viewport());
+            QCOMPARE(b_->FokusName(), "MFrage");
+            b_->Taste(static_cast<Qt::Key>(taste), Qt::KeyboardModifiers(dazu));
+            QCOMPARE(b_->meldungen.Texte(), QStringList("Jetzt bitte nicht ändern"));
+            QCOMPARE(b_->Text("MFrage")->toPlainText(), "Frage 17");
+            QVERIFY(!b_->Knopf("Command3")->isEnabled());
+        });
+    }
+
+    void ReadingAndCopyingTheQuestionIsAllowed()
+    {
+        b_->Fragen(TippKarte("x"), [&] {
+            b_->Text("MFrage")->setFocus();
+            for (const Qt::Key taste : {Qt::Key_Right, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Home,
+                                        Qt::Key_Shift, Qt::Key_Control, Qt::Key_F5})
+                b_->Taste(taste);
+            b_->Taste(Qt::Key_A, Qt::ControlModifier);
+            b_->Taste(Qt::Key_C, Qt::ControlModifier);
+            b_->Taste(Qt::Key_Tab);
+            QVERIFY(b_->FokusName() != "MFrage");
+        });
+        QCOMPARE(b_->meldungen.Texte(), QStringList());
+    }
+
+    void TheKeyboardAloneIsEnough()
+    {
+        const Ausgang ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
+            b_->Tippe("Berlin");
+            b_->Taste(Qt::Key_Return);
+            QCOMPARE(b_->FokusName(), "Command3");
+            b_->Taste(Qt::Key_Return);
+            QVERIFY(!b_->fenster->isVisible());
+        });
+        QCOMPARE(ausgang, Ausgang::Beurteilt);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+    }
+
+    void EnterOnATickBoxChecksToo()
+    {
+        b_->Fragen(KreuzKarte(""), [&] {
+            b_->Taste(Qt::Key_Return);
+            QCOMPARE(b_->FokusName(), "Command3");
+        });
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+    }
+
+    void AHeldEnterNeitherChecksNorCloses()
+    {
+        b_->Fragen(TippKarte("x"), [&] {
+            QKeyEvent gehalten(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+            QApplication::sendEvent(b_->Text("Antwort(0)"), &gehalten);
+            QVERIFY(!b_->Knopf("Command3")->isEnabled());
+            b_->Taste(Qt::Key_Return);
+            QCOMPARE(b_->FokusName(), "Command3");
+            QKeyEvent weiter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+            QApplication::sendEvent(b_->Knopf("Command3"), &weiter);
+            QVERIFY(b_->fenster->isVisible());
+        });
+    }
+
+    void TabReachesEverythingThatCanBeUsed()
+    {
+        b_->Fragen(TippKarte("x"), [&] {
+            b_->Taste(Qt::Key_Return);
+            QStringList besucht;
+            for (int i = 0; i < 20 && !besucht.contains(b_->FokusName()); ++i) {
+                besucht << b_->FokusName();
+                b_->Taste(Qt::Key_Tab);
+            }
+            besucht.sort();
+            QStringList alle{"Antwort(0)", "Antwort(5)", "Ergebnis_F", "Command3",
+                             "MFrage",     "Command1",   "Clöschen"};
+            alle.sort();
+            QCOMPARE(besucht, alle);
+        });
+    }
+
+    // --- closing
+
+    void ClosingBeforeAVerdictLeavesTheOldResult_data()
+    {
+        QTest::addColumn<int>("vorher");
+        QTest::addColumn<bool>("taste");
+        for (const int vorher : {-1, 0, 10, 11}) {
+            QTest::addRow("%d by Escape", vorher) << vorher << true;
+            QTest::addRow("%d by the window", vorher) << vorher << false;
+        }
+    }
+
+    void ClosingBeforeAVerdictLeavesTheOldResult()
+    {
+        QFETCH(int, vorher);
+        QFETCH(bool, taste);
+        b_->zustand.AbfrageErgebnis = static_cast<qint16>(vorher);
+        const Ausgang ausgang = b_->Fragen(TippKarte("x"), [&] {
+            b_->Tippe("halb");
+            if (taste)
+                b_->Taste(Qt::Key_Escape);
+            else
+                b_->fenster->close();
+            QVERIFY(!b_->fenster->isVisible());
+        });
+        QCOMPARE(ausgang, Ausgang::Abgebrochen);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(vorher));
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
+        QCOMPARE(b_->store.Karten().Read().FachNr, 0.0);
+        QCOMPARE(b_->stille, 1);
+    }
+
+    void ClosingAfterAVerdictKeepsIt()
+    {
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                Antworten("x");
+                                b_->Taste(Qt::Key_Escape);
+                            }),
+                 Ausgang::Beurteilt);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->stille, 0);
+    }
+
+    void GoOnIsOfferedOnlyAfterAVerdict()
+    {
+        b_->Fragen(TippKarte("x"), [&] {
+            QVERIFY(!b_->Knopf("Command3")->isEnabled());
+            b_->Klick(b_->Knopf("Command3"));
+            QVERIFY(b_->fenster->isVisible());
+            Antworten("y");
+            QVERIFY(b_->Knopf("Command3")->isEnabled());
+            b_->Klick(b_->Knopf("Command3"));
+            QVERIFY(!b_->fenster->isVisible());
+        });
+    }
+
+    // --- deleting and editing
+
+    void TheLastCardIsNotDeleted()
+    {
+        b_->Oeffnen({TippKarte("x")});
+        b_->Fragen([&] {
+            b_->Klick(b_->Knopf("Clöschen"));
+            QVERIFY(b_->fenster->isVisible());
+        });
+        QCOMPARE(b_->meldungen.Texte(), QStringList("Die letzte Karte kann nicht gelöscht werden"));
+        QCOMPARE(b_->store.Karten().RecordCount(), 1);
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
+    }
+
+    void ADoneCardCountsWhenTheLastOneIsLookedFor()
+    {
+        b_->meldungen.antworten = {Meldungen::Antwort::Ja};
+        b_->Oeffnen({TippKarte("x"), MakeCard(2, 6, 1)});
+        QCOMPARE(b_->Fragen([&] { b_->Klick(b_->Knopf("Clöschen")); }), Ausgang::Geloescht);
+    }
+
+    void DeclinedDeletionChangesNothing()
+    {
+        b_->meldungen.antworten = {Meldungen::Antwort::Nein};
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                b_->Klick(b_->Knopf("Clöschen"));
+                                QVERIFY(b_->fenster->isVisible());
+                            }),
+                 Ausgang::Abgebrochen);
+        QCOMPARE(b_->meldungen.Texte(), QStringList("Diese Karte wirklich löschen"));
+        QVERIFY(b_->meldungen.gezeigt[0].frage);
+        QCOMPARE(b_->store.Karten().RecordCount(), 2);
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
+    }
+
+    void ADeletedCardIsGoneFromFileAndCounts()
+    {
+        b_->meldungen.antworten = {Meldungen::Antwort::Ja};
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                b_->Klick(b_->Knopf("Clöschen"));
+                                QVERIFY(!b_->fenster->isVisible());
+                            }),
+                 Ausgang::Geloescht);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(11));
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(0));
+        QCOMPARE(b_->store.FachInfo[5].Anzahl, qint16(1));
+        b_->store.CloseCardFile();
+        const QList<CardRecord> karten = ReadCards(b_->kartei.filePath("a.pzb"));
+        QCOMPARE(karten.size(), 1);
+        QCOMPARE(karten[0].FrageNr, 90.0);
+    }
+
+    void AFailedDeletionIsReportedAndCountsStay()
+    {
+        b_->meldungen.antworten = {Meldungen::Antwort::Ja};
+        b_->zustand.AbfrageErgebnis = -1;
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                QVERIFY(QFile::remove(b_->kartei.filePath("a.pzb")));
+                                b_->Klick(b_->Knopf("Clöschen"));
+                                QVERIFY(b_->fenster->isVisible());
+                            }),
+                 Ausgang::Abgebrochen);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->meldungen.Texte().size(), 2);
+        QVERIFY(b_->meldungen.Texte()[1].startsWith("Fehler beim Löschen der Karte: "));
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
+    }
+
+    void EditingSwitchesTheAutomaticOff()
+    {
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                Antworten("x");
+                                b_->Klick(b_->Knopf("Command1"));
+                                QVERIFY(!b_->fenster->isVisible());
+                            }),
+                 Ausgang::Bearbeiten);
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(10));
+        QCOMPARE(b_->automatikAus, 1);
+    }
+
+    // --- for everybody
+
+    void EveryControlHasANameForAssistiveTechnology_data()
+    {
+        QTest::addColumn<bool>("ankreuzen");
+        QTest::newRow("typed") << false;
+        QTest::newRow("ticked") << true;
+    }
+
+    void EveryControlHasANameForAssistiveTechnology()
+    {
+        QFETCH(bool, ankreuzen);
+        b_->Fragen(ankreuzen ? KreuzKarte("1") : TippKarte("x"), [&] {
+            b_->Taste(Qt::Key_Return);
+            for (QWidget *widget : b_->fenster->findChildren<QWidget *>()) {
+                const bool eigen = !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_");
+                if (eigen && widget->isVisible())
+                    QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
+            }
+        });
+    }
+
+    void TheWindowFollowsTheDesktopIntoTheDark()
+    {
+        const QPalette vorher = QApplication::palette();
+        b_->Fragen(TippKarte("x"), [&] {
+            QPalette dunkel(QColor(43, 43, 46));
+            dunkel.setColor(QPalette::Base, QColor(30, 30, 32));
+            QApplication::setPalette(dunkel);
+            QCoreApplication::processEvents();
+            const auto *karte = b_->Finde<QWidget>("Karte");
+            const QPoint ecke = karte->mapTo(b_->fenster, QPoint(karte->width() / 2, 6));
+            QCOMPARE(b_->fenster->grab().toImage().pixelColor(ecke), QColor(30, 30, 32));
+        });
+        QApplication::setPalette(vorher);
+    }
+};
+
+QTEST_MAIN(PFUseTest)
+#include "PFUseTest.moc"

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "MeldungenFenster.h"
+
+#include "Dialoge.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+// The real boxes and dialogs, looked at and answered while they are open.
+class MeldungenFensterTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    template <typename Fenster>
+    static void Waehrend(const std::function<void(Fenster &)> &tun)
+    {
+        QTimer::singleShot(0, qApp, [tun] {
+            auto *fenster = qobject_cast<Fenster *>(QApplication::activeModalWidget());
+            QVERIFY(fenster);
+            QVERIFY(QTest::qWaitForWindowActive(fenster));
+            tun(*fenster);
+            if (fenster->isVisible())
+                fenster->reject();
+        });
+    }
+
+private slots:
+
+    void initTestCase() { QVERIFY(DeutscheTexte()); }
+
+    void AMessageShowsItsTextAsItIsUnderTheTitleOfTheMoment()
+    {
+        MeldungenFenster meldungen;
+        meldungen.SetTitel("Merkkasten (a.pzb)");
+        bool gesehen = false;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            gesehen = true;
+            QCOMPARE(box.windowTitle(), "Merkkasten (a.pzb)");
+            QCOMPARE(box.text(), "a < b && <b>fett</b>");
+            QCOMPARE(box.textFormat(), Qt::PlainText);
+            QCOMPARE(box.buttons().size(), 1);
+            QCOMPARE(box.buttons()[0]->text(), "OK");
+            QCOMPARE(box.icon(), QMessageBox::NoIcon);
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        meldungen.Zeigen("a < b && <b>fett</b>");
+        QVERIFY(gesehen);
+    }
+
+    void AnExclamationHasItsIcon()
+    {
+        MeldungenFenster meldungen;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            icon = box.icon();
+            QTest::keyClick(&box, Qt::Key_Escape);
+        });
+        meldungen.Zeigen("Sehr gut!", Meldungen::Symbol::Ausruf);
+        QCOMPARE(icon, QMessageBox::Warning);
+    }
+
+    void TheParentIsTheActiveWindow()
+    {
+        QWidget fenster;
+        fenster.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fenster));
+        MeldungenFenster meldungen;
+        QWidget *eltern = nullptr;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            eltern = box.parentWidget();
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        meldungen.Zeigen("x");
+        QCOMPARE(eltern, &fenster);
+    }
+
+    void AQuestionReadsJaAndNein_data()
+    {
+        QTest::addColumn<Meldungen::Antwort>("vorgabe");
+        QTest::addColumn<Qt::Key>("taste");
+        QTest::addColumn<Meldungen::Antwort>("antwort");
+        using enum Meldungen::Antwort;
+        QTest::newRow("Enter takes Ja") << Ja << Qt::Key_Return << Ja;
+        QTest::newRow("Enter takes Nein") << Nein << Qt::Key_Return << Nein;
+        QTest::newRow("Escape is Nein") << Ja << Qt::Key_Escape << Nein;
+    }
+
+    void AQuestionReadsJaAndNein()
+    {
+        QFETCH(Meldungen::Antwort, vorgabe);
+        QFETCH(Qt::Key, taste);
+        QFETCH(Meldungen::Antwort, antwort);
+        MeldungenFenster meldungen;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            QCOMPARE(box.icon(), QMessageBox::Question);
+            QCOMPARE(box.button(QMessageBox::Yes)->text(), "&Ja");
+            QCOMPARE(box.button(QMessageBox::No)->text(), "&Nein");
+            QTest::keyClick(box.focusWidget(), taste);
+        });
+        QCOMPARE(meldungen.Fragen("Diese Karte wirklich löschen", vorgabe), antwort);
+    }
+
+    void TheHourglassDoesNotStackAndMakesRoomForAMessage()
+    {
+        MeldungenFenster meldungen;
+        meldungen.Sanduhr(true);
+        meldungen.Sanduhr(true);
+        QVERIFY(QApplication::overrideCursor());
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        bool sanduhrInMeldung = true;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            sanduhrInMeldung = QApplication::overrideCursor();
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        meldungen.Zeigen("x");
+        QVERIFY(!sanduhrInMeldung);
+        QVERIFY(QApplication::overrideCursor());
+        meldungen.Sanduhr(false);
+        QVERIFY(!QApplication::overrideCursor());
+        meldungen.Sanduhr(false);
+    }
+
+    void FiltersAreTranslated_data()
+    {
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QString>("erwartet");
+        QTest::newRow("one") << "Lerndateien (*.pzb)|*.pzb"
+                             << "Lerndateien (*.pzb)";
+        QTest::newRow("two") << "Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"
+                             << "Bitmaps (*.bmp);;JPEG (*.jpg)";
+        QTest::newRow("patterns") << "Text|*.txt;*.csv"
+                                  << "Text (*.txt *.csv)";
+        QTest::newRow("none") << ""
+                              << "";
+    }
+
+    void FiltersAreTranslated()
+    {
+        QFETCH(QString, filter);
+        QFETCH(QString, erwartet);
+        QCOMPARE(ToolkitFilter(filter), erwartet);
+    }
+
+    void TheOpenDialogReturnsTheChosenFile()
+    {
+        const QTemporaryDir verzeichnis;
+        QFile datei(verzeichnis.filePath("a.pzb"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        Waehrend<QFileDialog>([&](QFileDialog &fenster) {
+            QCOMPARE(fenster.windowTitle(), "Merkkasten öffnen");
+            QCOMPARE(fenster.directory().canonicalPath(), QDir(verzeichnis.path()).canonicalPath());
+            QCOMPARE(fenster.nameFilters(), QStringList("Lerndateien (*.pzb)"));
+            auto *name = fenster.findChild<QLineEdit *>("fileNameEdit");
+            name->setText("a.pzb");
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        DialogeFenster dialoge;
+        QCOMPARE(dialoge.DateiOeffnen(
+                     {"Merkkasten öffnen", "Lerndateien (*.pzb)|*.pzb", verzeichnis.path(), "pzb", {}, true}),
+                 verzeichnis.filePath("a.pzb"));
+    }
+
+    void TheSaveDialogAddsTheExtensionToABareName()
+    {
+        const QTemporaryDir verzeichnis;
+        Waehrend<QFileDialog>([&](QFileDialog &fenster) {
+            QCOMPARE(fenster.acceptMode(), QFileDialog::AcceptSave);
+            QTest::keyClick(fenster.focusWidget(), Qt::Key_Return);
+        });
+        DialogeFenster dialoge;
+        QCOMPARE(dialoge.DateiSpeichern({"Merkkasten anlegen", "Lerndateien (*.pzb)|*.pzb",
+                                         verzeichnis.path(), "pzb", "neu", true}),
+                 verzeichnis.filePath("neu.pzb"));
+    }
+
+    void ACancelledDialogReturnsNothing()
+    {
+        DialogeFenster dialoge;
+        Waehrend<QFileDialog>([](QFileDialog &fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); });
+        QCOMPARE(dialoge.DateiOeffnen({"t", "f|*.f", QDir::tempPath(), "f", {}, true}), QString());
+        Waehrend<QDialog>([](QDialog &fenster) { QTest::keyClick(fenster.focusWidget(), Qt::Key_Escape); });
+        QVERIFY(!dialoge.SchriftWaehlen({QFont(), Qt::black}));
+    }
+
+    void TheFontDialogReturnsFontAndColour()
+    {
+        QFont schrift("DejaVu Sans", 14);
+        schrift.setItalic(true);
+        Waehrend<QDialog>([](QDialog &fenster) {
+            QCOMPARE(fenster.objectName(), "Schriftdialog");
+            fenster.findChild<QFontDialog *>()->setCurrentFont(QFont("DejaVu Serif", 18));
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        DialogeFenster dialoge;
+        const auto wahl = dialoge.SchriftWaehlen({schrift, QColor(1, 2, 3)});
+        QVERIFY(wahl);
+        QCOMPARE(wahl->font.family(), "DejaVu Serif");
+        QCOMPARE(wahl->font.pointSize(), 18);
+        QCOMPARE(wahl->farbe, QColor(1, 2, 3));
+    }
+};
+
+QTEST_MAIN(MeldungenFensterTest)
+#include "MeldungenFensterTest.moc"

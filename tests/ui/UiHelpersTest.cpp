@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Farben.h"
+#include "RichTextBox.h"
+#include "Schritt.h"
+#include "StoreTestSupport.h"
+#include "Twips.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <limits>
+
+class UiHelpersTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QPalette Dunkel()
+    {
+        QPalette palette;
+        palette.setColor(QPalette::Base, QColor(30, 30, 32));
+        palette.setColor(QPalette::Text, QColor(238, 238, 238));
+        return palette;
+    }
+
+    // The colours that the box paints its text with.
+    static QColor Gemalt(const RichTextBox &box)
+    {
+        const auto auswahl = box.extraSelections();
+        return auswahl.isEmpty() ? QColor() : auswahl.first().format.foreground().color();
+    }
+
+private slots:
+
+    void PixelsSurviveTheWayThroughTwips()
+    {
+        for (int pixel = -4000; pixel <= 4000; ++pixel)
+            QCOMPARE(PixelVonTwips(TwipsVonPixel(pixel)), pixel);
+    }
+
+    void TwipsRoundToTheNearestPixel_data()
+    {
+        QTest::addColumn<double>("twips");
+        QTest::addColumn<int>("pixel");
+        QTest::newRow("0") << 0.0 << 0;
+        QTest::newRow("7") << 7.0 << 0;
+        QTest::newRow("8") << 8.0 << 1;
+        QTest::newRow("half to even below") << 7.5 << 0;
+        QTest::newRow("half to even above") << 22.5 << 2;
+        QTest::newRow("negative") << -390.0 << -26;
+        QTest::newRow("absurd") << 1e300 << 100'000;
+        QTest::newRow("absurd negative") << -1e300 << -100'000;
+        QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << 100'000;
+        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0;
+    }
+
+    void TwipsRoundToTheNearestPixel()
+    {
+        QFETCH(double, twips);
+        QFETCH(int, pixel);
+        QCOMPARE(PixelVonTwips(twips), pixel);
+    }
+
+    void AFailedStepIsReportedAndTheNextOneRuns()
+    {
+        TestMeldungen meldungen;
+        bool danach = false;
+        QVERIFY(!Schritt(meldungen, "Fehler beim Tun ", [] { throw StoreError(3021, "Kein Datensatz."); }));
+        QVERIFY(Schritt(meldungen, "Fehler danach ", [&] { danach = true; }));
+        QVERIFY(danach);
+        QCOMPARE(meldungen.Texte(), QStringList("Fehler beim Tun Kein Datensatz."));
+    }
+
+    void ContrastIsThatOfTheStandard()
+    {
+        QCOMPARE(Farben::Kontrast(Qt::black, Qt::white), 21.0);
+        QCOMPARE(Farben::Kontrast(Qt::white, Qt::white), 1.0);
+        QVERIFY(qAbs(Farben::Kontrast(QColor(0x77, 0x77, 0x77), Qt::white) - 4.478) < 0.001);
+    }
+
+    void EveryColourBecomesReadableOnEveryGround()
+    {
+        for (int grau = 0; grau < 256; grau += 15) {
+            for (const QColor &farbe : {QColor(Farben::Richtig), QColor(Farben::Falsch), QColor(Qt::blue),
+                                        QColor(grau, grau, grau), QColor(Qt::black), QColor(Qt::white)}) {
+                const QColor grund(grau, grau, grau);
+                QVERIFY2(Farben::Kontrast(Farben::Lesbar(farbe, grund), grund) >= 4.5,
+                         qPrintable(grund.name()));
+            }
+        }
+        QCOMPARE(Farben::Lesbar(Qt::blue, Qt::white), QColor(Qt::blue));
+    }
+
+    void BlackTextIsReadableOnTheSignalColours()
+    {
+        QVERIFY(Farben::Kontrast(Farben::AufSignal, Farben::Richtig) >= 4.5);
+        QVERIFY(Farben::Kontrast(Farben::AufSignal, Farben::Falsch) >= 4.5);
+    }
+
+    void PlainTextHasCarriageReturnAndLineFeed()
+    {
+        RichTextBox box;
+        box.ZeigeRichText("{\\rtf1 eins\\par zwei\\line drei\\par}");
+        QCOMPARE(box.PlainText(), "eins\r\nzwei\r\ndrei");
+        QTest::keyClick(&box, Qt::Key_X);
+        QCOMPARE(box.PlainText(), "xeins\r\nzwei\r\ndrei");
+    }
+
+    void TabMovesTheFocusOn()
+    {
+        QWidget fenster;
+        auto *eine = new RichTextBox(&fenster);
+        auto *andere = new RichTextBox(&fenster);
+        auto *layout = new QVBoxLayout(&fenster);
+        layout->addWidget(eine);
+        layout->addWidget(andere);
+        fenster.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fenster));
+        eine->setFocus();
+        QTest::keyClick(eine, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), andere);
+        QCOMPARE(eine->PlainText(), QString());
+    }
+
+    void DarkTextIsReadableOnADarkGroundAndKeepsItsColour()
+    {
+        RichTextBox box;
+        const QString blau = "{\\rtf1{\\colortbl;\\red0\\green0\\blue128;}\\cf1 blau}";
+        box.ZeigeRichText(blau);
+        QCOMPARE(Gemalt(box), QColor());
+        const QString vorher = box.RichText();
+
+        QSignalSpy geaendert(&box, &QTextEdit::textChanged);
+        box.setPalette(Dunkel());
+        QVERIFY(Gemalt(box).isValid());
+        QVERIFY(Farben::Kontrast(Gemalt(box), QColor(30, 30, 32)) >= 4.5);
+        QVERIFY(Gemalt(box).blue() > Gemalt(box).red());
+        QCOMPARE(box.RichText(), vorher);
+        QCOMPARE(geaendert.count(), 0);
+
+        box.setPalette(QPalette());
+        QCOMPARE(Gemalt(box), QColor());
+    }
+
+    void ABoxIsAsHighAsItsTextUpToALimit()
+    {
+        RichTextBox box;
+        box.setFrameShape(QFrame::NoFrame);
+        box.SetHoechstens(4);
+        box.ZeigeRichText("eine Zeile");
+        const int eine = box.heightForWidth(400);
+        box.ZeigeRichText("eine Zeile\r\nund noch eine");
+        const int zwei = box.heightForWidth(400);
+        QVERIFY(zwei > eine);
+        box.ZeigeRichText(QString("viel Text ").repeated(20'000));
+        QCOMPARE(box.heightForWidth(400), box.fontMetrics().lineSpacing() * 4);
+    }
+};
+
+QTEST_MAIN(UiHelpersTest)
+#include "UiHelpersTest.moc"
