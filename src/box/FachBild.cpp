@@ -65,7 +65,7 @@ void KaShape::paintEvent(QPaintEvent *)
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.setPen(Qt::NoPen);
-    const double mass = std::clamp(double(height()) / Bezugshoehe, 0.8, 1.8);
+    const double mass = std::clamp(double(height()) / Bezugshoehe, 0.8, 1.4);
     const double dicke = KartenDicke * mass;
     // As many edges as there are cards, while they can be told apart.
     const double platz = std::max<double>(breite_, dicke);

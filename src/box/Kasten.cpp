@@ -62,15 +62,13 @@ Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), t
     wuerfel_ = new WuerfelBild(this);
     wuerfel_->setObjectName(QStringLiteral("PicWürfel"));
     wuerfel_->setAccessibleName(QStringLiteral("Würfel"));
+    wuerfel_->WuerfelZeichnen(5);
     wuerfel_->setToolTip(QStringLiteral("Zufallsauswahl"));
     connect(wuerfel_, &QAbstractButton::clicked, this, [this] { PicWuerfel_Click(); });
     karte_ = new Kartenrahmen(this);
     karte_->hide();
-    hinweis_ = new QLabel(this);
+    hinweis_ = new Zettel(this);
     hinweis_->setObjectName(QStringLiteral("Hinweis"));
-    hinweis_->setAlignment(Qt::AlignCenter);
-    hinweis_->setAutoFillBackground(true);
-    hinweis_->setMargin(fontMetrics().height());
     hinweis_->hide();
     Anordnen();
     Zeigen(bild_);
@@ -213,6 +211,9 @@ void Kasten::Anordnen()
     wuerfel_->setGeometry(masse_.wuerfel);
     karte_->SetSchrift(Schrift(0.85), Schrift(1.7, true));
     karte_->setGeometry(masse_.Karte(karteVon_.x(), karteVon_.y()));
+    hinweis_->setFont(Schrift(1.05));
+    const int zeile = hinweis_->fontMetrics().height();
+    hinweis_->setContentsMargins(2 * zeile, zeile + 22, 2 * zeile, zeile + 8);
     hinweis_->adjustSize();
     hinweis_->move(rect().center() - hinweis_->rect().center());
     hinweis_->raise();

@@ -58,6 +58,31 @@ void Rahmen::paintEvent(QPaintEvent *)
     maler.drawRoundedRect(innen, 7, 7);
 }
 
+Zettel::Zettel(QWidget *parent) : QLabel(parent)
+{
+    setAlignment(Qt::AlignCenter);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    QPalette farben = palette();
+    farben.setColor(QPalette::WindowText, KastenFarben::Tinte);
+    setPalette(farben);
+}
+
+void Zettel::paintEvent(QPaintEvent *event)
+{
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setPen(Qt::NoPen);
+    const QRectF papier = QRectF(rect()).adjusted(2, 2, -2, -6);
+    maler.setBrush(QColor(0, 0, 0, 60));
+    maler.drawRoundedRect(papier.translated(0, 4), 10, 10);
+    maler.setBrush(KastenFarben::Papier);
+    maler.drawRoundedRect(papier, 10, 10);
+    maler.setPen(QPen(KastenFarben::Koralle, 2.5, Qt::SolidLine, Qt::RoundCap));
+    maler.drawLine(papier.topLeft() + QPointF(16, 14), papier.topRight() + QPointF(-16, 14));
+    maler.end();
+    QLabel::paintEvent(event);
+}
+
 Kartenrahmen::Kartenrahmen(QWidget *parent)
     : QFrame(parent), frageNr_(new QLabel(QStringLiteral("FrageNr:"), this)), mFrageNr_(new QLabel(this))
 {

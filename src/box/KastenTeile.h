@@ -34,6 +34,16 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
+// A note on paper, laid across the box.
+class Zettel final : public QLabel
+{
+public:
+    explicit Zettel(QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
 // The card that is asked, with the label "FrageNr:" and its number.
 class Kartenrahmen final : public QFrame
 {

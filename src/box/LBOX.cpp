@@ -7,7 +7,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QFontInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -15,7 +14,6 @@
 #include <QStatusBar>
 #include <QToolButton>
 
-#include <numeric>
 #include <utility>
 
 LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
@@ -44,6 +42,10 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     lKartei_->setToolTip(QStringLiteral("Andere Kartei dieses Ordners laden (Strg+L)"));
     lKartei_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     connect(lKartei_, &QToolButton::clicked, this, [this] { KarteiWechseln_Click(); });
+    // Without a choice of files the button is a plain label.
+    QPalette farben = lKartei_->palette();
+    farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));
+    lKartei_->setPalette(farben);
     lTasten_ = new QLabel(this);
     lTasten_->setObjectName(QStringLiteral("LTasten"));
     statusBar()->addWidget(lKartei_);

@@ -5,16 +5,23 @@
 #include "Schritt.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QScopedValueRollback>
 #include <QToolButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-const QString Filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
-const QString Endung = QStringLiteral("pzb");
+DateiDialog Karteidialog(const QString &titel, const QString &verzeichnis)
+{
+    DateiDialog dialog;
+    dialog.titel = titel;
+    dialog.filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
+    dialog.verzeichnis = verzeichnis;
+    dialog.endung = QStringLiteral("pzb");
+    return dialog;
+}
 
 bool IstKartei(const QString &pfad)
 {
@@ -26,8 +33,14 @@ std::pair<QString, QString> Geteilt(const QString &pfad)
 {
     const QString mitStrichen = QDir::fromNativeSeparators(pfad);
     const qsizetype strich = mitStrichen.lastIndexOf(u'/');
-    const QString name = mitStrichen.mid(strich + 1);
-    return {QFileInfo(mitStrichen.left(strich + 1) + QStringLiteral(".")).absolutePath(), name};
+    // Not cleaned up: behind a link, ".." is another directory than the spelling says.
+    QString verzeichnis =
+        strich == 0 ? QStringLiteral("/") : mitStrichen.left(std::max<qsizetype>(strich, 0));
+    if (verzeichnis.isEmpty())
+        verzeichnis = QDir::currentPath();
+    else if (QDir::isRelativePath(verzeichnis))
+        verzeichnis = QDir::currentPath() + u'/' + verzeichnis;
+    return {verzeichnis, mitStrichen.mid(strich + 1)};
 }
 
 } // namespace
@@ -53,10 +66,8 @@ void LBOX::Form_Load()
 
 void LBOX::Mneu_Click()
 {
-    const QString pfad = umgebung_.dialoge.DateiSpeichern({.titel = QStringLiteral("Merkkasten anlegen"),
-                                                           .filter = Filter,
-                                                           .verzeichnis = kartei_.KarteiPfad,
-                                                           .endung = Endung});
+    const QString pfad = umgebung_.dialoge.DateiSpeichern(
+        Karteidialog(QStringLiteral("Merkkasten anlegen"), kartei_.KarteiPfad));
     if (pfad.isEmpty() || beschaeftigt_)
         return;
     if (!IstKartei(pfad)) {
@@ -78,10 +89,8 @@ void LBOX::Mneu_Click()
 
 void LBOX::Möffnen_Click()
 {
-    const QString pfad = umgebung_.dialoge.DateiOeffnen({.titel = QStringLiteral("Merkkasten öffnen"),
-                                                         .filter = Filter,
-                                                         .verzeichnis = kartei_.KarteiPfad,
-                                                         .endung = Endung});
+    const QString pfad =
+        umgebung_.dialoge.DateiOeffnen(Karteidialog(QStringLiteral("Merkkasten öffnen"), kartei_.KarteiPfad));
     if (pfad.isEmpty() || beschaeftigt_)
         return;
     if (!IstKartei(pfad))
