@@ -47,8 +47,7 @@ std::optional<Text> Translate(const QString &markedUp)
             const bool two = more && markedUp[i + 1] == u'*';
             bool &style = two ? bold : italic;
             style = !style;
-            text.rich +=
-                QStringLiteral("\\%1%2 ").arg(two ? u'b' : u'i').arg(style ? QString() : QStringLiteral("0"));
+            text.rich += QLatin1String(two ? "\\b" : "\\i") + QLatin1String(style ? " " : "0 ");
             i += two ? 1 : 0;
         } else if (c == u'\n') {
             text.rich += QStringLiteral("\\par\r\n");
