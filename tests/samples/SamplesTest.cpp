@@ -27,6 +27,7 @@ private:
         QTest::newRow("Englisch") << "Englisch" << 60;
         QTest::newRow("Allgemeinwissen") << "Allgemeinwissen" << 45;
         QTest::newRow("Natur") << "Natur" << 15;
+        QTest::newRow("Musik") << "Musik" << 15;
     }
 
     static QString Plain(const QString &rtf)
