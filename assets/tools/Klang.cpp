@@ -42,9 +42,8 @@ double Bandpass::Filter(double in)
 void Mix(Spur &track, const Spur &sound, double start, double gain)
 {
     const std::size_t first = Samples(start);
-    for (std::size_t i = 0; i < sound.size() && first + i < track.size(); ++i) {
+    for (std::size_t i = 0; i < sound.size() && first + i < track.size(); ++i)
         track[first + i] += gain * sound[i];
-    }
 }
 
 namespace {
@@ -82,12 +81,10 @@ void Allpass(Spur &wet, std::size_t delay)
 Spur Room(const Spur &dry, int spread)
 {
     Spur wet(dry.size(), 0.0);
-    for (const int delay : {1116, 1188, 1277, 1356, 1422, 1491}) {
+    for (const int delay : {1116, 1188, 1277, 1356, 1422, 1491})
         AddComb(wet, dry, static_cast<std::size_t>(delay + spread), 0.72);
-    }
-    for (const int delay : {556, 441, 225}) {
+    for (const int delay : {556, 441, 225})
         Allpass(wet, static_cast<std::size_t>(delay + spread));
-    }
     return wet;
 }
 
@@ -100,15 +97,12 @@ void Finish(std::vector<Spur> &sides, double peak, double fade)
             const double left = static_cast<double>(i) / static_cast<double>(length); // 0 at the very end
             side[side.size() - 1 - i] *= 0.5 - 0.5 * std::cos(left * Tau / 2);
         }
-        for (const double sample : side) {
+        for (const double sample : side)
             loudest = std::max(loudest, std::abs(sample));
-        }
     }
-    for (Spur &side : sides) {
-        for (double &sample : side) {
+    for (Spur &side : sides)
+        for (double &sample : side)
             sample *= peak / loudest;
-        }
-    }
 }
 
 void WriteWave(const QString &path, const std::vector<Spur> &sides)
@@ -117,25 +111,22 @@ void WriteWave(const QString &path, const std::vector<Spur> &sides)
     const auto frame = static_cast<quint16>(channels * sizeof(qint16));
     const auto bytes = static_cast<quint32>(sides.at(0).size() * frame);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly))
         throw std::runtime_error((path + QStringLiteral(": ") + file.errorString()).toStdString());
-    }
     QDataStream out(&file);
     out.setByteOrder(QDataStream::LittleEndian);
     out.writeRawData("RIFF", 4);
     out << quint32{36 + bytes};
     out.writeRawData("WAVEfmt ", 8);
-    out << quint32{16} << quint16{1} << channels << quint32{Rate} << static_cast<quint32>(Rate) * frame << frame << quint16{16};
+    out << quint32{16} << quint16{1} << channels << quint32{Rate} << static_cast<quint32>(Rate) * frame
+        << frame << quint16{16};
     out.writeRawData("data", 4);
     out << bytes;
-    for (std::size_t i = 0; i < sides[0].size(); ++i) {
-        for (const Spur &side : sides) {
+    for (std::size_t i = 0; i < sides[0].size(); ++i)
+        for (const Spur &side : sides)
             out << static_cast<qint16>(std::lround(std::clamp(side[i], -1.0, 1.0) * 32767));
-        }
-    }
-    if (out.status() != QDataStream::Ok || !file.commit()) {
+    if (out.status() != QDataStream::Ok || !file.commit())
         throw std::runtime_error((path + QStringLiteral(": ") + file.errorString()).toStdString());
-    }
 }
 
 } // namespace Klang

@@ -25,10 +25,10 @@ inline std::size_t Samples(double seconds)
 class Zufall
 {
 public:
-    explicit Zufall(std::uint64_t seed)
-        : state_(seed)
-    {}
+    explicit Zufall(std::uint64_t seed) : state_(seed) {}
+
     double Next();
+
     double Between(double low, double high) { return low + (high - low) * Next(); }
 
 private:

@@ -41,8 +41,10 @@ Spur Bell(double frequency)
     {
         double ratio, gain, decay;
     };
+
     Spur bell(Samples(2.0));
-    for (const Partial &partial : {Partial{1, 1, 0.55}, Partial{2.756, 0.28, 0.22}, Partial{5.404, 0.10, 0.08}}) {
+    for (const Partial &partial :
+         {Partial{1, 1, 0.55}, Partial{2.756, 0.28, 0.22}, Partial{5.404, 0.10, 0.08}}) {
         for (std::size_t i = 0; i < bell.size(); ++i) {
             const double t = static_cast<double>(i) / Rate;
             const double attack = std::min(1.0, t / 0.003);
@@ -77,10 +79,12 @@ std::vector<Spur> Applause()
             Mix(right, clap, t, gain * std::sqrt(place));
         }
     }
+
     struct Note
     {
         double start, frequency, gain;
     };
+
     // C, E, G and the C above, struck quickly
     for (const Note &note : {Note{0.00, 1046.5, 0.26}, Note{0.09, 1318.5, 0.26}, Note{0.18, 1568.0, 0.26},
                              Note{0.29, 2093.0, 0.30}}) {

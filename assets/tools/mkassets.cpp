@@ -5,11 +5,12 @@
 //
 //   mkassets PALETTE DRAWING OUT VARIANT:SIZE...
 //
-// OUT is a .jpg, .bmp or .png, an .ico with several pictures, or an .svg with nothing but the variant. SIZE is a
-// side or WIDTHxHEIGHT in pixels.
+// OUT is a .jpg, .bmp or .png, an .ico with several pictures, or an .svg with nothing but the variant. SIZE
+// is a side or WIDTHxHEIGHT in pixels.
 //
-// A drawing holds several pictures that share their parts: an element with the attribute data-bild="05 06" belongs
-// to the variants "05" and "06" alone, one without it to all. Colours come from the palette, or the run fails.
+// A drawing holds several pictures that share their parts: an element with the attribute data-bild="05 06"
+// belongs to the variants "05" and "06" alone, one without it to all. Colours come from the palette, or the
+// run fails.
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDataStream>
@@ -40,9 +41,8 @@ constexpr int JpegQuality = 90;
 QByteArray ReadFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly))
         Fail(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    }
     return file.readAll();
 }
 
@@ -51,16 +51,16 @@ QSet<QString> ReadPalette(const QString &path)
     static const QRegularExpression colour(QStringLiteral("#[0-9A-Fa-f]{6}\\b"));
     QSet<QString> palette;
     auto matches = colour.globalMatch(QString::fromUtf8(ReadFile(path)));
-    while (matches.hasNext()) {
+    while (matches.hasNext())
         palette.insert(matches.next().captured().toUpper());
-    }
     return palette;
 }
 
 // The colour values that one element names, in attributes or in a style.
 QStringList PaintValues(const QXmlStreamAttributes &attributes)
 {
-    static const QStringList paints{QStringLiteral("fill"), QStringLiteral("stroke"), QStringLiteral("stop-color")};
+    static const QStringList paints{QStringLiteral("fill"), QStringLiteral("stroke"),
+                                    QStringLiteral("stop-color")};
     QStringList values;
     for (const auto &attribute : attributes) {
         if (paints.contains(attribute.qualifiedName().toString())) {
@@ -68,9 +68,8 @@ QStringList PaintValues(const QXmlStreamAttributes &attributes)
         } else if (attribute.qualifiedName() == QLatin1String("style")) {
             for (const QString &entry : attribute.value().toString().split(u';', Qt::SkipEmptyParts)) {
                 const qsizetype colon = entry.indexOf(u':');
-                if (colon > 0 && paints.contains(entry.left(colon).trimmed())) {
+                if (colon > 0 && paints.contains(entry.left(colon).trimmed()))
                     values << entry.mid(colon + 1).trimmed();
-                }
             }
         }
     }
@@ -96,7 +95,10 @@ QByteArray PickVariant(const QString &path, const QString &variant, const QSet<Q
             const QXmlStreamAttributes attributes = in.attributes();
             for (const QString &value : PaintValues(attributes)) {
                 if (!MayPaint(value, palette)) {
-                    Fail(QStringLiteral("%1:%2: %3 is not in the palette").arg(path).arg(in.lineNumber()).arg(value));
+                    Fail(QStringLiteral("%1:%2: %3 is not in the palette")
+                             .arg(path)
+                             .arg(in.lineNumber())
+                             .arg(value));
                 }
             }
             if (attributes.hasAttribute(QLatin1String("data-bild"))) {
@@ -109,16 +111,13 @@ QByteArray PickVariant(const QString &path, const QString &variant, const QSet<Q
                 seen = true;
             }
         }
-        if (!in.hasError()) {
+        if (!in.hasError())
             out.writeCurrentToken(in);
-        }
     }
-    if (in.hasError()) {
+    if (in.hasError())
         Fail(QStringLiteral("%1:%2: %3").arg(path).arg(in.lineNumber()).arg(in.errorString()));
-    }
-    if (!seen && !variant.isEmpty()) {
+    if (!seen && !variant.isEmpty())
         Fail(QStringLiteral("%1: nothing in it belongs to \"%2\"").arg(path, variant));
-    }
     return picked;
 }
 
@@ -132,9 +131,8 @@ Picture ReadPicture(const QString &argument, const QString &drawing, const QSet<
 {
     static const QRegularExpression form(QStringLiteral("^(.*):(\\d{1,4})(?:x(\\d{1,4}))?$"));
     const auto match = form.match(argument);
-    if (!match.hasMatch()) {
+    if (!match.hasMatch())
         Fail(QStringLiteral("\"%1\" is not VARIANT:SIZE").arg(argument));
-    }
     const int width = match.captured(2).toInt();
     const int height = match.capturedLength(3) > 0 ? match.captured(3).toInt() : width;
     return {PickVariant(drawing, match.captured(1), palette), {width, height}};
@@ -143,9 +141,8 @@ Picture ReadPicture(const QString &argument, const QString &drawing, const QSet<
 QImage Render(const Picture &picture, QImage::Format format)
 {
     QSvgRenderer renderer;
-    if (!renderer.load(picture.drawing) || picture.size.isEmpty()) {
+    if (!renderer.load(picture.drawing) || picture.size.isEmpty())
         Fail(QStringLiteral("cannot be drawn"));
-    }
     QImage image(picture.size, format);
     image.fill(format == QImage::Format_RGB32 ? Qt::white : Qt::transparent);
     QPainter painter(&image);
@@ -163,9 +160,8 @@ QByteArray Encode(const QImage &image, const char *format)
         writer.setQuality(JpegQuality);
         writer.setOptimizedWrite(true);
     }
-    if (!writer.write(image)) {
+    if (!writer.write(image))
         Fail(writer.errorString());
-    }
     return bytes;
 }
 
@@ -180,9 +176,8 @@ QByteArray IconFile(const QList<Picture> &pictures)
     out.setByteOrder(QDataStream::LittleEndian);
     out << quint16{0} << quint16{1} << static_cast<quint16>(pictures.size()); // 1: an icon, no cursor
     for (const Picture &picture : pictures) {
-        if (picture.size.width() > 256 || picture.size.height() > 256) {
+        if (picture.size.width() > 256 || picture.size.height() > 256)
             Fail(QStringLiteral("an icon is at most 256 pixels wide and high"));
-        }
         const QByteArray image = Encode(Render(picture, QImage::Format_ARGB32), "png");
         const qsizetype offset = headerSize + entrySize * pictures.size() + images.size();
         // 256 is written as 0
@@ -197,40 +192,32 @@ QByteArray IconFile(const QList<Picture> &pictures)
 
 QByteArray Make(const QString &suffix, const QList<Picture> &pictures)
 {
-    if (suffix == QLatin1String("ico")) {
+    if (suffix == QLatin1String("ico"))
         return IconFile(pictures);
-    }
-    if (pictures.size() != 1) {
+    if (pictures.size() != 1)
         Fail(QStringLiteral("only an icon holds several pictures"));
-    }
-    if (suffix == QLatin1String("svg")) {
+    if (suffix == QLatin1String("svg"))
         return pictures.first().drawing;
-    }
-    if (suffix == QLatin1String("png")) {
+    if (suffix == QLatin1String("png"))
         return Encode(Render(pictures.first(), QImage::Format_ARGB32), "png");
-    }
-    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("bmp")) {
+    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("bmp"))
         return Encode(Render(pictures.first(), QImage::Format_RGB32), suffix.toLatin1().constData());
-    }
     Fail(QStringLiteral("\"%1\" files are not made here").arg(suffix));
 }
 
 void Run(const QStringList &arguments)
 {
-    if (arguments.size() < 5) {
+    if (arguments.size() < 5)
         Fail(QStringLiteral("usage: mkassets PALETTE DRAWING OUT VARIANT:SIZE..."));
-    }
     const QSet<QString> palette = ReadPalette(arguments[1]);
     const QString &out = arguments[3];
     QList<Picture> pictures;
-    for (const QString &argument : arguments.mid(4)) {
+    for (const QString &argument : arguments.mid(4))
         pictures << ReadPicture(argument, arguments[2], palette);
-    }
     const QByteArray bytes = Make(QFileInfo(out).suffix(), pictures);
     QSaveFile file(out);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         Fail(QStringLiteral("%1: %2").arg(out, file.errorString()));
-    }
 }
 
 } // namespace

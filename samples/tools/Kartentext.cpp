@@ -33,8 +33,8 @@ void AppendRtf(QString &rtf, QChar c)
         rtf += QStringLiteral("\\u%1?").arg(static_cast<qint16>(c.unicode()));
 }
 
-// **bold**, *italic*, a backslash before a character that stands for itself, LF between lines. Nothing where a mark
-// is not closed.
+// **bold**, *italic*, a backslash before a character that stands for itself, LF between lines. Nothing where
+// a mark is not closed.
 std::optional<Text> Translate(const QString &markedUp)
 {
     Text text;
@@ -47,7 +47,7 @@ std::optional<Text> Translate(const QString &markedUp)
             const bool two = more && markedUp[i + 1] == u'*';
             bool &style = two ? bold : italic;
             style = !style;
-            text.rich += QStringLiteral("\\%1%2 ").arg(two ? u'b' : u'i').arg(style ? QString() : QStringLiteral("0"));
+            text.rich += QLatin1String(two ? "\\b" : "\\i") + QLatin1String(style ? " " : "0 ");
             i += two ? 1 : 0;
         } else if (c == u'\n') {
             text.rich += QStringLiteral("\\par\r\n");
@@ -61,7 +61,8 @@ std::optional<Text> Translate(const QString &markedUp)
     }
     if (bold || italic)
         return {};
-    text.rich = QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\\pard %1\\par\r\n}\r\n").arg(text.rich);
+    text.rich =
+        QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\\pard %1\\par\r\n}\r\n").arg(text.rich);
     return text;
 }
 
@@ -84,9 +85,7 @@ struct Block
 class Reader
 {
 public:
-    explicit Reader(const QString &path)
-        : path_(path)
-    {}
+    explicit Reader(const QString &path) : path_(path) {}
 
     std::vector<CardRecord> Read();
 
@@ -109,8 +108,8 @@ private:
     QString path_;
     int line_ = 0;
     Block block_;
-    CardRecord card_;     // the block being read
-    CardRecord standard_; // what following cards take over: topic and place of the picture
+    CardRecord card_;         // the block being read
+    CardRecord standard_;     // what following cards take over: topic and place of the picture
     QString *open_ = nullptr; // the text that an indented line goes on with
     QSet<QString> questions_;
     std::array<int, FachAnzahl> counts_{};
@@ -218,7 +217,8 @@ void Reader::Medium(QString CardRecord::*slot, const QString &value, const QStri
 {
     if (value.contains(u'/') || value.contains(u'\\') || value.size() > MaxTextLength ||
         !suffixes.contains(value.right(4)))
-        Fail(QStringLiteral("\"%1\" is not the bare name of a %2 file").arg(value, suffixes.join(QLatin1String(" or "))));
+        Fail(QStringLiteral("\"%1\" is not the bare name of a %2 file")
+                 .arg(value, suffixes.join(QLatin1String(" or "))));
     card_.*slot = value;
 }
 
@@ -274,7 +274,8 @@ void Reader::EndBlock()
 void Reader::Answers()
 {
     const Text question = Checked(block_.question);
-    if (questions_.contains(question.plain) && card_.Picture_1_Name.isEmpty() && card_.Picture_6_Name.isEmpty())
+    if (questions_.contains(question.plain) && card_.Picture_1_Name.isEmpty() &&
+        card_.Picture_6_Name.isEmpty())
         Fail(QStringLiteral("this question was asked before"));
     questions_.insert(question.plain);
     card_.Frage = question.rich;
@@ -291,8 +292,9 @@ void Reader::Answers()
     constexpr std::array plain{&CardRecord::Antwort_1_Klartext, &CardRecord::Antwort_2_Klartext,
                                &CardRecord::Antwort_3_Klartext, &CardRecord::Antwort_4_Klartext,
                                &CardRecord::Antwort_5_Klartext};
-    constexpr std::array right{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2, &CardRecord::Antwort_ch_3,
-                               &CardRecord::Antwort_ch_4, &CardRecord::Antwort_ch_5};
+    constexpr std::array right{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2,
+                               &CardRecord::Antwort_ch_3, &CardRecord::Antwort_ch_4,
+                               &CardRecord::Antwort_ch_5};
     for (std::size_t i = 0; i < block_.answers.size(); ++i) {
         const Answer &answer = block_.answers[i];
         if (answer.ticked != ticked)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 //
-// mkbox CARDS.txt BOX.pzb: makes a card file of its text form. The pictures and sounds that the cards name must lie
-// beside BOX.pzb. A file that stands there is replaced when the new one is complete.
+// mkbox CARDS.txt BOX.pzb: makes a card file of its text form. The pictures and sounds that the cards name
+// must lie beside BOX.pzb. A file that stands there is replaced when the new one is complete.
 #include "CardFile.h"
 #include "CardRecordset.h"
 #include "Kartentext.h"

@@ -53,6 +53,7 @@ public:
     explicit Score(const QString &path);
 
     Spur Play() const;
+
     double Peak() const { return timbre_->peak; }
 
 private:
@@ -71,8 +72,7 @@ private:
     std::vector<Sound> sounds_;
 };
 
-Score::Score(const QString &path)
-    : path_(path)
+Score::Score(const QString &path) : path_(path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -138,10 +138,10 @@ Sound Score::Item(const QString &text) const
 // A note from c2 to h7 (sharps with #) or a frequency in Hz.
 double Score::Pitch(const QString &text) const
 {
-    static const QStringList notes{
-        QStringLiteral("c"),  QStringLiteral("c#"), QStringLiteral("d"),  QStringLiteral("d#"),
-        QStringLiteral("e"),  QStringLiteral("f"),  QStringLiteral("f#"), QStringLiteral("g"),
-        QStringLiteral("g#"), QStringLiteral("a"),  QStringLiteral("a#"), QStringLiteral("h")};
+    static const QStringList notes{QStringLiteral("c"),  QStringLiteral("c#"), QStringLiteral("d"),
+                                   QStringLiteral("d#"), QStringLiteral("e"),  QStringLiteral("f"),
+                                   QStringLiteral("f#"), QStringLiteral("g"),  QStringLiteral("g#"),
+                                   QStringLiteral("a"),  QStringLiteral("a#"), QStringLiteral("h")};
     bool number = false;
     const double frequency = text.toDouble(&number);
     if (number && frequency >= 20 && frequency <= 16000)
