@@ -285,7 +285,7 @@ qint16 Field::Integer() const
 
 QString Field::Text() const
 {
-    if (KindOf(column_) != CardKind::Text)
+    if (KindOf(column_) == CardKind::Flag)
         ThrowTypeMismatch(column_);
     return Value().toString();
 }

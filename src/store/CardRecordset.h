@@ -26,7 +26,7 @@ public:
     bool IsNull() const;
     double Number() const;           // 94 for null
     qint16 Integer() const;          // rounded half to even; 94 for null, 6 outside 16 bits
-    QString Text() const;            // "" for null
+    QString Text() const;            // "" for null; a number in decimal
     bool Flag() const;               // false for null
     QVariant Value() const;          // invalid for null
     void Set(const QVariant &value); // double, int, QString, bool; invalid for null
