@@ -241,7 +241,7 @@ bool PFUse::Zeile_Click(const QObject *objekt, const QMouseEvent &maus)
 void PFUse::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange && feld_[0])
         FarbenSetzen();
 }
 

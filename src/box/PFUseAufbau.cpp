@@ -415,7 +415,7 @@ void PFUse::GroesseWaehlen()
         if (bildPlatz_.top() < groesse.height() / 3)
             MFrage_->setMinimumHeight(std::clamp(bildPlatz_.bottom() - oben,
                                                  MFrage_->minimumSizeHint().height(), schirm.height() / 2));
-        bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 4, zeile * 8);
+        bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 6, zeile * 8);
     }
     groesse = groesse.expandedTo(bedarf).expandedTo(layout()->minimumSize());
     if (layout()->hasHeightForWidth())

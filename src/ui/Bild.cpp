@@ -62,7 +62,7 @@ QImage BildLesen(const QString &pfad)
         KeinBild(pfad, QStringLiteral("es ist zu groß."));
     if (groesse.width() > MaxSeite || groesse.height() > MaxSeite)
         leser.setScaledSize(groesse.scaled(MaxSeite, MaxSeite, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    const QImage bild = leser.read();
+    QImage bild = leser.read();
     if (bild.isNull())
         KeinBild(pfad, QStringLiteral("die Datei ist beschädigt oder zu groß."));
     return bild;
