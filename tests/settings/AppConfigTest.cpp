@@ -130,6 +130,7 @@ private slots:
     void LinkStaysALink();
     void PermissionsStay();
     void FullDiskLeavesTheOldFile();
+    void RewritingThatGrowsTooLargeIsAnError();
     void WritingWithoutAFileIsAnError();
     void OtherProgramWritingIsAnError();
 
@@ -632,6 +633,8 @@ void AppConfigTest::TextThatTheFileCannotHoldIsRefused()
     QCOMPARE(WriteError(2, "Dummy"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(3, "False\nx"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(1, QString(QChar(0xD800))), Fehler::TypUnvertraeglich);
+    QCOMPARE(WriteError(1, QStringLiteral("a") + QChar::Null + "b.pzb"), Fehler::TypUnvertraeglich);
+    QCOMPARE(WriteError(1, QString(5000, 'x')), Fehler::TypUnvertraeglich);
     QCOMPARE(Read(), content);
 }
 
@@ -674,6 +677,14 @@ void AppConfigTest::FullDiskLeavesTheOldFile()
     QCOMPARE(gelesen_, 0);
     QCOMPARE(WriteError(1, "b.pzb"), 0);
     QCOMPARE(Names(), QStringList({"b.pzb", "a.pzb", "", "", ""}));
+}
+
+void AppConfigTest::RewritingThatGrowsTooLargeIsAnError()
+{
+    const QByteArray content = QByteArray("[Font]\n").repeated(10'000);
+    Write(content);
+    QCOMPARE(WriteError(2, "Dummy"), Fehler::ZuWenigSpeicher);
+    QCOMPARE(Read(), content);
 }
 
 void AppConfigTest::WritingWithoutAFileIsAnError()
