@@ -196,6 +196,7 @@ void SoundPlayer::Work(State &state)
     lock.unlock();
     playback.reset();
     audio.Close();
+    SDL_TLSCleanup(); // SDL keeps its error texts for each thread
     lock.lock();
     state.finished = true;
     state.answered.notify_one();

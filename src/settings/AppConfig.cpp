@@ -10,8 +10,8 @@ namespace {
 // The numbers of the sections that can be rewritten.
 constexpr qint16 RecentFiles = 1, Font = 2, AnimationSwitch = 3;
 
-constexpr qint64 MaxFileSize = 256 * 1024; // bytes; a file of settings holds a few hundred
-constexpr int MaxReports = 10;             // messages of one reading: a broken file must not show thousands
+constexpr qint64 MaxFileSize = qint64{256} * 1024; // bytes; a file of settings holds a few hundred
+constexpr int MaxReports = 10; // messages of one reading: a broken file must not show thousands
 constexpr qsizetype MaxRecentFiles = 5;
 constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
 constexpr QByteArrayView FontHeader = "[Font]";
