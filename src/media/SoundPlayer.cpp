@@ -185,12 +185,16 @@ void SoundPlayer::Work(State &state)
         }
         lock.lock();
         state.ended = false;
+        const bool wanted = state.request == request;
+        // SDL calls `ended` with its device locked: the device is not touched with our lock held.
+        lock.unlock();
+        if (playback && wanted) {
+            playback->Start();
+        }
+        lock.lock();
         state.done = request;
         state.playing = playback != nullptr;
         state.error = error;
-        if (playback && state.request == request) {
-            playback->Start();
-        }
         state.answered.notify_one();
     }
     lock.unlock();
