@@ -185,17 +185,22 @@ void SoundPlayer::Work(State &state)
         }
         lock.lock();
         state.ended = false;
+        const bool wanted = state.request == request;
+        // SDL calls `ended` with its device locked: the device is not touched with our lock held.
+        lock.unlock();
+        if (playback && wanted) {
+            playback->Start();
+        }
+        lock.lock();
         state.done = request;
         state.playing = playback != nullptr;
         state.error = error;
-        if (playback && state.request == request) {
-            playback->Start();
-        }
         state.answered.notify_one();
     }
     lock.unlock();
     playback.reset();
     audio.Close();
+    SDL_TLSCleanup(); // SDL keeps its error texts for each thread
     lock.lock();
     state.finished = true;
     state.answered.notify_one();

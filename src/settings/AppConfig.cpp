@@ -5,15 +5,13 @@
 #include "KonfigFormat.h"
 #include "SafeFile.h"
 
-#include <QFileInfo>
-
 namespace {
 
 // The numbers of the sections that can be rewritten.
 constexpr qint16 RecentFiles = 1, Font = 2, AnimationSwitch = 3;
 
-constexpr qint64 MaxFileSize = 256 * 1024; // bytes; a file of settings holds a few hundred
-constexpr int MaxReports = 10;             // messages of one reading: a broken file must not show thousands
+constexpr qint64 MaxFileSize = qint64{256} * 1024; // bytes; a file of settings holds a few hundred
+constexpr int MaxReports = 10; // messages of one reading: a broken file must not show thousands
 constexpr qsizetype MaxRecentFiles = 5;
 constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
 constexpr QByteArrayView FontHeader = "[Font]";
@@ -186,14 +184,15 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
         const DirectoryLock lock(ProgrammPfad);
         const QString konfig = KonfigPfad("konfig.dat");
         const QByteArray content = Rewritten(ReadFile(konfig, MaxFileSize), section, value, schrift);
+        if (content.size() > MaxFileSize) {
+            throw StoreError(Fehler::ZuWenigSpeicher,
+                             QStringLiteral("Die Datei würde zu groß: %1").arg(konfig));
+        }
         WriteFileSynced(KonfigPfad("konfig.new"), content);
-        // konfig.new stays, so konfig.dat is replaced by a second copy, in one rename: overwriting it in
-        // place would leave half a file after a kill, and a second name for konfig.new would share its next
-        // overwriting. A konfig.dat that is a link stays one.
-        const QString target = QFileInfo(konfig).canonicalFilePath();
-        const QString temporary = target + QStringLiteral(".tmp");
-        WriteFileSynced(temporary, content);
-        ReplaceFile(temporary, target);
+        // konfig.new stays, so konfig.dat gets a second copy in one rename: overwriting it in place would
+        // leave half a file after a kill, and a hard link to konfig.new would share what is written there
+        // next.
+        RewriteFile(konfig, content);
     }
     ReadConfig();
 }

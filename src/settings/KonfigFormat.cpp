@@ -30,10 +30,16 @@ constexpr double MinFontSize = 1, MaxFontSize = 1638;
     ThrowValueError(Fehler::TypUnvertraeglich, QStringLiteral("Typen unverträglich"), value);
 }
 
+// A text without NUL and of a length that a path or a font's name can have.
+bool IsSensible(const QString &text)
+{
+    return text.size() <= MaxTextLength && !text.contains(QChar::Null);
+}
+
 [[noreturn]] void ThrowNotStorable(const QString &text)
 {
     throw StoreError(Fehler::TypUnvertraeglich,
-                     QStringLiteral("\"%1\" lässt sich in konfig.dat nicht speichern").arg(text));
+                     QStringLiteral("\"%1\" lässt sich in konfig.dat nicht speichern").arg(text.left(60)));
 }
 
 // The name behind the start of a file URL, nothing where it is no such URL.
@@ -94,6 +100,9 @@ std::optional<QByteArrayView> ValueBehind(QByteArrayView line, QByteArrayView ke
 
 QByteArray LineFromName(const QString &name)
 {
+    if (!IsSensible(name)) {
+        ThrowNotStorable(name);
+    }
     const std::optional<QByteArray> plain = ToWindows1252(name);
     const auto breaksLine = [](char c) { return c == '\r' || c == '\n'; };
     if (plain && !IsComment(*plain) && !IsHeader(*plain) && !plain->startsWith(UrlStart) &&
@@ -101,7 +110,7 @@ QByteArray LineFromName(const QString &name)
         return *plain;
     }
     QByteArray url = UrlStart.toByteArray() + QUrl::toPercentEncoding(name, "/");
-    if (NameFromLine(url) != name) {
+    if (NameFromLine(url) != name) { // half a surrogate pair
         ThrowNotStorable(name);
     }
     return url;
@@ -120,7 +129,7 @@ QString NameFromLine(QByteArrayView line)
 QByteArray LineFromText(const QString &text)
 {
     const std::optional<QByteArray> line = ToWindows1252(text);
-    if (!line || line->contains('\r') || line->contains('\n')) {
+    if (!IsSensible(text) || !line || line->contains('\r') || line->contains('\n')) {
         ThrowNotStorable(text);
     }
     return *line;
@@ -128,16 +137,17 @@ QByteArray LineFromText(const QString &text)
 
 QString TextValue(QByteArrayView value)
 {
-    if (value.size() > MaxTextLength || value.contains('\0')) {
+    QString text = FromWindows1252(value);
+    if (!IsSensible(text)) {
         ThrowTypeError(value);
     }
-    return FromWindows1252(value);
+    return text;
 }
 
 QString NameValue(QByteArrayView line)
 {
     QString name = NameFromLine(line);
-    if (name.size() > MaxTextLength || name.contains(QChar::Null)) {
+    if (!IsSensible(name)) {
         ThrowTypeError(line);
     }
     return name;

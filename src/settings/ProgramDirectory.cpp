@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr qint64 MaxShippedFile = 256 * 1024 * 1024; // bytes
+constexpr qint64 MaxShippedFile = qint64{256} * 1024 * 1024; // bytes
 constexpr QDir::Filters Everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
 
 bool MayWrite(const QString &path)
@@ -91,7 +91,7 @@ QString ProgramDirectory(const QString &running, const QString &installed, const
     if (konfig.isFile() && MayWrite(konfig.filePath()) && MayWrite(konfig.path())) {
         return konfig.path();
     }
-    const QString own = QDir::cleanPath(user);
+    QString own = QDir::cleanPath(user);
     if (!HoldsFiles(own)) {
         Fill(own, installed);
     }

@@ -163,6 +163,20 @@ void ReplaceFile(const QString &temporary, const QString &target)
     SyncDirectory(QFileInfo(target).path());
 }
 
+void RewriteFile(const QString &target, const QByteArray &content)
+{
+    const QString canonical = QFileInfo(target).canonicalFilePath();
+    const QString file = canonical.isEmpty() ? target : canonical;
+    const QString temporary = file + QStringLiteral(".tmp");
+    try {
+        WriteFileSynced(temporary, content);
+        ReplaceFile(temporary, file);
+    } catch (...) {
+        QFile::remove(temporary);
+        throw;
+    }
+}
+
 DirectoryLock::DirectoryLock(const QString &directory)
     : descriptor_(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {

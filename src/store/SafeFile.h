@@ -30,6 +30,11 @@ void SyncDirectory(const QString &path);
 // sync failed.
 void ReplaceFile(const QString &temporary, const QString &target);
 
+// Gives `target` the new `content`, whole or not at all. Works beside it, in a file "<target>.tmp" that it
+// overwrites and leaves behind only when killed; a link is followed and stays. Two processes must not do so
+// at the same time: see DirectoryLock.
+void RewriteFile(const QString &target, const QByteArray &content);
+
 // Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
 // throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
 class DirectoryLock
