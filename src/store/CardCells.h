@@ -38,6 +38,9 @@ struct CardCell
     double number = None, compartment = None, place = None; // FrageNr, FachNr, FachLfdNr; None for null
     std::uint32_t page = 0;                                 // 0: only the engine can read this card
     std::uint32_t offset = 0;                               // of the cell in the page
+    std::uint32_t end = 0; // first byte of the page behind what is left of the cell there
+    bool overwritten = false; // another card begins where this one should go on
+    bool inside = false;      // begins inside a card that a pointer leads to
     bool pointed = true;    // the page's own pointers lead to it, false where it was found by searching the page
     bool reached = false;   // the table's tree leads to the page
     bool confirmed = false; // the index on FrageNr knows this number and row
@@ -48,11 +51,10 @@ struct CardCell
 // The card whose cell begins at `offset`; nothing where there is none.
 std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::uint32_t number,
                                      std::uint32_t offset);
-// All cards that the pointers of a table leaf page lead to.
-std::vector<CardCell> PointedCards(const PageReader &reader, Bytes page, std::uint32_t number);
-// All cards in the page that stand on no byte of `known`, searched byte by byte behind its pointers.
-std::vector<CardCell> SearchCards(const PageReader &reader, Bytes page, std::uint32_t number,
-                                  const std::vector<CardCell> &known);
+// All cards of a page, by offset: those that its pointers lead to, and those that begin anywhere else and that
+// `believe` takes for cards. One that begins inside a card has overwritten that card's end.
+std::vector<CardCell> FindCards(const PageReader &reader, Bytes page, std::uint32_t number,
+                                const std::function<bool(const CardCell &)> &believe);
 
 // Visits the overflow pages of a cell in order with the part of the record that each holds. False where the chain
 // breaks, does not end with the record, or `visit` returns false.

@@ -16,13 +16,6 @@ namespace {
 
 constexpr int MostNumber = std::numeric_limits<std::int16_t>::max();
 
-// Greater is better: which of two copies of the same row is taken.
-auto CopyRank(const CardPlan &plan)
-{
-    const CardCell &cell = plan.cell;
-    return std::tuple(cell.whole, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
-}
-
 // Greater is better: which of two cards keeps the number that both bear.
 auto NumberRank(const CardPlan &plan)
 {
@@ -88,10 +81,8 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
     }
     for (auto &[number, plans] : byNumber) {
         // The best copy of every row, then the row that keeps the number.
-        std::sort(plans.begin(), plans.end(), [](const CardPlan &one, const CardPlan &other) {
-            return one.cell.rowid != other.cell.rowid ? one.cell.rowid < other.cell.rowid
-                                                      : CopyRank(one) > CopyRank(other);
-        });
+        if (plans.size() > 1)
+            SortCopies(plans);
         plans.erase(std::unique(plans.begin(), plans.end(),
                                 [](const CardPlan &one, const CardPlan &other) {
                                     return one.cell.rowid == other.cell.rowid;
@@ -127,6 +118,32 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
     GiveFreshNumbers(fresh);
     std::sort(plans_.begin(), plans_.end(),
               [](const CardPlan &one, const CardPlan &other) { return one.number < other.number; });
+}
+
+// By row, the best copy of each first.
+void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
+{
+    using Rank = std::tuple<bool, std::ptrdiff_t, bool, bool, bool, std::uint32_t, std::uint32_t>;
+    std::vector<std::pair<Rank, CardPlan>> ranked;
+    for (CardPlan &plan : plans) {
+        const CardCell &cell = plan.cell;
+        const auto card = cell.page == 0 ? engine_.Read(cell.rowid) : DecodeCard(survey_.Read(cell), encoding_);
+        std::ptrdiff_t doubts = 0;
+        if (card) {
+            SalvagedCard checked = *card;
+            CheckContent(checked);
+            doubts = static_cast<std::ptrdiff_t>(checked.remarks.size());
+        }
+        const Rank rank(cell.whole, -doubts, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
+        ranked.emplace_back(rank, std::move(plan));
+    }
+    std::sort(ranked.begin(), ranked.end(), [](const auto &one, const auto &other) {
+        const std::int64_t row = one.second.cell.rowid, otherRow = other.second.cell.rowid;
+        return row != otherRow ? row < otherRow : one.first > other.first;
+    });
+    plans.clear();
+    for (auto &[rank, plan] : ranked)
+        plans.push_back(std::move(plan));
 }
 
 void CardSalvage::GiveFreshNumbers(std::vector<CardPlan> &without)

@@ -22,7 +22,8 @@ struct CardPlan
 
 // Decides which of the found cards go into the repaired file, and under which keys.
 //
-// Of several copies of one row the best is taken: whole before broken, then the one that the table's tree leads to.
+// Of several copies of one row the best is taken: whole before broken, then the one whose content looks right, then
+// the one that the table's tree leads to.
 // Two different cards with one FrageNr come from a damaged number: the one that the index knows keeps it, else the
 // newer one; the other gets the number that the index knows for its row, else a new one. Two cards on one place of a
 // compartment: the one that the index knows there stays, else the one with the lower number; the other goes to the
@@ -46,6 +47,7 @@ private:
     void GiveFreshNumbers(std::vector<CardPlan> &without);
     void GivePlaces();
     void CloseUp(int compartment);
+    void SortCopies(std::vector<CardPlan> &plans) const;
     bool SameContent(const CardPlan &one, const CardPlan &other) const;
 
     const CardSurvey &survey_;

@@ -76,6 +76,7 @@ PageTrees::PageTrees(const PageReader &reader)
     , kinds_(reader.PageCount() + 1, PageKind::Other)
     , owner_(reader.PageCount() + 1, Owner::None)
     , sound_(reader.PageCount() + 1)
+    , wiped_(reader.PageCount() + 1)
     , free_(reader.PageCount() + 1)
 {
     ClassifyPages();
@@ -103,8 +104,10 @@ void PageTrees::ClassifyPages()
 {
     std::vector<std::uint8_t> buffer;
     for (std::uint32_t number = 1; number <= reader_.PageCount(); ++number) {
-        const BTreePage page(reader_.Read(number, buffer), number, reader_.Geometry());
+        const Bytes bytes = reader_.Read(number, buffer);
+        const BTreePage page(bytes, number, reader_.Geometry());
         kinds_[number] = page.Kind();
+        wiped_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
     }
 }
@@ -117,6 +120,7 @@ void PageTrees::ReadFreeList()
     const Bytes header = reader_.Read(1, buffer);
     if (std::memcmp(header.data(), "SQLite format 3", 16) != 0)
         return;
+    std::uint32_t leaves = 0, wiped = 0;
     std::uint32_t trunk = Big32(header, 32);
     while (reader_.IsInner(trunk) && !free_[trunk]) {
         free_[trunk] = true;
@@ -124,11 +128,17 @@ void PageTrees::ReadFreeList()
         const std::uint32_t count = std::min(Big32(page, 4), reader_.Geometry().usable / 4 - 2);
         for (std::uint32_t i = 0; i < count; ++i) {
             const std::uint32_t leaf = Big32(page, 8 + std::size_t{4} * i);
-            if (reader_.IsInner(leaf))
-                free_[leaf] = true;
+            if (!reader_.IsInner(leaf) || free_[leaf])
+                continue;
+            free_[leaf] = true;
+            ++leaves;
+            wiped += wiped_[leaf] ? 1 : 0;
         }
         trunk = Big32(page, 0);
     }
+    // Where the engine wipes what it frees, a listed page with content is in use and the list is out of date.
+    if (wiped * 2 > leaves)
+        free_.assign(free_.size(), false);
 }
 
 std::vector<PageTrees::SchemaRow> PageTrees::ReadSchema() const

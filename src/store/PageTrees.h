@@ -59,7 +59,7 @@ private:
     const PageReader &reader_;
     std::vector<PageKind> kinds_;
     std::vector<Owner> owner_;
-    std::vector<bool> sound_, free_;
+    std::vector<bool> sound_, wiped_, free_;
     bool tableWhole_ = false, numbersWhole_ = false, placesWhole_ = false;
     std::unordered_map<std::int64_t, double> numbers_;
     std::unordered_map<std::int64_t, Place> places_;

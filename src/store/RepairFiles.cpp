@@ -82,7 +82,12 @@ std::int64_t SizeOf(const FileHandle &file, const QString &path)
     return info.st_size;
 }
 
-// Copies whole and durably; blocks that the disk does not give are zeros in the copy.
+void Sync(const QString &path)
+{
+    Check(fsync(Open(path, O_RDONLY).Get()) == 0, path);
+}
+
+// Blocks that the disk does not give are zeros in the copy.
 void CopyFile(const FileHandle &from, const QString &to)
 {
     const FileHandle target = Open(to, O_WRONLY | O_CREAT | O_EXCL);
@@ -95,7 +100,6 @@ void CopyFile(const FileHandle &from, const QString &to)
         WriteAll(target, Bytes(block).first(got), to);
         at += static_cast<std::int64_t>(got);
     }
-    Check(fsync(target.Get()) == 0, to);
 }
 
 void Rename(const QString &from, const QString &to)
@@ -217,6 +221,7 @@ void RepairFiles::KeepAside(const QString &from, const QString &to) const
         return;
     Check(errno != EEXIST, to);
     CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to); // a file system without hard links
+    Sync(to);
 }
 
 void RepairFiles::SyncDirectory() const
@@ -253,6 +258,7 @@ void RepairFiles::Swap() const
     if (HasCompanions()) {
         // The copy is what the engine makes of the damaged file and its journal: with it in place the journal may
         // go, and no moment is left in which a kill would apply the journal to the new file or lose it.
+        Sync(CopyPath());
         Rename(CopyPath(), path_);
         SyncDirectory();
         for (const QString &suffix : companions_)
