@@ -11,8 +11,8 @@ bool IsTextColumn(int column)
         std::array<bool, CardColumnCount> kinds{};
         for (int i = 0; i < CardColumnCount; ++i)
             kinds[static_cast<std::size_t>(i)] =
-                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT")
-                != std::string_view::npos;
+                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT") !=
+                std::string_view::npos;
         return kinds;
     }();
     return isText[static_cast<std::size_t>(column)];
@@ -31,7 +31,8 @@ bool FitsColumn(int column, std::uint64_t serialType)
 std::uint32_t ReadHeadLength(Bytes start, std::uint64_t payload, std::uint64_t &length)
 {
     const std::uint32_t used = ReadVarint(start, 0, length);
-    const bool possible = used != 0 && length >= used + CardColumnCount && length <= MaxCardHead && length <= payload;
+    const bool possible =
+        used != 0 && length >= used + CardColumnCount && length <= MaxCardHead && length <= payload;
     return possible ? used : 0;
 }
 
@@ -90,8 +91,8 @@ bool WalkOverflow(const PageReader &reader, const LeafCell &cell,
     while (missing > 0) {
         if (!reader.IsInner(next))
             return false;
-        const auto part = static_cast<std::uint32_t>(
-            std::min<std::uint64_t>(missing, reader.Geometry().usable - 4));
+        const auto part =
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(missing, reader.Geometry().usable - 4));
         const Bytes page = reader.Read(next, buffer);
         const std::uint32_t present = std::min(reader.Present(next), part + 4);
         // No text has a page of zeros in it: such a page was wiped.
@@ -147,8 +148,8 @@ std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::
 
 namespace {
 
-// A look at the first bytes of a cell that sorts out nearly everything in a text: length and row are followed by the
-// head's length, from 53 on, and the serial types of four numbers.
+// A look at the first bytes of a cell that sorts out nearly everything in a text: length and row are followed
+// by the head's length, from 53 on, and the serial types of four numbers.
 bool MayBegin(Bytes page, std::uint32_t at)
 {
     const auto byteAt = [&](std::uint32_t i) { return i < page.size() ? page[i] : std::uint8_t{0xFF}; };

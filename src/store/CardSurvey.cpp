@@ -17,10 +17,7 @@ constexpr std::size_t longestRecord = 64'000'000;
 } // namespace
 
 CardSurvey::CardSurvey(const PageReader &reader)
-    : reader_(reader)
-    , trees_(reader)
-    , claims_(reader.PageCount() + 1)
-    , claimedEnds_(reader.PageCount() + 1)
+    : reader_(reader), trees_(reader), claims_(reader.PageCount() + 1), claimedEnds_(reader.PageCount() + 1)
 {
     std::vector<CardCell> inLeaves, elsewhere;
     for (const bool leaves : {true, false}) {
@@ -38,9 +35,9 @@ CardSurvey::CardSurvey(const PageReader &reader)
     }
 }
 
-// A leaf page whose header was damaged, or which was written in parts, holds cards that no pointer leads to. They may
-// also stand where a sound page has a card's text, or where another card claims a part of its own; but in what such a
-// page does not use there may be a card that was deleted.
+// A leaf page whose header was damaged, or which was written in parts, holds cards that no pointer leads to.
+// They may also stand where a sound page has a card's text, or where another card claims a part of its own;
+// but in what such a page does not use there may be a card that was deleted.
 std::vector<CardCell> CardSurvey::FindIn(std::uint32_t number) const
 {
     std::vector<std::uint8_t> buffer;
@@ -63,8 +60,8 @@ void CardSurvey::CompareWithIndexes(CardCell &card) const
     const auto place = trees_.Places().find(card.rowid);
     card.reached = trees_.InTable(card.page);
     card.confirmed = number != trees_.Numbers().end() && number->second == card.number;
-    card.placed = place != trees_.Places().end() && place->second.compartment == card.compartment
-        && place->second.place == card.place;
+    card.placed = place != trees_.Places().end() && place->second.compartment == card.compartment &&
+                  place->second.place == card.place;
 }
 
 bool CardSurvey::IndexProves(const std::vector<CardCell> &found) const
@@ -99,9 +96,10 @@ void CardSurvey::Take(const std::vector<CardCell> &found)
         const bool stale = othersAreStale_ || trees_.IsFree(card.page);
         if (!card.confirmed && !(card.reached && card.pointed) && stale)
             continue;
-        const auto cell = ReadLeafCell(reader_.Read(card.page, buffer), reader_.Geometry().usable, card.offset);
-        card.whole = !card.overwritten && cell->end <= reader_.Present(card.page)
-            && WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
+        const auto cell =
+            ReadLeafCell(reader_.Read(card.page, buffer), reader_.Geometry().usable, card.offset);
+        card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
+                     WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
                          if (!MayVisit(page))
                              return false;
                          ++claims_[page];
@@ -118,7 +116,8 @@ CardBytes CardSurvey::Read(const CardCell &card) const
     std::vector<std::uint8_t> buffer;
     const Bytes page = reader_.Read(card.page, buffer);
     const auto cell = ReadLeafCell(page, reader_.Geometry().usable, card.offset);
-    const std::uint32_t localEnd = std::min({cell->local + cell->localSize, card.end, reader_.Present(card.page)});
+    const std::uint32_t localEnd =
+        std::min({cell->local + cell->localSize, card.end, reader_.Present(card.page)});
     const Bytes local = page.subspan(cell->local, localEnd - std::min(localEnd, cell->local));
     CardBytes record;
     record.bytes.assign(local.begin(), local.end());
@@ -126,8 +125,8 @@ CardBytes CardSurvey::Read(const CardCell &card) const
         WalkOverflow(reader_, *cell, [&](std::uint32_t number, Bytes part) {
             // Where the chain is broken somewhere, a page that another card claims too is that card's.
             const bool foreign = !card.whole && claims_[number] > 1;
-            if (foreign || (trees_.IsSound(number) && trees_.Kind(number) == PageKind::TableLeaf)
-                || record.bytes.size() > longestRecord)
+            if (foreign || (trees_.IsSound(number) && trees_.Kind(number) == PageKind::TableLeaf) ||
+                record.bytes.size() > longestRecord)
                 return false;
             record.bytes.insert(record.bytes.end(), part.begin(), part.end());
             return true;

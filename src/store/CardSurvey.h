@@ -14,18 +14,21 @@ struct CardBytes
     CardShape shape;
 };
 
-// All cards whose bytes are still in a damaged database file, without those that the file itself shows to be deleted.
+// All cards whose bytes are still in a damaged database file, without those that the file itself shows to be
+// deleted.
 //
-// A card counts when the table's tree leads to it or the index knows it. Any other card found in the pages counts
-// unless its page is free or what is left of tree and index proves it stale: one of them is whole and the other one,
-// as far as it reaches, agrees with it.
+// A card counts when the table's tree leads to it or the index knows it. Any other card found in the pages
+// counts unless its page is free or what is left of tree and index proves it stale: one of them is whole and
+// the other one, as far as it reaches, agrees with it.
 class CardSurvey
 {
 public:
     explicit CardSurvey(const PageReader &reader);
 
     const std::vector<CardCell> &Cards() const { return cards_; }
+
     const PageTrees &Trees() const { return trees_; }
+
     // Reads a found card; the bytes end where its chain of pages breaks.
     CardBytes Read(const CardCell &card) const;
 

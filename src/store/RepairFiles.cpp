@@ -11,11 +11,10 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <vector>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -32,8 +31,9 @@ QString WorkDirectory(const QString &path)
                          QStringLiteral("Die Datei „%1“ wurde nicht gefunden.").arg(path));
     case ENOSPC:
     case EDQUOT:
-        throw StoreError(Fehler::DatentraegerVoll,
-                         QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
+        throw StoreError(
+            Fehler::DatentraegerVoll,
+            QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
     case EACCES:
     case EPERM:
     case EROFS:
@@ -125,8 +125,7 @@ QString BesideName(const QString &path, const QString &suffix)
     return info.dir().filePath(name + suffix);
 }
 
-RepairFiles::RepairFiles(const QString &path)
-    : path_(QFileInfo(path).canonicalFilePath())
+RepairFiles::RepairFiles(const QString &path) : path_(QFileInfo(path).canonicalFilePath())
 {
     if (path_.isEmpty())
         ThrowFileError(ENOENT, path);
@@ -158,11 +157,12 @@ void RepairFiles::Lock()
     struct stat info = {};
     Check(fstat(file, &info) == 0, path_);
     if (!S_ISREG(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
     size_ = info.st_size;
 
-    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other program;
-    // the lock belongs to this descriptor, so that closing another one does not drop it.
+    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other
+    // program; the lock belongs to this descriptor, so that closing another one does not drop it.
     struct flock lock = {};
     lock.l_type = static_cast<short>(writable ? F_WRLCK : F_RDLCK);
     lock.l_whence = SEEK_SET;
@@ -210,8 +210,10 @@ void RepairFiles::WriteReport(const QByteArray &text) const
 {
     const QString path = work_ + QStringLiteral("/bericht.txt");
     const FileHandle file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
-    WriteAll(file, {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
-             path);
+    WriteAll(
+        file,
+        {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
+        path);
     Check(fsync(file.Get()) == 0, path);
 }
 
@@ -256,8 +258,8 @@ void RepairFiles::Swap() const
         throw;
     }
     if (HasCompanions()) {
-        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal may
-        // go, and no moment is left in which a kill would apply the journal to the new file or lose it.
+        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal
+        // may go, and no moment is left in which a kill would apply the journal to the new file or lose it.
         Sync(CopyPath());
         Rename(CopyPath(), path_);
         SyncDirectory();

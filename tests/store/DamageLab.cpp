@@ -49,7 +49,7 @@ QByteArray Marker(const char *question)
 
 QByteArray Words(Random &random, int length)
 {
-    static const QList<QByteArray> words{"Haus",  "laufen", "größer", "weiß",   "die Übung", "und",
+    static const QList<QByteArray> words{"Haus",  "laufen",  "größer", "weiß",   "die Übung", "und",
                                          "wofür", "because", "naïve",  "Straße", "42",        "(ugs.)"};
     QByteArray text;
     while (text.size() < length)
@@ -66,20 +66,22 @@ QByteArray Rtf(const QByteArray &text)
 int TextLength(Random &random)
 {
     const int kind = Pick(random, 100);
-    return kind < 80 ? 20 + Pick(random, 250) : kind < 98 ? 300 + Pick(random, 3000) : 5000 + Pick(random, 25000);
+    return kind < 80   ? 20 + Pick(random, 250)
+           : kind < 98 ? 300 + Pick(random, 3000)
+                       : 5000 + Pick(random, 25000);
 }
 
 class Writer
 {
 public:
     Writer(SQLite::Database &database, Random &random)
-        : random_(random)
-        , insert_(database, "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr,Antworttyp,Picture_1_Name,"
+        : random_(random),
+          insert_(database, "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr,Antworttyp,Picture_1_Name,"
                             "Picture_9_Name,Picture_1_endlos,PictureTop,Frage,Frage_Klartext,Antwort_1,"
-                            "Antwort_ch_1,Antwort_1_Klartext,Antwort_2) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?)")
-        , move_(database, "UPDATE Lernkarten SET FachNr=?, FachLfdNr=? WHERE FrageNr=?")
-        , edit_(database, "UPDATE Lernkarten SET Antwort_1=?, Antwort_1_Klartext=? WHERE FrageNr=?")
-        , remove_(database, "DELETE FROM Lernkarten WHERE FrageNr=?")
+                            "Antwort_ch_1,Antwort_1_Klartext,Antwort_2) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?)"),
+          move_(database, "UPDATE Lernkarten SET FachNr=?, FachLfdNr=? WHERE FrageNr=?"),
+          edit_(database, "UPDATE Lernkarten SET Antwort_1=?, Antwort_1_Klartext=? WHERE FrageNr=?"),
+          remove_(database, "DELETE FROM Lernkarten WHERE FrageNr=?")
     {
         places_.fill(0, 7);
         SQLite::Statement last(database, "SELECT FachNr, max(FachLfdNr) FROM Lernkarten GROUP BY FachNr");
@@ -89,8 +91,8 @@ public:
 
     void Insert(int number)
     {
-        const QByteArray marker =
-            'K' + QByteArray::number(number) + '-' + QByteArray::number(quint64(random_()) << 32 | random_(), 16);
+        const QByteArray marker = 'K' + QByteArray::number(number) + '-' +
+                                  QByteArray::number(quint64(random_()) << 32 | random_(), 16);
         const QByteArray question = marker + ' ' + Words(random_, TextLength(random_));
         const QByteArray answer = Words(random_, TextLength(random_));
         const int compartment = number % 3 == 0 ? Pick(random_, 7) : 0;
@@ -169,6 +171,7 @@ void FindExtents(SQLite::Database &database, Box &box)
     {
         int page, cells;
     };
+
     QMap<QByteArray, Leaf> leaves;               // by path, which is the order of the rows
     QHash<QByteArray, QList<int>> overflowPages; // by path of the cell
     SQLite::Statement pages(database, "SELECT name, path, pageno, pagetype, ncell FROM dbstat");
@@ -188,8 +191,8 @@ void FindExtents(SQLite::Database &database, Box &box)
         }
     }
 
-    SQLite::Statement rows(database,
-                           "SELECT FrageNr, Frage_Klartext," + AllColumns() + " FROM Lernkarten ORDER BY rowid");
+    SQLite::Statement rows(database, "SELECT FrageNr, Frage_Klartext," + AllColumns() +
+                                         " FROM Lernkarten ORDER BY rowid");
     for (auto leaf = leaves.begin(); leaf != leaves.end(); ++leaf) {
         const qint64 start = qint64(leaf->page - 1) * box.pageSize;
         QList<int> pointers;
@@ -282,8 +285,8 @@ QList<const CardTruth *> Box::Untouched(const QByteArray &damaged) const
     QList<const CardTruth *> untouched;
     for (const CardTruth &card : cards)
         if (std::all_of(card.extents.begin(), card.extents.end(), [&](const CardTruth::Extent &extent) {
-                return extent.to <= damaged.size()
-                    && std::equal(bytes.begin() + extent.from, bytes.begin() + extent.to,
+                return extent.to <= damaged.size() &&
+                       std::equal(bytes.begin() + extent.from, bytes.begin() + extent.to,
                                   damaged.begin() + extent.from);
             }))
             untouched << &card;
@@ -296,8 +299,8 @@ Box MakeBox(const QString &directory, const BoxOptions &options)
     QFile::remove(path);
     CardFile::Create(path);
     SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
-    database.exec("PRAGMA synchronous=OFF; PRAGMA page_size=" + std::to_string(options.pageSize)
-                  + "; VACUUM; PRAGMA secure_delete=" + (options.secureDelete ? "ON" : "OFF"));
+    database.exec("PRAGMA synchronous=OFF; PRAGMA page_size=" + std::to_string(options.pageSize) +
+                  "; VACUUM; PRAGMA secure_delete=" + (options.secureDelete ? "ON" : "OFF"));
     Random random(options.seed);
     {
         SQLite::Transaction transaction(database);
@@ -366,7 +369,8 @@ QHash<QByteArray, QByteArray> ReadDigests(const QString &path)
     QHash<QByteArray, QByteArray> digests;
     try {
         SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READONLY);
-        SQLite::Statement rows(database, "SELECT Frage_Klartext," + AllColumns() + " FROM Lernkarten NOT INDEXED");
+        SQLite::Statement rows(database,
+                               "SELECT Frage_Klartext," + AllColumns() + " FROM Lernkarten NOT INDEXED");
         while (rows.executeStep())
             digests.insert(Marker(rows.getColumn(0).getText()), Digest(rows, 1));
     } catch (const SQLite::Exception &) {

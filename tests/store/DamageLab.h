@@ -10,14 +10,15 @@
 
 #include <random>
 
-// Where a card lies in its file and what it says. Found through the engine's own page statistics, not through the
-// code that repairs.
+// Where a card lies in its file and what it says. Found through the engine's own page statistics, not through
+// the code that repairs.
 struct CardTruth
 {
     struct Extent
     {
         qint64 from, to; // bytes
     };
+
     int number = 0;
     QByteArray digest;     // of all 52 values
     QByteArray marker;     // unique word in the question
@@ -49,8 +50,8 @@ struct BoxOptions
 
 // Makes a box in `directory` and takes it into memory.
 Box MakeBox(const QString &directory, const BoxOptions &options);
-// The same box after one more transaction that moves, edits, deletes and adds cards; and the same box caught in the
-// midst of that transaction, with the journal that undoes it.
+// The same box after one more transaction that moves, edits, deletes and adds cards; and the same box caught
+// in the midst of that transaction, with the journal that undoes it.
 Box AfterTransaction(const QString &directory, const Box &box);
 Box AmidTransaction(const QString &directory, const Box &box);
 
