@@ -11,8 +11,8 @@ bool IsTextColumn(int column)
         std::array<bool, CardColumnCount> kinds{};
         for (int i = 0; i < CardColumnCount; ++i)
             kinds[static_cast<std::size_t>(i)] =
-                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT")
-                != std::string_view::npos;
+                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT") !=
+                std::string_view::npos;
         return kinds;
     }();
     return isText[static_cast<std::size_t>(column)];
@@ -31,7 +31,8 @@ bool FitsColumn(int column, std::uint64_t serialType)
 std::uint32_t ReadHeadLength(Bytes start, std::uint64_t payload, std::uint64_t &length)
 {
     const std::uint32_t used = ReadVarint(start, 0, length);
-    const bool possible = used != 0 && length >= used + CardColumnCount && length <= MaxCardHead && length <= payload;
+    const bool possible =
+        used != 0 && length >= used + CardColumnCount && length <= MaxCardHead && length <= payload;
     return possible ? used : 0;
 }
 
@@ -90,8 +91,8 @@ bool WalkOverflow(const PageReader &reader, const LeafCell &cell,
     while (missing > 0) {
         if (!reader.IsInner(next))
             return false;
-        const auto part = static_cast<std::uint32_t>(
-            std::min<std::uint64_t>(missing, reader.Geometry().usable - 4));
+        const auto part =
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(missing, reader.Geometry().usable - 4));
         const Bytes page = reader.Read(next, buffer);
         const std::uint32_t present = std::min(reader.Present(next), part + 4);
         // No text has a page of zeros in it: such a page was wiped.
@@ -135,6 +136,7 @@ std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::
     card.rowid = cell->rowid;
     card.page = number;
     card.offset = offset;
+    card.end = cell->end;
     double *const keys[] = {&card.number, &card.compartment, &card.place};
     for (std::size_t i = 0; i < std::size(keys); ++i) {
         const auto from = static_cast<std::size_t>(shape->offsets[i]);
@@ -144,56 +146,55 @@ std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::
     return card;
 }
 
-std::vector<CardCell> PointedCards(const PageReader &reader, Bytes page, std::uint32_t number)
+namespace {
+
+// A look at the first bytes of a cell that sorts out nearly everything in a text: length and row are followed
+// by the head's length, from 53 on, and the serial types of four numbers.
+bool MayBegin(Bytes page, std::uint32_t at)
 {
-    std::vector<std::uint32_t> offsets = BTreePage(page, number, reader.Geometry()).CellOffsets();
-    std::sort(offsets.begin(), offsets.end());
-    offsets.erase(std::unique(offsets.begin(), offsets.end()), offsets.end());
+    const auto byteAt = [&](std::uint32_t i) { return i < page.size() ? page[i] : std::uint8_t{0xFF}; };
+    for (int varint = 0; varint < 2; ++varint)
+        for (int length = 1; (byteAt(at++) & 0x80U) != 0; ++length)
+            if (length == 9)
+                break;
+    if (byteAt(at) <= CardColumnCount)
+        return false;
+    at += (byteAt(at) & 0x80U) != 0 ? 2 : 1;
+    return byteAt(at) <= 9 && byteAt(at + 1) <= 9 && byteAt(at + 2) <= 9 && byteAt(at + 3) <= 9;
+}
+
+} // namespace
+
+std::vector<CardCell> FindCards(const PageReader &reader, Bytes page, std::uint32_t number,
+                                const std::function<bool(const CardCell &)> &believe)
+{
+    const std::uint32_t usable = reader.Geometry().usable;
+    std::vector<bool> pointed(usable);
+    for (const std::uint32_t offset : BTreePage(page, number, reader.Geometry()).CellOffsets())
+        pointed[offset] = true;
+
     std::vector<CardCell> cards;
-    std::uint32_t free = 0;
-    for (const std::uint32_t offset : offsets) {
-        if (offset < free)
-            continue; // inside the cell before
-        const auto card = ReadCardCell(reader, page, number, offset);
+    std::uint32_t pointedEnd = 0;
+    for (std::uint32_t offset = number == 1 ? 108 : 8; offset < usable; ++offset) {
+        if (!MayBegin(page, offset))
+            continue;
+        auto card = ReadCardCell(reader, page, number, offset);
         if (!card)
             continue;
-        free = ReadLeafCell(page, reader.Geometry().usable, offset)->end;
+        card->pointed = pointed[offset];
+        card->inside = offset < pointedEnd;
+        if (!card->pointed && !believe(*card))
+            continue;
+        if (card->pointed)
+            pointedEnd = std::max(pointedEnd, card->end);
+        if (!cards.empty() && cards.back().end > offset) {
+            CardCell &before = cards.back();
+            before.end = offset;
+            before.overwritten = true;
+            if (!before.pointed)
+                cards.pop_back(); // only the rest of an older state
+        }
         cards.push_back(*card);
     }
     return cards;
-}
-
-std::vector<CardCell> SearchCards(const PageReader &reader, Bytes page, std::uint32_t number,
-                                  const std::vector<CardCell> &known)
-{
-    const std::uint32_t usable = reader.Geometry().usable;
-    // A known cell is passed over as a whole.
-    std::vector<std::uint32_t> endOfKnown(usable, 0);
-    for (const CardCell &card : known)
-        endOfKnown[card.offset] = ReadLeafCell(page, usable, card.offset)->end;
-    const BTreePage tree(page, number, reader.Geometry());
-    std::uint32_t at = tree.Kind() == PageKind::TableLeaf ? tree.ContentStart() : number == 1 ? 108 : 8;
-    for (const CardCell &card : known)
-        at = std::min(at, card.offset);
-
-    std::vector<CardCell> found;
-    while (at < usable) {
-        if (endOfKnown[at] != 0) {
-            at = endOfKnown[at];
-            continue;
-        }
-        auto card = ReadCardCell(reader, page, number, at);
-        const std::uint32_t end = card ? ReadLeafCell(page, usable, at)->end : at + 1;
-        // What reaches into a known cell is the rest of an older one.
-        const bool overwritten =
-            std::any_of(endOfKnown.begin() + at, endOfKnown.begin() + end, [](std::uint32_t i) { return i != 0; });
-        if (!card || overwritten) {
-            ++at;
-            continue;
-        }
-        card->pointed = false;
-        found.push_back(*card);
-        at = end;
-    }
-    return found;
 }

@@ -21,11 +21,11 @@ struct CardShape
 // Longest possible head of a card's record: its own length and 52 serial types.
 inline constexpr std::uint32_t MaxCardHead = 2 + CardColumnCount * 5;
 
-// Reads the shape from the first bytes of a record of `payload` bytes. Nothing where that is no card: 52 values, each
-// of its column's kind, that fill the record to the last byte.
+// Reads the shape from the first bytes of a record of `payload` bytes. Nothing where that is no card: 52
+// values, each of its column's kind, that fill the record to the last byte.
 std::optional<CardShape> ReadCardShape(Bytes start, std::uint64_t payload);
-// The same question asked of the part in the page only, which may end within the record's head: cheap, and says no
-// to nearly everything that is no card.
+// The same question asked of the part in the page only, which may end within the record's head: cheap, and
+// says no to nearly everything that is no card.
 bool LooksLikeCard(Bytes start, std::uint64_t payload);
 bool IsTextColumn(int column);
 
@@ -38,7 +38,10 @@ struct CardCell
     double number = None, compartment = None, place = None; // FrageNr, FachNr, FachLfdNr; None for null
     std::uint32_t page = 0;                                 // 0: only the engine can read this card
     std::uint32_t offset = 0;                               // of the cell in the page
-    bool pointed = true;    // the page's own pointers lead to it, false where it was found by searching the page
+    std::uint32_t end = 0;    // first byte of the page behind what is left of the cell there
+    bool overwritten = false; // another card begins where this one should go on
+    bool inside = false;      // begins inside a card that a pointer leads to
+    bool pointed = true; // the page's own pointers lead to it, false where it was found by searching the page
     bool reached = false;   // the table's tree leads to the page
     bool confirmed = false; // the index on FrageNr knows this number and row
     bool placed = false;    // the index "BoxKey" knows this place and row
@@ -48,13 +51,12 @@ struct CardCell
 // The card whose cell begins at `offset`; nothing where there is none.
 std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::uint32_t number,
                                      std::uint32_t offset);
-// All cards that the pointers of a table leaf page lead to.
-std::vector<CardCell> PointedCards(const PageReader &reader, Bytes page, std::uint32_t number);
-// All cards in the page that stand on no byte of `known`, searched byte by byte behind its pointers.
-std::vector<CardCell> SearchCards(const PageReader &reader, Bytes page, std::uint32_t number,
-                                  const std::vector<CardCell> &known);
+// All cards of a page, by offset: those that its pointers lead to, and those that begin anywhere else and
+// that `believe` takes for cards. One that begins inside a card has overwritten that card's end.
+std::vector<CardCell> FindCards(const PageReader &reader, Bytes page, std::uint32_t number,
+                                const std::function<bool(const CardCell &)> &believe);
 
-// Visits the overflow pages of a cell in order with the part of the record that each holds. False where the chain
-// breaks, does not end with the record, or `visit` returns false.
+// Visits the overflow pages of a cell in order with the part of the record that each holds. False where the
+// chain breaks, does not end with the record, or `visit` returns false.
 bool WalkOverflow(const PageReader &reader, const LeafCell &cell,
                   const std::function<bool(std::uint32_t page, Bytes part)> &visit);

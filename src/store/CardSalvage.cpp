@@ -16,13 +16,6 @@ namespace {
 
 constexpr int MostNumber = std::numeric_limits<std::int16_t>::max();
 
-// Greater is better: which of two copies of the same row is taken.
-auto CopyRank(const CardPlan &plan)
-{
-    const CardCell &cell = plan.cell;
-    return std::tuple(cell.whole, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
-}
-
 // Greater is better: which of two cards keeps the number that both bear.
 auto NumberRank(const CardPlan &plan)
 {
@@ -33,7 +26,15 @@ auto NumberRank(const CardPlan &plan)
 std::optional<int> Compartment(double value)
 {
     const auto compartment = Whole16(value);
-    return compartment && *compartment >= FachNeu && *compartment <= FachErledigt ? compartment : std::nullopt;
+    return compartment && *compartment >= FachNeu && *compartment <= FachErledigt ? compartment
+                                                                                  : std::nullopt;
+}
+
+// Cards and places are counted from 1; anything below is believed only where an index says the same.
+std::optional<int> Key(double value, bool inIndex)
+{
+    const auto key = Whole16(value);
+    return key && (*key >= 1 || inIndex) ? key : std::nullopt;
 }
 
 void RemarkChange(CardPlan &plan, const QString &text)
@@ -44,9 +45,7 @@ void RemarkChange(CardPlan &plan, const QString &text)
 } // namespace
 
 CardSalvage::CardSalvage(const CardSurvey &survey, EngineReader &engine)
-    : survey_(survey)
-    , engine_(engine)
-    , encoding_(FindEncoding(survey))
+    : survey_(survey), engine_(engine), encoding_(FindEncoding(survey))
 {
     std::vector<CardPlan> candidates;
     std::unordered_set<std::int64_t> rows;
@@ -81,17 +80,15 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
     std::map<int, std::vector<CardPlan>> byNumber;
     std::vector<CardPlan> without;
     for (CardPlan &plan : candidates) {
-        if (const auto number = Whole16(plan.cell.number))
+        if (const auto number = Key(plan.cell.number, plan.cell.confirmed))
             byNumber[*number].push_back(std::move(plan));
         else
             without.push_back(std::move(plan));
     }
     for (auto &[number, plans] : byNumber) {
         // The best copy of every row, then the row that keeps the number.
-        std::sort(plans.begin(), plans.end(), [](const CardPlan &one, const CardPlan &other) {
-            return one.cell.rowid != other.cell.rowid ? one.cell.rowid < other.cell.rowid
-                                                      : CopyRank(one) > CopyRank(other);
-        });
+        if (plans.size() > 1)
+            SortCopies(plans);
         plans.erase(std::unique(plans.begin(), plans.end(),
                                 [](const CardPlan &one, const CardPlan &other) {
                                     return one.cell.rowid == other.cell.rowid;
@@ -103,7 +100,8 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
         plans.front().number = number;
         if (const auto inIndex = numberOfRow(plans.front().cell); inIndex && *inIndex != number)
             plans.front().remarks.push_back(
-                {Remark::Kind::Doubtful, QStringLiteral("der Index nennt die Nummer %1 für sie").arg(*inIndex)});
+                {Remark::Kind::Doubtful,
+                 QStringLiteral("der Index nennt die Nummer %1 für sie").arg(*inIndex)});
         for (std::size_t i = 1; i < plans.size(); ++i)
             if (!SameContent(plans.front(), plans[i]))
                 without.push_back(std::move(plans[i]));
@@ -129,6 +127,33 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
               [](const CardPlan &one, const CardPlan &other) { return one.number < other.number; });
 }
 
+// By row, the best copy of each first.
+void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
+{
+    using Rank = std::tuple<bool, std::ptrdiff_t, bool, bool, bool, std::uint32_t, std::uint32_t>;
+    std::vector<std::pair<Rank, CardPlan>> ranked;
+    for (CardPlan &plan : plans) {
+        const CardCell &cell = plan.cell;
+        const auto card =
+            cell.page == 0 ? engine_.Read(cell.rowid) : DecodeCard(survey_.Read(cell), encoding_);
+        std::ptrdiff_t doubts = 0;
+        if (card) {
+            SalvagedCard checked = *card;
+            CheckContent(checked);
+            doubts = static_cast<std::ptrdiff_t>(checked.remarks.size());
+        }
+        const Rank rank(cell.whole, -doubts, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
+        ranked.emplace_back(rank, std::move(plan));
+    }
+    std::sort(ranked.begin(), ranked.end(), [](const auto &one, const auto &other) {
+        const std::int64_t row = one.second.cell.rowid, otherRow = other.second.cell.rowid;
+        return row != otherRow ? row < otherRow : one.first > other.first;
+    });
+    plans.clear();
+    for (auto &[rank, plan] : ranked)
+        plans.push_back(std::move(plan));
+}
+
 void CardSalvage::GiveFreshNumbers(std::vector<CardPlan> &without)
 {
     std::set<int> taken;
@@ -145,8 +170,10 @@ void CardSalvage::GiveFreshNumbers(std::vector<CardPlan> &without)
         taken.insert(next++);
         while (taken.contains(next))
             ++next;
-        const QString old = std::isnan(plan.cell.number) ? QString() : QStringLiteral(" (%1)").arg(plan.cell.number);
-        RemarkChange(plan, QStringLiteral("Nummer%1 war unbrauchbar oder schon vergeben, neu vergeben").arg(old));
+        const QString old =
+            std::isnan(plan.cell.number) ? QString() : QStringLiteral(" (%1)").arg(plan.cell.number);
+        RemarkChange(plan,
+                     QStringLiteral("Nummer%1 war unbrauchbar oder schon vergeben, neu vergeben").arg(old));
         plans_.push_back(std::move(plan));
     }
 }
@@ -158,10 +185,10 @@ bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
     const CardBytes first = survey_.Read(one.cell), second = survey_.Read(other.cell);
     // Behind the keys, which may have changed, all values are the same.
     constexpr std::size_t firstValue = 3;
-    return one.cell.whole && other.cell.whole
-        && std::equal(first.shape.types.begin() + firstValue, first.shape.types.end(),
-                      second.shape.types.begin() + firstValue)
-        && std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[firstValue]),
+    return one.cell.whole && other.cell.whole &&
+           std::equal(first.shape.types.begin() + firstValue, first.shape.types.end(),
+                      second.shape.types.begin() + firstValue) &&
+           std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[firstValue]),
                       first.bytes.end(),
                       second.bytes.begin() + static_cast<std::ptrdiff_t>(second.shape.offsets[firstValue]),
                       second.bytes.end());
@@ -170,11 +197,10 @@ bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
 void CardSalvage::GivePlaces()
 {
     const auto &known = survey_.Trees().Places();
-    using Key = std::pair<int, int>;
-    std::map<Key, CardPlan *> taken;
+    std::map<std::pair<int, int>, CardPlan *> taken; // by compartment and place
     std::vector<CardPlan *> toBack;
     const auto demand = [&](CardPlan &plan) {
-        const auto [owner, isNew] = taken.try_emplace(Key(plan.compartment, plan.place), &plan);
+        const auto [owner, isNew] = taken.try_emplace({plan.compartment, plan.place}, &plan);
         if (isNew)
             return;
         // plans_ runs by number, so the owner's number is the lower one
@@ -183,7 +209,7 @@ void CardSalvage::GivePlaces()
     };
     for (CardPlan &plan : plans_) {
         auto compartment = Compartment(plan.cell.compartment);
-        auto place = Whole16(plan.cell.place);
+        auto place = Key(plan.cell.place, plan.cell.placed);
         if (!compartment || !place) {
             const auto entry = known.find(plan.cell.rowid);
             const auto known1 = entry == known.end() ? std::nullopt : Compartment(entry->second.compartment);
@@ -208,11 +234,13 @@ void CardSalvage::GivePlaces()
               [](const CardPlan *one, const CardPlan *other) { return one->number < other->number; });
     std::array<int, FachAnzahl> last{};
     for (const auto &[key, plan] : taken)
-        last[static_cast<std::size_t>(key.first)] = std::max(last[static_cast<std::size_t>(key.first)], key.second);
+        last[static_cast<std::size_t>(key.first)] =
+            std::max(last[static_cast<std::size_t>(key.first)], key.second);
     for (CardPlan *plan : toBack) {
         plan->place = ++last[static_cast<std::size_t>(plan->compartment)];
-        RemarkChange(*plan, QStringLiteral("Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach %1")
-                                .arg(plan->compartment));
+        RemarkChange(*plan,
+                     QStringLiteral("Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach %1")
+                         .arg(plan->compartment));
     }
     for (int compartment = 0; compartment < FachAnzahl; ++compartment)
         if (last[static_cast<std::size_t>(compartment)] > MostNumber)

@@ -22,11 +22,11 @@ struct CardPlan
 
 // Decides which of the found cards go into the repaired file, and under which keys.
 //
-// Of several copies of one row the best is taken: whole before broken, then the one that the table's tree leads to.
-// Two different cards with one FrageNr come from a damaged number: the one that the index knows keeps it, else the
-// newer one; the other gets the number that the index knows for its row, else a new one. Two cards on one place of a
-// compartment: the one that the index knows there stays, else the one with the lower number; the other goes to the
-// compartment's back.
+// Of several copies of one row the best is taken: whole before broken, then the one whose content looks
+// right, then the one that the table's tree leads to. Two different cards with one FrageNr come from a
+// damaged number: the one that the index knows keeps it, else the newer one; the other gets the number that
+// the index knows for its row, else a new one. Two cards on one place of a compartment: the one that the
+// index knows there stays, else the one with the lower number; the other goes to the compartment's back.
 class CardSalvage
 {
 public:
@@ -34,6 +34,7 @@ public:
 
     // In order of FrageNr.
     const std::vector<CardPlan> &Cards() const { return plans_; }
+
     // Cards whose record is not broken.
     int WholeCards() const;
     // The values of a planned card under its keys, with all remarks; nothing where no text of it is left.
@@ -46,6 +47,7 @@ private:
     void GiveFreshNumbers(std::vector<CardPlan> &without);
     void GivePlaces();
     void CloseUp(int compartment);
+    void SortCopies(std::vector<CardPlan> &plans) const;
     bool SameContent(const CardPlan &one, const CardPlan &other) const;
 
     const CardSurvey &survey_;

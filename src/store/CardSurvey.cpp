@@ -3,6 +3,7 @@
 #include "CardSurvey.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -16,21 +17,70 @@ constexpr std::size_t longestRecord = 64'000'000;
 } // namespace
 
 CardSurvey::CardSurvey(const PageReader &reader)
-    : reader_(reader)
-    , trees_(reader)
-    , claims_(reader.PageCount() + 1)
+    : reader_(reader), trees_(reader), claims_(reader.PageCount() + 1), claimedEnds_(reader.PageCount() + 1)
+{
+    std::vector<CardCell> inLeaves, elsewhere;
+    for (const bool leaves : {true, false}) {
+        std::vector<CardCell> &found = leaves ? inLeaves : elsewhere;
+        for (std::uint32_t number = 1; number <= reader_.PageCount() && found.size() < mostCards; ++number) {
+            const bool isLeaf = trees_.Kind(number) == PageKind::TableLeaf;
+            if (isLeaf != leaves || trees_.InOther(number) || (!isLeaf && trees_.IsSound(number)))
+                continue;
+            const std::vector<CardCell> cards = FindIn(number);
+            found.insert(found.end(), cards.begin(), cards.end());
+        }
+        if (leaves)
+            othersAreStale_ = IndexProves(found) || TableProves(found);
+        Take(found);
+    }
+}
+
+// A leaf page whose header was damaged, or which was written in parts, holds cards that no pointer leads to.
+// They may also stand where a sound page has a card's text, or where another card claims a part of its own;
+// but in what such a page does not use there may be a card that was deleted.
+std::vector<CardCell> CardSurvey::FindIn(std::uint32_t number) const
 {
     std::vector<std::uint8_t> buffer;
-    for (std::uint32_t number = 1; number <= reader_.PageCount(); ++number) {
-        if (trees_.Kind(number) != PageKind::TableLeaf || trees_.InOther(number))
-            continue;
-        const Bytes page = reader_.Read(number, buffer);
-        const std::vector<CardCell> pointed = PointedCards(reader_, page, number);
-        AddCards(pointed);
-        if (!trees_.IsSound(number))
-            AddCards(SearchCards(reader_, page, number, pointed));
-    }
-    SearchUnclaimedPages();
+    const Bytes page = reader_.Read(number, buffer);
+    if (AllZero(page))
+        return {};
+    const bool usedWhole = !trees_.IsSound(number) && claims_[number] == 0;
+    std::vector<CardCell> cards = FindCards(reader_, page, number, [&](CardCell card) {
+        CompareWithIndexes(card);
+        return card.confirmed || usedWhole || card.inside || card.offset < claimedEnds_[number];
+    });
+    for (CardCell &card : cards)
+        CompareWithIndexes(card);
+    return cards;
+}
+
+void CardSurvey::CompareWithIndexes(CardCell &card) const
+{
+    const auto number = trees_.Numbers().find(card.rowid);
+    const auto place = trees_.Places().find(card.rowid);
+    card.reached = trees_.InTable(card.page);
+    card.confirmed = number != trees_.Numbers().end() && number->second == card.number;
+    card.placed = place != trees_.Places().end() && place->second.compartment == card.compartment &&
+                  place->second.place == card.place;
+}
+
+bool CardSurvey::IndexProves(const std::vector<CardCell> &found) const
+{
+    return trees_.NumbersWhole() && std::all_of(found.begin(), found.end(), [](const CardCell &card) {
+               return !card.reached || !card.pointed || card.confirmed;
+           });
+}
+
+bool CardSurvey::TableProves(const std::vector<CardCell> &found) const
+{
+    if (!trees_.TableWhole())
+        return false;
+    std::unordered_set<std::int64_t> rows;
+    for (const CardCell &card : found)
+        if (card.reached)
+            rows.insert(card.rowid);
+    return std::all_of(trees_.Numbers().begin(), trees_.Numbers().end(),
+                       [&](const auto &entry) { return rows.contains(entry.first); });
 }
 
 bool CardSurvey::MayVisit(std::uint32_t page) const
@@ -39,45 +89,25 @@ bool CardSurvey::MayVisit(std::uint32_t page) const
     return !(trees_.IsSound(page) && trees_.Kind(page) == PageKind::TableLeaf) && claims_[page] < mostClaims;
 }
 
-void CardSurvey::AddCards(const std::vector<CardCell> &found)
+void CardSurvey::Take(const std::vector<CardCell> &found)
 {
     std::vector<std::uint8_t> buffer;
     for (CardCell card : found) {
-        if (cards_.size() >= mostCards)
-            return;
-        const auto number = trees_.Numbers().find(card.rowid);
-        const auto place = trees_.Places().find(card.rowid);
-        card.reached = trees_.InTable(card.page);
-        card.confirmed = number != trees_.Numbers().end() && number->second == card.number;
-        card.placed = place != trees_.Places().end() && place->second.compartment == card.compartment
-            && place->second.place == card.place;
-        const bool provedStale = trees_.IsFree(card.page) || trees_.TableWhole() || trees_.NumbersWhole();
-        if (!card.confirmed && !(card.reached && card.pointed) && provedStale)
+        const bool stale = othersAreStale_ || trees_.IsFree(card.page);
+        if (!card.confirmed && !(card.reached && card.pointed) && stale)
             continue;
-
-        const auto cell = ReadLeafCell(reader_.Read(card.page, buffer), reader_.Geometry().usable, card.offset);
-        card.whole = cell->end <= reader_.Present(card.page)
-            && WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes) {
+        const auto cell =
+            ReadLeafCell(reader_.Read(card.page, buffer), reader_.Geometry().usable, card.offset);
+        card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
+                     WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
                          if (!MayVisit(page))
                              return false;
                          ++claims_[page];
+                         claimedEnds_[page] =
+                             std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));
                          return true;
                      });
         cards_.push_back(card);
-    }
-}
-
-// A leaf page whose type was damaged is none of the known kinds any more, nor a part of any card.
-void CardSurvey::SearchUnclaimedPages()
-{
-    std::vector<std::uint8_t> buffer;
-    for (std::uint32_t number = 1; number <= reader_.PageCount(); ++number) {
-        if (trees_.Kind(number) == PageKind::TableLeaf || trees_.IsSound(number) || claims_[number] != 0
-            || trees_.InOther(number))
-            continue;
-        const Bytes page = reader_.Read(number, buffer);
-        if (!AllZero(page))
-            AddCards(SearchCards(reader_, page, number, {}));
     }
 }
 
@@ -86,16 +116,17 @@ CardBytes CardSurvey::Read(const CardCell &card) const
     std::vector<std::uint8_t> buffer;
     const Bytes page = reader_.Read(card.page, buffer);
     const auto cell = ReadLeafCell(page, reader_.Geometry().usable, card.offset);
-    const Bytes local = page.subspan(cell->local,
-                                     std::min(cell->localSize, reader_.Present(card.page) - cell->local));
+    const std::uint32_t localEnd =
+        std::min({cell->local + cell->localSize, card.end, reader_.Present(card.page)});
+    const Bytes local = page.subspan(cell->local, localEnd - std::min(localEnd, cell->local));
     CardBytes record;
     record.bytes.assign(local.begin(), local.end());
     if (local.size() == cell->localSize)
         WalkOverflow(reader_, *cell, [&](std::uint32_t number, Bytes part) {
             // Where the chain is broken somewhere, a page that another card claims too is that card's.
             const bool foreign = !card.whole && claims_[number] > 1;
-            if (foreign || (trees_.IsSound(number) && trees_.Kind(number) == PageKind::TableLeaf)
-                || record.bytes.size() > longestRecord)
+            if (foreign || (trees_.IsSound(number) && trees_.Kind(number) == PageKind::TableLeaf) ||
+                record.bytes.size() > longestRecord)
                 return false;
             record.bytes.insert(record.bytes.end(), part.begin(), part.end());
             return true;

@@ -24,13 +24,14 @@ int CountRound(void *rounds)
 class RoundLimit
 {
 public:
-    explicit RoundLimit(SQLite::Database &database)
-        : handle_(database.getHandle())
+    explicit RoundLimit(SQLite::Database &database) : handle_(database.getHandle())
     {
         sqlite3_progress_handler(handle_, 10'000, CountRound, &rounds_);
     }
+
     RoundLimit(const RoundLimit &) = delete;
     RoundLimit &operator=(const RoundLimit &) = delete;
+
     ~RoundLimit() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
 
 private:
@@ -53,7 +54,8 @@ SalvagedCard::Value ValueOf(const SQLite::Column &column, bool isText)
 EngineReader::EngineReader(const QString &path)
 {
     try {
-        database_ = std::make_unique<SQLite::Database>(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
+        database_ =
+            std::make_unique<SQLite::Database>(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
         sqlite3 *handle = database_->getHandle();
         sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -82,10 +84,11 @@ void EngineReader::PrepareReading()
         if (column < 0)
             continue;
         columns_[static_cast<std::size_t>(column)] = count++;
-        sql += std::string(sql.empty() ? "" : ",") + '"' + CardColumns()[static_cast<std::size_t>(column)].name + '"';
+        sql += std::string(sql.empty() ? "" : ",") + '"' +
+               CardColumns()[static_cast<std::size_t>(column)].name + '"';
     }
-    row_ = std::make_unique<SQLite::Statement>(*database_,
-                                               "SELECT " + sql + " FROM Lernkarten NOT INDEXED WHERE rowid=?");
+    row_ = std::make_unique<SQLite::Statement>(*database_, "SELECT " + sql +
+                                                               " FROM Lernkarten NOT INDEXED WHERE rowid=?");
 }
 
 void EngineReader::ReadRows(const char *order)
@@ -95,10 +98,10 @@ void EngineReader::ReadRows(const char *order)
         known.insert(card.rowid);
     try {
         const RoundLimit limit(*database_);
-        SQLite::Statement rows(*database_,
-                               std::string("SELECT rowid,\"FrageNr\",\"FachNr\",\"FachLfdNr\" FROM Lernkarten "
-                                           "NOT INDEXED ORDER BY rowid ")
-                                   + order);
+        SQLite::Statement rows(
+            *database_, std::string("SELECT rowid,\"FrageNr\",\"FachNr\",\"FachLfdNr\" FROM Lernkarten "
+                                    "NOT INDEXED ORDER BY rowid ") +
+                            order);
         while (rows.executeStep() && cards_.size() < mostRows) {
             CardCell card;
             card.rowid = rows.getColumn(0).getInt64();

@@ -12,17 +12,19 @@
 #include <optional>
 #include <vector>
 
-// The cards that the database engine itself still reads out of a damaged file: from the front until it meets the
-// damage and from the back until it meets it again. It can read tables that are laid out otherwise than ours.
+// The cards that the database engine itself still reads out of a damaged file: from the front until it meets
+// the damage and from the back until it meets it again. It can read tables that are laid out otherwise than
+// ours.
 class EngineReader
 {
 public:
-    // Works on a copy: what the engine holds for an unfinished transaction is rolled back in the file at `path`.
-    // Never throws; a file that the engine refuses has no cards.
+    // Works on a copy: what the engine holds for an unfinished transaction is rolled back in the file at
+    // `path`. Never throws; a file that the engine refuses has no cards.
     explicit EngineReader(const QString &path);
 
     // Rows that have a usable key, `page` 0.
     const std::vector<CardCell> &Cards() const { return cards_; }
+
     std::optional<SalvagedCard> Read(std::int64_t rowid);
     // Does the engine find no fault in the file at all?
     bool FindsNoFault();

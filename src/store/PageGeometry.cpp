@@ -21,7 +21,8 @@ bool IsPageSize(std::uint32_t size)
 }
 
 // Counts the cells of a leaf page that look like cards, should this be one.
-std::uint64_t CountCards(Bytes bytes, std::uint32_t number, const PageGeometry &geometry, std::uint64_t pageCount)
+std::uint64_t CountCards(Bytes bytes, std::uint32_t number, const PageGeometry &geometry,
+                         std::uint64_t pageCount)
 {
     const BTreePage page(bytes, number, geometry);
     if (page.Kind() != PageKind::TableLeaf)
@@ -32,8 +33,9 @@ std::uint64_t CountCards(Bytes bytes, std::uint32_t number, const PageGeometry &
     offsets.resize(std::min<std::size_t>(offsets.size(), geometry.usable / CardColumnCount));
     for (const std::uint32_t offset : offsets) {
         const auto cell = ReadLeafCell(bytes, geometry.usable, offset);
-        if (cell && (cell->localSize == cell->payload || (cell->overflow > 1 && cell->overflow <= pageCount))
-            && LooksLikeCard(bytes.subspan(cell->local, cell->localSize), cell->payload))
+        if (cell &&
+            (cell->localSize == cell->payload || (cell->overflow > 1 && cell->overflow <= pageCount)) &&
+            LooksLikeCard(bytes.subspan(cell->local, cell->localSize), cell->payload))
             ++cards;
     }
     return cards;

@@ -6,7 +6,6 @@
 #include <bit>
 #include <cerrno>
 #include <cmath>
-
 #include <unistd.h>
 
 std::uint32_t Big16(Bytes bytes, std::size_t at)
@@ -101,13 +100,11 @@ std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, st
 }
 
 PageReader::PageReader(int file, std::int64_t size, PageGeometry geometry)
-    : file_(file)
-    , size_(size)
-    , geometry_(geometry)
+    : file_(file), size_(size), geometry_(geometry)
 {
     constexpr std::int64_t mostPages = 0xFFFFFFFE;
-    pageCount_ = static_cast<std::uint32_t>(
-        std::min((size + geometry.pageSize - 1) / geometry.pageSize, mostPages));
+    pageCount_ =
+        static_cast<std::uint32_t>(std::min((size + geometry.pageSize - 1) / geometry.pageSize, mostPages));
 }
 
 std::uint32_t PageReader::Present(std::uint32_t number) const
@@ -119,7 +116,8 @@ std::uint32_t PageReader::Present(std::uint32_t number) const
 Bytes PageReader::Read(std::uint32_t number, std::vector<std::uint8_t> &buffer) const
 {
     buffer.resize(geometry_.pageSize);
-    ReadTolerant(file_, static_cast<std::int64_t>(number - 1) * geometry_.pageSize, buffer.data(), buffer.size());
+    ReadTolerant(file_, static_cast<std::int64_t>(number - 1) * geometry_.pageSize, buffer.data(),
+                 buffer.size());
     return buffer;
 }
 
@@ -158,9 +156,7 @@ std::optional<LeafCell> ReadLeafCell(Bytes page, std::uint32_t usable, std::uint
 }
 
 BTreePage::BTreePage(Bytes bytes, std::uint32_t number, const PageGeometry &geometry)
-    : bytes_(bytes.first(geometry.usable))
-    , usable_(geometry.usable)
-    , header_(number == 1 ? 100 : 0)
+    : bytes_(bytes.first(geometry.usable)), usable_(geometry.usable), header_(number == 1 ? 100 : 0)
 {
     switch (const std::uint8_t type = bytes_[header_]) {
     case 2:

@@ -9,7 +9,8 @@
 #include <vector>
 
 // The file format of SQLite, read without the engine: numbers, pages and the cells of b-tree pages, as
-// https://www.sqlite.org/fileformat2.html describes them. Nothing here trusts the file: every offset is checked.
+// https://www.sqlite.org/fileformat2.html describes them. Nothing here trusts the file: every offset is
+// checked.
 
 using Bytes = std::span<const std::uint8_t>;
 
@@ -24,7 +25,8 @@ std::uint32_t Big32(Bytes bytes, std::size_t at);
 std::uint32_t ReadVarint(Bytes bytes, std::size_t at, std::uint64_t &value);
 bool AllZero(Bytes bytes);
 
-// The number that a record's value with this serial type stands for; nothing for null, texts and not-a-number.
+// The number that a record's value with this serial type stands for; nothing for null, texts and
+// not-a-number.
 std::optional<double> RecordNumber(std::uint64_t serialType, Bytes value);
 bool IsNumberType(std::uint64_t serialType);
 bool IsTextType(std::uint64_t serialType);
@@ -44,12 +46,17 @@ public:
     // `file` is a descriptor that must stay open; `size` is the file's length in bytes.
     PageReader(int file, std::int64_t size, PageGeometry geometry);
 
-    // Page `number`, counted from 1, into `buffer`. What the file lacks or the disk does not give reads as zeros.
+    // Page `number`, counted from 1, into `buffer`. What the file lacks or the disk does not give reads as
+    // zeros.
     Bytes Read(std::uint32_t number, std::vector<std::uint8_t> &buffer) const;
+
     std::uint32_t PageCount() const { return pageCount_; }
+
     const PageGeometry &Geometry() const { return geometry_; }
+
     // Bytes of the page that the file has; less than a page only at the end of a file that was cut.
     std::uint32_t Present(std::uint32_t number) const;
+
     // Can `number` be a page other than the first?
     bool IsInner(std::uint32_t number) const { return number > 1 && number <= pageCount_; }
 
@@ -60,8 +67,8 @@ private:
     std::uint32_t pageCount_;
 };
 
-// Reads up to `wanted` bytes at `offset`; blocks that the disk does not give become zeros. Returns the bytes that
-// are in the file there.
+// Reads up to `wanted` bytes at `offset`; blocks that the disk does not give become zeros. Returns the bytes
+// that are in the file there.
 std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, std::size_t wanted);
 
 // A row of a table as its leaf page holds it.
@@ -78,7 +85,8 @@ struct LeafCell
 // The cell at `at` of a table leaf page; nothing where no cell can be there.
 std::optional<LeafCell> ReadLeafCell(Bytes page, std::uint32_t usable, std::uint32_t at);
 
-enum class PageKind : std::uint8_t {
+enum class PageKind : std::uint8_t
+{
     Other = 0,
     IndexInterior = 2,
     TableInterior = 5,
@@ -94,15 +102,21 @@ public:
     BTreePage(Bytes bytes, std::uint32_t number, const PageGeometry &geometry);
 
     PageKind Kind() const { return kind_; }
+
     bool IsInterior() const { return kind_ == PageKind::TableInterior || kind_ == PageKind::IndexInterior; }
-    // Where the cells that the page points to begin, in the page's order; pointers that lead nowhere are left out.
+
+    // Where the cells that the page points to begin, in the page's order; pointers that lead nowhere are left
+    // out.
     std::vector<std::uint32_t> CellOffsets() const;
+
     std::uint32_t CellCount() const { return cellCount_; }
+
     // Where the cells' area begins; the end of the pointers where the header says nothing sensible.
     std::uint32_t ContentStart() const;
     // Length of the cell at `at`, 0 where there can be none.
     std::uint32_t CellSize(std::uint32_t at) const;
-    // Does every byte of the cells' area belong to one cell, free block or fragment, as in a page that is whole?
+    // Does every byte of the cells' area belong to one cell, free block or fragment, as in a page that is
+    // whole?
     bool IsSound() const;
     // Pages that an interior page points to.
     std::vector<std::uint32_t> Children() const;
@@ -111,6 +125,7 @@ public:
 
 private:
     std::uint32_t PointersStart() const { return header_ + (IsInterior() ? 12 : 8); }
+
     std::uint32_t IndexLocalSize(std::uint64_t payload) const;
     std::optional<std::uint64_t> FreeBytes() const;
 

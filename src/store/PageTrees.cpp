@@ -65,18 +65,19 @@ std::vector<double> IndexNumbers(Bytes record)
 
 bool IsNamed(const RecordValue &value, const char *name)
 {
-    return value.bytes.size() == std::strlen(name)
-        && qstrnicmp(reinterpret_cast<const char *>(value.bytes.data()), name, value.bytes.size()) == 0;
+    return value.bytes.size() == std::strlen(name) &&
+           qstrnicmp(reinterpret_cast<const char *>(value.bytes.data()), name, value.bytes.size()) == 0;
 }
 
 } // namespace
 
 PageTrees::PageTrees(const PageReader &reader)
-    : reader_(reader)
-    , kinds_(reader.PageCount() + 1, PageKind::Other)
-    , owner_(reader.PageCount() + 1, Owner::None)
-    , sound_(reader.PageCount() + 1)
-    , free_(reader.PageCount() + 1)
+    : reader_(reader),
+      kinds_(reader.PageCount() + 1, PageKind::Other),
+      owner_(reader.PageCount() + 1, Owner::None),
+      sound_(reader.PageCount() + 1),
+      wiped_(reader.PageCount() + 1),
+      free_(reader.PageCount() + 1)
 {
     ClassifyPages();
     ReadFreeList();
@@ -103,8 +104,10 @@ void PageTrees::ClassifyPages()
 {
     std::vector<std::uint8_t> buffer;
     for (std::uint32_t number = 1; number <= reader_.PageCount(); ++number) {
-        const BTreePage page(reader_.Read(number, buffer), number, reader_.Geometry());
+        const Bytes bytes = reader_.Read(number, buffer);
+        const BTreePage page(bytes, number, reader_.Geometry());
         kinds_[number] = page.Kind();
+        wiped_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
     }
 }
@@ -117,6 +120,7 @@ void PageTrees::ReadFreeList()
     const Bytes header = reader_.Read(1, buffer);
     if (std::memcmp(header.data(), "SQLite format 3", 16) != 0)
         return;
+    std::uint32_t wiped = 0;
     std::uint32_t trunk = Big32(header, 32);
     while (reader_.IsInner(trunk) && !free_[trunk]) {
         free_[trunk] = true;
@@ -124,11 +128,17 @@ void PageTrees::ReadFreeList()
         const std::uint32_t count = std::min(Big32(page, 4), reader_.Geometry().usable / 4 - 2);
         for (std::uint32_t i = 0; i < count; ++i) {
             const std::uint32_t leaf = Big32(page, 8 + std::size_t{4} * i);
-            if (reader_.IsInner(leaf))
-                free_[leaf] = true;
+            if (!reader_.IsInner(leaf) || free_[leaf])
+                continue;
+            free_[leaf] = true;
+            wiped += wiped_[leaf] ? 1 : 0;
         }
         trunk = Big32(page, 0);
     }
+    // Where the engine wipes what it frees, a listed page with content is in use and the list is out of date.
+    // No page becomes all zeros otherwise.
+    if (wiped > 0)
+        free_.assign(free_.size(), false);
 }
 
 std::vector<PageTrees::SchemaRow> PageTrees::ReadSchema() const
@@ -154,8 +164,8 @@ std::vector<PageTrees::SchemaRow> PageTrees::ReadSchema() const
         for (const std::uint32_t offset : page.CellOffsets()) {
             const auto cell = ReadLeafCell(bytes, reader_.Geometry().usable, offset);
             // type, name, table name and root page; the SQL text behind them may go on elsewhere
-            const auto values =
-                cell ? FirstValues(bytes.subspan(cell->local, cell->localSize), 4) : std::vector<RecordValue>();
+            const auto values = cell ? FirstValues(bytes.subspan(cell->local, cell->localSize), 4)
+                                     : std::vector<RecordValue>();
             if (values.empty())
                 continue;
             const double root = RecordNumber(values[3].type, values[3].bytes).value_or(0);
@@ -184,8 +194,8 @@ bool PageTrees::WalkTree(std::uint32_t root, Owner owner, PageKind leaf)
     while (!open.empty()) {
         const std::uint32_t number = open.back();
         open.pop_back();
-        if (!reader_.IsInner(number) || owner_[number] != Owner::None
-            || (kinds_[number] != leaf && kinds_[number] != interior)) {
+        if (!reader_.IsInner(number) || owner_[number] != Owner::None ||
+            (kinds_[number] != leaf && kinds_[number] != interior)) {
             whole = false;
             continue;
         }
@@ -207,7 +217,8 @@ void PageTrees::ReadIndexes()
             continue;
         // A page that no tree leads to may be of the index whose tree is broken, but not a free one.
         const bool inIndex = owner_[number] == Owner::NumberIndex || owner_[number] == Owner::PlaceIndex;
-        const bool mayBe = owner_[number] == Owner::None && !free_[number] && !(numbersWhole_ && placesWhole_);
+        const bool mayBe =
+            owner_[number] == Owner::None && !free_[number] && !(numbersWhole_ && placesWhole_);
         if (inIndex || mayBe)
             ReadIndexPage(BTreePage(reader_.Read(number, buffer), number, reader_.Geometry()));
     }
@@ -217,7 +228,8 @@ void PageTrees::ReadIndexPage(const BTreePage &page)
 {
     for (const std::uint32_t offset : page.CellOffsets()) {
         const std::vector<double> values = IndexNumbers(page.IndexRecord(offset));
-        if (values.size() < 2 || std::abs(values.back()) > 0x1p62 || values.back() != std::floor(values.back()))
+        if (values.size() < 2 || std::abs(values.back()) > 0x1p62 ||
+            values.back() != std::floor(values.back()))
             continue;
         const auto row = static_cast<std::int64_t>(values.back());
         if (values.size() == 2 && numbers_.size() < mostEntries)

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-// What the trees, the schema and the free list of a damaged database file still tell: which pages belong to the
-// cards, which are free, and which numbers and places the two indexes know.
+// What the trees, the schema and the free list of a damaged database file still tell: which pages belong to
+// the cards, which are free, and which numbers and places the two indexes know.
 class PageTrees
 {
 public:
@@ -19,14 +19,20 @@ public:
 
     // Does the table's tree lead to this page?
     bool InTable(std::uint32_t page) const { return owner_[page] == Owner::Table; }
+
     // Does the page belong to something else that the schema names?
     bool InOther(std::uint32_t page) const { return owner_[page] == Owner::Other; }
+
     bool IsFree(std::uint32_t page) const { return free_[page]; }
+
     // Is the page a b-tree page without a fault?
     bool IsSound(std::uint32_t page) const { return sound_[page]; }
+
     PageKind Kind(std::uint32_t page) const { return kinds_[page]; }
+
     // Is the whole tree of the table without a fault, so that a page it does not lead to holds no card?
     bool TableWhole() const { return tableWhole_; }
+
     // Is the whole index on "FrageNr" without a fault, so that a card it does not know was deleted?
     bool NumbersWhole() const { return numbersWhole_; }
 
@@ -35,12 +41,21 @@ public:
         double compartment = 0;
         double place = 0;
     };
+
     // By the card's row: its FrageNr, and its FachNr and FachLfdNr.
     const std::unordered_map<std::int64_t, double> &Numbers() const { return numbers_; }
+
     const std::unordered_map<std::int64_t, Place> &Places() const { return places_; }
 
 private:
-    enum class Owner : std::uint8_t { None, Table, Other, NumberIndex, PlaceIndex };
+    enum class Owner : std::uint8_t
+    {
+        None,
+        Table,
+        Other,
+        NumberIndex,
+        PlaceIndex
+    };
 
     struct SchemaRow
     {
@@ -59,7 +74,7 @@ private:
     const PageReader &reader_;
     std::vector<PageKind> kinds_;
     std::vector<Owner> owner_;
-    std::vector<bool> sound_, free_;
+    std::vector<bool> sound_, wiped_, free_;
     bool tableWhole_ = false, numbersWhole_ = false, placesWhole_ = false;
     std::unordered_map<std::int64_t, double> numbers_;
     std::unordered_map<std::int64_t, Place> places_;

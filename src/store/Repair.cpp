@@ -21,14 +21,15 @@
 
 namespace {
 
-// Everything that reads one state of the damaged file, held together because each part refers to the one before.
+// Everything that reads one state of the damaged file, held together because each part refers to the one
+// before.
 struct Reading
 {
     Reading(int file, std::int64_t size, EngineReader &engine)
-        : reader(file, size, FindGeometry(file, size))
-        , survey(reader)
-        , salvage(survey, engine)
-    {}
+        : reader(file, size, FindGeometry(file, size)), survey(reader), salvage(survey, engine)
+    {
+    }
+
     PageReader reader;
     CardSurvey survey;
     CardSalvage salvage;
@@ -77,13 +78,15 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
         report.AddLost(number);
     transaction.commit();
     if (cards > 0 && database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
-        throw StoreError(Fehler::Beschaedigt, QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+        throw StoreError(Fehler::Beschaedigt,
+                         QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
     return cards;
 }
 
 [[noreturn]] void ThrowNothingToSave(const QString &path)
 {
-    throw StoreError(Fehler::Beschaedigt, QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
+    throw StoreError(Fehler::Beschaedigt,
+                     QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
 }
 
 } // namespace
@@ -121,7 +124,8 @@ RepairResult RepairDatabase(const QString &path)
     }
     if (cards == 0)
         ThrowNothingToSave(path);
-    files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(), QDateTime::currentDateTime()));
+    files.WriteReport(
+        report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(), QDateTime::currentDateTime()));
     files.Swap();
     return {cards, files.AsidePath(), files.ReportPath()};
 }

@@ -18,6 +18,6 @@ struct RepairResult
 // untouched. The file must not be open in this program.
 RepairResult RepairDatabase(const QString &path);
 
-// Clears what a repair of this file left when the program was killed in it. Only for the program that holds the
-// file's lock: another one may be repairing it right now. Never throws.
+// Clears what a repair of this file left when the program was killed in it. Only for the program that holds
+// the file's lock: another one may be repairing it right now. Never throws.
 void RemoveRepairLeftovers(const QString &path);

@@ -11,11 +11,10 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <vector>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -32,8 +31,9 @@ QString WorkDirectory(const QString &path)
                          QStringLiteral("Die Datei „%1“ wurde nicht gefunden.").arg(path));
     case ENOSPC:
     case EDQUOT:
-        throw StoreError(Fehler::DatentraegerVoll,
-                         QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
+        throw StoreError(
+            Fehler::DatentraegerVoll,
+            QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
     case EACCES:
     case EPERM:
     case EROFS:
@@ -82,7 +82,12 @@ std::int64_t SizeOf(const FileHandle &file, const QString &path)
     return info.st_size;
 }
 
-// Copies whole and durably; blocks that the disk does not give are zeros in the copy.
+void Sync(const QString &path)
+{
+    Check(fsync(Open(path, O_RDONLY).Get()) == 0, path);
+}
+
+// Blocks that the disk does not give are zeros in the copy.
 void CopyFile(const FileHandle &from, const QString &to)
 {
     const FileHandle target = Open(to, O_WRONLY | O_CREAT | O_EXCL);
@@ -95,7 +100,6 @@ void CopyFile(const FileHandle &from, const QString &to)
         WriteAll(target, Bytes(block).first(got), to);
         at += static_cast<std::int64_t>(got);
     }
-    Check(fsync(target.Get()) == 0, to);
 }
 
 void Rename(const QString &from, const QString &to)
@@ -121,8 +125,7 @@ QString BesideName(const QString &path, const QString &suffix)
     return info.dir().filePath(name + suffix);
 }
 
-RepairFiles::RepairFiles(const QString &path)
-    : path_(QFileInfo(path).canonicalFilePath())
+RepairFiles::RepairFiles(const QString &path) : path_(QFileInfo(path).canonicalFilePath())
 {
     if (path_.isEmpty())
         ThrowFileError(ENOENT, path);
@@ -154,11 +157,12 @@ void RepairFiles::Lock()
     struct stat info = {};
     Check(fstat(file, &info) == 0, path_);
     if (!S_ISREG(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
     size_ = info.st_size;
 
-    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other program;
-    // the lock belongs to this descriptor, so that closing another one does not drop it.
+    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other
+    // program; the lock belongs to this descriptor, so that closing another one does not drop it.
     struct flock lock = {};
     lock.l_type = static_cast<short>(writable ? F_WRLCK : F_RDLCK);
     lock.l_whence = SEEK_SET;
@@ -206,8 +210,10 @@ void RepairFiles::WriteReport(const QByteArray &text) const
 {
     const QString path = work_ + QStringLiteral("/bericht.txt");
     const FileHandle file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
-    WriteAll(file, {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
-             path);
+    WriteAll(
+        file,
+        {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
+        path);
     Check(fsync(file.Get()) == 0, path);
 }
 
@@ -217,6 +223,7 @@ void RepairFiles::KeepAside(const QString &from, const QString &to) const
         return;
     Check(errno != EEXIST, to);
     CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to); // a file system without hard links
+    Sync(to);
 }
 
 void RepairFiles::SyncDirectory() const
@@ -251,8 +258,9 @@ void RepairFiles::Swap() const
         throw;
     }
     if (HasCompanions()) {
-        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal may
-        // go, and no moment is left in which a kill would apply the journal to the new file or lose it.
+        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal
+        // may go, and no moment is left in which a kill would apply the journal to the new file or lose it.
+        Sync(CopyPath());
         Rename(CopyPath(), path_);
         SyncDirectory();
         for (const QString &suffix : companions_)

@@ -14,17 +14,17 @@ class FileHandle
 {
 public:
     FileHandle() = default;
-    explicit FileHandle(int file)
-        : file_(file)
-    {}
-    FileHandle(FileHandle &&other) noexcept
-        : file_(std::exchange(other.file_, -1))
-    {}
+
+    explicit FileHandle(int file) : file_(file) {}
+
+    FileHandle(FileHandle &&other) noexcept : file_(std::exchange(other.file_, -1)) {}
+
     FileHandle &operator=(FileHandle &&other) noexcept
     {
         std::swap(file_, other.file_);
         return *this;
     }
+
     FileHandle(const FileHandle &) = delete;
     FileHandle &operator=(const FileHandle &) = delete;
     ~FileHandle();
@@ -38,8 +38,8 @@ private:
 // The files around a repair: the damaged one, locked against other programs as long as this object lives, the
 // directory in which the work is done, and the names that the results get. All methods throw StoreError.
 //
-// At every moment either the damaged file or the repaired one stands whole at its path, together with what belongs
-// to it; a kill leaves at most the working directory, which RemoveRepairLeftovers() clears.
+// At every moment either the damaged file or the repaired one stands whole at its path, together with what
+// belongs to it; a kill leaves at most the working directory, which RemoveRepairLeftovers() clears.
 class RepairFiles
 {
 public:
@@ -50,9 +50,12 @@ public:
     ~RepairFiles();
 
     int Damaged() const { return damaged_.Get(); }
+
     std::int64_t Size() const { return size_; }
+
     // The file's real path: a repair goes through a symbolic link.
     const QString &Path() const { return path_; }
+
     // Is there a journal of an unfinished transaction, or a log, beside the damaged file?
     bool HasCompanions() const { return !companions_.isEmpty(); }
 
@@ -64,7 +67,9 @@ public:
 
     // The names that the damaged file and the report will have, chosen once.
     const QString &AsidePath() const { return aside_; }
+
     const QString &ReportPath() const { return report_; }
+
     // Keeps the damaged file with its companions under its own name and lets the new file take its place.
     void Swap() const;
 
@@ -82,5 +87,6 @@ private:
     QStringList companions_; // suffixes of the engine's files that stand beside the damaged one
 };
 
-// `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before it.
+// `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before
+// it.
 QString BesideName(const QString &path, const QString &suffix);

@@ -59,7 +59,8 @@ QByteArray RepairReport::Text(const QString &path, const QString &damagedName, c
         QStringLiteral("  zweifelhafter Inhalt:  %1").arg(Cards(remarks_[1].size())),
         QStringLiteral("  neu eingeordnet:       %1").arg(Cards(remarks_[2].size())),
         QStringLiteral("Nicht gerettet:          %1")
-            .arg(lost_.empty() ? QStringLiteral("keine Karte bekannt") : Cards(static_cast<qsizetype>(lost_.size()))),
+            .arg(lost_.empty() ? QStringLiteral("keine Karte bekannt")
+                               : Cards(static_cast<qsizetype>(lost_.size()))),
     };
     if (journalUsed_)
         lines << QString()

@@ -15,8 +15,10 @@ class RepairReport
 {
 public:
     void AddCard(const SalvagedCard &card);
+
     // A card that is known to have been in the file and of which nothing readable is left.
     void AddLost(int number) { lost_.push_back(number); }
+
     void SetJournalUsed() { journalUsed_ = true; }
 
     // In UTF-8.

@@ -43,8 +43,8 @@ QByteArray TextInUtf8(Bytes bytes, TextEncoding encoding)
     return text.toUtf8();
 }
 
-// Do the braces of an RTF text close?
-bool RtfCloses(const QByteArray &text)
+// Do the braces of an RTF text close, with nothing but white space behind?
+bool RtfCloses(QByteArrayView text)
 {
     qint64 depth = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -53,7 +53,8 @@ bool RtfCloses(const QByteArray &text)
         else if (text[i] == '{')
             ++depth;
         else if (text[i] == '}' && --depth == 0)
-            return true;
+            return std::all_of(text.begin() + i + 1, text.end(),
+                               [](char c) { return c == ' ' || c == '\r' || c == '\n'; });
     }
     return false;
 }
@@ -132,9 +133,13 @@ void CheckContent(SalvagedCard &card)
                                      .startsWith("TEXT(");
             if (!text->isValidUtf8())
                 doubt(QStringLiteral(" enthält unlesbare Zeichen"));
-            else if (text->contains('\0'))
+            // Some writers end an RTF text with a zero; anywhere else a zero stands for something lost.
+            const bool isRtf = text->startsWith("{\\rtf");
+            const QByteArrayView body =
+                isRtf && text->endsWith('\0') ? QByteArrayView(*text).chopped(1) : *text;
+            if (body.contains('\0'))
                 doubt(QStringLiteral(" enthält Nullzeichen"));
-            if (text->startsWith("{\\rtf") && !RtfCloses(*text))
+            if (isRtf && !RtfCloses(body))
                 doubt(QStringLiteral(" ist kein geschlossener RTF-Text"));
             if (isShort && text->size() > MaxTextLength && QString::fromUtf8(*text).size() > MaxTextLength)
                 doubt(QStringLiteral(" ist länger als %1 Zeichen").arg(MaxTextLength));

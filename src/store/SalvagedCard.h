@@ -13,12 +13,18 @@
 #include <variant>
 #include <vector>
 
-enum class TextEncoding : std::uint8_t { Utf8, Utf16LittleEndian, Utf16BigEndian };
+enum class TextEncoding : std::uint8_t
+{
+    Utf8,
+    Utf16LittleEndian,
+    Utf16BigEndian
+};
 
 // What is told of a saved card in the report.
 struct Remark
 {
-    enum class Kind : std::uint8_t {
+    enum class Kind : std::uint8_t
+    {
         Incomplete, // a part of the card could not be read
         Doubtful,   // kept as it was read, but it does not look right
         Changed     // a key was unusable and got another value
@@ -41,8 +47,8 @@ struct SalvagedCard
     bool HasText() const;
 };
 
-// Takes the values out of a record. A text that breaks off is kept up to there; what lies behind the break is null;
-// both are remarked.
+// Takes the values out of a record. A text that breaks off is kept up to there; what lies behind the break is
+// null; both are remarked.
 SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding);
 // Adds remarks on content that does not look right, and sets numbers to 0 that the program could not read.
 void CheckContent(SalvagedCard &card);

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardFileCheck.h"
+
+#include "CardFile.h"
+#include "DamageLab.h"
+#include "StoreError.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+
+using Damage = std::function<void(QByteArray &bytes, const Box &box)>;
+
+Q_DECLARE_METATYPE(Damage)
+
+// Damage that a file can have without the engine's noticing when it opens it.
+class CardFileCheckTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> directory_;
+    Box box_;
+
+    QString Path() const { return directory_->filePath(QStringLiteral("Kasten.pzb")); }
+
+private slots:
+
+    void initTestCase()
+    {
+        directory_ = std::make_unique<QTemporaryDir>();
+        box_ = MakeBox(directory_->path(), {.cards = 1000});
+    }
+
+    void SoundFilePasses()
+    {
+        WriteFile(Path(), box_.bytes);
+        CardFile file(Path());
+        CheckCardFile(file.Database());
+        // The lock was not lost on the way.
+        QCOMPARE(file.Database().execAndGet("SELECT count(*) FROM Lernkarten").getInt(), box_.cards.size());
+    }
+
+    void DamageIsFound_data()
+    {
+        QTest::addColumn<Damage>("damage");
+        const auto wipe = [](int page) {
+            return [page](QByteArray &bytes, const Box &box) {
+                bytes.replace(qint64(page - 1) * box.pageSize, box.pageSize, QByteArray(box.pageSize, '\0'));
+            };
+        };
+        QTest::newRow("a leaf of the table is gone") << Damage(wipe(box_.tableLeaves[100]));
+        QTest::newRow("a page of an index is gone") << Damage(wipe(box_.indexPages.last()));
+        const auto longCard = std::max_element(box_.cards.begin(), box_.cards.end(),
+                                               [](const CardTruth &one, const CardTruth &other) {
+                                                   return one.extents.size() < other.extents.size();
+                                               });
+        QVERIFY(longCard->extents.size() > 2);
+        QTest::newRow("a page of a text is gone")
+            << Damage(wipe(static_cast<int>(longCard->extents[1].from / box_.pageSize) + 1));
+        QTest::newRow("the free list names a page in use") << Damage([](QByteArray &bytes, const Box &box) {
+            const int trunk = box.tableLeaves[5];
+            for (int i = 0; i < 4; ++i)
+                bytes[32 + i] = static_cast<char>(trunk >> (24 - 8 * i));
+        });
+        QTest::newRow("an index contradicts the table") << Damage([](QByteArray &bytes, const Box &box) {
+            const auto leaf = std::find_if(box.indexPages.begin(), box.indexPages.end(), [&](int page) {
+                return bytes[qint64(page - 1) * box.pageSize] == '\x0A';
+            });
+            QVERIFY(leaf != box.indexPages.end());
+            // The first cell: its length in one byte, and as its last value the row, which becomes another
+            // one.
+            const qint64 page = qint64(*leaf - 1) * box.pageSize;
+            const qint64 cell =
+                page + static_cast<quint8>(bytes[page + 8]) * 256 + static_cast<quint8>(bytes[page + 9]);
+            const qint64 last = cell + bytes[cell];
+            bytes[last] = static_cast<char>(bytes[last] ^ 1);
+        });
+    }
+
+    void DamageIsFound()
+    {
+        QFETCH(Damage, damage);
+        QByteArray bytes = box_.bytes;
+        damage(bytes, box_);
+        QVERIFY(bytes != box_.bytes);
+        WriteFile(Path(), bytes);
+        CardFile file(Path());
+        try {
+            CheckCardFile(file.Database());
+            QFAIL("found nothing");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::Beschaedigt);
+            QVERIFY(error.Text().contains(Path()));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(CardFileCheckTest)
+#include "CardFileCheckTest.moc"

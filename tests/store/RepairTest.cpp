@@ -1,0 +1,505 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Repair.h"
+
+#include "CardFile.h"
+#include "CardStore.h"
+#include "DamageLab.h"
+#include "StoreError.h"
+#include "StoreTestSupport.h"
+
+#include <QDir>
+#include <QTest>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// Length of the engine's variable-length number at `at`.
+int VarintLength(const QByteArray &bytes, qint64 at)
+{
+    int length = 1;
+    while (length < 9 && (static_cast<quint8>(bytes[at + length - 1]) & 0x80U) != 0)
+        ++length;
+    return length;
+}
+
+// Where the first value of the card's record, its FrageNr, stands in the file.
+qint64 FirstValue(const QByteArray &bytes, const CardTruth &card)
+{
+    qint64 at = card.extents.first().from;
+    at += VarintLength(bytes, at);
+    at += VarintLength(bytes, at);
+    return at + bytes[at]; // the head's length fits into one byte here
+}
+
+QList<CardRecord> SomeCards(int count)
+{
+    QList<CardRecord> cards;
+    for (int number = 1; number <= count; ++number)
+        cards << MakeCard(number, number % 7, number);
+    return cards;
+}
+
+} // namespace
+
+class RepairTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> directory_;
+
+    QString Path(const QString &name = QStringLiteral("Kasten.pzb")) const
+    {
+        return directory_->filePath(name);
+    }
+
+    void Sql(const std::string &sql)
+    {
+        SQLite::Database database(Path().toStdString(), SQLite::OPEN_READWRITE);
+        database.exec(sql);
+    }
+
+    // Makes the file unusable without touching a card.
+    void DestroyFirstPage()
+    {
+        QByteArray bytes = ReadFile(Path());
+        bytes.replace(0, 4096, QByteArray(4096, '\x55'));
+        WriteFile(Path(), bytes);
+    }
+
+    QString Report(const RepairResult &result) { return QString::fromUtf8(ReadFile(result.report)); }
+
+    // The cards of the file at Path() by their number.
+    QMap<int, CardRecord> Cards()
+    {
+        QMap<int, CardRecord> cards;
+        for (const CardRecord &card : ReadCards(Path()))
+            cards[static_cast<int>(card.FrageNr)] = card;
+        return cards;
+    }
+
+private slots:
+
+    void init() { directory_ = std::make_unique<QTemporaryDir>(); }
+
+    void SoundFileComesBackAsItWas()
+    {
+        const QList<CardRecord> cards = SomeCards(50);
+        MakeCardFile(Path(), cards);
+        const QList<CardRecord> before = ReadCards(Path());
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 50);
+        QCOMPARE(ReadCards(Path()), before);
+        QVERIFY(Report(result).contains(QStringLiteral("ohne Beanstandung:     50 Karten")));
+    }
+
+    void EveryPageSizeIsReadWithoutHeader_data()
+    {
+        QTest::addColumn<int>("pageSize");
+        for (int pageSize = 512; pageSize <= 65536; pageSize *= 2)
+            QTest::addRow("%d bytes", pageSize) << pageSize;
+    }
+
+    void EveryPageSizeIsReadWithoutHeader()
+    {
+        QFETCH(int, pageSize);
+        const Box box = MakeBox(directory_->path(), {.cards = 300, .pageSize = pageSize});
+        QCOMPARE(box.pageSize, pageSize);
+        QByteArray bytes = box.bytes;
+        bytes.replace(0, pageSize, QByteArray(pageSize, '\0'));
+        WriteFile(Path(), bytes);
+        RepairDatabase(Path());
+        const auto found = ReadDigests(Path());
+        QCOMPARE(found.size(), box.cards.size());
+        for (const CardTruth &card : box.cards)
+            QCOMPARE(found.value(card.marker), card.digest);
+    }
+
+    void DamagedNumberIsTakenFromTheIndex()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const CardTruth &hit = box.cards[220], &victim = box.cards[180];
+        QVERIFY(hit.number > 127 && victim.number > 127); // both numbers take two bytes
+        QByteArray bytes = box.bytes;
+        // The damaged card says that it has another one's number.
+        bytes.replace(FirstValue(bytes, hit), 2, bytes.mid(FirstValue(bytes, victim), 2));
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
+        const auto found = ReadDigests(Path());
+        QCOMPARE(found.value(victim.marker), victim.digest);
+        QCOMPARE(found.value(hit.marker), hit.digest);
+        QVERIFY(Report(result).contains(QStringLiteral("kommt aus dem Index")));
+    }
+
+    void TwoCardsWithOneNumberAreBothKept()
+    {
+        MakeCardFile(Path(), SomeCards(20));
+        Sql("DROP INDEX FrageNr; UPDATE Lernkarten SET FrageNr=5 WHERE FrageNr=12");
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 20);
+        const auto cards = Cards();
+        QCOMPARE(cards[5].Frage, QStringLiteral("Frage 12")); // the newer row
+        QCOMPARE(cards[21].Frage, QStringLiteral("Frage 5"));
+        QVERIFY(Report(result).contains(QStringLiteral("Karte 21 („Frage 5“): Nummer (5) war unbrauchbar")));
+    }
+
+    void OneCardInTwoRowsIsKeptOnce()
+    {
+        MakeCardFile(Path(), SomeCards(20));
+        Sql("DROP INDEX FrageNr; DROP INDEX BoxKey; INSERT INTO Lernkarten SELECT * FROM Lernkarten WHERE "
+            "FrageNr=7");
+        QCOMPARE(RepairDatabase(Path()).cards, 20);
+        QCOMPARE(Cards()[7].Frage, QStringLiteral("Frage 7"));
+    }
+
+    void TwoCardsOnOnePlaceSendTheLaterToTheBack()
+    {
+        MakeCardFile(Path(), SomeCards(30));
+        Sql("DROP INDEX BoxKey; UPDATE Lernkarten SET FachNr=3, FachLfdNr=3 WHERE FrageNr=8");
+        const RepairResult result = RepairDatabase(Path());
+        const auto cards = Cards();
+        QCOMPARE(cards.size(), 30);
+        QCOMPARE(cards[3].FachLfdNr, 3.0);
+        QCOMPARE(cards[8].FachNr, 3.0);
+        QCOMPARE(cards[8].FachLfdNr, 25.0); // behind 24, the last one there
+        QVERIFY(Report(result).contains(QStringLiteral("liegt jetzt hinten in Fach 3")));
+    }
+
+    void FullCompartmentIsClosedUp()
+    {
+        MakeCardFile(Path(), SomeCards(30));
+        Sql("DROP INDEX BoxKey; UPDATE Lernkarten SET FachLfdNr=32767 WHERE FrageNr IN (24, 10)");
+        RepairDatabase(Path());
+        const auto cards = Cards();
+        QList<int> numbers;
+        for (const CardRecord &card : ReadCards(Path()))
+            if (card.FachNr == 3)
+                numbers << static_cast<int>(card.FrageNr);
+        QCOMPARE(numbers, (QList<int>{3, 17, 10, 24}));
+        QCOMPARE(cards[24].FachLfdNr, 4.0);
+    }
+
+    void UnusableKeysAreMendedAndNamed()
+    {
+        MakeCardFile(Path(), SomeCards(30));
+        Sql("DROP INDEX BoxKey; DROP INDEX FrageNr;"
+            "UPDATE Lernkarten SET FachNr=9 WHERE FrageNr=1; UPDATE Lernkarten SET FachNr=NULL WHERE "
+            "FrageNr=2;"
+            "UPDATE Lernkarten SET FachLfdNr=1e300 WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET FrageNr=2.5 WHERE FrageNr=4; UPDATE Lernkarten SET FrageNr=NULL WHERE "
+            "FrageNr=5;"
+            "UPDATE Lernkarten SET FachNr=2.5 WHERE FrageNr=6; UPDATE Lernkarten SET Picturewidth=99999 "
+            "WHERE FrageNr=7");
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 30);
+        const auto cards = Cards();
+        for (const int number : {1, 2, 6})
+            QCOMPARE(cards[number].FachNr, 0.0);
+        QCOMPARE(cards[3].FachNr, 3.0);
+        QCOMPARE(cards[3].FachLfdNr, 25.0);
+        QCOMPARE(cards[7].Picturewidth, 0.0);
+        QVERIFY(!cards.contains(4) && !cards.contains(5));
+        QCOMPARE(QSet<QString>({cards[31].Frage, cards[32].Frage}),
+                 QSet<QString>({QStringLiteral("Frage 4"), QStringLiteral("Frage 5")}));
+        const QString report = Report(result);
+        QVERIFY(report.contains(
+            QStringLiteral("Karte 1 („Frage 1“): Fach war unbrauchbar, liegt jetzt in „Neu“")));
+        QVERIFY(report.contains(QStringLiteral("Picturewidth hatte den unbrauchbaren Wert 99999")));
+    }
+
+    void DoubtfulContentIsKeptAndNamed()
+    {
+        MakeCardFile(Path(), SomeCards(10));
+        Sql("UPDATE Lernkarten SET Antwort_1=CAST(x'4142C3FF43' AS TEXT) WHERE FrageNr=1;"
+            "UPDATE Lernkarten SET Frage='{\\rtf1 offen {' WHERE FrageNr=2;"
+            "UPDATE Lernkarten SET Frage='{\\rtf1 zu \\} }'||char(13,10) WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET Picture_1_Name=replace(hex(zeroblob(200)),'0','ü') WHERE FrageNr=4");
+        DestroyFirstPage();
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 10);
+        SQLite::Database database(Path().toStdString(), SQLite::OPEN_READONLY);
+        QCOMPARE(database.execAndGet("SELECT hex(Antwort_1) FROM Lernkarten WHERE FrageNr=1").getString(),
+                 std::string("4142C3FF43"));
+        QCOMPARE(
+            database.execAndGet("SELECT length(Picture_1_Name) FROM Lernkarten WHERE FrageNr=4").getInt(),
+            400);
+        const QString report = Report(result);
+        QVERIFY(report.contains(QStringLiteral("Karte 1 („Frage 1“): Antwort 1 enthält unlesbare Zeichen")));
+        QVERIFY(report.contains(QStringLiteral("Frage ist kein geschlossener RTF-Text")));
+        QVERIFY(!report.contains(QStringLiteral("Karte 3")));
+        QVERIFY(report.contains(QStringLiteral("Picture 1 Name ist länger als 250 Zeichen")));
+        QVERIFY(report.contains(QStringLiteral("zweifelhafter Inhalt:  3 Karten")));
+    }
+
+    void BrokenChainKeepsWhatStandsBeforeTheBreak()
+    {
+        CardRecord longCard = MakeCard(4, 1, 40);
+        longCard.Antwort_1 = QStringLiteral("größer ").repeated(3000);
+        longCard.Antwort_1_Klartext = QStringLiteral("Ende ").repeated(1000);
+        MakeCardFile(Path(), {MakeCard(1, 0, 1), longCard, MakeCard(9, 0, 2)});
+        QByteArray bytes = ReadFile(Path());
+        const qint64 page = bytes.lastIndexOf("größer") / 4096;
+        bytes.replace(page * 4096, 4096, QByteArray(4096, '\0'));
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 3);
+        const CardRecord card = Cards()[4];
+        QCOMPARE(card.Frage, longCard.Frage);
+        QVERIFY(card.Antwort_1.size() > 5000 && card.Antwort_1.size() < longCard.Antwort_1.size());
+        QVERIFY(longCard.Antwort_1.startsWith(card.Antwort_1));
+        QCOMPARE(card.Antwort_1_Klartext, QString());
+        const QString report = Report(result);
+        QVERIFY(report.contains(QStringLiteral("lückenhaft:            1 Karte\n")));
+        QVERIFY(report.contains(
+            QStringLiteral("Karte 4 („Frage 4“): Antwort 1 bricht ab; Antwort 1 Klartext fehlt")));
+    }
+
+    void LostCardsAreNamedFromTheIndex()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        QByteArray bytes = box.bytes;
+        const qint64 page = box.cards[100].extents.first().from / 4096;
+        bytes.replace(page * 4096, 4096, QByteArray(4096, '\0'));
+        QStringList lost;
+        for (const CardTruth &card : box.cards)
+            if (card.extents.first().from / 4096 == page)
+                lost << QString::number(card.number);
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size() - lost.size());
+        QVERIFY(Report(result).contains(QStringLiteral("nur noch die Nummer bekannt: ") +
+                                        lost.join(QStringLiteral(", ")) + u'\n'));
+    }
+
+    void DeletedCardsStayDeletedWhereTheEngineDidNotWipe()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 1000, .secureDelete = false});
+        QVERIFY(std::any_of(box.deletedMarkers.begin(), box.deletedMarkers.end(),
+                            [&](const QByteArray &marker) { return box.bytes.contains(marker); }));
+        const auto damage = [&](int kind, QByteArray &bytes) {
+            const QList<int> pages = kind == 0   ? box.tableInteriors
+                                     : kind == 1 ? box.indexPages
+                                     : kind == 2 ? box.tableLeaves.mid(10, 3)
+                                                 : QList<int>();
+            for (const int page : pages)
+                bytes.replace(qint64(page - 1) * 4096, 8, QByteArray(8, '\x77'));
+            if (kind == 3)
+                bytes.replace(32, 8, QByteArray(8, '\0')); // the free list
+        };
+        for (int kind = 0; kind < 4; ++kind) {
+            QByteArray bytes = box.bytes;
+            damage(kind, bytes);
+            WriteFile(Path(), bytes);
+            RepairDatabase(Path());
+            const auto found = ReadDigests(Path());
+            QCOMPARE(found.size(), box.cards.size());
+            for (const CardTruth &card : box.cards)
+                QCOMPARE(found.value(card.marker), card.digest);
+        }
+    }
+
+    void AnotherTableOfTheSameShapeIsNoCardTable()
+    {
+        MakeCardFile(Path(), SomeCards(200));
+        Sql("CREATE TABLE Sicherung AS SELECT * FROM Lernkarten;"
+            "UPDATE Sicherung SET Frage='alt'; DELETE FROM Lernkarten WHERE FrageNr > 150; DROP INDEX "
+            "BoxKey");
+        RepairDatabase(Path());
+        const auto cards = Cards();
+        QCOMPARE(cards.size(), 150);
+        QCOMPARE(cards[7].Frage, QStringLiteral("Frage 7"));
+    }
+
+    void TableLaidOutOtherwiseIsReadThroughTheEngine()
+    {
+        MakeCardFile(Path(), SomeCards(100));
+        Sql("ALTER TABLE Lernkarten ADD COLUMN Zusatz TEXT; UPDATE Lernkarten SET Zusatz='x'; DROP INDEX "
+            "FrageNr");
+        QCOMPARE(RepairDatabase(Path()).cards, 100);
+        QCOMPARE(Cards()[42].Antwort_1_Klartext, QStringLiteral("Antwort 42"));
+    }
+
+    void TextsInUtf16AreRead_data()
+    {
+        QTest::addColumn<QString>("encoding");
+        QTest::newRow("little endian") << QStringLiteral("UTF-16le");
+        QTest::newRow("big endian") << QStringLiteral("UTF-16be");
+    }
+
+    void TextsInUtf16AreRead()
+    {
+        QFETCH(QString, encoding);
+        MakeCardFile(Path(), SomeCards(50));
+        const QList<CardRecord> before = ReadCards(Path());
+        // A database keeps its encoding: the rows are carried over into another one.
+        SQLite::Database to(Path(QStringLiteral("anders.pzb")).toStdString(),
+                            SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        to.exec("PRAGMA encoding='" + encoding.toStdString() + "'");
+        {
+            SQLite::Database from(Path().toStdString(), SQLite::OPEN_READONLY);
+            to.exec(from.execAndGet("SELECT sql FROM sqlite_schema WHERE type='table'").getString());
+            SQLite::Statement rows(from, "SELECT * FROM Lernkarten");
+            SQLite::Statement insert(to, "INSERT INTO Lernkarten VALUES(" +
+                                             QStringLiteral("?,").repeated(51).toStdString() + "?)");
+            SQLite::Transaction transaction(to);
+            while (rows.executeStep()) {
+                for (int i = 0; i < CardColumnCount; ++i)
+                    if (rows.getColumn(i).isText())
+                        insert.bind(i + 1, rows.getColumn(i).getString());
+                    else if (!rows.getColumn(i).isNull())
+                        insert.bind(i + 1, rows.getColumn(i).getDouble());
+                insert.exec();
+                insert.reset();
+                insert.clearBindings();
+            }
+            transaction.commit();
+        }
+        QFile::remove(Path());
+        QVERIFY(QFile::copy(Path(QStringLiteral("anders.pzb")), Path()));
+        DestroyFirstPage();
+        QCOMPARE(RepairDatabase(Path()).cards, 50);
+        QCOMPARE(ReadCards(Path()), before);
+    }
+
+    void SecondRepairTakesNewNames()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const RepairResult first = RepairDatabase(Path()), second = RepairDatabase(Path());
+        QCOMPARE(QFileInfo(first.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt"));
+        QCOMPARE(QFileInfo(second.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
+        QCOMPARE(QFileInfo(second.report).fileName(), QStringLiteral("Kasten.pzb.Reparatur-2.txt"));
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 5);
+    }
+
+    void LongNameAndSymbolicLinkAreFollowed()
+    {
+        const QString real = Path(QStringLiteral("ü").repeated(117) + QStringLiteral(".pzb"));
+        MakeCardFile(real, SomeCards(5));
+        QVERIFY(QFile::link(real, Path()));
+        const RepairResult result = RepairDatabase(Path());
+        QVERIFY(QFileInfo(Path()).isSymLink());
+        QVERIFY(!QFileInfo(real).isSymLink());
+        QVERIFY(QFile::exists(result.damagedFile));
+        QVERIFY(result.damagedFile.endsWith(QStringLiteral(".beschädigt")));
+        QCOMPARE(ReadCards(Path()).size(), 5);
+    }
+
+    void FileInUseIsRefused()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const CardFile open(Path());
+        try {
+            RepairDatabase(Path());
+            QFAIL("repaired a file in use");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::Gesperrt);
+        }
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+    }
+
+    void MissingFileIsNamed()
+    {
+        try {
+            RepairDatabase(Path());
+            QFAIL("repaired nothing");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::KarteiNichtGefunden);
+            QVERIFY(error.Text().contains(Path()));
+        }
+    }
+
+    void PermissionsAreKept()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const auto mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(Path(), mode));
+        RepairDatabase(Path());
+        QCOMPARE(QFile::permissions(Path()) & ~(QFile::ReadUser | QFile::WriteUser), mode);
+    }
+
+    // A forged journal that takes everything away must not win over the cards that are there.
+    void JournalThatTakesEverythingAwayIsNotBelieved()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        QByteArray journal = amid.journal;
+        journal.replace(16, 4, QByteArray::fromHex("00000002")); // pages that the file had before
+        WriteFile(Path(), box.bytes);
+        WriteFile(Path() + QStringLiteral("-journal"), journal);
+        QCOMPARE(RepairDatabase(Path()).cards, box.cards.size());
+        QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
+    }
+
+    void KillLeavesTheDamagedOrTheRepairedFile()
+    {
+        const bool isShort = qEnvironmentVariableIntValue("PAUKFIX_SHORT_TESTS") != 0;
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        QElapsedTimer timer;
+        timer.start();
+        const auto lay = [&] {
+            const QDir directory(directory_->path());
+            for (const QString &name : directory.entryList(QDir::Files))
+                QFile::remove(directory.filePath(name));
+            WriteFile(Path(), amid.bytes);
+            WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+        };
+        lay();
+        RepairDatabase(Path());
+        const qint64 whole = timer.nsecsElapsed() / 1000;
+        Random random(5);
+        int killed = 0;
+        for (int run = 0; run < (isShort ? 10 : 60); ++run) {
+            lay();
+            const pid_t child = fork();
+            if (child == 0) {
+                RepairDatabase(Path());
+                _exit(0);
+            }
+            usleep(static_cast<useconds_t>(Pick(random, whole)));
+            kill(child, SIGKILL);
+            int status = 0;
+            waitpid(child, &status, 0);
+            killed += WIFSIGNALED(status) ? 1 : 0;
+            RemoveRepairLeftovers(Path());
+            QVERIFY(QFile::exists(Path()));
+            QVERIFY(!QFile::exists(Path() + QStringLiteral(".reparatur")));
+            // Whichever file lies there, the engine reads every card out of it.
+            {
+                SQLite::Database database(Path().toStdString(), SQLite::OPEN_READWRITE);
+                QCOMPARE(database.execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
+            }
+            const auto found = ReadDigests(Path());
+            QCOMPARE(found.size(), box.cards.size());
+            for (const CardTruth &card : box.cards)
+                QCOMPARE(found.value(card.marker), card.digest);
+        }
+        QVERIFY(killed > 0);
+    }
+
+    void TheStoreRepairsAndOpens()
+    {
+        MakeCardFile(Path(), SomeCards(20));
+        DestroyFirstPage();
+        TestMeldungen meldungen;
+        meldungen.antworten = {Meldungen::Antwort::Ja};
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        QString name = QStringLiteral("Kasten.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(meldungen.Texte(),
+                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                              QStringLiteral("Datei wurde repariert")}));
+        QVERIFY(store.IsOpen());
+        QCOMPARE(store.HighestCardNumber, qint16(20));
+    }
+};
+
+QTEST_GUILESS_MAIN(RepairTest)
+#include "RepairTest.moc"
