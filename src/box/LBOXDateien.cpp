@@ -156,8 +156,9 @@ bool LBOX::DateiOffenPruefen()
 void LBOX::StandZeigen()
 {
     const bool offen = kartei_.IsOpen();
-    lKartei_->setText(offen ? kartei_.CurrentFileName : QStringLiteral("Keine Kartei geöffnet"));
-    lKartei_->setEnabled(offen && fenster_.KarteiWechseln);
+    lKartei_->setText(offen ? OhneKuerzel(kartei_.CurrentFileName) : QStringLiteral("Keine Kartei geöffnet"));
+    lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
+    karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
     if (!beschaeftigt_) {
         kasten_->SetHinweis(offen || !geladen_
                                 ? QString()

@@ -26,12 +26,14 @@ public:
     QString DateiOeffnen(const DateiDialog &dialog) override
     {
         gefragt.append(dialog);
+        beimFragen();
         return Naechster();
     }
 
     QString DateiSpeichern(const DateiDialog &dialog) override
     {
         gefragt.append(dialog);
+        beimFragen();
         return Naechster();
     }
 
@@ -41,6 +43,7 @@ public:
         return schrift;
     }
 
+    std::function<void()> beimFragen = [] {};
     QList<DateiDialog> gefragt;
     std::deque<QString> pfade;
     Schriftwahl schriftVorgabe;
