@@ -124,6 +124,7 @@ bool LBOX::KarteiOeffnen(const QString &pfad)
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
     auto [verzeichnis, name] = Geteilt(pfad);
     kartei_.KarteiPfad = verzeichnis;
+    lKartei_->setText(QString());
     kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
     kartei_.OpenCardFile(name);
     if (name.isEmpty())
