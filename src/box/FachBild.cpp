@@ -69,7 +69,8 @@ void KaShape::paintEvent(QPaintEvent *)
     const double dicke = KartenDicke * mass;
     // As many edges as there are cards, while they can be told apart.
     const double platz = std::max<double>(breite_, dicke);
-    const int kanten = std::clamp(static_cast<int>((platz - dicke) / (KartenAbstand * mass)) + 1, 1, anzahl_);
+    const double teilung = KartenAbstand * mass;
+    const int kanten = std::clamp(static_cast<int>((platz - dicke) / teilung + 0.5) + 1, 1, anzahl_);
     const double abstand = kanten > 1 ? (platz - dicke) / (kanten - 1) : 0;
     const double rand = height() * 0.045;
     const double spiel = height() * 0.03;

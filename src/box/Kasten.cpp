@@ -96,12 +96,23 @@ void Kasten::Zeigen(const BoxBild &bild)
 
 void Kasten::ZeigenLaufend(const BoxBild &bild)
 {
+    bild_ = bild;
     if (gezeigt_.isValid() && gezeigt_.elapsed() < Bildabstand) {
-        bild_ = bild;
+        // The last one of a run is shown as soon as the event loop comes to it.
+        if (!nachholen_.isActive())
+            nachholen_.start(0, this);
         return;
     }
     Zeigen(bild);
     Malen();
+}
+
+void Kasten::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != nachholen_.timerId())
+        return QWidget::timerEvent(event);
+    nachholen_.stop();
+    Zeigen(bild_);
 }
 
 void Kasten::Malen()

@@ -5,6 +5,7 @@
 #include "BoxRechnung.h"
 #include "KastenMasse.h"
 
+#include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QWidget>
 
@@ -59,6 +60,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     void Anordnen();
@@ -86,5 +88,6 @@ private:
     QLabel *hinweis_ = nullptr;
     QPointF karteVon_; // twips
     QElapsedTimer gezeigt_;
+    QBasicTimer nachholen_;
     bool gemalt_ = false;
 };

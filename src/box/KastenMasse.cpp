@@ -15,7 +15,7 @@ constexpr double Rand = 300;
 constexpr double SchildOben = 430, SchildHoehe = 450;
 constexpr double KastenOben = 330;
 constexpr double FachOben_ = 975;
-constexpr double FachHoeheMin = 1700, FachHoeheSoll = 2350, FachHoeheMax = 3600;
+constexpr double FachHoeheMin = 1700, FachHoeheSoll = 2650, FachHoeheMax = 3600;
 constexpr double Fuss = 840;  // lower wall, which bears the counts
 constexpr double Unten = 330; // below the trays, for their handles
 constexpr double StapelLinks = 7860, StapelBreite = 1060;

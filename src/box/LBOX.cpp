@@ -40,8 +40,12 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     lKartei_->setObjectName(QStringLiteral("LKartei"));
     lKartei_->setAutoRaise(true);
     lKartei_->setToolTip(QStringLiteral("Andere Kartei dieses Ordners laden (Strg+L)"));
-    lKartei_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
-    connect(lKartei_, &QToolButton::clicked, this, [this] { KarteiWechseln_Click(); });
+    karteiWechseln_ = new QAction(this);
+    karteiWechseln_->setObjectName(QStringLiteral("KarteiWechseln"));
+    karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+    addAction(karteiWechseln_);
+    connect(karteiWechseln_, &QAction::triggered, this, [this] { KarteiWechseln_Click(); });
+    connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
     // Without a choice of files the button is a plain label.
     QPalette farben = lKartei_->palette();
     farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));

@@ -93,6 +93,9 @@ private:
     void MSchriftart_Click();
     void MAnimation_Click();
 
+    // A text for menus and buttons, where "&" would underline the next letter.
+    static QString OhneKuerzel(QString text);
+
     // Card files (LBOXDateien.cpp).
     void Form_Load();
     void Mneu_Click();
@@ -133,6 +136,7 @@ private:
     QAction *mStrich_ = nullptr;
     QAction *mAnimation_ = nullptr;
     QAction *mAutoschalter_ = nullptr;
+    QAction *karteiWechseln_ = nullptr;
     QTimer takt_;               // of the automatic mode
     qint64 sekunde_ = 0;        // the clock as it was last noted
     int sekundenwechsel_ = 0;   // since the pause of the automatic mode began

@@ -124,6 +124,7 @@ bool LBOX::KarteiOeffnen(const QString &pfad)
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
     auto [verzeichnis, name] = Geteilt(pfad);
     kartei_.KarteiPfad = verzeichnis;
+    lKartei_->setText(QString());
     kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
     kartei_.OpenCardFile(name);
     if (name.isEmpty())
@@ -156,8 +157,9 @@ bool LBOX::DateiOffenPruefen()
 void LBOX::StandZeigen()
 {
     const bool offen = kartei_.IsOpen();
-    lKartei_->setText(offen ? kartei_.CurrentFileName : QStringLiteral("Keine Kartei geöffnet"));
-    lKartei_->setEnabled(offen && fenster_.KarteiWechseln);
+    lKartei_->setText(offen ? OhneKuerzel(kartei_.CurrentFileName) : QStringLiteral("Keine Kartei geöffnet"));
+    lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
+    karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
     if (!beschaeftigt_) {
         kasten_->SetHinweis(offen || !geladen_
                                 ? QString()

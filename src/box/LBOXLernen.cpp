@@ -52,7 +52,8 @@ void LBOX::Image0_Click(int fach)
 // Asks the current card and does what its answer asks for.
 void LBOX::KarteAbfragen()
 {
-    kasten_->KarteLegen(kartei_.Felder().FrageNr.Text(), kartei_.FlugLinks, kartei_.FlugOben);
+    kasten_->KarteLegen(QString::number(kartei_.Felder().FrageNr.Number()), kartei_.FlugLinks,
+                        kartei_.FlugOben);
     PFUse abfrage({.store = kartei_,
                    .zustand = umgebung_.zustand,
                    .meldungen = meldungen_,

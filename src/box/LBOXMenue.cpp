@@ -12,12 +12,6 @@
 
 namespace {
 
-// "&" would underline the next letter of a menu entry.
-QString OhneKuerzel(QString text)
-{
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
 QFont Font(const Schrift &schrift)
 {
     QFont font(schrift.FontName);
@@ -143,6 +137,11 @@ void LBOX::SetFenster(LBoxFenster fenster)
     for (const FensterVerweis &verweis : verweise_)
         verweis.eintrag->setEnabled(static_cast<bool>(fenster_.*verweis.fenster));
     StandZeigen();
+}
+
+QString LBOX::OhneKuerzel(QString text)
+{
+    return text.replace(u'&', QStringLiteral("&&"));
 }
 
 // After every reading of the configuration.

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "FachBild.h"
+#include "LBOX.h"
+#include "StoreTestSupport.h"
+#include "WuerfelBild.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+// Answers file and font dialogs with what was set, else cancels, and keeps what was asked.
+class TestDialoge final : public Dialoge
+{
+public:
+    QString DateiOeffnen(const DateiDialog &dialog) override
+    {
+        gefragt.append(dialog);
+        beimFragen();
+        return Naechster();
+    }
+
+    QString DateiSpeichern(const DateiDialog &dialog) override
+    {
+        gefragt.append(dialog);
+        beimFragen();
+        return Naechster();
+    }
+
+    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &vorgabe) override
+    {
+        schriftVorgabe = vorgabe;
+        return schrift;
+    }
+
+    std::function<void()> beimFragen = [] {};
+    QList<DateiDialog> gefragt;
+    std::deque<QString> pfade;
+    Schriftwahl schriftVorgabe;
+    std::optional<Schriftwahl> schrift;
+
+private:
+    QString Naechster()
+    {
+        if (pfade.empty())
+            return {};
+        const QString pfad = pfade.front();
+        pfade.pop_front();
+        return pfad;
+    }
+};
+
+// Random numbers that are said beforehand, then 0.
+class TestZufall final : public Zufall
+{
+public:
+    double Rnd() override
+    {
+        if (zahlen.empty())
+            return 0;
+        const double zahl = zahlen.front();
+        zahlen.pop_front();
+        return zahl;
+    }
+
+    void Wuerfe(std::initializer_list<int> augen)
+    {
+        for (const int i : augen)
+            zahlen.push_back((i - 0.5) / 6);
+    }
+
+    std::deque<double> zahlen;
+};
+
+// The real main window on real files, driven by key and mouse.
+class LBoxBuehne
+{
+public:
+    LBoxBuehne()
+    {
+        zuhause = QDir::currentPath();
+        konfig.ProgrammPfad = programm.path();
+        kartei.KarteiPfad = ordner.path();
+        uhr.perSecond = 2;
+        KonfigSchreiben({}, "False");
+    }
+
+    ~LBoxBuehne()
+    {
+        fenster.reset();
+        QDir::setCurrent(zuhause);
+    }
+
+    QString Pfad(const QString &name) const { return ordner.filePath(name); }
+
+    void KonfigSchreiben(const QStringList &dateien, const QString &animation)
+    {
+        QFile datei(programm.filePath("konfig.dat"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        QString text = "[recentfiles]\r\n";
+        for (const QString &name : dateien)
+            text += name + "\r\n";
+        text += "[Font]\r\nFontName=Arial\r\nFontSize=12\r\n[Animation]\r\nAnimation=" + animation + "\r\n";
+        datei.write(text.toLatin1());
+    }
+
+    QString KonfigText() const
+    {
+        QFile datei(programm.filePath("konfig.dat"));
+        return datei.open(QIODevice::ReadOnly) ? QString::fromLatin1(datei.readAll()) : QString();
+    }
+
+    // Shows the window and waits until it has loaded.
+    void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
+    {
+        fenster = std::make_unique<LBOX>(LBoxUmgebung{.kartei = kartei,
+                                                      .zustand = zustand,
+                                                      .konfig = konfig,
+                                                      .meldungen = meldungen,
+                                                      .dialoge = dialoge,
+                                                      .zufall = zufall,
+                                                      .uhr = uhr,
+                                                      .klang = [](const QString &) {},
+                                                      .stille = [] {},
+                                                      .befehlszeile = befehlszeile});
+        fenster->SetFenster(std::move(offen));
+        fenster->show();
+        QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
+        // It reads the configuration after its first painting, and opens what there is to open.
+        QTRY_VERIFY(!konfig.schrift.FontName.isEmpty());
+        QCoreApplication::processEvents();
+    }
+
+    // The window on a card file that holds `karten`.
+    void Oeffnen(const QList<CardRecord> &karten)
+    {
+        MakeCardFile(Pfad("a.pzb"), karten);
+        Zeigen(Pfad("a.pzb"));
+        QCOMPARE(meldungen.Texte(), QStringList());
+        QVERIFY(kartei.IsOpen());
+    }
+
+    // The window on a box with these numbers of cards in compartments 0, 1, 2, ...
+    void OeffnenMit(const QList<int> &anzahl)
+    {
+        QList<CardRecord> karten;
+        int nummer = 1;
+        for (int fach = 0; fach < anzahl.size(); ++fach) {
+            for (int i = 1; i <= anzahl[fach]; ++i)
+                karten << MakeCard(nummer++, fach, i);
+        }
+        Oeffnen(karten);
+    }
+
+    template <typename Teil = QWidget>
+    Teil *Finde(const QString &name) const
+    {
+        auto *teil = dynamic_cast<Teil *>(fenster->findChild<QObject *>(name));
+        if (!teil)
+            qFatal("no %s", qPrintable(name));
+        return teil;
+    }
+
+    QAction *Menue(const QString &name) const { return Finde<QAction>(name); }
+
+    KaShape *Balken(int fach) const { return Finde<KaShape>(QString("KaShape(%1)").arg(fach)); }
+
+    WuerfelBild *Wuerfel() const { return Finde<WuerfelBild>("PicWürfel"); }
+
+    void Klick(const QString &name) const
+    {
+        const QWidget *teil = Finde<>(name);
+        QTest::mouseClick(fenster->windowHandle(), Qt::LeftButton, {},
+                          teil->mapTo(fenster.get(), teil->rect().center()));
+    }
+
+    // Whatever has the focus. A window that has just been closed hands it on with the next events.
+    static QWidget *Fokus()
+    {
+        if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
+            qFatal("nothing has the focus");
+        return QApplication::focusWidget();
+    }
+
+    void Taste(Qt::Key taste, Qt::KeyboardModifiers dazu = Qt::NoModifier) const
+    {
+        QTest::keyClick(Fokus(), taste, dazu);
+    }
+
+    // What the learner does in the next query: `lernen` gets its window when it has become active.
+    void NaechsteAbfrage(std::function<void(QWidget *)> lernen)
+    {
+        auto *warten = new QTimer(fenster.get());
+        QObject::connect(warten, &QTimer::timeout, warten, [this, warten, lernen = std::move(lernen)] {
+            QWidget *abfrage = QApplication::activeModalWidget();
+            if (!abfrage || QApplication::activeWindow() != abfrage || !QApplication::focusWidget())
+                return;
+            warten->deleteLater();
+            warten->stop();
+            const QLabel *nummer = abfrage->findChild<QLabel *>("MaskFrageNr");
+            gefragt << (nummer ? nummer->text() : QString());
+            lernen(abfrage);
+            if (abfrage->isVisible())
+                abfrage->close();
+        });
+        warten->start(1);
+    }
+
+    // The next query is answered by keyboard: right or wrong, Enter, Enter.
+    void NaechsteAntwort(bool richtig)
+    {
+        NaechsteAbfrage([this, richtig](QWidget *) {
+            const QString antwort = richtig ? "Antwort " + gefragt.last() : QString("weiss nicht");
+            QTest::keyClicks(QApplication::focusWidget(), antwort);
+            Taste(Qt::Key_Return);
+            Taste(Qt::Key_Return);
+        });
+    }
+
+    // Presses a key on the main window and answers the query that it opens.
+    void Lernen(Qt::Key taste, bool richtig)
+    {
+        NaechsteAntwort(richtig);
+        Taste(taste);
+    }
+
+    qint16 Anzahl(std::size_t fach) const { return kartei.FachInfo[fach].Anzahl; }
+
+    // What lies on disk: FrageNr by compartment, in box order. Closes the file.
+    QList<QList<int>> Gespeichert()
+    {
+        kartei.CloseCardFile();
+        QList<QList<int>> faecher(7);
+        for (const CardRecord &karte : ReadCards(Pfad("a.pzb")))
+            faecher[int(karte.FachNr)] << int(karte.FrageNr);
+        return faecher;
+    }
+
+    QTemporaryDir ordner, programm;
+    QString zuhause;
+    TestMeldungen meldungen;
+    TestDialoge dialoge;
+    TestZufall zufall;
+    TestUhr uhr;
+    CardStore kartei{meldungen, uhr};
+    BoxZustand zustand;
+    AppConfig konfig{meldungen};
+    std::unique_ptr<LBOX> fenster;
+    QStringList gefragt; // the FrageNr of every query so far
+};

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "LBoxBuehne.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+
+// The menu: its tree letter by letter, which entries can be chosen, the settings that it changes.
+class LBoxMenueTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void TheTreeStandsLetterByLetter()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        const QList<QPair<QString, QStringList>> baum{
+            {"MDatei|Datei",
+             {"Mneu|neu", "Möffnen|öffnen", "MStrich|-", "MDat(1)|", "MDat(2)|", "MDat(3)|", "MDat(4)|",
+              "MDat(5)|", "MS2|-", "MEnde|Ende"}},
+            {"MAuto|Automatik", {"MAutoschalter|einschalten"}},
+            {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart"}},
+            {"Mübersicht|Übersicht", {"Manzeigen|anzeigen"}},
+            {"MExtras|Extras",
+             {"MAscii_Export|ASCII Export", "MAscii_Import|ASCII Import", "Mstrich2|-",
+              "MThema_ausfiltern|Thema ausfiltern", "MKartei_anhängen|Kartei anhängen",
+              "MKartei_spiegeln|Kartei spiegeln", "MAlleNeu|Alle Karten nach Neu",
+              "MErledigtNeu|erledigte Karten nach Neu ", "MStrich3|-", "MAnimation|Animation", "MStrich5|-",
+              "MStatistik|Statistik anzeigen", "Mstrich4|-"}},
+            {"Minfo|Info", {"Müber|über Paukfix"}},
+        };
+        QList<QPair<QString, QStringList>> gefunden;
+        for (const QAction *menue : b.fenster->menuBar()->actions()) {
+            QStringList eintraege;
+            for (const QAction *eintrag : menue->menu()->actions())
+                eintraege << eintrag->objectName() + '|' + (eintrag->isSeparator() ? "-" : eintrag->text());
+            gefunden.append({menue->objectName() + '|' + menue->text(), eintraege});
+        }
+        QCOMPARE(gefunden, baum);
+        QCOMPARE(b.fenster->windowTitle(), QString("Lern-Box"));
+    }
+
+    void EntriesWithoutTheirWindowAreDisabled()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        const QStringList fremde{"MKarten",
+                                 "Manzeigen",
+                                 "MAscii_Export",
+                                 "MAscii_Import",
+                                 "MThema_ausfiltern",
+                                 "MKartei_anhängen",
+                                 "MKartei_spiegeln",
+                                 "MAlleNeu",
+                                 "MErledigtNeu",
+                                 "MStatistik",
+                                 "Müber"};
+        for (const QString &name : fremde)
+            QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
+        for (const QString name : {"Mneu", "Möffnen", "MEnde", "MAutoschalter", "MSchriftart", "MAnimation"})
+            QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
+
+        int geoeffnet = 0;
+        const auto oeffnen = [&] { ++geoeffnet; };
+        b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+        for (const QString &name : fremde)
+            QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
+    }
+
+    void EntriesThatNeedAFileSayThatNoneIsOpen()
+    {
+        LBoxBuehne b;
+        int geoeffnet = 0;
+        const auto oeffnen = [&] { ++geoeffnet; };
+        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                      oeffnen, oeffnen, nullptr, nullptr});
+        for (const QString name : {"MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
+                                   "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu"}) {
+            b.meldungen.gezeigt.clear();
+            b.Menue(name)->trigger();
+            QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});
+            QCOMPARE(b.meldungen.gezeigt[0].titel, QString("Merkkasten"));
+            QCOMPARE(geoeffnet, 0);
+            QCOMPARE(b.kartei.FehlerStatus, Fehler::NichtsOffen);
+        }
+        // These check by themselves, or need none.
+        for (const QString name : {"Manzeigen", "MStatistik", "Müber"})
+            b.Menue(name)->trigger();
+        QCOMPARE(geoeffnet, 3);
+    }
+
+    void EntriesOpenTheirWindowOnAnOpenFile()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        QStringList geoeffnet;
+        LBoxFenster offen;
+        offen.MAscii_Export = [&] { geoeffnet << "Export"; };
+        offen.MAlleNeu = [&] {
+            geoeffnet << "AlleNeu";
+            b.kartei.FachInfo[3].Anzahl = 250; // as a tool that moves cards would
+        };
+        b.fenster->SetFenster(offen);
+        b.Menue("MAscii_Export")->trigger();
+        b.Menue("MAlleNeu")->trigger();
+        QCOMPARE(geoeffnet, (QStringList{"Export", "AlleNeu"}));
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QVERIFY(b.Balken(3)->isVisible());
+        QCOMPARE(b.zustand.VollstesFach, 3);
+    }
+
+    void TheGuardClearsFehlerStatusOnAReadableFile()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        b.kartei.FehlerStatus = 1;
+        QVERIFY(b.fenster->DateiOffenPruefen());
+        QCOMPARE(b.kartei.FehlerStatus, 0);
+        b.kartei.CloseCardFile();
+        QVERIFY(!b.fenster->DateiOffenPruefen());
+        QVERIFY(b.kartei.FehlerStatus > 0);
+    }
+
+    void AnimationFollowsTheConfigurationAndIsStored()
+    {
+        LBoxBuehne b;
+        b.KonfigSchreiben({}, "False");
+        b.Zeigen();
+        QAction *animation = b.Menue("MAnimation");
+        QVERIFY(!animation->isChecked());
+        animation->trigger();
+        QVERIFY(animation->isChecked());
+        QVERIFY(b.KonfigText().contains("[Animation]\r\nAnimation=True\r\n"));
+        animation->trigger();
+        QVERIFY(!animation->isChecked());
+        QVERIFY(b.KonfigText().contains("[Animation]\r\nAnimation=False\r\n"));
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+    }
+
+    void AnimationThatCannotBeStoredHoldsForThisRun()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        QVERIFY(QFile::remove(b.programm.filePath("konfig.dat")));
+        b.Menue("MAnimation")->trigger();
+        QVERIFY(b.Menue("MAnimation")->isChecked());
+        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+        QVERIFY(b.meldungen.Texte()[0].startsWith("Die Einstellung konnte nicht gespeichert werden: "));
+    }
+
+    void TheStandardFontIsOfferedAndStored()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        QFont font("DejaVu Serif");
+        font.setPointSizeF(14);
+        font.setBold(true);
+        font.setUnderline(true);
+        b.dialoge.schrift = Schriftwahl{font, QColor(10, 20, 30)};
+        b.Menue("MSchriftart")->trigger();
+        QCOMPARE(b.dialoge.schriftVorgabe.font.family(), QString("Arial"));
+        QCOMPARE(b.dialoge.schriftVorgabe.font.pointSizeF(), 12.0);
+        QCOMPARE(b.konfig.schrift.FontName, QString("DejaVu Serif"));
+        QCOMPARE(b.konfig.schrift.Color, 10 + 20 * 256 + 30 * 65536);
+        QVERIFY(b.KonfigText().contains(
+            "FontName=DejaVu Serif\r\nFontSize=14\r\nFontBold=True\r\nFontItalic=False\r\n"
+            "FontStrikethru=False\r\nFontUnderline=True\r\nColor=1971210\r\n"));
+    }
+
+    void ACancelledFontDialogChangesNothing()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        const QString vorher = b.KonfigText();
+        b.Menue("MSchriftart")->trigger();
+        QCOMPARE(b.KonfigText(), vorher);
+        QCOMPARE(b.konfig.schrift.FontName, QString("Arial"));
+    }
+
+    void TheSeparatorIsVisibleOnlyWithRecentFiles()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        QVERIFY(!b.Menue("MStrich")->isVisible());
+        for (int i = 1; i <= 5; ++i)
+            QVERIFY(!b.Menue(QString("MDat(%1)").arg(i))->isVisible());
+    }
+
+    void RecentFilesAreShownInOrder()
+    {
+        LBoxBuehne b;
+        b.KonfigSchreiben({"/x/eins.pzb", "/x/zwei.pzb"}, "False");
+        b.Zeigen();
+        QVERIFY(b.Menue("MStrich")->isVisible());
+        QCOMPARE(b.Menue("MDat(1)")->text(), QString("/x/eins.pzb"));
+        QCOMPARE(b.Menue("MDat(2)")->text(), QString("/x/zwei.pzb"));
+        QVERIFY(b.Menue("MDat(2)")->isVisible());
+        QVERIFY(!b.Menue("MDat(3)")->isVisible());
+    }
+
+    void EndeClosesTheWindow()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        b.Menue("MEnde")->trigger();
+        QVERIFY(!b.fenster->isVisible());
+    }
+
+    void AnotherWindowCanKeepTheProgramOpen()
+    {
+        LBoxBuehne b;
+        bool darf = false;
+        LBoxFenster offen;
+        offen.DarfSchliessen = [&] { return darf; };
+        b.Zeigen({}, offen);
+        b.Menue("MEnde")->trigger();
+        QVERIFY(b.fenster->isVisible());
+        darf = true;
+        b.Menue("MEnde")->trigger();
+        QVERIFY(!b.fenster->isVisible());
+    }
+
+    void TheMenuIsReachedByKeyboard()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        MakeCardFile(b.Pfad("b.pzb"), {});
+        b.dialoge.pfade = {b.Pfad("b.pzb")};
+        b.Taste(Qt::Key_O, Qt::ControlModifier);
+        QCOMPARE(b.kartei.CurrentFileName, QString("b.pzb"));
+    }
+};
+
+QTEST_MAIN(LBoxMenueTest)
+#include "LBoxMenueTest.moc"

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Eingabewache.h"
+#include "LBoxBuehne.h"
+
+#include <QMouseEvent>
+#include <QTest>
+
+namespace {
+
+// Watches a widget move: its places and colours, as they were painted.
+class Zuschauer final : public QObject
+{
+public:
+    explicit Zuschauer(QWidget *wen) : wen_(wen) { wen->installEventFilter(this); }
+
+    QList<QPoint> orte;
+    QList<QColor> farben;
+    std::function<void()> unterwegs = [] {};
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Move) {
+            orte << wen_->pos();
+            farben << wen_->palette().color(QPalette::Window);
+            unterwegs();
+        }
+        return false;
+    }
+
+private:
+    QWidget *wen_;
+};
+
+} // namespace
+
+// What moves: the card's flight, the die, the automatic mode.
+class LBoxSpielTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void TheCardFliesToItsCompartmentInTheVerdictsColour_data()
+    {
+        QTest::addColumn<bool>("richtig");
+        QTest::addColumn<QColor>("farbe");
+        QTest::addColumn<QString>("ziel");
+        QTest::newRow("right") << true << QColor(0, 255, 0) << "Image0(4)";
+        QTest::newRow("wrong") << false << QColor(255, 0, 0) << "Image0(1)";
+    }
+
+    void TheCardFliesToItsCompartmentInTheVerdictsColour()
+    {
+        QFETCH(bool, richtig);
+        QFETCH(QColor, farbe);
+        QFETCH(QString, ziel);
+        LBoxBuehne b;
+        b.KonfigSchreiben({}, "True");
+        b.OeffnenMit({0, 0, 0, 1});
+        auto *karte = b.Finde<>("Karte");
+        Zuschauer zuschauer(karte);
+        int gespeichertUnterwegs = -1;
+        zuschauer.unterwegs = [&] {
+            gespeichertUnterwegs = b.kartei.RichtigZaehler + b.kartei.FalschZaehler;
+        };
+        b.Lernen(Qt::Key_3, richtig);
+        QVERIFY(zuschauer.orte.size() >= 3);
+        QCOMPARE(zuschauer.farben.last(), farbe);
+        QCOMPARE(zuschauer.orte.last().x(), b.Finde<>(ziel)->x());
+        QCOMPARE(gespeichertUnterwegs, 0);
+        QVERIFY(!karte->isVisible());
+    }
+
+    void WithoutAnimationNothingFlies()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 0, 1});
+        QWidget *karte = b.Finde<>("Karte");
+        QPoint liegt;
+        b.NaechsteAbfrage([&](QWidget *) {
+            liegt = karte->pos();
+            QTest::keyClicks(b.Fokus(), "Antwort 1");
+            b.Taste(Qt::Key_Return);
+            b.Taste(Qt::Key_Return);
+        });
+        b.Taste(Qt::Key_3);
+        QCOMPARE(karte->pos(), liegt);
+        QCOMPARE(b.Anzahl(4), 1);
+    }
+
+    void AKeyEndsTheFlightAndIsNotLost()
+    {
+        LBoxBuehne b;
+        b.KonfigSchreiben({}, "True");
+        b.OeffnenMit({0, 0, 1, 1});
+        Zuschauer zuschauer(b.Finde<>("Karte"));
+        bool gedrueckt = false;
+        zuschauer.unterwegs = [&] {
+            if (gedrueckt || zuschauer.farben.last() != QColor(0, 255, 0))
+                return;
+            gedrueckt = true;
+            zuschauer.orte.clear();
+            QTest::keyClick(b.fenster.get(), Qt::Key_2);
+        };
+        b.NaechsteAntwort(true);
+        b.Taste(Qt::Key_3);
+        QVERIFY(gedrueckt);
+        QVERIFY(zuschauer.orte.size() <= 2);
+        QCOMPARE(b.Anzahl(4), 1);
+        QCOMPARE(b.gefragt, QStringList{"2"});
+        // Now the key arrives.
+        b.NaechsteAntwort(true);
+        QTRY_COMPARE(b.gefragt, (QStringList{"2", "1"}));
+        QTRY_COMPARE(b.Anzahl(3), 1);
+    }
+
+    void KeptInputArrivesInOrder()
+    {
+        QStringList angekommen;
+
+        struct Empfaenger final : QWidget
+        {
+            explicit Empfaenger(QStringList &l) : liste(l) {}
+
+            void keyPressEvent(QKeyEvent *e) override { liste << e->text(); }
+
+            void mousePressEvent(QMouseEvent *) override { liste << "Maus"; }
+
+            QStringList &liste;
+        } empfaenger(angekommen);
+
+        {
+            Eingabewache wache;
+            QVERIFY(!wache.Unterbrochen());
+            QTest::keyClicks(&empfaenger, "ab");
+            QTest::mouseClick(&empfaenger, Qt::LeftButton);
+            QTest::keyClicks(&empfaenger, "c");
+            QVERIFY(wache.Unterbrochen());
+            QCOMPARE(angekommen, QStringList());
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(angekommen, (QStringList{"a", "b", "Maus", "c"}));
+    }
+
+    void InputForAWindowThatIsGoneIsDropped()
+    {
+        auto weg = std::make_unique<QWidget>();
+        {
+            Eingabewache wache;
+            QTest::keyClick(weg.get(), Qt::Key_A);
+            weg.reset();
+        }
+        QCoreApplication::processEvents();
+    }
+
+    void TheDieAsksACardOfTheAcceptedCompartment()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1, 1, 5});
+        b.zufall.Wuerfe({3});
+        b.zufall.zahlen.push_back(0.9999);
+        b.NaechsteAntwort(true);
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList{"7"}); // the fourth of five
+        QCOMPARE(b.Wuerfel()->Augen(), 3);
+        QCOMPARE(b.Wuerfel()->Grund(), QColor(0, 255, 0));
+        QCOMPARE(b.Anzahl(4), 1);
+    }
+
+    void TheDieIsRolledByKeyboard()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.zufall.Wuerfe({6});
+        b.NaechsteAntwort(true);
+        b.Taste(Qt::Key_W);
+        QCOMPARE(b.gefragt, QStringList{"1"});
+        QCOMPARE(b.Wuerfel()->Augen(), 6);
+    }
+
+    void RejectedRollsAreRedAndRolledAgainWithoutAMessage()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 0, 0, 1});
+        b.zufall.Wuerfe({1, 6, 5, 4});
+        b.NaechsteAntwort(false);
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList{"1"});
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.Wuerfel()->Augen(), 4);
+    }
+
+    // Neither the rejected faces nor the accepted one may go unseen.
+    void WithAnimationEveryRollIsSeen()
+    {
+        LBoxBuehne b;
+        b.KonfigSchreiben({}, "True");
+        b.OeffnenMit({0, 0, 0, 0, 1});
+        b.zufall.Wuerfe({1, 4});
+        QStringList gesehen;
+
+        struct Maler final : QObject
+        {
+            Maler(WuerfelBild *w, QStringList &l) : wuerfel(w), liste(l) { w->installEventFilter(this); }
+
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                if (event->type() == QEvent::Paint) {
+                    const QString bild = QString("%1 %2").arg(wuerfel->Augen()).arg(wuerfel->Grund().name());
+                    if (liste.isEmpty() || liste.last() != bild)
+                        liste << bild;
+                }
+                return false;
+            }
+
+            WuerfelBild *wuerfel;
+            QStringList &liste;
+        } maler(b.Wuerfel(), gesehen);
+
+        b.NaechsteAntwort(true);
+        b.Klick("PicWürfel");
+        QCOMPARE(gesehen.filter("#ff0000"), QStringList{"1 #ff0000"});
+        QCOMPARE(gesehen.filter("#00ff00"), QStringList{"4 #00ff00"});
+        QVERIFY(gesehen.contains("1 #ffffff"));
+        QVERIFY(gesehen.contains("4 #ffffff"));
+    }
+
+    void ADieWithoutAcceptableCompartmentEndsRed()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 51, 101});
+        b.zufall.Wuerfe({1});
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList());
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.Wuerfel()->Augen(), 1);
+        QCOMPARE(b.Wuerfel()->Grund(), QColor(255, 0, 0));
+        // The window goes on as usual.
+        b.Taste(Qt::Key_2);
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Fach Nr. 1 ist zu voll  Bitte erst dieses Fach bearbeiten"});
+    }
+
+    void WithDoneCardsOnlyTheDieSaysSorry()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 0, 0, 0, 0, 3});
+        b.Klick("PicWürfel");
+        QCOMPARE(b.meldungen.Texte(), QStringList{"Sorry, gar keine Karten da"});
+    }
+
+    void ACardDeletedOnTheDiesRoadIsNotMoved()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.zufall.Wuerfe({6});
+        b.meldungen.antworten = {Meldungen::Antwort::Ja};
+        b.NaechsteAbfrage([](QWidget *abfrage) {
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
+        });
+        b.Klick("PicWürfel");
+        QCOMPARE(b.Anzahl(0), 1);
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QCOMPARE(b.meldungen.gezeigt.size(), 1); // the question alone
+        QCOMPARE(b.Gespeichert()[0], QList<int>{2});
+    }
+
+    void AutomatikAsksTheFullestAgainAndAgain()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 2, 1});
+        b.uhr.perSecond = 1; // every look at the clock sees another second
+        b.NaechsteAntwort(true);
+        b.Menue("MAutoschalter")->trigger();
+        QVERIFY(b.Menue("MAutoschalter")->isChecked());
+        QCOMPARE(b.Menue("MAutoschalter")->text(), QString("ausschalten"));
+        QTRY_COMPARE(b.gefragt, QStringList{"1"});
+        QTRY_COMPARE(b.Anzahl(2), 1);
+        b.NaechsteAntwort(true);
+        QTRY_COMPARE(b.gefragt, (QStringList{"1", "2"}));
+        b.Menue("MAutoschalter")->trigger();
+        QVERIFY(!b.Menue("MAutoschalter")->isChecked());
+        QCOMPARE(b.Menue("MAutoschalter")->text(), QString("einschalten"));
+    }
+
+    void AutomatikWaitsForThreeChangesOfTheSecond()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({});
+        b.uhr.perSecond = 1;
+        b.uhr.readings = 0;
+        b.Menue("MAutoschalter")->trigger();
+        QTRY_COMPARE(b.meldungen.Texte(), QStringList{"Fach Nr. 0 ist leer"});
+        // Noted once at the start, then read twice on every look: the third look is the third change.
+        QCOMPARE(b.uhr.readings, 1 + 3 * 2);
+        QTRY_COMPARE(b.meldungen.Texte().size(), 2);
+        b.Menue("MAutoschalter")->trigger();
+    }
+
+    void AutomatikOpensNoSecondQuery()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.uhr.perSecond = 1'000'000;
+        b.Menue("MAutoschalter")->trigger();
+        int offene = 0;
+        b.NaechsteAbfrage([&](QWidget *abfrage) {
+            // The clock goes on while the learner thinks.
+            b.uhr.perSecond = 1;
+            const qint64 vorher = b.uhr.readings;
+            QTRY_VERIFY(b.uhr.readings > vorher + 12);
+            b.uhr.perSecond = 1'000'000;
+            for (const QWidget *fenster : QApplication::topLevelWidgets())
+                offene += fenster->isVisible() && fenster->isModal();
+            QCOMPARE(QApplication::activeModalWidget(), abfrage);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(offene, 1);
+        QCOMPARE(b.gefragt, QStringList{"1"});
+        QVERIFY(b.Menue("MAutoschalter")->isChecked());
+    }
+
+    void ClosingTheWindowEndsAutomatik()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        b.Menue("MAutoschalter")->trigger();
+        b.fenster->close();
+        QVERIFY(!b.Menue("MAutoschalter")->isChecked());
+    }
+};
+
+QTEST_MAIN(LBoxSpielTest)
+#include "LBoxSpielTest.moc"

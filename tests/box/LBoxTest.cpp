@@ -1,0 +1,438 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "LBoxBuehne.h"
+#include "VollePlatte.h"
+
+#include <QTest>
+
+// Learning in the main window: compartments, capacities, moves, what the box shows.
+class LBoxTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void initTestCase() { VollePlatte::Einbauen(); }
+
+    void init() { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); }
+
+    void NeuIsRefusedWhileFach1IsTooFull()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 51});
+        b.Klick("Image0(0)");
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Fach Nr. 1 ist zu voll  Bitte erst dieses Fach bearbeiten"});
+        QCOMPARE(b.meldungen.gezeigt[0].symbol, Meldungen::Symbol::Keins);
+        QCOMPARE(b.meldungen.gezeigt[0].titel, QString("Merkkasten (a.pzb)"));
+        QCOMPARE(b.gefragt, QStringList());
+    }
+
+    void Fach1ItselfIsAskedWhileItIsTooFull()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 51});
+        b.NaechsteAntwort(true);
+        b.Klick("Image0(1)");
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.gefragt, QStringList{"2"});
+        QCOMPARE(b.Anzahl(1), 50);
+    }
+
+    void NeuIsRefusedWhileFach2IsTooFull()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 50, 101});
+        b.Klick("Image0(0)");
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Fach Nr. 2 ist zu voll  Bitte erst dieses Fach bearbeiten"});
+    }
+
+    void ACompartmentAtItsCapacityIsNotTooFull()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 50, 100});
+        b.NaechsteAntwort(true);
+        b.Klick("Image0(0)");
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.Anzahl(2), 101);
+        b.Klick("Image0(1)");
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Fach Nr. 2 ist zu voll  Bitte erst dieses Fach bearbeiten"});
+    }
+
+    void WithOneToFiveEmptyEnterAsksNeu()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        QCOMPARE(b.zustand.VollstesFach, 0);
+        QCOMPARE(b.Balken(0)->Randfarbe(), QColor(255, 0, 0));
+        b.Lernen(Qt::Key_Return, true);
+        QCOMPARE(b.gefragt, QStringList{"1"});
+    }
+
+    void TheRedBorderLeavesNeuWhenAnotherIsFullest()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.Lernen(Qt::Key_Return, false);
+        QCOMPARE(b.zustand.VollstesFach, 1);
+        QCOMPARE(b.Balken(0)->Randfarbe(), QColor(0, 0, 0));
+        QCOMPARE(b.Balken(1)->Randfarbe(), QColor(255, 0, 0));
+        for (int i = 2; i < 6; ++i)
+            QCOMPARE(b.Balken(i)->Randfarbe(), QColor(0, 0, 0));
+    }
+
+    void ARightNeuCardGoesToFach2()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        b.Lernen(Qt::Key_N, true);
+        QCOMPARE(b.kartei.RichtigZaehler, 1);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
+    }
+
+    void ARightAnswerInFach5IsCongratulatedAndDone()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 0, 0, 0, 1});
+        b.Lernen(Qt::Key_5, true);
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"});
+        QCOMPARE(b.meldungen.gezeigt[0].symbol, Meldungen::Symbol::Ausruf);
+        QCOMPARE(b.Anzahl(6), 1);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {}, {}, {}, {}, {1}}));
+    }
+
+    void TheCardThatEntersACompartmentIsAskedLast()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 3});
+        for (int i = 0; i < 4; ++i)
+            b.Lernen(Qt::Key_1, false);
+        QCOMPARE(b.gefragt, (QStringList{"1", "2", "3", "1"}));
+        QCOMPARE(b.kartei.FalschZaehler, 4);
+        QCOMPARE(b.Gespeichert()[1], (QList<int>{2, 3, 1}));
+    }
+
+    void KeysAskTheirCompartment_data()
+    {
+        QTest::addColumn<int>("taste");
+        QTest::addColumn<QString>("gefragt");
+        QTest::newRow("1") << int(Qt::Key_1) << "2";
+        QTest::newRow("2") << int(Qt::Key_2) << "3";
+        QTest::newRow("3") << int(Qt::Key_3) << "4";
+        QTest::newRow("4") << int(Qt::Key_4) << "5";
+        QTest::newRow("5") << int(Qt::Key_5) << "6";
+        QTest::newRow("N") << int(Qt::Key_N) << "1";
+        QTest::newRow("Enter") << int(Qt::Key_Return) << "2";
+        QTest::newRow("keypad Enter") << int(Qt::Key_Enter) << "2";
+        QTest::newRow("Space") << int(Qt::Key_Space) << "2";
+    }
+
+    void KeysAskTheirCompartment()
+    {
+        QFETCH(int, taste);
+        QFETCH(QString, gefragt);
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1, 1, 1, 1, 1});
+        b.Lernen(Qt::Key(taste), true);
+        QCOMPARE(b.gefragt, QStringList{gefragt});
+    }
+
+    void BothLettersOfNeuWork()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.NaechsteAntwort(true);
+        QTest::keyClick(b.Fokus(), 'n');
+        b.NaechsteAntwort(true);
+        QTest::keyClick(b.Fokus(), 'N', Qt::ShiftModifier);
+        QCOMPARE(b.gefragt, (QStringList{"1", "2"}));
+    }
+
+    void OtherKeysDoNothing()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1, 1, 1, 1, 1});
+        for (const Qt::Key taste : {Qt::Key_0, Qt::Key_6, Qt::Key_A, Qt::Key_Escape, Qt::Key_F5})
+            b.Taste(taste);
+        b.Taste(Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    void ClickingACompartmentAsksItsFirstCard()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2, 2, 2, 2, 2, 2});
+        for (int fach = 5; fach >= 0; --fach) {
+            b.NaechsteAntwort(true);
+            b.Klick(QString("Image0(%1)").arg(fach));
+        }
+        QCOMPARE(b.gefragt, (QStringList{"11", "9", "7", "5", "3", "1"}));
+    }
+
+    void NameAndCountOfACompartmentAreClickedToo()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1});
+        b.NaechsteAntwort(true);
+        b.Klick("Label2");
+        QCOMPARE(b.gefragt, QStringList{"2"});
+    }
+
+    void AFocusedCompartmentIsAskedByEnter()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1, 0, 1});
+        auto *fach3 = b.Finde<>("Image0(3)");
+        for (int i = 0; i < 20 && QApplication::focusWidget() != fach3; ++i)
+            b.Taste(Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), fach3);
+        b.Lernen(Qt::Key_Return, true);
+        QCOMPARE(b.gefragt, QStringList{"3"});
+    }
+
+    // Enter, answer, Enter, Enter, and the next Enter asks the next card.
+    void AfterAQueryTheNextKeyWorks()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3});
+        for (int i = 0; i < 3; ++i) {
+            b.Lernen(Qt::Key_N, true);
+            QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(b.fenster.get()));
+        }
+        QCOMPARE(b.gefragt, (QStringList{"1", "2", "3"}));
+        QCOMPARE(b.Anzahl(2), 3);
+    }
+
+    void AnEmptyCompartmentSaysSo()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 0, 0, 1});
+        b.Taste(Qt::Key_1);
+        b.Taste(Qt::Key_2);
+        b.Taste(Qt::Key_5);
+        QCOMPARE(b.meldungen.Texte(),
+                 (QStringList{"Fach Nr. 1 ist leer", "Fach Nr. 2 ist leer", "Fach Nr. 5 ist leer"}));
+    }
+
+    void AnEmptyBoxSaysThatNeuIsEmpty()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({});
+        b.Taste(Qt::Key_Space);
+        QCOMPARE(b.meldungen.Texte(), QStringList{"Fach Nr. 0 ist leer"});
+    }
+
+    void WithoutAFileClicksAndKeysAreInert()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        QVERIFY(b.kartei.FehlerStatus > 0);
+        for (int i = 0; i < 6; ++i)
+            b.Klick(QString("Image0(%1)").arg(i));
+        b.Klick("PicWürfel");
+        for (const Qt::Key taste : {Qt::Key_1, Qt::Key_N, Qt::Key_Return, Qt::Key_Space, Qt::Key_W})
+            b.Taste(taste);
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+    }
+
+    void AQueryClosedWithoutVerdictMovesNothing()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.zustand.AbfrageErgebnis = -1;
+        b.NaechsteAbfrage([](QWidget *abfrage) { abfrage->close(); });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.gefragt, QStringList{"1"});
+        QCOMPARE(b.zustand.AbfrageErgebnis, -1);
+        QCOMPARE(b.Anzahl(0), 2);
+        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QCOMPARE(b.Gespeichert()[0], (QList<int>{1, 2}));
+    }
+
+    void ADeletedCardIsNotMoved()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.meldungen.antworten = {Meldungen::Antwort::Ja};
+        b.NaechsteAbfrage([](QWidget *abfrage) {
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.zustand.AbfrageErgebnis, 11);
+        QCOMPARE(b.Anzahl(0), 1);
+        QCOMPARE(b.kartei.RichtigZaehler + b.kartei.FalschZaehler, 0);
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{2}, {}, {}, {}, {}, {}, {}}));
+    }
+
+    void EditOpensTheEditorOnTheAskedCard()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        QString bearbeitet;
+        LBoxFenster offen;
+        offen.MKarten = [&] { bearbeitet = QString::number(b.kartei.Felder().FrageNr.Number()); };
+        b.fenster->SetFenster(offen);
+        b.Menue("MAutoschalter")->trigger();
+        QVERIFY(b.Menue("MAutoschalter")->isChecked());
+        b.NaechsteAbfrage([](QWidget *abfrage) {
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.zustand.AbfrageErgebnis, 10);
+        QCOMPARE(bearbeitet, QString("1"));
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Menue("MAutoschalter")->isChecked());
+        QCOMPARE(b.Menue("MAutoschalter")->text(), QString("einschalten"));
+        QCOMPARE(b.Anzahl(0), 2);
+    }
+
+    void TheAskedCardLiesBesideTheBox()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QString nummer;
+        b.NaechsteAbfrage([&](QWidget *) {
+            QVERIFY(b.Finde<>("Karte")->isVisible());
+            nummer = b.Finde<QLabel>("MFrageNr")->text();
+            QCOMPARE(b.Finde<QLabel>("FrageNr")->text(), QString("FrageNr:"));
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(nummer, QString("1"));
+    }
+
+    void BarsShowTheCounts()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({350, 25, 0, 250});
+        QVERIFY(b.Balken(0)->isVisible());
+        QVERIFY(b.Balken(1)->isVisible());
+        QVERIFY(!b.Balken(2)->isVisible());
+        const int voll = b.Finde<>("Image0(3)")->width();
+        QCOMPARE(b.Balken(3)->width(), voll);
+        QCOMPARE(b.Balken(0)->width(), b.Finde<>("Image0(0)")->width());
+        const double anteil = double(b.Balken(1)->width()) / b.Finde<>("Image0(1)")->width();
+        QVERIFY(anteil > 0.4 && anteil < 0.6);
+        QCOMPARE(b.kartei.FachInfo[1].Breite, 100);
+        QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(), QString("Fach 1: 25 von 50 Karten"));
+        QCOMPARE(b.Finde<>("Image0(3)")->accessibleName(),
+                 QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
+    }
+
+    void AnOverfullCompartmentIsNamedSo()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 51});
+        QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(),
+                 QString("Fach 1: 51 von 50 Karten, zu voll, vollstes Fach"));
+    }
+
+    void CompartmentsScaleWithTheWindow()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1, 1, 1, 1, 1, 1});
+        for (const QSize groesse : {QSize(760, 480), QSize(1500, 700)}) {
+            b.fenster->resize(groesse);
+            QTRY_COMPARE(b.fenster->size(), groesse);
+            const double mass = b.Finde<>("Image0(0)")->width() / 1750.0;
+            const QList<int> breiten{1750, 200, 310, 680, 1030, 1750},
+                links{390, 3390, 3630, 3990, 4710, 5790};
+            const int nullpunkt = b.Finde<>("Image0(0)")->x() - qRound(390 * mass);
+            for (int i = 0; i < 6; ++i) {
+                const QWidget *fach = b.Finde<>(QString("Image0(%1)").arg(i));
+                QVERIFY(qAbs(fach->width() - breiten[i] * mass) <= 2);
+                QVERIFY(qAbs(fach->x() - nullpunkt - links[i] * mass) <= 3);
+            }
+        }
+    }
+
+    void TooltipsAreLetterByLetter()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        const QStringList tooltips{"Neue Karten",
+                                   "falsch beantwortete Karten",
+                                   "1x richtig beantwortet  ",
+                                   "2x richtig beantwortet",
+                                   "3x richtig beantwortet",
+                                   "4x richtig beantwortet"};
+        for (int i = 0; i < 6; ++i)
+            QCOMPARE(b.Finde<>(QString("Image0(%1)").arg(i))->toolTip(), tooltips[i]);
+        QCOMPARE(b.Wuerfel()->toolTip(), QString("Zufallsauswahl"));
+    }
+
+    void AFullDiskShowsWhatIsStored()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2, 0, 1});
+        b.NaechsteAbfrage([&](QWidget *) {
+            QTest::keyClicks(QApplication::focusWidget(), "Antwort 1");
+            b.Taste(Qt::Key_Return);
+            VollePlatte::Setzen(VollePlatte::Zustand::Voll);
+            b.Taste(Qt::Key_Return);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList{"Die Antwort konnte nicht gespeichert werden: Der Datenträger ist "
+                             "voll; in „" +
+                             b.Pfad("a.pzb") + "“ wurde nichts gespeichert."});
+        QCOMPARE(b.Anzahl(0), 2);
+        QCOMPARE(b.Anzahl(2), 1);
+        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.FehlerStatus, 0);
+        QCOMPARE(b.Finde<>("Image0(0)")->accessibleName(), QString("Fach Neu: 2 von 700 Karten"));
+
+        VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+        b.Lernen(Qt::Key_N, true);
+        QCOMPARE(b.gefragt, (QStringList{"1", "1"}));
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{2}, {}, {3, 1}, {}, {}, {}, {}}));
+    }
+
+    void AFileThatIsGoneIsClosed()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.NaechsteAbfrage([&](QWidget *) {
+            QTest::keyClicks(QApplication::focusWidget(), "Antwort 1");
+            b.Taste(Qt::Key_Return);
+            QVERIFY(QFile::rename(b.Pfad("a.pzb"), b.Pfad("weg.pzb")));
+            b.Taste(Qt::Key_Return);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+        QVERIFY(b.meldungen.Texte()[0].startsWith("Die Antwort konnte nicht gespeichert werden: "));
+        QVERIFY(b.meldungen.Texte()[0].endsWith("Die Kartei wurde geschlossen."));
+        QVERIFY(b.kartei.FehlerStatus > 0);
+        QCOMPARE(b.Anzahl(0), 0);
+        QCOMPARE(b.meldungen.Titel(), QString("Merkkasten"));
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+    }
+
+    void ABrokenDiskClosesTheFile()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({700, 40, 60, 200, 300, 600});
+        VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
+        b.NaechsteAntwort(true);
+        b.Taste(Qt::Key_N);
+        b.fenster->BoxZeichnen();
+        QVERIFY(!b.meldungen.gezeigt.isEmpty());
+        VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+        // Whatever the engine had in its memory, nothing has moved.
+        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        b.kartei.CloseCardFile();
+        QCOMPARE(ReadCards(b.Pfad("a.pzb")).size(), 1900);
+        QCOMPARE(b.Gespeichert()[0].size(), 700);
+    }
+};
+
+QTEST_MAIN(LBoxTest)
+#include "LBoxTest.moc"
