@@ -7,7 +7,9 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFontDatabase>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -28,6 +30,21 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
     return QDir::toNativeSeparators(fenster.selectedFiles().value(0));
 }
 
+// The font dialog finds a font's style by name only and takes any other style where the font bears no name.
+QFont MitStilnamen(QFont schrift)
+{
+    const QString familie = QFontInfo(schrift).family();
+    for (const QString &stil : QFontDatabase::styles(familie)) {
+        const QFont probe = QFontDatabase::font(familie, stil, schrift.pointSize());
+        if (probe.weight() == schrift.weight() && probe.italic() == schrift.italic() &&
+            (probe.stretch() == QFont::AnyStretch || probe.stretch() == QFont::Unstretched)) {
+            schrift.setStyleName(stil);
+            break;
+        }
+    }
+    return schrift;
+}
+
 // The toolkit's font dialog has no colour: a row below it adds one.
 class SchriftFenster final : public QDialog
 {
@@ -38,7 +55,7 @@ public:
         setObjectName(QStringLiteral("Schriftdialog"));
         setWindowTitle(tr("Schriftart"));
 
-        schrift_ = new QFontDialog(vorgabe.font, this);
+        schrift_ = new QFontDialog(MitStilnamen(vorgabe.font), this);
         schrift_->setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::NoButtons);
         schrift_->setWindowFlags(Qt::Widget);
         // Escape in the inner dialog closes the whole.
@@ -63,7 +80,13 @@ public:
         FarbeZeigen();
     }
 
-    Schriftwahl Wahl() const { return {schrift_->currentFont(), farbe_}; }
+    Schriftwahl Wahl() const
+    {
+        // A style name would win over bold and italic when they are set later.
+        QFont schrift = schrift_->currentFont();
+        schrift.setStyleName({});
+        return {schrift, farbe_};
+    }
 
 private:
     void FarbeWaehlen()

@@ -193,6 +193,38 @@ private slots:
         QVERIFY(!dialoge.SchriftWaehlen({QFont(), Qt::black}));
     }
 
+    void AFontThatIsNotChangedStaysAsItIs_data()
+    {
+        QTest::addColumn<bool>("fett");
+        QTest::addColumn<bool>("kursiv");
+        QTest::newRow("plain") << false << false;
+        QTest::newRow("bold") << true << false;
+        QTest::newRow("italic") << false << true;
+        QTest::newRow("both") << true << true;
+    }
+
+    void AFontThatIsNotChangedStaysAsItIs()
+    {
+        QFETCH(bool, fett);
+        QFETCH(bool, kursiv);
+        for (const char *familie : {"DejaVu Sans", "Liberation Serif"}) {
+            QFont schrift(familie, 13);
+            schrift.setBold(fett);
+            schrift.setItalic(kursiv);
+            Waehrend<QDialog>([](QDialog &fenster) {
+                fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+            });
+            DialogeFenster dialoge;
+            const auto wahl = dialoge.SchriftWaehlen({schrift, Qt::black});
+            QVERIFY(wahl);
+            QCOMPARE(wahl->font.family(), familie);
+            QCOMPARE(wahl->font.pointSize(), 13);
+            QCOMPARE(wahl->font.weight(), schrift.weight());
+            QCOMPARE(wahl->font.italic(), kursiv);
+            QCOMPARE(wahl->font.styleName(), QString());
+        }
+    }
+
     void TheFontDialogReturnsFontAndColour()
     {
         QFont schrift("DejaVu Sans", 14);
