@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CharFormat.h"
 
+#include <algorithm>
+
 namespace {
 constexpr double TwipsPerPoint = 20.0;
 constexpr double HeightPerSize = 1.2; // ascent and descent together, for a usual font
 constexpr double UsualPointSize = 10.0;
+constexpr double MaxShownPercent = 40.0; // more would run into the next line: lines do not grow with it
 
 double PointSize(const QTextCharFormat &format, const QFont &defaultFont)
 {
@@ -27,7 +30,8 @@ void SetCharOffset(QTextCharFormat &format, int twips, const QFont &defaultFont)
     format.setProperty(CharOffsetProperty, twips);
     format.setVerticalAlignment(QTextCharFormat::AlignNormal);
     const double height = PointSize(format, defaultFont) * HeightPerSize;
-    format.setBaselineOffset(100.0 * twips / TwipsPerPoint / height);
+    const double percent = 100.0 * twips / TwipsPerPoint / height;
+    format.setBaselineOffset(std::clamp(percent, -MaxShownPercent, MaxShownPercent));
 }
 
 QColor TextColour(const QTextCharFormat &format)

@@ -15,7 +15,8 @@ inline constexpr int CharOffsetProperty = QTextFormat::UserProperty + 1;
 int CharOffset(const QTextCharFormat &format);
 
 // Sets the offset and, so that it shows, the base line, which Qt wants in percent of the font's height: set
-// the font size first. `defaultFont` counts where the format has no size. Ends super- and subscript.
+// the font size first. `defaultFont` counts where the format has no size. Ends super- and subscript. The base
+// line moves by 40 percent at most, so that the text stays readable on its line; the offset itself is kept.
 void SetCharOffset(QTextCharFormat &format, int twips, const QFont &defaultFont = {});
 
 // The text colour; an invalid colour is "automatic", the palette's. Pure black is automatic in both

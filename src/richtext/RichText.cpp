@@ -8,7 +8,11 @@
 #include <QStringDecoder>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
+constexpr qsizetype LongWord = 1'000;
+
 // Filling a document is no step that can be undone, and leaves it unchanged in the sense of isModified().
 class FreshContent
 {
@@ -40,14 +44,72 @@ qsizetype RtfStart(QStringView text)
     return text.mid(start).startsWith(u"{\\rtf") ? start : -1;
 }
 
-void SetPlainText(QTextDocument &document, QString text)
+// These are true when all of the text is in the document.
+
+bool FillWithPlainText(QTextDocument &document, QStringView text)
 {
+    RtfDocumentBuilder builder(document, RtfDocumentBuilder::Formats::None);
     if (text.startsWith(QChar::ByteOrderMark))
-        text.remove(0, 1);
-    text.removeIf([](QChar c) { return c.isNull() || c == u'\uFDD0' || c == u'\uFDD1' || c == u'\uFFFC'; });
-    text.replace(u'\v', QChar::LineSeparator);
-    text.replace(u'\f', QChar::ParagraphSeparator);
-    document.setPlainText(text);
+        text = text.mid(1);
+    bool afterCarriageReturn = false;
+    for (const QChar c : text) {
+        if (builder.isFull())
+            break;
+        const bool endsLine = c == u'\r' || c == u'\n' || c == u'\f' || c == QChar::ParagraphSeparator;
+        if (!endsLine)
+            builder.Append(c.unicode(), {});
+        else if (c != u'\n' || !afterCarriageReturn)
+            builder.EndParagraph({}, {});
+        afterCarriageReturn = c == u'\r';
+    }
+    builder.EndParagraph({}, {});
+    builder.Finish({}, {});
+    return !builder.isFull();
+}
+
+bool Fill(QTextDocument &document, QStringView text, RtfReader::Input input)
+{
+    const qsizetype start = RtfStart(text);
+    return start < 0 ? FillWithPlainText(document, text) : RtfReader(document, text.mid(start), input).Read();
+}
+
+qsizetype LongestWord(const QTextDocument &document)
+{
+    qsizetype longest = 0;
+    qsizetype length = 0;
+    const QString text = document.toRawText();
+    for (const QChar c : text) {
+        const bool separates = c != QChar::Nbsp && c.isSpace();
+        length = separates ? 0 : length + 1;
+        longest = std::max(longest, length);
+    }
+    return longest;
+}
+
+// Laying out takes the square of a word's length where lines break between words and, in words that are too
+// long, anywhere. A document with absurd words breaks its lines anywhere at once, which does not.
+void SetWrapping(QTextDocument &document, qsizetype longestWord)
+{
+    const bool absurd = longestWord > LongWord;
+    QTextOption option = document.defaultTextOption();
+    if (option.wrapMode() != (absurd ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WrapAnywhere))
+        return;
+    option.setWrapMode(absurd ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document.clear(); // nothing is laid out twice
+    document.setDefaultTextOption(option);
+}
+
+bool Show(QTextDocument &document, QStringView text, RtfReader::Input input)
+{
+    const FreshContent fresh(document);
+    qsizetype longestWord = 0;
+    if (text.size() > LongWord) {
+        QTextDocument unseen;
+        Fill(unseen, text, input);
+        longestWord = LongestWord(unseen);
+    }
+    SetWrapping(document, longestWord);
+    return Fill(document, text, input);
 }
 
 QString Decode(const QByteArray &bytes)
@@ -58,25 +120,15 @@ QString Decode(const QByteArray &bytes)
 }
 } // namespace
 
-void SetRichText(QTextDocument &document, const QString &text)
+bool SetRichText(QTextDocument &document, const QString &text)
 {
-    const FreshContent fresh(document);
-    const qsizetype start = RtfStart(text);
-    if (start < 0)
-        SetPlainText(document, text);
-    else
-        RtfReader(document, QStringView(text).mid(start), RtfReader::Input::Text).Read();
+    return Show(document, text, RtfReader::Input::Text);
 }
 
-void SetRichTextBytes(QTextDocument &document, const QByteArray &bytes)
+bool SetRichTextBytes(QTextDocument &document, const QByteArray &bytes)
 {
-    const FreshContent fresh(document);
     const QString text = QString::fromLatin1(bytes);
-    const qsizetype start = RtfStart(text);
-    if (start < 0)
-        SetPlainText(document, Decode(bytes));
-    else
-        RtfReader(document, QStringView(text).mid(start), RtfReader::Input::Bytes).Read();
+    return Show(document, IsRtf(text) ? text : Decode(bytes), RtfReader::Input::Bytes);
 }
 
 bool IsRtf(QStringView text)

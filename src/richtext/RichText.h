@@ -20,11 +20,20 @@ class QTextDocument;
 // Replaces the document's content, without undo, by `text`: RTF when it begins with "{\rtf" (after blanks,
 // line breaks or a byte order mark), else plain text. Characters above 0x7F in the text stand for themselves.
 // Never throws on bad RTF: what can be read of it is shown.
-void SetRichText(QTextDocument &document, const QString &text);
+//
+// Takes linear time, and so does laying out what it leaves in the document, whatever the text is:
+// - False is returned when not all of the text is in the document, because it would be too high to be laid
+// out
+//   (a million characters or 125,000 lines at 12 points). It then ends in a line "[…]" and should not be
+//   stored.
+// - A document that wraps at word boundaries or anywhere (Qt's default) wraps anywhere while it holds a word
+// of
+//   more than 1,000 characters; the next text sets this back.
+bool SetRichText(QTextDocument &document, const QString &text);
 
 // The same for the bytes of an RTF file: bytes above 0x7F belong to the code page of the current font. Bytes
 // that are not RTF are taken as UTF-8 where they are that, else as Windows-1252.
-void SetRichTextBytes(QTextDocument &document, const QByteArray &bytes);
+bool SetRichTextBytes(QTextDocument &document, const QByteArray &bytes);
 
 // True when SetRichText would read `text` as RTF.
 bool IsRtf(QStringView text);

@@ -6,6 +6,8 @@
 
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
 // Frame borders and the placeholder of objects: noncharacters and markers that Qt's documents are built with.
 bool IsReserved(char16_t c)
@@ -24,6 +26,26 @@ void ReplaceLoneSurrogates(QString &text)
         else
             text[i] = QChar::ReplacementCharacter;
     }
+}
+
+double Pixels(int twips)
+{
+    return twips / double(TwipsPerPixel);
+}
+
+// Heights are estimates for narrow boxes and generous fonts.
+constexpr int UsualHalfPoints = 24;
+constexpr double EmPerHalfPoint = 2.0 / 3.0; // logical pixels
+constexpr double EmsPerLine = 1.5;
+constexpr double EmsPerChar = 0.7;
+constexpr double BoxWidth = 100.0; // logical pixels
+constexpr int WideIndents = 3'000; // twips; leave too little of a box for more than a character
+
+// What one character adds: its part of a line, or a line of its own when it is big.
+double CharHeight(double lineHeight)
+{
+    const double charWidth = lineHeight / EmsPerLine * EmsPerChar;
+    return std::min(lineHeight, lineHeight * charWidth / BoxWidth);
 }
 
 QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFont)
@@ -49,27 +71,29 @@ QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFo
 
 QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
 {
-    const auto pixels = [](int twips) { return twips / double(TwipsPerPixel); };
     QTextBlockFormat format;
     if (paragraph.alignment != Qt::AlignLeft)
         format.setAlignment(paragraph.alignment);
     if (paragraph.left != 0)
-        format.setLeftMargin(pixels(paragraph.left));
+        format.setLeftMargin(Pixels(paragraph.left));
     if (paragraph.right != 0)
-        format.setRightMargin(pixels(paragraph.right));
+        format.setRightMargin(Pixels(paragraph.right));
     if (paragraph.first != 0)
-        format.setTextIndent(pixels(paragraph.first));
+        format.setTextIndent(Pixels(paragraph.first));
     if (paragraph.before != 0)
-        format.setTopMargin(pixels(paragraph.before));
+        format.setTopMargin(Pixels(paragraph.before));
     if (paragraph.after != 0)
-        format.setBottomMargin(pixels(paragraph.after));
+        format.setBottomMargin(Pixels(paragraph.after));
     if (!paragraph.tabs.isEmpty())
         format.setTabPositions(paragraph.tabs);
     return format;
 }
 } // namespace
 
-RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document) : defaultFont_(document.defaultFont())
+RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document, Formats formats)
+    : defaultFont_(document.defaultFont()),
+      formats_(formats),
+      usualHalfPoints_(std::max(UsualHalfPoints, 2 * defaultFont_.pointSize()))
 {
     document.clear();
     cursor_ = QTextCursor(&document);
@@ -78,16 +102,24 @@ RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document) : defaultFont_(d
 
 void RtfDocumentBuilder::Append(char16_t c, const RtfCharState &state)
 {
-    if (IsReserved(c))
+    if (IsReserved(c) || isFull())
         return;
     if (paragraphEnded_)
         BeginParagraph();
-    if (!(state == runState_)) {
-        FlushRun();
-        runState_ = state;
-    }
-    const bool breaksLine = c == u'\r' || c == u'\n' || c == u'\v';
+    StartRun(state);
+    const bool breaksLine = c == u'\r' || c == u'\n' || c == u'\v' || c == u'\u2028';
     run_ += QChar(breaksLine ? u'\u2028' : c);
+    const double lineHeight = LineHeight(state);
+    height_ += breaksLine || c == u'\t' ? lineHeight : CharHeight(lineHeight);
+    paragraphLines_ += lineHeight;
+}
+
+void RtfDocumentBuilder::StartRun(const RtfCharState &state)
+{
+    if (state == runState_)
+        return;
+    FlushRun();
+    runState_ = state;
 }
 
 void RtfDocumentBuilder::FlushRun()
@@ -105,28 +137,49 @@ void RtfDocumentBuilder::BeginParagraph()
     cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
     paragraphEnded_ = false;
     paragraphEmpty_ = true;
+    paragraphLines_ = 0;
 }
 
 void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const RtfCharState &state)
 {
+    if (isFull())
+        return;
     if (paragraphEnded_)
         BeginParagraph();
     FlushRun();
-    cursor_.setBlockFormat(BlockFormat(paragraph));
+    height_ += LineHeight(state) + Pixels(paragraph.before) + Pixels(paragraph.after);
+    const bool narrow = paragraph.left + paragraph.right + std::max(paragraph.first, 0) > WideIndents;
+    const double linesOfOneChar = narrow ? paragraphLines_ : 0;
+    if (height_ + linesOfOneChar <= MaxHeight) { // else it goes on without its indents
+        height_ += linesOfOneChar;
+        cursor_.setBlockFormat(BlockFormat(paragraph));
+    }
     if (paragraphEmpty_) // its height, and the format of what is typed there
         cursor_.setBlockCharFormat(CharFormat(state));
     paragraphEnded_ = true;
 }
 
+double RtfDocumentBuilder::LineHeight(const RtfCharState &state) const
+{
+    return (state.halfPoints > 0 ? state.halfPoints : usualHalfPoints_) * EmPerHalfPoint * EmsPerLine;
+}
+
 void RtfDocumentBuilder::Finish(const RtfParagraphState &paragraph, const RtfCharState &state)
 {
-    if (!paragraphEnded_)
+    if (isFull()) {
+        FlushRun();
+        cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
+        cursor_.insertText(QStringLiteral(u"[\u2026]"));
+    } else if (!paragraphEnded_) {
         EndParagraph(paragraph, state);
+    }
     cursor_.endEditBlock();
 }
 
 const QTextCharFormat &RtfDocumentBuilder::CharFormat(const RtfCharState &state)
 {
+    if (formats_ == Formats::None)
+        return lastCharFormat_;
     const auto found = charFormats_.constFind(state);
     if (found != charFormats_.constEnd()) {
         lastCharFormat_ = *found;
@@ -139,6 +192,8 @@ const QTextCharFormat &RtfDocumentBuilder::CharFormat(const RtfCharState &state)
 
 const QTextBlockFormat &RtfDocumentBuilder::BlockFormat(const RtfParagraphState &paragraph)
 {
+    if (formats_ == Formats::None)
+        return lastBlockFormat_;
     const auto found = blockFormats_.constFind(paragraph);
     if (found != blockFormats_.constEnd()) {
         lastBlockFormat_ = *found;

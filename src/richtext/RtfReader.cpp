@@ -22,14 +22,14 @@ int Length(int twips)
 } // namespace
 
 RtfReader::RtfReader(QTextDocument &document, QStringView rtf, Input input)
-    : tokens_(rtf), input_(input), builder_(document)
+    : tokens_(rtf), input_(input), builder_(document, RtfDocumentBuilder::Formats::FromState)
 {
 }
 
-void RtfReader::Read()
+bool RtfReader::Read()
 {
     using Kind = RtfTokenizer::Kind;
-    for (Kind kind = tokens_.Next(); kind != Kind::End; kind = tokens_.Next()) {
+    for (Kind kind = tokens_.Next(); kind != Kind::End && !builder_.isFull(); kind = tokens_.Next()) {
         if (kind == Kind::GroupEnd && depth_ <= 1)
             break; // what follows the document is not of it
         const bool shown = skipDepth_ == 0;
@@ -66,6 +66,7 @@ void RtfReader::Read()
     }
     FlushBytes();
     builder_.Finish(state_.paragraph, state_.text);
+    return !builder_.isFull();
 }
 
 void RtfReader::BeginGroup()

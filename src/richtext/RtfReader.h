@@ -23,7 +23,8 @@ public:
     };
 
     RtfReader(QTextDocument &document, QStringView rtf, Input input);
-    void Read();
+    // False when the document was full before the end.
+    bool Read();
 
 private:
     enum class Destination
