@@ -8,6 +8,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -70,7 +71,7 @@ void KaShape::paintEvent(QPaintEvent *)
     // As many edges as there are cards, while they can be told apart.
     const double platz = std::max<double>(breite_, dicke);
     const double teilung = KartenAbstand * mass;
-    const int kanten = std::clamp(static_cast<int>((platz - dicke) / teilung + 0.5) + 1, 1, anzahl_);
+    const int kanten = std::clamp(static_cast<int>(std::lround((platz - dicke) / teilung)) + 1, 1, anzahl_);
     const double abstand = kanten > 1 ? (platz - dicke) / (kanten - 1) : 0;
     const double rand = height() * 0.045;
     const double spiel = height() * 0.03;

@@ -19,8 +19,9 @@
 
 namespace {
 
-// What the display can show at most: milliseconds from one picture to the next.
-constexpr qint64 Bildabstand = 16;
+// Milliseconds from one picture to the next while a file is opened: every second one that the display can
+// show, so that painting costs a fraction of the reading.
+constexpr qint64 Bildabstand = 33;
 constexpr int KleinsterBalken = 3; // pixels; a compartment with one card is not an empty one
 
 // Letter by letter, the two blanks at the end of one included.

@@ -61,8 +61,9 @@ void WuerfelBild::paintEvent(QPaintEvent *)
     const double auge = seite * 0.085;
     for (int platz = 0; platz < 9; ++platz) {
         if (Muster[static_cast<std::size_t>(augen_)] >> platz & 1) {
-            const QPointF mitte(oben.left() + oben.width() * (0.25 + 0.25 * (platz % 3)),
-                                oben.top() + oben.height() * (0.25 + 0.25 * (platz / 3)));
+            const int spalte = platz % 3, zeile = platz / 3;
+            const QPointF mitte(oben.left() + oben.width() * (0.25 + 0.25 * spalte),
+                                oben.top() + oben.height() * (0.25 + 0.25 * zeile));
             maler.drawEllipse(mitte, auge, auge);
         }
     }

@@ -54,7 +54,7 @@ private:
     {
         if (pfade.empty())
             return {};
-        const QString pfad = pfade.front();
+        QString pfad = pfade.front();
         pfade.pop_front();
         return pfad;
     }
