@@ -31,17 +31,18 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 }
 
 // The font dialog finds a font's style by name only and takes any other style where the font bears no name.
+// Of the styles that fit, the shortest name is the plain one ("Bold", not "Condensed Bold").
 QFont MitStilnamen(QFont schrift)
 {
     const QString familie = QFontInfo(schrift).family();
+    QString gewaehlt;
     for (const QString &stil : QFontDatabase::styles(familie)) {
         const QFont probe = QFontDatabase::font(familie, stil, schrift.pointSize());
-        if (probe.weight() == schrift.weight() && probe.italic() == schrift.italic() &&
-            (probe.stretch() == QFont::AnyStretch || probe.stretch() == QFont::Unstretched)) {
-            schrift.setStyleName(stil);
-            break;
-        }
+        const bool passt = probe.weight() == schrift.weight() && probe.italic() == schrift.italic();
+        if (passt && (gewaehlt.isEmpty() || stil.size() < gewaehlt.size()))
+            gewaehlt = stil;
     }
+    schrift.setStyleName(gewaehlt);
     return schrift;
 }
 

@@ -212,6 +212,8 @@ private slots:
             schrift.setBold(fett);
             schrift.setItalic(kursiv);
             Waehrend<QDialog>([](QDialog &fenster) {
+                const QFont gewaehlt = fenster.findChild<QFontDialog *>()->currentFont();
+                QVERIFY2(!gewaehlt.styleName().contains("Condensed"), qPrintable(gewaehlt.styleName()));
                 fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
             });
             DialogeFenster dialoge;
