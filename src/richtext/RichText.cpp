@@ -155,9 +155,10 @@ QString ToRtf(const QTextDocument &document)
     return QString::fromLatin1(RtfWriter(document).Write(RtfWriter::LastParagraph::Ended));
 }
 
-QByteArray FragmentToRtf(const QTextDocumentFragment &fragment)
+QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &defaultFont)
 {
     QTextDocument document;
+    document.setDefaultFont(defaultFont);
     QTextCursor(&document).insertFragment(fragment);
     const bool oneLine = document.blockCount() == 1;
     return RtfWriter(document).Write(oneLine ? RtfWriter::LastParagraph::Open

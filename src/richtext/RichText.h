@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFont>
 #include <QString>
 #include <QTextDocumentFragment>
 
@@ -46,7 +47,7 @@ QString PlainText(const QTextDocument &document);
 // Background colours, pictures, lists and tables are not kept (a table's texts become paragraphs).
 QString ToRtf(const QTextDocument &document);
 
-// For the clipboard: part of a document as RTF and back. A part of one paragraph has no \par at its end, so
-// that it is pasted into a line without breaking it.
-QByteArray FragmentToRtf(const QTextDocumentFragment &fragment);
+// For the clipboard: part of a document with that default font as RTF, and back. A part of one paragraph has
+// no \par at its end, so that it is pasted into a line without breaking it.
+QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &defaultFont = {});
 QTextDocumentFragment FragmentFromRtf(const QByteArray &rtf);

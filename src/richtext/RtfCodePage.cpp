@@ -103,7 +103,7 @@ RtfCodePage::RtfCodePage(int codePage)
     for (std::size_t i = 0; i < single_.size(); ++i) {
         const char byte = static_cast<char>(i);
         const QString text = Decode(QByteArray(1, byte));
-        // A byte that the page leaves open stands for the control character of the same number.
+        // A byte that the page leaves open reads as in Latin-1: 0x80 to 0x9F are control characters there.
         const bool defined = text.size() == 1 && text.front() != QChar::ReplacementCharacter;
         single_[i] = defined ? text.front().unicode() : static_cast<char16_t>(i);
     }

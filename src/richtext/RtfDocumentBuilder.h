@@ -15,9 +15,7 @@ class QTextDocument;
 // - A document is full when it would be about MaxHeight high. Its layout takes up to 50 bytes a character and
 //   500 a line, and does not come back from lines below 8,388,607 pixels. What comes after that is dropped
 //   and a last line "[…]" says so. At 12 points this is a million characters or 125,000 lines.
-// - Each format costs the loading of a font. Text that needs one more than MaxFormats has the format of the
-// text
-//   before it.
+// - Each format costs the loading of a font. What needs one more than MaxFormats takes the format before it.
 class RtfDocumentBuilder
 {
 public:

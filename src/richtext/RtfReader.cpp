@@ -352,10 +352,10 @@ void RtfReader::Text()
 {
     for (const QChar c : tokens_.text()) {
         const char16_t unit = c.unicode();
-        if (unit >= FirstNonAscii && input_ == Input::Bytes)
+        // ASCII may be the second byte of a character.
+        const bool isByte = unit < FirstNonAscii ? !bytes_.isEmpty() : input_ == Input::Bytes;
+        if (isByte)
             Byte(static_cast<unsigned char>(unit));
-        else if (unit < FirstNonAscii && !bytes_.isEmpty())
-            Byte(static_cast<unsigned char>(unit)); // may be the second byte of a character
         else
             Character(unit);
     }

@@ -17,6 +17,7 @@ private slots:
     void EndsInAShownText();
     void TooMuchTextEndsInALineThatSaysSo();
     void WhatFitsIsWhole();
+    void FormatsAreBounded();
     void LongWordsWrapAnywhereUntilTheNextText();
     void DeepGroupsKeepTheFormatOfTheOuterOnes();
     void DamagedTextsAreReadAndWrittenAlike();
@@ -33,6 +34,17 @@ QString Rtf(const QString &content)
 QString Repeated(const char *piece, qsizetype times = Many)
 {
     return QString::fromLatin1(piece).repeated(times);
+}
+
+QString ThousandsOfFormats()
+{
+    QString fonts = "{\\fonttbl";
+    QString text;
+    for (int i = 0; i < 5'000; ++i) {
+        fonts += QString("{\\f%1 F%1;}").arg(i);
+        text += QString("\\f%1\\fs%2\\li%1 a\\par").arg(i).arg(8 + i % 40);
+    }
+    return Rtf(fonts + "}" + text + "\\plain x");
 }
 
 void LayOut(QTextDocument &document)
@@ -74,13 +86,7 @@ void TestRtfHostile::EndsInAShownText_data()
     QTest::newRow("not even RTF") << QString(Many, u'{') + "x"
                                   << "x";
 
-    QString fonts = "{\\fonttbl";
-    QString text;
-    for (int i = 0; i < 5'000; ++i) {
-        fonts += QString("{\\f%1 F%1;}").arg(i);
-        text += QString("\\f%1\\fs%2 a").arg(i).arg(i % 3'000);
-    }
-    QTest::newRow("thousands of fonts and sizes") << Rtf(fonts + "}" + text + "\\plain x") << "x";
+    QTest::newRow("thousands of fonts and sizes") << ThousandsOfFormats() << "x";
 }
 
 void TestRtfHostile::EndsInAShownText()
@@ -134,6 +140,15 @@ void TestRtfHostile::WhatFitsIsWhole()
     QCOMPARE(document.begin().blockFormat().leftMargin(), 0.0);
     QCOMPARE(document.lastBlock().blockFormat().leftMargin(), 48.0);
     LayOut(document);
+}
+
+void TestRtfHostile::FormatsAreBounded()
+{
+    QTextDocument document;
+    QVERIFY(SetRichText(document, ThousandsOfFormats()));
+    QCOMPARE(document.blockCount(), 5'001);
+    // A thousand of characters, a thousand of paragraphs, and those that every document has.
+    QVERIFY(document.allFormats().size() < 2'010);
 }
 
 void TestRtfHostile::LongWordsWrapAnywhereUntilTheNextText()

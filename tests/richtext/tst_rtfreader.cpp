@@ -74,6 +74,7 @@ void TestRtfReader::Shows_data()
     row("hex in Windows-1252", R"(\'80\'84\'93)", QStringLiteral(u"€„“"));
     row("open places of Windows-1252", R"(\'81\'8d\'8f\'90\'9d)",
         QStringLiteral(u"\u0081\u008D\u008F\u0090\u009D"));
+    row("open place of another page", R"(\ansicpg1253 \'d2)", QStringLiteral(u"Ò"));
     row("hex without digits", R"(a\'zzb\')", "azzb");
     row("hex with one digit", R"(a\'4)", "a4");
     row("code page of the document", R"(\ansicpg1251 \'e4)", QStringLiteral(u"д"));
@@ -241,6 +242,9 @@ void TestRtfReader::WholeFilesOfOtherPrograms_data()
                "{\\*\\generator Riched20 10.0.19041}\\viewkind4\\uc1 \r\n"
                "\\pard\\sa200\\sl276\\slmult1\\cf1\\f0\\fs22\\lang7 Stra\\'dfe\\cf0\\par\r\n\\par\r\n}\r\n")
         << QString("(sa200)[Calibri 11pt #0000ff]Straße\n(sa200)[Calibri 11pt]");
+    QTest::newRow("default font")
+        << QString("{\\rtf1\\deff1{\\fonttbl{\\f0 A;}{\\f1\\fcharset204 B;}}\\'e4{\\f0 a}\\b\\plain b}")
+        << QStringLiteral(u"[B]д[A]a[B]b");
     QTest::newRow("word processor")
         << QString(
                "{\\rtf1\\adeflang1025\\ansi\\ansicpg1252\\uc1\\adeff0\\deff0\\stshfdbch0{\\fonttbl{"
