@@ -9,7 +9,7 @@
 #include <set>
 
 // The whole program in its window, driven by the keyboard alone.
-class ProgrammTest : public QObject
+class LernlaufTest : public QObject
 {
     Q_OBJECT
 
@@ -124,5 +124,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ProgrammTest)
-#include "ProgrammTest.moc"
+QTEST_GUILESS_MAIN(LernlaufTest)
+#include "LernlaufTest.moc"
