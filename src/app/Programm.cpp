@@ -2,9 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Programm.h"
 
+#include "Datausw.h"
+#include "Intro.h"
 #include "ProgramDirectory.h"
+#include "Statistik.h"
+#include "Ueber.h"
 
 #include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+
+#include <utility>
 
 Programm::Programm(const QString &laufverzeichnis)
     : klang_([this](const std::string &text) { meldungen_.Zeigen(QString::fromStdString(text)); }),
@@ -28,8 +36,15 @@ void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
     kartei_.KarteiPfad = konfig_.ProgrammPfad;
 }
 
-void Programm::Starten(const QString &befehlszeile)
+bool Programm::Starten(const QString &befehlszeile)
 {
+    // Between intro and main window, or behind a message, no window is open for a moment.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(
+        QStringLiteral("paukfix"), QIcon(konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico"))));
+    Intro intro(konfig_, meldungen_);
+    if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
+        return false;
     lbox_ = std::make_unique<LBOX>(LBoxUmgebung{
         .kartei = kartei_,
         .zustand = zustand_,
@@ -42,5 +57,28 @@ void Programm::Starten(const QString &befehlszeile)
         .stille = [this] { klang_.StopSound(); },
         .befehlszeile = befehlszeile,
     });
+    LBoxFenster fenster;
+    fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
+    fenster.Müber = [this] { ÜberZeigen(); };
+    fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
+    lbox_->SetFenster(std::move(fenster));
+    intro.hide();
     lbox_->show();
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+    return true;
+}
+
+void Programm::ÜberZeigen()
+{
+    über(konfig_.ProgrammPfad, meldungen_, lbox_.get()).exec();
+    lbox_->show();
+    lbox_->activateWindow();
+}
+
+QString Programm::KarteiWaehlen()
+{
+    Datausw auswahl(kartei_.ChosenFileName, lbox_.get());
+    auswahl.Auflisten(kartei_.KarteiPfad, QStringLiteral("*.pzb"), kartei_.CurrentFileName);
+    auswahl.exec();
+    return kartei_.ChosenFileName;
 }

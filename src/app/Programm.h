@@ -24,11 +24,14 @@ public:
     Programm &operator=(const Programm &) = delete;
     ~Programm();
 
-    // Shows the main window. `befehlszeile` names a card file to open, or is empty.
-    void Starten(const QString &befehlszeile);
+    // Plays the intro and shows the main window; false where the user closed the intro instead of going on.
+    // `befehlszeile` names a card file to open, or is empty.
+    bool Starten(const QString &befehlszeile);
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
+    void ÜberZeigen();
+    QString KarteiWaehlen();
 
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;

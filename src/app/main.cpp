@@ -4,7 +4,6 @@
 #include "Programm.h"
 
 #include <QApplication>
-#include <QIcon>
 
 int main(int argc, char *argv[])
 {
@@ -15,6 +14,5 @@ int main(int argc, char *argv[])
     DeutscheTexte();
 
     Programm programm(QApplication::applicationDirPath());
-    programm.Starten(QApplication::arguments().value(1));
-    return QApplication::exec();
+    return programm.Starten(QApplication::arguments().value(1)) ? QApplication::exec() : 0;
 }

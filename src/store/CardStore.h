@@ -39,6 +39,7 @@ public:
 
     QString KarteiPfad;      // directory of the card files, without a separator at its end
     QString CurrentFileName; // name of the open card file, without directory
+    QString ChosenFileName;  // what was picked in the last file chooser; empty when it was cancelled
     FachTabelle FachInfo{};
     qint16 HighestCardNumber = 0;
     qint32 LoopsPerSecond = 0;

@@ -38,7 +38,7 @@ QString BlosserName(const QString &name)
     return name.mid(std::max(name.lastIndexOf(u'\\'), name.lastIndexOf(u'/')) + 1);
 }
 
-QImage BildLesen(const QString &pfad)
+QImage BildLesen(const QString &pfad, const QSize &platz)
 {
     const QFileInfo info(pfad);
     if (!info.dir().exists())
@@ -60,8 +60,10 @@ QImage BildLesen(const QString &pfad)
     const QSize groesse = leser.size();
     if (qint64{groesse.width()} * groesse.height() > MaxPixel)
         KeinBild(pfad, QStringLiteral("es ist zu groß."));
-    if (groesse.width() > MaxSeite || groesse.height() > MaxSeite)
-        leser.setScaledSize(groesse.scaled(MaxSeite, MaxSeite, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    const QSize grenze =
+        (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
+    if (groesse.width() > grenze.width() || groesse.height() > grenze.height())
+        leser.setScaledSize(groesse.scaled(grenze, Qt::KeepAspectRatio).expandedTo({1, 1}));
     QImage bild = leser.read();
     if (bild.isNull())
         KeinBild(pfad, QStringLiteral("die Datei ist beschädigt oder zu groß."));

@@ -6,6 +6,7 @@
 #include "StoreError.h"
 
 #include <QImage>
+#include <QSize>
 #include <QString>
 
 namespace Fehler {
@@ -17,8 +18,9 @@ inline constexpr int UngueltigesBild = 481; // neither BMP nor JPEG, damaged, or
 QString BlosserName(const QString &name);
 
 // Reads a BMP or JPEG file, told by its content, turned as its camera says. A picture of more than 4096
-// pixels on a side is read smaller. Throws StoreError 53, 76, 75 or 481.
-QImage BildLesen(const QString &pfad);
+// pixels on a side is read smaller, and one that is larger than `platz` (pixels) so that it just fits.
+// Throws StoreError 53, 76, 75 or 481.
+QImage BildLesen(const QString &pfad, const QSize &platz = {});
 
 // The picture that a card names: from the directory of the card file or, where it is not there, from the
 // program's. Shows what went wrong and returns a null image then.

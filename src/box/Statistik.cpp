@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Statistik.h"
+
+#include "Flaeche.h"
+#include "StatistikBalken.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+QString FachName(std::size_t fach)
+{
+    if (fach == FachNeu)
+        return QStringLiteral("Fach Neu");
+    return fach == FachErledigt ? QStringLiteral("erledigt") : QStringLiteral("Fach %1").arg(fach);
+}
+
+} // namespace
+
+Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("Statistik"));
+    setWindowTitle(QStringLiteral("Statistik"));
+
+    karte_ = new Flaeche(this);
+    karte_->SetUmriss(Flaeche::Umriss::Fein);
+    const int zeile = fontMetrics().height();
+    auto *innen = new QVBoxLayout(karte_);
+    innen->setContentsMargins(zeile, zeile, zeile, zeile);
+    innen->setSpacing(zeile);
+    innen->addLayout(ZeitenBauen(werte));
+    innen->addLayout(FaecherBauen(werte));
+    innen->addLayout(FragenBauen(werte));
+
+    cmdZurück_ = new QPushButton(QStringLiteral("Zurück"), this);
+    cmdZurück_->setObjectName(QStringLiteral("cmdZurück"));
+    cmdZurück_->setAccessibleName(cmdZurück_->text());
+    cmdZurück_->setDefault(true);
+    cmdZurück_->setFocus();
+    connect(cmdZurück_, &QPushButton::clicked, this, [this] { accept(); });
+
+    auto *knoepfe = new QHBoxLayout;
+    knoepfe->addStretch(1);
+    knoepfe->addWidget(cmdZurück_);
+    auto *alles = new QVBoxLayout(this);
+    alles->setContentsMargins(zeile, zeile, zeile, zeile);
+    alles->setSpacing(zeile / 2);
+    alles->addWidget(karte_, 1);
+    alles->addLayout(knoepfe);
+}
+
+QLabel *Statistik::Beschriftung(const QString &text, bool fett)
+{
+    auto *label = new QLabel(text, karte_);
+    QFont schrift = label->font();
+    schrift.setBold(fett);
+    label->setFont(schrift);
+    label->setForegroundRole(QPalette::Text);
+    return label;
+}
+
+QLineEdit *Statistik::Feld(const QString &name, const QString &zugaenglich, const QString &text)
+{
+    auto *feld = new QLineEdit(text, karte_);
+    feld->setObjectName(name);
+    feld->setAccessibleName(zugaenglich);
+    feld->setReadOnly(true);
+    feld->setFrame(false);
+    return feld;
+}
+
+QLineEdit *Statistik::Zahl(const QString &name, const QString &zugaenglich, const QString &text)
+{
+    QLineEdit *feld = Feld(name, zugaenglich, text);
+    feld->setAlignment(Qt::AlignRight);
+    // The room of the largest figure, so that columns stand where they are.
+    feld->setFixedWidth(feld->fontMetrics().horizontalAdvance(QStringLiteral("+000000")));
+    return feld;
+}
+
+QLayout *Statistik::ZeitenBauen(const StatistikWerte &werte)
+{
+    auto *zeiten = new QGridLayout;
+    const auto zeile = [&](int nummer, const QString &name, const QString &beschriftung,
+                           const QString &text) {
+        zeiten->addWidget(Beschriftung(beschriftung), nummer, 0);
+        zeiten->addWidget(Feld(name, beschriftung, text), nummer, 1);
+    };
+    zeile(0, QStringLiteral("DatZeit"), QStringLiteral("Datum Uhrzeit:"), werte.DatZeit);
+    zeile(1, QStringLiteral("Beginn"), QStringLiteral("Sitzungsbeginn:"), werte.Beginn);
+    return zeiten;
+}
+
+QLayout *Statistik::FaecherBauen(const StatistikWerte &werte)
+{
+    int hoechstens = 1;
+    for (const StatistikWerte::Zeile &fach : werte.Fach)
+        hoechstens = std::max({hoechstens, fach.beginn, fach.jetzt});
+
+    auto *tafel = new QGridLayout;
+    const int abstand = fontMetrics().height();
+    tafel->setHorizontalSpacing(abstand);
+    tafel->setVerticalSpacing(abstand / 4);
+    tafel->setColumnStretch(4, 1);
+    tafel->addWidget(Beschriftung(QStringLiteral("Anzahl Karten:"), true), 0, 0);
+    tafel->addWidget(Beschriftung(QStringLiteral("bei Sitzungs Beginn")), 0, 1, Qt::AlignRight);
+    tafel->addWidget(Beschriftung(QStringLiteral("jetzt")), 0, 2, Qt::AlignRight);
+    tafel->addWidget(Beschriftung(QStringLiteral("Änderung")), 0, 3, Qt::AlignRight);
+    tafel->addLayout(LegendeBauen(), 0, 4);
+    for (std::size_t i = 0; i < FachAnzahl; ++i) {
+        const auto [beginn, jetzt] = werte.Fach[i];
+        const int zeile = static_cast<int>(i) + 1;
+        const auto zahl = [&](int spalte, const char *name, const QString &was, const QString &text) {
+            tafel->addWidget(Zahl(QStringLiteral("%1(%2)").arg(QString::fromUtf8(name)).arg(i),
+                                  FachName(i) + QLatin1Char(' ') + was, text),
+                             zeile, spalte, Qt::AlignRight);
+        };
+        tafel->addWidget(Beschriftung(FachName(i)), zeile, 0);
+        zahl(1, "BegAnz", QStringLiteral("bei Sitzungs Beginn"), QString::number(beginn));
+        zahl(2, "AktAnz", QStringLiteral("jetzt"), QString::number(jetzt));
+        zahl(3, "ÄndAnz", QStringLiteral("Änderung"), AenderungsText(jetzt - beginn));
+        auto *balken = new StatistikBalken(beginn, jetzt, hoechstens, karte_);
+        balken->setObjectName(QStringLiteral("Balken(%1)").arg(i));
+        balken->setAccessibleName(QStringLiteral("%1: %2, jetzt %3").arg(FachName(i)).arg(beginn).arg(jetzt));
+        tafel->addWidget(balken, zeile, 4);
+    }
+    return tafel;
+}
+
+// Says which bar is which.
+QLayout *Statistik::LegendeBauen()
+{
+    auto *legende = new QHBoxLayout;
+    const auto muster = [&](std::optional<int> beginn, std::optional<int> jetzt, const QString &text) {
+        auto *balken = new StatistikBalken(beginn, jetzt, 1, karte_);
+        balken->setFixedWidth(fontMetrics().height());
+        legende->addWidget(balken);
+        legende->addWidget(Beschriftung(text));
+    };
+    muster(1, {}, QStringLiteral("Beginn"));
+    legende->addSpacing(fontMetrics().height() / 2);
+    muster({}, 1, QStringLiteral("jetzt"));
+    legende->addStretch(1);
+    return legende;
+}
+
+QLayout *Statistik::FragenBauen(const StatistikWerte &werte)
+{
+    auto *fragen = new QHBoxLayout;
+    fragen->addWidget(Beschriftung(QStringLiteral("Beantwortete Fragen:"), true));
+    const auto zahl = [&](const QString &name, int anzahl) {
+        fragen->addSpacing(fontMetrics().height());
+        fragen->addWidget(Beschriftung(name));
+        fragen->addWidget(Zahl(name, name, QString::number(anzahl)));
+    };
+    zahl(QStringLiteral("richtig"), werte.richtig);
+    zahl(QStringLiteral("falsch"), werte.falsch);
+    zahl(QStringLiteral("gesamt"), werte.gesamt);
+    fragen->addStretch(1);
+    return fragen;
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Datausw.h"
+
+#include <QCollator>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), chosenFileName_(ChosenFileName)
+{
+    setObjectName(QStringLiteral("Datausw"));
+    setWindowTitle(QStringLiteral("Datei laden "));
+
+    Hinweis_ = new QLabel(this);
+    Hinweis_->setObjectName(QStringLiteral("Hinweis"));
+    Hinweis_->setAccessibleName(QStringLiteral("Hinweis"));
+    Hinweis_->setTextFormat(Qt::PlainText);
+    Hinweis_->setWordWrap(true);
+
+    Filelist_ = new QListWidget(this);
+    Filelist_->setObjectName(QStringLiteral("Filelist"));
+    Filelist_->setAccessibleName(QStringLiteral("Dateien"));
+    const int zeile = fontMetrics().height();
+    Filelist_->setSpacing(zeile / 8);
+    connect(Filelist_, &QListWidget::itemDoubleClicked, this, [this] { laden_Click(); });
+
+    laden_ = new QPushButton(QStringLiteral("laden"), this);
+    laden_->setObjectName(QStringLiteral("laden"));
+    laden_->setAccessibleName(QStringLiteral("laden"));
+    laden_->setDefault(true);
+    connect(laden_, &QPushButton::clicked, this, [this] { laden_Click(); });
+    abbrechen_ = new QPushButton(QStringLiteral("abbrechen"), this);
+    abbrechen_->setObjectName(QStringLiteral("abbrechen"));
+    abbrechen_->setAccessibleName(QStringLiteral("abbrechen"));
+    connect(abbrechen_, &QPushButton::clicked, this, [this] { reject(); });
+
+    auto *knoepfe = new QHBoxLayout;
+    knoepfe->addStretch(1);
+    knoepfe->addWidget(laden_);
+    knoepfe->addWidget(abbrechen_);
+    auto *alles = new QVBoxLayout(this);
+    alles->setContentsMargins(zeile, zeile, zeile, zeile);
+    alles->setSpacing(zeile / 2);
+    alles->addWidget(Hinweis_);
+    alles->addWidget(Filelist_, 1);
+    alles->addLayout(knoepfe);
+    resize(zeile * 26, zeile * 20);
+    Filelist_->setFocus();
+}
+
+void Datausw::Auflisten(const QString &verzeichnis, const QString &muster, const QString &vorgabe)
+{
+    QStringList namen = QDir(verzeichnis, muster, QDir::NoSort, QDir::Files | QDir::Hidden).entryList();
+    QCollator ordnung;
+    ordnung.setNumericMode(true);
+    ordnung.setCaseSensitivity(Qt::CaseInsensitive);
+    std::sort(namen.begin(), namen.end(), ordnung);
+
+    Filelist_->clear();
+    Filelist_->addItems(namen);
+    Filelist_->setCurrentRow(static_cast<int>(std::max<qsizetype>(namen.indexOf(vorgabe), 0)));
+    laden_->setEnabled(!namen.isEmpty());
+    const QString ordner = QDir::toNativeSeparators(verzeichnis);
+    Hinweis_->setText(namen.isEmpty() ? QStringLiteral("Keine Dateien in %1").arg(ordner)
+                                      : QStringLiteral("Dateien in %1").arg(ordner));
+}
+
+void Datausw::laden_Click()
+{
+    const QListWidgetItem *datei = Filelist_->currentItem();
+    chosenFileName_ = datei ? datei->text() : QString();
+    accept();
+}
+
+// The button, Esc, or the window's own close.
+void Datausw::reject()
+{
+    chosenFileName_.clear();
+    QDialog::reject();
+}

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Intro.h"
+
+#include "Bild.h"
+#include "Schritt.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr qint16 ErstesBild = 5;
+constexpr qint16 LetztesBild = 11;
+constexpr qint16 LosGehts = 13;
+constexpr int Takt = 1000;        // milliseconds
+constexpr QSizeF Masse{960, 600}; // of the window at 96 dpi, in the shape of the pictures
+
+const QString Kontext = QStringLiteral("Fehler bei Form Intro Load: ");
+
+} // namespace
+
+Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), meldungen_(meldungen)
+{
+    setObjectName(QStringLiteral("Intro"));
+    setWindowTitle(QStringLiteral("Merkkasten"));
+    setAccessibleName(QStringLiteral("Merkkasten"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+
+    Timer_Intro_ = new QTimer(this);
+    Timer_Intro_->setObjectName(QStringLiteral("Timer_Intro"));
+    Timer_Intro_->setInterval(Takt);
+    connect(Timer_Intro_, &QTimer::timeout, this, [this] { Timer_Intro_Timer(); });
+
+    Command1_ = new QPushButton(QStringLiteral("los geht's"), this);
+    Command1_->setObjectName(QStringLiteral("Command1"));
+    Command1_->setAccessibleName(Command1_->text());
+    Command1_->setDefault(true);
+    QFont schrift = Command1_->font();
+    schrift.setPointSizeF(schrift.pointSizeF() * 1.3);
+    Command1_->setFont(schrift);
+    const int zeile = Command1_->fontMetrics().height();
+    Command1_->setMinimumSize(Command1_->sizeHint() + QSize(zeile, zeile / 3));
+    connect(Command1_, &QPushButton::clicked, this, [this] { Command1_Click(); });
+
+    // Where the pictures have their empty corner.
+    auto *platz = new QGridLayout(this);
+    platz->setContentsMargins(zeile, zeile, zeile, zeile);
+    platz->addWidget(Command1_, 0, 0, Qt::AlignRight | Qt::AlignBottom);
+
+    const QSizeF gross = Masse * std::max(1.0, logicalDpiX() / 96.0);
+    resize(gross.boundedTo(Masse.scaled(screen()->availableSize() * 0.8, Qt::KeepAspectRatio)).toSize());
+}
+
+Intro::Ausgang Intro::Form_Load(const QString &befehlszeile)
+{
+    animationOn_ = true;
+    Schritt(meldungen_, Kontext, [this] { animationOn_ = konfig_.ReadIntroAnimation(); });
+    if (!animationOn_ || !befehlszeile.isEmpty())
+        return Ausgang::Hauptfenster;
+    Abspielen();
+    return introStep_ >= LosGehts ? Ausgang::Hauptfenster : Ausgang::Programmende;
+}
+
+void Intro::Abspielen()
+{
+    Timer_Intro_->start();
+    show();
+    activateWindow();
+    Command1_->setFocus();
+    for (introStep_ = ErstesBild; introStep_ <= LetztesBild && !geschlossen_; ++introStep_) {
+        Schritt(meldungen_, Kontext, [this] {
+            BildZeigen(QStringLiteral("%1/lbox%2.jpg")
+                           .arg(konfig_.ProgrammPfad)
+                           .arg(introStep_, 2, 10, QLatin1Char('0')));
+        });
+        QCoreApplication::processEvents();
+    }
+    // It stays until the user says so.
+    if (introStep_ < LosGehts && !geschlossen_)
+        warten_.exec();
+    Timer_Intro_->stop();
+}
+
+// Where the picture cannot be read, the one before stays.
+void Intro::BildZeigen(const QString &pfad)
+{
+    bild_ = BildLesen(QDir::toNativeSeparators(pfad), size() * devicePixelRatio());
+    pfad_ = pfad;
+    update();
+}
+
+void Intro::Command1_Click()
+{
+    introStep_ = LosGehts;
+    warten_.quit();
+}
+
+void Intro::Timer_Intro_Timer()
+{
+    constexpr int Grenze = std::numeric_limits<qint16>::max();
+    introElapsed_ = static_cast<qint16>(std::min(introElapsed_ + Timer_Intro_->interval(), Grenze));
+    if (introElapsed_ == Grenze)
+        Timer_Intro_->stop();
+}
+
+void Intro::paintEvent(QPaintEvent *)
+{
+    QPainter maler(this);
+    maler.fillRect(rect(), palette().window());
+    if (bild_.isNull())
+        return;
+    QRectF platz(QPointF(), QSizeF(bild_.size()).scaled(size(), Qt::KeepAspectRatio));
+    platz.moveCenter(QRectF(rect()).center());
+    maler.setRenderHint(QPainter::SmoothPixmapTransform);
+    maler.drawImage(platz, bild_);
+}
+
+void Intro::resizeEvent(QResizeEvent *)
+{
+    if (pfad_.isEmpty())
+        return;
+    try {
+        BildZeigen(pfad_);
+    } catch (const std::exception &) {
+        update(); // the picture is gone meanwhile: what was read of it is stretched
+    }
+}
+
+void Intro::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat())
+        Command1_->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void Intro::closeEvent(QCloseEvent *event)
+{
+    geschlossen_ = true;
+    warten_.quit();
+    event->accept();
+}

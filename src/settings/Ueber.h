@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Meldungen.h"
+
+#include <QDialog>
+
+class QPushButton;
+class RichTextBox;
+
+// The about box: the text of "ueber.rtf" in the program's directory.
+class über final : public QDialog
+{
+public:
+    // Says what went wrong where the text cannot be read; the box is empty then.
+    über(const QString &programmPfad, Meldungen &meldungen, QWidget *parent = nullptr);
+
+private:
+    RichTextBox *RichTextBox1_ = nullptr;
+    QPushButton *Command1_ = nullptr;
+};

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QDir>
+#include <QProcess>
+#include <QTest>
+
+#include <memory>
+
+// A virtual display with a window manager, and the hands of a user on it.
+class Anzeige
+{
+public:
+    Anzeige()
+    {
+        xvfb_.setProgram("Xvfb");
+        xvfb_.setArguments({"-displayfd", "1", "-screen", "0", "1280x860x24", "-nolisten", "tcp"});
+        xvfb_.start();
+        QByteArray nummer;
+        while (!nummer.contains('\n') && xvfb_.waitForReadyRead(20000))
+            nummer += xvfb_.readAllStandardOutput();
+        if (nummer.trimmed().isEmpty())
+            qFatal("no virtual display");
+        umgebung = QProcessEnvironment::systemEnvironment();
+        umgebung.insert("DISPLAY", ":" + nummer.trimmed());
+        umgebung.insert("QT_QPA_PLATFORM", "xcb");
+        umgebung.insert("SDL_AUDIODRIVER", "dummy");
+        umgebung.insert("QT_LOGGING_RULES", "*=false");
+        umgebung.remove("WAYLAND_DISPLAY");
+        openbox_.setProcessEnvironment(umgebung);
+        openbox_.setStandardErrorFile(QProcess::nullDevice());
+        openbox_.start("openbox", QStringList());
+        if (!QTest::qWaitFor([this] { return Xdotool({"get_num_desktops"}).toInt() > 0; }, 20000))
+            qFatal("no window manager");
+    }
+
+    Anzeige(const Anzeige &) = delete;
+    Anzeige &operator=(const Anzeige &) = delete;
+
+    ~Anzeige()
+    {
+        for (QProcess *prozess : {&openbox_, &xvfb_}) {
+            prozess->terminate();
+            prozess->waitForFinished();
+        }
+    }
+
+    // Titles of all visible windows.
+    bool Offen(const QString &titel) const
+    {
+        return !Xdotool({"search", "--onlyvisible", "--name", "^" + titel + "$"}).isEmpty();
+    }
+
+    // Waits until the window of this title has the keyboard.
+    bool WarteAuf(const QString &titel) const
+    {
+        return QTest::qWaitFor([&] { return Xdotool({"getactivewindow", "getwindowname"}) == titel; }, 30000);
+    }
+
+    // Presses a key when the window of this title has the keyboard.
+    bool Taste(const QString &titel, const QString &taste) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        Xdotool({"key", taste});
+        return true;
+    }
+
+    QProcessEnvironment umgebung; // for programs on this display
+
+private:
+    QString Xdotool(const QStringList &befehl) const
+    {
+        QProcess prozess;
+        prozess.setProcessEnvironment(umgebung);
+        prozess.start("xdotool", befehl);
+        prozess.waitForFinished();
+        return QString::fromUtf8(prozess.readAllStandardOutput()).trimmed();
+    }
+
+    QProcess xvfb_, openbox_;
+};
+
+// A program that has been started; it ends with the test at the latest.
+class Lauf
+{
+public:
+    Lauf(const Anzeige &anzeige, const QString &programm, const QStringList &argumente = {})
+    {
+        prozess.setProcessEnvironment(anzeige.umgebung);
+        prozess.setProcessChannelMode(QProcess::ForwardedChannels);
+        prozess.setProgram(programm);
+        prozess.setArguments(argumente);
+    }
+
+    Lauf(const Lauf &) = delete;
+    Lauf &operator=(const Lauf &) = delete;
+
+    ~Lauf()
+    {
+        if (prozess.state() == QProcess::NotRunning)
+            return;
+        prozess.kill();
+        prozess.waitForFinished();
+    }
+
+    bool Starten()
+    {
+        prozess.start();
+        return prozess.waitForStarted();
+    }
+
+    // Ended by itself, without a failure.
+    bool IstZuEnde()
+    {
+        return QTest::qWaitFor([this] { return prozess.state() == QProcess::NotRunning; }, 20000) &&
+               prozess.exitStatus() == QProcess::NormalExit && prozess.exitCode() == 0;
+    }
+
+    QProcess prozess;
+};

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anzeige.h"
+#include "StoreTestSupport.h"
+
+#include <QFile>
+
+// The built program in a real window, used by keyboard.
+class ProgrammLaufTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Anzeige> anzeige_;
+    std::unique_ptr<QTemporaryDir> ordner_;
+
+    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
+
+private slots:
+
+    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+
+    void cleanupTestCase() { anzeige_.reset(); }
+
+    // A portable copy of the program.
+    void init()
+    {
+        ordner_ = std::make_unique<QTemporaryDir>();
+        const QDir von(PROGRAM_DIR);
+        for (const QString &name :
+             von.entryList({"paukfix", "lbox*.jpg", "ueber.rtf", "*.ico", "Applause.wav"}))
+            QVERIFY(QFile::copy(von.filePath(name), Pfad(name)));
+        QVERIFY(QFile::copy(SOURCE_DIR "/assets/konfig.dat", Pfad("konfig.dat")));
+    }
+
+    void FromTheIntroToTheMainWindowAndOut()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"));
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
+        QVERIFY(!anzeige_->Offen("Merkkasten"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    void ClosingTheIntroEndsTheProgram()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"));
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Taste("Merkkasten", "alt+F4"));
+        QVERIFY(lauf.IstZuEnde());
+        QVERIFY(!anzeige_->Offen("Lern-Box"));
+    }
+
+    void TwoProgramsOnOneFile()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        Lauf erster(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        QVERIFY(erster.Starten());
+        QVERIFY(anzeige_->Taste("Lern-Box", "n"));
+        QVERIFY(anzeige_->WarteAuf("Merkkasten Abfrage"));
+        Lauf zweiter(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        QVERIFY(zweiter.Starten());
+        // It is locked, and so was not opened.
+        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(zweiter.IstZuEnde());
+        QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(erster.IstZuEnde());
+    }
+};
+
+QTEST_GUILESS_MAIN(ProgrammLaufTest)
+#include "ProgrammLaufTest.moc"

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Programm.h"
+
+#include "Drehbuch.h"
+#include "Intro.h"
+#include "StoreTestSupport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+
+#include <memory>
+
+// The whole program in this process: all its real windows, messages and dialogs.
+class ProgrammTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> ordner_;
+    std::unique_ptr<Programm> programm_;
+    QStringList meldungen_;
+    QString zuhause_;
+
+    QString Pfad(const QString &name) const { return ordner_->filePath("programm/" + name); }
+
+    static QWidget *Offen(const QString &name)
+    {
+        for (QWidget *fenster : QApplication::topLevelWidgets()) {
+            if (fenster->objectName() == name && fenster->isVisible())
+                return fenster;
+        }
+        return nullptr;
+    }
+
+    // The window of this name when it can be used.
+    static QWidget *Bereit(const QString &name)
+    {
+        QWidget *fenster = Offen(name);
+        const QWidget *modal = QApplication::activeModalWidget();
+        return fenster && (!modal || modal == fenster) && QApplication::activeWindow() == fenster ? fenster
+                                                                                                  : nullptr;
+    }
+
+    static Drehbuch::Szene Taste(const QString &name, Qt::Key taste, Qt::KeyboardModifiers dazu = {})
+    {
+        return [=] {
+            QWidget *fenster = Bereit(name);
+            if (!fenster || !fenster->focusWidget())
+                return false;
+            QTest::keyClick(fenster->focusWidget(), taste, dazu);
+            return true;
+        };
+    }
+
+    // Reads the next message and closes it.
+    Drehbuch::Szene Meldung()
+    {
+        return [this] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box || !box->isActiveWindow())
+                return false;
+            meldungen_ << box->text();
+            QTest::keyClick(box, Qt::Key_Return);
+            return true;
+        };
+    }
+
+    // Cancels the dialog that asks for a card file.
+    static bool DialogAbbrechen()
+    {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog || dialog->windowTitle() != "Merkkasten öffnen")
+            return false;
+        dialog->reject();
+        return true;
+    }
+
+    void Konfig(const QByteArray &animation) const
+    {
+        QFile datei(Pfad("konfig.dat"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        datei.write("[recentfiles]\r\n[Font]\r\nFontName=Arial\r\n[Animation]\r\nAnimation=" + animation +
+                    "\r\n");
+    }
+
+    void MachProgramm() { programm_ = std::make_unique<Programm>(ordner_->filePath("programm")); }
+
+    // The program on "a.pzb", and "b.pzb" beside it.
+    void OeffnenMitZweiDateien()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
+        MakeCardFile(Pfad("b.pzb"), {MakeCard(1, 1, 1)});
+        MachProgramm();
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QTRY_COMPARE(Kartei(), "a.pzb");
+        QTRY_VERIFY(Bereit("LBOX"));
+    }
+
+    static QString Kartei()
+    {
+        const QWidget *lbox = Offen("LBOX");
+        const auto *knopf = lbox ? lbox->findChild<QToolButton *>("LKartei") : nullptr;
+        return knopf ? knopf->text() : QString();
+    }
+
+private slots:
+
+    void init()
+    {
+        ordner_ = std::make_unique<QTemporaryDir>();
+        meldungen_.clear();
+        zuhause_ = QDir::currentPath();
+        qputenv("XDG_DATA_HOME", QFile::encodeName(ordner_->filePath("daten")));
+        qputenv("SDL_AUDIODRIVER", "dummy");
+        QVERIFY(QDir().mkpath(ordner_->filePath("programm")));
+        for (const QString &name : QDir(PROGRAM_DIR).entryList({"lbox*.jpg", "ueber.rtf", "*.ico"}))
+            QVERIFY(QFile::copy(QDir(PROGRAM_DIR).filePath(name), Pfad(name)));
+        Konfig("True");
+    }
+
+    void cleanup()
+    {
+        programm_.reset();
+        QDir::setCurrent(zuhause_);
+    }
+
+    void WithoutArgumentTheIntroComesBeforeTheMainWindow()
+    {
+        MachProgramm();
+        const Drehbuch buch(
+            {Taste("Intro", Qt::Key_Return), [] { return !Offen("Intro") && DialogAbbrechen(); }});
+        QVERIFY(programm_->Starten({}));
+        QTRY_VERIFY(buch.Fertig());
+        QTRY_COMPARE(Kartei(), "Keine Kartei geöffnet");
+        QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+    }
+
+    void ClosingTheIntroEndsTheProgram()
+    {
+        MachProgramm();
+        const Drehbuch buch({[] {
+            QWidget *intro = Bereit("Intro");
+            return intro && intro->close();
+        }});
+        QVERIFY(!programm_->Starten({}));
+        QVERIFY(!Offen("LBOX"));
+    }
+
+    void WithAnArgumentTheFileOpensAtOnce()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        MachProgramm();
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(!Offen("Intro"));
+        QTRY_COMPARE(Kartei(), "a.pzb");
+    }
+
+    void WithAnimationFalseTheMainWindowOpensAtOnce()
+    {
+        Konfig("False");
+        MachProgramm();
+        const Drehbuch buch({&DialogAbbrechen});
+        QVERIFY(programm_->Starten({}));
+        QVERIFY(!Offen("Intro"));
+        QVERIFY(Offen("LBOX"));
+        QTRY_VERIFY(buch.Fertig());
+    }
+
+    void AMissingKonfigIsReportedByIntroAndMainWindow()
+    {
+        // A user's own directory from which the file was deleted.
+        QVERIFY(QDir().mkpath(ordner_->filePath("daten")));
+        QVERIFY(QFile::remove(Pfad("konfig.dat")));
+        QVERIFY(QDir().rename(ordner_->filePath("programm"), ordner_->filePath("daten/paukfix")));
+        MachProgramm();
+        const Drehbuch buch({Meldung(), Taste("Intro", Qt::Key_Return), Meldung(), &DialogAbbrechen});
+        QVERIFY(programm_->Starten({}));
+        QTRY_VERIFY(buch.Fertig());
+        QCOMPARE(meldungen_.size(), 2);
+        QVERIFY2(meldungen_[0].startsWith("Fehler bei Form Intro Load: "), qPrintable(meldungen_[0]));
+        QVERIFY2(meldungen_[1].startsWith("Fehler in Konfig_Lesen"), qPrintable(meldungen_[1]));
+        QVERIFY(!QFile::exists(ordner_->filePath("daten/paukfix/konfig.dat")));
+    }
+
+    void MissingPicturesAreReportedAndTheProgramStarts()
+    {
+        for (const char *nummer : {"06", "11"})
+            QVERIFY(QFile::remove(Pfad(QString("lbox%1.jpg").arg(nummer))));
+        MachProgramm();
+        const Drehbuch buch({Meldung(), Meldung(), Taste("Intro", Qt::Key_Space), &DialogAbbrechen});
+        QVERIFY(programm_->Starten({}));
+        QTRY_VERIFY(buch.Fertig());
+        QCOMPARE(meldungen_.size(), 2);
+        QVERIFY(meldungen_[0].startsWith("Fehler bei Form Intro Load: ") &&
+                meldungen_[0].contains("lbox06.jpg"));
+        QVERIFY(meldungen_[1].contains("lbox11.jpg"));
+    }
+
+    void AnArgumentThatIsNoCardFileLeadsToTheDialog()
+    {
+        MachProgramm();
+        const Drehbuch buch({Meldung(), &DialogAbbrechen});
+        QVERIFY(programm_->Starten(Pfad("ueber.rtf")));
+        QTRY_VERIFY(buch.Fertig());
+        QCOMPARE(meldungen_, QStringList{"Bitte nur .pzb Dateien"});
+    }
+
+    void AFileThatIsInUseIsRefused()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        TestMeldungen andere;
+        const TestUhr uhr;
+        CardStore anderer(andere, uhr);
+        anderer.KarteiPfad = ordner_->filePath("programm");
+        QString name = "a.pzb";
+        anderer.OpenCardFile(name);
+        QVERIFY(anderer.IsOpen());
+        MachProgramm();
+        const Drehbuch buch({Meldung(), Meldung()});
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QTRY_VERIFY(buch.Fertig());
+        QVERIFY2(meldungen_[0].contains("3045"), qPrintable(meldungen_[0]));
+        QCOMPARE(meldungen_[1], "Fehler beim Öffnen");
+        QTRY_COMPARE(Kartei(), "Keine Kartei geöffnet");
+    }
+
+    void TheMenuShowsStatisticsAndAboutBox()
+    {
+        OeffnenMitZweiDateien();
+        QString anzahl, ueber;
+        const Drehbuch buch({[&] {
+                                 const QWidget *fenster = Bereit("Statistik");
+                                 if (!fenster)
+                                     return false;
+                                 anzahl = fenster->findChild<QLineEdit *>("AktAnz(0)")->text();
+                                 return true;
+                             },
+                             Taste("Statistik", Qt::Key_Return),
+                             [&] {
+                                 const QWidget *fenster = Bereit("über");
+                                 if (!fenster)
+                                     return false;
+                                 ueber = fenster->findChild<QTextEdit *>("RichTextBox1")->toPlainText();
+                                 return true;
+                             },
+                             Taste("über", Qt::Key_Return)});
+        for (const char *name : {"MStatistik", "Müber"}) {
+            auto *eintrag = Offen("LBOX")->findChild<QAction *>(QString::fromUtf8(name));
+            QVERIFY(eintrag->isEnabled());
+            eintrag->trigger();
+        }
+        QVERIFY(buch.Fertig());
+        QCOMPARE(anzahl, "2");
+        QVERIFY(ueber.startsWith("Paukfix"));
+        QTRY_VERIFY(Bereit("LBOX"));
+    }
+
+    void TheCardFileIsChangedByKeyboardAlone()
+    {
+        OeffnenMitZweiDateien();
+        const Drehbuch buch({Taste("Datausw", Qt::Key_Down), Taste("Datausw", Qt::Key_Return)});
+        QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+        QVERIFY(buch.Fertig());
+        QTRY_COMPARE(Kartei(), "b.pzb");
+    }
+
+    void CancellingTheChooserKeepsTheFile()
+    {
+        OeffnenMitZweiDateien();
+        const Drehbuch buch({Taste("Datausw", Qt::Key_Escape)});
+        QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+        QVERIFY(buch.Fertig());
+        QCOMPARE(Kartei(), "a.pzb");
+    }
+};
+
+QTEST_MAIN(ProgrammTest)
+#include "ProgrammTest.moc"
