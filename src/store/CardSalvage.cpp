@@ -14,6 +14,8 @@
 
 namespace {
 
+// So many copies of one card are looked at; a forged file may hold any number.
+constexpr std::size_t mostCopies = 16;
 constexpr int MostNumber = std::numeric_limits<std::int16_t>::max();
 
 // Greater is better: which of two cards keeps the number that both bear.
@@ -130,28 +132,36 @@ void CardSalvage::GiveNumbers(std::vector<CardPlan> candidates)
 // By row, the best copy of each first.
 void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
 {
-    using Rank = std::tuple<bool, std::ptrdiff_t, bool, bool, bool, std::uint32_t, std::uint32_t>;
-    std::vector<std::pair<Rank, CardPlan>> ranked;
+    const auto byRank = [](const CardPlan &one, const CardPlan &other) {
+        const auto rank = [](const CardCell &cell) {
+            return std::tuple(cell.whole, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
+        };
+        return one.cell.rowid != other.cell.rowid ? one.cell.rowid < other.cell.rowid
+                                                  : rank(one.cell) > rank(other.cell);
+    };
+    std::sort(plans.begin(), plans.end(), byRank);
+    plans.resize(std::min(plans.size(), mostCopies));
+    // Of equally whole copies the one whose content looks right stands first, else all stay in their order.
+    std::vector<std::tuple<std::int64_t, bool, std::size_t, CardPlan>> judged;
     for (CardPlan &plan : plans) {
-        const CardCell &cell = plan.cell;
-        const auto card =
-            cell.page == 0 ? engine_.Read(cell.rowid) : DecodeCard(survey_.Read(cell), encoding_);
-        std::ptrdiff_t doubts = 0;
-        if (card) {
-            SalvagedCard checked = *card;
-            CheckContent(checked);
-            doubts = static_cast<std::ptrdiff_t>(checked.remarks.size());
-        }
-        const Rank rank(cell.whole, -doubts, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
-        ranked.emplace_back(rank, std::move(plan));
+        auto card = ReadValues(plan.cell);
+        if (card)
+            CheckContent(*card);
+        const std::size_t doubts = card ? card->remarks.size() : 0;
+        judged.emplace_back(plan.cell.rowid, !plan.cell.whole, doubts, std::move(plan));
     }
-    std::sort(ranked.begin(), ranked.end(), [](const auto &one, const auto &other) {
-        const std::int64_t row = one.second.cell.rowid, otherRow = other.second.cell.rowid;
-        return row != otherRow ? row < otherRow : one.first > other.first;
+    std::stable_sort(judged.begin(), judged.end(), [](const auto &one, const auto &other) {
+        return std::tie(std::get<0>(one), std::get<1>(one), std::get<2>(one)) <
+               std::tie(std::get<0>(other), std::get<1>(other), std::get<2>(other));
     });
     plans.clear();
-    for (auto &[rank, plan] : ranked)
-        plans.push_back(std::move(plan));
+    for (auto &entry : judged)
+        plans.push_back(std::move(std::get<3>(entry)));
+}
+
+std::optional<SalvagedCard> CardSalvage::ReadValues(const CardCell &cell) const
+{
+    return cell.page == 0 ? engine_.Read(cell.rowid) : DecodeCard(survey_.Read(cell), encoding_);
 }
 
 void CardSalvage::GiveFreshNumbers(std::vector<CardPlan> &without)
@@ -263,11 +273,7 @@ void CardSalvage::CloseUp(int compartment)
 
 std::optional<SalvagedCard> CardSalvage::Read(const CardPlan &plan) const
 {
-    std::optional<SalvagedCard> card;
-    if (plan.cell.page == 0)
-        card = engine_.Read(plan.cell.rowid);
-    else
-        card = DecodeCard(survey_.Read(plan.cell), encoding_);
+    auto card = ReadValues(plan.cell);
     if (!card || (!plan.cell.whole && !card->HasText()))
         return std::nullopt;
     card->values[0] = static_cast<double>(plan.number);

@@ -48,6 +48,7 @@ private:
     void GivePlaces();
     void CloseUp(int compartment);
     void SortCopies(std::vector<CardPlan> &plans) const;
+    std::optional<SalvagedCard> ReadValues(const CardCell &cell) const;
     bool SameContent(const CardPlan &one, const CardPlan &other) const;
 
     const CardSurvey &survey_;

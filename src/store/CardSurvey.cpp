@@ -8,7 +8,7 @@
 namespace {
 
 // Far more than a card file holds; what a forged file has beyond is left out, so that memory stays bounded.
-constexpr std::size_t mostCards = 500'000;
+constexpr std::size_t mostCards = 150'000;
 // A page that so many cards claim ends their chains, so that forged chains cost no more than linear time.
 constexpr std::uint8_t mostClaims = 8;
 // So much of one record is read at most; a card beyond that is told to be cut.
@@ -92,12 +92,15 @@ bool CardSurvey::MayVisit(std::uint32_t page) const
 void CardSurvey::Take(const std::vector<CardCell> &found)
 {
     std::vector<std::uint8_t> buffer;
+    std::uint32_t inBuffer = 0;
     for (CardCell card : found) {
         const bool stale = othersAreStale_ || trees_.IsFree(card.page);
         if (!card.confirmed && !(card.reached && card.pointed) && stale)
             continue;
-        const auto cell =
-            ReadLeafCell(reader_.Read(card.page, buffer), reader_.Geometry().usable, card.offset);
+        if (inBuffer != card.page)
+            reader_.Read(card.page, buffer);
+        inBuffer = card.page;
+        const auto cell = ReadLeafCell(buffer, reader_.Geometry().usable, card.offset);
         card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
                      WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
                          if (!MayVisit(page))

@@ -57,21 +57,22 @@ bool IsTextType(std::uint64_t serialType)
 
 std::optional<double> RecordNumber(std::uint64_t serialType, Bytes value)
 {
-    if (!IsNumberType(serialType) || value.size() < SerialSize(serialType))
-        return std::nullopt;
-    if (serialType >= 8)
-        return static_cast<double>(serialType - 8);
-    std::uint64_t bits = 0;
     const auto size = static_cast<std::size_t>(SerialSize(serialType));
+    if (!IsNumberType(serialType) || value.size() < size)
+        return std::nullopt;
+    if (size == 0)
+        return static_cast<double>(serialType - 8); // 0 and 1 have types of their own
+    std::uint64_t bits = 0;
     for (std::size_t i = 0; i < size; ++i)
         bits = bits << 8 | value[i];
     if (serialType == 7) {
         const auto number = std::bit_cast<double>(bits);
         return std::isnan(number) ? std::nullopt : std::optional(number);
     }
-    // Sign-extends a number of 1 to 8 bytes.
-    const auto shift = 64 - 8 * size;
-    return static_cast<double>(static_cast<std::int64_t>(bits << shift) >> shift);
+    // A set top bit makes a number of 1 to 6 bytes negative; in one of 8 bytes it is in its place already.
+    if (size < 8 && (bits >> (8 * size - 1)) != 0)
+        bits |= ~std::uint64_t{0} << (8 * size);
+    return static_cast<double>(static_cast<std::int64_t>(bits));
 }
 
 std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, std::size_t wanted)

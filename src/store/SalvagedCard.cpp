@@ -34,9 +34,9 @@ void CutIncompleteCharacter(QByteArray &text)
 
 QByteArray TextInUtf8(Bytes bytes, TextEncoding encoding)
 {
-    const QByteArray raw(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    const QByteArrayView raw(bytes.data(), static_cast<qsizetype>(bytes.size()));
     if (encoding == TextEncoding::Utf8)
-        return raw;
+        return raw.toByteArray();
     QStringDecoder decoder(encoding == TextEncoding::Utf16LittleEndian ? QStringDecoder::Utf16LE
                                                                        : QStringDecoder::Utf16BE);
     const QString text = decoder(raw);

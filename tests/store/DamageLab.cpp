@@ -197,7 +197,7 @@ void FindExtents(SQLite::Database &database, Box &box)
         const qint64 start = qint64(leaf->page - 1) * box.pageSize;
         QList<int> pointers;
         for (int cell = 0; cell < leaf->cells; ++cell)
-            pointers << Big16(box.bytes, start + 8 + 2 * cell);
+            pointers << Big16(box.bytes, start + 8 + qint64(2) * cell);
         QList<int> sorted = pointers;
         sorted << box.pageSize;
         std::sort(sorted.begin(), sorted.end());

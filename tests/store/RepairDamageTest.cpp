@@ -72,7 +72,7 @@ void MangleFreeList(QByteArray &bytes, const Box &box, Random &random)
     put(at, trunk);
     put(at + 4, box.pageSize / 4 - 2);
     for (int i = 0; i < box.pageSize / 4 - 2; ++i)
-        put(at + 8 + 4 * i,
+        put(at + 8 + qint64(4) * i,
             i % 3 == 0 ? static_cast<int>(random()) : box.tableLeaves[Pick(random, box.tableLeaves.size())]);
 }
 
@@ -147,7 +147,7 @@ struct Size
 
 QList<Size> Sizes()
 {
-    return ShortRun() ? QList<Size>{{10, 3}, {1000, 1}} : QList<Size>{{10, 10}, {1000, 3}, {20000, 1}};
+    return ShortRun() ? QList<Size>{{10, 3}, {1000, 1}} : QList<Size>{{10, 5}, {1000, 3}, {20000, 1}};
 }
 
 struct Tally
