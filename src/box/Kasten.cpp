@@ -12,6 +12,7 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTimer>
 
 #include <algorithm>
@@ -83,7 +84,8 @@ QSize Kasten::sizeHint() const
 
 QSize Kasten::minimumSizeHint() const
 {
-    return KastenMasse::Mindestgroesse();
+    // A small screen is shown the whole box all the same.
+    return KastenMasse::Mindestgroesse().boundedTo(screen()->availableSize() * 0.8);
 }
 
 void Kasten::Zeigen(const BoxBild &bild)
@@ -128,6 +130,7 @@ void Kasten::SetHinweis(const QString &text)
     hinweis_->setText(text);
     hinweis_->setVisible(!text.isEmpty());
     Anordnen();
+    gezeigt_.invalidate(); // what comes next is painted at once, as it may be followed by a long silence
 }
 
 void Kasten::KarteLegen(const QString &frageNr, double links, double oben)

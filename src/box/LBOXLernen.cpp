@@ -61,7 +61,8 @@ void LBOX::KarteAbfragen()
                    .programmPfad = umgebung_.konfig.ProgrammPfad,
                    .klang = umgebung_.klang,
                    .stille = umgebung_.stille,
-                   .automatikAus = [this] { AutomatikAus(); }},
+                   .automatikAus = [this] { AutomatikAus(); },
+                   .bearbeitbar = static_cast<bool>(fenster_.MKarten)},
                   this);
     const PFUse::Ausgang ausgang = abfrage.Fragen();
     if (ausgang != PFUse::Ausgang::Bearbeiten) {

@@ -36,6 +36,7 @@ struct AbfrageUmgebung
     std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
     std::function<void()> stille = [] {};                                    // stops it
     std::function<void()> automatikAus = [] {}; // switches the automatic mode off
+    bool bearbeitbar = true;                    // there is an editor that the card can be sent to
 };
 
 // The query window: asks the current card of the card table once and leaves the verdict in AbfrageErgebnis.

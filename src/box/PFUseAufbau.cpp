@@ -237,6 +237,7 @@ QLayout *PFUse::KnoepfeBauen()
               QStringLiteral("Diese Karte aus dem Merkkasten entfernen"), [this] { Clöschen_Click(); });
     Command1_ = knopf(QStringLiteral("Karte &bearbeiten"), QStringLiteral("Command1"),
                       QStringLiteral("Diese Karte im Karteneditor öffnen"), [this] { Command1_Click(); });
+    Command1_->setEnabled(umgebung_.bearbeitbar);
     Cpruefen_ =
         knopf(QStringLiteral("&Prüfen"), QStringLiteral("Cpruefen"),
               QStringLiteral("Die Antwort prüfen (Eingabe oder Strg+P)"), [this] { Cpruefen_Click(); });

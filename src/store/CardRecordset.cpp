@@ -89,7 +89,11 @@ struct CardRecordset::Impl
             scan.Stop();
             if (inTransaction && sqlite3_get_autocommit(database.getHandle()) != 0) {
                 inTransaction = false;
-                FindCardAgain();
+                try {
+                    FindCardAgain();
+                } catch (const std::exception &) { // a disk that is broken altogether
+                    place = Place::OnDeleted;
+                }
             }
             ThrowStoreError(error, file.Path());
         }

@@ -3,6 +3,7 @@
 #include "CardStore.h"
 
 #include "CardFile.h"
+#include "CardFileCheck.h"
 #include "Repair.h"
 #include "SafeFile.h"
 
@@ -152,9 +153,14 @@ void CardStore::OpenCardFile(QString &fileName)
 
 void CardStore::OpenChecked(const QString &path)
 {
-    try {
+    const auto open = [&] {
         file_ = std::make_unique<CardFile>(path);
+        CheckCardFile(file_->Database());
+    };
+    try {
+        open();
     } catch (const StoreError &error) {
+        file_.reset();
         if (error.Number() != Fehler::Beschaedigt ||
             meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
                 Meldungen::Antwort::Ja)
@@ -166,7 +172,7 @@ void CardStore::OpenChecked(const QString &path)
             throw;
         }
         meldungen_.Zeigen(QStringLiteral("Datei wurde repariert"));
-        file_ = std::make_unique<CardFile>(path);
+        open();
     }
 }
 

@@ -3,9 +3,12 @@
 #include "MeldungenFenster.h"
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSpacerItem>
 #include <QTranslator>
 
 #include <memory>
@@ -51,6 +54,19 @@ void DeutscheKnoepfe(QMessageBox &box)
     }
 }
 
+// A short text would make a box too narrow for its own title, which tells the card file.
+void TitelLesbar(QMessageBox &box)
+{
+    auto *anordnung = qobject_cast<QGridLayout *>(box.layout());
+    if (!anordnung)
+        return;
+    constexpr int knoepfeImRahmen = 12; // in characters: icon, minimise, close
+    const QFontMetrics masse(box.font());
+    const int breite =
+        masse.horizontalAdvance(box.windowTitle()) + knoepfeImRahmen * masse.averageCharWidth();
+    anordnung->addItem(new QSpacerItem(breite, 0), anordnung->rowCount(), 0, 1, anordnung->columnCount());
+}
+
 } // namespace
 
 MeldungenFenster::~MeldungenFenster()
@@ -65,6 +81,7 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
                     QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     DeutscheKnoepfe(box);
+    TitelLesbar(box);
     box.exec();
 }
 
@@ -77,6 +94,7 @@ Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe
     box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     DeutscheKnoepfe(box);
+    TitelLesbar(box);
     return box.exec() == QMessageBox::Yes ? Antwort::Ja : Antwort::Nein;
 }
 

@@ -47,6 +47,33 @@ private slots:
         QVERIFY(vorher);
     }
 
+    // The wait for the clock must not look like a dead program.
+    void TheWindowSaysWhatItOpensBeforeItWaits()
+    {
+        struct Maler final : QObject
+        {
+            bool eventFilter(QObject *objekt, QEvent *event) override
+            {
+                const auto *text = qobject_cast<const QLabel *>(objekt);
+                if (event->type() == QEvent::Paint && text && text->text() == "a.pzb wird geöffnet …" &&
+                    lesungen < 0)
+                    lesungen = uhr->readings;
+                return false;
+            }
+
+            const TestUhr *uhr = nullptr;
+            qint64 lesungen = -1;
+        } maler;
+
+        LBoxBuehne b;
+        maler.uhr = &b.uhr;
+        MakeCardFile(b.Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        qApp->installEventFilter(&maler);
+        b.Zeigen(b.Pfad("a.pzb"));
+        QVERIFY(b.uhr.readings > 0);
+        QCOMPARE(maler.lesungen, 0);
+    }
+
     void TheFileOnTheCommandLineIsOpened()
     {
         LBoxBuehne b;

@@ -255,6 +255,34 @@ private slots:
         QCOMPARE(b.Gespeichert()[0], (QList<int>{1, 2}));
     }
 
+    void AWrongAnswerThatTheLearnerCallsRightMovesUp()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        b.NaechsteAbfrage([&b](QWidget *abfrage) {
+            QTest::keyClicks(QApplication::focusWidget(), "fast richtig");
+            b.Taste(Qt::Key_Return);
+            QCOMPARE(b.zustand.AbfrageErgebnis, 0);
+            QTest::keyClick(abfrage, Qt::Key_R, Qt::AltModifier);
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Command3"), Qt::LeftButton);
+        });
+        b.Taste(Qt::Key_N);
+        QCOMPARE(b.kartei.RichtigZaehler, 1);
+        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
+    }
+
+    void WithoutAnEditorNoCardIsSentToIt()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        bool angeboten = true;
+        b.NaechsteAbfrage(
+            [&](QWidget *abfrage) { angeboten = abfrage->findChild<QWidget *>("Command1")->isEnabled(); });
+        b.Taste(Qt::Key_N);
+        QVERIFY(!angeboten);
+    }
+
     void ADeletedCardIsNotMoved()
     {
         LBoxBuehne b;

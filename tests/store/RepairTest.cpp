@@ -499,6 +499,30 @@ private slots:
         QVERIFY(store.IsOpen());
         QCOMPARE(store.HighestCardNumber, qint16(20));
     }
+
+    // Damage in a page that opening does not read is found all the same.
+    void TheStoreFindsDamageBehindTheFirstPages()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        QFile file(Path());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.size() > 20 * 4096);
+        QVERIFY(file.seek(file.size() / 2 / 4096 * 4096));
+        file.write(QByteArray(4096, '\xff'));
+        file.close();
+        TestMeldungen meldungen;
+        meldungen.antworten = {Meldungen::Antwort::Ja};
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        QString name = QStringLiteral("Kasten.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(meldungen.Texte(),
+                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                              QStringLiteral("Datei wurde repariert")}));
+        QVERIFY(store.IsOpen());
+        QVERIFY(store.Karten().RecordCount() > 1500);
+    }
 };
 
 QTEST_GUILESS_MAIN(RepairTest)
