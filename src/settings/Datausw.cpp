@@ -57,7 +57,7 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
 void Datausw::Auflisten(const QString &verzeichnis, const QString &muster, const QString &vorgabe)
 {
     QStringList namen = QDir(verzeichnis, muster, QDir::NoSort, QDir::Files | QDir::Hidden).entryList();
-    QCollator ordnung;
+    QCollator ordnung(QLocale(QLocale::German, QLocale::Germany)); // as the names are
     ordnung.setNumericMode(true);
     ordnung.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(namen.begin(), namen.end(), ordnung);
