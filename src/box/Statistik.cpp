@@ -89,6 +89,7 @@ QLineEdit *Statistik::Zahl(const QString &name, const QString &zugaenglich, cons
 QLayout *Statistik::ZeitenBauen(const StatistikWerte &werte)
 {
     auto *zeiten = new QGridLayout;
+    zeiten->setVerticalSpacing(0);
     const auto zeile = [&](int nummer, const QString &name, const QString &beschriftung,
                            const QString &text) {
         zeiten->addWidget(Beschriftung(beschriftung), nummer, 0);
@@ -139,14 +140,16 @@ QLayout *Statistik::FaecherBauen(const StatistikWerte &werte)
 QLayout *Statistik::LegendeBauen()
 {
     auto *legende = new QHBoxLayout;
+    legende->setSpacing(0);
     const auto muster = [&](std::optional<int> beginn, std::optional<int> jetzt, const QString &text) {
         auto *balken = new StatistikBalken(beginn, jetzt, 1, karte_);
         balken->setFixedWidth(fontMetrics().height());
         legende->addWidget(balken);
+        legende->addSpacing(fontMetrics().height() / 4);
         legende->addWidget(Beschriftung(text));
     };
     muster(1, {}, QStringLiteral("Beginn"));
-    legende->addSpacing(fontMetrics().height() / 2);
+    legende->addSpacing(fontMetrics().height());
     muster({}, 1, QStringLiteral("jetzt"));
     legende->addStretch(1);
     return legende;
@@ -159,6 +162,7 @@ QLayout *Statistik::FragenBauen(const StatistikWerte &werte)
     const auto zahl = [&](const QString &name, int anzahl) {
         fragen->addSpacing(fontMetrics().height());
         fragen->addWidget(Beschriftung(name));
+        fragen->setSpacing(0);
         fragen->addWidget(Zahl(name, name, QString::number(anzahl)));
     };
     zahl(QStringLiteral("richtig"), werte.richtig);

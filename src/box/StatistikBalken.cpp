@@ -41,8 +41,9 @@ void StatistikBalken::paintEvent(QPaintEvent *)
             maler.drawRect(QRectF(1, oben, std::max(3.0, (width() - 2.0) * *anzahl / hoechstens_), hoehe));
     };
     maler.setPen(QPen(Farben::Getoent(text, grund, 0.75), 1.2));
-    balken(beginn_, mitte - hoehe - 0.5);
+    // A bar alone, as in the legend, stands in the middle.
+    balken(beginn_, jetzt_ ? mitte - hoehe - 0.5 : mitte - hoehe / 2);
     maler.setPen(Qt::NoPen);
     maler.setBrush(voll);
-    balken(jetzt_, mitte + 0.5);
+    balken(jetzt_, beginn_ ? mitte + 0.5 : mitte - hoehe / 2);
 }

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Datausw.h"
 
+#include "Flaeche.h"
+
 #include <QCollator>
 #include <QDir>
 #include <QHBoxLayout>
@@ -23,11 +25,17 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     Hinweis_->setTextFormat(Qt::PlainText);
     Hinweis_->setWordWrap(true);
 
-    Filelist_ = new QListWidget(this);
+    auto *karte = new Flaeche(this);
+    karte->SetUmriss(Flaeche::Umriss::Feld);
+    Filelist_ = new QListWidget(karte);
+    Filelist_->setFrameShape(QFrame::NoFrame);
     Filelist_->setObjectName(QStringLiteral("Filelist"));
     Filelist_->setAccessibleName(QStringLiteral("Dateien"));
     const int zeile = fontMetrics().height();
     Filelist_->setSpacing(zeile / 8);
+    auto *innen = new QVBoxLayout(karte);
+    innen->setContentsMargins(zeile / 2, zeile / 2, zeile / 2, zeile / 2);
+    innen->addWidget(Filelist_);
     connect(Filelist_, &QListWidget::itemDoubleClicked, this, [this] { laden_Click(); });
 
     laden_ = new QPushButton(QStringLiteral("laden"), this);
@@ -48,7 +56,7 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     alles->setContentsMargins(zeile, zeile, zeile, zeile);
     alles->setSpacing(zeile / 2);
     alles->addWidget(Hinweis_);
-    alles->addWidget(Filelist_, 1);
+    alles->addWidget(karte, 1);
     alles->addLayout(knoepfe);
     resize(zeile * 26, zeile * 20);
     Filelist_->setFocus();
@@ -57,7 +65,7 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
 void Datausw::Auflisten(const QString &verzeichnis, const QString &muster, const QString &vorgabe)
 {
     QStringList namen = QDir(verzeichnis, muster, QDir::NoSort, QDir::Files | QDir::Hidden).entryList();
-    QCollator ordnung;
+    QCollator ordnung(QLocale(QLocale::German, QLocale::Germany)); // as the names are
     ordnung.setNumericMode(true);
     ordnung.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(namen.begin(), namen.end(), ordnung);

@@ -43,7 +43,6 @@ Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), m
     Command1_ = new QPushButton(QStringLiteral("los geht's"), this);
     Command1_->setObjectName(QStringLiteral("Command1"));
     Command1_->setAccessibleName(Command1_->text());
-    Command1_->setDefault(true);
     QFont schrift = Command1_->font();
     schrift.setPointSizeF(schrift.pointSizeF() * 1.3);
     Command1_->setFont(schrift);
@@ -84,9 +83,11 @@ void Intro::Abspielen()
         });
         QCoreApplication::processEvents();
     }
-    // It stays until the user says so.
-    if (introStep_ < LosGehts && !geschlossen_)
+    // It stays until the user says so. Messages may have taken the keyboard away.
+    if (introStep_ < LosGehts && !geschlossen_) {
+        activateWindow();
         warten_.exec();
+    }
     Timer_Intro_->stop();
 }
 

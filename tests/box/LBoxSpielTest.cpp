@@ -169,6 +169,55 @@ private slots:
         QCOMPARE(b.Anzahl(4), 1);
     }
 
+    void ACompartmentsOnlyCardIsDrawn()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 1});
+        b.zufall.Wuerfe({2});
+        b.zufall.zahlen.push_back(0.9999);
+        b.NaechsteAntwort(true);
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList{"1"});
+    }
+
+    void OfTwoCardsTheLastIsNeverDrawn()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 2});
+        b.zufall.Wuerfe({2});
+        b.zufall.zahlen.push_back(0.9999);
+        b.NaechsteAntwort(true);
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList{"1"});
+    }
+
+    // The generator of the program itself, on a known box.
+    void TheFirstDrawsOfARunAreKnown()
+    {
+        MersenneZufall zufall;
+        LBoxBuehne b;
+        for (int i = 0; i < 40; ++i)
+            b.zufall.zahlen.push_back(zufall.Rnd());
+        b.OeffnenMit({10, 10, 10, 10, 10, 10});
+        for (int i = 0; i < 4; ++i) {
+            b.NaechsteAbfrage([](QWidget *abfrage) { abfrage->close(); });
+            b.Klick("PicWürfel");
+        }
+        QCOMPARE(b.gefragt, (QStringList{"52", "8", "19", "2"}));
+    }
+
+    void WithoutAnOpenFileTheDieIsInert()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        b.meldungen.gezeigt.clear();
+        const int augen = b.Wuerfel()->Augen();
+        QVERIFY(augen != 1); // what it would roll
+        b.Klick("PicWürfel");
+        QCOMPARE(b.Wuerfel()->Augen(), augen);
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+    }
+
     void TheDieIsRolledByKeyboard()
     {
         LBoxBuehne b;

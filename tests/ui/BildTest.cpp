@@ -78,6 +78,15 @@ private slots:
         meldungen_ = std::make_unique<TestMeldungen>();
     }
 
+    void APictureIsReadNoLargerThanItsPlace()
+    {
+        const QString pfad = kartei_->filePath("a.jpg");
+        QVERIFY(Einfarbig(1920, 1200).save(pfad, "JPEG"));
+        QCOMPARE(BildLesen(pfad, {960, 900}).size(), QSize(960, 600));
+        QCOMPARE(BildLesen(pfad, {4000, 4000}).size(), QSize(1920, 1200));
+        QCOMPARE(BildLesen(pfad).size(), QSize(1920, 1200));
+    }
+
     void BmpAndJpegAreReadByContent_data()
     {
         QTest::addColumn<QString>("name");
