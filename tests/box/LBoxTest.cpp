@@ -3,6 +3,7 @@
 #include "LBoxBuehne.h"
 #include "VollePlatte.h"
 
+#include <QAbstractButton>
 #include <QTest>
 
 // Learning in the main window: compartments, capacities, moves, what the box shows.
@@ -263,7 +264,10 @@ private slots:
             QTest::keyClicks(QApplication::focusWidget(), "fast richtig");
             b.Taste(Qt::Key_Return);
             QCOMPARE(b.zustand.AbfrageErgebnis, 0);
-            QTest::keyClick(abfrage, Qt::Key_R, Qt::AltModifier);
+            auto *richtig = dynamic_cast<QAbstractButton *>(abfrage->findChild<QWidget *>("Ergebnis_R"));
+            QVERIFY(richtig);
+            QTest::mouseClick(richtig, Qt::LeftButton, {}, {10, richtig->height() / 2});
+            QVERIFY(richtig->isChecked());
             QTest::mouseClick(abfrage->findChild<QWidget *>("Command3"), Qt::LeftButton);
         });
         b.Taste(Qt::Key_N);
