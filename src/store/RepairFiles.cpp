@@ -31,6 +31,7 @@ QString WorkDirectory(const QString &path)
                          QStringLiteral("Die Datei „%1“ wurde nicht gefunden.").arg(path));
     case ENOSPC:
     case EDQUOT:
+    case EFBIG:
         throw StoreError(
             Fehler::DatentraegerVoll,
             QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
@@ -73,6 +74,14 @@ bool Exists(const QString &path)
 {
     struct stat info = {};
     return lstat(QFile::encodeName(path).constData(), &info) == 0;
+}
+
+bool IsSameFile(const QString &one, const QString &other)
+{
+    struct stat first = {}, second = {};
+    return lstat(QFile::encodeName(one).constData(), &first) == 0 &&
+           lstat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
 }
 
 std::int64_t SizeOf(const FileHandle &file, const QString &path)
@@ -222,8 +231,14 @@ void RepairFiles::KeepAside(const QString &from, const QString &to) const
     if (link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
         return;
     Check(errno != EEXIST, to);
-    CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to); // a file system without hard links
-    Sync(to);
+    // a file system without hard links
+    try {
+        CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to);
+        Sync(to);
+    } catch (const StoreError &) {
+        unlink(QFile::encodeName(to).constData());
+        throw;
+    }
 }
 
 void RepairFiles::SyncDirectory() const
@@ -234,42 +249,55 @@ void RepairFiles::SyncDirectory() const
     Check(fsync(file.Get()) == 0 || errno == EINVAL || errno == ENOTSUP, directory);
 }
 
-void RepairFiles::Swap() const
+// The file belongs to whom the damaged one belongs, as far as this user may say so, and is on the disk.
+void RepairFiles::HandOver(const QString &file) const
 {
     struct stat info = {};
     Check(fstat(damaged_.Get(), &info) == 0, path_);
-    {
-        // The new file belongs to whom the damaged one belonged, as far as this user may say so.
-        const FileHandle file = Open(NewPath(), O_RDWR);
-        static_cast<void>(fchown(file.Get(), info.st_uid, info.st_gid) == 0);
-        static_cast<void>(fchmod(file.Get(), info.st_mode & 07777) == 0);
-        Check(fsync(file.Get()) == 0, NewPath());
-    }
-    QStringList kept;
+    const FileHandle handle = Open(file, O_RDWR);
+    static_cast<void>(fchown(handle.Get(), info.st_uid, info.st_gid) == 0);
+    static_cast<void>(fchmod(handle.Get(), info.st_mode & 07777) == 0);
+    Check(fsync(handle.Get()) == 0, file);
+}
+
+void RepairFiles::Swap() const
+{
+    HandOver(NewPath());
+    QStringList kept; // suffixes of the files that have their second name
     try {
         for (const QString &suffix : QStringList{QString()} + companions_) {
             KeepAside(path_ + suffix, aside_ + suffix);
-            kept << aside_ + suffix;
+            kept << suffix;
         }
         SyncDirectory();
+        if (HasCompanions())
+            RetireCompanions();
+        Rename(NewPath(), path_);
+        SyncDirectory();
+        Rename(work_ + QStringLiteral("/bericht.txt"), report_);
+        SyncDirectory();
     } catch (const StoreError &) {
-        for (const QString &name : kept)
-            QFile::remove(name);
+        // Back to the names of before, the journal before the file that it belongs to.
+        for (auto suffix = kept.crbegin(); suffix != kept.crend(); ++suffix)
+            rename(QFile::encodeName(aside_ + *suffix).constData(),
+                   QFile::encodeName(path_ + *suffix).constData());
+        // Two names of one file stay both when the one is renamed to the other.
+        for (const QString &suffix : kept)
+            if (IsSameFile(aside_ + suffix, path_ + suffix))
+                unlink(QFile::encodeName(aside_ + suffix).constData());
         throw;
     }
-    if (HasCompanions()) {
-        // The copy is what the engine makes of the damaged file and its journal: with it in place the journal
-        // may go, and no moment is left in which a kill would apply the journal to the new file or lose it.
-        Sync(CopyPath());
-        Rename(CopyPath(), path_);
-        SyncDirectory();
-        for (const QString &suffix : companions_)
-            Check(unlink(QFile::encodeName(path_ + suffix).constData()) == 0 || errno == ENOENT, path_);
-        SyncDirectory();
-    }
-    Rename(NewPath(), path_);
+}
+
+// The copy is what the engine makes of the damaged file and its journal. With it in place the journal may go:
+// no moment is left in which a kill would lose the journal, or let the engine apply it to the new file.
+void RepairFiles::RetireCompanions() const
+{
+    HandOver(CopyPath());
+    Rename(CopyPath(), path_);
     SyncDirectory();
-    Rename(work_ + QStringLiteral("/bericht.txt"), report_);
+    for (const QString &suffix : companions_)
+        Check(unlink(QFile::encodeName(path_ + suffix).constData()) == 0 || errno == ENOENT, path_);
     SyncDirectory();
 }
 

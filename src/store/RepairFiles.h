@@ -76,7 +76,9 @@ public:
 private:
     void Lock();
     void ChooseNames();
+    void HandOver(const QString &file) const;
     void KeepAside(const QString &from, const QString &to) const;
+    void RetireCompanions() const;
     void SyncDirectory() const;
 
     QString path_;

@@ -73,8 +73,8 @@ private slots:
             // The first cell: its length in one byte, and as its last value the row, which becomes another
             // one.
             const qint64 page = qint64(*leaf - 1) * box.pageSize;
-            const qint64 cell =
-                page + qint64(256) * static_cast<quint8>(bytes[page + 8]) + static_cast<quint8>(bytes[page + 9]);
+            const qint64 cell = page + qint64(256) * static_cast<quint8>(bytes[page + 8]) +
+                                static_cast<quint8>(bytes[page + 9]);
             const qint64 last = cell + bytes[cell];
             bytes[last] = static_cast<char>(bytes[last] ^ 1);
         });

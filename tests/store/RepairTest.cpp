@@ -2,19 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Repair.h"
 
-#include "CardFile.h"
-#include "CardStore.h"
 #include "DamageLab.h"
-#include "StoreError.h"
 #include "StoreTestSupport.h"
 
-#include <QDir>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
-
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -46,6 +38,7 @@ QList<CardRecord> SomeCards(int count)
 
 } // namespace
 
+// Which cards a repair takes, and what it says of them.
 class RepairTest : public QObject
 {
     Q_OBJECT
@@ -364,164 +357,6 @@ private slots:
         DestroyFirstPage();
         QCOMPARE(RepairDatabase(Path()).cards, 50);
         QCOMPARE(ReadCards(Path()), before);
-    }
-
-    void SecondRepairTakesNewNames()
-    {
-        MakeCardFile(Path(), SomeCards(5));
-        const RepairResult first = RepairDatabase(Path()), second = RepairDatabase(Path());
-        QCOMPARE(QFileInfo(first.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt"));
-        QCOMPARE(QFileInfo(second.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
-        QCOMPARE(QFileInfo(second.report).fileName(), QStringLiteral("Kasten.pzb.Reparatur-2.txt"));
-        QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 5);
-    }
-
-    void LongNameAndSymbolicLinkAreFollowed()
-    {
-        const QString real = Path(QStringLiteral("ü").repeated(117) + QStringLiteral(".pzb"));
-        MakeCardFile(real, SomeCards(5));
-        QVERIFY(QFile::link(real, Path()));
-        const RepairResult result = RepairDatabase(Path());
-        QVERIFY(QFileInfo(Path()).isSymLink());
-        QVERIFY(!QFileInfo(real).isSymLink());
-        QVERIFY(QFile::exists(result.damagedFile));
-        QVERIFY(result.damagedFile.endsWith(QStringLiteral(".beschädigt")));
-        QCOMPARE(ReadCards(Path()).size(), 5);
-    }
-
-    void FileInUseIsRefused()
-    {
-        MakeCardFile(Path(), SomeCards(5));
-        const CardFile open(Path());
-        try {
-            RepairDatabase(Path());
-            QFAIL("repaired a file in use");
-        } catch (const StoreError &error) {
-            QCOMPARE(error.Number(), Fehler::Gesperrt);
-        }
-        QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
-    }
-
-    void MissingFileIsNamed()
-    {
-        try {
-            RepairDatabase(Path());
-            QFAIL("repaired nothing");
-        } catch (const StoreError &error) {
-            QCOMPARE(error.Number(), Fehler::KarteiNichtGefunden);
-            QVERIFY(error.Text().contains(Path()));
-        }
-    }
-
-    void PermissionsAreKept()
-    {
-        MakeCardFile(Path(), SomeCards(5));
-        const auto mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
-        QVERIFY(QFile::setPermissions(Path(), mode));
-        RepairDatabase(Path());
-        QCOMPARE(QFile::permissions(Path()) & ~(QFile::ReadUser | QFile::WriteUser), mode);
-    }
-
-    // A forged journal that takes everything away must not win over the cards that are there.
-    void JournalThatTakesEverythingAwayIsNotBelieved()
-    {
-        const Box box = MakeBox(directory_->path(), {.cards = 300});
-        const Box amid = AmidTransaction(directory_->path(), box);
-        QByteArray journal = amid.journal;
-        journal.replace(16, 4, QByteArray::fromHex("00000002")); // pages that the file had before
-        WriteFile(Path(), box.bytes);
-        WriteFile(Path() + QStringLiteral("-journal"), journal);
-        QCOMPARE(RepairDatabase(Path()).cards, box.cards.size());
-        QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
-    }
-
-    void KillLeavesTheDamagedOrTheRepairedFile()
-    {
-        const bool isShort = qEnvironmentVariableIntValue("PAUKFIX_SHORT_TESTS") != 0;
-        const Box box = MakeBox(directory_->path(), {.cards = 300});
-        const Box amid = AmidTransaction(directory_->path(), box);
-        QElapsedTimer timer;
-        timer.start();
-        const auto lay = [&] {
-            const QDir directory(directory_->path());
-            for (const QString &name : directory.entryList(QDir::Files))
-                QFile::remove(directory.filePath(name));
-            WriteFile(Path(), amid.bytes);
-            WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
-        };
-        lay();
-        RepairDatabase(Path());
-        const qint64 whole = timer.nsecsElapsed() / 1000;
-        Random random(5);
-        int killed = 0;
-        for (int run = 0; run < (isShort ? 10 : 60); ++run) {
-            lay();
-            const pid_t child = fork();
-            if (child == 0) {
-                RepairDatabase(Path());
-                _exit(0);
-            }
-            usleep(static_cast<useconds_t>(Pick(random, whole)));
-            kill(child, SIGKILL);
-            int status = 0;
-            waitpid(child, &status, 0);
-            killed += WIFSIGNALED(status) ? 1 : 0;
-            RemoveRepairLeftovers(Path());
-            QVERIFY(QFile::exists(Path()));
-            QVERIFY(!QFile::exists(Path() + QStringLiteral(".reparatur")));
-            // Whichever file lies there, the engine reads every card out of it.
-            {
-                SQLite::Database database(Path().toStdString(), SQLite::OPEN_READWRITE);
-                QCOMPARE(database.execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
-            }
-            const auto found = ReadDigests(Path());
-            QCOMPARE(found.size(), box.cards.size());
-            for (const CardTruth &card : box.cards)
-                QCOMPARE(found.value(card.marker), card.digest);
-        }
-        QVERIFY(killed > 0);
-    }
-
-    void TheStoreRepairsAndOpens()
-    {
-        MakeCardFile(Path(), SomeCards(20));
-        DestroyFirstPage();
-        TestMeldungen meldungen;
-        meldungen.antworten = {Meldungen::Antwort::Ja};
-        const TestUhr uhr;
-        CardStore store(meldungen, uhr);
-        store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("Kasten.pzb");
-        store.OpenCardFile(name);
-        QCOMPARE(meldungen.Texte(),
-                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                              QStringLiteral("Datei wurde repariert")}));
-        QVERIFY(store.IsOpen());
-        QCOMPARE(store.HighestCardNumber, qint16(20));
-    }
-
-    // Damage in a page that opening does not read is found all the same.
-    void TheStoreFindsDamageBehindTheFirstPages()
-    {
-        MakeCardFile(Path(), SomeCards(2000));
-        QFile file(Path());
-        QVERIFY(file.open(QIODevice::ReadWrite));
-        QVERIFY(file.size() > 20 * 4096);
-        QVERIFY(file.seek(file.size() / 2 / 4096 * 4096));
-        file.write(QByteArray(4096, '\xff'));
-        file.close();
-        TestMeldungen meldungen;
-        meldungen.antworten = {Meldungen::Antwort::Ja};
-        const TestUhr uhr;
-        CardStore store(meldungen, uhr);
-        store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("Kasten.pzb");
-        store.OpenCardFile(name);
-        QCOMPARE(meldungen.Texte(),
-                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                              QStringLiteral("Datei wurde repariert")}));
-        QVERIFY(store.IsOpen());
-        QVERIFY(store.Karten().RecordCount() > 1500);
     }
 };
 

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardFile.h"
+#include "CardStore.h"
+#include "DamageLab.h"
+#include "Repair.h"
+#include "StoreError.h"
+#include "StoreTestSupport.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTest>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// Does not take the child's end away from who waits for it.
+bool HasEnded(pid_t child)
+{
+    siginfo_t info = {};
+    return waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+           info.si_pid == child;
+}
+
+QList<CardRecord> SomeCards(int count)
+{
+    QList<CardRecord> cards;
+    for (int number = 1; number <= count; ++number)
+        cards << MakeCard(number, number % 7, number);
+    return cards;
+}
+
+} // namespace
+
+// What a repair does with the files: names, locks, journals, failures and kills.
+class RepairFilesTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> directory_;
+
+    QString Path(const QString &name = QStringLiteral("Kasten.pzb")) const
+    {
+        return directory_->filePath(name);
+    }
+
+    QStringList Names() const
+    {
+        return QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    }
+
+    // Makes the file unusable without touching a card.
+    void DestroyFirstPage()
+    {
+        QByteArray bytes = ReadFile(Path());
+        bytes.replace(0, 4096, QByteArray(4096, '\x55'));
+        WriteFile(Path(), bytes);
+    }
+
+private slots:
+
+    void init() { directory_ = std::make_unique<QTemporaryDir>(); }
+
+    void SecondRepairTakesNewNames()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const RepairResult first = RepairDatabase(Path()), second = RepairDatabase(Path());
+        QCOMPARE(QFileInfo(first.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt"));
+        QCOMPARE(QFileInfo(second.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
+        QCOMPARE(QFileInfo(second.report).fileName(), QStringLiteral("Kasten.pzb.Reparatur-2.txt"));
+        QCOMPARE(Names().size(), 5);
+    }
+
+    void LongNameAndSymbolicLinkAreFollowed()
+    {
+        const QString real = Path(QStringLiteral("ü").repeated(117) + QStringLiteral(".pzb"));
+        MakeCardFile(real, SomeCards(5));
+        QVERIFY(QFile::link(real, Path()));
+        const RepairResult result = RepairDatabase(Path());
+        QVERIFY(QFileInfo(Path()).isSymLink());
+        QVERIFY(!QFileInfo(real).isSymLink());
+        QVERIFY(QFile::exists(result.damagedFile));
+        QVERIFY(result.damagedFile.endsWith(QStringLiteral(".beschädigt")));
+        QCOMPARE(ReadCards(Path()).size(), 5);
+    }
+
+    void FileInUseIsRefused()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const CardFile open(Path());
+        try {
+            RepairDatabase(Path());
+            QFAIL("repaired a file in use");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::Gesperrt);
+        }
+        QCOMPARE(Names().size(), 1);
+    }
+
+    void MissingFileIsNamed()
+    {
+        try {
+            RepairDatabase(Path());
+            QFAIL("repaired nothing");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::KarteiNichtGefunden);
+            QVERIFY(error.Text().contains(Path()));
+        }
+    }
+
+    void PermissionsAreKept()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        const auto mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(Path(), mode));
+        RepairDatabase(Path());
+        QCOMPARE(QFile::permissions(Path()) & ~(QFile::ReadUser | QFile::WriteUser), mode);
+    }
+
+    // A forged journal that takes everything away must not win over the cards that are there.
+    void JournalThatTakesEverythingAwayIsNotBelieved()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        QByteArray journal = amid.journal;
+        journal.replace(16, 4, QByteArray::fromHex("00000002")); // pages that the file had before
+        WriteFile(Path(), box.bytes);
+        WriteFile(Path() + QStringLiteral("-journal"), journal);
+        QCOMPARE(RepairDatabase(Path()).cards, box.cards.size());
+        QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
+    }
+
+    void FullDiskLeavesEverythingAsItWas()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        QFile::remove(Path(QStringLiteral("werkstatt.pzb")));
+        WriteFile(Path(), box.bytes);
+        DestroyFirstPage();
+        const QByteArray before = ReadFile(Path());
+        // No file may grow beyond the limit: the copy fails, or the new file, or nothing.
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit old = {};
+        getrlimit(RLIMIT_FSIZE, &old);
+        int failed = 0;
+        for (const qint64 limit : {qint64(0), qint64(5000), box.bytes.size() / 2, box.bytes.size() - 1}) {
+            const rlimit small = {static_cast<rlim_t>(limit), old.rlim_max};
+            setrlimit(RLIMIT_FSIZE, &small);
+            try {
+                RepairDatabase(Path());
+            } catch (const StoreError &error) {
+                failed += error.Number() == Fehler::DatentraegerVoll ? 1 : 0;
+            }
+            setrlimit(RLIMIT_FSIZE, &old);
+            QCOMPARE(Names(), QStringList{QStringLiteral("Kasten.pzb")});
+            QCOMPARE(ReadFile(Path()), before);
+        }
+        std::signal(SIGXFSZ, handler);
+        QCOMPARE(failed, 4);
+    }
+
+    void KillLeavesTheDamagedOrTheRepairedFile()
+    {
+        const bool isShort = qEnvironmentVariableIntValue("PAUKFIX_SHORT_TESTS") != 0;
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        QElapsedTimer timer;
+        timer.start();
+        const auto lay = [&] {
+            const QDir directory(directory_->path());
+            for (const QString &name : directory.entryList(QDir::Files))
+                QFile::remove(directory.filePath(name));
+            WriteFile(Path(), amid.bytes);
+            WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+        };
+        lay();
+        RepairDatabase(Path());
+        const qint64 whole = timer.nsecsElapsed() / 1000;
+        Random random(5);
+        int killed = 0;
+        for (int run = 0; run < (isShort ? 12 : 60); ++run) {
+            lay();
+            const qint64 moment = Pick(random, whole);
+            const pid_t child = fork();
+            if (child == 0) {
+                RepairDatabase(Path());
+                _exit(0);
+            }
+            // At any time, or in the short moments in which the names change.
+            QElapsedTimer waiting;
+            waiting.start();
+            const auto reached = [&] {
+                if (run % 3 == 0)
+                    return waiting.nsecsElapsed() / 1000 > moment;
+                return run % 3 == 1 ? QFile::exists(Path() + QStringLiteral(".beschädigt"))
+                                    : !QFile::exists(Path() + QStringLiteral("-journal"));
+            };
+            while (!reached() && !HasEnded(child) && waiting.elapsed() < 60'000) {
+            }
+            kill(child, SIGKILL);
+            int status = 0;
+            waitpid(child, &status, 0);
+            killed += WIFSIGNALED(status) ? 1 : 0;
+            RemoveRepairLeftovers(Path());
+            QVERIFY(QFile::exists(Path()));
+            QVERIFY(!QFile::exists(Path() + QStringLiteral(".reparatur")));
+            // Whichever file lies there, the engine reads every card out of it.
+            {
+                SQLite::Database database(Path().toStdString(), SQLite::OPEN_READWRITE);
+                QCOMPARE(database.execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
+            }
+            const auto found = ReadDigests(Path());
+            QCOMPARE(found.size(), box.cards.size());
+            for (const CardTruth &card : box.cards)
+                QCOMPARE(found.value(card.marker), card.digest);
+        }
+        QVERIFY(killed > 0);
+    }
+
+    void TheStoreRepairsAndOpens()
+    {
+        MakeCardFile(Path(), SomeCards(20));
+        DestroyFirstPage();
+        TestMeldungen meldungen;
+        meldungen.antworten = {Meldungen::Antwort::Ja};
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        QString name = QStringLiteral("Kasten.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(meldungen.Texte(),
+                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                              QStringLiteral("Datei wurde repariert")}));
+        QVERIFY(store.IsOpen());
+        QCOMPARE(store.HighestCardNumber, qint16(20));
+    }
+
+    // Damage in a page that opening does not read is found all the same.
+    void TheStoreFindsDamageBehindTheFirstPages()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        QFile file(Path());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.size() > 20 * 4096);
+        QVERIFY(file.seek(file.size() / 2 / 4096 * 4096));
+        file.write(QByteArray(4096, '\xff'));
+        file.close();
+        TestMeldungen meldungen;
+        meldungen.antworten = {Meldungen::Antwort::Ja};
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        QString name = QStringLiteral("Kasten.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(meldungen.Texte(),
+                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                              QStringLiteral("Datei wurde repariert")}));
+        QVERIFY(store.IsOpen());
+        QVERIFY(store.Karten().RecordCount() > 1500);
+    }
+};
+
+QTEST_GUILESS_MAIN(RepairFilesTest)
+#include "RepairFilesTest.moc"
