@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QTimer>
 
 #include <utility>
 
@@ -40,8 +41,10 @@ bool Programm::Starten(const QString &befehlszeile)
 {
     // Between intro and main window, or behind a message, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QGuiApplication::setWindowIcon(QIcon::fromTheme(
-        QStringLiteral("paukfix"), QIcon(konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico"))));
+    // Once the first window stands: to read the icon takes a good part of the start.
+    QTimer::singleShot(0, qApp, [symbol = konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico")] {
+        QGuiApplication::setWindowIcon(QIcon(symbol));
+    });
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
