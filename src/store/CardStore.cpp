@@ -156,6 +156,7 @@ void CardStore::OpenChecked(const QString &path)
     const auto open = [&] {
         file_ = std::make_unique<CardFile>(path);
         CheckCardFile(file_->Database());
+        RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
     };
     try {
         open();

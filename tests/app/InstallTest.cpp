@@ -48,6 +48,9 @@ private:
         umgebung.insert("HOME", ordner_.filePath("heim"));
         umgebung.insert("XDG_DATA_HOME", ordner_.filePath("heim/daten"));
         umgebung.insert("XDG_RUNTIME_DIR", ordner_.filePath("heim"));
+        // Another user may not be allowed to read the list of known leaks in the source tree.
+        umgebung.remove("LSAN_OPTIONS");
+        umgebung.insert("ASAN_OPTIONS", "detect_leaks=0");
         lauf->prozess.setProcessEnvironment(umgebung);
         lauf->prozess.setWorkingDirectory(ordner_.filePath("heim"));
         if (geteuid() == 0) {
