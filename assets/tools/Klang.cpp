@@ -82,9 +82,9 @@ Spur Room(const Spur &dry, int spread)
 {
     Spur wet(dry.size(), 0.0);
     for (const int delay : {1116, 1188, 1277, 1356, 1422, 1491})
-        AddComb(wet, dry, static_cast<std::size_t>(delay + spread), 0.72);
+        AddComb(wet, dry, static_cast<std::size_t>(delay) + static_cast<std::size_t>(spread), 0.72);
     for (const int delay : {556, 441, 225})
-        Allpass(wet, static_cast<std::size_t>(delay + spread));
+        Allpass(wet, static_cast<std::size_t>(delay) + static_cast<std::size_t>(spread));
     return wet;
 }
 

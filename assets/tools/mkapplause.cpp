@@ -72,11 +72,13 @@ std::vector<Spur> Applause()
         const double hollow = zufall.Between(850, 1650);
         const double pace = zufall.Between(0.15, 0.22);
         const double strength = zufall.Between(0.5, 1.0);
-        for (double t = zufall.Between(0.05, 0.35); t < Length - 0.3; t += pace * zufall.Between(0.9, 1.1)) {
+        double t = zufall.Between(0.05, 0.35);
+        while (t < Length - 0.3) {
             const Spur clap = Clap(zufall, hollow * zufall.Between(0.94, 1.06));
             const double gain = strength * Eagerness(t) * zufall.Between(0.7, 1.0);
             Mix(left, clap, t, gain * std::sqrt(1 - place));
             Mix(right, clap, t, gain * std::sqrt(place));
+            t += pace * zufall.Between(0.9, 1.1);
         }
     }
 
