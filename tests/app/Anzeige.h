@@ -15,7 +15,10 @@ public:
     Anzeige()
     {
         xvfb_.setProgram("Xvfb");
-        xvfb_.setArguments({"-displayfd", "1", "-screen", "0", "1280x860x24", "-nolisten", "tcp"});
+        // -noreset: without it the server starts anew when its last client leaves, and a question of xdotool
+        // before openbox has come would throw openbox out.
+        xvfb_.setArguments(
+            {"-displayfd", "1", "-screen", "0", "1280x860x24", "-nolisten", "tcp", "-noreset"});
         xvfb_.start();
         QByteArray nummer;
         while (!nummer.contains('\n') && xvfb_.waitForReadyRead(20000))
