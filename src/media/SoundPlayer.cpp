@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SoundPlayer.h"
 
+#include "Sdl.h"
 #include "WaveFile.h"
 
 #include <algorithm>
@@ -53,17 +54,21 @@ public:
 
     bool Open()
     {
+        const Sdl *sdl = LoadSdl();
+        if (sdl == nullptr) {
+            return false;
+        }
         // Otherwise SDL would take SIGINT and SIGTERM for itself.
-        SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-        SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Paukfix");
-        open_ = open_ || SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        sdl->SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+        sdl->SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Paukfix");
+        open_ = open_ || sdl->InitSubSystem(SDL_INIT_AUDIO) == 0;
         return open_;
     }
 
     void Close()
     {
         if (std::exchange(open_, false)) {
-            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+            LoadSdl()->QuitSubSystem(SDL_INIT_AUDIO);
         }
     }
 
@@ -94,7 +99,7 @@ public:
     ~Playback()
     {
         if (device_ != 0) {
-            SDL_CloseAudioDevice(device_);
+            LoadSdl()->CloseAudioDevice(device_);
         }
     }
 
@@ -109,11 +114,11 @@ public:
         };
         wanted.userdata = this;
         // No change allowed: SDL converts to what the device takes.
-        device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, &spec_, 0);
+        device_ = LoadSdl()->OpenAudioDevice(nullptr, 0, &wanted, &spec_, 0);
         return device_ != 0;
     }
 
-    void Start() { SDL_PauseAudioDevice(device_, 0); }
+    void Start() { LoadSdl()->PauseAudioDevice(device_, 0); }
 
 private:
     void Fill(Uint8 *out, size_t length)
@@ -200,7 +205,9 @@ void SoundPlayer::Work(State &state)
     lock.unlock();
     playback.reset();
     audio.Close();
-    SDL_TLSCleanup(); // SDL keeps its error texts for each thread
+    if (const Sdl *sdl = LoadSdl()) {
+        sdl->TLSCleanup(); // SDL keeps its error texts for each thread
+    }
     lock.lock();
     state.finished = true;
     state.answered.notify_one();

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "WaveFile.h"
 
+#include "Sdl.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -104,10 +106,16 @@ auto At(std::vector<Uint8> &file, size_t position)
 
 } // namespace
 
+void Wave::Release::operator()(Uint8 *samples) const
+{
+    LoadSdl()->FreeWAV(samples);
+}
+
 std::optional<Wave> DecodeWave(std::vector<Uint8> file)
 {
     Chunks chunks(file);
-    if (!chunks.Find()) {
+    const Sdl *sdl = LoadSdl();
+    if (!chunks.Find() || sdl == nullptr) {
         return std::nullopt;
     }
     // SDL reserves what a header claims before it reads, so it gets a header that tells the truth.
@@ -125,12 +133,12 @@ std::optional<Wave> DecodeWave(std::vector<Uint8> file)
     file.insert(file.begin(), header.begin(), header.end());
 
     // A last block that is cut short plays as far as it goes.
-    SDL_SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
+    sdl->SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
     Wave wave;
     Uint8 *samples = nullptr;
     Uint32 length = 0;
-    if (!SDL_LoadWAV_RW(SDL_RWFromConstMem(file.data(), static_cast<int>(file.size())), 1, &wave.spec,
-                        &samples, &length)) {
+    if (!sdl->LoadWAV_RW(sdl->RWFromConstMem(file.data(), static_cast<int>(file.size())), 1, &wave.spec,
+                         &samples, &length)) {
         return std::nullopt;
     }
     wave.samples.reset(samples);

@@ -15,7 +15,7 @@ struct Wave
 {
     struct Release
     {
-        void operator()(Uint8 *samples) const { SDL_FreeWAV(samples); }
+        void operator()(Uint8 *samples) const;
     };
 
     SDL_AudioSpec spec{}; // rate, format, channels
@@ -28,7 +28,8 @@ struct Wave
 inline constexpr size_t MaxWaveBytes = size_t{128} * 1024 * 1024;
 
 // Decodes a wave file: PCM of 8, 16, 24 and 32 bits, 32-bit float, A-law, µ-law, IMA and MS ADPCM. Lengths in
-// the header that cannot be right are taken as "up to the end". Nothing where the bytes are no such wave.
+// the header that cannot be right are taken as "up to the end". Nothing where the bytes are no such wave,
+// or the machine has no SDL.
 std::optional<Wave> DecodeWave(std::vector<Uint8> file);
 
 // The same for a file, `path` in UTF-8. Nothing where it cannot be read, too.
