@@ -41,10 +41,6 @@ bool Programm::Starten(const QString &befehlszeile)
 {
     // Between intro and main window, or behind a message, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    // Once the first window stands: to read the icon takes a good part of the start.
-    QTimer::singleShot(0, qApp, [symbol = konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico")] {
-        QGuiApplication::setWindowIcon(QIcon(symbol));
-    });
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
@@ -58,6 +54,10 @@ bool Programm::Starten(const QString &befehlszeile)
         .uhr = uhr_,
         .klang = [this](const QString &pfad) { klang_.PlaySound(pfad.toStdString()); },
         .stille = [this] { klang_.StopSound(); },
+        // To read the icon takes a good part of a start.
+        .gemalt = [symbol =
+                       konfig_.ProgrammPfad +
+                       QStringLiteral("/paukfix.ico")] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
         .befehlszeile = befehlszeile,
     });
     LBoxFenster fenster;

@@ -32,7 +32,8 @@ struct LBoxUmgebung
     const Uhr &uhr;
     std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
     std::function<void()> stille = [] {};                                    // stops it
-    QString befehlszeile; // the card file named at the program's start, or empty
+    std::function<void()> gemalt = [] {}; // the window has been painted for the first time
+    QString befehlszeile;                 // the card file named at the program's start, or empty
 };
 
 // What the menu opens beyond the main window. An entry without its function stands in its place, disabled.

@@ -49,6 +49,7 @@ std::pair<QString, QString> Geteilt(const QString &pfad)
 // two.
 void LBOX::Form_Load()
 {
+    umgebung_.gemalt();
     if (std::exchange(kartei_.ErsterAufruf, false))
         umgebung_.konfig.ReadConfig();
     geladen_ = true;

@@ -34,7 +34,11 @@ Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), m
     setWindowTitle(QStringLiteral("Merkkasten"));
     setAccessibleName(QStringLiteral("Merkkasten"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+}
 
+// Most starts show the main window at once: nothing is built for them.
+void Intro::Aufbauen()
+{
     Timer_Intro_ = new QTimer(this);
     Timer_Intro_->setObjectName(QStringLiteral("Timer_Intro"));
     Timer_Intro_->setInterval(Takt);
@@ -71,6 +75,7 @@ Intro::Ausgang Intro::Form_Load(const QString &befehlszeile)
 
 void Intro::Abspielen()
 {
+    Aufbauen();
     Timer_Intro_->start();
     show();
     activateWindow();

@@ -43,6 +43,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void Aufbauen();
     void Abspielen();
     void BildZeigen(const QString &pfad);
     void Command1_Click();
