@@ -5,7 +5,6 @@
 #include "KastenFarben.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -118,17 +117,16 @@ void FachBild::paintEvent(QPaintEvent *)
     maler.setPen(Qt::NoPen);
     maler.setBrush(boden);
     maler.drawRoundedRect(flaeche, Rundung, Rundung);
-    // The upper and the left wall throw a shadow on the ground.
-    QPainterPath innen;
-    innen.addRoundedRect(flaeche, Rundung, Rundung);
-    maler.setClipPath(innen);
-    QLinearGradient schatten(0, 0, 0, flaeche.height() * 0.12);
+    // The upper wall throws a shadow on the ground.
+    const double tiefe = flaeche.height() * 0.12;
+    QLinearGradient schatten(0, 0, 0, tiefe);
     schatten.setColorAt(0, QColor(0, 0, 0, 90));
     schatten.setColorAt(1, QColor(0, 0, 0, 0));
     maler.setBrush(schatten);
-    maler.drawRect(flaeche);
+    maler.setClipRect(QRectF(0, 0, flaeche.width(), tiefe));
+    maler.drawRoundedRect(flaeche, Rundung, Rundung);
+    maler.setClipping(false);
     if (hasFocus()) {
-        maler.setClipping(false);
         maler.setBrush(Qt::NoBrush);
         maler.setPen(QPen(KastenFarben::Papier, 2, Qt::DashLine));
         maler.drawRoundedRect(flaeche.adjusted(1, 1, -1, -1), Rundung, Rundung);

@@ -215,24 +215,30 @@ void Kasten::NamenSetzen()
 void Kasten::Anordnen()
 {
     masse_ = KastenMasse(size(), tabelle_);
-    const QFont schildSchrift = Schrift(1.1, true);
+    const QFont schildSchrift = Schrift(Gross, true);
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
         image0_[i]->setGeometry(masse_.fach[i]);
         schild_[i]->setGeometry(masse_.schild[i]);
         schild_[i]->setFont(schildSchrift);
     }
     erledigt_->setGeometry(masse_.stapelSchild);
-    erledigt_->setFont(Schrift(0.9, true));
+    erledigt_->setFont(Schrift(Klein, true));
     wuerfel_->setGeometry(masse_.wuerfel);
-    karte_->SetSchrift(Schrift(0.85), Schrift(1.7, true));
+    karte_->SetSchrift(Schrift(Klein), Schrift(1.7, true));
     karte_->setGeometry(masse_.Karte(karteVon_.x(), karteVon_.y()));
-    hinweis_->setFont(Schrift(1.05));
+    if (!hinweis_->text().isEmpty())
+        HinweisLegen();
+    BalkenSetzen();
+}
+
+void Kasten::HinweisLegen()
+{
+    hinweis_->setFont(Schrift(Gross));
     const int zeile = hinweis_->fontMetrics().height();
     hinweis_->setContentsMargins(2 * zeile, zeile + 22, 2 * zeile, zeile + 8);
     hinweis_->adjustSize();
     hinweis_->move(rect().center() - hinweis_->rect().center());
     hinweis_->raise();
-    BalkenSetzen();
 }
 
 void Kasten::resizeEvent(QResizeEvent *event)

@@ -64,11 +64,14 @@ protected:
 
 private:
     void Anordnen();
+    void HinweisLegen();
     void BalkenSetzen();
     void NamenSetzen();
     void Malen();
     int FachBei(QPoint punkt) const;
     void Hervorheben(int fach);
+    // Few sizes: each costs a part of the program's start.
+    static constexpr double Gross = 1.15, Klein = 0.9;
     QFont Schrift(double groesse, bool fett = false) const;
     void ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach, bool mitKapazitaet) const;
     void TasteMalen(QPainter &maler) const;

@@ -101,7 +101,7 @@ void Kasten::paintEvent(QPaintEvent *)
 
 void Kasten::TasteMalen(QPainter &maler) const
 {
-    const QFont schrift = Schrift(0.85, true);
+    const QFont schrift = Schrift(Klein, true);
     const double seite = QFontMetrics(schrift).height() * 1.25;
     QColor farbe = palette().color(QPalette::WindowText);
     const QRectF taste(masse_.wuerfelTaste.center().x() - seite / 2, masse_.wuerfelTaste.top() + 2, seite,
@@ -118,14 +118,14 @@ void Kasten::ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach,
     const QString anzahl = QString::number(fach.Anzahl);
     maler.setPen(KastenFarben::Papier);
     QRect zeile = platz;
-    const QFont gross = Passend(Schrift(1.2, true), anzahl, platz.width());
+    const QFont gross = Passend(Schrift(Gross, true), anzahl, platz.width());
     maler.setFont(gross);
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, anzahl);
     if (!mitKapazitaet)
         return;
-    zeile.setTop(zeile.top() + QFontMetrics(Schrift(1.2, true)).height());
+    zeile.setTop(zeile.top() + QFontMetrics(Schrift(Gross, true)).height());
     const QString kapazitaet = QStringLiteral("/ %1").arg(fach.Kapazitaet);
-    maler.setFont(Passend(Schrift(0.85), kapazitaet, platz.width()));
+    maler.setFont(Passend(Schrift(Klein), kapazitaet, platz.width()));
     maler.setPen(KastenFarben::PapierSchatten);
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
 }
