@@ -6,7 +6,9 @@ StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt, c
 {
     StatistikWerte werte;
     werte.DatZeit = sprache.toString(jetzt, QLocale::ShortFormat);
-    werte.Beginn = sprache.toString(kartei.Beginn, QLocale::ShortFormat);
+    // Before a card file has been opened, no session has begun.
+    werte.Beginn = kartei.Beginn.isValid() ? sprache.toString(kartei.Beginn, QLocale::ShortFormat)
+                                           : QStringLiteral("\u2013");
     for (std::size_t i = 0; i < FachAnzahl; ++i)
         werte.Fach[i] = {kartei.BegAnz[i], kartei.FachInfo[i].Anzahl};
     werte.richtig = kartei.RichtigZaehler;

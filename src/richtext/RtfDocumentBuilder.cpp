@@ -84,8 +84,13 @@ QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
         format.setTopMargin(Pixels(paragraph.before));
     if (paragraph.after != 0)
         format.setBottomMargin(Pixels(paragraph.after));
-    if (!paragraph.tabs.isEmpty())
-        format.setTabPositions(paragraph.tabs);
+    if (!paragraph.tabs.isEmpty()) {
+        // Qt counts tab stops from where the first line begins.
+        QList<QTextOption::Tab> tabs = paragraph.tabs;
+        for (QTextOption::Tab &tab : tabs)
+            tab.position -= Pixels(paragraph.left + paragraph.first);
+        format.setTabPositions(tabs);
+    }
     return format;
 }
 } // namespace

@@ -233,7 +233,7 @@ void RtfReader::FormatParagraph(const RtfKeyword &keyword)
         tabKind_ = static_cast<QTextOption::TabType>(keyword.value);
         break;
     case RtfAction::TabStop:
-        AddTabStop(Length(number));
+        AddTabStop(std::clamp(number, -MaxTwips, MaxTwips));
         break;
     default:
         break;

@@ -41,7 +41,7 @@ struct RtfParagraphState
     int first = 0; // of the first line, against `left`
     int before = 0;
     int after = 0;
-    QList<QTextOption::Tab> tabs; // positions in logical pixels, as Qt has them
+    QList<QTextOption::Tab> tabs; // positions in logical pixels from the text's margin, indents left out
 
     bool operator==(const RtfParagraphState &) const = default;
 };

@@ -92,7 +92,8 @@ QByteArray Length(const char *word, double pixels)
     return twips == 0 ? QByteArray() : word + QByteArray::number(twips);
 }
 
-QByteArray TabStop(const QTextOption::Tab &tab)
+// RTF counts tab stops from the margin, Qt from where the first line begins.
+QByteArray TabStop(const QTextOption::Tab &tab, double firstLine)
 {
     QByteArray kind;
     if (tab.type == QTextOption::RightTab)
@@ -101,7 +102,7 @@ QByteArray TabStop(const QTextOption::Tab &tab)
         kind = "\\tqc";
     else if (tab.type == QTextOption::DelimiterTab)
         kind = "\\tqdec";
-    return kind + "\\tx" + QByteArray::number(Twips(tab.position));
+    return kind + "\\tx" + QByteArray::number(Twips(tab.position + firstLine));
 }
 } // namespace
 
@@ -129,7 +130,7 @@ void RtfWriter::WriteParagraphFormat(const QTextBlock &block)
                        Length("\\sb", format.topMargin()) + Length("\\sa", format.bottomMargin());
     const QList<QTextOption::Tab> tabs = format.tabPositions();
     for (const QTextOption::Tab &tab : tabs)
-        words += TabStop(tab);
+        words += TabStop(tab, format.leftMargin() + format.textIndent());
     if (words == writtenParagraph_)
         return;
     body_ += words + ' ';

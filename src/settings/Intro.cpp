@@ -3,6 +3,7 @@
 #include "Intro.h"
 
 #include "Bild.h"
+#include "Bildpunkte.h"
 #include "Schritt.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 
 #include <algorithm>
 #include <limits>
@@ -54,10 +56,20 @@ void Intro::Aufbauen()
     Command1_->setMinimumSize(Command1_->sizeHint() + QSize(zeile, zeile / 3));
     connect(Command1_, &QPushButton::clicked, this, [this] { Command1_Click(); });
 
-    // Where the pictures have their empty corner.
+    punkte_ = new Bildpunkte(LetztesBild - ErstesBild + 1, this);
+    punkte_->setObjectName(QStringLiteral("Punkte"));
+    punkte_->setToolTip(QStringLiteral("Bilder einzeln ansehen (Pfeiltasten)"));
+    punkte_->Gewaehlt = [this](int bild) { Blaettern(ErstesBild + bild); };
+    connect(new QShortcut(Qt::Key_Left, this), &QShortcut::activated, this,
+            [this] { Blaettern(gezeigt_ - 1); });
+    connect(new QShortcut(Qt::Key_Right, this), &QShortcut::activated, this,
+            [this] { Blaettern(gezeigt_ + 1); });
+
+    // Where the pictures have their empty corners.
     auto *platz = new QGridLayout(this);
     platz->setContentsMargins(zeile, zeile, zeile, zeile);
-    platz->addWidget(Command1_, 0, 0, Qt::AlignRight | Qt::AlignBottom);
+    platz->addWidget(punkte_, 0, 0, Qt::AlignLeft | Qt::AlignBottom);
+    platz->addWidget(Command1_, 0, 1, Qt::AlignRight | Qt::AlignBottom);
 
     const QSizeF gross = Masse * std::max(1.0, logicalDpiX() / 96.0);
     resize(gross.boundedTo(Masse.scaled(screen()->availableSize() * 0.8, Qt::KeepAspectRatio)).toSize());
@@ -81,11 +93,7 @@ void Intro::Abspielen()
     activateWindow();
     Command1_->setFocus();
     for (introStep_ = ErstesBild; introStep_ <= LetztesBild && !geschlossen_; ++introStep_) {
-        Schritt(meldungen_, Kontext, [this] {
-            BildZeigen(QStringLiteral("%1/lbox%2.jpg")
-                           .arg(konfig_.ProgrammPfad)
-                           .arg(introStep_, 2, 10, QLatin1Char('0')));
-        });
+        NummerZeigen(introStep_);
         QCoreApplication::processEvents();
     }
     // It stays until the user says so. Messages may have taken the keyboard away.
@@ -94,6 +102,23 @@ void Intro::Abspielen()
         warten_.exec();
     }
     Timer_Intro_->stop();
+}
+
+void Intro::NummerZeigen(int nummer)
+{
+    gezeigt_ = nummer;
+    punkte_->SetBild(nummer - ErstesBild);
+    Schritt(meldungen_, Kontext, [this] {
+        BildZeigen(
+            QStringLiteral("%1/lbox%2.jpg").arg(konfig_.ProgrammPfad).arg(gezeigt_, 2, 10, QLatin1Char('0')));
+    });
+}
+
+// The story plays too fast to be read: it is read afterwards.
+void Intro::Blaettern(int nummer)
+{
+    if (warten_.isRunning() && nummer >= ErstesBild && nummer <= LetztesBild && nummer != gezeigt_)
+        NummerZeigen(nummer);
 }
 
 // Where the picture cannot be read, the one before stays.

@@ -10,9 +10,11 @@
 #include <QTimer>
 #include <QWidget>
 
+class Bildpunkte;
 class QPushButton;
 
 // The window that the program starts with: a story in seven pictures, until the user presses "los geht's".
+// They run through without a pause; while the window waits, they can be looked at one by one.
 class Intro final : public QWidget
 {
 public:
@@ -30,7 +32,8 @@ public:
 
     bool AnimationOn() const { return animationOn_; }
 
-    // The number of the picture being shown; from 13 on "los geht's" has been pressed.
+    // The number of the picture that the story has come to, 12 behind the last one; from 13 on "los geht's"
+    // has been pressed.
     qint16 IntroStep() const { return introStep_; }
 
     // Milliseconds, as the timer counts them; stops at 32,767.
@@ -45,7 +48,9 @@ protected:
 private:
     void Aufbauen();
     void Abspielen();
+    void NummerZeigen(int nummer);
     void BildZeigen(const QString &pfad);
+    void Blaettern(int nummer);
     void Command1_Click();
     void Timer_Intro_Timer();
 
@@ -54,10 +59,12 @@ private:
     bool animationOn_ = true;
     bool geschlossen_ = false;
     qint16 introStep_ = 0;
+    int gezeigt_ = 0; // the number of the picture that was asked for last
     qint16 introElapsed_ = 0;
     QImage bild_; // the window's background, read at the size that it is shown in
     QString pfad_;
     QEventLoop warten_;
     QTimer *Timer_Intro_ = nullptr;
     QPushButton *Command1_ = nullptr;
+    Bildpunkte *punkte_ = nullptr;
 };

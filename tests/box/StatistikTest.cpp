@@ -63,6 +63,19 @@ private slots:
         QCOMPARE(system.DatZeit, QLocale::system().toString(spaeter, QLocale::ShortFormat));
     }
 
+    void WithoutACardFileNoSessionHasBegun()
+    {
+        LBoxBuehne b;
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.jetzt, QLocale(QLocale::German));
+        QCOMPARE(werte.Beginn, "–");
+        QCOMPARE(werte.DatZeit, "21.11.26 09:30");
+        const Statistik fenster(werte);
+        for (const char *spalte : {"BegAnz", "AktAnz", "ÄndAnz"})
+            QCOMPARE(Spalte(fenster, QString::fromUtf8(spalte)),
+                     (QStringList{"0", "0", "0", "0", "0", "0", "0"}));
+        QCOMPARE(Text(fenster, "gesamt"), "0");
+    }
+
     void RightAfterOpeningNothingHasChanged()
     {
         LBoxBuehne b;

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QTest>
+#include <QTextLayout>
 
 class TestRtfReader : public QObject
 {
@@ -25,6 +26,7 @@ private slots:
     void EmptyLinesKeepTheirFormat();
     void PlainRtfIsNotBoldInABoldBox();
     void RaisedTextIsPaintedHigher();
+    void ATabReachesTheColumnOfAHangingIndent();
     void AutomaticColourFollowsThePalette();
 };
 
@@ -145,6 +147,10 @@ void TestRtfReader::Shows_data()
     row("indents beyond measure", R"(\li-100\ri9999999\fi-9999999 a)", "(ri31680 fi-31680)a");
     row("tab stops", R"(\tx1000\tqr\tx2000\tqc\tx3000\tqdec\tx4000\tx5000 a)",
         "(tab1000 rtab2000 ctab3000 dtab4000 tab5000)a");
+    row("tab stops beside indents", R"(\li720\fi-360\tx720\tx1440\tx100 a)",
+        "(li720 fi-360 tab360 tab1080 tab-260)a");
+    row("tab stops before indents", R"(\tx720\li720\fi-360 a)", "(li720 fi-360 tab360)a");
+    row("tab stops beyond measure", R"(\tx9999999\tx-9999999 a)", "(tab31680 tab-31680)a");
     row("pard drops tab stops", R"(\tx1000 a\par\pard b)", "(tab1000)a\nb");
     row("paragraph format in a group", R"({\qc a\par}b)", "(center)a\nb");
 
@@ -374,6 +380,21 @@ void TestRtfReader::RaisedTextIsPaintedHigher()
              qPrintable(QString("%1 %2 %3").arg(raised).arg(onLine).arg(lowered)));
     // 2.5 points are 3 pixels of 96 dpi; the rest is the estimate of the font's height.
     QVERIFY(std::abs(onLine - raised - 3) <= 1);
+}
+
+// As in a list: what follows the tab stands above the lines that the text goes on with.
+void TestRtfReader::ATabReachesTheColumnOfAHangingIndent()
+{
+    QTextDocument document;
+    document.setTextWidth(200);
+    SetRichText(document,
+                QString(R"({\rtf1\li1200\fi-900\tx1200 a\tab )") + QString("word ").repeated(20) + "}");
+    document.documentLayout()->documentSize(); // lays it out
+    const QTextLayout *lines = document.begin().layout();
+    QVERIFY(lines->lineCount() > 1);
+    const double column = lines->lineAt(0).cursorToX(2);
+    const double wrapped = lines->lineAt(1).cursorToX(lines->lineAt(1).textStart());
+    QVERIFY2(std::abs(column - wrapped) < 1, qPrintable(QString("%1 %2").arg(column).arg(wrapped)));
 }
 
 void TestRtfReader::AutomaticColourFollowsThePalette()

@@ -285,6 +285,72 @@ private slots:
         QCOMPARE(intro_->Form_Load({}), Intro::Ausgang::Programmende);
     }
 
+    // The last picture stays until somebody wants to see another; only the button goes on.
+    void WhileItWaitsThePicturesAreLookedAtOneByOne()
+    {
+        QList<QColor> gezeigt;
+        const auto taste = [&](Qt::Key key) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            gezeigt << Gezeigt();
+        };
+        const Drehbuch buch({[&] {
+            if (!Wartet())
+                return false;
+            taste(Qt::Key_Right); // it was the last one
+            taste(Qt::Key_Left);
+            for (int i = 0; i < 8; ++i) // stops at the first one
+                taste(Qt::Key_Left);
+            taste(Qt::Key_Right);
+            [&] { QVERIFY(Wartet()); }();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            return true;
+        }});
+        QCOMPARE(intro_->Form_Load({}), Intro::Ausgang::Hauptfenster);
+        const QList<int> erwartet{11, 10, 9, 8, 7, 6, 5, 5, 5, 5, 6};
+        QCOMPARE(gezeigt.size(), erwartet.size());
+        for (int i = 0; i < erwartet.size(); ++i)
+            QVERIFY2(Gleich(gezeigt[i], Farbe(erwartet[i])), qPrintable(QString::number(i)));
+        QCOMPARE(meldungen_->Texte(), QStringList());
+    }
+
+    void ADotShowsItsPicture()
+    {
+        QColor gezeigt;
+        QString name;
+        const Drehbuch buch({[&] {
+            if (!Wartet())
+                return false;
+            auto *punkte = intro_->findChild<QWidget *>("Punkte");
+            [&] { QCOMPARE(punkte->accessibleName(), "Bild 7 von 7"); }();
+            QTest::mouseClick(
+                intro_->windowHandle(), Qt::LeftButton, {},
+                punkte->mapTo(intro_.get(), QPoint(punkte->width() * 2 / 5, punkte->height() / 2)));
+            gezeigt = Gezeigt();
+            name = punkte->accessibleName();
+            return intro_->close();
+        }});
+        intro_->Form_Load({});
+        QVERIFY(Gleich(gezeigt, Farbe(7)));
+        QCOMPARE(name, "Bild 3 von 7");
+    }
+
+    void AMissingPictureIsReportedAndPassedOver()
+    {
+        const Drehbuch buch({[&] {
+            if (!Wartet())
+                return false;
+            [&] { QVERIFY(QFile::remove(Path("lbox10.jpg"))); }();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+            [&] { QVERIFY(Gleich(Gezeigt(), Farbe(11))); }();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+            [&] { QVERIFY(Gleich(Gezeigt(), Farbe(9))); }();
+            return intro_->close();
+        }});
+        intro_->Form_Load({});
+        QCOMPARE(meldungen_->Texte(),
+                 QStringList{Kontext + "Datei nicht gefunden: „" + Path("lbox10.jpg") + "“"});
+    }
+
     // A picture of another shape is neither stretched nor cut, in a window of any size.
     void ThePictureKeepsItsShapeInAnyWindow()
     {
