@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Kartensuche.h"
 
-#include <QStringMatcher>
 #include <QTextDocument>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -22,14 +22,71 @@ constexpr Suchfeld FeldFrage{20'000'000, 2};
 constexpr std::array<Suchfeld, 5> FeldAntwort{
     {{70'000'000, 7}, {80'000'000, 8}, {90'000'000, 9}, {100'000'000, 10}, {100'000'000, 11}}};
 
+// Letters that no other character but their own capital folds to; "k" and "s" are not (Kelvin sign, long s).
+bool NurAscii(QChar c)
+{
+    return c.unicode() < 0x80 && c != u'k' && c != u's';
+}
+
+// A term that is looked for without regard to letter case. Most texts of a large box do not hold it: they are
+// sorted out by its longest plain part, byte by byte, before any text is decoded.
+class Suchmuster
+{
+public:
+    explicit Suchmuster(const QString &begriff) : begriff_(begriff)
+    {
+        QString gefaltet = begriff;
+        for (QChar &c : gefaltet)
+            c = c.toCaseFolded(); // one for one, as the comparison does
+        for (auto anfang = gefaltet.begin(); anfang != gefaltet.end();) {
+            const auto ende = std::find_if_not(anfang, gefaltet.end(), NurAscii);
+            if (ende - anfang > kern_.size())
+                kern_ = QString(anfang, ende - anfang).toLatin1();
+            anfang = ende == gefaltet.end() ? ende : ende + 1;
+        }
+        sprung_.fill(kern_.size());
+        for (qsizetype i = 0; i + 1 < kern_.size(); ++i)
+            sprung_[static_cast<uchar>(kern_[i])] = kern_.size() - 1 - i;
+    }
+
+    // Where the term first occurs, in characters, -1 where it does not.
+    qsizetype IndexIn(QByteArrayView utf8) const
+    {
+        if (!kern_.isEmpty() && !HatKern(utf8))
+            return -1;
+        return QString::fromUtf8(utf8).indexOf(begriff_, 0, Qt::CaseInsensitive);
+    }
+
+private:
+    static uchar Klein(char byte)
+    {
+        return static_cast<uchar>(byte >= 'A' && byte <= 'Z' ? byte - 'A' + 'a' : byte);
+    }
+
+    bool HatKern(QByteArrayView utf8) const
+    {
+        const qsizetype laenge = kern_.size();
+        for (qsizetype anfang = 0; anfang + laenge <= utf8.size();) {
+            const uchar letztes = Klein(utf8[anfang + laenge - 1]);
+            if (letztes == static_cast<uchar>(kern_.back()) &&
+                std::equal(kern_.begin(), kern_.end(), utf8.begin() + anfang,
+                           [](char kern, char byte) { return static_cast<uchar>(kern) == Klein(byte); }))
+                return true;
+            anfang += sprung_[letztes];
+        }
+        return false;
+    }
+
+    QString begriff_;
+    QByteArray kern_;
+    std::array<qsizetype, 256> sprung_{}; // by the byte that stands under the end of kern_
+};
+
 class Suchgang
 {
 public:
     Suchgang(CardStore &kartei, SearchHit &treffer, const QString &begriff)
-        : karten_(kartei.Karten()),
-          felder_(kartei.Felder()),
-          treffer_(treffer),
-          muster_(begriff, Qt::CaseInsensitive)
+        : karten_(kartei.Karten()), felder_(kartei.Felder()), treffer_(treffer), muster_(begriff)
     {
     }
 
@@ -88,7 +145,7 @@ private:
     bool ZumAnkreuzen() const
     {
         try {
-            return !felder_.Antworttyp.IsNull() && std::nearbyint(felder_.Antworttyp.Number()) == 2;
+            return std::nearbyint(felder_.Antworttyp.Value().toDouble()) == 2;
         } catch (const StoreError &) {
             return false;
         }
@@ -98,7 +155,7 @@ private:
     {
         qsizetype stelle = -1;
         try {
-            stelle = muster_.indexIn(feld.Text());
+            stelle = muster_.IndexIn(feld.Utf8());
         } catch (const StoreError &) {
             return false;
         }
@@ -119,7 +176,7 @@ private:
     CardRecordset &karten_;
     const CardFieldHandles &felder_;
     SearchHit &treffer_;
-    QStringMatcher muster_;
+    Suchmuster muster_;
 };
 
 } // namespace
@@ -129,6 +186,8 @@ Suchergebnis KarteSuchen(CardStore &kartei, SearchHit &treffer, const QString &b
     const CardRecordset &karten = kartei.Karten();
     if (karten.AtBOF() && karten.AtEOF())
         return Suchergebnis::OhneKarten;
+    if (begriff.isEmpty())
+        return Suchergebnis::NichtGefunden;
     return Suchgang(kartei, treffer, begriff).Suchen() ? Suchergebnis::Gefunden : Suchergebnis::NichtGefunden;
 }
 

@@ -53,6 +53,33 @@ private slots:
         QCOMPARE(s.hit.letzterSchluessel, 2e12 + 20'000'000 + 5e5);
     }
 
+    void LetterCaseIsIgnoredInEveryScript_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("term");
+        QTest::addColumn<double>("position");
+        QTest::newRow("ascii") << QStringLiteral("Kein PLATZ") << QStringLiteral("platz") << 6.0;
+        QTest::newRow("sharp s") << QStringLiteral("Der FUßBALL") << QStringLiteral("fußball") << 5.0;
+        QTest::newRow("capital sharp s") << QStringLiteral("FUẞBALL") << QStringLiteral("fußball") << 1.0;
+        QTest::newRow("k and s alone") << QStringLiteral("ein KSK hier") << QStringLiteral("ksk") << 5.0;
+        QTest::newRow("long s, Kelvin sign")
+            << QStringLiteral("Haſe 3 \u212A") << QStringLiteral("hase 3 k") << 1.0;
+        QTest::newRow("cyrillic") << QStringLiteral("ДОБРЫЙ ДЕНЬ") << QStringLiteral("день") << 8.0;
+        QTest::newRow("astral before") << QStringLiteral("😀 Wort") << QStringLiteral("wort") << 4.0;
+        QTest::newRow("overlapping start") << QStringLiteral("anananas") << QStringLiteral("ananas") << 3.0;
+        QTest::newRow("not there") << QStringLiteral("anana anan") << QStringLiteral("ananas") << 0.0;
+    }
+
+    void LetterCaseIsIgnoredInEveryScript()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, term);
+        QFETCH(double, position);
+        Suche s({Card(1, text)});
+        QCOMPARE(s.Finde(term.toUtf8().constData()), position > 0);
+        QCOMPARE(s.hit.position, position);
+    }
+
     void FieldsAreSearchedInTheirOrder()
     {
         CardRecord card = Card(1, QStringLiteral("x Wort"), QStringLiteral("xx Wort"));
