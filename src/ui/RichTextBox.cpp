@@ -4,8 +4,10 @@
 
 #include "Farben.h"
 #include "RichText.h"
+#include "Zwischenablage.h"
 
 #include <QEvent>
+#include <QMimeData>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -34,6 +36,32 @@ QString RichTextBox::PlainText() const
 QString RichTextBox::RichText() const
 {
     return ToRtf(*document());
+}
+
+QMimeData *RichTextBox::createMimeDataFromSelection() const
+{
+    return MimeVon(textCursor().selection()).release();
+}
+
+bool RichTextBox::canInsertFromMimeData(const QMimeData *source) const
+{
+    return HatText(*source);
+}
+
+void RichTextBox::insertFromMimeData(const QMimeData *source)
+{
+    if (isReadOnly())
+        return;
+    if (acceptRichText()) {
+        if (const auto fragment = FragmentVon(*source)) {
+            textCursor().insertFragment(*fragment);
+            ensureCursorVisible();
+            return;
+        }
+    }
+    QMimeData text; // takes the format at the caret
+    text.setText(source->text());
+    QTextEdit::insertFromMimeData(&text);
 }
 
 QSize RichTextBox::minimumSizeHint() const

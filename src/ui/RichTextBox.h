@@ -33,6 +33,12 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    // Copy and paste go through RTF: between our boxes nothing is lost, and from elsewhere nothing comes in
+    // that a card cannot hold.
+    QMimeData *createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData *source) const override;
+    void insertFromMimeData(const QMimeData *source) override;
+
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
