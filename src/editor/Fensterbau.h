@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Farben.h"
+
 #include <QColor>
 #include <QLabel>
 #include <QPalette>
@@ -53,4 +55,11 @@ inline void Faerben(QWidget *widget, std::initializer_list<Farbrolle> farben)
     for (const Farbrolle &farbe : farben)
         palette.setColor(farbe.rolle, farbe.farbe);
     widget->setPalette(palette);
+}
+
+// The style draws the outlines of tick boxes, options and entry fields as a darker shade of the window's
+// ground; on a dark one they could not be seen.
+inline QColor UmrissGrund(const QColor &text, const QColor &grund)
+{
+    return Farben::Lesbar(Farben::Getoent(text, grund, 0.25), grund, Farben::KontrastUmriss + 1).lighter(140);
 }

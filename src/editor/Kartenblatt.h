@@ -30,7 +30,7 @@ struct Bildlage
 };
 
 // Where the picture of a new card goes: over the right part of the question, which makes room for it.
-inline constexpr Bildlage BildlageVorgabe{9000, 1500, 3600, 2250};
+inline constexpr Bildlage BildlageVorgabe{9000, 1350, 3600, 2700};
 
 // File names by slot, entry i for slot i + 1: 1 to 3 pictures, 6 to 8 sounds, for question, right and wrong
 // answer. Entry 8 stays empty: slot 9 is the topic.

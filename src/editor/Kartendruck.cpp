@@ -5,7 +5,6 @@
 #include "StoreError.h"
 
 #include <QPainter>
-#include <QPrinter>
 #include <QPrinterInfo>
 #include <QWidget>
 

@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include <QPrinter>
+
 #include <memory>
 
-class QPrinter;
 class QWidget;
 
 // The default printer, else the first one; nothing where no printer is installed.

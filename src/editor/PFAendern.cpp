@@ -19,7 +19,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopeGuard>
@@ -124,6 +123,9 @@ void PFÄndern::ArtZeigen(Antwortart art)
     art_->setExclusive(true);
 
     const bool ankreuzen = art == Antwortart::Ankreuzen;
+    // Tab goes to the selected option.
+    Antwort_T_->setFocusPolicy(ankreuzen ? Qt::ClickFocus : Qt::StrongFocus);
+    Antwort_K_->setFocusPolicy(ankreuzen ? Qt::StrongFocus : Qt::ClickFocus);
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         feld_[i]->setVisible(ankreuzen || i == 0);
         Check1_[i]->setVisible(ankreuzen);
@@ -151,6 +153,13 @@ void PFÄndern::FokusAufFrage()
 void PFÄndern::FokusAufAntwort(std::size_t box)
 {
     Antwort_[box]->setFocus();
+}
+
+void PFÄndern::Cadd_Click()
+{
+    const bool neu = editor_.Neu();
+    if (editor_.StoreCard() && neu)
+        FokusAufFrage(); // of the next new card
 }
 
 void PFÄndern::MSuchen_Click()
@@ -190,6 +199,7 @@ void PFÄndern::MDrucken_Click()
 {
     umgebung_.meldungen.Sanduhr(true);
     const QPalette vorher = formular_->palette();
+    QWidget *fokus = focusWidget(); // would move on when its control is hidden
     for (QWidget *widget : NichtGedruckt())
         widget->hide();
     const bool mitSizer = Sizer_->isVisible();
@@ -201,7 +211,6 @@ void PFÄndern::MDrucken_Click()
     papier.setColor(QPalette::HighlightedText, vorher.color(QPalette::HighlightedText));
     formular_->setPalette(papier);
 
-    QString fehler;
     Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Drucken: "), [this] {
         const std::unique_ptr<QPrinter> drucker = umgebung_.drucker();
         if (!drucker)
@@ -212,6 +221,8 @@ void PFÄndern::MDrucken_Click()
     for (QWidget *widget : NichtGedruckt())
         widget->show();
     Sizer_->setVisible(mitSizer);
+    if (fokus)
+        fokus->setFocus();
     gedruckt_ = true;
     FarbenSetzen();
     umgebung_.meldungen.Sanduhr(false);

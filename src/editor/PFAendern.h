@@ -25,10 +25,10 @@ class QLabel;
 class QLayout;
 class QLineEdit;
 class QMenu;
-class QPrinter;
 class QPushButton;
 class QRadioButton;
 class QSessionManager;
+class QTextCharFormat;
 struct Auswahlformat;
 
 // What the card editor works on and tells.
@@ -90,6 +90,7 @@ private:
     Antwortart Art() const;
     void Geaendert();
     void Antworttyp_Click();
+    void Cadd_Click();
     void MSuchen_Click();
     void TrefferZeigen();
     void MDrucken_Click();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Farben.h"
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "PFAendern.h"
@@ -11,6 +10,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPainter>
 #include <QRadioButton>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -18,6 +18,47 @@
 namespace {
 
 constexpr QColor HellGrau{0xC0, 0xC0, 0xC0};
+
+// A word on a rounded ground that stands out from the form.
+class Marke final : public QLabel
+{
+public:
+    Marke(const QString &text, QWidget *eltern) : QLabel(text, eltern)
+    {
+        setContentsMargins(12, 3, 12, 3);
+        QFont fett = font();
+        fett.setBold(true);
+        setFont(fett);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QPainter maler(this);
+        maler.setRenderHint(QPainter::Antialiasing);
+        maler.setPen(Qt::NoPen);
+        maler.setBrush(palette().color(QPalette::Window));
+        maler.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+        QLabel::paintEvent(event);
+    }
+};
+
+constexpr int AntwortAbstand = 5; // between the lines of a tick card
+
+// The room of the answers; a rest of pixels that five lines cannot share stays below them.
+class Antwortkasten final : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        constexpr int Zeilen = static_cast<int>(AntwortBoxen);
+        layout()->setContentsMargins(0, 0, 0, (height() - (Zeilen - 1) * AntwortAbstand) % Zeilen);
+        QWidget::resizeEvent(event);
+    }
+};
 
 } // namespace
 
@@ -74,13 +115,8 @@ QLayout *PFÄndern::KopfBauen()
     });
     MaskFachNr_ = Benannt(new QLabel(formular_), QStringLiteral("MaskFachNr"), QStringLiteral("Fach"));
     MaskFachNr_->setTextFormat(Qt::PlainText);
-    LabelNeu_ = Benannt(new QLabel(QStringLiteral("Neue Karte"), formular_), QStringLiteral("LabelNeu"),
+    LabelNeu_ = Benannt(new Marke(QStringLiteral("Neue Karte"), formular_), QStringLiteral("LabelNeu"),
                         QStringLiteral("Neue Karte"));
-    LabelNeu_->setAutoFillBackground(true);
-    LabelNeu_->setContentsMargins(12, 3, 12, 3);
-    QFont fett = LabelNeu_->font();
-    fett.setBold(true);
-    LabelNeu_->setFont(fett);
     PlatzHalten(LabelNeu_);
     MaskThema_ = Benannt(new QLineEdit(formular_), QStringLiteral("MaskThema"), QStringLiteral("Thema"));
     MaskThema_->installEventFilter(this);
@@ -146,13 +182,12 @@ Flaeche *PFÄndern::TextfeldBauen(RichTextBox *box)
 // All five answers share the room that the single one has: nothing else moves when the type changes.
 QWidget *PFÄndern::AntwortenBauen()
 {
-    constexpr int Abstand = 5;
     const int zeile = fontMetrics().lineSpacing() + 14;
-    auto *kasten = new QWidget(formular_);
+    auto *kasten = new Antwortkasten(formular_);
     antworten_ = new QGridLayout(kasten);
     antworten_->setContentsMargins(0, 0, 0, 0);
-    antworten_->setSpacing(Abstand);
-    kasten->setMinimumHeight(static_cast<int>(AntwortBoxen) * (zeile + Abstand));
+    antworten_->setSpacing(AntwortAbstand);
+    kasten->setMinimumHeight(static_cast<int>(AntwortBoxen) * (zeile + AntwortAbstand));
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         feld_[i] = TextfeldBauen(Antwort_[i]);
         Check1_[i] = Benannt(new QCheckBox(QStringLiteral("richtig"), feld_[i]), Name("Check1", i),
@@ -202,7 +237,7 @@ QLayout *PFÄndern::KnoepfeBauen()
     tun(CZurück_, [this] { editor_.CZurück(); });
     tun(CVor_, [this] { editor_.CVor(); });
     tun(CEOF_, [this] { editor_.CEOF(); });
-    tun(Cadd_, [this] { editor_.StoreCard(); });
+    tun(Cadd_, [this] { Cadd_Click(); });
     tun(Cback_, [this] { close(); });
 
     auto *zeile = new QHBoxLayout;
@@ -264,10 +299,11 @@ void PFÄndern::FarbenSetzen()
     // The ticks stand on the fields, not on the form.
     const QColor feld = farben.color(QPalette::Base);
     const QColor text = farben.color(QPalette::Text);
-    const QColor umriss =
-        Farben::Lesbar(Farben::Getoent(text, feld, 0.25), feld, Farben::KontrastUmriss + 1).lighter(140);
     for (QCheckBox *kreuz : Check1_)
-        Faerben(kreuz, {{QPalette::WindowText, text}, {QPalette::Window, umriss}});
+        Faerben(kreuz, {{QPalette::WindowText, text}, {QPalette::Window, UmrissGrund(text, feld)}});
+    const QColor umriss = UmrissGrund(farben.color(QPalette::WindowText), grund);
+    for (QWidget *widget : QList<QWidget *>{Antwort_T_, Antwort_K_, MaskFrageNr_, MaskThema_})
+        Faerben(widget, {{QPalette::Window, umriss}});
     FelderUmranden();
 }
 

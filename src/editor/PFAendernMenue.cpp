@@ -47,7 +47,7 @@ void PFÄndern::MenueBauen()
 
     QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("E&xtras"));
     eintrag(extras, "MHinzufügen", QStringLiteral("&hinzufügen"), Qt::CTRL | Qt::Key_I,
-            [this] { editor_.StoreCard(); });
+            [this] { Cadd_Click(); });
     eintrag(extras, "MSuchen", QStringLiteral("&suchen"), Qt::Key_F3, [this] { MSuchen_Click(); });
     eintrag(extras, "MKopieren", QStringLiteral("&kopieren"), {}, [this] { editor_.Kopieren(); });
     eintrag(extras, "MLöschen", QStringLiteral("&löschen"), {}, [this] { editor_.Löschen(); });

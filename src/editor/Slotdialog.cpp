@@ -54,9 +54,11 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
     ok->setDefault(true);
 
     auto *kopf = new QHBoxLayout;
+    kopf->setSpacing(6);
     kopf->addWidget(new QLabel(QStringLiteral("Fragenr:"), this));
     kopf->addWidget(nummer, 1);
     auto *datei = new QHBoxLayout;
+    datei->setSpacing(6);
     datei->addWidget(new QLabel(QStringLiteral("Dateiname :"), this));
     datei->addWidget(Dateiname_, 1);
     auto *knoepfe = new QHBoxLayout;

@@ -22,8 +22,8 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
     auto *ok = Benannt(new QPushButton(QStringLiteral("&suchen"), this), QStringLiteral("COK"),
                        QStringLiteral("suchen"));
     ok->setDefault(true); // Enter in the box searches
-    auto *abbruch = Benannt(new QPushButton(QStringLiteral("A&bbruchAbbruch"), this),
-                            QStringLiteral("CAbbruch"), QStringLiteral("Abbruch"));
+    auto *abbruch = Benannt(new QPushButton(QStringLiteral("&Abbruch"), this), QStringLiteral("CAbbruch"),
+                            QStringLiteral("Abbruch"));
     connect(ok, &QPushButton::clicked, this, [this] { COK_Click(); });
     connect(abbruch, &QPushButton::clicked, this, [this] { reject(); });
 

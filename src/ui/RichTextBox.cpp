@@ -8,6 +8,8 @@
 
 #include <QEvent>
 #include <QMimeData>
+#include <QSignalBlocker>
+#include <QSyntaxHighlighter>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -15,10 +17,42 @@
 #include <cmath>
 #include <memory>
 
+namespace {
+
+// Draws text in a colour that cannot be read on the box's ground in a lighter or darker shade of it; the text
+// itself keeps its colour.
+class Farbausgleich final : public QSyntaxHighlighter
+{
+public:
+    Farbausgleich(QTextDocument *document, const QWidget &box) : QSyntaxHighlighter(document), box_(box) {}
+
+protected:
+    void highlightBlock(const QString &) override
+    {
+        const QColor grund = box_.palette().color(QPalette::Base);
+        for (auto teil = currentBlock().begin(); !teil.atEnd(); ++teil) {
+            const QTextCharFormat format = teil.fragment().charFormat();
+            if (!format.hasProperty(QTextFormat::ForegroundBrush) ||
+                format.hasProperty(QTextFormat::BackgroundBrush))
+                continue;
+            const QColor farbe = format.foreground().color();
+            const QColor lesbar = Farben::Lesbar(farbe, grund);
+            if (lesbar != farbe)
+                setFormat(teil.fragment().position() - currentBlock().position(), teil.fragment().length(),
+                          lesbar);
+        }
+    }
+
+private:
+    const QWidget &box_;
+};
+
+} // namespace
+
 RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
 {
     setTabChangesFocus(true);
-    connect(document(), &QTextDocument::contentsChanged, this, [this] { FarbenAnpassen(); });
+    farben_ = new Farbausgleich(document(), *this);
 }
 
 void RichTextBox::ZeigeRichText(const QString &text)
@@ -73,8 +107,10 @@ QSize RichTextBox::minimumSizeHint() const
 void RichTextBox::changeEvent(QEvent *event)
 {
     QTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        FarbenAnpassen();
+    if (event->type() == QEvent::PaletteChange) {
+        const QSignalBlocker still(this); // the text does not change
+        farben_->rehighlight();
+    }
 }
 
 void RichTextBox::SetHoechstens(int zeilen)
@@ -113,31 +149,4 @@ void RichTextBox::Einmitten()
     const QMargins rand(0, std::max(frei / 2, 0), 0, 0);
     if (viewportMargins() != rand)
         setViewportMargins(rand);
-}
-
-void RichTextBox::FarbenAnpassen()
-{
-    const QColor grund = palette().color(QPalette::Base);
-    QList<ExtraSelection> angepasst;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        for (auto teil = block.begin(); !teil.atEnd(); ++teil) {
-            const QTextCharFormat format = teil.fragment().charFormat();
-            if (!format.hasProperty(QTextFormat::ForegroundBrush) ||
-                format.hasProperty(QTextFormat::BackgroundBrush))
-                continue;
-            const QColor farbe = format.foreground().color();
-            const QColor lesbar = Farben::Lesbar(farbe, grund);
-            if (lesbar == farbe)
-                continue;
-            ExtraSelection auswahl;
-            auswahl.cursor = QTextCursor(document());
-            auswahl.cursor.setPosition(teil.fragment().position());
-            auswahl.cursor.setPosition(teil.fragment().position() + teil.fragment().length(),
-                                       QTextCursor::KeepAnchor);
-            auswahl.format.setForeground(lesbar);
-            angepasst.append(auswahl);
-        }
-    }
-    if (!angepasst.isEmpty() || !extraSelections().isEmpty())
-        setExtraSelections(angepasst);
 }

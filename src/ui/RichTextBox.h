@@ -4,6 +4,8 @@
 
 #include <QTextEdit>
 
+class QSyntaxHighlighter;
+
 // The one box that shows and takes formatted text. Tab moves the focus on.
 class RichTextBox : public QTextEdit
 {
@@ -43,10 +45,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    // Text in a colour that cannot be read on the box's ground is drawn in a lighter or darker shade of it;
-    // the text itself keeps its colour.
-    void FarbenAnpassen();
     void Einmitten();
 
-    int hoechstens_ = 0; // lines; 0 leaves the height to the layout
+    QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
+    int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
 };
