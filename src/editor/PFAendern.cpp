@@ -199,9 +199,12 @@ void PFÄndern::MDrucken_Click()
 {
     umgebung_.meldungen.Sanduhr(true);
     const QPalette vorher = formular_->palette();
-    QWidget *fokus = focusWidget(); // would move on when its control is hidden
+    QWidget *fokus = focusWidget();
+    if (fokus)
+        fokus->clearFocus(); // no caret on paper, and none that moves on when its control is hidden
     for (QWidget *widget : NichtGedruckt())
         widget->hide();
+    hinweise_->hide();
     const bool mitSizer = Sizer_->isVisible();
     Sizer_->hide();
     // On paper everything is dark on white, whatever the desktop's colours are.
@@ -220,6 +223,7 @@ void PFÄndern::MDrucken_Click()
     });
     for (QWidget *widget : NichtGedruckt())
         widget->show();
+    hinweise_->show();
     Sizer_->setVisible(mitSizer);
     if (fokus)
         fokus->setFocus();

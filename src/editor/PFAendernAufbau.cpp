@@ -80,6 +80,7 @@ void PFÄndern::Aufbauen()
     hinweise_->setText(QStringLiteral("Strg+I speichert   ·   Strg+< vorige Karte   ·   "
                                       "Strg+Umschalt+> nächste Karte   ·   F3 sucht"));
     hinweise_->setWordWrap(true);
+    PlatzHalten(hinweise_);
 
     auto *alles = new QVBoxLayout(formular_);
     alles->setContentsMargins(16, 12, 16, 10);
