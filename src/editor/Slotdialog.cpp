@@ -31,6 +31,8 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
         auto *option = Benannt(new QRadioButton(namen[i], rahmen), QStringLiteral("Option%1").arg(i + 1),
                                QString(namen[i]).remove(u'&'));
         connect(option, &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
+        Faerben(option, {{QPalette::Window, UmrissGrund(palette().color(QPalette::WindowText),
+                                                        palette().color(QPalette::Window))}});
         optionen->addWidget(option);
     }
 
