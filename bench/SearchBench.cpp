@@ -45,7 +45,7 @@ struct BigFile
         for (int i = 1; i <= cardCount; ++i) {
             CardRecord card;
             card.FrageNr = i;
-            card.FachNr = i * 6 / cardCount;
+            card.FachNr = static_cast<int>(i * 6 / cardCount);
             card.FachLfdNr = i;
             card.Antworttyp = i % 5 == 0 ? 2 : 1;
             card.Picture_9_Name = Words(i % 40, 2);

@@ -45,7 +45,7 @@ inline void PlatzHalten(QWidget *widget)
 // Sets these colours; all others keep following the desktop.
 struct Farbrolle
 {
-    QPalette::ColorRole rolle;
+    QPalette::ColorRole rolle = QPalette::NoRole;
     QColor farbe;
 };
 

@@ -173,7 +173,7 @@ public:
 
     QStringList Meldungstexte()
     {
-        const QStringList texte = kartei.messages.Texte();
+        QStringList texte = kartei.messages.Texte();
         kartei.messages.gezeigt.clear();
         return texte;
     }
