@@ -135,13 +135,14 @@ bool CardEditor::StoreCard()
     return neu_ ? StoreNew(blatt) : StoreExisting(blatt);
 }
 
-bool CardEditor::StoreNew(const Kartenblatt &blatt)
+bool CardEditor::StoreNew(Kartenblatt blatt)
 {
     Fach &fach = kartei_.FachInfo[FachNeu];
     const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
         CardFieldHandles &felder = kartei_.Felder();
         const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
+        LangesErgaenzen(blatt, felder); // while the card that is copied is the current one
         karten.AddNew();
         if (kartei_.HighestCardNumber == std::numeric_limits<qint16>::max())
             throw StoreError(Fehler::Ueberlauf,

@@ -79,7 +79,7 @@ public:
 
 private:
     bool ValidateCard(const Kartenblatt &blatt);
-    bool StoreNew(const Kartenblatt &blatt);
+    bool StoreNew(Kartenblatt blatt);
     bool StoreExisting(const Kartenblatt &blatt);
     void StandOnShownCard();
     bool ShowCard();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -78,9 +79,13 @@ Kartenblatt BlattLesen(const CardFieldHandles &felder)
 
 void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder)
 {
-    felder.Frage.Set(blatt.Frage);
-    felder.Frage_Klartext.Set(blatt.Frage_Klartext);
+    if (!blatt.Frage_gekuerzt) {
+        felder.Frage.Set(blatt.Frage);
+        felder.Frage_Klartext.Set(blatt.Frage_Klartext);
+    }
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        if (blatt.Antwort_gekuerzt[i])
+            continue;
         felder.Antwort[i].Set(blatt.Antwort[i]);
         if (!blatt.Antwort_Klartext[i].isEmpty())
             felder.Antwort_Klartext[i].Set(blatt.Antwort_Klartext[i]);
@@ -100,6 +105,20 @@ void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder)
     }
     if (!blatt.Thema.isEmpty())
         felder.Picture_name[Thema].Set(blatt.Thema);
+}
+
+void LangesErgaenzen(Kartenblatt &blatt, const CardFieldHandles &felder)
+{
+    if (std::exchange(blatt.Frage_gekuerzt, false)) {
+        blatt.Frage = felder.Frage.Text();
+        blatt.Frage_Klartext = felder.Frage_Klartext.Text();
+    }
+    for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        if (!std::exchange(blatt.Antwort_gekuerzt[i], false))
+            continue;
+        blatt.Antwort[i] = felder.Antwort[i].Text();
+        blatt.Antwort_Klartext[i] = felder.Antwort_Klartext[i].Text();
+    }
 }
 
 Pruefung BlattPruefen(const Kartenblatt &blatt)

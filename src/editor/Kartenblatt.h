@@ -40,6 +40,9 @@ struct Kartenblatt
 {
     QString Frage, Frage_Klartext; // RTF, and plain text with CR LF between lines
     std::array<QString, AntwortBoxen> Antwort, Antwort_Klartext;
+    // The form holds just the beginning of a text that is too long for it.
+    bool Frage_gekuerzt = false;
+    std::array<bool, AntwortBoxen> Antwort_gekuerzt{};
     Antwortart art = Antwortart::Text;
     std::array<bool, AntwortBoxen> Antwort_ch{};
     QString Thema;
@@ -52,8 +55,13 @@ struct Kartenblatt
 Kartenblatt BlattLesen(const CardFieldHandles &felder);
 
 // Writes the form into the edit buffer. A plain-text answer, a file name or a topic that is empty keeps what
-// the record has; ticks are written with the ticking type only. Throws StoreError.
+// the record has, and so does a text that is too long for the form; ticks are written with the ticking type
+// only. Throws StoreError.
 void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder);
+
+// Takes texts that are too long for the form from the card that it shows, for a copy of the card. Throws
+// StoreError.
+void LangesErgaenzen(Kartenblatt &blatt, const CardFieldHandles &felder);
 
 enum class Mangel
 {

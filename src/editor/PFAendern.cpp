@@ -54,9 +54,11 @@ Kartenblatt PFÄndern::Inhalt() const
     Kartenblatt blatt;
     blatt.Frage = MFrage_->RichText();
     blatt.Frage_Klartext = MFrage_->PlainText();
+    blatt.Frage_gekuerzt = MFrage_->isReadOnly();
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         blatt.Antwort[i] = Antwort_[i]->RichText();
         blatt.Antwort_Klartext[i] = Antwort_[i]->PlainText();
+        blatt.Antwort_gekuerzt[i] = Antwort_[i]->isReadOnly();
         blatt.Antwort_ch[i] = Check1_[i]->isChecked();
     }
     blatt.art = Art();
@@ -95,9 +97,15 @@ void PFÄndern::KopfZeigen(const Kartenkopf &kopf)
 void PFÄndern::TextZeigen(RichTextBox &box, const QString &text, bool neu)
 {
     if (!neu && !text.isEmpty()) {
-        box.ZeigeRichText(text);
+        const bool ganz = box.ZeigeRichText(text);
+        box.setReadOnly(!ganz);
+        box.setToolTip(ganz ? QString()
+                            : QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
+                                             "Kartei, wie er ist."));
         return;
     }
+    box.setReadOnly(false);
+    box.setToolTip({});
     // What is typed into an empty box comes in the standard font; there is nothing to undo yet.
     box.ZeigeRichText({});
     const QTextCharFormat format = StandardFormat(umgebung_.konfig.schrift);

@@ -58,7 +58,7 @@ void PFÄndern::MenueBauen()
 
 void PFÄndern::Formatieren(QTextCharFormat (*befehl)(const Auswahlformat &))
 {
-    if (!aktiv_)
+    if (!aktiv_ || aktiv_->isReadOnly())
         return;
     aktiv_->mergeCurrentCharFormat(befehl(AuswahlLesen(aktiv_->textCursor(), aktiv_->currentCharFormat())));
     Geaendert();
@@ -76,7 +76,7 @@ void PFÄndern::MSchriftart_Click()
     }
     const auto wahl = umgebung_.dialoge.SchriftWaehlen(
         DialogVorgabe(AuswahlLesen(box->textCursor(), box->currentCharFormat())));
-    if (!wahl)
+    if (!wahl || box->isReadOnly())
         return;
     box->mergeCurrentCharFormat(DialogFormat(*wahl));
     Geaendert();

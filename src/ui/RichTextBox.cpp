@@ -55,11 +55,12 @@ RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
     farben_ = new Farbausgleich(document(), *this);
 }
 
-void RichTextBox::ZeigeRichText(const QString &text)
+bool RichTextBox::ZeigeRichText(const QString &text)
 {
-    SetRichText(*document(), text);
+    const bool ganz = SetRichText(*document(), text);
     moveCursor(QTextCursor::Start);
     Einmitten();
+    return ganz;
 }
 
 QString RichTextBox::PlainText() const
@@ -74,7 +75,7 @@ QString RichTextBox::RichText() const
 
 QMimeData *RichTextBox::createMimeDataFromSelection() const
 {
-    return MimeVon(textCursor().selection()).release();
+    return MimeVon(textCursor().selection(), document()->defaultFont()).release();
 }
 
 bool RichTextBox::canInsertFromMimeData(const QMimeData *source) const

@@ -12,8 +12,9 @@ class RichTextBox : public QTextEdit
 public:
     explicit RichTextBox(QWidget *parent = nullptr);
 
-    // Shows RTF, or plain text where it is none.
-    void ZeigeRichText(const QString &text);
+    // Shows RTF, or plain text where it is none. False when the text is too long to be shown whole: what the
+    // box holds then must not be stored over it.
+    bool ZeigeRichText(const QString &text);
     // The plain text with CR LF between lines.
     QString PlainText() const;
     // The text as RTF, as it is stored.

@@ -30,10 +30,10 @@ QString Klartext(const QTextDocumentFragment &fragment)
 
 } // namespace
 
-std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment)
+std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment, const QFont &schrift)
 {
     auto mime = std::make_unique<QMimeData>();
-    const QByteArray rtf = FragmentToRtf(fragment);
+    const QByteArray rtf = FragmentToRtf(fragment, schrift);
     for (const QString &art : RtfArten)
         mime->setData(art, rtf);
     mime->setHtml(fragment.toHtml());

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include <QFont>
 #include <QTextDocumentFragment>
 
 #include <memory>
@@ -11,8 +12,8 @@ class QMimeData;
 
 // Formatted text on its way through the clipboard and the mouse's drags.
 
-// As RTF, which keeps everything, as HTML and as plain text.
-std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment);
+// Part of a document with that default font: as RTF, which keeps everything, as HTML and as plain text.
+std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment, const QFont &schrift = {});
 
 // The formatted text that is offered, reduced to what a card can hold: no pictures, tables, lists or
 // backgrounds, and nothing is fetched from anywhere. Nothing where there is plain text at best.

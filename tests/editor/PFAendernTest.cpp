@@ -563,6 +563,35 @@ private slots:
         QVERIFY(cards[1].Antwort_ch_2 && cards[1].Antwort_ch_5 && !cards[1].Antwort_ch_1);
     }
 
+    // Storing the rest of the card, and copying it, must not cost what the form cannot show.
+    void TextThatIsTooLongForTheFormStaysAsItIs()
+    {
+        CardRecord lang = MakeCard(1, 0, 1);
+        lang.Frage = QStringLiteral("{\\rtf1\\fs3276 ") + QStringLiteral("\\line ").repeated(5'000) + u'}';
+        EditorBuehne b({lang});
+        b.Zeigen();
+        QVERIFY(b.Text("MFrage").endsWith(QStringLiteral("[…]")));
+        b.Ersetzen("MFrage", QStringLiteral("weg"));
+        b.Auswaehlen("MFrage", 0, 2);
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Ersetzen("MaskThema", QStringLiteral("anderes"));
+        b.Ersetzen("Antwort(0)", QStringLiteral("kurz"));
+        b.Klick("Cadd");
+        b.Menue("MExtras", "MKopieren");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Karte kopiert nach: 2")));
+        b.Klick("CEOF");
+        b.Tippen("MFrage", QStringLiteral("frei"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("frei"));
+        const QList<CardRecord> cards = b.kartei.Stored();
+        QCOMPARE(cards.size(), 2);
+        for (const CardRecord &card : cards) {
+            QCOMPARE(card.Frage, lang.Frage);
+            QCOMPARE(card.Frage_Klartext, lang.Frage_Klartext);
+            QCOMPARE(card.Picture_9_Name, QStringLiteral("anderes"));
+            QCOMPARE(card.Antwort_1_Klartext, QStringLiteral("kurz"));
+        }
+    }
+
     void DeleteAsksAndShowsTheNextCard()
     {
         EditorBuehne b(DreiKarten());
