@@ -99,9 +99,10 @@ void PFÄndern::TextZeigen(RichTextBox &box, const QString &text, bool neu)
     if (!neu && !text.isEmpty()) {
         const bool ganz = box.ZeigeRichText(text);
         box.setReadOnly(!ganz);
-        box.setToolTip(ganz ? QString()
-                            : QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
-                                             "Kartei, wie er ist."));
+        box.setToolTip(
+            ganz ? QString()
+                 : QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
+                                  "Kartei, wie er ist."));
         return;
     }
     box.setReadOnly(false);

@@ -67,7 +67,7 @@ private:
     // Building the window (PFAendernAufbau.cpp, PFAendernMenue.cpp).
     void Aufbauen();
     QLayout *KopfBauen();
-    QLayout *AntwortKopfBauen();
+    QLayout *ArtBauen();
     QWidget *AntwortenBauen();
     QLayout *KnoepfeBauen();
     Flaeche *TextfeldBauen(RichTextBox *box);

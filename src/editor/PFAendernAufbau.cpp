@@ -82,18 +82,30 @@ void PFÄndern::Aufbauen()
     hinweise_->setWordWrap(true);
     PlatzHalten(hinweise_);
 
-    auto *alles = new QVBoxLayout(formular_);
-    alles->setContentsMargins(16, 12, 16, 10);
-    alles->addLayout(KopfBauen());
-    alles->addSpacing(4);
-    alles->addWidget(Beschriftung(QStringLiteral("&Frage:"), MFrage_, formular_));
-    alles->addWidget(frageFeld_, 9);
-    alles->addSpacing(4);
-    alles->addLayout(AntwortKopfBauen());
-    alles->addWidget(AntwortenBauen(), 11);
-    alles->addSpacing(4);
-    alles->addLayout(KnoepfeBauen());
-    alles->addWidget(hinweise_);
+    // The question begins near the top: cards have their pictures there.
+    QLayout *kopf = KopfBauen();
+    QLayout *art = ArtBauen();
+    QWidget *antworten = AntwortenBauen();
+    auto *alles = new QGridLayout(formular_);
+    alles->setContentsMargins(14, 8, 14, 8);
+    alles->setSpacing(8);
+    const auto zeile = [&](int nummer, const QString &text, QWidget *ziel) {
+        QLabel *label = Beschriftung(text, ziel, formular_);
+        const bool einzeilig = ziel == MaskFrageNr_;
+        label->setContentsMargins(0, einzeilig ? 0 : 6, 0, 0);
+        alles->addWidget(label, nummer, 0, Qt::AlignRight | (einzeilig ? Qt::AlignVCenter : Qt::AlignTop));
+    };
+    zeile(0, QStringLiteral("Frage &Nr.:"), MaskFrageNr_);
+    alles->addLayout(kopf, 0, 1);
+    zeile(1, QStringLiteral("&Frage:"), MFrage_);
+    alles->addWidget(frageFeld_, 1, 1);
+    alles->addLayout(art, 2, 1);
+    zeile(3, QStringLiteral("&Antwort:"), Antwort_[0]);
+    alles->addWidget(antworten, 3, 1);
+    alles->addLayout(KnoepfeBauen(), 4, 1);
+    alles->addWidget(hinweise_, 5, 0, 1, 2);
+    alles->setRowStretch(1, 1);
+    alles->setRowStretch(3, 1);
     BildBauen();
     MenueBauen();
     TabFolge();
@@ -124,7 +136,6 @@ QLayout *PFÄndern::KopfBauen()
     connect(MaskThema_, &QLineEdit::textEdited, this, [this] { Geaendert(); });
 
     auto *kopf = new QHBoxLayout;
-    kopf->addWidget(Beschriftung(QStringLiteral("Frage &Nr.:"), MaskFrageNr_, formular_));
     kopf->addWidget(MaskFrageNr_);
     kopf->addSpacing(12);
     kopf->addWidget(new QLabel(QStringLiteral("Fach:"), formular_));
@@ -137,7 +148,7 @@ QLayout *PFÄndern::KopfBauen()
     return kopf;
 }
 
-QLayout *PFÄndern::AntwortKopfBauen()
+QLayout *PFÄndern::ArtBauen()
 {
     Frame2_ = Benannt(new QWidget(formular_), QStringLiteral("Frame2"), QStringLiteral("Antwort als:"));
     Antwort_T_ = Benannt(new QRadioButton(QStringLiteral("Text/&Zahl"), Frame2_), QStringLiteral("Antwort_T"),
@@ -156,14 +167,10 @@ QLayout *PFÄndern::AntwortKopfBauen()
     rahmen->addWidget(Antwort_K_);
     PlatzHalten(Frame2_);
 
-    for (std::size_t i = 0; i < AntwortBoxen; ++i)
-        Antwort_[i] =
-            Benannt(new RichTextBox(formular_), Name("Antwort", i), QStringLiteral("Antwort %1").arg(i + 1));
-    auto *kopf = new QHBoxLayout;
-    kopf->addWidget(Beschriftung(QStringLiteral("&Antwort:"), Antwort_[0], formular_));
-    kopf->addStretch(1);
-    kopf->addWidget(Frame2_);
-    return kopf;
+    auto *zeile = new QHBoxLayout;
+    zeile->addWidget(Frame2_);
+    zeile->addStretch(1);
+    return zeile;
 }
 
 // A text box on a field that shows where the keyboard goes.
@@ -190,6 +197,8 @@ QWidget *PFÄndern::AntwortenBauen()
     antworten_->setSpacing(AntwortAbstand);
     kasten->setMinimumHeight(static_cast<int>(AntwortBoxen) * (zeile + AntwortAbstand));
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        Antwort_[i] =
+            Benannt(new RichTextBox(formular_), Name("Antwort", i), QStringLiteral("Antwort %1").arg(i + 1));
         feld_[i] = TextfeldBauen(Antwort_[i]);
         Check1_[i] = Benannt(new QCheckBox(QStringLiteral("richtig"), feld_[i]), Name("Check1", i),
                              QStringLiteral("Antwort %1 ist richtig").arg(i + 1));
