@@ -206,6 +206,7 @@ QWidget *PFÄndern::AntwortenBauen()
         connect(Check1_[i], &QCheckBox::clicked, this, [this] { Geaendert(); });
         PlatzHalten(Check1_[i]);
         feld_[i]->layout()->addWidget(Check1_[i]);
+        feld_[i]->layout()->setAlignment(Check1_[i], Qt::AlignTop); // beside the first line
         feld_[i]->setMinimumHeight(zeile);
         Antwort_[i]->setMinimumHeight(0);
         antworten_->addWidget(feld_[i], static_cast<int>(i), 0);
