@@ -61,14 +61,44 @@ bool Programm::Starten(const QString &befehlszeile)
         .befehlszeile = befehlszeile,
     });
     LBoxFenster fenster;
+    fenster.MKarten = [this] { EditorZeigen(); };
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
     fenster.Müber = [this] { ÜberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
+    fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
     lbox_->SetFenster(std::move(fenster));
     intro.hide();
     lbox_->show();
     QGuiApplication::setQuitOnLastWindowClosed(true);
     return true;
+}
+
+// While cards are edited the box is away: nothing else may move through the card table.
+void Programm::EditorZeigen()
+{
+    lbox_->AutomatikAus();
+    auto neu = std::make_unique<PFÄndern>(EditorUmgebung{
+        .kartei = kartei_,
+        .konfig = konfig_,
+        .meldungen = meldungen_,
+        .dialoge = dialoge_,
+        .suche = suche_,
+        .klang = [this](const QString &pfad) { klang_.PlaySound(pfad.toStdString()); },
+        .stille = [this] { klang_.StopSound(); },
+        .geschlossen = [this] { EditorGeschlossen(); },
+    });
+    if (editor_)
+        neu->restoreGeometry(editor_->saveGeometry());
+    editor_ = std::move(neu);
+    lbox_->hide();
+    editor_->Form_Load();
+}
+
+void Programm::EditorGeschlossen()
+{
+    lbox_->BoxZeichnen();
+    lbox_->show();
+    lbox_->activateWindow();
 }
 
 void Programm::ÜberZeigen()

@@ -8,6 +8,8 @@
 #include "Dialoge.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
+#include "PFAendern.h"
+#include "SearchHit.h"
 #include "SoundPlayer.h"
 #include "Uhr.h"
 #include "Zufall.h"
@@ -30,6 +32,8 @@ public:
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
+    void EditorZeigen();
+    void EditorGeschlossen();
     void ÜberZeigen();
     QString KarteiWaehlen();
 
@@ -41,5 +45,7 @@ private:
     AppConfig konfig_;
     CardStore kartei_;
     BoxZustand zustand_;
+    SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
+    std::unique_ptr<PFÄndern> editor_; // the last one that was open; the next one takes its place
 };

@@ -170,16 +170,24 @@ struct CardRecordset::Impl
             allKeys = true;
     }
 
-    QVariant Stored(int column)
+    // Notes that the column is read; returns what a fetch of the card should bring.
+    ColumnSet Reading(int column)
     {
         if (place != Place::OnCard)
             ThrowNoCurrent();
-        if (column <= ColFachLfdNr && (allKeys || (column == ColFrageNr) == (index == CardIndex::FrageNr)))
-            return column == ColFrageNr ? keys.frageNr : column == ColFachNr ? keys.fachNr : keys.fachLfdNr;
         // The first miss fetches what the last card was asked for, the second everything.
         const bool missed = !scan.Delivers(column) && (readHere & ~readBefore).any();
         readHere.set(Bit(column));
-        return scan.Value(column, rowId, missed ? available : readHere | readBefore);
+        return missed ? available : readHere | readBefore;
+    }
+
+    QVariant Stored(int column)
+    {
+        const bool isKey = column == ColFrageNr ? index == CardIndex::FrageNr
+                                                : column <= ColFachLfdNr && index == CardIndex::BoxKey;
+        if (place == Place::OnCard && (isKey || (allKeys && column <= ColFachLfdNr)))
+            return column == ColFrageNr ? keys.frageNr : column == ColFachNr ? keys.fachNr : keys.fachLfdNr;
+        return scan.Value(column, rowId, Reading(column));
     }
 
     // After a rollback: the card may be another's, at another place, or gone.
@@ -292,6 +300,14 @@ QString Field::Text() const
     if (KindOf(column_) == CardKind::Flag)
         ThrowTypeMismatch(column_);
     return Value().toString();
+}
+
+QByteArrayView Field::Utf8() const
+{
+    if (KindOf(column_) != CardKind::Text)
+        ThrowTypeMismatch(column_);
+    CardRecordset::Impl &impl = *recordset_->impl_;
+    return impl.Guarded([&] { return impl.scan.Utf8(column_, impl.rowId, impl.Reading(column_)); });
 }
 
 bool Field::Flag() const

@@ -5,6 +5,7 @@
 #include "CardRecord.h"
 #include "StoreError.h"
 
+#include <QByteArrayView>
 #include <QVariant>
 
 #include <array>
@@ -27,6 +28,7 @@ public:
     double Number() const;           // 94 for null
     qint16 Integer() const;          // rounded half to even; 94 for null, 6 outside 16 bits
     QString Text() const;            // "" for null; a number in decimal
+    QByteArrayView Utf8() const;     // the stored text without a copy, until the recordset is used again
     bool Flag() const;               // false for null
     QVariant Value() const;          // invalid for null
     void Set(const QVariant &value); // double, int, QString, bool; invalid for null

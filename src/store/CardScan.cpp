@@ -127,11 +127,11 @@ bool CardScan::Delivers(int column) const
     return (scan_.statement && scan_.columns[bit]) || (row_.statement && row_.columns[bit]);
 }
 
-QVariant CardScan::Value(int column, std::int64_t rowId, const ColumnSet &columns)
+std::optional<SQLite::Column> CardScan::Cell(int column, std::int64_t rowId, const ColumnSet &columns)
 {
     const auto bit = static_cast<std::size_t>(column);
     if (scan_.statement && scan_.columns[bit])
-        return FromEngine(scan_.statement->getColumn(scan_.position[bit]), column);
+        return scan_.statement->getColumn(scan_.position[bit]);
     if (!row_.statement || !row_.columns[bit]) {
         SQLite::Statement &statement =
             Prepared("SELECT 0" + ColumnList(columns) + R"( FROM "Lernkarten" WHERE _rowid_=?1)");
@@ -139,10 +139,25 @@ QVariant CardScan::Value(int column, std::int64_t rowId, const ColumnSet &column
         row_.Start(statement, columns, 1);
         if (!statement.executeStep()) {
             row_.statement = nullptr;
-            return {};
+            return std::nullopt;
         }
     }
-    return FromEngine(row_.statement->getColumn(row_.position[bit]), column);
+    return row_.statement->getColumn(row_.position[bit]);
+}
+
+QVariant CardScan::Value(int column, std::int64_t rowId, const ColumnSet &columns)
+{
+    const std::optional<SQLite::Column> cell = Cell(column, rowId, columns);
+    return cell ? FromEngine(*cell, column) : QVariant();
+}
+
+QByteArrayView CardScan::Utf8(int column, std::int64_t rowId, const ColumnSet &columns)
+{
+    const std::optional<SQLite::Column> cell = Cell(column, rowId, columns);
+    if (!cell)
+        return {};
+    const char *text = cell->getText(); // before getBytes(): it converts numbers
+    return {text, cell->getBytes()};
 }
 
 bool CardScan::FetchKeys(std::int64_t rowId, CardKeys &keys)

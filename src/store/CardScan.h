@@ -4,6 +4,7 @@
 
 #include "CardRecord.h"
 
+#include <QByteArrayView>
 #include <QVariant>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
@@ -68,6 +69,8 @@ public:
     // The value of `column` of card `rowId`, from the scan where it stands on that card and delivers the
     // column, else by a fetch of `columns` (which must contain `column`).
     QVariant Value(int column, std::int64_t rowId, const ColumnSet &columns);
+    // The same as the engine holds it, UTF-8, until the next step or fetch; empty for null.
+    QByteArrayView Utf8(int column, std::int64_t rowId, const ColumnSet &columns);
     // What the running scan or the last fetch delivers of the card.
     bool Delivers(int column) const;
 
@@ -87,6 +90,8 @@ private:
     };
 
     SQLite::Statement &Prepared(const std::string &sql);
+    // Nothing when the card is gone.
+    std::optional<SQLite::Column> Cell(int column, std::int64_t rowId, const ColumnSet &columns);
 
     SQLite::Database &database_;
     std::unordered_map<std::string, SQLite::Statement> prepared_;

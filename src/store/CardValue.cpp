@@ -37,9 +37,10 @@ void ThrowNullValue(int column)
 
 QVariant FromEngine(const SQLite::Column &value, int column)
 {
-    if (value.isNull())
+    const int type = value.getType(); // asked once: every call to the engine counts in a walk
+    if (type == SQLite::Null)
         return {};
-    const bool number = value.isInteger() || value.isFloat();
+    const bool number = type == SQLite::INTEGER || type == SQLite::FLOAT;
     switch (KindOf(column)) {
     case CardKind::Number:
         if (!number)

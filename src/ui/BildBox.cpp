@@ -31,6 +31,10 @@ void BildBox::paintEvent(QPaintEvent *)
     const QSizeF logisch = QSizeF(soll) / dichte;
     QPainter maler(this);
     maler.drawPixmap(QPointF((width() - logisch.width()) / 2, (height() - logisch.height()) / 2), skaliert_);
+    if (hasFocus()) {
+        maler.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        maler.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
 }
 
 void BildBox::mousePressEvent(QMouseEvent *event)
@@ -39,6 +43,7 @@ void BildBox::mousePressEvent(QMouseEvent *event)
         return;
     griff_ = event->position().toPoint();
     setCursor(Qt::ClosedHandCursor);
+    gegriffen();
 }
 
 void BildBox::mouseMoveEvent(QMouseEvent *event)
@@ -57,4 +62,5 @@ void BildBox::mouseReleaseEvent(QMouseEvent *event)
     if (gezogen_)
         gezogen();
     gezogen_ = false;
+    losgelassen();
 }

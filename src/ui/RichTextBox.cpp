@@ -4,8 +4,12 @@
 
 #include "Farben.h"
 #include "RichText.h"
+#include "Zwischenablage.h"
 
 #include <QEvent>
+#include <QMimeData>
+#include <QSignalBlocker>
+#include <QSyntaxHighlighter>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -13,17 +17,50 @@
 #include <cmath>
 #include <memory>
 
+namespace {
+
+// Draws text in a colour that cannot be read on the box's ground in a lighter or darker shade of it; the text
+// itself keeps its colour.
+class Farbausgleich final : public QSyntaxHighlighter
+{
+public:
+    Farbausgleich(QTextDocument *document, const QWidget &box) : QSyntaxHighlighter(document), box_(box) {}
+
+protected:
+    void highlightBlock(const QString &) override
+    {
+        const QColor grund = box_.palette().color(QPalette::Base);
+        for (auto teil = currentBlock().begin(); !teil.atEnd(); ++teil) {
+            const QTextCharFormat format = teil.fragment().charFormat();
+            if (!format.hasProperty(QTextFormat::ForegroundBrush) ||
+                format.hasProperty(QTextFormat::BackgroundBrush))
+                continue;
+            const QColor farbe = format.foreground().color();
+            const QColor lesbar = Farben::Lesbar(farbe, grund);
+            if (lesbar != farbe)
+                setFormat(teil.fragment().position() - currentBlock().position(), teil.fragment().length(),
+                          lesbar);
+        }
+    }
+
+private:
+    const QWidget &box_;
+};
+
+} // namespace
+
 RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
 {
     setTabChangesFocus(true);
-    connect(document(), &QTextDocument::contentsChanged, this, [this] { FarbenAnpassen(); });
+    farben_ = new Farbausgleich(document(), *this);
 }
 
-void RichTextBox::ZeigeRichText(const QString &text)
+bool RichTextBox::ZeigeRichText(const QString &text)
 {
-    SetRichText(*document(), text);
+    const bool ganz = SetRichText(*document(), text);
     moveCursor(QTextCursor::Start);
     Einmitten();
+    return ganz;
 }
 
 QString RichTextBox::PlainText() const
@@ -36,6 +73,32 @@ QString RichTextBox::RichText() const
     return ToRtf(*document());
 }
 
+QMimeData *RichTextBox::createMimeDataFromSelection() const
+{
+    return MimeVon(textCursor().selection(), document()->defaultFont()).release();
+}
+
+bool RichTextBox::canInsertFromMimeData(const QMimeData *source) const
+{
+    return HatText(*source);
+}
+
+void RichTextBox::insertFromMimeData(const QMimeData *source)
+{
+    if (isReadOnly())
+        return;
+    if (acceptRichText()) {
+        if (const auto fragment = FragmentVon(*source)) {
+            textCursor().insertFragment(*fragment);
+            ensureCursorVisible();
+            return;
+        }
+    }
+    QMimeData text; // takes the format at the caret
+    text.setText(source->text());
+    QTextEdit::insertFromMimeData(&text);
+}
+
 QSize RichTextBox::minimumSizeHint() const
 {
     const int zeile = fontMetrics().lineSpacing();
@@ -45,8 +108,10 @@ QSize RichTextBox::minimumSizeHint() const
 void RichTextBox::changeEvent(QEvent *event)
 {
     QTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        FarbenAnpassen();
+    if (event->type() == QEvent::PaletteChange) {
+        const QSignalBlocker still(this); // the text does not change
+        farben_->rehighlight();
+    }
 }
 
 void RichTextBox::SetHoechstens(int zeilen)
@@ -85,31 +150,4 @@ void RichTextBox::Einmitten()
     const QMargins rand(0, std::max(frei / 2, 0), 0, 0);
     if (viewportMargins() != rand)
         setViewportMargins(rand);
-}
-
-void RichTextBox::FarbenAnpassen()
-{
-    const QColor grund = palette().color(QPalette::Base);
-    QList<ExtraSelection> angepasst;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        for (auto teil = block.begin(); !teil.atEnd(); ++teil) {
-            const QTextCharFormat format = teil.fragment().charFormat();
-            if (!format.hasProperty(QTextFormat::ForegroundBrush) ||
-                format.hasProperty(QTextFormat::BackgroundBrush))
-                continue;
-            const QColor farbe = format.foreground().color();
-            const QColor lesbar = Farben::Lesbar(farbe, grund);
-            if (lesbar == farbe)
-                continue;
-            ExtraSelection auswahl;
-            auswahl.cursor = QTextCursor(document());
-            auswahl.cursor.setPosition(teil.fragment().position());
-            auswahl.cursor.setPosition(teil.fragment().position() + teil.fragment().length(),
-                                       QTextCursor::KeepAnchor);
-            auswahl.format.setForeground(lesbar);
-            angepasst.append(auswahl);
-        }
-    }
-    if (!angepasst.isEmpty() || !extraSelections().isEmpty())
-        setExtraSelections(angepasst);
 }

@@ -4,14 +4,17 @@
 
 #include <QTextEdit>
 
+class QSyntaxHighlighter;
+
 // The one box that shows and takes formatted text. Tab moves the focus on.
 class RichTextBox : public QTextEdit
 {
 public:
     explicit RichTextBox(QWidget *parent = nullptr);
 
-    // Shows RTF, or plain text where it is none.
-    void ZeigeRichText(const QString &text);
+    // Shows RTF, or plain text where it is none. False when the text is too long to be shown whole: what the
+    // box holds then must not be stored over it.
+    bool ZeigeRichText(const QString &text);
     // The plain text with CR LF between lines.
     QString PlainText() const;
     // The text as RTF, as it is stored.
@@ -33,14 +36,18 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    // Copy and paste go through RTF: between our boxes nothing is lost, and from elsewhere nothing comes in
+    // that a card cannot hold.
+    QMimeData *createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData *source) const override;
+    void insertFromMimeData(const QMimeData *source) override;
+
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    // Text in a colour that cannot be read on the box's ground is drawn in a lighter or darker shade of it;
-    // the text itself keeps its colour.
-    void FarbenAnpassen();
     void Einmitten();
 
-    int hoechstens_ = 0; // lines; 0 leaves the height to the layout
+    QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
+    int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
 };

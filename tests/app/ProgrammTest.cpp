@@ -106,6 +106,24 @@ private:
         QTRY_VERIFY(Bereit("LBOX"));
     }
 
+    // Opens the editor on the first card from the menu.
+    void EditorOeffnen()
+    {
+        OeffnenMitZweiDateien();
+        auto *karten = Offen("LBOX")->findChild<QAction *>("MKarten");
+        QVERIFY(karten->isEnabled());
+        karten->trigger();
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        QVERIFY(!Offen("LBOX"));
+    }
+
+    static void Tippen(const char *feld, const QString &text)
+    {
+        auto *box = Offen("PFÄndern")->findChild<QTextEdit *>(QString::fromUtf8(feld));
+        box->setFocus();
+        QTest::keyClicks(box, text);
+    }
+
     static QString Kartei()
     {
         const QWidget *lbox = Offen("LBOX");
@@ -272,6 +290,106 @@ private slots:
         QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
         QVERIFY(buch.Fertig());
         QTRY_COMPARE(Kartei(), "b.pzb");
+    }
+
+    void TheEditorStandsInForTheBoxAndAddsACardToIt()
+    {
+        EditorOeffnen();
+        QCOMPARE(Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr")->text(), "1");
+        QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>("CEOF"), Qt::LeftButton);
+        Tippen("MFrage", "neu");
+        Tippen("Antwort(0)", "ja");
+        QTest::keyClick(Offen("PFÄndern"), Qt::Key_I, Qt::ControlModifier);
+        QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>("Cback"), Qt::LeftButton);
+        QTRY_VERIFY(Bereit("LBOX"));
+        QVERIFY(!Offen("PFÄndern"));
+        const auto *fach = Offen("LBOX")->findChild<QWidget *>("Image0(0)");
+        QVERIFY2(fach->accessibleName().contains("Neu: 3 von"), qPrintable(fach->accessibleName()));
+        programm_.reset();
+        QCOMPARE(ReadCards(Pfad("a.pzb")).at(2).Frage_Klartext, "neu");
+    }
+
+    void TheQuerySendsItsCardToTheEditor()
+    {
+        OeffnenMitZweiDateien();
+        const Drehbuch buch({[] {
+            QWidget *abfrage = Bereit("PFUse");
+            if (!abfrage)
+                return false;
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
+            return true;
+        }});
+        QTest::keyClick(Offen("LBOX"), Qt::Key_N);
+        QVERIFY(buch.Fertig());
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        QVERIFY(!Offen("LBOX") && !Offen("PFUse"));
+        QCOMPARE(Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr")->text(), "1");
+        Tippen("MFrage", "anders ");
+        Offen("PFÄndern")->close();
+        QTRY_VERIFY(Bereit("LBOX"));
+        programm_.reset();
+        QVERIFY(ReadCards(Pfad("a.pzb")).at(0).Frage_Klartext.startsWith("anders "));
+    }
+
+    void UnsavedWorkIsSeenToBeforeTheProgramEnds()
+    {
+        EditorOeffnen();
+        Tippen("MFrage", "halb ");
+        auto *antwort = Offen("PFÄndern")->findChild<QTextEdit *>("Antwort(0)");
+        antwort->selectAll();
+        QTest::keyClick(antwort, Qt::Key_Delete);
+        const Drehbuch bleiben({Meldung(), Meldung()}); // no answer; discard? no
+        QVERIFY(!Offen("PFÄndern")->close());
+        QVERIFY(bleiben.Fertig());
+        QCOMPARE(meldungen_.at(0), "Keine Antwort eingegeben");
+        QVERIFY(meldungen_.at(1).contains("verwerfen"));
+        QVERIFY(Offen("PFÄndern") && !Offen("LBOX"));
+        Tippen("Antwort(0)", "ja");
+        QApplication::closeAllWindows();
+        QVERIFY(!Offen("PFÄndern") && !Offen("LBOX"));
+        programm_.reset();
+        QVERIFY(ReadCards(Pfad("a.pzb")).at(0).Frage_Klartext.startsWith("halb "));
+    }
+
+    void TheAutomaticModeDoesNotAskWhileCardsAreEdited()
+    {
+        OeffnenMitZweiDateien();
+        auto *automatik = Offen("LBOX")->findChild<QAction *>("MAutoschalter");
+        automatik->trigger();
+        QVERIFY(automatik->isChecked());
+        Offen("LBOX")->findChild<QAction *>("MKarten")->trigger();
+        QVERIFY(!automatik->isChecked());
+        Offen("PFÄndern")->close();
+    }
+
+    void TheEditorOpensAgainWithItsSizeAndTheSearchTerm()
+    {
+        EditorOeffnen();
+        Offen("PFÄndern")->resize(1100, 800);
+        const Drehbuch suche({[] {
+                                  QWidget *suchen = Bereit("Suchen");
+                                  if (!suchen)
+                                      return false;
+                                  QTest::keyClicks(suchen->findChild<QLineEdit *>("suchtext"), "xyz");
+                                  QTest::keyClick(suchen, Qt::Key_Escape);
+                                  return true;
+                              },
+                              [] {
+                                  QWidget *suchen = Bereit("Suchen");
+                                  if (!suchen || suchen->findChild<QLineEdit *>("suchtext")->text() != "xyz")
+                                      return false;
+                                  QTest::keyClick(suchen, Qt::Key_Escape);
+                                  return true;
+                              }});
+        QTest::keyClick(Offen("PFÄndern"), Qt::Key_F3);
+        Offen("PFÄndern")->close();
+        QTRY_VERIFY(Bereit("LBOX"));
+        Offen("LBOX")->findChild<QAction *>("MKarten")->trigger();
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        QCOMPARE(Offen("PFÄndern")->size(), QSize(1100, 800));
+        QTest::keyClick(Offen("PFÄndern"), Qt::Key_F3);
+        QVERIFY(suche.Fertig());
+        Offen("PFÄndern")->close();
     }
 
     void CancellingTheChooserKeepsTheFile()

@@ -6,7 +6,9 @@
 #include "StoreTestSupport.h"
 
 #include <QBuffer>
+#include <QDataStream>
 #include <QImage>
+#include <QImageWriter>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -33,6 +35,110 @@ QByteArray HochkantJpeg()
     const auto laenge = static_cast<quint16>(exif.size() + 2);
     exif.prepend(static_cast<char>(laenge & 0xff)).prepend(static_cast<char>(laenge >> 8));
     return jpeg.insert(2, exif.prepend("\xff\xe1", 2));
+}
+
+const QColor Gruen(30, 200, 30);
+
+// A bitmap of 5 x 3 pixels, all red but the one at the top left, which is green.
+struct Bmp
+{
+    quint16 bits = 24;
+    quint32 kopf = 40;       // bytes of the header: 12 and 64 are OS/2's, 108 and 124 the later ones
+    quint32 kompression = 0; // 1 and 2: RLE of 8 and 4 bits, 3: with masks
+    bool vonOben = false;
+
+    QByteArray Datei() const
+    {
+        const QByteArray tabelle = Tabelle();
+        QByteArray datei;
+        QDataStream strom(&datei, QIODevice::WriteOnly);
+        strom.setByteOrder(QDataStream::LittleEndian);
+        const QByteArray punkte = Punkte();
+        const auto anfang = static_cast<quint32>(14 + kopf + static_cast<quint32>(tabelle.size()));
+        strom.writeRawData("BM", 2);
+        strom << anfang + static_cast<quint32>(punkte.size()) << quint32(0) << anfang << kopf;
+        if (kopf == 12) {
+            strom << quint16(Breite) << quint16(Hoehe) << quint16(1) << bits;
+        } else {
+            strom << qint32(Breite) << qint32(vonOben ? -Hoehe : Hoehe) << quint16(1) << bits << kompression
+                  << static_cast<quint32>(punkte.size()) << qint32(0) << qint32(0)
+                  << quint32(bits <= 8 ? Farben().size() : 0) << quint32(0);
+            QByteArray rest(static_cast<qsizetype>(kopf) - 40, 0);
+            if (kopf >= 108)
+                rest.replace(0, 12, Masken());
+            strom.writeRawData(rest.constData(), static_cast<int>(rest.size()));
+        }
+        return datei + tabelle + punkte;
+    }
+
+private:
+    static constexpr int Breite = 5, Hoehe = 3;
+
+    QList<QColor> Farben() const
+    {
+        QList<QColor> farben{Rot, Gruen};
+        while (kopf == 12 && farben.size() < 1 << bits)
+            farben << Qt::black;
+        return farben;
+    }
+
+    static QByteArray Zahl(quint32 zahl, int bytes)
+    {
+        QByteArray klein(bytes, 0);
+        for (int i = 0; i < bytes; ++i)
+            klein[i] = static_cast<char>(zahl >> 8 * i & 0xff);
+        return klein;
+    }
+
+    QByteArray Masken() const
+    {
+        if (bits == 16)
+            return Zahl(0xf800, 4) + Zahl(0x07e0, 4) + Zahl(0x001f, 4);
+        return Zahl(0xff0000, 4) + Zahl(0xff00, 4) + Zahl(0xff, 4);
+    }
+
+    QByteArray Tabelle() const
+    {
+        if (bits > 8)
+            return kompression == 3 && kopf < 108 ? Masken() : QByteArray();
+        QByteArray tabelle;
+        for (const QColor &farbe : Farben())
+            tabelle += Zahl(farbe.rgb() & 0xffffff, kopf == 12 ? 3 : 4);
+        return tabelle;
+    }
+
+    QByteArray Zeile(bool oberste) const
+    {
+        QByteArray zeile;
+        if (kompression == 1)
+            return oberste ? QByteArray("\1\1\4\0\0\1", 6) : QByteArray("\5\0\0\0", 4);
+        if (kompression == 2)
+            return oberste ? QByteArray("\1\x10\4\0\0\1", 6) : QByteArray("\5\0\0\0", 4);
+        if (bits <= 8) {
+            zeile = QByteArray((Breite * bits + 7) / 8, 0);
+            zeile[0] = static_cast<char>(oberste ? 1 << (8 - bits) : 0);
+        }
+        for (int x = 0; bits > 8 && x < Breite; ++x) {
+            const QColor farbe = oberste && x == 0 ? Gruen : Rot;
+            const auto gruenBits = kompression == 3 ? 6 : 5;
+            const auto kurz = static_cast<quint32>(farbe.red() >> 3 << (5 + gruenBits) |
+                                                   farbe.green() >> (8 - gruenBits) << 5 | farbe.blue() >> 3);
+            zeile += Zahl(bits == 16 ? kurz : farbe.rgb() & 0xffffff, bits / 8);
+        }
+        return zeile.leftJustified((zeile.size() + 3) / 4 * 4, 0);
+    }
+
+    QByteArray Punkte() const
+    {
+        const QByteArray unten = Zeile(false) + Zeile(false);
+        return vonOben ? Zeile(true) + unten : unten + Zeile(true);
+    }
+};
+
+bool Gleicht(const QColor &eine, const QColor &andere)
+{
+    return qAbs(eine.red() - andere.red()) < 12 && qAbs(eine.green() - andere.green()) < 12 &&
+           qAbs(eine.blue() - andere.blue()) < 12;
 }
 
 } // namespace
@@ -107,6 +213,82 @@ private slots:
         QCOMPARE(bild.size(), QSize(12, 7));
         QVERIFY(qAbs(bild.pixelColor(6, 3).red() - Rot.red()) < 8);
         QCOMPARE(meldungen_->Texte(), QStringList());
+    }
+
+    void BitmapsOfEveryKindAreRead_data()
+    {
+        QTest::addColumn<QByteArray>("datei");
+        for (const quint16 bits :
+             {quint16(1), quint16(4), quint16(8), quint16(16), quint16(24), quint16(32)}) {
+            QTest::addRow("%d bits", bits) << Bmp{bits}.Datei();
+            QTest::addRow("%d bits, top-down", bits) << Bmp{bits, 40, 0, true}.Datei();
+            QTest::addRow("%d bits, OS/2 2", bits) << Bmp{bits, 64}.Datei();
+            QTest::addRow("%d bits, version 4", bits) << Bmp{bits, 108}.Datei();
+            QTest::addRow("%d bits, version 5", bits) << Bmp{bits, 124}.Datei();
+        }
+        for (const quint16 bits : {quint16(1), quint16(4), quint16(8), quint16(24)})
+            QTest::addRow("%d bits, OS/2 1", bits) << Bmp{bits, 12}.Datei();
+        QTest::newRow("RLE 8") << Bmp{8, 40, 1}.Datei();
+        QTest::newRow("RLE 4") << Bmp{4, 40, 2}.Datei();
+        for (const quint16 bits : {quint16(16), quint16(32)}) {
+            QTest::addRow("%d bits, masks", bits) << Bmp{bits, 40, 3}.Datei();
+            QTest::addRow("%d bits, masks, version 5", bits) << Bmp{bits, 124, 3}.Datei();
+        }
+    }
+
+    void BitmapsOfEveryKindAreRead()
+    {
+        QFETCH(QByteArray, datei);
+        Schreiben(kartei_->filePath("a.bmp"), datei);
+        const QImage bild = Laden("a.bmp");
+        QCOMPARE(meldungen_->Texte(), QStringList());
+        QCOMPARE(bild.size(), QSize(5, 3));
+        for (int y = 0; y < 3; ++y) {
+            for (int x = 0; x < 5; ++x) {
+                QVERIFY2(
+                    Gleicht(bild.pixelColor(x, y), x == 0 && y == 0 ? Gruen : Rot),
+                    qPrintable(QStringLiteral("%1,%2: %3").arg(x).arg(y).arg(bild.pixelColor(x, y).name())));
+                QCOMPARE(bild.pixelColor(x, y).alpha(), 255);
+            }
+        }
+    }
+
+    void JpegsOfEveryKindAreRead_data()
+    {
+        QTest::addColumn<QByteArray>("datei");
+        QTest::addColumn<QColor>("farbe");
+        const auto jpeg = [](const QImage &bild, bool stufen) {
+            QBuffer puffer;
+            puffer.open(QIODevice::WriteOnly);
+            QImageWriter schreiber(&puffer, "JPEG");
+            schreiber.setProgressiveScanWrite(stufen);
+            schreiber.write(bild);
+            return puffer.data();
+        };
+        QImage grau(8, 8, QImage::Format_Grayscale8);
+        grau.fill(QColor(90, 90, 90));
+        QTest::newRow("baseline") << jpeg(Einfarbig(8, 8), false) << Rot;
+        QTest::newRow("progressive") << jpeg(Einfarbig(8, 8), true) << Rot;
+        QTest::newRow("grey") << jpeg(grau, false) << QColor(90, 90, 90);
+        QTest::newRow("CMYK")
+            << QByteArray::fromBase64(
+                   "/9j/7gAOQWRvYmUAZAAAAAAC/9sAQwADAgIDAgIDAwMDBAMDBAUIBQUEBAUKBwcGCAwKDAwLCgsLDQ4SEA0O"
+                   "EQ4LCxAWEBETFBUVFQwPFxgWFBgSFBUU/9sAQwEDBAQFBAUJBQUJFA0LDRQUFBQUFBQUFBQUFBQUFBQUFBQU"
+                   "FBQUFBQUFBQUFBQUFBQUFBQUFBQUFBQUFBQUFBQUFBQU/8AAFAgACAAIBAERAAIRAQMRAQQRAP/EABUAAQEA"
+                   "AAAAAAAAAAAAAAAAAAcI/8QAFBABAAAAAAAAAAAAAAAAAAAAAP/EABUBAQEAAAAAAAAAAAAAAAAAAAcJ/8QA"
+                   "FBEBAAAAAAAAAAAAAAAAAAAAAP/aAA4EAQACEQMRBAAAPwBAMabiwH//2Q==")
+            << Rot;
+    }
+
+    void JpegsOfEveryKindAreRead()
+    {
+        QFETCH(QByteArray, datei);
+        QFETCH(QColor, farbe);
+        Schreiben(kartei_->filePath("a.jpg"), datei);
+        const QImage bild = Laden("a.jpg");
+        QCOMPARE(meldungen_->Texte(), QStringList());
+        QCOMPARE(bild.size(), QSize(8, 8));
+        QVERIFY2(Gleicht(bild.pixelColor(4, 4), farbe), qPrintable(bild.pixelColor(4, 4).name()));
     }
 
     void TheCardFilesDirectoryComesBeforeTheProgramsOwn()

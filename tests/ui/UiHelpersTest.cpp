@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <limits>
@@ -29,8 +31,8 @@ private:
     // The colours that the box paints its text with.
     static QColor Gemalt(const RichTextBox &box)
     {
-        const auto auswahl = box.extraSelections();
-        return auswahl.isEmpty() ? QColor() : auswahl.first().format.foreground().color();
+        const auto formate = box.document()->firstBlock().layout()->formats();
+        return formate.isEmpty() ? QColor() : formate.first().format.foreground().color();
     }
 
 private slots:

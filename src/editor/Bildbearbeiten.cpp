@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bildbearbeiten.h"
+
+#include "Bild.h"
+#include "Fensterbau.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+namespace {
+
+constexpr QSize GroessteVorschau{400, 300}; // pixels
+
+SlotTexte Texte()
+{
+    return {QStringLiteral("Bildbearbeiten"),
+            QStringLiteral("Bild bearbeiten"),
+            QStringLiteral("Bild anzeigen bei:"),
+            QStringLiteral("Bilddatei öffnen"),
+            QStringLiteral("Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"),
+            QStringLiteral("Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten"),
+            QStringLiteral("Fehler beim Bildöffnen: "),
+            1};
+}
+
+} // namespace
+
+Bildbearbeiten::Bildbearbeiten(SlotUmgebung umgebung, const QString &frageNr, QWidget *parent)
+    : Slotdialog(std::move(umgebung), Texte(), frageNr, parent)
+{
+    Picture1_ = Benannt(new QLabel(this), QStringLiteral("Picture1"), QStringLiteral("Vorschau"));
+    Picture1_->setFixedSize(GroessteVorschau);
+    Picture1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    Picture1_->setBackgroundRole(QPalette::Base);
+    Picture1_->setAutoFillBackground(true);
+    Gitter()->addWidget(Picture1_, 0, 1, 2, 1);
+}
+
+// A picture that is too large loses its edges.
+void Bildbearbeiten::Vorschau(const QString &pfad)
+{
+    const QImage bild = BildLesen(pfad);
+    bild_ = bild.size();
+    Picture1_->setPixmap(QPixmap::fromImage(bild.copy(QRect({}, bild_.boundedTo(GroessteVorschau)))));
+}
+
+void Bildbearbeiten::VorschauLeeren()
+{
+    Picture1_->clear();
+}
+
+void Bildbearbeiten::Annehmen(const QString &pfad)
+{
+    Vorschau(pfad);
+}
+
+void Bildbearbeiten::Angenommen(const QString &)
+{
+    for (const bool zuGross :
+         {bild_.height() > GroessteVorschau.height(), bild_.width() > GroessteVorschau.width()}) {
+        if (zuGross)
+            Melden().Zeigen(QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten"));
+    }
+}

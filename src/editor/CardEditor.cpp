@@ -1,0 +1,372 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardEditor.h"
+
+#include "Schritt.h"
+
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+using Comparison = CardRecordset::Comparison;
+
+const auto LeseFehler = QStringLiteral("Fehler beim Lesen der Karte: ");
+const auto SpeicherFehler = QStringLiteral("Fehler beim Speichern der Karte: ");
+
+bool OhneKarten(const CardRecordset &karten)
+{
+    return karten.AtBOF() && karten.AtEOF();
+}
+
+// The cards in the order of their numbers, until the end of the block; then in box order again.
+auto NachNummer(CardRecordset &karten)
+{
+    karten.SetIndex(u"FrageNr");
+    return qScopeGuard([&karten] {
+        try {
+            karten.SetIndex(u"BoxKey");
+        } catch (const StoreError &) { // the next move says what is wrong
+        }
+    });
+}
+
+bool AufKarte(const CardFieldHandles &felder)
+{
+    try {
+        return !felder.FrageNr.IsNull();
+    } catch (const StoreError &fehler) {
+        if (fehler.Number() == Fehler::KeinDatensatz)
+            return false;
+        throw;
+    }
+}
+
+} // namespace
+
+CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartenformular &formular)
+    : kartei_(kartei), meldungen_(meldungen), formular_(formular)
+{
+}
+
+void CardEditor::Load()
+{
+    NewCardForm();
+    Schritt(meldungen_, LeseFehler, [this] {
+        CardRecordset &karten = kartei_.Karten();
+        karten.SetIndex(u"BoxKey");
+        if (!AufKarte(kartei_.Felder()))
+            karten.MoveFirst();
+        AktuelleZeigen();
+    });
+}
+
+void CardEditor::AktuelleZeigen()
+{
+    const bool karte = Schritt(meldungen_, LeseFehler, [this] {
+        const CardRecordset &karten = kartei_.Karten();
+        if (karten.AtBOF() || karten.AtEOF())
+            NewCardForm();
+        else
+            ShowCard();
+    });
+    if (!karte)
+        NewCardForm();
+}
+
+bool CardEditor::ShowCard()
+{
+    Kartenblatt blatt;
+    Kartenkopf kopf;
+    const bool gelesen = Schritt(meldungen_, LeseFehler, [&] {
+        const CardFieldHandles &felder = kartei_.Felder();
+        nummer_ = felder.FrageNr.Number();
+        kopf.FrageNr = QString::number(nummer_, 'g', 15);
+        kopf.FachNr = QString::number(felder.FachNr.Integer());
+        blatt = BlattLesen(felder);
+    });
+    // What cannot be read must not leave the last card in the form.
+    if (!gelesen) {
+        NewCardForm();
+        return false;
+    }
+    neu_ = false;
+    cardDirty = false;
+    formular_.Zeigen(blatt, kopf);
+    return true;
+}
+
+Kartenkopf CardEditor::NeuerKopf() const
+{
+    return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true};
+}
+
+void CardEditor::NewCardForm()
+{
+    neu_ = true;
+    cardDirty = false;
+    formular_.Zeigen({}, NeuerKopf());
+}
+
+bool CardEditor::ValidateCard(const Kartenblatt &blatt)
+{
+    const Pruefung pruefung = BlattPruefen(blatt);
+    validationFailed = pruefung.mangel == Mangel::Keiner ? 0 : 1;
+    kartei_.FehlerStatus = validationFailed;
+    if (validationFailed == 0)
+        return true;
+    if (pruefung.mangel == Mangel::KeineFrage)
+        formular_.FokusAufFrage();
+    else
+        formular_.FokusAufAntwort(pruefung.antwort);
+    meldungen_.Zeigen(MangelText(pruefung.mangel));
+    return false;
+}
+
+bool CardEditor::StoreCard()
+{
+    const Kartenblatt blatt = formular_.Inhalt();
+    if (!ValidateCard(blatt))
+        return false;
+    return neu_ ? StoreNew(blatt) : StoreExisting(blatt);
+}
+
+bool CardEditor::StoreNew(Kartenblatt blatt)
+{
+    Fach &fach = kartei_.FachInfo[FachNeu];
+    const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
+        CardRecordset &karten = kartei_.Karten();
+        CardFieldHandles &felder = kartei_.Felder();
+        const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
+        LangesErgaenzen(blatt, felder); // while the card that is copied is the current one
+        karten.AddNew();
+        if (kartei_.HighestCardNumber == std::numeric_limits<qint16>::max())
+            throw StoreError(Fehler::Ueberlauf,
+                             QStringLiteral("Überlauf: Die Kartennummern sind aufgebraucht, %1 ist vergeben.")
+                                 .arg(kartei_.HighestCardNumber));
+        // A number that is handed out stays so, even when the card is not stored after all.
+        ++kartei_.HighestCardNumber;
+        felder.FachNr.Set(FachNeu);
+        fach.LfdMax = Plus16(fach.LfdMax, 1);
+        felder.FachLfdNr.Set(fach.LfdMax);
+        felder.FrageNr.Set(kartei_.HighestCardNumber);
+        WriteFields(blatt, felder);
+        karten.Update();
+    });
+    if (!gespeichert) {
+        formular_.KopfZeigen(NeuerKopf());
+        return false;
+    }
+    NewCardForm();
+    Schritt(meldungen_, SpeicherFehler, [&] {
+        fach.Anzahl = Plus16(fach.Anzahl, 1);
+        // The file's first card: the recordset is to stand on it.
+        if (kartei_.HighestCardNumber == 1) {
+            kartei_.Karten().MovePrevious();
+            kartei_.Karten().MoveNext();
+        }
+    });
+    return true;
+}
+
+bool CardEditor::StoreExisting(const Kartenblatt &blatt)
+{
+    const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
+        StandOnShownCard();
+        CardRecordset &karten = kartei_.Karten();
+        const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
+        karten.Edit();
+        WriteFields(blatt, kartei_.Felder());
+        karten.Update();
+    });
+    if (gespeichert)
+        cardDirty = false;
+    return gespeichert;
+}
+
+// Whatever else moved the shared recordset: a card is stored and deleted where it is shown.
+void CardEditor::StandOnShownCard()
+{
+    CardRecordset &karten = kartei_.Karten();
+    const CardFieldHandles &felder = kartei_.Felder();
+    if (AufKarte(felder) && felder.FrageNr.Number() == nummer_)
+        return;
+    const auto nachNummer = NachNummer(karten);
+    karten.Seek(Comparison::Equal, nummer_);
+    if (karten.NoMatch())
+        throw StoreError(
+            Fehler::KeinDatensatz,
+            QStringLiteral("Die Karte Nr. %1 ist nicht mehr in der Kartei.").arg(nummer_, 0, 'g', 15));
+}
+
+bool CardEditor::StoreIfDirty()
+{
+    return !cardDirty || StoreCard();
+}
+
+bool CardEditor::AmEnde(Richtung richtung) const
+{
+    const CardRecordset &karten = kartei_.Karten();
+    return richtung == Richtung::Vor ? karten.AtEOF() : karten.AtBOF();
+}
+
+void CardEditor::Bewegen(Richtung richtung)
+{
+    CardRecordset &karten = kartei_.Karten();
+    if (richtung == Richtung::Vor)
+        karten.MoveNext();
+    else
+        karten.MovePrevious();
+}
+
+void CardEditor::Schritte(Richtung richtung)
+{
+    Schritt(meldungen_, LeseFehler, [&] {
+        if (AmEnde(richtung) || !StoreIfDirty())
+            return;
+        Bewegen(richtung);
+        if (AmEnde(richtung))
+            NewCardForm();
+        else
+            ShowCard();
+    });
+}
+
+void CardEditor::CVor()
+{
+    Schritte(Richtung::Vor);
+}
+
+void CardEditor::CZurück()
+{
+    Schritte(Richtung::Zurück);
+}
+
+bool CardEditor::Laufschritt(Richtung richtung)
+{
+    bool weiter = false;
+    Schritt(meldungen_, LeseFehler, [&] {
+        if (AmEnde(richtung))
+            return;
+        Bewegen(richtung);
+        if (AmEnde(richtung))
+            NewCardForm();
+        else
+            weiter = ShowCard();
+    });
+    return weiter;
+}
+
+void CardEditor::CEOF()
+{
+    if (!StoreIfDirty())
+        return;
+    Schritt(meldungen_, LeseFehler, [this] {
+        CardRecordset &karten = kartei_.Karten();
+        if (!karten.AtEOF()) {
+            karten.MoveLast();
+            karten.MoveNext();
+        }
+    });
+    NewCardForm();
+}
+
+void CardEditor::Springen(const QString &eingabe)
+{
+    if (!StoreIfDirty())
+        return;
+    Schritt(meldungen_, LeseFehler, [&] {
+        CardRecordset &karten = kartei_.Karten();
+        if (OhneKarten(karten))
+            return;
+        bool istZahl = false;
+        const double nummer = eingabe.trimmed().toDouble(&istZahl);
+        istZahl = istZahl && std::isfinite(nummer);
+        const auto nachNummer = NachNummer(karten);
+        if (istZahl)
+            karten.Seek(Comparison::Equal, nummer);
+        if (istZahl && !karten.NoMatch())
+            return;
+        meldungen_.Zeigen(QStringLiteral("Karte nicht gefunden: ") + eingabe);
+        if (!istZahl)
+            return;
+        karten.Seek(Comparison::AtLeast, nummer);
+        if (karten.NoMatch())
+            karten.Seek(Comparison::AtMost, nummer);
+    });
+    AktuelleZeigen();
+}
+
+void CardEditor::Kopieren()
+{
+    // A blank card has nothing to copy: its check says so.
+    if (neu_ && !cardDirty) {
+        StoreCard();
+        return;
+    }
+    const double nummer = neu_ ? kartei_.HighestCardNumber + 1 : nummer_;
+    if (!StoreIfDirty())
+        return;
+    Springen(QString::number(nummer, 'g', 15));
+    if (neu_)
+        return;
+    neu_ = true;
+    if (!StoreCard()) {
+        AktuelleZeigen();
+        return;
+    }
+    const QString kopie = QString::number(kartei_.HighestCardNumber);
+    meldungen_.Zeigen(QStringLiteral("Karte kopiert nach: ") + kopie);
+    Springen(kopie);
+}
+
+void CardEditor::Löschen()
+{
+    if (neu_) {
+        meldungen_.Zeigen(QStringLiteral("Eine neue Karte kann nicht gelöscht werden"));
+        return;
+    }
+    // The done cards do not count.
+    const int karten = std::accumulate(kartei_.FachInfo.begin(), kartei_.FachInfo.begin() + FachErledigt, 0,
+                                       [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
+    if (karten == 1) {
+        meldungen_.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
+        return;
+    }
+    if (meldungen_.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
+        Meldungen::Antwort::Ja)
+        return;
+    const bool geloescht = Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [this] {
+        StandOnShownCard();
+        qint16 &anzahl =
+            kartei_.FachInfo.at(static_cast<std::size_t>(kartei_.Felder().FachNr.Integer())).Anzahl;
+        kartei_.Karten().Delete();
+        anzahl = Plus16(anzahl, -1);
+    });
+    if (!geloescht)
+        return;
+    cardDirty = false;
+    CVor();
+}
+
+bool CardEditor::Verlassen()
+{
+    if (StoreIfDirty())
+        return true;
+    const auto antwort = meldungen_.Fragen(
+        QStringLiteral("Diese Karte ist nicht gespeichert. Änderungen verwerfen?"), Meldungen::Antwort::Nein);
+    if (antwort == Meldungen::Antwort::Nein)
+        return false;
+    cardDirty = false;
+    return true;
+}
+
+void CardEditor::Geschlossen()
+{
+    if (kartei_.IsOpen())
+        kartei_.FehlerStatus = 0;
+}

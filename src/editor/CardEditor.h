@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Kartenblatt.h"
+#include "Meldungen.h"
+
+// What stands above a card on the form.
+struct Kartenkopf
+{
+    QString FrageNr;
+    QString FachNr;
+    bool neu = false; // "Neue Karte"
+};
+
+// The form as the editor's commands see it.
+class Kartenformular
+{
+public:
+    Kartenformular() = default;
+    Kartenformular(const Kartenformular &) = delete;
+    Kartenformular &operator=(const Kartenformular &) = delete;
+    virtual ~Kartenformular() = default;
+
+    virtual Kartenblatt Inhalt() const = 0;
+    // Replaces all that the form holds; a new card comes in the standard font.
+    virtual void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) = 0;
+    // Just the line above the card: the form keeps what was typed.
+    virtual void KopfZeigen(const Kartenkopf &kopf) = 0;
+    virtual void FokusAufFrage() = 0;
+    virtual void FokusAufAntwort(std::size_t box) = 0;
+};
+
+// The commands of the card editor. It shows the recordset's current card, or holds a blank new card that
+// becomes a record only when it is stored. Every error is shown, none is thrown.
+class CardEditor
+{
+public:
+    enum class Richtung
+    {
+        Vor,
+        Zurück
+    };
+
+    CardEditor(CardStore &kartei, Meldungen &meldungen, Kartenformular &formular);
+
+    bool cardDirty = false;      // the shown card was changed and not stored
+    qint16 validationFailed = 0; // 1 after a check that the card did not pass
+
+    // The form holds a card that is not stored yet.
+    bool Neu() const { return neu_; }
+
+    // Opens on the current card; where there is none, on the first, in an empty file on the blank new card.
+    void Load();
+    // The current card, or the blank new card where there is none.
+    void AktuelleZeigen();
+    void NewCardForm();
+
+    // False when the card was not stored; the form then holds what it held.
+    bool StoreCard();
+    bool StoreIfDirty();
+
+    void CVor();
+    void CZurück();
+    void CEOF();
+    // One step of a run through the cards, after a StoreIfDirty. False when the run is at its end.
+    bool Laufschritt(Richtung richtung);
+
+    // To the card whose number was typed, or to the nearest one.
+    void Springen(const QString &eingabe);
+    void Kopieren();
+    void Löschen();
+
+    // Store or stay, and where it cannot be stored ask whether to discard it. True when nothing is lost by
+    // closing.
+    bool Verlassen();
+    // The editor has closed: what its last check said is past.
+    void Geschlossen();
+
+private:
+    bool ValidateCard(const Kartenblatt &blatt);
+    bool StoreNew(Kartenblatt blatt);
+    bool StoreExisting(const Kartenblatt &blatt);
+    void StandOnShownCard();
+    bool ShowCard();
+    void Schritte(Richtung richtung);
+    bool AmEnde(Richtung richtung) const;
+    void Bewegen(Richtung richtung);
+    Kartenkopf NeuerKopf() const;
+
+    CardStore &kartei_;
+    Meldungen &meldungen_;
+    Kartenformular &formular_;
+    bool neu_ = true;
+    double nummer_ = 0; // of the shown card, while it is not new
+};

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Formatierung.h"
+
+#include "CharFormat.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int HochTwips = 50;
+constexpr int TiefTwips = -20;
+constexpr double PunkteJePixel = 0.75;
+
+// The format of some text, with the document's font where it does not say.
+struct Stueck
+{
+    QString name;
+    double groesse;
+    bool fett, kursiv, durch, unter;
+    QColor farbe;
+    int versatz;
+};
+
+double Groesse(const QTextCharFormat &format, const QFont &standard)
+{
+    if (format.fontPointSize() > 0)
+        return format.fontPointSize();
+    if (format.hasProperty(QTextFormat::FontPixelSize))
+        return format.intProperty(QTextFormat::FontPixelSize) * PunkteJePixel;
+    return standard.pointSizeF() > 0 ? standard.pointSizeF() : standard.pixelSize() * PunkteJePixel;
+}
+
+Stueck StueckLesen(const QTextCharFormat &format, const QFont &standard)
+{
+    const QStringList namen = format.fontFamilies().toStringList();
+    return {
+        namen.isEmpty() ? standard.family() : namen.front(),
+        Groesse(format, standard),
+        format.hasProperty(QTextFormat::FontWeight) ? format.fontWeight() >= QFont::DemiBold
+                                                    : standard.bold(),
+        format.hasProperty(QTextFormat::FontItalic) ? format.fontItalic() : standard.italic(),
+        format.hasProperty(QTextFormat::FontStrikeOut) ? format.fontStrikeOut() : standard.strikeOut(),
+        format.hasProperty(QTextFormat::TextUnderlineStyle)
+            ? format.underlineStyle() != QTextCharFormat::NoUnderline
+            : standard.underline(),
+        TextColour(format),
+        CharOffset(format),
+    };
+}
+
+template <typename Wert>
+void Angleichen(std::optional<Wert> &gemeinsam, const Wert &wert)
+{
+    if (gemeinsam != wert)
+        gemeinsam.reset();
+}
+
+// Takes one more piece into account; the first one sets all values.
+class Sammlung
+{
+public:
+    explicit Sammlung(const QFont &standard) : standard_(standard) {}
+
+    void Nehmen(const QTextCharFormat &format)
+    {
+        const Stueck s = StueckLesen(format, standard_);
+        if (!std::exchange(begonnen_, true)) {
+            auswahl_ = {s.name, s.groesse, s.fett, s.kursiv, s.durch, s.unter, s.farbe, s.versatz};
+            return;
+        }
+        Angleichen(auswahl_.SelFontName, s.name);
+        Angleichen(auswahl_.SelFontSize, s.groesse);
+        Angleichen(auswahl_.SelBold, s.fett);
+        Angleichen(auswahl_.SelItalic, s.kursiv);
+        Angleichen(auswahl_.SelStrikeThru, s.durch);
+        Angleichen(auswahl_.SelUnderline, s.unter);
+        Angleichen(auswahl_.SelColor, s.farbe);
+        Angleichen(auswahl_.SelCharOffset, s.versatz);
+    }
+
+    const Auswahlformat &Auswahl() const { return auswahl_; }
+
+    bool Leer() const { return !begonnen_; }
+
+private:
+    QFont standard_;
+    Auswahlformat auswahl_;
+    bool begonnen_ = false;
+};
+
+// True for a mixed selection.
+bool Umgeschaltet(const std::optional<bool> &jetzt)
+{
+    return !jetzt.value_or(false);
+}
+
+QTextCharFormat KleinFett(int twips)
+{
+    QTextCharFormat format;
+    format.setFontFamilies({QStringLiteral("Small Fonts")});
+    format.setFontPointSize(7);
+    format.setFontWeight(QFont::Bold);
+    SetCharOffset(format, twips);
+    return format;
+}
+
+} // namespace
+
+Auswahlformat AuswahlLesen(const QTextCursor &cursor, const QTextCharFormat &amCaret)
+{
+    const QTextDocument &dokument = *cursor.document();
+    Sammlung sammlung(dokument.defaultFont());
+    const int ende = cursor.selectionEnd();
+    for (QTextBlock block = dokument.findBlock(cursor.selectionStart());
+         cursor.hasSelection() && block.isValid() && block.position() < ende; block = block.next()) {
+        for (auto teil = block.begin(); !teil.atEnd(); ++teil) {
+            const int anfang = teil.fragment().position();
+            if (anfang < ende && anfang + teil.fragment().length() > cursor.selectionStart())
+                sammlung.Nehmen(teil.fragment().charFormat());
+        }
+    }
+    if (sammlung.Leer())
+        sammlung.Nehmen(amCaret);
+    return sammlung.Auswahl();
+}
+
+QTextCharFormat FettFormat(const Auswahlformat &auswahl)
+{
+    QTextCharFormat format;
+    format.setFontWeight(Umgeschaltet(auswahl.SelBold) ? QFont::Bold : QFont::Normal);
+    return format;
+}
+
+QTextCharFormat KursivFormat(const Auswahlformat &auswahl)
+{
+    QTextCharFormat format;
+    if (auswahl.SelItalic)
+        format.setFontItalic(!*auswahl.SelItalic);
+    else
+        format.setFontWeight(QFont::Bold);
+    return format;
+}
+
+QTextCharFormat UnterstrichenFormat(const Auswahlformat &auswahl)
+{
+    QTextCharFormat format;
+    format.setFontUnderline(Umgeschaltet(auswahl.SelUnderline));
+    return format;
+}
+
+QTextCharFormat HochgestelltFormat()
+{
+    return KleinFett(HochTwips);
+}
+
+QTextCharFormat TiefgestelltFormat()
+{
+    return KleinFett(TiefTwips);
+}
+
+QTextCharFormat NormalgestelltFormat()
+{
+    QTextCharFormat format;
+    SetCharOffset(format, 0);
+    return format;
+}
+
+Schriftwahl DialogVorgabe(const Auswahlformat &auswahl)
+{
+    Schriftwahl wahl;
+    if (auswahl.SelFontName)
+        wahl.font.setFamily(*auswahl.SelFontName);
+    if (auswahl.SelFontSize && *auswahl.SelFontSize > 0)
+        wahl.font.setPointSizeF(*auswahl.SelFontSize);
+    if (auswahl.SelBold)
+        wahl.font.setBold(*auswahl.SelBold);
+    if (auswahl.SelItalic)
+        wahl.font.setItalic(*auswahl.SelItalic);
+    if (auswahl.SelStrikeThru)
+        wahl.font.setStrikeOut(*auswahl.SelStrikeThru);
+    if (auswahl.SelUnderline)
+        wahl.font.setUnderline(*auswahl.SelUnderline);
+    if (auswahl.SelColor)
+        wahl.farbe = *auswahl.SelColor;
+    return wahl;
+}
+
+QTextCharFormat DialogFormat(const Schriftwahl &wahl)
+{
+    QTextCharFormat format;
+    format.setFontFamilies({wahl.font.family()});
+    if (wahl.font.pointSizeF() > 0)
+        format.setFontPointSize(wahl.font.pointSizeF());
+    format.setFontWeight(wahl.font.bold() ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(wahl.font.italic());
+    format.setFontStrikeOut(wahl.font.strikeOut());
+    format.setFontUnderline(wahl.font.underline());
+    SetTextColour(format, wahl.farbe);
+    return format;
+}
+
+QTextCharFormat StandardFormat(const Schrift &schrift)
+{
+    QTextCharFormat format;
+    if (!schrift.FontName.isEmpty())
+        format.setFontFamilies({schrift.FontName});
+    if (schrift.FontSize > 0)
+        format.setFontPointSize(static_cast<double>(schrift.FontSize));
+    format.setFontWeight(schrift.FontBold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(schrift.FontItalic);
+    format.setFontStrikeOut(schrift.FontStrikethru);
+    format.setFontUnderline(schrift.FontUnderline);
+    // Blue-green-red, red in the lowest byte.
+    SetTextColour(format,
+                  QColor(schrift.Color & 0xFF, schrift.Color >> 8 & 0xFF, schrift.Color >> 16 & 0xFF));
+    return format;
+}

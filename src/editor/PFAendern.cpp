@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "PFAendern.h"
+
+#include "BildBox.h"
+#include "CharFormat.h"
+#include "Flaeche.h"
+#include "Formatierung.h"
+#include "Kartensuche.h"
+#include "RichTextBox.h"
+#include "Schritt.h"
+#include "Sizer.h"
+#include "Suchen.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QSessionManager>
+#include <QTextBlock>
+
+#include <utility>
+
+PFÄndern::PFÄndern(EditorUmgebung umgebung, QWidget *parent)
+    : QMainWindow(parent),
+      umgebung_(std::move(umgebung)),
+      editor_(umgebung_.kartei, umgebung_.meldungen, *this)
+{
+    Aufbauen();
+    connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, this,
+        [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
+}
+
+void PFÄndern::Form_Load()
+{
+    offen_ = true;
+    show();
+    raise();
+    activateWindow();
+    MFrage_->setFocus();
+    editor_.Load();
+}
+
+Kartenblatt PFÄndern::Inhalt() const
+{
+    Kartenblatt blatt;
+    blatt.Frage = MFrage_->RichText();
+    blatt.Frage_Klartext = MFrage_->PlainText();
+    blatt.Frage_gekuerzt = MFrage_->isReadOnly();
+    for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        blatt.Antwort[i] = Antwort_[i]->RichText();
+        blatt.Antwort_Klartext[i] = Antwort_[i]->PlainText();
+        blatt.Antwort_gekuerzt[i] = Antwort_[i]->isReadOnly();
+        blatt.Antwort_ch[i] = Check1_[i]->isChecked();
+    }
+    blatt.art = Art();
+    blatt.Thema = MaskThema_->text();
+    blatt.pictureNames = pictureNames_;
+    blatt.lage = lage_;
+    return blatt;
+}
+
+void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
+{
+    {
+        const QScopedValueRollback zeigt(zeigt_, true);
+        BildVerbergen();
+        pictureNames_ = blatt.pictureNames;
+        lage_ = blatt.lage;
+        KopfZeigen(kopf);
+        MaskThema_->setText(blatt.Thema);
+        TextZeigen(*MFrage_, blatt.Frage, kopf.neu);
+        for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+            TextZeigen(*Antwort_[i], blatt.Antwort[i], kopf.neu);
+            Check1_[i]->setChecked(blatt.Antwort_ch[i]);
+        }
+        ArtZeigen(blatt.art);
+    }
+    BilderZeigen();
+}
+
+void PFÄndern::KopfZeigen(const Kartenkopf &kopf)
+{
+    MaskFrageNr_->setText(kopf.FrageNr);
+    MaskFachNr_->setText(kopf.FachNr);
+    LabelNeu_->setVisible(kopf.neu);
+}
+
+void PFÄndern::TextZeigen(RichTextBox &box, const QString &text, bool neu)
+{
+    if (!neu && !text.isEmpty()) {
+        const bool ganz = box.ZeigeRichText(text);
+        box.setReadOnly(!ganz);
+        box.setToolTip(
+            ganz ? QString()
+                 : QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
+                                  "Kartei, wie er ist."));
+        return;
+    }
+    box.setReadOnly(false);
+    box.setToolTip({});
+    // What is typed into an empty box comes in the standard font; there is nothing to undo yet.
+    box.ZeigeRichText({});
+    const QTextCharFormat format = StandardFormat(umgebung_.konfig.schrift);
+    box.document()->setUndoRedoEnabled(false);
+    QTextCursor cursor(box.document());
+    cursor.setBlockCharFormat(format);
+    box.document()->setUndoRedoEnabled(true);
+    box.setCurrentCharFormat(format);
+}
+
+Antwortart PFÄndern::Art() const
+{
+    if (Antwort_K_->isChecked())
+        return Antwortart::Ankreuzen;
+    return Antwort_T_->isChecked() ? Antwortart::Text : Antwortart::Keine;
+}
+
+void PFÄndern::ArtZeigen(Antwortart art)
+{
+    art_->setExclusive(false); // a card may say no type
+    Antwort_T_->setChecked(art == Antwortart::Text);
+    Antwort_K_->setChecked(art == Antwortart::Ankreuzen);
+    art_->setExclusive(true);
+
+    const bool ankreuzen = art == Antwortart::Ankreuzen;
+    // Tab goes to the selected option.
+    Antwort_T_->setFocusPolicy(ankreuzen ? Qt::ClickFocus : Qt::StrongFocus);
+    Antwort_K_->setFocusPolicy(ankreuzen ? Qt::StrongFocus : Qt::ClickFocus);
+    for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        feld_[i]->setVisible(ankreuzen || i == 0);
+        Check1_[i]->setVisible(ankreuzen);
+        antworten_->setRowStretch(static_cast<int>(i), ankreuzen || i == 0 ? 1 : 0);
+    }
+}
+
+void PFÄndern::Antworttyp_Click()
+{
+    ArtZeigen(Art());
+    Geaendert();
+}
+
+void PFÄndern::Geaendert()
+{
+    if (!zeigt_)
+        editor_.cardDirty = true;
+}
+
+void PFÄndern::FokusAufFrage()
+{
+    MFrage_->setFocus();
+}
+
+void PFÄndern::FokusAufAntwort(std::size_t box)
+{
+    Antwort_[box]->setFocus();
+}
+
+void PFÄndern::Cadd_Click()
+{
+    const bool neu = editor_.Neu();
+    if (editor_.StoreCard() && neu)
+        FokusAufFrage(); // of the next new card
+}
+
+void PFÄndern::MSuchen_Click()
+{
+    if (!editor_.StoreIfDirty())
+        return;
+    umgebung_.suche.feld = 0;
+    Suchen fenster(umgebung_.kartei, umgebung_.meldungen, umgebung_.suche, this);
+    if (fenster.exec() != QDialog::Accepted)
+        return;
+    editor_.AktuelleZeigen();
+    TrefferZeigen();
+}
+
+// Puts the caret on the hit and marks it.
+void PFÄndern::TrefferZeigen()
+{
+    const SearchHit &treffer = umgebung_.suche;
+    const auto stelle = static_cast<qsizetype>(treffer.position) - 1;
+    const qsizetype laenge = treffer.letzterBegriff.size();
+    if (treffer.feld == 1) {
+        MaskThema_->setFocus();
+        // Selected backwards, so that the caret stands before the hit.
+        MaskThema_->setSelection(static_cast<int>(stelle + laenge), -static_cast<int>(laenge));
+    } else if (treffer.feld != 0) {
+        RichTextBox *box =
+            treffer.feld == 2 ? MFrage_ : Antwort_.at(static_cast<std::size_t>(treffer.feld - 7));
+        box->setFocus();
+        QTextCursor cursor(box->document());
+        cursor.setPosition(DokumentStelle(*box->document(), stelle + laenge));
+        cursor.setPosition(DokumentStelle(*box->document(), stelle), QTextCursor::KeepAnchor);
+        box->setTextCursor(cursor);
+    }
+}
+
+void PFÄndern::MDrucken_Click()
+{
+    umgebung_.meldungen.Sanduhr(true);
+    const QPalette vorher = formular_->palette();
+    QWidget *fokus = focusWidget();
+    if (fokus)
+        fokus->clearFocus(); // no caret on paper, and none that moves on when its control is hidden
+    for (QWidget *widget : NichtGedruckt())
+        widget->hide();
+    hinweise_->hide();
+    const bool mitSizer = Sizer_->isVisible();
+    Sizer_->hide();
+    // On paper everything is dark on white, whatever the desktop's colours are.
+    QPalette papier(Qt::black, Qt::white, Qt::white, Qt::darkGray, Qt::gray, Qt::black, Qt::white);
+    papier.setColor(QPalette::Window, Qt::white);
+    papier.setColor(QPalette::Highlight, vorher.color(QPalette::Highlight));
+    papier.setColor(QPalette::HighlightedText, vorher.color(QPalette::HighlightedText));
+    formular_->setPalette(papier);
+
+    Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Drucken: "), [this] {
+        const std::unique_ptr<QPrinter> drucker = umgebung_.drucker();
+        if (!drucker)
+            throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Es ist kein Drucker eingerichtet."));
+        drucker->setDocName(QStringLiteral("Karte ") + MaskFrageNr_->text());
+        FormularDrucken(*formular_, *drucker);
+    });
+    for (QWidget *widget : NichtGedruckt())
+        widget->show();
+    hinweise_->show();
+    Sizer_->setVisible(mitSizer);
+    if (fokus)
+        fokus->setFocus();
+    gedruckt_ = true;
+    FarbenSetzen();
+    umgebung_.meldungen.Sanduhr(false);
+}
+
+void PFÄndern::closeEvent(QCloseEvent *event)
+{
+    if (!offen_)
+        return;
+    LaufBeenden();
+    if (!editor_.Verlassen()) {
+        event->ignore();
+        return;
+    }
+    offen_ = false;
+    umgebung_.stille();
+    editor_.Geschlossen();
+    umgebung_.geschlossen();
+}
+
+// The desktop ends: what is changed is stored, or its writer decides.
+void PFÄndern::SitzungEndet(QSessionManager &sitzung)
+{
+    if (!offen_ || !editor_.cardDirty)
+        return;
+    LaufBeenden();
+    if (sitzung.allowsInteraction()) {
+        if (!editor_.Verlassen())
+            sitzung.cancel();
+        sitzung.release();
+    } else if (BlattPruefen(Inhalt()).mangel == Mangel::Keiner) {
+        editor_.StoreCard();
+    }
+}
+
+void PFÄndern::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && hinweise_)
+        FarbenSetzen();
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        LaufBeenden();
+}
+
+void PFÄndern::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    // The form has its new size when the layout has run.
+    layout()->activate();
+    if (Picture1_->isVisible())
+        BildPlatzieren();
+}

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BildBox.h"
+#include "Blaettertaste.h"
+#include "PFAendern.h"
+#include "RichTextBox.h"
+
+#include <QAction>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+
+namespace {
+
+bool IstWiederholen(const QKeyEvent &taste)
+{
+    return taste.key() == Qt::Key_Y && taste.modifiers() == Qt::ControlModifier;
+}
+
+} // namespace
+
+bool PFÄndern::eventFilter(QObject *objekt, QEvent *event)
+{
+    if (objekt == CVVor_ || objekt == CZZurück_)
+        return Laufknopf(objekt, *event);
+    auto *box = dynamic_cast<RichTextBox *>(objekt);
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        if (box)
+            Box_GotFocus(box);
+        break;
+    case QEvent::FocusOut:
+        if (box)
+            Box_LostFocus(static_cast<QFocusEvent *>(event)->reason());
+        break;
+    case QEvent::ShortcutOverride:
+        // The menu's keys hold against the box's own; not accepted, the key goes to the menu.
+        if (TasteHaltMenue(static_cast<QKeyEvent &>(*event))) {
+            event->ignore();
+            return true;
+        }
+        break;
+    case QEvent::KeyPress:
+        return Feld_KeyPress(objekt, static_cast<QKeyEvent &>(*event));
+    default:
+        break;
+    }
+    return false;
+}
+
+bool PFÄndern::TasteHaltMenue(const QKeyEvent &taste) const
+{
+    const QList<QAction *> eintraege = findChildren<QAction *>();
+    for (const QAction *eintrag : eintraege) {
+        if (eintrag->isEnabled() && !eintrag->shortcut().isEmpty() &&
+            eintrag->shortcut() == QKeySequence(taste.keyCombination()))
+            return true;
+    }
+    return false;
+}
+
+bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
+{
+    if (feld == Picture1_)
+        return Picture1_KeyPress(taste);
+    if (feld == MFrage_ && taste.key() == Qt::Key_PageUp && taste.modifiers().testFlag(Qt::AltModifier)) {
+        umgebung_.meldungen.Zeigen(QStringLiteral("Alt + PageUp"));
+        return true;
+    }
+    if (!IstWiederholen(taste))
+        return false;
+    if (auto *box = dynamic_cast<RichTextBox *>(feld))
+        box->redo();
+    else if (auto *zeile = dynamic_cast<QLineEdit *>(feld))
+        zeile->redo();
+    return true;
+}
+
+void PFÄndern::Box_GotFocus(RichTextBox *box)
+{
+    aktiv_ = box;
+    MFont_->setEnabled(true);
+    for (QAction *eintrag : MFont_->actions())
+        eintrag->setEnabled(true);
+    FelderUmranden();
+}
+
+void PFÄndern::Box_LostFocus(Qt::FocusReason grund)
+{
+    // The menu itself, and another window in front, take the keyboard just for a while.
+    if (grund == Qt::PopupFocusReason || grund == Qt::MenuBarFocusReason ||
+        grund == Qt::ActiveWindowFocusReason)
+        return;
+    aktiv_ = nullptr;
+    MFont_->setEnabled(false);
+    for (QAction *eintrag : MFont_->actions())
+        eintrag->setEnabled(false);
+    FelderUmranden();
+}
+
+void PFÄndern::keyPressEvent(QKeyEvent *event)
+{
+    const Blaettern blaettern = Blaettertaste(*event);
+    if (blaettern == Blaettern::Nicht) {
+        QMainWindow::keyPressEvent(event);
+        return;
+    }
+    LaufBeenden();
+    if (blaettern == Blaettern::Vor)
+        editor_.CVor();
+    else
+        editor_.CZurück();
+}
+
+// The buttons that run on as long as they are held, by any mouse button or the space bar.
+bool PFÄndern::Laufknopf(QObject *knopf, QEvent &event)
+{
+    const auto richtung = knopf == CVVor_ ? CardEditor::Richtung::Vor : CardEditor::Richtung::Zurück;
+    const auto istLeertaste = [&event] {
+        const auto &taste = static_cast<const QKeyEvent &>(event);
+        return taste.key() == Qt::Key_Space && !taste.isAutoRepeat();
+    };
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        // A button that did not begin to run is not shown as held either.
+        return !LaufBeginnen(richtung);
+    case QEvent::KeyPress:
+        return istLeertaste() && !LaufBeginnen(richtung);
+    case QEvent::KeyRelease:
+        if (istLeertaste())
+            LaufBeenden();
+        return false;
+    case QEvent::MouseButtonRelease:
+    case QEvent::FocusOut:
+    case QEvent::Hide:
+        LaufBeenden();
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool PFÄndern::LaufBeginnen(CardEditor::Richtung richtung)
+{
+    LaufBeenden();
+    if (!editor_.StoreIfDirty())
+        return false;
+    laufrichtung_ = richtung;
+    // The event loop comes round between the steps, so the release of the button is seen at once.
+    lauf_.start(0, this);
+    LaufSchritt();
+    return true;
+}
+
+void PFÄndern::LaufSchritt()
+{
+    if (!editor_.Laufschritt(laufrichtung_))
+        LaufBeenden();
+    formular_->repaint(); // every card that is passed is seen
+}
+
+void PFÄndern::LaufBeenden()
+{
+    lauf_.stop();
+}
+
+void PFÄndern::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == lauf_.timerId())
+        LaufSchritt();
+    else
+        QMainWindow::timerEvent(event);
+}

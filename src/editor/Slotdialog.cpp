@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Slotdialog.h"
+
+#include "Bild.h"
+#include "Fensterbau.h"
+#include "Schritt.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <utility>
+
+Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &frageNr, QWidget *parent)
+    : QDialog(parent), umgebung_(std::move(umgebung)), texte_(std::move(texte))
+{
+    setObjectName(texte_.name);
+    setWindowTitle(texte_.titel);
+
+    auto *rahmen = Benannt(new QGroupBox(texte_.frage, this), QStringLiteral("Frame1"), texte_.frage);
+    auto *optionen = new QVBoxLayout(rahmen);
+    const QStringList namen{QStringLiteral("&Frage"), QStringLiteral("&Antwort"),
+                            QStringLiteral("fal&scher Antwort")};
+    for (int i = 0; i < namen.size(); ++i) {
+        auto *option = Benannt(new QRadioButton(namen[i], rahmen), QStringLiteral("Option%1").arg(i + 1),
+                               QString(namen[i]).remove(u'&'));
+        connect(option, &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
+        Faerben(option, {{QPalette::Window, UmrissGrund(palette().color(QPalette::WindowText),
+                                                        palette().color(QPalette::Window))}});
+        optionen->addWidget(option);
+    }
+
+    auto *nummer =
+        Benannt(new QLabel(frageNr, this), QStringLiteral("Fragenummer"), QStringLiteral("Fragenr"));
+    Dateiname_ = Benannt(new QLabel(this), QStringLiteral("Dateiname"), QStringLiteral("Dateiname"));
+    for (QLabel *label : {nummer, Dateiname_})
+        label->setTextFormat(Qt::PlainText);
+    Dateiname_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+
+    const auto knopf = [this](const QString &text, const QString &name, auto tun) {
+        auto *neu = Benannt(new QPushButton(text, this), name, QString(text).remove(u'&'));
+        neu->setAutoDefault(false);
+        connect(neu, &QPushButton::clicked, this, tun);
+        return neu;
+    };
+    cmdÄndern_ = knopf(QStringLiteral("&ändern"), QStringLiteral("cmdÄndern"), [this] { cmdÄndern_Click(); });
+    cmdLöschen_ =
+        knopf(QStringLiteral("&löschen"), QStringLiteral("cmdLöschen"), [this] { cmdLöschen_Click(); });
+    QPushButton *ok = knopf(QStringLiteral("OK"), QStringLiteral("cmdOK"), [this] { accept(); });
+    ok->setDefault(true);
+
+    auto *kopf = new QHBoxLayout;
+    kopf->setSpacing(6);
+    kopf->addWidget(new QLabel(QStringLiteral("Fragenr:"), this));
+    kopf->addWidget(nummer, 1);
+    auto *datei = new QHBoxLayout;
+    datei->setSpacing(6);
+    datei->addWidget(new QLabel(QStringLiteral("Dateiname :"), this));
+    datei->addWidget(Dateiname_, 1);
+    auto *knoepfe = new QHBoxLayout;
+    knoepfe->addWidget(cmdÄndern_);
+    knoepfe->addWidget(cmdLöschen_);
+    knoepfe->addStretch(1);
+    knoepfe->addWidget(ok);
+
+    auto *alles = new QVBoxLayout(this);
+    gitter_ = new QGridLayout;
+    gitter_->setHorizontalSpacing(16);
+    gitter_->addLayout(kopf, 0, 0);
+    gitter_->addWidget(rahmen, 1, 0, Qt::AlignTop);
+    gitter_->setRowStretch(1, 1);
+    gitter_->setColumnStretch(1, 1);
+    alles->addLayout(gitter_, 1);
+    alles->addLayout(datei);
+    alles->addLayout(knoepfe);
+    NamenZeigen({});
+}
+
+QString &Slotdialog::SlotName()
+{
+    return umgebung_.namen.at(static_cast<std::size_t>(slot_) - 1);
+}
+
+void Slotdialog::Option_Click(int welche)
+{
+    slot_ = texte_.ersterSlot + welche;
+    SlotZeigen();
+}
+
+// The buttons are there for a slot that names a file.
+void Slotdialog::NamenZeigen(const QString &name)
+{
+    Dateiname_->setText(name);
+    Dateiname_->setToolTip(name.toHtmlEscaped());
+    cmdÄndern_->setEnabled(!name.isEmpty());
+    cmdLöschen_->setEnabled(!name.isEmpty());
+}
+
+void Slotdialog::SlotZeigen()
+{
+    NamenZeigen({});
+    VorschauLeeren();
+    const QString name = SlotName();
+    if (name.isEmpty()) {
+        DateiWaehlen();
+        return;
+    }
+    NamenZeigen(name);
+    Schritt(umgebung_.meldungen, texte_.fehler,
+            [&] { Vorschau(umgebung_.kartei.CardPath(BlosserName(name))); });
+}
+
+void Slotdialog::DateiWaehlen()
+{
+    DateiDialog dialog;
+    dialog.titel = texte_.dialog;
+    dialog.filter = texte_.filter;
+    dialog.verzeichnis = umgebung_.kartei.KarteiPfad;
+    const QString gewaehlt = umgebung_.dialoge.DateiOeffnen(dialog);
+    if (gewaehlt.isEmpty())
+        return;
+    const qsizetype trenner = gewaehlt.lastIndexOf(QDir::separator());
+    const QString verzeichnis = QDir::cleanPath(gewaehlt.left(std::max<qsizetype>(trenner, 0)));
+    const QString name = gewaehlt.mid(trenner + 1);
+    if (verzeichnis != QDir::cleanPath(umgebung_.kartei.KarteiPfad)) {
+        umgebung_.meldungen.Zeigen(texte_.fremd + QStringLiteral(" (") + umgebung_.kartei.KarteiPfad + u')');
+        return;
+    }
+    if (name.isEmpty())
+        return;
+    const QString pfad = umgebung_.kartei.CardPath(name);
+    if (!Schritt(umgebung_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
+        return;
+    SlotName() = name;
+    NamenZeigen(name);
+    umgebung_.geaendert();
+    Schritt(umgebung_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
+}
+
+void Slotdialog::cmdÄndern_Click()
+{
+    cmdLöschen_Click();
+    SlotZeigen();
+}
+
+void Slotdialog::cmdLöschen_Click()
+{
+    if (slot_ == 0)
+        return;
+    SlotName().clear();
+    NamenZeigen({});
+    VorschauLeeren();
+    umgebung_.geaendert();
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Dialoge.h"
+#include "Kartenblatt.h"
+#include "Meldungen.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+// What a dialog for a card's media files works on.
+struct SlotUmgebung
+{
+    CardStore &kartei;
+    Meldungen &meldungen;
+    Dialoge &dialoge;
+    Bildnamen &namen;                // edited in place; the card keeps them when it is stored
+    std::function<void()> geaendert; // a name was changed
+};
+
+// In what the dialogs for pictures and for sounds differ.
+struct SlotTexte
+{
+    QString name;     // of the window's object
+    QString titel;    // of the window
+    QString frage;    // above the options
+    QString dialog;   // title of the file dialog
+    QString filter;   // of the file dialog
+    QString fremd;    // the beginning of the message for a file of another directory
+    QString fehler;   // the beginning of the message for a file that cannot be opened
+    int ersterSlot{}; // of the three: question, right answer, wrong answer
+};
+
+// Assigns the files of a card's three moments: question, answer, wrong answer. Choosing a moment shows its
+// file, or asks for one where it has none.
+class Slotdialog : public QDialog
+{
+public:
+    Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &frageNr, QWidget *parent);
+
+protected:
+    // Shows or plays a file of the card file's directory; throws StoreError where it cannot be opened.
+    virtual void Vorschau(const QString &pfad) = 0;
+
+    virtual void VorschauLeeren() {}
+
+    // A file was chosen: before its name is taken (throws for one that is not), and after.
+    virtual void Annehmen(const QString &pfad) = 0;
+    virtual void Angenommen(const QString &pfad) = 0;
+
+    Meldungen &Melden() { return umgebung_.meldungen; }
+
+    QGridLayout *Gitter() { return gitter_; } // column 1 is free for a preview
+
+private:
+    void Option_Click(int welche);
+    void SlotZeigen();
+    void DateiWaehlen();
+    void NamenZeigen(const QString &name);
+    void cmdÄndern_Click();
+    void cmdLöschen_Click();
+    QString &SlotName();
+
+    SlotUmgebung umgebung_;
+    SlotTexte texte_;
+    int slot_ = 0; // 1 to 9; 0 until an option is chosen
+    QGridLayout *gitter_ = nullptr;
+    QLabel *Dateiname_ = nullptr;
+    QPushButton *cmdÄndern_ = nullptr;
+    QPushButton *cmdLöschen_ = nullptr;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Slotdialog.h"
+
+// The dialog for the sounds of a card; the preview is heard.
+class Soundbearbeiten final : public Slotdialog
+{
+public:
+    Soundbearbeiten(SlotUmgebung umgebung, std::function<void(const QString &pfad)> klang,
+                    const QString &frageNr, QWidget *parent = nullptr);
+
+private:
+    void Vorschau(const QString &pfad) override;
+    void Annehmen(const QString &pfad) override;
+    void Angenommen(const QString &pfad) override;
+
+    std::function<void(const QString &pfad)> klang_;
+};

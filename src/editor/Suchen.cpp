@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Suchen.h"
+
+#include "Fensterbau.h"
+#include "Kartensuche.h"
+#include "Schritt.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWidget *parent)
+    : QDialog(parent), kartei_(kartei), meldungen_(meldungen), treffer_(treffer)
+{
+    setObjectName(QStringLiteral("Suchen"));
+    setWindowTitle(QStringLiteral("Suchen"));
+    suchtext_ = Benannt(new QLineEdit(treffer_.letzterBegriff, this), QStringLiteral("suchtext"),
+                        QStringLiteral("Suchbegriff"));
+    suchtext_->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+    suchtext_->selectAll();
+    auto *ok = Benannt(new QPushButton(QStringLiteral("&suchen"), this), QStringLiteral("COK"),
+                       QStringLiteral("suchen"));
+    ok->setDefault(true); // Enter in the box searches
+    auto *abbruch = Benannt(new QPushButton(QStringLiteral("&Abbruch"), this), QStringLiteral("CAbbruch"),
+                            QStringLiteral("Abbruch"));
+    connect(ok, &QPushButton::clicked, this, [this] { COK_Click(); });
+    connect(abbruch, &QPushButton::clicked, this, [this] { reject(); });
+
+    auto *knoepfe = new QHBoxLayout;
+    knoepfe->addStretch(1);
+    knoepfe->addWidget(ok);
+    knoepfe->addWidget(abbruch);
+    auto *alles = new QVBoxLayout(this);
+    alles->addWidget(Beschriftung(QStringLiteral("Such&begriff:"), suchtext_, this));
+    alles->addWidget(suchtext_);
+    alles->addSpacing(8);
+    alles->addLayout(knoepfe);
+}
+
+void Suchen::COK_Click()
+{
+    const QString begriff = suchtext_->text();
+    if (begriff.isEmpty())
+        return;
+    auto ergebnis = Suchergebnis::NichtGefunden;
+    const bool gesucht = Schritt(meldungen_, QStringLiteral("Fehler beim Suchen: "),
+                                 [&] { ergebnis = KarteSuchen(kartei_, treffer_, begriff); });
+    if (ergebnis == Suchergebnis::OhneKarten) {
+        meldungen_.Zeigen(QStringLiteral("Diese Datei ist leer"));
+        return;
+    }
+    if (gesucht && ergebnis == Suchergebnis::NichtGefunden)
+        meldungen_.Zeigen(begriff + QStringLiteral(" leider nicht gefunden"));
+    accept();
+}
+
+// However the dialog closes, its term is there when it opens again.
+void Suchen::done(int ergebnis)
+{
+    treffer_.letzterBegriff = suchtext_->text();
+    QDialog::done(ergebnis);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QFont>
+#include <QTextDocumentFragment>
+
+#include <memory>
+#include <optional>
+
+class QMimeData;
+
+// Formatted text on its way through the clipboard and the mouse's drags.
+
+// Part of a document with that default font: as RTF, which keeps everything, as HTML and as plain text.
+std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment, const QFont &schrift = {});
+
+// The formatted text that is offered, reduced to what a card can hold: no pictures, tables, lists or
+// backgrounds, and nothing is fetched from anywhere. Nothing where there is plain text at best.
+std::optional<QTextDocumentFragment> FragmentVon(const QMimeData &mime);
+
+// Whether there is text in any form.
+bool HatText(const QMimeData &mime);

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "EditorTestSupport.h"
+#include "PFAendern.h"
+#include "RichTextBox.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTextCursor>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+
+// Answers file and font dialogs with what was set, else cancels, and keeps what was asked.
+class TestDialoge final : public Dialoge
+{
+public:
+    QString DateiOeffnen(const DateiDialog &dialog) override
+    {
+        gefragt.append(dialog);
+        if (pfade.empty())
+            return {};
+        QString pfad = pfade.front();
+        pfade.pop_front();
+        return pfad;
+    }
+
+    QString DateiSpeichern(const DateiDialog &) override { return {}; }
+
+    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &vorgabe) override
+    {
+        schriftVorgabe = vorgabe;
+        return schrift;
+    }
+
+    QList<DateiDialog> gefragt;
+    std::deque<QString> pfade;
+    std::optional<Schriftwahl> schriftVorgabe; // what the font dialog was opened with
+    std::optional<Schriftwahl> schrift;
+};
+
+// The real editor on a real card file, driven by key and mouse.
+class EditorBuehne
+{
+public:
+    explicit EditorBuehne(const QList<CardRecord> &cards) : kartei(cards), konfig(kartei.messages)
+    {
+        konfig.ProgrammPfad = programm.path();
+        konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
+        fenster = std::make_unique<PFÄndern>(
+            EditorUmgebung{.kartei = kartei.store,
+                           .konfig = konfig,
+                           .meldungen = kartei.messages,
+                           .dialoge = dialoge,
+                           .suche = suche,
+                           .klang = [this](const QString &pfad) { gespielt << pfad; },
+                           .stille = [this] { gespielt << QString(); },
+                           .drucker = [this] { return drucker ? drucker() : nullptr; },
+                           .geschlossen = [this] { ++geschlossen; }});
+    }
+
+    void Zeigen()
+    {
+        fenster->resize(1000, 760);
+        fenster->Form_Load();
+        QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
+    }
+
+    template <typename Widget>
+    Widget *Finde(const char *name)
+    {
+        auto *widget = dynamic_cast<Widget *>(fenster->findChild<QWidget *>(QString::fromUtf8(name)));
+        if (!widget)
+            qFatal("no control %s", name);
+        return widget;
+    }
+
+    QWidget *Steuerung(const char *name) { return Finde<QWidget>(name); }
+
+    RichTextBox *Box(const char *name) { return Finde<RichTextBox>(name); }
+
+    QString Text(const char *name)
+    {
+        QWidget *widget = Steuerung(name);
+        if (auto *box = dynamic_cast<RichTextBox *>(widget))
+            return box->PlainText();
+        if (auto *zeile = dynamic_cast<QLineEdit *>(widget))
+            return zeile->text();
+        return dynamic_cast<QLabel *>(widget)->text();
+    }
+
+    bool Neu() { return Steuerung("LabelNeu")->isVisible(); }
+
+    QAction *Eintrag(const char *name)
+    {
+        auto *eintrag = fenster->findChild<QAction *>(QString::fromUtf8(name));
+        if (!eintrag)
+            qFatal("no entry %s", name);
+        return eintrag;
+    }
+
+    // Chooses a menu entry with the mouse.
+    void Menue(const char *menue, const char *name)
+    {
+        auto *liste = fenster->findChild<QMenu *>(QString::fromUtf8(menue));
+        QAction *eintrag = Eintrag(name);
+        QVERIFY2(eintrag->isEnabled(), name);
+        liste->popup(fenster->mapToGlobal(QPoint(20, 40)));
+        QTest::mouseClick(liste, Qt::LeftButton, {}, liste->actionGeometry(eintrag).center());
+    }
+
+    void Klick(const char *name, Qt::MouseButton knopf = Qt::LeftButton)
+    {
+        QTest::mouseClick(Steuerung(name), knopf);
+    }
+
+    void Taste(int taste, Qt::KeyboardModifiers umschalter = Qt::NoModifier)
+    {
+        QTest::keyClick(fenster->focusWidget(), static_cast<Qt::Key>(taste), umschalter);
+    }
+
+    void Tippen(const char *name, const QString &text)
+    {
+        QWidget *widget = Steuerung(name);
+        widget->setFocus();
+        QTest::keyClicks(widget, text);
+    }
+
+    // Replaces the whole text of a box by typing.
+    void Ersetzen(const char *name, const QString &text)
+    {
+        QWidget *widget = Steuerung(name);
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(widget, Qt::Key_Delete);
+        QTest::keyClicks(widget, text);
+    }
+
+    void Auswaehlen(const char *name, int von, int bis)
+    {
+        RichTextBox *box = Box(name);
+        box->setFocus();
+        QTextCursor cursor(box->document());
+        cursor.setPosition(von);
+        cursor.setPosition(bis, QTextCursor::KeepAnchor);
+        box->setTextCursor(cursor);
+    }
+
+    // Does this in the modal dialog of that name as soon as it is open.
+    void ImDialog(const QString &name, std::function<void(QWidget &dialog)> tun)
+    {
+        auto *uhr = new QTimer(fenster.get());
+        QObject::connect(uhr, &QTimer::timeout, uhr, [this, uhr, name, tun = std::move(tun)] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            if (!dialog || dialog->objectName() != name)
+                return;
+            uhr->stop();
+            uhr->deleteLater();
+            tun(*dialog);
+            ++dialogeBenutzt;
+        });
+        uhr->start(5);
+    }
+
+    QStringList Meldungstexte()
+    {
+        QStringList texte = kartei.messages.Texte();
+        kartei.messages.gezeigt.clear();
+        return texte;
+    }
+
+    TestKartei kartei;
+    QTemporaryDir programm;
+    AppConfig konfig;
+    TestDialoge dialoge;
+    SearchHit suche;
+    QStringList gespielt; // sound files, "" for silence
+    std::function<std::unique_ptr<QPrinter>()> drucker;
+    int geschlossen = 0;
+    int dialogeBenutzt = 0;
+    std::unique_ptr<PFÄndern> fenster;
+};
+
+inline QList<CardRecord> DreiKarten()
+{
+    return {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 2, 1)};
+}

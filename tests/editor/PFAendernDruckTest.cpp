@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "EditorBuehne.h"
+#include "Farben.h"
+
+#include <QImage>
+#include <QPrinter>
+#include <QProcess>
+#include <QTest>
+
+namespace {
+
+// Prints into a file and reads it back with the tools of another house.
+struct Druckbuehne : EditorBuehne
+{
+    explicit Druckbuehne(const QList<CardRecord> &cards) : EditorBuehne(cards)
+    {
+        drucker = [this] {
+            auto pdf = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            pdf->setOutputFormat(QPrinter::PdfFormat);
+            pdf->setOutputFileName(pfad);
+            return pdf;
+        };
+    }
+
+    void Drucken() { Menue("MExtras", "MDrucken"); }
+
+    QString Gedruckt() const
+    {
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pfad, QStringLiteral("-")});
+        if (!text.waitForFinished() || text.exitCode() != 0)
+            return QStringLiteral("pdftotext failed: ") + text.errorString();
+        return QString::fromUtf8(text.readAllStandardOutput());
+    }
+
+    // The first page, 96 pixels an inch, the white around it cut off.
+    QImage Seite() const
+    {
+        const QString bild = kartei.directory.filePath(QStringLiteral("seite"));
+        QProcess seite;
+        seite.start(QStringLiteral("pdftoppm"),
+                    {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("96"),
+                     QStringLiteral("-singlefile"), pfad, bild});
+        seite.waitForFinished();
+        return QImage(bild + QStringLiteral(".png"));
+    }
+
+    QString pfad = kartei.directory.filePath(QStringLiteral("druck.pdf"));
+};
+
+const QStringList NichtGedruckt{
+    QStringLiteral("CZZurück"), QStringLiteral("CVVor"), QStringLiteral("CZurück"), QStringLiteral("CVor"),
+    QStringLiteral("Cadd"),     QStringLiteral("Cback"), QStringLiteral("Frame2"),  QStringLiteral("CEOF")};
+
+QPalette Dunkel()
+{
+    QPalette palette(QColor(50, 50, 50), QColor(40, 40, 40));
+    palette.setColor(QPalette::WindowText, Qt::white);
+    palette.setColor(QPalette::Base, QColor(20, 20, 20));
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::ButtonText, Qt::white);
+    return palette;
+}
+
+} // namespace
+
+class PFAendernDruckTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void PrintHoldsTheCardWithoutTheNavigation()
+    {
+        CardRecord card = MakeCard(17, 3, 1);
+        card.Frage = QStringLiteral("Was ist ein Kranich?");
+        card.Antwort_1 = QStringLiteral("Ein Schreitvogel");
+        card.Antwort_2 = QStringLiteral("Unsichtbares");
+        card.Picture_9_Name = QStringLiteral("Vogelkunde");
+        Druckbuehne b({card});
+        b.Zeigen();
+        b.Drucken();
+        QVERIFY(b.Meldungstexte().isEmpty());
+        const QString text = b.Gedruckt();
+        for (const char *da :
+             {"Was ist ein Kranich?", "Ein Schreitvogel", "Vogelkunde", "17", "Fach:", "3", "Frage:"})
+            QVERIFY2(text.contains(QString::fromUtf8(da)), qPrintable(text));
+        for (const char *fort :
+             {"Unsichtbares", "richtig", "Ankreuzen", "Text/Zahl", "hinzuf", "Zur", ">>", "<", "Neue Karte"})
+            QVERIFY2(!text.contains(QString::fromUtf8(fort)), fort);
+    }
+
+    void TickCardIsPrintedWithAllAnswersAndTicks()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Antworttyp = 2;
+        card.Antwort_1 = QStringLiteral("Amsel");
+        card.Antwort_2 = QStringLiteral("Drossel");
+        card.Antwort_3 = QStringLiteral("Fink");
+        card.Antwort_4 = QStringLiteral("Star");
+        card.Antwort_5 = QStringLiteral("Meise");
+        Druckbuehne b({card});
+        b.Zeigen();
+        b.Drucken();
+        const QString text = b.Gedruckt();
+        for (const char *da : {"Amsel", "Drossel", "Fink", "Star", "Meise"})
+            QVERIFY2(text.contains(QString::fromUtf8(da)), da);
+        QCOMPARE(text.count(QStringLiteral("richtig")), 5);
+    }
+
+    void NewCardIsPrintedAsItStands()
+    {
+        Druckbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Tippen("MFrage", QStringLiteral("halb fertig"));
+        b.Drucken();
+        const QString text = b.Gedruckt();
+        QVERIFY(text.contains(QStringLiteral("Neue Karte")));
+        QVERIFY(text.contains(QStringLiteral("halb fertig")));
+        QVERIFY(b.Neu());
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("halb fertig"));
+        QCOMPARE(b.kartei.store.HighestCardNumber, qint16(3));
+    }
+
+    void PictureIsOnThePrintAndTheGroundIsWhiteInADarkDesktopToo()
+    {
+        const QPalette vorher = QApplication::palette();
+        QApplication::setPalette(Dunkel());
+        {
+            CardRecord card = MakeCard(1, 0, 1);
+            card.Picture_1_Name = QStringLiteral("b.bmp");
+            card.Pictureleft = 6000;
+            card.PictureTop = 1500;
+            card.Picturewidth = card.Pictureheight = 3000;
+            Druckbuehne b({card});
+            QImage bild(200, 200, QImage::Format_RGB32);
+            bild.fill(Qt::magenta);
+            QVERIFY(bild.save(b.kartei.directory.filePath(QStringLiteral("b.bmp"))));
+            QDir::setCurrent(b.kartei.directory.path());
+            b.Zeigen();
+            b.Drucken();
+            const QImage seite = b.Seite();
+            QDir::setCurrent(QDir::tempPath());
+            QVERIFY(!seite.isNull());
+            qint64 magenta = 0;
+            qint64 weiss = 0;
+            for (int y = 0; y < seite.height(); ++y) {
+                for (int x = 0; x < seite.width(); ++x) {
+                    const QColor farbe = seite.pixelColor(x, y);
+                    magenta += farbe.red() > 200 && farbe.blue() > 200 && farbe.green() < 60;
+                    weiss += farbe.lightness() > 250;
+                }
+            }
+            const qint64 alle = qint64(seite.width()) * seite.height();
+            QVERIFY2(magenta > alle / 100, qPrintable(QString::number(magenta)));
+            QVERIFY2(weiss > alle * 8 / 10, qPrintable(QString::number(weiss)));
+        }
+        QApplication::setPalette(vorher);
+    }
+
+    void AfterwardsAllIsBackOnALightGreyGround_data()
+    {
+        QTest::addColumn<bool>("dunkel");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+    void AfterwardsAllIsBackOnALightGreyGround()
+    {
+        QFETCH(bool, dunkel);
+        const QPalette vorher = QApplication::palette();
+        if (dunkel)
+            QApplication::setPalette(Dunkel());
+        {
+            Druckbuehne b(DreiKarten());
+            b.Zeigen();
+            const QColor textgrund = b.Steuerung("MFrage")->palette().color(QPalette::Base);
+            b.Steuerung("Antwort(0)")->setFocus();
+            b.Drucken();
+            for (const QString &name : NichtGedruckt)
+                QVERIFY2(b.Steuerung(name.toUtf8().constData())->isVisible(), qPrintable(name));
+            const QPalette palette = b.Steuerung("Formular")->palette();
+            QCOMPARE(palette.color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+            for (const QLabel *label : b.Steuerung("Formular")->findChildren<QLabel *>()) {
+                if (label->isVisible())
+                    QVERIFY2(Farben::Kontrast(label->palette().color(QPalette::WindowText),
+                                              label->palette().color(QPalette::Window)) >= 4.5,
+                             qPrintable(label->objectName() + label->text()));
+            }
+            // The boxes are the desktop's again, and the keyboard is where it was.
+            QCOMPARE(b.Steuerung("MFrage")->palette().color(QPalette::Base), textgrund);
+            QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
+            QVERIFY(!b.kartei.messages.sanduhr);
+            // Printing is no change.
+            QVERIFY(b.fenster->close());
+            QCOMPARE(b.kartei.Stored()[0], MakeCard(1, 0, 1));
+        }
+        QApplication::setPalette(vorher);
+    }
+
+    void WithoutAPrinterThatIsSaidAndAllIsBack()
+    {
+        Druckbuehne b(DreiKarten());
+        b.drucker = nullptr;
+        b.Zeigen();
+        b.Drucken();
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(QStringLiteral("Fehler beim Drucken: Es ist kein Drucker eingerichtet.")));
+        for (const QString &name : NichtGedruckt)
+            QVERIFY(b.Steuerung(name.toUtf8().constData())->isVisible());
+        QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+    }
+
+    void PrinterThatFailsIsSaidAndAllIsBack()
+    {
+        Druckbuehne b(DreiKarten());
+        b.pfad = QStringLiteral("/nirgends/druck.pdf");
+        b.Zeigen();
+        b.Drucken();
+        QCOMPARE(b.Meldungstexte().size(), 1);
+        QVERIFY(!b.kartei.messages.sanduhr);
+        QVERIFY(b.Steuerung("CVor")->isVisible());
+    }
+};
+
+QTEST_MAIN(PFAendernDruckTest)
+#include "PFAendernDruckTest.moc"

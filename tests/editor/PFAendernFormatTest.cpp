@@ -1,0 +1,417 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CharFormat.h"
+#include "EditorBuehne.h"
+#include "RichText.h"
+
+#include <QClipboard>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+
+namespace {
+
+// A card whose question is "aaa bbb ccc", the middle word italic.
+CardRecord Gemischt()
+{
+    CardRecord card = MakeCard(1, 0, 1);
+    card.Frage = QStringLiteral(R"({\rtf1{\fonttbl{\f0 Liberation Serif;}}\f0\fs24 aaa \i bbb\i0  ccc\par})");
+    card.Frage_Klartext = QStringLiteral("aaa bbb ccc");
+    return card;
+}
+
+QTextCharFormat FormatBei(EditorBuehne &b, int stelle, const char *box = "MFrage")
+{
+    QTextCursor cursor(b.Box(box)->document());
+    cursor.setPosition(stelle + 1);
+    return cursor.charFormat();
+}
+
+bool Fett(EditorBuehne &b, int stelle)
+{
+    return FormatBei(b, stelle).fontWeight() >= QFont::DemiBold;
+}
+
+QString Gespeichert(EditorBuehne &b)
+{
+    b.Klick("CVor");
+    return b.kartei.Stored()[0].Frage;
+}
+
+} // namespace
+
+class PFAendernFormatTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void MenuIsEnabledWhileATextBoxHasTheFocus_data()
+    {
+        QTest::addColumn<QString>("feld");
+        QTest::addColumn<bool>("an");
+        for (const char *feld : {"MFrage", "Antwort(0)", "Antwort(4)"})
+            QTest::newRow(feld) << QString::fromUtf8(feld) << true;
+        for (const char *feld : {"MaskThema", "MaskFrageNr", "Antwort_K", "Check1(2)", "Cadd"})
+            QTest::newRow(feld) << QString::fromUtf8(feld) << false;
+    }
+
+    void MenuIsEnabledWhileATextBoxHasTheFocus()
+    {
+        QFETCH(QString, feld);
+        QFETCH(bool, an);
+        CardRecord card = Gemischt();
+        card.Antworttyp = 2;
+        EditorBuehne b({card});
+        b.Zeigen();
+        b.Steuerung(an ? "Cadd" : "MFrage")->setFocus();
+        b.Steuerung(qPrintable(feld))->setFocus();
+        QCOMPARE(b.Eintrag("MFont")->isEnabled(), an);
+        QCOMPARE(b.Eintrag("MFontFett")->isEnabled(), an);
+        QCOMPARE(b.Eintrag("MSchriftart")->isEnabled(), an);
+    }
+
+    void OpeningTheMenuDoesNotDisableIt()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Menue("MFont", "MFontFett");
+        QVERIFY(Fett(b, 0));
+        QVERIFY(!Fett(b, 4));
+        // By the keyboard, through the menu bar.
+        b.Steuerung("MFrage")->setFocus();
+        b.Taste(Qt::Key_O, Qt::AltModifier);
+        auto *liste = b.fenster->findChild<QMenu *>(QStringLiteral("MFont"));
+        QTRY_VERIFY(liste->isVisible());
+        QTest::keyClick(liste, Qt::Key_F);
+        QTRY_VERIFY(!Fett(b, 0));
+    }
+
+    void KeysOfTheMenuHoldAgainstTheTextBox_data()
+    {
+        QTest::addColumn<int>("taste");
+        QTest::newRow("Ctrl+F") << int(Qt::Key_F);
+        QTest::newRow("Ctrl+K") << int(Qt::Key_K);
+        QTest::newRow("Ctrl+U") << int(Qt::Key_U);
+        QTest::newRow("Ctrl+H") << int(Qt::Key_H);
+        QTest::newRow("Ctrl+N") << int(Qt::Key_N);
+        QTest::newRow("Ctrl+T") << int(Qt::Key_T);
+    }
+
+    void KeysOfTheMenuHoldAgainstTheTextBox()
+    {
+        QFETCH(int, taste);
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Taste(taste, Qt::ControlModifier);
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa bbb ccc"));
+        const QTextCharFormat format = FormatBei(b, 0);
+        const bool klein = taste == Qt::Key_H || taste == Qt::Key_T;
+        QCOMPARE(format.fontWeight() >= QFont::DemiBold, taste == Qt::Key_F || klein);
+        QCOMPARE(format.fontItalic(), taste == Qt::Key_K);
+        QCOMPARE(format.fontUnderline(), taste == Qt::Key_U);
+        QCOMPARE(CharOffset(format), taste == Qt::Key_H ? 50 : taste == Qt::Key_T ? -20 : 0);
+        QVERIFY(!FormatBei(b, 9).fontItalic());
+    }
+
+    void LineBoxKeepsItsOwnKeys()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Steuerung("MaskThema")->setFocus();
+        b.Taste(Qt::Key_Home);
+        b.Taste(Qt::Key_K, Qt::ControlModifier);
+        QVERIFY(!FormatBei(b, 0).fontItalic());
+    }
+
+    void TogglesChangeAUniformSelectionAndSetAMixedOne()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Taste(Qt::Key_U, Qt::ControlModifier);
+        QVERIFY(Fett(b, 0) && FormatBei(b, 0).fontUnderline());
+        b.Auswaehlen("MFrage", 0, 7); // mixed: all of it gets the attribute
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Taste(Qt::Key_U, Qt::ControlModifier);
+        QVERIFY(Fett(b, 0) && Fett(b, 5) && FormatBei(b, 5).fontUnderline());
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Taste(Qt::Key_U, Qt::ControlModifier);
+        QVERIFY(!Fett(b, 0) && !Fett(b, 5) && !FormatBei(b, 5).fontUnderline());
+        QVERIFY(!Fett(b, 9));
+    }
+
+    void ItalicOnAMixedSelectionMakesItBoldAndLeavesItalicAsItWas()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 11);
+        b.Taste(Qt::Key_K, Qt::ControlModifier);
+        QVERIFY(Fett(b, 0) && Fett(b, 5) && Fett(b, 9));
+        QVERIFY(!FormatBei(b, 0).fontItalic() && FormatBei(b, 5).fontItalic() &&
+                !FormatBei(b, 9).fontItalic());
+        b.Auswaehlen("MFrage", 4, 7);
+        b.Taste(Qt::Key_K, Qt::ControlModifier);
+        QVERIFY(!FormatBei(b, 5).fontItalic());
+    }
+
+    void RaisedThenNormalStaysSmallAndBoldOnTheBaseLine()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Taste(Qt::Key_H, Qt::ControlModifier);
+        QCOMPARE(CharOffset(FormatBei(b, 0)), 50);
+        b.Taste(Qt::Key_N, Qt::ControlModifier);
+        const QTextCharFormat format = FormatBei(b, 0);
+        QCOMPARE(CharOffset(format), 0);
+        QCOMPARE(format.baselineOffset(), 0.0);
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Small Fonts")));
+        QCOMPARE(format.fontPointSize(), 7.0);
+        QVERIFY(Fett(b, 0));
+    }
+
+    void RaisedAndLoweredTextIsStoredInHalfPoints()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Menue("MFont", "MFonthoch");
+        b.Auswaehlen("MFrage", 8, 11);
+        b.Menue("MFont", "MFontTief");
+        const QString rtf = Gespeichert(b);
+        QVERIFY(rtf.contains(QStringLiteral("\\up5")));
+        QVERIFY(rtf.contains(QStringLiteral("\\dn2")));
+        QVERIFY(rtf.contains(QStringLiteral("Small Fonts")));
+        QTextDocument document;
+        SetRichText(document, rtf);
+        QTextCursor cursor(&document);
+        cursor.setPosition(1);
+        QCOMPARE(CharOffset(cursor.charFormat()), 50);
+        cursor.setPosition(11);
+        QCOMPARE(CharOffset(cursor.charFormat()), -20);
+    }
+
+    void TogglesOnAnEmptySelectionChangeWhatIsTyped()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 3, 3);
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("XY"));
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Taste(Qt::Key_K, Qt::ControlModifier);
+        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("Z"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaaXYZ bbb ccc"));
+        QVERIFY(!Fett(b, 2) && Fett(b, 3) && Fett(b, 4) && !Fett(b, 5));
+        QVERIFY(FormatBei(b, 5).fontItalic() && !FormatBei(b, 4).fontItalic());
+    }
+
+    void CommandsActOnTheBoxWithTheFocus()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Auswaehlen("Antwort(0)", 0, 3);
+        b.Menue("MFont", "MFontFett");
+        QVERIFY(!Fett(b, 0));
+        QVERIFY(FormatBei(b, 0, "Antwort(0)").fontWeight() >= QFont::DemiBold);
+    }
+
+    void FormattingIsAChangeAndCanBeUndone()
+    {
+        EditorBuehne b({Gemischt(), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.Taste(Qt::Key_H, Qt::ControlModifier);
+        b.Taste(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(CharOffset(FormatBei(b, 0)), 0);
+        QVERIFY(!Fett(b, 0));
+        b.Taste(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(CharOffset(FormatBei(b, 0)), 50);
+        QVERIFY(Fett(b, 0));
+        QVERIFY(Gespeichert(b).contains(QStringLiteral("\\up5")));
+    }
+
+    void FontDialogWantsASelection()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 3, 3);
+        b.Menue("MFont", "MSchriftart");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Bitte erst Text Auswählen")));
+        QVERIFY(!b.dialoge.schriftVorgabe);
+    }
+
+    void FontDialogStartsFromTheSelectionAndSetsAllOfIt()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        QFont font(QStringLiteral("Liberation Mono"), 18);
+        font.setBold(true);
+        font.setStrikeOut(true);
+        font.setUnderline(true);
+        b.dialoge.schrift = Schriftwahl{font, QColor(Qt::red)};
+        b.Auswaehlen("MFrage", 4, 7);
+        b.Menue("MFont", "MSchriftart");
+        const Schriftwahl vorgabe = b.dialoge.schriftVorgabe.value();
+        QCOMPARE(vorgabe.font.family(), QStringLiteral("Liberation Serif"));
+        QCOMPARE(vorgabe.font.pointSizeF(), 12.0);
+        QVERIFY(vorgabe.font.italic() && !vorgabe.font.bold());
+        const QTextCharFormat format = FormatBei(b, 5);
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Liberation Mono")));
+        QCOMPARE(format.fontPointSize(), 18.0);
+        QVERIFY(Fett(b, 5) && !format.fontItalic() && format.fontStrikeOut() && format.fontUnderline());
+        QCOMPARE(format.foreground().color(), QColor(Qt::red));
+        QVERIFY(!Fett(b, 1));
+        QVERIFY(Gespeichert(b).contains(QStringLiteral("\\red255")));
+    }
+
+    void FontDialogPresetsOnlyWhatTheWholeSelectionShares()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 7);
+        b.Taste(Qt::Key_U, Qt::ControlModifier);
+        b.Menue("MFont", "MSchriftart"); // is cancelled
+        const Schriftwahl vorgabe = b.dialoge.schriftVorgabe.value();
+        QVERIFY(!vorgabe.font.italic()); // mixed
+        QVERIFY(vorgabe.font.underline());
+        QVERIFY(FormatBei(b, 5).fontItalic() && !FormatBei(b, 0).fontItalic());
+    }
+
+    // --- The clipboard
+
+    void OwnBoxesKeepEverything()
+    {
+        CardRecord card = Gemischt();
+        card.Frage = QStringLiteral(
+            R"({\rtf1{\fonttbl{\f0 Liberation Serif;}}{\colortbl;\red200\green0\blue0;}\qc\li300\f0)"
+            R"(\fs36\cf1\b Ein\up5 hoch\up0\ul unter\strike durch\par\pard\plain\i zwei\~drei\par})");
+        EditorBuehne b({card});
+        b.Zeigen();
+        b.Steuerung("MFrage")->setFocus();
+        b.Taste(Qt::Key_A, Qt::ControlModifier);
+        b.Taste(Qt::Key_C, Qt::ControlModifier);
+        b.Steuerung("Antwort(0)")->setFocus();
+        b.Taste(Qt::Key_A, Qt::ControlModifier);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(ToRtf(*b.Box("Antwort(0)")->document()), ToRtf(*b.Box("MFrage")->document()));
+        // Other programs get plain text as they expect it, with the no-break space.
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Einhochunterdurch\nzwei\u00A0drei"));
+        QVERIFY(QApplication::clipboard()->mimeData()->hasHtml());
+        QVERIFY(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/rtf")).startsWith("{\\rtf"));
+    }
+
+    void PartOfALineIsPastedIntoTheLine()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 4, 7);
+        b.Taste(Qt::Key_C, Qt::ControlModifier);
+        b.Auswaehlen("Antwort(0)", 3, 3);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antbbbwort 1"));
+        QVERIFY(FormatBei(b, 4, "Antwort(0)").fontItalic());
+        QVERIFY(!FormatBei(b, 0, "Antwort(0)").fontItalic());
+    }
+
+    void PasteFromABrowserKeepsTextAndDropsTablesAndPictures()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        auto *mime = new QMimeData;
+        mime->setHtml(QStringLiteral(
+            "<html><head><link rel='stylesheet' href='file:///etc/passwd'></head><body><p>Ein <b>fettes</b> "
+            "<span "
+            "style='color:#00aa00'>Wort</span><img src='file:///etc/hostname'><img "
+            "src='http://127.0.0.1:9/x.png'></p>"
+            "<table border='1'><tr><td>links</td><td style='background:#ff0'>rechts</td></tr></table>"
+            "<ul><li>Punkt</li></ul></body></html>"));
+        mime->setText(QStringLiteral("nur Text"));
+        QApplication::clipboard()->setMimeData(mime);
+        b.Steuerung("MFrage")->setFocus();
+        b.Taste(Qt::Key_A, Qt::ControlModifier);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        // The table's texts are lines of their own.
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Ein fettes Wort\r\nlinks\r\nrechts\r\n\r\nPunkt"));
+        QVERIFY(Fett(b, 5));
+        QCOMPARE(FormatBei(b, 12).foreground().color(), QColor(0, 0xAA, 0));
+        const QTextDocument *dokument = b.Box("MFrage")->document();
+        QVERIFY(!dokument->toRawText().contains(QChar::ObjectReplacementCharacter));
+        QVERIFY(dokument->rootFrame()->childFrames().isEmpty());
+        for (QTextBlock block = dokument->begin(); block.isValid(); block = block.next()) {
+            QVERIFY(!block.textList());
+            for (auto teil = block.begin(); !teil.atEnd(); ++teil)
+                QVERIFY(!teil.fragment().charFormat().hasProperty(QTextFormat::BackgroundBrush));
+        }
+        // Reading it back gives the same: nothing is there that could not be stored.
+        const QString rtf = ToRtf(*dokument);
+        QTextDocument gelesen;
+        SetRichText(gelesen, rtf);
+        QCOMPARE(gelesen.toPlainText(), dokument->toPlainText());
+    }
+
+    void PasteFromAWordProcessorTakesItsRtf()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        auto *mime = new QMimeData;
+        mime->setData(QStringLiteral("text/rtf"), "{\\rtf1\\ansi gr\\'fc\\b n\\b0\\par}");
+        mime->setHtml(QStringLiteral("<i>falsch</i>"));
+        QApplication::clipboard()->setMimeData(mime);
+        b.Steuerung("MFrage")->setFocus();
+        b.Taste(Qt::Key_A, Qt::ControlModifier);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("grün"));
+        QVERIFY(Fett(b, 3) && !Fett(b, 0));
+    }
+
+    void PlainTextTakesTheFormatAtTheCaret()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        QApplication::clipboard()->setText(QStringLiteral("<b>neu</b>"));
+        b.Auswaehlen("MFrage", 5, 5);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa b<b>neu</b>bb ccc"));
+        QVERIFY(FormatBei(b, 8).fontItalic());
+    }
+
+    void PastedPictureAndNonsenseAreNotTaken()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        QApplication::clipboard()->setImage(QImage(10, 10, QImage::Format_RGB32));
+        b.Steuerung("MFrage")->setFocus();
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa bbb ccc"));
+        auto *mime = new QMimeData;
+        mime->setData(QStringLiteral("text/rtf"), "no rtf at all");
+        mime->setText(QStringLiteral("Text"));
+        QApplication::clipboard()->setMimeData(mime);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Textaaa bbb ccc"));
+    }
+
+    void PastingCanBeUndoneInOneStep()
+    {
+        EditorBuehne b({Gemischt()});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 11);
+        b.Taste(Qt::Key_C, Qt::ControlModifier);
+        b.Auswaehlen("Antwort(0)", 0, 3);
+        b.Taste(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("aaa bbb cccwort 1"));
+        b.Taste(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antwort 1"));
+    }
+};
+
+QTEST_MAIN(PFAendernFormatTest)
+#include "PFAendernFormatTest.moc"

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "EditorBuehne.h"
+
+#include <QTest>
+
+namespace {
+
+CardRecord Karte(int nummer, const QString &frage, const QString &antwort, const QString &thema)
+{
+    CardRecord card = MakeCard(nummer, 0, nummer);
+    card.Frage = card.Frage_Klartext = frage;
+    card.Antwort_1 = card.Antwort_1_Klartext = antwort;
+    card.Picture_9_Name = thema;
+    return card;
+}
+
+struct Suchbuehne : EditorBuehne
+{
+    using EditorBuehne::EditorBuehne;
+
+    // Opens the dialog by its key, types the term and presses Enter.
+    void Suche(const QString &begriff)
+    {
+        const int vorher = dialogeBenutzt;
+        ImDialog(QStringLiteral("Suchen"), [begriff](QWidget &dialog) {
+            auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
+            QTest::keyClicks(text, begriff); // replaces the last term, which is selected
+            QTest::keyClick(text, Qt::Key_Return);
+        });
+        Taste(Qt::Key_F3);
+        QTRY_COMPARE(dialogeBenutzt, vorher + 1);
+        // What a desktop does when a dialog closes.
+        fenster->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
+    }
+};
+
+} // namespace
+
+class PFAendernSucheTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void HitIsShownWithTheCaretOnIt()
+    {
+        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, QStringLiteral("Wie heißt der Fluß?"),
+                                               QStringLiteral("Die ELBE"), QStringLiteral("Erdkunde"))});
+        b.Zeigen();
+        b.Suche(QStringLiteral("fluß"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QCOMPARE(b.Box("MFrage")->textCursor().position(), 14);
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("Fluß"));
+        b.Suche(QStringLiteral("elbe"));
+        QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
+        QCOMPARE(b.Box("Antwort(0)")->textCursor().position(), 4);
+        QVERIFY(b.Meldungstexte().isEmpty());
+    }
+
+    void HitInTheTopicIsMarkedThere()
+    {
+        Suchbuehne b({MakeCard(1, 0, 1),
+                      Karte(2, QStringLiteral("f"), QStringLiteral("a"), QStringLiteral("die Erdkunde"))});
+        b.Zeigen();
+        b.Suche(QStringLiteral("ERD"));
+        auto *thema = b.Finde<QLineEdit>("MaskThema");
+        QVERIFY(thema->hasFocus());
+        QCOMPARE(thema->selectedText(), QStringLiteral("Erd"));
+        QCOMPARE(thema->cursorPosition(), 4);
+    }
+
+    void HitBehindLineBreaksIsFoundInItsPlace()
+    {
+        CardRecord card = MakeCard(2, 0, 2);
+        card.Antworttyp = 2;
+        card.Antwort_4 = QStringLiteral(R"({\rtf1 eins\par zwei\line drei Nadel\par})");
+        card.Antwort_4_Klartext = QStringLiteral("eins\r\nzwei\r\ndrei Nadel");
+        Suchbuehne b({MakeCard(1, 0, 1), card});
+        b.Zeigen();
+        b.Suche(QStringLiteral("nadel"));
+        QVERIFY(b.Steuerung("Antwort(3)")->hasFocus());
+        QCOMPARE(b.Box("Antwort(3)")->textCursor().selectedText(), QStringLiteral("Nadel"));
+        QCOMPARE(b.Box("Antwort(3)")->textCursor().position(), 15);
+    }
+
+    void TermNotFoundIsSaidAndTheCardStays()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CVor");
+        b.Suche(QStringLiteral("Kranich"));
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Kranich leider nicht gefunden")));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.suche.feld, qint16(0));
+    }
+
+    void SearchFromTheBlankCardBehindTheLastBeginsWithTheFirst()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Suche(QStringLiteral("Frage"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+    }
+
+    void SearchWrapsFromTheLastCardToTheFirst()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Klick("CZurück");
+        b.Suche(QStringLiteral("Frage 1"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+    }
+
+    void RepeatedSearchGoesOnToTheNextHit()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Suche(QStringLiteral("frage"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        b.Suche(QStringLiteral("frage"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        b.Suche(QStringLiteral("frage"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+    }
+
+    void DialogKeepsItsTermForTheProgramsRun()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Suchen"));
+            QTest::keyClicks(dialog.findChild<QWidget *>(QStringLiteral("suchtext")), QStringLiteral("Rest"));
+            QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("CAbbruch")), Qt::LeftButton);
+        });
+        b.Menue("MExtras", "MSuchen");
+        QCOMPARE(b.suche.letzterBegriff, QStringLiteral("Rest"));
+        b.Klick("Cback");
+        b.Zeigen();
+        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
+            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(QStringLiteral("suchtext")));
+            QCOMPARE(text->text(), QStringLiteral("Rest"));
+            // An empty term searches nothing, and the dialog stays.
+            text->clear();
+            QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("COK")), Qt::LeftButton);
+            QVERIFY(dialog.isVisible());
+            QTest::keyClick(text, Qt::Key_Escape);
+        });
+        b.Menue("MExtras", "MSuchen");
+        QCOMPARE(b.dialogeBenutzt, 2);
+        QVERIFY(b.Meldungstexte().isEmpty());
+        QCOMPARE(b.suche.letzterBegriff, QString());
+    }
+
+    void EmptyFileIsSaid()
+    {
+        Suchbuehne b(QList<CardRecord>{});
+        b.Zeigen();
+        b.ImDialog(QStringLiteral("Suchen"), [&b](QWidget &dialog) {
+            auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
+            QTest::keyClicks(text, QStringLiteral("x"));
+            QTest::keyClick(text, Qt::Key_Enter);
+            QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Diese Datei ist leer")));
+            dialog.close();
+        });
+        b.Menue("MExtras", "MSuchen");
+        QVERIFY(b.Neu());
+    }
+
+    void ChangedCardIsStoredBeforeTheSearch()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Ersetzen("MFrage", QStringLiteral("ganz neu"));
+        b.Suche(QStringLiteral("ganz neu"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("ganz neu"));
+    }
+
+    void CardThatMayNotBeStoredKeepsTheSearchAway()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Ersetzen("MFrage", {});
+        b.Taste(Qt::Key_F3);
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+};
+
+QTEST_MAIN(PFAendernSucheTest)
+#include "PFAendernSucheTest.moc"
