@@ -118,14 +118,15 @@ void Kasten::ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach,
     const QString anzahl = QString::number(fach.Anzahl);
     maler.setPen(KastenFarben::Papier);
     QRect zeile = platz;
-    const QFont gross = Passend(Schrift(Gross, true), anzahl, platz.width());
+    const int breite = platz.width() - 6; // numbers of neighbours must not read as one
+    const QFont gross = Passend(Schrift(Gross, true), anzahl, breite);
     maler.setFont(gross);
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, anzahl);
     if (!mitKapazitaet)
         return;
     zeile.setTop(zeile.top() + QFontMetrics(Schrift(Gross, true)).height());
     const QString kapazitaet = QStringLiteral("/ %1").arg(fach.Kapazitaet);
-    maler.setFont(Passend(Schrift(Klein), kapazitaet, platz.width()));
+    maler.setFont(Passend(Schrift(Klein), kapazitaet, breite));
     maler.setPen(KastenFarben::PapierSchatten);
     maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
 }

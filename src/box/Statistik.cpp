@@ -159,11 +159,13 @@ QLayout *Statistik::FragenBauen(const StatistikWerte &werte)
 {
     auto *fragen = new QHBoxLayout;
     fragen->addWidget(Beschriftung(QStringLiteral("Beantwortete Fragen:"), true));
+    fragen->setSpacing(fontMetrics().height() / 4);
     const auto zahl = [&](const QString &name, int anzahl) {
         fragen->addSpacing(fontMetrics().height());
         fragen->addWidget(Beschriftung(name));
-        fragen->setSpacing(0);
-        fragen->addWidget(Zahl(name, name, QString::number(anzahl)));
+        QLineEdit *feld = Zahl(name, name, QString::number(anzahl));
+        feld->setAlignment(Qt::AlignLeft); // beside its name
+        fragen->addWidget(feld);
     };
     zahl(QStringLiteral("richtig"), werte.richtig);
     zahl(QStringLiteral("falsch"), werte.falsch);

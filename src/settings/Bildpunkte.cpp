@@ -24,12 +24,12 @@ void Bildpunkte::SetBild(int bild)
 QSize Bildpunkte::sizeHint() const
 {
     const int zeile = fontMetrics().height();
-    return {zeile * anzahl_ + zeile / 2, zeile * 3 / 2};
+    return {zeile * (anzahl_ * 5 / 4 + 1), zeile * 7 / 4};
 }
 
 QPointF Bildpunkte::Mitte(int bild) const
 {
-    const double rand = fontMetrics().height() / 4.0;
+    const double rand = fontMetrics().height() / 2.0;
     return {rand + (width() - 2 * rand) * (bild + 0.5) / anzahl_, height() / 2.0};
 }
 
@@ -41,7 +41,7 @@ void Bildpunkte::paintEvent(QPaintEvent *)
     maler.setPen(Qt::NoPen);
     maler.setBrush(palette().window());
     maler.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
-    const double radius = fontMetrics().height() * 0.2;
+    const double radius = fontMetrics().height() * 0.25;
     for (int bild = 0; bild < anzahl_; ++bild) {
         maler.setPen(QPen(palette().color(QPalette::WindowText), radius / 3));
         maler.setBrush(bild == bild_ ? palette().windowText() : QBrush(Qt::NoBrush));

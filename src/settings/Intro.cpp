@@ -68,8 +68,9 @@ void Intro::Aufbauen()
     // Where the pictures have their empty corners.
     auto *platz = new QGridLayout(this);
     platz->setContentsMargins(zeile, zeile, zeile, zeile);
-    platz->addWidget(punkte_, 0, 0, Qt::AlignLeft | Qt::AlignBottom);
-    platz->addWidget(Command1_, 0, 1, Qt::AlignRight | Qt::AlignBottom);
+    platz->setRowStretch(0, 1);
+    platz->addWidget(punkte_, 1, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    platz->addWidget(Command1_, 1, 1, Qt::AlignRight | Qt::AlignVCenter);
 
     const QSizeF gross = Masse * std::max(1.0, logicalDpiX() / 96.0);
     resize(gross.boundedTo(Masse.scaled(screen()->availableSize() * 0.8, Qt::KeepAspectRatio)).toSize());

@@ -202,6 +202,19 @@ private slots:
         QVERIFY(!b.Menue("MDat(3)")->isVisible());
     }
 
+    // It is an entry of the file, but there is nothing to open.
+    void AnEmptyLineOfTheListIsNotShown()
+    {
+        LBoxBuehne b;
+        b.KonfigSchreiben({"", "/x/zwei.pzb"}, "False");
+        b.Zeigen();
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QVERIFY(b.Menue("MStrich")->isVisible());
+        QVERIFY(!b.Menue("MDat(1)")->isVisible());
+        QCOMPARE(b.Menue("MDat(2)")->text(), QString("/x/zwei.pzb"));
+        QVERIFY(b.Menue("MDat(2)")->isVisible());
+    }
+
     void EndeClosesTheWindow()
     {
         LBoxBuehne b;

@@ -4,6 +4,7 @@
 #include "LBoxBuehne.h"
 
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTest>
 
 namespace {
@@ -31,6 +32,31 @@ protected:
 
 private:
     QWidget *wen_;
+};
+
+// Notes what a die shows whenever it is painted: "4 #00ff00".
+class Bildwache final : public QObject
+{
+public:
+    Bildwache(WuerfelBild *wuerfel, QStringList &gemalt) : wuerfel_(wuerfel), gemalt_(gemalt)
+    {
+        wuerfel->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            const QString bild = QString("%1 %2").arg(wuerfel_->Augen()).arg(wuerfel_->Grund().name());
+            if (gemalt_.isEmpty() || gemalt_.last() != bild)
+                gemalt_ << bild;
+        }
+        return false;
+    }
+
+private:
+    WuerfelBild *wuerfel_;
+    QStringList &gemalt_;
 };
 
 } // namespace
@@ -250,23 +276,7 @@ private slots:
         b.zufall.Wuerfe({1, 4});
         QStringList gesehen;
 
-        struct Maler final : QObject
-        {
-            Maler(WuerfelBild *w, QStringList &l) : wuerfel(w), liste(l) { w->installEventFilter(this); }
-
-            bool eventFilter(QObject *, QEvent *event) override
-            {
-                if (event->type() == QEvent::Paint) {
-                    const QString bild = QString("%1 %2").arg(wuerfel->Augen()).arg(wuerfel->Grund().name());
-                    if (liste.isEmpty() || liste.last() != bild)
-                        liste << bild;
-                }
-                return false;
-            }
-
-            WuerfelBild *wuerfel;
-            QStringList &liste;
-        } maler(b.Wuerfel(), gesehen);
+        const Bildwache wache(b.Wuerfel(), gesehen);
 
         b.NaechsteAntwort(true);
         b.Klick("PicWürfel");
@@ -274,6 +284,44 @@ private slots:
         QCOMPARE(gesehen.filter("#00ff00"), QStringList{"4 #00ff00"});
         QVERIFY(gesehen.contains("1 #ffffff"));
         QVERIFY(gesehen.contains("4 #ffffff"));
+    }
+
+    // Neither a rolling face nor a pause: only the outcome is drawn.
+    void WithoutAnimationARollTakesNoTime()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 0, 0, 1});
+        b.zufall.Wuerfe({1, 6, 4});
+        b.kartei.LoopsPerSecond = 1'000'000;
+        const qint64 vorher = b.uhr.readings;
+        QStringList gemalt;
+        const Bildwache wache(b.Wuerfel(), gemalt);
+        b.NaechsteAbfrage([&](QWidget *abfrage) {
+            [&] { QCOMPARE(b.uhr.readings, vorher); }();
+            abfrage->close();
+        });
+        b.Klick("PicWürfel");
+        QCOMPARE(b.gefragt, QStringList{"1"});
+        QCOMPARE(gemalt.filter(QRegularExpression("^[146] #ffffff")), QStringList());
+        QCOMPARE(gemalt.filter("#00ff00"), QStringList{"4 #00ff00"});
+    }
+
+    void EditOnTheDiesRoadOpensTheEditor()
+    {
+        LBoxBuehne b;
+        MakeCardFile(b.Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        int geoeffnet = 0;
+        LBoxFenster fenster;
+        fenster.MKarten = [&] { ++geoeffnet; };
+        b.Zeigen(b.Pfad("a.pzb"), std::move(fenster));
+        b.zufall.Wuerfe({6});
+        b.NaechsteAbfrage([](QWidget *abfrage) {
+            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
+        });
+        b.Klick("PicWürfel");
+        QCOMPARE(geoeffnet, 1);
+        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QCOMPARE(b.Anzahl(0), 1);
     }
 
     void ADieWithoutAcceptableCompartmentEndsRed()

@@ -366,6 +366,31 @@ private slots:
                  QString("Fach 1: 51 von 50 Karten, zu voll, vollstes Fach"));
     }
 
+    void LargeCountsOfNeighboursStandApart()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({});
+        b.kartei.FachInfo[1].Anzahl = 9000;
+        b.kartei.FachInfo[2].Anzahl = 8888;
+        b.fenster->BoxZeichnen();
+        const QImage bild = b.fenster->grab().toImage();
+        const auto platz = [&](const QString &name) {
+            const QWidget *fach = b.Finde<>(name);
+            return QRect(fach->mapTo(b.fenster.get(), QPoint()), fach->size());
+        };
+        const QRect eins = platz("Image0(1)"), zwei = platz("Image0(2)");
+        const auto hellstes = [&](int von, int bis) {
+            int hell = 0;
+            for (int x = von; x <= bis; ++x)
+                for (int y = eins.bottom() + 8; y < eins.bottom() + 50; ++y)
+                    hell = std::max(hell, qGray(bild.pixel(x, y)));
+            return hell;
+        };
+        const int grenze = (eins.right() + zwei.left()) / 2;
+        QVERIFY(hellstes(eins.left(), eins.right()) > 200);
+        QVERIFY(hellstes(grenze - 1, grenze + 1) < 150);
+    }
+
     void CompartmentsScaleWithTheWindow()
     {
         LBoxBuehne b;
