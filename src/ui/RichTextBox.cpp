@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RichTextBox.h"
 
+#include "CharFormat.h"
 #include "Farben.h"
 #include "RichText.h"
 #include "Zwischenablage.h"
@@ -32,10 +33,9 @@ protected:
         const QColor grund = box_.palette().color(QPalette::Base);
         for (auto teil = currentBlock().begin(); !teil.atEnd(); ++teil) {
             const QTextCharFormat format = teil.fragment().charFormat();
-            if (!format.hasProperty(QTextFormat::ForegroundBrush) ||
-                format.hasProperty(QTextFormat::BackgroundBrush))
+            const QColor farbe = TextColour(format);
+            if (!farbe.isValid() || format.hasProperty(QTextFormat::BackgroundBrush))
                 continue;
-            const QColor farbe = format.foreground().color();
             const QColor lesbar = Farben::Lesbar(farbe, grund);
             if (lesbar != farbe)
                 setFormat(teil.fragment().position() - currentBlock().position(), teil.fragment().length(),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CharFormat.h"
 #include "Farben.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
@@ -145,6 +146,22 @@ private slots:
 
         box.setPalette(QPalette());
         QCOMPARE(Gemalt(box), QColor());
+    }
+
+    // Black is the desktop's text colour, so it is white on a dark ground, not grey.
+    void BlackTextTakesTheColourOfTheDesktop()
+    {
+        RichTextBox box;
+        box.setPalette(Dunkel());
+        QTextCharFormat format;
+        SetTextColour(format, Qt::black);
+        box.setCurrentCharFormat(format);
+        QTest::keyClicks(&box, "schwarz");
+        QCOMPARE(Gemalt(box), QColor());
+        SetTextColour(format, QColor(0, 0, 128));
+        box.selectAll();
+        box.mergeCurrentCharFormat(format);
+        QVERIFY(Gemalt(box).isValid());
     }
 
     void ABoxIsAsHighAsItsTextUpToALimit()
