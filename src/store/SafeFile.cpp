@@ -6,13 +6,16 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QUuid>
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -175,6 +178,55 @@ void RewriteFile(const QString &target, const QByteArray &content)
         QFile::remove(temporary);
         throw;
     }
+}
+
+void CopyFile(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::copy_file(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(),
+                               error);
+    if (error)
+        ThrowFileError(error.value(), QFileInfo::exists(from) ? to : from);
+}
+
+bool SameFile(const QString &one, const QString &other)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return stat(QFile::encodeName(one).constData(), &first) == 0 &&
+           stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
+FreshFile::FreshFile(const QString &place) : place_(QFileInfo(place).absoluteFilePath())
+{
+    // A link stays a link: what it leads to is replaced.
+    if (const QFileInfo info(place_); info.isSymLink() && info.exists())
+        place_ = info.canonicalFilePath();
+    path_ = QStringLiteral("%1/.paukfix-%2.neu")
+                .arg(QFileInfo(place_).absolutePath(), QUuid::createUuid().toString(QUuid::Id128));
+}
+
+FreshFile::~FreshFile()
+{
+    QFile::remove(path_);
+    QFile::remove(path_ + QStringLiteral("-journal"));
+}
+
+void FreshFile::Make(const std::function<void(const QString &path)> &make)
+{
+    try {
+        make(path_);
+    } catch (const StoreError &error) {
+        throw StoreError(error.Number(), error.Text().replace(path_, place_));
+    }
+}
+
+void FreshFile::TakePlace()
+{
+    for (const char *journal : {"-journal", "-wal", "-shm"})
+        QFile::remove(place_ + QLatin1String(journal));
+    ReplaceFile(path_, place_);
 }
 
 DirectoryLock::DirectoryLock(const QString &directory)
