@@ -14,7 +14,7 @@
 namespace {
 
 // More than a full box of long cards; a text file is read whole.
-constexpr qint64 GroessteTextdatei = 256 * 1024 * 1024;
+constexpr qint64 GroessteTextdatei = qint64{256} << 20; // bytes
 
 QString Spalte(const Field &feld, const QString &trennzeichen)
 {
