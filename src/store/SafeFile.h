@@ -43,27 +43,6 @@ void CopyFile(const QString &from, const QString &to);
 // True when both paths lead to the same existing file (device and inode), however they are spelled.
 bool SameFile(const QString &one, const QString &other);
 
-// A file that is made beside its place, under a name of its own, and takes the place in one step when it is
-// whole. Until then, and when it is given up, what stands at the place is not touched.
-class FreshFile
-{
-public:
-    explicit FreshFile(const QString &place);
-    FreshFile(const FreshFile &) = delete;
-    FreshFile &operator=(const FreshFile &) = delete;
-    ~FreshFile();
-
-    // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
-    void Make(const std::function<void(const QString &path)> &make);
-
-    // Journals that an old database left at the place go first: the engine would roll them into the new file.
-    void TakePlace();
-
-private:
-    QString place_;
-    QString path_;
-};
-
 // Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
 // throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
 class DirectoryLock
@@ -76,4 +55,30 @@ public:
 
 private:
     int descriptor_;
+};
+
+// A file that is made beside its place, under a name of its own, and takes the place in one step when it is
+// whole. Until then, and when it is given up, what stands at the place is not touched. What a kill leaves is
+// used again by the next attempt.
+class FreshFile
+{
+public:
+    // Keeps the directory locked as long as it lives.
+    explicit FreshFile(const QString &place);
+    FreshFile(const FreshFile &) = delete;
+    FreshFile &operator=(const FreshFile &) = delete;
+    ~FreshFile();
+
+    // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
+    void Make(const std::function<void(const QString &path)> &make);
+
+    // Journals that an old database left at the place go first: the engine would roll them into the new file.
+    void TakePlace();
+
+private:
+    void Clear() const;
+
+    QString place_;
+    QString path_;
+    DirectoryLock lock_;
 };

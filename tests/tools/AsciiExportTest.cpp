@@ -206,8 +206,17 @@ void AsciiExportTest::FailureLeavesTheOldFileAndNothingElse()
     QVERIFY(QDir(w.Pfad("ordner")).exists());
     QCOMPARE(AsciiExportieren(w.bank, w.Pfad("fehlt/a.txt"), u';'), Ausgang::Gescheitert);
     QCOMPARE(w.meldungen.Texte().last(),
-             "Leider ist folgender Fehler Aufgetreten: Pfad nicht gefunden: " + w.Pfad("fehlt/a.txt"));
+             "Leider ist folgender Fehler Aufgetreten: Pfad nicht gefunden: " + w.Pfad("fehlt"));
     QCOMPARE(w.Dateien(), QStringList{"offen.pzb"});
+    w.Schreiben("a.txt", "alt");
+    {
+        const VollerDatentraeger voll(10);
+        QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
+    }
+    QCOMPARE(w.meldungen.Texte().last(),
+             "Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll: " + w.Pfad("a.txt"));
+    QCOMPARE(w.Bytes("a.txt"), QByteArray("alt"));
+    QCOMPARE(w.Dateien(), (QStringList{"a.txt", "offen.pzb"}));
 }
 
 void AsciiExportTest::EmptyNameIsAnError()

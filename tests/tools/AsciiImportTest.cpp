@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AsciiTausch.h"
+#include "VollePlatte.h"
 #include "Werkstatt.h"
 
 #include <QStringEncoder>
@@ -13,6 +14,7 @@ class AsciiImportTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void LinesBecomeCardsBehindThoseInNeu();
     void EveryFieldIsSetAsItShould();
     void HeaderLineIsACard();
@@ -36,6 +38,7 @@ private slots:
     void ReallyFullCompartmentStopsWithOneOverflow();
     void TooLongTopicsAreLeftOutAndReportedOnce();
     void FullDiskTakesNothingOverAndOpensTheFileAgain();
+    void BrokenDiskTakesNothingOver();
     void DeletedCardFileTakesNothingOver();
     void OpenCardFileAndDirectoryAndPipeAreRefused();
 };
@@ -48,6 +51,11 @@ QVariant Value(CardStore &store, const char *field)
 }
 
 } // namespace
+
+void AsciiImportTest::initTestCase()
+{
+    VollePlatte::Einbauen();
+}
 
 void AsciiImportTest::LinesBecomeCardsBehindThoseInNeu()
 {
@@ -389,6 +397,24 @@ void AsciiImportTest::FullDiskTakesNothingOverAndOpensTheFileAgain()
     QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
     QVERIFY(w.store.LoopsPerSecond > openings); // opened again
     QCOMPARE(w.store.HighestCardNumber, qint16(1));
+    QVERIFY(w.ZaehlerStimmen());
+    QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
+}
+
+void AsciiImportTest::BrokenDiskTakesNothingOver()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.Schreiben("a.txt", QByteArray("a;b\r\n").repeated(200));
+    w.bank.fortschritt = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Kaputt); };
+    // The disk is well again before the file is opened again.
+    w.store.BoxZeichnen = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
+    QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY2(w.meldungen.Texte().front().contains("Ein-/Ausgabefehler"),
+             qPrintable(w.meldungen.Texte().front()));
+    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.store.IsOpen());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
 }

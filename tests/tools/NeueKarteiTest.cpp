@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "NeueKartei.h"
 
+#include "VollePlatte.h"
 #include "Werkstatt.h"
 
 #include <QTest>
@@ -13,6 +14,7 @@ class NeueKarteiTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void TopicsAreListedOnceInBoxOrder();
     void BlankTopicsGatherUnderOneName();
     void LetterCaseMakesTwoTopics();
@@ -30,7 +32,9 @@ private slots:
     void FailureOpensTheOldFileAgain_data();
     void FailureOpensTheOldFileAgain();
     void TargetInUseIsRefused();
-    void ErrorNamesTheTarget();
+    void FullDiskLeavesTheOldTarget();
+    void DiskThatFillsDuringTheWorkLeavesTheOldTarget();
+    void WhatAKillLeftIsUsedAgain();
     void WhatTheFileHoldsBesidesIsNotLost();
 };
 
@@ -52,6 +56,11 @@ QStringList TopicsOf(Werkstatt &w)
 }
 
 } // namespace
+
+void NeueKarteiTest::initTestCase()
+{
+    VollePlatte::Einbauen();
+}
 
 void NeueKarteiTest::TopicsAreListedOnceInBoxOrder()
 {
@@ -294,14 +303,58 @@ void NeueKarteiTest::TargetInUseIsRefused()
     QVERIFY(w.store.IsOpen());
 }
 
-void NeueKarteiTest::ErrorNamesTheTarget()
+void NeueKarteiTest::FullDiskLeavesTheOldTarget()
 {
     Werkstatt w;
     w.Oeffnen(ThreeTopics());
-    QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("fehlt/neu.pzb")), Ausgang::Gescheitert);
+    MakeCardFile(w.Pfad("neu.pzb"), {MakeCard(99, 0, 1)});
+    {
+        const VollerDatentraeger voll(8000);
+        QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gescheitert);
+    }
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                                              "Pfad nicht gefunden: " +
-                                              w.Pfad("fehlt/neu.pzb")});
+                                              "Der Datenträger ist voll: " +
+                                              w.Pfad("neu.pzb")});
+    QCOMPARE(w.store.CurrentFileName, "offen.pzb");
+    QCOMPARE(w.Karten().size(), 4);
+    QCOMPARE(ReadCards(w.Pfad("neu.pzb")), QList{MakeCard(99, 0, 1)});
+    QCOMPARE(w.Dateien(), (QStringList{"neu.pzb", "offen.pzb"}));
+}
+
+void NeueKarteiTest::DiskThatFillsDuringTheWorkLeavesTheOldTarget()
+{
+    Werkstatt w;
+    QList<CardRecord> cards;
+    for (int i = 1; i <= 500; ++i)
+        cards << MakeCard(i, 0, i);
+    w.Oeffnen(cards);
+    MakeCardFile(w.Pfad("neu.pzb"), {MakeCard(99, 0, 1)});
+    w.bank.fortschritt = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Voll); };
+    QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gescheitert);
+    VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY2(w.meldungen.Texte().front().contains(w.Pfad("neu.pzb")),
+             qPrintable(w.meldungen.Texte().front()));
+    QCOMPARE(w.store.CurrentFileName, "offen.pzb");
+    QCOMPARE(w.Karten(), cards);
+    QCOMPARE(ReadCards(w.Pfad("neu.pzb")), QList{MakeCard(99, 0, 1)});
+    QCOMPARE(w.Dateien(), (QStringList{"neu.pzb", "offen.pzb"}));
+}
+
+void NeueKarteiTest::WhatAKillLeftIsUsedAgain()
+{
+    Werkstatt w;
+    w.Oeffnen(ThreeTopics());
+    QString left;
+    {
+        FreshFile killed(w.Pfad("neu.pzb"));
+        killed.Make([&](const QString &path) { left = path; });
+    }
+    MakeCardFile(left, {MakeCard(99, 0, 1)});
+    WriteFileSynced(left + "-journal", "half");
+    QCOMPARE(ThemenAusfiltern(w.bank, w.Pfad("neu.pzb"), {"Tiere"}), Ausgang::Gelungen);
+    QCOMPARE(w.Karten().size(), 2);
+    QCOMPARE(w.Dateien(), (QStringList{"neu.pzb", "offen.pzb"}));
 }
 
 void NeueKarteiTest::WhatTheFileHoldsBesidesIsNotLost()
