@@ -17,6 +17,7 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     Erklären({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),
               QStringLiteral("Sie können auswählen, welche der vorhandenen Themen übernommen werden. ")});
     auto *listen = new QGridLayout;
+    listen->setVerticalSpacing(fontMetrics().height() / 4);
     Felder()->addLayout(listen, Felder()->rowCount(), 0, 1, 3);
     lstÜbernehmen_ = ListeBauen(listen, QStringLiteral("&übernehmen:"), QStringLiteral("lstÜbernehmen"));
     lstNübernehmen_ =

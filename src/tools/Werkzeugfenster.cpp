@@ -59,13 +59,19 @@ Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name,
     groß.setPointSizeF(groß.pointSizeF() * 1.5);
     kopf->setFont(groß);
     kasten_->addWidget(kopf);
+    kasten_->addSpacing(2);
     spalte_->addWidget(fläche);
 
+    const int dicht = fontMetrics().height() / 2;
     felder_ = new QGridLayout;
     felder_->setColumnStretch(1, 1);
+    felder_->setSpacing(dicht);
     spalte_->addLayout(felder_);
-    // Lines of about sixty letters read well.
-    inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 72);
+    hinweise_ = new QVBoxLayout;
+    hinweise_->setSpacing(dicht / 2);
+    spalte_->addLayout(hinweise_);
+    // Lines of about seventy letters read well.
+    inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 88);
 }
 
 QLabel *Werkzeugfenster::Beschriftung(const QString &text, const QString &name)
@@ -86,7 +92,7 @@ void Werkzeugfenster::Erklären(const QStringList &sätze)
 void Werkzeugfenster::HinweisBauen(const QString &text)
 {
     leise_ << Beschriftung(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
-    spalte_->addWidget(leise_.back());
+    hinweise_->addWidget(leise_.back());
 }
 
 QComboBox *Werkzeugfenster::TrennzeichenBauen()
@@ -146,9 +152,15 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
     zeile->addSpacing(fontMetrics().height());
     zeile->addWidget(cmdOK);
     zeile->addWidget(cmdZurück);
-    spalte_->addStretch(1);
+    if (felder_->expandingDirections().testFlag(Qt::Vertical))
+        spalte_->setStretchFactor(felder_, 1); // lists take the room of a larger window
+    else
+        spalte_->addStretch(1);
     spalte_->addLayout(zeile);
     FarbenSetzen();
+    // As high as the wrapped texts need, whatever the screen.
+    const int breite = layout()->totalSizeHint().width();
+    resize(breite, layout()->totalHeightForWidth(breite));
 }
 
 void Werkzeugfenster::reject()
@@ -164,9 +176,9 @@ void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)>
     läuft_ = true;
     QWidget *const fokus = focusWidget();
     inhalt_->setEnabled(false);
-    umgebung_.meldungen.Sanduhr(true);
     QElapsedTimer seit;
     seit.start();
+    umgebung_.meldungen.Sanduhr(true);
     qint64 zuletzt = 0;
     arbeit({umgebung_.store, umgebung_.meldungen,
             [&](int erledigt, int gesamt) { FortschrittZeigen(seit, zuletzt, erledigt, gesamt); }});

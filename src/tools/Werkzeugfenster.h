@@ -81,6 +81,7 @@ private:
     QVBoxLayout *spalte_ = nullptr;
     QVBoxLayout *kasten_ = nullptr;
     QGridLayout *felder_ = nullptr;
+    QVBoxLayout *hinweise_ = nullptr;
     QProgressBar *fortschritt_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
     bool läuft_ = false;
