@@ -563,3 +563,8 @@ void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
         impl_->beforeFirstCardAdded = wasEmpty && impl_->place == Impl::Place::BeforeFirst;
     });
 }
+
+void CardRecordset::Beside(const std::function<void(SQLite::Database &)> &read)
+{
+    impl_->Guarded([&] { read(impl_->database); });
+}

@@ -117,6 +117,8 @@ public:
     // and afterwards the cursor finds its card again where it now stands. In a file that was empty it then
     // stands before the first card, as after that card's Update.
     void Past(const std::function<void(SQLite::Database &)> &work);
+    // Reading beside the cursor, which does not notice, nor does its edit buffer.
+    void Beside(const std::function<void(SQLite::Database &)> &read);
 
 private:
     friend class Field;

@@ -5,10 +5,9 @@
 #include "AsciiTausch.h"
 #include "Farben.h"
 #include "Flaeche.h"
+#include "LangeArbeit.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -20,9 +19,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-constexpr int WartenMs = 300; // before the progress is shown
-constexpr int TaktMs = 40;    // between two pictures of it
 
 template <typename Widget>
 Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
@@ -174,34 +170,11 @@ void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)>
     if (läuft_)
         return;
     läuft_ = true;
-    QWidget *const fokus = focusWidget();
-    inhalt_->setEnabled(false);
-    QElapsedTimer seit;
-    seit.start();
-    umgebung_.meldungen.Sanduhr(true);
-    qint64 zuletzt = 0;
-    arbeit({umgebung_.store, umgebung_.meldungen,
-            [&](int erledigt, int gesamt) { FortschrittZeigen(seit, zuletzt, erledigt, gesamt); }});
-    umgebung_.meldungen.Sanduhr(false);
-    // What was clicked meanwhile was meant for the work that is over: it goes to the disabled controls.
-    QCoreApplication::processEvents();
-    fortschritt_->hide();
-    inhalt_->setEnabled(true);
-    if (fokus)
-        fokus->setFocus();
+    {
+        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+        arbeit({umgebung_.store, umgebung_.meldungen, lang.Melder()});
+    }
     läuft_ = false;
-}
-
-void Werkzeugfenster::FortschrittZeigen(const QElapsedTimer &seit, qint64 &zuletzt, int erledigt, int gesamt)
-{
-    const qint64 jetzt = seit.elapsed();
-    if (jetzt < WartenMs || jetzt - zuletzt < TaktMs)
-        return;
-    zuletzt = jetzt;
-    fortschritt_->setRange(0, gesamt);
-    fortschritt_->setValue(erledigt);
-    fortschritt_->show();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Werkzeugfenster::NeueKarteiErstellen(const QString &ziel,

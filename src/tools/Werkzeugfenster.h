@@ -14,7 +14,6 @@
 #include <functional>
 
 class QComboBox;
-class QElapsedTimer;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -74,7 +73,6 @@ private:
     QLabel *Beschriftung(const QString &text, const QString &name);
     bool IstKarteiname(const QString &name);
     void FarbenSetzen();
-    void FortschrittZeigen(const QElapsedTimer &seit, qint64 &zuletzt, int erledigt, int gesamt);
 
     WerkzeugUmgebung umgebung_;
     QWidget *inhalt_ = nullptr;
