@@ -53,6 +53,7 @@ void Themaausfiltern::Form_Load()
         lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8]));
         lstÜbernehmen_->setCurrentRow(0);
     });
+    lstÜbernehmen_->setFocus();
 }
 
 void Themaausfiltern::Wechseln(QListWidget *liste)

@@ -124,6 +124,7 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
     felder_->addWidget(label, zeile, 0);
     felder_->addWidget(feld, zeile, 1);
     felder_->addWidget(knopf, zeile, 2);
+    feld->setFocus(); // all else has its usual value already
     return feld;
 }
 

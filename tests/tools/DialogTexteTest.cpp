@@ -28,6 +28,7 @@ private slots:
     void FieldsHaveTheirTipsAndContents();
     void EveryDialogWorksWithKeysAlone_data();
     void EveryDialogWorksWithKeysAlone();
+    void TheFirstKeyGoesWhereSomethingIsMissing();
     void NoTextIsCutOff_data();
     void NoTextIsCutOff();
 };
@@ -234,6 +235,20 @@ void DialogTexteTest::EveryDialogWorksWithKeysAlone()
     QVERIFY(!dialog->isVisible());
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
+}
+
+void DialogTexteTest::TheFirstKeyGoesWhereSomethingIsMissing()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    for (const auto &[name, make] : Dialogs()) {
+        const auto dialog = make(w);
+        Show(*dialog);
+        const QString first = dialog->focusWidget()->objectName();
+        QCOMPARE(first, name == "Themaausfiltern"                 ? "lstÜbernehmen"
+                        : name == "AlleNull" || name == "ErlNull" ? "cmdOK"
+                                                                  : "lblDateiname");
+    }
 }
 
 void DialogTexteTest::NoTextIsCutOff_data()
