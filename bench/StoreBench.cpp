@@ -2,103 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 // The card store beside plain SQLite doing the same rows in the same run. Read the ratios, not the times: a
 // case named "Store/X" stands against "Floor/X".
+#include "BigBox.h"
 #include "CardFile.h"
 #include "CardRecordset.h"
 #include "CardStore.h"
 
-#include <QTemporaryDir>
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
 namespace {
-
-constexpr int cardCount = 32767;
-
-QString Words(int seed, int words)
-{
-    static const QStringList stock{
-        QStringLiteral("der"),     QStringLiteral("Fluß"),    QStringLiteral("Übung"),
-        QStringLiteral("macht"),   QStringLiteral("Meister"), QStringLiteral("und"),
-        QStringLiteral("lernt"),   QStringLiteral("täglich"), QStringLiteral("Karten"),
-        QStringLiteral("Vokabel"), QStringLiteral("schnell"), QStringLiteral("Brücke")};
-    QString text;
-    for (int i = 0; i < words; ++i)
-        text += stock[(seed * 7 + i * i * 3 + i) % stock.size()] + u' ';
-    return text;
-}
-
-QString Rtf(const QString &plain)
-{
-    return QStringLiteral(R"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}
-\viewkind4\uc1\pard\f0\fs20 )") +
-           plain + QStringLiteral("\\par\r\n}\r\n");
-}
-
-// A box of 32,767 cards with texts of usual length, made once.
-const QString &BigFile()
-{
-    static const QTemporaryDir directory;
-    static const QString path = [] {
-        QString name = directory.filePath(QStringLiteral("gross.pzb"));
-        CardFile::Create(name);
-        CardFile file(name);
-        CardRecordset cards(file);
-        cards.BeginTrans();
-        for (int i = 1; i <= cardCount; ++i) {
-            CardRecord card;
-            card.FrageNr = (i * 7919) % cardCount + 1;
-            card.FachNr = i % 7;
-            card.FachLfdNr = (i - i % 7) / 7.0 + 1;
-            card.Antworttyp = i % 5 == 0 ? 2 : 1;
-            card.Frage_Klartext = Words(i, 12);
-            card.Frage = Rtf(card.Frage_Klartext);
-            card.Antwort_1_Klartext = Words(i + 5, 6);
-            card.Antwort_1 = Rtf(card.Antwort_1_Klartext);
-            card.Picture_9_Name = Words(i % 40, 2);
-            if (card.Antworttyp == 2) {
-                card.Antwort_2_Klartext = Words(i + 6, 6);
-                card.Antwort_2 = Rtf(card.Antwort_2_Klartext);
-            }
-            cards.AddNew();
-            cards.Write(card);
-            cards.Update();
-        }
-        cards.CommitTrans();
-        return name;
-    }();
-    return path;
-}
-
-class StillMeldungen final : public Meldungen
-{
-public:
-    void Zeigen(const QString &, Symbol) override {}
-
-    Antwort Fragen(const QString &, Antwort) override { return Antwort::Nein; }
-
-    void Sanduhr(bool) override {}
-};
-
-// Its second is over at once: what is measured is the opening, not the calibration.
-class EiligeUhr final : public Uhr
-{
-public:
-    qint64 Sekunde() const override { return ++readings_; }
-
-    QDateTime Jetzt() const override { return {}; }
-
-private:
-    mutable qint64 readings_ = 0;
-};
-
-// The database as the store opens it, without the store.
-SQLite::Database OpenFloor()
-{
-    SQLite::Database database(BigFile().toStdString(), SQLite::OPEN_READWRITE);
-    database.exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT; PRAGMA synchronous=EXTRA;"
-                  "PRAGMA secure_delete=ON");
-    return database;
-}
 
 void StoreOpen(benchmark::State &state)
 {
@@ -172,7 +84,7 @@ void StoreSeekAndRead(benchmark::State &state)
     cards.SetIndex(u"FrageNr");
     int number = 1;
     for (auto _ : state) {
-        number = number * 31 % cardCount + 1;
+        number = number * 31 % CardCount + 1;
         cards.Seek(CardRecordset::Comparison::Equal, number);
         benchmark::DoNotOptimize(cards.Read());
     }
@@ -185,7 +97,7 @@ void FloorSeekAndRead(benchmark::State &state)
     SQLite::Statement one(database, "SELECT * FROM Lernkarten WHERE FrageNr=?1");
     int number = 1;
     for (auto _ : state) {
-        number = number * 31 % cardCount + 1;
+        number = number * 31 % CardCount + 1;
         one.reset();
         one.bind(1, number);
         qsizetype sum = one.executeStep() ? 1 : 0;

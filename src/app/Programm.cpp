@@ -2,11 +2,19 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Programm.h"
 
+#include "AExport.h"
+#include "AImport.h"
+#include "AlleNull.h"
 #include "Datausw.h"
+#include "ErlNull.h"
 #include "Intro.h"
+#include "Karteianhaengen.h"
+#include "Karteispiegeln.h"
 #include "ProgramDirectory.h"
 #include "Statistik.h"
+#include "Themaausfiltern.h"
 #include "Ueber.h"
+#include "Uebersicht.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -62,6 +70,14 @@ bool Programm::Starten(const QString &befehlszeile)
     });
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
+    fenster.Manzeigen = [this] { ÜbersichtZeigen(); };
+    fenster.MAscii_Export = Werkzeug<AExport>();
+    fenster.MAscii_Import = Werkzeug<AImport>();
+    fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
+    fenster.MKartei_anhängen = Werkzeug<Karteianhängen>();
+    fenster.MKartei_spiegeln = Werkzeug<Karteispiegeln>();
+    fenster.MAlleNeu = Werkzeug<AlleNull>();
+    fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
     fenster.Müber = [this] { ÜberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
@@ -99,6 +115,31 @@ void Programm::EditorGeschlossen()
     lbox_->BoxZeichnen();
     lbox_->show();
     lbox_->activateWindow();
+}
+
+WerkzeugUmgebung Programm::Werkzeuge()
+{
+    return {kartei_, konfig_, meldungen_, dialoge_};
+}
+
+template <typename Fenster>
+std::function<void()> Programm::Werkzeug()
+{
+    return [this] {
+        Fenster(Werkzeuge(), lbox_.get()).exec();
+        lbox_->activateWindow(); // a message and the dialog behind it close at once: nobody has the keyboard
+    };
+}
+
+void Programm::ÜbersichtZeigen()
+{
+    if (!kartei_.IsOpen()) {
+        meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
+        return;
+    }
+    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }, .drucker = {}}, lbox_.get()).exec();
+    if (lbox_->isVisible())
+        lbox_->activateWindow();
 }
 
 void Programm::ÜberZeigen()

@@ -12,8 +12,10 @@
 #include "SearchHit.h"
 #include "SoundPlayer.h"
 #include "Uhr.h"
+#include "Werkzeugfenster.h"
 #include "Zufall.h"
 
+#include <functional>
 #include <memory>
 
 // The one object that owns everything the program shares, and that makes its windows known to each other.
@@ -34,6 +36,11 @@ private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
     void EditorZeigen();
     void EditorGeschlossen();
+    // What opens a dialog of the file tools.
+    template <typename Fenster>
+    std::function<void()> Werkzeug();
+    WerkzeugUmgebung Werkzeuge();
+    void ÜbersichtZeigen();
     void ÜberZeigen();
     QString KarteiWaehlen();
 

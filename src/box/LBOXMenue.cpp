@@ -119,7 +119,7 @@ void LBOX::FensterEintrag(QMenu *menue, const QString &name, const QString &text
         if (braucht == Braucht::OffeneDatei && !DateiOffenPruefen())
             return;
         (fenster_.*fenster)();
-        BoxZeichnen();
+        StandZeigen(); // it may have opened another file
     });
     verweise_.push_back({eintrag, fenster});
 }

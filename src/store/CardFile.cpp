@@ -273,3 +273,15 @@ void CardFile::CheckStillInPlace() const
             Fehler::KarteiNichtGefunden,
             Named(path_) + QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
 }
+
+void CheckReplaceable(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return;
+    try {
+        const CardFile probe(path);
+    } catch (const StoreError &error) {
+        if (error.Number() == Fehler::Gesperrt || error.Number() == Fehler::NichtErlaubt)
+            throw;
+    }
+}

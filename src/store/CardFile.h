@@ -43,5 +43,9 @@ private:
     ino_t inode_ = 0;
 };
 
+// Throws StoreError 3045 or 3051 where a card file stands at `path` that another program has open, or that
+// may not be written. Nothing there, or no card file: that may be replaced.
+void CheckReplaceable(const QString &path);
+
 // Translates the engine's error into the numbers and texts of the program, `path` named in the text.
 [[noreturn]] void ThrowStoreError(const SQLite::Exception &error, const QString &path);

@@ -550,5 +550,21 @@ void CardRecordset::Rollback()
 
 bool CardRecordset::InTransaction() const
 {
-    return impl_->inTransaction;
+    return impl_->inTransaction && sqlite3_get_autocommit(impl_->database.getHandle()) == 0;
+}
+
+void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
+{
+    impl_->Guarded([&] {
+        impl_->scan.Stop();
+        const bool wasEmpty = impl_->place == Impl::Place::Empty;
+        work(impl_->database);
+        impl_->FindCardAgain();
+        impl_->beforeFirstCardAdded = wasEmpty && impl_->place == Impl::Place::BeforeFirst;
+    });
+}
+
+void CardRecordset::Beside(const std::function<void(SQLite::Database &)> &read)
+{
+    impl_->Guarded([&] { read(impl_->database); });
 }

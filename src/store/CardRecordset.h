@@ -10,11 +10,16 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
 class CardFile;
 class CardRecordset;
+
+namespace SQLite {
+class Database;
+}
 
 // A handle bound to one column: reads and writes the recordset's current card, or its edit buffer while an
 // Edit or AddNew is under way. Throws StoreError 3021 where there is no current card, 3020 for a write
@@ -107,6 +112,13 @@ public:
     void CommitTrans();
     void Rollback();
     bool InTransaction() const;
+
+    // Work on many cards at once, past the cursor: reading ends before it, engine errors become StoreErrors,
+    // and afterwards the cursor finds its card again where it now stands. In a file that was empty it then
+    // stands before the first card, as after that card's Update.
+    void Past(const std::function<void(SQLite::Database &)> &work);
+    // Reading beside the cursor, which does not notice, nor does its edit buffer.
+    void Beside(const std::function<void(SQLite::Database &)> &read);
 
 private:
     friend class Field;

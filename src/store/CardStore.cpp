@@ -8,10 +8,7 @@
 #include "SafeFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QScopeGuard>
-#include <QUuid>
 
 #include <algorithm>
 #include <limits>
@@ -71,20 +68,10 @@ std::size_t FachOf(const Field &fachNr)
 // old file.
 void ReplaceByEmptyCardFile(const QString &path)
 {
-    if (QFileInfo::exists(path)) {
-        try {
-            const CardFile probe(path); // another program may be learning with it
-        } catch (const StoreError &error) {
-            if (error.Number() == Fehler::Gesperrt || error.Number() == Fehler::NichtErlaubt)
-                throw;
-        }
-    }
-    const QString fresh = QFileInfo(path).absolutePath() +
-                          QStringLiteral("/.paukfix-%1.neu").arg(QUuid::createUuid().toString(QUuid::Id128));
-    const auto tidyUp = qScopeGuard([&] { QFile::remove(fresh); });
-    CardFile::Create(fresh);
-    QFile::remove(path + QStringLiteral("-journal")); // the engine would roll it back into the new file
-    ReplaceFile(fresh, path);
+    CheckReplaceable(path); // another program may be learning with it
+    FreshFile fresh(path);
+    fresh.Make(CardFile::Create);
+    fresh.TakePlace();
 }
 
 } // namespace

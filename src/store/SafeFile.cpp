@@ -4,6 +4,7 @@
 
 #include "StoreError.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,6 +16,7 @@
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -47,6 +49,18 @@ void Sync(const Descriptor &file, const QString &path)
 {
     if (fsync(file.Number()) != 0) {
         ThrowFileError(errno, path);
+    }
+}
+
+void WriteAll(const Descriptor &file, const char *data, size_t size, const QString &path)
+{
+    for (size_t done = 0; done < size;) {
+        const ssize_t count = write(file.Number(), data + done, size - done);
+        if (count >= 0) {
+            done += static_cast<size_t>(count);
+        } else if (errno != EINTR) {
+            ThrowFileError(errno, path);
+        }
     }
 }
 
@@ -121,15 +135,7 @@ QByteArray ReadFile(const QString &path, qint64 limit)
 void WriteFileSynced(const QString &path, const QByteArray &content)
 {
     const Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
-    for (qsizetype done = 0; done < content.size();) {
-        const ssize_t count =
-            write(file.Number(), content.constData() + done, static_cast<size_t>(content.size() - done));
-        if (count >= 0) {
-            done += count;
-        } else if (errno != EINTR) {
-            ThrowFileError(errno, path);
-        }
-    }
+    WriteAll(file, content.constData(), static_cast<size_t>(content.size()), path);
     Sync(file, path);
 }
 
@@ -177,6 +183,31 @@ void RewriteFile(const QString &target, const QByteArray &content)
     }
 }
 
+void CopyFile(const QString &from, const QString &to)
+{
+    const Descriptor source(from, O_RDONLY);
+    const Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL);
+    std::vector<char> buffer(1 << 20);
+    for (;;) {
+        const ssize_t count = read(source.Number(), buffer.data(), buffer.size());
+        if (count == 0)
+            return;
+        if (count > 0)
+            WriteAll(copy, buffer.data(), static_cast<size_t>(count), to);
+        else if (errno != EINTR)
+            ThrowFileError(errno, from);
+    }
+}
+
+bool SameFile(const QString &one, const QString &other)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return stat(QFile::encodeName(one).constData(), &first) == 0 &&
+           stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
 DirectoryLock::DirectoryLock(const QString &directory)
     : descriptor_(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
@@ -199,4 +230,48 @@ DirectoryLock::DirectoryLock(const QString &directory)
 DirectoryLock::~DirectoryLock()
 {
     close(descriptor_);
+}
+
+// A link stays a link: what it leads to is replaced.
+static QString Resolved(const QString &place)
+{
+    const QFileInfo info(place);
+    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+}
+
+FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFileInfo(place_).absolutePath())
+{
+    // The same name for the same place, and short whatever the place is called.
+    const QFileInfo info(place_);
+    const QByteArray mark =
+        QCryptographicHash::hash(QFile::encodeName(info.fileName()), QCryptographicHash::Md5).toHex();
+    path_ = QStringLiteral("%1/.paukfix-%2.neu").arg(info.absolutePath(), QLatin1String(mark));
+    Clear();
+}
+
+FreshFile::~FreshFile()
+{
+    Clear();
+}
+
+void FreshFile::Clear() const
+{
+    QFile::remove(path_);
+    QFile::remove(path_ + QStringLiteral("-journal"));
+}
+
+void FreshFile::Make(const std::function<void(const QString &path)> &make)
+{
+    try {
+        make(path_);
+    } catch (const StoreError &error) {
+        throw StoreError(error.Number(), error.Text().replace(path_, place_));
+    }
+}
+
+void FreshFile::TakePlace()
+{
+    for (const char *journal : {"-journal", "-wal", "-shm"})
+        QFile::remove(place_ + QLatin1String(journal));
+    ReplaceFile(path_, place_);
 }

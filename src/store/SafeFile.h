@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 // Files that outlast a killed program, a full disk and a power cut. What must last is written beside its
 // place and synced, takes the place in one rename, and the directory is synced: at every moment the old or
 // the new file is there, whole. All functions throw StoreError as ThrowFileError tells.
@@ -35,6 +37,12 @@ void ReplaceFile(const QString &temporary, const QString &target);
 // at the same time: see DirectoryLock.
 void RewriteFile(const QString &target, const QByteArray &content);
 
+// Copies a file; nothing may stand at `to`. Not synced.
+void CopyFile(const QString &from, const QString &to);
+
+// True when both paths lead to the same existing file (device and inode), however they are spelled.
+bool SameFile(const QString &one, const QString &other);
+
 // Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
 // throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
 class DirectoryLock
@@ -47,4 +55,30 @@ public:
 
 private:
     int descriptor_;
+};
+
+// A file that is made beside its place, under a name of its own, and takes the place in one step when it is
+// whole. Until then, and when it is given up, what stands at the place is not touched. What a kill leaves is
+// used again by the next attempt.
+class FreshFile
+{
+public:
+    // Keeps the directory locked as long as it lives.
+    explicit FreshFile(const QString &place);
+    FreshFile(const FreshFile &) = delete;
+    FreshFile &operator=(const FreshFile &) = delete;
+    ~FreshFile();
+
+    // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
+    void Make(const std::function<void(const QString &path)> &make);
+
+    // Journals that an old database left at the place go first: the engine would roll them into the new file.
+    void TakePlace();
+
+private:
+    void Clear() const;
+
+    QString place_;
+    QString path_;
+    DirectoryLock lock_;
 };

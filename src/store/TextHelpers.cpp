@@ -24,7 +24,9 @@ QString ZeilenumbruchEntfernen(const QString &text)
 
 QString CleanFieldText(QString &text, const QString &separator)
 {
-    if (!separator.isEmpty())
+    if (separator.size() == 1)
+        text.replace(separator.front(), u' ', Qt::CaseInsensitive);
+    else if (!separator.isEmpty())
         text.replace(separator, QStringLiteral(" "), Qt::CaseInsensitive);
     for (const QChar c : {u'\t', u'\n', u'\r'})
         text.replace(c, u' ');

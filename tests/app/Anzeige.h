@@ -3,10 +3,12 @@
 #pragma once
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTest>
 
 #include <memory>
+#include <sys/stat.h>
 
 // A virtual display with a window manager, and the hands of a user on it.
 class Anzeige
@@ -112,6 +114,23 @@ public:
     {
         prozess.start();
         return prozess.waitForStarted();
+    }
+
+    // Does the program hold the lock of the card file? The kernel's list tells without touching the file.
+    bool HatGeoeffnet(const QString &kartei) const
+    {
+        struct stat info = {};
+        if (::stat(QFile::encodeName(kartei).constData(), &info) != 0)
+            return false;
+        const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
+        const QByteArray pid = ' ' + QByteArray::number(prozess.processId()) + ' ';
+        QFile locks(QStringLiteral("/proc/locks"));
+        if (!locks.open(QIODevice::ReadOnly))
+            return false;
+        for (const QByteArray &line : locks.readAll().split('\n'))
+            if (line.contains(" WRITE ") && line.contains(inode) && line.contains(pid))
+                return true;
+        return false;
     }
 
     // Ended by itself, without a failure.

@@ -124,6 +124,25 @@ private:
         QTest::keyClicks(box, text);
     }
 
+    static void Waehlen(const char *eintrag)
+    {
+        auto *aktion = Offen("LBOX")->findChild<QAction *>(QString::fromUtf8(eintrag));
+        QVERIFY(aktion && aktion->isEnabled());
+        aktion->trigger();
+    }
+
+    // Types into the field that has the keyboard in this window.
+    static Drehbuch::Szene Schreiben(const QString &name, const QString &text)
+    {
+        return [=] {
+            QWidget *fenster = Bereit(name);
+            if (!fenster || !fenster->focusWidget())
+                return false;
+            QTest::keyClicks(fenster->focusWidget(), text);
+            return true;
+        };
+    }
+
     static QString Kartei()
     {
         const QWidget *lbox = Offen("LBOX");
@@ -272,15 +291,71 @@ private slots:
                                  return true;
                              },
                              Taste("über", Qt::Key_Return)});
-        for (const char *name : {"MStatistik", "Müber"}) {
-            auto *eintrag = Offen("LBOX")->findChild<QAction *>(QString::fromUtf8(name));
-            QVERIFY(eintrag->isEnabled());
-            eintrag->trigger();
-        }
+        for (const char *name : {"MStatistik", "Müber"})
+            Waehlen(name);
         QVERIFY(buch.Fertig());
         QCOMPARE(anzahl, "2");
         QVERIFY(ueber.startsWith("Paukfix"));
         QTRY_VERIFY(Bereit("LBOX"));
+    }
+
+    void EveryFileToolOpensFromTheMenu()
+    {
+        OeffnenMitZweiDateien();
+        for (const auto &[eintrag, name] : {std::pair{"Manzeigen", "Uebersicht"},
+                                            {"MAscii_Export", "AExport"},
+                                            {"MAscii_Import", "AImport"},
+                                            {"MThema_ausfiltern", "Themaausfiltern"},
+                                            {"MKartei_anhängen", "Karteianhängen"},
+                                            {"MKartei_spiegeln", "Karteispiegeln"},
+                                            {"MAlleNeu", "AlleNull"},
+                                            {"MErledigtNeu", "ErlNull"}}) {
+            const Drehbuch buch({Taste(QString::fromUtf8(name), Qt::Key_Escape)});
+            Waehlen(eintrag);
+            QVERIFY(buch.Fertig());
+            QVERIFY(!Offen(QString::fromUtf8(name)));
+        }
+        QCOMPARE(Kartei(), "a.pzb");
+    }
+
+    void AFileThatAToolMadeIsTheOpenOne()
+    {
+        OeffnenMitZweiDateien();
+        const QString neu = ordner_->filePath("neu.pzb");
+        const Drehbuch buch(
+            {Schreiben("Karteispiegeln", neu), Taste("Karteispiegeln", Qt::Key_Return), Meldung()});
+        Waehlen("MKartei_spiegeln");
+        QVERIFY(buch.Fertig());
+        QCOMPARE(meldungen_, QStringList{neu + " erfolgreich geschrieben"});
+        QCOMPARE(Kartei(), "neu.pzb");
+        QVERIFY(QFile::exists(Pfad("a.pzb")));
+    }
+
+    void ARowOfTheOverviewOpensTheEditorOnItsCard()
+    {
+        OeffnenMitZweiDateien();
+        const Drehbuch buch({Taste("Uebersicht", Qt::Key_Down), Taste("Uebersicht", Qt::Key_Return)});
+        Waehlen("Manzeigen");
+        QVERIFY(buch.Fertig());
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        QVERIFY(!Offen("Uebersicht") && !Offen("LBOX"));
+        QCOMPARE(Offen("PFÄndern")->findChild<QTextEdit *>("MFrage")->toPlainText(), "Frage 2");
+        Offen("PFÄndern")->close();
+        QTRY_VERIFY(Bereit("LBOX"));
+    }
+
+    void TheOverviewNeedsAnOpenFile()
+    {
+        Konfig("False");
+        MachProgramm();
+        const Drehbuch anfang({&DialogAbbrechen});
+        QVERIFY(programm_->Starten({}));
+        QTRY_VERIFY(anfang.Fertig());
+        const Drehbuch buch({Meldung()});
+        Waehlen("Manzeigen");
+        QVERIFY(buch.Fertig());
+        QCOMPARE(meldungen_, QStringList{"Bitte zuerst eine Datei öffnen"});
+        QVERIFY(!Offen("Uebersicht"));
     }
 
     void TheCardFileIsChangedByKeyboardAlone()

@@ -19,6 +19,7 @@ public:
     explicit Drehbuch(std::deque<Szene> szenen) : szenen_(std::move(szenen))
     {
         QObject::connect(&takt_, &QTimer::timeout, &takt_, [this] { Weiter(); });
+        takt_.setSingleShot(true);
         takt_.start(1);
     }
 
@@ -27,9 +28,10 @@ public:
 private:
     void Weiter()
     {
-        // A scene may open a window that waits: the next one plays within it.
         if (szenen_.empty())
             return;
+        // A scene may open a window that waits: the next one plays within it.
+        takt_.start(1);
         const Szene szene = szenen_.front();
         szenen_.pop_front();
         if (!szene())

@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <deque>
+#include <functional>
 
 // What tests of all floors need: a directory of their own, cards, answers to questions, a clock that does not
 // wait.
@@ -43,7 +44,12 @@ public:
         return antwort;
     }
 
-    void Sanduhr(bool an) override { sanduhr = an; }
+    void Sanduhr(bool an) override
+    {
+        sanduhr = an;
+        if (an)
+            beiSanduhr();
+    }
 
     QStringList Texte() const
     {
@@ -57,6 +63,7 @@ public:
     QList<Antwort> vorgaben;
     std::deque<Antwort> antworten;
     bool sanduhr = false;
+    std::function<void()> beiSanduhr = [] {}; // when the hourglass appears
 };
 
 // A clock whose second changes after `perSecond` readings.

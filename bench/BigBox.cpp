@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BigBox.h"
+
+#include "CardFile.h"
+#include "CardRecordset.h"
+
+#include <QTemporaryDir>
+
+QString Words(int seed, int words)
+{
+    static const QStringList stock{
+        QStringLiteral("der"),     QStringLiteral("Fluß"),    QStringLiteral("Übung"),
+        QStringLiteral("macht"),   QStringLiteral("Meister"), QStringLiteral("und"),
+        QStringLiteral("lernt"),   QStringLiteral("täglich"), QStringLiteral("Karten"),
+        QStringLiteral("Vokabel"), QStringLiteral("schnell"), QStringLiteral("Brücke")};
+    QString text;
+    for (int i = 0; i < words; ++i)
+        text += stock[(seed * 7 + i * i * 3 + i) % stock.size()] + u' ';
+    return text;
+}
+
+QString Rtf(const QString &plain)
+{
+    return QStringLiteral(R"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}
+\viewkind4\uc1\pard\f0\fs20 )") +
+           plain + QStringLiteral("\\par\r\n}\r\n");
+}
+
+const QString &BigFile()
+{
+    static const QTemporaryDir directory;
+    static const QString path = [] {
+        QString name = directory.filePath(QStringLiteral("gross.pzb"));
+        CardFile::Create(name);
+        CardFile file(name);
+        CardRecordset cards(file);
+        cards.BeginTrans();
+        for (int i = 1; i <= CardCount; ++i) {
+            CardRecord card;
+            card.FrageNr = (i * 7919) % CardCount + 1;
+            card.FachNr = i % 7;
+            card.FachLfdNr = (i - i % 7) / 7.0 + 1;
+            card.Antworttyp = i % 5 == 0 ? 2 : 1;
+            card.Frage_Klartext = Words(i, 12);
+            card.Frage = Rtf(card.Frage_Klartext);
+            card.Antwort_1_Klartext = Words(i + 5, 6);
+            card.Antwort_1 = Rtf(card.Antwort_1_Klartext);
+            card.Picture_9_Name = Words(i % 40, 2);
+            if (card.Antworttyp == 2) {
+                card.Antwort_2_Klartext = Words(i + 6, 6);
+                card.Antwort_2 = Rtf(card.Antwort_2_Klartext);
+            }
+            cards.AddNew();
+            cards.Write(card);
+            cards.Update();
+        }
+        cards.CommitTrans();
+        return name;
+    }();
+    return path;
+}
+
+SQLite::Database OpenFloor(const QString &path)
+{
+    SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE);
+    database.exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT; PRAGMA synchronous=EXTRA;"
+                  "PRAGMA secure_delete=ON");
+    return database;
+}

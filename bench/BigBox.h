@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Meldungen.h"
+#include "Uhr.h"
+
+#include <QString>
+#include <SQLiteCpp/Database.h>
+
+// What the benchmarks measure on.
+
+inline constexpr int CardCount = 32767;
+
+// A text of so many words, the same for the same seed; and a text as a rich-text box stores it.
+QString Words(int seed, int words);
+QString Rtf(const QString &plain);
+
+// A box of 32,767 cards with texts of usual length, made once.
+const QString &BigFile();
+
+// A card file as the store opens it, without the store.
+SQLite::Database OpenFloor(const QString &path = BigFile());
+
+class StillMeldungen final : public Meldungen
+{
+public:
+    void Zeigen(const QString &, Symbol) override {}
+
+    Antwort Fragen(const QString &, Antwort) override { return Antwort::Nein; }
+
+    void Sanduhr(bool) override {}
+};
+
+// Its second is over at once: what is measured is the opening, not the calibration.
+class EiligeUhr final : public Uhr
+{
+public:
+    qint64 Sekunde() const override { return ++readings_; }
+
+    QDateTime Jetzt() const override { return {}; }
+
+private:
+    mutable qint64 readings_ = 0;
+};

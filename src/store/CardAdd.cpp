@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardAdd.h"
+
+#include "CardBulk.h"
+#include "CardFile.h"
+#include "CardValue.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr qint16 highest16 = std::numeric_limits<qint16>::max();
+
+// What a card is copied with, beside its keys.
+constexpr std::array copiedColumns{
+    "Antworttyp",         "Picture_1_Name",     "Picture_2_Name",
+    "Picture_3_Name",     "Picture_4_Name",     "Picture_5_Name",
+    "Picture_6_Name",     "Picture_7_Name",     "Picture_8_Name",
+    "Picture_9_Name",     "PictureTop",         "Pictureleft",
+    "Pictureheight",      "Picturewidth",       "Frage",
+    "Frage_Klartext",     "Antwort_1",          "Antwort_2",
+    "Antwort_3",          "Antwort_4",          "Antwort_5",
+    "Antwort_ch_1",       "Antwort_ch_2",       "Antwort_ch_3",
+    "Antwort_ch_4",       "Antwort_ch_5",       "Antwort_1_Klartext",
+    "Antwort_2_Klartext", "Antwort_3_Klartext", "Antwort_4_Klartext",
+    "Antwort_5_Klartext",
+};
+
+// One INSERT that is run for every card. Values are bound before Add() and must last until then.
+class Adder
+{
+public:
+    // Value i of a card goes into `columns[i]`.
+    Adder(CardStore &store, SQLite::Database &database, AddedCards &added, const std::vector<int> &columns)
+        : store_(store), database_(database), added_(added), insert_(database, Sql(store, columns))
+    {
+    }
+
+    SQLite::Statement &Values() { return insert_; }
+
+    static int Parameter(std::size_t value) { return static_cast<int>(value) + firstValue; }
+
+    // False when no further card can be added.
+    bool Add()
+    {
+        Fach &neu = store_.FachInfo[FachNeu];
+        if (neu.LfdMax == highest16)
+            neu.LfdMax = static_cast<qint16>(CloseUpCompartment(database_, FachNeu));
+        try {
+            const qint16 number = Plus16(store_.HighestCardNumber, 1);
+            const qint16 place = Plus16(neu.LfdMax, 1);
+            const qint16 count = Plus16(neu.Anzahl, 1);
+            insert_.bind(1, number);
+            insert_.bind(2, place);
+            insert_.exec();
+            insert_.reset();
+            store_.HighestCardNumber = number;
+            neu.LfdMax = place;
+            neu.Anzahl = count;
+            ++added_.count;
+            return true;
+        } catch (const SQLite::Exception &error) {
+            insert_.tryReset();
+            return TakeNote(error);
+        } catch (const StoreError &error) {
+            Note(error);
+            return false;
+        }
+    }
+
+    void Note(const StoreError &error)
+    {
+        const auto same = [&](const StoreError &known) { return known.Text() == error.Text(); };
+        if (std::none_of(added_.errors.begin(), added_.errors.end(), same))
+            added_.errors.push_back(error);
+    }
+
+    void NoteEngine(const SQLite::Exception &error, const QString &path)
+    {
+        try {
+            ThrowStoreError(error, path);
+        } catch (const StoreError &known) {
+            Note(known);
+        }
+    }
+
+    // An engine error while a card was bound or stored: true where the next card can still be tried.
+    bool TakeNote(const SQLite::Exception &error)
+    {
+        if (sqlite3_get_autocommit(database_.getHandle()) != 0)
+            throw error;
+        NoteEngine(error, store_.CardPath(store_.CurrentFileName));
+        const int code = error.getErrorCode() & 0xff;
+        return code == SQLITE_TOOBIG || code == SQLITE_CONSTRAINT;
+    }
+
+private:
+    static constexpr int firstValue = 3; // behind card number and running number
+
+    static std::string Sql(CardStore &store, const std::vector<int> &columns)
+    {
+        std::string names =
+            QuotedColumn(ColFrageNr) + ',' + QuotedColumn(ColFachLfdNr) + ',' + QuotedColumn(ColFachNr);
+        std::string values = "?1,?2,0";
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            names += ',' + QuotedColumn(columns[i]);
+            values += ",?" + std::to_string(Parameter(i));
+        }
+        // A tick that nobody sets is false, everything else null.
+        for (int column = 0; column < CardColumnCount; ++column) {
+            const bool given = std::find(columns.begin(), columns.end(), column) != columns.end();
+            const auto name = QString::fromLatin1(CardColumns()[static_cast<std::size_t>(column)].name);
+            if (given || KindOf(column) != CardKind::Flag || !store.Karten().HasField(name))
+                continue;
+            names += ',' + QuotedColumn(column);
+            values += ",0";
+        }
+        return R"(INSERT INTO "Lernkarten"()" + names + ") VALUES(" + values + ")";
+    }
+
+    CardStore &store_;
+    SQLite::Database &database_;
+    AddedCards &added_;
+    SQLite::Statement insert_;
+};
+
+bool IsShortText(int column)
+{
+    return QLatin1String(CardColumns()[static_cast<std::size_t>(column)].declaredType) ==
+           QLatin1String("TEXT(250)");
+}
+
+// Binds `text`, which must last until the card is added, or nothing where a card cannot hold it.
+void BindText(Adder &adder, std::size_t value, int column, const std::string &text)
+{
+    // No UTF-8 text has more characters than bytes.
+    if (IsShortText(column) && text.size() > MaxTextLength) {
+        try {
+            CheckWritable(QString::fromStdString(text), column);
+        } catch (const StoreError &error) {
+            adder.Note(error);
+            adder.Values().bind(Adder::Parameter(value));
+            return;
+        }
+    }
+    adder.Values().bindNoCopy(Adder::Parameter(value), text);
+}
+
+// Binds one value of a copied card. `text` holds what must last until the card is added.
+void CopyValue(Adder &adder, std::size_t value, int column, const SQLite::Column &from, std::string &text)
+{
+    try {
+        if (KindOf(column) == CardKind::Text && !from.isNull()) {
+            const char *bytes = from.getText(); // before getBytes(): it converts numbers
+            text.assign(bytes, static_cast<std::size_t>(from.getBytes()));
+            BindText(adder, value, column, text);
+            return;
+        }
+        const QVariant known = ForBuffer(FromEngine(from, column), column);
+        CheckWritable(known, column);
+        Bind(adder.Values(), Adder::Parameter(value), known);
+    } catch (const StoreError &error) {
+        adder.Note(error);
+        adder.Values().bind(Adder::Parameter(value));
+    }
+}
+
+} // namespace
+
+AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next)
+{
+    static const std::vector<int> columns{
+        CardColumnIndex(u"Antworttyp"),         CardColumnIndex(u"Frage"),
+        CardColumnIndex(u"Frage_Klartext"),     CardColumnIndex(u"Antwort_1"),
+        CardColumnIndex(u"Antwort_1_Klartext"), CardColumnIndex(u"Picture_9_Name")};
+    AddedCards added;
+    CardRecordset &cards = store.Karten();
+    const bool wasEmpty = store.HighestCardNumber == 0 && cards.AtBOF() && cards.AtEOF();
+    cards.Past([&](SQLite::Database &database) {
+        Adder adder(store, database, added, columns);
+        std::string question;
+        std::string answer;
+        std::string topic;
+        const auto bind = [&](std::size_t value, const std::string &text) {
+            if (text.empty())
+                adder.Values().bind(Adder::Parameter(value));
+            else
+                BindText(adder, value, columns[value], text);
+        };
+        const auto addNext = [&](const SimpleCard &card) {
+            question = card.question.toStdString();
+            answer = card.answer.toStdString();
+            topic = card.topic.toStdString();
+            try {
+                adder.Values().bind(Adder::Parameter(0), 1);
+                bind(1, question);
+                bind(2, question);
+                bind(3, answer);
+                bind(4, answer);
+                bind(5, topic);
+            } catch (const SQLite::Exception &error) {
+                return adder.TakeNote(error);
+            }
+            return adder.Add();
+        };
+        SimpleCard card;
+        while (next(card) && addNext(card)) {
+        }
+    });
+    if (wasEmpty && added.count > 0) {
+        cards.MovePrevious();
+        cards.MoveNext();
+    }
+    return added;
+}
+
+void CheckCopyable(CardFile &source)
+{
+    CardRecordset cards(source);
+    for (const char *name : copiedColumns)
+        static_cast<void>(cards[QString::fromLatin1(name)]);
+}
+
+AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt)
+{
+    std::vector<int> columns;
+    std::string names;
+    for (const char *name : copiedColumns) {
+        columns.push_back(CardColumnIndex(QString::fromLatin1(name)));
+        names += (names.empty() ? "" : ",") + QuotedColumn(columns.back());
+    }
+    const int total = CardRecordset(source).RecordCount();
+
+    AddedCards added;
+    store.Karten().Past([&](SQLite::Database &database) {
+        Adder adder(store, database, added, columns);
+        std::optional<SQLite::Statement> read;
+        const auto readNext = [&] {
+            try {
+                if (!read)
+                    read.emplace(source.Database(), "SELECT " + names +
+                                                        R"( FROM "Lernkarten" INDEXED BY "BoxKey" )"
+                                                        R"(ORDER BY "FachNr","FachLfdNr")");
+                return read->executeStep();
+            } catch (const SQLite::Exception &error) {
+                adder.NoteEngine(error, source.Path());
+                return false;
+            }
+        };
+        std::array<std::string, copiedColumns.size()> texts;
+        int done = 0;
+        bool more = true;
+        while (more && readNext()) {
+            for (std::size_t i = 0; i < columns.size(); ++i)
+                CopyValue(adder, i, columns[i], read->getColumn(static_cast<int>(i)), texts[i]);
+            more = adder.Add();
+            Melden(fortschritt, ++done, total);
+        }
+    });
+    return added;
+}

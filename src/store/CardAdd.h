@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardStore.h"
+#include "Fortschritt.h"
+#include "StoreError.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+class CardFile;
+
+// Many new cards at once for compartment 0 of the open card file: they take the next card numbers and the
+// next running numbers, in the order in which they come, and HighestCardNumber, LfdMax and Anzahl follow each
+// card that is stored. Where the running numbers would pass 16 bits, the compartment is closed up first.
+//
+// Both want an open transaction of the recordset. They throw StoreError only where the engine has given the
+// transaction up; whatever else goes wrong is told in the result, and the cards stored so far are to be kept.
+
+struct AddedCards
+{
+    int count = 0;
+    // Each kind once. 6: the card numbers or compartment 0 are full, nothing more was added. A value that a
+    // card cannot hold (3163, 6 with the field's name, 13) is left out of its card, a card that cannot be
+    // stored is left out whole; any other error ended the adding.
+    std::vector<StoreError> errors;
+};
+
+struct SimpleCard
+{
+    QString question, answer, topic; // what is empty stays unset
+};
+
+// Adds cards with a typed answer, formatted and plain text the same, until `next` has none. In a file that
+// was empty the cursor then stands on the first of them.
+AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next);
+
+// Throws 3265 where `source` lacks a field that is copied.
+void CheckCopyable(CardFile &source);
+
+// Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
+// flags of pictures) is not copied.
+AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardBulk.h"
+
+#include "CardValue.h"
+#include "FachInfo.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace {
+
+constexpr int highest16 = std::numeric_limits<qint16>::max();
+// Added to running numbers it leads out of the way of all 16-bit ones.
+constexpr int stepAside = 1 << 17;
+
+// A card's row and its place in the order in which it was found, from 0.
+struct Row
+{
+    std::int64_t id = 0;
+    int place = 0;
+};
+
+using Rows = std::vector<Row>;
+
+// The rows in the order in which they lie in the file: written so, each page is touched once.
+Rows FindRows(SQLite::Statement &statement)
+{
+    Rows rows;
+    while (statement.executeStep())
+        rows.push_back({statement.getColumn(0).getInt64(), static_cast<int>(rows.size())});
+    std::sort(rows.begin(), rows.end(), [](const Row &one, const Row &other) { return one.id < other.id; });
+    return rows;
+}
+
+Rows FindRows(SQLite::Database &database, const char *sql)
+{
+    SQLite::Statement statement(database, sql);
+    return FindRows(statement);
+}
+
+int Count(const Rows &rows)
+{
+    return static_cast<int>(rows.size());
+}
+
+// The rows were found before the first of them is written: no change of the order can lead past one.
+void WriteRows(SQLite::Database &database, const char *sql, const Rows &rows, const Fortschritt &fortschritt,
+               const std::function<void(SQLite::Statement &, int place)> &bind = {})
+{
+    SQLite::Statement statement(database, sql);
+    int done = 0;
+    for (const Row &row : rows) {
+        statement.bind(1, row.id);
+        if (bind)
+            bind(statement, row.place);
+        statement.exec();
+        statement.reset();
+        Melden(fortschritt, ++done, Count(rows));
+    }
+}
+
+void CheckFits(std::int64_t lfdNr)
+{
+    if (lfdNr > highest16)
+        throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf"));
+}
+
+} // namespace
+
+int CloseUpCompartment(SQLite::Database &database, int fachNr)
+{
+    SQLite::Statement away(database,
+                           R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
+    away.bind(1, stepAside);
+    away.bind(2, fachNr);
+    away.exec();
+
+    SQLite::Statement find(database,
+                           R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=?1 ORDER BY "FachLfdNr")");
+    find.bind(1, fachNr);
+    const Rows rows = FindRows(find);
+    WriteRows(database, R"(UPDATE "Lernkarten" SET "FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
+              [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
+    return Count(rows);
+}
+
+int MoveAllToNew(CardRecordset &cards, const Fortschritt &fortschritt)
+{
+    int moved = 0;
+    cards.Past([&](SQLite::Database &database) {
+        const Rows rows =
+            FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" INDEXED BY "FrageNr" ORDER BY "FrageNr")");
+        CheckFits(Count(rows));
+        // No card meets another's pair of compartment and running number on the way.
+        SQLite::Statement away(database,
+                               R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=0)");
+        away.bind(1, stepAside);
+        away.exec();
+        WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=0,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows,
+                  fortschritt, [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
+        moved = Count(rows);
+    });
+    return moved;
+}
+
+int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Fortschritt &fortschritt)
+{
+    int moved = 0;
+    cards.Past([&](SQLite::Database &database) {
+        const Rows rows =
+            FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=6 ORDER BY "FachLfdNr")");
+        if (lfdMax + static_cast<std::int64_t>(rows.size()) > highest16)
+            lfdMax = CloseUpCompartment(database, FachNeu);
+        CheckFits(lfdMax + static_cast<std::int64_t>(rows.size()));
+        WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=0,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows,
+                  fortschritt,
+                  [&](SQLite::Statement &statement, int place) { statement.bind(2, lfdMax + place + 1); });
+        moved = Count(rows);
+    });
+    return moved;
+}
+
+int SwapQuestionAndAnswer(CardRecordset &cards, const Fortschritt &fortschritt)
+{
+    int swapped = 0;
+    cards.Past([&](SQLite::Database &database) {
+        const Rows rows = FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "Antworttyp"=1)");
+        WriteRows(database,
+                  R"(UPDATE "Lernkarten" SET "Frage"="Antwort_1","Frage_Klartext"="Antwort_1_Klartext",)"
+                  R"("Antwort_1"="Frage","Antwort_1_Klartext"="Frage_Klartext" WHERE _rowid_=?1)",
+                  rows, fortschritt);
+        swapped = Count(rows);
+    });
+    return swapped;
+}
+
+int DeleteByTopic(CardRecordset &cards, const std::function<bool(const QString &topic)> &keep,
+                  const Fortschritt &fortschritt)
+{
+    int deleted = 0;
+    cards.Past([&](SQLite::Database &database) {
+        Rows rows;
+        SQLite::Statement find(database, R"(SELECT _rowid_,"Picture_9_Name" FROM "Lernkarten")");
+        static const int topicColumn = CardColumnIndex(u"Picture_9_Name");
+        while (find.executeStep())
+            if (!keep(FromEngine(find.getColumn(1), topicColumn).toString()))
+                rows.push_back({find.getColumn(0).getInt64(), Count(rows)});
+        WriteRows(database, R"(DELETE FROM "Lernkarten" WHERE _rowid_=?1)", rows, fortschritt);
+        deleted = Count(rows);
+    });
+    return deleted;
+}

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardList.h"
+
+#include "CardValue.h"
+
+#include <QCollator>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr const char *wholeRow =
+    R"(SELECT "FrageNr","FachNr","FachLfdNr","Frage_Klartext","Antwort_1_Klartext" FROM "Lernkarten" )"
+    "WHERE _rowid_=?1";
+constexpr const char *rowBeginnings =
+    R"(SELECT "FrageNr","FachNr","FachLfdNr",substr("Frage_Klartext",1,400),)"
+    R"(substr("Antwort_1_Klartext",1,400) FROM "Lernkarten" WHERE _rowid_=?1)";
+
+QString TextOf(const SQLite::Column &value)
+{
+    const char *text = value.getText(); // before getBytes(): it converts numbers
+    return QString::fromUtf8(text, value.getBytes());
+}
+
+// Reads one row with a statement that is prepared for all of them.
+CardList::Row ReadRow(SQLite::Statement &statement, std::int64_t id)
+{
+    CardList::Row row;
+    statement.bind(1, id);
+    if (statement.executeStep()) {
+        for (std::size_t i = 0; i < row.numbers.size(); ++i)
+            if (const SQLite::Column value = statement.getColumn(static_cast<int>(i)); !value.isNull())
+                row.numbers[i] = value.getDouble();
+        row.question = TextOf(statement.getColumn(3));
+        row.answer = TextOf(statement.getColumn(4));
+    }
+    statement.reset();
+    return row;
+}
+
+bool Matches(const CardList::Row &row, const QString &text)
+{
+    return (row.numbers[0] && QString::number(*row.numbers[0]).startsWith(text)) ||
+           row.question.contains(text, Qt::CaseInsensitive) || row.answer.contains(text, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+CardList::CardList(CardRecordset &cards) : cards_(cards)
+{
+    Sort(Column::FrageNr, true);
+}
+
+void CardList::Sort(Column column, bool ascending)
+{
+    std::vector<std::int64_t> order;
+    cards_.Beside([&](SQLite::Database &database) {
+        if (column < Column::Frage) {
+            const char *const key = column == Column::FrageNr  ? "FrageNr"
+                                    : column == Column::FachNr ? "FachNr"
+                                                               : "FachLfdNr";
+            SQLite::Statement read(database,
+                                   QStringLiteral("SELECT _rowid_ FROM \"Lernkarten\" "
+                                                  "ORDER BY \"%1\" %2, \"FrageNr\"")
+                                       .arg(QLatin1String(key), QLatin1String(ascending ? "ASC" : "DESC"))
+                                       .toStdString());
+            while (read.executeStep())
+                order.push_back(read.getColumn(0).getInt64());
+            return;
+        }
+        QCollator german(QLocale(QLocale::German, QLocale::Germany));
+        german.setCaseSensitivity(Qt::CaseInsensitive);
+        std::vector<std::pair<QCollatorSortKey, std::int64_t>> keys;
+        SQLite::Statement read(
+            database,
+            column == Column::Frage
+                ? R"(SELECT _rowid_,substr("Frage_Klartext",1,80) FROM "Lernkarten" ORDER BY "FrageNr")"
+                : R"(SELECT _rowid_,substr("Antwort_1_Klartext",1,80) FROM "Lernkarten" ORDER BY "FrageNr")");
+        while (read.executeStep())
+            keys.emplace_back(german.sortKey(TextOf(read.getColumn(1))), read.getColumn(0).getInt64());
+        std::stable_sort(keys.begin(), keys.end(), [&](const auto &one, const auto &other) {
+            return ascending ? one.first < other.first : other.first < one.first;
+        });
+        for (const auto &[key, id] : keys)
+            order.push_back(id);
+    });
+    order_ = std::move(order);
+    blocks_.clear();
+}
+
+const CardList::Row &CardList::At(int row)
+{
+    const int number = row / blockSize;
+    const auto known = std::find_if(blocks_.begin(), blocks_.end(),
+                                    [&](const Block &block) { return block.number == number; });
+    if (known == blocks_.end())
+        Load(number);
+    else
+        blocks_.splice(blocks_.begin(), blocks_, known);
+    return blocks_.front().rows[static_cast<std::size_t>(row % blockSize)];
+}
+
+void CardList::Load(int blockNumber)
+{
+    Block block;
+    block.number = blockNumber;
+    const int first = blockNumber * blockSize;
+    cards_.Beside([&](SQLite::Database &database) {
+        SQLite::Statement read(database, rowBeginnings);
+        for (int row = first; row < std::min(first + blockSize, Count()); ++row)
+            block.rows.push_back(ReadRow(read, Id(row)));
+    });
+    blocks_.push_front(std::move(block));
+    if (blocks_.size() > mostBlocks)
+        blocks_.pop_back();
+}
+
+CardList::Row CardList::Whole(int row)
+{
+    Row whole;
+    cards_.Beside([&](SQLite::Database &database) {
+        SQLite::Statement read(database, wholeRow);
+        whole = ReadRow(read, Id(row));
+    });
+    return whole;
+}
+
+std::optional<int> CardList::Find(const QString &text, int from)
+{
+    std::optional<int> found;
+    cards_.Beside([&](SQLite::Database &database) {
+        SQLite::Statement read(database, wholeRow);
+        for (int i = 0; i < Count() && !found; ++i) {
+            const int row = (from + i) % Count();
+            if (Matches(ReadRow(read, Id(row)), text))
+                found = row;
+        }
+    });
+    return found;
+}
+
+std::optional<int> CardList::RowOf(std::int64_t id) const
+{
+    const auto found = std::find(order_.begin(), order_.end(), id);
+    if (found == order_.end())
+        return std::nullopt;
+    return static_cast<int>(found - order_.begin());
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AExport.h"
+
+#include "AsciiTausch.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+
+AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
+    : Werkzeugfenster(umgebung, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
+                      QStringLiteral("ASCII - Export"), parent)
+{
+    Erklären(
+        {QStringLiteral("Durch diese Funktion werden alle einfachen Fragen in eine ASCII-Datei ausgegeben "
+                        "(Keine Ankreuzfragen und keine Bilder). "),
+         QStringLiteral("Diese ASCII-Datei kann dann von anderen Programmen (z.B. MS-Excel oder "
+                        "MS-Word-Serienbriefmanager) importiert werden. ")});
+    cmbTrennzeichen_ = TrennzeichenBauen();
+    lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
+    HinweisBauen(QStringLiteral("Hinweis: Für MS-Excel sollten Sie <Tab> als Trennzeichen benutzen. "
+                                "Für MS-Word Semikolon (;)."));
+    KnöpfeBauen([this] { cmdOK_Click(); });
+}
+
+void AExport::cmdDateiname_Click()
+{
+    lblDateiname_->setText(Umgebung().dialoge.DateiSpeichern(
+        TextdateiDialog(QStringLiteral("ASCII export"), Umgebung().store.KarteiPfad, QStringLiteral("txt"))));
+}
+
+void AExport::cmdOK_Click()
+{
+    const auto trennzeichen = Trennzeichen(Umgebung().meldungen, cmbTrennzeichen_->currentText());
+    if (!trennzeichen)
+        return;
+    const QString datei = lblDateiname_->text();
+    Ausgang ausgang{};
+    Ausführen([&](const Werkbank &bank) { ausgang = AsciiExportieren(bank, datei, *trennzeichen); });
+    if (ausgang == Ausgang::Gescheitert)
+        return;
+    if (ausgang == Ausgang::Gelungen)
+        Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich geschrieben"));
+    accept();
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Writes the simple cards of the open card file to a text file.
+class AExport final : public Werkzeugfenster
+{
+public:
+    explicit AExport(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdDateiname_Click();
+    void cmdOK_Click();
+
+    QComboBox *cmbTrennzeichen_;
+    QLineEdit *lblDateiname_;
+};

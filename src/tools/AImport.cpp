@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AImport.h"
+
+#include "AsciiTausch.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+
+AImport::AImport(WerkzeugUmgebung umgebung, QWidget *parent)
+    : Werkzeugfenster(umgebung, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
+                      QStringLiteral("ASCII - Import"), parent)
+{
+    Erklären(
+        {QStringLiteral("Durch diese Funktion werden einfache Fragen aus einer ASCII-Datei eingelesen und "
+                        "in das Fach Neu der aktuellen Kartei abgelegt. "),
+         QStringLiteral("Hierdurch können Daten aus anderen Anwendungen, z.B. MS-Excel oder MS-Access "
+                        "übernommen werden.")});
+    cmbTrennzeichen_ = TrennzeichenBauen();
+    lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
+    HinweisBauen(QStringLiteral("Hinweis: Die Datei muß folgenden Aufbau haben:"));
+    HinweisBauen(QStringLiteral("Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"));
+    KnöpfeBauen([this] { cmdOK_Click(); });
+}
+
+void AImport::cmdDateiname_Click()
+{
+    lblDateiname_->setText(Umgebung().dialoge.DateiOeffnen(
+        TextdateiDialog(QStringLiteral("ASCII import"), Umgebung().store.KarteiPfad)));
+}
+
+void AImport::cmdOK_Click()
+{
+    const auto trennzeichen = Trennzeichen(Umgebung().meldungen, cmbTrennzeichen_->currentText());
+    if (!trennzeichen)
+        return;
+    const QString datei = lblDateiname_->text();
+    Ausgang ausgang{};
+    Ausführen([&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen); });
+    if (ausgang == Ausgang::Gescheitert)
+        return;
+    if (ausgang == Ausgang::Gelungen)
+        Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
+    accept();
+}

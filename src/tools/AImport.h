@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Reads simple cards from a text file into compartment 0 of the open card file.
+class AImport final : public Werkzeugfenster
+{
+public:
+    explicit AImport(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdDateiname_Click();
+    void cmdOK_Click();
+
+    QComboBox *cmbTrennzeichen_;
+    QLineEdit *lblDateiname_;
+};

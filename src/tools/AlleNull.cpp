@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AlleNull.h"
+
+#include "NachNeu.h"
+
+AlleNull::AlleNull(WerkzeugUmgebung umgebung, QWidget *parent)
+    : Werkzeugfenster(umgebung, QStringLiteral("AlleNull"), QStringLiteral("Alle Karten nach Fach Neu"),
+                      QStringLiteral("Alle Karten nach Fach Neu"), parent)
+{
+    Erklären({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),
+              QStringLiteral("Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !")});
+    KnöpfeBauen([this] { cmdOK_Click(); });
+}
+
+void AlleNull::cmdOK_Click()
+{
+    if (Umgebung().meldungen.Fragen(
+            QStringLiteral("Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"),
+            Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
+        return;
+    Ausgang ausgang{};
+    Ausführen([&](const Werkbank &bank) { ausgang = AlleNachNeu(bank); });
+    if (ausgang == Ausgang::Gelungen)
+        Umgebung().meldungen.Zeigen(QStringLiteral("Alles zurückgesetzt"));
+    if (ausgang == Ausgang::Gelungen || !Umgebung().store.IsOpen())
+        accept();
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Puts all cards of the open file back into compartment 0.
+class AlleNull final : public Werkzeugfenster
+{
+public:
+    explicit AlleNull(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdOK_Click();
+};

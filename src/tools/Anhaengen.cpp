@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anhaengen.h"
+
+#include "CardAdd.h"
+#include "CardFile.h"
+#include "SafeFile.h"
+
+#include <optional>
+
+namespace {
+
+bool IstSieSelbst(const CardStore &store, const QString &quelle)
+{
+    // By position: what stands in the path where the open file's name would stand.
+    const qsizetype rest = quelle.size() - store.KarteiPfad.size() - 1;
+    if (rest > 0 && quelle.right(rest) == store.CurrentFileName)
+        return true;
+    return !quelle.isEmpty() && SameFile(VollerPfad(store, quelle), store.CardPath(store.CurrentFileName));
+}
+
+} // namespace
+
+Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle)
+{
+    CardStore &store = bank.store;
+    if (IstSieSelbst(store, quelle)) {
+        bank.meldungen.Zeigen(QStringLiteral("Datei kann nicht an sich selbst angehängt werden ") +
+                              store.CurrentFileName);
+        return Ausgang::Gescheitert;
+    }
+    std::optional<CardFile> datei;
+    const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        datei.emplace(VollerPfad(store, quelle), CardFile::Access::ReadOnly);
+        CheckCopyable(*datei);
+    });
+    if (!offen)
+        return Ausgang::Gescheitert;
+
+    AddedCards neue;
+    const bool gespeichert = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        InEinemZug(store.Karten(), [&] { neue = AddCardsOf(store, *datei, bank.fortschritt); });
+    });
+    datei.reset();
+    FehlerMelden(bank.meldungen, gespeichert ? neue.errors : std::vector<StoreError>());
+    NeuOeffnen(store);
+    if (!gespeichert)
+        return Ausgang::Gescheitert;
+    return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkbank.h"
+
+// Copies every card of the card file `quelle` to compartment 0 of the open one, and opens that again. The
+// open file itself is refused by message, as is a file of its name in a directory whose path is as long as
+// KarteiPfad. The source is only read.
+Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle);

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AsciiTausch.h"
+
+#include "CardAdd.h"
+#include "SafeFile.h"
+#include "TextDatei.h"
+#include "TextHelpers.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+// More than a full box of long cards; a text file is read whole.
+constexpr qint64 GroessteTextdatei = qint64{256} << 20; // bytes
+
+QString Spalte(const Field &feld, const QString &trennzeichen)
+{
+    QString text = feld.Text();
+    return CleanFieldText(text, trennzeichen);
+}
+
+// All cards as text; a card that cannot be read is left out and told in `fehler`, each error once.
+QByteArray AlsText(const Werkbank &bank, const QString &trennzeichen, std::vector<StoreError> &fehler)
+{
+    CardRecordset &karten = bank.store.Karten();
+    CardFieldHandles &felder = bank.store.Felder();
+    TextSchreiber text;
+    text.Zeile(QStringLiteral("Frage") + trennzeichen + QStringLiteral("Antwort") + trennzeichen +
+               QStringLiteral("Thema"));
+    const int gesamt = karten.RecordCount();
+    int gelesen = 0;
+    for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
+        try {
+            const QVariant typ = felder.Antworttyp.Value();
+            if (typ.isValid() && typ.toDouble() == 1)
+                text.Zeile(Spalte(felder.Frage_Klartext, trennzeichen) + trennzeichen +
+                           Spalte(felder.Antwort_Klartext[0], trennzeichen) + trennzeichen +
+                           Spalte(felder.Picture_name[8], trennzeichen));
+        } catch (const StoreError &einer) {
+            const auto gleich = [&](const StoreError &bekannt) { return bekannt.Text() == einer.Text(); };
+            if (std::none_of(fehler.begin(), fehler.end(), gleich))
+                fehler.push_back(einer);
+        }
+        Melden(bank.fortschritt, ++gelesen, gesamt);
+    }
+    return text.Inhalt();
+}
+
+std::optional<SimpleCard> KarteAusZeile(const QString &zeile, QChar trennzeichen)
+{
+    const qsizetype erstes = zeile.indexOf(trennzeichen);
+    if (erstes < 0)
+        return std::nullopt;
+    const qsizetype zweites = zeile.indexOf(trennzeichen, erstes + 1);
+    if (zweites < 0)
+        return SimpleCard{zeile.left(erstes), zeile.mid(erstes + 1), {}};
+    return SimpleCard{zeile.left(erstes), zeile.mid(erstes + 1, zweites - erstes - 1),
+                      zeile.mid(zweites + 1)};
+}
+
+} // namespace
+
+QString TabText()
+{
+    return QStringLiteral("<Tab>");
+}
+
+std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text)
+{
+    if (text == TabText())
+        return u'\t';
+    if (text == QStringLiteral(";") || text == QStringLiteral("#"))
+        return text.front();
+    meldungen.Zeigen(QStringLiteral("Trennzeichen: ") + text + QStringLiteral("ungültig!"));
+    return std::nullopt;
+}
+
+Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen)
+{
+    std::vector<StoreError> fehler;
+    const bool geschrieben = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        const QString ziel = VollerPfad(bank.store, dateiname);
+        NichtDieOffene(bank.store, ziel);
+        const QByteArray text = AlsText(bank, trennzeichen, fehler);
+        FreshFile neu(ziel);
+        neu.Make([&](const QString &pfad) { WriteFileSynced(pfad, text); });
+        neu.TakePlace();
+    });
+    FehlerMelden(bank.meldungen, fehler);
+    if (!geschrieben)
+        return Ausgang::Gescheitert;
+    return fehler.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
+}
+
+Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen)
+{
+    CardStore &store = bank.store;
+    if (dateiname.isEmpty() || !QFileInfo::exists(VollerPfad(store, dateiname))) {
+        bank.meldungen.Zeigen(dateiname + QStringLiteral(" Datei nicht gefunden !"));
+        return Ausgang::Gescheitert;
+    }
+    std::optional<TextZeilen> zeilen;
+    const bool gelesen = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        const QString pfad = VollerPfad(store, dateiname);
+        NichtDieOffene(store, pfad);
+        zeilen.emplace(ReadFile(pfad, GroessteTextdatei));
+    });
+    if (!gelesen)
+        return Ausgang::Gescheitert;
+
+    AddedCards neue;
+    QString zeile;
+    int nummer = 0;
+    const auto naechste = [&](SimpleCard &karte) {
+        while (zeilen->Naechste(zeile)) {
+            if (bank.fortschritt && ++nummer % FortschrittSchritte == 0)
+                bank.fortschritt(zeilen->Gelesen(), zeilen->Gesamt());
+            if (auto gefunden = KarteAusZeile(zeile, trennzeichen)) {
+                karte = std::move(*gefunden);
+                return true;
+            }
+        }
+        return false;
+    };
+    const bool gespeichert = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        InEinemZug(store.Karten(), [&] { neue = AddSimpleCards(store, naechste); });
+    });
+    if (!gespeichert) {
+        NeuOeffnen(store);
+        return Ausgang::Gescheitert;
+    }
+    store.BoxZeichnen();
+    FehlerMelden(bank.meldungen, neue.errors);
+    return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
+}

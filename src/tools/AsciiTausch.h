@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkbank.h"
+
+#include <optional>
+
+// The exchange of simple cards as delimited text: a card a line, question, answer and topic parted by one
+// character, no quoting.
+
+// What the box of separators shows for the tabulator.
+QString TabText();
+
+// The separator that a text of that box stands for. Reports any text that stands for none.
+std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text);
+
+// Writes all cards with a typed answer to a text file, which takes the place of an old one when it is whole.
+// Moves the cursor.
+Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen);
+
+// Adds a card to compartment 0 for each line of a text file that has a separator. All counters follow. A file
+// that is not there is reported by its name.
+Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen);

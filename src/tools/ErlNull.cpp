@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "ErlNull.h"
+
+#include "NachNeu.h"
+
+ErlNull::ErlNull(WerkzeugUmgebung umgebung, QWidget *parent)
+    : Werkzeugfenster(umgebung, QStringLiteral("ErlNull"), QStringLiteral("Erledigte Karten nach Fach Neu"),
+                      QStringLiteral("Erledigte Karten nach Fach Neu"), parent)
+{
+    Erklären(
+        {QStringLiteral("Durch diese Funktion werden erledigte Karten wieder in das Fach Neu einsortiert."),
+         QStringLiteral(
+             "Hinweis: Wenn eine Karte alle Fächer durchlaufen hat, dann gilt sie als erledigt.")});
+    KnöpfeBauen([this] { cmdOK_Click(); });
+}
+
+void ErlNull::cmdOK_Click()
+{
+    std::optional<int> anzahl;
+    Ausführen([&](const Werkbank &bank) { anzahl = ErledigteNachNeu(bank); });
+    if (anzahl)
+        Umgebung().meldungen.Zeigen(QString::number(*anzahl) + QStringLiteral("Karten zurückgesetzt"));
+    if (anzahl || !Umgebung().store.IsOpen())
+        accept();
+}

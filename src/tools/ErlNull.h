@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Puts the done cards of the open file back into compartment 0.
+class ErlNull final : public Werkzeugfenster
+{
+public:
+    explicit ErlNull(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdOK_Click();
+};

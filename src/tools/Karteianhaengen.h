@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Copies the cards of another card file into the open one. Stays open after its work.
+class Karteianhängen final : public Werkzeugfenster
+{
+public:
+    explicit Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdDateiname_Click();
+    void cmdOK_Click();
+
+    QLineEdit *lblDateiname_;
+};

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Karteispiegeln.h"
+
+#include "NeueKartei.h"
+
+#include <QLineEdit>
+
+Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
+    : Werkzeugfenster(umgebung, QStringLiteral("Karteispiegeln"),
+                      QStringLiteral("Thema ausfiltern"), // the caption that this window has always had
+                      QStringLiteral("Kartei spiegeln"), parent)
+{
+    Erklären({QStringLiteral("In der neuen Datei sind Frage und Antwort vertauscht.  "),
+              QStringLiteral("(Ankreuzfragen bleiben so wie sie sind)  "),
+              QStringLiteral("Aus einer Vokabelsammlung Deutsch/Englisch wird so eine Vokabelsammlung "
+                             "Englisch/Deutsch.")});
+    lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
+                                   [this] { cmdDateiname_Click(); });
+    HinweisBauen(
+        QStringLiteral("Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
+                       "Datei erstellen."));
+    KnöpfeBauen([this] { cmdOK_Click(); });
+}
+
+void Karteispiegeln::cmdDateiname_Click()
+{
+    KarteinameÜbernehmen(lblDateiname_,
+                         Umgebung().dialoge.DateiSpeichern(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
+                                                                        Umgebung().store.KarteiPfad)));
+}
+
+void Karteispiegeln::cmdOK_Click()
+{
+    const QString ziel = lblDateiname_->text();
+    NeueKarteiErstellen(ziel, [&](const Werkbank &bank) { return KarteiSpiegeln(bank, ziel); });
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+// Makes a new card file in which question and answer of every simple card are exchanged.
+class Karteispiegeln final : public Werkzeugfenster
+{
+public:
+    explicit Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+private:
+    void cmdDateiname_Click();
+    void cmdOK_Click();
+
+    QLineEdit *lblDateiname_;
+};

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "KartenModell.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"};
+
+// A text in one line.
+QString Einzeilig(QString text)
+{
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
+        .replace(u'\r', u' ')
+        .replace(u'\n', u' ');
+}
+
+} // namespace
+
+KartenModell::KartenModell(CardRecordset &karten, QObject *parent)
+    : QAbstractTableModel(parent), liste_(karten)
+{
+}
+
+int KartenModell::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : liste_.Count();
+}
+
+int KartenModell::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(Spalten.size());
+}
+
+QVariant KartenModell::data(const QModelIndex &index, int role) const
+{
+    const auto spalte = static_cast<std::size_t>(index.column());
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>((spalte < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole)
+        return {};
+    try {
+        const CardList::Row &zeile = liste_.At(index.row());
+        if (spalte < zeile.numbers.size())
+            return zeile.numbers[spalte] ? QString::number(*zeile.numbers[spalte]) : QString();
+        return Einzeilig(spalte == 3 ? zeile.question : zeile.answer);
+    } catch (const StoreError &fehler) {
+        Gescheitert(fehler);
+        return {};
+    }
+}
+
+QVariant KartenModell::headerData(int section, Qt::Orientation richtung, int role) const
+{
+    if (richtung != Qt::Horizontal)
+        return {};
+    if (role == Qt::DisplayRole)
+        return QString::fromLatin1(Spalten[static_cast<std::size_t>(section)]);
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>((section < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    return {};
+}
+
+void KartenModell::sort(int spalte, Qt::SortOrder folge)
+{
+    if (spalte < 0)
+        return;
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    // The current row stays on its card.
+    const QModelIndexList alte = persistentIndexList();
+    std::vector<std::int64_t> karten;
+    for (const QModelIndex &index : alte)
+        karten.push_back(liste_.Id(index.row()));
+    try {
+        liste_.Sort(static_cast<CardList::Column>(spalte), folge == Qt::AscendingOrder);
+    } catch (const StoreError &fehler) {
+        Gescheitert(fehler);
+    }
+    QModelIndexList neue;
+    for (qsizetype i = 0; i < alte.size(); ++i) {
+        const auto zeile = liste_.RowOf(karten[static_cast<std::size_t>(i)]);
+        neue << (zeile ? index(*zeile, alte[i].column()) : QModelIndex());
+    }
+    changePersistentIndexList(alte, neue);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+void KartenModell::Gescheitert(const StoreError &fehler) const
+{
+    if (std::exchange(gemeldet_, fehler.Text()) != fehler.Text())
+        leseFehler(fehler);
+}

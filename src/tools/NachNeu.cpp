@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "NachNeu.h"
+
+#include "CardBulk.h"
+
+Ausgang AlleNachNeu(const Werkbank &bank)
+{
+    const bool getan = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        CardRecordset &karten = bank.store.Karten();
+        InEinemZug(karten, [&] { MoveAllToNew(karten, bank.fortschritt); });
+    });
+    NeuOeffnen(bank.store);
+    return getan ? Ausgang::Gelungen : Ausgang::Gescheitert;
+}
+
+std::optional<int> ErledigteNachNeu(const Werkbank &bank)
+{
+    int anzahl = 0;
+    const bool getan = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        CardRecordset &karten = bank.store.Karten();
+        const int lfdMax = bank.store.FachInfo[FachNeu].LfdMax;
+        InEinemZug(karten, [&] { anzahl = MoveDoneToNew(karten, lfdMax, bank.fortschritt); });
+    });
+    NeuOeffnen(bank.store);
+    return getan ? std::optional(anzahl) : std::nullopt;
+}

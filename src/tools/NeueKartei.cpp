@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "NeueKartei.h"
+
+#include "CardBulk.h"
+#include "CardFile.h"
+#include "SafeFile.h"
+#include "TextHelpers.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+void NeueKarteiMachen(CardStore &store, const QString &ziel,
+                      const std::function<void(CardRecordset &)> &aendern)
+{
+    NichtDieOffene(store, ziel);
+    CheckReplaceable(ziel);
+    const QString quelle = store.CardPath(store.CurrentFileName);
+    FreshFile neu(ziel);
+    store.CloseCardFile(); // a card file is copied only while it is closed
+    neu.Make([&](const QString &pfad) {
+        CopyFile(quelle, pfad);
+        CardFile datei(pfad);
+        CardRecordset karten(datei);
+        karten.BeginTrans();
+        aendern(karten);
+        karten.CommitTrans();
+    });
+    neu.TakePlace();
+}
+
+Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
+                   const std::function<void(CardRecordset &)> &aendern)
+{
+    CardStore &store = bank.store;
+    const QString alterPfad = store.KarteiPfad;
+    QString name;
+    const bool gemacht = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        store.Karten(); // something must be open
+        const QString pfad = VollerPfad(store, ziel);
+        NeueKarteiMachen(store, pfad, aendern);
+        store.KarteiPfad = QFileInfo(pfad).absolutePath();
+        name = QFileInfo(pfad).fileName();
+    });
+    if (gemacht) {
+        store.OpenCardFile(name);
+        if (store.IsOpen())
+            return Ausgang::Gelungen;
+    }
+    if (!store.IsOpen()) {
+        store.KarteiPfad = alterPfad;
+        NeuOeffnen(store);
+    }
+    return Ausgang::Gescheitert;
+}
+
+} // namespace
+
+QString ThemaSchlüssel(QString thema)
+{
+    CleanFieldText(thema, {});
+    const bool leer = std::all_of(thema.begin(), thema.end(), [](QChar zeichen) { return zeichen == u' '; });
+    return leer ? QStringLiteral("<leeres Themafeld>") : thema;
+}
+
+QStringList Themen(CardRecordset &karten, Field thema)
+{
+    QStringList themen;
+    QSet<QString> bekannt;
+    for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
+        const QString schluessel = ThemaSchlüssel(thema.Text());
+        if (bekannt.contains(schluessel))
+            continue;
+        bekannt.insert(schluessel);
+        themen << schluessel;
+    }
+    return themen;
+}
+
+Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &übernehmen)
+{
+    const QSet<QString> bleibt(übernehmen.begin(), übernehmen.end());
+    return NeueKartei(bank, ziel, [&](CardRecordset &karten) {
+        DeleteByTopic(
+            karten, [&](const QString &thema) { return bleibt.contains(ThemaSchlüssel(thema)); },
+            bank.fortschritt);
+    });
+}
+
+Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel)
+{
+    return NeueKartei(bank, ziel,
+                      [&](CardRecordset &karten) { SwapQuestionAndAnswer(karten, bank.fortschritt); });
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkbank.h"
+
+#include <QStringList>
+
+// Makes a new card file of the open one and opens it instead. The new file takes the place of an old one of
+// its name when it is whole and on the disk. Where anything fails, the old files stand as they were and the
+// card file that was open is opened again.
+
+// The topic of a card as it is offered: on one line, and a name of its own where there is none.
+QString ThemaSchlüssel(QString thema);
+
+// Every topic of the cards once, in the order in which it is first met. Moves the cursor.
+QStringList Themen(CardRecordset &karten, Field thema);
+
+// Keeps the cards whose topic is among `übernehmen`, as they are.
+Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &übernehmen);
+
+// Exchanges question and answer of every simple card.
+Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel);

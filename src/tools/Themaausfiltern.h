@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+class QListWidget;
+
+// Makes a new card file with the cards of chosen topics.
+class Themaausfiltern final : public Werkzeugfenster
+{
+public:
+    explicit Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+
+protected:
+    bool eventFilter(QObject *objekt, QEvent *event) override;
+
+private:
+    void Form_Load();
+    void cmdDateiname_Click();
+    void cmdOK_Click();
+    QListWidget *ListeBauen(QGridLayout *listen, const QString &text, const QString &name);
+    void Wechseln(QListWidget *liste);
+
+    QListWidget *lstÜbernehmen_;
+    QListWidget *lstNübernehmen_;
+    QLineEdit *lblDateiname_;
+};

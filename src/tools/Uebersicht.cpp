@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Uebersicht.h"
+
+#include "Farben.h"
+#include "KartenDruck.h"
+#include "KartenModell.h"
+#include "LangeArbeit.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <limits>
+#include <utility>
+
+namespace {
+
+template <typename Widget>
+Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
+{
+    widget->setObjectName(name);
+    widget->setAccessibleName(zugänglich);
+    return widget;
+}
+
+bool IstEingabetaste(const QKeyEvent &taste)
+{
+    return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
+}
+
+bool IstText(const QKeyEvent &taste)
+{
+    return !taste.modifiers().testFlag(Qt::ControlModifier) && !taste.modifiers().testFlag(Qt::AltModifier) &&
+           !taste.text().isEmpty() && taste.text().front().isPrint() && !taste.text().front().isSpace();
+}
+
+} // namespace
+
+Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent)
+    : QDialog(parent), umgebung_(umgebung), wege_(std::move(wege)), inhalt_(new QWidget(this))
+{
+    setObjectName(QStringLiteral("Uebersicht"));
+    setWindowTitle(QStringLiteral("Lernkarten"));
+    setModal(true);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    if (!wege_.drucker)
+        wege_.drucker = StandardDrucker;
+
+    auto *außen = new QVBoxLayout(this);
+    außen->addWidget(inhalt_);
+    auto *spalte = new QVBoxLayout(inhalt_);
+    spalte->setContentsMargins(0, 0, 0, 0);
+    GitterBauen();
+    spalte->addWidget(grdDataGrid_, 1);
+    spalte->addWidget(KnöpfeBauen());
+    hinweise_ = Benannt(new QLabel(QStringLiteral("Eingabe öffnet die Karte   ·   Tippen sucht   ·   "
+                                                  "F3 sucht weiter   ·   Strg+1 bis Strg+5 sortiert   ·   "
+                                                  "Esc schließt"),
+                                   inhalt_),
+                        QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
+    hinweise_->setAlignment(Qt::AlignCenter);
+    QFont klein = hinweise_->font();
+    klein.setPointSizeF(klein.pointSizeF() * 0.9);
+    hinweise_->setFont(klein);
+    spalte->addWidget(hinweise_);
+
+    resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 38)
+               .expandedTo(layout()->totalMinimumSize())
+               .boundedTo(screen()->availableSize() * 0.9));
+    Form_Load();
+    FarbenSetzen();
+    grdDataGrid_->setFocus();
+}
+
+Uebersicht::~Uebersicht() = default;
+
+void Uebersicht::GitterBauen()
+{
+    grdDataGrid_ = Benannt(new QTableView(inhalt_), QStringLiteral("grdDataGrid"), QStringLiteral("Karten"));
+    grdDataGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grdDataGrid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    grdDataGrid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grdDataGrid_->setAlternatingRowColors(true);
+    grdDataGrid_->setShowGrid(false);
+    grdDataGrid_->setWordWrap(false);
+    grdDataGrid_->setTabKeyNavigation(false);
+    grdDataGrid_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView *zeilen = grdDataGrid_->verticalHeader();
+    zeilen->hide();
+    zeilen->setSectionResizeMode(QHeaderView::Fixed);
+    zeilen->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
+    köpfe->setHighlightSections(false);
+    köpfe->setStretchLastSection(true);
+    köpfe->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
+    grdDataGrid_->installEventFilter(this);
+    connect(grdDataGrid_, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { ZeileÖffnen(index); });
+
+    leer_ = Benannt(new QLabel(grdDataGrid_), QStringLiteral("Leer"), QString());
+    leer_->setTextFormat(Qt::PlainText);
+    leer_->setAlignment(Qt::AlignCenter);
+    leer_->setWordWrap(true);
+    leer_->hide();
+}
+
+QLineEdit *Uebersicht::Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen)
+{
+    auto *feld = Benannt(new QLineEdit(inhalt_), name, QString(text).remove(u'&').remove(u':'));
+    feld->setMaximumWidth(fontMetrics().averageCharWidth() * (zeichen + 3));
+    auto *label = new QLabel(text, inhalt_);
+    label->setBuddy(feld);
+    zeile->addWidget(label);
+    zeile->addWidget(feld);
+    return feld;
+}
+
+QWidget *Uebersicht::KnöpfeBauen()
+{
+    auto *picButtons = Benannt(new QWidget(inhalt_), QStringLiteral("picButtons"), QString());
+    auto *zeile = new QHBoxLayout(picButtons);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    const int abstand = fontMetrics().height();
+
+    txtVon_ = Feld(zeile, QStringLiteral("&Von:"), QStringLiteral("txtVon"), 6);
+    txtBis_ = Feld(zeile, QStringLiteral("&Bis:"), QStringLiteral("txtBis"), 6);
+    txtVon_->setToolTip(QStringLiteral("Die erste FrageNr, die gedruckt wird"));
+    txtBis_->setToolTip(QStringLiteral("Die letzte FrageNr, die gedruckt wird"));
+    auto *cmdDrucken = Benannt(new QPushButton(QStringLiteral("&Drucken"), inhalt_),
+                               QStringLiteral("cmdDrucken"), QStringLiteral("Drucken"));
+    cmdDrucken->setDefault(true); // for Enter in the range's fields
+    connect(cmdDrucken, &QPushButton::clicked, this, [this] { cmdDrucken_Click(); });
+    zeile->addWidget(cmdDrucken);
+    zeile->addSpacing(abstand);
+
+    txtSuchen_ = Feld(zeile, QStringLiteral("&Suchen:"), QStringLiteral("txtSuchen"), 24);
+    txtSuchen_->setClearButtonEnabled(true);
+    txtSuchen_->installEventFilter(this);
+    connect(txtSuchen_, &QLineEdit::textChanged, this,
+            [this] { Suchen(std::max(0, grdDataGrid_->currentIndex().row())); });
+    auto *weiter = new QAction(this);
+    weiter->setShortcut(Qt::Key_F3);
+    connect(weiter, &QAction::triggered, this, [this] { Suchen(grdDataGrid_->currentIndex().row() + 1); });
+    addAction(weiter);
+
+    fortschritt_ =
+        Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
+    fortschritt_->hide();
+    zeile->addSpacing(abstand);
+    zeile->addWidget(fortschritt_, 1);
+    zeile->addStretch(1);
+    datPrimaryRS_ = Benannt(new QLabel(inhalt_), QStringLiteral("datPrimaryRS"), QStringLiteral("Datensatz"));
+    zeile->addWidget(datPrimaryRS_);
+    zeile->addSpacing(abstand);
+    auto *cmdSchließen = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
+                                 QStringLiteral("cmdSchließen"), QStringLiteral("Zurück"));
+    cmdSchließen->setAutoDefault(false);
+    connect(cmdSchließen, &QPushButton::clicked, this, [this] { reject(); });
+    zeile->addWidget(cmdSchließen);
+    return picButtons;
+}
+
+void Uebersicht::Form_Load()
+{
+    try {
+        modell_ = new KartenModell(umgebung_.store.Karten(), this);
+    } catch (const StoreError &fehler) {
+        datPrimaryRS_Error(fehler);
+        return;
+    }
+    // The grid asks for rows while it paints itself: a message has to wait until it is done.
+    modell_->leseFehler = [this](const StoreError &fehler) {
+        QTimer::singleShot(0, this, [this, fehler] { datPrimaryRS_Error(fehler); });
+    };
+    grdDataGrid_->setModel(modell_);
+    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
+    köpfe->setSortIndicator(0, Qt::AscendingOrder);
+    köpfe->setSortIndicatorShown(true);
+    köpfe->setSectionsClickable(true);
+    connect(köpfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
+        modell_->sort(spalte, folge);
+        grdDataGrid_->scrollTo(grdDataGrid_->currentIndex());
+        datPrimaryRS_Reposition();
+    });
+    for (int spalte = 0; spalte < modell_->columnCount(); ++spalte) {
+        auto *sortieren = new QAction(this);
+        sortieren->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + spalte)));
+        connect(sortieren, &QAction::triggered, this, [köpfe, spalte] {
+            const bool wieder =
+                köpfe->sortIndicatorSection() == spalte && köpfe->sortIndicatorOrder() == Qt::AscendingOrder;
+            köpfe->setSortIndicator(spalte, wieder ? Qt::DescendingOrder : Qt::AscendingOrder);
+        });
+        addAction(sortieren);
+    }
+    connect(grdDataGrid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { datPrimaryRS_Reposition(); });
+    if (modell_->rowCount() > 0)
+        grdDataGrid_->setCurrentIndex(modell_->index(0, 0));
+    leer_->setText(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
+                   QStringLiteral(") enthält noch keine Karten"));
+    leer_->setAccessibleName(leer_->text());
+    leer_->setVisible(modell_->rowCount() == 0);
+    Form_Resize();
+}
+
+void Uebersicht::Form_Resize()
+{
+    leer_->setGeometry(grdDataGrid_->viewport()->geometry());
+    if (!modell_)
+        return;
+    // The numbers get what their heads need, question and answer share the rest.
+    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
+    int rest = grdDataGrid_->viewport()->width();
+    for (int spalte = 0; spalte < 3; ++spalte) {
+        const int breite = köpfe->sectionSizeHint(spalte);
+        köpfe->resizeSection(spalte, breite);
+        rest -= breite;
+    }
+    köpfe->resizeSection(3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
+}
+
+void Uebersicht::ZeileÖffnen(const QModelIndex &index)
+{
+    if (!index.isValid())
+        return;
+    bool da = false;
+    const bool gelesen = Schritt(umgebung_.meldungen, FehlerKontext(), [&] {
+        const auto nummer = modell_->Liste().Whole(index.row()).numbers[0];
+        CardRecordset &karten = umgebung_.store.Karten();
+        karten.SetIndex(u"FrageNr");
+        if (nummer)
+            karten.Seek(CardRecordset::Comparison::Equal, *nummer);
+        da = nummer && !karten.NoMatch();
+    });
+    if (!gelesen || !da)
+        return;
+    accept();
+    wege_.bearbeiten();
+}
+
+void Uebersicht::cmdDrucken_Click()
+{
+    if (läuft_ || !modell_)
+        return;
+    const auto von = Nummer(txtVon_, QStringLiteral("Von:"));
+    if (!von)
+        return;
+    const auto bis = Nummer(txtBis_, QStringLiteral("Bis:"));
+    if (!bis)
+        return;
+    läuft_ = true;
+    Schritt(umgebung_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
+    läuft_ = false;
+    txtVon_->setText(QString::number(*von));
+    txtBis_->setText(QString::number(*bis));
+}
+
+std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
+{
+    bool zahl = false;
+    const short nummer = feld->text().trimmed().toShort(&zahl);
+    if (zahl)
+        return nummer;
+    umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von %2 bis %3 eingeben.")
+                                   .arg(name)
+                                   .arg(std::numeric_limits<qint16>::min())
+                                   .arg(std::numeric_limits<qint16>::max()));
+    feld->setFocus();
+    feld->selectAll();
+    return std::nullopt;
+}
+
+// In the order in which the grid shows the cards.
+void Uebersicht::Drucken(qint16 von, qint16 bis)
+{
+    const std::unique_ptr<QPrinter> drucker = wege_.drucker();
+    if (!drucker) {
+        umgebung_.meldungen.Zeigen(QStringLiteral("Es ist kein Drucker eingerichtet."));
+        return;
+    }
+    drucker->setDocName(windowTitle());
+    LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+    const Fortschritt fortschritt = lang.Melder();
+    KartenDruck druck(*drucker);
+    CardList &liste = modell_->Liste();
+    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
+        const auto nummer = liste.At(zeile).numbers[0];
+        if (nummer && *nummer >= von && *nummer <= bis) {
+            const CardList::Row karte = liste.Whole(zeile);
+            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
+        }
+        Melden(fortschritt, zeile + 1, liste.Count());
+    }
+}
+
+void Uebersicht::Suchen(int abZeile)
+{
+    const QString text = txtSuchen_->text();
+    std::optional<int> gefunden;
+    if (modell_ && modell_->rowCount() > 0 && !text.isEmpty()) {
+        Schritt(umgebung_.meldungen, FehlerKontext(),
+                [&] { gefunden = modell_->Liste().Find(text, abZeile % modell_->rowCount()); });
+        if (gefunden)
+            grdDataGrid_->setCurrentIndex(modell_->index(*gefunden, 0));
+    }
+    // Nothing found is told without colour too.
+    QPalette farben;
+    if (!text.isEmpty() && !gefunden)
+        farben.setColor(QPalette::Text, Farben::Lesbar(Farben::Falsch, palette().color(QPalette::Base)));
+    txtSuchen_->setPalette(farben);
+    txtSuchen_->setAccessibleDescription(text.isEmpty() || gefunden ? QString()
+                                                                    : QStringLiteral("nicht gefunden"));
+    datPrimaryRS_Reposition();
+}
+
+void Uebersicht::datPrimaryRS_Reposition()
+{
+    const int zeile = grdDataGrid_->currentIndex().row();
+    const bool fehlt = !txtSuchen_->accessibleDescription().isEmpty();
+    datPrimaryRS_->setText(fehlt        ? txtSuchen_->accessibleDescription()
+                           : zeile >= 0 ? QStringLiteral("Record: ") + QString::number(zeile + 1)
+                                        : QString());
+}
+
+void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
+{
+    Schritt(umgebung_.meldungen, QStringLiteral("Folgender Fehler ist aufgetreten:"), [&] { throw fehler; });
+}
+
+bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(objekt, event);
+    auto &taste = static_cast<QKeyEvent &>(*event);
+    if (objekt == grdDataGrid_) {
+        if (IstEingabetaste(taste)) {
+            ZeileÖffnen(grdDataGrid_->currentIndex());
+            return true;
+        }
+        if (IstText(taste)) { // begins a new search
+            txtSuchen_->setFocus();
+            txtSuchen_->setText(taste.text());
+            return true;
+        }
+    } else if (objekt == txtSuchen_) {
+        if (IstEingabetaste(taste)) {
+            ZeileÖffnen(grdDataGrid_->currentIndex());
+            return true;
+        }
+        if (taste.key() == Qt::Key_Up || taste.key() == Qt::Key_Down || taste.key() == Qt::Key_PageUp ||
+            taste.key() == Qt::Key_PageDown) {
+            grdDataGrid_->setFocus();
+            QCoreApplication::sendEvent(grdDataGrid_, &taste);
+            return true;
+        }
+        if (taste.key() == Qt::Key_Escape) {
+            txtSuchen_->clear();
+            grdDataGrid_->setFocus();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(objekt, event);
+}
+
+void Uebersicht::reject()
+{
+    if (!läuft_)
+        QDialog::reject();
+}
+
+void Uebersicht::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    Form_Resize();
+}
+
+void Uebersicht::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && hinweise_)
+        FarbenSetzen();
+}
+
+void Uebersicht::FarbenSetzen()
+{
+    const QColor grund = palette().color(QPalette::Window);
+    const QColor text = palette().color(QPalette::WindowText);
+    QPalette leise; // holds this one colour; all others keep following the desktop
+    leise.setColor(QPalette::WindowText, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
+    hinweise_->setPalette(leise);
+    datPrimaryRS_->setPalette(leise);
+}

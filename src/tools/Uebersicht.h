@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Werkzeugfenster.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <optional>
+
+class KartenModell;
+class QLineEdit;
+class QModelIndex;
+class QPrinter;
+class QTableView;
+
+// What the overview reaches beyond its window.
+struct UebersichtWege
+{
+    // Opens the card editor on the current card.
+    std::function<void()> bearbeiten = [] {};
+    // The printer, or nothing where none is installed.
+    std::function<std::unique_ptr<QPrinter>()> drucker;
+};
+
+// All cards of the open file in a grid. A row opens the card editor by Enter and by double click; a range of
+// card numbers can be printed; a column's head sorts; what is typed is searched for.
+class Uebersicht final : public QDialog
+{
+public:
+    Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent = nullptr);
+    ~Uebersicht() override;
+
+    void reject() override;
+
+protected:
+    bool eventFilter(QObject *objekt, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void GitterBauen();
+    QWidget *KnöpfeBauen();
+    QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
+    void Form_Load();
+    void Form_Resize();
+    void FarbenSetzen();
+    void ZeileÖffnen(const QModelIndex &index);
+    void cmdDrucken_Click();
+    std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
+    void Drucken(qint16 von, qint16 bis);
+    void Suchen(int abZeile);
+    void datPrimaryRS_Reposition();
+    void datPrimaryRS_Error(const StoreError &fehler);
+
+    WerkzeugUmgebung umgebung_;
+    UebersichtWege wege_;
+    QWidget *inhalt_ = nullptr;
+    KartenModell *modell_ = nullptr; // nothing where the cards cannot be read
+    QTableView *grdDataGrid_ = nullptr;
+    QLabel *datPrimaryRS_ = nullptr;
+    QLabel *leer_ = nullptr;
+    QLabel *hinweise_ = nullptr;
+    QLineEdit *txtVon_ = nullptr;
+    QLineEdit *txtBis_ = nullptr;
+    QLineEdit *txtSuchen_ = nullptr;
+    QProgressBar *fortschritt_ = nullptr;
+    bool läuft_ = false;
+};

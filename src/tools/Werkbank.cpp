@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Werkbank.h"
+
+#include "SafeFile.h"
+
+#include <QDir>
+
+QString FehlerKontext()
+{
+    return QStringLiteral("Leider ist folgender Fehler Aufgetreten: ");
+}
+
+void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
+{
+    for (const StoreError &einer : fehler)
+        Schritt(meldungen, FehlerKontext(), [&] { throw einer; });
+}
+
+void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
+{
+    try {
+        karten.BeginTrans();
+        arbeit();
+        karten.CommitTrans();
+    } catch (const std::exception &fehler) {
+        const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
+        const StoreError gemeldet(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
+                                  ErrorText(fehler) + QStringLiteral(" Es wurde nichts übernommen."));
+        try {
+            karten.Rollback();
+        } catch (const StoreError &) { // the engine rolls back when the file is closed
+        }
+        throw gemeldet;
+    }
+}
+
+void NeuOeffnen(CardStore &store)
+{
+    QString name = store.CurrentFileName;
+    if (!name.isEmpty())
+        store.OpenCardFile(name);
+}
+
+QString VollerPfad(const CardStore &store, const QString &dateiname)
+{
+    if (dateiname.isEmpty())
+        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Es ist kein Dateiname angegeben."));
+    return QDir::cleanPath(QDir(store.KarteiPfad).absoluteFilePath(QDir::fromNativeSeparators(dateiname)));
+}
+
+void NichtDieOffene(const CardStore &store, const QString &pfad)
+{
+    if (store.IsOpen() && SameFile(pfad, store.CardPath(store.CurrentFileName)))
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Die Datei „%1“ ist die Kartei, die gerade geöffnet ist.").arg(pfad));
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardStore.h"
+#include "Fortschritt.h"
+#include "Meldungen.h"
+#include "Schritt.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+// What the work of every tool stands on. The work needs no window: it reports through `meldungen`.
+struct Werkbank
+{
+    CardStore &store;
+    Meldungen &meldungen;
+    Fortschritt fortschritt = {};
+};
+
+// Gelungen: all was done, the success may be told. Teilweise: something was done, and what could not be was
+// reported. Gescheitert: nothing was done, and why was reported.
+enum class Ausgang
+{
+    Gelungen,
+    Teilweise,
+    Gescheitert
+};
+
+// Stands before the text of every error of a tool.
+QString FehlerKontext();
+
+// The one error report of the tools for errors that were collected.
+void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
+
+// Runs `arbeit` as one transaction over the open cards. Where it or the commit throws, nothing is kept, and
+// the StoreError thrown says so; the card file should be opened again then.
+void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);
+
+// Opens the open card file again, which rebuilds FachInfo. Nothing happens where there has never been one.
+void NeuOeffnen(CardStore &store);
+
+// A file name as it was chosen or typed, in full; a name without directory lies beside the open card file.
+// Throws StoreError 53 for an empty name.
+QString VollerPfad(const CardStore &store, const QString &dateiname);
+
+// Throws StoreError 3051 where `pfad` leads to the open card file: it is neither read nor written past the
+// engine.
+void NichtDieOffene(const CardStore &store, const QString &pfad);

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Werkzeugfenster.h"
+
+#include "AsciiTausch.h"
+#include "Farben.h"
+#include "Flaeche.h"
+#include "LangeArbeit.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+template <typename Widget>
+Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
+{
+    widget->setObjectName(name);
+    widget->setAccessibleName(zugänglich);
+    return widget;
+}
+
+} // namespace
+
+Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
+                                 const QString &überschrift, QWidget *parent)
+    : QDialog(parent), umgebung_(umgebung), inhalt_(new QWidget(this))
+{
+    setObjectName(name);
+    setWindowTitle(titel);
+    setModal(true);
+
+    auto *aussen = new QVBoxLayout(this);
+    aussen->addWidget(inhalt_);
+    aussen->setSizeConstraint(QLayout::SetMinimumSize);
+    spalte_ = new QVBoxLayout(inhalt_);
+    spalte_->setContentsMargins(0, 0, 0, 0);
+    spalte_->setSpacing(fontMetrics().height());
+
+    auto *fläche = new Flaeche(inhalt_);
+    fläche->SetUmriss(Flaeche::Umriss::Fein);
+    kasten_ = new QVBoxLayout(fläche);
+    kasten_->setContentsMargins(22, 14, 22, 16);
+    kasten_->setSpacing(fontMetrics().height() / 2);
+    QLabel *kopf = Beschriftung(überschrift, QStringLiteral("Überschrift"));
+    QFont groß = kopf->font();
+    groß.setPointSizeF(groß.pointSizeF() * 1.5);
+    kopf->setFont(groß);
+    kasten_->addWidget(kopf);
+    kasten_->addSpacing(2);
+    spalte_->addWidget(fläche);
+
+    const int dicht = fontMetrics().height() / 2;
+    felder_ = new QGridLayout;
+    felder_->setColumnStretch(1, 1);
+    felder_->setSpacing(dicht);
+    spalte_->addLayout(felder_);
+    hinweise_ = new QVBoxLayout;
+    hinweise_->setSpacing(dicht / 2);
+    spalte_->addLayout(hinweise_);
+    // Lines of about seventy letters read well.
+    inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 88);
+}
+
+QLabel *Werkzeugfenster::Beschriftung(const QString &text, const QString &name)
+{
+    auto *label = Benannt(new QLabel(text, inhalt_), name, text.trimmed());
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+void Werkzeugfenster::Erklären(const QStringList &sätze)
+{
+    int nummer = 0;
+    for (const QString &satz : sätze)
+        kasten_->addWidget(Beschriftung(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
+}
+
+void Werkzeugfenster::HinweisBauen(const QString &text)
+{
+    leise_ << Beschriftung(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
+    hinweise_->addWidget(leise_.back());
+}
+
+QComboBox *Werkzeugfenster::TrennzeichenBauen()
+{
+    auto *box =
+        Benannt(new QComboBox(inhalt_), QStringLiteral("cmbTrennzeichen"), QStringLiteral("Trennzeichen"));
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setCompleter(nullptr);
+    box->addItems({QStringLiteral("#"), QStringLiteral(";"), TabText()});
+    box->setCurrentText(TabText());
+    auto *label = new QLabel(QStringLiteral("&Trennzeichen:"), inhalt_);
+    label->setBuddy(box);
+    const int zeile = felder_->rowCount();
+    felder_->addWidget(label, zeile, 0);
+    felder_->addWidget(box, zeile, 1, Qt::AlignLeft);
+    return box;
+}
+
+QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::function<void()> &suchen)
+{
+    auto *feld = Benannt(new QLineEdit(inhalt_), QStringLiteral("lblDateiname"), QStringLiteral("Dateiname"));
+    feld->setToolTip(tipp);
+    auto *label = new QLabel(QStringLiteral("&Dateiname:"), inhalt_);
+    label->setBuddy(feld);
+    auto *knopf =
+        Benannt(new QToolButton(inhalt_), QStringLiteral("cmdDateiname"), QStringLiteral("Datei suchen"));
+    knopf->setText(QStringLiteral("..."));
+    knopf->setToolTip(QStringLiteral("Datei suchen"));
+    knopf->setFocusPolicy(Qt::StrongFocus);
+    connect(knopf, &QToolButton::clicked, this, suchen);
+    const int zeile = felder_->rowCount();
+    felder_->addWidget(label, zeile, 0);
+    felder_->addWidget(feld, zeile, 1);
+    felder_->addWidget(knopf, zeile, 2);
+    feld->setFocus(); // all else has its usual value already
+    return feld;
+}
+
+void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
+{
+    fortschritt_ =
+        Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
+    QSizePolicy platz = fortschritt_->sizePolicy();
+    platz.setRetainSizeWhenHidden(true); // nothing jumps when it appears
+    fortschritt_->setSizePolicy(platz);
+    fortschritt_->hide();
+    auto *cmdOK = Benannt(new QPushButton(QStringLiteral("OK"), inhalt_), QStringLiteral("cmdOK"),
+                          QStringLiteral("OK"));
+    cmdOK->setDefault(true);
+    connect(cmdOK, &QPushButton::clicked, this, cmdOK_Click);
+    auto *cmdZurück = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
+                              QStringLiteral("cmdZurück"), QStringLiteral("Zurück"));
+    connect(cmdZurück, &QPushButton::clicked, this, [this] { reject(); });
+
+    auto *zeile = new QHBoxLayout;
+    zeile->addWidget(fortschritt_, 1);
+    zeile->addSpacing(fontMetrics().height());
+    zeile->addWidget(cmdOK);
+    zeile->addWidget(cmdZurück);
+    if (felder_->expandingDirections().testFlag(Qt::Vertical))
+        spalte_->setStretchFactor(felder_, 1); // lists take the room of a larger window
+    else
+        spalte_->addStretch(1);
+    spalte_->addLayout(zeile);
+    FarbenSetzen();
+    // As high as the wrapped texts need, whatever the screen.
+    const int breite = layout()->totalSizeHint().width();
+    resize(breite, layout()->totalHeightForWidth(breite));
+}
+
+void Werkzeugfenster::reject()
+{
+    if (!läuft_)
+        QDialog::reject();
+}
+
+void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)> &arbeit)
+{
+    if (läuft_)
+        return;
+    läuft_ = true;
+    {
+        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+        arbeit({umgebung_.store, umgebung_.meldungen, lang.Melder()});
+    }
+    läuft_ = false;
+}
+
+void Werkzeugfenster::NeueKarteiErstellen(const QString &ziel,
+                                          const std::function<Ausgang(const Werkbank &bank)> &erstellen)
+{
+    if (!ziel.isEmpty() && !IstKarteiname(ziel))
+        return;
+    Ausgang ausgang{};
+    Ausführen([&](const Werkbank &bank) { ausgang = erstellen(bank); });
+    if (ausgang == Ausgang::Gelungen)
+        umgebung_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
+    if (ausgang == Ausgang::Gelungen || !umgebung_.store.IsOpen())
+        accept();
+}
+
+void Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt)
+{
+    if (!gewählt.isEmpty() && IstKarteiname(gewählt))
+        feld->setText(gewählt);
+}
+
+bool Werkzeugfenster::IstKarteiname(const QString &name)
+{
+    const bool ist = name.endsWith(QStringLiteral(".pzb"), Qt::CaseInsensitive);
+    if (!ist)
+        umgebung_.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+    return ist;
+}
+
+void Werkzeugfenster::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        FarbenSetzen();
+}
+
+void Werkzeugfenster::FarbenSetzen()
+{
+    const QColor grund = palette().color(QPalette::Window);
+    const QColor text = palette().color(QPalette::WindowText);
+    QPalette leise; // holds this one colour; all others keep following the desktop
+    leise.setColor(QPalette::WindowText, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
+    for (QLabel *label : leise_)
+        label->setPalette(leise);
+}
+
+DateiDialog Werkzeugfenster::TextdateiDialog(const QString &titel, const QString &verzeichnis,
+                                             const QString &endung)
+{
+    DateiDialog dialog;
+    dialog.titel = titel;
+    dialog.filter =
+        QStringLiteral("Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
+    dialog.verzeichnis = verzeichnis;
+    dialog.endung = endung;
+    return dialog;
+}
+
+DateiDialog Werkzeugfenster::KarteiDialog(const QString &titel, const QString &verzeichnis)
+{
+    DateiDialog dialog;
+    dialog.titel = titel;
+    dialog.filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
+    dialog.verzeichnis = verzeichnis;
+    dialog.endung = QStringLiteral("pzb");
+    return dialog;
+}

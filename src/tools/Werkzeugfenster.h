@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AppConfig.h"
+#include "CardStore.h"
+#include "Dialoge.h"
+#include "Meldungen.h"
+#include "Werkbank.h"
+
+#include <QDialog>
+#include <QString>
+
+#include <functional>
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QVBoxLayout;
+
+// What the dialogs of the tools work on. A card file is open when one of them is made.
+struct WerkzeugUmgebung
+{
+    CardStore &store;
+    const AppConfig &konfig;
+    Meldungen &meldungen;
+    Dialoge &dialoge;
+};
+
+// The family of the tools' dialogs: heading and explanation on a card, the fields below it, progress and
+// buttons at the bottom. Enter runs the tool, Escape closes the dialog, but not while the tool is running.
+class Werkzeugfenster : public QDialog
+{
+public:
+    void reject() override;
+
+protected:
+    Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
+                    const QString &überschrift, QWidget *parent);
+
+    // The dialog is built from top to bottom by these. Texts are shown letter by letter.
+    void Erklären(const QStringList &sätze);
+    QComboBox *TrennzeichenBauen();
+    QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
+    void HinweisBauen(const QString &text);
+
+    QGridLayout *Felder() { return felder_; }
+
+    void KnöpfeBauen(const std::function<void()> &cmdOK_Click);
+
+    // Runs a tool: shows the hourglass and, where it takes long, the progress, and takes no keys and clicks
+    // meanwhile.
+    void Ausführen(const std::function<void(const Werkbank &bank)> &arbeit);
+
+    // Makes a new card file with a tool, tells the success and closes the dialog.
+    void NeueKarteiErstellen(const QString &ziel,
+                             const std::function<Ausgang(const Werkbank &bank)> &erstellen);
+    // Puts the path that was chosen for a card file into `feld`. Nothing chosen leaves it as it is; what is
+    // no card file's name is reported and not taken.
+    void KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt);
+
+    static DateiDialog TextdateiDialog(const QString &titel, const QString &verzeichnis,
+                                       const QString &endung = {});
+    static DateiDialog KarteiDialog(const QString &titel, const QString &verzeichnis);
+
+    const WerkzeugUmgebung &Umgebung() const { return umgebung_; }
+
+    void changeEvent(QEvent *event) override;
+
+private:
+    QLabel *Beschriftung(const QString &text, const QString &name);
+    bool IstKarteiname(const QString &name);
+    void FarbenSetzen();
+
+    WerkzeugUmgebung umgebung_;
+    QWidget *inhalt_ = nullptr;
+    QVBoxLayout *spalte_ = nullptr;
+    QVBoxLayout *kasten_ = nullptr;
+    QGridLayout *felder_ = nullptr;
+    QVBoxLayout *hinweise_ = nullptr;
+    QProgressBar *fortschritt_ = nullptr;
+    QList<QLabel *> leise_; // in a quieter tone of the text's colour
+    bool läuft_ = false;
+};

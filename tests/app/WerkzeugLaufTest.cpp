@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anzeige.h"
+#include "StoreTestSupport.h"
+
+#include <QFile>
+
+// The built program in a real window: the file tools from its menu, by keyboard alone.
+class WerkzeugLaufTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Anzeige> anzeige_;
+    std::unique_ptr<QTemporaryDir> ordner_;
+
+    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
+
+    void Oeffnen(Lauf &lauf) const
+    {
+        QVERIFY(lauf.Starten());
+        QVERIFY(QTest::qWaitFor([&] { return lauf.HatGeoeffnet(Pfad("a.pzb")); }, 30000));
+    }
+
+    // Opens a menu of the main window, and in it an entry, both counted from 1.
+    void Waehlen(int menue, int eintrag) const
+    {
+        QVERIFY(anzeige_->Taste("Lern-Box", "Alt_L"));
+        for (int i = 1; i < menue; ++i)
+            QVERIFY(anzeige_->Taste("Lern-Box", "Right"));
+        for (int i = 0; i < eintrag; ++i)
+            QVERIFY(anzeige_->Taste("Lern-Box", "Down"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "Return"));
+    }
+
+    void Tippen(const QString &titel, const QString &text) const
+    {
+        for (const QChar zeichen : text)
+            QVERIFY(anzeige_->Taste(titel, zeichen == '.' ? QString("period") : QString(zeichen)));
+    }
+
+private slots:
+
+    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+
+    void cleanupTestCase() { anzeige_.reset(); }
+
+    // A portable copy of the program.
+    void init()
+    {
+        ordner_ = std::make_unique<QTemporaryDir>();
+        const QDir von(PROGRAM_DIR);
+        for (const QString &name : von.entryList({"paukfix", "*.ico"}))
+            QVERIFY(QFile::copy(von.filePath(name), Pfad(name)));
+        QVERIFY(QFile::copy(SOURCE_DIR "/assets/konfig.dat", Pfad("konfig.dat")));
+    }
+
+    void ImportedLinesAreCardsOfTheFile()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        QFile text(Pfad("neu.txt"));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("der Hund\tthe dog\tTiere\r\ndie K\xE4rntnerin\tthe Carinthian\r\n");
+        text.close();
+
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        Waehlen(5, 2);
+        Tippen("ASCII-Import", "neu.txt");
+        QVERIFY(anzeige_->Taste("ASCII-Import", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // it tells the success
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+
+        const QList<CardRecord> karten = ReadCards(Pfad("a.pzb"));
+        QCOMPARE(karten.size(), 3);
+        QCOMPARE(karten[0], MakeCard(1, 0, 1));
+        QCOMPARE(karten[1].Frage, "der Hund");
+        QCOMPARE(karten[1].Antwort_1_Klartext, "the dog");
+        QCOMPARE(karten[1].Picture_9_Name, "Tiere");
+        QCOMPARE(karten[2].Frage_Klartext, "die Kärntnerin");
+        QCOMPARE(karten[2].FrageNr, 3.0);
+    }
+
+    void TheOverviewOpensAndGoesBack()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 3, 1)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        Waehlen(4, 1);
+        QVERIFY(anzeige_->Taste("Lernkarten", "Down"));
+        QVERIFY(anzeige_->Taste("Lernkarten", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    void DoneCardsGoBackToNeu()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 6, 1), MakeCard(3, 6, 2)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        Waehlen(5, 7);
+        QVERIFY(anzeige_->Taste("Erledigte Karten nach Fach Neu", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+        QCOMPARE(ReadCards(Pfad("a.pzb")), (QList{MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)}));
+    }
+};
+
+QTEST_GUILESS_MAIN(WerkzeugLaufTest)
+#include "WerkzeugLaufTest.moc"

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anhaengen.h"
+
+#include "Werkstatt.h"
+
+#include <QTest>
+
+class AnhaengenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void CardsLandBehindThoseInNeuInBoxOrder();
+    void EveryMappedFieldIsCopiedAndNoOther();
+    void TickCardKeepsAnswersTicksAndFormatting();
+    void UnsetFieldsStayUnset();
+    void EmptySourceChangesNothingButOpensAgain();
+    void OpenFileItselfIsRefused();
+    void SameNameInADirectoryOfSameLengthIsRefused();
+    void SameNameInAnotherDirectoryIsAppended();
+    void SourceIsNotChangedAndMayBeWriteProtected();
+    void MissingOrForeignSourceIsReported();
+    void SourceThatLacksAFieldIsReported();
+    void LockedSourceIsReported();
+    void OverflowStopsAtTheLimitAndIsReportedOnce();
+    void WhatACardCannotHoldIsLeftOutAndReportedOnce();
+    void DamagedSourceKeepsTheCardsCopiedBefore();
+    void FullDiskTakesNothingOver();
+    void SessionAndCountersBeginAnew();
+};
+
+namespace {
+
+// A card with a value of its own in every field.
+CardRecord FullCard(int number, int fach, int place)
+{
+    CardRecord card;
+    int i = 0;
+    for (const CardColumn &column : CardColumns()) {
+        ++i;
+        if (const auto *text = std::get_if<QString CardRecord::*>(&column.member))
+            card.*(*text) = QStringLiteral("%1 \u00fc %2").arg(QLatin1String(column.name)).arg(number);
+        else if (const auto *flag = std::get_if<bool CardRecord::*>(&column.member))
+            card.*(*flag) = i % 2 == 0;
+        else
+            card.*std::get<double CardRecord::*>(column.member) = 100 * i + number;
+    }
+    card.FrageNr = number;
+    card.FachNr = fach;
+    card.FachLfdNr = place;
+    card.Antworttyp = 2;
+    return card;
+}
+
+} // namespace
+
+void AnhaengenTest::CardsLandBehindThoseInNeuInBoxOrder()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(3, 0, 4), MakeCard(8, 2, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 6, 2), MakeCard(2, 6, 1), MakeCard(3, 3, 9)});
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
+    const QList<CardRecord> cards = w.Karten();
+    QStringList found;
+    for (const CardRecord &card : cards)
+        found << QStringLiteral("%1/%2/%3 %4")
+                     .arg(card.FrageNr)
+                     .arg(card.FachNr)
+                     .arg(card.FachLfdNr)
+                     .arg(card.Frage_Klartext);
+    QCOMPARE(found, (QStringList{"3/0/4 Frage 3", "9/0/5 Frage 3", "10/0/6 Frage 2", "11/0/7 Frage 1",
+                                 "8/2/1 Frage 8"}));
+}
+
+void AnhaengenTest::EveryMappedFieldIsCopiedAndNoOther()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    MakeCardFile(w.Pfad("quelle.pzb"), {FullCard(5, 4, 3)});
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    CardRecord expected = FullCard(5, 4, 3);
+    expected.FrageNr = 1;
+    expected.FachNr = 0;
+    expected.FachLfdNr = 1;
+    for (const CardColumn &column : CardColumns()) {
+        const QLatin1String name(column.name);
+        if (name.endsWith(QLatin1String("_type")))
+            expected.*std::get<QString CardRecord::*>(column.member) = QString();
+        if (name.endsWith(QLatin1String("_endlos")))
+            expected.*std::get<bool CardRecord::*>(column.member) = false;
+    }
+    QCOMPARE(w.Karten(), QList{expected});
+}
+
+void AnhaengenTest::TickCardKeepsAnswersTicksAndFormatting()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    CardRecord ticks = MakeCard(1, 2, 1);
+    ticks.Antworttyp = 2;
+    ticks.Frage = R"({\rtf1\ansi {\b fett}\par})";
+    ticks.Antwort_5 = R"({\rtf1\ansi {\i schr\'e4g}\par})";
+    ticks.Antwort_ch_1 = ticks.Antwort_ch_5 = true;
+    MakeCardFile(w.Pfad("quelle.pzb"), {ticks});
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    const CardRecord copy = w.Karten().value(1);
+    QCOMPARE(copy.Antworttyp, 2);
+    QCOMPARE(copy.Frage, ticks.Frage);
+    QCOMPARE(copy.Antwort_5, ticks.Antwort_5);
+    QVERIFY(copy.Antwort_ch_1 && !copy.Antwort_ch_2 && copy.Antwort_ch_5);
+}
+
+void AnhaengenTest::UnsetFieldsStayUnset()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    CardFile::Create(w.Pfad("quelle.pzb"));
+    {
+        CardFile source(w.Pfad("quelle.pzb"));
+        source.Database().exec("INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) VALUES(1,0,1)");
+    }
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    CardRecordset &cards = w.store.Karten();
+    cards.MoveFirst();
+    for (const char *name : {"Antworttyp", "Frage", "Picture_1_Name", "Picture_9_Name", "PictureTop"})
+        QVERIFY2(cards[QString::fromLatin1(name)].IsNull(), name);
+    QCOMPARE(cards[u"Antwort_ch_1"].Value(), QVariant(false));
+}
+
+void AnhaengenTest::EmptySourceChangesNothingButOpensAgain()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 3, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {});
+    const qint32 openings = w.store.LoopsPerSecond;
+    w.store.RichtigZaehler = 5;
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QVERIFY(w.store.LoopsPerSecond > openings);
+    QCOMPARE(w.store.RichtigZaehler, qint16(0));
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
+    QCOMPARE(w.Karten(), QList{MakeCard(1, 3, 1)});
+}
+
+void AnhaengenTest::OpenFileItselfIsRefused()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    QVERIFY(QFile::link(w.Pfad("offen.pzb"), w.Pfad("verweis.pzb")));
+    for (const QString &path :
+         {w.Pfad("offen.pzb"), w.Pfad("verweis.pzb"), w.Pfad("./offen.pzb"), QStringLiteral("offen.pzb")}) {
+        w.meldungen.gezeigt.clear();
+        QCOMPARE(KarteiAnhängen(w.bank, path), Ausgang::Gescheitert);
+        QCOMPARE(w.meldungen.Texte(),
+                 QStringList{"Datei kann nicht an sich selbst angehängt werden offen.pzb"});
+    }
+    QCOMPARE(w.Karten().size(), 1);
+}
+
+void AnhaengenTest::SameNameInADirectoryOfSameLengthIsRefused()
+{
+    Werkstatt w;
+    QVERIFY(QDir(w.verzeichnis.path()).mkdir("eins"));
+    QVERIFY(QDir(w.verzeichnis.path()).mkdir("zwei"));
+    w.store.KarteiPfad = w.Pfad("eins");
+    MakeCardFile(w.Pfad("eins/a.pzb"), {MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("zwei/a.pzb"), {MakeCard(2, 0, 1)});
+    QString name = "a.pzb";
+    w.store.OpenCardFile(name);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("zwei/a.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden a.pzb"});
+    QCOMPARE(w.Karten().size(), 1);
+}
+
+void AnhaengenTest::SameNameInAnotherDirectoryIsAppended()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    QVERIFY(QDir(w.verzeichnis.path()).mkdir("anderswo"));
+    MakeCardFile(w.Pfad("anderswo/offen.pzb"), {MakeCard(2, 0, 1)});
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("anderswo/offen.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.Karten().size(), 2);
+}
+
+void AnhaengenTest::SourceIsNotChangedAndMayBeWriteProtected()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3), MakeCard(2, 2, 4)});
+    const QByteArray before = w.Bytes("quelle.pzb");
+    QVERIFY(QFile::setPermissions(w.Pfad("quelle.pzb"), QFile::ReadOwner));
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.Bytes("quelle.pzb"), before);
+    QCOMPARE(w.Karten().size(), 3);
+    QCOMPARE(w.Dateien(), (QStringList{"offen.pzb", "quelle.pzb"}));
+}
+
+void AnhaengenTest::MissingOrForeignSourceIsReported()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.Schreiben("text.pzb", QByteArray(5000, 't'));
+    for (const QString &path : {w.Pfad("fehlt.pzb"), w.Pfad("text.pzb"), w.verzeichnis.path(), QString()}) {
+        w.meldungen.gezeigt.clear();
+        QCOMPARE(KarteiAnhängen(w.bank, path), Ausgang::Gescheitert);
+        QVERIFY(MeldetFehler(w.meldungen));
+    }
+    QVERIFY(w.store.IsOpen());
+    QCOMPARE(w.Karten().size(), 1);
+}
+
+void AnhaengenTest::SourceThatLacksAFieldIsReported()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3)});
+    {
+        CardFile source(w.Pfad("quelle.pzb"));
+        source.Database().exec("ALTER TABLE Lernkarten DROP COLUMN PictureTop");
+    }
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
+                                              "Das Feld „PictureTop“ fehlt in dieser Kartei."});
+    QCOMPARE(w.Karten().size(), 1);
+}
+
+void AnhaengenTest::LockedSourceIsReported()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3)});
+    const CardFile otherProgram(w.Pfad("quelle.pzb"));
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(w.meldungen.Texte().front().contains("ist gesperrt"));
+}
+
+void AnhaengenTest::OverflowStopsAtTheLimitAndIsReportedOnce()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(32764, 0, 32767)});
+    QList<CardRecord> source;
+    for (int i = 1; i <= 10; ++i)
+        source << MakeCard(i, 1, i);
+    MakeCardFile(w.Pfad("quelle.pzb"), source);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf"});
+    QVERIFY(w.ZaehlerStimmen());
+    const QList<CardRecord> cards = w.Karten();
+    QCOMPARE(cards.size(), 4);
+    QCOMPARE(cards[0].FachLfdNr, 1); // closed up
+    QCOMPARE(cards[3].FrageNr, 32767);
+    QCOMPARE(cards[3].FachLfdNr, 4);
+    QCOMPARE(cards[3].Frage, "Frage 3");
+}
+
+void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)});
+    {
+        CardFile source(w.Pfad("quelle.pzb"));
+        source.Database().exec("UPDATE Lernkarten SET Picture_9_Name=printf('%300c', 't'), PictureTop=1e9, "
+                               "Antworttyp='zwei' WHERE FrageNr<3");
+    }
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(w.meldungen.Texte(),
+             (QStringList{
+                 "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
+                 "Leider ist folgender Fehler Aufgetreten: "
+                 "Der Text im Feld „Picture_9_Name“ ist länger als 250 Zeichen.",
+                 "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“.",
+             }));
+    const QList<CardRecord> cards = w.Karten();
+    QCOMPARE(cards.size(), 3);
+    QCOMPARE(cards[0].Frage, "Frage 1");
+    QVERIFY(cards[0].Picture_9_Name.isEmpty());
+    QCOMPARE(cards[2].Picture_9_Name, "Thema 3");
+    QVERIFY(w.ZaehlerStimmen());
+}
+
+void AnhaengenTest::DamagedSourceKeepsTheCardsCopiedBefore()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    QList<CardRecord> source;
+    for (int i = 1; i <= 2000; ++i) {
+        source << MakeCard(i, 0, i);
+        source.back().Frage = QString(300, QChar('x'));
+    }
+    MakeCardFile(w.Pfad("quelle.pzb"), source);
+    QByteArray bytes = w.Bytes("quelle.pzb");
+    bytes.replace(bytes.size() / 2, 4096, QByteArray(4096, '\x7f'));
+    w.Schreiben("quelle.pzb", bytes);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(w.meldungen.Texte().front().contains("quelle.pzb“ ist beschädigt"));
+    QVERIFY(w.ZaehlerStimmen());
+    const qsizetype copied = w.Karten().size();
+    QVERIFY2(copied > 100 && copied < 2000, qPrintable(QString::number(copied)));
+}
+
+void AnhaengenTest::FullDiskTakesNothingOver()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.store.Karten().Past([](SQLite::Database &database) { database.exec("PRAGMA max_page_count=40"); });
+    QList<CardRecord> source;
+    for (int i = 1; i <= 2000; ++i)
+        source << MakeCard(i, 0, i);
+    MakeCardFile(w.Pfad("quelle.pzb"), source);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.ZaehlerStimmen());
+    QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
+}
+
+void AnhaengenTest::SessionAndCountersBeginAnew()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 5, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 6, 1)});
+    w.store.FalschZaehler = 3;
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.store.FalschZaehler, qint16(0));
+    QCOMPARE(w.store.BegAnz[0], qint16(1));
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
+    QCOMPARE(w.store.FachInfo[5].Anzahl, qint16(1));
+    QCOMPARE(w.store.HighestCardNumber, qint16(2));
+}
+
+QTEST_GUILESS_MAIN(AnhaengenTest)
+#include "AnhaengenTest.moc"

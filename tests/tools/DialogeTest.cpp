@@ -1,0 +1,472 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AExport.h"
+#include "AImport.h"
+#include "AlleNull.h"
+#include "ErlNull.h"
+#include "Fensterbuehne.h"
+#include "Karteianhaengen.h"
+#include "Karteispiegeln.h"
+#include "Themaausfiltern.h"
+
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+
+// The dialogs at work, driven by key and mouse.
+class DialogeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ExportAsksForAFileAndWritesIt();
+    void ExportTakesATypedFile();
+    void ExportRefusesAComma();
+    void ExportStaysOpenAfterAFailure();
+    void ExportOfPartOfTheCardsTellsNoSuccess();
+    void CancelEmptiesTheTextFileName();
+    void ImportAsksForAFileAndReadsIt();
+    void ImportStaysOpenWithoutAFile();
+    void AppendAsksForACardFileAndStaysOpen();
+    void AppendTakesNoOtherFiles();
+    void CancelKeepsTheCardFileName();
+    void TopicsChangeListsByClickAndKey();
+    void FilterMakesTheNewFile();
+    void MirrorMakesTheNewFile();
+    void NewCardFileNeedsItsExtension();
+    void NewCardFileWithoutNameIsAnError();
+    void RefusedTargetLeavesTheDialogOpen();
+    void AllToNewAsksFirst();
+    void DoneToNewTellsTheNumber();
+    void KeysAndClicksDuringTheWorkAreNotTaken();
+    void LongWorkShowsItsProgress();
+};
+
+namespace {
+
+void Type(const QWidget &window, const char *name, const QString &text)
+{
+    auto *field = Control<QLineEdit>(window, name);
+    field->clear();
+    QTest::keyClicks(field, text);
+}
+
+QStringList Entries(const QWidget &window, const char *name)
+{
+    QStringList entries;
+    const auto *list = Control<QListWidget>(window, name);
+    for (int i = 0; i < list->count(); ++i)
+        entries << list->item(i)->text();
+    return entries;
+}
+
+void ClickEntry(const QWidget &window, const char *name, int row)
+{
+    auto *list = Control<QListWidget>(window, name);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
+}
+
+} // namespace
+
+void DialogeTest::ExportAsksForAFileAndWritesIt()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("ziel.txt")};
+    Click(dialog, "cmdDateiname");
+    QCOMPARE(w.dialoge.zumSpeichern.size(), 1);
+    const DateiDialog asked = w.dialoge.zumSpeichern.front();
+    QCOMPARE(asked.titel, "ASCII export");
+    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
+    QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
+    QCOMPARE(asked.endung, "txt");
+    QCOMPARE(asked.vorgabe, "");
+    QVERIFY(asked.ueberschreibenFragen);
+    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("ziel.txt"));
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("ziel.txt") + " erfolgreich geschrieben"});
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!w.meldungen.sanduhr);
+    QCOMPARE(w.Bytes("ziel.txt"), QByteArray("Frage\tAntwort\tThema\r\nFrage 1\tAntwort 1\tThema 1\r\n"));
+}
+
+void DialogeTest::ExportTakesATypedFile()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    Control<QComboBox>(dialog, "cmbTrennzeichen")->setCurrentText(";");
+    Type(dialog, "lblDateiname", "getippt.txt");
+    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+    QCOMPARE(w.meldungen.Texte(), QStringList{"getippt.txt erfolgreich geschrieben"});
+    QVERIFY(w.Bytes("getippt.txt").startsWith("Frage;"));
+}
+
+void DialogeTest::ExportRefusesAComma()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    auto *separators = Control<QComboBox>(dialog, "cmbTrennzeichen");
+    separators->lineEdit()->selectAll();
+    QTest::keyClicks(separators->lineEdit(), ",");
+    Type(dialog, "lblDateiname", w.Pfad("ziel.txt"));
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Trennzeichen: ,ungültig!"});
+    QVERIFY(dialog.isVisible());
+    QVERIFY(!QFile::exists(w.Pfad("ziel.txt")));
+}
+
+void DialogeTest::ExportStaysOpenAfterAFailure()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    Click(dialog, "cmdOK");
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(dialog.isVisible());
+    QVERIFY(Control<QWidget>(dialog, "lblDateiname")->isEnabled());
+}
+
+void DialogeTest::ExportOfPartOfTheCardsTellsNoSuccess()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
+    w.store.Karten().Past([](SQLite::Database &database) {
+        database.exec("UPDATE Lernkarten SET Antworttyp='eins' WHERE FrageNr=1");
+    });
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", w.Pfad("ziel.txt"));
+    Click(dialog, "cmdOK");
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(w.Bytes("ziel.txt").contains("Frage 2"));
+}
+
+void DialogeTest::CancelEmptiesTheTextFileName()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    AExport exporting(w.umgebung);
+    AImport importing(w.umgebung);
+    for (QWidget *dialog : {static_cast<QWidget *>(&exporting), static_cast<QWidget *>(&importing)}) {
+        Show(*dialog);
+        Type(*dialog, "lblDateiname", "etwas.txt");
+        Click(*dialog, "cmdDateiname");
+        QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), "");
+        dialog->hide();
+    }
+}
+
+void DialogeTest::ImportAsksForAFileAndReadsIt()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.Schreiben("quelle.txt", "neu\tnew\r\n");
+    AImport dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("quelle.txt")};
+    Click(dialog, "cmdDateiname");
+    const DateiDialog asked = w.dialoge.zumOeffnen.value(0);
+    QCOMPARE(asked.titel, "ASCII import");
+    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
+    QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
+    QCOMPARE(asked.endung, "");
+    QCOMPARE(asked.vorgabe, "");
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("quelle.txt") + " erfolgreich eingelesen"});
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.Karten().size(), 2);
+}
+
+void DialogeTest::ImportStaysOpenWithoutAFile()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    AImport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "fehlt.txt");
+    Click(dialog, "cmdOK");
+    Control<QComboBox>(dialog, "cmbTrennzeichen")->setCurrentText("x");
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(),
+             (QStringList{"fehlt.txt Datei nicht gefunden !", "Trennzeichen: xungültig!"}));
+    QVERIFY(dialog.isVisible());
+}
+
+void DialogeTest::AppendAsksForACardFileAndStaysOpen()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
+    Karteianhängen dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("quelle.pzb")};
+    Click(dialog, "cmdDateiname");
+    const DateiDialog asked = w.dialoge.zumOeffnen.value(0);
+    QCOMPARE(asked.titel, "Merkkasten anhängen");
+    QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
+    QCOMPARE(asked.verzeichnis, w.konfig.ProgrammPfad);
+    QCOMPARE(asked.endung, "pzb");
+    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("quelle.pzb"));
+    Click(dialog, "cmdOK");
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
+
+    Type(dialog, "lblDateiname", w.Pfad("offen.pzb"));
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden offen.pzb"});
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(w.Karten().size(), 2);
+}
+
+void DialogeTest::AppendTakesNoOtherFiles()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    Karteianhängen dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("text.txt"), w.Pfad("GROSS.PZB")};
+    Click(dialog, "cmdDateiname");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Bitte nur .pzb Dateien"});
+    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), "");
+    Click(dialog, "cmdDateiname");
+    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("GROSS.PZB"));
+}
+
+void DialogeTest::CancelKeepsTheCardFileName()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    Karteispiegeln dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "neu.pzb");
+    Click(dialog, "cmdDateiname");
+    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), "neu.pzb");
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
+}
+
+void DialogeTest::TopicsChangeListsByClickAndKey()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3), MakeCard(8, 0, 4)});
+    Themaausfiltern dialog(w.umgebung);
+    Show(dialog);
+    QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 1", "Thema 2", "Thema 3"}));
+    QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList());
+    ClickEntry(dialog, "lstÜbernehmen", 1);
+    QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 1", "Thema 3"}));
+    QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList{"Thema 2"});
+    ClickEntry(dialog, "lstÜbernehmen", 0);
+    QCOMPARE(Entries(dialog, "lstNübernehmen"), (QStringList{"Thema 2", "Thema 1"}));
+    ClickEntry(dialog, "lstNübernehmen", 0);
+    QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 3", "Thema 2"}));
+    // Space and Enter do what a click does; Enter does not run the tool.
+    auto *keep = Control<QListWidget>(dialog, "lstÜbernehmen");
+    keep->setFocus();
+    keep->setCurrentRow(0);
+    QTest::keyClick(keep, Qt::Key_Space);
+    QTest::keyClick(keep, Qt::Key_Return);
+    QTest::keyClick(keep, Qt::Key_Return);
+    QCOMPARE(Entries(dialog, "lstÜbernehmen"), QStringList());
+    QCOMPARE(Entries(dialog, "lstNübernehmen"), (QStringList{"Thema 1", "Thema 3", "Thema 2"}));
+    QVERIFY(dialog.isVisible());
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
+}
+
+void DialogeTest::FilterMakesTheNewFile()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
+    Themaausfiltern dialog(w.umgebung);
+    Show(dialog);
+    ClickEntry(dialog, "lstÜbernehmen", 0);
+    w.dialoge.pfade = {w.Pfad("neu.pzb")};
+    Click(dialog, "cmdDateiname");
+    const DateiDialog asked = w.dialoge.zumSpeichern.value(0);
+    QCOMPARE(asked.titel, "Themaausfiltern");
+    QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
+    QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
+    QCOMPARE(asked.endung, "pzb");
+    QVERIFY(asked.ueberschreibenFragen);
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
+    QCOMPARE(w.meldungen.gezeigt.front().titel, "Merkkasten (neu.pzb)");
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.store.CurrentFileName, "neu.pzb");
+    QCOMPARE(w.Karten(), QList{MakeCard(2, 0, 2)});
+}
+
+void DialogeTest::MirrorMakesTheNewFile()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    Karteispiegeln dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("neu.pzb")};
+    Click(dialog, "cmdDateiname");
+    QCOMPARE(w.dialoge.zumSpeichern.value(0).titel, "Merkkasten Spiegeln");
+    QCOMPARE(w.dialoge.zumSpeichern.value(0).verzeichnis, w.store.KarteiPfad);
+    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.Karten().value(0).Frage, "Antwort 1");
+}
+
+void DialogeTest::NewCardFileNeedsItsExtension()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    Themaausfiltern filter(w.umgebung);
+    Karteispiegeln mirror(w.umgebung);
+    for (QWidget *dialog : {static_cast<QWidget *>(&filter), static_cast<QWidget *>(&mirror)}) {
+        w.meldungen.gezeigt.clear();
+        Show(*dialog);
+        w.dialoge.pfade = {w.Pfad("neu.txt")};
+        Click(*dialog, "cmdDateiname");
+        QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), "");
+        Type(*dialog, "lblDateiname", w.Pfad("neu.txt"));
+        Click(*dialog, "cmdOK");
+        QCOMPARE(w.meldungen.Texte(), (QStringList{"Bitte nur .pzb Dateien", "Bitte nur .pzb Dateien"}));
+        QVERIFY(dialog->isVisible());
+        dialog->hide();
+    }
+    QCOMPARE(w.Dateien(), QStringList{"offen.pzb"});
+}
+
+void DialogeTest::NewCardFileWithoutNameIsAnError()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    Karteispiegeln dialog(w.umgebung);
+    Show(dialog);
+    Click(dialog, "cmdOK");
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(dialog.isVisible());
+    QVERIFY(w.store.IsOpen());
+}
+
+void DialogeTest::RefusedTargetLeavesTheDialogOpen()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    Themaausfiltern dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "./offen.pzb");
+    Click(dialog, "cmdOK");
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(w.Karten().size(), 1);
+}
+
+void DialogeTest::AllToNewAsksFirst()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(2, 3, 1), MakeCard(1, 4, 1)});
+    AlleNull dialog(w.umgebung);
+    Show(dialog);
+    w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"});
+    QVERIFY(w.meldungen.gezeigt.front().frage);
+    QCOMPARE(w.meldungen.vorgaben, QList{Meldungen::Antwort::Nein});
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(w.Karten(), (QList{MakeCard(2, 3, 1), MakeCard(1, 4, 1)}));
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte().last(), "Alles zurückgesetzt");
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.Karten().value(1).FrageNr, 2);
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
+}
+
+void DialogeTest::DoneToNewTellsTheNumber()
+{
+    for (const int done : {0, 3}) {
+        Fensterbuehne w;
+        QList<CardRecord> cards{MakeCard(10, 0, 1)};
+        for (int i = 1; i <= done; ++i)
+            cards << MakeCard(i, 6, i);
+        w.Oeffnen(cards);
+        ErlNull dialog(w.umgebung);
+        Show(dialog);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        QCOMPARE(w.meldungen.Texte(), QStringList{QString::number(done) + "Karten zurückgesetzt"});
+        QVERIFY(!w.meldungen.gezeigt.front().frage);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(done + 1));
+    }
+}
+
+void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
+    Karteianhängen dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
+    auto *ok = Control<QPushButton>(dialog, "cmdOK");
+    bool asked = false;
+    w.store.BoxZeichnen = [&] { // while the file is opened again
+        if (std::exchange(asked, true))
+            return;
+        QVERIFY(!ok->isEnabled());
+        dialog.close();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QCoreApplication::postEvent(ok, new QKeyEvent(QEvent::KeyPress, Qt::Key_Space, {}, " "));
+        QCoreApplication::postEvent(ok, new QKeyEvent(QEvent::KeyRelease, Qt::Key_Space, {}, " "));
+        QCoreApplication::postEvent(&dialog, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}));
+        QCoreApplication::postEvent(&dialog, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
+    };
+    Click(dialog, "cmdOK");
+    QVERIFY(asked);
+    QCoreApplication::processEvents();
+    QVERIFY(dialog.isVisible());
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
+}
+
+void DialogeTest::LongWorkShowsItsProgress()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    QByteArray lines;
+    for (int i = 0; i < 1000; ++i)
+        lines += "a\tb\r\n";
+    w.Schreiben("quelle.txt", lines);
+    AImport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "quelle.txt");
+    const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
+    QVERIFY(!progress->isVisible());
+    // As if the work took long: it begins with a second of waiting.
+    w.meldungen.beiSanduhr = [] {
+        QElapsedTimer timer;
+        timer.start();
+        while (!timer.hasExpired(400)) {
+        }
+    };
+    bool shown = false;
+    w.store.BoxZeichnen = [&] { // when all is done
+        shown = progress->isVisible();
+        QVERIFY(progress->value() > 0);
+        QVERIFY(progress->value() <= progress->maximum());
+    };
+    Click(dialog, "cmdOK");
+    QVERIFY(shown);
+    QVERIFY(!progress->isVisible());
+}
+
+QTEST_MAIN(DialogeTest)
+#include "DialogeTest.moc"

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anhaengen.h"
+#include "AsciiTausch.h"
+#include "NachNeu.h"
+#include "NeueKartei.h"
+#include "TextHelpers.h"
+#include "Werkstatt.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+// Random boxes through the tools and back.
+class RundreiseTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ExportAndImportGiveBackTheSameCards();
+    void ToolsAgreeWithAModelOfTheBox();
+
+private:
+    static int Runden(int lang) { return qEnvironmentVariableIsSet("PAUKFIX_SHORT_TESTS") ? lang / 5 : lang; }
+
+    QRandomGenerator random_{20260101};
+
+    QString Text()
+    {
+        static const QStringList pieces{
+            "Haus", " ",    "\r\n", "\t", ";",  "#",  "Größe",  "€",          "„“",         "\"", "'",
+            "мышь", "日本", "\n",   "",   "ÃŸ", "Ã¤", "\u0081", "\U0001F600", "{\\rtf1 x}", "%1", "\u00A0"};
+        QString text;
+        for (quint32 i = random_.bounded(6u); i > 0; --i)
+            text += pieces[random_.bounded(pieces.size())];
+        return text;
+    }
+
+    QList<CardRecord> Box(int most)
+    {
+        QList<CardRecord> cards;
+        const int count = random_.bounded(most + 1);
+        const bool plain = random_.bounded(2) == 0; // only ASCII
+        for (int i = 1; i <= count; ++i) {
+            CardRecord card = MakeCard(i * 3, random_.bounded(7), i * 2);
+            card.Antworttyp = random_.bounded(4) == 0 ? 2 : 1;
+            if (!plain) {
+                card.Frage_Klartext = Text();
+                card.Antwort_1_Klartext = Text();
+                card.Picture_9_Name = Text();
+            }
+            cards << card;
+        }
+        return cards;
+    }
+};
+
+void RundreiseTest::ExportAndImportGiveBackTheSameCards()
+{
+    for (int round = 0; round < Runden(60); ++round) {
+        Werkstatt w;
+        w.Oeffnen(Box(60));
+        const QChar separator = QStringLiteral("\t;#")[random_.bounded(3)];
+        QStringList expected{"Frage|Antwort|Thema"};
+        for (CardRecord &card : w.Karten())
+            if (card.Antworttyp == 1)
+                expected << CleanFieldText(card.Frage_Klartext, separator) + "|" +
+                                CleanFieldText(card.Antwort_1_Klartext, separator) + "|" +
+                                CleanFieldText(card.Picture_9_Name, separator);
+        QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), separator), Ausgang::Gelungen);
+        w.Oeffnen({}, "leer.pzb");
+        QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), separator), Ausgang::Gelungen);
+        QStringList found;
+        for (const CardRecord &card : w.Karten())
+            found << card.Frage + "|" + card.Antwort_1_Klartext + "|" + card.Picture_9_Name;
+        QCOMPARE(found, expected);
+        QVERIFY(w.ZaehlerStimmen());
+    }
+}
+
+void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
+{
+    for (int round = 0; round < Runden(15); ++round) {
+        Werkstatt w;
+        w.Oeffnen(Box(40));
+        QList<CardRecord> model = w.Karten();
+        int file = 0;
+        for (int step = 0; step < 8; ++step) {
+            int highest = 0;
+            int lfdMax = 0;
+            for (const CardRecord &card : model) {
+                highest = std::max(highest, static_cast<int>(card.FrageNr));
+                if (card.FachNr == 0)
+                    lfdMax = std::max(lfdMax, static_cast<int>(card.FachLfdNr));
+            }
+            const auto neu = [&](CardRecord card) {
+                card.FrageNr = ++highest;
+                card.FachNr = 0;
+                card.FachLfdNr = ++lfdMax;
+                model << card;
+            };
+            switch (random_.bounded(5)) {
+            case 0: {
+                QCOMPARE(AlleNachNeu(w.bank), Ausgang::Gelungen);
+                std::sort(model.begin(), model.end(),
+                          [](const CardRecord &a, const CardRecord &b) { return a.FrageNr < b.FrageNr; });
+                int place = 0;
+                for (CardRecord &card : model) {
+                    card.FachNr = 0;
+                    card.FachLfdNr = ++place;
+                }
+                break;
+            }
+            case 1:
+                QVERIFY(ErledigteNachNeu(w.bank));
+                for (CardRecord &card : model)
+                    if (card.FachNr == 6) {
+                        card.FachNr = 0;
+                        card.FachLfdNr = ++lfdMax;
+                    }
+                break;
+            case 2: {
+                const QString source = w.Pfad(QStringLiteral("quelle%1.pzb").arg(step));
+                MakeCardFile(source, Box(10));
+                for (const CardRecord &card : ReadCards(source))
+                    neu(card);
+                QCOMPARE(KarteiAnhängen(w.bank, source), Ausgang::Gelungen);
+                break;
+            }
+            case 3:
+                QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad(QStringLiteral("neu%1.pzb").arg(++file))),
+                         Ausgang::Gelungen);
+                for (CardRecord &card : model)
+                    if (card.Antworttyp == 1) {
+                        std::swap(card.Frage, card.Antwort_1);
+                        std::swap(card.Frage_Klartext, card.Antwort_1_Klartext);
+                    }
+                break;
+            default: {
+                QStringList topics = Themen(w.store.Karten(), w.store.Felder().Picture_name[8]);
+                topics.removeIf([&](const QString &) { return random_.bounded(3) == 0; });
+                QCOMPARE(ThemenAusfiltern(w.bank, w.Pfad(QStringLiteral("neu%1.pzb").arg(++file)), topics),
+                         Ausgang::Gelungen);
+                model.removeIf([&](const CardRecord &card) {
+                    return !topics.contains(ThemaSchlüssel(card.Picture_9_Name));
+                });
+            }
+            }
+            std::sort(model.begin(), model.end(), [](const CardRecord &a, const CardRecord &b) {
+                return std::pair(a.FachNr, a.FachLfdNr) < std::pair(b.FachNr, b.FachLfdNr);
+            });
+            QCOMPARE(w.Karten(), model);
+            QVERIFY(w.ZaehlerStimmen());
+            QVERIFY(w.meldungen.gezeigt.isEmpty());
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(RundreiseTest)
+#include "RundreiseTest.moc"
