@@ -5,6 +5,7 @@
 #include "CardBulk.h"
 #include "CardFile.h"
 #include "CardValue.h"
+#include "JetCards.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
@@ -14,6 +15,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -154,6 +156,19 @@ void BindText(Adder &adder, std::size_t value, int column, const std::string &te
     adder.Values().bindNoCopy(Adder::Parameter(value), text);
 }
 
+// Binds a number or a tick, or nothing where a card cannot hold it.
+void BindKnown(Adder &adder, std::size_t value, int column, const QVariant &from)
+{
+    try {
+        const QVariant known = ForBuffer(from, column);
+        CheckWritable(known, column);
+        Bind(adder.Values(), Adder::Parameter(value), known);
+    } catch (const StoreError &error) {
+        adder.Note(error);
+        adder.Values().bind(Adder::Parameter(value));
+    }
+}
+
 // Binds one value of a copied card. `text` holds what must last until the card is added.
 void CopyValue(Adder &adder, std::size_t value, int column, const SQLite::Column &from, std::string &text)
 {
@@ -164,13 +179,31 @@ void CopyValue(Adder &adder, std::size_t value, int column, const SQLite::Column
             BindText(adder, value, column, text);
             return;
         }
-        const QVariant known = ForBuffer(FromEngine(from, column), column);
-        CheckWritable(known, column);
-        Bind(adder.Values(), Adder::Parameter(value), known);
+        BindKnown(adder, value, column, FromEngine(from, column));
     } catch (const StoreError &error) {
         adder.Note(error);
         adder.Values().bind(Adder::Parameter(value));
     }
+}
+
+void CopyValue(Adder &adder, std::size_t value, int column, const SalvagedCard::Value &from,
+               std::string &text)
+{
+    if (const auto *bytes = std::get_if<QByteArray>(&from)) {
+        text = bytes->toStdString();
+        BindText(adder, value, column, text);
+    } else {
+        const auto *number = std::get_if<double>(&from);
+        BindKnown(adder, value, column, number == nullptr ? QVariant() : QVariant(*number));
+    }
+}
+
+std::vector<int> CopiedColumns()
+{
+    std::vector<int> columns;
+    for (const char *name : copiedColumns)
+        columns.push_back(CardColumnIndex(QString::fromLatin1(name)));
+    return columns;
 }
 
 } // namespace
@@ -231,12 +264,10 @@ void CheckCopyable(CardFile &source)
 
 AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt)
 {
-    std::vector<int> columns;
+    const std::vector<int> columns = CopiedColumns();
     std::string names;
-    for (const char *name : copiedColumns) {
-        columns.push_back(CardColumnIndex(QString::fromLatin1(name)));
-        names += (names.empty() ? "" : ",") + QuotedColumn(columns.back());
-    }
+    for (const int column : columns)
+        names += (names.empty() ? "" : ",") + QuotedColumn(column);
     const int total = CardRecordset(source).RecordCount();
 
     AddedCards added;
@@ -264,6 +295,47 @@ AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &for
             more = adder.Add();
             Melden(fortschritt, ++done, total);
         }
+    });
+    return added;
+}
+
+AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
+{
+    const std::vector<int> columns = CopiedColumns();
+    std::vector<const CardPlan *> plans; // in box order
+    for (const CardPlan &plan : source.Cards())
+        plans.push_back(&plan);
+    std::sort(plans.begin(), plans.end(), [](const CardPlan *one, const CardPlan *other) {
+        return std::tie(one->compartment, one->place) < std::tie(other->compartment, other->place);
+    });
+
+    AddedCards added;
+    store.Karten().Past([&](SQLite::Database &database) {
+        Adder adder(store, database, added, columns);
+        std::array<std::string, copiedColumns.size()> texts;
+        int done = 0;
+        bool damaged = source.Lost() > 0;
+        for (const CardPlan *plan : plans) {
+            const SalvagedCard card = source.Read(*plan);
+            damaged = damaged || !card.remarks.empty();
+            try {
+                for (std::size_t i = 0; i < columns.size(); ++i)
+                    CopyValue(adder, i, columns[i], card.values[static_cast<std::size_t>(columns[i])],
+                              texts[i]);
+            } catch (const SQLite::Exception &error) {
+                if (!adder.TakeNote(error))
+                    break;
+                continue;
+            }
+            if (!adder.Add())
+                break;
+            Melden(fortschritt, ++done, static_cast<int>(plans.size()));
+        }
+        if (damaged)
+            adder.Note(
+                StoreError(Fehler::Beschaedigt,
+                           QStringLiteral("Die Datei „%1“ ist beschädigt; was sich nicht lesen ließ, fehlt.")
+                               .arg(source.File().Path())));
     });
     return added;
 }

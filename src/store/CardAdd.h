@@ -12,6 +12,7 @@
 #include <vector>
 
 class CardFile;
+class JetCards;
 
 // Many new cards at once for compartment 0 of the open card file: they take the next card numbers and the
 // next running numbers, in the order in which they come, and HighestCardNumber, LfdMax and Anzahl follow each
@@ -44,3 +45,6 @@ void CheckCopyable(CardFile &source);
 // Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
 // flags of pictures) is not copied.
 AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
+// The same from a card file of the former database engine. Cards and texts that damage has taken away are
+// told as error 3049.
+AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});

@@ -285,3 +285,8 @@ void CheckReplaceable(const QString &path)
             throw;
     }
 }
+
+void CheckAccess(const QString &path, CardFile::Access access)
+{
+    StatCardFile(Absolute(path), access);
+}

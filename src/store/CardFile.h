@@ -43,6 +43,10 @@ private:
     ino_t inode_ = 0;
 };
 
+// Throws StoreError 3024, 76, 3051 or 3049 (empty) where CardFile would not even look into the file at
+// `path`.
+void CheckAccess(const QString &path, CardFile::Access access);
+
 // Throws StoreError 3045 or 3051 where a card file stands at `path` that another program has open, or that
 // may not be written. Nothing there, or no card file: that may be replaced.
 void CheckReplaceable(const QString &path);

@@ -4,6 +4,8 @@
 
 #include "CardFile.h"
 #include "CardFileCheck.h"
+#include "JetConversion.h"
+#include "JetFile.h"
 #include "Repair.h"
 #include "SafeFile.h"
 
@@ -140,6 +142,8 @@ void CardStore::OpenCardFile(QString &fileName)
 
 void CardStore::OpenChecked(const QString &path)
 {
+    if (JetFile::Recognises(path))
+        Convert(path);
     const auto open = [&] {
         file_ = std::make_unique<CardFile>(path);
         CheckCardFile(file_->Database());
@@ -162,6 +166,29 @@ void CardStore::OpenChecked(const QString &path)
         meldungen_.Zeigen(QStringLiteral("Datei wurde repariert"));
         open();
     }
+}
+
+// What could not be opened afterwards, or not be read, is refused before the question.
+void CardStore::Convert(const QString &path)
+{
+    CheckAccess(path, CardFile::Access::Exclusive);
+    static_cast<void>(JetFile(path));
+    const QString name = QFileInfo(path).fileName();
+    if (meldungen_.Fragen(
+            QStringLiteral("„%1“ hat das Format der früheren Datenbank: Soll die Kartei umgewandelt werden, "
+                           "wobei die alte Datei als „%2“ daneben erhalten bleibt?")
+                .arg(name, QFileInfo(ConversionNames(path).oldFile).fileName())) != Meldungen::Antwort::Ja)
+        throw StoreError(
+            Fehler::FormatUnbekannt,
+            QStringLiteral(
+                "Die Datei „%1“ hat das Format der früheren Datenbank und wurde nicht umgewandelt.")
+                .arg(path));
+    const QString report = ConvertJetFile(path);
+    if (!report.isEmpty())
+        meldungen_.Zeigen(
+            QStringLiteral("Nicht jede Karte ließ sich unverändert übernehmen. Was geändert wurde, "
+                           "steht in „%1“.")
+                .arg(QFileInfo(report).fileName()));
 }
 
 void CardStore::WalkCards()

@@ -57,7 +57,8 @@ public:
     // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name.
     // Closes the open file first where it is the same one. Throws StoreError where the file cannot be made.
     void CreateCardFile(QString &fileName);
-    // Opens KarteiPfad/fileName, asking whether to repair a damaged file. On failure reports it, leaves no
+    // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine and whether to
+    // repair a damaged one. On failure reports it, leaves no
     // file open and empties `fileName`: never pass CurrentFileName itself.
     void OpenCardFile(QString &fileName);
     // Errors are ignored; harmless when nothing is open.
@@ -82,6 +83,7 @@ public:
 
 private:
     void OpenChecked(const QString &path);
+    void Convert(const QString &path);
     void WalkCards();
 
     Meldungen &meldungen_;

@@ -8,13 +8,13 @@
 #include "EngineReader.h"
 #include "RepairFiles.h"
 #include "RepairReport.h"
+#include "SalvageWriter.h"
 #include "StoreError.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
+#include <SQLiteCpp/Exception.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -35,51 +35,26 @@ struct Reading
     CardSalvage salvage;
 };
 
-void BindCard(SQLite::Statement &insert, const SalvagedCard &card)
-{
-    for (int column = 0; column < CardColumnCount; ++column) {
-        const SalvagedCard::Value &value = card.values[static_cast<std::size_t>(column)];
-        if (const auto *number = std::get_if<double>(&value))
-            insert.bind(column + 1, *number);
-        else if (const auto *text = std::get_if<QByteArray>(&value))
-            insert.bind(column + 1, std::string(text->constData(), static_cast<std::size_t>(text->size())));
-        else
-            insert.bind(column + 1);
-    }
-}
-
 // Writes the planned cards into a new file; the report learns of every one. Returns how many were written.
 int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport &report)
 {
-    CardFile::Create(newPath);
-    CardFile file(newPath);
-    SQLite::Database &database = file.Database();
-    // Nobody needs this file before it is whole, and it is synced then.
-    database.exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
-    SQLite::Transaction transaction(database);
-    std::string sql = "INSERT INTO Lernkarten VALUES(?";
-    for (int column = 1; column < CardColumnCount; ++column)
-        sql += ",?";
-    SQLite::Statement insert(database, sql + ")");
-    int cards = 0;
-    for (const CardPlan &plan : salvage.Cards()) {
-        const auto card = salvage.Read(plan);
-        if (!card) {
-            report.AddLost(plan.number);
-            continue;
+    auto plan = salvage.Cards().begin();
+    const auto next = [&]() -> std::optional<SalvagedCard> {
+        while (plan != salvage.Cards().end()) {
+            auto card = salvage.Read(*plan);
+            if (!card)
+                report.AddLost(plan->number);
+            ++plan;
+            if (card) {
+                report.AddCard(*card);
+                return card;
+            }
         }
-        BindCard(insert, *card);
-        insert.exec();
-        insert.reset();
-        report.AddCard(*card);
-        ++cards;
-    }
+        return std::nullopt;
+    };
+    const int cards = WriteSalvagedCards(newPath, next);
     for (const int number : salvage.MissingNumbers())
         report.AddLost(number);
-    transaction.commit();
-    if (cards > 0 && database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
-        throw StoreError(Fehler::Beschaedigt,
-                         QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
     return cards;
 }
 

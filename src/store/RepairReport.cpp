@@ -44,23 +44,36 @@ void RepairReport::AddCard(const SalvagedCard &card)
             remarks_[kind] << Heading(card) + QStringLiteral(": ") + texts[kind].join(QStringLiteral("; "));
 }
 
-QByteArray RepairReport::Text(const QString &path, const QString &damagedName, const QDateTime &when) const
+bool RepairReport::IsPerfect() const
 {
+    return perfect_ == cards_ && lost_.empty() && uncounted_ == 0;
+}
+
+QByteArray RepairReport::Text(const QString &path, const QString &oldName, const QDateTime &when) const
+{
+    const bool repair = occasion_ == Occasion::Repair;
+    const QString saved = repair ? QStringLiteral("Gerettet") : QStringLiteral("Übernommen");
+    const QString lost = repair ? QStringLiteral("Nicht gerettet") : QStringLiteral("Nicht übernommen");
+    const auto line = [](const QString &title, const QString &content) {
+        return (title + u':').leftJustified(25) + content;
+    };
+    const qsizetype lostCards = static_cast<qsizetype>(lost_.size()) + uncounted_;
     QStringList lines{
-        QStringLiteral("Bericht über die Reparatur einer Kartei"),
+        repair ? QStringLiteral("Bericht über die Reparatur einer Kartei")
+               : QStringLiteral("Bericht über die Umwandlung einer Kartei"),
         QString(),
-        QStringLiteral("Kartei:                  %1").arg(QFileInfo(path).fileName()),
-        QStringLiteral("Repariert am:            %1").arg(when.toString(QStringLiteral("dd.MM.yyyy HH:mm"))),
-        QStringLiteral("Beschädigte Datei:       %1 (unverändert aufgehoben)").arg(damagedName),
+        line(QStringLiteral("Kartei"), QFileInfo(path).fileName()),
+        line(repair ? QStringLiteral("Repariert am") : QStringLiteral("Umgewandelt am"),
+             when.toString(QStringLiteral("dd.MM.yyyy HH:mm"))),
+        line(repair ? QStringLiteral("Beschädigte Datei") : QStringLiteral("Alte Datei"),
+             oldName + QStringLiteral(" (unverändert aufgehoben)")),
         QString(),
-        QStringLiteral("Gerettet:                %1").arg(Cards(cards_)),
-        QStringLiteral("  ohne Beanstandung:     %1").arg(Cards(perfect_)),
-        QStringLiteral("  lückenhaft:            %1").arg(Cards(remarks_[0].size())),
-        QStringLiteral("  zweifelhafter Inhalt:  %1").arg(Cards(remarks_[1].size())),
-        QStringLiteral("  neu eingeordnet:       %1").arg(Cards(remarks_[2].size())),
-        QStringLiteral("Nicht gerettet:          %1")
-            .arg(lost_.empty() ? QStringLiteral("keine Karte bekannt")
-                               : Cards(static_cast<qsizetype>(lost_.size()))),
+        line(saved, Cards(cards_)),
+        line(QStringLiteral("  ohne Beanstandung"), Cards(perfect_)),
+        line(QStringLiteral("  lückenhaft"), Cards(remarks_[0].size())),
+        line(QStringLiteral("  zweifelhafter Inhalt"), Cards(remarks_[1].size())),
+        line(QStringLiteral("  neu eingeordnet"), Cards(remarks_[2].size())),
+        line(lost, lostCards == 0 ? QStringLiteral("keine Karte bekannt") : Cards(lostCards)),
     };
     if (journalUsed_)
         lines << QString()
@@ -69,10 +82,14 @@ QByteArray RepairReport::Text(const QString &path, const QString &damagedName, c
         QStringList numbers;
         for (const int number : lost_)
             numbers << QString::number(number);
-        lines << QString() << QStringLiteral("Nicht gerettet")
+        lines << QString() << lost
               << QStringLiteral("Von diesen Karten ist nur noch die Nummer bekannt: %1")
                      .arg(numbers.join(QStringLiteral(", ")));
     }
+    if (uncounted_ > 0)
+        lines << QString() << lost
+              << QStringLiteral("Die alte Datei zählt %1 mehr, als sich in ihr lesen ließen.")
+                     .arg(Cards(uncounted_));
     const std::array<std::pair<QString, QString>, 3> titles{{
         {QStringLiteral("Lückenhafte Karten"),
          QStringLiteral("Was nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.")},

@@ -199,6 +199,25 @@ void CopyFile(const QString &from, const QString &to)
     }
 }
 
+void KeepUnderName(const QString &file, const QString &name)
+{
+    if (link(QFile::encodeName(file).constData(), QFile::encodeName(name).constData()) == 0) {
+        SyncDirectory(QFileInfo(name).path());
+        return;
+    }
+    if (errno == EEXIST)
+        ThrowFileError(errno, name);
+    const QString temporary = name + QStringLiteral(".tmp");
+    QFile::remove(temporary);
+    try {
+        CopyFile(file, temporary);
+        ReplaceFile(temporary, name);
+    } catch (const StoreError &) {
+        QFile::remove(temporary);
+        throw;
+    }
+}
+
 bool SameFile(const QString &one, const QString &other)
 {
     struct stat first = {};

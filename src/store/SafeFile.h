@@ -40,6 +40,10 @@ void RewriteFile(const QString &target, const QByteArray &content);
 // Copies a file; nothing may stand at `to`. Not synced.
 void CopyFile(const QString &from, const QString &to);
 
+// Gives the file at `file` the further name `name` beside it, under which nothing may stand, durably. Where
+// the file system knows no second names, a copy gets it.
+void KeepUnderName(const QString &file, const QString &name);
+
 // True when both paths lead to the same existing file (device and inode), however they are spelled.
 bool SameFile(const QString &one, const QString &other);
 

@@ -11,13 +11,6 @@
 
 namespace {
 
-// A column's name as a reader of the report knows it.
-QString ColumnText(int column)
-{
-    QString name = QLatin1String(CardColumns()[static_cast<std::size_t>(column)].name);
-    return name.replace(u'_', u' ');
-}
-
 // Takes off the start of a character whose other bytes are missing.
 void CutIncompleteCharacter(QByteArray &text)
 {
@@ -68,6 +61,18 @@ void AddColumns(SalvagedCard &card, const QStringList &columns, const QString &o
 
 } // namespace
 
+QString ColumnText(int column)
+{
+    QString name = QLatin1String(CardColumns()[static_cast<std::size_t>(column)].name);
+    return name.replace(u'_', u' ');
+}
+
+void RemarkGaps(SalvagedCard &card, const QStringList &cut, const QStringList &lost)
+{
+    AddColumns(card, cut, QStringLiteral(" bricht ab"), QStringLiteral(" brechen ab"));
+    AddColumns(card, lost, QStringLiteral(" fehlt"), QStringLiteral(" fehlen"));
+}
+
 std::optional<int> Whole16(double value)
 {
     using Limits = std::numeric_limits<std::int16_t>;
@@ -116,8 +121,7 @@ SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding)
             lost << ColumnText(column);
         }
     }
-    AddColumns(card, cut, QStringLiteral(" bricht ab"), QStringLiteral(" brechen ab"));
-    AddColumns(card, lost, QStringLiteral(" fehlt"), QStringLiteral(" fehlen"));
+    RemarkGaps(card, cut, lost);
     return card;
 }
 

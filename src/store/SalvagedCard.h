@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <optional>
@@ -52,6 +53,10 @@ struct SalvagedCard
 SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding);
 // Adds remarks on content that does not look right, and sets numbers to 0 that the program could not read.
 void CheckContent(SalvagedCard &card);
+// A column's name as a reader of the report knows it.
+QString ColumnText(int column);
+// Remarks the columns whose texts break off and those whose value could not be read.
+void RemarkGaps(SalvagedCard &card, const QStringList &cut, const QStringList &lost);
 // How the texts of these cards are encoded, judged by the texts themselves.
 TextEncoding FindEncoding(const CardSurvey &survey);
 // The value as a 16-bit whole number; nothing for anything else.

@@ -22,6 +22,7 @@ inline constexpr int KeinEdit = 3020;
 inline constexpr int KeinDatensatz = 3021;
 inline constexpr int DoppelterSchluessel = 3022;
 inline constexpr int KarteiNichtGefunden = 3024;
+inline constexpr int KennwortFalsch = 3031;
 inline constexpr int Gesperrt = 3045;
 inline constexpr int Beschaedigt = 3049;
 inline constexpr int NichtErlaubt = 3051;

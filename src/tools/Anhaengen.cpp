@@ -4,6 +4,7 @@
 
 #include "CardAdd.h"
 #include "CardFile.h"
+#include "JetCards.h"
 #include "SafeFile.h"
 
 #include <optional>
@@ -30,16 +31,25 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle)
         return Ausgang::Gescheitert;
     }
     std::optional<CardFile> datei;
+    std::optional<JetCards> fruehere; // a card file of the former database engine is read as it is
     const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        datei.emplace(VollerPfad(store, quelle), CardFile::Access::ReadOnly);
-        CheckCopyable(*datei);
+        const QString pfad = VollerPfad(store, quelle);
+        if (JetFile::Recognises(pfad)) {
+            fruehere.emplace(pfad);
+        } else {
+            datei.emplace(pfad, CardFile::Access::ReadOnly);
+            CheckCopyable(*datei);
+        }
     });
     if (!offen)
         return Ausgang::Gescheitert;
 
     AddedCards neue;
     const bool gespeichert = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        InEinemZug(store.Karten(), [&] { neue = AddCardsOf(store, *datei, bank.fortschritt); });
+        InEinemZug(store.Karten(), [&] {
+            neue = fruehere ? AddCardsOf(store, *fruehere, bank.fortschritt)
+                            : AddCardsOf(store, *datei, bank.fortschritt);
+        });
     });
     datei.reset();
     FehlerMelden(bank.meldungen, gespeichert ? neue.errors : std::vector<StoreError>());

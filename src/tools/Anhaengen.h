@@ -6,5 +6,5 @@
 
 // Copies every card of the card file `quelle` to compartment 0 of the open one, and opens that again. The
 // open file itself is refused by message, as is a file of its name in a directory whose path is as long as
-// KarteiPfad. The source is only read.
+// KarteiPfad. The source is only read; it may be one of the former database engine.
 Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle);

@@ -4,6 +4,7 @@
 
 #include "Drehbuch.h"
 #include "Intro.h"
+#include "JetLab.h"
 #include "StoreTestSupport.h"
 
 #include <QAction>
@@ -85,12 +86,56 @@ private:
         return true;
     }
 
-    void Konfig(const QByteArray &animation) const
+    // Answers the question that is open by its button.
+    Drehbuch::Szene Frage(QMessageBox::StandardButton antwort)
+    {
+        return [this, antwort] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box || !box->isActiveWindow() || !box->button(antwort))
+                return false;
+            meldungen_ << box->text();
+            QTest::mouseClick(box->button(antwort), Qt::LeftButton);
+            return true;
+        };
+    }
+
+    void FrueherenAnlegen() const
+    {
+        JetLab lab(4);
+        lab.Add(MakeCard(1, 3, 1));
+        QFile datei(Pfad("früher.pzb"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        datei.write(lab.Bytes());
+    }
+
+    bool DialogWaehlen() const
+    {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog || dialog->windowTitle() != "Merkkasten öffnen")
+            return false;
+        auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
+        name->setText(Pfad("früher.pzb"));
+        QTest::keyClick(name, Qt::Key_Return);
+        return true;
+    }
+
+    static bool LetzteWaehlen()
+    {
+        QWidget *fenster = Bereit("Datausw");
+        if (!fenster)
+            return false;
+        QTest::keyClick(fenster->focusWidget(), Qt::Key_End);
+        QTest::keyClick(fenster->focusWidget(), Qt::Key_Return);
+        return true;
+    }
+
+    // `letzte` is a recent file.
+    void Konfig(const QByteArray &animation, const QString &letzte = {}) const
     {
         QFile datei(Pfad("konfig.dat"));
         QVERIFY(datei.open(QIODevice::WriteOnly));
-        datei.write("[recentfiles]\r\n[Font]\r\nFontName=Arial\r\n[Animation]\r\nAnimation=" + animation +
-                    "\r\n");
+        datei.write("[recentfiles]\r\n" + (letzte.isEmpty() ? QByteArray() : letzte.toLatin1() + "\r\n") +
+                    "[Font]\r\nFontName=Arial\r\n[Animation]\r\nAnimation=" + animation + "\r\n");
     }
 
     void MachProgramm() { programm_ = std::make_unique<Programm>(ordner_->filePath("programm")); }
@@ -474,6 +519,58 @@ private slots:
         QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
         QVERIFY(buch.Fertig());
         QCOMPARE(Kartei(), "a.pzb");
+    }
+
+    void FileOfTheFormerEngineIsConvertedAfterYesOnEveryRoad_data()
+    {
+        QTest::addColumn<QString>("weg");
+        for (const char *weg : {"command line", "dialog", "recent file", "file chooser"})
+            QTest::newRow(weg) << QString(weg);
+    }
+
+    void FileOfTheFormerEngineIsConvertedAfterYesOnEveryRoad()
+    {
+        QFETCH(const QString, weg);
+        FrueherenAnlegen();
+        if (weg == "command line") {
+            MachProgramm();
+            const Drehbuch buch({Frage(QMessageBox::Yes)});
+            QVERIFY(programm_->Starten(Pfad("früher.pzb")));
+            QTRY_VERIFY(buch.Fertig());
+        } else {
+            if (weg == "recent file")
+                Konfig("True", Pfad("früher.pzb"));
+            OeffnenMitZweiDateien();
+            const Drehbuch buch({weg == "dialog"         ? Drehbuch::Szene([this] { return DialogWaehlen(); })
+                                 : weg == "file chooser" ? Drehbuch::Szene(&LetzteWaehlen)
+                                                         : Drehbuch::Szene([] { return true; }),
+                                 Frage(QMessageBox::Yes)});
+            if (weg == "file chooser")
+                QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+            else
+                Offen("LBOX")->findChild<QAction *>(weg == "dialog" ? "Möffnen" : "MDat(1)")->trigger();
+            QTRY_VERIFY(buch.Fertig());
+        }
+        QTRY_COMPARE(Kartei(), "früher.pzb");
+        QCOMPARE(meldungen_.size(), 1);
+        QVERIFY(meldungen_[0].contains("„früher.pzb.altes-Format“"));
+        programm_.reset();
+        QCOMPARE(ReadCards(Pfad("früher.pzb")), QList{MakeCard(1, 3, 1)});
+        QVERIFY(QFile::exists(Pfad("früher.pzb.altes-Format")));
+    }
+
+    void FileOfTheFormerEngineStaysAfterNo()
+    {
+        FrueherenAnlegen();
+        MachProgramm();
+        const Drehbuch buch({Frage(QMessageBox::No), Meldung(), Meldung()});
+        QVERIFY(programm_->Starten(Pfad("früher.pzb")));
+        QTRY_VERIFY(buch.Fertig());
+        QVERIFY2(meldungen_.value(1).endsWith("wurde nicht umgewandelt. Fcode: 3343"),
+                 qPrintable(meldungen_[1]));
+        QCOMPARE(meldungen_.value(2), "Fehler beim Öffnen");
+        QTRY_COMPARE(Kartei(), "Keine Kartei geöffnet");
+        QVERIFY(!QFile::exists(Pfad("früher.pzb.altes-Format")));
     }
 };
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anhaengen.h"
 
+#include "JetLab.h"
 #include "Werkstatt.h"
 
 #include <QTest>
@@ -28,6 +29,9 @@ private slots:
     void DamagedSourceKeepsTheCardsCopiedBefore();
     void FullDiskTakesNothingOver();
     void SessionAndCountersBeginAnew();
+    void FileOfTheFormerEngineIsAppendedAsItIs();
+    void DamageInAFileOfTheFormerEngineIsReported();
+    void UnreadableFileOfTheFormerEngineIsReported();
 };
 
 namespace {
@@ -330,6 +334,74 @@ void AnhaengenTest::SessionAndCountersBeginAnew()
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
     QCOMPARE(w.store.FachInfo[5].Anzahl, qint16(1));
     QCOMPARE(w.store.HighestCardNumber, qint16(2));
+}
+
+void AnhaengenTest::FileOfTheFormerEngineIsAppendedAsItIs()
+{
+    for (const int version : {3, 4}) {
+        Werkstatt w;
+        w.Oeffnen({MakeCard(3, 0, 4)});
+        JetLab lab(version);
+        CardRecord full = FullCard(9, 3, 7);
+        full.Antwort_ch_1 = true;
+        for (const CardRecord &card : {MakeCard(1, 6, 2), MakeCard(2, 6, 1), full})
+            lab.Add(card);
+        const QByteArray bytes = lab.Bytes();
+        w.Schreiben("quelle.pzb", bytes);
+        QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+        QVERIFY(w.meldungen.gezeigt.isEmpty());
+        const QList<CardRecord> cards = w.Karten();
+        QCOMPARE(cards.size(), 4);
+        QCOMPARE(cards[2].Frage, "Frage 2");
+        QCOMPARE(cards[3].FrageNr, 6);
+        QCOMPARE(cards[3].FachLfdNr, 7);
+        CardRecord expected = full; // in box order the first
+        expected.FrageNr = 4;
+        expected.FachNr = 0;
+        expected.FachLfdNr = 5;
+        for (const CardColumn &column : CardColumns()) {
+            const QLatin1String name(column.name);
+            if (name.endsWith(QLatin1String("_type")))
+                expected.*std::get<QString CardRecord::*>(column.member) = QString();
+            if (name.endsWith(QLatin1String("_endlos")))
+                expected.*std::get<bool CardRecord::*>(column.member) = false;
+        }
+        QCOMPARE(cards[1], expected);
+        QVERIFY(w.ZaehlerStimmen());
+        QCOMPARE(w.Bytes("quelle.pzb"), bytes);
+        QCOMPARE(w.Dateien(), (QStringList{"offen.pzb", "quelle.pzb"}));
+    }
+}
+
+void AnhaengenTest::DamageInAFileOfTheFormerEngineIsReported()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    JetLab lab(4);
+    for (int i = 1; i <= 4; ++i) {
+        if (i == 3)
+            lab.BreakPage();
+        lab.Add(MakeCard(i, 0, i));
+    }
+    QByteArray bytes = lab.Bytes();
+    bytes.replace(lab.PageOf(3) * lab.PageSize(), lab.PageSize(), QByteArray(lab.PageSize(), '\0'));
+    w.Schreiben("quelle.pzb", bytes);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(w.meldungen.Texte().front().contains("ist beschädigt; was sich nicht lesen ließ, fehlt."));
+    QCOMPARE(w.Karten().size(), 2);
+}
+
+void AnhaengenTest::UnreadableFileOfTheFormerEngineIsReported()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    JetLab lab(4);
+    lab.password = "geheim";
+    w.Schreiben("quelle.pzb", lab.Bytes());
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QVERIFY(w.meldungen.Texte().front().contains("Kennwort"));
+    QCOMPARE(w.Karten().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(AnhaengenTest)

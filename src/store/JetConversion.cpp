@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "JetConversion.h"
+
+#include "JetCards.h"
+#include "RepairFiles.h"
+#include "RepairReport.h"
+#include "SafeFile.h"
+#include "SalvageWriter.h"
+#include "StoreError.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+namespace {
+
+RepairReport WriteCards(const QString &from, const QString &to)
+{
+    JetCards cards(from);
+    RepairReport report(RepairReport::Occasion::Conversion);
+    report.SetUncounted(cards.Lost());
+    auto plan = cards.Cards().begin();
+    WriteSalvagedCards(to, [&]() -> std::optional<SalvagedCard> {
+        if (plan == cards.Cards().end())
+            return std::nullopt;
+        SalvagedCard card = cards.Read(*plan);
+        ApplyKeys(card, *plan++);
+        CheckContent(card);
+        report.AddCard(card);
+        return card;
+    });
+    return report;
+}
+
+bool Exists(const QString &path)
+{
+    return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+}
+
+} // namespace
+
+JetNames ConversionNames(const QString &path)
+{
+    const QString real = QFileInfo(path).canonicalFilePath();
+    for (int count = 1;; ++count) {
+        const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
+        JetNames names{BesideName(real, QStringLiteral(".altes-Format") + number),
+                       BesideName(real, QStringLiteral(".Umwandlung") + number + QStringLiteral(".txt"))};
+        // The same file: a conversion was killed before the new file took its place.
+        if (SameFile(names.oldFile, real) || (!Exists(names.oldFile) && !Exists(names.report)))
+            return names;
+    }
+}
+
+QString ConvertJetFile(const QString &path)
+{
+    FreshFile fresh(path); // holds the directory's lock
+    if (!JetFile::Recognises(path))
+        return {};
+    RepairReport report;
+    fresh.Make([&](const QString &file) { report = WriteCards(path, file); });
+
+    const JetNames names = ConversionNames(path);
+    const QString real = QFileInfo(path).canonicalFilePath();
+    auto goBack = qScopeGuard([&] {
+        // The new file may have taken its place already: the old one has no other name then.
+        if (JetFile::Recognises(real)) {
+            QFile::remove(names.report);
+            QFile::remove(names.oldFile);
+        }
+    });
+    if (!SameFile(names.oldFile, real))
+        KeepUnderName(real, names.oldFile);
+    // Told before it is so: a kill in between must not take the report away.
+    QFile::remove(names.report);
+    if (!report.IsPerfect())
+        WriteFileSynced(names.report,
+                        report.Text(real, QFileInfo(names.oldFile).fileName(), QDateTime::currentDateTime()));
+    fresh.TakePlace();
+    goBack.dismiss();
+    return report.IsPerfect() ? QString() : names.report;
+}

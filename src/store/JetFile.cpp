@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "JetFile.h"
+
+#include "PageReader.h"
+#include "SafeFile.h"
+#include "StoreError.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <fcntl.h>
+#include <numeric>
+#include <string_view>
+#include <sys/stat.h>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t versionAt = 0x14;
+constexpr std::size_t codedFrom = 0x18;
+constexpr std::size_t codePageAt = 0x3C;
+constexpr std::size_t keyAt = 0x3E;
+constexpr std::size_t passwordAt = 0x42;
+constexpr std::size_t dateAt = 0x72; // version 4: when the database was made
+constexpr std::size_t headerSize = 0x98;
+
+using Header = std::array<std::uint8_t, headerSize>;
+
+FileHandle OpenReadOnly(const QString &path, std::int64_t &size)
+{
+    // Not blocking, as opening a pipe would wait for its writer.
+    FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info = {};
+    if (file.Get() < 0 || fstat(file.Get(), &info) != 0)
+        ThrowFileError(errno, path);
+    if (!S_ISREG(info.st_mode))
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
+    size = info.st_size;
+    return file;
+}
+
+bool BeginsAsJet(const Header &header)
+{
+    using namespace std::string_view_literals;
+    const std::string_view start(reinterpret_cast<const char *>(header.data()), versionAt);
+    return start == "\0\1\0\0Standard Jet DB\0"sv || start == "\0\1\0\0Standard ACE DB\0"sv;
+}
+
+Header ReadHeader(int file)
+{
+    Header header{};
+    ReadTolerant(file, 0, header.data(), header.size());
+    return header;
+}
+
+// RC4 with the key that is the same in all files.
+void Decode(std::span<std::uint8_t> bytes)
+{
+    constexpr std::array<std::uint8_t, 4> key{0xC7, 0xDA, 0x39, 0x6B};
+    std::array<std::uint8_t, 256> state{};
+    std::iota(state.begin(), state.end(), std::uint8_t{0});
+    std::uint8_t j = 0;
+    for (std::size_t i = 0; i < state.size(); ++i) {
+        j = static_cast<std::uint8_t>(j + state[i] + key[i % key.size()]);
+        std::swap(state[i], state[j]);
+    }
+    std::uint8_t i = 0;
+    j = 0;
+    for (std::uint8_t &byte : bytes) {
+        j = static_cast<std::uint8_t>(j + state[++i]);
+        std::swap(state[i], state[j]);
+        byte ^= state[static_cast<std::uint8_t>(state[i] + state[j])];
+    }
+}
+
+bool HasPassword(const Header &header, bool version4)
+{
+    const Bytes password = Bytes(header).subspan(passwordAt, version4 ? 40 : 20);
+    std::array<std::uint8_t, 4> mask{};
+    if (version4) {
+        const double date = std::bit_cast<double>(Little32(header, dateAt) |
+                                                  std::uint64_t{Little32(header, dateAt + 4)} << 32U);
+        const std::uint32_t day =
+            std::abs(date) < 1e9 ? static_cast<std::uint32_t>(static_cast<std::int32_t>(date)) : 0;
+        for (std::size_t i = 0; i < mask.size(); ++i)
+            mask[i] = static_cast<std::uint8_t>(day >> 8 * i);
+    }
+    for (std::size_t i = 0; i < password.size(); ++i)
+        if (password[i] != mask[i % mask.size()])
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::uint32_t Little16(Bytes bytes, std::size_t at)
+{
+    return bytes[at] | static_cast<std::uint32_t>(bytes[at + 1]) << 8U;
+}
+
+std::uint32_t Little32(Bytes bytes, std::size_t at)
+{
+    return Little16(bytes, at) | Little16(bytes, at + 2) << 16U;
+}
+
+bool JetFile::Recognises(const QString &path)
+{
+    try {
+        std::int64_t size = 0;
+        const FileHandle file = OpenReadOnly(path, size);
+        return BeginsAsJet(ReadHeader(file.Get()));
+    } catch (const StoreError &) {
+        return false;
+    }
+}
+
+JetFile::JetFile(const QString &path) : path_(path), file_(OpenReadOnly(path, size_))
+{
+    CheckHeader();
+    pageSize_ = version4_ ? 4096 : 2048;
+    pageCount_ = static_cast<std::uint32_t>(
+        std::min<std::int64_t>((size_ + pageSize_ - 1) / pageSize_, 1 << 24)); // a pointer has no more
+}
+
+void JetFile::CheckHeader()
+{
+    Header header = ReadHeader(file_.Get());
+    const auto refuse = [this](int number, const QString &why) {
+        throw StoreError(number, QStringLiteral("Die Datei „%1“ %2.").arg(path_, why));
+    };
+    if (!BeginsAsJet(header))
+        refuse(Fehler::FormatUnbekannt, QStringLiteral("ist keine Kartei der früheren Datenbank"));
+    if (header[versionAt] > 1)
+        refuse(
+            Fehler::FormatUnbekannt,
+            QStringLiteral("wurde mit einer neueren Version der früheren Datenbank geschrieben, die Paukfix "
+                           "nicht liest (Jet 3 und Jet 4 liest es)"));
+    version4_ = header[versionAt] == 1;
+    Decode(std::span(header).subspan(codedFrom, version4_ ? 128 : 126));
+    if (Little32(header, keyAt) != 0)
+        refuse(Fehler::FormatUnbekannt, QStringLiteral("ist verschlüsselt und lässt sich nicht lesen"));
+    if (HasPassword(header, version4_))
+        refuse(Fehler::KennwortFalsch,
+               QStringLiteral("ist mit einem Kennwort geschützt und lässt sich nicht lesen"));
+    const std::uint32_t codePage = Little16(header, codePageAt);
+    if (codePage != 0 && codePage != 1252 && (codePage != 1200 || !version4_))
+        refuse(Fehler::FormatUnbekannt,
+               QStringLiteral("benutzt die Codeseite %1; gelesen werden nur Windows-1252 und Unicode")
+                   .arg(codePage));
+}
+
+Bytes JetFile::Page(std::uint32_t number)
+{
+    Slot &slot = slots_[number % slots_.size()];
+    if (slot.number != number) {
+        slot.number = number;
+        slot.bytes.assign(pageSize_, 0);
+        if (number < pageCount_)
+            ReadTolerant(file_.Get(), std::int64_t{number} * pageSize_, slot.bytes.data(), pageSize_);
+    }
+    return slot.bytes;
+}
+
+std::uint32_t JetFile::RowCount(Bytes page) const
+{
+    constexpr std::uint8_t dataPage = 1;
+    return page[0] == dataPage ? Little16(page, version4_ ? 12 : 8) : 0;
+}
+
+std::uint32_t JetFile::Owner(Bytes page)
+{
+    return Little32(page, 4);
+}
+
+std::optional<JetRow> JetFile::Row(Bytes page, std::uint32_t row) const
+{
+    // Rows are stored from the page's end; each ends where the one before it begins.
+    constexpr std::uint32_t deleted = 0x8000, moved = 0x4000, offset = 0x1FFF;
+    const std::size_t first = version4_ ? 14 : 10;
+    const std::size_t at = first + std::size_t{row} * 2;
+    if (row >= RowCount(page) || at + 2 > page.size())
+        return std::nullopt;
+    const std::uint32_t entry = Little16(page, at);
+    const std::size_t start = entry & offset;
+    const std::size_t end = row == 0 ? page.size() : Little16(page, at - 2) & offset;
+    if (start < at + 2 || start >= end || end > page.size())
+        return std::nullopt;
+    return JetRow{(entry & deleted) != 0, (entry & moved) != 0, page.subspan(start, end - start)};
+}

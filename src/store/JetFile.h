@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "RepairFiles.h"
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+// Databases of the Jet engine, version 3 and 4, in which card files were kept before: numbers, pages and
+// rows. The file is only ever opened for reading, and nothing here trusts it: every offset is checked.
+
+using Bytes = std::span<const std::uint8_t>;
+
+// Numbers are stored with the low byte first. The bytes must be there.
+std::uint32_t Little16(Bytes bytes, std::size_t at);
+std::uint32_t Little32(Bytes bytes, std::size_t at);
+
+// Where a row stands; the file writes it as one number.
+struct JetPlace
+{
+    std::uint32_t page = 0;
+    std::uint32_t row = 0;
+
+    static JetPlace Of(std::uint32_t pointer) { return {pointer >> 8U, pointer & 0xFFU}; }
+
+    bool operator==(const JetPlace &) const = default;
+};
+
+struct JetRow
+{
+    bool deleted = false; // or the new place of a row that was moved
+    bool moved = false;   // the bytes are a pointer to the row's new place
+    Bytes bytes;
+};
+
+class JetFile
+{
+public:
+    // What stands in a data page in the place of the owner when it holds parts of long texts.
+    static constexpr std::uint32_t LongValues = 0x4C41564C;
+
+    // Does the file begin as those of the engine do, of whatever version? False where nothing can be read.
+    static bool Recognises(const QString &path);
+
+    // Throws StoreError: 53, 76, 3051 where it cannot be opened, 3031 for a file with a password, 3343 for an
+    // encrypted one, for another version than 3 and 4 and for another code page than Windows-1252.
+    explicit JetFile(const QString &path);
+
+    const QString &Path() const { return path_; }
+
+    std::int64_t Size() const { return size_; }
+
+    // Version 4: pages of 4,096 bytes instead of 2,048, texts in Unicode instead of Windows-1252.
+    bool IsVersion4() const { return version4_; }
+
+    std::uint32_t PageCount() const { return pageCount_; }
+
+    // The page, valid until the next call of any method; zeros for what the file lacks or the disk does not
+    // give.
+    Bytes Page(std::uint32_t number);
+
+    // How many rows the page has, 0 where it is no data page.
+    std::uint32_t RowCount(Bytes page) const;
+    // The table that owns the data page.
+    static std::uint32_t Owner(Bytes page);
+    // Nothing where the page has no such row or its place is outside the page.
+    std::optional<JetRow> Row(Bytes page, std::uint32_t row) const;
+
+private:
+    void CheckHeader();
+
+    struct Slot
+    {
+        std::uint32_t number = 0xFFFFFFFF;
+        std::vector<std::uint8_t> bytes;
+    };
+
+    QString path_;
+    std::int64_t size_ = 0; // before the file, whose opening sets it
+    FileHandle file_;
+    bool version4_ = false;
+    std::uint32_t pageSize_ = 0;
+    std::uint32_t pageCount_ = 0;
+    std::array<Slot, 64> slots_;
+};

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "SalvageWriter.h"
+
+#include "CardFile.h"
+#include "StoreError.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <string>
+
+namespace {
+
+void BindCard(SQLite::Statement &insert, const SalvagedCard &card)
+{
+    for (int column = 0; column < CardColumnCount; ++column) {
+        const SalvagedCard::Value &value = card.values[static_cast<std::size_t>(column)];
+        if (const auto *number = std::get_if<double>(&value))
+            insert.bind(column + 1, *number);
+        else if (const auto *text = std::get_if<QByteArray>(&value))
+            insert.bind(column + 1, std::string(text->constData(), static_cast<std::size_t>(text->size())));
+        else
+            insert.bind(column + 1);
+    }
+}
+
+int Write(const QString &path, const std::function<std::optional<SalvagedCard>()> &next)
+{
+    CardFile file(path);
+    SQLite::Database &database = file.Database();
+    database.exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+    SQLite::Transaction transaction(database);
+    std::string sql = "INSERT INTO Lernkarten VALUES(?";
+    for (int column = 1; column < CardColumnCount; ++column)
+        sql += ",?";
+    SQLite::Statement insert(database, sql + ")");
+    int cards = 0;
+    for (auto card = next(); card; card = next()) {
+        BindCard(insert, *card);
+        insert.exec();
+        insert.reset();
+        ++cards;
+    }
+    transaction.commit();
+    if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok" ||
+        database.execAndGet("SELECT count(*) FROM Lernkarten").getInt() != cards)
+        throw StoreError(Fehler::Beschaedigt,
+                         QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+    return cards;
+}
+
+} // namespace
+
+int WriteSalvagedCards(const QString &path, const std::function<std::optional<SalvagedCard>()> &next)
+{
+    CardFile::Create(path);
+    try {
+        return Write(path, next);
+    } catch (const SQLite::Exception &error) {
+        ThrowStoreError(error, path);
+    }
+}
