@@ -72,6 +72,28 @@ public:
         return true;
     }
 
+    // The same for a key that closes the window, so that the next one goes to the next window.
+    bool Schliessen(const QString &titel, const QString &taste) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        const QString fenster = Xdotool({"getactivewindow"});
+        Xdotool({"key", taste});
+        return QTest::qWaitFor([&] { return Xdotool({"getactivewindow"}) != fenster; }, 30000);
+    }
+
+    // The same for a message that lies on the intro, whose title it shares.
+    bool MeldungSchliessen() const
+    {
+        return QTest::qWaitFor(
+                   [&] {
+                       const QString masse = Xdotool({"getactivewindow", "getwindowgeometry"});
+                       return masse.contains("Geometry") && !masse.contains("960x600");
+                   },
+                   30000) &&
+               Schliessen("Merkkasten", "Return");
+    }
+
     QProcessEnvironment umgebung; // for programs on this display
 
 private:

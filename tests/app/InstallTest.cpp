@@ -135,9 +135,9 @@ private slots:
         QVERIFY(QFile::remove(Eigene("konfig.dat")));
         const auto zweiter = Programm();
         QVERIFY(zweiter->Starten());
-        QVERIFY(anzeige_->Taste("Merkkasten", "Return")); // the report of the intro
-        QVERIFY(anzeige_->Taste("Merkkasten", "Return")); // the intro
-        QVERIFY(anzeige_->Taste("Merkkasten", "Return")); // the report of the main window
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the intro
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the intro
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the main window
         QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(zweiter->IstZuEnde());

@@ -53,6 +53,73 @@ private slots:
         QVERIFY(!anzeige_->Offen("Lern-Box"));
     }
 
+    void WithAnArgumentTheFileIsLearnedAtOnce()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Taste("Lern-Box", "n"));
+        QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    void WithAnimationFalseTheIntroIsLeftOut()
+    {
+        QFile konfig(Pfad("konfig.dat"));
+        QVERIFY(konfig.open(QIODevice::ReadWrite));
+        const QByteArray text = konfig.readAll().replace("Animation=True", "Animation=False");
+        QVERIFY(konfig.resize(0) && konfig.seek(0) && konfig.write(text) == text.size());
+        konfig.close();
+        Lauf lauf(*anzeige_, Pfad("paukfix"));
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
+        QVERIFY(!anzeige_->Offen("Merkkasten"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    void AMissingPictureIsReportedAndTheProgramStarts()
+    {
+        QVERIFY(QFile::remove(Pfad("lbox08.jpg")));
+        Lauf lauf(*anzeige_, Pfad("paukfix"));
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->WarteAuf("Merkkasten"));
+        QVERIFY(anzeige_->MeldungSchliessen());
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the intro
+        QVERIFY(anzeige_->Schliessen("Merkkasten öffnen", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    // Neither beside the program nor where an installed one would find it.
+    void AMissingKonfigIsReportedAndTheProgramStarts()
+    {
+        QVERIFY(QFile::remove(Pfad("konfig.dat")));
+        Lauf lauf(*anzeige_, Pfad("paukfix"));
+        QProcessEnvironment umgebung = anzeige_->umgebung;
+        umgebung.insert("XDG_DATA_HOME", Pfad("daten"));
+        lauf.prozess.setProcessEnvironment(umgebung);
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // no program directory can be made
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the intro
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the intro
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the main window
+        QVERIFY(anzeige_->Schliessen("Merkkasten öffnen", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    void AnArgumentThatIsNoCardFileLeadsToTheDialog()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("ueber.rtf")});
+        QVERIFY(lauf.Starten());
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the refusal
+        QVERIFY(anzeige_->Schliessen("Merkkasten öffnen", "Escape"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
     void TwoProgramsOnOneFile()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
@@ -63,8 +130,8 @@ private slots:
         Lauf zweiter(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(zweiter.Starten());
         // It is locked, and so was not opened.
-        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
-        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(zweiter.IstZuEnde());
         QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
