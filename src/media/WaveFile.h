@@ -15,7 +15,7 @@ struct Wave
 {
     struct Release
     {
-        void operator()(Uint8 *samples) const { SDL_FreeWAV(samples); }
+        void operator()(Uint8 *wave) const { SDL_FreeWAV(wave); }
     };
 
     SDL_AudioSpec spec{}; // rate, format, channels
