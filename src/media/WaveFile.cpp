@@ -106,9 +106,9 @@ auto At(std::vector<Uint8> &file, size_t position)
 
 } // namespace
 
-void Wave::Release::operator()(Uint8 *samples) const
+void Wave::Release::operator()(Uint8 *wave) const
 {
-    LoadSdl()->FreeWAV(samples);
+    LoadSdl()->FreeWAV(wave);
 }
 
 std::optional<Wave> DecodeWave(std::vector<Uint8> file)

@@ -15,7 +15,7 @@ struct Wave
 {
     struct Release
     {
-        void operator()(Uint8 *samples) const;
+        void operator()(Uint8 *wave) const;
     };
 
     SDL_AudioSpec spec{}; // rate, format, channels

@@ -224,9 +224,10 @@ CardFile::CardFile(const QString &path, Access access)
             if (sqlite3_db_readonly(database_.getHandle(), "main") == 1)
                 throw StoreError(Fehler::NichtErlaubt,
                                  Named(path_) + QStringLiteral("ist schreibgeschützt."));
-            // The lock that BEGIN EXCLUSIVE takes is kept until the file is closed. A hot journal is rolled
-            // back here.
-            database_.exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;"
+            // A hot journal is rolled back here, and what is left of it or of an earlier one goes with the
+            // change of mode. The lock that BEGIN EXCLUSIVE takes is kept until the file is closed.
+            database_.exec("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;"
+                           "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;"
                            "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA secure_delete=ON");
         }
         CheckSchema(database_, path_);

@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreTestSupport.h"
 
+#include <QFile>
+#include <SQLiteCpp/Statement.h>
+
 CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr)
 {
     CardRecord card;
@@ -38,4 +41,43 @@ QList<CardRecord> ReadCards(const QString &path)
     for (recordset.MoveFirst(); !recordset.AtEOF(); recordset.MoveNext())
         cards.append(recordset.Read());
     return cards;
+}
+
+QString FaultIn(const QString &path)
+{
+    SQLite::Database database(QFile::encodeName(path).toStdString(), SQLite::OPEN_READWRITE);
+    const auto rows = [&](const char *how) {
+        SQLite::Statement select(database, std::string("SELECT _rowid_, FrageNr, FachNr, FachLfdNr FROM "
+                                                       "Lernkarten ") +
+                                               how + " ORDER BY FrageNr, FachNr, FachLfdNr");
+        QStringList found;
+        while (select.executeStep())
+            for (int i = 0; i < 4; ++i)
+                found << QString::fromUtf8(select.getColumn(i).getText());
+        return found;
+    };
+    try {
+        if (const std::string found = database.execAndGet("PRAGMA integrity_check").getString();
+            found != "ok")
+            return QString::fromStdString(found);
+        const QStringList table = rows("NOT INDEXED");
+        if (rows("INDEXED BY FrageNr") != table || rows("INDEXED BY BoxKey") != table)
+            return QStringLiteral("indexes and table disagree");
+    } catch (const SQLite::Exception &error) {
+        return QString::fromUtf8(error.what());
+    }
+    return {};
+}
+
+bool IsGermanMessage(const QString &text)
+{
+    static const QStringList english{
+        QStringLiteral("disk I/O"),     QStringLiteral("unable to"),  QStringLiteral("database "),
+        QStringLiteral("malformed"),    QStringLiteral("constraint"), QStringLiteral("read-only"),
+        QStringLiteral("not an error"), QStringLiteral("error"),      QStringLiteral("cannot "),
+        QStringLiteral("no such"),      QStringLiteral("locked")};
+    for (const QString &word : english)
+        if (text.contains(word))
+            return false;
+    return text.size() > 15 && text.contains(u' ') && !text.contains(QStringLiteral("%1"));
 }

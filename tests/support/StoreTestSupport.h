@@ -87,3 +87,10 @@ void MakeCardFile(const QString &path, const QList<CardRecord> &cards);
 
 // All cards of the file at `path`, in box order, read with a recordset of its own.
 QList<CardRecord> ReadCards(const QString &path);
+
+// What is wrong with the card file at `path`: what the engine finds, or cards that table and indexes do not
+// agree on. Empty for a sound file. The file must not be open.
+QString FaultIn(const QString &path);
+
+// Whether a message is one that users can read: a whole German sentence, nothing of the engine's own English.
+bool IsGermanMessage(const QString &text);

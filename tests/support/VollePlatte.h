@@ -2,8 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-// A disk that can be full or broken: every file that the database engine opens from Einbauen() on stands on
-// it.
+#include <QByteArray>
+#include <QString>
+#include <sqlite3.h>
+
+#include <optional>
+
+// A disk that can be full or broken, fail once, or be watched: every file that the database engine opens from
+// Einbauen() on stands on it. It syncs nothing, so that tests are fast.
 namespace VollePlatte {
 
 enum class Zustand
@@ -16,5 +22,50 @@ enum class Zustand
 // Once, before the first card file is opened.
 void Einbauen();
 void Setzen(Zustand zustand);
+
+// The engine's calls to the disk that can fail.
+enum class Vorgang
+{
+    Oeffnen,
+    Lesen,
+    Schreiben,
+    Kuerzen,
+    Sichern,
+    Loeschen,
+    Groesse,
+    Nachsehen, // whether a file is there
+    Sperren,
+};
+
+// How a call fails.
+enum class Art
+{
+    Fehler, // an I/O error, nothing has happened
+    Halb,   // an I/O error, half of it has happened: half the bytes are written, the file is deleted
+    Voll,   // the disk is full (writing, syncing), else as Fehler
+};
+
+// Lets the call number `nummer` from now on, counted from 1, fail once; 0 for none.
+void Scheitern(int nummer, Art art = Art::Fehler);
+// The call that has failed since then.
+std::optional<Vorgang> Gescheitert();
+
+// Sees everything that changes files. Gesichert comes before what was written counts as safe.
+class Zeuge
+{
+public:
+    Zeuge() = default;
+    Zeuge(const Zeuge &) = delete;
+    Zeuge &operator=(const Zeuge &) = delete;
+    virtual ~Zeuge() = default;
+    virtual void Geoeffnet(const QString &pfad, bool neu, const QByteArray &inhalt) = 0;
+    virtual void Geschrieben(const QString &pfad, qint64 stelle, const QByteArray &bytes) = 0;
+    virtual void Gekuerzt(const QString &pfad, qint64 laenge) = 0;
+    virtual void Gesichert(const QString &pfad) = 0;
+    // `sicher`: the deletion itself has been synced.
+    virtual void Geloescht(const QString &pfad, bool sicher) = 0;
+};
+
+void SetZeuge(Zeuge *zeuge);
 
 } // namespace VollePlatte

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardStore.h"
+#include "FuzzProgramm.h"
+
+// Any file is opened or refused with a message. What is open can be learned with: each card is read, one is
+// moved, one added, one deleted.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    QString name = QStringLiteral("karten.pzb");
+    QFile::remove(Directory().filePath(name + QStringLiteral("-journal")));
+    PutFile(name, BytesOf(data, size));
+    StummeMeldungen meldungen;
+    const SchnelleUhr uhr;
+    CardStore store(meldungen, uhr);
+    store.KarteiPfad = Directory().path();
+    store.OpenCardFile(name);
+    Require(store.IsOpen() != name.isEmpty());
+    if (!store.IsOpen())
+        return 0;
+    try {
+        CardRecordset &cards = store.Karten();
+        for (cards.MoveLast(); !cards.AtBOF(); cards.MovePrevious())
+            static_cast<void>(cards.Read());
+        cards.Seek(CardRecordset::Comparison::AtLeast, 0);
+        if (!cards.NoMatch()) {
+            cards.Edit();
+            store.Felder().FachNr.Set(1);
+            store.Felder().FachLfdNr.Set(store.FachInfo[1].LfdMax + 1);
+            cards.Update();
+        }
+        cards.AddNew();
+        cards.Write(CardRecord{});
+        store.Felder().FrageNr.Set(store.HighestCardNumber + 1);
+        cards.Update();
+        cards.MoveFirst();
+        if (!cards.AtEOF())
+            cards.Delete();
+    } catch (const StoreError &error) {
+        Require(!error.Text().isEmpty());
+    }
+    return 0;
+}

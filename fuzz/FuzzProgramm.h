@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "FuzzSupport.h"
+#include "Meldungen.h"
+#include "Uhr.h"
+
+// The seams of a program without windows.
+
+// Shows nothing and declines everything. Every message must say something.
+class StummeMeldungen final : public Meldungen
+{
+public:
+    void Zeigen(const QString &text, Symbol /*symbol*/ = Symbol::Keins) override { Require(!text.isEmpty()); }
+
+    Antwort Fragen(const QString &text, Antwort /*vorgabe*/ = Antwort::Ja) override
+    {
+        Require(!text.isEmpty());
+        return Antwort::Nein;
+    }
+
+    void Sanduhr(bool /*an*/) override {}
+};
+
+// A second passes with every hundredth reading.
+class SchnelleUhr final : public Uhr
+{
+public:
+    qint64 Sekunde() const override { return readings_++ / 100; }
+
+    QDateTime Jetzt() const override { return {}; }
+
+private:
+    mutable qint64 readings_ = 0;
+};

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AppConfig.h"
+#include "FuzzProgramm.h"
+#include "KonfigFormat.h"
+
+// Any settings file is read, and a section that is rewritten reads back; names survive whatever they are.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes = BytesOf(data, size);
+    PutFile(QStringLiteral("konfig.dat"), bytes);
+    StummeMeldungen meldungen;
+    AppConfig config(meldungen);
+    config.ProgrammPfad = Directory().path();
+    config.ReadConfig();
+    try {
+        static_cast<void>(config.ReadIntroAnimation());
+    } catch (const StoreError &error) {
+        Require(!error.Text().isEmpty());
+    }
+    for (const QString &name : config.MDat)
+        if (!name.isEmpty())
+            Require(NameFromLine(LineFromName(name)) == name);
+    const QString name = QStringLiteral("/home/karl/Französisch.pzb");
+    config.WriteConfig(1, name);
+    config.WriteConfig(2, {});
+    config.WriteConfig(3, QStringLiteral("False"));
+    const Schrift written = config.schrift;
+    config.ReadConfig();
+    Require(config.schrift.FontName == written.FontName && config.schrift.FontBold == written.FontBold &&
+            config.schrift.Color == written.Color);
+    return 0;
+}
