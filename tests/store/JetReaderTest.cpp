@@ -229,7 +229,8 @@ void JetReaderTest::MemosOfEveryLengthAreRead()
         int number = 0;
         for (const int length :
              {0, 1, 1015, 1016, 1017, 2031, 2032, 2033, 2037, 2038, 2039, 4075, 4076, 4077, 20000, 70000}) {
-            JetLab::Row row = JetLab::RowOf(MakeCard(++number, 0, number));
+            ++number;
+            JetLab::Row row = JetLab::RowOf(MakeCard(number, 0, number));
             row[frage] = QString(length, u'ä');
             rows << row;
         }
