@@ -3,10 +3,12 @@
 #pragma once
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTest>
 
 #include <memory>
+#include <sys/stat.h>
 
 // A virtual display with a window manager, and the hands of a user on it.
 class Anzeige
@@ -134,6 +136,27 @@ public:
     {
         prozess.start();
         return prozess.waitForStarted();
+    }
+
+    // Waits until the program holds the lock of the card file; it takes keys for it from then on. The
+    // kernel's list tells without touching the file.
+    bool HatGeoeffnet(const QString &kartei) const
+    {
+        struct stat info = {};
+        if (::stat(QFile::encodeName(kartei).constData(), &info) != 0)
+            return false;
+        const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
+        const QByteArray pid = ' ' + QByteArray::number(prozess.processId()) + ' ';
+        const auto gesperrt = [&] {
+            QFile sperren(QStringLiteral("/proc/locks"));
+            if (!sperren.open(QIODevice::ReadOnly))
+                return false;
+            for (const QByteArray &zeile : sperren.readAll().split('\n'))
+                if (zeile.contains(" WRITE ") && zeile.contains(inode) && zeile.contains(pid))
+                    return true;
+            return false;
+        };
+        return QTest::qWaitFor(gesperrt, 30000);
     }
 
     // Ended by itself, without a failure.

@@ -7,7 +7,6 @@
 #include <QTest>
 
 #include <set>
-#include <sys/stat.h>
 
 // The whole program in its window, learning by the keyboard alone until it is closed or killed.
 class LernlaufTest : public QObject
@@ -21,27 +20,10 @@ private:
 
     QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
-    // Does this process hold the lock of the card file? The kernel's list tells without touching the file.
-    bool HatGeoeffnet(const QProcess &prozess) const
-    {
-        struct stat info = {};
-        if (::stat(QFile::encodeName(kartei_).constData(), &info) != 0)
-            return false;
-        const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
-        const QByteArray pid = ' ' + QByteArray::number(prozess.processId()) + ' ';
-        QFile locks(QStringLiteral("/proc/locks"));
-        if (!locks.open(QIODevice::ReadOnly))
-            return false;
-        for (const QByteArray &line : locks.readAll().split('\n'))
-            if (line.contains(" WRITE ") && line.contains(inode) && line.contains(pid))
-                return true;
-        return false;
-    }
-
     void Starten(Lauf &lauf)
     {
         QVERIFY(lauf.Starten());
-        QVERIFY(QTest::qWaitFor([&] { return HatGeoeffnet(lauf.prozess); }, 30000));
+        QVERIFY(lauf.HatGeoeffnet(kartei_));
     }
 
     // Asks with a key of the main window, answers, and goes on.
