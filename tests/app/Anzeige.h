@@ -138,7 +138,8 @@ public:
         return prozess.waitForStarted();
     }
 
-    // Does the program hold the lock of the card file? The kernel's list tells without touching the file.
+    // Waits until the program holds the lock of the card file; it takes keys for it from then on. The
+    // kernel's list tells without touching the file.
     bool HatGeoeffnet(const QString &kartei) const
     {
         struct stat info = {};
@@ -146,13 +147,16 @@ public:
             return false;
         const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
         const QByteArray pid = ' ' + QByteArray::number(prozess.processId()) + ' ';
-        QFile locks(QStringLiteral("/proc/locks"));
-        if (!locks.open(QIODevice::ReadOnly))
+        const auto gesperrt = [&] {
+            QFile sperren(QStringLiteral("/proc/locks"));
+            if (!sperren.open(QIODevice::ReadOnly))
+                return false;
+            for (const QByteArray &zeile : sperren.readAll().split('\n'))
+                if (zeile.contains(" WRITE ") && zeile.contains(inode) && zeile.contains(pid))
+                    return true;
             return false;
-        for (const QByteArray &line : locks.readAll().split('\n'))
-            if (line.contains(" WRITE ") && line.contains(inode) && line.contains(pid))
-                return true;
-        return false;
+        };
+        return QTest::qWaitFor(gesperrt, 30000);
     }
 
     // Ended by itself, without a failure.

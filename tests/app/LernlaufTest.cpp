@@ -23,7 +23,7 @@ private:
     void Starten(Lauf &lauf)
     {
         QVERIFY(lauf.Starten());
-        QVERIFY(QTest::qWaitFor([&] { return lauf.HatGeoeffnet(kartei_); }, 30000));
+        QVERIFY(lauf.HatGeoeffnet(kartei_));
     }
 
     // Asks with a key of the main window, answers, and goes on.

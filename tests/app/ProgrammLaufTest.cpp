@@ -58,6 +58,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
         QVERIFY(anzeige_->Taste("Lern-Box", "n"));
         QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
@@ -125,6 +126,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         Lauf erster(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(erster.Starten());
+        QVERIFY(erster.HatGeoeffnet(Pfad("a.pzb")));
         QVERIFY(anzeige_->Taste("Lern-Box", "n"));
         QVERIFY(anzeige_->WarteAuf("Merkkasten Abfrage"));
         Lauf zweiter(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});

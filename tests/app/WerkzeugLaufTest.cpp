@@ -19,7 +19,7 @@ private:
     void Oeffnen(Lauf &lauf) const
     {
         QVERIFY(lauf.Starten());
-        QVERIFY(QTest::qWaitFor([&] { return lauf.HatGeoeffnet(Pfad("a.pzb")); }, 30000));
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
     }
 
     // Opens a menu of the main window, and in it an entry, both counted from 1.
