@@ -77,7 +77,7 @@ private:
 
     struct Slot
     {
-        std::uint32_t number = 0xFFFFFFFF;
+        std::uint64_t number = ~std::uint64_t{0}; // no page's
         std::vector<std::uint8_t> bytes;
     };
 

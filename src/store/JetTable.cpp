@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr std::uint32_t cataloguePage = 2;
 // Any 16-bit number can be a card's, so no more rows are of use.
 constexpr std::size_t mostRows = 1 << 16;
 // Of one memo, in bytes as stored; more than a card file could take.
@@ -178,6 +179,39 @@ std::optional<double> JetRecord::Number(const JetColumn &column) const
     }
 }
 
+// The page of the definition that the catalogue names. `damaged` is set where the catalogue cannot be read
+// whole.
+static std::optional<std::uint32_t> FindInCatalogue(JetFile &file, QStringView name, bool &damaged)
+{
+    constexpr double tableType = 1;
+    constexpr std::uint32_t pageBits = 0xFFFFFF; // of an object's number
+    try {
+        JetTable objects(file, cataloguePage);
+        const JetColumn *id = objects.Column(u"Id");
+        const JetColumn *title = objects.Column(u"Name");
+        const JetColumn *type = objects.Column(u"Type");
+        if (id == nullptr || id->type != JetType::Long || title == nullptr || type == nullptr) {
+            damaged = true;
+            return std::nullopt;
+        }
+        const std::vector<JetPlace> rows = objects.Rows();
+        damaged = rows.size() < objects.DeclaredRows();
+        for (const JetPlace &place : rows) {
+            const std::vector<std::uint8_t> row = objects.RowBytes(place);
+            const auto record = objects.Split(row);
+            const auto object = record ? record->Number(*id) : std::nullopt;
+            damaged = damaged || !object;
+            if (object && record->Number(*type) == tableType &&
+                objects.Text(*title, record->Value(*title).bytes).text.compare(name, Qt::CaseInsensitive) ==
+                    0)
+                return static_cast<std::uint32_t>(static_cast<std::int32_t>(*object)) & pageBits;
+        }
+    } catch (const StoreError &) {
+        damaged = true;
+    }
+    return std::nullopt;
+}
+
 JetTable::JetTable(JetFile &file, std::uint32_t definition)
     : file_(file), definition_(definition), memoBytesLeft_(file.Size())
 {
@@ -243,38 +277,16 @@ std::vector<std::uint8_t> JetTable::Definition(std::uint32_t page)
 std::optional<std::uint32_t> JetTable::Find(JetFile &file, QStringView name,
                                             bool (*looksLike)(const JetTable &table))
 {
-    constexpr std::uint32_t catalogue = 2;
-    constexpr double tableType = 1;
-    bool damaged = true;
-    try {
-        JetTable objects(file, catalogue);
-        const JetColumn *id = objects.Column(u"Id");
-        const JetColumn *title = objects.Column(u"Name");
-        const JetColumn *type = objects.Column(u"Type");
-        const std::vector<JetPlace> rows = objects.Rows();
-        damaged =
-            id == nullptr || title == nullptr || type == nullptr || rows.size() < objects.DeclaredRows();
-        for (const JetPlace &place : rows) {
-            const std::vector<std::uint8_t> row = objects.RowBytes(place);
-            const auto record = objects.Split(row);
-            if (!record || id == nullptr || title == nullptr || type == nullptr) {
-                damaged = true;
-                continue;
-            }
-            const auto page = record->Number(*id);
-            if (page && record->Number(*type) == tableType &&
-                objects.Text(*title, record->Value(*title).bytes).text.compare(name, Qt::CaseInsensitive) ==
-                    0)
-                return static_cast<std::uint32_t>(static_cast<std::int64_t>(*page)) & 0xFFFFFFU;
-        }
-    } catch (const StoreError &) {
-        damaged = true;
-    }
-    if (!damaged)
-        return std::nullopt;
-    for (std::uint32_t page = catalogue + 1; page < file.PageCount(); ++page) {
+    bool damaged = false;
+    if (const auto page = FindInCatalogue(file, name, damaged); page || !damaged)
+        return page;
+    constexpr int mostDefinitions = 1000; // of any real database
+    int definitions = 0;
+    for (std::uint32_t page = cataloguePage + 1; page < file.PageCount() && definitions < mostDefinitions;
+         ++page) {
         if (!IsDefinition(file.Page(page)))
             continue;
+        ++definitions;
         try {
             if (looksLike(JetTable(file, page)))
                 return page;

@@ -455,7 +455,7 @@ void JetReaderTest::ForgedPointersEndWithoutHarm_data()
         for (const char *forgery :
              {"memo loop", "memo length", "memo outside", "memo in a table's page", "row outside",
               "row before the table", "row table full", "row without end", "moved to itself", "moved outside",
-              "definition loop", "map outside", "columns", "values"})
+              "definition loop", "definition outside", "map outside", "columns", "values"})
             QTest::addRow("%s, version %d", forgery, version) << version << QString(forgery);
 }
 
@@ -517,6 +517,8 @@ void JetReaderTest::ForgedPointersEndWithoutHarm()
         put(at, 0x00FFFFFF);
     else if (forgery == "definition loop")
         put(lab.DefinitionPage() * pageSize + 4, static_cast<std::uint32_t>(lab.DefinitionPage()));
+    else if (forgery == "definition outside")
+        put(lab.DefinitionPage() * pageSize + 4, 0xFFFFFFFF);
     else if (forgery == "map outside")
         bytes.replace(JetLab::MapPage * pageSize + 100, pageSize - 100, QByteArray(pageSize - 100, '\xFF'));
     else if (forgery == "columns")
