@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+// Opening a card file with the box in sight, which fills while its cards are counted, beside opening it
+// unseen: the difference is what the redraws cost. Without a display it paints into memory.
+#include "BigBox.h"
+#include "BoxRechnung.h"
+#include "CardStore.h"
+#include "Kasten.h"
+
+#include <QApplication>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void Open(benchmark::State &state, CardStore &store)
+{
+    store.KarteiPfad = BigFile().section(u'/', 0, -2);
+    for (auto _ : state) {
+        QString name = BigFile().section(u'/', -1);
+        store.OpenCardFile(name);
+        if (name.isEmpty())
+            state.SkipWithError("not opened");
+        store.CloseCardFile();
+    }
+}
+
+void OpenUnseen(benchmark::State &state)
+{
+    StillMeldungen meldungen;
+    const EiligeUhr uhr;
+    CardStore store(meldungen, uhr);
+    Open(state, store);
+}
+
+void OpenInSight(benchmark::State &state)
+{
+    StillMeldungen meldungen;
+    const EiligeUhr uhr;
+    CardStore store(meldungen, uhr);
+    Kasten kasten(store.FachInfo);
+    kasten.resize(980, 540);
+    kasten.show();
+    int pictures = 0;
+    store.BoxZeichnen = [&] {
+        ++pictures;
+        kasten.ZeigenLaufend(BoxRechnen(store.FachInfo));
+    };
+    Open(state, store);
+    state.counters["asked for"] = benchmark::Counter(pictures, benchmark::Counter::kAvgIterations);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::RegisterBenchmark("Floor/OpenUnseen", OpenUnseen)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("Box/OpenInSight", OpenInSight)->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
