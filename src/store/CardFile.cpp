@@ -3,6 +3,7 @@
 #include "CardFile.h"
 
 #include "CardRecord.h"
+#include "JournalFile.h"
 #include "StoreError.h"
 
 #include <QFile>
@@ -23,6 +24,7 @@ namespace {
 // The header's application id: "Pauk" in ASCII. The format version stands in user_version.
 constexpr int applicationId = 0x5061756b;
 constexpr int formatVersion = 1;
+constexpr int highestVersion = 99; // no version of the program will write more
 
 QString Named(const QString &path)
 {
@@ -83,7 +85,7 @@ void Harden(SQLite::Database &database)
     }};
     for (const auto &[setting, value] : settings)
         sqlite3_db_config(handle, setting, value, nullptr);
-    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 100'000'000); // bytes in one text or row
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 32'000'000); // bytes in one text or row
     // The cache takes the pages of a large box (64 MiB at most), so that walks do not read them again and
     // again.
     database.exec("PRAGMA mmap_size=0; PRAGMA cell_size_check=ON; PRAGMA ignore_check_constraints=ON;"
@@ -94,6 +96,24 @@ void Harden(SQLite::Database &database)
 int HeaderNumber(SQLite::Database &database, const char *pragma)
 {
     return database.execAndGet(pragma).getInt();
+}
+
+// Does the file bear our mark? Read from its bytes: the engine does not tell where it cannot open the file.
+bool IsOurs(SQLite::Database &database)
+{
+    constexpr sqlite3_int64 place = 68; // of the application id in the header, four bytes, highest first
+    std::array<unsigned char, 4> id{};
+    sqlite3_file *file = nullptr;
+    return sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) ==
+               SQLITE_OK &&
+           file != nullptr && file->pMethods != nullptr &&
+           file->pMethods->xRead(file, id.data(), static_cast<int>(id.size()), place) == SQLITE_OK &&
+           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == applicationId;
+}
+
+[[noreturn]] void ThrowDamaged(const QString &path)
+{
+    throw StoreError(Fehler::Beschaedigt, Named(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
 }
 
 // The program's names are case-insensitive, and so are the engine's: the column list is compared so too.
@@ -113,38 +133,52 @@ bool HasUniqueIndex(SQLite::Database &database, const char *index, const QString
     return found.join(u';').compare(columns.join(u';'), Qt::CaseInsensitive) == 0;
 }
 
+// What our own files lack they have lost: only in a file of another program is it a matter of the format.
 void CheckSchema(SQLite::Database &database, const QString &path)
 {
     // A foreign file without our mark is welcome as long as it has the table; a newer version of ours is not.
-    if (HeaderNumber(database, "PRAGMA application_id") == applicationId &&
-        HeaderNumber(database, "PRAGMA user_version") > formatVersion)
+    const bool ours = HeaderNumber(database, "PRAGMA application_id") == applicationId;
+    if (const int version = HeaderNumber(database, "PRAGMA user_version"); ours && version > formatVersion) {
+        if (version > highestVersion)
+            ThrowDamaged(path);
         throw StoreError(Fehler::FormatUnbekannt,
                          Named(path) +
                              QStringLiteral("wurde mit einer neueren Version von Paukfix geschrieben."));
+    }
     SQLite::Statement table(database,
                             "SELECT type, sql LIKE 'CREATE VIRTUAL%' FROM sqlite_schema "
                             "WHERE name = 'Lernkarten' COLLATE NOCASE AND type IN ('table', 'view')");
-    if (!table.executeStep() || table.getColumn(0).getString() != "table" || table.getColumn(1).getInt() != 0)
+    if (!table.executeStep() || table.getColumn(0).getString() != "table" ||
+        table.getColumn(1).getInt() != 0) {
+        if (ours)
+            ThrowDamaged(path);
         throw StoreError(Fehler::TabelleFehlt,
                          Named(path) + QStringLiteral("enthält keine Tabelle „Lernkarten“."));
+    }
     const std::array<std::pair<const char *, QStringList>, 2> indexes{{
         {"FrageNr", {QStringLiteral("FrageNr")}},
         {"BoxKey", {QStringLiteral("FachNr"), QStringLiteral("FachLfdNr")}},
     }};
-    for (const auto &[index, columns] : indexes)
-        if (!HasUniqueIndex(database, index, columns))
-            throw StoreError(Fehler::IndexFehlt,
-                             Named(path) +
-                                 QStringLiteral("hat keinen Index „%1“.").arg(QLatin1String(index)));
+    for (const auto &[index, columns] : indexes) {
+        if (HasUniqueIndex(database, index, columns))
+            continue;
+        if (ours)
+            ThrowDamaged(path);
+        throw StoreError(Fehler::IndexFehlt,
+                         Named(path) + QStringLiteral("hat keinen Index „%1“.").arg(QLatin1String(index)));
+    }
 }
 
 // Everything that may fail with an engine error while a file is opened, in one place that translates it.
 template <class Step>
-void Translated(const QString &path, Step step)
+void Translated(SQLite::Database &database, const QString &path, Step step)
 {
     try {
         step();
     } catch (const SQLite::Exception &error) {
+        // The engine cannot make out what stands in a file that is ours.
+        if (error.getErrorCode() == SQLITE_ERROR && IsOurs(database))
+            ThrowDamaged(path);
         ThrowStoreError(error, path);
     }
 }
@@ -173,8 +207,7 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
     switch (code) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        throw StoreError(Fehler::Beschaedigt,
-                         Named(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
+        ThrowDamaged(path);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         throw StoreError(Fehler::Gesperrt,
@@ -197,7 +230,7 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
         throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Nicht genügend Speicher."));
     case SQLITE_TOOBIG:
         throw StoreError(Fehler::TextZuLang,
-                         QStringLiteral("Ein Text ist zu lang, um gespeichert zu werden."));
+                         QStringLiteral("Ein Text in der Datei „%1“ ist zu lang.").arg(path));
     case SQLITE_IOERR:
         throw StoreError(code, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
     case SQLITE_CONSTRAINT:
@@ -207,8 +240,8 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
                              QStringLiteral("Eine Karte mit diesem Schlüssel gibt es schon."));
         [[fallthrough]];
     default:
-        throw StoreError(code, QStringLiteral("Fehler der Datenbank bei der Datei „%1“: %2")
-                                   .arg(path, QString::fromUtf8(error.what())));
+        throw StoreError(
+            code, QStringLiteral("Fehler der Datenbank bei der Datei „%1“ (Nummer %2).").arg(path).arg(code));
     }
 }
 
@@ -218,8 +251,11 @@ CardFile::CardFile(const QString &path, Access access)
           (StatCardFile(path_, access),
            OpenDatabase(path_, access == Access::Exclusive ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY)))
 {
-    Translated(path_, [&] {
+    Translated(database_, path_, [&] {
         Harden(database_);
+        // The engine would follow such a journal to files of other places, and might delete one.
+        if (NamesOtherFiles(path_ + QStringLiteral("-journal")))
+            ThrowDamaged(path_);
         if (access == Access::Exclusive) {
             if (sqlite3_db_readonly(database_.getHandle(), "main") == 1)
                 throw StoreError(Fehler::NichtErlaubt,
@@ -259,7 +295,7 @@ void CardFile::Create(const QString &path)
             .arg(formatVersion)
             .arg(columns)
             .toStdString();
-    Translated(absolute, [&] {
+    Translated(database, absolute, [&] {
         Harden(database);
         database.exec(sql);
     });

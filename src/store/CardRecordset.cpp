@@ -52,7 +52,9 @@ struct CardRecordset::Impl
 
     explicit Impl(CardFile &cardFile) : file(cardFile), database(cardFile.Database()), scan(database)
     {
-        SQLite::Statement columns(database, "SELECT name FROM pragma_table_xinfo('Lernkarten')");
+        // A column that the table computes is none of a card's.
+        SQLite::Statement columns(database,
+                                  "SELECT name FROM pragma_table_xinfo('Lernkarten') WHERE hidden = 0");
         while (columns.executeStep()) {
             const int column = CardColumnIndex(QString::fromUtf8(columns.getColumn(0).getText()));
             if (column >= 0)
@@ -89,11 +91,8 @@ struct CardRecordset::Impl
             scan.Stop();
             if (inTransaction && sqlite3_get_autocommit(database.getHandle()) != 0) {
                 inTransaction = false;
-                try {
-                    FindCardAgain();
-                } catch (const std::exception &) { // a disk that is broken altogether
-                    place = Place::OnDeleted;
-                }
+                buffer.reset();
+                FollowCard();
             }
             ThrowStoreError(error, file.Path());
         }
@@ -193,14 +192,24 @@ struct CardRecordset::Impl
     // After a rollback: the card may be another's, at another place, or gone.
     void FindCardAgain()
     {
-        buffer.reset();
         if (place == Place::OnCard || place == Place::OnDeleted) {
-            allKeys = true;
-            place = scan.FetchKeys(rowId, keys) ? Place::OnCard : Place::OnDeleted;
+            const bool found = scan.FetchKeys(rowId, keys);
+            allKeys = allKeys || found;
+            place = found ? Place::OnCard : Place::OnDeleted;
         } else if (!HasCards()) {
             place = Place::Empty;
         } else if (place == Place::Empty) {
             place = Place::BeforeFirst;
+        }
+    }
+
+    // The same after a failure of the disk, which may be broken altogether. Keeps the edit buffer.
+    void FollowCard() noexcept
+    {
+        try {
+            FindCardAgain();
+        } catch (const std::exception &) {
+            place = Place::OnDeleted;
         }
     }
 
@@ -220,7 +229,15 @@ struct CardRecordset::Impl
         statement.tryReset();
         for (std::size_t i = 0; i < parameters.size(); ++i)
             Bind(statement, static_cast<int>(i) + 1, parameters[i]);
-        statement.exec();
+        try {
+            statement.exec();
+        } catch (const SQLite::Exception &error) {
+            // The disk may have failed when all was written: what is stored then decides where the card is.
+            statement.tryReset();
+            if (!inTransaction && error.getErrorCode() != SQLITE_CONSTRAINT && place != Place::OnDeleted)
+                FollowCard();
+            throw;
+        }
         statement.tryReset();
     }
 
@@ -241,7 +258,8 @@ struct CardRecordset::Impl
             marks += marks.empty() ? "?" : ",?";
             values.push_back(buffer->values[Bit(i)]);
         }
-        Write("INSERT INTO \"Lernkarten\"(" + names + ") VALUES(" + marks + ")", values);
+        // A table of somebody else may say that a new card replaces another one.
+        Write("INSERT OR ABORT INTO \"Lernkarten\"(" + names + ") VALUES(" + marks + ")", values);
         if (place == Place::Empty) {
             place = Place::BeforeFirst;
             beforeFirstCardAdded = true;
@@ -262,7 +280,7 @@ struct CardRecordset::Impl
         if (values.empty())
             return;
         values.emplace_back(static_cast<qlonglong>(rowId));
-        Write("UPDATE \"Lernkarten\" SET " + assignments + " WHERE _rowid_=?", values);
+        Write("UPDATE OR ABORT \"Lernkarten\" SET " + assignments + " WHERE _rowid_=?", values);
         for (const auto &[column, key] : {std::pair{ColFrageNr, &CardKeys::frageNr},
                                           {ColFachNr, &CardKeys::fachNr},
                                           {ColFachLfdNr, &CardKeys::fachLfdNr}})
@@ -541,9 +559,10 @@ void CardRecordset::Rollback()
 {
     impl_->Guarded([&] {
         impl_->scan.Stop();
-        if (std::exchange(impl_->inTransaction, false) &&
-            sqlite3_get_autocommit(impl_->database.getHandle()) == 0)
+        if (impl_->inTransaction && sqlite3_get_autocommit(impl_->database.getHandle()) == 0)
             impl_->database.exec("ROLLBACK");
+        impl_->inTransaction = false;
+        impl_->buffer.reset();
         impl_->FindCardAgain();
     });
 }

@@ -47,7 +47,7 @@ SQLite::Statement &CardScan::Prepared(const std::string &sql)
         }
         found = prepared_.emplace(sql, SQLite::Statement(database_, sql)).first;
     }
-    found->second.reset();
+    found->second.tryReset(); // reset() would tell the last run's error again
     return found->second;
 }
 
@@ -97,9 +97,16 @@ bool CardScan::CanGoOn(Direction direction, const ColumnSet &columns) const
            (columns.any() || scan_.columns.none());
 }
 
+// A statement that stands on a card keeps its pages, and with them a failure of the disk, until it is reset.
+void CardScan::Reader::End()
+{
+    if (SQLite::Statement *running = std::exchange(statement, nullptr))
+        running->tryReset();
+}
+
 bool CardScan::Next()
 {
-    row_.statement = nullptr;
+    row_.End();
     if (scan_.statement->executeStep())
         return true;
     Stop();
@@ -133,12 +140,13 @@ std::optional<SQLite::Column> CardScan::Cell(int column, std::int64_t rowId, con
     if (scan_.statement && scan_.columns[bit])
         return scan_.statement->getColumn(scan_.position[bit]);
     if (!row_.statement || !row_.columns[bit]) {
+        row_.End();
         SQLite::Statement &statement =
             Prepared("SELECT 0" + ColumnList(columns) + R"( FROM "Lernkarten" WHERE _rowid_=?1)");
         statement.bind(1, rowId);
         row_.Start(statement, columns, 1);
         if (!statement.executeStep()) {
-            row_.statement = nullptr;
+            row_.End();
             return std::nullopt;
         }
     }
@@ -175,8 +183,7 @@ bool CardScan::FetchKeys(std::int64_t rowId, CardKeys &keys)
 
 void CardScan::Stop()
 {
-    for (Reader *reader : {&scan_, &row_})
-        if (SQLite::Statement *statement = std::exchange(reader->statement, nullptr))
-            statement->tryReset();
+    scan_.End();
+    row_.End();
     open_ = false;
 }

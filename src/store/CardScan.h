@@ -87,6 +87,7 @@ private:
         ColumnSet columns;
         std::array<int, CardColumnCount> position{}; // in the statement's result, where `columns` has it
         void Start(SQLite::Statement &prepared, const ColumnSet &delivered, int before);
+        void End();
     };
 
     SQLite::Statement &Prepared(const std::string &sql);

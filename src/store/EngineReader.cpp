@@ -61,7 +61,7 @@ EngineReader::EngineReader(const QString &path)
         sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
         sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
         sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-        sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 100'000'000);
+        sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 32'000'000);
         const RoundLimit limit(*database_);
         database_->exec("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
         PrepareReading();

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RepairFiles.h"
 
+#include "JournalFile.h"
 #include "PageReader.h"
 #include "Repair.h"
 #include "StoreError.h"
@@ -213,6 +214,8 @@ void RepairFiles::MakeCopy() const
     for (const QString &suffix : companions_)
         if (suffix != u"-shm") // the engine makes it anew from the log
             CopyFile(Open(path_ + suffix, O_RDONLY | O_NOFOLLOW | O_NONBLOCK), CopyPath() + suffix);
+    if (companions_.contains(QStringLiteral("-journal")))
+        ForgetOtherFiles(CopyPath() + QStringLiteral("-journal"));
 }
 
 void RepairFiles::WriteReport(const QByteArray &text) const

@@ -8,6 +8,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -57,9 +58,13 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     QImageReader leser(&datei, format);
     leser.setAutoDetectImageFormat(false);
     leser.setAutoTransform(true);
-    const QSize groesse = leser.size();
-    if (qint64{groesse.width()} * groesse.height() > MaxPixel)
+    // The height of a BMP that is stored from top to bottom is negative.
+    const qint64 breite = std::abs(qint64{leser.size().width()});
+    const qint64 hoehe = std::abs(qint64{leser.size().height()});
+    if (breite * hoehe > MaxPixel)
         KeinBild(pfad, QStringLiteral("es ist zu groß."));
+    const QSize groesse(static_cast<int>(std::min<qint64>(breite, MaxPixel)),
+                        static_cast<int>(std::min<qint64>(hoehe, MaxPixel)));
     const QSize grenze =
         (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
     if (groesse.width() > grenze.width() || groesse.height() > grenze.height())

@@ -307,8 +307,10 @@ private slots:
 
     void ForeignFilesWithoutTableFieldOrIndexAreRefused()
     {
-        for (const char *name : {"tabelle.pzb", "feld.pzb", "index.pzb", "sicht.pzb"})
+        for (const char *name : {"tabelle.pzb", "feld.pzb", "index.pzb", "sicht.pzb"}) {
             Make(QLatin1String(name), {MakeCard(1, 0, 1)});
+            Sql(QLatin1String(name), "PRAGMA application_id=0");
+        }
         Sql(QStringLiteral("tabelle.pzb"), "ALTER TABLE Lernkarten RENAME TO Anderes");
         VerifyRefused(QStringLiteral("tabelle.pzb"), 3078);
         Sql(QStringLiteral("feld.pzb"), "ALTER TABLE Lernkarten DROP COLUMN Antwort_ch_3");
@@ -318,6 +320,65 @@ private slots:
         Sql(QStringLiteral("sicht.pzb"),
             "ALTER TABLE Lernkarten RENAME TO Echt; CREATE VIEW Lernkarten AS SELECT * FROM Echt");
         VerifyRefused(QStringLiteral("sicht.pzb"), 3078);
+    }
+
+    // A file that bears our mark had all this when it was made.
+    void OwnFilesThatHaveLostTableOrIndexAreDamaged_data()
+    {
+        QTest::addColumn<QByteArray>("sql");
+        QTest::addColumn<bool>("repaired");
+        QTest::newRow("index gone") << QByteArray("DROP INDEX BoxKey") << true;
+        QTest::newRow("index of other columns")
+            << QByteArray("DROP INDEX BoxKey; CREATE UNIQUE INDEX BoxKey ON Lernkarten(FachLfdNr,FachNr)")
+            << true;
+        QTest::newRow("table under another name")
+            << QByteArray("ALTER TABLE Lernkarten RENAME TO Lermkarten") << true;
+        QTest::newRow("version that nobody writes") << QByteArray("PRAGMA user_version=16777217") << true;
+        QTest::newRow("table gone") << QByteArray("DROP TABLE Lernkarten") << false;
+    }
+
+    void OwnFilesThatHaveLostTableOrIndexAreDamaged()
+    {
+        QFETCH(QByteArray, sql);
+        QFETCH(bool, repaired);
+        const QString name = QStringLiteral("a.pzb");
+        Make(name, {MakeCard(1, 0, 1), MakeCard(2, 3, 1)});
+        Sql(name, sql.constData());
+        VerifyRefused(name, 3049);
+        QCOMPARE(meldungen_->Texte().first(),
+                 QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
+        if (repaired) {
+            meldungen_->antworten = {Meldungen::Antwort::Ja};
+            QCOMPARE(Open(name), name);
+            QCOMPARE(meldungen_->Texte().last(), QStringLiteral("Datei wurde repariert"));
+            QCOMPARE(store_->Karten().RecordCount(), 2);
+        }
+    }
+
+    // Bytes of the header that the engine refuses with an error of its own.
+    void HeadersThatTheEngineCannotReadAreDamage_data()
+    {
+        QTest::addColumn<int>("place");
+        QTest::newRow("schema format") << 47;
+        QTest::newRow("text encoding") << 59;
+        QTest::newRow("read version") << 19;
+        QTest::newRow("page size") << 16;
+    }
+
+    void HeadersThatTheEngineCannotReadAreDamage()
+    {
+        QFETCH(int, place);
+        const QString name = QStringLiteral("a.pzb");
+        Make(name, {MakeCard(1, 0, 1)});
+        QFile file(Path(name));
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(place) && file.write("\x77", 1) == 1);
+        file.close();
+        meldungen_->antworten = {Meldungen::Antwort::Ja};
+        QCOMPARE(Open(name), name);
+        QCOMPARE(meldungen_->Texte(),
+                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                              QStringLiteral("Datei wurde repariert")}));
+        QCOMPARE(store_->Karten().RecordCount(), 1);
     }
 
     void FileWithoutTheUnreadColumnsOpens()

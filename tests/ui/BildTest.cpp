@@ -375,6 +375,19 @@ private slots:
         VerifyNumber(kartei_->filePath("bombe3.bmp"), 481);
     }
 
+    void APictureStoredFromTopToBottomIsBoundedToo()
+    {
+        // One bit a pixel, 12 pixels wide, 2.5 million rows that are told as negative.
+        QByteArray lang = QByteArray::fromHex("424d6200000000003e00000000002800"
+                                              "00000c00000010ffd8ff010001000000"
+                                              "00000000000000000000020000000000"
+                                              "000000000000ffffff00");
+        lang.append(2'556'144 * 4, '\x55');
+        Schreiben(kartei_->filePath("lang.bmp"), lang);
+        const QImage bild = BildLesen(kartei_->filePath("lang.bmp"));
+        QVERIFY2(bild.height() <= 4096 && bild.width() <= 4096, qPrintable(QString::number(bild.height())));
+    }
+
     void ACamerasOrientationIsApplied()
     {
         Schreiben(kartei_->filePath("hoch.jpg"), HochkantJpeg());

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QString>
+
+// A rollback journal that was written by a transaction over several files ends in the name of another
+// journal, which the engine opens, wherever it is, and deletes when it finds it done with. The program never
+// writes one: beside a card file of somebody else it can only be meant badly.
+
+// Does the file end so? False for a file that is not there.
+bool NamesOtherFiles(const QString &journal);
+
+// Takes the mark away by which the engine finds the name; what the journal keeps of pages stays. Throws
+// StoreError.
+void ForgetOtherFiles(const QString &journal);
