@@ -105,6 +105,7 @@ void Uebersicht::GitterBauen()
     köpfe->setStretchLastSection(true);
     köpfe->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
     grdDataGrid_->installEventFilter(this);
+    grdDataGrid_->viewport()->installEventFilter(this);
     connect(grdDataGrid_, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { ZeileÖffnen(index); });
 
@@ -340,6 +341,9 @@ void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
 
 bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
 {
+    // The grid gets its size later than the window, and loses some of it to its scroll bar.
+    if (event->type() == QEvent::Resize && objekt == grdDataGrid_->viewport())
+        Form_Resize();
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(objekt, event);
     auto &taste = static_cast<QKeyEvent &>(*event);
@@ -377,12 +381,6 @@ void Uebersicht::reject()
 {
     if (!läuft_)
         QDialog::reject();
-}
-
-void Uebersicht::resizeEvent(QResizeEvent *event)
-{
-    QDialog::resizeEvent(event);
-    Form_Resize();
 }
 
 void Uebersicht::changeEvent(QEvent *event)

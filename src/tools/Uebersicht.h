@@ -37,7 +37,6 @@ public:
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void GitterBauen();

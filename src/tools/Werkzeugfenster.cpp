@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -114,12 +113,15 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
     feld->setToolTip(tipp);
     auto *label = new QLabel(QStringLiteral("&Dateiname:"), inhalt_);
     label->setBuddy(feld);
-    auto *knopf =
-        Benannt(new QToolButton(inhalt_), QStringLiteral("cmdDateiname"), QStringLiteral("Datei suchen"));
-    knopf->setText(QStringLiteral("..."));
+    // A push button: Enter on it must not run the tool.
+    auto *knopf = Benannt(new QPushButton(QStringLiteral("..."), inhalt_), QStringLiteral("cmdDateiname"),
+                          QStringLiteral("Datei suchen"));
     knopf->setToolTip(QStringLiteral("Datei suchen"));
-    knopf->setFocusPolicy(Qt::StrongFocus);
-    connect(knopf, &QToolButton::clicked, this, suchen);
+    knopf->setFixedWidth(fontMetrics().averageCharWidth() * 6);
+    connect(knopf, &QPushButton::clicked, this, [feld, suchen] {
+        suchen();
+        feld->setFocus(); // Enter runs the tool now
+    });
     const int zeile = felder_->rowCount();
     felder_->addWidget(label, zeile, 0);
     felder_->addWidget(feld, zeile, 1);

@@ -417,7 +417,7 @@ void UebersichtTest::ColumnsFillTheWindow()
     w.Oeffnen(Five());
     Blick blick(w);
     Show(blick.fenster);
-    for (const QSize size : {QSize(700, 400), QSize(1200, 700)}) {
+    for (const QSize size : {blick.fenster.size(), QSize(700, 400), QSize(1200, 700)}) {
         blick.fenster.resize(size);
         QTRY_COMPARE(blick.gitter->horizontalHeader()->length(), blick.gitter->viewport()->width());
         QVERIFY(blick.gitter->columnWidth(3) > blick.gitter->columnWidth(4) / 2);
