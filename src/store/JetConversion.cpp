@@ -20,7 +20,7 @@ RepairReport WriteCards(const QString &from, const QString &to)
 {
     JetCards cards(from);
     RepairReport report(RepairReport::Occasion::Conversion);
-    report.SetUncounted(cards.Lost());
+    report.SetMissing(cards.Lost());
     auto plan = cards.Cards().begin();
     WriteSalvagedCards(to, [&]() -> std::optional<SalvagedCard> {
         if (plan == cards.Cards().end())

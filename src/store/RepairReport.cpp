@@ -46,7 +46,7 @@ void RepairReport::AddCard(const SalvagedCard &card)
 
 bool RepairReport::IsPerfect() const
 {
-    return perfect_ == cards_ && lost_.empty() && uncounted_ == 0;
+    return perfect_ == cards_ && lost_.empty() && missing_ == 0;
 }
 
 QByteArray RepairReport::Text(const QString &path, const QString &oldName, const QDateTime &when) const
@@ -57,7 +57,7 @@ QByteArray RepairReport::Text(const QString &path, const QString &oldName, const
     const auto line = [](const QString &title, const QString &content) {
         return (title + u':').leftJustified(25) + content;
     };
-    const qsizetype lostCards = static_cast<qsizetype>(lost_.size()) + uncounted_;
+    const qsizetype lostCards = static_cast<qsizetype>(lost_.size()) + missing_;
     QStringList lines{
         repair ? QStringLiteral("Bericht über die Reparatur einer Kartei")
                : QStringLiteral("Bericht über die Umwandlung einer Kartei"),
@@ -86,10 +86,10 @@ QByteArray RepairReport::Text(const QString &path, const QString &oldName, const
               << QStringLiteral("Von diesen Karten ist nur noch die Nummer bekannt: %1")
                      .arg(numbers.join(QStringLiteral(", ")));
     }
-    if (uncounted_ > 0)
+    if (missing_ > 0)
         lines << QString() << lost
               << QStringLiteral("Die alte Datei zählt %1 mehr, als sich in ihr lesen ließen.")
-                     .arg(Cards(uncounted_));
+                     .arg(Cards(missing_));
     const std::array<std::pair<QString, QString>, 3> titles{{
         {QStringLiteral("Lückenhafte Karten"),
          QStringLiteral("Was nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.")},

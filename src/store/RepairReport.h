@@ -29,7 +29,7 @@ public:
     void AddLost(int number) { lost_.push_back(number); }
 
     // Cards of which nothing is known but that the file counts them.
-    void SetUncounted(std::uint32_t cards) { uncounted_ = cards; }
+    void SetMissing(std::uint32_t cards) { missing_ = cards; }
 
     // Is every card as it was?
     bool IsPerfect() const;
@@ -42,7 +42,7 @@ public:
 private:
     Occasion occasion_;
     int cards_ = 0, perfect_ = 0;
-    std::uint32_t uncounted_ = 0;
+    std::uint32_t missing_ = 0;
     bool journalUsed_ = false;
     std::vector<int> lost_;
     // The remarks by kind: incomplete, doubtful, changed.
