@@ -4,8 +4,10 @@
 
 #include "CardFile.h"
 #include "CardRecordset.h"
+#include "CardStore.h"
 
 #include <QTemporaryDir>
+#include <benchmark/benchmark.h>
 
 QString Words(int seed, int words)
 {
@@ -42,7 +44,7 @@ const QString &BigFile()
             card.FachNr = i % 7;
             card.FachLfdNr = (i - i % 7) / 7.0 + 1;
             card.Antworttyp = i % 5 == 0 ? 2 : 1;
-            card.Frage_Klartext = Words(i, 12);
+            card.Frage_Klartext = Words(i, 12) + QString::number(i);
             card.Frage = Rtf(card.Frage_Klartext);
             card.Antwort_1_Klartext = Words(i + 5, 6);
             card.Antwort_1 = Rtf(card.Antwort_1_Klartext);
@@ -67,4 +69,16 @@ SQLite::Database OpenFloor(const QString &path)
     database.exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT; PRAGMA synchronous=EXTRA;"
                   "PRAGMA secure_delete=ON");
     return database;
+}
+
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store)
+{
+    store.KarteiPfad = BigFile().section(u'/', 0, -2);
+    for (auto _ : state) {
+        QString name = BigFile().section(u'/', -1);
+        store.OpenCardFile(name);
+        if (name.isEmpty())
+            state.SkipWithError("not opened");
+        store.CloseCardFile();
+    }
 }

@@ -8,6 +8,12 @@
 #include <QString>
 #include <SQLiteCpp/Database.h>
 
+class CardStore;
+
+namespace benchmark {
+class State;
+}
+
 // What the benchmarks measure on.
 
 inline constexpr int CardCount = 32767;
@@ -18,6 +24,9 @@ QString Rtf(const QString &plain);
 
 // A box of 32,767 cards with texts of usual length, made once.
 const QString &BigFile();
+
+// Measures the opening of the big box.
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store);
 
 // A card file as the store opens it, without the store.
 SQLite::Database OpenFloor(const QString &path = BigFile());

@@ -17,14 +17,7 @@ void StoreOpen(benchmark::State &state)
     StillMeldungen meldungen;
     const EiligeUhr uhr;
     CardStore store(meldungen, uhr);
-    store.KarteiPfad = BigFile().section(u'/', 0, -2);
-    for (auto _ : state) {
-        QString name = BigFile().section(u'/', -1);
-        store.OpenCardFile(name);
-        if (name.isEmpty())
-            state.SkipWithError("not opened");
-        store.CloseCardFile();
-    }
+    OpenAgainAndAgain(state, store);
 }
 
 void FloorOpen(benchmark::State &state)
