@@ -54,7 +54,7 @@ public:
 
     QString Text()
     {
-        const QString path = Path("text.txt");
+        QString path = Path("text.txt");
         if (!QFile::exists(path)) {
             AsciiExportieren(Open(Full()), path, u'\t');
             Close();

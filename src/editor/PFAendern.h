@@ -5,7 +5,7 @@
 #include "AppConfig.h"
 #include "CardEditor.h"
 #include "Dialoge.h"
-#include "Kartendruck.h"
+#include "Formulardruck.h"
 #include "SearchHit.h"
 
 #include <QBasicTimer>

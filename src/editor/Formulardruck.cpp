@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Kartendruck.h"
+#include "Formulardruck.h"
 
 #include "StoreError.h"
 
