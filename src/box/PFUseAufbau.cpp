@@ -430,7 +430,7 @@ void PFUse::FarbenSetzen()
     const QColor karte = palette().color(QPalette::Base);
     for (QLabel *label : leise_) {
         const QColor grund = label == hinweise_ ? palette().color(QPalette::Window) : karte;
-        TextFaerben(label, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
+        TextFaerben(label, Farben::Leise(text, grund));
     }
     Faerben(strich_, QPalette::Mid,
             MFrage_->hasFocus() ? palette().color(QPalette::Highlight) : Farben::Getoent(text, karte, 0.15));

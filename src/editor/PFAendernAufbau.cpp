@@ -301,8 +301,8 @@ void PFÄndern::FarbenSetzen()
         Faerben(formular_, {{QPalette::Window, HellGrau}, {QPalette::WindowText, Qt::black}});
     const QPalette &farben = formular_->palette();
     const QColor grund = farben.color(QPalette::Window);
-    const QColor leise = Farben::Getoent(farben.color(QPalette::WindowText), grund, 0.65);
-    Faerben(hinweise_, {{QPalette::WindowText, Farben::Lesbar(leise, grund)}});
+    const QColor leise = Farben::Leise(farben.color(QPalette::WindowText), grund);
+    Faerben(hinweise_, {{QPalette::WindowText, leise}});
     const QColor marke = farben.color(QPalette::Highlight);
     Faerben(LabelNeu_,
             {{QPalette::Window, marke},

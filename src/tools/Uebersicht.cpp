@@ -392,10 +392,7 @@ void Uebersicht::changeEvent(QEvent *event)
 
 void Uebersicht::FarbenSetzen()
 {
-    const QColor grund = palette().color(QPalette::Window);
-    const QColor text = palette().color(QPalette::WindowText);
-    QPalette leise; // holds this one colour; all others keep following the desktop
-    leise.setColor(QPalette::WindowText, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
+    const QPalette leise = Farben::Leise(palette());
     hinweise_->setPalette(leise);
     datPrimaryRS_->setPalette(leise);
 }

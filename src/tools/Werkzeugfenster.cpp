@@ -216,12 +216,8 @@ void Werkzeugfenster::changeEvent(QEvent *event)
 
 void Werkzeugfenster::FarbenSetzen()
 {
-    const QColor grund = palette().color(QPalette::Window);
-    const QColor text = palette().color(QPalette::WindowText);
-    QPalette leise; // holds this one colour; all others keep following the desktop
-    leise.setColor(QPalette::WindowText, Farben::Lesbar(Farben::Getoent(text, grund, 0.65), grund));
     for (QLabel *label : leise_)
-        label->setPalette(leise);
+        label->setPalette(Farben::Leise(palette()));
 }
 
 DateiDialog Werkzeugfenster::TextdateiDialog(const QString &titel, const QString &verzeichnis,

@@ -51,4 +51,17 @@ QColor Getoent(const QColor &farbe, const QColor &grund, double anteil)
             mische(farbe.blue(), grund.blue())};
 }
 
+QColor Leise(const QColor &text, const QColor &grund)
+{
+    return Lesbar(Getoent(text, grund, 0.65), grund);
+}
+
+QPalette Leise(const QPalette &palette)
+{
+    QPalette leise;
+    leise.setColor(QPalette::WindowText,
+                   Leise(palette.color(QPalette::WindowText), palette.color(QPalette::Window)));
+    return leise;
+}
+
 } // namespace Farben

@@ -26,4 +26,10 @@ QColor Lesbar(const QColor &farbe, const QColor &grund, double kontrast = Kontra
 // `anteil` (0 to 1) of `farbe` laid over `grund`: the quiet tone of a signal colour.
 QColor Getoent(const QColor &farbe, const QColor &grund, double anteil);
 
+// The text of explanations: `text`, quieter.
+QColor Leise(const QColor &text, const QColor &grund);
+// The same for the labels of a window of `palette`. The result holds this one colour: all others keep
+// following the desktop.
+QPalette Leise(const QPalette &palette);
+
 } // namespace Farben

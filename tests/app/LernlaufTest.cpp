@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
+#include "Programmkopie.h"
 #include "StoreTestSupport.h"
 
 #include <QRandomGenerator>
@@ -45,14 +46,7 @@ private slots:
     void init()
     {
         ordner_ = std::make_unique<QTemporaryDir>();
-        const QDir von(PROGRAM_DIR);
-        for (const QString &name : von.entryList({"paukfix", "*.ico", "Applause.wav"}))
-            QVERIFY(QFile::copy(von.filePath(name), Pfad(name)));
-        // Without the flight of the card, which only takes time here.
-        QFile geliefert(SOURCE_DIR "/assets/konfig.dat");
-        QFile konfig(Pfad("konfig.dat"));
-        QVERIFY(geliefert.open(QIODevice::ReadOnly) && konfig.open(QIODevice::WriteOnly));
-        konfig.write(geliefert.readAll().replace("Animation=True", "Animation=False"));
+        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
 
         kartei_ = Pfad(QStringLiteral("Lernen mit Ümlaut.pzb"));
         QList<CardRecord> karten;

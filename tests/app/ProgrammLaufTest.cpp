@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
+#include "Programmkopie.h"
 #include "StoreTestSupport.h"
 
 #include <QFile>
@@ -22,15 +23,10 @@ private slots:
 
     void cleanupTestCase() { anzeige_.reset(); }
 
-    // A portable copy of the program.
     void init()
     {
         ordner_ = std::make_unique<QTemporaryDir>();
-        const QDir von(PROGRAM_DIR);
-        for (const QString &name :
-             von.entryList({"paukfix", "lbox*.jpg", "ueber.rtf", "*.ico", "Applause.wav"}))
-            QVERIFY(QFile::copy(von.filePath(name), Pfad(name)));
-        QVERIFY(QFile::copy(SOURCE_DIR "/assets/konfig.dat", Pfad("konfig.dat")));
+        ProgrammKopieren(ordner_->path(), Vorspann::Ja);
     }
 
     void FromTheIntroToTheMainWindowAndOut()

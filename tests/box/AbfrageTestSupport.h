@@ -103,6 +103,13 @@ public:
 
     void Tippe(const QString &text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
 
+    // Types `eingabe` and presses Enter.
+    void Antworten(const QString &eingabe) const
+    {
+        Tippe(eingabe);
+        Taste(Qt::Key_Return);
+    }
+
     // At the widget's place in the window: whatever lies on top of it gets the click.
     void Klick(const QWidget *widget) const
     {

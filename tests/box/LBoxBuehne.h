@@ -5,6 +5,7 @@
 #include "FachBild.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
+#include "TestDialoge.h"
 #include "WuerfelBild.h"
 
 #include <QAction>
@@ -18,47 +19,6 @@
 #include <deque>
 #include <functional>
 #include <memory>
-
-// Answers file and font dialogs with what was set, else cancels, and keeps what was asked.
-class TestDialoge final : public Dialoge
-{
-public:
-    QString DateiOeffnen(const DateiDialog &dialog) override
-    {
-        gefragt.append(dialog);
-        beimFragen();
-        return Naechster();
-    }
-
-    QString DateiSpeichern(const DateiDialog &dialog) override
-    {
-        gefragt.append(dialog);
-        beimFragen();
-        return Naechster();
-    }
-
-    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &vorgabe) override
-    {
-        schriftVorgabe = vorgabe;
-        return schrift;
-    }
-
-    std::function<void()> beimFragen = [] {};
-    QList<DateiDialog> gefragt;
-    std::deque<QString> pfade;
-    Schriftwahl schriftVorgabe;
-    std::optional<Schriftwahl> schrift;
-
-private:
-    QString Naechster()
-    {
-        if (pfade.empty())
-            return {};
-        QString pfad = pfade.front();
-        pfade.pop_front();
-        return pfad;
-    }
-};
 
 // Random numbers that are said beforehand, then 0.
 class TestZufall final : public Zufall

@@ -162,8 +162,8 @@ private slots:
         font.setUnderline(true);
         b.dialoge.schrift = Schriftwahl{font, QColor(10, 20, 30)};
         b.Menue("MSchriftart")->trigger();
-        QCOMPARE(b.dialoge.schriftVorgabe.font.family(), QString("Arial"));
-        QCOMPARE(b.dialoge.schriftVorgabe.font.pointSizeF(), 12.0);
+        QCOMPARE(b.dialoge.schriftVorgabe->font.family(), QString("Arial"));
+        QCOMPARE(b.dialoge.schriftVorgabe->font.pointSizeF(), 12.0);
         QCOMPARE(b.konfig.schrift.FontName, QString("DejaVu Serif"));
         QCOMPARE(b.konfig.schrift.Color, 10 + 20 * 256 + 30 * 65536);
         QVERIFY(b.KonfigText().contains(

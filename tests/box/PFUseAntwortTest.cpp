@@ -17,19 +17,12 @@ class PFUseAntwortTest : public QObject
 private:
     std::unique_ptr<AbfrageBuehne> b_;
 
-    // Types `eingabe` and presses Enter.
-    void Antworten(const QString &eingabe)
-    {
-        b_->Tippe(eingabe);
-        b_->Taste(Qt::Key_Return);
-    }
-
     // The verdict on a typed answer, after the window was closed by go-on.
     qint16 Urteil(const QString &antwort, const QString &eingabe)
     {
         b_->zustand.AbfrageErgebnis = 99;
         const Ausgang ausgang = b_->Fragen(TippKarte(antwort), [&] {
-            Antworten(eingabe);
+            b_->Antworten(eingabe);
             b_->Taste(Qt::Key_Return);
             QVERIFY(!b_->fenster->isVisible());
         });
@@ -110,7 +103,7 @@ private slots:
         CardRecord karte = TippKarte("Berlin Hinweis: groß");
         karte.Antwort_1 = "{\\rtf1 \\b Berlin\\b0  Hinweis: gro\\'df\\par}";
         b_->Fragen(karte, [&] {
-            Antworten("Bonn");
+            b_->Antworten("Bonn");
             QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "Berlin Hinweis: groß");
             QVERIFY(QTextCursor(b_->Text("Antwort(5)")->document()).charFormat().fontWeight() >= QFont::Bold);
             QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "Bonn");
@@ -122,7 +115,7 @@ private slots:
     {
         CardRecord karte = TippKarte("eins");
         karte.Antwort_2 = karte.Antwort_2_Klartext = "zwei";
-        b_->Fragen(karte, [&] { Antworten("zwei"); });
+        b_->Fragen(karte, [&] { b_->Antworten("zwei"); });
         QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
     }
 
@@ -267,7 +260,7 @@ private slots:
         b_->zustand.AbfrageErgebnis = -1;
         const auto pruefen = [&] {
             QVERIFY(b_->Text("Antwort(0)")->isVisible());
-            Antworten("x");
+            b_->Antworten("x");
             QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
             QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "x");
             QVERIFY(!b_->Knopf("Command3")->isEnabled());
@@ -306,7 +299,7 @@ private slots:
     void TheVerdictColoursTheFrame()
     {
         b_->Fragen(TippKarte("a"), [&] {
-            Antworten("a");
+            b_->Antworten("a");
             QWidget *rahmen = b_->Finde<QWidget>("Frame1");
             QVERIFY(rahmen->isVisible());
             QCOMPARE(rahmen->palette().color(QPalette::Window), QColor(0, 255, 0));
@@ -323,7 +316,7 @@ private slots:
     void TheLearnerMayOverrideTheVerdict()
     {
         const Ausgang ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
-            Antworten("Bonn");
+            b_->Antworten("Bonn");
             QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
             b_->Klick(b_->Option("Ergebnis_R"));
             QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
@@ -341,7 +334,7 @@ private slots:
     void ACheckedAnswerIsNotJudgedAgain()
     {
         b_->Fragen(TippKarte("Berlin"), [&] {
-            Antworten("Bonn");
+            b_->Antworten("Bonn");
             b_->Klick(b_->Option("Ergebnis_R"));
             b_->Klick(b_->Text("Antwort(0)")->viewport());
             b_->Tippe("x");

@@ -12,13 +12,6 @@ class PFUseTest : public QObject
 private:
     std::unique_ptr<AbfrageBuehne> b_;
 
-    // Types `eingabe` and presses Enter.
-    void Antworten(const QString &eingabe)
-    {
-        b_->Tippe(eingabe);
-        b_->Taste(Qt::Key_Return);
-    }
-
     // Sets a column of all cards behind the program's back and opens the file again.
     void Sql(const char *sql)
     {
@@ -265,7 +258,7 @@ private slots:
     {
         QCOMPARE(b_->Fragen(TippKarte("x"),
                             [&] {
-                                Antworten("x");
+                                b_->Antworten("x");
                                 b_->Taste(Qt::Key_Escape);
                             }),
                  Ausgang::Beurteilt);
@@ -279,7 +272,7 @@ private slots:
             QVERIFY(!b_->Knopf("Command3")->isEnabled());
             b_->Klick(b_->Knopf("Command3"));
             QVERIFY(b_->fenster->isVisible());
-            Antworten("y");
+            b_->Antworten("y");
             QVERIFY(b_->Knopf("Command3")->isEnabled());
             b_->Klick(b_->Knopf("Command3"));
             QVERIFY(!b_->fenster->isVisible());
@@ -361,7 +354,7 @@ private slots:
     {
         QCOMPARE(b_->Fragen(TippKarte("x"),
                             [&] {
-                                Antworten("x");
+                                b_->Antworten("x");
                                 b_->Klick(b_->Knopf("Command1"));
                                 QVERIFY(!b_->fenster->isVisible());
                             }),

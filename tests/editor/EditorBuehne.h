@@ -5,6 +5,7 @@
 #include "EditorTestSupport.h"
 #include "PFAendern.h"
 #include "RichTextBox.h"
+#include "TestDialoge.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -19,34 +20,6 @@
 
 #include <deque>
 #include <functional>
-
-// Answers file and font dialogs with what was set, else cancels, and keeps what was asked.
-class TestDialoge final : public Dialoge
-{
-public:
-    QString DateiOeffnen(const DateiDialog &dialog) override
-    {
-        gefragt.append(dialog);
-        if (pfade.empty())
-            return {};
-        QString pfad = pfade.front();
-        pfade.pop_front();
-        return pfad;
-    }
-
-    QString DateiSpeichern(const DateiDialog &) override { return {}; }
-
-    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &vorgabe) override
-    {
-        schriftVorgabe = vorgabe;
-        return schrift;
-    }
-
-    QList<DateiDialog> gefragt;
-    std::deque<QString> pfade;
-    std::optional<Schriftwahl> schriftVorgabe; // what the font dialog was opened with
-    std::optional<Schriftwahl> schrift;
-};
 
 // The real editor on a real card file, driven by key and mouse.
 class EditorBuehne

@@ -4,6 +4,7 @@
 
 #include "CardFile.h"
 #include "CardRecord.h"
+#include "StoreTestSupport.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -265,6 +266,14 @@ void Work(SQLite::Database &database, Random &random)
 int Pick(Random &random, qint64 below)
 {
     return static_cast<int>(random() % static_cast<quint64>(below));
+}
+
+QList<CardRecord> SomeCards(int count)
+{
+    QList<CardRecord> cards;
+    for (int number = 1; number <= count; ++number)
+        cards << MakeCard(number, number % 7, number);
+    return cards;
 }
 
 void WriteFile(const QString &path, const QByteArray &bytes)

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardRecord.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -57,6 +59,9 @@ Box AmidTransaction(const QString &directory, const Box &box);
 
 // Digest and marker of every card of a file that the engine reads, until it stops at a fault.
 QHash<QByteArray, QByteArray> ReadDigests(const QString &path); // digest by marker
+
+// Cards 1 to `count`, spread over all compartments.
+QList<CardRecord> SomeCards(int count);
 
 void WriteFile(const QString &path, const QByteArray &bytes);
 QByteArray ReadFile(const QString &path);

@@ -27,14 +27,6 @@ bool HasEnded(pid_t child)
            info.si_pid == child;
 }
 
-QList<CardRecord> SomeCards(int count)
-{
-    QList<CardRecord> cards;
-    for (int number = 1; number <= count; ++number)
-        cards << MakeCard(number, number % 7, number);
-    return cards;
-}
-
 } // namespace
 
 // What a repair does with the files: names, locks, journals, failures and kills.

@@ -28,14 +28,6 @@ qint64 FirstValue(const QByteArray &bytes, const CardTruth &card)
     return at + bytes[at]; // the head's length fits into one byte here
 }
 
-QList<CardRecord> SomeCards(int count)
-{
-    QList<CardRecord> cards;
-    for (int number = 1; number <= count; ++number)
-        cards << MakeCard(number, number % 7, number);
-    return cards;
-}
-
 } // namespace
 
 // Which cards a repair takes, and what it says of them.

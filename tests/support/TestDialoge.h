@@ -7,8 +7,9 @@
 #include <QList>
 
 #include <deque>
+#include <functional>
 
-// Answers file dialogs with the paths that were set, else cancels, and keeps what was asked. For tests that
+// Answers file and font dialogs with what was set, else cancels, and keeps what was asked. For tests that
 // link the floor of the dialogs.
 class TestDialoge final : public Dialoge
 {
@@ -16,23 +17,33 @@ public:
     QString DateiOeffnen(const DateiDialog &dialog) override
     {
         zumOeffnen.append(dialog);
-        return Naechster();
+        return Naechster(dialog);
     }
 
     QString DateiSpeichern(const DateiDialog &dialog) override
     {
         zumSpeichern.append(dialog);
-        return Naechster();
+        return Naechster(dialog);
     }
 
-    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &) override { return std::nullopt; }
+    std::optional<Schriftwahl> SchriftWaehlen(const Schriftwahl &vorgabe) override
+    {
+        schriftVorgabe = vorgabe;
+        return schrift;
+    }
 
-    QList<DateiDialog> zumOeffnen, zumSpeichern;
+    std::function<void()> beimFragen = [] {};
+    QList<DateiDialog> gefragt;                  // all file dialogs
+    QList<DateiDialog> zumOeffnen, zumSpeichern; // of these
     std::deque<QString> pfade;
+    std::optional<Schriftwahl> schriftVorgabe; // what the font dialog was opened with
+    std::optional<Schriftwahl> schrift;
 
 private:
-    QString Naechster()
+    QString Naechster(const DateiDialog &dialog)
     {
+        gefragt.append(dialog);
+        beimFragen();
         if (pfade.empty())
             return {};
         QString pfad = pfade.front();
