@@ -201,6 +201,7 @@ void CopyValue(Adder &adder, std::size_t value, int column, const SalvagedCard::
 std::vector<int> CopiedColumns()
 {
     std::vector<int> columns;
+    columns.reserve(copiedColumns.size());
     for (const char *name : copiedColumns)
         columns.push_back(CardColumnIndex(QString::fromLatin1(name)));
     return columns;
@@ -303,6 +304,7 @@ AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &for
 {
     const std::vector<int> columns = CopiedColumns();
     std::vector<const CardPlan *> plans; // in box order
+    plans.reserve(source.Cards().size());
     for (const CardPlan &plan : source.Cards())
         plans.push_back(&plan);
     std::sort(plans.begin(), plans.end(), [](const CardPlan *one, const CardPlan *other) {

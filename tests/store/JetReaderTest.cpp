@@ -147,7 +147,7 @@ QByteArray Number(std::uint32_t number, int bytes = 4)
 {
     QByteArray text;
     for (int i = 0; i < bytes; ++i)
-        text += static_cast<char>(number >> 8 * i);
+        text += static_cast<char>(i < 4 ? number >> 8 * i : 0);
     return text;
 }
 

@@ -123,7 +123,7 @@ void JetLab::Move(int row)
 void JetLab::Put(QByteArray &to, std::uint64_t number, int bytes) const
 {
     for (int i = 0; i < bytes; ++i)
-        to += static_cast<char>(number >> 8 * i);
+        to += static_cast<char>(i < 8 ? number >> 8 * i : 0);
 }
 
 int JetLab::Free(const DataPage &page) const
