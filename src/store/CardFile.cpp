@@ -133,6 +133,19 @@ bool HasUniqueIndex(SQLite::Database &database, const char *index, const QString
     return found.join(u';').compare(columns.join(u';'), Qt::CaseInsensitive) == 0;
 }
 
+// Columns, defaults and indexes that are computed would run what somebody else wrote, on every card.
+bool IsComputed(SQLite::Database &database)
+{
+    constexpr const char *computed =
+        "WITH tables AS (SELECT name FROM sqlite_schema WHERE type = 'table' AND sql NOT LIKE 'CREATE "
+        "VIRTUAL%') "
+        "SELECT EXISTS(SELECT 1 FROM tables t, pragma_table_xinfo(t.name) c WHERE c.hidden <> 0) "
+        "OR EXISTS(SELECT 1 FROM tables t, pragma_index_list(t.name) l, pragma_index_xinfo(l.name) i "
+        "WHERE l.partial OR i.cid = -2) "
+        "OR EXISTS(SELECT 1 FROM pragma_table_info('Lernkarten') WHERE dflt_value LIKE '%(%')";
+    return database.execAndGet(computed).getInt() != 0;
+}
+
 // What our own files lack they have lost: only in a file of another program is it a matter of the format.
 void CheckSchema(SQLite::Database &database, const QString &path)
 {
@@ -155,6 +168,10 @@ void CheckSchema(SQLite::Database &database, const QString &path)
         throw StoreError(Fehler::TabelleFehlt,
                          Named(path) + QStringLiteral("enthält keine Tabelle „Lernkarten“."));
     }
+    if (IsComputed(database))
+        throw StoreError(Fehler::FormatUnbekannt,
+                         Named(path) +
+                             QStringLiteral("enthält Berechnungen und wird deshalb nicht geöffnet."));
     const std::array<std::pair<const char *, QStringList>, 2> indexes{{
         {"FrageNr", {QStringLiteral("FrageNr")}},
         {"BoxKey", {QStringLiteral("FachNr"), QStringLiteral("FachLfdNr")}},
@@ -252,10 +269,11 @@ CardFile::CardFile(const QString &path, Access access)
            OpenDatabase(path_, access == Access::Exclusive ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY)))
 {
     Translated(database_, path_, [&] {
-        Harden(database_);
-        // The engine would follow such a journal to files of other places, and might delete one.
+        // The engine would follow such a journal to files of other places, and might delete one. The first
+        // thing that it reads of the file makes it look for the journal.
         if (NamesOtherFiles(path_ + QStringLiteral("-journal")))
             ThrowDamaged(path_);
+        Harden(database_);
         if (access == Access::Exclusive) {
             if (sqlite3_db_readonly(database_.getHandle(), "main") == 1)
                 throw StoreError(Fehler::NichtErlaubt,

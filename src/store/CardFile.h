@@ -20,8 +20,8 @@ public:
 
     // Opens an existing card file and checks header, table and indexes. Throws StoreError:
     // 3024 not there, 76 directory not there, 3051 not writable (Exclusive) or not a regular file, 3045
-    // locked, 3049 damaged or no database, 3343 a newer format; in a file without our mark 3078 no table
-    // "Lernkarten" and 3015 an index missing, which are damage in one of ours.
+    // locked, 3049 damaged or no database, 3343 a newer format or a table that computes; in a file without
+    // our mark 3078 no table "Lernkarten" and 3015 an index missing, which are damage in one of ours.
     explicit CardFile(const QString &path, Access access = Access::Exclusive);
 
     // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at

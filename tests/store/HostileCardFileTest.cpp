@@ -169,12 +169,11 @@ private slots:
         QTest::newRow("computed question")
             << OtherTable("\"Frage_Klartext\" LONGTEXT",
                           "\"Frage_Klartext\" LONGTEXT AS (printf('%.*c', 90000000, 'x'))")
-            << 3265 << 0;
+            << 3343 << 0;
         QTest::newRow("computed column beside")
-            << OtherTable("\"FrageNr\" DOUBLE",
-                          "\"x\" AS (printf('%.*c', 2000000000, 'x')),\"FrageNr\" DOUBLE") +
+            << OtherTable("\"FrageNr\" DOUBLE", "\"x\" AS (printf('%.*c', 100, 'x')),\"FrageNr\" DOUBLE") +
                    cards
-            << 0 << 0;
+            << 3343 << 0;
         QTest::newRow("no cards at all") << table << 0 << 3021;
         QTest::newRow("check that a moved card does not meet")
             << OtherTable("", "", ", CHECK(FachNr <> 1))") + cards << 0 << 0;
@@ -189,18 +188,25 @@ private slots:
             << 0 << 3022;
         QTest::newRow("index over a giant text")
             << table + "CREATE INDEX riese ON Lernkarten(printf('%.*c', FachNr * 2000000000, 'x'));" + cards
-            << 0 << 3163;
+            << 3343 << 0;
+        QTest::newRow("computed default")
+            << OtherTable("\"Frage\" LONGTEXT",
+                          "\"Frage\" LONGTEXT DEFAULT (printf('%.*c', 2000000000, 'x'))")
+            << 3343 << 0;
+        QTest::newRow("computed column in a table beside")
+            << table + cards + "CREATE TABLE x(a, b AS (printf('%.*c', a, 'x'))); INSERT INTO x VALUES(100);"
+            << 3343 << 0;
         QTest::newRow("index over a computed key")
             << QByteArray("CREATE TABLE Lernkarten(FrageNr, FachNr, FachLfdNr);"
                           "CREATE UNIQUE INDEX FrageNr ON Lernkarten(abs(FrageNr));"
                           "CREATE UNIQUE INDEX BoxKey ON Lernkarten(FachNr,FachLfdNr);")
-            << 3015 << 0;
+            << 3343 << 0;
         QTest::newRow("index over some of the cards")
             << table +
                    "DROP INDEX FrageNr; CREATE UNIQUE INDEX FrageNr ON Lernkarten(FrageNr) WHERE "
                    "FrageNr > 1;" +
                    cards
-            << 3015 << 0;
+            << 3343 << 0;
         QTest::newRow("table without rows' numbers")
             << OtherTable("\"FrageNr\" DOUBLE", "\"FrageNr\" DOUBLE PRIMARY KEY", ") WITHOUT ROWID") + cards
             << 1 << 0;
