@@ -13,6 +13,7 @@
 #include "SoundPlayer.h"
 #include "Uhr.h"
 #include "Werkzeugfenster.h"
+#include "Wiederholungswache.h"
 #include "Zufall.h"
 
 #include <functional>
@@ -44,6 +45,7 @@ private:
     void ÜberZeigen();
     QString KarteiWaehlen();
 
+    Wiederholungswache wiederholungen_;
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;
     SystemUhr uhr_;

@@ -40,11 +40,11 @@ void LBOX::MenueBauen()
         return neu;
     };
 
-    QMenu *datei = menue(QStringLiteral("MDatei"), QStringLiteral("Datei"));
-    Eintrag(datei, QStringLiteral("Mneu"), QStringLiteral("neu"), [this] {
+    QMenu *datei = menue(QStringLiteral("MDatei"), QStringLiteral("&Datei"));
+    Eintrag(datei, QStringLiteral("Mneu"), QStringLiteral("&neu"), [this] {
         Mneu_Click();
     })->setShortcut(QKeySequence::New);
-    Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("öffnen"), [this] {
+    Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("&öffnen"), [this] {
         Möffnen_Click();
     })->setShortcut(QKeySequence::Open);
     mStrich_ = Strich(datei, QStringLiteral("MStrich"));
@@ -52,53 +52,53 @@ void LBOX::MenueBauen()
         mDat_[i] =
             Eintrag(datei, QStringLiteral("MDat(%1)").arg(i + 1), QString(), [this, i] { MDat_Click(i); });
     Strich(datei, QStringLiteral("MS2"));
-    Eintrag(datei, QStringLiteral("MEnde"), QStringLiteral("Ende"), [this] {
+    Eintrag(datei, QStringLiteral("MEnde"), QStringLiteral("&Ende"), [this] {
         close();
     })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
-    QMenu *automatik = menue(QStringLiteral("MAuto"), QStringLiteral("Automatik"));
+    QMenu *automatik = menue(QStringLiteral("MAuto"), QStringLiteral("A&utomatik"));
     mAutoschalter_ = Eintrag(automatik, QStringLiteral("MAutoschalter"), QStringLiteral("einschalten"),
                              [this] { MAutoschalter_Click(); });
     mAutoschalter_->setCheckable(true);
 
-    QMenu *aendern = menue(QStringLiteral("Mändern"), QStringLiteral("ändern"));
-    FensterEintrag(aendern, QStringLiteral("MKarten"), QStringLiteral("Karten "), &LBoxFenster::MKarten);
+    QMenu *aendern = menue(QStringLiteral("Mändern"), QStringLiteral("ä&ndern"));
+    FensterEintrag(aendern, QStringLiteral("MKarten"), QStringLiteral("&Karten "), &LBoxFenster::MKarten);
     Strich(aendern, QStringLiteral("MS3"));
-    Eintrag(aendern, QStringLiteral("MSchriftart"), QStringLiteral("StandardSchriftart"),
+    Eintrag(aendern, QStringLiteral("MSchriftart"), QStringLiteral("&StandardSchriftart"),
             [this] { MSchriftart_Click(); });
 
-    QMenu *uebersicht = menue(QStringLiteral("Mübersicht"), QStringLiteral("Übersicht"));
+    QMenu *uebersicht = menue(QStringLiteral("Mübersicht"), QStringLiteral("Ü&bersicht"));
     // The overview checks by itself, in words of its own.
-    FensterEintrag(uebersicht, QStringLiteral("Manzeigen"), QStringLiteral("anzeigen"),
+    FensterEintrag(uebersicht, QStringLiteral("Manzeigen"), QStringLiteral("&anzeigen"),
                    &LBoxFenster::Manzeigen, Braucht::Nichts);
 
-    QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("Extras"));
-    FensterEintrag(extras, QStringLiteral("MAscii_Export"), QStringLiteral("ASCII Export"),
+    QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("&Extras"));
+    FensterEintrag(extras, QStringLiteral("MAscii_Export"), QStringLiteral("ASCII &Export"),
                    &LBoxFenster::MAscii_Export);
-    FensterEintrag(extras, QStringLiteral("MAscii_Import"), QStringLiteral("ASCII Import"),
+    FensterEintrag(extras, QStringLiteral("MAscii_Import"), QStringLiteral("ASCII &Import"),
                    &LBoxFenster::MAscii_Import);
     Strich(extras, QStringLiteral("Mstrich2"));
-    FensterEintrag(extras, QStringLiteral("MThema_ausfiltern"), QStringLiteral("Thema ausfiltern"),
+    FensterEintrag(extras, QStringLiteral("MThema_ausfiltern"), QStringLiteral("&Thema ausfiltern"),
                    &LBoxFenster::MThema_ausfiltern);
-    FensterEintrag(extras, QStringLiteral("MKartei_anhängen"), QStringLiteral("Kartei anhängen"),
+    FensterEintrag(extras, QStringLiteral("MKartei_anhängen"), QStringLiteral("Kartei an&hängen"),
                    &LBoxFenster::MKartei_anhängen);
-    FensterEintrag(extras, QStringLiteral("MKartei_spiegeln"), QStringLiteral("Kartei spiegeln"),
+    FensterEintrag(extras, QStringLiteral("MKartei_spiegeln"), QStringLiteral("Kartei &spiegeln"),
                    &LBoxFenster::MKartei_spiegeln);
-    FensterEintrag(extras, QStringLiteral("MAlleNeu"), QStringLiteral("Alle Karten nach Neu"),
+    FensterEintrag(extras, QStringLiteral("MAlleNeu"), QStringLiteral("&Alle Karten nach Neu"),
                    &LBoxFenster::MAlleNeu);
-    FensterEintrag(extras, QStringLiteral("MErledigtNeu"), QStringLiteral("erledigte Karten nach Neu "),
+    FensterEintrag(extras, QStringLiteral("MErledigtNeu"), QStringLiteral("e&rledigte Karten nach Neu "),
                    &LBoxFenster::MErledigtNeu);
     Strich(extras, QStringLiteral("MStrich3"));
-    mAnimation_ = Eintrag(extras, QStringLiteral("MAnimation"), QStringLiteral("Animation"),
+    mAnimation_ = Eintrag(extras, QStringLiteral("MAnimation"), QStringLiteral("Ani&mation"),
                           [this] { MAnimation_Click(); });
     mAnimation_->setCheckable(true);
     Strich(extras, QStringLiteral("MStrich5"));
-    FensterEintrag(extras, QStringLiteral("MStatistik"), QStringLiteral("Statistik anzeigen"),
+    FensterEintrag(extras, QStringLiteral("MStatistik"), QStringLiteral("Statistik an&zeigen"),
                    &LBoxFenster::MStatistik, Braucht::Nichts);
     Strich(extras, QStringLiteral("Mstrich4"));
 
-    QMenu *info = menue(QStringLiteral("Minfo"), QStringLiteral("Info"));
-    FensterEintrag(info, QStringLiteral("Müber"), QStringLiteral("über Paukfix"), &LBoxFenster::Müber,
+    QMenu *info = menue(QStringLiteral("Minfo"), QStringLiteral("&Info"));
+    FensterEintrag(info, QStringLiteral("Müber"), QStringLiteral("ü&ber Paukfix"), &LBoxFenster::Müber,
                    Braucht::Nichts);
 }
 

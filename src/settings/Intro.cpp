@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QGridLayout>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -41,6 +42,7 @@ Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), m
 // Most starts show the main window at once: nothing is built for them.
 void Intro::Aufbauen()
 {
+    setWindowIcon(QIcon(konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico")));
     Timer_Intro_ = new QTimer(this);
     Timer_Intro_->setObjectName(QStringLiteral("Timer_Intro"));
     Timer_Intro_->setInterval(Takt);

@@ -11,9 +11,11 @@
 #include <QFontDialog>
 #include <QFontInfo>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace {
@@ -25,6 +27,9 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
     fenster.setDefaultSuffix(dialog.endung);
     if (!dialog.vorgabe.isEmpty())
         fenster.selectFile(QDir(dialog.verzeichnis).filePath(dialog.vorgabe));
+    // Sizes and dates are shown whole; the desktop's own dialog has no such table.
+    if (auto *tabelle = fenster.findChild<QTreeView *>(QStringLiteral("treeView")))
+        tabelle->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     if (fenster.exec() != QDialog::Accepted)
         return {};
     return QDir::toNativeSeparators(fenster.selectedFiles().value(0));

@@ -266,6 +266,7 @@ private slots:
         QCOMPARE(b.dialoge.gefragt.last().endung, QString("pzb"));
         QCOMPARE(b.kartei.CurrentFileName, QString("frisch.pzb"));
         QCOMPARE(b.kartei.FehlerStatus, 0);
+        QVERIFY(!b.Finde<QLabel>("Hinweis")->isVisible());
         QCOMPARE(b.Menue("MDat(1)")->text(), b.Pfad("frisch.pzb"));
         QCOMPARE(QDir::currentPath(), QDir(b.ordner.path()).canonicalPath());
         b.kartei.CloseCardFile();

@@ -36,8 +36,9 @@ private slots:
         for (const QAction *menue : b.fenster->menuBar()->actions()) {
             QStringList eintraege;
             for (const QAction *eintrag : menue->menu()->actions())
-                eintraege << eintrag->objectName() + '|' + (eintrag->isSeparator() ? "-" : eintrag->text());
-            gefunden.append({menue->objectName() + '|' + menue->text(), eintraege});
+                eintraege << eintrag->objectName() + '|' +
+                                 (eintrag->isSeparator() ? "-" : eintrag->text().remove('&'));
+            gefunden.append({menue->objectName() + '|' + menue->text().remove('&'), eintraege});
         }
         QCOMPARE(gefunden, baum);
         QCOMPARE(b.fenster->windowTitle(), QString("Lern-Box"));

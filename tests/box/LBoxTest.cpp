@@ -469,6 +469,8 @@ private slots:
         QVERIFY(b.kartei.FehlerStatus > 0);
         QCOMPARE(b.Anzahl(0), 0);
         QCOMPARE(b.meldungen.Titel(), QString("Merkkasten"));
+        QVERIFY(b.Finde<QLabel>("Hinweis")->text().startsWith("Keine Kartei geöffnet."));
+        QVERIFY(b.Finde<QLabel>("Hinweis")->isVisible());
         b.Taste(Qt::Key_N);
         QCOMPARE(b.meldungen.gezeigt.size(), 1);
     }
