@@ -54,7 +54,12 @@ public:
         return true;
     }
 
-    bool operator==(const Lernstand &) const = default;
+    bool operator==(const Lernstand &anderer) const
+    {
+        return std::ranges::equal(faecher_, anderer.faecher_, [](const auto &eins, const auto &zwei) {
+            return std::ranges::equal(eins, zwei);
+        });
+    }
 
 private:
     std::array<QList<int>, FachAnzahl> faecher_;

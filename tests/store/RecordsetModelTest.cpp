@@ -470,7 +470,8 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
     if (failing) {
         qInfo("%d failures, %d of operations that were done all the same, %d transactions given up", failures,
               doneAllTheSame, givenUp);
-        QVERIFY(failures > runs && doneAllTheSame > 0 && givenUp > 0);
+        QVERIFY(failures > runs / 2);
+        QVERIFY(brief || (doneAllTheSame > 0 && givenUp > 0)); // rare: a short run may be without them
     }
 }
 
