@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeView>
@@ -64,8 +65,11 @@ public:
         schrift_ = new QFontDialog(MitStilnamen(vorgabe.font), this);
         schrift_->setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::NoButtons);
         schrift_->setWindowFlags(Qt::Widget);
-        // Escape in the inner dialog closes the whole.
+        // Enter and Escape in the inner dialog close the whole.
+        connect(schrift_, &QDialog::accepted, this, &QDialog::accept);
         connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
+        for (const QLineEdit *feld : schrift_->findChildren<QLineEdit *>())
+            connect(feld, &QLineEdit::returnPressed, this, &QDialog::accept);
 
         farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
         farbknopf_->setObjectName(QStringLiteral("Farbknopf"));

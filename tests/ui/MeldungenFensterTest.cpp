@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -224,6 +225,30 @@ private slots:
             QCOMPARE(wahl->font.weight(), schrift.weight());
             QCOMPARE(wahl->font.italic(), kursiv);
             QCOMPARE(wahl->font.styleName(), QString());
+        }
+    }
+
+    void EnterTakesTheFontWhereverTheKeyboardIs()
+    {
+        int felder = 1;
+        for (int i = 0; i < felder; ++i) {
+            Waehrend<QDialog>([&, i](QDialog &fenster) {
+                QWidgetList ziele;
+                for (QWidget *feld : fenster.findChild<QFontDialog *>()->findChildren<QWidget *>()) {
+                    const bool text = qobject_cast<QLineEdit *>(feld) || qobject_cast<QListView *>(feld);
+                    if (text && feld->isVisible() && feld->focusPolicy() != Qt::NoFocus)
+                        ziele << feld;
+                }
+                felder = int(ziele.size());
+                QVERIFY(felder > 3);
+                ziele[i]->setFocus();
+                QTest::keyClick(ziele[i], Qt::Key_Return);
+                QVERIFY2(!fenster.isVisible(), ziele[i]->metaObject()->className());
+            });
+            DialogeFenster dialoge;
+            const auto wahl = dialoge.SchriftWaehlen({QFont("DejaVu Sans", 14), Qt::black});
+            QVERIFY(wahl);
+            QCOMPARE(wahl->font.pointSize(), 14);
         }
     }
 
