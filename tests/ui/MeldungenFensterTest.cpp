@@ -208,13 +208,16 @@ private slots:
     {
         QFETCH(bool, fett);
         QFETCH(bool, kursiv);
-        for (const char *familie : {"DejaVu Sans", "Liberation Serif"}) {
+        // The last stands for another family, one without a bold style of its own.
+        for (const char *familie : {"DejaVu Sans", "Liberation Serif", "Sans Serif"}) {
             QFont schrift(familie, 13);
             schrift.setBold(fett);
             schrift.setItalic(kursiv);
-            Waehrend<QDialog>([](QDialog &fenster) {
+            Waehrend<QDialog>([&](QDialog &fenster) {
                 const QFont gewaehlt = fenster.findChild<QFontDialog *>()->currentFont();
                 QVERIFY2(!gewaehlt.styleName().contains("Condensed"), qPrintable(gewaehlt.styleName()));
+                QCOMPARE(gewaehlt.bold(), fett);
+                QCOMPARE(gewaehlt.italic(), kursiv);
                 fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
             });
             DialogeFenster dialoge;
