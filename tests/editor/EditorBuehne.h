@@ -25,14 +25,16 @@
 class EditorBuehne
 {
 public:
-    explicit EditorBuehne(const QList<CardRecord> &cards) : kartei(cards), konfig(kartei.messages)
+    // The editor's messages go to `fensterMeldungen` where real windows are wanted.
+    explicit EditorBuehne(const QList<CardRecord> &cards, Meldungen *fensterMeldungen = nullptr)
+        : kartei(cards), konfig(kartei.messages)
     {
         konfig.ProgrammPfad = programm.path();
         konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
         fenster = std::make_unique<PFÄndern>(
             EditorUmgebung{.kartei = kartei.store,
                            .konfig = konfig,
-                           .meldungen = kartei.messages,
+                           .meldungen = fensterMeldungen ? *fensterMeldungen : kartei.messages,
                            .dialoge = dialoge,
                            .suche = suche,
                            .klang = [this](const QString &pfad) { gespielt << pfad; },

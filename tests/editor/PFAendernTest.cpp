@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "MeldungenFenster.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -502,6 +504,54 @@ private slots:
         QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
         QVERIFY(!b.Finde<QAbstractButton>("CVVor")->isDown());
+    }
+
+    void RunEndsAtAMessage_data()
+    {
+        QTest::addColumn<int>("karte");
+        QTest::newRow("of the first step") << 2;
+        QTest::newRow("on the way") << 6;
+    }
+
+    void RunEndsAtAMessage()
+    {
+        QFETCH(int, karte);
+        QList<CardRecord> cards;
+        for (int i = 1; i <= 20; ++i) {
+            cards << MakeCard(i, 0, i);
+            if (i >= karte)
+                cards.last().Picture_1_Name = QStringLiteral("fehlt.bmp");
+        }
+        MeldungenFenster meldungen;
+        EditorBuehne b(cards, &meldungen);
+        b.Zeigen();
+        const auto umlaufen = [] {
+            for (int i = 0; i < 20; ++i)
+                QApplication::processEvents();
+        };
+        // Closes what opens, a few rounds of the event loop later.
+        QStringList gesehen;
+        int runden = 0;
+        QTimer uhr;
+        connect(&uhr, &QTimer::timeout, this, [&] {
+            auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box || ++runden % 4 != 0)
+                return;
+            gesehen << box->text();
+            box->accept();
+        });
+        uhr.start(5);
+        auto *knopf = b.Finde<QAbstractButton>("CVVor");
+        QTest::mousePress(knopf, Qt::LeftButton);
+        QTRY_VERIFY(!gesehen.isEmpty() && !QApplication::activeModalWidget());
+        umlaufen();
+        QVERIFY(!knopf->isDown());
+        QCOMPARE(b.Text("MaskFrageNr").toInt(), karte);
+        b.fenster->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(b.fenster.get()));
+        umlaufen();
+        QCOMPARE(b.Text("MaskFrageNr").toInt(), karte);
+        QCOMPARE(gesehen, QStringList(QStringLiteral("Bilddatei nicht gefunden fehlt.bmp")));
     }
 
     void RunStoresAChangedCardFirst()
