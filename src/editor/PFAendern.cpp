@@ -177,7 +177,10 @@ void PFÄndern::MSuchen_Click()
         return;
     umgebung_.suche.feld = 0;
     Suchen fenster(umgebung_.kartei, umgebung_.meldungen, umgebung_.suche, this);
-    if (fenster.exec() != QDialog::Accepted)
+    const bool gesucht = fenster.exec() == QDialog::Accepted;
+    // A message over the dialog has taken the keyboard with it: typing goes on here.
+    activateWindow();
+    if (!gesucht)
         return;
     editor_.AktuelleZeigen();
     TrefferZeigen();

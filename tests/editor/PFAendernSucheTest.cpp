@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "MeldungenFenster.h"
 
+#include <QMessageBox>
 #include <QTest>
 
 namespace {
@@ -30,8 +32,6 @@ struct Suchbuehne : EditorBuehne
         });
         Taste(Qt::Key_F3);
         QTRY_COMPARE(dialogeBenutzt, vorher + 1);
-        // What a desktop does when a dialog closes.
-        fenster->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
     }
 };
@@ -95,6 +95,25 @@ private slots:
         QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Kranich leider nicht gefunden")));
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
         QCOMPARE(b.suche.feld, qint16(0));
+    }
+
+    void TypingGoesOnAfterTheMessageThatNothingWasFound()
+    {
+        MeldungenFenster meldungen;
+        Suchbuehne b(DreiKarten(), &meldungen);
+        b.Zeigen();
+        QString gesagt;
+        QTimer uhr;
+        connect(&uhr, &QTimer::timeout, this, [&] {
+            if (auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                gesagt = box->text();
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+        uhr.start(5);
+        b.Suche(QStringLiteral("Kranich"));
+        QCOMPARE(gesagt, QStringLiteral("Kranich leider nicht gefunden"));
+        QCOMPARE(QApplication::focusWidget(), b.Steuerung("MFrage"));
     }
 
     void SearchFromTheBlankCardBehindTheLastBeginsWithTheFirst()
