@@ -161,7 +161,8 @@ void PFÄndern::FokusAufFrage()
 
 void PFÄndern::FokusAufAntwort(std::size_t box)
 {
-    Antwort_[box]->setFocus();
+    // A box that is not there cannot be typed into; the first always is.
+    (feld_[box]->isHidden() ? Antwort_[0] : Antwort_[box])->setFocus();
 }
 
 void PFÄndern::Cadd_Click()

@@ -267,6 +267,29 @@ private slots:
         QCOMPARE(w.kartei.Stored()[0].Antworttyp, 0.0);
     }
 
+    void TicksAreReadForACardToBeTickedOnly_data()
+    {
+        QTest::addColumn<double>("typ");
+        QTest::addColumn<bool>("gelesen");
+        QTest::newRow("no type") << 0.0 << false;
+        QTest::newRow("text") << 1.0 << false;
+        QTest::newRow("ticking") << 2.0 << true;
+    }
+
+    void TicksAreReadForACardToBeTickedOnly()
+    {
+        QFETCH(double, typ);
+        QFETCH(bool, gelesen);
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Antworttyp = typ;
+        card.Antwort_ch_1 = true;
+        Werk w({card});
+        QCOMPARE(w.form.blatt.Antwort_ch[0], gelesen);
+        w.Aendern(QStringLiteral("neu"));
+        QVERIFY(w.editor.StoreCard());
+        QVERIFY(w.kartei.Stored()[0].Antwort_ch_1);
+    }
+
     void EmptiedPlainAnswerNameAndTopicKeepTheRecordsValue()
     {
         CardRecord card = MakeCard(1, 0, 1);

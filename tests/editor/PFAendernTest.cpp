@@ -288,6 +288,22 @@ private slots:
         QCOMPARE(b.kartei.Stored()[1].Antworttyp, 0.0);
     }
 
+    void CardWithoutATypeIsNotRefusedForATickThatNobodySees()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Antworttyp = 0;
+        card.Antwort_ch_3 = true;
+        EditorBuehne b({card});
+        b.Zeigen();
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Klick("Cadd");
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        QVERIFY(b.Steuerung("Antwort(0)")->isVisible() && !b.Steuerung("Antwort(2)")->isVisible());
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Frage_Klartext, QStringLiteral("neu"));
+        QVERIFY(stored.Antwort_ch_3);
+    }
+
     // --- What is typed or clicked is stored on leaving the card
 
     void EveryKindOfChangeIsStoredWhenTheCardIsLeft_data()
