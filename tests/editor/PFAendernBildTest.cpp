@@ -423,6 +423,42 @@ private slots:
                          .arg(b.kartei.directory.path())));
     }
 
+    void RefusedOrCancelledChangeLeavesTheSlotsOldPicture_data()
+    {
+        QTest::addColumn<QString>("datei");
+        QTest::newRow("another directory") << QStringLiteral("anderswo/fremd.bmp");
+        QTest::newRow("no picture") << QStringLiteral("text.bmp");
+        QTest::newRow("cancelled") << QString();
+    }
+
+    void RefusedOrCancelledChangeLeavesTheSlotsOldPicture()
+    {
+        QFETCH(QString, datei);
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        QFile text(b.Datei("text.bmp"));
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("kein Bild") > 0);
+        text.close();
+        b.Zeigen();
+        b.dialoge.pfade = {datei.isEmpty() ? datei : b.Datei(qPrintable(datei))};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            Klick(dialog, "cmdÄndern");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            const auto *bild =
+                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+            QCOMPARE(bild->pixmap().size(), QSize(200, 150));
+            QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 1);
+        QCOMPARE(b.Meldungstexte().size(), datei.isEmpty() ? 0 : 1);
+        QVERIFY(b.Bild()->isVisible());
+        QCOMPARE(b.Farbe(), QColor(Qt::red));
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
+    }
+
     void TooLargePictureIsCutAndSaidForEachSide()
     {
         Bildbuehne b(DreiKarten());
@@ -482,7 +518,7 @@ private slots:
         QCOMPARE(card.Picture_1_Name, QStringLiteral("rot.bmp"));
     }
 
-    void ChangeEmptiesTheSlotAndAsksForAnotherFile()
+    void ChangeAsksForAnotherFile()
     {
         Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
         b.Zeigen();
@@ -543,6 +579,31 @@ private slots:
         const CardRecord stored = b.kartei.Stored()[0];
         QCOMPARE(stored.Picture_7_Name, QStringLiteral("b.wav"));
         QCOMPARE(stored.Picture_2_Name, QStringLiteral("rot.bmp"));
+    }
+
+    void SoundWithTheAnswerIsSlot7AndNeverThePictureOfSlot2()
+    {
+        Bildbuehne b(DreiKarten());
+        QFile datei(b.Datei("a.wav"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("a.wav")};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            dialog.close();
+        });
+        // The picture dialog's "Antwort" is another slot: it finds none and asks.
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 2);
+        b.Klick("CVor");
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Picture_7_Name, QStringLiteral("a.wav"));
+        QCOMPARE(stored.Picture_2_Name, QString());
+        QCOMPARE(stored.Picture_9_Name, QStringLiteral("Thema 1"));
     }
 
     void SoundOfAnotherDirectoryIsRefused()
