@@ -260,19 +260,16 @@ void PFÄndern::closeEvent(QCloseEvent *event)
     umgebung_.geschlossen();
 }
 
-// The desktop ends: what is changed is stored, or its writer decides.
 void PFÄndern::SitzungEndet(QSessionManager &sitzung)
 {
     if (!offen_ || !editor_.cardDirty)
         return;
     LaufBeenden();
-    if (sitzung.allowsInteraction()) {
-        if (!editor_.Verlassen())
-            sitzung.cancel();
+    const bool darfFragen = sitzung.allowsInteraction();
+    if (!editor_.SitzungEndet(darfFragen))
+        sitzung.cancel();
+    if (darfFragen)
         sitzung.release();
-    } else if (BlattPruefen(Inhalt()).mangel == Mangel::Keiner) {
-        editor_.StoreCard();
-    }
 }
 
 void PFÄndern::changeEvent(QEvent *event)

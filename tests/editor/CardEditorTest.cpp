@@ -741,6 +741,55 @@ private slots:
         QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
     }
 
+    void EndOfTheSessionStoresWhatCanBeStored_data()
+    {
+        QTest::addColumn<bool>("darfFragen");
+        QTest::newRow("may ask") << true;
+        QTest::newRow("may not ask") << false;
+    }
+
+    void EndOfTheSessionStoresWhatCanBeStored()
+    {
+        QFETCH(bool, darfFragen);
+        Werk w(Drei());
+        w.Aendern(QStringLiteral("neu"));
+        QVERIFY(w.editor.SitzungEndet(darfFragen));
+        QVERIFY(w.kartei.messages.gezeigt.isEmpty());
+        QVERIFY(!w.editor.cardDirty);
+        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("neu"));
+    }
+
+    void EndOfTheSessionIsCancelledUnlessTheWriterDiscards()
+    {
+        Werk w(Drei());
+        w.Aendern({});
+        QVERIFY(!w.editor.SitzungEndet(true));
+        QVERIFY(w.editor.cardDirty);
+        w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
+        QVERIFY(w.editor.SitzungEndet(true));
+        QVERIFY(!w.editor.cardDirty);
+        QCOMPARE(w.kartei.messages.vorgaben, QList(2, Meldungen::Antwort::Nein));
+        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+    }
+
+    void EndOfTheSessionThatMayNotAskDiscardsWithoutAWord()
+    {
+        Werk w(Drei());
+        w.Aendern({});
+        QVERIFY(w.editor.SitzungEndet(false));
+        QVERIFY(w.kartei.messages.gezeigt.isEmpty());
+        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+    }
+
+    void EndOfTheSessionStoresNothingThatIsNotChanged()
+    {
+        Werk w(Drei());
+        w.form.blatt.Frage = QStringLiteral("nicht getippt");
+        QVERIFY(w.editor.SitzungEndet(true));
+        QVERIFY(w.editor.SitzungEndet(false));
+        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+    }
+
     void FailedCheckDoesNotOutliveTheEditor()
     {
         Werk w(Drei());
