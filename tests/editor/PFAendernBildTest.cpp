@@ -312,6 +312,18 @@ private slots:
         QCOMPARE(b.kartei.Stored()[0].Pictureleft, double(TwipsVonPixel(vorher.left() + 10)));
     }
 
+    void TabGoesFromTheQuestionToItsPictureAndOn()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        b.Zeigen();
+        QStringList folge;
+        for (int i = 0; i < 4; ++i) {
+            folge << b.fenster->focusWidget()->objectName();
+            b.Taste(Qt::Key_Tab);
+        }
+        QCOMPARE(folge.join(u' '), QStringLiteral("MFrage Picture1 Antwort_T Antwort(0)"));
+    }
+
     void PictureStoredOutsideTheWindowIsShownWithinAndKeptAsStored()
     {
         CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
