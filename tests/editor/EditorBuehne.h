@@ -169,3 +169,14 @@ inline QList<CardRecord> DreiKarten()
 {
     return {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 2, 1)};
 }
+
+inline CardRecord Tickkarte(int nummer)
+{
+    CardRecord card = MakeCard(nummer, 0, nummer);
+    card.Antworttyp = 2;
+    card.Antwort_2 = card.Antwort_2_Klartext = QStringLiteral("zwei");
+    card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("drei");
+    card.Antwort_5 = card.Antwort_5_Klartext = QStringLiteral("fünf");
+    card.Antwort_ch_2 = card.Antwort_ch_5 = true;
+    return card;
+}
