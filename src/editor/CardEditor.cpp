@@ -365,6 +365,15 @@ bool CardEditor::Verlassen()
     return true;
 }
 
+bool CardEditor::SitzungEndet(bool darfFragen)
+{
+    if (darfFragen)
+        return Verlassen();
+    if (cardDirty && BlattPruefen(formular_.Inhalt()).mangel == Mangel::Keiner)
+        StoreCard();
+    return true;
+}
+
 void CardEditor::Geschlossen()
 {
     if (kartei_.IsOpen())

@@ -65,11 +65,11 @@ Kartenblatt BlattLesen(const CardFieldHandles &felder)
 {
     Kartenblatt blatt;
     blatt.Frage = felder.Frage.Text();
+    blatt.art = ArtLesen(felder.Antworttyp);
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         blatt.Antwort[i] = felder.Antwort[i].Text();
-        blatt.Antwort_ch[i] = Kreuz(felder.Antwort_ch[i]);
+        blatt.Antwort_ch[i] = blatt.art == Antwortart::Ankreuzen && Kreuz(felder.Antwort_ch[i]);
     }
-    blatt.art = ArtLesen(felder.Antworttyp);
     for (std::size_t i = 0; i < Dateinamen; ++i)
         blatt.pictureNames[i] = felder.Picture_name[i].Text();
     blatt.Thema = felder.Picture_name[Thema].Text();

@@ -51,7 +51,7 @@ struct Kartenblatt
 };
 
 // Reads the current card; a plain text is not read, the form makes it of the rich text. A number that is
-// missing or none counts as its default. Throws StoreError.
+// missing or none counts as its default, and only a card to be ticked has ticks. Throws StoreError.
 Kartenblatt BlattLesen(const CardFieldHandles &felder);
 
 // Writes the form into the edit buffer. A plain-text answer, a file name or a topic that is empty keeps what

@@ -161,7 +161,8 @@ void PFÄndern::FokusAufFrage()
 
 void PFÄndern::FokusAufAntwort(std::size_t box)
 {
-    Antwort_[box]->setFocus();
+    // A box that is not there cannot be typed into; the first always is.
+    (feld_[box]->isHidden() ? Antwort_[0] : Antwort_[box])->setFocus();
 }
 
 void PFÄndern::Cadd_Click()
@@ -177,7 +178,10 @@ void PFÄndern::MSuchen_Click()
         return;
     umgebung_.suche.feld = 0;
     Suchen fenster(umgebung_.kartei, umgebung_.meldungen, umgebung_.suche, this);
-    if (fenster.exec() != QDialog::Accepted)
+    const bool gesucht = fenster.exec() == QDialog::Accepted;
+    // A message over the dialog has taken the keyboard with it: typing goes on here.
+    activateWindow();
+    if (!gesucht)
         return;
     editor_.AktuelleZeigen();
     TrefferZeigen();
@@ -256,19 +260,16 @@ void PFÄndern::closeEvent(QCloseEvent *event)
     umgebung_.geschlossen();
 }
 
-// The desktop ends: what is changed is stored, or its writer decides.
 void PFÄndern::SitzungEndet(QSessionManager &sitzung)
 {
     if (!offen_ || !editor_.cardDirty)
         return;
     LaufBeenden();
-    if (sitzung.allowsInteraction()) {
-        if (!editor_.Verlassen())
-            sitzung.cancel();
+    const bool darfFragen = sitzung.allowsInteraction();
+    if (!editor_.SitzungEndet(darfFragen))
+        sitzung.cancel();
+    if (darfFragen)
         sitzung.release();
-    } else if (BlattPruefen(Inhalt()).mangel == Mangel::Keiner) {
-        editor_.StoreCard();
-    }
 }
 
 void PFÄndern::changeEvent(QEvent *event)

@@ -12,6 +12,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <optional>
 
 class BildBox;
 class Flaeche;
@@ -135,7 +136,7 @@ private:
     bool zeigt_ = false;              // the form is being filled: nothing is changed by the writer
     bool offen_ = false;
     QBasicTimer lauf_;
-    CardEditor::Richtung laufrichtung_ = CardEditor::Richtung::Vor;
+    std::optional<CardEditor::Richtung> laufrichtung_; // none: nobody runs
 
     QWidget *formular_ = nullptr;
     QLineEdit *MaskFrageNr_ = nullptr;

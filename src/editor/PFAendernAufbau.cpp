@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BildBox.h"
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "PFAendern.h"
@@ -265,7 +266,7 @@ QLayout *PFÄndern::KnoepfeBauen()
 
 void PFÄndern::TabFolge()
 {
-    QList<QWidget *> folge{MaskFrageNr_, MaskThema_, MFrage_, Antwort_T_, Antwort_K_};
+    QList<QWidget *> folge{MaskFrageNr_, MaskThema_, MFrage_, Picture1_, Antwort_T_, Antwort_K_};
     for (std::size_t i = 0; i < AntwortBoxen; ++i)
         folge << Antwort_[i] << Check1_[i];
     folge << CZZurück_ << CZurück_ << CVor_ << CVVor_ << CEOF_ << Cadd_ << Cback_;

@@ -125,7 +125,7 @@ bool PFÄndern::Laufknopf(QObject *knopf, QEvent &event)
     switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        // A button that did not begin to run is not shown as held either.
+        // A button that does not run is not shown as held either.
         return !LaufBeginnen(richtung);
     case QEvent::KeyPress:
         return istLeertaste() && !LaufBeginnen(richtung);
@@ -149,22 +149,31 @@ bool PFÄndern::LaufBeginnen(CardEditor::Richtung richtung)
     if (!editor_.StoreIfDirty())
         return false;
     laufrichtung_ = richtung;
-    // The event loop comes round between the steps, so the release of the button is seen at once.
-    lauf_.start(0, this);
     LaufSchritt();
-    return true;
+    return laufrichtung_.has_value();
 }
 
 void PFÄndern::LaufSchritt()
 {
-    if (!editor_.Laufschritt(laufrichtung_))
-        LaufBeenden();
+    // A step may open a message: no further one is due while it stands, nor behind it.
+    lauf_.stop();
+    const bool weiter = laufrichtung_ && editor_.Laufschritt(*laufrichtung_);
     formular_->repaint(); // every card that is passed is seen
+    if (!weiter || !laufrichtung_ || !isActiveWindow()) {
+        LaufBeenden();
+        return;
+    }
+    // The event loop comes round between the steps, so the release of the button is seen at once.
+    lauf_.start(0, this);
 }
 
+// The release may have gone to a message's window: the buttons do not wait for it.
 void PFÄndern::LaufBeenden()
 {
+    laufrichtung_.reset();
     lauf_.stop();
+    CVVor_->setDown(false);
+    CZZurück_->setDown(false);
 }
 
 void PFÄndern::timerEvent(QTimerEvent *event)

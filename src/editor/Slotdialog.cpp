@@ -143,10 +143,10 @@ void Slotdialog::DateiWaehlen()
     Schritt(umgebung_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
 }
 
+// Where no other file is taken, the slot keeps the one it has.
 void Slotdialog::cmdÄndern_Click()
 {
-    cmdLöschen_Click();
-    SlotZeigen();
+    DateiWaehlen();
 }
 
 void Slotdialog::cmdLöschen_Click()

@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeView>
@@ -36,7 +37,8 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 }
 
 // The font dialog finds a font's style by name only and takes any other style where the font bears no name.
-// Of the styles that fit, the shortest name is the plain one ("Bold", not "Condensed Bold").
+// Of the styles that fit, the shortest name is the plain one ("Bold", not "Condensed Bold"). A family that
+// stands for another ("Sans Serif") may lack that style: the dialog then opens on the other.
 QFont MitStilnamen(QFont schrift)
 {
     const QString familie = QFontInfo(schrift).family();
@@ -47,6 +49,8 @@ QFont MitStilnamen(QFont schrift)
         if (passt && (gewaehlt.isEmpty() || stil.size() < gewaehlt.size()))
             gewaehlt = stil;
     }
+    if (!QFontDatabase::styles(schrift.family()).contains(gewaehlt))
+        schrift.setFamily(familie);
     schrift.setStyleName(gewaehlt);
     return schrift;
 }
@@ -56,7 +60,9 @@ class SchriftFenster final : public QDialog
 {
 public:
     SchriftFenster(const Schriftwahl &vorgabe, QWidget *parent)
-        : QDialog(parent), farbe_(vorgabe.farbe.isValid() ? vorgabe.farbe : QColor(Qt::black))
+        : QDialog(parent),
+          vorgabe_(vorgabe.font),
+          farbe_(vorgabe.farbe.isValid() ? vorgabe.farbe : QColor(Qt::black))
     {
         setObjectName(QStringLiteral("Schriftdialog"));
         setWindowTitle(tr("Schriftart"));
@@ -64,8 +70,12 @@ public:
         schrift_ = new QFontDialog(MitStilnamen(vorgabe.font), this);
         schrift_->setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::NoButtons);
         schrift_->setWindowFlags(Qt::Widget);
-        // Escape in the inner dialog closes the whole.
+        anfang_ = schrift_->currentFont();
+        // Enter and Escape in the inner dialog close the whole.
+        connect(schrift_, &QDialog::accepted, this, &QDialog::accept);
         connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
+        for (const QLineEdit *feld : schrift_->findChildren<QLineEdit *>())
+            connect(feld, &QLineEdit::returnPressed, this, &QDialog::accept);
 
         farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
         farbknopf_->setObjectName(QStringLiteral("Farbknopf"));
@@ -88,8 +98,9 @@ public:
 
     Schriftwahl Wahl() const
     {
-        // A style name would win over bold and italic when they are set later.
-        QFont schrift = schrift_->currentFont();
+        // Not changed, the font keeps its own name. A style name would win over bold and italic when they are
+        // set later.
+        QFont schrift = schrift_->currentFont() == anfang_ ? vorgabe_ : schrift_->currentFont();
         schrift.setStyleName({});
         return {schrift, farbe_};
     }
@@ -111,6 +122,8 @@ private:
         farbknopf_->setAccessibleName(QStringLiteral("Schriftfarbe ") + farbe_.name());
     }
 
+    QFont vorgabe_;
+    QFont anfang_; // what the dialog makes of it
     QColor farbe_;
     QFontDialog *schrift_ = nullptr;
     QPushButton *farbknopf_ = nullptr;

@@ -25,14 +25,16 @@
 class EditorBuehne
 {
 public:
-    explicit EditorBuehne(const QList<CardRecord> &cards) : kartei(cards), konfig(kartei.messages)
+    // The editor's messages go to `fensterMeldungen` where real windows are wanted.
+    explicit EditorBuehne(const QList<CardRecord> &cards, Meldungen *fensterMeldungen = nullptr)
+        : kartei(cards), konfig(kartei.messages)
     {
         konfig.ProgrammPfad = programm.path();
         konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
         fenster = std::make_unique<PFÄndern>(
             EditorUmgebung{.kartei = kartei.store,
                            .konfig = konfig,
-                           .meldungen = kartei.messages,
+                           .meldungen = fensterMeldungen ? *fensterMeldungen : kartei.messages,
                            .dialoge = dialoge,
                            .suche = suche,
                            .klang = [this](const QString &pfad) { gespielt << pfad; },
@@ -166,4 +168,15 @@ public:
 inline QList<CardRecord> DreiKarten()
 {
     return {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 2, 1)};
+}
+
+inline CardRecord Tickkarte(int nummer)
+{
+    CardRecord card = MakeCard(nummer, 0, nummer);
+    card.Antworttyp = 2;
+    card.Antwort_2 = card.Antwort_2_Klartext = QStringLiteral("zwei");
+    card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("drei");
+    card.Antwort_5 = card.Antwort_5_Klartext = QStringLiteral("fünf");
+    card.Antwort_ch_2 = card.Antwort_ch_5 = true;
+    return card;
 }

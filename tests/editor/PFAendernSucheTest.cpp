@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "MeldungenFenster.h"
 
+#include <QMessageBox>
 #include <QTest>
 
 namespace {
@@ -30,8 +32,6 @@ struct Suchbuehne : EditorBuehne
         });
         Taste(Qt::Key_F3);
         QTRY_COMPARE(dialogeBenutzt, vorher + 1);
-        // What a desktop does when a dialog closes.
-        fenster->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
     }
 };
@@ -97,6 +97,25 @@ private slots:
         QCOMPARE(b.suche.feld, qint16(0));
     }
 
+    void TypingGoesOnAfterTheMessageThatNothingWasFound()
+    {
+        MeldungenFenster meldungen;
+        Suchbuehne b(DreiKarten(), &meldungen);
+        b.Zeigen();
+        QString gesagt;
+        QTimer uhr;
+        connect(&uhr, &QTimer::timeout, this, [&] {
+            if (auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                gesagt = box->text();
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+        uhr.start(5);
+        b.Suche(QStringLiteral("Kranich"));
+        QCOMPARE(gesagt, QStringLiteral("Kranich leider nicht gefunden"));
+        QCOMPARE(QApplication::focusWidget(), b.Steuerung("MFrage"));
+    }
+
     void SearchFromTheBlankCardBehindTheLastBeginsWithTheFirst()
     {
         Suchbuehne b(DreiKarten());
@@ -114,6 +133,72 @@ private slots:
         b.Klick("CZurück");
         b.Suche(QStringLiteral("Frage 1"));
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+    }
+
+    void TermTwiceInOneQuestionIsFoundOnce()
+    {
+        const auto karte = [](int nummer, const QString &frage) {
+            return Karte(nummer, frage, QStringLiteral("a"), QStringLiteral("t"));
+        };
+        Suchbuehne b({karte(1, QStringLiteral("Rose und rose")), karte(2, QStringLiteral("eine Rose"))});
+        b.Zeigen();
+        b.Suche(QStringLiteral("rose"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Box("MFrage")->textCursor().position(), 0);
+        b.Suche(QStringLiteral("rose"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Box("MFrage")->textCursor().position(), 5);
+        QCOMPARE(b.Meldungstexte(), QStringList());
+    }
+
+    void ThirdAnswerIsSearchedOnATickCardOnly_data()
+    {
+        QTest::addColumn<double>("typ");
+        QTest::addColumn<bool>("gefunden");
+        QTest::newRow("simple card") << 1.0 << false;
+        QTest::newRow("tick card") << 2.0 << true;
+    }
+
+    void ThirdAnswerIsSearchedOnATickCardOnly()
+    {
+        QFETCH(double, typ);
+        QFETCH(bool, gefunden);
+        CardRecord card = MakeCard(2, 0, 2);
+        card.Antworttyp = typ;
+        card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("Kranich");
+        Suchbuehne b({MakeCard(1, 0, 1), card});
+        b.Zeigen();
+        b.Suche(QStringLiteral("Kranich"));
+        QCOMPARE(b.Text("MaskFrageNr"), gefunden ? QStringLiteral("2") : QStringLiteral("1"));
+        QCOMPARE(b.Steuerung("Antwort(2)")->hasFocus(), gefunden);
+        QCOMPARE(b.Meldungstexte(),
+                 gefunden ? QStringList() : QStringList(QStringLiteral("Kranich leider nicht gefunden")));
+    }
+
+    void SearchFromTheLastCardEndsWhenItComesRoundToIt()
+    {
+        Suchbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Klick("CZurück");
+        b.Suche(QStringLiteral("Frage 3"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        // The next search passes the first two cards and stops at the third, without its hit.
+        b.Suche(QStringLiteral("Frage 3"));
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Frage 3 leider nicht gefunden")));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QVERIFY(!b.Neu());
+    }
+
+    void LowerCaseFindsCapitalsAndUmlauts()
+    {
+        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, QStringLiteral("WAS IST EINE ÜBUNG?"), QStringLiteral("a"),
+                                               QStringLiteral("t"))});
+        b.Zeigen();
+        b.Suche(QStringLiteral("übung"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("ÜBUNG"));
     }
 
     void RepeatedSearchGoesOnToTheNextHit()

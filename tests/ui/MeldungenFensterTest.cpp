@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -207,13 +208,16 @@ private slots:
     {
         QFETCH(bool, fett);
         QFETCH(bool, kursiv);
-        for (const char *familie : {"DejaVu Sans", "Liberation Serif"}) {
+        // The last stands for another family, one without a bold style of its own.
+        for (const char *familie : {"DejaVu Sans", "Liberation Serif", "Sans Serif"}) {
             QFont schrift(familie, 13);
             schrift.setBold(fett);
             schrift.setItalic(kursiv);
-            Waehrend<QDialog>([](QDialog &fenster) {
+            Waehrend<QDialog>([&](QDialog &fenster) {
                 const QFont gewaehlt = fenster.findChild<QFontDialog *>()->currentFont();
                 QVERIFY2(!gewaehlt.styleName().contains("Condensed"), qPrintable(gewaehlt.styleName()));
+                QCOMPARE(gewaehlt.bold(), fett);
+                QCOMPARE(gewaehlt.italic(), kursiv);
                 fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
             });
             DialogeFenster dialoge;
@@ -224,6 +228,30 @@ private slots:
             QCOMPARE(wahl->font.weight(), schrift.weight());
             QCOMPARE(wahl->font.italic(), kursiv);
             QCOMPARE(wahl->font.styleName(), QString());
+        }
+    }
+
+    void EnterTakesTheFontWhereverTheKeyboardIs()
+    {
+        int felder = 1;
+        for (int i = 0; i < felder; ++i) {
+            Waehrend<QDialog>([&, i](QDialog &fenster) {
+                QWidgetList ziele;
+                for (QWidget *feld : fenster.findChild<QFontDialog *>()->findChildren<QWidget *>()) {
+                    const bool text = qobject_cast<QLineEdit *>(feld) || qobject_cast<QListView *>(feld);
+                    if (text && feld->isVisible() && feld->focusPolicy() != Qt::NoFocus)
+                        ziele << feld;
+                }
+                felder = int(ziele.size());
+                QVERIFY(felder > 3);
+                ziele[i]->setFocus();
+                QTest::keyClick(ziele[i], Qt::Key_Return);
+                QVERIFY2(!fenster.isVisible(), ziele[i]->metaObject()->className());
+            });
+            DialogeFenster dialoge;
+            const auto wahl = dialoge.SchriftWaehlen({QFont("DejaVu Sans", 14), Qt::black});
+            QVERIFY(wahl);
+            QCOMPARE(wahl->font.pointSize(), 14);
         }
     }
 

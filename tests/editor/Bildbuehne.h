@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "BildBox.h"
+#include "EditorBuehne.h"
+
+#include <QImage>
+#include <QMouseEvent>
+
+// A picture of one colour; `name` says the format.
+inline void BildSchreiben(const QString &pfad, QSize groesse, const QColor &farbe)
+{
+    QImage bild(groesse, QImage::Format_RGB32);
+    bild.fill(farbe);
+    QVERIFY(bild.save(pfad));
+}
+
+inline CardRecord Bildkarte(int nummer, const QString &eins, const QString &zwei = {},
+                            const QString &drei = {})
+{
+    CardRecord card = MakeCard(nummer, 0, nummer);
+    card.Picture_1_Name = eins;
+    card.Picture_2_Name = zwei;
+    card.Picture_3_Name = drei;
+    card.PictureTop = 1203;
+    card.Pictureleft = 3007;
+    card.Picturewidth = 3001;
+    card.Pictureheight = 2003;
+    return card;
+}
+
+// An editor whose card file has pictures beside it; the current directory is the card file's.
+struct Bildbuehne : EditorBuehne
+{
+    explicit Bildbuehne(const QList<CardRecord> &cards) : EditorBuehne(cards)
+    {
+        BildSchreiben(Datei("rot.bmp"), {200, 150}, Qt::red);
+        BildSchreiben(Datei("blau.jpg"), {80, 60}, Qt::blue);
+        BildSchreiben(Datei("gross.bmp"), {900, 700}, Qt::green);
+        BildSchreiben(Datei("hoch.bmp"), {100, 700}, Qt::green);
+        QDir::setCurrent(kartei.directory.path());
+    }
+
+    ~Bildbuehne() { QDir::setCurrent(QDir::tempPath()); }
+
+    QString Datei(const char *name) const { return kartei.directory.filePath(QString::fromUtf8(name)); }
+
+    BildBox *Bild() { return Finde<BildBox>("Picture1"); }
+
+    QColor Farbe() { return Bild()->Bild().pixelColor(5, 5); }
+
+    void Ziehen(QWidget *griff, QPoint um)
+    {
+        const QPoint mitte = griff->rect().center();
+        QTest::mousePress(griff, Qt::LeftButton, {}, mitte);
+        // The handle goes along with the mouse, so each move is told from where it is.
+        const QPoint start = griff->mapToParent(mitte);
+        for (const QPoint &ort : {start + um / 2, start + um}) {
+            QMouseEvent zug(QEvent::MouseMove, griff->mapFromParent(ort),
+                            griff->parentWidget()->mapToGlobal(ort), Qt::NoButton, Qt::LeftButton,
+                            Qt::NoModifier);
+            QApplication::sendEvent(griff, &zug);
+        }
+        QTest::mouseRelease(griff, Qt::LeftButton, {}, griff->rect().center());
+    }
+
+    // Opens the picture or sound dialog and does this in it.
+    void Dialog(const char *menue, const QString &name, std::function<void(QWidget &)> tun)
+    {
+        const int vorher = dialogeBenutzt;
+        ImDialog(name, std::move(tun));
+        Menue("MExtras", menue);
+        QTRY_COMPARE(dialogeBenutzt, vorher + 1);
+    }
+};
+
+// In a dialog of the editor.
+inline void Klick(QWidget &dialog, const char *name)
+{
+    auto *widget = dialog.findChild<QWidget *>(QString::fromUtf8(name));
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
+}

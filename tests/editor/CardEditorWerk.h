@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardEditor.h"
+#include "EditorTestSupport.h"
+
+// A form that keeps what it is given, plain text as rich text.
+class TestFormular final : public Kartenformular
+{
+public:
+    Kartenblatt Inhalt() const override { return blatt; }
+
+    void Zeigen(const Kartenblatt &neu, const Kartenkopf &neuerKopf) override
+    {
+        blatt = neu;
+        blatt.Frage_Klartext = blatt.Frage;
+        blatt.Antwort_Klartext = blatt.Antwort;
+        kopf = neuerKopf;
+        ++gezeigt;
+    }
+
+    void KopfZeigen(const Kartenkopf &neuerKopf) override { kopf = neuerKopf; }
+
+    void FokusAufFrage() override { fokus = QStringLiteral("MFrage"); }
+
+    void FokusAufAntwort(std::size_t box) override { fokus = QStringLiteral("Antwort(%1)").arg(box); }
+
+    void Tippen(const QString &frage, const QString &antwort)
+    {
+        blatt.Frage = blatt.Frage_Klartext = frage;
+        blatt.Antwort[0] = blatt.Antwort_Klartext[0] = antwort;
+    }
+
+    Kartenblatt blatt;
+    Kartenkopf kopf;
+    QString fokus;
+    int gezeigt = 0;
+};
+
+struct Werk
+{
+    explicit Werk(const QList<CardRecord> &cards = {}) : kartei(cards) { editor.Load(); }
+
+    void Aendern(const QString &frage)
+    {
+        form.blatt.Frage = form.blatt.Frage_Klartext = frage;
+        editor.cardDirty = true;
+    }
+
+    int Nummer() { return kartei.store.Felder().FrageNr.Integer(); }
+
+    TestKartei kartei;
+    CardStore &store = kartei.store;
+    TestFormular form;
+    CardEditor editor{store, kartei.messages, form};
+};
+
+inline QList<CardRecord> Drei()
+{
+    return {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 2, 1)};
+}

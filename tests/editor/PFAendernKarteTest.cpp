@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "EditorBuehne.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QTest>
+
+class PFAendernKarteTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void ShowsTheCurrentCardWithTheFocusInTheQuestion()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        QCOMPARE(b.fenster->windowTitle(), QStringLiteral("Merkkasten Ändern"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MaskFachNr"), QStringLiteral("0"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 1"));
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antwort 1"));
+        QCOMPARE(b.Text("MaskThema"), QStringLiteral("Thema 1"));
+        QVERIFY(!b.Neu());
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+    }
+
+    void ShowingCardsIsNoChange()
+    {
+        EditorBuehne b({Tickkarte(1), MakeCard(2, 0, 2), MakeCard(3, 1, 1)});
+        const QList<CardRecord> vorher = ReadAll(b);
+        b.Zeigen();
+        for (int i = 0; i < 4; ++i)
+            b.Klick("CVor");
+        for (int i = 0; i < 4; ++i)
+            b.Klick("CZurück");
+        QVERIFY(b.fenster->close());
+        QVERIFY(b.Meldungstexte().isEmpty());
+        QCOMPARE(b.kartei.Stored(), vorher);
+    }
+
+    void TypedCardsOfAnEmptyFileGetTheirNumbersInTurn()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        QVERIFY(b.Neu());
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        b.Tippen("MFrage", QStringLiteral("eins?"));
+        b.Taste(Qt::Key_Tab);
+        b.Tippen("Antwort(0)", QStringLiteral("ja"));
+        b.Tippen("MaskThema", QStringLiteral("Zahlen"));
+        b.Klick("Cadd");
+        QVERIFY(b.Neu());
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MFrage"), QString());
+        QCOMPARE(b.Text("MaskThema"), QString());
+        QCOMPARE(b.kartei.store.HighestCardNumber, qint16(1));
+        QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), 1);
+        // The next card can be typed at once.
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        b.Tippen("MFrage", QStringLiteral("zwei?"));
+        b.Tippen("Antwort(0)", QStringLiteral("nein"));
+        b.Taste(Qt::Key_I, Qt::ControlModifier);
+        const QList<CardRecord> cards = b.kartei.Stored();
+        QCOMPARE(cards.size(), 2);
+        QCOMPARE(cards[0].Frage_Klartext, QStringLiteral("eins?"));
+        QCOMPARE(cards[0].Picture_9_Name, QStringLiteral("Zahlen"));
+        QVERIFY(cards[0].Frage.startsWith(QStringLiteral("{\\rtf")));
+        QCOMPARE(cards[1].FrageNr, 2.0);
+        QCOMPARE(cards[1].FachLfdNr, 2.0);
+    }
+
+    void NewCardComesInTheStandardFont()
+    {
+        EditorBuehne b({});
+        b.konfig.schrift = {QStringLiteral("Liberation Serif"), 15, true, true, false, true, 0x0000FF};
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("Antwort(4)", {});
+        const QTextCharFormat format = b.Box("MFrage")->currentCharFormat();
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Liberation Serif")));
+        QCOMPARE(format.fontPointSize(), 15.0);
+        QCOMPARE(format.fontWeight(), int(QFont::Bold));
+        QVERIFY(format.fontItalic() && format.fontUnderline() && !format.fontStrikeOut());
+        QCOMPARE(format.foreground().color(), QColor(255, 0, 0)); // red is the lowest byte
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("Cadd");
+        const QString rtf = b.kartei.Stored()[0].Frage;
+        QVERIFY(rtf.contains(QStringLiteral("Liberation Serif")));
+        QVERIFY(rtf.contains(QStringLiteral("\\fs30")));
+    }
+
+    void TextOfSeveralLinesIsStoredWithCrLf()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("a"));
+        b.Taste(Qt::Key_Return);
+        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("b"));
+        b.Tippen("Antwort(0)", QStringLiteral("c"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("a\r\nb"));
+    }
+
+    void MissingQuestionIsSaidAndGetsTheFocus()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("Cadd");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("a"));
+        QCOMPARE(b.kartei.store.FehlerStatus, qint16(1));
+    }
+
+    void MissingAnswerIsSaidAndGetsTheFocus()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Klick("Cadd");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Antwort eingegeben")));
+        QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
+    }
+
+    void TickedEmptyAnswerIsRefused()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Klick("Antwort_K");
+        b.Tippen("Antwort(1)", QStringLiteral("a"));
+        for (const char *kreuz : {"Check1(0)", "Check1(1)", "Check1(3)"})
+            QTest::mouseClick(b.Steuerung(kreuz), Qt::LeftButton, {},
+                              QPoint(8, b.Steuerung(kreuz)->height() / 2));
+        b.Klick("Cadd");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Leere Antwort angekreuzt")));
+        QVERIFY(b.Steuerung("Antwort(3)")->hasFocus());
+        QVERIFY(b.kartei.Stored().isEmpty());
+    }
+
+    void TickCardWithoutATickIsStored()
+    {
+        EditorBuehne b({});
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Klick("Antwort_K");
+        b.Tippen("Antwort(1)", QStringLiteral("a"));
+        b.Klick("Cadd");
+        QVERIFY(b.Meldungstexte().isEmpty());
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Antworttyp, 2.0);
+        QVERIFY(!card.Antwort_ch_1 && !card.Antwort_ch_2);
+        QCOMPARE(card.Antwort_2_Klartext, QStringLiteral("a"));
+    }
+
+    void TicksAreShownAsTheyWereStored()
+    {
+        EditorBuehne b({Tickkarte(1)});
+        b.Zeigen();
+        QVERIFY(b.Finde<QRadioButton>("Antwort_K")->isChecked());
+        for (int i = 0; i < 5; ++i) {
+            auto *kreuz = b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)));
+            QVERIFY(kreuz->isVisible());
+            QCOMPARE(kreuz->isChecked(), i == 1 || i == 4);
+            QVERIFY(b.Steuerung(qPrintable(QStringLiteral("Antwort(%1)").arg(i)))->isVisible());
+        }
+    }
+
+    void SwitchingTheTypeKeepsTextsAndTicks()
+    {
+        EditorBuehne b({Tickkarte(1)});
+        b.Zeigen();
+        const QRect frage = b.Steuerung("MFrage")->geometry();
+        const QPoint knopf = b.Steuerung("Cadd")->pos();
+        QCOMPARE(b.Steuerung("Antwort(0)")->size(), b.Steuerung("Antwort(1)")->size());
+        b.Klick("Antwort_T");
+        QApplication::processEvents();
+        const int hoch = b.Steuerung("Antwort(0)")->height();
+        for (int i = 0; i < 5; ++i) {
+            QCOMPARE(b.Steuerung(qPrintable(QStringLiteral("Antwort(%1)").arg(i)))->isVisible(), i == 0);
+            QVERIFY(!b.Steuerung(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isVisible());
+        }
+        b.Klick("Antwort_K");
+        QApplication::processEvents();
+        QVERIFY(hoch > 3 * b.Steuerung("Antwort(0)")->height());
+        QCOMPARE(b.Text("Antwort(4)"), QStringLiteral("fünf"));
+        QVERIFY(b.Finde<QCheckBox>("Check1(4)")->isChecked());
+        // Nothing else has moved.
+        QCOMPARE(b.Steuerung("MFrage")->geometry(), frage);
+        QCOMPARE(b.Steuerung("Cadd")->pos(), knopf);
+    }
+
+    void TickCardStoredAsTextKeepsItsTicksInTheRecord()
+    {
+        EditorBuehne b({Tickkarte(1)});
+        b.Zeigen();
+        b.Klick("Antwort_T");
+        b.Klick("Cadd");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Antworttyp, 1.0);
+        QVERIFY(card.Antwort_ch_2 && card.Antwort_ch_5);
+        QCOMPARE(card.Antwort_5_Klartext, QStringLiteral("fünf"));
+    }
+
+    void TextCardWithItsAnswerInAHiddenBoxIsStored()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Antwort_1 = card.Antwort_1_Klartext = QString();
+        card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("drei");
+        EditorBuehne b({card});
+        b.Zeigen();
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Klick("Cadd");
+        QVERIFY(b.Meldungstexte().isEmpty());
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("xFrage 1"));
+    }
+
+    void EmptiedAnswerKeepsItsPlainTextInTheRecord()
+    {
+        EditorBuehne b({Tickkarte(1)});
+        b.Zeigen();
+        b.Ersetzen("Antwort(2)", {});
+        b.Klick("Cadd");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Antwort_3_Klartext, QStringLiteral("drei"));
+        QVERIFY(!card.Antwort_3.contains(QStringLiteral("drei")));
+    }
+
+    void CardWithoutATypeShowsNoneAndKeepsNone()
+    {
+        CardRecord card = MakeCard(2, 0, 2);
+        card.Antworttyp = 0;
+        EditorBuehne b({Tickkarte(1), card});
+        b.Zeigen();
+        b.Klick("CVor");
+        QVERIFY(!b.Finde<QRadioButton>("Antwort_T")->isChecked());
+        QVERIFY(!b.Finde<QRadioButton>("Antwort_K")->isChecked());
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[1].Antworttyp, 0.0);
+    }
+
+    void CardWithoutATypeIsNotRefusedForATickThatNobodySees()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Antworttyp = 0;
+        card.Antwort_ch_3 = true;
+        EditorBuehne b({card});
+        b.Zeigen();
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Klick("Cadd");
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        QVERIFY(b.Steuerung("Antwort(0)")->isVisible() && !b.Steuerung("Antwort(2)")->isVisible());
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Frage_Klartext, QStringLiteral("neu"));
+        QVERIFY(stored.Antwort_ch_3);
+    }
+
+    // --- What is typed or clicked is stored on leaving the card
+
+    void EveryKindOfChangeIsStoredWhenTheCardIsLeft_data()
+    {
+        QTest::addColumn<int>("was");
+        QTest::newRow("question") << 0;
+        QTest::newRow("answer") << 1;
+        QTest::newRow("topic") << 2;
+        QTest::newRow("tick") << 3;
+        QTest::newRow("type by mouse") << 4;
+        QTest::newRow("type by key") << 5;
+        QTest::newRow("tick by key") << 6;
+    }
+
+    void EveryKindOfChangeIsStoredWhenTheCardIsLeft()
+    {
+        QFETCH(int, was);
+        EditorBuehne b({Tickkarte(1), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        switch (was) {
+        case 0:
+            b.Tippen("MFrage", QStringLiteral("neu "));
+            break;
+        case 1:
+            b.Tippen("Antwort(4)", QStringLiteral("neu "));
+            break;
+        case 2:
+            b.Ersetzen("MaskThema", QStringLiteral("neu "));
+            break;
+        case 3:
+            QTest::mouseClick(b.Steuerung("Check1(0)"), Qt::LeftButton, {}, QPoint(8, 8));
+            break;
+        case 4:
+            b.Klick("Antwort_T");
+            break;
+        case 5:
+            b.Steuerung("Antwort_K")->setFocus();
+            b.Taste(Qt::Key_Left);
+            break;
+        case 6:
+            b.Steuerung("Check1(0)")->setFocus();
+            b.Taste(Qt::Key_Space);
+            break;
+        }
+        b.Klick("CVor");
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Frage_Klartext.startsWith(QStringLiteral("neu ")), was == 0);
+        QCOMPARE(card.Antwort_5_Klartext.startsWith(QStringLiteral("neu ")), was == 1);
+        QCOMPARE(card.Picture_9_Name, was == 2 ? QStringLiteral("neu ") : QStringLiteral("Thema 1"));
+        QCOMPARE(card.Antwort_ch_1, was == 3 || was == 6);
+        QCOMPARE(card.Antworttyp, was == 4 || was == 5 ? 1.0 : 2.0);
+    }
+
+private:
+    static QList<CardRecord> ReadAll(EditorBuehne &b)
+    {
+        QList<CardRecord> cards;
+        CardRecordset &karten = b.kartei.store.Karten();
+        for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext())
+            cards << karten.Read();
+        return cards;
+    }
+};
+
+QTEST_MAIN(PFAendernKarteTest)
+#include "PFAendernKarteTest.moc"

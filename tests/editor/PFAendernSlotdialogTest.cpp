@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bildbuehne.h"
+
+#include <QTest>
+
+namespace {
+
+QString DialogText(QWidget &dialog, const char *name)
+{
+    return dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QString::fromUtf8(name)))->text();
+}
+
+bool Frei(QWidget &dialog, const char *name)
+{
+    return dialog.findChild<QWidget *>(QString::fromUtf8(name))->isEnabled();
+}
+
+} // namespace
+
+class PFAendernSlotdialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    // --- The picture dialog
+
+    void DialogShowsTheSlotsOfTheThreeMoments()
+    {
+        Bildbuehne b({Bildkarte(7, QStringLiteral("rot.bmp"), {}, QStringLiteral("blau.jpg"))});
+        b.Zeigen();
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Bild bearbeiten"));
+            QCOMPARE(DialogText(dialog, "Fragenummer"), QStringLiteral("7"));
+            QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
+            Klick(dialog, "Option3");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            Klick(dialog, "Option2"); // is empty: the file dialog asks and is cancelled
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            QVERIFY(!Frei(dialog, "cmdÄndern"));
+            Klick(dialog, "cmdOK");
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 1);
+        QCOMPARE(b.dialoge.gefragt[0].titel, QStringLiteral("Bilddatei öffnen"));
+        QCOMPARE(b.dialoge.gefragt[0].filter, QStringLiteral("Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"));
+        QCOMPARE(b.dialoge.gefragt[0].verzeichnis, b.kartei.directory.path());
+        QVERIFY(b.Meldungstexte().isEmpty());
+    }
+
+    void ChosenPictureIsShownInTheFormAndStoredWithTheCard()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("rot.bmp"), b.Datei("blau.jpg")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            Klick(dialog, "Option3");
+            dialog.close();
+        });
+        QVERIFY(b.Farbe().blue() > 200); // slot 3 after slot 1
+        b.Klick("CVor");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Picture_1_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(card.Picture_2_Name, QString());
+        QCOMPARE(card.Picture_3_Name, QStringLiteral("blau.jpg"));
+        QCOMPARE(card.Pictureleft, BildlageVorgabe.links);
+        QCOMPARE(card.Picturewidth, BildlageVorgabe.breite);
+    }
+
+    void PictureOfAnotherDirectoryIsRefusedAndTheSlotStays()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        BildSchreiben(b.programm.filePath(QStringLiteral("fremd.bmp")), {10, 10}, Qt::black);
+        b.Zeigen();
+        b.dialoge.pfade = {b.programm.filePath(QStringLiteral("fremd.bmp"))};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            dialog.close();
+        });
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(
+                     QStringLiteral("Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten (%1)")
+                         .arg(b.kartei.directory.path())));
+    }
+
+    void RefusedOrCancelledChangeLeavesTheSlotsOldPicture_data()
+    {
+        QTest::addColumn<QString>("datei");
+        QTest::newRow("another directory") << QStringLiteral("anderswo/fremd.bmp");
+        QTest::newRow("no picture") << QStringLiteral("text.bmp");
+        QTest::newRow("cancelled") << QString();
+    }
+
+    void RefusedOrCancelledChangeLeavesTheSlotsOldPicture()
+    {
+        QFETCH(QString, datei);
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        QFile text(b.Datei("text.bmp"));
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("kein Bild") > 0);
+        text.close();
+        b.Zeigen();
+        b.dialoge.pfade = {datei.isEmpty() ? datei : b.Datei(qPrintable(datei))};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            Klick(dialog, "cmdÄndern");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            const auto *bild =
+                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+            QCOMPARE(bild->pixmap().size(), QSize(200, 150));
+            QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 1);
+        QCOMPARE(b.Meldungstexte().size(), datei.isEmpty() ? 0 : 1);
+        QVERIFY(b.Bild()->isVisible());
+        QCOMPARE(b.Farbe(), QColor(Qt::red));
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
+    }
+
+    void TooLargePictureIsCutAndSaidForEachSide()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("gross.bmp"), b.Datei("hoch.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            const auto *bild =
+                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+            Klick(dialog, "Option1");
+            QCOMPARE(bild->pixmap().size(), bild->size());
+            const QString text = QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten");
+            QCOMPARE(b.Meldungstexte(), (QStringList{text, text}));
+            Klick(dialog, "Option2");
+            QCOMPARE(bild->pixmap().size(), QSize(100, bild->height()));
+            QCOMPARE(b.Meldungstexte(), QStringList(text));
+            dialog.close();
+        });
+    }
+
+    void FileThatIsNoPictureIsRefusedAndTheSlotStays()
+    {
+        Bildbuehne b(DreiKarten());
+        QFile text(b.Datei("text.bmp"));
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("kein Bild") > 0);
+        text.close();
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("text.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            QVERIFY(!Frei(dialog, "cmdLöschen"));
+            dialog.close();
+        });
+        const QStringList texte = b.Meldungstexte();
+        QCOMPARE(texte.size(), 1);
+        QVERIFY(texte[0].startsWith(QStringLiteral("Fehler beim Bildöffnen: ")));
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QString());
+    }
+
+    void ClearedSlotKeepsItsNameInTheRecord()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        b.Zeigen();
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            Klick(dialog, "cmdLöschen");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            QVERIFY(!Frei(dialog, "cmdLöschen") && !Frei(dialog, "cmdÄndern"));
+            dialog.close();
+        });
+        QVERIFY(!b.Bild()->isVisible());
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Klick("Cadd");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Frage_Klartext, QStringLiteral("neu"));
+        QCOMPARE(card.Picture_1_Name, QStringLiteral("rot.bmp"));
+    }
+
+    void ChangeAsksForAnotherFile()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("blau.jpg")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            Klick(dialog, "cmdÄndern");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            dialog.close();
+        });
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("blau.jpg"));
+    }
+
+    void MissingFileOfASlotCanBeReplaced()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("fehlt.bmp"))});
+        b.Zeigen();
+        b.Meldungstexte();
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Bildöffnen: ")));
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("fehlt.bmp"));
+            QVERIFY(Frei(dialog, "cmdÄndern"));
+            dialog.close();
+        });
+    }
+
+    // --- The sound dialog
+
+    void SoundsUseSlots6To8AndAreHeardOnce()
+    {
+        CardRecord card = MakeCard(3, 0, 1);
+        card.Picture_2_Name = QStringLiteral("rot.bmp");
+        card.Picture_6_Name = QStringLiteral("C:\\x\\a.wav");
+        Bildbuehne b({card});
+        for (const char *name : {"a.wav", "b.wav"}) {
+            QFile datei(b.Datei(name));
+            QVERIFY(datei.open(QIODevice::WriteOnly));
+        }
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("b.wav")};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Sound bearbeiten"));
+            QCOMPARE(DialogText(dialog, "Fragenummer"), QStringLiteral("3"));
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("C:\\x\\a.wav"));
+            QCOMPARE(b.gespielt, QStringList(b.Datei("a.wav")));
+            Klick(dialog, "Option2");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("b.wav"));
+            QCOMPARE(b.gespielt, (QStringList{b.Datei("a.wav"), b.Datei("b.wav")}));
+            Klick(dialog, "cmdOK");
+        });
+        QCOMPARE(b.gespielt.last(), QString()); // silent again
+        QCOMPARE(b.dialoge.gefragt[0].titel, QStringLiteral("Sounddatei öffnen"));
+        QCOMPARE(b.dialoge.gefragt[0].filter, QStringLiteral("Audiodateien (*.wav)|*.wav"));
+        b.Klick("CVor");
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Picture_7_Name, QStringLiteral("b.wav"));
+        QCOMPARE(stored.Picture_2_Name, QStringLiteral("rot.bmp"));
+    }
+
+    void SoundWithTheAnswerIsSlot7AndNeverThePictureOfSlot2()
+    {
+        Bildbuehne b(DreiKarten());
+        QFile datei(b.Datei("a.wav"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("a.wav")};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            dialog.close();
+        });
+        // The picture dialog's "Antwort" is another slot: it finds none and asks.
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 2);
+        b.Klick("CVor");
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Picture_7_Name, QStringLiteral("a.wav"));
+        QCOMPARE(stored.Picture_2_Name, QString());
+        QCOMPARE(stored.Picture_9_Name, QStringLiteral("Thema 1"));
+    }
+
+    void SoundOfAnotherDirectoryIsRefused()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.dialoge.pfade = {b.programm.filePath(QStringLiteral("x.wav"))};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option3");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            dialog.close();
+        });
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(
+                     QStringLiteral("Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten (%1)")
+                         .arg(b.kartei.directory.path())));
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_8_Name, QString());
+    }
+
+    void MissingSoundIsSaidAndNotPlayed()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_8_Name = QStringLiteral("weg.wav");
+        Bildbuehne b({card});
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option3");
+            QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Soundöffnen: ")));
+            QVERIFY(b.gespielt.isEmpty());
+            dialog.close();
+        });
+    }
+
+    void EmptiedSoundKeepsItsNameInTheRecord()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_6_Name = QStringLiteral("a.wav");
+        Bildbuehne b({card});
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            Klick(dialog, "cmdLöschen");
+            dialog.close();
+        });
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, QStringLiteral("a.wav"));
+    }
+
+    void EscapeClosesTheDialogs()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"),
+                 [](QWidget &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"),
+                 [](QWidget &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        QVERIFY(b.fenster->close());
+        QCOMPARE(b.kartei.Stored()[0], MakeCard(1, 0, 1));
+    }
+};
+
+QTEST_MAIN(PFAendernSlotdialogTest)
+#include "PFAendernSlotdialogTest.moc"
