@@ -310,6 +310,10 @@ void UebersichtTest::NothingFoundIsTold()
     QTest::keyClicks(field, "gibt es nicht");
     QCOMPARE(blick.Datensatz(), "nicht gefunden");
     QCOMPARE(blick.gitter->currentIndex().row(), 1);
+    QTest::keyClick(field, Qt::Key_Return); // there is no card to be opened
+    QCOMPARE(blick.bearbeitet, 0);
+    QVERIFY(blick.fenster.isVisible());
+    QVERIFY(field->hasFocus());
     QTest::keyClick(field, Qt::Key_Escape);
     QVERIFY(blick.fenster.isVisible());
     QVERIFY(blick.gitter->hasFocus());
