@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Werkbank.h"
 
+#include "CardFile.h"
 #include "SafeFile.h"
 
 #include <QDir>
@@ -54,4 +55,12 @@ void NichtDieOffene(const CardStore &store, const QString &pfad)
     if (store.IsOpen() && SameFile(pfad, store.CardPath(store.CurrentFileName)))
         throw StoreError(Fehler::NichtErlaubt,
                          QStringLiteral("Die Datei „%1“ ist die Kartei, die gerade geöffnet ist.").arg(pfad));
+}
+
+QString ZielPfad(const CardStore &store, const QString &dateiname)
+{
+    const QString pfad = VollerPfad(store, dateiname);
+    NichtDieOffene(store, pfad);
+    CheckReplaceable(pfad);
+    return pfad;
 }

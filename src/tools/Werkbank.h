@@ -49,3 +49,8 @@ QString VollerPfad(const CardStore &store, const QString &dateiname);
 // Throws StoreError 3051 where `pfad` leads to the open card file: it is neither read nor written past the
 // engine.
 void NichtDieOffene(const CardStore &store, const QString &pfad);
+
+// The full path of a file that a tool is to make under the name `dateiname`. Throws StoreError 53 for an
+// empty name, 3051 for the open card file and for what may not be written, 3045 for a card file that another
+// program has open.
+QString ZielPfad(const CardStore &store, const QString &dateiname);

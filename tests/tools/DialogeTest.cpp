@@ -48,13 +48,6 @@ private slots:
 
 namespace {
 
-void Type(const QWidget &window, const char *name, const QString &text)
-{
-    auto *field = Control<QLineEdit>(window, name);
-    field->clear();
-    QTest::keyClicks(field, text);
-}
-
 QStringList Entries(const QWidget &window, const char *name)
 {
     QStringList entries;
@@ -318,8 +311,12 @@ void DialogeTest::MirrorMakesTheNewFile()
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Tab);
     QTest::keyClick(Control<QPushButton>(dialog, "cmdDateiname"), Qt::Key_Return);
     QVERIFY(w.meldungen.gezeigt.isEmpty());
-    QCOMPARE(w.dialoge.zumSpeichern.value(0).titel, "Merkkasten Spiegeln");
-    QCOMPARE(w.dialoge.zumSpeichern.value(0).verzeichnis, w.store.KarteiPfad);
+    const DateiDialog asked = w.dialoge.zumSpeichern.value(0);
+    QCOMPARE(asked.titel, "Merkkasten Spiegeln");
+    QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
+    QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
+    QCOMPARE(asked.endung, "pzb");
+    QVERIFY(asked.ueberschreibenFragen);
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
     QVERIFY(!dialog.isVisible());
