@@ -7,6 +7,17 @@
 
 #include <QDir>
 
+namespace {
+
+// Two sentences in a row: the first one gets a full stop where it has none.
+QString Sätze(const QString &erster, const QString &zweiter)
+{
+    const bool endet = !erster.isEmpty() && QStringLiteral(".!?").contains(erster.back());
+    return erster + (endet ? QStringLiteral(" ") : QStringLiteral(". ")) + zweiter;
+}
+
+} // namespace
+
 QString FehlerKontext()
 {
     return QStringLiteral("Leider ist folgender Fehler Aufgetreten: ");
@@ -27,7 +38,7 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
     } catch (const std::exception &fehler) {
         const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
         const StoreError gemeldet(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
-                                  ErrorText(fehler) + QStringLiteral(" Es wurde nichts übernommen."));
+                                  Sätze(ErrorText(fehler), QStringLiteral("Es wurde nichts übernommen.")));
         try {
             karten.Rollback();
         } catch (const StoreError &) { // the engine rolls back when the file is closed

@@ -317,7 +317,7 @@ void AnhaengenTest::FullDiskTakesNothingOver()
     MakeCardFile(w.Pfad("quelle.pzb"), source);
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
 }

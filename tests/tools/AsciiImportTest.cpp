@@ -394,7 +394,7 @@ void AsciiImportTest::FullDiskTakesNothingOverAndOpensTheFileAgain()
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(w.meldungen.Texte().front().startsWith(
         "Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll;"));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.store.LoopsPerSecond > openings); // opened again
     QCOMPARE(w.store.HighestCardNumber, qint16(1));
     QVERIFY(w.ZaehlerStimmen());
@@ -413,7 +413,7 @@ void AsciiImportTest::BrokenDiskTakesNothingOver()
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY2(w.meldungen.Texte().front().contains("Ein-/Ausgabefehler"),
              qPrintable(w.meldungen.Texte().front()));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.store.IsOpen());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
@@ -426,7 +426,7 @@ void AsciiImportTest::DeletedCardFileTakesNothingOver()
     w.Schreiben("a.txt", "a;b\r\n");
     QVERIFY(QFile::rename(w.Pfad("offen.pzb"), w.Pfad("weg.pzb")));
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(!w.store.IsOpen()); // and why was reported by the store
     QCOMPARE(w.meldungen.gezeigt.size(), 2);
     QCOMPARE(ReadCards(w.Pfad("weg.pzb")), QList{MakeCard(1, 0, 1)});
