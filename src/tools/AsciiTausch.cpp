@@ -128,7 +128,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
         InEinemZug(store.Karten(), [&] { neue = AddSimpleCards(store, naechste); });
     });
     if (!gespeichert) {
-        NeuOeffnen(store);
+        NeuOeffnen(bank);
         return Ausgang::Gescheitert;
     }
     store.BoxZeichnen();

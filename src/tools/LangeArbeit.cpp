@@ -54,7 +54,7 @@ Fortschritt LangeArbeit::Melder()
 void LangeArbeit::Zeigen(int erledigt, int gesamt)
 {
     const qint64 jetzt = seit_.elapsed();
-    if (jetzt < WartenMs || jetzt - zuletzt_ < TaktMs)
+    if (gesamt > 0 && (jetzt < WartenMs || jetzt - zuletzt_ < TaktMs))
         return;
     zuletzt_ = jetzt;
     balken_.setRange(0, gesamt);

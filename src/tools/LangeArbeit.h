@@ -12,7 +12,8 @@ class QProgressBar;
 class QWidget;
 
 // Work that may take long, as long as it lives: shows the hourglass and takes no keys and clicks; what comes
-// of these meanwhile is lost. The progress appears when the work has taken a third of a second. While a
+// of these meanwhile is lost. The progress appears when the work has taken a third of a second, or at once
+// where nobody knows how long the rest takes. While a
 // message is open over the window, the work rests: the window looks as it does without any.
 class LangeArbeit final : public QObject
 {

@@ -45,13 +45,13 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
         name = QFileInfo(pfad).fileName();
     });
     if (gemacht) {
-        store.OpenCardFile(name);
+        Oeffnen(bank, name);
         if (store.IsOpen())
             return Ausgang::Gelungen;
     }
     if (!store.IsOpen()) {
         store.KarteiPfad = alterPfad;
-        NeuOeffnen(store);
+        NeuOeffnen(bank);
     }
     return Ausgang::Gescheitert;
 }

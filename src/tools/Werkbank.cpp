@@ -47,11 +47,18 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
     }
 }
 
-void NeuOeffnen(CardStore &store)
+void Oeffnen(const Werkbank &bank, QString &name)
 {
-    QString name = store.CurrentFileName;
+    if (bank.fortschritt)
+        bank.fortschritt(0, 0);
+    bank.store.OpenCardFile(name);
+}
+
+void NeuOeffnen(const Werkbank &bank)
+{
+    QString name = bank.store.CurrentFileName;
     if (!name.isEmpty())
-        store.OpenCardFile(name);
+        Oeffnen(bank, name);
 }
 
 QString VollerPfad(const CardStore &store, const QString &dateiname)
