@@ -274,7 +274,7 @@ void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
              (QStringList{
                  "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
                  "Leider ist folgender Fehler Aufgetreten: "
-                 "Der Text im Feld „Picture_9_Name“ ist länger als 250 Zeichen.",
+                 "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
                  "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“.",
              }));
     const QList<CardRecord> cards = w.Karten();

@@ -371,7 +371,7 @@ void AsciiImportTest::TooLongTopicsAreLeftOutAndReportedOnce()
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
     QCOMPARE(w.meldungen.Texte(),
              (QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                          "Der Text im Feld „Picture_9_Name“ ist länger als 250 Zeichen.",
+                          "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
                           "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
