@@ -147,7 +147,7 @@ void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
     const auto write = [](const QString &text) {
         return [text] {
             auto *window = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            if (!window || !window->isActiveWindow())
+            if (!window || !window->isVisible())
                 return false;
             auto *field = window->findChild<QLineEdit *>("fileNameEdit");
             field->setText(text);
