@@ -25,6 +25,7 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."));
+    HinweisBauen(QStringLiteral("Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."));
     KnöpfeBauen([this] { cmdOK_Click(); });
     Form_Load();
 }
