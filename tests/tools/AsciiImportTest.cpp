@@ -369,10 +369,9 @@ void AsciiImportTest::TooLongTopicsAreLeftOutAndReportedOnce()
     const QByteArray longest = QString(250, QChar(0xFC)).toUtf8(); // 250 characters, 500 bytes
     w.Schreiben("a.txt", "a;1;" + topic + "\r\nb;2;" + topic + "\r\nc;3;" + longest + "\r\nd;4\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(),
-             (QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                          "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
-                          "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
+    QCOMPARE(w.meldungen.Texte(), (QStringList{"Leider ist folgender Fehler Aufgetreten: "
+                                               "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
+                                               "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
     QCOMPARE(cards[1].Frage, "a");
