@@ -25,6 +25,7 @@ class DialogeTest : public QObject
 private slots:
     void ExportAsksForAFileAndWritesIt();
     void ExportTakesATypedFile();
+    void ExportWithoutSimpleCardsWritesTheHeader();
     void ExportRefusesAComma();
     void ExportStaysOpenAfterAFailure();
     void ExportOfPartOfTheCardsTellsNoSuccess();
@@ -100,6 +101,21 @@ void DialogeTest::ExportTakesATypedFile()
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{"getippt.txt erfolgreich geschrieben"});
     QVERIFY(w.Bytes("getippt.txt").startsWith("Frage;"));
+}
+
+void DialogeTest::ExportWithoutSimpleCardsWritesTheHeader()
+{
+    Fensterbuehne w;
+    CardRecord ticks = MakeCard(1, 0, 1);
+    ticks.Antworttyp = 2;
+    w.Oeffnen({ticks});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "leer.txt");
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"leer.txt erfolgreich geschrieben"});
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.Bytes("leer.txt"), QByteArray("Frage\tAntwort\tThema\r\n"));
 }
 
 void DialogeTest::ExportRefusesAComma()
