@@ -106,6 +106,7 @@ void Programm::EditorZeigen()
     if (editor_)
         neu->restoreGeometry(editor_->saveGeometry());
     editor_ = std::move(neu);
+    lboxPlatz_ = lbox_->saveGeometry();
     lbox_->hide();
     editor_->Form_Load();
 }
@@ -113,6 +114,7 @@ void Programm::EditorZeigen()
 void Programm::EditorGeschlossen()
 {
     lbox_->BoxZeichnen();
+    lbox_->restoreGeometry(lboxPlatz_); // window managers forget the place of a hidden window
     lbox_->show();
     lbox_->activateWindow();
 }

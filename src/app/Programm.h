@@ -16,6 +16,8 @@
 #include "Wiederholungswache.h"
 #include "Zufall.h"
 
+#include <QByteArray>
+
 #include <functional>
 #include <memory>
 
@@ -56,5 +58,6 @@ private:
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
+    QByteArray lboxPlatz_;             // place and size of the box while the editor stands in for it
     std::unique_ptr<PFÄndern> editor_; // the last one that was open; the next one takes its place
 };

@@ -62,6 +62,9 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
         const BoxBild bild = BoxRechnen(kartei_.FachInfo);
         umgebung_.zustand.VollstesFach = bild.VollstesFach;
         kasten_->ZeigenLaufend(bild);
+        // A tool that has opened another file tells its success before it ends.
+        if (kartei_.FehlerStatus == 0)
+            lKartei_->setText(OhneKuerzel(kartei_.CurrentFileName));
     };
     umgebung_.konfig.Gelesen = [this] { KonfigZeigen(); };
     KonfigZeigen();

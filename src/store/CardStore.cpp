@@ -133,11 +133,11 @@ void CardStore::OpenCardFile(QString &fileName)
                           QString::number(known ? known->Number() : Fehler::ZuWenigSpeicher));
         return;
     }
-    BoxZeichnen();
-    StartSessionTally();
     meldungen_.SetTitel(QStringLiteral("Merkkasten (%1)").arg(fileName));
     CurrentFileName = fileName;
     FehlerStatus = 0;
+    BoxZeichnen();
+    StartSessionTally();
 }
 
 void CardStore::OpenChecked(const QString &path)

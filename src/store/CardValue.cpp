@@ -23,16 +23,24 @@ std::string QuotedColumn(int column)
     return '"' + std::string(At(column).name) + '"';
 }
 
+// What users know a field as: the topic lives in a column of another name.
+static QString ShownName(int column)
+{
+    const QLatin1String name(At(column).name);
+    return name == QLatin1String("Picture_9_Name") ? QStringLiteral("Thema") : QString(name);
+}
+
 void ThrowTypeMismatch(int column)
 {
     throw StoreError(Fehler::TypUnvertraeglich,
-                     QStringLiteral("Typen unverträglich im Feld „%1“.").arg(QLatin1String(At(column).name)));
+                     QStringLiteral("Typen unverträglich im Feld „%1“.").arg(ShownName(column)));
 }
 
 void ThrowNullValue(int column)
 {
-    throw StoreError(Fehler::NullUngueltig, QStringLiteral("Das Feld „%1“ ist leer, braucht aber einen Wert.")
-                                                .arg(QLatin1String(At(column).name)));
+    throw StoreError(
+        Fehler::NullUngueltig,
+        QStringLiteral("Das Feld „%1“ ist leer, braucht aber einen Wert.").arg(ShownName(column)));
 }
 
 QVariant FromEngine(const SQLite::Column &value, int column)
@@ -88,7 +96,6 @@ QVariant ForBuffer(const QVariant &value, int column)
 
 void CheckWritable(const QVariant &value, int column)
 {
-    const QLatin1String name(At(column).name);
     if (!value.isValid()) {
         if (column <= ColFachLfdNr)
             ThrowNullValue(column);
@@ -97,13 +104,14 @@ void CheckWritable(const QVariant &value, int column)
     if (KindOf(column) == CardKind::Number) {
         const double number = value.toDouble();
         if (!(number >= std::numeric_limits<qint16>::min() && number <= std::numeric_limits<qint16>::max()))
-            throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf im Feld „%1“.").arg(name));
+            throw StoreError(Fehler::Ueberlauf,
+                             QStringLiteral("Überlauf im Feld „%1“.").arg(ShownName(column)));
     } else if (KindOf(column) == CardKind::Text) {
         const bool isShort = QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");
         if (isShort && value.toString().size() > MaxTextLength)
             throw StoreError(Fehler::TextZuLang,
                              QStringLiteral("Der Text im Feld „%1“ ist länger als %2 Zeichen.")
-                                 .arg(name)
+                                 .arg(ShownName(column))
                                  .arg(MaxTextLength));
     }
 }

@@ -4,7 +4,8 @@
 
 #include <functional>
 
-// Told now and then how far work over many cards has come: `erledigt` of `gesamt` steps.
+// Told now and then how far work over many cards has come: `erledigt` of `gesamt` steps. 0 of 0: it takes a
+// while that nobody knows.
 using Fortschritt = std::function<void(int erledigt, int gesamt)>;
 
 // So many steps lie between two tellings.

@@ -25,7 +25,7 @@ AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void AExport::cmdDateiname_Click()
 {
-    lblDateiname_->setText(Umgebung().dialoge.DateiSpeichern(
+    lblDateiname_->setText(ZielWählen(
         TextdateiDialog(QStringLiteral("ASCII export"), Umgebung().store.KarteiPfad, QStringLiteral("txt"))));
 }
 
@@ -35,6 +35,8 @@ void AExport::cmdOK_Click()
     if (!trennzeichen)
         return;
     const QString datei = lblDateiname_->text();
+    if (!DarfErstellen(datei))
+        return;
     Ausgang ausgang{};
     Ausführen([&](const Werkbank &bank) { ausgang = AsciiExportieren(bank, datei, *trennzeichen); });
     if (ausgang == Ausgang::Gescheitert)

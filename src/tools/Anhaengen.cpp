@@ -53,7 +53,7 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle)
     });
     datei.reset();
     FehlerMelden(bank.meldungen, gespeichert ? neue.errors : std::vector<StoreError>());
-    NeuOeffnen(store);
+    NeuOeffnen(bank);
     if (!gespeichert)
         return Ausgang::Gescheitert;
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;

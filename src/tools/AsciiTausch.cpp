@@ -82,8 +82,7 @@ Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar t
 {
     std::vector<StoreError> fehler;
     const bool geschrieben = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        const QString ziel = VollerPfad(bank.store, dateiname);
-        NichtDieOffene(bank.store, ziel);
+        const QString ziel = ZielPfad(bank.store, dateiname);
         const QByteArray text = AlsText(bank, trennzeichen, fehler);
         FreshFile neu(ziel);
         neu.Make([&](const QString &pfad) { WriteFileSynced(pfad, text); });
@@ -129,7 +128,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
         InEinemZug(store.Karten(), [&] { neue = AddSimpleCards(store, naechste); });
     });
     if (!gespeichert) {
-        NeuOeffnen(store);
+        NeuOeffnen(bank);
         return Ausgang::Gescheitert;
     }
     store.BoxZeichnen();

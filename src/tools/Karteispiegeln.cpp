@@ -25,13 +25,11 @@ Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void Karteispiegeln::cmdDateiname_Click()
 {
-    KarteinameÜbernehmen(lblDateiname_,
-                         Umgebung().dialoge.DateiSpeichern(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
-                                                                        Umgebung().store.KarteiPfad)));
+    KarteinameÜbernehmen(lblDateiname_, ZielWählen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
+                                                                Umgebung().store.KarteiPfad)));
 }
 
 void Karteispiegeln::cmdOK_Click()
 {
-    const QString ziel = lblDateiname_->text();
-    NeueKarteiErstellen(ziel, [&](const Werkbank &bank) { return KarteiSpiegeln(bank, ziel); });
+    NeueKarteiErstellen(lblDateiname_, KarteiSpiegeln);
 }

@@ -2,11 +2,24 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KartenModell.h"
 
+#include <QPixmap>
+
 #include <array>
 
 namespace {
 
 constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"};
+
+// Room before the questions: the numbers before them end at their column's right edge.
+const QPixmap &Abstand()
+{
+    static const QPixmap leer = [] {
+        QPixmap pixmap(8, 1);
+        pixmap.fill(Qt::transparent);
+        return pixmap;
+    }();
+    return leer;
+}
 
 // A text in one line.
 QString Einzeilig(QString text)
@@ -38,6 +51,8 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
     const auto spalte = static_cast<std::size_t>(index.column());
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((spalte < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (role == Qt::DecorationRole && spalte == 3)
+        return Abstand();
     if (role != Qt::DisplayRole)
         return {};
     try {
@@ -57,6 +72,8 @@ QVariant KartenModell::headerData(int section, Qt::Orientation richtung, int rol
         return {};
     if (role == Qt::DisplayRole)
         return QString::fromLatin1(Spalten[static_cast<std::size_t>(section)]);
+    if (role == Qt::DecorationRole && section == 3)
+        return Abstand();
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((section < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};

@@ -6,22 +6,28 @@
 #include "Meldungen.h"
 
 #include <QElapsedTimer>
+#include <QObject>
 
 class QProgressBar;
 class QWidget;
 
 // Work that may take long, as long as it lives: shows the hourglass and takes no keys and clicks; what comes
-// of these meanwhile is lost. The progress appears when the work has taken a third of a second.
-class LangeArbeit
+// of these meanwhile is lost. The progress appears when the work has taken a third of a second, or at once
+// where nobody knows how long the rest takes. While a
+// message is open over the window, the work rests: the window looks as it does without any.
+class LangeArbeit final : public QObject
 {
 public:
     LangeArbeit(Meldungen &meldungen, QWidget &inhalt, QProgressBar &balken);
     LangeArbeit(const LangeArbeit &) = delete;
     LangeArbeit &operator=(const LangeArbeit &) = delete;
-    ~LangeArbeit();
+    ~LangeArbeit() override;
 
     // Must not outlive the work.
     Fortschritt Melder();
+
+protected:
+    bool eventFilter(QObject *fenster, QEvent *event) override;
 
 private:
     void Zeigen(int erledigt, int gesamt);

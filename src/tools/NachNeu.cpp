@@ -10,7 +10,7 @@ Ausgang AlleNachNeu(const Werkbank &bank)
         CardRecordset &karten = bank.store.Karten();
         InEinemZug(karten, [&] { MoveAllToNew(karten, bank.fortschritt); });
     });
-    NeuOeffnen(bank.store);
+    NeuOeffnen(bank);
     return getan ? Ausgang::Gelungen : Ausgang::Gescheitert;
 }
 
@@ -22,6 +22,6 @@ std::optional<int> ErledigteNachNeu(const Werkbank &bank)
         const int lfdMax = bank.store.FachInfo[FachNeu].LfdMax;
         InEinemZug(karten, [&] { anzahl = MoveDoneToNew(karten, lfdMax, bank.fortschritt); });
     });
-    NeuOeffnen(bank.store);
+    NeuOeffnen(bank);
     return getan ? std::optional(anzahl) : std::nullopt;
 }

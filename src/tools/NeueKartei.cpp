@@ -17,8 +17,6 @@ namespace {
 void NeueKarteiMachen(CardStore &store, const QString &ziel,
                       const std::function<void(CardRecordset &)> &aendern)
 {
-    NichtDieOffene(store, ziel);
-    CheckReplaceable(ziel);
     const QString quelle = store.CardPath(store.CurrentFileName);
     FreshFile neu(ziel);
     store.CloseCardFile(); // a card file is copied only while it is closed
@@ -41,19 +39,19 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
     QString name;
     const bool gemacht = Schritt(bank.meldungen, FehlerKontext(), [&] {
         store.Karten(); // something must be open
-        const QString pfad = VollerPfad(store, ziel);
+        const QString pfad = ZielPfad(store, ziel);
         NeueKarteiMachen(store, pfad, aendern);
         store.KarteiPfad = QFileInfo(pfad).absolutePath();
         name = QFileInfo(pfad).fileName();
     });
     if (gemacht) {
-        store.OpenCardFile(name);
+        Oeffnen(bank, name);
         if (store.IsOpen())
             return Ausgang::Gelungen;
     }
     if (!store.IsOpen()) {
         store.KarteiPfad = alterPfad;
-        NeuOeffnen(store);
+        NeuOeffnen(bank);
     }
     return Ausgang::Gescheitert;
 }

@@ -25,6 +25,7 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."));
+    HinweisBauen(QStringLiteral("Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."));
     KnöpfeBauen([this] { cmdOK_Click(); });
     Form_Load();
 }
@@ -80,8 +81,8 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 
 void Themaausfiltern::cmdDateiname_Click()
 {
-    KarteinameÜbernehmen(lblDateiname_, Umgebung().dialoge.DateiSpeichern(KarteiDialog(
-                                            QStringLiteral("Themaausfiltern"), Umgebung().store.KarteiPfad)));
+    KarteinameÜbernehmen(lblDateiname_, ZielWählen(KarteiDialog(QStringLiteral("Themaausfiltern"),
+                                                                Umgebung().store.KarteiPfad)));
 }
 
 void Themaausfiltern::cmdOK_Click()
@@ -89,6 +90,7 @@ void Themaausfiltern::cmdOK_Click()
     QStringList übernehmen;
     for (int i = 0; i < lstÜbernehmen_->count(); ++i)
         übernehmen << lstÜbernehmen_->item(i)->text();
-    const QString ziel = lblDateiname_->text();
-    NeueKarteiErstellen(ziel, [&](const Werkbank &bank) { return ThemenAusfiltern(bank, ziel, übernehmen); });
+    NeueKarteiErstellen(lblDateiname_, [&](const Werkbank &bank, const QString &ziel) {
+        return ThemenAusfiltern(bank, ziel, übernehmen);
+    });
 }

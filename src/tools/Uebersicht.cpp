@@ -328,10 +328,15 @@ void Uebersicht::Suchen(int abZeile)
 void Uebersicht::datPrimaryRS_Reposition()
 {
     const int zeile = grdDataGrid_->currentIndex().row();
-    const bool fehlt = !txtSuchen_->accessibleDescription().isEmpty();
-    datPrimaryRS_->setText(fehlt        ? txtSuchen_->accessibleDescription()
-                           : zeile >= 0 ? QStringLiteral("Record: ") + QString::number(zeile + 1)
-                                        : QString());
+    datPrimaryRS_->setText(NichtGefunden() ? txtSuchen_->accessibleDescription()
+                           : zeile >= 0    ? QStringLiteral("Record: ") + QString::number(zeile + 1)
+                                           : QString());
+}
+
+// The search has a text that no card holds; the current row is none of its then.
+bool Uebersicht::NichtGefunden() const
+{
+    return !txtSuchen_->accessibleDescription().isEmpty();
 }
 
 void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
@@ -359,7 +364,8 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
         }
     } else if (objekt == txtSuchen_) {
         if (IstEingabetaste(taste)) {
-            ZeileÖffnen(grdDataGrid_->currentIndex());
+            if (!NichtGefunden())
+                ZeileÖffnen(grdDataGrid_->currentIndex());
             return true;
         }
         if (taste.key() == Qt::Key_Up || taste.key() == Qt::Key_Down || taste.key() == Qt::Key_PageUp ||

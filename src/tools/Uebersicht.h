@@ -50,6 +50,7 @@ private:
     std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
     void Drucken(qint16 von, qint16 bis);
     void Suchen(int abZeile);
+    bool NichtGefunden() const;
     void datPrimaryRS_Reposition();
     void datPrimaryRS_Error(const StoreError &fehler);
 

@@ -2,9 +2,21 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Werkbank.h"
 
+#include "CardFile.h"
 #include "SafeFile.h"
 
 #include <QDir>
+
+namespace {
+
+// Two sentences in a row: the first one gets a full stop where it has none.
+QString Sätze(const QString &erster, const QString &zweiter)
+{
+    const bool endet = !erster.isEmpty() && QStringLiteral(".!?").contains(erster.back());
+    return erster + (endet ? QStringLiteral(" ") : QStringLiteral(". ")) + zweiter;
+}
+
+} // namespace
 
 QString FehlerKontext()
 {
@@ -26,7 +38,7 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
     } catch (const std::exception &fehler) {
         const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
         const StoreError gemeldet(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
-                                  ErrorText(fehler) + QStringLiteral(" Es wurde nichts übernommen."));
+                                  Sätze(ErrorText(fehler), QStringLiteral("Es wurde nichts übernommen.")));
         try {
             karten.Rollback();
         } catch (const StoreError &) { // the engine rolls back when the file is closed
@@ -35,11 +47,18 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
     }
 }
 
-void NeuOeffnen(CardStore &store)
+void Oeffnen(const Werkbank &bank, QString &name)
 {
-    QString name = store.CurrentFileName;
+    if (bank.fortschritt)
+        bank.fortschritt(0, 0);
+    bank.store.OpenCardFile(name);
+}
+
+void NeuOeffnen(const Werkbank &bank)
+{
+    QString name = bank.store.CurrentFileName;
     if (!name.isEmpty())
-        store.OpenCardFile(name);
+        Oeffnen(bank, name);
 }
 
 QString VollerPfad(const CardStore &store, const QString &dateiname)
@@ -54,4 +73,12 @@ void NichtDieOffene(const CardStore &store, const QString &pfad)
     if (store.IsOpen() && SameFile(pfad, store.CardPath(store.CurrentFileName)))
         throw StoreError(Fehler::NichtErlaubt,
                          QStringLiteral("Die Datei „%1“ ist die Kartei, die gerade geöffnet ist.").arg(pfad));
+}
+
+QString ZielPfad(const CardStore &store, const QString &dateiname)
+{
+    const QString pfad = VollerPfad(store, dateiname);
+    NichtDieOffene(store, pfad);
+    CheckReplaceable(pfad);
+    return pfad;
 }

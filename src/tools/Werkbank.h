@@ -39,8 +39,10 @@ void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
 // the StoreError thrown says so; the card file should be opened again then.
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);
 
+// Opens the card file `name` in KarteiPfad and tells that this takes a while. A failure empties `name`.
+void Oeffnen(const Werkbank &bank, QString &name);
 // Opens the open card file again, which rebuilds FachInfo. Nothing happens where there has never been one.
-void NeuOeffnen(CardStore &store);
+void NeuOeffnen(const Werkbank &bank);
 
 // A file name as it was chosen or typed, in full; a name without directory lies beside the open card file.
 // Throws StoreError 53 for an empty name.
@@ -49,3 +51,8 @@ QString VollerPfad(const CardStore &store, const QString &dateiname);
 // Throws StoreError 3051 where `pfad` leads to the open card file: it is neither read nor written past the
 // engine.
 void NichtDieOffene(const CardStore &store, const QString &pfad);
+
+// The full path of a file that a tool is to make under the name `dateiname`. Throws StoreError 53 for an
+// empty name, 3051 for the open card file and for what may not be written, 3045 for a card file that another
+// program has open.
+QString ZielPfad(const CardStore &store, const QString &dateiname);

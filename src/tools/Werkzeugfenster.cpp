@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -180,13 +181,17 @@ void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)>
     läuft_ = false;
 }
 
-void Werkzeugfenster::NeueKarteiErstellen(const QString &ziel,
-                                          const std::function<Ausgang(const Werkbank &bank)> &erstellen)
+void Werkzeugfenster::NeueKarteiErstellen(
+    QLineEdit *feld, const std::function<Ausgang(const Werkbank &bank, const QString &ziel)> &erstellen)
 {
-    if (!ziel.isEmpty() && !IstKarteiname(ziel))
+    const QString name = QFileInfo(feld->text()).fileName();
+    if (!name.isEmpty() && !name.contains(u'.'))
+        feld->setText(feld->text() + QStringLiteral(".pzb"));
+    const QString ziel = feld->text();
+    if ((!ziel.isEmpty() && !IstKarteiname(ziel)) || !DarfErstellen(ziel))
         return;
     Ausgang ausgang{};
-    Ausführen([&](const Werkbank &bank) { ausgang = erstellen(bank); });
+    Ausführen([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
         umgebung_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
     if (ausgang == Ausgang::Gelungen || !umgebung_.store.IsOpen())
@@ -197,6 +202,25 @@ void Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gew�
 {
     if (!gewählt.isEmpty() && IstKarteiname(gewählt))
         feld->setText(gewählt);
+}
+
+QString Werkzeugfenster::ZielWählen(const DateiDialog &dialog)
+{
+    const QString ziel = umgebung_.dialoge.DateiSpeichern(dialog);
+    if (!ziel.isEmpty())
+        gewählt_ = ziel;
+    return ziel;
+}
+
+bool Werkzeugfenster::DarfErstellen(const QString &ziel)
+{
+    QFileInfo da;
+    if (!Schritt(umgebung_.meldungen, FehlerKontext(), [&] { da.setFile(ZielPfad(umgebung_.store, ziel)); }))
+        return false;
+    return !da.exists() || ziel == gewählt_ ||
+           umgebung_.meldungen.Fragen(
+               QStringLiteral("Die Datei „%1“ gibt es schon: Soll sie ersetzt werden?").arg(ziel),
+               Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
 }
 
 bool Werkzeugfenster::IstKarteiname(const QString &name)

@@ -54,12 +54,19 @@ protected:
     // meanwhile.
     void Ausführen(const std::function<void(const Werkbank &bank)> &arbeit);
 
-    // Makes a new card file with a tool, tells the success and closes the dialog.
-    void NeueKarteiErstellen(const QString &ziel,
-                             const std::function<Ausgang(const Werkbank &bank)> &erstellen);
+    // Makes a new card file of the name in `feld` with a tool, tells the success and closes the dialog. A
+    // name without extension gets that of card files.
+    void
+    NeueKarteiErstellen(QLineEdit *feld,
+                        const std::function<Ausgang(const Werkbank &bank, const QString &ziel)> &erstellen);
     // Puts the path that was chosen for a card file into `feld`. Nothing chosen leaves it as it is; what is
     // no card file's name is reported and not taken.
     void KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt);
+    // Asks for the file that the tool is to make; the save dialog asks whether to replace one.
+    QString ZielWählen(const DateiDialog &dialog);
+    // Whether the tool may make `ziel`. What speaks against it is reported; whether to replace a file that
+    // was not chosen in the save dialog is asked here.
+    bool DarfErstellen(const QString &ziel);
 
     static DateiDialog TextdateiDialog(const QString &titel, const QString &verzeichnis,
                                        const QString &endung = {});
@@ -82,5 +89,6 @@ private:
     QVBoxLayout *hinweise_ = nullptr;
     QProgressBar *fortschritt_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
+    QString gewählt_;       // in the save dialog
     bool läuft_ = false;
 };

@@ -59,8 +59,10 @@ QColor Leise(const QColor &text, const QColor &grund)
 QPalette Leise(const QPalette &palette)
 {
     QPalette leise;
-    leise.setColor(QPalette::WindowText,
-                   Leise(palette.color(QPalette::WindowText), palette.color(QPalette::Window)));
+    for (const auto gruppe : {QPalette::Active, QPalette::Inactive})
+        leise.setColor(
+            gruppe, QPalette::WindowText,
+            Leise(palette.color(gruppe, QPalette::WindowText), palette.color(gruppe, QPalette::Window)));
     return leise;
 }
 

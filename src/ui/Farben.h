@@ -28,8 +28,8 @@ QColor Getoent(const QColor &farbe, const QColor &grund, double anteil);
 
 // The text of explanations: `text`, quieter.
 QColor Leise(const QColor &text, const QColor &grund);
-// The same for the labels of a window of `palette`. The result holds this one colour: all others keep
-// following the desktop.
+// The same for the labels of a window of `palette`. The result holds this one colour, and not for what is
+// disabled: all others keep following the desktop.
 QPalette Leise(const QPalette &palette);
 
 } // namespace Farben

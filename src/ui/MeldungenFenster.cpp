@@ -60,8 +60,10 @@ void TitelLesbar(QMessageBox &box)
     auto *anordnung = qobject_cast<QGridLayout *>(box.layout());
     if (!anordnung)
         return;
-    constexpr int knoepfeImRahmen = 12; // in characters: icon, minimise, close
-    const QFontMetrics masse(box.font());
+    constexpr int knoepfeImRahmen = 20; // in characters: icon and up to five buttons
+    QFont schrift = box.font();         // window managers like to write titles in bold
+    schrift.setBold(true);
+    const QFontMetrics masse(schrift);
     const int breite =
         masse.horizontalAdvance(box.windowTitle()) + knoepfeImRahmen * masse.averageCharWidth();
     anordnung->addItem(new QSpacerItem(breite, 0), anordnung->rowCount(), 0, 1, anordnung->columnCount());

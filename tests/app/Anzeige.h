@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPoint>
 #include <QProcess>
+#include <QSize>
 #include <QTest>
 
 #include <memory>
@@ -92,6 +94,25 @@ public:
                    },
                    30000) &&
                Schliessen("Merkkasten", "Return");
+    }
+
+    // Puts the window of this title somewhere else once it has the keyboard.
+    bool Versetzen(const QString &titel, QPoint platz, QSize masse) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        Xdotool({"getactivewindow", "windowmove", QString::number(platz.x()), QString::number(platz.y()),
+                 "windowsize", QString::number(masse.width()), QString::number(masse.height())});
+        const QString neu = QStringLiteral("%1x%2").arg(masse.width()).arg(masse.height());
+        return QTest::qWaitFor([&] { return Lage(titel).contains(neu); }, 30000);
+    }
+
+    // Where the window of this title is and how large, once it has the keyboard.
+    QString Lage(const QString &titel) const
+    {
+        if (!WarteAuf(titel))
+            return {};
+        return Xdotool({"getactivewindow", "getwindowgeometry"}).section('\n', 1);
     }
 
     QProcessEnvironment umgebung; // for programs on this display

@@ -73,6 +73,23 @@ private slots:
         QCOMPARE(karten[0].FachNr, 0.0);
     }
 
+    void TheBoxComesBackToItsPlaceAndSize()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
+        QVERIFY(anzeige_->Versetzen("Lern-Box", {151, 83}, {1000, 700}));
+        const QString lage = anzeige_->Lage("Lern-Box");
+        for (int i = 0; i < 2; ++i) { // and does not creep
+            EditorOeffnen();
+            QVERIFY(anzeige_->Taste("Merkkasten Ändern", "alt+F4"));
+            QTRY_COMPARE(anzeige_->Lage("Lern-Box"), lage);
+        }
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
     void AnUnfinishedCardKeepsTheEditorOpenUntilItIsDiscarded()
     {
         MakeCardFile(Pfad("a.pzb"), {});

@@ -367,10 +367,14 @@ private slots:
     {
         OeffnenMitZweiDateien();
         const QString neu = ordner_->filePath("neu.pzb");
-        const Drehbuch buch(
-            {Schreiben("Karteispiegeln", neu), Taste("Karteispiegeln", Qt::Key_Return), Meldung()});
+        QString beiDerMeldung;
+        const Drehbuch buch({Schreiben("Karteispiegeln", neu), Taste("Karteispiegeln", Qt::Key_Return), [&] {
+                                 beiDerMeldung = Kartei();
+                                 return Meldung()();
+                             }});
         Waehlen("MKartei_spiegeln");
         QVERIFY(buch.Fertig());
+        QCOMPARE(beiDerMeldung, "neu.pzb");
         QCOMPARE(meldungen_, QStringList{neu + " erfolgreich geschrieben"});
         QCOMPARE(Kartei(), "neu.pzb");
         QVERIFY(QFile::exists(Pfad("a.pzb")));

@@ -15,6 +15,7 @@ private slots:
     void CardsLandBehindThoseInNeuInBoxOrder();
     void EveryMappedFieldIsCopiedAndNoOther();
     void TickCardKeepsAnswersTicksAndFormatting();
+    void PictureCardKeepsNamesAndFrameButNotTypeAndLoop();
     void UnsetFieldsStayUnset();
     void EmptySourceChangesNothingButOpensAgain();
     void OpenFileItselfIsRefused();
@@ -114,6 +115,36 @@ void AnhaengenTest::TickCardKeepsAnswersTicksAndFormatting()
     QCOMPARE(copy.Frage, ticks.Frage);
     QCOMPARE(copy.Antwort_5, ticks.Antwort_5);
     QVERIFY(copy.Antwort_ch_1 && !copy.Antwort_ch_2 && copy.Antwort_ch_5);
+}
+
+void AnhaengenTest::PictureCardKeepsNamesAndFrameButNotTypeAndLoop()
+{
+    Werkstatt w;
+    w.Oeffnen({});
+    CardRecord picture = MakeCard(1, 2, 1);
+    picture.Picture_1_Name = "hund.bmp";
+    picture.Picture_1_type = "bmp";
+    picture.Picture_1_endlos = true;
+    picture.Picture_6_Name = "wau.wav";
+    picture.Picture_6_type = "wav";
+    picture.Picture_6_endlos = true;
+    picture.PictureTop = 100;
+    picture.Pictureleft = 200;
+    picture.Pictureheight = 3000;
+    picture.Picturewidth = 4000;
+    MakeCardFile(w.Pfad("quelle.pzb"), {picture});
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    const CardRecord copy = w.Karten().value(0);
+    QCOMPARE(copy.Picture_1_Name, "hund.bmp");
+    QCOMPARE(copy.Picture_6_Name, "wau.wav");
+    QCOMPARE(copy.PictureTop, 100);
+    QCOMPARE(copy.Pictureleft, 200);
+    QCOMPARE(copy.Pictureheight, 3000);
+    QCOMPARE(copy.Picturewidth, 4000);
+    QCOMPARE(copy.Picture_1_type, "");
+    QCOMPARE(copy.Picture_6_type, "");
+    QVERIFY(!copy.Picture_1_endlos);
+    QVERIFY(!copy.Picture_6_endlos);
 }
 
 void AnhaengenTest::UnsetFieldsStayUnset()
@@ -274,7 +305,7 @@ void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
              (QStringList{
                  "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
                  "Leider ist folgender Fehler Aufgetreten: "
-                 "Der Text im Feld „Picture_9_Name“ ist länger als 250 Zeichen.",
+                 "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
                  "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“.",
              }));
     const QList<CardRecord> cards = w.Karten();
@@ -317,7 +348,7 @@ void AnhaengenTest::FullDiskTakesNothingOver()
     MakeCardFile(w.Pfad("quelle.pzb"), source);
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
 }

@@ -29,6 +29,7 @@ private slots:
     void EmptyNameIsAnError();
     void NameWithoutDirectoryLiesBesideTheCardFile();
     void OpenCardFileIsRefusedHoweverItIsSpelled();
+    void CardFileInUseIsRefused();
     void UnreadableCardIsLeftOutAndReportedOnce();
     void NeverChangesTheCardFile();
 };
@@ -252,6 +253,20 @@ void AsciiExportTest::OpenCardFileIsRefusedHoweverItIsSpelled()
     }
     QCOMPARE(w.Dateien(), (QStringList{"hart.pzb", "offen.pzb", "weich.pzb"}));
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
+}
+
+void AsciiExportTest::CardFileInUseIsRefused()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("andere.pzb"), {MakeCard(99, 0, 1)});
+    {
+        const CardFile otherProgram(w.Pfad("andere.pzb"));
+        QCOMPARE(AsciiExportieren(w.bank, w.Pfad("andere.pzb"), u';'), Ausgang::Gescheitert);
+        QVERIFY(MeldetFehler(w.meldungen));
+        QVERIFY(w.meldungen.Texte().front().contains("ist gesperrt"));
+    }
+    QCOMPARE(ReadCards(w.Pfad("andere.pzb")), QList{MakeCard(99, 0, 1)});
 }
 
 void AsciiExportTest::UnreadableCardIsLeftOutAndReportedOnce()

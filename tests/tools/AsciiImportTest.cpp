@@ -369,10 +369,9 @@ void AsciiImportTest::TooLongTopicsAreLeftOutAndReportedOnce()
     const QByteArray longest = QString(250, QChar(0xFC)).toUtf8(); // 250 characters, 500 bytes
     w.Schreiben("a.txt", "a;1;" + topic + "\r\nb;2;" + topic + "\r\nc;3;" + longest + "\r\nd;4\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(),
-             (QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                          "Der Text im Feld „Picture_9_Name“ ist länger als 250 Zeichen.",
-                          "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
+    QCOMPARE(w.meldungen.Texte(), (QStringList{"Leider ist folgender Fehler Aufgetreten: "
+                                               "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
+                                               "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
     QCOMPARE(cards[1].Frage, "a");
@@ -394,7 +393,7 @@ void AsciiImportTest::FullDiskTakesNothingOverAndOpensTheFileAgain()
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(w.meldungen.Texte().front().startsWith(
         "Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll;"));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.store.LoopsPerSecond > openings); // opened again
     QCOMPARE(w.store.HighestCardNumber, qint16(1));
     QVERIFY(w.ZaehlerStimmen());
@@ -413,7 +412,7 @@ void AsciiImportTest::BrokenDiskTakesNothingOver()
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY2(w.meldungen.Texte().front().contains("Ein-/Ausgabefehler"),
              qPrintable(w.meldungen.Texte().front()));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.store.IsOpen());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
@@ -426,7 +425,7 @@ void AsciiImportTest::DeletedCardFileTakesNothingOver()
     w.Schreiben("a.txt", "a;b\r\n");
     QVERIFY(QFile::rename(w.Pfad("offen.pzb"), w.Pfad("weg.pzb")));
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(!w.store.IsOpen()); // and why was reported by the store
     QCOMPARE(w.meldungen.gezeigt.size(), 2);
     QCOMPARE(ReadCards(w.Pfad("weg.pzb")), QList{MakeCard(1, 0, 1)});

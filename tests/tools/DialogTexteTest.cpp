@@ -122,7 +122,8 @@ void DialogTexteTest::TextsStandLetterByLetter_data()
                                    "übernehmen:",
                                    "nicht übernehmen:",
                                    "Dateiname:",
-                                   "Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."};
+                                   "Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen.",
+                                   "Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."};
     QTest::newRow("mirror")
         << "Karteispiegeln"
         << "Thema ausfiltern" // the same caption as the topic filter's

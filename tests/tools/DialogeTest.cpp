@@ -25,6 +25,7 @@ class DialogeTest : public QObject
 private slots:
     void ExportAsksForAFileAndWritesIt();
     void ExportTakesATypedFile();
+    void ExportWithoutSimpleCardsWritesTheHeader();
     void ExportRefusesAComma();
     void ExportStaysOpenAfterAFailure();
     void ExportOfPartOfTheCardsTellsNoSuccess();
@@ -47,13 +48,6 @@ private slots:
 };
 
 namespace {
-
-void Type(const QWidget &window, const char *name, const QString &text)
-{
-    auto *field = Control<QLineEdit>(window, name);
-    field->clear();
-    QTest::keyClicks(field, text);
-}
 
 QStringList Entries(const QWidget &window, const char *name)
 {
@@ -107,6 +101,21 @@ void DialogeTest::ExportTakesATypedFile()
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{"getippt.txt erfolgreich geschrieben"});
     QVERIFY(w.Bytes("getippt.txt").startsWith("Frage;"));
+}
+
+void DialogeTest::ExportWithoutSimpleCardsWritesTheHeader()
+{
+    Fensterbuehne w;
+    CardRecord ticks = MakeCard(1, 0, 1);
+    ticks.Antworttyp = 2;
+    w.Oeffnen({ticks});
+    AExport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "leer.txt");
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(), QStringList{"leer.txt erfolgreich geschrieben"});
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(w.Bytes("leer.txt"), QByteArray("Frage\tAntwort\tThema\r\n"));
 }
 
 void DialogeTest::ExportRefusesAComma()
@@ -318,8 +327,12 @@ void DialogeTest::MirrorMakesTheNewFile()
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Tab);
     QTest::keyClick(Control<QPushButton>(dialog, "cmdDateiname"), Qt::Key_Return);
     QVERIFY(w.meldungen.gezeigt.isEmpty());
-    QCOMPARE(w.dialoge.zumSpeichern.value(0).titel, "Merkkasten Spiegeln");
-    QCOMPARE(w.dialoge.zumSpeichern.value(0).verzeichnis, w.store.KarteiPfad);
+    const DateiDialog asked = w.dialoge.zumSpeichern.value(0);
+    QCOMPARE(asked.titel, "Merkkasten Spiegeln");
+    QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
+    QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
+    QCOMPARE(asked.endung, "pzb");
+    QVERIFY(asked.ueberschreibenFragen);
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
     QVERIFY(!dialog.isVisible());

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
 // The directory of card files with all that the tools' windows work on.
@@ -40,6 +41,13 @@ inline void Show(QWidget &window)
 inline void Click(const QWidget &window, const char *name)
 {
     QTest::mouseClick(Control<QWidget>(window, name), Qt::LeftButton);
+}
+
+inline void Type(const QWidget &window, const char *name, const QString &text)
+{
+    auto *field = Control<QLineEdit>(window, name);
+    field->clear();
+    QTest::keyClicks(field, text);
 }
 
 // What a label shows, letter by letter, without the mark of its key.

@@ -160,7 +160,7 @@ void NachNeuTest::DoneCardsWithoutRoomChangeNothing()
     cards << MakeCard(-1, 6, 1);
     w.Oeffnen(cards);
     QCOMPARE(ErledigteNachNeu(w.bank), std::nullopt);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf "
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf. "
                                               "Es wurde nichts übernommen."});
     QCOMPARE(w.store.FachInfo[6].Anzahl, qint16(1));
 }
@@ -179,7 +179,7 @@ void NachNeuTest::FullDiskTakesNothingOver()
     });
     QCOMPARE(AlleNachNeu(w.bank), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().endsWith(" Es wurde nichts übernommen."));
+    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
     QVERIFY(w.store.IsOpen());
     QCOMPARE(Places(w), before);
 }

@@ -23,6 +23,8 @@ private slots:
     void NoTopicGivesAFileWithoutCards();
     void AllTopicsGiveAPlainCopy();
     void MirrorExchangesSimpleCardsOnly();
+    void MirrorKeepsATickCardsQuestionAnswersAndTicks();
+    void MirrorKeepsASimpleCardsPlaceInTheBox();
     void MirrorKeepsFormattingAndUnsetTexts();
     void MirroringTwiceGivesTheSameBytes();
     void NewFileIsOpenAndTheOldOneUnchanged();
@@ -158,6 +160,40 @@ void NeueKarteiTest::MirrorExchangesSimpleCardsOnly()
     std::swap(simple.Frage_Klartext, simple.Antwort_1_Klartext);
     QCOMPARE(w.Karten(), (QList{ticks, simple}));
     QVERIFY(w.meldungen.gezeigt.isEmpty());
+}
+
+void NeueKarteiTest::MirrorKeepsATickCardsQuestionAnswersAndTicks()
+{
+    Werkstatt w;
+    CardRecord ticks = MakeCard(1, 2, 3);
+    ticks.Antworttyp = 2;
+    ticks.Antwort_1_Klartext = ticks.Antwort_1 = "eins";
+    ticks.Antwort_2_Klartext = ticks.Antwort_2 = "zwei";
+    ticks.Antwort_3_Klartext = ticks.Antwort_3 = "drei";
+    ticks.Antwort_4_Klartext = ticks.Antwort_4 = "vier";
+    ticks.Antwort_5_Klartext = ticks.Antwort_5 = "fünf";
+    ticks.Antwort_ch_1 = ticks.Antwort_ch_3 = ticks.Antwort_ch_5 = true;
+    w.Oeffnen({ticks});
+    QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.Karten(), QList{ticks});
+}
+
+void NeueKarteiTest::MirrorKeepsASimpleCardsPlaceInTheBox()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(7, 0, 12), MakeCard(3, 4, 9)});
+    QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gelungen);
+    const QList<CardRecord> cards = w.Karten();
+    QCOMPARE(cards.size(), 2);
+    QCOMPARE(cards[0].FrageNr, 7);
+    QCOMPARE(cards[0].FachNr, 0);
+    QCOMPARE(cards[0].FachLfdNr, 12);
+    QCOMPARE(cards[0].Frage_Klartext, "Antwort 7");
+    QCOMPARE(cards[1].FrageNr, 3);
+    QCOMPARE(cards[1].FachNr, 4);
+    QCOMPARE(cards[1].FachLfdNr, 9);
+    QCOMPARE(cards[1].Antwort_1_Klartext, "Frage 3");
+    QCOMPARE(w.store.FachInfo[4].LfdMax, qint16(9));
 }
 
 void NeueKarteiTest::MirrorKeepsFormattingAndUnsetTexts()

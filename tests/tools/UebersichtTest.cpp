@@ -34,6 +34,7 @@ private slots:
     void ClosedFileIsADataError();
     void ReadingLeavesAnEditAlone();
     void ColumnsFillTheWindow();
+    void QuestionsStandApartFromTheNumbers();
     void WorksWithKeysAlone();
 };
 
@@ -134,6 +135,11 @@ void UebersichtTest::EmptyFileTellsSo()
     QVERIFY(notice->isVisible());
     QCOMPARE(notice->text(), "Diese Datei (leer & neu.pzb) enthält noch keine Karten");
     QCOMPARE(notice->textFormat(), Qt::PlainText);
+    for (const QSize size : {blick.fenster.size(), QSize(600, 400)}) { // nothing of the text is cut off
+        blick.fenster.resize(size);
+        QTRY_COMPARE(notice->geometry(), blick.gitter->viewport()->geometry());
+        QVERIFY(notice->height() >= notice->heightForWidth(notice->width()));
+    }
     // Nothing to be opened, sorted, found or printed.
     QTest::keyClick(blick.gitter, Qt::Key_Return);
     QTest::keyClicks(blick.gitter, "x");
@@ -310,6 +316,10 @@ void UebersichtTest::NothingFoundIsTold()
     QTest::keyClicks(field, "gibt es nicht");
     QCOMPARE(blick.Datensatz(), "nicht gefunden");
     QCOMPARE(blick.gitter->currentIndex().row(), 1);
+    QTest::keyClick(field, Qt::Key_Return); // there is no card to be opened
+    QCOMPARE(blick.bearbeitet, 0);
+    QVERIFY(blick.fenster.isVisible());
+    QVERIFY(field->hasFocus());
     QTest::keyClick(field, Qt::Key_Escape);
     QVERIFY(blick.fenster.isVisible());
     QVERIFY(blick.gitter->hasFocus());
@@ -424,6 +434,29 @@ void UebersichtTest::ColumnsFillTheWindow()
         QVERIFY(Control<QWidget>(blick.fenster, "picButtons")->geometry().top() >=
                 blick.gitter->geometry().bottom());
     }
+}
+
+void UebersichtTest::QuestionsStandApartFromTheNumbers()
+{
+    Fensterbuehne w;
+    QList<CardRecord> cards;
+    for (int i = 1; i <= 2; ++i) {
+        CardRecord card = MakeCard(i, 0, 32765 + i);
+        card.Frage_Klartext = "HHH";
+        cards << card;
+    }
+    w.Oeffnen(cards);
+    Blick blick(w);
+    Show(blick.fenster);
+    // Around the line between the two columns nothing is written, neither in the head nor in a row that is
+    // not the current one.
+    const int line = blick.gitter->columnViewportPosition(3);
+    const QRect row = blick.gitter->visualRect(blick.gitter->model()->index(1, 3));
+    const QImage cells = blick.gitter->viewport()->grab().toImage();
+    const QColor ground = cells.pixelColor(line + 1, row.center().y());
+    for (int x = line + 1; x < line + 9; ++x)
+        for (int y = row.top() + 1; y < row.bottom(); ++y)
+            QCOMPARE(cells.pixelColor(x, y), ground);
 }
 
 void UebersichtTest::WorksWithKeysAlone()

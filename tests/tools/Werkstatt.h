@@ -60,7 +60,7 @@ struct Werkstatt
     {
         const FachTabelle tabelle = store.FachInfo;
         const qint16 hoechste = store.HighestCardNumber;
-        NeuOeffnen(store);
+        NeuOeffnen(bank);
         bool stimmt = store.IsOpen() && hoechste == store.HighestCardNumber;
         for (std::size_t i = 0; i < tabelle.size(); ++i)
             stimmt = stimmt && tabelle[i].Anzahl == store.FachInfo[i].Anzahl &&

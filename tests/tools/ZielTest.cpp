@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AExport.h"
+#include "Drehbuch.h"
+#include "Fensterbuehne.h"
+#include "Karteispiegeln.h"
+#include "Themaausfiltern.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <memory>
+
+// The file that a tool is to make: what stands there already is replaced only when the user wants it.
+class ZielTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void TypedFileIsReplacedOnlyAfterYes_data();
+    void TypedFileIsReplacedOnlyAfterYes();
+    void FileChosenInTheSaveDialogIsNotAskedForAgain_data();
+    void FileChosenInTheSaveDialogIsNotAskedForAgain();
+    void OtherFileThanTheChosenOneIsAskedFor();
+    void SaveDialogAsksBeforeItNamesAnExistingFile_data();
+    void SaveDialogAsksBeforeItNamesAnExistingFile();
+    void FileInUseIsRefusedWithoutAQuestion_data();
+    void FileInUseIsRefusedWithoutAQuestion();
+    void TypedCardFileGetsItsExtension_data();
+    void TypedCardFileGetsItsExtension();
+    void NameWithAnotherExtensionIsRefused();
+};
+
+namespace {
+
+std::unique_ptr<Werkzeugfenster> Dialog(const WerkzeugUmgebung &umgebung, const QString &name)
+{
+    if (name == "AExport")
+        return std::make_unique<AExport>(umgebung);
+    if (name == "Themaausfiltern")
+        return std::make_unique<Themaausfiltern>(umgebung);
+    return std::make_unique<Karteispiegeln>(umgebung);
+}
+
+void AllDialogs()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"AExport", "Themaausfiltern", "Karteispiegeln"})
+        QTest::newRow(name) << QString(name);
+}
+
+// A box with one card, and another card file beside it.
+struct ZweiKarteien : Fensterbuehne
+{
+    ZweiKarteien()
+    {
+        MakeCardFile(Pfad("da.pzb"), {MakeCard(99, 0, 1)});
+        Oeffnen({MakeCard(1, 0, 1)});
+        vorher = Bytes("da.pzb");
+    }
+
+    QByteArray vorher; // what stands in "da.pzb"
+};
+
+void Enter(const QWidget &dialog)
+{
+    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+}
+
+} // namespace
+
+void ZielTest::TypedFileIsReplacedOnlyAfterYes_data()
+{
+    AllDialogs();
+}
+
+void ZielTest::TypedFileIsReplacedOnlyAfterYes()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    Type(*dialog, "lblDateiname", "da.pzb");
+    w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
+    Enter(*dialog);
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Die Datei „da.pzb“ gibt es schon: Soll sie ersetzt werden?"});
+    QVERIFY(w.meldungen.gezeigt.front().frage);
+    QCOMPARE(w.meldungen.vorgaben, QList{Meldungen::Antwort::Nein});
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(w.Bytes("da.pzb"), w.vorher);
+    QCOMPARE(w.store.CurrentFileName, "offen.pzb");
+    QVERIFY(w.store.IsOpen());
+    Enter(*dialog);
+    QCOMPARE(w.meldungen.Texte().last(), "da.pzb erfolgreich geschrieben");
+    QVERIFY(!dialog->isVisible());
+    QVERIFY(w.Bytes("da.pzb") != w.vorher);
+}
+
+void ZielTest::FileChosenInTheSaveDialogIsNotAskedForAgain_data()
+{
+    AllDialogs();
+}
+
+void ZielTest::FileChosenInTheSaveDialogIsNotAskedForAgain()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    w.dialoge.pfade = {w.Pfad("da.pzb")};
+    Click(*dialog, "cmdDateiname");
+    QVERIFY(w.dialoge.zumSpeichern.value(0).ueberschreibenFragen);
+    Enter(*dialog);
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("da.pzb") + " erfolgreich geschrieben"});
+    QVERIFY(w.Bytes("da.pzb") != w.vorher);
+}
+
+void ZielTest::OtherFileThanTheChosenOneIsAskedFor()
+{
+    ZweiKarteien w;
+    Karteispiegeln dialog(w.umgebung);
+    Show(dialog);
+    w.dialoge.pfade = {w.Pfad("neu.pzb")};
+    Click(dialog, "cmdDateiname");
+    Type(dialog, "lblDateiname", w.Pfad("da.pzb"));
+    Enter(dialog);
+    QVERIFY(w.meldungen.gezeigt.value(0).frage);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(w.Bytes("da.pzb"), w.vorher);
+}
+
+void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile_data()
+{
+    AllDialogs();
+}
+
+void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    DialogeFenster dialoge;
+    const auto dialog = Dialog({w.store, w.konfig, w.meldungen, dialoge}, name);
+    Show(*dialog);
+    int asked = 0;
+    const auto write = [](const QString &text) {
+        return [text] {
+            auto *window = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            if (!window || !window->isVisible())
+                return false;
+            auto *field = window->findChild<QLineEdit *>("fileNameEdit");
+            field->setText(text);
+            QTest::keyClick(field, Qt::Key_Return);
+            return true;
+        };
+    };
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        return [&, button] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box || !box->isActiveWindow() || !box->text().contains("da.pzb"))
+                return false;
+            ++asked;
+            QTest::mouseClick(box->button(button), Qt::LeftButton);
+            return true;
+        };
+    };
+    // After No the dialog is still there.
+    const Drehbuch buch(
+        {write("da.pzb"), answer(QMessageBox::No), write("da.pzb"), answer(QMessageBox::Yes)});
+    Click(*dialog, "cmdDateiname");
+    QVERIFY(buch.Fertig());
+    QCOMPARE(asked, 2);
+    QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), w.Pfad("da.pzb"));
+    QCOMPARE(w.Bytes("da.pzb"), w.vorher);
+    Enter(*dialog);
+    QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("da.pzb") + " erfolgreich geschrieben"});
+}
+
+void ZielTest::FileInUseIsRefusedWithoutAQuestion_data()
+{
+    AllDialogs();
+}
+
+void ZielTest::FileInUseIsRefusedWithoutAQuestion()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    Type(*dialog, "lblDateiname", "da.pzb");
+    {
+        const CardFile otherProgram(w.Pfad("da.pzb"));
+        Enter(*dialog);
+    }
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(w.meldungen.Texte().front().contains("ist gesperrt"));
+    QVERIFY(w.meldungen.vorgaben.isEmpty());
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(w.Bytes("da.pzb"), w.vorher);
+}
+
+void ZielTest::TypedCardFileGetsItsExtension_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("filter") << "Themaausfiltern"
+                            << "neu";
+    QTest::newRow("mirror") << "Karteispiegeln"
+                            << "neu";
+    QTest::newRow("directory with a dot") << "Karteispiegeln"
+                                          << "Kap.1/neu";
+}
+
+void ZielTest::TypedCardFileGetsItsExtension()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, typed);
+    ZweiKarteien w;
+    QVERIFY(QDir(w.verzeichnis.path()).mkdir("Kap.1"));
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    Type(*dialog, "lblDateiname", typed);
+    Enter(*dialog);
+    QCOMPARE(w.meldungen.Texte(), QStringList{typed + ".pzb erfolgreich geschrieben"});
+    QCOMPARE(w.store.CurrentFileName, "neu.pzb");
+    QVERIFY(QFile::exists(w.Pfad(typed + ".pzb")));
+}
+
+void ZielTest::NameWithAnotherExtensionIsRefused()
+{
+    ZweiKarteien w;
+    Karteispiegeln dialog(w.umgebung);
+    Show(dialog);
+    for (const char *typed : {"neu.txt", "neu.", "ordner/"}) {
+        w.meldungen.gezeigt.clear();
+        Type(dialog, "lblDateiname", typed);
+        Enter(dialog);
+        QCOMPARE(w.meldungen.Texte(), QStringList{"Bitte nur .pzb Dateien"});
+        QVERIFY(dialog.isVisible());
+    }
+    QCOMPARE(w.Dateien(), (QStringList{"da.pzb", "offen.pzb"}));
+}
+
+QTEST_MAIN(ZielTest)
+#include "ZielTest.moc"
