@@ -395,7 +395,7 @@ private slots:
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         QVERIFY(w.editor.SitzungEndet(true));
         QVERIFY(!w.editor.cardDirty);
-        QCOMPARE(w.kartei.messages.vorgaben, QList(2, Meldungen::Antwort::Nein));
+        QCOMPARE(w.kartei.messages.vorgaben, QList<Meldungen::Antwort>(2, Meldungen::Antwort::Nein));
         QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
     }
 

@@ -288,7 +288,7 @@ void AsciiImportTest::LineOfManyMegabytesIsACard()
 {
     Werkstatt w;
     w.Oeffnen({});
-    const QByteArray question(20'000'000, 'x');
+    const QByteArray question(12'000'000, 'x');
     w.Schreiben("a.txt", question + ";kurz\r\nnoch;eine\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     const QList<CardRecord> cards = w.Karten();
@@ -303,8 +303,9 @@ void AsciiImportTest::LineTooLongForACardIsLeftOut()
     w.Schreiben("a.txt", "vorher;1\r\n" + QByteArray(60'000'000, 'x') + ";kurz\r\n" +
                              QByteArray(110'000'000, 'y') + ";kurz\r\nnachher;2\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                                              "Ein Text ist zu lang, um gespeichert zu werden."});
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: Ein Text in der Datei „" +
+                         w.Pfad("offen.pzb") + "“ ist zu lang."});
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 2);
     QCOMPARE(cards[1].Frage, "nachher");
