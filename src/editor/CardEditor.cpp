@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <optional>
 
 namespace {
 
@@ -43,6 +44,18 @@ bool AufKarte(const CardFieldHandles &felder)
         if (fehler.Number() == Fehler::KeinDatensatz)
             return false;
         throw;
+    }
+}
+
+// After a failure of the disk: all may have been written before it. Nothing where it cannot be read.
+std::optional<bool> StehtInDerKartei(CardRecordset &karten, double nummer)
+{
+    try {
+        const auto nachNummer = NachNummer(karten);
+        karten.Seek(Comparison::Equal, nummer);
+        return !karten.NoMatch();
+    } catch (const StoreError &) {
+        return std::nullopt;
     }
 }
 
@@ -138,6 +151,7 @@ bool CardEditor::StoreCard()
 bool CardEditor::StoreNew(Kartenblatt blatt)
 {
     Fach &fach = kartei_.FachInfo[FachNeu];
+    bool versucht = false;
     const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
         CardFieldHandles &felder = kartei_.Felder();
@@ -155,8 +169,18 @@ bool CardEditor::StoreNew(Kartenblatt blatt)
         felder.FachLfdNr.Set(fach.LfdMax);
         felder.FrageNr.Set(kartei_.HighestCardNumber);
         WriteFields(blatt, felder);
+        versucht = true;
         karten.Update();
     });
+    if (!gespeichert && versucht && StehtInDerKartei(kartei_.Karten(), kartei_.HighestCardNumber) == true) {
+        // Stored again it must not be there twice.
+        neu_ = false;
+        cardDirty = true;
+        nummer_ = kartei_.HighestCardNumber;
+        fach.Anzahl = Plus16(fach.Anzahl, 1);
+        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
+        return false;
+    }
     if (!gespeichert) {
         formular_.KopfZeigen(NeuerKopf());
         return false;
@@ -340,15 +364,15 @@ void CardEditor::Löschen()
     if (meldungen_.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
         Meldungen::Antwort::Ja)
         return;
-    const bool geloescht = Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [this] {
+    Fach *fach = nullptr;
+    const bool geloescht = Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
         StandOnShownCard();
-        qint16 &anzahl =
-            kartei_.FachInfo.at(static_cast<std::size_t>(kartei_.Felder().FachNr.Integer())).Anzahl;
+        fach = &kartei_.FachInfo.at(static_cast<std::size_t>(kartei_.Felder().FachNr.Integer()));
         kartei_.Karten().Delete();
-        anzahl = Plus16(anzahl, -1);
     });
-    if (!geloescht)
+    if (!geloescht && (!fach || StehtInDerKartei(kartei_.Karten(), nummer_) != false))
         return;
+    fach->Anzahl = Plus16(fach->Anzahl, -1);
     cardDirty = false;
     CVor();
 }

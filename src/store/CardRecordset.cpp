@@ -540,6 +540,8 @@ void CardRecordset::BeginTrans()
 {
     impl_->Guarded([&] {
         impl_->scan.Stop();
+        // A journal must not come to lie beside another file that stands in this one's place by now.
+        impl_->file.CheckStillInPlace();
         impl_->database.exec("BEGIN IMMEDIATE");
         impl_->inTransaction = true;
     });

@@ -42,8 +42,8 @@ QString WorkDirectory(const QString &path)
         throw StoreError(Fehler::NichtErlaubt,
                          QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
     default:
-        throw StoreError(error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“: %2")
-                                    .arg(path, QString::fromLocal8Bit(std::strerror(error))));
+        throw StoreError(
+            error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
     }
 }
 

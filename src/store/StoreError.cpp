@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreError.h"
 
+#include <new>
+
 StoreError::StoreError(int number, const QString &text)
     : std::runtime_error(text.toStdString()), number_(number)
 {
@@ -14,5 +16,9 @@ QString StoreError::Text() const
 
 QString ErrorText(const std::exception &error)
 {
-    return QString::fromUtf8(error.what());
+    if (dynamic_cast<const std::bad_alloc *>(&error) != nullptr)
+        return QStringLiteral("Nicht genügend Speicher.");
+    if (const auto *known = dynamic_cast<const StoreError *>(&error))
+        return known->Text();
+    return QStringLiteral("Unerwarteter Fehler (%1).").arg(QString::fromUtf8(error.what()));
 }

@@ -46,5 +46,5 @@ private:
     int number_;
 };
 
-// The text to show for any exception: the German sentence of a StoreError, else what() as it is.
+// The text to show for any exception: the German sentence of a StoreError or one about what happened.
 QString ErrorText(const std::exception &error);
