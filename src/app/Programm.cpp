@@ -19,7 +19,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QTimer>
+#include <QWindow>
 
 #include <utility>
 
@@ -106,7 +106,6 @@ void Programm::EditorZeigen()
     if (editor_)
         neu->restoreGeometry(editor_->saveGeometry());
     editor_ = std::move(neu);
-    lboxPlatz_ = lbox_->saveGeometry();
     lbox_->hide();
     editor_->Form_Load();
 }
@@ -114,7 +113,8 @@ void Programm::EditorZeigen()
 void Programm::EditorGeschlossen()
 {
     lbox_->BoxZeichnen();
-    lbox_->restoreGeometry(lboxPlatz_); // window managers forget the place of a hidden window
+    // A window manager places a hidden window anew, unless its place was asked for.
+    lbox_->windowHandle()->setGeometry(lbox_->geometry());
     lbox_->show();
     lbox_->activateWindow();
 }

@@ -58,6 +58,5 @@ private:
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
-    QByteArray lboxPlatz_;             // place and size of the box while the editor stands in for it
     std::unique_ptr<PFÄndern> editor_; // the last one that was open; the next one takes its place
 };

@@ -14,6 +14,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeView>
@@ -76,6 +77,8 @@ public:
         connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
         for (const QLineEdit *feld : schrift_->findChildren<QLineEdit *>())
             connect(feld, &QLineEdit::returnPressed, this, &QDialog::accept);
+        for (const QListView *liste : schrift_->findChildren<QListView *>())
+            connect(liste, &QListView::activated, this, &QDialog::accept);
 
         farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
         farbknopf_->setObjectName(QStringLiteral("Farbknopf"));

@@ -50,6 +50,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {});
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
         EditorOeffnen();
         Tippen("Merkkasten Ändern", "eins");
         for (const char *taste : {"Tab", "Tab", "j", "a", "ctrl+i"})
@@ -95,6 +96,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {});
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
         EditorOeffnen();
         Tippen("Merkkasten Ändern", "halb");
         QVERIFY(anzeige_->Taste("Merkkasten Ändern", "alt+F4"));

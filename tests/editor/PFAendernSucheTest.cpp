@@ -27,7 +27,9 @@ struct Suchbuehne : EditorBuehne
         const int vorher = dialogeBenutzt;
         ImDialog(QStringLiteral("Suchen"), [begriff](QWidget &dialog) {
             auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
-            QTest::keyClicks(text, begriff); // replaces the last term, which is selected
+            // Replaces the last term, which is selected.
+            for (const QChar zeichen : begriff)
+                QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, zeichen, Qt::NoModifier);
             QTest::keyClick(text, Qt::Key_Return);
         });
         Taste(Qt::Key_F3);
