@@ -10,14 +10,11 @@ namespace {
 
 constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"};
 
-// Room before the questions: the numbers before them end at their column's right edge.
-const QPixmap &Abstand()
+// Room of so many pixels before the questions: the numbers before them end at their column's right edge.
+QPixmap Abstand(int breite)
 {
-    static const QPixmap leer = [] {
-        QPixmap pixmap(8, 1);
-        pixmap.fill(Qt::transparent);
-        return pixmap;
-    }();
+    QPixmap leer(breite, 1);
+    leer.fill(Qt::transparent);
     return leer;
 }
 
@@ -51,8 +48,10 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
     const auto spalte = static_cast<std::size_t>(index.column());
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((spalte < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    if (role == Qt::DecorationRole && spalte == 3)
-        return Abstand();
+    if (role == Qt::DecorationRole && spalte == 3) {
+        static const QPixmap zelle = Abstand(4); // a cell adds margins of its own
+        return zelle;
+    }
     if (role != Qt::DisplayRole)
         return {};
     try {
@@ -73,7 +72,7 @@ QVariant KartenModell::headerData(int section, Qt::Orientation richtung, int rol
     if (role == Qt::DisplayRole)
         return QString::fromLatin1(Spalten[static_cast<std::size_t>(section)]);
     if (role == Qt::DecorationRole && section == 3)
-        return Abstand();
+        return Abstand(8);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((section < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
