@@ -77,7 +77,7 @@ void NichtDieOffene(const CardStore &store, const QString &pfad)
 
 QString ZielPfad(const CardStore &store, const QString &dateiname)
 {
-    const QString pfad = VollerPfad(store, dateiname);
+    QString pfad = VollerPfad(store, dateiname);
     NichtDieOffene(store, pfad);
     CheckReplaceable(pfad);
     return pfad;

@@ -206,7 +206,7 @@ void Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gew�
 
 QString Werkzeugfenster::ZielWählen(const DateiDialog &dialog)
 {
-    const QString ziel = umgebung_.dialoge.DateiSpeichern(dialog);
+    QString ziel = umgebung_.dialoge.DateiSpeichern(dialog);
     if (!ziel.isEmpty())
         gewählt_ = ziel;
     return ziel;
