@@ -12,9 +12,8 @@
 #include <QFontInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListView>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeView>
@@ -75,10 +74,7 @@ public:
         // Enter and Escape in the inner dialog close the whole.
         connect(schrift_, &QDialog::accepted, this, &QDialog::accept);
         connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
-        for (const QLineEdit *feld : schrift_->findChildren<QLineEdit *>())
-            connect(feld, &QLineEdit::returnPressed, this, &QDialog::accept);
-        for (const QListView *liste : schrift_->findChildren<QListView *>())
-            connect(liste, &QListView::activated, this, &QDialog::accept);
+        schrift_->installEventFilter(this);
 
         farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
         farbknopf_->setObjectName(QStringLiteral("Farbknopf"));
@@ -106,6 +102,20 @@ public:
         QFont schrift = schrift_->currentFont() == anfang_ ? vorgabe_ : schrift_->currentFont();
         schrift.setStyleName({});
         return {schrift, farbe_};
+    }
+
+protected:
+    // What a field does not do with Enter itself, the inner dialog would swallow.
+    bool eventFilter(QObject *objekt, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress) {
+            const int taste = static_cast<QKeyEvent *>(event)->key();
+            if (taste == Qt::Key_Return || taste == Qt::Key_Enter) {
+                accept();
+                return true;
+            }
+        }
+        return QDialog::eventFilter(objekt, event);
     }
 
 private:
