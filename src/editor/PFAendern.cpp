@@ -226,6 +226,7 @@ void PFÄndern::MDrucken_Click()
     papier.setColor(QPalette::Highlight, vorher.color(QPalette::Highlight));
     papier.setColor(QPalette::HighlightedText, vorher.color(QPalette::HighlightedText));
     formular_->setPalette(papier);
+    FarbenAbleiten();
 
     Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Drucken: "), [this] {
         const std::unique_ptr<QPrinter> drucker = umgebung_.drucker();

@@ -76,6 +76,7 @@ private:
     void TabFolge();
     void GroesseWaehlen();
     void FarbenSetzen();
+    void FarbenAbleiten();
     void FelderUmranden();
     QList<RichTextBox *> TextBoxen() const;
     QList<QWidget *> NichtGedruckt() const;

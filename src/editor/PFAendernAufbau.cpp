@@ -205,7 +205,6 @@ QWidget *PFÄndern::AntwortenBauen()
                              QStringLiteral("Antwort %1 ist richtig").arg(i + 1));
         Check1_[i]->setToolTip(QStringLiteral("Diese Antwort ist richtig"));
         connect(Check1_[i], &QCheckBox::clicked, this, [this] { Geaendert(); });
-        PlatzHalten(Check1_[i]);
         feld_[i]->layout()->addWidget(Check1_[i]);
         feld_[i]->layout()->setAlignment(Check1_[i], Qt::AlignTop); // beside the first line
         feld_[i]->setMinimumHeight(zeile);
@@ -300,6 +299,12 @@ void PFÄndern::FarbenSetzen()
     // Printing leaves the form light grey, on which a dark desktop's text could not be read.
     if (gedruckt_)
         Faerben(formular_, {{QPalette::Window, HellGrau}, {QPalette::WindowText, Qt::black}});
+    FarbenAbleiten();
+}
+
+// The colours that the form's own do not tell by themselves.
+void PFÄndern::FarbenAbleiten()
+{
     const QPalette &farben = formular_->palette();
     const QColor grund = farben.color(QPalette::Window);
     const QColor leise = Farben::Leise(farben.color(QPalette::WindowText), grund);

@@ -6,7 +6,10 @@
 #include <QImage>
 #include <QPrinter>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -44,6 +47,29 @@ struct Druckbuehne : EditorBuehne
                      QStringLiteral("-singlefile"), pfad, bild});
         seite.waitForFinished();
         return QImage(bild + QStringLiteral(".png"));
+    }
+
+    // The words of the first page, and where they stand on its picture.
+    struct Wort
+    {
+        QString text;
+        QRectF lage; // pixels, 96 an inch
+    };
+
+    QList<Wort> Woerter() const
+    {
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), pfad, QStringLiteral("-")});
+        text.waitForFinished();
+        static const QRegularExpression wort(QStringLiteral(
+            R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)<)re"));
+        QList<Wort> woerter;
+        const QString ausgabe = QString::fromUtf8(text.readAllStandardOutput());
+        for (const QRegularExpressionMatch &fund : wort.globalMatch(ausgabe)) {
+            const auto pixel = [&fund](int gruppe) { return fund.captured(gruppe).toDouble() * 96 / 72; };
+            woerter << Wort{fund.captured(5), {QPointF(pixel(1), pixel(2)), QPointF(pixel(3), pixel(4))}};
+        }
+        return woerter;
     }
 
     QString pfad = kartei.directory.filePath(QStringLiteral("druck.pdf"));
@@ -156,6 +182,34 @@ private slots:
             const qint64 alle = qint64(seite.width()) * seite.height();
             QVERIFY2(magenta > alle / 100, qPrintable(QString::number(magenta)));
             QVERIFY2(weiss > alle * 8 / 10, qPrintable(QString::number(weiss)));
+        }
+        QApplication::setPalette(vorher);
+    }
+
+    void EveryWordIsDarkOnPaperInADarkDesktopToo()
+    {
+        const QPalette vorher = QApplication::palette();
+        QApplication::setPalette(Dunkel());
+        {
+            CardRecord card = MakeCard(1, 0, 1);
+            card.Antworttyp = 2;
+            card.Antwort_ch_2 = true;
+            Druckbuehne b({card});
+            b.Zeigen();
+            b.Drucken();
+            b.Drucken(); // on the light grey ground that the first left
+            const QImage seite = b.Seite();
+            const QList<Druckbuehne::Wort> woerter = b.Woerter();
+            QCOMPARE(std::ranges::count(woerter, QStringLiteral("richtig"), &Druckbuehne::Wort::text), 5);
+            for (const Druckbuehne::Wort &wort : woerter) {
+                int dunkelstes = 255;
+                const QRect lage = wort.lage.toAlignedRect() & seite.rect();
+                for (int y = lage.top(); y <= lage.bottom(); ++y) {
+                    for (int x = lage.left(); x <= lage.right(); ++x)
+                        dunkelstes = std::min(dunkelstes, seite.pixelColor(x, y).lightness());
+                }
+                QVERIFY2(dunkelstes < 100, qPrintable(wort.text));
+            }
         }
         QApplication::setPalette(vorher);
     }

@@ -193,6 +193,20 @@ private slots:
         QCOMPARE(b.Steuerung("Cadd")->pos(), knopf);
     }
 
+    void TextAnswerHasItsWholeFieldAndALineOfATickCardLeavesTheTickItsRoom()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        const auto rechts = [&b] {
+            QWidget *box = b.Steuerung("Antwort(0)");
+            return box->parentWidget()->width() - box->geometry().right();
+        };
+        b.Klick("Antwort_K");
+        QTRY_VERIFY(rechts() > b.Steuerung("Check1(0)")->width());
+        b.Klick("Antwort_T");
+        QTRY_VERIFY(rechts() < 12);
+    }
+
     void TickCardStoredAsTextKeepsItsTicksInTheRecord()
     {
         EditorBuehne b({Tickkarte(1)});
