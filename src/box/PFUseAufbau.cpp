@@ -121,6 +121,7 @@ void PFUse::Aufbauen()
     MFrage_->viewport()->setAutoFillBackground(false);
     MFrage_->document()->setDocumentMargin(0);
     Schriftgroesse(MFrage_, 1.4);
+    MFrage_->setMinimumHeight(MFrage_->fontMetrics().lineSpacing() * 3);
     strich_ = new Flaeche(kasten_, QPalette::Mid);
     strich_->setFixedHeight(2);
     antworten_ = new QWidget(kasten_);
@@ -404,23 +405,26 @@ void PFUse::GroesseWaehlen()
 {
     const int zeile = fontMetrics().height();
     const QSize schirm = screen()->availableSize() * 0.9;
-    QSize groesse(zeile * 56, zeile * 42);
+    QSize groesse = QSize(zeile * 56, zeile * 42).boundedTo(schirm);
+    const auto mindestHoehe = [this, &groesse] {
+        return std::max(layout()->minimumSize().height(), layout()->minimumHeightForWidth(groesse.width()));
+    };
     mitBild_ = std::any_of(karte_.Medium.begin() + 1, karte_.Medium.begin() + 4,
                            [](const QString &name) { return !name.isEmpty(); });
-    QSize bedarf;
     if (mitBild_ && !karte_.Bildplatz.isEmpty()) {
         bildPlatz_ = karte_.Bildplatz;
+        const bool nebenDerFrage = bildPlatz_.top() < groesse.height() / 3;
+        const QSize bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 6, zeile * 8);
+        groesse = groesse.expandedTo(bedarf).boundedTo(schirm);
+        // A picture that begins beside the question stays beside it, as far as the screen has room.
         const QLayout &inhalt = *kasten_->layout();
-        // A picture that begins beside the question stays beside it.
         const int oben = inhalt.contentsMargins().top() + MaskThema_->sizeHint().height() + inhalt.spacing();
-        if (bildPlatz_.top() < groesse.height() / 3)
-            MFrage_->setMinimumHeight(std::clamp(bildPlatz_.bottom() - oben,
-                                                 MFrage_->minimumSizeHint().height(), schirm.height() / 2));
-        bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 6, zeile * 8);
+        const int wenig = MFrage_->minimumHeight();
+        if (nebenDerFrage)
+            MFrage_->setMinimumHeight(std::clamp(bildPlatz_.bottom() - oben, wenig,
+                                                 wenig + std::max(0, schirm.height() - mindestHoehe())));
     }
-    groesse = groesse.expandedTo(bedarf).expandedTo(layout()->minimumSize());
-    if (layout()->hasHeightForWidth())
-        groesse.setHeight(std::max(groesse.height(), layout()->minimumHeightForWidth(groesse.width())));
+    groesse = groesse.expandedTo({layout()->minimumSize().width(), mindestHoehe()});
     resize(groesse.boundedTo(schirm));
 }
 

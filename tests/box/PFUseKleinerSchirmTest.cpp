@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AbfrageTestSupport.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QScrollBar>
+
+// The query on a screen of 1024 by 600 pixels.
+class PFUseKleinerSchirmTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void WholeCardIsOnTheScreen_data()
+    {
+        QTest::addColumn<bool>("kreuz");
+        QTest::addColumn<bool>("lang");
+        QTest::addColumn<bool>("bild");
+        for (const bool kreuz : {false, true}) {
+            for (const bool lang : {false, true}) {
+                for (const bool bild : {false, true})
+                    QTest::addRow("%s%s%s", kreuz ? "ticked" : "typed", lang ? ", long texts" : "",
+                                  bild ? ", tall picture" : "")
+                        << kreuz << lang << bild;
+            }
+        }
+    }
+
+    void WholeCardIsOnTheScreen()
+    {
+        QFETCH(bool, kreuz);
+        QFETCH(bool, lang);
+        QFETCH(bool, bild);
+        const QSize schirm = QGuiApplication::primaryScreen()->size();
+        QCOMPARE(schirm, QSize(1024, 600));
+        AbfrageBuehne b;
+        CardRecord karte = kreuz ? KreuzKarte("1") : TippKarte("x");
+        if (lang)
+            karte.Frage = karte.Antwort_1 = karte.Antwort_2 = karte.Antwort_3 = karte.Antwort_4 =
+                karte.Antwort_5 = QStringLiteral("Ein langer Text. ").repeated(60);
+        if (bild) {
+            karte.Picture_1_Name = "b.bmp";
+            QImage muster(300, 600, QImage::Format_RGB32);
+            muster.fill(Qt::darkCyan);
+            QVERIFY(muster.save(b.kartei.filePath("b.bmp")));
+            karte.PictureTop = 300;
+            karte.Pictureleft = 6000;
+            karte.Picturewidth = 4500;
+            karte.Pictureheight = 9000;
+        }
+        b.Fragen(karte, [&] {
+            b.Taste(Qt::Key_Return); // the verdict needs its place too
+            QTRY_VERIFY(b.Option("Ergebnis_R")->isVisible());
+            // A tenth is left to title bars and panels.
+            const int hoehe = std::max(b.fenster->height(), b.fenster->minimumSizeHint().height());
+            QVERIFY2(hoehe <= schirm.height() * 9 / 10, qPrintable(QString::number(hoehe)));
+            for (const char *name : {"MFrage", "Antwort(0)", "Ergebnis_R", "Command3", "Tastenhinweise"}) {
+                const QWidget *widget = b.Finde<QWidget>(name);
+                const QRect lage(widget->mapTo(b.fenster, QPoint()), widget->size());
+                QVERIFY2(b.fenster->rect().contains(lage) && lage.height() >= 12, name);
+            }
+            QVERIFY(b.Text("MFrage")->height() >= 3 * b.Text("MFrage")->fontMetrics().lineSpacing());
+            // A single line has nothing to scroll.
+            if (kreuz && !lang) {
+                for (int i = 0; i < 5; ++i)
+                    QVERIFY(!b.Text(QString("Antwort(%1)").arg(i))->verticalScrollBar()->isVisible());
+            }
+        });
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    const QTemporaryDir ordner;
+    QFile schirme(ordner.filePath("schirme.json"));
+    if (!schirme.open(QIODevice::WriteOnly))
+        return 1;
+    schirme.write(R"({"screens": [{"name": "klein", "x": 0, "y": 0, "width": 1024, "height": 600,
+                      "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    schirme.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + schirme.fileName().toLocal8Bit());
+    QApplication programm(argc, argv);
+    PFUseKleinerSchirmTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "PFUseKleinerSchirmTest.moc"
