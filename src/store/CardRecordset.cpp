@@ -2,292 +2,18 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardRecordset.h"
 
-#include "CardFile.h"
-#include "CardScan.h"
+#include "CardCursor.h"
 #include "CardValue.h"
 #include "FachInfo.h"
 
-#include <sqlite3.h>
-
-#include <utility>
-#include <vector>
-
 namespace {
-
-[[noreturn]] void ThrowNoCurrent()
-{
-    throw StoreError(Fehler::KeinDatensatz, QStringLiteral("Kein aktueller Datensatz."));
-}
 
 [[noreturn]] void ThrowNotEditing()
 {
     throw StoreError(Fehler::KeinEdit, QStringLiteral("Die Karte wird gerade nicht geändert."));
 }
 
-std::size_t Bit(int column)
-{
-    return static_cast<std::size_t>(column);
-}
-
-// The edit buffer, while an Edit or AddNew is under way.
-struct Buffer
-{
-    bool adding = false;
-    std::array<QVariant, CardColumnCount> values;
-    ColumnSet written;
-};
-
 } // namespace
-
-struct CardRecordset::Impl
-{
-    enum class Place
-    {
-        Empty,       // no cards: both ends at once
-        BeforeFirst, //
-        OnCard,
-        OnDeleted, // on the place of a deleted card
-        AfterLast,
-    };
-
-    explicit Impl(CardFile &cardFile) : file(cardFile), database(cardFile.Database()), scan(database)
-    {
-        // A column that the table computes is none of a card's.
-        SQLite::Statement columns(database,
-                                  "SELECT name FROM pragma_table_xinfo('Lernkarten') WHERE hidden = 0");
-        while (columns.executeStep()) {
-            const int column = CardColumnIndex(QString::fromUtf8(columns.getColumn(0).getText()));
-            if (column >= 0)
-                available.set(Bit(column));
-        }
-    }
-
-    CardFile &file;
-    SQLite::Database &database;
-    CardScan scan;
-    ColumnSet available;
-    CardIndex index = CardIndex::FrageNr;
-    Place place = Place::Empty;
-    bool beforeFirstCardAdded = false; // in a file that was empty, until the next move
-    std::int64_t rowId = 0;
-    CardKeys keys;        // of the current or deleted card; only those of `index` count...
-    bool allKeys = false; // ...unless this is set
-    bool noMatch = false;
-    bool inTransaction = false;
-    std::optional<Buffer> buffer;
-    // What is read on this card, and was on the last card on which anything was read: the next scan and the
-    // next fetch deliver just that.
-    ColumnSet readHere;
-    ColumnSet readBefore;
-
-    // Runs a step; an engine error ends all reading and becomes a StoreError. The engine may have given up a
-    // whole transaction: then the cursor finds its card again as it is stored.
-    template <class Step>
-    auto Guarded(Step step)
-    {
-        try {
-            return step();
-        } catch (const SQLite::Exception &error) {
-            scan.Stop();
-            if (inTransaction && sqlite3_get_autocommit(database.getHandle()) != 0) {
-                inTransaction = false;
-                buffer.reset();
-                FollowCard();
-            }
-            ThrowStoreError(error, file.Path());
-        }
-    }
-
-    void Arrive()
-    {
-        try {
-            CardKeys arrived = keys;
-            scan.ReadKeys(arrived);
-            keys = arrived;
-        } catch (const StoreError &) { // a key that is none: the cursor stays
-            scan.Stop();
-            throw;
-        }
-        rowId = scan.RowId();
-        allKeys = false;
-        place = Place::OnCard;
-        beforeFirstCardAdded = false;
-    }
-
-    bool HasCards()
-    {
-        return database.execAndGet("SELECT EXISTS(SELECT 1 FROM \"Lernkarten\")").getInt() != 0;
-    }
-
-    // Every move drops the edit buffer and says which columns the next card should bring.
-    ColumnSet BeginMove()
-    {
-        buffer.reset();
-        if (readHere.any())
-            readBefore = readHere;
-        return std::exchange(readHere, {});
-    }
-
-    void MoveToEnd(CardScan::Direction from)
-    {
-        BeginMove();
-        if (scan.Begin(index, from, CardScan::Start::End, {}, 2, {}))
-            Arrive();
-        else
-            place = Place::Empty;
-    }
-
-    void Move(CardScan::Direction direction)
-    {
-        const bool forward = direction == CardScan::Direction::Forward;
-        const Place endAhead = forward ? Place::AfterLast : Place::BeforeFirst;
-        const Place endBehind = forward ? Place::BeforeFirst : Place::AfterLast;
-        const ColumnSet wanted = BeginMove();
-        // In a file that is empty, or was until its first card came, a move back stays before the first card.
-        if (!forward && (place == Place::Empty || beforeFirstCardAdded))
-            return;
-        if (place == Place::Empty || place == endAhead)
-            ThrowNoCurrent();
-
-        bool found = false;
-        if (place == Place::OnCard && scan.CanGoOn(direction, wanted))
-            found = scan.Next();
-        else if (place == endBehind)
-            found = scan.Begin(index, direction, CardScan::Start::End, {}, 2, wanted);
-        else
-            found = scan.Begin(index, direction, CardScan::Start::Behind, keys, 2, wanted);
-        if (found)
-            Arrive();
-        else
-            place = place == Place::OnDeleted && !HasCards() ? Place::Empty : endAhead;
-    }
-
-    // Needed before the index changes and before the card goes.
-    void LoadAllKeys()
-    {
-        if (!allKeys && place == Place::OnCard && scan.FetchKeys(rowId, keys))
-            allKeys = true;
-    }
-
-    // Notes that the column is read; returns what a fetch of the card should bring.
-    ColumnSet Reading(int column)
-    {
-        if (place != Place::OnCard)
-            ThrowNoCurrent();
-        // The first miss fetches what the last card was asked for, the second everything.
-        const bool missed = !scan.Delivers(column) && (readHere & ~readBefore).any();
-        readHere.set(Bit(column));
-        return missed ? available : readHere | readBefore;
-    }
-
-    QVariant Stored(int column)
-    {
-        const bool isKey = column == ColFrageNr ? index == CardIndex::FrageNr
-                                                : column <= ColFachLfdNr && index == CardIndex::BoxKey;
-        if (place == Place::OnCard && (isKey || (allKeys && column <= ColFachLfdNr)))
-            return column == ColFrageNr ? keys.frageNr : column == ColFachNr ? keys.fachNr : keys.fachLfdNr;
-        return scan.Value(column, rowId, Reading(column));
-    }
-
-    // After a rollback: the card may be another's, at another place, or gone.
-    void FindCardAgain()
-    {
-        if (place == Place::OnCard || place == Place::OnDeleted) {
-            const bool found = scan.FetchKeys(rowId, keys);
-            allKeys = allKeys || found;
-            place = found ? Place::OnCard : Place::OnDeleted;
-        } else if (!HasCards()) {
-            place = Place::Empty;
-        } else if (place == Place::Empty) {
-            place = Place::BeforeFirst;
-        }
-    }
-
-    // The same after a failure of the disk, which may be broken altogether. Keeps the edit buffer.
-    void FollowCard() noexcept
-    {
-        try {
-            FindCardAgain();
-        } catch (const std::exception &) {
-            place = Place::OnDeleted;
-        }
-    }
-
-    // Runs one writing statement; outside a transaction it is durable when this returns.
-    void Write(const std::string &sql, const std::vector<QVariant> &parameters)
-    {
-        scan.Stop();
-        if (!inTransaction)
-            file.CheckStillInPlace();
-        auto found = writes.find(sql);
-        if (found == writes.end()) {
-            if (writes.size() >= 16)
-                writes.clear();
-            found = writes.emplace(sql, SQLite::Statement(database, sql)).first;
-        }
-        SQLite::Statement &statement = found->second;
-        statement.tryReset();
-        for (std::size_t i = 0; i < parameters.size(); ++i)
-            Bind(statement, static_cast<int>(i) + 1, parameters[i]);
-        try {
-            statement.exec();
-        } catch (const SQLite::Exception &error) {
-            // The disk may have failed when all was written: what is stored then decides where the card is.
-            statement.tryReset();
-            if (!inTransaction && error.getErrorCode() != SQLITE_CONSTRAINT && place != Place::OnDeleted)
-                FollowCard();
-            throw;
-        }
-        statement.tryReset();
-    }
-
-    std::unordered_map<std::string, SQLite::Statement> writes;
-
-    void InsertBuffer()
-    {
-        std::string names;
-        std::string marks;
-        std::vector<QVariant> values;
-        for (int i = 0; i < CardColumnCount; ++i) {
-            if (!available[Bit(i)])
-                continue;
-            CheckWritable(buffer->values[Bit(i)], i);
-            if (!buffer->values[Bit(i)].isValid())
-                continue;
-            names += (names.empty() ? "" : ",") + QuotedColumn(i);
-            marks += marks.empty() ? "?" : ",?";
-            values.push_back(buffer->values[Bit(i)]);
-        }
-        // A table of somebody else may say that a new card replaces another one.
-        Write("INSERT OR ABORT INTO \"Lernkarten\"(" + names + ") VALUES(" + marks + ")", values);
-        if (place == Place::Empty) {
-            place = Place::BeforeFirst;
-            beforeFirstCardAdded = true;
-        }
-    }
-
-    void UpdateFromBuffer()
-    {
-        std::string assignments;
-        std::vector<QVariant> values;
-        for (int i = 0; i < CardColumnCount; ++i) {
-            if (!buffer->written[Bit(i)])
-                continue;
-            CheckWritable(buffer->values[Bit(i)], i);
-            assignments += (assignments.empty() ? "" : ",") + QuotedColumn(i) + "=?";
-            values.push_back(buffer->values[Bit(i)]);
-        }
-        if (values.empty())
-            return;
-        values.emplace_back(static_cast<qlonglong>(rowId));
-        Write("UPDATE OR ABORT \"Lernkarten\" SET " + assignments + " WHERE _rowid_=?", values);
-        for (const auto &[column, key] : {std::pair{ColFrageNr, &CardKeys::frageNr},
-                                          {ColFachNr, &CardKeys::fachNr},
-                                          {ColFachLfdNr, &CardKeys::fachLfdNr}})
-            if (buffer->written[Bit(column)])
-                keys.*key = buffer->values[Bit(column)].toDouble();
-    }
-};
 
 // --- Field
 
@@ -324,8 +50,8 @@ QByteArrayView Field::Utf8() const
 {
     if (KindOf(column_) != CardKind::Text)
         ThrowTypeMismatch(column_);
-    CardRecordset::Impl &impl = *recordset_->impl_;
-    return impl.Guarded([&] { return impl.scan.Utf8(column_, impl.rowId, impl.Reading(column_)); });
+    CardCursor &cursor = *recordset_->cursor_;
+    return cursor.Guarded([&] { return cursor.scan.Utf8(column_, cursor.rowId, cursor.Reading(column_)); });
 }
 
 bool Field::Flag() const
@@ -337,19 +63,19 @@ bool Field::Flag() const
 
 QVariant Field::Value() const
 {
-    CardRecordset::Impl &impl = *recordset_->impl_;
-    if (impl.buffer && (impl.buffer->adding || impl.buffer->written[Bit(column_)]))
-        return impl.buffer->values[Bit(column_)];
-    return impl.Guarded([&] { return impl.Stored(column_); });
+    CardCursor &cursor = *recordset_->cursor_;
+    if (cursor.buffer && (cursor.buffer->adding || cursor.buffer->written[Bit(column_)]))
+        return cursor.buffer->values[Bit(column_)];
+    return cursor.Guarded([&] { return cursor.Stored(column_); });
 }
 
 void Field::Set(const QVariant &value)
 {
-    CardRecordset::Impl &impl = *recordset_->impl_;
-    if (!impl.buffer)
+    CardCursor &cursor = *recordset_->cursor_;
+    if (!cursor.buffer)
         ThrowNotEditing();
-    impl.buffer->values[Bit(column_)] = ForBuffer(value, column_);
-    impl.buffer->written.set(Bit(column_));
+    cursor.buffer->values[Bit(column_)] = ForBuffer(value, column_);
+    cursor.buffer->written.set(Bit(column_));
 }
 
 // --- CardRecordset
@@ -357,7 +83,7 @@ void Field::Set(const QVariant &value)
 CardRecordset::CardRecordset(CardFile &file)
 {
     try {
-        impl_ = std::make_unique<Impl>(file);
+        cursor_ = std::make_unique<CardCursor>(file);
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, file.Path());
     }
@@ -373,87 +99,87 @@ void CardRecordset::SetIndex(QStringView name)
         index = CardIndex::BoxKey;
     else if (name.compare(QLatin1String("FrageNr"), Qt::CaseInsensitive) != 0)
         throw StoreError(Fehler::IndexFehlt, QStringLiteral("Einen Index „%1“ gibt es nicht.").arg(name));
-    if (index == impl_->index)
+    if (index == cursor_->index)
         return;
-    impl_->Guarded([&] {
-        impl_->LoadAllKeys();
-        impl_->scan.Stop();
-        impl_->index = index;
+    cursor_->Guarded([&] {
+        cursor_->LoadAllKeys();
+        cursor_->scan.Stop();
+        cursor_->index = index;
     });
 }
 
 QString CardRecordset::Index() const
 {
-    return impl_->index == CardIndex::BoxKey ? QStringLiteral("BoxKey") : QStringLiteral("FrageNr");
+    return cursor_->index == CardIndex::BoxKey ? QStringLiteral("BoxKey") : QStringLiteral("FrageNr");
 }
 
 void CardRecordset::MoveFirst()
 {
-    impl_->Guarded([&] { impl_->MoveToEnd(CardScan::Direction::Forward); });
+    cursor_->Guarded([&] { cursor_->MoveToEnd(CardScan::Direction::Forward); });
 }
 
 void CardRecordset::MoveLast()
 {
-    impl_->Guarded([&] { impl_->MoveToEnd(CardScan::Direction::Backward); });
+    cursor_->Guarded([&] { cursor_->MoveToEnd(CardScan::Direction::Backward); });
 }
 
 void CardRecordset::MoveNext()
 {
-    impl_->Guarded([&] { impl_->Move(CardScan::Direction::Forward); });
+    cursor_->Guarded([&] { cursor_->Move(CardScan::Direction::Forward); });
 }
 
 void CardRecordset::MovePrevious()
 {
-    impl_->Guarded([&] { impl_->Move(CardScan::Direction::Backward); });
+    cursor_->Guarded([&] { cursor_->Move(CardScan::Direction::Backward); });
 }
 
 bool CardRecordset::AtBOF() const
 {
-    return impl_->place == Impl::Place::Empty || impl_->place == Impl::Place::BeforeFirst;
+    return cursor_->place == CardCursor::Place::Empty || cursor_->place == CardCursor::Place::BeforeFirst;
 }
 
 bool CardRecordset::AtEOF() const
 {
-    return impl_->place == Impl::Place::Empty || impl_->place == Impl::Place::AfterLast;
+    return cursor_->place == CardCursor::Place::Empty || cursor_->place == CardCursor::Place::AfterLast;
 }
 
 void CardRecordset::Seek(Comparison comparison, double key, std::optional<double> second)
 {
-    impl_->Guarded([&] {
+    cursor_->Guarded([&] {
         // A failed seek leaves the cursor where it was, and with it what was read there.
-        impl_->buffer.reset();
-        const ColumnSet wanted = impl_->readHere.any() ? impl_->readHere : impl_->readBefore;
-        const bool box = impl_->index == CardIndex::BoxKey;
+        cursor_->buffer.reset();
+        const ColumnSet wanted = cursor_->readHere.any() ? cursor_->readHere : cursor_->readBefore;
+        const bool box = cursor_->index == CardIndex::BoxKey;
         CardKeys sought;
         (box ? sought.fachNr : sought.frageNr) = key;
         sought.fachLfdNr = second.value_or(0);
         const auto direction =
             comparison == Comparison::AtMost ? CardScan::Direction::Backward : CardScan::Direction::Forward;
         const auto start = comparison == Comparison::Equal ? CardScan::Start::Exactly : CardScan::Start::At;
-        impl_->noMatch = true;
-        if (!impl_->scan.Begin(impl_->index, direction, start, sought, box && second ? 2 : 1, wanted))
+        cursor_->noMatch = true;
+        if (!cursor_->scan.Begin(cursor_->index, direction, start, sought, box && second ? 2 : 1, wanted))
             return;
-        impl_->BeginMove();
-        impl_->Arrive();
-        impl_->noMatch = false;
+        cursor_->BeginMove();
+        cursor_->Arrive();
+        cursor_->noMatch = false;
     });
 }
 
 bool CardRecordset::NoMatch() const
 {
-    return impl_->noMatch;
+    return cursor_->noMatch;
 }
 
 void CardRecordset::Edit()
 {
-    if (impl_->place != Impl::Place::OnCard)
+    if (cursor_->place != CardCursor::Place::OnCard)
         ThrowNoCurrent();
-    impl_->buffer.emplace();
+    cursor_->buffer.emplace();
 }
 
 void CardRecordset::AddNew()
 {
-    Buffer &buffer = impl_->buffer.emplace();
+    EditBuffer &buffer = cursor_->buffer.emplace();
     buffer.adding = true;
     for (int i = 0; i < CardColumnCount; ++i)
         buffer.values[Bit(i)] = ForBuffer({}, i);
@@ -461,31 +187,32 @@ void CardRecordset::AddNew()
 
 void CardRecordset::Update()
 {
-    if (!impl_->buffer)
+    if (!cursor_->buffer)
         ThrowNotEditing();
-    impl_->Guarded([&] {
-        if (impl_->buffer->adding)
-            impl_->InsertBuffer();
+    cursor_->Guarded([&] {
+        if (cursor_->buffer->adding)
+            cursor_->InsertBuffer();
         else
-            impl_->UpdateFromBuffer();
+            cursor_->UpdateFromBuffer();
     });
-    impl_->buffer.reset();
+    cursor_->buffer.reset();
 }
 
 void CardRecordset::CancelUpdate()
 {
-    impl_->buffer.reset();
+    cursor_->buffer.reset();
 }
 
 void CardRecordset::Delete()
 {
-    if (impl_->place != Impl::Place::OnCard)
+    if (cursor_->place != CardCursor::Place::OnCard)
         ThrowNoCurrent();
-    impl_->Guarded([&] {
-        impl_->buffer.reset();
-        impl_->LoadAllKeys();
-        impl_->Write("DELETE FROM \"Lernkarten\" WHERE _rowid_=?", {static_cast<qlonglong>(impl_->rowId)});
-        impl_->place = Impl::Place::OnDeleted;
+    cursor_->Guarded([&] {
+        cursor_->buffer.reset();
+        cursor_->LoadAllKeys();
+        cursor_->Write("DELETE FROM \"Lernkarten\" WHERE _rowid_=?",
+                       {static_cast<qlonglong>(cursor_->rowId)});
+        cursor_->place = CardCursor::Place::OnDeleted;
     });
 }
 
@@ -500,20 +227,20 @@ Field CardRecordset::operator[](QStringView name)
 bool CardRecordset::HasField(QStringView name) const
 {
     const int column = CardColumnIndex(name);
-    return column >= 0 && impl_->available[Bit(column)];
+    return column >= 0 && cursor_->available[Bit(column)];
 }
 
 int CardRecordset::RecordCount()
 {
-    return impl_->Guarded(
-        [&] { return impl_->database.execAndGet("SELECT count(*) FROM \"Lernkarten\"").getInt(); });
+    return cursor_->Guarded(
+        [&] { return cursor_->database.execAndGet("SELECT count(*) FROM \"Lernkarten\"").getInt(); });
 }
 
 CardRecord CardRecordset::Read()
 {
     CardRecord card;
     for (int i = 0; i < CardColumnCount; ++i) {
-        if (!impl_->available[Bit(i)])
+        if (!cursor_->available[Bit(i)])
             continue;
         const QVariant value = Field(this, i).Value();
         if (!value.isValid())
@@ -532,60 +259,60 @@ CardRecord CardRecordset::Read()
 void CardRecordset::Write(const CardRecord &card)
 {
     for (int i = 0; i < CardColumnCount; ++i)
-        if (impl_->available[Bit(i)])
+        if (cursor_->available[Bit(i)])
             std::visit([&](auto member) { Field(this, i).Set(card.*member); }, CardColumns()[Bit(i)].member);
 }
 
 void CardRecordset::BeginTrans()
 {
-    impl_->Guarded([&] {
-        impl_->scan.Stop();
+    cursor_->Guarded([&] {
+        cursor_->scan.Stop();
         // A journal must not come to lie beside another file that stands in this one's place by now.
-        impl_->file.CheckStillInPlace();
-        impl_->database.exec("BEGIN IMMEDIATE");
-        impl_->inTransaction = true;
+        cursor_->file.CheckStillInPlace();
+        cursor_->database.exec("BEGIN IMMEDIATE");
+        cursor_->inTransaction = true;
     });
 }
 
 void CardRecordset::CommitTrans()
 {
-    impl_->Guarded([&] {
-        impl_->scan.Stop();
-        impl_->file.CheckStillInPlace();
-        impl_->database.exec("COMMIT");
-        impl_->inTransaction = false;
+    cursor_->Guarded([&] {
+        cursor_->scan.Stop();
+        cursor_->file.CheckStillInPlace();
+        cursor_->database.exec("COMMIT");
+        cursor_->inTransaction = false;
     });
 }
 
 void CardRecordset::Rollback()
 {
-    impl_->Guarded([&] {
-        impl_->scan.Stop();
-        if (impl_->inTransaction && sqlite3_get_autocommit(impl_->database.getHandle()) == 0)
-            impl_->database.exec("ROLLBACK");
-        impl_->inTransaction = false;
-        impl_->buffer.reset();
-        impl_->FindCardAgain();
+    cursor_->Guarded([&] {
+        cursor_->scan.Stop();
+        if (cursor_->inTransaction && sqlite3_get_autocommit(cursor_->database.getHandle()) == 0)
+            cursor_->database.exec("ROLLBACK");
+        cursor_->inTransaction = false;
+        cursor_->buffer.reset();
+        cursor_->FindCardAgain();
     });
 }
 
 bool CardRecordset::InTransaction() const
 {
-    return impl_->inTransaction && sqlite3_get_autocommit(impl_->database.getHandle()) == 0;
+    return cursor_->inTransaction && sqlite3_get_autocommit(cursor_->database.getHandle()) == 0;
 }
 
 void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
 {
-    impl_->Guarded([&] {
-        impl_->scan.Stop();
-        const bool wasEmpty = impl_->place == Impl::Place::Empty;
-        work(impl_->database);
-        impl_->FindCardAgain();
-        impl_->beforeFirstCardAdded = wasEmpty && impl_->place == Impl::Place::BeforeFirst;
+    cursor_->Guarded([&] {
+        cursor_->scan.Stop();
+        const bool wasEmpty = cursor_->place == CardCursor::Place::Empty;
+        work(cursor_->database);
+        cursor_->FindCardAgain();
+        cursor_->beforeFirstCardAdded = wasEmpty && cursor_->place == CardCursor::Place::BeforeFirst;
     });
 }
 
 void CardRecordset::Beside(const std::function<void(SQLite::Database &)> &read)
 {
-    impl_->Guarded([&] { read(impl_->database); });
+    cursor_->Guarded([&] { read(cursor_->database); });
 }

@@ -16,6 +16,7 @@
 
 class CardFile;
 class CardRecordset;
+struct CardCursor;
 
 namespace SQLite {
 class Database;
@@ -122,6 +123,5 @@ public:
 
 private:
     friend class Field;
-    struct Impl;
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<CardCursor> cursor_;
 };
