@@ -13,16 +13,6 @@
 
 namespace {
 
-DateiDialog Karteidialog(const QString &titel, const QString &verzeichnis)
-{
-    DateiDialog dialog;
-    dialog.titel = titel;
-    dialog.filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
-    dialog.verzeichnis = verzeichnis;
-    dialog.endung = QStringLiteral("pzb");
-    return dialog;
-}
-
 bool IstKartei(const QString &pfad)
 {
     return pfad.right(4).toLower() == QStringLiteral(".pzb");
@@ -68,7 +58,7 @@ void LBOX::Form_Load()
 void LBOX::Mneu_Click()
 {
     const QString pfad = umgebung_.dialoge.DateiSpeichern(
-        Karteidialog(QStringLiteral("Merkkasten anlegen"), kartei_.KarteiPfad));
+        KarteiDialog(QStringLiteral("Merkkasten anlegen"), kartei_.KarteiPfad));
     if (pfad.isEmpty() || beschaeftigt_)
         return;
     if (!IstKartei(pfad)) {
@@ -91,7 +81,7 @@ void LBOX::Mneu_Click()
 void LBOX::Möffnen_Click()
 {
     const QString pfad =
-        umgebung_.dialoge.DateiOeffnen(Karteidialog(QStringLiteral("Merkkasten öffnen"), kartei_.KarteiPfad));
+        umgebung_.dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten öffnen"), kartei_.KarteiPfad));
     if (pfad.isEmpty() || beschaeftigt_)
         return;
     if (!IstKartei(pfad))

@@ -247,21 +247,9 @@ void Werkzeugfenster::FarbenSetzen()
 DateiDialog Werkzeugfenster::TextdateiDialog(const QString &titel, const QString &verzeichnis,
                                              const QString &endung)
 {
-    DateiDialog dialog;
-    dialog.titel = titel;
-    dialog.filter =
-        QStringLiteral("Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
-    dialog.verzeichnis = verzeichnis;
-    dialog.endung = endung;
-    return dialog;
-}
-
-DateiDialog Werkzeugfenster::KarteiDialog(const QString &titel, const QString &verzeichnis)
-{
-    DateiDialog dialog;
-    dialog.titel = titel;
-    dialog.filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb");
-    dialog.verzeichnis = verzeichnis;
-    dialog.endung = QStringLiteral("pzb");
-    return dialog;
+    return {.titel = titel,
+            .filter = QStringLiteral(
+                "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*"),
+            .verzeichnis = verzeichnis,
+            .endung = endung};
 }

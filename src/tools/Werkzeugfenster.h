@@ -70,7 +70,6 @@ protected:
 
     static DateiDialog TextdateiDialog(const QString &titel, const QString &verzeichnis,
                                        const QString &endung = {});
-    static DateiDialog KarteiDialog(const QString &titel, const QString &verzeichnis);
 
     const WerkzeugUmgebung &Umgebung() const { return umgebung_; }
 

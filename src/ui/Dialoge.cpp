@@ -169,6 +169,14 @@ std::optional<Schriftwahl> DialogeFenster::SchriftWaehlen(const Schriftwahl &vor
     return fenster.Wahl();
 }
 
+DateiDialog KarteiDialog(const QString &titel, const QString &verzeichnis)
+{
+    return {.titel = titel,
+            .filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb"),
+            .verzeichnis = verzeichnis,
+            .endung = QStringLiteral("pzb")};
+}
+
 QString ToolkitFilter(const QString &filter)
 {
     static const QRegularExpression Klammer(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));

@@ -20,6 +20,9 @@ struct DateiDialog
     bool ueberschreibenFragen = true; // saving: ask before an existing file is named
 };
 
+// A dialog for card files.
+DateiDialog KarteiDialog(const QString &titel, const QString &verzeichnis);
+
 struct Schriftwahl
 {
     QFont font;
