@@ -121,16 +121,7 @@ QRect PFUse::BildImKasten(QRect platz) const
 // The question's text makes room beside the picture from the start, unless too little would be left for it.
 void PFUse::TextUmBild()
 {
-    constexpr int Abstand = 10;
-    const QRect frage = MFrage_->geometry();
-    const QRect bild = Bildplatz();
-    const int links = bild.left() - Abstand - frage.left();
-    const int rechts = frage.right() - Abstand - bild.right();
-    QMargins rand;
-    if (mitBild_ && bild.intersects(frage) && std::max(links, rechts) > frage.width() / 3)
-        rand = links > rechts ? QMargins(0, 0, frage.width() - links, 0)
-                              : QMargins(frage.width() - rechts, 0, 0, 0);
-    MFrage_->SetRand(rand);
+    MFrage_->SetRand(mitBild_ ? RandUmBild(MFrage_->geometry(), Bildplatz()) : QMargins());
 }
 
 void PFUse::KlangSpielen(const QString &name)

@@ -12,11 +12,11 @@
 #include "Sizer.h"
 #include "Suchen.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -26,6 +26,7 @@
 #include <QSessionManager>
 #include <QTextBlock>
 
+#include <exception>
 #include <utility>
 
 PFÄndern::PFÄndern(EditorUmgebung umgebung, QWidget *parent)
@@ -37,6 +38,8 @@ PFÄndern::PFÄndern(EditorUmgebung umgebung, QWidget *parent)
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget * /*alt*/, QWidget *neu) { FokusWechselt(neu); });
 }
 
 void PFÄndern::Form_Load()
@@ -89,6 +92,7 @@ void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
 
 void PFÄndern::KopfZeigen(const Kartenkopf &kopf)
 {
+    kopf_ = kopf;
     MaskFrageNr_->setText(kopf.FrageNr);
     MaskFachNr_->setText(kopf.FachNr);
     LabelNeu_->setVisible(kopf.neu);
@@ -228,13 +232,16 @@ void PFÄndern::MDrucken_Click()
     formular_->setPalette(papier);
     FarbenAbleiten();
 
-    Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Drucken: "), [this] {
+    std::exception_ptr fehler; // told when the form is itself again
+    try {
         const std::unique_ptr<QPrinter> drucker = umgebung_.drucker();
         if (!drucker)
             throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Es ist kein Drucker eingerichtet."));
-        drucker->setDocName(QStringLiteral("Karte ") + MaskFrageNr_->text());
+        drucker->setDocName(QStringLiteral("Karte ") + kopf_.FrageNr);
         FormularDrucken(*formular_, *drucker);
-    });
+    } catch (const std::exception &) {
+        fehler = std::current_exception();
+    }
     for (QWidget *widget : NichtGedruckt())
         widget->show();
     hinweise_->show();
@@ -244,6 +251,10 @@ void PFÄndern::MDrucken_Click()
     gedruckt_ = true;
     FarbenSetzen();
     umgebung_.meldungen.Sanduhr(false);
+    Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Drucken: "), [&fehler] {
+        if (fehler)
+            std::rethrow_exception(fehler);
+    });
 }
 
 void PFÄndern::closeEvent(QCloseEvent *event)
@@ -285,6 +296,8 @@ void PFÄndern::changeEvent(QEvent *event)
 void PFÄndern::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
+    // The window does not ask for the height that the hint takes in two lines.
+    formular_->setMinimumHeight(formular_->layout()->minimumHeightForWidth(formular_->width()));
     // The form has its new size when the layout has run.
     layout()->activate();
     if (Picture1_->isVisible())

@@ -101,8 +101,8 @@ private:
     // Keys and focus (PFAendernTasten.cpp).
     bool TasteHaltMenue(const QKeyEvent &taste) const;
     bool Feld_KeyPress(QObject *feld, const QKeyEvent &taste);
-    void Box_GotFocus(RichTextBox *box);
-    void Box_LostFocus(Qt::FocusReason grund);
+    void FokusWechselt(QWidget *neu);
+    void FormatFuer(RichTextBox *box);
 
     // Running through the cards while a button is held (PFAendernTasten.cpp).
     bool Laufknopf(QObject *knopf, QEvent &event);
@@ -131,6 +131,7 @@ private:
 
     EditorUmgebung umgebung_;
     CardEditor editor_;
+    Kartenkopf kopf_; // as it is shown
     Bildnamen pictureNames_;
     Bildlage lage_ = BildlageVorgabe; // of the picture as stored, or as the writer dragged it
     RichTextBox *aktiv_ = nullptr;    // the box that the menu "Format" acts on; null while it is disabled

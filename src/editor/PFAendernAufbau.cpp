@@ -3,6 +3,7 @@
 #include "BildBox.h"
 #include "Fensterbau.h"
 #include "Flaeche.h"
+#include "Formatierung.h"
 #include "PFAendern.h"
 #include "RichTextBox.h"
 
@@ -127,6 +128,11 @@ QLayout *PFÄndern::KopfBauen()
         LaufBeenden();
         editor_.Springen(MaskFrageNr_->text());
     });
+    // A number that was typed and not confirmed is not the card's.
+    connect(MaskFrageNr_, &QLineEdit::editingFinished, this, [this] {
+        if (!MaskFrageNr_->hasFocus())
+            MaskFrageNr_->setText(kopf_.FrageNr);
+    });
     MaskFachNr_ = Benannt(new QLabel(formular_), QStringLiteral("MaskFachNr"), QStringLiteral("Fach"));
     MaskFachNr_->setTextFormat(Qt::PlainText);
     LabelNeu_ = Benannt(new Marke(QStringLiteral("Neue Karte"), formular_), QStringLiteral("LabelNeu"),
@@ -191,7 +197,9 @@ Flaeche *PFÄndern::TextfeldBauen(RichTextBox *box)
 // All five answers share the room that the single one has: nothing else moves when the type changes.
 QWidget *PFÄndern::AntwortenBauen()
 {
-    const int zeile = fontMetrics().lineSpacing() + 14;
+    // A line of the standard font is seen whole, without a scroll bar.
+    const int schrift = QFontMetrics(StandardFormat(umgebung_.konfig.schrift).font()).lineSpacing();
+    const int zeile = std::max(fontMetrics().lineSpacing(), schrift) + 14;
     auto *kasten = new Antwortkasten(formular_);
     antworten_ = new QGridLayout(kasten);
     antworten_->setContentsMargins(0, 0, 0, 0);
@@ -201,6 +209,7 @@ QWidget *PFÄndern::AntwortenBauen()
         Antwort_[i] =
             Benannt(new RichTextBox(formular_), Name("Antwort", i), QStringLiteral("Antwort %1").arg(i + 1));
         feld_[i] = TextfeldBauen(Antwort_[i]);
+        Antwort_[i]->document()->setDocumentMargin(2);
         Check1_[i] = Benannt(new QCheckBox(QStringLiteral("richtig"), feld_[i]), Name("Check1", i),
                              QStringLiteral("Antwort %1 ist richtig").arg(i + 1));
         Check1_[i]->setToolTip(QStringLiteral("Diese Antwort ist richtig"));
@@ -247,7 +256,11 @@ QLayout *PFÄndern::KnoepfeBauen()
     };
     tun(CZurück_, [this] { editor_.CZurück(); });
     tun(CVor_, [this] { editor_.CVor(); });
-    tun(CEOF_, [this] { editor_.CEOF(); });
+    tun(CEOF_, [this] {
+        editor_.CEOF();
+        if (editor_.Neu() && !editor_.cardDirty)
+            FokusAufFrage();
+    });
     tun(Cadd_, [this] { Cadd_Click(); });
     tun(Cback_, [this] { close(); });
 
@@ -326,8 +339,8 @@ void PFÄndern::FarbenAbleiten()
 
 void PFÄndern::FelderUmranden()
 {
-    const auto umranden = [](Flaeche *feld, const QWidget *box) {
-        feld->SetUmriss(box->hasFocus() ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Feld);
+    const auto umranden = [aktiv = aktiv_](Flaeche *feld, const RichTextBox *box) {
+        feld->SetUmriss(box == aktiv ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Feld);
     };
     umranden(frageFeld_, MFrage_);
     for (std::size_t i = 0; i < AntwortBoxen; ++i)

@@ -52,7 +52,10 @@ void PFÄndern::BildBauen()
     };
     Sizer_ = Benannt(new Sizer(formular_), QStringLiteral("Sizer"), QStringLiteral("Größe des Bildes"));
     Sizer_->setToolTip(QStringLiteral("Ziehen ändert die Größe des Bildes"));
-    Sizer_->gegriffen = [this] { Geaendert(); };
+    Sizer_->gegriffen = [this] {
+        Geaendert();
+        Picture1_->setFocus(); // the box is outlined while it is sized
+    };
     Sizer_->gezogen = [this](QPoint neu) { Sizer_Move(neu); };
     BildVerbergen();
 }
@@ -89,6 +92,9 @@ void PFÄndern::ShowPicture(const QString &name)
     Picture1_->raise();
     Sizer_->show();
     Sizer_->raise();
+    // On a small window a picture must not lie on what one works with.
+    for (QWidget *widget : NichtGedruckt())
+        widget->raise();
     TextUmBild();
 }
 
@@ -179,23 +185,15 @@ bool PFÄndern::Picture1_KeyPress(const QKeyEvent &taste)
 // The question's text makes room beside the picture, unless too little would be left for it.
 void PFÄndern::TextUmBild()
 {
-    constexpr int Abstand = 10;
     const QRect frage(MFrage_->mapTo(formular_, QPoint()), MFrage_->size());
-    const QRect bild = Picture1_->geometry();
-    const int links = bild.left() - Abstand - frage.left();
-    const int rechts = frage.right() - Abstand - bild.right();
-    QMargins rand;
-    if (bild.intersects(frage) && std::max(links, rechts) > frage.width() / 3)
-        rand = links > rechts ? QMargins(0, 0, frage.width() - links, 0)
-                              : QMargins(frage.width() - rechts, 0, 0, 0);
-    MFrage_->SetRand(rand);
+    MFrage_->SetRand(RandUmBild(frage, Picture1_->geometry()));
 }
 
 void PFÄndern::MBilder_Click()
 {
     Bildbearbeiten fenster(
         {umgebung_.kartei, umgebung_.meldungen, umgebung_.dialoge, pictureNames_, [this] { Geaendert(); }},
-        MaskFrageNr_->text(), this);
+        kopf_.FrageNr, this);
     fenster.exec();
     BildVerbergen();
     BilderZeigen();
@@ -205,7 +203,7 @@ void PFÄndern::MTon_Click()
 {
     Soundbearbeiten fenster(
         {umgebung_.kartei, umgebung_.meldungen, umgebung_.dialoge, pictureNames_, [this] { Geaendert(); }},
-        umgebung_.klang, MaskFrageNr_->text(), this);
+        umgebung_.klang, kopf_.FrageNr, this);
     fenster.exec();
     umgebung_.stille();
 }

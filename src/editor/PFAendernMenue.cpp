@@ -43,7 +43,7 @@ void PFÄndern::MenueBauen()
             [this] { Formatieren([](const Auswahlformat &) { return NormalgestelltFormat(); }); });
     eintrag(MFont_, "MFontTief", QStringLiteral("&Tiefgestellt"), Qt::CTRL | Qt::Key_T,
             [this] { Formatieren([](const Auswahlformat &) { return TiefgestelltFormat(); }); });
-    Box_LostFocus(Qt::OtherFocusReason);
+    FormatFuer(nullptr);
 
     QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("E&xtras"));
     eintrag(extras, "MHinzufügen", QStringLiteral("&hinzufügen"), Qt::CTRL | Qt::Key_I,

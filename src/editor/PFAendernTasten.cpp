@@ -25,16 +25,7 @@ bool PFÄndern::eventFilter(QObject *objekt, QEvent *event)
 {
     if (objekt == CVVor_ || objekt == CZZurück_)
         return Laufknopf(objekt, *event);
-    auto *box = dynamic_cast<RichTextBox *>(objekt);
     switch (event->type()) {
-    case QEvent::FocusIn:
-        if (box)
-            Box_GotFocus(box);
-        break;
-    case QEvent::FocusOut:
-        if (box)
-            Box_LostFocus(static_cast<QFocusEvent *>(event)->reason());
-        break;
     case QEvent::ShortcutOverride:
         // The menu's keys hold against the box's own; not accepted, the key goes to the menu.
         if (TasteHaltMenue(static_cast<QKeyEvent &>(*event))) {
@@ -69,6 +60,10 @@ bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
         umgebung_.meldungen.Zeigen(QStringLiteral("Alt + PageUp"));
         return true;
     }
+    if (feld == MaskFrageNr_ && taste.key() == Qt::Key_Escape) {
+        MaskFrageNr_->setText(kopf_.FrageNr);
+        return true;
+    }
     if (!IstWiederholen(taste))
         return false;
     if (auto *box = dynamic_cast<RichTextBox *>(feld))
@@ -78,25 +73,20 @@ bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
     return true;
 }
 
-void PFÄndern::Box_GotFocus(RichTextBox *box)
+// The menu "Format" acts on the box that has the keyboard. The menu itself, and another window in front, take
+// it just for a while.
+void PFÄndern::FokusWechselt(QWidget *neu)
 {
-    aktiv_ = box;
-    MFont_->setEnabled(true);
-    for (QAction *eintrag : MFont_->actions())
-        eintrag->setEnabled(true);
-    FelderUmranden();
+    if (neu && formular_->isAncestorOf(neu))
+        FormatFuer(dynamic_cast<RichTextBox *>(neu));
 }
 
-void PFÄndern::Box_LostFocus(Qt::FocusReason grund)
+void PFÄndern::FormatFuer(RichTextBox *box)
 {
-    // The menu itself, and another window in front, take the keyboard just for a while.
-    if (grund == Qt::PopupFocusReason || grund == Qt::MenuBarFocusReason ||
-        grund == Qt::ActiveWindowFocusReason)
-        return;
-    aktiv_ = nullptr;
-    MFont_->setEnabled(false);
+    aktiv_ = box;
+    MFont_->setEnabled(aktiv_);
     for (QAction *eintrag : MFont_->actions())
-        eintrag->setEnabled(false);
+        eintrag->setEnabled(aktiv_);
     FelderUmranden();
 }
 

@@ -5,9 +5,23 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+QMargins RandUmBild(const QRect &text, const QRect &bild)
+{
+    constexpr int Abstand = 10;
+    if (!bild.intersects(text))
+        return {};
+    const int links = bild.left() - Abstand - text.left();
+    const int rechts = text.right() - Abstand - bild.right();
+    const int genug = text.width() / 3;
+    if (links > genug)
+        return {0, 0, text.width() - links, 0};
+    return rechts > genug ? QMargins(text.width() - rechts, 0, 0, 0) : QMargins();
+}
+
 BildBox::BildBox(QWidget *parent) : QWidget(parent)
 {
     setCursor(Qt::OpenHandCursor);
+    setAttribute(Qt::WA_Hover); // its outline comes and goes with the mouse
 }
 
 void BildBox::SetBild(const QImage &bild)
@@ -31,8 +45,8 @@ void BildBox::paintEvent(QPaintEvent *)
     const QSizeF logisch = QSizeF(soll) / dichte;
     QPainter maler(this);
     maler.drawPixmap(QPointF((width() - logisch.width()) / 2, (height() - logisch.height()) / 2), skaliert_);
-    if (hasFocus()) {
-        maler.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    if (focusPolicy() != Qt::NoFocus && (hasFocus() || underMouse())) {
+        maler.setPen(QPen(palette().color(QPalette::Highlight), hasFocus() ? 2 : 1));
         maler.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }

@@ -3,10 +3,16 @@
 #pragma once
 
 #include <QImage>
+#include <QMargins>
 #include <QPixmap>
 #include <QWidget>
 
 #include <functional>
+
+// The margins that a text at `text` keeps free for a picture at `bild`, both on the same surface. The text
+// stands to the left of the picture where it has a third of its width there, else to the right; where neither
+// side has that much, the picture lies on the text.
+QMargins RandUmBild(const QRect &text, const QRect &bild);
 
 // A picture on a card: fits it into the box, keeping its proportions, and follows the mouse.
 class BildBox final : public QWidget

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Drehbuch.h"
 #include "EditorBuehne.h"
 #include "Farben.h"
+#include "MeldungenFenster.h"
 
 #include <QImage>
+#include <QMessageBox>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
@@ -16,7 +19,8 @@ namespace {
 // Prints into a file and reads it back with the tools of another house.
 struct Druckbuehne : EditorBuehne
 {
-    explicit Druckbuehne(const QList<CardRecord> &cards) : EditorBuehne(cards)
+    explicit Druckbuehne(const QList<CardRecord> &cards, Meldungen *fensterMeldungen = nullptr)
+        : EditorBuehne(cards, fensterMeldungen)
     {
         drucker = [this] {
             auto pdf = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -265,6 +269,29 @@ private slots:
         for (const QString &name : NichtGedruckt)
             QVERIFY(b.Steuerung(name.toUtf8().constData())->isVisible());
         QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+    }
+
+    void FailureIsToldWhenTheFormIsItselfAgain()
+    {
+        MeldungenFenster meldungen;
+        Druckbuehne b(DreiKarten(), &meldungen);
+        b.drucker = nullptr;
+        b.Zeigen();
+        bool knoepfe = false;
+        QColor grund;
+        const Drehbuch buch({[&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return false;
+            knoepfe = b.Steuerung("CVor")->isVisible();
+            grund = b.Steuerung("Formular")->palette().color(QPalette::Window);
+            box->accept();
+            return true;
+        }});
+        b.Drucken();
+        QVERIFY(buch.Fertig());
+        QVERIFY(knoepfe);
+        QCOMPARE(grund, QColor(0xC0, 0xC0, 0xC0));
     }
 
     void PrinterThatFailsIsSaidAndAllIsBack()

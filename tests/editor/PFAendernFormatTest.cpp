@@ -73,6 +73,20 @@ private slots:
         QCOMPARE(b.Eintrag("MSchriftart")->isEnabled(), an);
     }
 
+    void MenuIsDisabledAlsoWhenTheMenuBarHadTheKeyboardBetween()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 3);
+        b.fenster->menuBar()->setFocus(Qt::MenuBarFocusReason);
+        QVERIFY(b.Eintrag("MFontFett")->isEnabled());
+        QTest::mouseClick(b.Steuerung("MaskThema"), Qt::LeftButton);
+        QVERIFY(b.Steuerung("MaskThema")->hasFocus());
+        QVERIFY(!b.Eintrag("MFontFett")->isEnabled());
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(b.Box("MFrage")->currentCharFormat().fontWeight() <= QFont::Normal);
+    }
+
     void OpeningTheMenuDoesNotDisableIt()
     {
         EditorBuehne b({Gemischt()});

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 
 class PFAendernKarteTest : public QObject
@@ -193,6 +194,36 @@ private slots:
         QCOMPARE(b.Steuerung("Cadd")->pos(), knopf);
     }
 
+    void NumberThatWasTypedAndNotConfirmedGoesAgain_data()
+    {
+        QTest::addColumn<int>("taste");
+        QTest::newRow("Tab") << int(Qt::Key_Tab);
+        QTest::newRow("Escape") << int(Qt::Key_Escape);
+    }
+
+    void NumberThatWasTypedAndNotConfirmedGoesAgain()
+    {
+        QFETCH(int, taste);
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Ersetzen("MaskFrageNr", QStringLiteral("99"));
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("99"));
+        b.Taste(taste);
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QVERIFY(b.fenster->isVisible());
+    }
+
+    void TypingGoesOnInTheQuestionAfterTheJumpToANewCard()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Steuerung("CEOF")->setFocus();
+        b.Taste(Qt::Key_Space);
+        QVERIFY(b.Neu());
+        QTest::keyClicks(b.fenster->focusWidget(), QStringLiteral("Neues"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Neues"));
+    }
+
     void TextAnswerHasItsWholeFieldAndALineOfATickCardLeavesTheTickItsRoom()
     {
         EditorBuehne b(DreiKarten());
@@ -205,6 +236,19 @@ private slots:
         QTRY_VERIFY(rechts() > b.Steuerung("Check1(0)")->width());
         b.Klick("Antwort_T");
         QTRY_VERIFY(rechts() < 12);
+    }
+
+    void LineOfATickCardShowsALineOfTheStandardFontWithoutAScrollBar()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.fenster->resize(b.fenster->minimumSizeHint());
+        b.Klick("CEOF");
+        b.Klick("Antwort_K");
+        b.Tippen("Antwort(1)", QStringLiteral("Grafin"));
+        QApplication::processEvents();
+        for (const char *name : {"Antwort(0)", "Antwort(1)"})
+            QVERIFY2(!b.Box(name)->verticalScrollBar()->isVisible(), name);
     }
 
     void TickCardStoredAsTextKeepsItsTicksInTheRecord()

@@ -72,6 +72,9 @@ private slots:
         QVERIFY(thema->hasFocus());
         QCOMPARE(thema->selectedText(), QStringLiteral("Erd"));
         QCOMPARE(thema->cursorPosition(), 4);
+        // The menu acts on text boxes only, and none has the keyboard now.
+        QVERIFY(!b.fenster->findChild<QMenu *>("MFont")->isEnabled());
+        QVERIFY(!b.Eintrag("MFontFett")->isEnabled());
     }
 
     void HitBehindLineBreaksIsFoundInItsPlace()
