@@ -416,13 +416,19 @@ void PFUse::GroesseWaehlen()
         const bool nebenDerFrage = bildPlatz_.top() < groesse.height() / 3;
         const QSize bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 6, zeile * 8);
         groesse = groesse.expandedTo(bedarf).boundedTo(schirm);
-        // A picture that begins beside the question stays beside it, as far as the screen has room.
-        const QLayout &inhalt = *kasten_->layout();
-        const int oben = inhalt.contentsMargins().top() + MaskThema_->sizeHint().height() + inhalt.spacing();
-        const int wenig = MFrage_->minimumHeight();
-        if (nebenDerFrage)
-            MFrage_->setMinimumHeight(std::clamp(bildPlatz_.bottom() - oben, wenig,
-                                                 wenig + std::max(0, schirm.height() - mindestHoehe())));
+        if (nebenDerFrage) {
+            // A picture that begins beside the question stays beside it; where the screen has no room for
+            // that, it is shown smaller rather than over the answers.
+            const QLayout &inhalt = *kasten_->layout();
+            const int oben =
+                inhalt.contentsMargins().top() + MaskThema_->sizeHint().height() + inhalt.spacing();
+            const int soll = bildPlatz_.bottom() - oben;
+            const int moeglich = MFrage_->minimumHeight() + std::max(0, schirm.height() - mindestHoehe());
+            MFrage_->setMinimumHeight(std::clamp(soll, MFrage_->minimumHeight(), moeglich));
+            if (soll > moeglich)
+                bildPlatz_.setHeight(
+                    std::max(bildPlatz_.height() / 2, bildPlatz_.height() - soll + moeglich));
+        }
     }
     groesse = groesse.expandedTo({layout()->minimumSize().width(), mindestHoehe()});
     resize(groesse.boundedTo(schirm));

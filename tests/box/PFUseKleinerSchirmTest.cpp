@@ -22,7 +22,7 @@ private slots:
             for (const bool lang : {false, true}) {
                 for (const bool bild : {false, true})
                     QTest::addRow("%s%s%s", kreuz ? "ticked" : "typed", lang ? ", long texts" : "",
-                                  bild ? ", tall picture" : "")
+                                  bild ? ", picture" : "")
                         << kreuz << lang << bild;
             }
         }
@@ -42,13 +42,13 @@ private slots:
                 karte.Antwort_5 = QStringLiteral("Ein langer Text. ").repeated(60);
         if (bild) {
             karte.Picture_1_Name = "b.bmp";
-            QImage muster(300, 600, QImage::Format_RGB32);
+            QImage muster(300, 270, QImage::Format_RGB32);
             muster.fill(Qt::darkCyan);
             QVERIFY(muster.save(b.kartei.filePath("b.bmp")));
             karte.PictureTop = 300;
             karte.Pictureleft = 6000;
-            karte.Picturewidth = 4500;
-            karte.Pictureheight = 9000;
+            karte.Picturewidth = 5000;
+            karte.Pictureheight = 4500;
         }
         b.Fragen(karte, [&] {
             b.Taste(Qt::Key_Return); // the verdict needs its place too
@@ -62,6 +62,16 @@ private slots:
                 QVERIFY2(b.fenster->rect().contains(lage) && lage.height() >= 12, name);
             }
             QVERIFY(b.Text("MFrage")->height() >= 3 * b.Text("MFrage")->fontMetrics().lineSpacing());
+            // A picture that was made for a larger screen does not lie on the answers.
+            if (bild && !lang) {
+                const QWidget *picture = b.Finde<QWidget>("Picture1");
+                const int unten = picture->mapTo(b.fenster, QPoint(0, picture->height())).y();
+                for (int i = 0; i < (kreuz ? 5 : 1); ++i) {
+                    const QWidget *antwort = b.Text(QString("Antwort(%1)").arg(i));
+                    QVERIFY(unten <= antwort->mapTo(b.fenster, QPoint()).y());
+                }
+                QVERIFY(picture->height() >= 60);
+            }
             // A single line has nothing to scroll.
             if (kreuz && !lang) {
                 for (int i = 0; i < 5; ++i)
