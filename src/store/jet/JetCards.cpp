@@ -62,7 +62,6 @@ std::uint32_t FindCardTable(JetFile &file)
         if (const auto page = FindInCatalogue(file, whole))
             return *page;
     } catch (const StoreError &) { // its definition is damaged
-        whole = false;
     }
     if (whole)
         throw StoreError(
