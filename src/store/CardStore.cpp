@@ -4,8 +4,8 @@
 
 #include "CardFile.h"
 #include "CardFileCheck.h"
+#include "JetCards.h"
 #include "JetConversion.h"
-#include "JetFile.h"
 #include "Repair.h"
 #include "SafeFile.h"
 
@@ -172,16 +172,15 @@ void CardStore::OpenChecked(const QString &path)
 void CardStore::Convert(const QString &path)
 {
     CheckAccess(path, CardFile::Access::Exclusive);
-    static_cast<void>(JetFile(path));
+    static_cast<void>(JetCards(path));
     const QString name = QFileInfo(path).fileName();
     if (meldungen_.Fragen(
-            QStringLiteral("„%1“ hat das Format der früheren Datenbank: Soll die Kartei umgewandelt werden, "
-                           "wobei die alte Datei als „%2“ daneben erhalten bleibt?")
+            QStringLiteral("Die Kartei „%1“ hat noch das alte Dateiformat – soll sie umgewandelt werden (die "
+                           "alte Datei bleibt als „%2“ daneben erhalten)?")
                 .arg(name, QFileInfo(ConversionNames(path).oldFile).fileName())) != Meldungen::Antwort::Ja)
         throw StoreError(
             Fehler::FormatUnbekannt,
-            QStringLiteral(
-                "Die Datei „%1“ hat das Format der früheren Datenbank und wurde nicht umgewandelt.")
+            QStringLiteral("Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt.")
                 .arg(path));
     const QString report = ConvertJetFile(path);
     if (!report.isEmpty())

@@ -29,6 +29,7 @@ private slots:
     void AfterYesTheFileIsOpenWithTheOldOneBesideIt_data();
     void AfterYesTheFileIsOpenWithTheOldOneBesideIt();
     void AfterNoTheOpenFailsAndNothingIsChanged();
+    void WhatCannotBeReadIsRefusedWithoutAQuestion_data();
     void WhatCannotBeReadIsRefusedWithoutAQuestion();
     void BrokenRulesAreMendedAndNamedInTheReport();
     void DamagedPageIsNamedInTheReport();
@@ -100,9 +101,9 @@ QByteArray FormerFile(int version, const QList<CardRecord> &cards)
     return lab.Bytes();
 }
 
-const auto question = QStringLiteral(
-    "„alt.pzb“ hat das Format der früheren Datenbank: Soll die Kartei umgewandelt werden, wobei "
-    "die alte Datei als „alt.pzb.altes-Format“ daneben erhalten bleibt?");
+const auto question = QStringLiteral("Die Kartei „alt.pzb“ hat noch das alte Dateiformat – soll sie "
+                                     "umgewandelt werden (die alte Datei bleibt als "
+                                     "„alt.pzb.altes-Format“ daneben erhalten)?");
 
 } // namespace
 
@@ -147,28 +148,39 @@ void JetConversionTest::AfterNoTheOpenFailsAndNothingIsChanged()
     const QByteArray old = FormerFile(4, SomeCards());
     laden.Put(old);
     QVERIFY(!laden.Open());
-    QCOMPARE(
-        laden.meldungen.Texte(),
-        (QStringList{question, "Die Datei „" + laden.Path("alt.pzb") +
-                                   "“ hat das Format der früheren Datenbank und wurde nicht umgewandelt. "
-                                   "Fcode: 3343"}));
+    QCOMPARE(laden.meldungen.Texte(),
+             (QStringList{question,
+                          "Die Datei „" + laden.Path("alt.pzb") +
+                              "“ hat noch das alte Dateiformat und wurde nicht umgewandelt. Fcode: 3343"}));
     QVERIFY(!laden.store.IsOpen());
     QCOMPARE(laden.Names(), QStringList{"alt.pzb"});
     QCOMPARE(laden.Bytes("alt.pzb"), old);
 }
 
+void JetConversionTest::WhatCannotBeReadIsRefusedWithoutAQuestion_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("answer");
+    JetLab locked(3);
+    locked.password = "geheim";
+    QTest::newRow("password") << locked.Bytes()
+                              << "ist mit einem Kennwort geschützt und lässt sich nicht lesen. Fcode: 3031";
+    JetLab other(4);
+    other.tableName = QStringLiteral("Kunden");
+    QTest::newRow("another database") << other.Bytes() << "enthält keine Tabelle „Lernkarten“. Fcode: 3078";
+}
+
 void JetConversionTest::WhatCannotBeReadIsRefusedWithoutAQuestion()
 {
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QString, answer);
     Laden laden;
-    JetLab lab(3);
-    lab.password = "geheim";
-    laden.Put(lab.Bytes());
+    laden.Put(bytes);
     laden.meldungen.antworten = {Meldungen::Antwort::Ja};
     QVERIFY(!laden.Open());
-    QCOMPARE(laden.meldungen.Texte(),
-             QStringList{"Die Datei „" + laden.Path("alt.pzb") +
-                         "“ ist mit einem Kennwort geschützt und lässt sich nicht lesen. Fcode: 3031"});
+    QCOMPARE(laden.meldungen.Texte(), QStringList{"Die Datei „" + laden.Path("alt.pzb") + "“ " + answer});
     QCOMPARE(laden.Names(), QStringList{"alt.pzb"});
+    QCOMPARE(laden.Bytes("alt.pzb"), bytes);
 }
 
 void JetConversionTest::BrokenRulesAreMendedAndNamedInTheReport()

@@ -5,32 +5,76 @@
 #include "CardValue.h"
 #include "StoreError.h"
 
+#include <QStringEncoder>
 #include <QStringList>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
-const CardColumn &At(std::size_t column)
+// Of all texts of a card, in UTF-8; a row of a card file takes little more.
+constexpr qsizetype mostTextBytes = 30'000'000;
+
+// The first page of the definition of "Lernkarten" as the catalogue names it. `whole` tells whether all of
+// the catalogue could be read.
+std::optional<std::uint32_t> FindInCatalogue(JetFile &file, bool &whole)
 {
-    return CardColumns()[column];
+    constexpr std::uint32_t cataloguePage = 2;
+    constexpr double tableType = 1;
+    constexpr std::uint32_t pageBits = 0xFFFFFF; // of an object's number
+    JetTable catalogue(file, cataloguePage);
+    const JetColumn *id = catalogue.Column(u"Id");
+    const JetColumn *name = catalogue.Column(u"Name");
+    const JetColumn *type = catalogue.Column(u"Type");
+    if (id == nullptr || id->type != JetType::Long || name == nullptr || type == nullptr)
+        return std::nullopt;
+    const std::vector<JetPlace> rows = catalogue.Rows();
+    bool all = rows.size() >= catalogue.DeclaredRows();
+    for (const JetPlace &place : rows) {
+        const auto record = catalogue.Record(place);
+        const auto number = record ? record->Number(*id) : std::nullopt;
+        all = all && number;
+        if (number && record->Number(*type) == tableType &&
+            catalogue.Text(*record, *name).text.compare(u"Lernkarten", Qt::CaseInsensitive) == 0)
+            return static_cast<std::uint32_t>(static_cast<std::int32_t>(*number)) & pageBits;
+    }
+    whole = all;
+    return std::nullopt;
 }
 
-bool LooksLikeCards(const JetTable &table)
+bool IsCardTable(JetFile &file, std::uint32_t page)
 {
-    return std::all_of(CardColumns().begin(), CardColumns().end(), [&](const CardColumn &column) {
-        return table.Column(QString::fromLatin1(column.name)) != nullptr;
-    });
+    try {
+        const JetTable table(file, page);
+        return std::all_of(CardColumns().begin(), CardColumns().end(), [&](const CardColumn &column) {
+            return table.Column(QString::fromLatin1(column.name)) != nullptr;
+        });
+    } catch (const StoreError &) { // the further page of a definition, or a damaged one
+        return false;
+    }
 }
 
 std::uint32_t FindCardTable(JetFile &file)
 {
-    const auto page = JetTable::Find(file, u"Lernkarten", LooksLikeCards);
-    if (!page)
+    bool whole = false;
+    try {
+        if (const auto page = FindInCatalogue(file, whole))
+            return *page;
+    } catch (const StoreError &) { // its definition is damaged
+    }
+    if (whole)
         throw StoreError(
             Fehler::TabelleFehlt,
             QStringLiteral("Die Datei „%1“ enthält keine Tabelle „Lernkarten“.").arg(file.Path()));
-    return *page;
+    int definitions = 1000; // more than any real database has
+    for (std::uint32_t page = 0; page < file.PageCount() && definitions > 0; ++page)
+        if (JetTable::IsDefinition(file, page)) {
+            --definitions;
+            if (IsCardTable(file, page))
+                return page;
+        }
+    file.ThrowDamaged();
 }
 
 bool Fits(JetType type, CardKind kind)
@@ -38,10 +82,8 @@ bool Fits(JetType type, CardKind kind)
     switch (type) {
     case JetType::Flag:
         return kind == CardKind::Flag;
-    case JetType::Byte:
     case JetType::Integer:
     case JetType::Long:
-    case JetType::Single:
     case JetType::Double:
         return kind == CardKind::Number;
     case JetType::Text:
@@ -52,24 +94,9 @@ bool Fits(JetType type, CardKind kind)
 }
 
 // No program reads these; a file may do without.
-bool IsIdle(std::size_t column)
+bool IsIdle(const QString &name)
 {
-    const QByteArrayView name(At(column).name);
-    return name.endsWith("_type") || name.endsWith("_endlos");
-}
-
-// Halves of characters that stand alone cannot be stored.
-bool ReplaceHalfCharacters(QString &text)
-{
-    if (text.isValidUtf16())
-        return false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
-            ++i;
-        else if (text[i].isSurrogate())
-            text[i] = QChar::ReplacementCharacter;
-    }
-    return true;
+    return name.endsWith(u"_type") || name.endsWith(u"_endlos");
 }
 
 } // namespace
@@ -82,25 +109,24 @@ JetCards::JetCards(const QString &path) : file_(path), table_(file_, FindCardTab
 
 void JetCards::BindColumns()
 {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const QString name = QString::fromLatin1(At(i).name);
-        columns_[i] = table_.Column(name);
-        if (columns_[i] == nullptr) {
-            if (!IsIdle(i))
+    for (int i = 0; i < CardColumnCount; ++i) {
+        const QString name = QString::fromLatin1(CardColumns()[static_cast<std::size_t>(i)].name);
+        const JetColumn *column = columns_[static_cast<std::size_t>(i)] = table_.Column(name);
+        if (column == nullptr) {
+            if (!IsIdle(name))
                 throw StoreError(Fehler::FeldFehlt,
                                  QStringLiteral("Das Feld „%1“ fehlt in dieser Kartei.").arg(name));
             continue;
         }
-        if (!Fits(columns_[i]->type, KindOf(static_cast<int>(i))))
-            ThrowTypeMismatch(static_cast<int>(i));
-        const std::uint32_t codePage = columns_[i]->codePage;
-        if (KindOf(static_cast<int>(i)) == CardKind::Text && codePage != 0 && codePage != 1252)
+        if (!Fits(column->type, KindOf(i)))
+            ThrowTypeMismatch(i);
+        if (KindOf(i) == CardKind::Text && column->codePage != 0 && column->codePage != 1252)
             throw StoreError(
                 Fehler::FormatUnbekannt,
                 QStringLiteral("Das Feld „%1“ benutzt die Codeseite %2; gelesen werden nur Windows-1252 "
                                "und Unicode.")
                     .arg(name)
-                    .arg(codePage));
+                    .arg(column->codePage));
     }
 }
 
@@ -108,20 +134,16 @@ void JetCards::FindCards()
 {
     std::vector<CardPlan> candidates;
     for (const JetPlace &place : table_.Rows()) {
-        const std::vector<std::uint8_t> row = table_.RowBytes(place);
-        const auto record = table_.Split(row);
+        const auto record = table_.Record(place);
         if (!record)
             continue;
         CardCell cell;
         cell.rowid = static_cast<std::int64_t>(candidates.size()) + 1;
         cell.page = place.page;
         cell.offset = place.row;
-        const auto key = [&](int column) {
-            return record->Number(*columns_[static_cast<std::size_t>(column)]).value_or(CardCell::None);
-        };
-        cell.number = key(ColFrageNr);
-        cell.compartment = key(ColFachNr);
-        cell.place = key(ColFachLfdNr);
+        cell.number = record->Number(*columns_[ColFrageNr]).value_or(CardCell::None);
+        cell.compartment = record->Number(*columns_[ColFachNr]).value_or(CardCell::None);
+        cell.place = record->Number(*columns_[ColFachLfdNr]).value_or(CardCell::None);
         // The engine kept its keys in indexes too: what stands in a row may be believed.
         cell.whole = cell.confirmed = cell.placed = true;
         candidates.push_back({cell, 0, 0, 0, {}});
@@ -131,43 +153,40 @@ void JetCards::FindCards()
     lost_ = table_.DeclaredRows() > found ? table_.DeclaredRows() - found : 0;
 }
 
-JetCards::Reading JetCards::Value(const JetRecord &record, std::size_t column)
-{
-    const CardKind kind = KindOf(static_cast<int>(column));
-    if (columns_[column] == nullptr)
-        return {kind == CardKind::Flag ? SalvagedCard::Value(0.0) : SalvagedCard::Value()};
-    const JetColumn &from = *columns_[column];
-    if (kind == CardKind::Flag)
-        return {record.Flag(from) ? -1.0 : 0.0};
-    const JetValue value = record.Value(from);
-    if (value.state != JetValue::State::There)
-        return {{}, value.state == JetValue::State::Null};
-    if (kind == CardKind::Number) {
-        const auto number = record.Number(from);
-        return number ? Reading{*number} : Reading{{}, false};
-    }
-    JetText text = table_.Text(from, value.bytes);
-    if (!text.whole && text.text.isEmpty())
-        return {{}, false};
-    const bool legible = !ReplaceHalfCharacters(text.text);
-    return {text.text.toUtf8(), text.whole, legible};
-}
-
 SalvagedCard JetCards::Read(const CardPlan &plan)
 {
     SalvagedCard card;
-    const std::vector<std::uint8_t> row = table_.RowBytes({plan.cell.page, plan.cell.offset});
-    const auto record = table_.Split(row);
+    const auto record = table_.Record({plan.cell.page, plan.cell.offset});
     QStringList cut, lost;
+    qsizetype textBytes = 0;
     for (std::size_t i = 0; record && i < columns_.size(); ++i) {
-        const Reading reading = Value(*record, i);
-        card.values[i] = reading.value;
-        const QString name = ColumnText(static_cast<int>(i));
-        if (!reading.whole)
-            (std::holds_alternative<QByteArray>(reading.value) ? cut : lost) << name;
-        if (!reading.legible)
-            card.remarks.push_back(
-                {Remark::Kind::Doubtful, name + QStringLiteral(" enthielt unlesbare Zeichen")});
+        const auto column = static_cast<int>(i);
+        const bool there = columns_[i] != nullptr && record->Has(*columns_[i]);
+        SalvagedCard::Value &value = card.values[i];
+        if (KindOf(column) == CardKind::Flag) {
+            value = there ? -1.0 : 0.0;
+        } else if (there && KindOf(column) == CardKind::Number) {
+            if (const auto number = record->Number(*columns_[i]))
+                value = *number;
+            else
+                lost << ColumnText(column);
+        } else if (there) {
+            const JetText text = table_.Text(*record, *columns_[i]);
+            // A half of a character that stands alone cannot be stored and becomes a replacement character.
+            QStringEncoder encode(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+            const QByteArray bytes = encode(text.text);
+            if ((!text.whole && bytes.isEmpty()) || textBytes + bytes.size() > mostTextBytes) {
+                lost << ColumnText(column);
+                continue;
+            }
+            textBytes += bytes.size();
+            value = bytes;
+            if (!text.whole)
+                cut << ColumnText(column);
+            else if (encode.hasError())
+                card.remarks.push_back({Remark::Kind::Doubtful,
+                                        ColumnText(column) + QStringLiteral(" enthielt unlesbare Zeichen")});
+        }
     }
     RemarkGaps(card, cut, lost);
     return card;

@@ -6,7 +6,6 @@
 #include "JetTable.h"
 
 #include <array>
-#include <optional>
 #include <vector>
 
 // The cards of a card file of the former database engine.
@@ -31,16 +30,8 @@ public:
     std::uint32_t Lost() const { return lost_; }
 
 private:
-    struct Reading
-    {
-        SalvagedCard::Value value;
-        bool whole = true;   // false: a part of it or all is not there
-        bool legible = true; // false: it holds characters that are none
-    };
-
     void BindColumns();
     void FindCards();
-    Reading Value(const JetRecord &record, std::size_t column);
 
     JetFile file_;
     JetTable table_;

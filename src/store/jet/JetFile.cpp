@@ -79,23 +79,28 @@ void Decode(std::span<std::uint8_t> bytes)
     }
 }
 
-bool HasPassword(const Header &header, bool version4)
+// Version 4 hides the password behind the day on which the database was made.
+bool HasPassword(const Header &header, std::size_t size, bool version4)
 {
-    const Bytes password = Bytes(header).subspan(passwordAt, version4 ? 40 : 20);
-    std::array<std::uint8_t, 4> mask{};
-    if (version4) {
-        const double date = std::bit_cast<double>(Little32(header, dateAt) |
-                                                  std::uint64_t{Little32(header, dateAt + 4)} << 32U);
-        const std::uint32_t day =
-            std::abs(date) < 1e9 ? static_cast<std::uint32_t>(static_cast<std::int32_t>(date)) : 0;
-        for (std::size_t i = 0; i < mask.size(); ++i)
-            mask[i] = static_cast<std::uint8_t>(day >> 8 * i);
-    }
-    for (std::size_t i = 0; i < password.size(); ++i)
-        if (password[i] != mask[i % mask.size()])
+    const double date = version4 ? LittleDouble(header, dateAt) : 0;
+    const auto day = std::abs(date) < 1e9 ? static_cast<std::int32_t>(date) : 0;
+    for (std::size_t i = 0; i < size; ++i)
+        if (header[passwordAt + i] !=
+            static_cast<std::uint8_t>(static_cast<std::uint32_t>(day) >> 8 * (i % 4)))
             return true;
     return false;
 }
+
+constexpr JetLayout layout3{
+    2048, 126, 20, 8,  1,             // pages and rows
+    12,   21,  23, 25, 31, 35, 43, 8, // definition
+    18,   1,   3,  13, 14             // column
+};
+constexpr JetLayout layout4{
+    4096, 128, 40, 12, 2,              // pages and rows
+    16,   41,  43, 45, 51, 55, 63, 12, // definition
+    25,   5,   7,  15, 21              // column
+};
 
 } // namespace
 
@@ -107,6 +112,11 @@ std::uint32_t Little16(Bytes bytes, std::size_t at)
 std::uint32_t Little32(Bytes bytes, std::size_t at)
 {
     return Little16(bytes, at) | Little16(bytes, at + 2) << 16U;
+}
+
+double LittleDouble(Bytes bytes, std::size_t at)
+{
+    return std::bit_cast<double>(Little32(bytes, at) | std::uint64_t{Little32(bytes, at + 4)} << 32U);
 }
 
 bool JetFile::Recognises(const QString &path)
@@ -123,9 +133,14 @@ bool JetFile::Recognises(const QString &path)
 JetFile::JetFile(const QString &path) : path_(path), file_(OpenReadOnly(path, size_))
 {
     CheckHeader();
-    pageSize_ = version4_ ? 4096 : 2048;
+    const auto pageSize = static_cast<std::int64_t>(Layout().pageSize);
     pageCount_ = static_cast<std::uint32_t>(
-        std::min<std::int64_t>((size_ + pageSize_ - 1) / pageSize_, 1 << 24)); // a pointer has no more
+        std::min<std::int64_t>((size_ + pageSize - 1) / pageSize, 1 << 24)); // a pointer has no more
+}
+
+const JetLayout &JetFile::Layout() const
+{
+    return version4_ ? layout4 : layout3;
 }
 
 void JetFile::CheckHeader()
@@ -135,17 +150,16 @@ void JetFile::CheckHeader()
         throw StoreError(number, QStringLiteral("Die Datei „%1“ %2.").arg(path_, why));
     };
     if (!BeginsAsJet(header))
-        refuse(Fehler::FormatUnbekannt, QStringLiteral("ist keine Kartei der früheren Datenbank"));
+        refuse(Fehler::FormatUnbekannt, QStringLiteral("ist keine Kartei im alten Dateiformat"));
     if (header[versionAt] > 1)
         refuse(
             Fehler::FormatUnbekannt,
-            QStringLiteral("wurde mit einer neueren Version der früheren Datenbank geschrieben, die Paukfix "
-                           "nicht liest (Jet 3 und Jet 4 liest es)"));
+            QStringLiteral("hat ein neueres Format der Jet-Datenbank; gelesen werden nur Jet 3 und Jet 4"));
     version4_ = header[versionAt] == 1;
-    Decode(std::span(header).subspan(codedFrom, version4_ ? 128 : 126));
+    Decode(std::span(header).subspan(codedFrom, Layout().headerCode));
     if (Little32(header, keyAt) != 0)
         refuse(Fehler::FormatUnbekannt, QStringLiteral("ist verschlüsselt und lässt sich nicht lesen"));
-    if (HasPassword(header, version4_))
+    if (HasPassword(header, Layout().password, version4_))
         refuse(Fehler::KennwortFalsch,
                QStringLiteral("ist mit einem Kennwort geschützt und lässt sich nicht lesen"));
     const std::uint32_t codePage = Little16(header, codePageAt);
@@ -160,36 +174,41 @@ Bytes JetFile::Page(std::uint32_t number)
     Slot &slot = slots_[number % slots_.size()];
     if (slot.number != number) {
         slot.number = number;
-        slot.bytes.assign(pageSize_, 0);
+        slot.bytes.assign(Layout().pageSize, 0);
         if (number < pageCount_)
-            ReadTolerant(file_.Get(), std::int64_t{number} * pageSize_, slot.bytes.data(), pageSize_);
+            ReadTolerant(file_.Get(), static_cast<std::int64_t>(number * Layout().pageSize),
+                         slot.bytes.data(), slot.bytes.size());
     }
     return slot.bytes;
 }
 
-std::uint32_t JetFile::RowCount(Bytes page) const
+std::uint32_t JetFile::RowCount(std::uint32_t page)
 {
     constexpr std::uint8_t dataPage = 1;
-    return page[0] == dataPage ? Little16(page, version4_ ? 12 : 8) : 0;
+    constexpr std::uint32_t most = 256; // a pointer has no more
+    const Bytes bytes = Page(page);
+    return bytes[0] == dataPage ? std::min(Little16(bytes, Layout().rowCount), most) : 0;
 }
 
-std::uint32_t JetFile::Owner(Bytes page)
-{
-    return Little32(page, 4);
-}
-
-std::optional<JetRow> JetFile::Row(Bytes page, std::uint32_t row) const
+std::optional<JetRow> JetFile::Row(JetPlace place)
 {
     // Rows are stored from the page's end; each ends where the one before it begins.
     constexpr std::uint32_t deleted = 0x8000, moved = 0x4000, offset = 0x1FFF;
-    const std::size_t first = version4_ ? 14 : 10;
-    const std::size_t at = first + std::size_t{row} * 2;
-    if (row >= RowCount(page) || at + 2 > page.size())
+    if (place.row >= RowCount(place.page))
         return std::nullopt;
+    const Bytes page = Page(place.page);
+    const std::size_t at = Layout().rowCount + 2 + std::size_t{place.row} * 2;
     const std::uint32_t entry = Little16(page, at);
     const std::size_t start = entry & offset;
-    const std::size_t end = row == 0 ? page.size() : Little16(page, at - 2) & offset;
+    const std::size_t end = place.row == 0 ? page.size() : Little16(page, at - 2) & offset;
     if (start < at + 2 || start >= end || end > page.size())
         return std::nullopt;
-    return JetRow{(entry & deleted) != 0, (entry & moved) != 0, page.subspan(start, end - start)};
+    const Bytes bytes = page.subspan(start, end - start);
+    return JetRow{
+        Little32(page, 4), (entry & deleted) != 0, (entry & moved) != 0, {bytes.begin(), bytes.end()}};
+}
+
+void JetFile::ThrowDamaged() const
+{
+    throw StoreError(Fehler::Beschaedigt, QStringLiteral("Die Datei „%1“ ist beschädigt.").arg(path_));
 }

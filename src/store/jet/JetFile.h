@@ -20,6 +20,24 @@ using Bytes = std::span<const std::uint8_t>;
 // Numbers are stored with the low byte first. The bytes must be there.
 std::uint32_t Little16(Bytes bytes, std::size_t at);
 std::uint32_t Little32(Bytes bytes, std::size_t at);
+double LittleDouble(Bytes bytes, std::size_t at);
+
+// In what the versions differ.
+struct JetLayout
+{
+    // Pages and rows: sizes in bytes, where the number of rows stands in a data page, and the size of a
+    // count or offset in a row and of a name's length.
+    std::size_t pageSize, headerCode, password, rowCount, unit;
+    // A table's definition: where its parts stand, and the size of what it says of an index.
+    std::size_t rows, mostColumns, variables, columns, realIndexes, usageMap, indexes, indexSize;
+    // What it says of a column: its size, and where the parts of that stand.
+    std::size_t columnSize, columnNumber, columnVariable, columnFlags, columnOffset;
+
+    std::uint32_t Unit(Bytes bytes, std::size_t at) const
+    {
+        return unit == 1 ? bytes[at] : Little16(bytes, at);
+    }
+};
 
 // Where a row stands; the file writes it as one number.
 struct JetPlace
@@ -28,21 +46,20 @@ struct JetPlace
     std::uint32_t row = 0;
 
     static JetPlace Of(std::uint32_t pointer) { return {pointer >> 8U, pointer & 0xFFU}; }
-
-    bool operator==(const JetPlace &) const = default;
 };
 
 struct JetRow
 {
-    bool deleted = false; // or the new place of a row that was moved
-    bool moved = false;   // the bytes are a pointer to the row's new place
-    Bytes bytes;
+    std::uint32_t owner = 0; // first page of the definition of the table that owns the page
+    bool deleted = false;    // or the new place of a row that was moved
+    bool moved = false;      // the bytes are a pointer to the row's new place
+    std::vector<std::uint8_t> bytes;
 };
 
 class JetFile
 {
 public:
-    // What stands in a data page in the place of the owner when it holds parts of long texts.
+    // The owner of pages that hold parts of long texts.
     static constexpr std::uint32_t LongValues = 0x4C41564C;
 
     // Does the file begin as those of the engine do, of whatever version? False where nothing can be read.
@@ -56,8 +73,10 @@ public:
 
     std::int64_t Size() const { return size_; }
 
-    // Version 4: pages of 4,096 bytes instead of 2,048, texts in Unicode instead of Windows-1252.
+    // Version 4 keeps texts in Unicode, version 3 in Windows-1252.
     bool IsVersion4() const { return version4_; }
+
+    const JetLayout &Layout() const;
 
     std::uint32_t PageCount() const { return pageCount_; }
 
@@ -66,11 +85,12 @@ public:
     Bytes Page(std::uint32_t number);
 
     // How many rows the page has, 0 where it is no data page.
-    std::uint32_t RowCount(Bytes page) const;
-    // The table that owns the data page.
-    static std::uint32_t Owner(Bytes page);
-    // Nothing where the page has no such row or its place is outside the page.
-    std::optional<JetRow> Row(Bytes page, std::uint32_t row) const;
+    std::uint32_t RowCount(std::uint32_t page);
+    // Nothing where the page has no such row or its bytes are outside the page.
+    std::optional<JetRow> Row(JetPlace place);
+
+    // Throws StoreError 3049.
+    [[noreturn]] void ThrowDamaged() const;
 
 private:
     void CheckHeader();
@@ -85,7 +105,6 @@ private:
     std::int64_t size_ = 0; // before the file, whose opening sets it
     FileHandle file_;
     bool version4_ = false;
-    std::uint32_t pageSize_ = 0;
     std::uint32_t pageCount_ = 0;
     std::array<Slot, 64> slots_;
 };

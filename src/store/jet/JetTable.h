@@ -7,16 +7,14 @@
 #include <QString>
 
 #include <optional>
-#include <unordered_set>
 #include <vector>
 
+// Those that card files and the catalogue use.
 enum class JetType : std::uint8_t
 {
     Flag = 1,
-    Byte = 2,
     Integer = 3,
     Long = 4,
-    Single = 6,
     Double = 7,
     Text = 10,
     Memo = 12
@@ -33,53 +31,40 @@ struct JetColumn
     std::uint32_t codePage = 0; // version 3, of texts; 0 where none is said
 };
 
-// One value of a row as it is stored.
-struct JetValue
+// A row split into its values.
+class JetRecord
 {
-    enum class State : std::uint8_t
-    {
-        Null,
-        Broken, // it cannot be where the row says it is
-        There
-    };
-    State state = State::Null;
-    Bytes bytes;
+public:
+    // Nothing where no row of a table with at most `mostColumns` can be stored so.
+    static std::optional<JetRecord> Of(std::vector<std::uint8_t> row, const JetLayout &layout,
+                                       bool hasVariables, std::uint32_t mostColumns);
+
+    // Is there a value? Of a truth value this is all there is.
+    bool Has(const JetColumn &column) const;
+
+    // The bytes of a value that is there; nothing where they cannot be where the row says.
+    std::optional<Bytes> Value(const JetColumn &column) const;
+
+    // Nothing for null and where there is no number.
+    std::optional<double> Number(const JetColumn &column) const;
+
+private:
+    std::size_t VariableOffset(std::uint32_t variable) const;
+
+    std::vector<std::uint8_t> row_;
+    const JetLayout *layout_ = nullptr;
+    std::uint32_t columns_ = 0;
+    std::uint32_t variables_ = 0;
+    std::size_t jumps_ = 0;     // version 3: entries of the jump table
+    std::size_t maskAt_ = 0;    // the null mask
+    std::size_t valuesEnd_ = 0; // behind the last byte that values may take
 };
 
 // A text out of a row. `whole` is false where it breaks off.
 struct JetText
 {
     QString text;
-    bool whole = true;
-};
-
-// A row split into its values. Refers to the row's bytes.
-class JetRecord
-{
-public:
-    // Nothing where no row of a table with at most `mostColumns` can be stored so.
-    static std::optional<JetRecord> Of(Bytes row, bool version4, bool hasVariables,
-                                       std::uint32_t mostColumns);
-
-    JetValue Value(const JetColumn &column) const;
-
-    // A truth value has no bytes of its own.
-    bool Flag(const JetColumn &column) const { return IsSet(column.number); }
-
-    // Nothing for null and where there is no number.
-    std::optional<double> Number(const JetColumn &column) const;
-
-private:
-    bool IsSet(std::uint32_t column) const;
-    std::size_t VariableOffset(std::uint32_t variable) const;
-
-    Bytes row_;
-    bool version4_ = false;
-    std::uint32_t columns_ = 0;
-    std::uint32_t variables_ = 0;
-    std::uint32_t jumps_ = 0;   // version 3: entries of the jump table
-    std::size_t maskAt_ = 0;    // the null mask
-    std::size_t valuesEnd_ = 0; // behind the last byte that values may take
+    bool whole = false;
 };
 
 // One table of the database.
@@ -90,10 +75,8 @@ public:
     // must outlive the table.
     JetTable(JetFile &file, std::uint32_t definition);
 
-    // The page of the definition of the table with this name, nothing where the database has none. Throws
-    // StoreError 3049 where the catalogue is damaged and `looksLike` finds no table in the pages either.
-    static std::optional<std::uint32_t> Find(JetFile &file, QStringView name,
-                                             bool (*looksLike)(const JetTable &table));
+    // Can a definition begin in this page, or go on?
+    static bool IsDefinition(JetFile &file, std::uint32_t page);
 
     const JetColumn *Column(QStringView name) const;
 
@@ -102,28 +85,28 @@ public:
 
     // Where the rows stand that were not deleted, moved ones at their new place, each once. At most 65,536.
     std::vector<JetPlace> Rows();
-    // The bytes of a row; empty where it is not there.
-    std::vector<std::uint8_t> RowBytes(JetPlace place);
-    std::optional<JetRecord> Split(Bytes row) const;
+    std::optional<JetRecord> Record(JetPlace place);
 
-    // The text of a value. All memos read through one table together are not longer than the file: more only
-    // a forged file asks for.
-    JetText Text(const JetColumn &column, Bytes value);
+    // The text of a value that is there; each is meant to be read once. All texts read through one table are
+    // together not longer than the file: more only a forged file asks for.
+    JetText Text(const JetRecord &record, const JetColumn &column);
 
 private:
-    std::vector<std::uint8_t> Definition(std::uint32_t page);
+    std::vector<std::uint8_t> Definition();
     std::vector<std::uint32_t> MappedPages(Bytes map);
     std::vector<JetPlace> RowsIn(const std::vector<std::uint32_t> &pages);
-    std::optional<JetPlace> Follow(std::uint32_t pointer);
+    std::optional<JetPlace> Follow(JetPlace place);
     std::vector<std::uint8_t> MemoBytes(Bytes value, bool &whole);
-    std::optional<Bytes> LongValue(JetPlace place);
+    std::optional<std::vector<std::uint8_t>> LongValue(std::uint32_t pointer);
+    bool Take(std::size_t bytes);
 
     JetFile &file_;
+    const JetLayout &layout_;
     std::uint32_t definition_;
     std::uint32_t declaredRows_ = 0;
     std::uint32_t mostColumns_ = 0;
     std::uint32_t usageMap_ = 0; // pointer to the row that tells which pages the table owns
     bool hasVariables_ = false;
     std::vector<JetColumn> columns_;
-    std::int64_t memoBytesLeft_;
+    std::int64_t textBytesLeft_;
 };
