@@ -97,9 +97,21 @@ public:
 
     Schriftwahl Wahl() const
     {
-        // Not changed, the font keeps its own name. A style name would win over bold and italic when they are
-        // set later.
-        QFont schrift = schrift_->currentFont() == anfang_ ? vorgabe_ : schrift_->currentFont();
+        // What is not changed stays as it was, not as the dialog shows it: a family that is not installed, or
+        // that no text has named, keeps its name or goes without.
+        const QFont jetzt = schrift_->currentFont();
+        QFont schrift = vorgabe_;
+        if (jetzt.family() != anfang_.family())
+            schrift.setFamily(jetzt.family());
+        if (jetzt.pointSizeF() != anfang_.pointSizeF())
+            schrift.setPointSizeF(jetzt.pointSizeF());
+        if (jetzt.weight() != anfang_.weight())
+            schrift.setWeight(jetzt.weight());
+        if (jetzt.italic() != anfang_.italic())
+            schrift.setItalic(jetzt.italic());
+        schrift.setStrikeOut(jetzt.strikeOut());
+        schrift.setUnderline(jetzt.underline());
+        // A style name would win over bold and italic when they are set later.
         schrift.setStyleName({});
         return {schrift, farbe_};
     }

@@ -9,13 +9,16 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 // The real boxes and dialogs, looked at and answered while they are open.
 class MeldungenFensterTest : public QObject
@@ -229,6 +232,53 @@ private slots:
             QCOMPARE(wahl->font.italic(), kursiv);
             QCOMPARE(wahl->font.styleName(), QString());
         }
+    }
+
+    // "Small Fonts" is not installed; the dialog shows another family in its place.
+    void WhatIsNotChangedInTheFontDialogStaysAsItIs()
+    {
+        QFont schrift("Small Fonts");
+        schrift.setPointSizeF(7.5);
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setUnderline(true);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        DialogeFenster dialoge;
+        auto wahl = dialoge.SchriftWaehlen({schrift, Qt::black});
+        QVERIFY(wahl);
+        QCOMPARE(wahl->font.family(), "Small Fonts");
+        QVERIFY(wahl->font.underline());
+
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setPointSize(24);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        wahl = dialoge.SchriftWaehlen({schrift, Qt::black});
+        QVERIFY(wahl);
+        QCOMPARE(wahl->font.family(), "Small Fonts");
+        QCOMPARE(wahl->font.pointSizeF(), 24.0);
+    }
+
+    void AFamilyThatNobodyNamedIsNotReturned()
+    {
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setPointSize(24);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        DialogeFenster dialoge;
+        const auto wahl = dialoge.SchriftWaehlen({QFont(), Qt::black});
+        QVERIFY(wahl);
+        QVERIFY((wahl->font.resolveMask() & QFont::FamiliesResolved) == 0);
+        QCOMPARE(wahl->font.pointSizeF(), 24.0);
     }
 
     void EnterTakesTheFontWhereverTheKeyboardIs()
