@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -31,6 +32,10 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
     // Sizes and dates are shown whole; the desktop's own dialog has no such table.
     if (auto *tabelle = fenster.findChild<QTreeView *>(QStringLiteral("treeView")))
         tabelle->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Room for the table and a score of files.
+    const QFontMetrics schrift = fenster.fontMetrics();
+    fenster.resize(QSize(schrift.averageCharWidth() * 150, schrift.lineSpacing() * 32)
+                       .boundedTo(fenster.screen()->availableGeometry().size() * 9 / 10));
     if (fenster.exec() != QDialog::Accepted)
         return {};
     return QDir::toNativeSeparators(fenster.selectedFiles().value(0));

@@ -281,6 +281,26 @@ private slots:
         QCOMPARE(wahl->font.pointSizeF(), 24.0);
     }
 
+    void TheFileDialogHasRoomForItsColumns()
+    {
+        const QTemporaryDir verzeichnis;
+        QFile datei(verzeichnis.filePath("Allgemeinwissen.pzb"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        Waehrend<QFileDialog>([](QFileDialog &fenster) {
+            const QSize schirm = fenster.screen()->availableGeometry().size();
+            QVERIFY(fenster.width() <= schirm.width() && fenster.height() <= schirm.height());
+            const auto *tabelle = fenster.findChild<QTreeView *>("treeView");
+            QTRY_VERIFY(tabelle->model()->rowCount(tabelle->rootIndex()) == 1);
+            QTRY_VERIFY2(tabelle->header()->length() <= tabelle->viewport()->width(),
+                         qPrintable(QStringLiteral("%1 in %2 of %3")
+                                        .arg(tabelle->header()->length())
+                                        .arg(tabelle->viewport()->width())
+                                        .arg(fenster.width())));
+            QTest::keyClick(&fenster, Qt::Key_Escape);
+        });
+        DialogeFenster().DateiOeffnen(KarteiDialog("Öffnen", verzeichnis.path()));
+    }
+
     void EnterTakesTheFontWhereverTheKeyboardIs()
     {
         int felder = 1;
