@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bildbuehne.h"
+
+namespace {
+
+QLabel *Etikett(QWidget &dialog, const char *name)
+{
+    return dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QString::fromUtf8(name)));
+}
+
+void TextSchreiben(const QString &pfad)
+{
+    QFile datei(pfad);
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write("kein Klang, nur Text") > 0);
+}
+
+} // namespace
+
+class SlotdialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void FileThatIsNoSoundIsRefusedAndTheSlotStays_data()
+    {
+        QTest::addColumn<QString>("vorher");
+        QTest::newRow("empty slot") << QString();
+        QTest::newRow("slot with a sound") << QStringLiteral("gut.wav");
+    }
+
+    void FileThatIsNoSoundIsRefusedAndTheSlotStays()
+    {
+        QFETCH(QString, vorher);
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_6_Name = vorher;
+        Bildbuehne b({card});
+        KlangSchreiben(b.Datei("gut.wav"));
+        TextSchreiben(b.Datei("text.wav"));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("text.wav")};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            if (!vorher.isEmpty())
+                Klick(dialog, "cmdÄndern");
+            QCOMPARE(Etikett(dialog, "Dateiname")->text(), vorher);
+            QCOMPARE(dialog.findChild<QWidget *>(QStringLiteral("cmdÄndern"))->isEnabled(),
+                     !vorher.isEmpty());
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 1);
+        const QStringList texte = b.Meldungstexte();
+        QCOMPARE(texte.size(), 1);
+        QVERIFY2(texte[0].startsWith(QStringLiteral("Fehler beim Soundöffnen: ")), qPrintable(texte[0]));
+        QVERIFY(!b.gespielt.contains(b.Datei("text.wav")));
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
+    }
+
+    void SlotWhoseFileIsNoSoundSaysSo()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_7_Name = QStringLiteral("text.wav");
+        Bildbuehne b({card});
+        TextSchreiben(b.Datei("text.wav"));
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            QCOMPARE(Etikett(dialog, "Dateiname")->text(), QStringLiteral("text.wav"));
+            dialog.close();
+        });
+        QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Soundöffnen: ")));
+    }
+
+};
+
+QTEST_MAIN(SlotdialogTest)
+#include "SlotdialogTest.moc"
