@@ -74,6 +74,63 @@ private slots:
         QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Soundöffnen: ")));
     }
 
+    void EachMomentShowsItsFile_data()
+    {
+        QTest::addColumn<bool>("bild");
+        QTest::newRow("pictures") << true;
+        QTest::newRow("sounds") << false;
+    }
+
+    void EachMomentShowsItsFile()
+    {
+        QFETCH(bool, bild);
+        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
+        card.Picture_8_Name = QStringLiteral("C:\\x\\a.wav");
+        Bildbuehne b({card});
+        KlangSchreiben(b.Datei("b.wav"));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei(bild ? "blau.jpg" : "b.wav")};
+        b.Dialog(bild ? "MBilder" : "MTon",
+                 bild ? QStringLiteral("Bildbearbeiten") : QStringLiteral("Soundbearbeiten"),
+                 [&](QWidget &dialog) {
+                     const QString keine = QStringLiteral("keine Datei");
+                     QStringList namen{bild ? QStringLiteral("rot.bmp") : keine, keine,
+                                       bild ? keine : QStringLiteral("C:\\x\\a.wav")};
+                     const auto gezeigt = [&] {
+                         return QStringList{Etikett(dialog, "Belegung1")->text(),
+                                            Etikett(dialog, "Belegung2")->text(),
+                                            Etikett(dialog, "Belegung3")->text()};
+                     };
+                     QCOMPARE(gezeigt(), namen);
+                     QVERIFY(b.dialoge.gefragt.isEmpty());
+                     QCOMPARE(Etikett(dialog, "Belegung2")->accessibleName(),
+                              QStringLiteral("Antwort: keine Datei"));
+                     const auto *option = dialog.findChild<QWidget *>(QStringLiteral("Option2"));
+                     QCOMPARE(option->accessibleDescription(), keine);
+                     Klick(dialog, "Option2");
+                     namen[1] = bild ? QStringLiteral("blau.jpg") : QStringLiteral("b.wav");
+                     QCOMPARE(gezeigt(), namen);
+                     QCOMPARE(option->accessibleDescription(), namen[1]);
+                     Klick(dialog, "cmdLöschen");
+                     namen[1] = keine;
+                     QCOMPARE(gezeigt(), namen);
+                     dialog.close();
+                 });
+    }
+
+    void ALongNameDoesNotWidenTheDialog()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_6_Name = QString(150, u'm') + QStringLiteral(".wav");
+        Bildbuehne b({card});
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QVERIFY2(dialog.width() < 400, qPrintable(QString::number(dialog.width())));
+            dialog.close();
+        });
+    }
+
 };
 
 QTEST_MAIN(SlotdialogTest)
