@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bildbuehne.h"
 
+#include <QScreen>
+
 namespace {
 
 QLabel *Etikett(QWidget &dialog, const char *name)
@@ -131,6 +133,25 @@ private slots:
         });
     }
 
+    // As large as the cards' usual pictures, if the screen lets it; and within the screen.
+    void ThePreviewIsAsLargeAsUsualPictures()
+    {
+        Bildbuehne b(DreiKarten());
+        const QSize schirm = b.fenster->screen()->availableGeometry().size();
+        BildSchreiben(b.Datei("foto.bmp"), {400, 590}, Qt::green);
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("foto.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            const QLabel *bild = Etikett(dialog, "Picture1");
+            Klick(dialog, "Option1");
+            QVERIFY(b.Meldungstexte().isEmpty());
+            QCOMPARE(bild->pixmap().size(), QSize(400, 590));
+            QVERIFY(bild->width() <= 800 && bild->height() <= 600);
+            QCOMPARE(bild->height(), 600);
+            QVERIFY(dialog.width() <= schirm.width() && dialog.height() <= schirm.height());
+            dialog.close();
+        });
+    }
 };
 
 QTEST_MAIN(SlotdialogTest)
