@@ -1,9 +1,33 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bild.h"
+#include "BildPruefung.h"
 #include "FuzzSupport.h"
 
-// Any file is a picture of bounded size, or is refused with a reason.
+#include <QBuffer>
+#include <QImageReader>
+
+namespace {
+
+// What the toolkit makes of the file over pixels that were `before`.
+QImage Decoded(QByteArray file, uuint before)
+{
+    file.append(4, '\0');
+    QBuffer buffer(&file);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "bmp");
+    const QSize size(reader.size().width(), std::abs(reader.size().height()));
+    if (size.width() > 1000 || size.height() > 1000 || reader.imageFormat() == QImage::Format_Invalid)
+        return {};
+    QImage picture(size, reader.imageFormat());
+    picture.fill(before);
+    return reader.read(&picture) ? picture : QImage();
+}
+
+} // namespace
+
+// Any file is a picture of bounded size, or is refused with a reason. A bitmap that is found whole fills all
+// of the picture's memory; in one of runs some pixels may keep what they were.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString path = PutFile(QStringLiteral("bild"), BytesOf(data, size));
@@ -14,6 +38,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         } catch (const StoreError &error) {
             Require(!error.Text().isEmpty());
         }
+    }
+    const QByteArray file = BytesOf(data, size);
+    if (file.startsWith("BM") && BmpVollstaendig(file)) {
+        const char compression = file.size() > 30 ? file[30] : '\0';
+        if (compression != 1 && compression != 2)
+            Require(Decoded(file, 0) == Decoded(file, 1));
     }
     return 0;
 }

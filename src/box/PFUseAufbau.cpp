@@ -3,6 +3,7 @@
 #include "BildBox.h"
 #include "Farben.h"
 #include "Flaeche.h"
+#include "KurzLabel.h"
 #include "PFUse.h"
 #include "RichTextBox.h"
 
@@ -11,7 +12,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
@@ -73,24 +73,6 @@ void UmrissFaerben(QWidget *knopf)
     const QColor schwach = Farben::Getoent(knopf->palette().color(QPalette::Text), grund, 0.25);
     Faerben(knopf, QPalette::Window, Farben::Lesbar(schwach, grund, Farben::KontrastUmriss + 1).lighter(140));
 }
-
-// A label that shows the beginning of a text that is too long for it.
-class KurzLabel final : public QLabel
-{
-public:
-    using QLabel::QLabel;
-
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter maler(this);
-        maler.setPen(palette().color(foregroundRole()));
-        maler.drawText(contentsRect(), static_cast<int>(alignment()),
-                       fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
-    }
-};
 
 QLabel *Beschriftung(QWidget *eltern, const QString &text)
 {

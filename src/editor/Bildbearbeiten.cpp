@@ -7,10 +7,13 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QScreen>
 
 namespace {
 
-constexpr QSize GroessteVorschau{400, 300}; // pixels
+// Pixels: usual pictures are shown whole where the screen has room for them.
+constexpr QSize GroessteVorschau{800, 600};
+constexpr QSize KleinsteVorschau{400, 300};
 
 SlotTexte Texte()
 {
@@ -30,11 +33,16 @@ Bildbearbeiten::Bildbearbeiten(SlotUmgebung umgebung, const QString &frageNr, QW
     : Slotdialog(std::move(umgebung), Texte(), frageNr, parent)
 {
     Picture1_ = Benannt(new QLabel(this), QStringLiteral("Picture1"), QStringLiteral("Vorschau"));
-    Picture1_->setFixedSize(GroessteVorschau);
+    const QSize schirm = (parent ? parent->screen() : screen())->availableGeometry().size();
+    const int fensterrahmen = fontMetrics().height() * 3;
+    const QMargins rand = layout()->contentsMargins();
+    const QSize daneben(sizeHint().width() + Gitter()->horizontalSpacing() + fensterrahmen,
+                        rand.top() + rand.bottom() + fensterrahmen);
+    Picture1_->setFixedSize(GroessteVorschau.boundedTo(schirm - daneben).expandedTo(KleinsteVorschau));
     Picture1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Picture1_->setBackgroundRole(QPalette::Base);
     Picture1_->setAutoFillBackground(true);
-    Gitter()->addWidget(Picture1_, 0, 1, 2, 1);
+    Gitter()->addWidget(Picture1_, 0, 1, 4, 1, Qt::AlignTop);
 }
 
 // A picture that is too large loses its edges.
@@ -42,7 +50,7 @@ void Bildbearbeiten::Vorschau(const QString &pfad)
 {
     const QImage bild = BildLesen(pfad);
     bild_ = bild.size();
-    Picture1_->setPixmap(QPixmap::fromImage(bild.copy(QRect({}, bild_.boundedTo(GroessteVorschau)))));
+    Picture1_->setPixmap(QPixmap::fromImage(bild.copy(QRect({}, bild_.boundedTo(Picture1_->maximumSize())))));
 }
 
 void Bildbearbeiten::VorschauLeeren()
@@ -58,7 +66,7 @@ void Bildbearbeiten::Annehmen(const QString &pfad)
 void Bildbearbeiten::Angenommen(const QString &)
 {
     for (const bool zuGross :
-         {bild_.height() > GroessteVorschau.height(), bild_.width() > GroessteVorschau.width()}) {
+         {bild_.height() > Picture1_->maximumHeight(), bild_.width() > Picture1_->maximumWidth()}) {
         if (zuGross)
             Melden().Zeigen(QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten"));
     }

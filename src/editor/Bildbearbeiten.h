@@ -4,7 +4,9 @@
 
 #include "Slotdialog.h"
 
-#include <QImage>
+#include <QSize>
+
+class QLabel;
 
 // The dialog for the pictures of a card.
 class Bildbearbeiten final : public Slotdialog

@@ -34,11 +34,17 @@ double Groesse(const QTextCharFormat &format, const QFont &standard)
     return standard.pointSizeF() > 0 ? standard.pointSizeF() : standard.pixelSize() * PunkteJePixel;
 }
 
+// What the desktop has set in place of a name says nothing about the text.
+QString Familie(const QFont &schrift)
+{
+    return (schrift.resolveMask() & QFont::FamiliesResolved) != 0 ? schrift.family() : QString();
+}
+
 Stueck StueckLesen(const QTextCharFormat &format, const QFont &standard)
 {
     const QStringList namen = format.fontFamilies().toStringList();
     return {
-        namen.isEmpty() ? standard.family() : namen.front(),
+        namen.isEmpty() ? Familie(standard) : namen.front(),
         Groesse(format, standard),
         format.hasProperty(QTextFormat::FontWeight) ? format.fontWeight() >= QFont::DemiBold
                                                     : standard.bold(),
@@ -96,6 +102,12 @@ private:
 bool Umgeschaltet(const std::optional<bool> &jetzt)
 {
     return !jetzt.value_or(false);
+}
+
+// Blue-green-red, red in the lowest byte.
+QColor Farbe(const Schrift &schrift)
+{
+    return {schrift.Color & 0xFF, schrift.Color >> 8 & 0xFF, schrift.Color >> 16 & 0xFF};
 }
 
 QTextCharFormat KleinFett(int twips)
@@ -169,10 +181,18 @@ QTextCharFormat NormalgestelltFormat()
     return format;
 }
 
-Schriftwahl DialogVorgabe(const Auswahlformat &auswahl)
+Schriftwahl DialogVorgabe(const Auswahlformat &auswahl, const Schrift &standard)
 {
-    Schriftwahl wahl;
-    if (auswahl.SelFontName)
+    Schriftwahl wahl{QFont(), Farbe(standard)};
+    if (!standard.FontName.isEmpty())
+        wahl.font.setFamily(standard.FontName);
+    if (standard.FontSize > 0)
+        wahl.font.setPointSizeF(static_cast<double>(standard.FontSize));
+    wahl.font.setBold(standard.FontBold);
+    wahl.font.setItalic(standard.FontItalic);
+    wahl.font.setStrikeOut(standard.FontStrikethru);
+    wahl.font.setUnderline(standard.FontUnderline);
+    if (auswahl.SelFontName && !auswahl.SelFontName->isEmpty())
         wahl.font.setFamily(*auswahl.SelFontName);
     if (auswahl.SelFontSize && *auswahl.SelFontSize > 0)
         wahl.font.setPointSizeF(*auswahl.SelFontSize);
@@ -192,7 +212,8 @@ Schriftwahl DialogVorgabe(const Auswahlformat &auswahl)
 QTextCharFormat DialogFormat(const Schriftwahl &wahl)
 {
     QTextCharFormat format;
-    format.setFontFamilies({wahl.font.family()});
+    if (const QString familie = Familie(wahl.font); !familie.isEmpty())
+        format.setFontFamilies({familie});
     if (wahl.font.pointSizeF() > 0)
         format.setFontPointSize(wahl.font.pointSizeF());
     format.setFontWeight(wahl.font.bold() ? QFont::Bold : QFont::Normal);
@@ -214,8 +235,6 @@ QTextCharFormat StandardFormat(const Schrift &schrift)
     format.setFontItalic(schrift.FontItalic);
     format.setFontStrikeOut(schrift.FontStrikethru);
     format.setFontUnderline(schrift.FontUnderline);
-    // Blue-green-red, red in the lowest byte.
-    SetTextColour(format,
-                  QColor(schrift.Color & 0xFF, schrift.Color >> 8 & 0xFF, schrift.Color >> 16 & 0xFF));
+    SetTextColour(format, Farbe(schrift));
     return format;
 }

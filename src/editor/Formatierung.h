@@ -18,8 +18,8 @@
 // throughout the selection is not there.
 struct Auswahlformat
 {
-    std::optional<QString> SelFontName;
-    std::optional<double> SelFontSize; // points
+    std::optional<QString> SelFontName; // empty where the text names none
+    std::optional<double> SelFontSize;  // points
     std::optional<bool> SelBold, SelItalic, SelStrikeThru, SelUnderline;
     std::optional<QColor> SelColor;   // invalid is the desktop's text colour
     std::optional<int> SelCharOffset; // twips
@@ -39,8 +39,9 @@ QTextCharFormat HochgestelltFormat();
 QTextCharFormat TiefgestelltFormat();
 QTextCharFormat NormalgestelltFormat();
 
-// What the font dialog starts with (the rest stays at the defaults) and what it gives.
-Schriftwahl DialogVorgabe(const Auswahlformat &auswahl);
+// What the font dialog starts with, the standard font where the selection does not say or is mixed, and what
+// it gives. A family that neither names is not set by it.
+Schriftwahl DialogVorgabe(const Auswahlformat &auswahl, const Schrift &standard);
 QTextCharFormat DialogFormat(const Schriftwahl &wahl);
 
 // The standard font of the settings.

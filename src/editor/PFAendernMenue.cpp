@@ -75,7 +75,7 @@ void PFÄndern::MSchriftart_Click()
         return;
     }
     const auto wahl = umgebung_.dialoge.SchriftWaehlen(
-        DialogVorgabe(AuswahlLesen(box->textCursor(), box->currentCharFormat())));
+        DialogVorgabe(AuswahlLesen(box->textCursor(), box->currentCharFormat()), umgebung_.konfig.schrift));
     if (!wahl || box->isReadOnly())
         return;
     box->mergeCurrentCharFormat(DialogFormat(*wahl));

@@ -4,6 +4,7 @@
 
 #include "Bild.h"
 #include "Fensterbau.h"
+#include "KurzLabel.h"
 #include "Schritt.h"
 
 #include <QDir>
@@ -24,24 +25,36 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
     setWindowTitle(texte_.titel);
 
     auto *rahmen = Benannt(new QGroupBox(texte_.frage, this), QStringLiteral("Frame1"), texte_.frage);
-    auto *optionen = new QVBoxLayout(rahmen);
+    auto *optionen = new QGridLayout(rahmen);
+    optionen->setHorizontalSpacing(12);
+    optionen->setColumnStretch(1, 1);
     const QStringList namen{QStringLiteral("&Frage"), QStringLiteral("&Antwort"),
                             QStringLiteral("fal&scher Antwort")};
     for (int i = 0; i < namen.size(); ++i) {
+        const auto nummer = static_cast<std::size_t>(i);
         auto *option = Benannt(new QRadioButton(namen[i], rahmen), QStringLiteral("Option%1").arg(i + 1),
                                QString(namen[i]).remove(u'&'));
         connect(option, &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
         Faerben(option, {{QPalette::Window, UmrissGrund(palette().color(QPalette::WindowText),
                                                         palette().color(QPalette::Window))}});
-        optionen->addWidget(option);
+        auto *datei = Benannt(new KurzLabel(rahmen), QStringLiteral("Belegung%1").arg(i + 1), {});
+        datei->setTextFormat(Qt::PlainText);
+        datei->setPalette(Farben::Leise(palette()));
+        datei->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
+        datei->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // no name widens the dialog
+        optionen->addWidget(option, i, 0);
+        optionen->addWidget(datei, i, 1);
+        optionen_.at(nummer) = option;
+        belegung_.at(nummer) = datei;
     }
 
     auto *nummer =
         Benannt(new QLabel(frageNr, this), QStringLiteral("Fragenummer"), QStringLiteral("Fragenr"));
-    Dateiname_ = Benannt(new QLabel(this), QStringLiteral("Dateiname"), QStringLiteral("Dateiname"));
-    for (QLabel *label : {nummer, Dateiname_})
+    Dateiname_ = Benannt(new KurzLabel(this), QStringLiteral("Dateiname"), QStringLiteral("Dateiname"));
+    for (QLabel *label : std::initializer_list<QLabel *>{nummer, Dateiname_})
         label->setTextFormat(Qt::PlainText);
     Dateiname_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+    Dateiname_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     const auto knopf = [this](const QString &text, const QString &name, auto tun) {
         auto *neu = Benannt(new QPushButton(text, this), name, QString(text).remove(u'&'));
@@ -74,11 +87,11 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
     gitter_->setHorizontalSpacing(16);
     gitter_->addLayout(kopf, 0, 0);
     gitter_->addWidget(rahmen, 1, 0, Qt::AlignTop);
+    gitter_->addLayout(datei, 2, 0);
+    gitter_->addLayout(knoepfe, 3, 0);
     gitter_->setRowStretch(1, 1);
-    gitter_->setColumnStretch(1, 1);
+    gitter_->setColumnStretch(0, 1);
     alles->addLayout(gitter_, 1);
-    alles->addLayout(datei);
-    alles->addLayout(knoepfe);
     NamenZeigen({});
 }
 
@@ -93,6 +106,19 @@ void Slotdialog::Option_Click(int welche)
     SlotZeigen();
 }
 
+// So that one need not choose an option, which asks for a file where there is none, to see what it has.
+void Slotdialog::BelegungZeigen()
+{
+    for (std::size_t i = 0; i < belegung_.size(); ++i) {
+        const QString &name = umgebung_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
+        const QString text = name.isEmpty() ? QStringLiteral("keine Datei") : name;
+        belegung_.at(i)->setText(text);
+        belegung_.at(i)->setToolTip(name.toHtmlEscaped());
+        belegung_.at(i)->setAccessibleName(optionen_.at(i)->accessibleName() + QStringLiteral(": ") + text);
+        optionen_.at(i)->setAccessibleDescription(text);
+    }
+}
+
 // The buttons are there for a slot that names a file.
 void Slotdialog::NamenZeigen(const QString &name)
 {
@@ -100,6 +126,7 @@ void Slotdialog::NamenZeigen(const QString &name)
     Dateiname_->setToolTip(name.toHtmlEscaped());
     cmdÄndern_->setEnabled(!name.isEmpty());
     cmdLöschen_->setEnabled(!name.isEmpty());
+    BelegungZeigen();
 }
 
 void Slotdialog::SlotZeigen()

@@ -8,10 +8,12 @@
 
 #include <QDialog>
 
+#include <array>
 #include <functional>
 
+class KurzLabel;
 class QGridLayout;
-class QLabel;
+class QRadioButton;
 class QPushButton;
 
 // What a dialog for a card's media files works on.
@@ -56,13 +58,15 @@ protected:
 
     Meldungen &Melden() { return umgebung_.meldungen; }
 
-    QGridLayout *Gitter() { return gitter_; } // column 1 is free for a preview
+    // Column 1 is free for a preview, as high as the rest together.
+    QGridLayout *Gitter() { return gitter_; }
 
 private:
     void Option_Click(int welche);
     void SlotZeigen();
     void DateiWaehlen();
     void NamenZeigen(const QString &name);
+    void BelegungZeigen();
     void cmdÄndern_Click();
     void cmdLöschen_Click();
     QString &SlotName();
@@ -71,7 +75,9 @@ private:
     SlotTexte texte_;
     int slot_ = 0; // 1 to 9; 0 until an option is chosen
     QGridLayout *gitter_ = nullptr;
-    QLabel *Dateiname_ = nullptr;
+    std::array<QRadioButton *, 3> optionen_{};
+    std::array<KurzLabel *, 3> belegung_{}; // beside each option the file of its slot
+    KurzLabel *Dateiname_ = nullptr;
     QPushButton *cmdÄndern_ = nullptr;
     QPushButton *cmdLöschen_ = nullptr;
 };

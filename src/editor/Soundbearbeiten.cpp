@@ -3,6 +3,7 @@
 #include "Soundbearbeiten.h"
 
 #include "StoreError.h"
+#include "WaveFile.h"
 
 #include <QFileInfo>
 
@@ -28,17 +29,22 @@ Soundbearbeiten::Soundbearbeiten(SlotUmgebung umgebung, std::function<void(const
 {
 }
 
-// What the player makes of a file that is no sound, it says itself.
 void Soundbearbeiten::Vorschau(const QString &pfad)
 {
-    if (!QFileInfo(pfad).isFile())
-        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden: „%1“").arg(pfad));
+    Annehmen(pfad);
     klang_(pfad);
 }
 
-void Soundbearbeiten::Annehmen(const QString &) {}
+// What the player itself says of a file comes too late for the slot.
+void Soundbearbeiten::Annehmen(const QString &pfad)
+{
+    if (!QFileInfo(pfad).isFile())
+        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden: „%1“").arg(pfad));
+    if (!IsWave(pfad.toStdString()))
+        throw StoreError(Fehler::UngueltigerKlang, QStringLiteral("Keine WAV-Datei: „%1“").arg(pfad));
+}
 
 void Soundbearbeiten::Angenommen(const QString &pfad)
 {
-    Vorschau(pfad);
+    klang_(pfad);
 }

@@ -4,6 +4,10 @@
 
 #include "Slotdialog.h"
 
+namespace Fehler {
+inline constexpr int UngueltigerKlang = 321; // no wave file, or damaged
+} // namespace Fehler
+
 // The dialog for the sounds of a card; the preview is heard.
 class Soundbearbeiten final : public Slotdialog
 {

@@ -104,6 +104,26 @@ auto At(std::vector<Uint8> &file, size_t position)
     return file.begin() + static_cast<std::ptrdiff_t>(position);
 }
 
+// As much of it as can be played; `path` in UTF-8. Nothing where there is no such file.
+std::optional<std::vector<Uint8>> ReadFile(const std::string &path)
+{
+    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
+    std::error_code error;
+    if (path.find('\0') != std::string::npos || !std::filesystem::is_regular_file(name, error)) {
+        return std::nullopt;
+    }
+    const auto size = std::filesystem::file_size(name, error);
+    std::ifstream stream(name, std::ios::binary);
+    if (error || !stream) {
+        return std::nullopt;
+    }
+    std::vector<Uint8> file(
+        static_cast<size_t>(std::min<std::uintmax_t>(size, MaxWaveBytes + MaxHeaderBytes)));
+    stream.read(reinterpret_cast<char *>(file.data()), static_cast<std::streamsize>(file.size()));
+    file.resize(static_cast<size_t>(stream.gcount()));
+    return file;
+}
+
 } // namespace
 
 void Wave::Release::operator()(Uint8 *wave) const
@@ -152,19 +172,15 @@ std::optional<Wave> DecodeWave(std::vector<Uint8> file)
 
 std::optional<Wave> LoadWave(const std::string &path)
 {
-    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
-    std::error_code error;
-    if (path.find('\0') != std::string::npos || !std::filesystem::is_regular_file(name, error)) {
-        return std::nullopt;
+    std::optional<std::vector<Uint8>> file = ReadFile(path);
+    return file ? DecodeWave(std::move(*file)) : std::nullopt;
+}
+
+bool IsWave(const std::string &path)
+{
+    std::optional<std::vector<Uint8>> file = ReadFile(path);
+    if (!file) {
+        return false;
     }
-    const auto size = std::filesystem::file_size(name, error);
-    std::ifstream stream(name, std::ios::binary);
-    if (error || !stream) {
-        return std::nullopt;
-    }
-    std::vector<Uint8> file(
-        static_cast<size_t>(std::min<std::uintmax_t>(size, MaxWaveBytes + MaxHeaderBytes)));
-    stream.read(reinterpret_cast<char *>(file.data()), static_cast<std::streamsize>(file.size()));
-    file.resize(static_cast<size_t>(stream.gcount()));
-    return DecodeWave(std::move(file));
+    return LoadSdl() == nullptr ? Chunks(*file).Find() : DecodeWave(std::move(*file)).has_value();
 }

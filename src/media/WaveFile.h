@@ -34,3 +34,6 @@ std::optional<Wave> DecodeWave(std::vector<Uint8> file);
 
 // The same for a file, `path` in UTF-8. Nothing where it cannot be read, too.
 std::optional<Wave> LoadWave(const std::string &path);
+
+// Whether LoadWave would give a wave. Without SDL the file's parts tell.
+bool IsWave(const std::string &path);

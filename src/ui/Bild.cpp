@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bild.h"
 
+#include "BildPruefung.h"
+
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -15,6 +18,7 @@ namespace {
 // A file may claim any size: what is larger than any camera's picture is not even begun.
 constexpr qint64 MaxPixel = 120'000'000;
 constexpr int MaxSeite = 4096;
+constexpr qint64 MaxBytes = 512'000'000; // of the file
 
 [[noreturn]] void KeinBild(const QString &pfad, const QString &grund)
 {
@@ -22,12 +26,11 @@ constexpr int MaxSeite = 4096;
 }
 
 // The format as the file's first bytes tell it, empty for any other.
-QByteArray BildFormat(QFile &datei)
+QByteArray BildFormat(const QByteArray &anfang)
 {
-    const QByteArray anfang = datei.peek(3);
     if (anfang.startsWith("BM"))
         return QByteArrayLiteral("bmp");
-    if (anfang == "\xff\xd8\xff")
+    if (anfang.startsWith("\xff\xd8\xff"))
         return QByteArrayLiteral("jpeg");
     return {};
 }
@@ -52,10 +55,18 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
         throw StoreError(Fehler::PfadZugriff,
                          QStringLiteral("Die Datei „%1“ kann nicht gelesen werden.").arg(pfad));
 
-    const QByteArray format = BildFormat(datei);
+    const QByteArray format = BildFormat(datei.peek(3));
     if (format.isEmpty())
         KeinBild(pfad, QStringLiteral("weder BMP noch JPEG."));
-    QImageReader leser(&datei, format);
+    if (datei.size() > MaxBytes)
+        KeinBild(pfad, QStringLiteral("es ist zu groß."));
+    QByteArray inhalt = datei.readAll();
+    if (!(format == "bmp" ? BmpVollstaendig(inhalt) : JpegVollstaendig(inhalt)))
+        KeinBild(pfad, QStringLiteral("die Datei ist unvollständig."));
+    inhalt.append(4, '\0'); // the padding of the last row, where it is missing
+    QBuffer puffer(&inhalt);
+    puffer.open(QIODevice::ReadOnly);
+    QImageReader leser(&puffer, format);
     leser.setAutoDetectImageFormat(false);
     leser.setAutoTransform(true);
     // The height of a BMP that is stored from top to bottom is negative.
@@ -69,8 +80,13 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
         (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
     if (groesse.width() > grenze.width() || groesse.height() > grenze.height())
         leser.setScaledSize(groesse.scaled(grenze, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    QImage bild = leser.read();
-    if (bild.isNull())
+    // A bitmap of runs may leave pixels out: they have the first colour.
+    QImage bild;
+    if (leser.imageFormat() == QImage::Format_Indexed8) {
+        bild = QImage(groesse, QImage::Format_Indexed8);
+        bild.fill(0);
+    }
+    if (!leser.read(&bild) || bild.isNull())
         KeinBild(pfad, QStringLiteral("die Datei ist beschädigt oder zu groß."));
     return bild;
 }

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -31,6 +32,10 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
     // Sizes and dates are shown whole; the desktop's own dialog has no such table.
     if (auto *tabelle = fenster.findChild<QTreeView *>(QStringLiteral("treeView")))
         tabelle->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Room for the table and a score of files.
+    const QFontMetrics schrift = fenster.fontMetrics();
+    fenster.resize(QSize(schrift.averageCharWidth() * 150, schrift.lineSpacing() * 32)
+                       .boundedTo(fenster.screen()->availableGeometry().size() * 9 / 10));
     if (fenster.exec() != QDialog::Accepted)
         return {};
     return QDir::toNativeSeparators(fenster.selectedFiles().value(0));
@@ -97,9 +102,21 @@ public:
 
     Schriftwahl Wahl() const
     {
-        // Not changed, the font keeps its own name. A style name would win over bold and italic when they are
-        // set later.
-        QFont schrift = schrift_->currentFont() == anfang_ ? vorgabe_ : schrift_->currentFont();
+        // What is not changed stays as it was, not as the dialog shows it: a family that is not installed, or
+        // that no text has named, keeps its name or goes without.
+        const QFont jetzt = schrift_->currentFont();
+        QFont schrift = vorgabe_;
+        if (jetzt.family() != anfang_.family())
+            schrift.setFamily(jetzt.family());
+        if (jetzt.pointSizeF() != anfang_.pointSizeF())
+            schrift.setPointSizeF(jetzt.pointSizeF());
+        if (jetzt.weight() != anfang_.weight())
+            schrift.setWeight(jetzt.weight());
+        if (jetzt.italic() != anfang_.italic())
+            schrift.setItalic(jetzt.italic());
+        schrift.setStrikeOut(jetzt.strikeOut());
+        schrift.setUnderline(jetzt.underline());
+        // A style name would win over bold and italic when they are set later.
         schrift.setStyleName({});
         return {schrift, farbe_};
     }

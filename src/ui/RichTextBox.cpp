@@ -88,7 +88,7 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
     if (isReadOnly())
         return;
     if (acceptRichText()) {
-        if (const auto fragment = FragmentVon(*source)) {
+        if (const auto fragment = FragmentVon(*source, currentCharFormat(), document()->defaultFont())) {
             textCursor().insertFragment(*fragment);
             ensureCursorVisible();
             return;

@@ -16,6 +16,17 @@ inline void BildSchreiben(const QString &pfad, QSize groesse, const QColor &farb
     QVERIFY(bild.save(pfad));
 }
 
+// A wave of eight samples.
+inline void KlangSchreiben(const QString &pfad)
+{
+    QFile datei(pfad);
+    QVERIFY(datei.open(QIODevice::WriteOnly));
+    const QByteArray wave = QByteArray::fromHex("52494646 2c000000 57415645"
+                                                "666d7420 10000000 0100 0100 401f0000 401f0000 0100 0800"
+                                                "64617461 08000000 8090a0b0b0a09080");
+    QCOMPARE(datei.write(wave), qint64(wave.size()));
+}
+
 inline CardRecord Bildkarte(int nummer, const QString &eins, const QString &zwei = {},
                             const QString &drei = {})
 {

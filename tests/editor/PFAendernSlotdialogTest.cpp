@@ -223,10 +223,8 @@ private slots:
         card.Picture_2_Name = QStringLiteral("rot.bmp");
         card.Picture_6_Name = QStringLiteral("C:\\x\\a.wav");
         Bildbuehne b({card});
-        for (const char *name : {"a.wav", "b.wav"}) {
-            QFile datei(b.Datei(name));
-            QVERIFY(datei.open(QIODevice::WriteOnly));
-        }
+        KlangSchreiben(b.Datei("a.wav"));
+        KlangSchreiben(b.Datei("b.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("b.wav")};
         b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
@@ -252,8 +250,7 @@ private slots:
     void SoundWithTheAnswerIsSlot7AndNeverThePictureOfSlot2()
     {
         Bildbuehne b(DreiKarten());
-        QFile datei(b.Datei("a.wav"));
-        QVERIFY(datei.open(QIODevice::WriteOnly));
+        KlangSchreiben(b.Datei("a.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("a.wav")};
         b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {

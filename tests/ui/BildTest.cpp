@@ -10,7 +10,9 @@
 #include <QImage>
 #include <QImageWriter>
 #include <QTest>
+#include <QtEndian>
 
+#include <malloc.h>
 #include <sys/stat.h>
 
 namespace {
@@ -36,6 +38,45 @@ QByteArray HochkantJpeg()
     exif.prepend(static_cast<char>(laenge & 0xff)).prepend(static_cast<char>(laenge >> 8));
     return jpeg.insert(2, exif.prepend("\xff\xe1", 2));
 }
+
+QByteArray Jpeg(const QImage &bild, bool stufen = false)
+{
+    QBuffer puffer;
+    puffer.open(QIODevice::WriteOnly);
+    QImageWriter schreiber(&puffer, "JPEG");
+    schreiber.setProgressiveScanWrite(stufen);
+    schreiber.write(bild);
+    return puffer.data();
+}
+
+QImage Verlauf()
+{
+    QImage bild(320, 240, QImage::Format_RGB32);
+    for (int y = 0; y < bild.height(); ++y) {
+        for (int x = 0; x < bild.width(); ++x)
+            bild.setPixelColor(x, y, QColor(x * 37 % 256, y * 91 % 256, x * y % 256));
+    }
+    return bild;
+}
+
+// A JPEG with a small picture of its own inside, as cameras make them.
+QByteArray JpegMitVorschau()
+{
+    QByteArray klein = "Exif\0\0" + Jpeg(Einfarbig(8, 8));
+    const auto laenge = static_cast<quint16>(klein.size() + 2);
+    klein.prepend(static_cast<char>(laenge & 0xff)).prepend(static_cast<char>(laenge >> 8));
+    return Jpeg(Verlauf()).insert(2, klein.prepend("\xff\xe1", 2));
+}
+
+// What is new on the heap is not zero while this lives.
+class SchmutzigerSpeicher
+{
+public:
+    SchmutzigerSpeicher() { mallopt(M_PERTURB, 0x35); }
+
+    ~SchmutzigerSpeicher() { mallopt(M_PERTURB, 0); }
+    Q_DISABLE_COPY_MOVE(SchmutzigerSpeicher)
+};
 
 const QColor Gruen(30, 200, 30);
 
@@ -257,19 +298,11 @@ private slots:
     {
         QTest::addColumn<QByteArray>("datei");
         QTest::addColumn<QColor>("farbe");
-        const auto jpeg = [](const QImage &bild, bool stufen) {
-            QBuffer puffer;
-            puffer.open(QIODevice::WriteOnly);
-            QImageWriter schreiber(&puffer, "JPEG");
-            schreiber.setProgressiveScanWrite(stufen);
-            schreiber.write(bild);
-            return puffer.data();
-        };
         QImage grau(8, 8, QImage::Format_Grayscale8);
         grau.fill(QColor(90, 90, 90));
-        QTest::newRow("baseline") << jpeg(Einfarbig(8, 8), false) << Rot;
-        QTest::newRow("progressive") << jpeg(Einfarbig(8, 8), true) << Rot;
-        QTest::newRow("grey") << jpeg(grau, false) << QColor(90, 90, 90);
+        QTest::newRow("baseline") << Jpeg(Einfarbig(8, 8)) << Rot;
+        QTest::newRow("progressive") << Jpeg(Einfarbig(8, 8), true) << Rot;
+        QTest::newRow("grey") << Jpeg(grau) << QColor(90, 90, 90);
         QTest::newRow("CMYK")
             << QByteArray::fromBase64(
                    "/9j/7gAOQWRvYmUAZAAAAAAC/9sAQwADAgIDAgIDAwMDBAMDBAUIBQUEBAUKBwcGCAwKDAwLCgsLDQ4SEA0O"
@@ -375,6 +408,113 @@ private slots:
         VerifyNumber(kartei_->filePath("bombe3.bmp"), 481);
     }
 
+    void APictureCutOffIsRefusedWithAMessage_data()
+    {
+        QTest::addColumn<QByteArray>("datei");
+        for (const Bmp &bmp : {Bmp{1}, Bmp{4}, Bmp{8}, Bmp{16}, Bmp{24}, Bmp{32}, Bmp{24, 40, 0, true},
+                               Bmp{8, 12}, Bmp{24, 12}, Bmp{24, 64}, Bmp{24, 124}, Bmp{16, 40, 3},
+                               Bmp{32, 40, 3}, Bmp{32, 124, 3}, Bmp{8, 40, 1}, Bmp{4, 40, 2}}) {
+            const QByteArray ganz = bmp.Datei();
+            const auto kopf = static_cast<int>(bmp.kopf);
+            QTest::addRow("%d bits, header %d, compression %d: last row", bmp.bits, kopf,
+                          static_cast<int>(bmp.kompression))
+                << ganz.chopped(4);
+            QTest::addRow("%d bits, header %d, compression %d: all rows", bmp.bits, kopf,
+                          static_cast<int>(bmp.kompression))
+                << ganz.left(static_cast<qsizetype>(qFromLittleEndian<quint32>(ganz.constData() + 10)));
+        }
+        const QByteArray baseline = Jpeg(Verlauf());
+        const QByteArray stufen = Jpeg(Verlauf(), true);
+        for (const int prozent : {5, 30, 60, 90, 99}) {
+            QTest::addRow("baseline, %d %%", prozent) << baseline.left(baseline.size() * prozent / 100);
+            QTest::addRow("progressive, %d %%", prozent) << stufen.left(stufen.size() * prozent / 100);
+        }
+        QTest::newRow("the end's mark") << baseline.chopped(1);
+        QTest::newRow("zeros instead of the rest")
+            << baseline.left(baseline.size() / 2) + QByteArray(baseline.size() / 2, 0);
+        QTest::newRow("with a small picture inside") << JpegMitVorschau().chopped(baseline.size() / 2);
+    }
+
+    void APictureCutOffIsRefusedWithAMessage()
+    {
+        QFETCH(QByteArray, datei);
+        Schreiben(kartei_->filePath("a.bmp"), datei);
+        QVERIFY(Laden("a.bmp").isNull());
+        QCOMPARE(meldungen_->Texte().size(), 1);
+        QVERIFY2(meldungen_->Texte()[0].startsWith("Ungültiges Bild „"), qPrintable(meldungen_->Texte()[0]));
+    }
+
+    void ASloppyFileThatIsWholeIsShown_data()
+    {
+        QTest::addColumn<QByteArray>("datei");
+        const QByteArray bmp = Bmp{24}.Datei();
+        QTest::newRow("bmp") << bmp;
+        QTest::newRow("bmp with bytes behind it") << bmp + "mehr";
+        QTest::newRow("bmp without the last padding") << bmp.chopped(1);
+        QTest::newRow("bmp whose size is told too large")
+            << QByteArray(bmp).replace(2, 4, "\xff\xff\xff\x7f");
+        QTest::newRow("bmp whose data's size is told too large")
+            << QByteArray(bmp).replace(34, 4, "\xff\xff\xff\x7f");
+        QTest::newRow("bmp that tells no sizes")
+            << QByteArray(bmp).replace(2, 4, QByteArray(4, 0)).replace(34, 4, QByteArray(4, 0));
+        QTest::newRow("bmp that tells no place of the pixels")
+            << QByteArray(bmp).replace(10, 4, QByteArray(4, 0));
+        QTest::newRow("bmp with a gap before the pixels")
+            << QByteArray(bmp).insert(54, 40, 'x').replace(10, 1, QByteArray(1, 94));
+        QTest::newRow("runs without a mark at their end") << Bmp{8, 40, 1}.Datei().chopped(2);
+        QTest::newRow("jpeg with bytes behind it") << Jpeg(Einfarbig(5, 3)) + QByteArray(1000, 'x');
+        QTest::newRow("jpeg with bytes between its parts")
+            << Jpeg(Einfarbig(5, 3)).insert(2, "\xff\xff\xff", 3);
+    }
+
+    void ASloppyFileThatIsWholeIsShown()
+    {
+        QFETCH(QByteArray, datei);
+        const SchmutzigerSpeicher schmutzig;
+        Schreiben(kartei_->filePath("a.bmp"), datei);
+        const QImage bild = Laden("a.bmp");
+        QCOMPARE(meldungen_->Texte(), QStringList());
+        QCOMPARE(bild.size(), QSize(5, 3));
+        for (int y = 0; y < 3; ++y)
+            QVERIFY2(Gleicht(bild.pixelColor(4, y), Rot), qPrintable(bild.pixelColor(4, y).name()));
+    }
+
+    void AJpegWithASmallPictureInsideIsShown()
+    {
+        Schreiben(kartei_->filePath("a.jpg"), JpegMitVorschau());
+        QCOMPARE(Laden("a.jpg").size(), QSize(320, 240));
+        QCOMPARE(meldungen_->Texte(), QStringList());
+    }
+
+    // Runs may jump over pixels and end before the last row.
+    void PixelsThatRunsLeaveOutHaveTheFirstColour_data()
+    {
+        QTest::addColumn<QByteArray>("datei");
+        const QByteArray acht = Bmp{8, 40, 1}.Datei();
+        const QByteArray vier = Bmp{4, 40, 2}.Datei();
+        // Colour 1 at the bottom left; a jump to the last row but one; the end.
+        const QByteArray spruenge8("\1\1\0\2\3\1\1\1\0\1", 10);
+        const QByteArray spruenge4("\1\x10\0\2\3\1\1\x10\0\1", 10);
+        QTest::newRow("RLE 8") << acht.left(14 + 40 + 8) + spruenge8;
+        QTest::newRow("RLE 4") << vier.left(14 + 40 + 8) + spruenge4;
+    }
+
+    void PixelsThatRunsLeaveOutHaveTheFirstColour()
+    {
+        QFETCH(QByteArray, datei);
+        const SchmutzigerSpeicher schmutzig;
+        Schreiben(kartei_->filePath("a.bmp"), datei);
+        const QImage bild = Laden("a.bmp");
+        QCOMPARE(bild.size(), QSize(5, 3));
+        for (int y = 0; y < 3; ++y) {
+            for (int x = 0; x < 5; ++x) {
+                const bool gesetzt = (x == 0 && y == 2) || (x == 4 && y == 1);
+                QVERIFY2(Gleicht(bild.pixelColor(x, y), gesetzt ? Gruen : Rot),
+                         qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+            }
+        }
+    }
+
     void APictureStoredFromTopToBottomIsBoundedToo()
     {
         // One bit a pixel, 12 pixels wide, 2.5 million rows that are told as negative.
@@ -382,7 +522,7 @@ private slots:
                                               "00000c00000010ffd8ff010001000000"
                                               "00000000000000000000020000000000"
                                               "000000000000ffffff00");
-        lang.append(2'556'144 * 4, '\x55');
+        lang.append(2'556'145 * 4, '\x55');
         Schreiben(kartei_->filePath("lang.bmp"), lang);
         const QImage bild = BildLesen(kartei_->filePath("lang.bmp"));
         QVERIFY2(bild.height() <= 4096 && bild.width() <= 4096, qPrintable(QString::number(bild.height())));

@@ -9,13 +9,16 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 // The real boxes and dialogs, looked at and answered while they are open.
 class MeldungenFensterTest : public QObject
@@ -229,6 +232,73 @@ private slots:
             QCOMPARE(wahl->font.italic(), kursiv);
             QCOMPARE(wahl->font.styleName(), QString());
         }
+    }
+
+    // "Small Fonts" is not installed; the dialog shows another family in its place.
+    void WhatIsNotChangedInTheFontDialogStaysAsItIs()
+    {
+        QFont schrift("Small Fonts");
+        schrift.setPointSizeF(7.5);
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setUnderline(true);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        DialogeFenster dialoge;
+        auto wahl = dialoge.SchriftWaehlen({schrift, Qt::black});
+        QVERIFY(wahl);
+        QCOMPARE(wahl->font.family(), "Small Fonts");
+        QVERIFY(wahl->font.underline());
+
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setPointSize(24);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        wahl = dialoge.SchriftWaehlen({schrift, Qt::black});
+        QVERIFY(wahl);
+        QCOMPARE(wahl->font.family(), "Small Fonts");
+        QCOMPARE(wahl->font.pointSizeF(), 24.0);
+    }
+
+    void AFamilyThatNobodyNamedIsNotReturned()
+    {
+        Waehrend<QDialog>([](QDialog &fenster) {
+            auto *innen = fenster.findChild<QFontDialog *>();
+            QFont neu = innen->currentFont();
+            neu.setPointSize(24);
+            innen->setCurrentFont(neu);
+            fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        DialogeFenster dialoge;
+        const auto wahl = dialoge.SchriftWaehlen({QFont(), Qt::black});
+        QVERIFY(wahl);
+        QVERIFY((wahl->font.resolveMask() & QFont::FamiliesResolved) == 0);
+        QCOMPARE(wahl->font.pointSizeF(), 24.0);
+    }
+
+    void TheFileDialogHasRoomForItsColumns()
+    {
+        const QTemporaryDir verzeichnis;
+        QFile datei(verzeichnis.filePath("Allgemeinwissen.pzb"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        Waehrend<QFileDialog>([](QFileDialog &fenster) {
+            const QSize schirm = fenster.screen()->availableGeometry().size();
+            QVERIFY(fenster.width() <= schirm.width() && fenster.height() <= schirm.height());
+            const auto *tabelle = fenster.findChild<QTreeView *>("treeView");
+            QTRY_VERIFY(tabelle->model()->rowCount(tabelle->rootIndex()) == 1);
+            QTRY_VERIFY2(tabelle->header()->length() <= tabelle->viewport()->width(),
+                         qPrintable(QStringLiteral("%1 in %2 of %3")
+                                        .arg(tabelle->header()->length())
+                                        .arg(tabelle->viewport()->width())
+                                        .arg(fenster.width())));
+            QTest::keyClick(&fenster, Qt::Key_Escape);
+        });
+        DialogeFenster().DateiOeffnen(KarteiDialog("Öffnen", verzeichnis.path()));
     }
 
     void EnterTakesTheFontWhereverTheKeyboardIs()

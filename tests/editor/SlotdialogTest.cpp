@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bildbuehne.h"
+
+#include <QScreen>
+
+namespace {
+
+QLabel *Etikett(QWidget &dialog, const char *name)
+{
+    return dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QString::fromUtf8(name)));
+}
+
+void TextSchreiben(const QString &pfad)
+{
+    QFile datei(pfad);
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write("kein Klang, nur Text") > 0);
+}
+
+} // namespace
+
+class SlotdialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void FileThatIsNoSoundIsRefusedAndTheSlotStays_data()
+    {
+        QTest::addColumn<QString>("vorher");
+        QTest::newRow("empty slot") << QString();
+        QTest::newRow("slot with a sound") << QStringLiteral("gut.wav");
+    }
+
+    void FileThatIsNoSoundIsRefusedAndTheSlotStays()
+    {
+        QFETCH(QString, vorher);
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_6_Name = vorher;
+        Bildbuehne b({card});
+        KlangSchreiben(b.Datei("gut.wav"));
+        TextSchreiben(b.Datei("text.wav"));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("text.wav")};
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            if (!vorher.isEmpty())
+                Klick(dialog, "cmdÄndern");
+            QCOMPARE(Etikett(dialog, "Dateiname")->text(), vorher);
+            QCOMPARE(dialog.findChild<QWidget *>(QStringLiteral("cmdÄndern"))->isEnabled(),
+                     !vorher.isEmpty());
+            dialog.close();
+        });
+        QCOMPARE(b.dialoge.gefragt.size(), 1);
+        const QStringList texte = b.Meldungstexte();
+        QCOMPARE(texte.size(), 1);
+        QVERIFY2(texte[0].startsWith(QStringLiteral("Fehler beim Soundöffnen: ")), qPrintable(texte[0]));
+        QVERIFY(!b.gespielt.contains(b.Datei("text.wav")));
+        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Klick("Cadd");
+        QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
+    }
+
+    void SlotWhoseFileIsNoSoundSaysSo()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_7_Name = QStringLiteral("text.wav");
+        Bildbuehne b({card});
+        TextSchreiben(b.Datei("text.wav"));
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option2");
+            QCOMPARE(Etikett(dialog, "Dateiname")->text(), QStringLiteral("text.wav"));
+            dialog.close();
+        });
+        QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Soundöffnen: ")));
+    }
+
+    void EachMomentShowsItsFile_data()
+    {
+        QTest::addColumn<bool>("bild");
+        QTest::newRow("pictures") << true;
+        QTest::newRow("sounds") << false;
+    }
+
+    void EachMomentShowsItsFile()
+    {
+        QFETCH(bool, bild);
+        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
+        card.Picture_8_Name = QStringLiteral("C:\\x\\a.wav");
+        Bildbuehne b({card});
+        KlangSchreiben(b.Datei("b.wav"));
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei(bild ? "blau.jpg" : "b.wav")};
+        b.Dialog(bild ? "MBilder" : "MTon",
+                 bild ? QStringLiteral("Bildbearbeiten") : QStringLiteral("Soundbearbeiten"),
+                 [&](QWidget &dialog) {
+                     const QString keine = QStringLiteral("keine Datei");
+                     QStringList namen{bild ? QStringLiteral("rot.bmp") : keine, keine,
+                                       bild ? keine : QStringLiteral("C:\\x\\a.wav")};
+                     const auto gezeigt = [&] {
+                         return QStringList{Etikett(dialog, "Belegung1")->text(),
+                                            Etikett(dialog, "Belegung2")->text(),
+                                            Etikett(dialog, "Belegung3")->text()};
+                     };
+                     QCOMPARE(gezeigt(), namen);
+                     QVERIFY(b.dialoge.gefragt.isEmpty());
+                     QCOMPARE(Etikett(dialog, "Belegung2")->accessibleName(),
+                              QStringLiteral("Antwort: keine Datei"));
+                     const auto *option = dialog.findChild<QWidget *>(QStringLiteral("Option2"));
+                     QCOMPARE(option->accessibleDescription(), keine);
+                     Klick(dialog, "Option2");
+                     namen[1] = bild ? QStringLiteral("blau.jpg") : QStringLiteral("b.wav");
+                     QCOMPARE(gezeigt(), namen);
+                     QCOMPARE(option->accessibleDescription(), namen[1]);
+                     Klick(dialog, "cmdLöschen");
+                     namen[1] = keine;
+                     QCOMPARE(gezeigt(), namen);
+                     dialog.close();
+                 });
+    }
+
+    void ALongNameDoesNotWidenTheDialog()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Picture_6_Name = QString(150, u'm') + QStringLiteral(".wav");
+        Bildbuehne b({card});
+        b.Zeigen();
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QVERIFY2(dialog.width() < 400, qPrintable(QString::number(dialog.width())));
+            dialog.close();
+        });
+    }
+
+    // As large as the cards' usual pictures, if the screen lets it; and within the screen.
+    void ThePreviewIsAsLargeAsUsualPictures()
+    {
+        Bildbuehne b(DreiKarten());
+        const QSize schirm = b.fenster->screen()->availableGeometry().size();
+        BildSchreiben(b.Datei("foto.bmp"), {400, 590}, Qt::green);
+        b.Zeigen();
+        b.dialoge.pfade = {b.Datei("foto.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            const QLabel *bild = Etikett(dialog, "Picture1");
+            Klick(dialog, "Option1");
+            QVERIFY(b.Meldungstexte().isEmpty());
+            QCOMPARE(bild->pixmap().size(), QSize(400, 590));
+            QVERIFY(bild->width() <= 800 && bild->height() <= 600);
+            QCOMPARE(bild->height(), 600);
+            QVERIFY(dialog.width() <= schirm.width() && dialog.height() <= schirm.height());
+            dialog.close();
+        });
+    }
+};
+
+QTEST_MAIN(SlotdialogTest)
+#include "SlotdialogTest.moc"
