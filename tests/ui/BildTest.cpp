@@ -375,6 +375,40 @@ private slots:
         VerifyNumber(kartei_->filePath("bombe3.bmp"), 481);
     }
 
+    // The toolkit would show the rest of the picture in any colours.
+    void APictureThatIsCutOffIsNone_data() { BitmapsOfEveryKindAreRead_data(); }
+
+    void APictureThatIsCutOffIsNone()
+    {
+        QFETCH(QByteArray, datei);
+        for (const qsizetype fehlt : {qsizetype{1}, qsizetype{4}, datei.size() - 30, datei.size() - 2}) {
+            Schreiben(kartei_->filePath("kurz.bmp"), datei.chopped(fehlt));
+            VerifyNumber(kartei_->filePath("kurz.bmp"), 481);
+        }
+        Schreiben(kartei_->filePath("lang.bmp"), datei + "was dahinter steht");
+        QCOMPARE(BildLesen(kartei_->filePath("lang.bmp")).size(), QSize(5, 3));
+    }
+
+    void AJpegThatIsCutOffIsNone_data() { JpegsOfEveryKindAreRead_data(); }
+
+    void AJpegThatIsCutOffIsNone()
+    {
+        QFETCH(QByteArray, datei);
+        for (const qsizetype fehlt : {qsizetype{1}, qsizetype{2}, qsizetype{10}, datei.size() / 2}) {
+            Schreiben(kartei_->filePath("kurz.jpg"), datei.chopped(fehlt));
+            VerifyNumber(kartei_->filePath("kurz.jpg"), 481);
+        }
+        // A camera's small copy in the head has an end mark of its own.
+        const QByteArray bild = datei.mid(2);
+        const auto laenge = static_cast<quint16>(datei.size() + 2);
+        const QByteArray mitKopie = QByteArray("\xff\xd8\xff\xe1") + static_cast<char>(laenge >> 8) +
+                                    static_cast<char>(laenge & 0xff) + datei;
+        Schreiben(kartei_->filePath("kurz.jpg"), mitKopie + bild.chopped(bild.size() / 3));
+        VerifyNumber(kartei_->filePath("kurz.jpg"), 481);
+        Schreiben(kartei_->filePath("ganz.jpg"), mitKopie + bild + "was dahinter steht");
+        QCOMPARE(BildLesen(kartei_->filePath("ganz.jpg")).size(), QSize(8, 8));
+    }
+
     void APictureStoredFromTopToBottomIsBoundedToo()
     {
         // One bit a pixel, 12 pixels wide, 2.5 million rows that are told as negative.
