@@ -391,11 +391,12 @@ bool CardEditor::Verlassen()
 
 bool CardEditor::SitzungEndet(bool darfFragen)
 {
+    if (!cardDirty)
+        return true;
     if (darfFragen)
         return Verlassen();
-    if (cardDirty && BlattPruefen(formular_.Inhalt()).mangel == Mangel::Keiner)
-        StoreCard();
-    return true;
+    // A card that may not be stored would say so.
+    return BlattPruefen(formular_.Inhalt()).mangel == Mangel::Keiner && StoreCard();
 }
 
 void CardEditor::Geschlossen()

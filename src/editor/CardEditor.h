@@ -74,8 +74,9 @@ public:
     // Store or stay, and where it cannot be stored ask whether to discard it. True when nothing is lost by
     // closing.
     bool Verlassen();
-    // The desktop ends: what is changed is stored; where it cannot be, its writer decides if he may be asked,
-    // else it is discarded. False when the session's end is to be cancelled.
+    // The desktop ends: what is changed is stored; where it cannot be, its writer decides whether to discard
+    // it, and where he may not be asked, nothing is discarded. False when the session's end is to be
+    // cancelled.
     bool SitzungEndet(bool darfFragen);
     // The editor has closed: what its last check said is past.
     void Geschlossen();

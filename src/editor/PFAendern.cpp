@@ -136,6 +136,9 @@ void PFÄndern::ArtZeigen(Antwortart art)
     art_->setExclusive(true);
 
     const bool ankreuzen = art == Antwortart::Ankreuzen;
+    // What goes away leaves the keyboard where it can be typed, not to whatever control comes next.
+    if (!ankreuzen && antworten_->parentWidget()->isAncestorOf(focusWidget()))
+        FokusAufAntwort(0);
     // Tab goes to the selected option.
     Antwort_T_->setFocusPolicy(ankreuzen ? Qt::ClickFocus : Qt::StrongFocus);
     Antwort_K_->setFocusPolicy(ankreuzen ? Qt::StrongFocus : Qt::ClickFocus);
@@ -277,10 +280,11 @@ void PFÄndern::SitzungEndet(QSessionManager &sitzung)
     if (!offen_ || !editor_.cardDirty)
         return;
     LaufBeenden();
-    const bool darfFragen = sitzung.allowsInteraction();
+    // A card that cannot be stored is an error too: some ends of a session allow questions for no less.
+    const bool darfFragen = sitzung.allowsInteraction() || sitzung.allowsErrorInteraction();
     if (!editor_.SitzungEndet(darfFragen))
-        sitzung.cancel();
-    if (darfFragen)
+        sitzung.cancel(); // a release behind it would first say that all is well
+    else if (darfFragen)
         sitzung.release();
 }
 

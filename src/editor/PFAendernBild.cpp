@@ -62,6 +62,9 @@ void PFÄndern::BildBauen()
 
 void PFÄndern::BildVerbergen()
 {
+    // The arrow keys that moved the picture must not change what stands behind it in the tab order.
+    if (focusWidget() == Picture1_)
+        FokusAufFrage();
     Picture1_->hide();
     Sizer_->hide();
     Picture1_->setGeometry(PixelVonTwips(BildlageVorgabe.links, BildlageVorgabe.oben, BildlageVorgabe.breite,

@@ -8,6 +8,7 @@
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWidget *parent)
@@ -19,6 +20,9 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
                         QStringLiteral("Suchbegriff"));
     suchtext_->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
     suchtext_->selectAll();
+    auto *wiederholen = new QShortcut(Qt::CTRL | Qt::Key_Y, suchtext_);
+    wiederholen->setContext(Qt::WidgetShortcut);
+    connect(wiederholen, &QShortcut::activated, suchtext_, &QLineEdit::redo);
     auto *ok = Benannt(new QPushButton(QStringLiteral("&suchen"), this), QStringLiteral("COK"),
                        QStringLiteral("suchen"));
     ok->setDefault(true); // Enter in the box searches

@@ -115,14 +115,19 @@ public:
         return Xdotool({"getactivewindow", "getwindowgeometry"}).section('\n', 1);
     }
 
+    // Gives the keyboard the layout of a country, as "de".
+    void Tastatur(const QString &land) const { Ausfuehren("setxkbmap", {land}); }
+
     QProcessEnvironment umgebung; // for programs on this display
 
 private:
-    QString Xdotool(const QStringList &befehl) const
+    QString Xdotool(const QStringList &befehl) const { return Ausfuehren("xdotool", befehl); }
+
+    QString Ausfuehren(const QString &programm, const QStringList &befehl) const
     {
         QProcess prozess;
         prozess.setProcessEnvironment(umgebung);
-        prozess.start("xdotool", befehl);
+        prozess.start(programm, befehl);
         prozess.waitForFinished();
         return QString::fromUtf8(prozess.readAllStandardOutput()).trimmed();
     }

@@ -399,13 +399,24 @@ private slots:
         QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
     }
 
-    void EndOfTheSessionThatMayNotAskDiscardsWithoutAWord()
+    void EndOfTheSessionThatMayNotAskIsCancelledForAnUnfinishedCard()
     {
         Werk w(Drei());
         w.Aendern({});
-        QVERIFY(w.editor.SitzungEndet(false));
+        QVERIFY(!w.editor.SitzungEndet(false));
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
+        QVERIFY(w.editor.cardDirty);
         QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+    }
+
+    void EndOfTheSessionThatMayNotAskIsCancelledWhereStoringFails()
+    {
+        Werk w(Drei());
+        w.Aendern(QStringLiteral("neu"));
+        QFile::remove(w.kartei.Path());
+        QVERIFY(!w.editor.SitzungEndet(false));
+        QVERIFY(w.editor.cardDirty);
+        QCOMPARE(w.form.blatt.Frage, QStringLiteral("neu"));
     }
 
     void EndOfTheSessionStoresNothingThatIsNotChanged()
@@ -414,6 +425,10 @@ private slots:
         w.form.blatt.Frage = QStringLiteral("nicht getippt");
         QVERIFY(w.editor.SitzungEndet(true));
         QVERIFY(w.editor.SitzungEndet(false));
+        w.form.blatt.Frage_Klartext.clear(); // not fit to be stored, and not changed
+        QVERIFY(w.editor.SitzungEndet(true));
+        QVERIFY(w.editor.SitzungEndet(false));
+        QVERIFY(w.kartei.messages.gezeigt.isEmpty());
         QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
     }
 

@@ -3,6 +3,7 @@
 #include "Bildbuehne.h"
 #include "Twips.h"
 
+#include <QBuffer>
 #include <QTest>
 
 class PFAendernBildTest : public QObject
@@ -79,23 +80,81 @@ private slots:
                  QStringList(QStringLiteral("Bilddatei nicht gefunden ../../x/fehlt.bmp")));
     }
 
-    void WrongAndTruncatedFilesGiveAMessageAndNothingElse()
+    void FileThatIsNoPictureGivesAMessageAndNothingElse_data()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("text.bmp")), Bildkarte(2, QStringLiteral("kurz.bmp"))});
-        QFile text(b.Datei("text.bmp"));
-        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("kein Bild") > 0);
-        text.close();
-        QFile kurz(b.Datei("kurz.bmp"));
-        QVERIFY(QFile::copy(b.Datei("rot.bmp"), b.Datei("kurz.bmp")) && kurz.resize(40));
+        QTest::addColumn<QByteArray>("inhalt");
+        const auto geschrieben = [](const char *format) {
+            QImage bild(200, 150, QImage::Format_RGB32);
+            bild.fill(Qt::red);
+            QBuffer puffer;
+            puffer.open(QIODevice::WriteOnly);
+            bild.save(&puffer, format);
+            return puffer.data();
+        };
+        const QByteArray bmp = geschrieben("BMP");
+        QTest::newRow("a text") << QByteArray("kein Bild");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("another format") << geschrieben("PNG");
+        QTest::newRow("truncated bitmap") << bmp.left(40);
+        QTest::newRow("truncated JPEG") << geschrieben("JPEG").left(60);
+        QTest::newRow("half a bitmap") << bmp.left(bmp.size() / 2);
+        QTest::newRow("half a JPEG") << geschrieben("JPEG").chopped(100);
+        // A few bytes that claim 60,000 x 60,000 and 10,000 x 10,000 pixels.
+        QTest::newRow("bomb")
+            << QByteArray(bmp.left(80)).replace(18, 8, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8));
+        QTest::newRow("smaller bomb")
+            << QByteArray(bmp.left(80)).replace(18, 8, QByteArray("\x10\x27\0\0\x10\x27\0\0", 8));
+    }
+
+    void FileThatIsNoPictureGivesAMessageAndNothingElse()
+    {
+        QFETCH(QByteArray, inhalt);
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), Bildkarte(2, QStringLiteral("falsch.bmp")),
+                      Bildkarte(3, QStringLiteral("blau.jpg"))});
+        QFile falsch(b.Datei("falsch.bmp"));
+        QVERIFY(falsch.open(QIODevice::WriteOnly) && falsch.write(inhalt) == inhalt.size());
+        falsch.close();
         b.Zeigen();
         b.Klick("CVor");
         const QStringList texte = b.Meldungstexte();
-        QCOMPARE(texte.size(), 2);
-        QVERIFY(texte[0].contains(QStringLiteral("weder BMP noch JPEG")));
-        QVERIFY(!b.Bild()->isVisible());
+        QCOMPARE(texte.size(), 1);
+        QVERIFY2(texte[0].startsWith(QStringLiteral("Ungültiges Bild")) && IsGermanMessage(texte[0]),
+                 qPrintable(texte[0]));
+        QVERIFY(!b.Bild()->isVisible() && !b.Steuerung("Sizer")->isVisible());
         b.Tippen("MFrage", QStringLiteral("x"));
-        b.Klick("Cadd");
-        QCOMPARE(b.kartei.Stored()[1].Picture_1_Name, QStringLiteral("kurz.bmp"));
+        b.Klick("CVor");
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QVERIFY(b.Bild()->isVisible() && b.Farbe().blue() > 200);
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        const CardRecord card = b.kartei.Stored()[1];
+        QCOMPARE(card.Frage_Klartext, QStringLiteral("xFrage 2"));
+        QCOMPARE(card.Picture_1_Name, QStringLiteral("falsch.bmp"));
+        QCOMPARE(card.Pictureleft, 3007.0);
+    }
+
+    void PictureIsToldByItsContentNotItsName()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("jpeg.bmp")), Bildkarte(2, QStringLiteral("bitmap.jpg"))});
+        QVERIFY(QFile::copy(b.Datei("blau.jpg"), b.Datei("jpeg.bmp")));
+        QVERIFY(QFile::copy(b.Datei("rot.bmp"), b.Datei("bitmap.jpg")));
+        b.Zeigen();
+        QVERIFY(b.Bild()->isVisible() && b.Farbe().blue() > 200);
+        b.Klick("CVor");
+        QCOMPARE(b.Farbe(), QColor(Qt::red));
+        QCOMPARE(b.Meldungstexte(), QStringList());
+    }
+
+    void KeyboardLeavesThePictureWithIt()
+    {
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Bild()->setFocus();
+        b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        b.Taste(Qt::Key_Right); // would have been a change of the answer's type
+        QVERIFY(b.fenster->close());
+        QCOMPARE(b.kartei.Stored()[1], MakeCard(2, 0, 2));
     }
 
     // --- Moving and sizing
@@ -194,6 +253,7 @@ private slots:
         // Beyond the margin it does not go, nor to nothing.
         const QRect gross = b.Bild()->geometry();
         b.Ziehen(b.Steuerung("Sizer"), {5000, 5000});
+        QCOMPARE(b.Bild()->geometry(), gross);
         b.Ziehen(b.Steuerung("Sizer"), {-2 * gross.width(), 0});
         QVERIFY(b.Bild()->width() >= 24);
         const QSize groesse = b.Bild()->size();

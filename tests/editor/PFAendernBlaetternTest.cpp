@@ -1,28 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
-#include "MeldungenFenster.h"
 
-#include <QMessageBox>
 #include <QTest>
 
 namespace {
-
-// Counts how often a window has been painted.
-class Malzaehler final : public QObject
-{
-public:
-    explicit Malzaehler(QWidget *widget) { widget->installEventFilter(this); }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++gemalt;
-        return false;
-    }
-
-    int gemalt = 0;
-};
 
 // The key left of "Y" on a German keyboard, as the window system delivers it there.
 void TasteLinksVonY(QWidget *ziel, Qt::KeyboardModifiers umschalter)
@@ -86,6 +68,22 @@ private slots:
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
     }
 
+    // As on a British keyboard, where "\\" and "|" are there.
+    void KeyLeftOfYIsKnownByItsPlaceWhateverItsSigns()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        const auto taste = [&](Qt::Key key, Qt::KeyboardModifiers umschalter) {
+            QKeyEvent druck(QEvent::KeyPress, key, umschalter, 94, 0, 0);
+            QApplication::sendEvent(b.Steuerung("MFrage"), &druck);
+        };
+        taste(Qt::Key_Bar, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        taste(Qt::Key_Backslash, Qt::ControlModifier);
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 1"));
+    }
+
     void SignsGoBackAndOnWhereTheyAreOnOtherKeys()
     {
         EditorBuehne b(DreiKarten());
@@ -126,138 +124,6 @@ private slots:
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("4"));
         b.Klick("CZurück");
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
-    }
-
-    void HeldButtonRunsOnPaintsEveryCardAndStopsWhenReleased()
-    {
-        QList<CardRecord> cards;
-        for (int i = 1; i <= 5000; ++i)
-            cards << MakeCard(i, 0, i);
-        EditorBuehne b(cards);
-        b.Zeigen();
-        const Malzaehler gemalt(b.Steuerung("Formular"));
-        QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
-        QTRY_VERIFY(b.Text("MaskFrageNr").toInt() > 300);
-        QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
-        const int dort = b.Text("MaskFrageNr").toInt();
-        QVERIFY(dort < 5000);
-        QVERIFY(gemalt.gemalt >= dort - 1);
-        for (int i = 0; i < 20; ++i)
-            QApplication::processEvents();
-        QCOMPARE(b.Text("MaskFrageNr").toInt(), dort);
-        QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), dort);
-
-        QTest::mousePress(b.Steuerung("CZZurück"), Qt::RightButton);
-        QTRY_VERIFY(b.Text("MaskFrageNr").toInt() < dort - 5);
-        QTest::mouseRelease(b.Steuerung("CZZurück"), Qt::RightButton);
-        QVERIFY(b.Meldungstexte().isEmpty());
-    }
-
-    void HeldButtonStopsAtTheEndsOnABlankCardWithoutAnError()
-    {
-        EditorBuehne b(DreiKarten());
-        b.Zeigen();
-        for (const char *knopf : {"CVVor", "CZZurück"}) {
-            QTest::mousePress(b.Steuerung(knopf), Qt::LeftButton);
-            QTRY_VERIFY(b.Neu());
-            for (int i = 0; i < 20; ++i)
-                QApplication::processEvents();
-            QTest::mouseRelease(b.Steuerung(knopf), Qt::LeftButton);
-            // Pressed at the end, it stays there.
-            QTest::mouseClick(b.Steuerung(knopf), Qt::LeftButton);
-            QVERIFY(b.Neu());
-        }
-        QVERIFY(b.Meldungstexte().isEmpty());
-    }
-
-    void ShortPressOfTheRunButtonGoesOneCardOn()
-    {
-        EditorBuehne b(DreiKarten());
-        b.Zeigen();
-        b.Klick("CVVor");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-    }
-
-    void RunIsHeldByTheSpaceBarToo()
-    {
-        EditorBuehne b(DreiKarten());
-        b.Zeigen();
-        b.Steuerung("CVVor")->setFocus();
-        QTest::keyPress(b.Steuerung("CVVor"), Qt::Key_Space);
-        QTRY_VERIFY(b.Neu());
-        QTest::keyRelease(b.Steuerung("CVVor"), Qt::Key_Space);
-        QVERIFY(b.Meldungstexte().isEmpty());
-    }
-
-    void RunDoesNotBeginFromACardThatMayNotBeStored()
-    {
-        EditorBuehne b(DreiKarten());
-        b.Zeigen();
-        b.Ersetzen("MFrage", {});
-        QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
-        for (int i = 0; i < 20; ++i)
-            QApplication::processEvents();
-        QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        QVERIFY(!b.Finde<QAbstractButton>("CVVor")->isDown());
-    }
-
-    void RunEndsAtAMessage_data()
-    {
-        QTest::addColumn<int>("karte");
-        QTest::newRow("of the first step") << 2;
-        QTest::newRow("on the way") << 6;
-    }
-
-    void RunEndsAtAMessage()
-    {
-        QFETCH(int, karte);
-        QList<CardRecord> cards;
-        for (int i = 1; i <= 20; ++i) {
-            cards << MakeCard(i, 0, i);
-            if (i >= karte)
-                cards.last().Picture_1_Name = QStringLiteral("fehlt.bmp");
-        }
-        MeldungenFenster meldungen;
-        EditorBuehne b(cards, &meldungen);
-        b.Zeigen();
-        const auto umlaufen = [] {
-            for (int i = 0; i < 20; ++i)
-                QApplication::processEvents();
-        };
-        // Closes what opens, a few rounds of the event loop later.
-        QStringList gesehen;
-        int runden = 0;
-        QTimer uhr;
-        connect(&uhr, &QTimer::timeout, this, [&] {
-            auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box || ++runden % 4 != 0)
-                return;
-            gesehen << box->text();
-            box->accept();
-        });
-        uhr.start(5);
-        auto *knopf = b.Finde<QAbstractButton>("CVVor");
-        QTest::mousePress(knopf, Qt::LeftButton);
-        QTRY_VERIFY(!gesehen.isEmpty() && !QApplication::activeModalWidget());
-        umlaufen();
-        QVERIFY(!knopf->isDown());
-        QCOMPARE(b.Text("MaskFrageNr").toInt(), karte);
-        b.fenster->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(b.fenster.get()));
-        umlaufen();
-        QCOMPARE(b.Text("MaskFrageNr").toInt(), karte);
-        QCOMPARE(gesehen, QStringList(QStringLiteral("Bilddatei nicht gefunden fehlt.bmp")));
-    }
-
-    void RunStoresAChangedCardFirst()
-    {
-        EditorBuehne b(DreiKarten());
-        b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("neu "));
-        b.Klick("CVVor");
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("neu Frage 1"));
     }
 
     // --- Jump, copy, delete
@@ -379,6 +245,12 @@ private slots:
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("6"));
         b.Klick("CEOF");
         QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("11"));
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("Cadd");
+        const QList<CardRecord> stored = b.kartei.Stored();
+        QCOMPARE(stored.size(), 10);
+        QCOMPARE(stored.last().FrageNr, 11.0);
     }
 };
 

@@ -154,6 +154,26 @@ private slots:
         QCOMPARE(b.kartei.store.HighestCardNumber, qint16(3));
     }
 
+    void WhileThePrinterWorksTheNavigationIsAwayOnAWhiteGroundUnderTheHourglass()
+    {
+        Druckbuehne b(DreiKarten());
+        b.Zeigen();
+        bool gedruckt = false;
+        const auto pdf = b.drucker;
+        b.drucker = [&] {
+            gedruckt = true;
+            [&] { // a macro of the test returns from here
+                for (const QString &name : NichtGedruckt)
+                    QVERIFY2(!b.Steuerung(name.toUtf8().constData())->isVisible(), qPrintable(name));
+                QVERIFY(b.kartei.messages.sanduhr);
+                QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(Qt::white));
+            }();
+            return pdf();
+        };
+        b.Drucken();
+        QVERIFY(gedruckt);
+    }
+
     void PictureIsOnThePrintAndTheGroundIsWhiteInADarkDesktopToo()
     {
         const QPalette vorher = QApplication::palette();

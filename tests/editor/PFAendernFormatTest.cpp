@@ -40,6 +40,18 @@ QString Gespeichert(EditorBuehne &b)
     return b.kartei.Stored()[0].Frage;
 }
 
+// Claims every key for the box that it is installed on, as a desktop's own key bindings may.
+class Beansprucher final : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::ShortcutOverride)
+            event->accept();
+        return false;
+    }
+};
+
 } // namespace
 
 class PFAendernFormatTest : public QObject
@@ -120,6 +132,8 @@ private slots:
         QFETCH(int, taste);
         EditorBuehne b({Gemischt()});
         b.Zeigen();
+        Beansprucher desktop;
+        b.Box("MFrage")->installEventFilter(&desktop);
         b.Auswaehlen("MFrage", 0, 3);
         b.Taste(taste, Qt::ControlModifier);
         QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa bbb ccc"));
@@ -224,6 +238,47 @@ private slots:
         QCOMPARE(b.Text("MFrage"), QStringLiteral("aaaXYZ bbb ccc"));
         QVERIFY(!Fett(b, 2) && Fett(b, 3) && Fett(b, 4) && !Fett(b, 5));
         QVERIFY(FormatBei(b, 5).fontItalic() && !FormatBei(b, 4).fontItalic());
+    }
+
+    void EveryCommandActsAtTheCaretOnAnEmptySelection_data() { KeysOfTheMenuHoldAgainstTheTextBox_data(); }
+
+    void EveryCommandActsAtTheCaretOnAnEmptySelection()
+    {
+        QFETCH(int, taste);
+        EditorBuehne b({Gemischt(), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 2, 2);
+        if (taste == Qt::Key_N)
+            b.Taste(Qt::Key_H, Qt::ControlModifier); // so that there is something to take back
+        b.Taste(taste, Qt::ControlModifier);
+        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("X"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaXa bbb ccc"));
+        const bool klein = taste == Qt::Key_H || taste == Qt::Key_T || taste == Qt::Key_N;
+        for (const int stelle : {1, 2, 3}) {
+            const bool neu = stelle == 2;
+            const QTextCharFormat format = FormatBei(b, stelle);
+            QCOMPARE(format.fontWeight() >= QFont::DemiBold, neu && (taste == Qt::Key_F || klein));
+            QCOMPARE(format.fontItalic(), neu && taste == Qt::Key_K);
+            QCOMPARE(format.fontUnderline(), neu && taste == Qt::Key_U);
+            QCOMPARE(format.fontPointSize(), neu && klein ? 7.0 : 12.0);
+            QCOMPARE(CharOffset(format), neu && taste == Qt::Key_H   ? 50
+                                         : neu && taste == Qt::Key_T ? -20
+                                                                     : 0);
+        }
+    }
+
+    // Even before anything is typed, the writer has said what the card is to be.
+    void CommandAtTheCaretAloneIsAChange()
+    {
+        CardRecord card = Gemischt();
+        card.Frage_Klartext = QStringLiteral("steht anders im Klartext");
+        EditorBuehne b({card, MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 2, 2);
+        b.Taste(Qt::Key_F, Qt::ControlModifier);
+        b.Klick("CVor");
+        // Storing writes the plain text anew: that is how it is seen.
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("aaa bbb ccc"));
     }
 
     void CommandsActOnTheBoxWithTheFocus()

@@ -77,6 +77,7 @@ private slots:
         EditorBuehne b({});
         b.konfig.schrift = {QStringLiteral("Liberation Serif"), 15, true, true, false, true, 0x0000FF};
         b.Zeigen();
+        QVERIFY(!b.Box("MFrage")->document()->isUndoAvailable()); // the font least of all
         b.Tippen("MFrage", QStringLiteral("x"));
         b.Tippen("Antwort(4)", {});
         const QTextCharFormat format = b.Box("MFrage")->currentCharFormat();
@@ -255,11 +256,15 @@ private slots:
     {
         EditorBuehne b({Tickkarte(1)});
         b.Zeigen();
+        QTest::mouseClick(b.Steuerung("Check1(0)"), Qt::LeftButton, {}, QPoint(8, 8));
+        QTest::mouseClick(b.Steuerung("Check1(4)"), Qt::LeftButton, {}, QPoint(8, 8));
+        QVERIFY(b.Finde<QCheckBox>("Check1(0)")->isChecked() &&
+                !b.Finde<QCheckBox>("Check1(4)")->isChecked());
         b.Klick("Antwort_T");
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Antworttyp, 1.0);
-        QVERIFY(card.Antwort_ch_2 && card.Antwort_ch_5);
+        QVERIFY(!card.Antwort_ch_1 && card.Antwort_ch_2 && card.Antwort_ch_5);
         QCOMPARE(card.Antwort_5_Klartext, QStringLiteral("fünf"));
     }
 

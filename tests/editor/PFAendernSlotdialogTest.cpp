@@ -127,6 +127,32 @@ private slots:
         QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
     }
 
+    // Its buttons are for a slot that names a file; the option itself asks again.
+    void EmptySlotAsksAgainWhenItsOptionIsChosenAgain()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.dialoge.pfade = {QString(), QString(), b.Datei("rot.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option2"); // cancelled
+            QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
+            Klick(dialog, "cmdÄndern");
+            QCOMPARE(b.dialoge.gefragt.size(), 1);
+            Klick(dialog, "Option2");
+            QCOMPARE(b.dialoge.gefragt.size(), 2);
+            QTest::keyClick(dialog.findChild<QWidget *>(QStringLiteral("Option2")), Qt::Key_Space);
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
+            Klick(dialog, "cmdLöschen");
+            b.dialoge.pfade = {b.Datei("blau.jpg")};
+            Klick(dialog, "Option2"); // is empty again
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            dialog.close();
+        });
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_2_Name, QStringLiteral("blau.jpg"));
+    }
+
     void TooLargePictureIsCutAndSaidForEachSide()
     {
         Bildbuehne b(DreiKarten());
@@ -206,13 +232,16 @@ private slots:
         Bildbuehne b({Bildkarte(1, QStringLiteral("fehlt.bmp"))});
         b.Zeigen();
         b.Meldungstexte();
+        b.dialoge.pfade = {b.Datei("rot.bmp")};
         b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Bildöffnen: ")));
             QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("fehlt.bmp"));
-            QVERIFY(Frei(dialog, "cmdÄndern"));
+            Klick(dialog, "cmdÄndern");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
             dialog.close();
         });
+        QCOMPARE(b.Farbe(), QColor(Qt::red));
     }
 
     // --- The sound dialog

@@ -246,6 +246,25 @@ private slots:
         QCOMPARE(b.suche.letzterBegriff, QString());
     }
 
+    void UndoAndRedoWorkInTheSearchBox()
+    {
+        Suchbuehne b(DreiKarten());
+        b.suche.letzterBegriff = QStringLiteral("Rest");
+        b.Zeigen();
+        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
+            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(QStringLiteral("suchtext")));
+            QTest::keyClick(text, Qt::Key_End);
+            QTest::keyClicks(text, QStringLiteral("xyz"));
+            QTest::keyClick(text, Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(text->text(), QStringLiteral("Rest"));
+            QTest::keyClick(text, Qt::Key_Y, Qt::ControlModifier);
+            QCOMPARE(text->text(), QStringLiteral("Restxyz"));
+            QTest::keyClick(text, Qt::Key_Escape);
+        });
+        b.Taste(Qt::Key_F3);
+        QCOMPARE(b.dialogeBenutzt, 1);
+    }
+
     void EmptyFileIsSaid()
     {
         Suchbuehne b(QList<CardRecord>{});

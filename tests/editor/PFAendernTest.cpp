@@ -30,7 +30,8 @@ private slots:
     void UndoAndRedoWorkInEveryBox_data()
     {
         QTest::addColumn<QString>("feld");
-        for (const char *feld : {"MFrage", "Antwort(0)", "Antwort(4)", "MaskThema"})
+        for (const char *feld : {"MFrage", "Antwort(0)", "Antwort(1)", "Antwort(2)", "Antwort(3)",
+                                 "Antwort(4)", "MaskThema", "MaskFrageNr"})
             QTest::newRow(feld) << QString::fromUtf8(feld);
     }
 

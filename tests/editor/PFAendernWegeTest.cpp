@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "EditorBuehne.h"
+
+#include <QCheckBox>
+#include <QTest>
+
+namespace {
+
+// A road that leads away from the shown card.
+using Weg = std::function<void(EditorBuehne &)>;
+
+void MausAuf(EditorBuehne &b, const char *kreuz)
+{
+    QWidget *widget = b.Steuerung(kreuz);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Weg)
+
+class PFAendernWegeTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static void AlleWege()
+    {
+        QTest::addColumn<Weg>("weg");
+        QTest::addColumn<bool>("schliesst");
+        for (const char *knopf : {"CVor", "CZurück", "CVVor", "CZZurück", "CEOF"})
+            QTest::newRow(knopf) << Weg([knopf](EditorBuehne &b) { b.Klick(knopf); }) << false;
+        QTest::newRow("key forward") << Weg([](EditorBuehne &b) {
+            b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
+        }) << false;
+        QTest::newRow("key back") << Weg([](EditorBuehne &b) { b.Taste(Qt::Key_Less, Qt::ControlModifier); })
+                                  << false;
+        QTest::newRow("jump") << Weg([](EditorBuehne &b) {
+            b.Ersetzen("MaskFrageNr", QStringLiteral("3"));
+            b.Taste(Qt::Key_Return);
+        }) << false;
+        QTest::newRow("copy") << Weg([](EditorBuehne &b) { b.Menue("MExtras", "MKopieren"); }) << false;
+        QTest::newRow("Cback") << Weg([](EditorBuehne &b) { b.Klick("Cback"); }) << true;
+        QTest::newRow("window") << Weg([](EditorBuehne &b) { b.fenster->close(); }) << true;
+    }
+
+private slots:
+
+    void EveryRoadStoresAChangedCardFirst_data() { AlleWege(); }
+
+    void EveryRoadStoresAChangedCardFirst()
+    {
+        QFETCH(Weg, weg);
+        QFETCH(bool, schliesst);
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CVor");
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        weg(b);
+        QCOMPARE(b.fenster->isVisible(), !schliesst);
+        const QList<CardRecord> cards = b.kartei.Stored();
+        QCOMPARE(cards[0], MakeCard(1, 0, 1));
+        QCOMPARE(cards[1].FrageNr, 2.0);
+        QCOMPARE(cards[1].Frage_Klartext, QStringLiteral("neu"));
+        QCOMPARE(cards.last(), MakeCard(3, 2, 1));
+    }
+
+    void EveryRoadStaysOnACardThatMayNotBeStored_data() { AlleWege(); }
+
+    void EveryRoadStaysOnACardThatMayNotBeStored()
+    {
+        QFETCH(Weg, weg);
+        QFETCH(bool, schliesst);
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CVor");
+        b.Ersetzen("MFrage", {});
+        b.Tippen("Antwort(0)", QStringLiteral("neue "));
+        weg(b);
+        QVERIFY(b.fenster->isVisible());
+        const QStringList texte = b.Meldungstexte();
+        QCOMPARE(texte.size(), schliesst ? 2 : 1); // who would close is asked whether to discard
+        QCOMPARE(texte[0], QStringLiteral("Keine Frage eingegeben"));
+        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("neue Antwort 2"));
+        QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), 2);
+        QVERIFY(!b.Neu());
+        QCOMPARE(b.kartei.Stored(), DreiKarten());
+    }
+
+    void NextOnTheBlankCardBehindTheLastDoesNothing()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("CVor");
+        b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(b.Neu());
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
+        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("a"));
+        QCOMPARE(b.kartei.store.HighestCardNumber, qint16(3));
+    }
+
+    void BackFromATypedNewCardStoresItAndShowsTheLast()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Klick("CEOF");
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Klick("CZurück");
+        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Antwort eingegeben")));
+        QVERIFY(b.Neu());
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("CZurück");
+        QVERIFY(!b.Neu());
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        // It is the last of its compartment, and so before the one that is shown.
+        b.Klick("CZurück");
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("4"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
+        QCOMPARE(b.kartei.Stored().size(), 4);
+    }
+
+    void NothingOfOneCardLeaksIntoTheNext()
+    {
+        CardRecord voll = Tickkarte(1);
+        voll.Picture_6_Name = QStringLiteral("a.wav");
+        voll.Picture_8_Name = QStringLiteral("b.wav");
+        CardRecord leer = MakeCard(2, 0, 2);
+        leer.Picture_9_Name = QString();
+        EditorBuehne b({voll, leer});
+        b.Zeigen();
+        b.Klick("CVor");
+        b.Klick("Antwort_K"); // so that ticks would be written
+        b.Klick("CEOF");
+        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Klick("Antwort_K");
+        b.Klick("Cadd");
+        QVERIFY(b.Meldungstexte().isEmpty());
+        const QList<CardRecord> cards = b.kartei.Stored();
+        QCOMPARE(cards.size(), 3);
+        for (const CardRecord &card : {cards[1], cards[2]}) {
+            QCOMPARE(card.Antworttyp, 2.0);
+            QVERIFY(!card.Antwort_ch_1 && !card.Antwort_ch_2 && !card.Antwort_ch_3 && !card.Antwort_ch_4 &&
+                    !card.Antwort_ch_5);
+            QCOMPARE(card.Antwort_2_Klartext, QString());
+            QCOMPARE(card.Picture_6_Name, QString());
+            QCOMPARE(card.Picture_8_Name, QString());
+            QCOMPARE(card.Picture_9_Name, QString());
+        }
+    }
+
+    void EmptiedTopicKeepsTheOneOfTheRecord()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MaskThema", {});
+        b.Klick("Cadd");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Frage_Klartext, QStringLiteral("neu"));
+        QCOMPARE(card.Picture_9_Name, QStringLiteral("Thema 1"));
+    }
+
+    void TicksSetByMouseAreShownAgainAndCanBeTakenAway()
+    {
+        CardRecord card = Tickkarte(1);
+        card.Antworttyp = 1;
+        card.Antwort_ch_2 = card.Antwort_ch_5 = false;
+        EditorBuehne b({card, MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Klick("Antwort_K");
+        MausAuf(b, "Check1(1)");
+        MausAuf(b, "Check1(4)");
+        b.Klick("CVor");
+        b.Klick("CZurück");
+        for (int i = 0; i < 5; ++i)
+            QCOMPARE(b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isChecked(),
+                     i == 1 || i == 4);
+        MausAuf(b, "Check1(4)");
+        b.Klick("CVor");
+        const CardRecord stored = b.kartei.Stored()[0];
+        QCOMPARE(stored.Antworttyp, 2.0);
+        QVERIFY(!stored.Antwort_ch_1 && stored.Antwort_ch_2 && !stored.Antwort_ch_3 && !stored.Antwort_ch_4 &&
+                !stored.Antwort_ch_5);
+    }
+
+    void KeyboardStaysInTheAnswersWhenTheNextCardHasJustOne_data()
+    {
+        QTest::addColumn<QString>("feld");
+        for (const char *feld : {"Antwort(3)", "Check1(0)", "Check1(4)"})
+            QTest::newRow(feld) << QString::fromUtf8(feld);
+    }
+
+    void KeyboardStaysInTheAnswersWhenTheNextCardHasJustOne()
+    {
+        QFETCH(QString, feld);
+        EditorBuehne b({Tickkarte(1), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Steuerung(qPrintable(feld))->setFocus();
+        b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.fenster->focusWidget()->objectName(), QStringLiteral("Antwort(0)"));
+    }
+};
+
+QTEST_MAIN(PFAendernWegeTest)
+#include "PFAendernWegeTest.moc"
