@@ -94,6 +94,7 @@ struct CardRecordset::Impl
                 buffer.reset();
                 FollowCard();
             }
+            file.ForgetState();
             ThrowStoreError(error, file.Path());
         }
     }
@@ -218,7 +219,7 @@ struct CardRecordset::Impl
     {
         scan.Stop();
         if (!inTransaction)
-            file.CheckStillInPlace();
+            file.CheckUnchanged();
         auto found = writes.find(sql);
         if (found == writes.end()) {
             if (writes.size() >= 16)
@@ -239,6 +240,8 @@ struct CardRecordset::Impl
             throw;
         }
         statement.tryReset();
+        if (!inTransaction)
+            file.NoteState();
     }
 
     std::unordered_map<std::string, SQLite::Statement> writes;
@@ -541,7 +544,7 @@ void CardRecordset::BeginTrans()
     impl_->Guarded([&] {
         impl_->scan.Stop();
         // A journal must not come to lie beside another file that stands in this one's place by now.
-        impl_->file.CheckStillInPlace();
+        impl_->file.CheckUnchanged();
         impl_->database.exec("BEGIN IMMEDIATE");
         impl_->inTransaction = true;
     });
@@ -554,6 +557,7 @@ void CardRecordset::CommitTrans()
         impl_->file.CheckStillInPlace();
         impl_->database.exec("COMMIT");
         impl_->inTransaction = false;
+        impl_->file.NoteState();
     });
 }
 
@@ -561,6 +565,7 @@ void CardRecordset::Rollback()
 {
     impl_->Guarded([&] {
         impl_->scan.Stop();
+        impl_->file.ForgetState();
         if (impl_->inTransaction && sqlite3_get_autocommit(impl_->database.getHandle()) == 0)
             impl_->database.exec("ROLLBACK");
         impl_->inTransaction = false;
@@ -580,6 +585,8 @@ void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
         impl_->scan.Stop();
         const bool wasEmpty = impl_->place == Impl::Place::Empty;
         work(impl_->database);
+        if (!impl_->inTransaction)
+            impl_->file.NoteState();
         impl_->FindCardAgain();
         impl_->beforeFirstCardAdded = wasEmpty && impl_->place == Impl::Place::BeforeFirst;
     });
