@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardFileCheck.h"
 #include "CardStore.h"
 #include "JetFile.h"
 #include "Repair.h"
@@ -134,6 +135,17 @@ private slots:
         QFETCH(QByteArray, sql);
         Sql(sql.constData());
         QTEST(Text([&] { CardFile{Path()}; }), "text");
+    }
+
+    void AFileWhoseIndexContradictsItsTable()
+    {
+        // The table is changed while the index is not in the schema.
+        Sql("CREATE TABLE Beiseite AS SELECT * FROM sqlite_schema WHERE name='FrageNr';"
+            "PRAGMA writable_schema=ON; DELETE FROM sqlite_schema WHERE name='FrageNr'");
+        Sql("UPDATE Lernkarten SET FrageNr=77 WHERE FrageNr=2;"
+            "PRAGMA writable_schema=ON; INSERT INTO sqlite_schema SELECT * FROM Beiseite");
+        CardFile file(Path());
+        QCOMPARE(Text([&] { CheckCardFile(file.Database()); }), QString("Die Datei „DATEI“ ist beschädigt."));
     }
 
     void WhatIsNoCardFile()
