@@ -96,8 +96,9 @@ void NeuZaehlen(CardStore &kartei, int fehler) noexcept
     for (Fach &fach : kartei.FachInfo)
         fach.Anzahl = fach.LfdMax = 0;
     try {
-        // A file that was taken away can still be read, but keeps nothing.
-        if (fehler == Fehler::KarteiNichtGefunden)
+        // A file that was taken away, or that another program has taken over, can still be read, but keeps
+        // nothing.
+        if (fehler == Fehler::KarteiNichtGefunden || fehler == Fehler::Gesperrt)
             throw StoreError(fehler, {});
         CardRecordset &karten = kartei.Karten();
         karten.SetIndex(u"BoxKey");

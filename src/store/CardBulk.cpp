@@ -90,6 +90,19 @@ int CloseUpCompartment(SQLite::Database &database, int fachNr)
     return Count(rows);
 }
 
+BoxState StateOfBox(CardRecordset &cards)
+{
+    BoxState state{};
+    cards.Beside([&](SQLite::Database &database) {
+        SQLite::Statement count(database,
+                                R"(SELECT count(*),total("FachNr"),total("FachLfdNr") FROM "Lernkarten")");
+        count.executeStep();
+        for (std::size_t i = 0; i < state.size(); ++i)
+            state[i] = count.getColumn(static_cast<int>(i)).getDouble();
+    });
+    return state;
+}
+
 int MoveAllToNew(CardRecordset &cards, const Fortschritt &fortschritt)
 {
     int moved = 0;

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <array>
 #include <functional>
 
 namespace SQLite {
@@ -21,6 +22,10 @@ class Database;
 // Gives the cards of compartment `fachNr` the running numbers 1 to n in their order; returns n. `database` is
 // the one of the recordset, within CardRecordset::Past.
 int CloseUpCompartment(SQLite::Database &database, int fachNr);
+
+// How many cards lie where: adding cards and moving some to compartment 0 changes it.
+using BoxState = std::array<double, 3>;
+BoxState StateOfBox(CardRecordset &cards);
 
 // All cards go to compartment 0 with the running numbers 1 to n in the order of their card numbers; returns
 // n. Throws 6 where n passes 16 bits.

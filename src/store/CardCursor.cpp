@@ -136,7 +136,7 @@ void CardCursor::Write(const std::string &sql, const std::vector<QVariant> &para
 {
     scan.Stop();
     if (!inTransaction)
-        file.CheckStillInPlace();
+        file.CheckUnchanged();
     auto found = writes.find(sql);
     if (found == writes.end()) {
         if (writes.size() >= 16)
@@ -157,6 +157,8 @@ void CardCursor::Write(const std::string &sql, const std::vector<QVariant> &para
         throw;
     }
     statement.tryReset();
+    if (!inTransaction)
+        file.NoteState();
 }
 
 void CardCursor::InsertBuffer()

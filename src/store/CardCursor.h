@@ -81,6 +81,7 @@ struct CardCursor
                 buffer.reset();
                 FollowCard();
             }
+            file.ForgetState();
             ThrowStoreError(error, file.Path());
         }
     }

@@ -283,12 +283,21 @@ CardFile::CardFile(const QString &path, Access access)
             database_.exec("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;"
                            "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;"
                            "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA secure_delete=ON");
+            watch_ = FileHandle(::open(QFile::encodeName(path_).constData(), O_RDWR | O_CLOEXEC));
         }
         CheckSchema(database_, path_);
     });
     const struct stat info = StatCardFile(path_, access);
     device_ = info.st_dev;
     inode_ = info.st_ino;
+    NoteState();
+}
+
+CardFile::~CardFile()
+{
+    // At its end the engine deletes the journal by its name, unless it is told to keep it.
+    if (IsReplaced())
+        database_.tryExec("PRAGMA journal_mode=PERSIST");
 }
 
 void CardFile::Create(const QString &path)
@@ -319,14 +328,59 @@ void CardFile::Create(const QString &path)
     });
 }
 
-void CardFile::CheckStillInPlace() const
+// Does something else stand where the file stood?
+bool CardFile::IsReplaced() const
 {
     struct stat info = {};
-    if (::stat(QFile::encodeName(path_).constData(), &info) != 0 || info.st_dev != device_ ||
-        info.st_ino != inode_)
+    return ::stat(QFile::encodeName(path_).constData(), &info) == 0 &&
+           (info.st_dev != device_ || info.st_ino != inode_);
+}
+
+void CardFile::CheckStillInPlace() const
+{
+    if (IsReplaced() || !QFileInfo::exists(path_))
         throw StoreError(
             Fehler::KarteiNichtGefunden,
             Named(path_) + QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
+    // The bytes that the engine locks; where this process has them still, nothing happens.
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    if (watch_.Get() >= 0 && ::fcntl(watch_.Get(), F_SETLK, &lock) != 0 &&
+        (errno == EAGAIN || errno == EACCES))
+        throw StoreError(Fehler::Gesperrt,
+                         Named(path_) +
+                             QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
+}
+
+void CardFile::CheckUnchanged() const
+{
+    CheckStillInPlace();
+    if (state_ && state_ != ReadState())
+        throw StoreError(
+            Fehler::Gesperrt,
+            Named(path_) +
+                QStringLiteral("wurde von einem anderen Programm geändert, während sie offen war."));
+}
+
+void CardFile::NoteState()
+{
+    state_ = ReadState();
+}
+
+std::optional<CardFile::State> CardFile::ReadState() const
+{
+    constexpr off_t place = 24; // of the count in the header
+    State state;
+    struct stat info = {};
+    if (watch_.Get() < 0 || ::fstat(watch_.Get(), &info) != 0)
+        return std::nullopt;
+    state.size = info.st_size;
+    if (::pread(watch_.Get(), state.changes.data(), state.changes.size(), place) < 0)
+        return std::nullopt;
+    return state;
 }
 
 void CheckReplaceable(const QString &path)

@@ -2,9 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "FileHandle.h"
+
 #include <QString>
 #include <SQLiteCpp/Database.h>
 
+#include <array>
+#include <cstdint>
+#include <optional>
 #include <sys/types.h>
 
 // The SQLite database behind one open card file. The file is somebody else's data: it is opened with the
@@ -23,6 +28,10 @@ public:
     // locked, 3049 damaged or no database, 3343 a newer format or a table that computes; in a file without
     // our mark 3078 no table "Lernkarten" and 3015 an index missing, which are damage in one of ours.
     explicit CardFile(const QString &path, Access access = Access::Exclusive);
+    CardFile(const CardFile &) = delete;
+    CardFile &operator=(const CardFile &) = delete;
+    // Leaves the journal of a file that has taken this one's place alone.
+    ~CardFile();
 
     // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at
     // `path`.
@@ -33,14 +42,39 @@ public:
     const QString &Path() const { return path_; }
 
     // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
-    // then would go into an unlinked file.
+    // then would go into an unlinked file. Takes a lock that a network drive has lost anew; throws 3045 where
+    // another program has the file by now.
     void CheckStillInPlace() const;
 
+    // The same before the first write; throws 3045 also where another program has changed the file since the
+    // state was noted: the engine, relying on its lock, would not look.
+    void CheckUnchanged() const;
+
+    // After each commit that was reported as done; after one that failed nothing is known.
+    void NoteState();
+
+    void ForgetState() { state_.reset(); }
+
 private:
+    struct State
+    {
+        off_t size = 0;
+        std::array<std::uint8_t, 4> changes{}; // the header's count of them
+
+        bool operator==(const State &) const = default;
+    };
+
+    std::optional<State> ReadState() const;
+    bool IsReplaced() const;
+
     QString path_;
+    // Of its own, only where the file is locked. Closing any descriptor drops the process's locks on the
+    // file, so this one outlives the engine's.
+    FileHandle watch_;
     SQLite::Database database_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
+    std::optional<State> state_;
 };
 
 // Throws StoreError 3024, 76, 3051 or 3049 (empty) where CardFile would not even look into the file at

@@ -268,7 +268,7 @@ void CardRecordset::BeginTrans()
     cursor_->Guarded([&] {
         cursor_->scan.Stop();
         // A journal must not come to lie beside another file that stands in this one's place by now.
-        cursor_->file.CheckStillInPlace();
+        cursor_->file.CheckUnchanged();
         cursor_->database.exec("BEGIN IMMEDIATE");
         cursor_->inTransaction = true;
     });
@@ -281,6 +281,7 @@ void CardRecordset::CommitTrans()
         cursor_->file.CheckStillInPlace();
         cursor_->database.exec("COMMIT");
         cursor_->inTransaction = false;
+        cursor_->file.NoteState();
     });
 }
 
@@ -288,6 +289,7 @@ void CardRecordset::Rollback()
 {
     cursor_->Guarded([&] {
         cursor_->scan.Stop();
+        cursor_->file.ForgetState();
         if (cursor_->inTransaction && sqlite3_get_autocommit(cursor_->database.getHandle()) == 0)
             cursor_->database.exec("ROLLBACK");
         cursor_->inTransaction = false;
@@ -307,6 +309,8 @@ void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
         cursor_->scan.Stop();
         const bool wasEmpty = cursor_->place == CardCursor::Place::Empty;
         work(cursor_->database);
+        if (!cursor_->inTransaction)
+            cursor_->file.NoteState();
         cursor_->FindCardAgain();
         cursor_->beforeFirstCardAdded = wasEmpty && cursor_->place == CardCursor::Place::BeforeFirst;
     });

@@ -148,6 +148,7 @@ void CardStore::OpenChecked(const QString &path)
         file_ = std::make_unique<CardFile>(path);
         CheckCardFile(file_->Database());
         RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
+        ClearFreshFiles(QFileInfo(path).absolutePath());
     };
     try {
         open();

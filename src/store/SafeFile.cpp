@@ -5,6 +5,7 @@
 #include "StoreError.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -256,6 +257,22 @@ static QString Resolved(const QString &place)
 {
     const QFileInfo info(place);
     return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+}
+
+void ClearFreshFiles(const QString &directory) noexcept
+{
+    const int lock = open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (lock < 0)
+        return;
+    // Where a file is just being made the lock is taken.
+    if (flock(lock, LOCK_EX | LOCK_NB) == 0) {
+        const QDir place(directory);
+        for (const QString &name :
+             place.entryList({QStringLiteral(".paukfix-*.neu"), QStringLiteral(".paukfix-*.neu-journal")},
+                             QDir::Files | QDir::Hidden))
+            QFile::remove(place.filePath(name));
+    }
+    close(lock);
 }
 
 FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFileInfo(place_).absolutePath())

@@ -63,7 +63,7 @@ private:
 
 // A file that is made beside its place, under a name of its own, and takes the place in one step when it is
 // whole. Until then, and when it is given up, what stands at the place is not touched. What a kill leaves is
-// used again by the next attempt.
+// used again by the next attempt, or removed by ClearFreshFiles.
 class FreshFile
 {
 public:
@@ -86,3 +86,6 @@ private:
     QString path_;
     DirectoryLock lock_;
 };
+
+// Removes what killed programs left of fresh files in the directory, unless one is just being made there.
+void ClearFreshFiles(const QString &directory) noexcept;

@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Werkbank.h"
 
+#include "CardBulk.h"
 #include "CardFile.h"
 #include "SafeFile.h"
 
 #include <QDir>
+
+#include <optional>
 
 namespace {
 
@@ -14,6 +17,21 @@ QString Sätze(const QString &erster, const QString &zweiter)
 {
     const bool endet = !erster.isEmpty() && QStringLiteral(".!?").contains(erster.back());
     return erster + (endet ? QStringLiteral(" ") : QStringLiteral(". ")) + zweiter;
+}
+
+QString NichtsÜbernommen()
+{
+    return QStringLiteral("Es wurde nichts übernommen.");
+}
+
+// What is known after a commit that failed. It may be on the disk all the same.
+QString Verbleib(const std::optional<BoxState> &vorher, const std::optional<BoxState> &nachher)
+{
+    if (vorher == nachher)
+        return NichtsÜbernommen();
+    if (!nachher)
+        return QStringLiteral("Ob etwas übernommen wurde, ist nicht bekannt.");
+    return QStringLiteral("Die Änderungen wurden trotzdem gespeichert.");
 }
 
 } // namespace
@@ -31,19 +49,24 @@ void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
 
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 {
+    std::optional<BoxState> vorher;
+    bool versucht = false;
     try {
         karten.BeginTrans();
+        vorher = StateOfBox(karten);
         arbeit();
+        versucht = true;
         karten.CommitTrans();
     } catch (const std::exception &fehler) {
         const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
-        const StoreError gemeldet(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
-                                  Sätze(ErrorText(fehler), QStringLiteral("Es wurde nichts übernommen.")));
+        std::optional<BoxState> nachher;
         try {
             karten.Rollback();
+            nachher = StateOfBox(karten);
         } catch (const StoreError &) { // the engine rolls back when the file is closed
         }
-        throw gemeldet;
+        throw StoreError(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
+                         Sätze(ErrorText(fehler), versucht ? Verbleib(vorher, nachher) : NichtsÜbernommen()));
     }
 }
 

@@ -21,7 +21,7 @@ struct Werkbank
 };
 
 // Gelungen: all was done, the success may be told. Teilweise: something was done, and what could not be was
-// reported. Gescheitert: nothing was done, and why was reported.
+// reported. Gescheitert: nothing was done, or nobody knows; what happened was reported.
 enum class Ausgang
 {
     Gelungen,
@@ -35,8 +35,8 @@ QString FehlerKontext();
 // The one error report of the tools for errors that were collected.
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
 
-// Runs `arbeit` as one transaction over the open cards. Where it or the commit throws, nothing is kept, and
-// the StoreError thrown says so; the card file should be opened again then.
+// Runs `arbeit` as one transaction over the open cards: all of it is kept or nothing. Where it or the commit
+// throws, the StoreError thrown says which, as the file shows it; it should be opened again then.
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);
 
 // Opens the card file `name` in KarteiPfad and tells that this takes a while. A failure empties `name`.

@@ -7,6 +7,7 @@
 #include "VollePlatte.h"
 #include "Wuerfel.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -222,22 +223,61 @@ private slots:
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{1, 1, 100}, {2, 1, 200}, {3, 1, 32767}}));
     }
 
+    void AFileThatWasTakenAwayIsClosed_data()
+    {
+        QTest::addColumn<bool>("geloescht");
+        QTest::addColumn<bool>("ersetzt");
+        QTest::addColumn<int>("lfdMax"); // at its highest value the compartment is closed up
+        for (const int lfdMax : {5, 32767}) {
+            QTest::addRow("deleted, %d", lfdMax) << true << false << lfdMax;
+            QTest::addRow("renamed, %d", lfdMax) << false << false << lfdMax;
+            QTest::addRow("deleted and replaced, %d", lfdMax) << true << true << lfdMax;
+            QTest::addRow("renamed and replaced, %d", lfdMax) << false << true << lfdMax;
+        }
+    }
+
     void AFileThatWasTakenAwayIsClosed()
     {
-        Kartei kartei({MakeCard(1, 0, 1)});
+        QFETCH(bool, geloescht);
+        QFETCH(bool, ersetzt);
+        QFETCH(int, lfdMax);
+        const QList<CardRecord> karten{MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 1, lfdMax)};
+        const QList<CardRecord> andere{MakeCard(7, 4, 1)};
+        Kartei kartei(karten);
         kartei.Stehen(0);
-        QVERIFY(QFile::rename(kartei.pfad, kartei.pfad + ".weg"));
+        KarteVerschieben(kartei.store, kartei.meldungen, ErgebnisRichtig);
+        const QString weg = kartei.pfad + ".weg";
+        QVERIFY(geloescht ? QFile::remove(kartei.pfad) : QFile::rename(kartei.pfad, weg));
+        if (ersetzt)
+            MakeCardFile(kartei.pfad, andere);
+        const QStringList dateien = QDir(kartei.verzeichnis.path()).entryList(QDir::Files);
         try {
-            KarteVerschieben(kartei.store, kartei.meldungen, ErgebnisRichtig);
+            kartei.Stehen(0);
+            KarteVerschieben(kartei.store, kartei.meldungen, Falsch);
             QFAIL("stored in a file that is not there");
         } catch (const StoreError &fehler) {
             QCOMPARE(fehler.Number(), Fehler::KarteiNichtGefunden);
+            QCOMPARE(fehler.Text(), QString("Die Datei „%1“ wurde gelöscht, umbenannt oder ersetzt, während "
+                                            "sie offen war.")
+                                        .arg(kartei.pfad));
+            QCOMPARE(QDir(kartei.verzeichnis.path()).entryList(QDir::Files), dateien);
             NeuZaehlen(kartei.store, fehler.Number());
         }
         QVERIFY(!kartei.store.IsOpen());
         QCOMPARE(kartei.store.FehlerStatus, Fehler::KarteiNichtGefunden);
         for (const Fach &fach : kartei.store.FachInfo)
             QCOMPARE(fach.Anzahl, 0);
+        // What was answered before is where it went, and what stands in its place is not touched.
+        if (ersetzt)
+            QCOMPARE(ReadCards(kartei.pfad), andere);
+        if (!geloescht) {
+            QCOMPARE(FaultIn(weg), QString());
+            const QList<CardRecord> gelesen = ReadCards(weg);
+            QCOMPARE(gelesen.size(), karten.size());
+            QVERIFY(std::any_of(gelesen.begin(), gelesen.end(), [](const CardRecord &karte) {
+                return karte.FrageNr == 1 && karte.FachNr == 2;
+            }));
+        }
     }
 
     void TheDieNeverDrawsTheLastOfSeveral_data()

@@ -4,6 +4,7 @@
 #include "KarteVerschieben.h"
 #include "StoreTestSupport.h"
 
+#include <QDir>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -140,6 +141,7 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         CardFile file(path);
         QCOMPARE(file.Database().execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
     }
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden), QStringList("lernen.pzb"));
     QVERIFY(answers > kills);
     QVERIFY2(between > kills / 4, "the kills did not hit the storing");
 }

@@ -215,7 +215,7 @@ void JetConversionTest::BrokenRulesAreMendedAndNamedInTheReport()
                                  "2/6/1/0 Frage 6", "2/7/7/0 Frage 1"}));
     const QString report = QString::fromUtf8(laden.Bytes("alt.pzb.Umwandlung.txt"));
     for (const char *line :
-         {"Bericht über die Umwandlung einer Kartei",
+         {"Bericht über die Umwandlung einer Kartei", "\nUmgewandelt am:          ",
           "Alte Datei:              alt.pzb.altes-Format (unverändert", "Übernommen:              6 Karten",
           "  ohne Beanstandung:     2 Karten", "Nicht übernommen:        keine Karte bekannt",
           "Karte 2 („Frage 2“): Fach war unbrauchbar", "Karte 6 („Frage 4“): Nummer (1e+06) war unbrauchbar",

@@ -363,6 +363,7 @@ private slots:
             QFAIL("saved something");
         } catch (const StoreError &error) {
             QCOMPARE(error.Number(), Fehler::Beschaedigt);
+            QCOMPARE(error.Text(), QString("In der Datei „%1“ ist nichts zu retten.").arg(Path()));
         }
         QCOMPARE(ReadFile(Path()), bytes);
         QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),

@@ -6,6 +6,7 @@
 #include "Repair.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "VollePlatte.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -26,6 +27,9 @@ bool HasEnded(pid_t child)
     return waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 ||
            info.si_pid == child;
 }
+
+const auto takenBack =
+    QStringLiteral("\nEin Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen.\n");
 
 } // namespace
 
@@ -123,8 +127,63 @@ private slots:
         journal.replace(16, 4, QByteArray::fromHex("00000002")); // pages that the file had before
         WriteFile(Path(), box.bytes);
         WriteFile(Path() + QStringLiteral("-journal"), journal);
-        QCOMPARE(RepairDatabase(Path()).cards, box.cards.size());
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
         QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
+        QVERIFY(!QString::fromUtf8(ReadFile(result.report)).contains(takenBack));
+    }
+
+    void UnfinishedTransactionIsNamedInTheReport()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        WriteFile(Path(), amid.bytes);
+        WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+        QVERIFY(QString::fromUtf8(ReadFile(RepairDatabase(Path()).report)).contains(takenBack));
+    }
+
+    // A disk that says that it has written and has not.
+    void NewFileThatDoesNotReadBackIsNotTaken()
+    {
+        MakeCardFile(Path(), SomeCards(1000));
+        DestroyFirstPage();
+        const QByteArray before = ReadFile(Path());
+
+        struct Verderber final : VollePlatte::Zeuge
+        {
+            // When it is opened to be read back.
+            void Geoeffnet(const QString &pfad, bool, const QByteArray &inhalt) override
+            {
+                QFile datei(pfad);
+                if (pfad.endsWith("neu.pzb") && inhalt.size() > 20 * 4096 &&
+                    datei.open(QIODevice::ReadWrite) && datei.seek(10 * 4096))
+                    verdorben += datei.write(QByteArray(4096, '\x5a')) > 0 ? 1 : 0;
+            }
+
+            void Geschrieben(const QString &, qint64, const QByteArray &) override {}
+
+            void Gekuerzt(const QString &, qint64) override {}
+
+            void Gesichert(const QString &) override {}
+
+            void Geloescht(const QString &, bool) override {}
+
+            int verdorben = 0;
+        } verderber;
+
+        VollePlatte::Einbauen();
+        VollePlatte::SetZeuge(&verderber);
+        QString text;
+        try {
+            RepairDatabase(Path());
+        } catch (const StoreError &error) {
+            text = error.Text();
+        }
+        VollePlatte::SetZeuge(nullptr);
+        QVERIFY(verderber.verdorben > 0);
+        QCOMPARE(text, QString("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+        QCOMPARE(Names(), QStringList("Kasten.pzb"));
+        QCOMPARE(ReadFile(Path()), before);
     }
 
     void FullDiskLeavesEverythingAsItWas()
@@ -139,6 +198,7 @@ private slots:
         rlimit old = {};
         getrlimit(RLIMIT_FSIZE, &old);
         int failed = 0;
+        QStringList texts;
         for (const qint64 limit : {qint64(0), qint64(5000), box.bytes.size() / 2, box.bytes.size() - 1}) {
             const rlimit small = {static_cast<rlim_t>(limit), old.rlim_max};
             setrlimit(RLIMIT_FSIZE, &small);
@@ -146,6 +206,7 @@ private slots:
                 RepairDatabase(Path());
             } catch (const StoreError &error) {
                 failed += error.Number() == Fehler::DatentraegerVoll ? 1 : 0;
+                texts << error.Text();
             }
             setrlimit(RLIMIT_FSIZE, &old);
             QCOMPARE(Names(), QStringList{QStringLiteral("Kasten.pzb")});
@@ -153,6 +214,11 @@ private slots:
         }
         std::signal(SIGXFSZ, handler);
         QCOMPARE(failed, 4);
+        texts.removeDuplicates();
+        QCOMPARE(
+            texts,
+            QStringList(
+                QString("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(Path())));
     }
 
     void KillLeavesTheDamagedOrTheRepairedFile()
@@ -211,6 +277,66 @@ private slots:
                 QCOMPARE(found.value(card.marker), card.digest);
         }
         QVERIFY(killed > 0);
+    }
+
+    // Again and again in one directory, and the last repair comes to its end.
+    void KillsDoNotPileUpFiles()
+    {
+        const int runs = qEnvironmentVariableIntValue("PAUKFIX_SHORT_TESTS") != 0 ? 15 : 80;
+        MakeCardFile(Path(), SomeCards(300));
+        DestroyFirstPage();
+        const QByteArray damaged = ReadFile(Path());
+        const QStringList all{"Kasten.pzb", "Kasten.pzb.beschädigt", "Kasten.pzb.Reparatur.txt"};
+        const auto lay = [&] {
+            for (const QString &name : Names())
+                QVERIFY(QFile::remove(Path(name)));
+            WriteFile(Path(), damaged);
+        };
+        lay();
+        QElapsedTimer timer;
+        timer.start();
+        RepairDatabase(Path());
+        const qint64 whole = timer.nsecsElapsed() / 1000;
+        QCOMPARE(Names(), all);
+        lay();
+        Random random(11);
+        int killed = 0, finished = 0;
+        for (int run = 0; run < runs; ++run) {
+            const qint64 moment = Pick(random, whole);
+            const pid_t child = fork();
+            if (child == 0) {
+                RepairDatabase(Path());
+                _exit(0);
+            }
+            QElapsedTimer waiting;
+            waiting.start();
+            const auto reached = [&] {
+                return run % 2 == 0 ? waiting.nsecsElapsed() / 1000 > moment : QFile::exists(Path(all[1]));
+            };
+            while (!reached() && !HasEnded(child) && waiting.elapsed() < 60'000) {
+            }
+            kill(child, SIGKILL);
+            int status = 0;
+            waitpid(child, &status, 0);
+            killed += WIFSIGNALED(status) ? 1 : 0;
+            const bool repaired = ReadFile(Path()) != damaged;
+            if (repaired)
+                RemoveRepairLeftovers(Path()); // as the next opening does
+            for (const QString &name : Names())
+                QVERIFY2(all.contains(name) || (!repaired && name == "Kasten.pzb.reparatur"),
+                         qPrintable(Names().join(u' ')));
+            if (!repaired)
+                continue;
+            ++finished;
+            QCOMPARE(Names(), all);
+            QCOMPARE(ReadCards(Path()).size(), 300);
+            QCOMPARE(ReadFile(Path(all[1])), damaged);
+            lay();
+        }
+        QVERIFY(killed > 0);
+        RepairDatabase(Path());
+        QCOMPARE(Names(), all);
+        qInfo("%d killed, %d of them at the end", killed, finished);
     }
 
     void TheStoreRepairsAndOpens()

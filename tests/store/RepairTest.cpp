@@ -5,8 +5,11 @@
 #include "DamageLab.h"
 #include "StoreTestSupport.h"
 
+#include <QRegularExpression>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -118,7 +121,87 @@ private slots:
         const auto found = ReadDigests(Path());
         QCOMPARE(found.value(victim.marker), victim.digest);
         QCOMPARE(found.value(hit.marker), hit.digest);
-        QVERIFY(Report(result).contains(QStringLiteral("kommt aus dem Index")));
+        QVERIFY(
+            Report(result).contains(QStringLiteral("): Nummer war unbrauchbar und kommt aus dem Index\n")));
+    }
+
+    void NumberThatTheIndexContradictsIsNamed()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const CardTruth &hit = box.cards[220];
+        QVERIFY(hit.number > 127);
+        QByteArray bytes = box.bytes;
+        bytes.replace(FirstValue(bytes, hit), 2, QByteArray::fromHex("7531")); // 30001
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
+        const QString report = Report(result);
+        const QRegularExpression line(
+            QStringLiteral("\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
+                           "für sie\n")
+                .arg(hit.number));
+        QVERIFY2(report.contains(line), qPrintable(report));
+    }
+
+    void DamagedCompartmentIsTakenFromTheIndex()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        WriteFile(Path(), box.bytes);
+        const auto before = Cards();
+        const auto hit = std::find_if(box.cards.begin(), box.cards.end(), [&](const CardTruth &card) {
+            return card.number > 127 && before[card.number].FachNr >= 2; // numbers 0 and 1 take no byte
+        });
+        QVERIFY(hit != box.cards.end());
+        QByteArray bytes = box.bytes;
+        const qint64 at = FirstValue(bytes, *hit) + 2;
+        QCOMPARE(static_cast<double>(bytes[at]), before[hit->number].FachNr);
+        bytes[at] = 99;
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(Cards()[hit->number].FachNr, before[hit->number].FachNr);
+        QVERIFY(Report(result).contains(QStringLiteral("): Fach war unbrauchbar und kommt aus dem Index\n")));
+    }
+
+    void TheReportIsCompared()
+    {
+        MakeCardFile(Path(), SomeCards(30));
+        Sql("DROP INDEX BoxKey; DROP INDEX FrageNr;"
+            "UPDATE Lernkarten SET FachNr=9 WHERE FrageNr=1;"
+            "UPDATE Lernkarten SET FachLfdNr=1e300 WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET FrageNr=5 WHERE FrageNr=4;"
+            "UPDATE Lernkarten SET FrageNr=NULL WHERE FrageNr=6;"
+            "UPDATE Lernkarten SET Picturewidth=99999,Frage='a'||char(0)||'b' WHERE FrageNr=7");
+        QString report = Report(RepairDatabase(Path()));
+        report.replace(QRegularExpression("\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d"), "TAG");
+        QCOMPARE(
+            report,
+            QString(
+                "Bericht über die Reparatur einer Kartei\n"
+                "\n"
+                "Kartei:                  Kasten.pzb\n"
+                "Repariert am:            TAG\n"
+                "Beschädigte Datei:       Kasten.pzb.beschädigt (unverändert aufgehoben)\n"
+                "\n"
+                "Gerettet:                30 Karten\n"
+                "  ohne Beanstandung:     25 Karten\n"
+                "  lückenhaft:            0 Karten\n"
+                "  zweifelhafter Inhalt:  1 Karte\n"
+                "  neu eingeordnet:       4 Karten\n"
+                "Nicht gerettet:          keine Karte bekannt\n"
+                "\n"
+                "Karten mit zweifelhaftem Inhalt\n"
+                "Sie sind so aufgehoben, wie sie in der Datei standen. Bitte nachsehen.\n"
+                "Karte 7 („Frage 7“): Picturewidth hatte den unbrauchbaren Wert 99999 und "
+                "steht jetzt auf 0; Frage enthält Nullzeichen\n"
+                "\n"
+                "Neu eingeordnete Karten\n"
+                "Ihr Inhalt ist, wie er war; Nummer, Fach oder Platz waren nicht zu "
+                "gebrauchen.\n"
+                "Karte 1 („Frage 1“): Fach war unbrauchbar, liegt jetzt in „Neu“; Platz war unbrauchbar oder "
+                "besetzt, liegt jetzt hinten in Fach 0\n"
+                "Karte 3 („Frage 3“): Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach 3\n"
+                "Karte 31 („Frage 6“): Nummer war unbrauchbar oder schon vergeben, neu vergeben\n"
+                "Karte 32 („Frage 4“): Nummer (5) war unbrauchbar oder schon vergeben, neu vergeben\n"));
     }
 
     void TwoCardsWithOneNumberAreBothKept()
@@ -130,7 +213,8 @@ private slots:
         const auto cards = Cards();
         QCOMPARE(cards[5].Frage, QStringLiteral("Frage 12")); // the newer row
         QCOMPARE(cards[21].Frage, QStringLiteral("Frage 5"));
-        QVERIFY(Report(result).contains(QStringLiteral("Karte 21 („Frage 5“): Nummer (5) war unbrauchbar")));
+        QVERIFY(Report(result).contains(QStringLiteral(
+            "Karte 21 („Frage 5“): Nummer (5) war unbrauchbar oder schon vergeben, neu vergeben\n")));
     }
 
     void OneCardInTwoRowsIsKeptOnce()
@@ -152,7 +236,8 @@ private slots:
         QCOMPARE(cards[3].FachLfdNr, 3.0);
         QCOMPARE(cards[8].FachNr, 3.0);
         QCOMPARE(cards[8].FachLfdNr, 25.0); // behind 24, the last one there
-        QVERIFY(Report(result).contains(QStringLiteral("liegt jetzt hinten in Fach 3")));
+        QVERIFY(Report(result).contains(QStringLiteral(
+            "Karte 8 („Frage 8“): Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach 3\n")));
     }
 
     void FullCompartmentIsClosedUp()
@@ -241,7 +326,8 @@ private slots:
         const QString report = Report(result);
         QVERIFY(report.contains(QStringLiteral("lückenhaft:            1 Karte\n")));
         QVERIFY(report.contains(
-            QStringLiteral("Karte 4 („Frage 4“): Antwort 1 bricht ab; Antwort 1 Klartext fehlt")));
+            QStringLiteral("\nLückenhafte Karten\nWas nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.\n"
+                           "Karte 4 („Frage 4“): Antwort 1 bricht ab; Antwort 1 Klartext fehlt\n")));
     }
 
     void LostCardsAreNamedFromTheIndex()
@@ -257,7 +343,8 @@ private slots:
         WriteFile(Path(), bytes);
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size() - lost.size());
-        QVERIFY(Report(result).contains(QStringLiteral("nur noch die Nummer bekannt: ") +
+        QVERIFY(Report(result).contains(QStringLiteral("\nNicht gerettet\nVon diesen Karten ist nur noch die "
+                                                       "Nummer bekannt: ") +
                                         lost.join(QStringLiteral(", ")) + u'\n'));
     }
 

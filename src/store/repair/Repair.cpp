@@ -64,20 +64,14 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
                      QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
 }
 
-} // namespace
-
-RepairResult RepairDatabase(const QString &path)
+int SaveCards(const RepairFiles &files, RepairReport &report)
 {
-    const RepairFiles files(path);
-    if (files.Size() == 0)
-        ThrowNothingToSave(path);
     files.MakeCopy();
     // An unfinished transaction is rolled back in the copy now.
     EngineReader engine(files.CopyPath());
     const FileHandle copy(open(QFile::encodeName(files.CopyPath()).constData(), O_RDONLY | O_CLOEXEC));
     const std::int64_t size = QFileInfo(files.CopyPath()).size();
 
-    RepairReport report;
     int cards = 0;
     try {
         auto best = std::make_unique<Reading>(copy.Get(), size, engine);
@@ -97,10 +91,28 @@ RepairResult RepairDatabase(const QString &path)
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, files.NewPath());
     }
+    return cards;
+}
+
+} // namespace
+
+RepairResult RepairDatabase(const QString &path)
+{
+    const RepairFiles files(path);
+    if (files.Size() == 0)
+        ThrowNothingToSave(path);
+    RepairReport report;
+    int cards = 0;
+    try {
+        cards = SaveCards(files, report);
+        if (cards > 0)
+            files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(),
+                                          QDateTime::currentDateTime()));
+    } catch (const StoreError &error) {
+        throw StoreError(error.Number(), files.ForUsers(error.Text()));
+    }
     if (cards == 0)
         ThrowNothingToSave(path);
-    files.WriteReport(
-        report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(), QDateTime::currentDateTime()));
     files.Swap();
     return {cards, files.AsidePath(), files.ReportPath()};
 }

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,6 +23,29 @@ namespace {
 QString WorkDirectory(const QString &path)
 {
     return BesideName(path, QStringLiteral(".reparatur"));
+}
+
+QString NewFile(const QString &work)
+{
+    return work + QStringLiteral("/neu.pzb");
+}
+
+QString ReportDraft(const QString &work)
+{
+    return work + QStringLiteral("/bericht.txt");
+}
+
+struct ResultNames
+{
+    QString aside, report;
+};
+
+// Of the repair number `count` of the file, counted from 1.
+ResultNames NamesOf(const QString &path, int count)
+{
+    const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
+    return {BesideName(path, QStringLiteral(".beschädigt") + number),
+            BesideName(path, QStringLiteral(".Reparatur") + number + QStringLiteral(".txt"))};
 }
 
 [[noreturn]] void ThrowFileError(int error, const QString &path)
@@ -119,12 +143,6 @@ void Rename(const QString &from, const QString &to)
 
 } // namespace
 
-FileHandle::~FileHandle()
-{
-    if (file_ >= 0)
-        close(file_);
-}
-
 QString BesideName(const QString &path, const QString &suffix)
 {
     constexpr qsizetype longest = 255 - 8; // bytes; room for "-journal"
@@ -186,14 +204,15 @@ void RepairFiles::Lock()
 
 void RepairFiles::ChooseNames()
 {
+    // A repair that was killed may have given the damaged file its second name.
+    const auto isFree = [this](const QString &suffix) {
+        return !Exists(aside_ + suffix) || IsSameFile(aside_ + suffix, path_ + suffix);
+    };
     for (int count = 1;; ++count) {
-        const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
-        aside_ = BesideName(path_, QStringLiteral(".beschädigt") + number);
-        report_ = BesideName(path_, QStringLiteral(".Reparatur") + number + QStringLiteral(".txt"));
-        bool free = !Exists(aside_) && !Exists(report_);
-        for (const QString &suffix : companions_)
-            free = free && !Exists(aside_ + suffix);
-        if (free)
+        const ResultNames names = NamesOf(path_, count);
+        aside_ = names.aside;
+        report_ = names.report;
+        if (isFree({}) && !Exists(report_) && std::all_of(companions_.begin(), companions_.end(), isFree))
             return;
     }
 }
@@ -205,7 +224,14 @@ QString RepairFiles::CopyPath() const
 
 QString RepairFiles::NewPath() const
 {
-    return work_ + QStringLiteral("/neu.pzb");
+    return NewFile(work_);
+}
+
+QString RepairFiles::ForUsers(QString text) const
+{
+    for (const QString &file : {CopyPath(), NewPath(), ReportDraft(work_)})
+        text.replace(file, path_);
+    return text;
 }
 
 void RepairFiles::MakeCopy() const
@@ -220,7 +246,7 @@ void RepairFiles::MakeCopy() const
 
 void RepairFiles::WriteReport(const QByteArray &text) const
 {
-    const QString path = work_ + QStringLiteral("/bericht.txt");
+    const QString path = ReportDraft(work_);
     const FileHandle file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
     WriteAll(
         file,
@@ -231,17 +257,15 @@ void RepairFiles::WriteReport(const QByteArray &text) const
 
 void RepairFiles::KeepAside(const QString &from, const QString &to) const
 {
-    if (link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+    if (IsSameFile(from, to) ||
+        link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
         return;
     Check(errno != EEXIST, to);
     // a file system without hard links
-    try {
-        CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), to);
-        Sync(to);
-    } catch (const StoreError &) {
-        unlink(QFile::encodeName(to).constData());
-        throw;
-    }
+    const QString copy = work_ + QStringLiteral("/beiseite");
+    CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), copy);
+    Sync(copy);
+    Rename(copy, to);
 }
 
 void RepairFiles::SyncDirectory() const
@@ -277,7 +301,7 @@ void RepairFiles::Swap() const
             RetireCompanions();
         Rename(NewPath(), path_);
         SyncDirectory();
-        Rename(work_ + QStringLiteral("/bericht.txt"), report_);
+        Rename(ReportDraft(work_), report_);
         SyncDirectory();
     } catch (const StoreError &) {
         // Back to the names of before, the journal before the file that it belongs to.
@@ -306,8 +330,17 @@ void RepairFiles::RetireCompanions() const
 
 void RemoveRepairLeftovers(const QString &path)
 {
-    const QFileInfo info(path);
-    const QString real = info.canonicalFilePath();
-    if (!real.isEmpty())
-        QDir(WorkDirectory(real)).removeRecursively();
+    const QString real = QFileInfo(path).canonicalFilePath();
+    const QString work = WorkDirectory(real);
+    if (real.isEmpty() || !Exists(work))
+        return;
+    if (const QString draft = ReportDraft(work); Exists(draft) && !Exists(NewFile(work))) {
+        // Killed when the new file was in its place already: its report follows.
+        int count = 1;
+        while (Exists(NamesOf(real, count + 1).aside))
+            ++count;
+        if (const QString report = NamesOf(real, count).report; !Exists(report))
+            rename(QFile::encodeName(draft).constData(), QFile::encodeName(report).constData());
+    }
+    QDir(work).removeRecursively();
 }

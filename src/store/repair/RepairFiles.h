@@ -2,38 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "FileHandle.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <cstdint>
-#include <utility>
-
-// An open file descriptor.
-class FileHandle
-{
-public:
-    FileHandle() = default;
-
-    explicit FileHandle(int file) : file_(file) {}
-
-    FileHandle(FileHandle &&other) noexcept : file_(std::exchange(other.file_, -1)) {}
-
-    FileHandle &operator=(FileHandle &&other) noexcept
-    {
-        std::swap(file_, other.file_);
-        return *this;
-    }
-
-    FileHandle(const FileHandle &) = delete;
-    FileHandle &operator=(const FileHandle &) = delete;
-    ~FileHandle();
-
-    int Get() const { return file_; }
-
-private:
-    int file_ = -1;
-};
 
 // The files around a repair: the damaged one, locked against other programs as long as this object lives, the
 // directory in which the work is done, and the names that the results get. All methods throw StoreError.
@@ -64,6 +39,9 @@ public:
     QString NewPath() const;
     void MakeCopy() const;
     void WriteReport(const QByteArray &text) const;
+
+    // An error's text with the damaged file named instead of a file of the working directory.
+    QString ForUsers(QString text) const;
 
     // The names that the damaged file and the report will have, chosen once.
     const QString &AsidePath() const { return aside_; }

@@ -3,6 +3,7 @@
 #include "SalvageWriter.h"
 
 #include "CardFile.h"
+#include "CardFileCheck.h"
 #include "StoreError.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -25,7 +26,7 @@ void BindCard(SQLite::Statement &insert, const SalvagedCard &card)
     }
 }
 
-int Write(const QString &path, const std::function<std::optional<SalvagedCard>()> &next)
+int WriteAll(const QString &path, const std::function<std::optional<SalvagedCard>()> &next)
 {
     CardFile file(path);
     SQLite::Database &database = file.Database();
@@ -43,11 +44,21 @@ int Write(const QString &path, const std::function<std::optional<SalvagedCard>()
         ++cards;
     }
     transaction.commit();
-    if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok" ||
-        database.execAndGet("SELECT count(*) FROM Lernkarten").getInt() != cards)
-        throw StoreError(Fehler::Beschaedigt,
-                         QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
     return cards;
+}
+
+// Opened anew, as what the engine has just written it still knows by heart.
+bool IsSound(const QString &path, int cards)
+{
+    try {
+        CardFile file(path);
+        CheckCardFile(file.Database());
+        return file.Database().execAndGet("SELECT count(*) FROM Lernkarten").getInt() == cards;
+    } catch (const StoreError &error) {
+        if (error.Number() != Fehler::Beschaedigt)
+            throw;
+        return false;
+    }
 }
 
 } // namespace
@@ -56,7 +67,11 @@ int WriteSalvagedCards(const QString &path, const std::function<std::optional<Sa
 {
     CardFile::Create(path);
     try {
-        return Write(path, next);
+        const int cards = WriteAll(path, next);
+        if (!IsSound(path, cards))
+            throw StoreError(Fehler::Beschaedigt,
+                             QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+        return cards;
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, path);
     }

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardStore.h"
+#include "DamageLab.h"
+#include "StoreError.h"
+#include "StoreTestSupport.h"
+
+#include <QProcess>
+#include <QTest>
+
+#include <fcntl.h>
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+// Asks card 1 for a new place, as an answer does.
+void Answer(CardRecordset &cards)
+{
+    cards.SetIndex(u"FrageNr");
+    cards.Seek(CardRecordset::Comparison::Equal, 1);
+    const Field place = cards[u"FachLfdNr"];
+    const double next = place.Number() + 1;
+    cards.Edit();
+    Field(place).Set(next);
+    cards.Update();
+}
+
+// A network drive that comes back has forgotten the locks; the system does the same to a process that closes
+// any descriptor of the file.
+void LoseLocks(const QString &path)
+{
+    ::close(::open(QFile::encodeName(path).constData(), O_RDONLY));
+}
+
+// What the engine's own program says, run to its end.
+QString OtherProgram(const QString &path, const QString &sql)
+{
+    QProcess other;
+    other.setProcessChannelMode(QProcess::MergedChannels);
+    other.start(QStringLiteral("sqlite3"), {path, sql});
+    if (!other.waitForFinished())
+        qFatal("sqlite3 does not end");
+    return QString::fromUtf8(other.readAll());
+}
+
+} // namespace
+
+// Another program's doings with the card file, or with what takes its place, while it is open here.
+class OtherProgramTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> directory_;
+
+    QString Path(const QString &name = QStringLiteral("a.pzb")) const { return directory_->filePath(name); }
+
+    // The error of one more answer, the path replaced by DATEI.
+    std::optional<StoreError> Error(CardRecordset &cards) const
+    {
+        try {
+            Answer(cards);
+        } catch (const StoreError &error) {
+            return StoreError(error.Number(), error.Text().replace(Path(), QStringLiteral("DATEI")));
+        }
+        return std::nullopt;
+    }
+
+private slots:
+
+    void init()
+    {
+        directory_ = std::make_unique<QTemporaryDir>();
+        MakeCardFile(Path(), {MakeCard(1, 0, 1), MakeCard(2, 1, 1)});
+    }
+
+    void AJournalOfTheFileThatTookThePlaceIsLeftAlone_data()
+    {
+        QTest::addColumn<int>("answers");
+        QTest::addColumn<bool>("transaction");
+        QTest::newRow("before the first answer") << 0 << false;
+        QTest::newRow("after an answer") << 1 << false;
+        QTest::newRow("in a transaction") << 0 << true;
+        QTest::newRow("in a transaction after an answer") << 1 << true;
+    }
+
+    void AJournalOfTheFileThatTookThePlaceIsLeftAlone()
+    {
+        QFETCH(int, answers);
+        QFETCH(bool, transaction);
+        QTemporaryDir elsewhere;
+        const Box box = MakeBox(elsewhere.path(), {.cards = 300});
+        const Box amid = AmidTransaction(elsewhere.path(), box);
+        {
+            CardFile file(Path());
+            CardRecordset cards(file);
+            for (int i = 0; i < answers; ++i)
+                Answer(cards);
+            if (transaction) {
+                cards.BeginTrans();
+                Answer(cards);
+            }
+            QVERIFY(QFile::rename(Path(), Path("weg.pzb")));
+            // Its journal first, as another program would do.
+            WriteFile(Path("neu-journal"), amid.journal);
+            WriteFile(Path("neu"), amid.bytes);
+            for (const char *suffix : {"-journal", ""})
+                QCOMPARE(::rename(QFile::encodeName(Path("neu") + suffix).constData(),
+                                  QFile::encodeName(Path() + suffix).constData()),
+                         0);
+            if (transaction) {
+                QVERIFY_EXCEPTION_THROWN(cards.CommitTrans(), StoreError);
+                cards.Rollback();
+            }
+            QCOMPARE(Error(cards)->Number(), Fehler::KarteiNichtGefunden);
+        }
+        QCOMPARE(ReadFile(Path()), amid.bytes);
+        QCOMPARE(ReadFile(Path() + "-journal"), amid.journal);
+        QCOMPARE(FaultIn(Path("weg.pzb")), QString());
+        QCOMPARE(ReadCards(Path("weg.pzb")).front().FachLfdNr, 1.0 + answers);
+        // The other file is rolled back to what it was.
+        QCOMPARE(FaultIn(Path()), QString());
+        const auto found = ReadDigests(Path());
+        QCOMPARE(found.size(), box.cards.size());
+        for (const CardTruth &card : box.cards)
+            QCOMPARE(found.value(card.marker), card.digest);
+    }
+
+    void NoJournalStaysBesideAFileThatStayed()
+    {
+        {
+            CardFile file(Path());
+            CardRecordset cards(file);
+            Answer(cards);
+        }
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::Files), QStringList("a.pzb"));
+    }
+
+    void LostLocksAreTakenAnew()
+    {
+        CardFile file(Path());
+        CardRecordset cards(file);
+        const QString change("UPDATE Lernkarten SET FachNr=3 WHERE FrageNr=2");
+        QVERIFY(OtherProgram(Path(), change).contains("locked"));
+        LoseLocks(Path());
+        QVERIFY(!Error(cards));
+        QVERIFY(OtherProgram(Path(), change).contains("locked"));
+    }
+
+    void AfterLostLocksAnotherProgramsFileIsNotWritten()
+    {
+        const QByteArray before = ReadFile(Path());
+        {
+            CardFile file(Path());
+            CardRecordset cards(file);
+            LoseLocks(Path());
+            QProcess other;
+            other.start("sqlite3", {Path()});
+            other.write("BEGIN EXCLUSIVE; SELECT 'da';\n");
+            QVERIFY(other.waitForReadyRead());
+            const auto error = Error(cards);
+            QVERIFY(error);
+            QCOMPARE(error->Number(), Fehler::Gesperrt);
+            QCOMPARE(error->Text(),
+                     QString("Die Datei „DATEI“ ist gesperrt: ein anderes Programm hat sie geöffnet."));
+            other.closeWriteChannel();
+            QVERIFY(other.waitForFinished());
+        }
+        QCOMPARE(ReadFile(Path()), before);
+    }
+
+    void AfterLostLocksAnotherProgramsChangeIsSeen()
+    {
+        {
+            CardFile file(Path());
+            CardRecordset cards(file);
+            Answer(cards);
+            LoseLocks(Path());
+            QCOMPARE(OtherProgram(Path(), "UPDATE Lernkarten SET FachNr=3 WHERE FrageNr=2"), QString());
+            for (int attempt = 0; attempt < 2; ++attempt) {
+                const auto error = Error(cards);
+                QVERIFY(error);
+                QCOMPARE(error->Number(), Fehler::Gesperrt);
+                QCOMPARE(error->Text(),
+                         QString("Die Datei „DATEI“ wurde von einem anderen Programm geändert, "
+                                 "während sie offen war."));
+            }
+            QVERIFY_EXCEPTION_THROWN(cards.BeginTrans(), StoreError);
+        }
+        QCOMPARE(FaultIn(Path()), QString());
+        const QList<CardRecord> cards = ReadCards(Path());
+        QCOMPARE(cards[0].FachLfdNr, 2.0);
+        QCOMPARE(cards[1].FachNr, 3.0);
+    }
+
+    void AFileThatWasCutIsNotWrittenAnyMore()
+    {
+        const qint64 half = QFileInfo(Path()).size() / 2;
+        {
+            CardFile file(Path());
+            CardRecordset cards(file);
+            QVERIFY(QFile::resize(Path(), half));
+            const auto error = Error(cards);
+            QVERIFY(error);
+            QCOMPARE(error->Number(), Fehler::Gesperrt);
+        }
+        QCOMPARE(QFileInfo(Path()).size(), half);
+        // The next opening offers the repair.
+        TestMeldungen messages;
+        const TestUhr clock;
+        CardStore store(messages, clock);
+        store.KarteiPfad = directory_->path();
+        QString name = QStringLiteral("a.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(messages.Texte().constFirst(), QString("Diese Datei ist beschädigt Reparaturversuch ?"));
+    }
+};
+
+QTEST_GUILESS_MAIN(OtherProgramTest)
+#include "OtherProgramTest.moc"
