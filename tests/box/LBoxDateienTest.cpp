@@ -344,6 +344,22 @@ private slots:
         QCOMPARE(b.Anzahl(4), 1);
     }
 
+    void AListOfFilesThatCannotBeStoredIsSaidAndTheFileIsOpen()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        MakeCardFile(b.Pfad("b.pzb"), {MakeCard(1, 4, 1)});
+        QVERIFY(QFile::remove(b.programm.filePath("konfig.dat")));
+        b.dialoge.pfade = {b.Pfad("b.pzb")};
+        b.Taste(Qt::Key_O, Qt::ControlModifier);
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Liste der letzten Dateien konnte nicht gespeichert werden: Datei nicht "
+                             "gefunden: " +
+                             b.programm.filePath("konfig.dat")));
+        QCOMPARE(b.kartei.CurrentFileName, QString("b.pzb"));
+        QCOMPARE(b.Anzahl(4), 1);
+    }
+
     // 32,767 cards: the box is computed 2,979 times while they are counted.
     void ABigFileIsCountedWhole()
     {

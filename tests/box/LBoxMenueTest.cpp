@@ -149,8 +149,9 @@ private slots:
         QVERIFY(QFile::remove(b.programm.filePath("konfig.dat")));
         b.Menue("MAnimation")->trigger();
         QVERIFY(b.Menue("MAnimation")->isChecked());
-        QCOMPARE(b.meldungen.gezeigt.size(), 1);
-        QVERIFY(b.meldungen.Texte()[0].startsWith("Die Einstellung konnte nicht gespeichert werden: "));
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Einstellung konnte nicht gespeichert werden: Datei nicht gefunden: " +
+                             b.programm.filePath("konfig.dat")));
     }
 
     void TheStandardFontIsOfferedAndStored()
@@ -170,6 +171,19 @@ private slots:
         QVERIFY(b.KonfigText().contains(
             "FontName=DejaVu Serif\r\nFontSize=14\r\nFontBold=True\r\nFontItalic=False\r\n"
             "FontStrikethru=False\r\nFontUnderline=True\r\nColor=1971210\r\n"));
+    }
+
+    void AFontThatCannotBeStoredHoldsForThisRun()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        QVERIFY(QFile::remove(b.programm.filePath("konfig.dat")));
+        b.dialoge.schrift = Schriftwahl{QFont("DejaVu Serif", 14), QColor(10, 20, 30)};
+        b.Menue("MSchriftart")->trigger();
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Schriftart konnte nicht gespeichert werden: Datei nicht gefunden: " +
+                             b.programm.filePath("konfig.dat")));
+        QCOMPARE(b.konfig.schrift.FontName, QString("DejaVu Serif"));
     }
 
     void ACancelledFontDialogChangesNothing()

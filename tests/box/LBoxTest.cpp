@@ -475,6 +475,30 @@ private slots:
         QCOMPARE(b.meldungen.gezeigt.size(), 1);
     }
 
+    void ACardThatCannotBeReadClosesTheFile_data()
+    {
+        QTest::addColumn<int>("taste");
+        QTest::newRow("compartment") << int(Qt::Key_3);
+        QTest::newRow("die") << int(Qt::Key_W);
+    }
+
+    void ACardThatCannotBeReadClosesTheFile()
+    {
+        QFETCH(int, taste);
+        LBoxBuehne b;
+        b.OeffnenMit({2, 2, 2, 2, 2, 2});
+        b.kartei.Karten().Beside(
+            [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
+        VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
+        b.Taste(static_cast<Qt::Key>(taste));
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Karte kann nicht gelesen werden: Ein-/Ausgabefehler bei der Datei „" +
+                             b.Pfad("a.pzb") + "“.\n\nDie Kartei wurde geschlossen."));
+        QVERIFY(!b.kartei.IsOpen());
+        VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+        QCOMPARE(ReadCards(b.Pfad("a.pzb")).size(), 12);
+    }
+
     void ABrokenDiskClosesTheFile()
     {
         LBoxBuehne b;

@@ -303,7 +303,10 @@ private slots:
         w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
         w.editor.cardDirty = true;
         QVERIFY(!w.editor.StoreCard());
-        QVERIFY(w.kartei.messages.Texte().constFirst().contains(QStringLiteral("Überlauf")));
+        QCOMPARE(
+            w.kartei.messages.Texte(),
+            QStringList("Fehler beim Speichern der Karte: Überlauf: Die Kartennummern sind aufgebraucht, "
+                        "32767 ist vergeben."));
         QCOMPARE(w.store.HighestCardNumber, qint16(32767));
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(w.form.blatt.Frage, QStringLiteral("f"));

@@ -184,6 +184,9 @@ private slots:
         EditorBuehne b({lang});
         b.Zeigen();
         QVERIFY(b.Text("MFrage").endsWith(QStringLiteral("[…]")));
+        QCOMPARE(
+            b.Steuerung("MFrage")->toolTip(),
+            QString("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der Kartei, wie er ist."));
         b.Ersetzen("MFrage", QStringLiteral("weg"));
         b.Auswaehlen("MFrage", 0, 2);
         b.Taste(Qt::Key_F, Qt::ControlModifier);

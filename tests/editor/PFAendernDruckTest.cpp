@@ -320,7 +320,8 @@ private slots:
         b.pfad = QStringLiteral("/nirgends/druck.pdf");
         b.Zeigen();
         b.Drucken();
-        QCOMPARE(b.Meldungstexte().size(), 1);
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(QStringLiteral("Fehler beim Drucken: Der Drucker nimmt nichts an.")));
         QVERIFY(!b.kartei.messages.sanduhr);
         QVERIFY(b.Steuerung("CVor")->isVisible());
     }

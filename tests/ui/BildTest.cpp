@@ -204,13 +204,13 @@ private:
         return BildLaden(name, kartei_->path(), programm_->path(), *meldungen_);
     }
 
-    void VerifyNumber(const QString &pfad, int nummer)
+    void VerifyError(const QString &pfad, int nummer, const char *text)
     {
         try {
             BildLesen(pfad);
         } catch (const StoreError &fehler) {
             QCOMPARE(fehler.Number(), nummer);
-            QVERIFY(fehler.Text().contains(pfad));
+            QCOMPARE(fehler.Text(), QString(text).arg(pfad));
             return;
         }
         QFAIL("no error");
@@ -371,29 +371,30 @@ private slots:
         Einfarbig(4, 4).save(programm_->filePath("a.jpg"));
         Schreiben(kartei_->filePath("a.jpg"), "Das ist ein Text.");
         QVERIFY(Laden("a.jpg").isNull());
-        QCOMPARE(meldungen_->Texte().size(), 1);
-        QVERIFY2(meldungen_->Texte()[0].startsWith("Ungültiges Bild „"), qPrintable(meldungen_->Texte()[0]));
+        QCOMPARE(meldungen_->Texte(),
+                 QStringList("Ungültiges Bild „" + kartei_->filePath("a.jpg") + "“: weder BMP noch JPEG."));
     }
 
-    void EachFailureHasItsNumber()
+    void EachFailureHasItsNumberAndText()
     {
-        VerifyNumber(kartei_->filePath("fehlt.jpg"), 53);
-        VerifyNumber(kartei_->filePath("weg/fehlt.jpg"), 76);
+        VerifyError(kartei_->filePath("fehlt.jpg"), 53, "Datei nicht gefunden: „%1“");
+        VerifyError(kartei_->filePath("weg/fehlt.jpg"), 76, "Pfad nicht gefunden: „%1“");
         QDir(kartei_->path()).mkdir("ordner.jpg");
-        VerifyNumber(kartei_->filePath("ordner.jpg"), 75);
+        VerifyError(kartei_->filePath("ordner.jpg"), 75, "Die Datei „%1“ kann nicht gelesen werden.");
         const QString rohr = kartei_->filePath("rohr.jpg");
         QCOMPARE(mkfifo(QFile::encodeName(rohr).constData(), 0600), 0);
-        VerifyNumber(rohr, 75);
+        VerifyError(rohr, 75, "Die Datei „%1“ kann nicht gelesen werden.");
         Schreiben(kartei_->filePath("leer.jpg"), "");
-        VerifyNumber(kartei_->filePath("leer.jpg"), 481);
+        VerifyError(kartei_->filePath("leer.jpg"), 481, "Ungültiges Bild „%1“: weder BMP noch JPEG.");
         QVERIFY(Einfarbig(3, 3).save(kartei_->filePath("b.jpg"), "PNG"));
-        VerifyNumber(kartei_->filePath("b.jpg"), 481);
+        VerifyError(kartei_->filePath("b.jpg"), 481, "Ungültiges Bild „%1“: weder BMP noch JPEG.");
     }
 
     void TruncatedAndLyingFilesAreNoPictures()
     {
         Schreiben(kartei_->filePath("kurz.jpg"), HochkantJpeg().left(60));
-        VerifyNumber(kartei_->filePath("kurz.jpg"), 481);
+        VerifyError(kartei_->filePath("kurz.jpg"), 481,
+                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
         // A bitmap of a few bytes that claims 60,000 x 60,000 pixels.
         Einfarbig(1, 1).save(kartei_->filePath("bombe.bmp"));
         QFile datei(kartei_->filePath("bombe.bmp"));
@@ -401,11 +402,13 @@ private slots:
         QByteArray bombe = datei.readAll();
         bombe.replace(18, 8, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8));
         Schreiben(kartei_->filePath("bombe2.bmp"), bombe);
-        VerifyNumber(kartei_->filePath("bombe2.bmp"), 481);
+        VerifyError(kartei_->filePath("bombe2.bmp"), 481,
+                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
         // The same with 10,000 x 10,000: within the limit of pixels, beyond that of memory.
         bombe.replace(18, 8, QByteArray("\x10\x27\0\0\x10\x27\0\0", 8));
         Schreiben(kartei_->filePath("bombe3.bmp"), bombe);
-        VerifyNumber(kartei_->filePath("bombe3.bmp"), 481);
+        VerifyError(kartei_->filePath("bombe3.bmp"), 481,
+                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
     }
 
     void APictureCutOffIsRefusedWithAMessage_data()
