@@ -173,10 +173,12 @@ private slots:
             return Text([this] { JetFile{Path()}; });
         };
         QCOMPARE(reading("etwas anderes"),
-                 QString("Die Datei „DATEI“ ist keine Kartei der früheren Datenbank."));
-        QCOMPARE(reading(QByteArray("\0\1\0\0Standard Jet DB\0\7", 21)),
-                 QString("Die Datei „DATEI“ wurde mit einer neueren Version der früheren Datenbank "
-                         "geschrieben, die Paukfix nicht liest (Jet 3 und Jet 4 liest es)."));
+                 QString("Die Datei „DATEI“ ist keine Kartei im alten Dateiformat."));
+        QCOMPARE(
+            reading(QByteArray("\0\1\0\0Standard Jet DB\0\7", 21)),
+            QString(
+                "Die Datei „DATEI“ hat ein neueres Format der Jet-Datenbank; gelesen werden nur Jet 3 und "
+                "Jet 4."));
     }
 
     void FilesThatAreForbidden()
