@@ -393,8 +393,7 @@ private slots:
     void TruncatedAndLyingFilesAreNoPictures()
     {
         Schreiben(kartei_->filePath("kurz.jpg"), HochkantJpeg().left(60));
-        VerifyError(kartei_->filePath("kurz.jpg"), 481,
-                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
+        VerifyError(kartei_->filePath("kurz.jpg"), 481, "Ungültiges Bild „%1“: die Datei ist unvollständig.");
         // A bitmap of a few bytes that claims 60,000 x 60,000 pixels.
         Einfarbig(1, 1).save(kartei_->filePath("bombe.bmp"));
         QFile datei(kartei_->filePath("bombe.bmp"));
@@ -403,12 +402,12 @@ private slots:
         bombe.replace(18, 8, QByteArray("\x60\xea\0\0\x60\xea\0\0", 8));
         Schreiben(kartei_->filePath("bombe2.bmp"), bombe);
         VerifyError(kartei_->filePath("bombe2.bmp"), 481,
-                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
+                    "Ungültiges Bild „%1“: die Datei ist unvollständig.");
         // The same with 10,000 x 10,000: within the limit of pixels, beyond that of memory.
         bombe.replace(18, 8, QByteArray("\x10\x27\0\0\x10\x27\0\0", 8));
         Schreiben(kartei_->filePath("bombe3.bmp"), bombe);
         VerifyError(kartei_->filePath("bombe3.bmp"), 481,
-                    "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.");
+                    "Ungültiges Bild „%1“: die Datei ist unvollständig.");
     }
 
     void APictureCutOffIsRefusedWithAMessage_data()
