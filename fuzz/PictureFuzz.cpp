@@ -10,7 +10,7 @@
 namespace {
 
 // What the toolkit makes of the file over pixels that were `before`.
-QImage Decoded(QByteArray file, uuint before)
+QImage Decoded(QByteArray file, uint before)
 {
     file.append(4, '\0');
     QBuffer buffer(&file);
