@@ -18,7 +18,7 @@ namespace {
 // A file may claim any size: what is larger than any camera's picture is not even begun.
 constexpr qint64 MaxPixel = 120'000'000;
 constexpr int MaxSeite = 4096;
-constexpr qint64 MaxBytes = 512'000'000; // of the file
+constexpr qint64 MaxBytes = 128'000'000; // of the file, which is read whole
 
 [[noreturn]] void KeinBild(const QString &pfad, const QString &grund)
 {
