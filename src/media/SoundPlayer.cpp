@@ -13,6 +13,7 @@
 #include <cstring>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -41,6 +42,14 @@ constexpr auto StartPatience = std::chrono::seconds(2);
 constexpr auto EndPatience = std::chrono::seconds(1);
 constexpr const char *NoWave = "Keine WAV-Datei nicht vorhanden !";
 constexpr const char *Unexpected = "Fehler bei Play_Sound ";
+
+// In German: the library's own texts are English.
+const char *Description(const std::exception &exception)
+{
+    return dynamic_cast<const std::system_error *>(&exception) != nullptr
+               ? "Das System startet keinen weiteren Thread."
+               : "Nicht genügend Speicher.";
+}
 
 // SDL's audio, kept from the first sound on.
 class AudioSystem
@@ -186,7 +195,7 @@ void SoundPlayer::Work(State &state)
                 playback = Open(audio, *path, ended);
             }
         } catch (const std::exception &exception) {
-            error = exception.what();
+            error = Description(exception);
         }
         lock.lock();
         state.ended = false;
@@ -243,7 +252,7 @@ void SoundPlayer::PlaySound(const std::string &path)
     try {
         message = Start(path);
     } catch (const std::exception &exception) {
-        message = std::string(Unexpected) + exception.what();
+        message = std::string(Unexpected) + Description(exception);
     }
     if (!message.empty()) {
         report_(message);

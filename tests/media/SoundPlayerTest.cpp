@@ -12,6 +12,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -99,6 +100,8 @@ private slots:
     void UnansweringDeviceIsGivenUp();
     void EndOfThePlayerStopsTheSound();
     void ProgramKeepsItsSignals();
+    void SystemWithoutThreadsIsAnErrorAndLaterSoundsPlay();
+    void MemoryThatEndsIsAnErrorAndLaterSoundsPlay();
 };
 
 void SoundPlayerTest::init()
@@ -338,6 +341,77 @@ void SoundPlayerTest::ProgramKeepsItsSignals()
     struct sigaction now = {};
     QCOMPARE(sigaction(SIGTERM, &old, &now), 0);
     QVERIFY(now.sa_handler == SIG_DFL);
+}
+
+namespace {
+
+// As long as it lives, the process may have no more than that of `resource`.
+class Limit
+{
+public:
+    Limit(__rlimit_resource resource, rlim_t most) : resource_(resource)
+    {
+        getrlimit(resource, &before_);
+        const rlimit limit{most, before_.rlim_max};
+        setrlimit(resource, &limit);
+    }
+
+    Limit(const Limit &) = delete;
+    Limit &operator=(const Limit &) = delete;
+
+    ~Limit() { setrlimit(resource_, &before_); }
+
+private:
+    __rlimit_resource resource_;
+    rlimit before_{};
+};
+
+} // namespace
+
+void SoundPlayerTest::SystemWithoutThreadsIsAnErrorAndLaterSoundsPlay()
+{
+    ListenTo("out.raw");
+    const QString wave = Write("a.wav", Pcm(16, 1, 100).file);
+    const uid_t user = getuid();
+    {
+        const Limit threads(RLIMIT_NPROC, 0);
+        // No limit holds for the superuser.
+        const bool root = user == 0;
+        QVERIFY(!root || setresuid(65534, 65534, 0) == 0);
+        Play(wave);
+        QVERIFY(!root || setresuid(0, 0, 0) == 0);
+    }
+    QCOMPARE(messages_, QStringList("Fehler bei Play_Sound Das System startet keinen weiteren Thread."));
+    Play(wave);
+    QCOMPARE(messages_.size(), 1);
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+}
+
+void SoundPlayerTest::MemoryThatEndsIsAnErrorAndLaterSoundsPlay()
+{
+#ifndef __SANITIZE_ADDRESS__ // which ends the program where memory ends
+    ListenTo("out.raw");
+    const QString wave = Write("a.wav", Pcm(16, 1, 100).file);
+    const QString large = Write("gross.wav", Pcm(16, 1, 100).file);
+    QVERIFY(QFile::resize(large, 100'000'000));
+    Play(wave);
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QCOMPARE(messages_, QStringList());
+    QFile sizes("/proc/self/statm");
+    QVERIFY(sizes.open(QIODevice::ReadOnly));
+    const rlim_t pages = sizes.readAll().split(' ').first().toULongLong();
+    {
+        const Limit memory(RLIMIT_AS, pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + 50'000'000);
+        Play(large);
+    }
+    QCOMPARE(messages_, QStringList("Fehler bei Play_Sound Nicht genügend Speicher."));
+    QVERIFY(QFile::remove(Path("out.raw")));
+    Play(wave);
+    QCOMPARE(messages_.size(), 1);
+    QTRY_VERIFY(!Sounds("out.raw"));
+    QVERIFY(Heard("out.raw").contains(Pcm(16, 1, 100).heard));
+#endif
 }
 
 QTEST_GUILESS_MAIN(SoundPlayerTest)
