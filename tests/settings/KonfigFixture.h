@@ -59,6 +59,16 @@ protected:
         return 0;
     }
 
+    QString WriteErrorText(qint16 section, const QString &value) const
+    {
+        try {
+            config_->WriteConfig(section, value);
+        } catch (const StoreError &error) {
+            return error.Text();
+        }
+        return {};
+    }
+
     int IntroError() const
     {
         try {

@@ -247,6 +247,9 @@ void WriteConfigTest::TextThatTheFileCannotHoldIsRefused()
     QCOMPARE(WriteError(1, QString(QChar(0xD800))), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(1, QStringLiteral("a") + QChar::Null + "b.pzb"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(1, QString(5000, 'x')), Fehler::TypUnvertraeglich);
+    QCOMPARE(WriteErrorText(3, "False\nx"), QString("\"False\nx\" lässt sich in konfig.dat nicht speichern"));
+    QCOMPARE(WriteErrorText(1, QString(5000, 'x')),
+             QString("\"%1\" lässt sich in konfig.dat nicht speichern").arg(QString(60, 'x')));
     QCOMPARE(Read(), content);
 }
 
@@ -296,6 +299,7 @@ void WriteConfigTest::RewritingThatGrowsTooLargeIsAnError()
     const QByteArray content = QByteArray("[Font]\n").repeated(10'000);
     Write(content);
     QCOMPARE(WriteError(2, "Dummy"), Fehler::ZuWenigSpeicher);
+    QCOMPARE(WriteErrorText(2, "Dummy"), "Die Datei würde zu groß: " + Path("konfig.dat"));
     QCOMPARE(Read(), content);
 }
 
@@ -315,6 +319,8 @@ void WriteConfigTest::OtherProgramWritingIsAnError()
     QVERIFY(other >= 0);
     QCOMPARE(flock(other, LOCK_EX), 0);
     QCOMPARE(WriteError(1, "a.pzb"), Fehler::Gesperrt);
+    QCOMPARE(WriteErrorText(1, "a.pzb"),
+             "Ein anderes Programm schreibt gerade in dieses Verzeichnis: " + directory_->path());
     QCOMPARE(Read(), "[recentfiles]\n");
     close(other);
     QCOMPARE(WriteError(1, "a.pzb"), 0);
