@@ -419,7 +419,9 @@ void AnhaengenTest::DamageInAFileOfTheFormerEngineIsReported()
     w.Schreiben("quelle.pzb", bytes);
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().contains("ist beschädigt; was sich nicht lesen ließ, fehlt."));
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Die Datei „" + w.Pfad("quelle.pzb") +
+                         "“ ist beschädigt; was sich nicht lesen ließ, fehlt."));
     QCOMPARE(w.Karten().size(), 2);
 }
 

@@ -251,6 +251,9 @@ void AsciiExportTest::OpenCardFileIsRefusedHoweverItIsSpelled()
         QVERIFY(MeldetFehler(w.meldungen));
         QVERIFY(w.meldungen.Texte().front().contains("ist die Kartei, die gerade geöffnet ist"));
     }
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Die Datei „" + w.Pfad("offen.pzb") +
+                         "“ ist die Kartei, die gerade geöffnet ist."));
     QCOMPARE(w.Dateien(), (QStringList{"hart.pzb", "offen.pzb", "weich.pzb"}));
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
 }

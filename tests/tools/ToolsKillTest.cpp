@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardStore.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 
@@ -181,6 +182,17 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
             CardFile file(directory.filePath(made));
             QCOMPARE(file.Database().execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
         }
+        // The next start clears what the kill left.
+        TestMeldungen meldungen;
+        TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory.path();
+        QString name = QStringLiteral("offen.pzb");
+        store.OpenCardFile(name);
+        QCOMPARE(meldungen.Texte(), QStringList());
+        store.CloseCardFile();
+        const auto files = QDir::Files | QDir::Hidden;
+        QCOMPARE(QDir(directory.path()).entryList(files), QDir(vorlage_.path()).entryList(files));
     }
     QVERIFY2(before > 0, "no kill came before the end");
     qInfo("%d kills left the old file, %d the new one", before, after);
