@@ -117,9 +117,11 @@ private slots:
         QVERIFY(lauf.IstZuEnde());
     }
 
+    // The second one is told and goes on with another file; the first one never notices.
     void TwoProgramsOnOneFile()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        MakeCardFile(Pfad("b.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 3, 1)});
         Lauf erster(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(erster.Starten());
         QVERIFY(erster.HatGeoeffnet(Pfad("a.pzb")));
@@ -130,11 +132,23 @@ private slots:
         // It is locked, and so was not opened.
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+l"));
+        QVERIFY(anzeige_->Taste("Datei laden", "End"));
+        QVERIFY(anzeige_->Taste("Datei laden", "Return"));
+        QVERIFY(zweiter.HatGeoeffnet(Pfad("b.pzb")));
+        QVERIFY(erster.HatGeoeffnet(Pfad("a.pzb")));
+        QVERIFY(anzeige_->Taste("Lern-Box", "3"));
+        for (const char *taste : {"x", "Return", "Return"})
+            QVERIFY(anzeige_->Taste("Merkkasten Abfrage", taste));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(zweiter.IstZuEnde());
-        QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
+        for (const char *taste : {"x", "Return", "Return"})
+            QVERIFY(anzeige_->Taste("Merkkasten Abfrage", taste));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(erster.IstZuEnde());
+        QCOMPARE(ReadCards(Pfad("a.pzb")).front().FachNr, 1);
+        QCOMPARE(ReadCards(Pfad("b.pzb")).at(1).FrageNr, 2);
+        QCOMPARE(ReadCards(Pfad("b.pzb")).at(1).FachNr, 1);
     }
 };
 
