@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
 #include "MeldungenFenster.h"
+#include "VollePlatte.h"
 
 #include <QMessageBox>
 #include <QTest>
@@ -45,6 +46,8 @@ class PFAendernSucheTest : public QObject
     Q_OBJECT
 
 private slots:
+
+    void initTestCase() { VollePlatte::Einbauen(); }
 
     void HitIsShownWithTheCaretOnIt()
     {
@@ -263,6 +266,30 @@ private slots:
         });
         b.Taste(Qt::Key_F3);
         QCOMPARE(b.dialogeBenutzt, 1);
+    }
+
+    void DiskThatFailsWhileSearchingIsSaid()
+    {
+        // More pages than those that stay in use while a card is shown.
+        QList<CardRecord> karten;
+        for (int nummer = 1; nummer <= 100; ++nummer)
+            karten << Karte(nummer, QString(400, u'r'), QString(), QString());
+        karten.back().Frage_Klartext = QStringLiteral("Gesucht");
+        Suchbuehne b(karten);
+        b.Zeigen();
+        b.kartei.store.Karten().Beside(
+            [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
+        VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
+        b.Suche(QStringLiteral("Gesucht"));
+        VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(QStringLiteral("Fehler beim Suchen: Ein-/Ausgabefehler bei der Datei „%1“.")
+                                 .arg(b.kartei.Path())));
+        // The next search finds it.
+        b.kartei.messages.gezeigt.clear();
+        b.Suche(QStringLiteral("Gesucht"));
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("100"));
     }
 
     void EmptyFileIsSaid()
