@@ -410,6 +410,30 @@ private slots:
                     "Ungültiges Bild „%1“: die Datei ist unvollständig.");
     }
 
+    void PicturesThatAreTooLargeAreNotBegun()
+    {
+        const char *zuGross = "Ungültiges Bild „%1“: es ist zu groß.";
+        const QString datei = kartei_->filePath("lang.jpg");
+        Schreiben(datei, HochkantJpeg());
+        QVERIFY(QFile::resize(datei, 128'000'001));
+        VerifyError(datei, 481, zuGross);
+        // 20,000 x 20,000 pixels, as the frame's header claims.
+        QByteArray jpeg = Jpeg(Verlauf());
+        const qsizetype rahmen = jpeg.indexOf("\xff\xc0");
+        QVERIFY(rahmen > 0);
+        Schreiben(kartei_->filePath("weit.jpg"), jpeg.replace(rahmen + 5, 4, "\x4e\x20\x4e\x20"));
+        VerifyError(kartei_->filePath("weit.jpg"), 481, zuGross);
+    }
+
+    void WholeFilesWithoutAPictureInThemAreDamaged()
+    {
+        const char *beschaedigt = "Ungültiges Bild „%1“: die Datei ist beschädigt oder zu groß.";
+        Schreiben(kartei_->filePath("nichts.jpg"), "\xff\xd8\xff\xd9");
+        VerifyError(kartei_->filePath("nichts.jpg"), 481, beschaedigt);
+        Schreiben(kartei_->filePath("fremd.bmp"), Bmp{24, 40, 77}.Datei());
+        VerifyError(kartei_->filePath("fremd.bmp"), 481, beschaedigt);
+    }
+
     void APictureCutOffIsRefusedWithAMessage_data()
     {
         QTest::addColumn<QByteArray>("datei");
