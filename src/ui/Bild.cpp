@@ -15,8 +15,9 @@
 
 namespace {
 
-// A file may claim any size: what is larger than any camera's picture is not even begun.
-constexpr qint64 MaxPixel = 120'000'000;
+// A file may claim any size: what could take half a gigabyte is not even begun.
+constexpr qint64 MaxPixelJpeg = 64'000'000; // up to six bytes each while it is read
+constexpr qint64 MaxPixelBmp = 40'000'000;  // up to eight: a bitmap is made smaller only when it is there
 constexpr int MaxSeite = 4096;
 constexpr qint64 MaxBytes = 128'000'000; // of the file, which is read whole
 
@@ -72,10 +73,10 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     // The height of a BMP that is stored from top to bottom is negative.
     const qint64 breite = std::abs(qint64{leser.size().width()});
     const qint64 hoehe = std::abs(qint64{leser.size().height()});
-    if (breite * hoehe > MaxPixel)
+    const qint64 maxPixel = format == "bmp" ? MaxPixelBmp : MaxPixelJpeg;
+    if (breite * hoehe > maxPixel)
         KeinBild(pfad, QStringLiteral("es ist zu groß."));
-    const QSize groesse(static_cast<int>(std::min<qint64>(breite, MaxPixel)),
-                        static_cast<int>(std::min<qint64>(hoehe, MaxPixel)));
+    const QSize groesse(static_cast<int>(breite), static_cast<int>(hoehe));
     const QSize grenze =
         (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
     if (groesse.width() > grenze.width() || groesse.height() > grenze.height())

@@ -423,6 +423,10 @@ private slots:
         QVERIFY(rahmen > 0);
         Schreiben(kartei_->filePath("weit.jpg"), jpeg.replace(rahmen + 5, 4, "\x4e\x20\x4e\x20"));
         VerifyError(kartei_->filePath("weit.jpg"), 481, zuGross);
+        // A few runs and the mark at their end, for 10,000 x 5,000 pixels.
+        Schreiben(kartei_->filePath("weit.bmp"),
+                  Bmp{8, 40, 1}.Datei().replace(18, 8, QByteArray("\x10\x27\0\0\x88\x13\0\0", 8)));
+        VerifyError(kartei_->filePath("weit.bmp"), 481, zuGross);
     }
 
     void WholeFilesWithoutAPictureInThemAreDamaged()
