@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardStore.h"
 
+#include "SafeFile.h"
 #include "StoreTestSupport.h"
 #include "TextHelpers.h"
 
@@ -178,6 +179,18 @@ private slots:
         QCOMPARE(store_->FehlerStatus, qint16(0));
         QVERIFY(store_->Karten().AtEOF());
         QCOMPARE(store_->Karten().Index(), QStringLiteral("BoxKey"));
+    }
+
+    void OpeningClearsWhatAKillLeft()
+    {
+        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
+        QVERIFY(QDir(directory_->path()).mkdir("a.pzb.reparatur"));
+        WriteFileSynced(Path("a.pzb.reparatur/kopie"), "halb");
+        WriteFileSynced(Path(".paukfix-0123.neu"), "halb");
+        Open(QStringLiteral("a.pzb"));
+        QCOMPARE(store_->FachInfo[0].Anzahl, qint16(1));
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList("a.pzb"));
     }
 
     void OpeningResetsTheBoxTableToItsStartValues()
