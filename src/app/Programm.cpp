@@ -40,7 +40,10 @@ void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
         konfig_.ProgrammPfad = ProgramDirectory(laufverzeichnis, installiert, UserDataDirectory());
     } catch (const std::exception &fehler) {
         konfig_.ProgrammPfad = laufverzeichnis;
-        meldungen_.Zeigen(QStringLiteral("Fehler bei Form Intro Load: ") + ErrorText(fehler));
+        meldungen_.Zeigen(
+            QStringLiteral("Fehler bei Form Intro Load: Die Einstellungen können nicht gespeichert "
+                           "werden: ") +
+            ErrorText(fehler));
     }
     kartei_.KarteiPfad = konfig_.ProgrammPfad;
 }

@@ -22,6 +22,11 @@ BoxBild BoxRechnen(FachTabelle &tabelle)
     return bild;
 }
 
+bool IstLeer(const FachTabelle &tabelle)
+{
+    return std::all_of(tabelle.begin(), tabelle.end(), [](const Fach &fach) { return fach.Anzahl == 0; });
+}
+
 bool UeberKapazitaet(const Fach &fach)
 {
     return fach.Anzahl > fach.Kapazitaet;

@@ -25,6 +25,9 @@ struct BoxBild
 // Computes `Breite` of compartments 1 to 5 from their counts (Neu keeps its own) and says what is drawn.
 BoxBild BoxRechnen(FachTabelle &tabelle);
 
+// True when the box holds no card, done ones included.
+bool IstLeer(const FachTabelle &tabelle);
+
 bool UeberKapazitaet(const Fach &fach);
 
 // The compartment that must be worked before `fach` may be asked, if there is one.

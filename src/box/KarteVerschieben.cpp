@@ -109,6 +109,7 @@ void NeuZaehlen(CardStore &kartei, int fehler) noexcept
         }
     } catch (const std::exception &) {
         kartei.CloseCardFile();
+        kartei.ClearSessionTally();
         for (Fach &fach : kartei.FachInfo)
             fach.Anzahl = fach.LfdMax = 0;
         kartei.FehlerStatus = static_cast<qint16>(std::clamp(fehler, 1, int(Hoechste16)));

@@ -13,6 +13,6 @@ inline constexpr qint16 ErgebnisRichtig = -1;
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis);
 
 // Fills Anzahl and LfdMax of all compartments from the open file anew, after something went wrong. Where the
-// file can no longer be read, or is no longer there, closes it, empties the counts and leaves FehlerStatus
-// above 0. `fehler` is the number of the error that made it necessary.
+// file can no longer be read, or is no longer there, closes it, empties the counts and those of the session,
+// and leaves FehlerStatus above 0. `fehler` is the number of the error that made it necessary.
 void NeuZaehlen(CardStore &kartei, int fehler) noexcept;

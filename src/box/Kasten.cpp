@@ -125,8 +125,15 @@ void Kasten::Malen()
     gezeigt_.start();
 }
 
+void Kasten::SetOffen(bool offen)
+{
+    offen_ = offen;
+}
+
 void Kasten::SetHinweis(const QString &text)
 {
+    if (text == hinweis_->text())
+        return;
     hinweis_->setText(text);
     hinweis_->setVisible(!text.isEmpty());
     Anordnen();
@@ -188,8 +195,9 @@ void Kasten::BalkenSetzen()
         kaShape_[i]->setVisible(bild_.balken[i]);
         const bool vollstes = static_cast<int>(i) == bild_.VollstesFach;
         kaShape_[i]->SetRandfarbe(vollstes ? Farben::VollstesFach : QColor(0, 0, 0));
-        schild_[i]->SetBetont(vollstes);
+        schild_[i]->SetBetont(vollstes && offen_);
         if (vollstes) {
+            rahmen_->setVisible(offen_);
             rahmen_->setGeometry(image0_[i]->geometry().adjusted(-Rahmen::Dicke, -Rahmen::Dicke,
                                                                  Rahmen::Dicke, Rahmen::Dicke));
         }
@@ -205,7 +213,7 @@ void Kasten::NamenSetzen()
                            .arg(tabelle_[i].Kapazitaet);
         if (UeberKapazitaet(tabelle_[i]))
             name += QStringLiteral(", zu voll");
-        if (static_cast<int>(i) == bild_.VollstesFach)
+        if (offen_ && static_cast<int>(i) == bild_.VollstesFach)
             name += QStringLiteral(", vollstes Fach");
         if (name != image0_[i]->accessibleName())
             image0_[i]->setAccessibleName(name);

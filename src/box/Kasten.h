@@ -37,6 +37,8 @@ public:
     // rate, and painted then, without taking input.
     void ZeigenLaufend(const BoxBild &bild);
 
+    // Without an open file no compartment is marked as the fullest. Shown with the next counts.
+    void SetOffen(bool offen);
     // A quiet note across the box; none where the text is empty.
     void SetHinweis(const QString &text);
 
@@ -80,6 +82,7 @@ private:
 
     const FachTabelle &tabelle_;
     BoxBild bild_;
+    bool offen_ = false;
     KastenMasse masse_;
     std::array<FachBild *, FachSichtbar> image0_{};
     std::array<KaShape *, FachSichtbar> kaShape_{};

@@ -11,10 +11,11 @@
 
 #include <algorithm>
 
-// The font of the desktop, a little larger in a large box. Sizes are shares of it.
+// The font of the desktop, larger in a large box, though not as much as the box. Sizes are shares of it.
 QFont Kasten::Schrift(double groesse, bool fett) const
 {
-    const double mass = std::clamp(masse_.Pixel(15) / 1.5, 0.9, 1.7);
+    const double kasten = masse_.Pixel(15) / 1.5;
+    const double mass = std::clamp(kasten, 0.9, 1.7) + 0.6 * std::max(0.0, kasten - 1.7);
     QFont schrift = font();
     schrift.setPixelSize(std::max(1, static_cast<int>(QFontInfo(font()).pixelSize() * mass * groesse)));
     schrift.setBold(fett);

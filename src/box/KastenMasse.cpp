@@ -69,7 +69,8 @@ KastenMasse::KastenMasse(QSize fenster, const FachTabelle &tabelle)
     stapelZaehler = Rechteck(StapelLinks, fussOben, StapelBreite, Fuss - 130);
     const double wuerfelOben = std::max(FachOben_ + fachHoehe - WuerfelSeite, FachOben_ + KarteHoehe + 120);
     wuerfel = Rechteck(WuerfelLinks, wuerfelOben, WuerfelSeite, WuerfelSeite);
-    wuerfelTaste = Rechteck(WuerfelLinks - 100, fussOben, WuerfelSeite + 200, 330);
+    wuerfelTaste = Rechteck(WuerfelLinks - 100, std::max(fussOben, wuerfelOben + WuerfelSeite + 60),
+                            WuerfelSeite + 200, 330);
     karte = Rechteck(0, 0, KarteBreite, KarteHoehe).size();
 }
 

@@ -4,6 +4,8 @@
 
 #include "BoxRechnung.h"
 #include "Kasten.h"
+#include "KurzLabel.h"
+#include "Wuerfel.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -50,9 +52,16 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     QPalette farben = lKartei_->palette();
     farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));
     lKartei_->setPalette(farben);
-    lTasten_ = new QLabel(this);
+    lAutomatik_ = new QLabel(QStringLiteral("Automatik läuft"), this);
+    lAutomatik_->setObjectName(QStringLiteral("LAutomatik"));
+    QFont betont = lAutomatik_->font();
+    betont.setBold(true);
+    lAutomatik_->setFont(betont);
+    lAutomatik_->hide();
+    lTasten_ = new KurzLabel(this);
     lTasten_->setObjectName(QStringLiteral("LTasten"));
     statusBar()->addWidget(lKartei_);
+    statusBar()->addPermanentWidget(lAutomatik_);
     statusBar()->addPermanentWidget(lTasten_);
 
     MenueBauen();
@@ -61,6 +70,7 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     kartei_.BoxZeichnen = [this] {
         const BoxBild bild = BoxRechnen(kartei_.FachInfo);
         umgebung_.zustand.VollstesFach = bild.VollstesFach;
+        kasten_->SetOffen(kartei_.IsOpen());
         kasten_->ZeigenLaufend(bild);
         // A tool that has opened another file tells its success before it ends.
         if (kartei_.FehlerStatus == 0)
@@ -83,10 +93,38 @@ void LBOX::BoxZeichnen()
 {
     const BoxBild bild = BoxRechnen(kartei_.FachInfo);
     umgebung_.zustand.VollstesFach = bild.VollstesFach;
+    kasten_->SetOffen(kartei_.IsOpen());
     kasten_->Zeigen(bild);
-    const QString vollstes = bild.VollstesFach == FachNeu ? QStringLiteral("Neu")
-                                                          : QStringLiteral("Fach %1").arg(bild.VollstesFach);
-    lTasten_->setText(QStringLiteral("Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln").arg(vollstes));
+    HinweiseZeigen();
+}
+
+// The next step, wherever the keys of the box lead to none.
+void LBOX::HinweiseZeigen()
+{
+    QString zettel;
+    if (!kartei_.IsOpen()) {
+        if (geladen_)
+            zettel = QStringLiteral("Keine Kartei geöffnet.\n\n"
+                                    "Strg+O öffnet eine, Strg+N legt eine neue an.");
+    } else if (IstLeer(kartei_.FachInfo) && fenster_.MKarten) {
+        zettel = QStringLiteral("Noch keine Karten: ändern › Karten legt welche an.");
+    }
+    kasten_->SetHinweis(zettel);
+    lTasten_->setText(zettel.isEmpty() ? Tastenhinweis() : QString());
+}
+
+QString LBOX::Tastenhinweis() const
+{
+    if (!kartei_.IsOpen())
+        return {};
+    // Compartments 1 and 2, both too full, are in each other's way and in that of all others; no other two
+    // can be.
+    if (KartenImSpiel(kartei_.FachInfo) > 0 && !IrgendeinFachSpielbar(kartei_.FachInfo))
+        return QStringLiteral("Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
+                              "oder Extras › Alle Karten nach Neu");
+    const int fach = umgebung_.zustand.VollstesFach;
+    return QStringLiteral("Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln")
+        .arg(fach == FachNeu ? QStringLiteral("Neu") : QStringLiteral("Fach %1").arg(fach));
 }
 
 void LBOX::keyPressEvent(QKeyEvent *event)

@@ -106,6 +106,8 @@ private:
     bool KarteiOeffnen(const QString &pfad);
     void InListe(const QString &pfad);
     void StandZeigen();
+    void HinweiseZeigen();
+    QString Tastenhinweis() const;
 
     // Learning (LBOXLernen.cpp).
     void Form_KeyPress(const QKeyEvent &taste);
@@ -125,6 +127,7 @@ private:
     Kasten *kasten_ = nullptr;
     QToolButton *lKartei_ = nullptr;
     QLabel *lTasten_ = nullptr;
+    QLabel *lAutomatik_ = nullptr;
 
     struct FensterVerweis
     {

@@ -151,8 +151,5 @@ void LBOX::StandZeigen()
     lKartei_->setText(offen ? OhneKuerzel(kartei_.CurrentFileName) : QStringLiteral("Keine Kartei geöffnet"));
     lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
     karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
-    kasten_->SetHinweis(offen || !geladen_ ? QString()
-                                           : QStringLiteral("Keine Kartei geöffnet.\n\n"
-                                                            "Strg+O öffnet eine, Strg+N legt eine neue an."));
     BoxZeichnen();
 }

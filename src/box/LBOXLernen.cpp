@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QScopedValueRollback>
 
 namespace {
@@ -187,12 +188,14 @@ void LBOX::MAutoschalter_Click()
     mAutoschalter_->setText(QStringLiteral("ausschalten"));
     sekunde_ = umgebung_.uhr.Sekunde();
     sekundenwechsel_ = 0;
+    lAutomatik_->show();
     takt_.start();
 }
 
 void LBOX::AutomatikAus()
 {
     takt_.stop();
+    lAutomatik_->hide();
     mAutoschalter_->setChecked(false);
     mAutoschalter_->setText(QStringLiteral("einschalten"));
 }

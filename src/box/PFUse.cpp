@@ -74,6 +74,7 @@ PFUse::Ausgang PFUse::Fragen()
 void PFUse::FrageAnzeigen()
 {
     BildZeigen(karte_.Medium[1]);
+    KlangAnbieten(karte_.Medium[6]);
     KlangSpielen(karte_.Medium[6]);
 }
 
@@ -128,6 +129,12 @@ void PFUse::KlangSpielen(const QString &name)
 {
     if (!name.isEmpty())
         umgebung_.klang(umgebung_.store.CardPath(BlosserName(name)));
+}
+
+void PFUse::KlangAnbieten(const QString &name)
+{
+    klang_ = name;
+    nochEinmal_->setVisible(!name.isEmpty());
 }
 
 bool PFUse::eventFilter(QObject *objekt, QEvent *event)
@@ -196,9 +203,23 @@ bool PFUse::Check1_KeyPress(std::size_t zeile, const QKeyEvent &taste)
 
 bool PFUse::Ergebnis_KeyPress(QRadioButton &knopf, const QKeyEvent &taste)
 {
-    if (!IstEingabetaste(taste) || stand_ != Stand::Geprueft)
+    if (stand_ != Stand::Geprueft)
         return false;
-    knopf.setChecked(true);
+    // The toolkit would let Tab stop at one of the two only, and take no arrow but those along their line.
+    // (This reason is the one that marks the focus whatever key came before.)
+    constexpr std::array Vor{Qt::Key_Tab, Qt::Key_Right, Qt::Key_Down};
+    constexpr std::array Zurueck{Qt::Key_Backtab, Qt::Key_Left, Qt::Key_Up};
+    const auto eineVon = [&taste](const auto &tasten) {
+        return std::find(tasten.begin(), tasten.end(), taste.key()) != tasten.end();
+    };
+    if (&knopf == Ergebnis_R_ && eineVon(Vor))
+        Ergebnis_F_->setFocus(Qt::ShortcutFocusReason);
+    else if (&knopf == Ergebnis_F_ && eineVon(Zurueck))
+        Ergebnis_R_->setFocus(Qt::ShortcutFocusReason);
+    else if (IstEingabetaste(taste))
+        knopf.setChecked(true);
+    else
+        return false;
     return true;
 }
 
@@ -279,7 +300,7 @@ void PFUse::Cpruefen_Click()
     ergebnis_->show();
     if (karte_.typ == Antworttyp::Keiner) {
         urteil_->setText(QStringLiteral("Wie war Ihre Antwort?"));
-        Ergebnis_R_->setFocus();
+        Ergebnis_R_->setFocus(Qt::ShortcutFocusReason); // its mark shows what Enter would choose
         Cpruefen_->setEnabled(false);
         FarbenSetzen();
         HinweiseZeigen();
@@ -335,6 +356,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
     if (!bild.isEmpty())
         BildZeigen(bild);
     const QString &klang = KlangNachUrteil(karte_, richtig);
+    KlangAnbieten(klang);
     if (!klang.isEmpty())
         KlangSpielen(klang);
     else if (richtig)

@@ -94,6 +94,7 @@ private:
     QRect BildImKasten(QRect platz) const;
     void TextUmBild();
     void KlangSpielen(const QString &name);
+    void KlangAnbieten(const QString &name);
     void HinweiseZeigen();
     void KreuzeBewerten();
     void UrteilZeigen(bool richtig, const QString &bild);
@@ -119,6 +120,7 @@ private:
         zeileAmPlatz_{};     // which answer line stands at a place, from the top
     bool leertaste_ = false; // the tick box is being clicked by the keyboard
     bool mitBild_ = false;   // one of the card's pictures will be shown
+    QString klang_;          // the card's sound for what is shown; empty where it has none
     QRect bildPlatz_; // where on the card it goes, as the card says or the learner dragged it; may be empty
 
     Flaeche *kasten_ = nullptr; // the card's surface
@@ -140,6 +142,7 @@ private:
     QLabel *urteil_ = nullptr;
     QRadioButton *Ergebnis_R_ = nullptr;
     QRadioButton *Ergebnis_F_ = nullptr;
+    QPushButton *nochEinmal_ = nullptr; // plays klang_ again
     QPushButton *Cpruefen_ = nullptr;
     QPushButton *Clöschen_ = nullptr;
     QPushButton *Command1_ = nullptr;

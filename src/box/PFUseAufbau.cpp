@@ -221,6 +221,13 @@ QLayout *PFUse::KnoepfeBauen()
     Command1_ = knopf(QStringLiteral("Karte &bearbeiten"), QStringLiteral("Command1"),
                       QStringLiteral("Diese Karte im Karteneditor öffnen"), [this] { Command1_Click(); });
     Command1_->setEnabled(umgebung_.bearbeitbar);
+    nochEinmal_ =
+        knopf(QStringLiteral("♪ noch einmal"), QStringLiteral("NochEinmal"),
+              QStringLiteral("Den Klang noch einmal abspielen (F5)"), [this] { KlangSpielen(klang_); });
+    nochEinmal_->setAccessibleName(QStringLiteral("Klang noch einmal abspielen"));
+    nochEinmal_->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
+    nochEinmal_->setShortcut(Qt::Key_F5);
+    PlatzHalten(nochEinmal_);
     Cpruefen_ =
         knopf(QStringLiteral("&Prüfen"), QStringLiteral("Cpruefen"),
               QStringLiteral("Die Antwort prüfen (Eingabe oder Strg+P)"), [this] { Cpruefen_Click(); });
@@ -237,6 +244,7 @@ QLayout *PFUse::KnoepfeBauen()
     zeile->setContentsMargins(RahmenBreite, 0, RahmenBreite, 0);
     zeile->addWidget(Clöschen_);
     zeile->addWidget(Command1_);
+    zeile->addWidget(nochEinmal_);
     zeile->addStretch(1);
     zeile->addWidget(Cpruefen_);
     zeile->addWidget(Command3_);
@@ -377,7 +385,8 @@ void PFUse::TabFolge()
     } else {
         folge << Antwort_[0] << Antwort_[5];
     }
-    folge << Cpruefen_ << Ergebnis_R_ << Ergebnis_F_ << Command3_ << MFrage_ << Command1_ << Clöschen_;
+    folge << Cpruefen_ << Ergebnis_R_ << Ergebnis_F_ << Command3_ << nochEinmal_ << MFrage_ << Command1_
+          << Clöschen_;
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
 }
@@ -473,8 +482,11 @@ void PFUse::HinweiseZeigen()
         tasten << QStringLiteral("Eingabe prüft") << QStringLiteral("Umschalt+Eingabe neue Zeile");
     else if (stand_ == Stand::Beurteilt)
         tasten << QStringLiteral("Eingabe weiter");
+    else
+        tasten << QStringLiteral("Pfeiltasten wählen") << QStringLiteral("Eingabe bestätigt");
     if (stand_ != Stand::Gefragt)
         tasten << QStringLiteral("Alt+R richtig") << QStringLiteral("Alt+F falsch");
-    tasten << QStringLiteral("Esc schließt");
+    if (stand_ != Stand::Beurteilt)
+        tasten << QStringLiteral("Esc: ohne Antwort zurück");
     hinweise_->setText(tasten.join(punkt));
 }

@@ -127,6 +127,7 @@ void CardStore::OpenCardFile(QString &fileName)
         CloseCardFile();
         FachInfo = FachStartwerte();
         HighestCardNumber = 0;
+        ClearSessionTally();
         BoxZeichnen();
         fileName.clear();
         meldungen_.Zeigen(ErrorText(error) + QStringLiteral(" Fcode: ") +
@@ -235,6 +236,14 @@ void CardStore::StartSessionTally()
     FalschZaehler = 0;
     for (std::size_t i = 0; i < FachInfo.size(); ++i)
         BegAnz[i] = FachInfo[i].Anzahl;
+}
+
+void CardStore::ClearSessionTally() noexcept
+{
+    Beginn = {};
+    RichtigZaehler = 0;
+    FalschZaehler = 0;
+    BegAnz = {};
 }
 
 void CardStore::CalibrateDelayLoop()

@@ -66,6 +66,8 @@ public:
 
     void ResetBoxTable();
     void StartSessionTally();
+    // No session has begun: nothing is open that its counts could be compared with.
+    void ClearSessionTally() noexcept;
     // Counts the clock readings of one second onto LoopsPerSecond (which stops at 2,147,483,647). Blocks for
     // one to two seconds.
     void CalibrateDelayLoop();

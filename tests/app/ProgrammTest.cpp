@@ -121,6 +121,19 @@ private slots:
         QVERIFY(!QFile::exists(ordner_->filePath("daten/paukfix/konfig.dat")));
     }
 
+    // Neither beside the program nor where an installed one would find it.
+    void ACopyThatCannotKeepSettingsSaysSo()
+    {
+        QVERIFY(QFile::remove(Pfad("konfig.dat")));
+        const Drehbuch buch({Meldung()});
+        MachProgramm();
+        QVERIFY(buch.Fertig());
+        QCOMPARE(meldungen_.size(), 1);
+        QVERIFY2(meldungen_[0].startsWith("Fehler bei Form Intro Load: Die Einstellungen können nicht "
+                                          "gespeichert werden: Pfad nicht gefunden: "),
+                 qPrintable(meldungen_[0]));
+    }
+
     void MissingPicturesAreReportedAndTheProgramStarts()
     {
         for (const char *nummer : {"06", "11"})

@@ -145,6 +145,39 @@ private slots:
         QCOMPARE(werte.gesamt, 0);
     }
 
+    // Whichever way a session ended without another one: nothing of it is left to be compared with.
+    void WithoutAFileNoSessionIsShown_data()
+    {
+        QTest::addColumn<bool>("oeffnen");
+        QTest::newRow("an open that failed") << true;
+        QTest::newRow("a file that was closed behind an error") << false;
+    }
+
+    void WithoutAFileNoSessionIsShown()
+    {
+        QFETCH(bool, oeffnen);
+        LBoxBuehne b;
+        b.OeffnenMit({3});
+        b.Lernen(Qt::Key_N, true);
+        b.Lernen(Qt::Key_N, false);
+        if (oeffnen) {
+            b.dialoge.pfade = {b.Pfad("fehlt.pzb")};
+            b.Menue("Möffnen")->trigger();
+        } else {
+            QVERIFY(QFile::remove(b.Pfad("a.pzb")));
+            b.Lernen(Qt::Key_N, true);
+        }
+        QVERIFY(!b.kartei.IsOpen());
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.Jetzt());
+        QCOMPARE(werte.Beginn, "–");
+        QCOMPARE(werte.richtig, 0);
+        QCOMPARE(werte.falsch, 0);
+        for (const auto &fach : werte.Fach) {
+            QCOMPARE(fach.beginn, 0);
+            QCOMPARE(fach.jetzt, 0);
+        }
+    }
+
     void ItKeepsTheFiguresOfTheMomentItWasOpened()
     {
         LBoxBuehne b;
