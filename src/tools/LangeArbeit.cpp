@@ -2,14 +2,36 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LangeArbeit.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QProgressBar>
+#include <QWidget>
+
+#include <utility>
 
 namespace {
 
 constexpr int WartenMs = 300; // before the progress is shown
 constexpr int TaktMs = 40;    // between two pictures of it
+
+bool IstEingabe(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
@@ -18,32 +40,56 @@ LangeArbeit::LangeArbeit(Meldungen &meldungen, QWidget &inhalt, QProgressBar &ba
 {
     inhalt_.window()->installEventFilter(this);
     seit_.start();
-    inhalt_.setEnabled(false);
+    Sperren();
     meldungen_.Sanduhr(true);
 }
 
 LangeArbeit::~LangeArbeit()
 {
     meldungen_.Sanduhr(false);
-    // What was clicked meanwhile was meant for the work that is over: it goes to the disabled controls.
+    // What was typed and clicked meanwhile was meant for the work that is over. What was put aside while the
+    // progress was painted only comes when the dispatcher is woken.
+    verwerfen_ = true;
+    QCoreApplication::instance()->installEventFilter(this);
+    QAbstractEventDispatcher::instance()->wakeUp();
     QCoreApplication::processEvents();
+    QCoreApplication::instance()->removeEventFilter(this);
     inhalt_.window()->removeEventFilter(this);
     balken_.hide();
-    inhalt_.setEnabled(true);
+    Freigeben();
     if (fokus_)
         fokus_->setFocus();
 }
 
 // A message is told by the window that it blocks, whoever shows it.
-bool LangeArbeit::eventFilter(QObject *fenster, QEvent *event)
+bool LangeArbeit::eventFilter(QObject *objekt, QEvent *event)
 {
+    if (verwerfen_)
+        return IstEingabe(event->type());
     if (event->type() == QEvent::WindowBlocked) {
         balken_.hide();
-        inhalt_.setEnabled(true);
+        Freigeben();
     } else if (event->type() == QEvent::WindowUnblocked) {
-        inhalt_.setEnabled(false);
+        Sperren();
     }
-    return QObject::eventFilter(fenster, event);
+    return QObject::eventFilter(objekt, event);
+}
+
+// What explains stays readable.
+void LangeArbeit::Sperren()
+{
+    for (QWidget *widget : inhalt_.findChildren<QWidget *>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || !widget->isEnabled())
+            continue;
+        widget->setEnabled(false);
+        gesperrt_ << widget;
+    }
+}
+
+void LangeArbeit::Freigeben()
+{
+    for (QWidget *widget : std::exchange(gesperrt_, {}))
+        widget->setEnabled(true);
 }
 
 Fortschritt LangeArbeit::Melder()

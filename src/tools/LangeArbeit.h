@@ -6,6 +6,7 @@
 #include "Meldungen.h"
 
 #include <QElapsedTimer>
+#include <QList>
 #include <QObject>
 
 class QProgressBar;
@@ -27,15 +28,19 @@ public:
     Fortschritt Melder();
 
 protected:
-    bool eventFilter(QObject *fenster, QEvent *event) override;
+    bool eventFilter(QObject *objekt, QEvent *event) override;
 
 private:
     void Zeigen(int erledigt, int gesamt);
+    void Sperren();
+    void Freigeben();
 
     Meldungen &meldungen_;
     QWidget &inhalt_;
     QProgressBar &balken_;
     QWidget *fokus_;
+    QList<QWidget *> gesperrt_; // fields and buttons of `inhalt`
+    bool verwerfen_ = false;
     QElapsedTimer seit_;
     qint64 zuletzt_ = 0; // when the progress was last shown, in ms
 };

@@ -74,6 +74,15 @@ public:
         return true;
     }
 
+    // The same for keys in quick succession, without a look at what the first ones do.
+    bool Tasten(const QString &titel, const QStringList &tasten) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        Xdotool(QStringList{"key"} + tasten);
+        return true;
+    }
+
     // The same for a key that closes the window, so that the next one goes to the next window.
     bool Schliessen(const QString &titel, const QString &taste) const
     {

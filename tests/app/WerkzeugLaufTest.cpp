@@ -79,6 +79,29 @@ private slots:
         QCOMPARE(karten[2].FrageNr, 3.0);
     }
 
+    void KeysDuringTheWorkAreLost()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        QList<CardRecord> karten;
+        for (int i = 1; i <= 2000; ++i)
+            karten << MakeCard(i, 0, i);
+        MakeCardFile(Pfad("b.pzb"), karten);
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        Waehlen(5, 4);
+        Tippen("Kartei anhängen", "b.pzb");
+        QVERIFY(anzeige_->Tasten("Kartei anhängen", {"Return", "Return"}));
+        QVERIFY(QTest::qWaitFor(
+            [&] { // it is not taken during the work either
+                return anzeige_->Taste("Kartei anhängen", "Escape") &&
+                       QTest::qWaitFor([&] { return !anzeige_->Offen("Kartei anhängen"); }, 500);
+            },
+            30000));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+        QCOMPARE(ReadCards(Pfad("a.pzb")).size(), qsizetype(2001));
+    }
+
     void TheOverviewOpensAndGoesBack()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 3, 1)});
