@@ -258,8 +258,9 @@ private slots:
         const Drehbuch buch({Frage(QMessageBox::No), Meldung(), Meldung()});
         QVERIFY(programm_->Starten(Pfad("früher.pzb")));
         QTRY_VERIFY(buch.Fertig());
-        QVERIFY2(meldungen_.value(1).endsWith("wurde nicht umgewandelt. Fcode: 3343"),
-                 qPrintable(meldungen_[1]));
+        QCOMPARE(meldungen_.value(1),
+                 "Die Datei „" + Pfad("früher.pzb") +
+                     "“ hat noch das alte Dateiformat und wurde nicht umgewandelt. Fcode: 3343");
         QCOMPARE(meldungen_.value(2), "Fehler beim Öffnen");
         QTRY_COMPARE(Kartei(), "Keine Kartei geöffnet");
         QVERIFY(!QFile::exists(Pfad("früher.pzb.altes-Format")));

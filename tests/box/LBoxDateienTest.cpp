@@ -301,8 +301,9 @@ private slots:
         b.OeffnenMit({2});
         b.dialoge.pfade = {b.Pfad("gibt/es/nicht/neu.pzb")};
         b.Menue("Mneu")->trigger();
-        QCOMPARE(b.meldungen.gezeigt.size(), 1);
-        QVERIFY(b.meldungen.Texte()[0].startsWith("Die Datei konnte nicht angelegt werden: "));
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Datei konnte nicht angelegt werden: Pfad nicht gefunden: " +
+                             b.Pfad("gibt/es/nicht")));
         QVERIFY(b.kartei.IsOpen());
         QCOMPARE(b.kartei.KarteiPfad, b.ordner.path());
         QVERIFY(!b.Menue("MDat(1)")->isVisible());

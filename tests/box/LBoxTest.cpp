@@ -463,13 +463,15 @@ private slots:
             b.Taste(Qt::Key_Return);
         });
         b.Taste(Qt::Key_N);
-        QCOMPARE(b.meldungen.gezeigt.size(), 1);
-        QVERIFY(b.meldungen.Texte()[0].startsWith("Die Antwort konnte nicht gespeichert werden: "));
-        QVERIFY(b.meldungen.Texte()[0].endsWith("Die Kartei wurde geschlossen."));
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Antwort konnte nicht gespeichert werden: Die Datei „" + b.Pfad("a.pzb") +
+                             "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war.\n\nDie Kartei "
+                             "wurde geschlossen."));
         QVERIFY(b.kartei.FehlerStatus > 0);
         QCOMPARE(b.Anzahl(0), 0);
         QCOMPARE(b.meldungen.Titel(), QString("Merkkasten"));
-        QVERIFY(b.Finde<QLabel>("Hinweis")->text().startsWith("Keine Kartei geöffnet."));
+        QCOMPARE(b.Finde<QLabel>("Hinweis")->text(),
+                 QString("Keine Kartei geöffnet.\n\nStrg+O öffnet eine, Strg+N legt eine neue an."));
         QVERIFY(b.Finde<QLabel>("Hinweis")->isVisible());
         b.Taste(Qt::Key_N);
         QCOMPARE(b.meldungen.gezeigt.size(), 1);

@@ -186,9 +186,10 @@ private slots:
             QVERIFY(!Frei(dialog, "cmdLöschen"));
             dialog.close();
         });
-        const QStringList texte = b.Meldungstexte();
-        QCOMPARE(texte.size(), 1);
-        QVERIFY(texte[0].startsWith(QStringLiteral("Fehler beim Bildöffnen: ")));
+        QCOMPARE(
+            b.Meldungstexte(),
+            QStringList(QStringLiteral("Fehler beim Bildöffnen: Ungültiges Bild „%1“: weder BMP noch JPEG.")
+                            .arg(b.Datei("text.bmp"))));
         b.Klick("CVor");
         QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QString());
     }
@@ -235,7 +236,9 @@ private slots:
         b.dialoge.pfade = {b.Datei("rot.bmp")};
         b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
             Klick(dialog, "Option1");
-            QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Bildöffnen: ")));
+            QCOMPARE(b.Meldungstexte(),
+                     QStringList(QStringLiteral("Fehler beim Bildöffnen: Datei nicht gefunden: „%1“")
+                                     .arg(b.Datei("fehlt.bmp"))));
             QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("fehlt.bmp"));
             Klick(dialog, "cmdÄndern");
             QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
@@ -326,7 +329,9 @@ private slots:
         b.Zeigen();
         b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
             Klick(dialog, "Option3");
-            QVERIFY(b.Meldungstexte().value(0).startsWith(QStringLiteral("Fehler beim Soundöffnen: ")));
+            QCOMPARE(b.Meldungstexte(),
+                     QStringList(QStringLiteral("Fehler beim Soundöffnen: Datei nicht gefunden: „%1“")
+                                     .arg(b.Datei("weg.wav"))));
             QVERIFY(b.gespielt.isEmpty());
             dialog.close();
         });

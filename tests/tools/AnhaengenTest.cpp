@@ -348,7 +348,9 @@ void AnhaengenTest::FullDiskTakesNothingOver()
     MakeCardFile(w.Pfad("quelle.pzb"), source);
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll; in „" +
+                         w.Pfad("offen.pzb") + "“ wurde nichts gespeichert. Es wurde nichts übernommen."));
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
 }

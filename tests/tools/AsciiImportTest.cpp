@@ -392,9 +392,9 @@ void AsciiImportTest::FullDiskTakesNothingOverAndOpensTheFileAgain()
     const qint32 openings = w.store.LoopsPerSecond;
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().startsWith(
-        "Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll;"));
-    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll; in „" +
+                         w.Pfad("offen.pzb") + "“ wurde nichts gespeichert. Es wurde nichts übernommen."));
     QVERIFY(w.store.LoopsPerSecond > openings); // opened again
     QCOMPARE(w.store.HighestCardNumber, qint16(1));
     QVERIFY(w.ZaehlerStimmen());
@@ -411,9 +411,9 @@ void AsciiImportTest::BrokenDiskTakesNothingOver()
     w.store.BoxZeichnen = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY2(w.meldungen.Texte().front().contains("Ein-/Ausgabefehler"),
-             qPrintable(w.meldungen.Texte().front()));
-    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Ein-/Ausgabefehler bei der Datei „" +
+                         w.Pfad("offen.pzb") + "“. Es wurde nichts übernommen."));
     QVERIFY(w.store.IsOpen());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
@@ -426,7 +426,10 @@ void AsciiImportTest::DeletedCardFileTakesNothingOver()
     w.Schreiben("a.txt", "a;b\r\n");
     QVERIFY(QFile::rename(w.Pfad("offen.pzb"), w.Pfad("weg.pzb")));
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
-    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
+    QCOMPARE(
+        w.meldungen.Texte().front(),
+        "Leider ist folgender Fehler Aufgetreten: Die Datei „" + w.Pfad("offen.pzb") +
+            "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war. Es wurde nichts übernommen.");
     QVERIFY(!w.store.IsOpen()); // and why was reported by the store
     QCOMPARE(w.meldungen.gezeigt.size(), 2);
     QCOMPARE(ReadCards(w.Pfad("weg.pzb")), QList{MakeCard(1, 0, 1)});

@@ -179,7 +179,9 @@ void NachNeuTest::FullDiskTakesNothingOver()
     });
     QCOMPARE(AlleNachNeu(w.bank), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(w.meldungen.Texte().front().endsWith(". Es wurde nichts übernommen."));
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList("Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll; in „" +
+                         w.Pfad("offen.pzb") + "“ wurde nichts gespeichert. Es wurde nichts übernommen."));
     QVERIFY(w.store.IsOpen());
     QCOMPARE(Places(w), before);
 }
