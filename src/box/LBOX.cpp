@@ -111,6 +111,7 @@ void LBOX::HinweiseZeigen()
     }
     kasten_->SetHinweis(zettel);
     lTasten_->setText(zettel.isEmpty() ? Tastenhinweis() : QString());
+    lTasten_->setToolTip(lTasten_->text()); // a small window may show its beginning only
 }
 
 QString LBOX::Tastenhinweis() const

@@ -41,6 +41,7 @@ private slots:
         QCOMPARE(b.meldungen.gezeigt.size(), 4);
         QCOMPARE(Tasten(b), "Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) oder "
                             "Extras › Alle Karten nach Neu");
+        QCOMPARE(b.Finde<QLabel>("LTasten")->toolTip(), Tasten(b));
         b.kartei.FachInfo[2].Anzahl = 100;
         b.fenster->BoxZeichnen();
         QVERIFY(Tasten(b).startsWith("Eingabe: Fach 1 "));
