@@ -22,7 +22,7 @@ bool IstSieSelbst(const CardStore &store, const QString &quelle)
 
 } // namespace
 
-Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle)
+Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl)
 {
     CardStore &store = bank.store;
     if (IstSieSelbst(store, quelle)) {
@@ -45,16 +45,22 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle)
         return Ausgang::Gescheitert;
 
     AddedCards neue;
-    const bool gespeichert = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    bool gespeichert = true;
+    try {
         InEinemZug(store.Karten(), [&] {
             neue = fruehere ? AddCardsOf(store, *fruehere, bank.fortschritt)
                             : AddCardsOf(store, *datei, bank.fortschritt);
         });
-    });
+    } catch (const StoreError &fehler) {
+        gespeichert = false;
+        neue = {.count = 0, .errors = {fehler}};
+    }
     datei.reset();
-    FehlerMelden(bank.meldungen, gespeichert ? neue.errors : std::vector<StoreError>());
     NeuOeffnen(bank);
+    FehlerMelden(bank.meldungen, neue.errors);
     if (!gespeichert)
         return Ausgang::Gescheitert;
+    if (anzahl)
+        *anzahl = neue.count;
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }

@@ -94,7 +94,7 @@ Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar t
     return fehler.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
 
-Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen)
+Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen, Zugang *zugang)
 {
     CardStore &store = bank.store;
     if (dateiname.isEmpty() || !QFileInfo::exists(VollerPfad(store, dateiname))) {
@@ -105,6 +105,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
     const bool gelesen = Schritt(bank.meldungen, FehlerKontext(), [&] {
         const QString pfad = VollerPfad(store, dateiname);
         NichtDieOffene(store, pfad);
+        Melden(bank.fortschritt, 0, 0); // reading and decoding may take long too
         zeilen.emplace(ReadFile(pfad, GroessteTextdatei));
     });
     if (!gelesen)
@@ -113,12 +114,14 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
     AddedCards neue;
     QString zeile;
     int nummer = 0;
+    int karten = 0;
     const auto naechste = [&](SimpleCard &karte) {
         while (zeilen->Naechste(zeile)) {
             if (bank.fortschritt && ++nummer % FortschrittSchritte == 0)
                 bank.fortschritt(zeilen->Gelesen(), zeilen->Gesamt());
             if (auto gefunden = KarteAusZeile(zeile, trennzeichen)) {
                 karte = std::move(*gefunden);
+                ++karten;
                 return true;
             }
         }
@@ -133,5 +136,10 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
     }
     store.BoxZeichnen();
     FehlerMelden(bank.meldungen, neue.errors);
+    if (zugang) {
+        for (SimpleCard rest; naechste(rest);) { // what an error left unread
+        }
+        *zugang = {.karten = neue.count, .fehlen = karten - neue.count};
+    }
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }

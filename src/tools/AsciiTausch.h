@@ -19,6 +19,14 @@ std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text);
 // Moves the cursor.
 Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen);
 
+// What an import that was stored did.
+struct Zugang
+{
+    int karten = 0; // added
+    int fehlen = 0; // lines of cards that are not in the box
+};
+
 // Adds a card to compartment 0 for each line of a text file that has a separator. All counters follow. A file
 // that is not there is reported by its name.
-Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen);
+Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen,
+                         Zugang *zugang = nullptr);

@@ -4,6 +4,7 @@
 
 #include "Anhaengen.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
@@ -18,19 +19,42 @@ Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
          QStringLiteral("Textdateien können mit dieser Funktion nicht übernommen werden. "
                         "(siehe ASCII-Import)")});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
+    connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewählt(); });
+    ergebnis_ = HinweisBauen({});
+    ergebnis_->setObjectName(QStringLiteral("Ergebnis"));
+    ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears
     KnöpfeBauen([this] { cmdOK_Click(); });
 }
 
 void Karteianhängen::cmdDateiname_Click()
 {
-    KarteinameÜbernehmen(lblDateiname_,
-                         Umgebung().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
-                                                                      Umgebung().konfig.ProgrammPfad)));
+    if (KarteinameÜbernehmen(
+            lblDateiname_, Umgebung().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
+                                                                        Umgebung().konfig.ProgrammPfad))))
+        NeuGewählt(); // the same file too
 }
 
 void Karteianhängen::cmdOK_Click()
 {
-    Ausführen([&](const Werkbank &bank) { KarteiAnhängen(bank, lblDateiname_->text()); });
-    if (!Umgebung().store.IsOpen())
+    Ausgang ausgang = Ausgang::Gescheitert;
+    int anzahl = 0;
+    Ausführen([&](const Werkbank &bank) { ausgang = KarteiAnhängen(bank, lblDateiname_->text(), &anzahl); });
+    if (!Umgebung().store.IsOpen()) {
         accept(); // there is nothing left to append to
+        return;
+    }
+    ergebnis_->clear();
+    if (ausgang == Ausgang::Gescheitert)
+        return;
+    ergebnis_->setText(KartenText(anzahl) + (ausgang == Ausgang::Gelungen
+                                                 ? QStringLiteral(" angehängt")
+                                                 : QStringLiteral(" angehängt, aber nicht alles")));
+    SetOKErlaubt(false);
+    lblDateiname_->setFocus();
+}
+
+void Karteianhängen::NeuGewählt()
+{
+    ergebnis_->clear();
+    SetOKErlaubt(true);
 }

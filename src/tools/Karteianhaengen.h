@@ -4,7 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
-// Copies the cards of another card file into the open one. Stays open after its work.
+// Copies the cards of another card file into the open one. Stays open after its work; what was appended is
+// not appended again before the file is chosen or its name typed anew.
 class Karteianhängen final : public Werkzeugfenster
 {
 public:
@@ -13,6 +14,8 @@ public:
 private:
     void cmdDateiname_Click();
     void cmdOK_Click();
+    void NeuGewählt();
 
     QLineEdit *lblDateiname_;
+    QLabel *ergebnis_; // of the last work, until the file name changes
 };

@@ -102,7 +102,8 @@ void LangeArbeit::Zeigen(int erledigt, int gesamt)
     const qint64 jetzt = seit_.elapsed();
     if (gesamt > 0 && (jetzt < WartenMs || jetzt - zuletzt_ < TaktMs))
         return;
-    zuletzt_ = jetzt;
+    if (gesamt > 0) // what is known follows the unknown at once
+        zuletzt_ = jetzt;
     balken_.setRange(0, gesamt);
     balken_.setValue(erledigt);
     balken_.show();

@@ -47,6 +47,11 @@ void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
         Schritt(meldungen, FehlerKontext(), [&] { throw einer; });
 }
 
+QString KartenText(int anzahl)
+{
+    return anzahl == 1 ? QStringLiteral("1 Karte") : QStringLiteral("%1 Karten").arg(anzahl);
+}
+
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 {
     std::optional<BoxState> vorher;

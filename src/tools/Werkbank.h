@@ -35,6 +35,9 @@ QString FehlerKontext();
 // The one error report of the tools for errors that were collected.
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
 
+// "1 Karte", "2 Karten".
+QString KartenText(int anzahl);
+
 // Runs `arbeit` as one transaction over the open cards: all of it is kept or nothing. Where it or the commit
 // throws, the StoreError thrown says which, as the file shows it; it should be opened again then.
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);

@@ -85,10 +85,11 @@ void Werkzeugfenster::Erklären(const QStringList &sätze)
         kasten_->addWidget(Beschriftung(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
 }
 
-void Werkzeugfenster::HinweisBauen(const QString &text)
+QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
 {
     leise_ << Beschriftung(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
     hinweise_->addWidget(leise_.back());
+    return leise_.back();
 }
 
 QComboBox *Werkzeugfenster::TrennzeichenBauen()
@@ -139,10 +140,10 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
     platz.setRetainSizeWhenHidden(true); // nothing jumps when it appears
     fortschritt_->setSizePolicy(platz);
     fortschritt_->hide();
-    auto *cmdOK = Benannt(new QPushButton(QStringLiteral("OK"), inhalt_), QStringLiteral("cmdOK"),
-                          QStringLiteral("OK"));
-    cmdOK->setDefault(true);
-    connect(cmdOK, &QPushButton::clicked, this, cmdOK_Click);
+    cmdOK_ = Benannt(new QPushButton(QStringLiteral("OK"), inhalt_), QStringLiteral("cmdOK"),
+                     QStringLiteral("OK"));
+    cmdOK_->setDefault(true);
+    connect(cmdOK_, &QPushButton::clicked, this, cmdOK_Click);
     auto *cmdZurück = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
                               QStringLiteral("cmdZurück"), QStringLiteral("Zurück"));
     connect(cmdZurück, &QPushButton::clicked, this, [this] { reject(); });
@@ -150,7 +151,7 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
     auto *zeile = new QHBoxLayout;
     zeile->addWidget(fortschritt_, 1);
     zeile->addSpacing(fontMetrics().height());
-    zeile->addWidget(cmdOK);
+    zeile->addWidget(cmdOK_);
     zeile->addWidget(cmdZurück);
     if (felder_->expandingDirections().testFlag(Qt::Vertical))
         spalte_->setStretchFactor(felder_, 1); // lists take the room of a larger window
@@ -161,6 +162,11 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
     // As high as the wrapped texts need, whatever the screen.
     const int breite = layout()->totalSizeHint().width();
     resize(breite, layout()->totalHeightForWidth(breite));
+}
+
+void Werkzeugfenster::SetOKErlaubt(bool erlaubt)
+{
+    cmdOK_->setEnabled(erlaubt);
 }
 
 void Werkzeugfenster::reject()
@@ -198,10 +204,12 @@ void Werkzeugfenster::NeueKarteiErstellen(
         accept();
 }
 
-void Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt)
+bool Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt)
 {
-    if (!gewählt.isEmpty() && IstKarteiname(gewählt))
-        feld->setText(gewählt);
+    if (gewählt.isEmpty() || !IstKarteiname(gewählt))
+        return false;
+    feld->setText(gewählt);
+    return true;
 }
 
 QString Werkzeugfenster::ZielWählen(const DateiDialog &dialog)

@@ -18,6 +18,7 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
+class QPushButton;
 class QVBoxLayout;
 
 // What the dialogs of the tools work on. A card file is open when one of them is made.
@@ -44,11 +45,13 @@ protected:
     void Erklären(const QStringList &sätze);
     QComboBox *TrennzeichenBauen();
     QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
-    void HinweisBauen(const QString &text);
+    QLabel *HinweisBauen(const QString &text);
 
     QGridLayout *Felder() { return felder_; }
 
     void KnöpfeBauen(const std::function<void()> &cmdOK_Click);
+    // Whether the tool may be run, by Enter too.
+    void SetOKErlaubt(bool erlaubt);
 
     // Runs a tool: shows the hourglass and, where it takes long, the progress, and takes no keys and clicks
     // meanwhile.
@@ -60,8 +63,8 @@ protected:
     NeueKarteiErstellen(QLineEdit *feld,
                         const std::function<Ausgang(const Werkbank &bank, const QString &ziel)> &erstellen);
     // Puts the path that was chosen for a card file into `feld`. Nothing chosen leaves it as it is; what is
-    // no card file's name is reported and not taken.
-    void KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt);
+    // no card file's name is reported and not taken. Tells whether it was taken.
+    bool KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt);
     // Asks for the file that the tool is to make; the save dialog asks whether to replace one.
     QString ZielWählen(const DateiDialog &dialog);
     // Whether the tool may make `ziel`. What speaks against it is reported; whether to replace a file that
@@ -87,6 +90,7 @@ private:
     QGridLayout *felder_ = nullptr;
     QVBoxLayout *hinweise_ = nullptr;
     QProgressBar *fortschritt_ = nullptr;
+    QPushButton *cmdOK_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
     QString gewählt_;       // in the save dialog
     bool läuft_ = false;

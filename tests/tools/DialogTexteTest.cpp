@@ -163,7 +163,8 @@ void DialogTexteTest::TextsStandLetterByLetter()
     QStringList shown;
     for (const QLabel *label : dialog->findChildren<QLabel *>()) {
         QCOMPARE(label->textFormat() == Qt::PlainText || label->buddy(), true);
-        shown << Shown(label);
+        if (!label->text().isEmpty()) // what comes of the work has its place already
+            shown << Shown(label);
     }
     QCOMPARE(shown, labels);
     QCOMPARE(Control<QPushButton>(*dialog, "cmdOK")->text(), "OK");

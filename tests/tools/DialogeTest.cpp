@@ -32,7 +32,9 @@ private slots:
     void CancelEmptiesTheTextFileName();
     void ImportAsksForAFileAndReadsIt();
     void ImportStaysOpenWithoutAFile();
+    void ImportOfPartOfTheCardsTellsHowMany();
     void AppendAsksForACardFileAndStaysOpen();
+    void AppendTellsQuietlyAndWantsTheFileAnew();
     void AppendTakesNoOtherFiles();
     void CancelKeepsTheCardFileName();
     void TopicsChangeListsByClickAndKey();
@@ -213,6 +215,28 @@ void DialogeTest::ImportStaysOpenWithoutAFile()
     QVERIFY(dialog.isVisible());
 }
 
+void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
+{
+    const auto import = [](qint16 highest, const QByteArray &text) {
+        Fensterbuehne w;
+        w.Oeffnen({MakeCard(highest, 0, 1)});
+        w.Schreiben("quelle.txt", text);
+        AImport dialog(w.umgebung);
+        Show(dialog);
+        Type(dialog, "lblDateiname", "quelle.txt");
+        Click(dialog, "cmdOK");
+        return w.meldungen.Texte();
+    };
+    QCOMPARE(import(32765, "a\t1\r\nb\t2\r\nc\t3\r\nkeine\r\nd\t4\r\ne\t5\r\n"),
+             (QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf",
+                          "2 Karten eingelesen; 3 Karten der Datei fehlen. "
+                          "Wer die Datei noch einmal einliest, hat sie doppelt."}));
+    QCOMPARE(import(32767, "a\t1\r\n").last(), "Es wurde keine Karte eingelesen.");
+    QCOMPARE(import(1, "a\t1\t" + QByteArray(251, 't') + "\r\n").last(),
+             "1 Karte eingelesen; nicht alle Texte passten hinein. "
+             "Wer die Datei noch einmal einliest, hat sie doppelt.");
+}
+
 void DialogeTest::AppendAsksForACardFileAndStaysOpen()
 {
     Fensterbuehne w;
@@ -238,6 +262,49 @@ void DialogeTest::AppendAsksForACardFileAndStaysOpen()
     QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden offen.pzb"});
     QVERIFY(dialog.isVisible());
     QCOMPARE(w.Karten().size(), 2);
+}
+
+void DialogeTest::AppendTellsQuietlyAndWantsTheFileAnew()
+{
+    Fensterbuehne w;
+    w.Oeffnen({});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2), MakeCard(5, 0, 1)});
+    Karteianhängen dialog(w.umgebung);
+    Show(dialog);
+    auto *name = Control<QLineEdit>(dialog, "lblDateiname");
+    const auto *ok = Control<QPushButton>(dialog, "cmdOK");
+    const auto *result = Control<QLabel>(dialog, "Ergebnis");
+    const QSize size = dialog.size();
+    Type(dialog, "lblDateiname", w.Pfad("fehlt.pzb"));
+    QTest::keyClick(name, Qt::Key_Return);
+    QCOMPARE(result->text(), "");
+    QVERIFY(ok->isEnabled());
+    w.meldungen.gezeigt.clear();
+
+    Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
+    Click(dialog, "cmdOK");
+    QCOMPARE(result->text(), "2 Karten angehängt");
+    QCOMPARE(name->text(), w.Pfad("quelle.pzb"));
+    QVERIFY(name->hasFocus());
+    QVERIFY(!ok->isEnabled());
+    QTest::keyClick(name, Qt::Key_Return);
+    Click(dialog, "cmdOK");
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.size(), size);
+
+    w.dialoge.pfade = {w.Pfad("quelle.txt"), w.Pfad("quelle.pzb")};
+    Click(dialog, "cmdDateiname"); // not taken
+    QVERIFY(!ok->isEnabled());
+    w.meldungen.gezeigt.clear();
+    Click(dialog, "cmdDateiname"); // the same file once more
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(result->text(), "");
+    QTest::keyClick(name, Qt::Key_Return);
+    QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(4));
+    QTest::keyClick(name, Qt::Key_Backspace);
+    QVERIFY(ok->isEnabled());
+    QVERIFY(w.meldungen.gezeigt.isEmpty());
 }
 
 void DialogeTest::AppendTakesNoOtherFiles()
@@ -448,7 +515,7 @@ void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
     QVERIFY(asked);
     QCoreApplication::processEvents();
     QVERIFY(dialog.isVisible());
-    QVERIFY(ok->isEnabled());
+    QVERIFY(Control<QLineEdit>(dialog, "lblDateiname")->isEnabled());
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
 }
 

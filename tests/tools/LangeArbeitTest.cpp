@@ -56,7 +56,7 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
     };
     Click(dialog, "cmdOK");
     QVERIFY(free);
-    QVERIFY(ok->isEnabled());
+    QVERIFY(Control<QLineEdit>(dialog, "lblDateiname")->isEnabled());
 }
 
 void LangeArbeitTest::OpeningAgainShowsABusyBar()
