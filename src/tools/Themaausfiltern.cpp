@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Themaausfiltern.h"
 
+#include "Farben.h"
 #include "NeueKartei.h"
 
 #include <QGridLayout>
@@ -9,6 +10,63 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
+#include <QStyleOptionFrame>
+#include <QStyledItemDelegate>
+
+namespace {
+
+// Draws a topic in one line, its middle left out where it is too long; what is chosen in a list without the
+// keyboard is quieter.
+class Themenmaler final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return {0, QStyledItemDelegate::sizeHint(option, index).height()}; // as wide as the list
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideMiddle;
+        if (option->widget && option->widget->hasFocus())
+            return;
+        QPalette &farben = option->palette;
+        farben.setColor(QPalette::Highlight, Farben::Getoent(farben.color(QPalette::Highlight),
+                                                             farben.color(QPalette::Base), 0.2));
+        farben.setColor(QPalette::HighlightedText, farben.color(QPalette::Text));
+    }
+};
+
+// A list that shows by its frame that it has the keyboard, as text fields do.
+class Themenliste final : public QListWidget
+{
+public:
+    using QListWidget::QListWidget;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        const bool getan = QListWidget::event(event);
+        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+            update();
+        if (event->type() == QEvent::Paint && hasFocus()) {
+            QStyleOptionFrame rahmen;
+            rahmen.initFrom(this);
+            rahmen.lineWidth = 1;
+            rahmen.state |= QStyle::State_Sunken | QStyle::State_HasFocus;
+            QPainter maler(this);
+            style()->drawPrimitive(QStyle::PE_FrameLineEdit, &rahmen, &maler, this);
+        }
+        return getan;
+    }
+};
+
+} // namespace
 
 Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
@@ -32,11 +90,14 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
 
 QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name)
 {
-    auto *liste = new QListWidget(this);
+    auto *liste = new Themenliste(this);
     liste->setObjectName(name);
     liste->setAccessibleName(QString(text).remove(u'&').remove(u':'));
     liste->setToolTip(QStringLiteral("zum Wechseln das Thema klicken"));
     liste->setUniformItemSizes(true);
+    liste->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    liste->setItemDelegate(new Themenmaler(liste));
+    liste->viewport()->installEventFilter(this);
     liste->installEventFilter(this);
     connect(liste, &QListWidget::itemClicked, this, [this, liste] { Wechseln(liste); });
     auto *label = new QLabel(text, this);
@@ -49,11 +110,12 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
 
 void Themaausfiltern::Form_Load()
 {
-    Schritt(Umgebung().meldungen, FehlerKontext(), [&] {
+    // Without the topics the new file would be one without cards.
+    SetOKErlaubt(Schritt(Umgebung().meldungen, FehlerKontext(), [&] {
         CardStore &store = Umgebung().store;
         lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8]));
         lstÜbernehmen_->setCurrentRow(0);
-    });
+    }));
     lstÜbernehmen_->setFocus();
 }
 
@@ -70,7 +132,11 @@ void Themaausfiltern::Wechseln(QListWidget *liste)
 
 bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress)
+    // The second click of a double click would meet the topic that has moved up.
+    if (event->type() == QEvent::MouseButtonDblClick &&
+        (objekt == lstÜbernehmen_->viewport() || objekt == lstNübernehmen_->viewport()))
+        return true;
+    if (event->type() != QEvent::KeyPress || (objekt != lstÜbernehmen_ && objekt != lstNübernehmen_))
         return Werkzeugfenster::eventFilter(objekt, event);
     const int taste = static_cast<const QKeyEvent *>(event)->key();
     if (taste != Qt::Key_Space && taste != Qt::Key_Return && taste != Qt::Key_Enter)

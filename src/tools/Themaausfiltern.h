@@ -22,7 +22,7 @@ private:
     QListWidget *ListeBauen(QGridLayout *listen, const QString &text, const QString &name);
     void Wechseln(QListWidget *liste);
 
-    QListWidget *lstÜbernehmen_;
-    QListWidget *lstNübernehmen_;
+    QListWidget *lstÜbernehmen_ = nullptr;
+    QListWidget *lstNübernehmen_ = nullptr;
     QLineEdit *lblDateiname_;
 };

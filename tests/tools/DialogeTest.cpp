@@ -38,6 +38,9 @@ private slots:
     void AppendTakesNoOtherFiles();
     void CancelKeepsTheCardFileName();
     void TopicsChangeListsByClickAndKey();
+    void DoubleClickMovesOneTopic();
+    void ListWithTheKeyboardStandsOut();
+    void TopicsThatCannotBeReadMakeNoFile();
     void FilterMakesTheNewFile();
     void MirrorMakesTheNewFile();
     void NewCardFileNeedsItsExtension();
@@ -359,6 +362,56 @@ void DialogeTest::TopicsChangeListsByClickAndKey()
     QCOMPARE(Entries(dialog, "lstNübernehmen"), (QStringList{"Thema 1", "Thema 3", "Thema 2"}));
     QVERIFY(dialog.isVisible());
     QVERIFY(w.meldungen.gezeigt.isEmpty());
+}
+
+void DialogeTest::DoubleClickMovesOneTopic()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)});
+    Themaausfiltern dialog(w.umgebung);
+    Show(dialog);
+    auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
+    const QPoint place = list->visualItemRect(list->item(0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QMouseEvent second(QEvent::MouseButtonDblClick, place, list->viewport()->mapToGlobal(place),
+                       Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(list->viewport(), &second);
+    QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList{"Thema 1"});
+}
+
+void DialogeTest::ListWithTheKeyboardStandsOut()
+{
+    Fensterbuehne w;
+    CardRecord card = MakeCard(1, 0, 1);
+    card.Picture_9_Name = QString(250, QChar('W'));
+    w.Oeffnen({card, MakeCard(2, 0, 2)});
+    Themaausfiltern dialog(w.umgebung);
+    Show(dialog);
+    auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
+    QVERIFY(list->visualItemRect(list->item(0)).width() <= list->viewport()->width());
+    list->setFocus();
+    const QRect row = list->visualItemRect(list->item(0));
+    const auto colours = [&] {
+        const QImage image = list->grab().toImage();
+        const QPoint inRow = list->viewport()->mapTo(list, QPoint(row.right() - 1, row.top() + 2));
+        return std::pair(image.pixel(inRow * image.devicePixelRatio()), image.pixel(0, image.height() / 2));
+    };
+    const auto with = colours();
+    Control<QLineEdit>(dialog, "lblDateiname")->setFocus();
+    const auto without = colours();
+    QVERIFY(with.first != without.first);
+    QVERIFY(with.second != without.second);
+}
+
+void DialogeTest::TopicsThatCannotBeReadMakeNoFile()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.store.CloseCardFile();
+    Themaausfiltern dialog(w.umgebung);
+    QVERIFY(MeldetFehler(w.meldungen));
+    QVERIFY(!Control<QPushButton>(dialog, "cmdOK")->isEnabled());
 }
 
 void DialogeTest::FilterMakesTheNewFile()
