@@ -88,8 +88,8 @@ private slots:
         b_->zustand.AbfrageErgebnis = -1;
         QCOMPARE(b_->Fragen([] {}), Ausgang::Abgebrochen);
         QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
-        QCOMPARE(b_->meldungen.Texte().size(), 1);
-        QVERIFY(b_->meldungen.Texte()[0].startsWith("Fehler beim Lesen der Karte: "));
+        QCOMPARE(b_->meldungen.Texte(),
+                 QStringList("Fehler beim Lesen der Karte: Kein aktueller Datensatz."));
     }
 
     // --- keys
@@ -346,7 +346,9 @@ private slots:
                  Ausgang::Abgebrochen);
         QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
         QCOMPARE(b_->meldungen.Texte().size(), 2);
-        QVERIFY(b_->meldungen.Texte()[1].startsWith("Fehler beim Löschen der Karte: "));
+        QCOMPARE(b_->meldungen.Texte()[1],
+                 "Fehler beim Löschen der Karte: Die Datei „" + b_->kartei.filePath("a.pzb") +
+                     "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war.");
         QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
     }
 
