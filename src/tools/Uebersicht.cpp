@@ -273,9 +273,8 @@ std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
     const short nummer = feld->text().trimmed().toShort(&zahl);
     if (zahl)
         return nummer;
-    umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von %2 bis %3 eingeben.")
+    umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
                                    .arg(name)
-                                   .arg(std::numeric_limits<qint16>::min())
                                    .arg(std::numeric_limits<qint16>::max()));
     feld->setFocus();
     feld->selectAll();

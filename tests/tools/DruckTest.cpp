@@ -270,7 +270,7 @@ void DruckTest::NoNumberGetsAMessage()
     Presse presse(Karten(3));
     presse.Drucken(von, bis);
     QCOMPARE(presse.meldungen.Texte(),
-             QStringList{"Bitte bei „" + field + "“ eine ganze Zahl von -32768 bis 32767 eingeben."});
+             QStringList{"Bitte bei „" + field + "“ eine ganze Zahl von 1 bis 32767 eingeben."});
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
     QVERIFY(Control<QLineEdit>(*presse.fenster, field == "Von:" ? "txtVon" : "txtBis")->hasFocus());
     QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtVon")->text(), von);
