@@ -38,7 +38,7 @@ PFÄndern::PFÄndern(EditorUmgebung umgebung, QWidget *parent)
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
-    connect(qApp, &QApplication::focusChanged, this,
+    connect(qApp, &QApplication::focusChanged, &fokuswache_,
             [this](QWidget * /*alt*/, QWidget *neu) { FokusWechselt(neu); });
 }
 

@@ -138,6 +138,7 @@ private:
     bool zeigt_ = false;              // the form is being filled: nothing is changed by the writer
     bool offen_ = false;
     QBasicTimer lauf_;
+    QObject fokuswache_; // goes before the controls do: their going moves the focus
     std::optional<CardEditor::Richtung> laufrichtung_; // none: nobody runs
 
     QWidget *formular_ = nullptr;

@@ -129,7 +129,7 @@ QLayout *PFÄndern::KopfBauen()
         editor_.Springen(MaskFrageNr_->text());
     });
     // A number that was typed and not confirmed is not the card's.
-    connect(MaskFrageNr_, &QLineEdit::editingFinished, this, [this] {
+    connect(MaskFrageNr_, &QLineEdit::editingFinished, &fokuswache_, [this] {
         if (!MaskFrageNr_->hasFocus())
             MaskFrageNr_->setText(kopf_.FrageNr);
     });
