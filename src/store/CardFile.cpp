@@ -111,6 +111,12 @@ bool IsOurs(SQLite::Database &database)
            (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == applicationId;
 }
 
+[[noreturn]] void ThrowLocked(const QString &path)
+{
+    throw StoreError(Fehler::Gesperrt,
+                     Named(path) + QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
+}
+
 [[noreturn]] void ThrowDamaged(const QString &path)
 {
     throw StoreError(Fehler::Beschaedigt, Named(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
@@ -227,9 +233,7 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
         ThrowDamaged(path);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        throw StoreError(Fehler::Gesperrt,
-                         Named(path) +
-                             QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
+        ThrowLocked(path);
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_AUTH:
@@ -342,17 +346,9 @@ void CardFile::CheckStillInPlace() const
         throw StoreError(
             Fehler::KarteiNichtGefunden,
             Named(path_) + QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
-    // The bytes that the engine locks; where this process has them still, nothing happens.
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0x40000000;
-    lock.l_len = 512;
-    if (watch_.Get() >= 0 && ::fcntl(watch_.Get(), F_SETLK, &lock) != 0 &&
-        (errno == EAGAIN || errno == EACCES))
-        throw StoreError(Fehler::Gesperrt,
-                         Named(path_) +
-                             QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
+    // Where this process has its locks still, nothing happens.
+    if (watch_.Get() >= 0)
+        LockCardFile(watch_.Get(), F_SETLK, F_WRLCK, path_);
 }
 
 void CardFile::CheckUnchanged() const
@@ -381,6 +377,17 @@ std::optional<CardFile::State> CardFile::ReadState() const
     if (::pread(watch_.Get(), state.changes.data(), state.changes.size(), place) < 0)
         return std::nullopt;
     return state;
+}
+
+void LockCardFile(int file, int command, int type, const QString &path)
+{
+    struct flock lock = {};
+    lock.l_type = static_cast<short>(type);
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    if (::fcntl(file, command, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
+        ThrowLocked(path);
 }
 
 void CheckReplaceable(const QString &path)

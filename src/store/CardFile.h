@@ -81,6 +81,12 @@ private:
 // `path`.
 void CheckAccess(const QString &path, CardFile::Access access);
 
+// Locks the 512 bytes behind the first gigabyte on which the engine's locks lie (its document "File Locking
+// And Concurrency"), so that every other program is shut out. `command` is F_SETLK or F_OFD_SETLK, `type`
+// F_RDLCK or F_WRLCK. Throws StoreError 3045 where another program has the file, nothing where the file
+// system has no locks.
+void LockCardFile(int file, int command, int type, const QString &path);
+
 // Throws StoreError 3045 or 3051 where a card file stands at `path` that another program has open, or that
 // may not be written. Nothing there, or no card file: that may be replaced.
 void CheckReplaceable(const QString &path);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RepairFiles.h"
 
+#include "CardFile.h"
 #include "JournalFile.h"
 #include "PageReader.h"
 #include "Repair.h"
@@ -189,17 +190,8 @@ void RepairFiles::Lock()
                          QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
     size_ = info.st_size;
 
-    // The engine's locks lie on 512 bytes behind the first gigabyte. Taking them all shuts out every other
-    // program; the lock belongs to this descriptor, so that closing another one does not drop it.
-    struct flock lock = {};
-    lock.l_type = static_cast<short>(writable ? F_WRLCK : F_RDLCK);
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0x40000000;
-    lock.l_len = 512;
-    if (fcntl(file, F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
-        throw StoreError(
-            Fehler::Gesperrt,
-            QStringLiteral("Die Datei „%1“ ist gesperrt: ein anderes Programm hat sie geöffnet.").arg(path_));
+    // The lock belongs to this descriptor, so that closing another one does not drop it.
+    LockCardFile(file, F_OFD_SETLK, writable ? F_WRLCK : F_RDLCK, path_);
 }
 
 void RepairFiles::ChooseNames()
