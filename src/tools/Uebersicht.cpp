@@ -55,7 +55,7 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     if (!wege_.drucker)
-        wege_.drucker = StandardDrucker;
+        wege_.drucker = Standarddrucker;
 
     auto *außen = new QVBoxLayout(this);
     außen->addWidget(inhalt_);
@@ -302,6 +302,7 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
         }
         Melden(fortschritt, zeile + 1, liste.Count());
     }
+    druck.Abschicken();
 }
 
 void Uebersicht::Suchen(int abZeile)
