@@ -18,14 +18,6 @@ QPixmap Abstand(int breite)
     return leer;
 }
 
-// A text in one line.
-QString Einzeilig(QString text)
-{
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-        .replace(u'\r', u' ')
-        .replace(u'\n', u' ');
-}
-
 } // namespace
 
 KartenModell::KartenModell(CardRecordset &karten, QObject *parent)
@@ -58,7 +50,7 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
         const CardList::Row &zeile = liste_.At(index.row());
         if (spalte < zeile.numbers.size())
             return zeile.numbers[spalte] ? QString::number(*zeile.numbers[spalte]) : QString();
-        return Einzeilig(spalte == 3 ? zeile.question : zeile.answer);
+        return OneLine(spalte == 3 ? zeile.question : zeile.answer);
     } catch (const StoreError &fehler) {
         Gescheitert(fehler);
         return {};
