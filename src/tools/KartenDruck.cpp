@@ -148,3 +148,27 @@ void KartenDruck::Block(const QRectF &platz, const QString &text)
     }
     satz->Malen(auftrag_->Maler(), platz);
 }
+
+std::optional<qint16> Kartennummer(const QString &text)
+{
+    bool zahl = false;
+    const qint16 nummer = text.trimmed().toShort(&zahl);
+    return zahl && nummer > 0 ? std::optional(nummer) : std::nullopt;
+}
+
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Fortschritt &fortschritt)
+{
+    KartenDruck druck(drucker);
+    int gedruckt = 0;
+    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
+        const auto nummer = liste.At(zeile).numbers[0];
+        if (nummer && *nummer >= von && *nummer <= bis) {
+            const CardList::Row karte = liste.Whole(zeile);
+            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
+            ++gedruckt;
+        }
+        Melden(fortschritt, zeile + 1, liste.Count());
+    }
+    druck.Abschicken();
+    return gedruckt;
+}

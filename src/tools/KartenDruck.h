@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardList.h"
 #include "Druckauftrag.h"
+#include "Fortschritt.h"
 
 #include <QString>
 
@@ -33,3 +35,11 @@ private:
     std::optional<Druckauftrag> auftrag_;
     int aufDerSeite_ = 0;
 };
+
+// The card number that a text stands for: a whole number from 1 to 32767, blanks around it allowed.
+std::optional<qint16> Kartennummer(const QString &text);
+
+// Prints the cards from number `von` to number `bis`, both included, in the order of the list. Returns how
+// many. Throws StoreError where a card cannot be read or the printer does not take the job.
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker,
+                  const Fortschritt &fortschritt = {});

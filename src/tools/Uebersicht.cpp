@@ -269,9 +269,8 @@ void Uebersicht::cmdDrucken_Click()
 
 std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
 {
-    bool zahl = false;
-    const short nummer = feld->text().trimmed().toShort(&zahl);
-    if (zahl)
+    const auto nummer = Kartennummer(feld->text());
+    if (nummer)
         return nummer;
     umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
                                    .arg(name)
@@ -290,19 +289,14 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
         return;
     }
     drucker->setDocName(windowTitle());
-    LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
-    const Fortschritt fortschritt = lang.Melder();
-    KartenDruck druck(*drucker);
-    CardList &liste = modell_->Liste();
-    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
-        const auto nummer = liste.At(zeile).numbers[0];
-        if (nummer && *nummer >= von && *nummer <= bis) {
-            const CardList::Row karte = liste.Whole(zeile);
-            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
-        }
-        Melden(fortschritt, zeile + 1, liste.Count());
+    int gedruckt = 0;
+    {
+        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+        gedruckt = KartenDrucken(modell_->Liste(), von, bis, *drucker, lang.Melder());
     }
-    druck.Abschicken();
+    if (gedruckt == 0)
+        umgebung_.meldungen.Zeigen(
+            QStringLiteral("Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt.").arg(von).arg(bis));
 }
 
 void Uebersicht::Suchen(int abZeile)

@@ -38,7 +38,7 @@ private slots:
     void NothingRunsIntoANeighbour();
     void LineBreaksStay();
     void OrderIsTheGrids();
-    void VonAboveBisPrintsNothing();
+    void RangeWithoutACardPrintsNothingAndTellsSo();
     void NoNumberGetsAMessage_data();
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
@@ -390,13 +390,16 @@ void DruckTest::OrderIsTheGrids()
     QVERIFY(presse.WoerterIn(2, true).isEmpty());
 }
 
-void DruckTest::VonAboveBisPrintsNothing()
+void DruckTest::RangeWithoutACardPrintsNothingAndTellsSo()
 {
     Presse presse(Karten(3));
     presse.Drucken("3", "1");
     presse.Drucken("7", "9");
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
-    QVERIFY(presse.meldungen.gezeigt.isEmpty());
+    QCOMPARE(presse.meldungen.Texte(),
+             (QStringList{"Von 3 bis 1 gibt es keine Karte; es wurde nichts gedruckt.",
+                          "Von 7 bis 9 gibt es keine Karte; es wurde nichts gedruckt."}));
+    QVERIFY(!presse.meldungen.sanduhr);
 }
 
 void DruckTest::NoNumberGetsAMessage_data()
@@ -416,6 +419,15 @@ void DruckTest::NoNumberGetsAMessage_data()
     QTest::newRow("too small") << "-32769"
                                << "3"
                                << "Von:";
+    QTest::newRow("zero") << "0"
+                          << "3"
+                          << "Von:";
+    QTest::newRow("up to zero") << "1"
+                                << "0"
+                                << "Bis:";
+    QTest::newRow("below zero") << "-5"
+                                << "3"
+                                << "Von:";
     QTest::newRow("fraction") << "1,5"
                               << "3"
                               << "Von:";
