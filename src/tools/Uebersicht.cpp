@@ -167,7 +167,7 @@ QWidget *Uebersicht::KnöpfeBauen()
     auto *cmdSchließen = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
                                  QStringLiteral("cmdSchließen"), QStringLiteral("Zurück"));
     cmdSchließen->setAutoDefault(false);
-    connect(cmdSchließen, &QPushButton::clicked, this, [this] { reject(); });
+    connect(cmdSchließen, &QPushButton::clicked, this, [this] { cmdSchließen_Click(); });
     zeile->addWidget(cmdSchließen);
     return picButtons;
 }
@@ -208,11 +208,17 @@ void Uebersicht::Form_Load()
             [this] { datPrimaryRS_Reposition(); });
     if (modell_->rowCount() > 0)
         grdDataGrid_->setCurrentIndex(modell_->index(0, 0));
+    Form_Paint();
+    Form_Resize();
+}
+
+// A notice on the grid where there are no cards.
+void Uebersicht::Form_Paint()
+{
     leer_->setText(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
                    QStringLiteral(") enthält noch keine Karten"));
     leer_->setAccessibleName(leer_->text());
     leer_->setVisible(modell_->rowCount() == 0);
-    Form_Resize();
 }
 
 void Uebersicht::Form_Resize()
@@ -223,12 +229,12 @@ void Uebersicht::Form_Resize()
     // The numbers get what their heads need, question and answer share the rest.
     QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
     int rest = grdDataGrid_->viewport()->width();
-    for (int spalte = 0; spalte < 3; ++spalte) {
+    for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
         const int breite = köpfe->sectionSizeHint(spalte);
         köpfe->resizeSection(spalte, breite);
         rest -= breite;
     }
-    köpfe->resizeSection(3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
+    köpfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
 }
 
 void Uebersicht::ZeileÖffnen(const QModelIndex &index)
@@ -265,6 +271,11 @@ void Uebersicht::cmdDrucken_Click()
     läuft_ = false;
     txtVon_->setText(QString::number(*von));
     txtBis_->setText(QString::number(*bis));
+}
+
+void Uebersicht::cmdSchließen_Click()
+{
+    reject();
 }
 
 std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
