@@ -7,6 +7,7 @@
 #include "Schritt.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -16,20 +17,19 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
 {
     setObjectName(QStringLiteral("Suchen"));
     setWindowTitle(QStringLiteral("Suchen"));
-    suchtext_ = Benannt(new QLineEdit(treffer_.letzterBegriff, this), QStringLiteral("suchtext"),
-                        QStringLiteral("Suchbegriff"));
+    suchtext_ = Benannt(new QLineEdit(this), QStringLiteral("suchtext"), QStringLiteral("Suchbegriff"));
     suchtext_->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
-    suchtext_->selectAll();
+    suchtext_->installEventFilter(this);
     auto *wiederholen = new QShortcut(Qt::CTRL | Qt::Key_Y, suchtext_);
     wiederholen->setContext(Qt::WidgetShortcut);
     connect(wiederholen, &QShortcut::activated, suchtext_, &QLineEdit::redo);
     auto *ok = Benannt(new QPushButton(QStringLiteral("&suchen"), this), QStringLiteral("COK"),
                        QStringLiteral("suchen"));
-    ok->setDefault(true); // Enter in the box searches
+    ok->setDefault(true);
     auto *abbruch = Benannt(new QPushButton(QStringLiteral("&Abbruch"), this), QStringLiteral("CAbbruch"),
                             QStringLiteral("Abbruch"));
     connect(ok, &QPushButton::clicked, this, [this] { COK_Click(); });
-    connect(abbruch, &QPushButton::clicked, this, [this] { reject(); });
+    connect(abbruch, &QPushButton::clicked, this, [this] { CAbbruch_Click(); });
 
     auto *knoepfe = new QHBoxLayout;
     knoepfe->addStretch(1);
@@ -40,6 +40,28 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
     alles->addWidget(suchtext_);
     alles->addSpacing(8);
     alles->addLayout(knoepfe);
+    Form_Load();
+}
+
+void Suchen::Form_Load()
+{
+    suchtext_->setText(treffer_.letzterBegriff);
+    suchtext_->selectAll();
+}
+
+bool Suchen::eventFilter(QObject *objekt, QEvent *event)
+{
+    if (objekt == suchtext_ && event->type() == QEvent::KeyPress)
+        return suchtext_KeyPress(static_cast<const QKeyEvent &>(*event));
+    return QDialog::eventFilter(objekt, event);
+}
+
+bool Suchen::suchtext_KeyPress(const QKeyEvent &taste)
+{
+    if (taste.key() != Qt::Key_Return && taste.key() != Qt::Key_Enter)
+        return false;
+    COK_Click();
+    return true;
 }
 
 void Suchen::COK_Click()
@@ -59,9 +81,19 @@ void Suchen::COK_Click()
     accept();
 }
 
-// However the dialog closes, its term is there when it opens again.
+void Suchen::CAbbruch_Click()
+{
+    reject();
+}
+
+// However the dialog closes.
 void Suchen::done(int ergebnis)
 {
-    treffer_.letzterBegriff = suchtext_->text();
+    Form_Unload();
     QDialog::done(ergebnis);
+}
+
+void Suchen::Form_Unload()
+{
+    treffer_.letzterBegriff = suchtext_->text(); // there again when it opens
 }

@@ -8,6 +8,7 @@
 
 #include <QDialog>
 
+class QKeyEvent;
 class QLineEdit;
 
 // The search dialog: looks for a term from the current card on. Accepted when the recordset was walked; the
@@ -19,8 +20,16 @@ public:
 
     void done(int ergebnis) override;
 
+protected:
+    bool eventFilter(QObject *objekt, QEvent *event) override;
+
 private:
+    void Form_Load();
+    void Form_Unload();
+    // Tells whether the key was used.
+    bool suchtext_KeyPress(const QKeyEvent &taste);
     void COK_Click();
+    void CAbbruch_Click();
 
     CardStore &kartei_;
     Meldungen &meldungen_;

@@ -198,6 +198,36 @@ void CopyValue(Adder &adder, std::size_t value, int column, const SalvagedCard::
     }
 }
 
+// Gives the next card the fields of a copied one. `valueOf` tells the value of a column by its place in
+// `columns`.
+template <typename ValueOf>
+void CopyCardFields(Adder &adder, const std::vector<int> &columns,
+                    std::array<std::string, copiedColumns.size()> &texts, const ValueOf &valueOf)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        CopyValue(adder, i, columns[i], valueOf(i), texts[i]);
+}
+
+// Adds a card with a typed answer. False when no further card can be added.
+bool AddImportedCard(Adder &adder, const std::vector<int> &columns, const SimpleCard &card)
+{
+    const std::array texts{card.question.toStdString(), card.answer.toStdString(), card.topic.toStdString()};
+    constexpr std::array<std::size_t, 5> textOf{0, 0, 1, 1, 2}; // of the columns behind the first one
+    try {
+        adder.Values().bind(Adder::Parameter(0), 1);
+        for (std::size_t i = 0; i < textOf.size(); ++i) {
+            const std::string &text = texts[textOf[i]];
+            if (text.empty())
+                adder.Values().bind(Adder::Parameter(i + 1));
+            else
+                BindText(adder, i + 1, columns[i + 1], text);
+        }
+    } catch (const SQLite::Exception &error) {
+        return adder.TakeNote(error);
+    }
+    return adder.Add();
+}
+
 std::vector<int> CopiedColumns()
 {
     std::vector<int> columns;
@@ -211,7 +241,7 @@ std::vector<int> CopiedColumns()
 
 AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next)
 {
-    static const std::vector<int> columns{
+    const std::vector<int> columns{
         CardColumnIndex(u"Antworttyp"),         CardColumnIndex(u"Frage"),
         CardColumnIndex(u"Frage_Klartext"),     CardColumnIndex(u"Antwort_1"),
         CardColumnIndex(u"Antwort_1_Klartext"), CardColumnIndex(u"Picture_9_Name")};
@@ -220,33 +250,8 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
     const bool wasEmpty = store.HighestCardNumber == 0 && cards.AtBOF() && cards.AtEOF();
     cards.Past([&](SQLite::Database &database) {
         Adder adder(store, database, added, columns);
-        std::string question;
-        std::string answer;
-        std::string topic;
-        const auto bind = [&](std::size_t value, const std::string &text) {
-            if (text.empty())
-                adder.Values().bind(Adder::Parameter(value));
-            else
-                BindText(adder, value, columns[value], text);
-        };
-        const auto addNext = [&](const SimpleCard &card) {
-            question = card.question.toStdString();
-            answer = card.answer.toStdString();
-            topic = card.topic.toStdString();
-            try {
-                adder.Values().bind(Adder::Parameter(0), 1);
-                bind(1, question);
-                bind(2, question);
-                bind(3, answer);
-                bind(4, answer);
-                bind(5, topic);
-            } catch (const SQLite::Exception &error) {
-                return adder.TakeNote(error);
-            }
-            return adder.Add();
-        };
         SimpleCard card;
-        while (next(card) && addNext(card)) {
+        while (next(card) && AddImportedCard(adder, columns, card)) {
         }
     });
     if (wasEmpty && added.count > 0) {
@@ -263,7 +268,7 @@ void CheckCopyable(CardFile &source)
         static_cast<void>(cards[QString::fromLatin1(name)]);
 }
 
-AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt)
+AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt)
 {
     const std::vector<int> columns = CopiedColumns();
     std::string names;
@@ -291,8 +296,8 @@ AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &for
         int done = 0;
         bool more = true;
         while (more && readNext()) {
-            for (std::size_t i = 0; i < columns.size(); ++i)
-                CopyValue(adder, i, columns[i], read->getColumn(static_cast<int>(i)), texts[i]);
+            CopyCardFields(adder, columns, texts,
+                           [&](std::size_t i) { return read->getColumn(static_cast<int>(i)); });
             more = adder.Add();
             Melden(fortschritt, ++done, total);
         }
@@ -300,7 +305,7 @@ AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &for
     return added;
 }
 
-AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
+AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
 {
     const std::vector<int> columns = CopiedColumns();
     std::vector<const CardPlan *> plans; // in box order
@@ -321,9 +326,9 @@ AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &for
             const SalvagedCard card = source.Read(*plan);
             damaged = damaged || !card.remarks.empty();
             try {
-                for (std::size_t i = 0; i < columns.size(); ++i)
-                    CopyValue(adder, i, columns[i], card.values[static_cast<std::size_t>(columns[i])],
-                              texts[i]);
+                CopyCardFields(adder, columns, texts, [&](std::size_t i) -> const SalvagedCard::Value & {
+                    return card.values[static_cast<std::size_t>(columns[i])];
+                });
             } catch (const SQLite::Exception &error) {
                 if (!adder.TakeNote(error))
                     break;

@@ -44,7 +44,7 @@ void CheckCopyable(CardFile &source);
 
 // Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
 // flags of pictures) is not copied.
-AddedCards AddCardsOf(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
+AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
 // The same from a card file of the former database engine. Cards and texts that damage has taken away are
 // told as error 3049.
-AddedCards AddCardsOf(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});
+AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});

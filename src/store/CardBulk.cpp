@@ -68,7 +68,8 @@ void WriteRows(SQLite::Database &database, const char *sql, const Rows &rows, co
 void CheckFits(std::int64_t lfdNr)
 {
     if (lfdNr > highest16)
-        throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf"));
+        throw StoreError(Fehler::Ueberlauf,
+                         QStringLiteral("Überlauf: Ein Fach fasst nicht mehr als 32767 Karten"));
 }
 
 } // namespace

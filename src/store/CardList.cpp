@@ -42,13 +42,30 @@ CardList::Row ReadRow(SQLite::Statement &statement, std::int64_t id)
     return row;
 }
 
+// What looks the same is the same: letters with their marks are compared in one form.
+QString Comparable(const QString &text)
+{
+    return OneLine(text).normalized(QString::NormalizationForm_C);
+}
+
 bool Matches(const CardList::Row &row, const QString &text)
 {
     return (row.numbers[0] && QString::number(*row.numbers[0]).startsWith(text)) ||
-           row.question.contains(text, Qt::CaseInsensitive) || row.answer.contains(text, Qt::CaseInsensitive);
+           Comparable(row.question).contains(text, Qt::CaseInsensitive) ||
+           Comparable(row.answer).contains(text, Qt::CaseInsensitive);
 }
 
 } // namespace
+
+QString OneLine(const QString &text)
+{
+    QString line = text;
+    line.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    for (QChar &character : line)
+        if (character.isSpace())
+            character = u' ';
+    return line;
+}
 
 CardList::CardList(CardRecordset &cards) : cards_(cards)
 {
@@ -132,11 +149,12 @@ CardList::Row CardList::Whole(int row)
 std::optional<int> CardList::Find(const QString &text, int from)
 {
     std::optional<int> found;
+    const QString wanted = Comparable(text);
     cards_.Beside([&](SQLite::Database &database) {
         SQLite::Statement read(database, wholeRow);
         for (int i = 0; i < Count() && !found; ++i) {
             const int row = (from + i) % Count();
-            if (Matches(ReadRow(read, Id(row)), text))
+            if (Matches(ReadRow(read, Id(row)), wanted))
                 found = row;
         }
     });

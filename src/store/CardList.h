@@ -13,6 +13,9 @@
 #include <optional>
 #include <vector>
 
+// A text in one line: breaks, tabs and every other white space are blanks, as a grid shows them.
+QString OneLine(const QString &text);
+
 // The cards of an open card file as the rows of a list. Of all cards only the order is kept; a row is read
 // when it is asked for, with some neighbours, and forgotten again. A card that has gone meanwhile is an empty
 // row. All methods throw StoreError.
@@ -48,7 +51,7 @@ public:
     Row Whole(int row);
 
     // The first row from `from` on, and round to it again, whose card number begins with `text` or whose
-    // question or answer contains it, letter case ignored.
+    // question or answer, in one line, contains it, letter case ignored.
     std::optional<int> Find(const QString &text, int from);
 
     // The card in a row, whatever the order: for finding it again after a sort.

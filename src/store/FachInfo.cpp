@@ -24,7 +24,8 @@ FachTabelle FachStartwerte()
 static qint16 To16(double wert)
 {
     if (!(wert >= std::numeric_limits<qint16>::min() && wert <= std::numeric_limits<qint16>::max()))
-        throw StoreError(Fehler::Ueberlauf, QStringLiteral("Überlauf"));
+        throw StoreError(Fehler::Ueberlauf,
+                         QStringLiteral("Überlauf: Nummern und Anzahlen gehen nur bis 32767"));
     return static_cast<qint16>(wert);
 }
 

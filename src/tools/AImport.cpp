@@ -38,17 +38,10 @@ void AImport::cmdOK_Click()
     Ausgang ausgang{};
     Zugang zugang;
     Ausführen([&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
-    if (ausgang == Ausgang::Gescheitert)
-        return;
     if (ausgang == Ausgang::Gelungen)
         Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
-    else if (zugang.karten == 0)
-        Umgebung().meldungen.Zeigen(QStringLiteral("Es wurde keine Karte eingelesen."));
-    else // so that nobody reads the file again for what is missing
-        Umgebung().meldungen.Zeigen(
-            QStringLiteral("%1 eingelesen; %2. Wer die Datei noch einmal einliest, hat sie doppelt.")
-                .arg(KartenText(zugang.karten),
-                     zugang.fehlen > 0 ? KartenText(zugang.fehlen) + QStringLiteral(" der Datei fehlen")
-                                       : QStringLiteral("nicht alle Texte passten hinein")));
-    accept();
+    else if (ausgang == Ausgang::Teilweise)
+        Umgebung().meldungen.Zeigen(TeilweiseEingelesen(zugang));
+    if (ausgang != Ausgang::Gescheitert || !Umgebung().store.IsOpen())
+        accept();
 }

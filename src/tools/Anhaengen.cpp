@@ -20,6 +20,24 @@ bool IstSieSelbst(const CardStore &store, const QString &quelle)
     return !quelle.isEmpty() && SameFile(VollerPfad(store, quelle), store.CardPath(store.CurrentFileName));
 }
 
+// A card file to copy from; one of the former database engine is read as it is.
+struct AppendSource
+{
+    std::optional<CardFile> datei;
+    std::optional<JetCards> fruehere;
+};
+
+// Throws StoreError where `pfad` is no card file that can be copied.
+void OpenAppendSource(AppendSource &quelle, const QString &pfad)
+{
+    if (JetFile::Recognises(pfad)) {
+        quelle.fruehere.emplace(pfad);
+    } else {
+        quelle.datei.emplace(pfad, CardFile::Access::ReadOnly);
+        CheckCopyable(*quelle.datei);
+    }
+}
+
 } // namespace
 
 Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl)
@@ -30,17 +48,9 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
                               store.CurrentFileName);
         return Ausgang::Gescheitert;
     }
-    std::optional<CardFile> datei;
-    std::optional<JetCards> fruehere; // a card file of the former database engine is read as it is
-    const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        const QString pfad = VollerPfad(store, quelle);
-        if (JetFile::Recognises(pfad)) {
-            fruehere.emplace(pfad);
-        } else {
-            datei.emplace(pfad, CardFile::Access::ReadOnly);
-            CheckCopyable(*datei);
-        }
-    });
+    AppendSource offene;
+    const bool offen = Schritt(bank.meldungen, FehlerKontext(),
+                               [&] { OpenAppendSource(offene, VollerPfad(store, quelle)); });
     if (!offen)
         return Ausgang::Gescheitert;
 
@@ -48,14 +58,14 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
     bool gespeichert = true;
     try {
         InEinemZug(store.Karten(), [&] {
-            neue = fruehere ? AddCardsOf(store, *fruehere, bank.fortschritt)
-                            : AddCardsOf(store, *datei, bank.fortschritt);
+            neue = offene.fruehere ? CopyAllCards(store, *offene.fruehere, bank.fortschritt)
+                                   : CopyAllCards(store, *offene.datei, bank.fortschritt);
         });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {.count = 0, .errors = {fehler}};
     }
-    datei.reset();
+    offene.datei.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
     if (!gespeichert)

@@ -94,6 +94,16 @@ Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar t
     return fehler.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
 
+QString TeilweiseEingelesen(const Zugang &zugang)
+{
+    if (zugang.karten == 0)
+        return QStringLiteral("Es wurde keine Karte eingelesen.");
+    return QStringLiteral("%1 eingelesen; %2. Wer die Datei noch einmal einliest, hat sie doppelt.")
+        .arg(KartenText(zugang.karten), zugang.fehlen > 0
+                                            ? KartenText(zugang.fehlen) + QStringLiteral(" der Datei fehlen")
+                                            : QStringLiteral("nicht alle Texte passten hinein"));
+}
+
 Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen, Zugang *zugang)
 {
     CardStore &store = bank.store;

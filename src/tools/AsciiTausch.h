@@ -26,6 +26,10 @@ struct Zugang
     int fehlen = 0; // lines of cards that are not in the box
 };
 
+// What is told of an import that could not take everything: so that nobody reads the file again for what is
+// missing.
+QString TeilweiseEingelesen(const Zugang &zugang);
+
 // Adds a card to compartment 0 for each line of a text file that has a separator. All counters follow. A file
 // that is not there is reported by its name.
 Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen,

@@ -2,102 +2,173 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KartenDruck.h"
 
-#include "StoreError.h"
-
 #include <QApplication>
-#include <QPrinterInfo>
 #include <QTextLayout>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int KartenJeSeite = 4;
-constexpr int Punkte = 14;
-constexpr double FrageOben = 0.05; // of the card's quarter
+constexpr double FrageOben = 0.05; // of the page's height
 constexpr double AntwortOben = 0.55;
-constexpr double Luft = 0.03; // below each block, of the quarter
-constexpr int DruckerFehler = 482;
+constexpr double Blockhoehe = 0.4;       // as far from the fold as from the edges
+constexpr double Seitenluft = 1.0 / 20;  // of the page's width, half of it on each side of a column
+constexpr double Linienbreite = 0.4;     // points
+constexpr double Tabulator = 24;         // pixels of a screen, as layouts count them for printers too
 constexpr qsizetype MehrPasstNie = 5000; // characters
+
+// Breaks a text into lines and tells how many of them fit.
+class Satz
+{
+public:
+    Satz(const QString &text, const QFont &schrift, QPaintDevice &drucker, QTextOption::WrapMode umbruch,
+         QSizeF platz)
+        : layout_(text, schrift, &drucker)
+    {
+        QTextOption option;
+        option.setWrapMode(umbruch);
+        option.setTabStopDistance(Tabulator);
+        layout_.setTextOption(option);
+        layout_.beginLayout();
+        double y = 0;
+        for (QTextLine zeile = layout_.createLine(); zeile.isValid(); zeile = layout_.createLine()) {
+            zeile.setLineWidth(platz.width());
+            if (y + zeile.height() > platz.height()) {
+                passt_ = false;
+                break;
+            }
+            // A word that is too long; where it may be broken, the natural width counts what is broken off.
+            if (umbruch == QTextOption::WordWrap && zeile.naturalTextWidth() > platz.width())
+                passt_ = false;
+            zeile.setPosition({0, y});
+            y += zeile.height();
+            ++zeilen_;
+        }
+        layout_.endLayout();
+    }
+
+    // Everything stands in its place.
+    bool Passt() const { return passt_; }
+
+    void Malen(QPainter &maler, const QRectF &platz) const
+    {
+        for (int i = 0; i < zeilen_; ++i) {
+            const QTextLine zeile = layout_.lineAt(i);
+            if (passt_ || i + 1 < zeilen_) {
+                zeile.draw(&maler, platz.topLeft());
+                continue;
+            }
+            // What follows the last line's text is told by an ellipsis.
+            QString rest = layout_.text().mid(zeile.textStart(), zeile.textLength());
+            rest = rest.remove(QChar::LineSeparator) + QStringLiteral(" …");
+            rest =
+                QFontMetricsF(layout_.font(), maler.device()).elidedText(rest, Qt::ElideRight, platz.width());
+            maler.setFont(layout_.font());
+            maler.drawText(platz.topLeft() + QPointF(0, zeile.y() + zeile.ascent()), rest);
+        }
+    }
+
+private:
+    QTextLayout layout_;
+    int zeilen_ = 0;
+    bool passt_ = true;
+};
 
 } // namespace
 
+KartenDruck::KartenDruck(QPrinter &drucker) : drucker_(drucker)
+{
+    // The sheet is folded and cut by its edges, not by those of what can be printed on.
+    drucker_.setFullPage(true);
+}
+
 void KartenDruck::Karte(const QString &frageNr, const QString &frage, const QString &antwort)
 {
-    const auto pruefen = [](bool geht) {
-        if (!geht)
-            throw StoreError(DruckerFehler, QStringLiteral("Der Drucker nimmt den Druckauftrag nicht an."));
-    };
-    if (!maler_.isActive()) {
-        pruefen(maler_.begin(&drucker_));
+    if (!auftrag_) {
+        auftrag_.emplace(drucker_);
     } else if (aufDerSeite_ == KartenJeSeite) {
-        pruefen(drucker_.newPage());
+        auftrag_->NeueSeite();
         aufDerSeite_ = 0;
     }
-    QFont schrift = QApplication::font();
-    schrift.setPointSize(Punkte);
-    maler_.setFont(schrift);
-
-    const QSizeF seite = drucker_.pageRect(QPrinter::DevicePixel).size();
-    const double hoehe = seite.height() / KartenJeSeite;
-    const double oben = hoehe * aufDerSeite_;
-    const double links = seite.width() / 20;
-    const double breite = seite.width() - 2 * links;
-    if (aufDerSeite_ > 0) { // where the cards can be cut apart
-        maler_.setPen(QPen(Qt::gray, 0, Qt::DotLine));
-        maler_.drawLine(QLineF(0, oben, seite.width(), oben));
-        maler_.setPen(Qt::black);
-    }
-    Block({links, oben + FrageOben * hoehe, breite, (AntwortOben - FrageOben - Luft) * hoehe},
-          frageNr + u'\n' + QStringLiteral("Frage: ") + frage.left(MehrPasstNie));
-    Block({links, oben + AntwortOben * hoehe, breite, (1 - AntwortOben - Luft) * hoehe},
-          QStringLiteral("Antwort: ") + antwort.left(MehrPasstNie));
+    const int punkteJeZoll = drucker_.resolution();
+    const QSizeF seite = drucker_.pageLayout().fullRectPixels(punkteJeZoll).size();
+    const QRectF spalte(seite.width() / KartenJeSeite * aufDerSeite_, 0, seite.width() / KartenJeSeite,
+                        seite.height());
     ++aufDerSeite_;
+    LinienZiehen(spalte, aufDerSeite_ == KartenJeSeite);
+    const double luft = seite.width() * Seitenluft / 2;
+    const auto block = [&](double oben) {
+        return QRectF(spalte.left() + luft, oben * seite.height(), spalte.width() - 2 * luft,
+                      Blockhoehe * seite.height());
+    };
+    Block(block(FrageOben), frageNr + u'\n' + QStringLiteral("Frage: ") + frage);
+    Block(block(AntwortOben), QStringLiteral("Antwort: ") + antwort);
 }
 
-// Draws the lines that fit whole into `platz`.
+void KartenDruck::Abschicken()
+{
+    if (auftrag_)
+        auftrag_->Abschicken();
+}
+
+void KartenDruck::LinienZiehen(const QRectF &spalte, bool letzte)
+{
+    QPainter &maler = auftrag_->Maler();
+    QPen stift(Qt::gray, Linienbreite * drucker_.resolution() / 72);
+    if (!letzte) {
+        maler.setPen(stift);
+        maler.drawLine(spalte.topRight(), spalte.bottomRight());
+    }
+    stift.setDashPattern({10, 10});
+    maler.setPen(stift);
+    maler.drawLine(QPointF(spalte.left(), spalte.center().y()), QPointF(spalte.right(), spalte.center().y()));
+    maler.setPen(Qt::black);
+}
+
 void KartenDruck::Block(const QRectF &platz, const QString &text)
 {
-    QString zeilen = text;
-    zeilen.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-    zeilen.replace(u'\n', QChar::LineSeparator);
-    QTextOption umbruch;
-    umbruch.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    QTextLayout layout(zeilen, maler_.font(), &drucker_);
-    layout.setTextOption(umbruch);
-    layout.beginLayout();
-    double y = 0;
-    int passen = 0; // lines; the first is drawn in any case
-    bool alles = true;
-    for (QTextLine zeile = layout.createLine(); zeile.isValid(); zeile = layout.createLine()) {
-        zeile.setLineWidth(platz.width());
-        alles = passen == 0 || y + zeile.height() <= platz.height();
-        if (!alles)
-            break;
-        zeile.setPosition({0, y});
-        y += zeile.height();
-        ++passen;
-    }
-    layout.endLayout();
+    QString zeilen = text.left(MehrPasstNie);
+    if (zeilen.size() < text.size())
+        zeilen += QStringLiteral("…");
+    zeilen.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const QChar umbruch : {u'\r', u'\n', u'\v', u'\f', u'\u2029'})
+        zeilen.replace(umbruch, QChar::LineSeparator);
 
-    maler_.save();
-    maler_.setClipRect(platz);
-    for (int i = 0; i < passen; ++i) {
-        const QTextLine zeile = layout.lineAt(i);
-        if (alles || i < passen - 1) {
-            zeile.draw(&maler_, platz.topLeft());
-            continue;
+    // A word is broken only where no size can hold it whole.
+    QFont schrift = QApplication::font();
+    std::optional<Satz> satz;
+    for (const auto umbruch : {QTextOption::WordWrap, QTextOption::WrapAtWordBoundaryOrAnywhere}) {
+        for (const int punkte : {14, 12, 10, 8}) {
+            schrift.setPointSize(punkte);
+            satz.emplace(zeilen, schrift, drucker_, umbruch, platz.size());
+            if (satz->Passt())
+                return satz->Malen(auftrag_->Maler(), platz);
         }
-        QString letzte = zeilen.mid(zeile.textStart(), zeile.textLength()).remove(QChar::LineSeparator);
-        letzte = QFontMetricsF(maler_.font(), &drucker_)
-                     .elidedText(letzte + QStringLiteral(" …"), Qt::ElideRight, platz.width());
-        maler_.drawText(platz.topLeft() + QPointF(0, zeile.y() + zeile.ascent()), letzte);
     }
-    maler_.restore();
+    satz->Malen(auftrag_->Maler(), platz);
 }
 
-std::unique_ptr<QPrinter> StandardDrucker()
+std::optional<qint16> Kartennummer(const QString &text)
 {
-    QPrinterInfo info = QPrinterInfo::defaultPrinter();
-    if (info.isNull())
-        info = QPrinterInfo::availablePrinters().value(0);
-    return info.isNull() ? nullptr : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+    bool zahl = false;
+    const qint16 nummer = text.trimmed().toShort(&zahl);
+    return zahl && nummer > 0 ? std::optional(nummer) : std::nullopt;
+}
+
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Fortschritt &fortschritt)
+{
+    KartenDruck druck(drucker);
+    int gedruckt = 0;
+    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
+        const auto nummer = liste.At(zeile).numbers[0];
+        if (nummer && *nummer >= von && *nummer <= bis) {
+            const CardList::Row karte = liste.Whole(zeile);
+            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
+            ++gedruckt;
+        }
+        Melden(fortschritt, zeile + 1, liste.Count());
+    }
+    druck.Abschicken();
+    return gedruckt;
 }

@@ -2,35 +2,44 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include <QPainter>
-#include <QPrinter>
+#include "CardList.h"
+#include "Druckauftrag.h"
+#include "Fortschritt.h"
+
 #include <QString>
 
-#include <memory>
+#include <optional>
 
-// Prints cards, four on a page, each in a quarter of the page's height: the question from 5 % of the quarter
-// on, the answer from 55 %, in 14 points. What does not fit ends in an ellipsis. The job begins with the
-// first card and goes to the printer when the object ends.
+// Prints cards to be cut out and folded: four on a page, each in a column of a quarter of its width, the
+// question from 5 % of the page's height on, the answer from 55 %. Thin lines show where to cut (drawn
+// through) and where to fold (dashed). Texts stand in 14 points; what is longer is set smaller, and what does
+// not fit even then ends in an ellipsis.
 class KartenDruck
 {
 public:
-    explicit KartenDruck(QPrinter &drucker) : drucker_(drucker) {}
+    // Prints from edge to edge of the paper of `drucker`, which must outlive this.
+    explicit KartenDruck(QPrinter &drucker);
 
-    KartenDruck(const KartenDruck &) = delete;
-    KartenDruck &operator=(const KartenDruck &) = delete;
-    ~KartenDruck() = default;
-
-    // Throws StoreError 482 where the printer takes no job or no further page.
+    // The job begins with the first card. Throws StoreError 482 where the printer takes no job or no further
+    // page.
     void Karte(const QString &frageNr, const QString &frage, const QString &antwort);
 
+    // Sends the job. Throws StoreError 482 where it is refused; without a card there is none.
+    void Abschicken();
+
 private:
+    void LinienZiehen(const QRectF &spalte, bool letzte);
     void Block(const QRectF &platz, const QString &text);
 
     QPrinter &drucker_;
-    QPainter maler_;
+    std::optional<Druckauftrag> auftrag_;
     int aufDerSeite_ = 0;
 };
 
-// The default printer, or the first one where none is the default; nothing where no printer is installed (the
-// toolkit would print to a file then).
-std::unique_ptr<QPrinter> StandardDrucker();
+// The card number that a text stands for: a whole number from 1 to 32767, blanks around it allowed.
+std::optional<qint16> Kartennummer(const QString &text);
+
+// Prints the cards from number `von` to number `bis`, both included, in the order of the list. Returns how
+// many. Throws StoreError where a card cannot be read or the printer does not take the job.
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker,
+                  const Fortschritt &fortschritt = {});

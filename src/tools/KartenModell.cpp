@@ -8,6 +8,7 @@
 
 namespace {
 
+// Column0 to Column4.
 constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"};
 
 // Room of so many pixels before the questions: the numbers before them end at their column's right edge.
@@ -16,14 +17,6 @@ QPixmap Abstand(int breite)
     QPixmap leer(breite, 1);
     leer.fill(Qt::transparent);
     return leer;
-}
-
-// A text in one line.
-QString Einzeilig(QString text)
-{
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-        .replace(u'\r', u' ')
-        .replace(u'\n', u' ');
 }
 
 } // namespace
@@ -47,8 +40,8 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
 {
     const auto spalte = static_cast<std::size_t>(index.column());
     if (role == Qt::TextAlignmentRole)
-        return static_cast<int>((spalte < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    if (role == Qt::DecorationRole && spalte == 3) {
+        return static_cast<int>((spalte < Column3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (role == Qt::DecorationRole && spalte == Column3) {
         static const QPixmap zelle = Abstand(4); // a cell adds margins of its own
         return zelle;
     }
@@ -58,7 +51,7 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
         const CardList::Row &zeile = liste_.At(index.row());
         if (spalte < zeile.numbers.size())
             return zeile.numbers[spalte] ? QString::number(*zeile.numbers[spalte]) : QString();
-        return Einzeilig(spalte == 3 ? zeile.question : zeile.answer);
+        return OneLine(spalte == Column3 ? zeile.question : zeile.answer);
     } catch (const StoreError &fehler) {
         Gescheitert(fehler);
         return {};
@@ -71,10 +64,10 @@ QVariant KartenModell::headerData(int section, Qt::Orientation richtung, int rol
         return {};
     if (role == Qt::DisplayRole)
         return QString::fromLatin1(Spalten[static_cast<std::size_t>(section)]);
-    if (role == Qt::DecorationRole && section == 3)
+    if (role == Qt::DecorationRole && section == Column3)
         return Abstand(8);
     if (role == Qt::TextAlignmentRole)
-        return static_cast<int>((section < 3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return static_cast<int>((section < Column3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }
 

@@ -13,6 +13,15 @@
 class KartenModell final : public QAbstractTableModel
 {
 public:
+    enum Spalte
+    {
+        Column0, // FrageNr
+        Column1, // FachNr
+        Column2, // FachLfdNr
+        Column3, // Frage
+        Column4  // Antwort
+    };
+
     KartenModell(CardRecordset &karten, QObject *parent);
 
     // Told of an error while rows are read; at most once for each text, as a view asks again and again.

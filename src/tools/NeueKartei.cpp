@@ -36,10 +36,13 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
 {
     CardStore &store = bank.store;
     const QString alterPfad = store.KarteiPfad;
+    QString pfad;
     QString name;
+    if (!Schritt(bank.meldungen, FehlerKontext(), [&] { pfad = ZielPfad(store, ziel); }))
+        return Ausgang::Gescheitert;
     const bool gemacht = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        store.Karten(); // something must be open
-        const QString pfad = ZielPfad(store, ziel);
+        // Another file may stand where the open one stood: what is copied must be what is shown.
+        InEinemZug(store.Karten(), [] {});
         NeueKarteiMachen(store, pfad, aendern);
         store.KarteiPfad = QFileInfo(pfad).absolutePath();
         name = QFileInfo(pfad).fileName();
@@ -49,10 +52,8 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
         if (store.IsOpen())
             return Ausgang::Gelungen;
     }
-    if (!store.IsOpen()) {
-        store.KarteiPfad = alterPfad;
-        NeuOeffnen(bank);
-    }
+    store.KarteiPfad = alterPfad;
+    NeuOeffnen(bank);
     return Ausgang::Gescheitert;
 }
 

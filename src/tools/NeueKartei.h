@@ -7,8 +7,8 @@
 #include <QStringList>
 
 // Makes a new card file of the open one and opens it instead. The new file takes the place of an old one of
-// its name when it is whole and on the disk. Where anything fails, the old files stand as they were and the
-// card file that was open is opened again.
+// its name when it is whole and on the disk. A card file that was replaced while it was open is refused.
+// Where anything fails, the old files stand as they were and the card file that was open is opened again.
 
 // The topic of a card as it is offered: on one line, and a name of its own where there is none.
 QString ThemaSchlüssel(QString thema);

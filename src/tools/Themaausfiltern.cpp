@@ -77,9 +77,10 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     auto *listen = new QGridLayout;
     listen->setVerticalSpacing(fontMetrics().height() / 4);
     Felder()->addLayout(listen, Felder()->rowCount(), 0, 1, 3);
-    lstÜbernehmen_ = ListeBauen(listen, QStringLiteral("&übernehmen:"), QStringLiteral("lstÜbernehmen"));
-    lstNübernehmen_ =
-        ListeBauen(listen, QStringLiteral("&nicht übernehmen:"), QStringLiteral("lstNübernehmen"));
+    lstÜbernehmen_ = ListeBauen(listen, QStringLiteral("&übernehmen:"), QStringLiteral("lstÜbernehmen"),
+                                [this] { lstÜbernehmen_Click(); });
+    lstNübernehmen_ = ListeBauen(listen, QStringLiteral("&nicht übernehmen:"),
+                                 QStringLiteral("lstNübernehmen"), [this] { lstNübernehmen_Click(); });
     lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."));
@@ -88,7 +89,8 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     Form_Load();
 }
 
-QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name)
+QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
+                                         const std::function<void()> &click)
 {
     auto *liste = new Themenliste(this);
     liste->setObjectName(name);
@@ -99,7 +101,7 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
     liste->setItemDelegate(new Themenmaler(liste));
     liste->viewport()->installEventFilter(this);
     liste->installEventFilter(this);
-    connect(liste, &QListWidget::itemClicked, this, [this, liste] { Wechseln(liste); });
+    connect(liste, &QListWidget::itemClicked, this, click);
     auto *label = new QLabel(text, this);
     label->setBuddy(liste);
     const int spalte = listen->columnCount() - (listen->count() == 0 ? 1 : 0);
@@ -119,15 +121,24 @@ void Themaausfiltern::Form_Load()
     lstÜbernehmen_->setFocus();
 }
 
-void Themaausfiltern::Wechseln(QListWidget *liste)
+void Themaausfiltern::lstÜbernehmen_Click()
 {
-    QListWidgetItem *eintrag = liste->takeItem(liste->currentRow());
+    Wechseln(*lstÜbernehmen_, *lstNübernehmen_);
+}
+
+void Themaausfiltern::lstNübernehmen_Click()
+{
+    Wechseln(*lstNübernehmen_, *lstÜbernehmen_);
+}
+
+void Themaausfiltern::Wechseln(QListWidget &von, QListWidget &nach)
+{
+    QListWidgetItem *eintrag = von.takeItem(von.currentRow());
     if (!eintrag)
         return;
-    QListWidget *andere = liste == lstÜbernehmen_ ? lstNübernehmen_ : lstÜbernehmen_;
-    andere->addItem(eintrag);
-    if (andere->currentRow() < 0)
-        andere->setCurrentRow(0);
+    nach.addItem(eintrag);
+    if (nach.currentRow() < 0)
+        nach.setCurrentRow(0);
 }
 
 bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
@@ -141,7 +152,10 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
     const int taste = static_cast<const QKeyEvent *>(event)->key();
     if (taste != Qt::Key_Space && taste != Qt::Key_Return && taste != Qt::Key_Enter)
         return Werkzeugfenster::eventFilter(objekt, event);
-    Wechseln(objekt == lstÜbernehmen_ ? lstÜbernehmen_ : lstNübernehmen_);
+    if (objekt == lstÜbernehmen_)
+        lstÜbernehmen_Click();
+    else
+        lstNübernehmen_Click();
     return true;
 }
 

@@ -19,8 +19,11 @@ private:
     void Form_Load();
     void cmdDateiname_Click();
     void cmdOK_Click();
-    QListWidget *ListeBauen(QGridLayout *listen, const QString &text, const QString &name);
-    void Wechseln(QListWidget *liste);
+    QListWidget *ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
+                            const std::function<void()> &click);
+    void lstÜbernehmen_Click();
+    void lstNübernehmen_Click();
+    static void Wechseln(QListWidget &von, QListWidget &nach);
 
     QListWidget *lstÜbernehmen_ = nullptr;
     QListWidget *lstNübernehmen_ = nullptr;

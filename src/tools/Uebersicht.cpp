@@ -55,7 +55,7 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     if (!wege_.drucker)
-        wege_.drucker = StandardDrucker;
+        wege_.drucker = Standarddrucker;
 
     auto *außen = new QVBoxLayout(this);
     außen->addWidget(inhalt_);
@@ -167,7 +167,7 @@ QWidget *Uebersicht::KnöpfeBauen()
     auto *cmdSchließen = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
                                  QStringLiteral("cmdSchließen"), QStringLiteral("Zurück"));
     cmdSchließen->setAutoDefault(false);
-    connect(cmdSchließen, &QPushButton::clicked, this, [this] { reject(); });
+    connect(cmdSchließen, &QPushButton::clicked, this, [this] { cmdSchließen_Click(); });
     zeile->addWidget(cmdSchließen);
     return picButtons;
 }
@@ -208,11 +208,17 @@ void Uebersicht::Form_Load()
             [this] { datPrimaryRS_Reposition(); });
     if (modell_->rowCount() > 0)
         grdDataGrid_->setCurrentIndex(modell_->index(0, 0));
+    Form_Paint();
+    Form_Resize();
+}
+
+// A notice on the grid where there are no cards.
+void Uebersicht::Form_Paint()
+{
     leer_->setText(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
                    QStringLiteral(") enthält noch keine Karten"));
     leer_->setAccessibleName(leer_->text());
     leer_->setVisible(modell_->rowCount() == 0);
-    Form_Resize();
 }
 
 void Uebersicht::Form_Resize()
@@ -223,12 +229,12 @@ void Uebersicht::Form_Resize()
     // The numbers get what their heads need, question and answer share the rest.
     QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
     int rest = grdDataGrid_->viewport()->width();
-    for (int spalte = 0; spalte < 3; ++spalte) {
+    for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
         const int breite = köpfe->sectionSizeHint(spalte);
         köpfe->resizeSection(spalte, breite);
         rest -= breite;
     }
-    köpfe->resizeSection(3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
+    köpfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
 }
 
 void Uebersicht::ZeileÖffnen(const QModelIndex &index)
@@ -267,11 +273,15 @@ void Uebersicht::cmdDrucken_Click()
     txtBis_->setText(QString::number(*bis));
 }
 
+void Uebersicht::cmdSchließen_Click()
+{
+    reject();
+}
+
 std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
 {
-    bool zahl = false;
-    const short nummer = feld->text().trimmed().toShort(&zahl);
-    if (zahl)
+    const auto nummer = Kartennummer(feld->text());
+    if (nummer)
         return nummer;
     umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
                                    .arg(name)
@@ -290,18 +300,14 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
         return;
     }
     drucker->setDocName(windowTitle());
-    LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
-    const Fortschritt fortschritt = lang.Melder();
-    KartenDruck druck(*drucker);
-    CardList &liste = modell_->Liste();
-    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
-        const auto nummer = liste.At(zeile).numbers[0];
-        if (nummer && *nummer >= von && *nummer <= bis) {
-            const CardList::Row karte = liste.Whole(zeile);
-            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
-        }
-        Melden(fortschritt, zeile + 1, liste.Count());
+    int gedruckt = 0;
+    {
+        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+        gedruckt = KartenDrucken(modell_->Liste(), von, bis, *drucker, lang.Melder());
     }
+    if (gedruckt == 0)
+        umgebung_.meldungen.Zeigen(
+            QStringLiteral("Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt.").arg(von).arg(bis));
 }
 
 void Uebersicht::Suchen(int abZeile)

@@ -43,10 +43,12 @@ private:
     QWidget *KnöpfeBauen();
     QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
     void Form_Load();
+    void Form_Paint();
     void Form_Resize();
     void FarbenSetzen();
     void ZeileÖffnen(const QModelIndex &index);
     void cmdDrucken_Click();
+    void cmdSchließen_Click();
     std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
     void Drucken(qint16 von, qint16 bis);
     void Suchen(int abZeile);

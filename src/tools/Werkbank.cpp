@@ -7,6 +7,7 @@
 #include "SafeFile.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <optional>
 
@@ -107,6 +108,10 @@ QString ZielPfad(const CardStore &store, const QString &dateiname)
 {
     QString pfad = VollerPfad(store, dateiname);
     NichtDieOffene(store, pfad);
+    if (QFileInfo(pfad).isDir())
+        throw StoreError(
+            Fehler::NichtErlaubt,
+            QStringLiteral("„%1“ ist ein Ordner. Bitte auch den Namen der Datei angeben.").arg(pfad));
     CheckReplaceable(pfad);
     return pfad;
 }

@@ -146,7 +146,7 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
     connect(cmdOK_, &QPushButton::clicked, this, cmdOK_Click);
     auto *cmdZurück = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
                               QStringLiteral("cmdZurück"), QStringLiteral("Zurück"));
-    connect(cmdZurück, &QPushButton::clicked, this, [this] { reject(); });
+    connect(cmdZurück, &QPushButton::clicked, this, [this] { cmdZurück_Click(); });
 
     auto *zeile = new QHBoxLayout;
     zeile->addWidget(fortschritt_, 1);
@@ -167,6 +167,11 @@ void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
 void Werkzeugfenster::SetOKErlaubt(bool erlaubt)
 {
     cmdOK_->setEnabled(erlaubt);
+}
+
+void Werkzeugfenster::cmdZurück_Click()
+{
+    reject();
 }
 
 void Werkzeugfenster::reject()

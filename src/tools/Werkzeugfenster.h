@@ -79,6 +79,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void cmdZurück_Click();
     QLabel *Beschriftung(const QString &text, const QString &name);
     bool IstKarteiname(const QString &name);
     void FarbenSetzen();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Drehbuch.h"
+#include "Druckserver.h"
 #include "EditorBuehne.h"
 #include "Farben.h"
 #include "MeldungenFenster.h"
@@ -100,6 +101,10 @@ class PFAendernDruckTest : public QObject
     Q_OBJECT
 
 private slots:
+
+    void initTestCase() { druckserver.emplace(); }
+
+    void cleanupTestCase() { druckserver.reset(); }
 
     void PrintHoldsTheCardWithoutTheNavigation()
     {
@@ -320,11 +325,35 @@ private slots:
         b.pfad = QStringLiteral("/nirgends/druck.pdf");
         b.Zeigen();
         b.Drucken();
-        QCOMPARE(b.Meldungstexte(),
-                 QStringList(QStringLiteral("Fehler beim Drucken: Der Drucker nimmt nichts an.")));
+        QCOMPARE(
+            b.Meldungstexte(),
+            QStringList(QStringLiteral("Fehler beim Drucken: Der Drucker nimmt den Druckauftrag nicht an.")));
         QVERIFY(!b.kartei.messages.sanduhr);
         QVERIFY(b.Steuerung("CVor")->isVisible());
     }
+
+    // The real road: the printer that the system offers.
+    void JobThatThePrinterTakesIsSentAndARefusedOneIsTold()
+    {
+        Druckbuehne b(DreiKarten());
+        b.drucker = Standarddrucker;
+        b.Zeigen();
+        druckserver->SetAntwort(0);
+        b.Drucken();
+        QCOMPARE(b.Meldungstexte(), QStringList());
+        QCOMPARE(druckserver->Dokumente(), 1);
+        druckserver->SetAntwort(Druckserver::NimmtNichts);
+        b.Drucken();
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(QStringLiteral(
+                     "Fehler beim Drucken: Der Drucker „Buero“ nimmt den Druckauftrag nicht an. Er ist "
+                     "angehalten und nimmt zurzeit keine Aufträge an.")));
+        QCOMPARE(druckserver->Auftraege(), 2);
+        QVERIFY(b.Steuerung("CVor")->isVisible());
+    }
+
+private:
+    std::optional<Druckserver> druckserver; // before the first printer: its library looks for it once
 };
 
 QTEST_MAIN(PFAendernDruckTest)

@@ -280,7 +280,9 @@ void AnhaengenTest::OverflowStopsAtTheLimitAndIsReportedOnce()
         source << MakeCard(i, 1, i);
     MakeCardFile(w.Pfad("quelle.pzb"), source);
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf"});
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
+                         "nur bis 32767"});
     QVERIFY(w.ZaehlerStimmen());
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
@@ -306,7 +308,8 @@ void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
                  "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
                  "Leider ist folgender Fehler Aufgetreten: "
                  "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
-                 "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“.",
+                 "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“: Es hält Zahlen von "
+                 "-32768 bis 32767.",
              }));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 3);

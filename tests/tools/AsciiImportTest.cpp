@@ -318,7 +318,9 @@ void AsciiImportTest::FullCardNumbersStopWithOneOverflow()
     w.Oeffnen({MakeCard(32765, 0, 1)});
     w.Schreiben("a.txt", "a;1\r\nb;2\r\nc;3\r\nd;4\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf"});
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
+                         "nur bis 32767"});
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 3);
     QCOMPARE(cards[2].FrageNr, 32767);
@@ -356,7 +358,9 @@ void AsciiImportTest::ReallyFullCompartmentStopsWithOneOverflow()
     w.Oeffnen(cards);
     w.Schreiben("a.txt", "a;1\r\nb;2\r\nc;3\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf"});
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
+                         "nur bis 32767"});
     QCOMPARE(w.store.FachInfo[0].Anzahl, std::numeric_limits<qint16>::max());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten().size(), 32767);
@@ -370,9 +374,11 @@ void AsciiImportTest::TooLongTopicsAreLeftOutAndReportedOnce()
     const QByteArray longest = QString(250, QChar(0xFC)).toUtf8(); // 250 characters, 500 bytes
     w.Schreiben("a.txt", "a;1;" + topic + "\r\nb;2;" + topic + "\r\nc;3;" + longest + "\r\nd;4\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(), (QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                                               "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
-                                               "Leider ist folgender Fehler Aufgetreten: Überlauf"}));
+    QCOMPARE(w.meldungen.Texte(),
+             (QStringList{"Leider ist folgender Fehler Aufgetreten: "
+                          "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
+                          "Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
+                          "nur bis 32767"}));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
     QCOMPARE(cards[1].Frage, "a");

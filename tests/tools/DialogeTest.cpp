@@ -33,6 +33,7 @@ private slots:
     void ImportAsksForAFileAndReadsIt();
     void ImportStaysOpenWithoutAFile();
     void ImportOfPartOfTheCardsTellsHowMany();
+    void ImportWithTheOpenBoxGoneClosesTheDialog();
     void AppendAsksForACardFileAndStaysOpen();
     void AppendTellsQuietlyAndWantsTheFileAnew();
     void AppendTakesNoOtherFiles();
@@ -231,13 +232,29 @@ void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
         return w.meldungen.Texte();
     };
     QCOMPARE(import(32765, "a\t1\r\nb\t2\r\nc\t3\r\nkeine\r\nd\t4\r\ne\t5\r\n"),
-             (QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf",
+             (QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
+                          "nur bis 32767",
                           "2 Karten eingelesen; 3 Karten der Datei fehlen. "
                           "Wer die Datei noch einmal einliest, hat sie doppelt."}));
     QCOMPARE(import(32767, "a\t1\r\n").last(), "Es wurde keine Karte eingelesen.");
     QCOMPARE(import(1, "a\t1\t" + QByteArray(251, 't') + "\r\n").last(),
              "1 Karte eingelesen; nicht alle Texte passten hinein. "
              "Wer die Datei noch einmal einliest, hat sie doppelt.");
+}
+
+void DialogeTest::ImportWithTheOpenBoxGoneClosesTheDialog()
+{
+    Fensterbuehne w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    w.Schreiben("quelle.txt", "a\t1\r\n");
+    AImport dialog(w.umgebung);
+    Show(dialog);
+    Type(dialog, "lblDateiname", "quelle.txt");
+    QVERIFY(QFile::remove(w.Pfad("offen.pzb")));
+    Click(dialog, "cmdOK");
+    QVERIFY(w.meldungen.Texte().value(0).contains("wurde gelöscht, umbenannt oder ersetzt"));
+    QVERIFY(!w.store.IsOpen());
+    QVERIFY(!dialog.isVisible());
 }
 
 void DialogeTest::AppendAsksForACardFileAndStaysOpen()

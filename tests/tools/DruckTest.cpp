@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Druckserver.h"
 #include "Fensterbuehne.h"
 #include "Uebersicht.h"
 
+#include <QImage>
 #include <QLineEdit>
+#include <QPageLayout>
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
@@ -17,23 +20,41 @@ class DruckTest : public QObject
 
 private slots:
     void PrintsTheRangeWithBothEnds();
+
+    void initTestCase() { druckserver.emplace(); }
+
+    void cleanupTestCase() { druckserver.reset(); }
+
     void FourCardsStandOnAPage();
-    void EachCardStandsInItsQuarter();
+    void EachCardStandsInItsColumn_data();
+    void EachCardStandsInItsColumn();
+    void LinesShowWhereToCutAndWhereToFold_data();
+    void LinesShowWhereToCutAndWhereToFold();
     void FontIsFourteenPoints();
-    void LongTextsWrapAndStayInTheirPlace();
+    void LongTextIsSetSmallerAndStaysWhole();
+    void TextThatFitsInNoSizeEndsInAnEllipsis();
+    void LongWordIsBrokenOnlyWhereNoSizeHoldsIt();
+    void NothingRunsIntoANeighbour_data();
+    void NothingRunsIntoANeighbour();
     void LineBreaksStay();
     void OrderIsTheGrids();
-    void VonAboveBisPrintsNothing();
+    void RangeWithoutACardPrintsNothingAndTellsSo();
     void NoNumberGetsAMessage_data();
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
     void NoPrinterGetsAMessage();
     void PrinterThatTakesNothingIsReported();
+    void JobThatThePrinterTakesIsSent();
+    void RefusedJobIsReported_data();
+    void RefusedJobIsReported();
+
+private:
+    std::optional<Druckserver> druckserver; // before the first printer: its library looks for it once
 };
 
 namespace {
 
-constexpr double PageHeight = 842; // A4 in points
+constexpr QSizeF Blatt(595, 842); // A4 in points
 
 struct Wort
 {
@@ -44,12 +65,21 @@ struct Wort
 // A window with a card file that prints to a PDF file.
 struct Presse : Fensterbuehne
 {
-    explicit Presse(const QList<CardRecord> &karten)
+    explicit Presse(const QList<CardRecord> &karten, QPageLayout::Orientation lage = QPageLayout::Portrait,
+                    const QMarginsF &raender = {})
+        : blatt(lage == QPageLayout::Portrait ? Blatt : Blatt.transposed())
     {
         Oeffnen(karten);
-        fenster = std::make_unique<Uebersicht>(
-            umgebung,
-            UebersichtWege{.bearbeiten = [] {}, .drucker = [this] { return Drucker(Pfad("druck.pdf")); }});
+        fenster =
+            std::make_unique<Uebersicht>(umgebung, UebersichtWege{.bearbeiten = [] {},
+                                                                  .drucker =
+                                                                      [this, lage, raender] {
+                                                                          auto drucker =
+                                                                              Drucker(Pfad("druck.pdf"));
+                                                                          drucker->setPageOrientation(lage);
+                                                                          drucker->setPageMargins(raender);
+                                                                          return drucker;
+                                                                      }});
         Show(*fenster);
     }
 
@@ -59,7 +89,6 @@ struct Presse : Fensterbuehne
         drucker->setOutputFormat(QPrinter::PdfFormat);
         drucker->setOutputFileName(pfad);
         drucker->setPageSize(QPageSize(QPageSize::A4));
-        drucker->setPageMargins(QMarginsF(0, 0, 0, 0));
         return drucker;
     }
 
@@ -105,7 +134,26 @@ struct Presse : Fensterbuehne
         return woerter;
     }
 
+    // The words of a text that stand in the column and half of a card.
+    QList<Wort> WoerterIn(int spalte, bool frage) const
+    {
+        QList<Wort> darin;
+        for (const Wort &wort : Woerter())
+            if (static_cast<int>(wort.links / (blatt.width() / 4)) == spalte &&
+                (wort.oben < blatt.height() / 2) == frage)
+                darin << wort;
+        return darin;
+    }
+
+    // The first page, two pixels a point.
+    QImage Seite() const
+    {
+        Lauf("pdftoppm", {"-png", "-r", "144", "-singlefile", Pfad("druck.pdf"), Pfad("seite")});
+        return QImage(Pfad("seite.png")).convertToFormat(QImage::Format_Grayscale8);
+    }
+
     std::unique_ptr<Uebersicht> fenster;
+    QSizeF blatt;
 };
 
 QList<CardRecord> Karten(int anzahl)
@@ -122,8 +170,8 @@ void DruckTest::PrintsTheRangeWithBothEnds()
 {
     Presse presse(Karten(9));
     presse.Drucken("3", "5");
-    QCOMPARE(presse.Seiten(), QStringList{"3 Frage: Frage 3 Antwort: Antwort 3 4 Frage: Frage 4 "
-                                          "Antwort: Antwort 4 5 Frage: Frage 5 Antwort: Antwort 5"});
+    QCOMPARE(presse.Seiten(), QStringList{"3 4 5 Frage: Frage 3 Frage: Frage 4 Frage: Frage 5 "
+                                          "Antwort: Antwort: Antwort: Antwort 3 Antwort 4 Antwort 5"});
     QVERIFY(presse.meldungen.gezeigt.isEmpty());
     QVERIFY(!presse.meldungen.sanduhr);
     QVERIFY(presse.fenster->isVisible());
@@ -139,27 +187,82 @@ void DruckTest::FourCardsStandOnAPage()
     }
 }
 
-void DruckTest::EachCardStandsInItsQuarter()
+void DruckTest::EachCardStandsInItsColumn_data()
 {
-    Presse presse(Karten(4));
+    QTest::addColumn<QPageLayout::Orientation>("lage");
+    QTest::addColumn<QMarginsF>("raender");
+    QTest::newRow("portrait") << QPageLayout::Portrait << QMarginsF();
+    QTest::newRow("landscape") << QPageLayout::Landscape << QMarginsF();
+    QTest::newRow("margins that differ") << QPageLayout::Portrait << QMarginsF(10, 20, 30, 60);
+}
+
+void DruckTest::EachCardStandsInItsColumn()
+{
+    QFETCH(QPageLayout::Orientation, lage);
+    QFETCH(QMarginsF, raender);
+    Presse presse(Karten(5), lage, raender);
     presse.Drucken("1", "4");
-    QList<double> numbers;
-    QList<double> answers;
-    for (const Wort &wort : presse.Woerter()) {
-        if (wort.text == "Antwort:")
-            answers << wort.oben;
-        if (wort.text == QString::number(numbers.size() + 1) && wort.links < 40)
-            numbers << wort.oben;
-    }
-    QCOMPARE(numbers.size(), 4);
-    QCOMPARE(answers.size(), 4);
     for (int i = 0; i < 4; ++i) {
+        const QList<Wort> question = presse.WoerterIn(i, true);
+        const QList<Wort> answer = presse.WoerterIn(i, false);
+        const auto text = [](const QList<Wort> &words) {
+            QStringList texts;
+            for (const Wort &word : words)
+                texts << word.text;
+            return texts.join(' ');
+        };
+        const QString number = QString::number(i + 1);
+        QCOMPARE(text(question), number + " Frage: Frage " + number);
+        QCOMPARE(text(answer), "Antwort: Antwort " + number);
         // The box of a word begins within its line, a little below the line's top.
-        QVERIFY2(std::abs(numbers[i] - PageHeight / 4 * (i + 0.05)) < 8,
-                 qPrintable(QString::number(numbers[i])));
-        QVERIFY2(std::abs(answers[i] - PageHeight / 4 * (i + 0.55)) < 8,
-                 qPrintable(QString::number(answers[i])));
+        QVERIFY2(std::abs(question[0].oben - presse.blatt.height() * 0.05) < 8,
+                 qPrintable(QString::number(question[0].oben)));
+        QVERIFY2(std::abs(answer[0].oben - presse.blatt.height() * 0.55) < 8,
+                 qPrintable(QString::number(answer[0].oben)));
+        const double left = presse.blatt.width() * (i / 4.0 + 1 / 40.0);
+        QVERIFY2(std::abs(question[0].links - left) < 3, qPrintable(QString::number(question[0].links)));
+        QVERIFY2(std::abs(answer[0].links - left) < 3, qPrintable(QString::number(answer[0].links)));
     }
+}
+
+void DruckTest::LinesShowWhereToCutAndWhereToFold_data()
+{
+    QTest::addColumn<int>("karten");
+    QTest::newRow("full page") << 4;
+    QTest::newRow("two cards") << 2;
+}
+
+void DruckTest::LinesShowWhereToCutAndWhereToFold()
+{
+    QFETCH(int, karten);
+    Presse presse(Karten(karten));
+    presse.Drucken("1", "4");
+    const QImage seite = presse.Seite();
+    const auto dunkel = [&](int x, int y) { // there, or in a pixel beside
+        for (int dx = -1; dx <= 1; ++dx)
+            for (int dy = -1; dy <= 1; ++dy)
+                if (seite.rect().contains(x + dx, y + dy) &&
+                    seite.pixelColor(x + dx, y + dy).lightness() < 230)
+                    return true;
+        return false;
+    };
+    for (int schnitt = 1; schnitt < 4; ++schnitt) {
+        int linie = 0;
+        for (int y = 0; y < seite.height(); ++y)
+            linie += dunkel(seite.width() * schnitt / 4, y);
+        QCOMPARE(linie > seite.height() * 99 / 100, schnitt <= karten);
+    }
+    int falz = 0;
+    for (int x = 0; x < seite.width(); ++x)
+        falz += dunkel(x, seite.height() / 2);
+    const int breite = seite.width() * karten / 4;
+    QVERIFY2(falz > breite / 3 && falz < breite * 9 / 10, qPrintable(QString::number(falz))); // dashed
+    // Thin: nothing else is drawn, so little of the paper is not white.
+    qint64 tinte = 0;
+    for (int y = 0; y < seite.height(); ++y)
+        for (int x = 0; x < seite.width(); ++x)
+            tinte += seite.pixelColor(x, y).lightness() < 128;
+    QVERIFY(tinte < qint64(seite.width()) * seite.height() / 100);
 }
 
 void DruckTest::FontIsFourteenPoints()
@@ -177,29 +280,87 @@ void DruckTest::FontIsFourteenPoints()
     QVERIFY2(std::abs(distance - expected) < 1.5, qPrintable(QString::number(distance)));
 }
 
-void DruckTest::LongTextsWrapAndStayInTheirPlace()
+void DruckTest::LongTextIsSetSmallerAndStaysWhole()
+{
+    QList<CardRecord> karten = Karten(2);
+    karten[0].Antwort_1_Klartext = QStringLiteral("Ein langer Satz. ").repeated(40) + "Ende";
+    Presse presse(karten);
+    presse.Drucken("1", "2");
+    QVERIFY(!presse.Seiten().front().contains(QChar(0x2026)));
+    const QList<Wort> lang = presse.WoerterIn(0, false);
+    QCOMPARE(lang.size(), 1 + 40 * 3 + 1);
+    QCOMPARE(lang.back().text, "Ende");
+    QVERIFY(lang.back().unten < presse.blatt.height());
+    // Only there.
+    const double klein = lang[0].unten - lang[0].oben;
+    const Wort kurz = presse.WoerterIn(1, false).front();
+    QVERIFY(kurz.unten - kurz.oben > klein * 1.1);
+}
+
+void DruckTest::TextThatFitsInNoSizeEndsInAnEllipsis()
 {
     QList<CardRecord> karten = Karten(2);
     karten[0].Frage_Klartext = QStringLiteral("Wort ").repeated(2000);
-    karten[0].Antwort_1_Klartext = QString(3000, QChar('x')); // no place to break
+    karten[0].Antwort_1_Klartext = QString(30000, QChar('\n')) + "Ende"; // nothing to be seen but the mark
     Presse presse(karten);
     presse.Drucken("1", "2");
+    const QList<Wort> question = presse.WoerterIn(0, true);
+    QVERIFY(question.size() > 150);
+    QCOMPARE(question.back().text, QString(QChar(0x2026)));
+    QCOMPARE(presse.WoerterIn(0, false).back().text, QString(QChar(0x2026)));
+}
+
+void DruckTest::LongWordIsBrokenOnlyWhereNoSizeHoldsIt()
+{
+    QList<CardRecord> karten = Karten(2);
+    karten[0].Frage_Klartext = "Geburtstagskarteikasten";
+    karten[1].Frage_Klartext = QString(150, QChar('x'));
+    Presse presse(karten);
+    presse.Drucken("1", "2");
+    QCOMPARE(presse.WoerterIn(0, true).back().text, "Geburtstagskarteikasten");
+    const QList<Wort> broken = presse.WoerterIn(1, true);
+    QString whole;
+    for (const Wort &wort : broken)
+        if (wort.text.startsWith('x'))
+            whole += wort.text;
+    QCOMPARE(whole, karten[1].Frage_Klartext);
+    // A word that is broken anyhow is not set smaller for it.
+    QVERIFY(std::abs((broken[0].unten - broken[0].oben) - (broken.back().unten - broken.back().oben)) < 0.5);
+    const Wort answer = presse.WoerterIn(1, false).front();
+    QVERIFY(std::abs((broken[0].unten - broken[0].oben) - (answer.unten - answer.oben)) < 0.5);
+}
+
+void DruckTest::NothingRunsIntoANeighbour_data()
+{
+    QTest::addColumn<QPageLayout::Orientation>("lage");
+    QTest::newRow("portrait") << QPageLayout::Portrait;
+    QTest::newRow("landscape") << QPageLayout::Landscape;
+}
+
+void DruckTest::NothingRunsIntoANeighbour()
+{
+    QFETCH(QPageLayout::Orientation, lage);
+    QList<CardRecord> karten = Karten(4);
+    const QStringList texts{QStringLiteral("Wort ").repeated(2000), QString(3000, QChar('x')),
+                            QStringLiteral("Zeile\r\n\tmit Abstand\r\n").repeated(100),
+                            QStringLiteral("\u05E9\u05DC\u05D5\u05DD ").repeated(500)};
+    for (int i = 0; i < 4; ++i)
+        karten[i].Frage_Klartext = karten[i].Antwort_1_Klartext = texts[i];
+    Presse presse(karten, lage);
+    presse.Drucken("1", "4");
     QCOMPARE(presse.Seiten().size(), 1);
-    const QString text = presse.Seiten().front();
-    QVERIFY(text.count("Wort") > 30);
-    QCOMPARE(text.count(QChar(0x2026)), 2);
-    QVERIFY(text.endsWith("2 Frage: Frage 2 Antwort: Antwort 2"));
+    QCOMPARE(presse.Seiten().front().count(QChar(0x2026)), 8);
+    const double breite = presse.blatt.width() / 4;
+    const double mitte = presse.blatt.height() / 2;
     int words = 0;
     for (const Wort &wort : presse.Woerter()) {
-        QVERIFY(wort.links > 25 && wort.rechts < 595 - 25);
-        if (wort.text.startsWith("Wort")) {
-            ++words;
-            QVERIFY2(wort.unten < PageHeight / 4 * 0.55, qPrintable(QString::number(wort.unten)));
-        }
-        if (wort.text.startsWith("xx"))
-            QVERIFY(wort.oben > PageHeight / 4 * 0.55 - 3 && wort.unten < PageHeight / 4);
+        const double links = std::fmod(wort.links, breite);
+        QVERIFY2(links > 10 && links + wort.rechts - wort.links < breite - 10, qPrintable(wort.text));
+        QVERIFY2(wort.unten < mitte - 20 || wort.oben > mitte + 20, qPrintable(wort.text));
+        QVERIFY2(wort.oben > 20 && wort.unten < presse.blatt.height() - 20, qPrintable(wort.text));
+        ++words;
     }
-    QVERIFY(words > 30);
+    QVERIFY(words > 500);
 }
 
 void DruckTest::LineBreaksStay()
@@ -224,17 +385,21 @@ void DruckTest::OrderIsTheGrids()
     Presse presse(Karten(3));
     QTest::keyClick(presse.fenster.get(), Qt::Key_1, Qt::ControlModifier);
     presse.Drucken("1", "2");
-    QCOMPARE(presse.Seiten(),
-             QStringList{"2 Frage: Frage 2 Antwort: Antwort 2 1 Frage: Frage 1 Antwort: Antwort 1"});
+    QCOMPARE(presse.WoerterIn(0, true).front().text, "2");
+    QCOMPARE(presse.WoerterIn(1, true).front().text, "1");
+    QVERIFY(presse.WoerterIn(2, true).isEmpty());
 }
 
-void DruckTest::VonAboveBisPrintsNothing()
+void DruckTest::RangeWithoutACardPrintsNothingAndTellsSo()
 {
     Presse presse(Karten(3));
     presse.Drucken("3", "1");
     presse.Drucken("7", "9");
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
-    QVERIFY(presse.meldungen.gezeigt.isEmpty());
+    QCOMPARE(presse.meldungen.Texte(),
+             (QStringList{"Von 3 bis 1 gibt es keine Karte; es wurde nichts gedruckt.",
+                          "Von 7 bis 9 gibt es keine Karte; es wurde nichts gedruckt."}));
+    QVERIFY(!presse.meldungen.sanduhr);
 }
 
 void DruckTest::NoNumberGetsAMessage_data()
@@ -254,6 +419,15 @@ void DruckTest::NoNumberGetsAMessage_data()
     QTest::newRow("too small") << "-32769"
                                << "3"
                                << "Von:";
+    QTest::newRow("zero") << "0"
+                          << "3"
+                          << "Von:";
+    QTest::newRow("up to zero") << "1"
+                                << "0"
+                                << "Bis:";
+    QTest::newRow("below zero") << "-5"
+                                << "3"
+                                << "Von:";
     QTest::newRow("fraction") << "1,5"
                               << "3"
                               << "Von:";
@@ -315,6 +489,55 @@ void DruckTest::PrinterThatTakesNothingIsReported()
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
                                               "Der Drucker nimmt den Druckauftrag nicht an."});
     QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
+}
+
+// The real road: the printer that the system offers.
+void DruckTest::JobThatThePrinterTakesIsSent()
+{
+    druckserver->SetAntwort(0);
+    Fensterbuehne w;
+    w.Oeffnen(Karten(6));
+    Uebersicht window(w.umgebung, {});
+    Show(window);
+    Control<QLineEdit>(window, "txtVon")->setText("1");
+    Control<QLineEdit>(window, "txtBis")->setText("5");
+    const int before = druckserver->Dokumente();
+    Click(window, "cmdDrucken");
+    QCOMPARE(w.meldungen.Texte(), QStringList());
+    QCOMPARE(druckserver->Dokumente(), before + 1);
+}
+
+void DruckTest::RefusedJobIsReported_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("grund");
+    QTest::newRow("takes nothing") << Druckserver::NimmtNichts
+                                   << " Er ist angehalten und nimmt zurzeit keine Aufträge an.";
+    QTest::newRow("has gone") << Druckserver::GibtEsNicht << " Diesen Drucker gibt es nicht mehr.";
+    QTest::newRow("any other reason") << 0x0507 << " Das Drucksystem meldet: server-error-busy";
+}
+
+void DruckTest::RefusedJobIsReported()
+{
+    QFETCH(int, status);
+    QFETCH(QString, grund);
+    druckserver->SetAntwort(status);
+    Fensterbuehne w;
+    w.Oeffnen(Karten(6));
+    Uebersicht window(w.umgebung, {});
+    Show(window);
+    Control<QLineEdit>(window, "txtVon")->setText("1");
+    Control<QLineEdit>(window, "txtBis")->setText("5");
+    const int before = druckserver->Auftraege();
+    Click(window, "cmdDrucken");
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: Der Drucker „Buero“ nimmt den "
+                         "Druckauftrag nicht an." +
+                         grund});
+    QCOMPARE(druckserver->Auftraege(), before + 1);
+    QVERIFY(window.isVisible());
+    QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
+    QVERIFY(!w.meldungen.sanduhr);
 }
 
 QTEST_MAIN(DruckTest)

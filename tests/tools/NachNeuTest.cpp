@@ -160,7 +160,8 @@ void NachNeuTest::DoneCardsWithoutRoomChangeNothing()
     cards << MakeCard(-1, 6, 1);
     w.Oeffnen(cards);
     QCOMPARE(ErledigteNachNeu(w.bank), std::nullopt);
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf. "
+    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Ein Fach "
+                                              "fasst nicht mehr als 32767 Karten. "
                                               "Es wurde nichts übernommen."});
     QCOMPARE(w.store.FachInfo[6].Anzahl, qint16(1));
 }

@@ -31,6 +31,8 @@ private slots:
     void NewFileMayLieInAnotherDirectory();
     void ExistingFileAndItsJournalAreReplaced();
     void OpenFileIsRefusedHoweverItIsSpelled();
+    void BoxThatAnotherFileReplacedIsRefused_data();
+    void BoxThatAnotherFileReplacedIsRefused();
     void FailureOpensTheOldFileAgain_data();
     void FailureOpensTheOldFileAgain();
     void TargetInUseIsRefused();
@@ -298,6 +300,40 @@ void NeueKarteiTest::OpenFileIsRefusedHoweverItIsSpelled()
     }
     QCOMPARE(w.store.LoopsPerSecond, openings); // never closed
     QCOMPARE(w.Karten().size(), 4);
+}
+
+void NeueKarteiTest::BoxThatAnotherFileReplacedIsRefused_data()
+{
+    QTest::addColumn<bool>("mirror");
+    QTest::addColumn<bool>("replaced");
+    QTest::newRow("mirror, replaced") << true << true;
+    QTest::newRow("filter, replaced") << false << true;
+    QTest::newRow("mirror, gone") << true << false;
+    QTest::newRow("filter, gone") << false << false;
+}
+
+void NeueKarteiTest::BoxThatAnotherFileReplacedIsRefused()
+{
+    QFETCH(bool, mirror);
+    QFETCH(bool, replaced);
+    Werkstatt w;
+    w.Oeffnen(ThreeTopics());
+    QVERIFY(QFile::rename(w.Pfad("offen.pzb"), w.Pfad("weg.pzb")));
+    if (replaced)
+        MakeCardFile(w.Pfad("offen.pzb"), {MakeCard(77, 0, 1)});
+    const Ausgang ausgang = mirror ? KarteiSpiegeln(w.bank, w.Pfad("neu.pzb"))
+                                   : ThemenAusfiltern(w.bank, w.Pfad("neu.pzb"), {"Tiere"});
+    QCOMPARE(ausgang, Ausgang::Gescheitert);
+    QCOMPARE(
+        w.meldungen.Texte().front(),
+        "Leider ist folgender Fehler Aufgetreten: Die Datei „" + w.Pfad("offen.pzb") +
+            "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war. Es wurde nichts übernommen.");
+    QVERIFY(!w.Dateien().contains("neu.pzb"));
+    QCOMPARE(ReadCards(w.Pfad("weg.pzb")).size(), 4);
+    // Box and file agree again.
+    QCOMPARE(w.store.IsOpen(), replaced);
+    if (replaced)
+        QCOMPARE(w.Karten(), QList{MakeCard(77, 0, 1)});
 }
 
 void NeueKarteiTest::FailureOpensTheOldFileAgain_data()

@@ -27,6 +27,8 @@ private slots:
     void TextsSortAsInADictionary();
     void SortingKeepsTheCurrentCard();
     void TypingFindsARow();
+    void SearchFindsWhatTheGridShows_data();
+    void SearchFindsWhatTheGridShows();
     void NothingFoundIsTold();
     void RowsAreReadWhenTheyAreShown();
     void FullBoxScrollsToItsEnd();
@@ -302,6 +304,46 @@ void UebersichtTest::TypingFindsARow()
     QTest::keyClick(field, Qt::Key_Return);
     QCOMPARE(blick.bearbeitet, 1);
     QCOMPARE(w.store.Felder().Frage_Klartext.Text(), "Ofen");
+}
+
+void UebersichtTest::SearchFindsWhatTheGridShows_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("line end") << "viel Glück\r\nund Segen"
+                              << "glück und";
+    QTest::newRow("line feed") << "viel Glück\nund Segen"
+                               << "glück und";
+    QTest::newRow("carriage return") << "viel Glück\rund Segen"
+                                     << "glück und";
+    QTest::newRow("empty line") << "viel Glück\r\n\r\nund Segen"
+                                << "glück  und";
+    QTest::newRow("line separator") << QStringLiteral("viel Glück\u2028und Segen") << "glück und";
+    QTest::newRow("tab") << "viel Glück\tund Segen"
+                         << "glück und";
+    QTest::newRow("no-break space") << QStringLiteral("viel Glück\u00A0und Segen") << "glück und";
+    QTest::newRow("no-break space typed") << "viel Glück und Segen" << QStringLiteral("glück\u00A0und");
+    QTest::newRow("letter with its mark") << QStringLiteral("viel Glu\u0308ck") << "glück";
+    QTest::newRow("mark typed behind the letter") << "viel Glück" << QStringLiteral("glu\u0308ck");
+}
+
+void UebersichtTest::SearchFindsWhatTheGridShows()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, typed);
+    for (const bool question : {true, false}) {
+        Fensterbuehne w;
+        QList<CardRecord> cards = Five();
+        (question ? cards[3].Frage_Klartext : cards[3].Antwort_1_Klartext) = text;
+        w.Oeffnen(cards);
+        Blick blick(w);
+        Show(blick.fenster);
+        Control<QLineEdit>(blick.fenster, "txtSuchen")->setText(typed);
+        const int row = blick.gitter->currentIndex().row();
+        QCOMPARE(blick.Zelle(row, 0), "4");
+        QCOMPARE(blick.Datensatz(), "Record: " + QString::number(row + 1));
+        QVERIFY(!blick.Zelle(row, question ? 3 : 4).contains(QChar::LineSeparator));
+    }
 }
 
 void UebersichtTest::NothingFoundIsTold()

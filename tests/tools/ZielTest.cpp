@@ -28,6 +28,8 @@ private slots:
     void SaveDialogAsksBeforeItNamesAnExistingFile();
     void FileInUseIsRefusedWithoutAQuestion_data();
     void FileInUseIsRefusedWithoutAQuestion();
+    void DirectoryIsRefusedAsSuch_data();
+    void DirectoryIsRefusedAsSuch();
     void TypedCardFileGetsItsExtension_data();
     void TypedCardFileGetsItsExtension();
     void NameWithAnotherExtensionIsRefused();
@@ -198,6 +200,27 @@ void ZielTest::FileInUseIsRefusedWithoutAQuestion()
     QVERIFY(w.meldungen.vorgaben.isEmpty());
     QVERIFY(dialog->isVisible());
     QCOMPARE(w.Bytes("da.pzb"), w.vorher);
+}
+
+void ZielTest::DirectoryIsRefusedAsSuch_data()
+{
+    AllDialogs();
+}
+
+void ZielTest::DirectoryIsRefusedAsSuch()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    QVERIFY(QDir(w.verzeichnis.path()).mkdir("ordner.pzb"));
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    Type(*dialog, "lblDateiname", w.Pfad("ordner.pzb"));
+    Click(*dialog, "cmdOK");
+    QCOMPARE(w.meldungen.Texte(),
+             QStringList{"Leider ist folgender Fehler Aufgetreten: „" + w.Pfad("ordner.pzb") +
+                         "“ ist ein Ordner. Bitte auch den Namen der Datei angeben."});
+    QVERIFY(dialog->isVisible());
+    QVERIFY(QDir(w.Pfad("ordner.pzb")).isEmpty());
 }
 
 void ZielTest::TypedCardFileGetsItsExtension_data()
