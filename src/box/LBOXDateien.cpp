@@ -66,15 +66,19 @@ void LBOX::Mneu_Click()
         return;
     }
     auto [verzeichnis, name] = Geteilt(pfad);
+    const bool warOffen = kartei_.IsOpen();
     const QString vorher = std::exchange(kartei_.KarteiPfad, verzeichnis);
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
     kasten_->SetHinweis(name + QStringLiteral(" wird angelegt …"));
     const bool angelegt = Schritt(meldungen_, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
                                   [this, &name = name] { kartei_.CreateCardFile(name); });
-    if (!angelegt && kartei_.IsOpen())
-        kartei_.KarteiPfad = vorher; // the file that is still open lies there
-    if (angelegt && !name.isEmpty())
+    if (angelegt && !name.isEmpty()) {
         InListe(pfad);
+    } else if (warOffen) {
+        kartei_.KarteiPfad = vorher; // the file that was open lies there
+        if (QString alterName = kartei_.CurrentFileName; !kartei_.IsOpen())
+            kartei_.OpenCardFile(alterName);
+    }
     StandZeigen();
 }
 

@@ -5,6 +5,7 @@
 #include "Bild.h"
 #include "Fensterbau.h"
 #include "KurzLabel.h"
+#include "SafeFile.h"
 #include "Schritt.h"
 
 #include <QDir>
@@ -153,9 +154,8 @@ void Slotdialog::DateiWaehlen()
     if (gewaehlt.isEmpty())
         return;
     const qsizetype trenner = gewaehlt.lastIndexOf(QDir::separator());
-    const QString verzeichnis = QDir::cleanPath(gewaehlt.left(std::max<qsizetype>(trenner, 0)));
     const QString name = gewaehlt.mid(trenner + 1);
-    if (verzeichnis != QDir::cleanPath(umgebung_.kartei.KarteiPfad)) {
+    if (!SameFile(gewaehlt.left(trenner + 1), umgebung_.kartei.KarteiPfad)) {
         umgebung_.meldungen.Zeigen(texte_.fremd + QStringLiteral(" (") + umgebung_.kartei.KarteiPfad + u')');
         return;
     }

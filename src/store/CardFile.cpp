@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFile.h"
 
-#include "CardRecord.h"
+#include "CardSchema.h"
 #include "EngineLocks.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
@@ -16,21 +16,31 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 namespace {
 
-// The header's application id: "Pauk" in ASCII. The format version stands in user_version.
-constexpr int applicationId = 0x5061756b;
-constexpr int formatVersion = 1;
-constexpr int highestVersion = 99; // no version of the program will write more
-
-QString Named(const QString &path)
+// The journal's name is the longest that stands beside a card file; file systems allow 255 bytes.
+void CheckNameLength(const QString &path)
 {
-    return QStringLiteral("Die Datei „%1“ ").arg(path);
+    constexpr qsizetype longest = 255 - 8;
+    if (QFile::encodeName(QFileInfo(path).fileName()).size() > longest)
+        throw StoreError(Fehler::PfadNichtGefunden,
+                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
+}
+
+// A pipe or a device under the name of a journal or a log would keep the engine waiting for ever.
+void CheckCompanions(const QString &path)
+{
+    for (const char *suffix : {"-journal", "-wal", "-shm"}) {
+        struct stat info = {};
+        const QString name = path + QLatin1String(suffix);
+        if (::stat(QFile::encodeName(name).constData(), &info) == 0 && !S_ISREG(info.st_mode))
+            throw StoreError(Fehler::NichtErlaubt,
+                             QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(name));
+    }
 }
 
 // Refuses, before the engine sees it, what is no regular file that this program may write.
@@ -43,14 +53,15 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
         const int error = errno;
         if (error == ENOENT && QFileInfo(directory).isDir())
             throw StoreError(Fehler::KarteiNichtGefunden,
-                             Named(path) + QStringLiteral("wurde nicht gefunden."));
+                             DateiSatz(path) + QStringLiteral("wurde nicht gefunden."));
         if (error == ENOENT || error == ENOTDIR)
             throw StoreError(Fehler::PfadNichtGefunden,
                              QStringLiteral("Den Ordner „%1“ gibt es nicht.").arg(directory));
         if (error == ENAMETOOLONG)
             throw StoreError(Fehler::PfadNichtGefunden,
                              QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
-        throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("darf nicht gelesen werden."));
+        throw StoreError(Fehler::NichtErlaubt,
+                         DateiSatz(path) + QStringLiteral("darf nicht gelesen werden."));
     }
     if (S_ISDIR(info.st_mode))
         throw StoreError(Fehler::NichtErlaubt,
@@ -58,18 +69,22 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
     if (!S_ISREG(info.st_mode))
         throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path));
     if (::faccessat(AT_FDCWD, name.constData(), R_OK, AT_EACCESS) != 0)
-        throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("darf nicht gelesen werden."));
+        throw StoreError(Fehler::NichtErlaubt,
+                         DateiSatz(path) + QStringLiteral("darf nicht gelesen werden."));
     if (access == CardFile::Access::Exclusive) {
         if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
-            throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("ist schreibgeschützt."));
+            throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + QStringLiteral("ist schreibgeschützt."));
         // The journal stands beside the file: without it no answer could be stored.
         if (::faccessat(AT_FDCWD, QFile::encodeName(directory).constData(), W_OK | X_OK, AT_EACCESS) != 0)
             throw StoreError(Fehler::NichtErlaubt,
                              QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(directory));
     }
+    CheckCompanions(path);
+    if (access == CardFile::Access::Exclusive)
+        CheckNameLength(path);
     // The engine takes an empty file for an empty database; a card file is never empty.
     if (info.st_size == 0)
-        throw StoreError(Fehler::Beschaedigt, Named(path) + QStringLiteral("ist leer und keine Kartei."));
+        throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + QStringLiteral("ist leer und keine Kartei."));
     return info;
 }
 
@@ -95,99 +110,6 @@ void Harden(SQLite::Database &database)
                   "PRAGMA foreign_keys=OFF; PRAGMA temp_store=MEMORY");
 }
 
-int HeaderNumber(SQLite::Database &database, const char *pragma)
-{
-    return database.execAndGet(pragma).getInt();
-}
-
-// Does the file bear our mark? Read from its bytes: the engine does not tell where it cannot open the file.
-bool IsOurs(SQLite::Database &database)
-{
-    constexpr sqlite3_int64 place = 68; // of the application id in the header, four bytes, highest first
-    std::array<unsigned char, 4> id{};
-    sqlite3_file *file = nullptr;
-    return sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) ==
-               SQLITE_OK &&
-           file != nullptr && file->pMethods != nullptr &&
-           file->pMethods->xRead(file, id.data(), static_cast<int>(id.size()), place) == SQLITE_OK &&
-           (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == applicationId;
-}
-
-[[noreturn]] void ThrowDamaged(const QString &path)
-{
-    throw StoreError(Fehler::Beschaedigt, Named(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
-}
-
-// The program's names are case-insensitive, and so are the engine's: the column list is compared so too.
-bool HasUniqueIndex(SQLite::Database &database, const char *index, const QStringList &columns)
-{
-    SQLite::Statement list(
-        database,
-        R"(SELECT "unique" AND NOT partial FROM pragma_index_list('Lernkarten') WHERE name = ?1 COLLATE NOCASE)");
-    list.bind(1, index);
-    if (!list.executeStep() || list.getColumn(0).getInt() == 0)
-        return false;
-    SQLite::Statement info(database, "SELECT name FROM pragma_index_info(?1) ORDER BY seqno");
-    info.bind(1, index);
-    QStringList found;
-    while (info.executeStep())
-        found << QString::fromUtf8(info.getColumn(0).getText());
-    return found.join(u';').compare(columns.join(u';'), Qt::CaseInsensitive) == 0;
-}
-
-// Columns, defaults and indexes that are computed would run what somebody else wrote, on every card.
-bool IsComputed(SQLite::Database &database)
-{
-    constexpr const char *computed =
-        "WITH tables AS (SELECT name FROM sqlite_schema WHERE type = 'table' AND sql NOT LIKE 'CREATE "
-        "VIRTUAL%') "
-        "SELECT EXISTS(SELECT 1 FROM tables t, pragma_table_xinfo(t.name) c WHERE c.hidden <> 0) "
-        "OR EXISTS(SELECT 1 FROM tables t, pragma_index_list(t.name) l, pragma_index_xinfo(l.name) i "
-        "WHERE l.partial OR i.cid = -2) "
-        "OR EXISTS(SELECT 1 FROM pragma_table_info('Lernkarten') WHERE dflt_value LIKE '%(%')";
-    return database.execAndGet(computed).getInt() != 0;
-}
-
-// What our own files lack they have lost: only in a file of another program is it a matter of the format.
-void CheckSchema(SQLite::Database &database, const QString &path)
-{
-    // A foreign file without our mark is welcome as long as it has the table; a newer version of ours is not.
-    const bool ours = HeaderNumber(database, "PRAGMA application_id") == applicationId;
-    if (const int version = HeaderNumber(database, "PRAGMA user_version"); ours && version > formatVersion) {
-        if (version > highestVersion)
-            ThrowDamaged(path);
-        throw StoreError(Fehler::FormatUnbekannt,
-                         Named(path) +
-                             QStringLiteral("wurde mit einer neueren Version von Paukfix geschrieben."));
-    }
-    SQLite::Statement table(database,
-                            "SELECT type, sql LIKE 'CREATE VIRTUAL%' FROM sqlite_schema "
-                            "WHERE name = 'Lernkarten' COLLATE NOCASE AND type IN ('table', 'view')");
-    if (!table.executeStep() || table.getColumn(0).getString() != "table" ||
-        table.getColumn(1).getInt() != 0) {
-        if (ours)
-            ThrowDamaged(path);
-        throw StoreError(Fehler::TabelleFehlt,
-                         Named(path) + QStringLiteral("enthält keine Tabelle „Lernkarten“."));
-    }
-    if (IsComputed(database))
-        throw StoreError(Fehler::FormatUnbekannt,
-                         Named(path) +
-                             QStringLiteral("enthält Berechnungen und wird deshalb nicht geöffnet."));
-    const std::array<std::pair<const char *, QStringList>, 2> indexes{{
-        {"FrageNr", {QStringLiteral("FrageNr")}},
-        {"BoxKey", {QStringLiteral("FachNr"), QStringLiteral("FachLfdNr")}},
-    }};
-    for (const auto &[index, columns] : indexes) {
-        if (HasUniqueIndex(database, index, columns))
-            continue;
-        if (ours)
-            ThrowDamaged(path);
-        throw StoreError(Fehler::IndexFehlt,
-                         Named(path) + QStringLiteral("hat keinen Index „%1“.").arg(QLatin1String(index)));
-    }
-}
-
 // Everything that may fail with an engine error while a file is opened, in one place that translates it.
 template <class Step>
 void Translated(SQLite::Database &database, const QString &path, Step step)
@@ -196,7 +118,7 @@ void Translated(SQLite::Database &database, const QString &path, Step step)
         step();
     } catch (const SQLite::Exception &error) {
         // The engine cannot make out what stands in a file that is ours.
-        if (error.getErrorCode() == SQLITE_ERROR && IsOurs(database))
+        if (error.getErrorCode() == SQLITE_ERROR && CardFileHeader(database).IsOurs())
             ThrowDamaged(path);
         ThrowStoreError(error, path);
     }
@@ -234,12 +156,14 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-        throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("darf nicht geändert werden."));
+        throw StoreError(Fehler::NichtErlaubt,
+                         DateiSatz(path) + QStringLiteral("darf nicht geändert werden."));
     case SQLITE_CANTOPEN:
         if (const QString directory = QFileInfo(path).absolutePath(); !QFileInfo(directory).isDir())
             throw StoreError(Fehler::PfadNichtGefunden,
                              QStringLiteral("Den Ordner „%1“ gibt es nicht.").arg(directory));
-        throw StoreError(Fehler::NichtErlaubt, Named(path) + QStringLiteral("kann nicht geöffnet werden."));
+        throw StoreError(Fehler::NichtErlaubt,
+                         DateiSatz(path) + QStringLiteral("kann nicht geöffnet werden."));
     case SQLITE_FULL:
         throw StoreError(
             Fehler::DatentraegerVoll,
@@ -276,16 +200,18 @@ CardFile::CardFile(const QString &path, Access access)
             ThrowDamaged(path_);
         Harden(database_);
         if (access == Access::Exclusive) {
+            if (const CardFileHeader header(database_); header.IsOurs() && !header.HasFormatOfEngine())
+                ThrowDamaged(path_);
             if (sqlite3_db_readonly(database_.getHandle(), "main") == 1)
                 throw StoreError(Fehler::NichtErlaubt,
-                                 Named(path_) + QStringLiteral("ist schreibgeschützt."));
+                                 DateiSatz(path_) + QStringLiteral("ist schreibgeschützt."));
             // A hot journal is rolled back here, and what is left of it or of an earlier one goes with the
             // change of mode. The lock that BEGIN EXCLUSIVE takes is kept until the file is closed.
             database_.exec("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;"
                            "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;"
                            "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA secure_delete=ON");
         }
-        CheckSchema(database_, path_);
+        CheckContent(database_, path_);
     });
     const struct stat info = StatCardFile(path_, access);
     device_ = info.st_dev;
@@ -306,27 +232,9 @@ void CardFile::Create(const QString &path)
 {
     const QString absolute = Absolute(path);
     SQLite::Database database = OpenDatabase(absolute, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-    QString columns;
-    for (const CardColumn &column : CardColumns()) {
-        if (!columns.isEmpty())
-            columns += u',';
-        columns +=
-            QStringLiteral("\"%1\" %2").arg(QLatin1String(column.name), QLatin1String(column.declaredType));
-    }
-    const std::string sql =
-        QStringLiteral("PRAGMA synchronous=EXTRA; BEGIN;"
-                       "PRAGMA application_id=%1; PRAGMA user_version=%2;"
-                       "CREATE TABLE \"Lernkarten\"(%3);"
-                       "CREATE UNIQUE INDEX \"FrageNr\" ON \"Lernkarten\"(\"FrageNr\");"
-                       "CREATE UNIQUE INDEX \"BoxKey\" ON \"Lernkarten\"(\"FachNr\",\"FachLfdnr\");"
-                       "COMMIT")
-            .arg(applicationId)
-            .arg(formatVersion)
-            .arg(columns)
-            .toStdString();
     Translated(database, absolute, [&] {
         Harden(database);
-        database.exec(sql);
+        database.exec("PRAGMA synchronous=EXTRA; BEGIN;" + NewFileSql() + "COMMIT");
     });
 }
 
@@ -343,7 +251,8 @@ void CardFile::CheckStillInPlace() const
     if (IsReplaced() || !QFileInfo::exists(path_))
         throw StoreError(
             Fehler::KarteiNichtGefunden,
-            Named(path_) + QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
+            DateiSatz(path_) +
+                QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
     // Where the lock is there still, nothing happens.
     if (locked_ >= 0)
         LockCardFile(locked_, F_WRLCK, path_);
@@ -355,7 +264,7 @@ void CardFile::CheckUnchanged() const
     if (state_ && state_ != ReadState())
         throw StoreError(
             Fehler::Gesperrt,
-            Named(path_) +
+            DateiSatz(path_) +
                 QStringLiteral("wurde von einem anderen Programm geändert, während sie offen war."));
 }
 
@@ -379,6 +288,7 @@ std::optional<CardFile::State> CardFile::ReadState() const
 
 void CheckReplaceable(const QString &path)
 {
+    CheckNameLength(path);
     if (!QFileInfo::exists(path))
         return;
     try {

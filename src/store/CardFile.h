@@ -22,9 +22,11 @@ public:
     };
 
     // Opens an existing card file and checks header, table and indexes. Throws StoreError:
-    // 3024 not there, 76 directory not there, 3051 not writable (Exclusive) or not a regular file, 3045
-    // locked, 3049 damaged or no database, 3343 a newer format or a table that computes; in a file without
-    // our mark 3078 no table "Lernkarten" and 3015 an index missing, which are damage in one of ours.
+    // 3024 not there, 76 directory not there or name too long, 3051 not writable (Exclusive) or not a regular
+    // file, what stands beside it under the engine's names included, 3045 locked, 3049 damaged or no
+    // database, 3343 a newer format or a table that computes; in a file without our mark 3078 no table
+    // "Lernkarten" and 3015 an index missing. A file with our mark whose table or indexes are not just ours
+    // is damaged.
     explicit CardFile(const QString &path, Access access = Access::Exclusive);
     CardFile(const CardFile &) = delete;
     CardFile &operator=(const CardFile &) = delete;
@@ -77,8 +79,9 @@ private:
 // `path`.
 void CheckAccess(const QString &path, CardFile::Access access);
 
-// Throws StoreError 3045 or 3051 where a card file stands at `path` that another program has open, or that
-// may not be written. Nothing there, or no card file: that may be replaced.
+// Throws StoreError 3045 or 3051 where a file stands at `path` that another program (or this one) has open as
+// a card file, or that may not be written; 76 for a name that is too long. Looks at nothing but the lock:
+// what stands there is not touched.
 void CheckReplaceable(const QString &path);
 
 // Translates the engine's error into the numbers and texts of the program, `path` named in the text.

@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <algorithm>
 #include <limits>
@@ -66,14 +67,33 @@ std::size_t FachOf(const Field &fachNr)
     return static_cast<std::size_t>(fach);
 }
 
-// Puts a new, empty card file in the place of whatever stands at `path`, in one step: a failure leaves the
-// old file.
-void ReplaceByEmptyCardFile(const QString &path)
+// A sound file, but more cards than a compartment can count.
+class TooManyCards : public StoreError
 {
-    CheckReplaceable(path); // another program may be learning with it
-    FreshFile fresh(path);
-    fresh.Make(CardFile::Create);
-    fresh.TakePlace();
+public:
+    explicit TooManyCards(std::size_t compartment)
+        : StoreError(Fehler::Ueberlauf,
+                     QStringLiteral("In Fach %1 liegen mehr als %2 Karten.")
+                         .arg(compartment)
+                         .arg(QLocale(QLocale::German).toString(std::numeric_limits<qint16>::max())))
+    {
+    }
+};
+
+// What the repair can mend: damage of the file, and cards with a place or a number that no card can have.
+bool IsDamage(const StoreError &error)
+{
+    switch (error.Number()) {
+    case Fehler::Beschaedigt:
+    case Fehler::IndexAusserhalb:
+    case Fehler::TypUnvertraeglich:
+    case Fehler::NullUngueltig:
+        return true;
+    case Fehler::Ueberlauf:
+        return dynamic_cast<const TooManyCards *>(&error) == nullptr;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -106,10 +126,14 @@ void CardStore::CreateCardFile(QString &fileName)
         return;
     const SanduhrAn sanduhr(meldungen_);
     const QString path = CardPath(fileName);
-    // The engine's locks would drop if a file that it has open were unlinked under it.
-    if (file_ && QFileInfo(path).canonicalFilePath() == QFileInfo(file_->Path()).canonicalFilePath())
-        CloseCardFile();
-    ReplaceByEmptyCardFile(path);
+    const bool isOpenOne = file_ && SameFile(path, file_->Path());
+    if (!isOpenOne)
+        CheckReplaceable(path); // another program may be learning with it
+    FreshFile fresh(path);
+    fresh.Make(CardFile::Create);
+    if (isOpenOne)
+        CloseCardFile(); // a card file is never unlinked under the engine
+    fresh.TakePlace();
     OpenCardFile(fileName);
 }
 
@@ -121,7 +145,6 @@ void CardStore::OpenCardFile(QString &fileName)
     ResetBoxTable();
     try {
         OpenChecked(CardPath(fileName));
-        WalkCards();
     } catch (const std::exception &error) {
         const auto *known = dynamic_cast<const StoreError *>(&error);
         CloseCardFile();
@@ -150,12 +173,15 @@ void CardStore::OpenChecked(const QString &path)
         CheckCardFile(file_->Database());
         RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
         ClearFreshFiles(QFileInfo(path).absolutePath());
+        WalkCards();
     };
     try {
         open();
     } catch (const StoreError &error) {
-        file_.reset();
-        if (error.Number() != Fehler::Beschaedigt ||
+        CloseCardFile();
+        FachInfo = FachStartwerte();
+        HighestCardNumber = 0;
+        if (!IsDamage(error) ||
             meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
                 Meldungen::Antwort::Ja)
             throw;
@@ -200,8 +226,11 @@ void CardStore::WalkCards()
     int sinceRedraw = 0;
     for (recordset_->MoveFirst(); !recordset_->AtEOF(); recordset_->MoveNext()) {
         HighestCardNumber = std::max(HighestCardNumber, felder_.FrageNr.Integer());
-        Fach &fach = FachInfo[FachOf(felder_.FachNr)];
-        fach.Anzahl = Plus16(fach.Anzahl, 1);
+        const std::size_t compartment = FachOf(felder_.FachNr);
+        Fach &fach = FachInfo[compartment];
+        if (fach.Anzahl == std::numeric_limits<qint16>::max())
+            throw TooManyCards(compartment);
+        ++fach.Anzahl;
         fach.LfdMax = felder_.FachLfdNr.Integer();
         if (++sinceRedraw > 10) {
             BoxZeichnen();

@@ -55,7 +55,8 @@ public:
     std::function<void()> BoxZeichnen = [] {};
 
     // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name.
-    // Closes the open file first where it is the same one. Throws StoreError where the file cannot be made.
+    // Throws StoreError where the file cannot be made; what was open stays open then, but where it was to be
+    // replaced itself and its place could not be taken.
     void CreateCardFile(QString &fileName);
     // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine and whether to
     // repair a damaged one. On failure reports it, leaves no

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SafeFile.h"
 
+#include "FileHandle.h"
 #include "StoreError.h"
 
 #include <QCryptographicHash>
@@ -21,27 +22,35 @@
 
 namespace {
 
+// Opened without waiting, as a pipe would for its other end.
 class Descriptor
 {
 public:
     Descriptor(const QString &path, int flags)
-        : number_(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666))
+        : file_(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NONBLOCK, 0666))
     {
-        if (number_ < 0) {
+        if (file_.Get() < 0) {
             ThrowFileError(errno, path);
         }
     }
 
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    ~Descriptor() { close(number_); }
-
-    int Number() const { return number_; }
+    int Number() const { return file_.Get(); }
 
 private:
-    int number_;
+    FileHandle file_;
 };
+
+// A pipe or a device may never end.
+void CheckRegular(const Descriptor &file, const QString &path)
+{
+    struct stat status = {};
+    if (fstat(file.Number(), &status) != 0) {
+        ThrowFileError(errno, path);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        ThrowFileError(S_ISDIR(status.st_mode) ? EISDIR : ENXIO, path);
+    }
+}
 
 void Sync(const Descriptor &file, const QString &path)
 {
@@ -59,6 +68,16 @@ void WriteAll(const Descriptor &file, const char *data, size_t size, const QStri
         } else if (errno != EINTR) {
             ThrowFileError(errno, path);
         }
+    }
+}
+
+// Users know the place, not the name under which a file is made beside it.
+void WithPlaceNamed(const QString &temporary, const QString &place, const std::function<void()> &step)
+{
+    try {
+        step();
+    } catch (const StoreError &error) {
+        throw StoreError(error.Number(), error.Text().replace(temporary, place));
     }
 }
 
@@ -83,6 +102,13 @@ void ThrowFileError(int error, const QString &path)
                          QStringLiteral("Der Datenträger ist schreibgeschützt: %1").arg(path));
     case EISDIR:
         throw StoreError(Fehler::NichtErlaubt, QStringLiteral("Das ist ein Verzeichnis: %1").arg(path));
+    case ENXIO:
+    case ENODEV:
+        throw StoreError(Fehler::NichtErlaubt,
+                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
+    case ENAMETOOLONG:
+        throw StoreError(Fehler::PfadNichtGefunden,
+                         QStringLiteral("Der Dateiname ist zu lang: %1").arg(path));
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
@@ -100,19 +126,8 @@ void ThrowFileError(int error, const QString &path)
 
 QByteArray ReadFile(const QString &path, qint64 limit)
 {
-    // Not blocking, as opening a pipe would wait for its writer.
-    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
-    struct stat status = {};
-    if (fstat(file.Number(), &status) != 0) {
-        ThrowFileError(errno, path);
-    }
-    if (S_ISDIR(status.st_mode)) {
-        ThrowFileError(EISDIR, path);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
-    }
+    const Descriptor file(path, O_RDONLY);
+    CheckRegular(file, path);
     QByteArray content;
     while (content.size() <= limit) {
         char buffer[16384];
@@ -173,8 +188,10 @@ void RewriteFile(const QString &target, const QByteArray &content)
     const QString file = canonical.isEmpty() ? target : canonical;
     const QString temporary = file + QStringLiteral(".tmp");
     try {
-        WriteFileSynced(temporary, content);
-        ReplaceFile(temporary, file);
+        WithPlaceNamed(temporary, file, [&] {
+            WriteFileSynced(temporary, content);
+            ReplaceFile(temporary, file);
+        });
     } catch (...) {
         QFile::remove(temporary);
         throw;
@@ -184,6 +201,7 @@ void RewriteFile(const QString &target, const QByteArray &content)
 void CopyFile(const QString &from, const QString &to)
 {
     const Descriptor source(from, O_RDONLY);
+    CheckRegular(source, from);
     const Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL);
     std::vector<char> buffer(1 << 20);
     for (;;) {
@@ -208,8 +226,10 @@ void KeepUnderName(const QString &file, const QString &name)
     const QString temporary = name + QStringLiteral(".tmp");
     QFile::remove(temporary);
     try {
-        CopyFile(file, temporary);
-        ReplaceFile(temporary, name);
+        WithPlaceNamed(temporary, name, [&] {
+            CopyFile(file, temporary);
+            ReplaceFile(temporary, name);
+        });
     } catch (const StoreError &) {
         QFile::remove(temporary);
         throw;
@@ -274,8 +294,11 @@ void ClearFreshFiles(const QString &directory) noexcept
 
 FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFileInfo(place_).absolutePath())
 {
-    // The same name for the same place, and short whatever the place is called.
     const QFileInfo info(place_);
+    // The engine would only say that it cannot open the file.
+    if (faccessat(AT_FDCWD, QFile::encodeName(info.absolutePath()).constData(), W_OK | X_OK, AT_EACCESS) != 0)
+        ThrowFileError(errno, place_);
+    // The same name for the same place, and short whatever the place is called.
     const QByteArray mark =
         QCryptographicHash::hash(QFile::encodeName(info.fileName()), QCryptographicHash::Md5).toHex();
     path_ = QStringLiteral("%1/.paukfix-%2.neu").arg(info.absolutePath(), QLatin1String(mark));
@@ -295,16 +318,12 @@ void FreshFile::Clear() const
 
 void FreshFile::Make(const std::function<void(const QString &path)> &make)
 {
-    try {
-        make(path_);
-    } catch (const StoreError &error) {
-        throw StoreError(error.Number(), error.Text().replace(path_, place_));
-    }
+    WithPlaceNamed(path_, place_, [&] { make(path_); });
 }
 
 void FreshFile::TakePlace()
 {
     for (const char *journal : {"-journal", "-wal", "-shm"})
         QFile::remove(place_ + QLatin1String(journal));
-    ReplaceFile(path_, place_);
+    WithPlaceNamed(path_, place_, [&] { ReplaceFile(path_, place_); });
 }

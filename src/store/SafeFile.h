@@ -12,8 +12,8 @@
 // the new file is there, whole. All functions throw StoreError as ThrowFileError tells.
 
 // The number and the German text for a failed system call: `error` is its errno, `path` what it was about.
-// 53 file not there, 76 directory not there, 3051 not permitted, 61 disk full, 7 no memory, 67 too many open
-// files, 57 any other error of the device.
+// 53 file not there, 76 directory not there or name too long, 3051 not permitted or no regular file, 61 disk
+// full, 7 no memory, 67 too many open files, 57 any other error of the device.
 [[noreturn]] void ThrowFileError(int error, const QString &path);
 
 // The content of a regular file of at most `limit` bytes; throws 3051 for anything that is no regular file (a

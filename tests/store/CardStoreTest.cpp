@@ -8,6 +8,7 @@
 
 #include <QTest>
 
+#include <numeric>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -346,6 +347,13 @@ private slots:
             << true;
         QTest::newRow("table under another name")
             << QByteArray("ALTER TABLE Lernkarten RENAME TO Lermkarten") << true;
+        QTest::newRow("column gone") << QByteArray("ALTER TABLE Lernkarten DROP COLUMN Antwort_ch_3") << true;
+        QTest::newRow("column too many") << QByteArray("ALTER TABLE Lernkarten ADD COLUMN mehr") << true;
+        QTest::newRow("column under another name")
+            << QByteArray("ALTER TABLE Lernkarten RENAME COLUMN Antwort_1 TO Antwort_9") << true;
+        QTest::newRow("index too many") << QByteArray("CREATE INDEX mehr ON Lernkarten(Frage)") << true;
+        QTest::newRow("version of a newer format, schema of this one")
+            << QByteArray("PRAGMA user_version=2") << true;
         QTest::newRow("version that nobody writes") << QByteArray("PRAGMA user_version=16777217") << true;
         QTest::newRow("table gone") << QByteArray("DROP TABLE Lernkarten") << false;
     }
@@ -394,10 +402,11 @@ private slots:
         QCOMPARE(store_->Karten().RecordCount(), 1);
     }
 
-    void FileWithoutTheUnreadColumnsOpens()
+    void ForeignFileWithoutTheUnreadColumnsOpens()
     {
         Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        Sql(QStringLiteral("a.pzb"), "ALTER TABLE Lernkarten DROP COLUMN Picture_4_endlos;"
+        Sql(QStringLiteral("a.pzb"), "PRAGMA application_id=0;"
+                                     "ALTER TABLE Lernkarten DROP COLUMN Picture_4_endlos;"
                                      "ALTER TABLE Lernkarten DROP COLUMN Picture_4_type");
         QCOMPARE(Open(QStringLiteral("a.pzb")), QStringLiteral("a.pzb"));
         store_->Karten().MoveFirst();
@@ -406,26 +415,50 @@ private slots:
 
     void CardsInImpossibleCompartmentsAreRefused()
     {
-        const std::array<std::pair<const char *, int>, 6> cases{{
+        const std::array<std::pair<const char *, int>, 7> cases{{
             {"UPDATE Lernkarten SET FachNr=7 WHERE FrageNr=2", 9},
             {"UPDATE Lernkarten SET FachNr=-1 WHERE FrageNr=2", 9},
             {"UPDATE Lernkarten SET FachNr=2.5 WHERE FrageNr=2", 9},
             {"UPDATE Lernkarten SET FachNr=NULL WHERE FrageNr=2", 94},
             {"UPDATE Lernkarten SET FachNr='drei' WHERE FrageNr=2", 13},
             {"UPDATE Lernkarten SET FrageNr=40000 WHERE FrageNr=2", 6},
+            {"UPDATE Lernkarten SET FrageNr=NULL WHERE FrageNr=2", 94},
         }};
         for (const auto &[sql, number] : cases) {
             QFile::remove(Path(QStringLiteral("a.pzb")));
             Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 4, 1)});
             Sql(QStringLiteral("a.pzb"), sql);
+            meldungen_->gezeigt.clear();
             VerifyRefused(QStringLiteral("a.pzb"), number);
+            QCOMPARE(meldungen_->Texte().first(),
+                     QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
+            // The repair gives the bad card a place and a number of its own.
+            meldungen_->antworten = {Meldungen::Antwort::Ja};
+            QCOMPARE(Open(QStringLiteral("a.pzb")), QStringLiteral("a.pzb"));
+            QCOMPARE(store_->Karten().RecordCount(), 3);
+            QCOMPARE(std::accumulate(store_->FachInfo.begin(), store_->FachInfo.end(), 0,
+                                     [](int sum, const Fach &fach) { return sum + fach.Anzahl; }),
+                     3);
+            store_->CloseCardFile();
+            QCOMPARE(FaultIn(Path(QStringLiteral("a.pzb"))), QString());
         }
+    }
+
+    void ABoxWithTooManyCardsIsNotDamaged()
+    {
+        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
+        Sql(QStringLiteral("a.pzb"),
+            "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<32768) "
+            "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) SELECT i-32769,0,i-32769 FROM n");
+        VerifyRefused(QStringLiteral("a.pzb"), 6);
+        QCOMPARE(meldungen_->gezeigt.size(), 1);
     }
 
     void NewerFormatIsRefused()
     {
         Make(QStringLiteral("a.pzb"), {});
-        Sql(QStringLiteral("a.pzb"), "PRAGMA user_version=2");
+        Sql(QStringLiteral("a.pzb"),
+            "PRAGMA user_version=2; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT");
         VerifyRefused(QStringLiteral("a.pzb"), 3343);
     }
 

@@ -120,11 +120,12 @@ private slots:
                                << "Die Datei „DATEI“ enthält keine Tabelle „Lernkarten“.";
         QTest::newRow("index") << QByteArray("PRAGMA application_id=0; DROP INDEX BoxKey")
                                << "Die Datei „DATEI“ hat keinen Index „BoxKey“.";
-        QTest::newRow("version") << QByteArray("PRAGMA user_version=2")
+        QTest::newRow("version") << QByteArray("PRAGMA user_version=2;"
+                                               "ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT")
                                  << "Die Datei „DATEI“ wurde mit einer neueren Version von Paukfix "
                                     "geschrieben.";
         QTest::newRow("computed")
-            << QByteArray("ALTER TABLE Lernkarten ADD COLUMN boese AS (FrageNr*2)")
+            << QByteArray("PRAGMA application_id=0; ALTER TABLE Lernkarten ADD COLUMN boese AS (FrageNr*2)")
             << "Die Datei „DATEI“ enthält Berechnungen und wird deshalb nicht geöffnet.";
         QTest::newRow("ours without index")
             << QByteArray("DROP INDEX BoxKey") << "Die Datei „DATEI“ ist beschädigt oder keine Kartei.";
@@ -262,7 +263,8 @@ private slots:
         QString name = QStringLiteral("a.pzb");
         store.OpenCardFile(name);
         QCOMPARE(messages.Texte(),
-                 QStringList{"Eine Karte liegt in Fach 7; es gibt nur die Fächer 0 bis 6. Fcode: 9"});
+                 (QStringList{"Diese Datei ist beschädigt Reparaturversuch ?",
+                              "Eine Karte liegt in Fach 7; es gibt nur die Fächer 0 bis 6. Fcode: 9"}));
     }
 
     void ErrorsOfTheSystem_data()

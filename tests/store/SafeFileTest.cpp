@@ -10,9 +10,44 @@
 #include <QTest>
 
 #include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+// The system's own functions, seen and spoiled: what is asked of the disk, in its order, and a drive that
+// takes no writing.
+static QStringList calls;
+static QString readOnlyDirectory;
+
+extern "C" int fsync(int file)
+{
+    calls << "sync " + QFile::symLinkTarget("/proc/self/fd/" + QString::number(file));
+    return static_cast<int>(::syscall(SYS_fsync, file));
+}
+
+extern "C" int rename(const char *from, const char *to) noexcept
+{
+    calls << "rename " + QFile::decodeName(from) + " to " + QFile::decodeName(to);
+    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int link(const char *from, const char *to) noexcept
+{
+    calls << "link " + QFile::decodeName(from) + " to " + QFile::decodeName(to);
+    return static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int faccessat(int, const char *path, int mode, int) noexcept
+{
+    if ((mode & W_OK) != 0 && QFile::decodeName(path) == readOnlyDirectory) {
+        errno = EROFS;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_faccessat, AT_FDCWD, path, mode));
+}
 
 class SafeFileTest : public QObject
 {
@@ -54,6 +89,10 @@ private slots:
     void RewritingMakesAMissingFile();
     void FailedRewritingLeavesNothingBehind();
     void OrdinaryUserMayNotWriteEverywhere();
+    void APipeInTheWayKeepsNobodyWaiting();
+    void TheNewNameIsOnTheDiskBeforeItIsReported();
+    void AReadOnlyDriveIsNamed();
+    void MessagesNameThePlaceOnly();
 };
 
 void SafeFileTest::SystemErrorsHaveTheirNumbers_data()
@@ -69,6 +108,8 @@ void SafeFileTest::SystemErrorsHaveTheirNumbers_data()
     QTest::newRow("quota") << EDQUOT << Fehler::DatentraegerVoll;
     QTest::newRow("memory") << ENOMEM << Fehler::ZuWenigSpeicher;
     QTest::newRow("too many files") << EMFILE << 67;
+    QTest::newRow("long name") << ENAMETOOLONG << Fehler::PfadNichtGefunden;
+    QTest::newRow("no file") << ENXIO << Fehler::NichtErlaubt;
     QTest::newRow("device") << EIO << 57;
 }
 
@@ -168,6 +209,94 @@ void SafeFileTest::OrdinaryUserMayNotWriteEverywhere()
     QCOMPARE(chmod(qPrintable(directory_->path()), 0755), 0);
     QCOMPARE(error, Fehler::NichtErlaubt);
     QCOMPARE(Read("a"), "x");
+}
+
+void SafeFileTest::APipeInTheWayKeepsNobodyWaiting()
+{
+    QCOMPARE(mkfifo(qPrintable(Path("pipe")), 0600), 0);
+    QCOMPARE(Error([&] { WriteFileSynced(Path("pipe"), "x"); }), Fehler::NichtErlaubt);
+    QCOMPARE(Error([&] { CopyFile(Path("pipe"), Path("kopie")); }), Fehler::NichtErlaubt);
+    QCOMPARE(Error([&] { SyncFile(Path("pipe")); }), 57);
+}
+
+// A power cut may bring the old name back until the directory is synced, and the file's bytes until the file
+// is.
+void SafeFileTest::TheNewNameIsOnTheDiskBeforeItIsReported()
+{
+    const QString directory = directory_->path();
+    WriteFileSynced(Path("neu"), "neu");
+    calls.clear();
+    ReplaceFile(Path("neu"), Path("ziel"));
+    QCOMPARE(calls, (QStringList{"sync " + Path("neu"), "rename " + Path("neu") + " to " + Path("ziel"),
+                                 "sync " + directory}));
+
+    calls.clear();
+    RewriteFile(Path("ziel"), "anders");
+    QVERIFY(calls.indexOf("sync " + Path("ziel.tmp")) >= 0);
+    QCOMPARE(calls.mid(calls.size() - 2),
+             (QStringList{"rename " + Path("ziel.tmp") + " to " + Path("ziel"), "sync " + directory}));
+
+    calls.clear();
+    KeepUnderName(Path("ziel"), Path("zweiter"));
+    QCOMPARE(calls, (QStringList{"link " + Path("ziel") + " to " + Path("zweiter"), "sync " + directory}));
+
+    calls.clear();
+    QString made;
+    {
+        FreshFile fresh(Path("ziel"));
+        fresh.Make([&](const QString &path) {
+            made = path;
+            WriteFileSynced(path, "frisch");
+        });
+        fresh.TakePlace();
+    }
+    QVERIFY(calls.contains("sync " + made));
+    QCOMPARE(calls.mid(calls.size() - 2),
+             (QStringList{"rename " + made + " to " + Path("ziel"), "sync " + directory}));
+}
+
+void SafeFileTest::AReadOnlyDriveIsNamed()
+{
+    readOnlyDirectory = directory_->path();
+    QString text;
+    try {
+        FreshFile fresh(Path("neu.pzb"));
+    } catch (const StoreError &error) {
+        QCOMPARE(error.Number(), Fehler::NichtErlaubt);
+        text = error.Text();
+    }
+    readOnlyDirectory.clear();
+    QCOMPARE(text, "Der Datenträger ist schreibgeschützt: " + Path("neu.pzb"));
+}
+
+// The name under which a file is made beside its place means nothing to its user.
+void SafeFileTest::MessagesNameThePlaceOnly()
+{
+    QVERIFY(QDir(directory_->path()).mkdir("ordner"));
+    WriteFileSynced(Path("ordner/voll"), "x");
+    const QString longName(300, u'n');
+    const auto text = [](const auto &step) {
+        try {
+            step();
+        } catch (const StoreError &error) {
+            return error.Text();
+        }
+        return QString();
+    };
+    const auto take = [&](const QString &place, bool make) {
+        return text([&] {
+            FreshFile fresh(place);
+            if (make)
+                fresh.Make([](const QString &path) { WriteFileSynced(path, "x"); });
+            fresh.TakePlace();
+        });
+    };
+    QCOMPARE(take(Path("ziel"), false), "Datei nicht gefunden: " + Path("ziel"));
+    QCOMPARE(take(Path("ordner"), true), "Das ist ein Verzeichnis: " + Path("ordner"));
+    QCOMPARE(take(Path(longName), true), "Der Dateiname ist zu lang: " + Path(longName));
+    QVERIFY(QDir(directory_->path()).mkdir("ziel.tmp"));
+    QCOMPARE(text([&] { RewriteFile(Path("ziel"), "x"); }), "Das ist ein Verzeichnis: " + Path("ziel"));
+    QVERIFY(Entries().isEmpty());
 }
 
 QTEST_APPLESS_MAIN(SafeFileTest)

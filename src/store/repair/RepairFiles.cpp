@@ -281,9 +281,9 @@ void RepairFiles::HandOver(const QString &file) const
 
 void RepairFiles::Swap() const
 {
-    HandOver(NewPath());
     QStringList kept; // suffixes of the files that have their second name
     try {
+        HandOver(NewPath());
         for (const QString &suffix : QStringList{QString()} + companions_) {
             KeepAside(path_ + suffix, aside_ + suffix);
             kept << suffix;
@@ -295,7 +295,7 @@ void RepairFiles::Swap() const
         SyncDirectory();
         Rename(ReportDraft(work_), report_);
         SyncDirectory();
-    } catch (const StoreError &) {
+    } catch (const StoreError &error) {
         // Back to the names of before, the journal before the file that it belongs to.
         for (auto suffix = kept.crbegin(); suffix != kept.crend(); ++suffix)
             rename(QFile::encodeName(aside_ + *suffix).constData(),
@@ -304,7 +304,7 @@ void RepairFiles::Swap() const
         for (const QString &suffix : kept)
             if (IsSameFile(aside_ + suffix, path_ + suffix))
                 unlink(QFile::encodeName(aside_ + suffix).constData());
-        throw;
+        throw StoreError(error.Number(), ForUsers(error.Text()));
     }
 }
 

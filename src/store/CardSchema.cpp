@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardSchema.h"
+
+#include "CardRecord.h"
+#include "StoreError.h"
+
+#include <QStringList>
+#include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace {
+
+// The header's application id: "Pauk" in ASCII. The format version stands in user_version.
+constexpr int applicationId = 0x5061756b;
+constexpr int formatVersion = 1;
+constexpr int highestVersion = 99; // no version of the program will write more
+
+int HeaderNumber(SQLite::Database &database, const char *pragma)
+{
+    return database.execAndGet(pragma).getInt();
+}
+
+// The program's names are case-insensitive, and so are the engine's: the column list is compared so too.
+bool HasUniqueIndex(SQLite::Database &database, const char *index, const QStringList &columns)
+{
+    SQLite::Statement list(
+        database,
+        R"(SELECT "unique" AND NOT partial FROM pragma_index_list('Lernkarten') WHERE name = ?1 COLLATE NOCASE)");
+    list.bind(1, index);
+    if (!list.executeStep() || list.getColumn(0).getInt() == 0)
+        return false;
+    SQLite::Statement info(database, "SELECT name FROM pragma_index_info(?1) ORDER BY seqno");
+    info.bind(1, index);
+    QStringList found;
+    while (info.executeStep())
+        found << QString::fromUtf8(info.getColumn(0).getText());
+    return found.join(u';').compare(columns.join(u';'), Qt::CaseInsensitive) == 0;
+}
+
+// Columns, defaults and indexes that are computed would run what somebody else wrote, on every card.
+bool IsComputed(SQLite::Database &database)
+{
+    constexpr const char *computed =
+        "WITH tables AS (SELECT name FROM sqlite_schema WHERE type = 'table' AND sql NOT LIKE 'CREATE "
+        "VIRTUAL%') "
+        "SELECT EXISTS(SELECT 1 FROM tables t, pragma_table_xinfo(t.name) c WHERE c.hidden <> 0) "
+        "OR EXISTS(SELECT 1 FROM tables t, pragma_index_list(t.name) l, pragma_index_xinfo(l.name) i "
+        "WHERE l.partial OR i.cid = -2) "
+        "OR EXISTS(SELECT 1 FROM pragma_table_info('Lernkarten') WHERE dflt_value LIKE '%(%')";
+    return database.execAndGet(computed).getInt() != 0;
+}
+
+void CheckNothingComputed(SQLite::Database &database, const QString &path)
+{
+    if (IsComputed(database))
+        throw StoreError(Fehler::FormatUnbekannt,
+                         DateiSatz(path) +
+                             QStringLiteral("enthält Berechnungen und wird deshalb nicht geöffnet."));
+}
+
+struct SchemaEntry
+{
+    const char *type;
+    const char *name;
+    QString sql;
+};
+
+// What a card file of ours holds, letter by letter: the engine keeps the texts as they were given to it.
+std::array<SchemaEntry, 3> OurSchema()
+{
+    QString columns;
+    for (const CardColumn &column : CardColumns()) {
+        if (!columns.isEmpty())
+            columns += u',';
+        columns +=
+            QStringLiteral("\"%1\" %2").arg(QLatin1String(column.name), QLatin1String(column.declaredType));
+    }
+    return {{
+        {"table", "Lernkarten", QStringLiteral("CREATE TABLE \"Lernkarten\"(%1)").arg(columns)},
+        {"index", "FrageNr",
+         QStringLiteral("CREATE UNIQUE INDEX \"FrageNr\" ON \"Lernkarten\"(\"FrageNr\")")},
+        {"index", "BoxKey",
+         QStringLiteral("CREATE UNIQUE INDEX \"BoxKey\" ON \"Lernkarten\"(\"FachNr\",\"FachLfdnr\")")},
+    }};
+}
+
+// One changed letter gives a column another name, or another affinity: the text 007 becomes 7 then.
+bool HasOurSchema(SQLite::Database &database)
+{
+    SQLite::Statement found(database, "SELECT count(*) FROM sqlite_schema WHERE type = ?1 AND name = ?2 AND "
+                                      "tbl_name = 'Lernkarten' AND sql = ?3");
+    const auto entries = OurSchema();
+    for (const SchemaEntry &entry : entries) {
+        found.bind(1, entry.type);
+        found.bind(2, entry.name);
+        found.bind(3, entry.sql.toStdString());
+        if (!found.executeStep() || found.getColumn(0).getInt() != 1)
+            return false;
+        found.reset();
+    }
+    constexpr const char *count = "SELECT count(*) FROM sqlite_schema WHERE type IN ('table', 'index') AND "
+                                  "tbl_name = 'Lernkarten' COLLATE NOCASE";
+    return database.execAndGet(count).getInt() == static_cast<int>(entries.size());
+}
+
+// Our own files have just our schema: what differs is damage. A newer format has another schema and a higher
+// version, so that no single changed byte passes for it.
+void CheckOurSchema(SQLite::Database &database, const QString &path)
+{
+    const int version = HeaderNumber(database, "PRAGMA user_version");
+    const bool isOurs = HasOurSchema(database);
+    if (!isOurs && version > formatVersion && version <= highestVersion)
+        throw StoreError(Fehler::FormatUnbekannt,
+                         DateiSatz(path) +
+                             QStringLiteral("wurde mit einer neueren Version von Paukfix geschrieben."));
+    if (!isOurs || version > formatVersion)
+        ThrowDamaged(path);
+}
+
+// A file of another program, without our mark, is welcome as long as it has the table and the indexes.
+void CheckForeignSchema(SQLite::Database &database, const QString &path)
+{
+    SQLite::Statement table(database,
+                            "SELECT type, sql LIKE 'CREATE VIRTUAL%' FROM sqlite_schema "
+                            "WHERE name = 'Lernkarten' COLLATE NOCASE AND type IN ('table', 'view')");
+    if (!table.executeStep() || table.getColumn(0).getString() != "table" || table.getColumn(1).getInt() != 0)
+        throw StoreError(Fehler::TabelleFehlt,
+                         DateiSatz(path) + QStringLiteral("enthält keine Tabelle „Lernkarten“."));
+    CheckNothingComputed(database, path);
+    const std::array<std::pair<const char *, QStringList>, 2> indexes{{
+        {"FrageNr", {QStringLiteral("FrageNr")}},
+        {"BoxKey", {QStringLiteral("FachNr"), QStringLiteral("FachLfdNr")}},
+    }};
+    for (const auto &[index, columns] : indexes) {
+        if (HasUniqueIndex(database, index, columns))
+            continue;
+        throw StoreError(Fehler::IndexFehlt,
+                         DateiSatz(path) +
+                             QStringLiteral("hat keinen Index „%1“.").arg(QLatin1String(index)));
+    }
+}
+
+} // namespace
+
+void CheckContent(SQLite::Database &database, const QString &path)
+{
+    const CardFileHeader header(database);
+    if (header.IsOurs()) {
+        CheckOurSchema(database, path);
+        CheckNothingComputed(database, path); // in what else stands in the file
+    } else {
+        CheckForeignSchema(database, path);
+    }
+    if (!header.IsRead())
+        throw StoreError(SQLITE_IOERR, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+    if (!header.CountsItsPages())
+        ThrowDamaged(path);
+}
+
+CardFileHeader::CardFileHeader(SQLite::Database &database)
+{
+    sqlite3_file *file = nullptr;
+    sqlite3_int64 size = 0;
+    isRead_ =
+        sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK &&
+        file != nullptr && file->pMethods != nullptr &&
+        file->pMethods->xRead(file, bytes_.data(), static_cast<int>(bytes_.size()), 0) == SQLITE_OK &&
+        file->pMethods->xFileSize(file, &size) == SQLITE_OK;
+    size_ = size;
+}
+
+std::int64_t CardFileHeader::At(std::size_t place) const
+{
+    std::int64_t number = 0;
+    for (std::size_t i = place; i < place + 4; ++i)
+        number = number << 8 | bytes_.at(i);
+    return number;
+}
+
+bool CardFileHeader::IsOurs() const
+{
+    return isRead_ && At(68) == applicationId;
+}
+
+bool CardFileHeader::CountsItsPages() const
+{
+    if (bytes_[19] == 2 || (!IsOurs() && (At(28) == 0 || At(24) != At(92))))
+        return true;
+    const std::int64_t pageSize = bytes_[16] << 8 | bytes_[17];
+    return At(28) * (pageSize == 1 ? 65536 : pageSize) == size_;
+}
+
+std::string NewFileSql()
+{
+    QString sql = QStringLiteral("PRAGMA application_id=%1; PRAGMA user_version=%2;")
+                      .arg(applicationId)
+                      .arg(formatVersion);
+    for (const SchemaEntry &entry : OurSchema())
+        sql += entry.sql + u';';
+    return sql.toStdString();
+}
+
+void ThrowDamaged(const QString &path)
+{
+    throw StoreError(Fehler::Beschaedigt,
+                     DateiSatz(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
+}
+
+QString DateiSatz(const QString &path)
+{
+    return QStringLiteral("Die Datei „%1“ ").arg(path);
+}
