@@ -24,7 +24,7 @@ namespace {
 
 QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 {
-    fenster.setObjectName(QStringLiteral("Dateidialog"));
+    fenster.setObjectName(QStringLiteral("CommonDialog1"));
     fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
     fenster.setDefaultSuffix(dialog.endung);
     if (!dialog.vorgabe.isEmpty())
