@@ -3,6 +3,8 @@
 #include "CardFile.h"
 
 #include "CardRecord.h"
+#include "EngineLocks.h"
+#include "FileHandle.h"
 #include "JournalFile.h"
 #include "StoreError.h"
 
@@ -111,12 +113,6 @@ bool IsOurs(SQLite::Database &database)
            (id[0] << 24 | id[1] << 16 | id[2] << 8 | id[3]) == applicationId;
 }
 
-[[noreturn]] void ThrowLocked(const QString &path)
-{
-    throw StoreError(Fehler::Gesperrt,
-                     Named(path) + QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
-}
-
 [[noreturn]] void ThrowDamaged(const QString &path)
 {
     throw StoreError(Fehler::Beschaedigt, Named(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
@@ -214,6 +210,7 @@ QString Absolute(const QString &path)
 
 SQLite::Database OpenDatabase(const QString &path, int flags)
 {
+    UseOpenFileLocks();
     try {
         // One thread uses a card file, so the engine need not lock each of its calls against others.
         return {QFile::encodeName(path).constData(), flags | SQLite::OPEN_NOMUTEX};
@@ -287,13 +284,14 @@ CardFile::CardFile(const QString &path, Access access)
             database_.exec("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;"
                            "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;"
                            "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; PRAGMA secure_delete=ON");
-            watch_ = FileHandle(::open(QFile::encodeName(path_).constData(), O_RDWR | O_CLOEXEC));
         }
         CheckSchema(database_, path_);
     });
     const struct stat info = StatCardFile(path_, access);
     device_ = info.st_dev;
     inode_ = info.st_ino;
+    if (access == Access::Exclusive)
+        locked_ = LastLockedByEngine();
     NoteState();
 }
 
@@ -346,9 +344,9 @@ void CardFile::CheckStillInPlace() const
         throw StoreError(
             Fehler::KarteiNichtGefunden,
             Named(path_) + QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
-    // Where this process has its locks still, nothing happens.
-    if (watch_.Get() >= 0)
-        LockCardFile(watch_.Get(), F_SETLK, F_WRLCK, path_);
+    // Where the lock is there still, nothing happens.
+    if (locked_ >= 0)
+        LockCardFile(locked_, F_WRLCK, path_);
 }
 
 void CardFile::CheckUnchanged() const
@@ -371,23 +369,12 @@ std::optional<CardFile::State> CardFile::ReadState() const
     constexpr off_t place = 24; // of the count in the header
     State state;
     struct stat info = {};
-    if (watch_.Get() < 0 || ::fstat(watch_.Get(), &info) != 0)
+    if (locked_ < 0 || ::fstat(locked_, &info) != 0)
         return std::nullopt;
     state.size = info.st_size;
-    if (::pread(watch_.Get(), state.changes.data(), state.changes.size(), place) < 0)
+    if (::pread(locked_, state.changes.data(), state.changes.size(), place) < 0)
         return std::nullopt;
     return state;
-}
-
-void LockCardFile(int file, int command, int type, const QString &path)
-{
-    struct flock lock = {};
-    lock.l_type = static_cast<short>(type);
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0x40000000;
-    lock.l_len = 512;
-    if (::fcntl(file, command, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
-        ThrowLocked(path);
 }
 
 void CheckReplaceable(const QString &path)
@@ -395,11 +382,15 @@ void CheckReplaceable(const QString &path)
     if (!QFileInfo::exists(path))
         return;
     try {
-        const CardFile probe(path);
+        CheckAccess(path, CardFile::Access::Exclusive);
     } catch (const StoreError &error) {
-        if (error.Number() == Fehler::Gesperrt || error.Number() == Fehler::NichtErlaubt)
-            throw;
+        if (error.Number() == Fehler::Beschaedigt)
+            return; // empty: nothing that anybody could have open as a card file
+        throw;
     }
+    const FileHandle file(::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (file.Get() >= 0)
+        LockCardFile(file.Get(), F_WRLCK, path);
 }
 
 void CheckAccess(const QString &path, CardFile::Access access)

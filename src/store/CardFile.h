@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "FileHandle.h"
-
 #include <QString>
 #include <SQLiteCpp/Database.h>
 
@@ -68,10 +66,8 @@ private:
     bool IsReplaced() const;
 
     QString path_;
-    // Of its own, only where the file is locked. Closing any descriptor drops the process's locks on the
-    // file, so this one outlives the engine's.
-    FileHandle watch_;
     SQLite::Database database_;
+    int locked_ = -1; // the engine's descriptor of the file, where it is locked
     dev_t device_ = 0;
     ino_t inode_ = 0;
     std::optional<State> state_;
@@ -80,12 +76,6 @@ private:
 // Throws StoreError 3024, 76, 3051 or 3049 (empty) where CardFile would not even look into the file at
 // `path`.
 void CheckAccess(const QString &path, CardFile::Access access);
-
-// Locks the 512 bytes behind the first gigabyte on which the engine's locks lie (its document "File Locking
-// And Concurrency"), so that every other program is shut out. `command` is F_SETLK or F_OFD_SETLK, `type`
-// F_RDLCK or F_WRLCK. Throws StoreError 3045 where another program has the file, nothing where the file
-// system has no locks.
-void LockCardFile(int file, int command, int type, const QString &path);
 
 // Throws StoreError 3045 or 3051 where a card file stands at `path` that another program has open, or that
 // may not be written. Nothing there, or no card file: that may be replaced.

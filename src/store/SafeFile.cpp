@@ -21,9 +21,6 @@
 
 namespace {
 
-constexpr int GeraeteFehler = 57;
-constexpr int ZuVieleDateien = 67;
-
 class Descriptor
 {
 public:
@@ -94,9 +91,9 @@ void ThrowFileError(int error, const QString &path)
         throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Zu wenig Speicher: %1").arg(path));
     case EMFILE:
     case ENFILE:
-        throw StoreError(ZuVieleDateien, QStringLiteral("Zu viele Dateien sind offen: %1").arg(path));
+        throw StoreError(Fehler::ZuVieleDateien, QStringLiteral("Zu viele Dateien sind offen: %1").arg(path));
     default:
-        throw StoreError(GeraeteFehler,
+        throw StoreError(Fehler::GeraeteFehler,
                          QStringLiteral("Ein-/Ausgabefehler (%1): %2").arg(QString::number(error), path));
     }
 }

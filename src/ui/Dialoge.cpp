@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Dialoge.h"
 
+#include "Dateisymbole.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -24,6 +26,8 @@ namespace {
 
 QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 {
+    Dateisymbole symbole;
+    fenster.setIconProvider(&symbole);
     fenster.setObjectName(QStringLiteral("CommonDialog1"));
     fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
     fenster.setDefaultSuffix(dialog.endung);

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AnderesProgramm.h"
 #include "CardStore.h"
 #include "DamageLab.h"
+#include "JetFile.h"
+#include "JournalFile.h"
+#include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
 
@@ -26,22 +30,26 @@ void Answer(CardRecordset &cards)
     cards.Update();
 }
 
-// A network drive that comes back has forgotten the locks; the system does the same to a process that closes
-// any descriptor of the file.
-void LoseLocks(const QString &path)
+// The descriptors of the file that this process has open.
+QList<int> DescriptorsOf(const QString &path)
 {
-    ::close(::open(QFile::encodeName(path).constData(), O_RDONLY));
+    QList<int> found;
+    const QDir all("/proc/self/fd");
+    for (const QString &number : all.entryList(QDir::Files | QDir::System))
+        if (QFile::symLinkTarget(all.filePath(number)) == path)
+            found << number.toInt();
+    return found;
 }
 
-// What the engine's own program says, run to its end.
-QString OtherProgram(const QString &path, const QString &sql)
+// A network drive that comes back may have forgotten the locks.
+void LoseLocks(const QString &path)
 {
-    QProcess other;
-    other.setProcessChannelMode(QProcess::MergedChannels);
-    other.start(QStringLiteral("sqlite3"), {path, sql});
-    if (!other.waitForFinished())
-        qFatal("sqlite3 does not end");
-    return QString::fromUtf8(other.readAll());
+    const QList<int> files = DescriptorsOf(path);
+    QCOMPARE(files.size(), 1);
+    struct flock none = {};
+    none.l_type = F_UNLCK;
+    none.l_whence = SEEK_SET;
+    QCOMPARE(::fcntl(files.constFirst(), F_OFD_SETLK, &none), 0);
 }
 
 } // namespace
@@ -134,6 +142,94 @@ private slots:
             Answer(cards);
         }
         QCOMPARE(QDir(directory_->path()).entryList(QDir::Files), QStringList("a.pzb"));
+    }
+
+    // Reading a directory, looking for a file's type, copying: what opens and closes the card file.
+    void NoDescriptorOfOursLetsGoOfTheLock()
+    {
+        CardFile file(Path());
+        CardRecordset cards(file);
+        QCOMPARE(GapInLock(Path()), QString());
+        QVERIFY(QFile::link(Path(), Path("link.pzb")));
+        QCOMPARE(
+            ::link(QFile::encodeName(Path()).constData(), QFile::encodeName(Path("zwei.pzb")).constData()),
+            0);
+        for (const QString &name : {Path(), Path("link.pzb"), Path("zwei.pzb")}) {
+            for (const int mode : {O_RDONLY, O_WRONLY, O_RDWR, O_PATH})
+                ::close(::open(QFile::encodeName(name).constData(), mode));
+            const int twice = ::open(QFile::encodeName(name).constData(), O_RDWR);
+            ::close(::dup(twice));
+            ::close(twice);
+            QFile(name).open(QIODevice::ReadOnly);
+            ::ReadFile(name, 1 << 20);
+            SyncFile(name);
+            QVERIFY(!JetFile::Recognises(name));
+            QVERIFY(!NamesOtherFiles(name));
+            QVERIFY_EXCEPTION_THROWN(CheckReplaceable(name), StoreError);
+            CopyFile(name, Path("kopie"));
+            QFile::remove(Path("kopie"));
+            QCOMPARE(GapInLock(Path()), QString());
+        }
+        QVERIFY(!Error(cards));
+        QCOMPARE(GapInLock(Path()), QString());
+    }
+
+    void ASecondRunOfTheProgramIsToldThatTheFileIsOpen()
+    {
+        QProcess first;
+        first.start(QStringLiteral(LOCK_WORKER), {Path()});
+        QVERIFY(first.waitForReadyRead());
+        QCOMPARE(first.readAll(), QByteArray("0\n"));
+        QCOMPARE(GapInLock(Path()), QString());
+        for (const auto access : {CardFile::Access::Exclusive, CardFile::Access::ReadOnly}) {
+            try {
+                const CardFile second(Path(), access);
+                QFAIL("opened twice");
+            } catch (const StoreError &error) {
+                QCOMPARE(error.Number(), Fehler::Gesperrt);
+            }
+        }
+        QVERIFY_EXCEPTION_THROWN(CheckReplaceable(Path()), StoreError);
+        first.closeWriteChannel();
+        QVERIFY(first.waitForFinished());
+        const CardFile mine(Path());
+        QProcess again;
+        again.start(QStringLiteral(LOCK_WORKER), {Path()});
+        QVERIFY(again.waitForFinished());
+        QCOMPARE(again.readAll(), "3045\n");
+    }
+
+    void AFileThatAnotherProgramReadsOrWritesIsRefused_data()
+    {
+        QTest::addColumn<QByteArray>("sql");
+        QTest::addColumn<bool>("readable");
+        QTest::newRow("reading") << QByteArray("BEGIN; SELECT 'da', count(*) FROM Lernkarten;\n") << true;
+        QTest::newRow("writing") << QByteArray("BEGIN IMMEDIATE; SELECT 'da';\n") << true;
+        QTest::newRow("alone") << QByteArray("BEGIN EXCLUSIVE; SELECT 'da';\n") << false;
+    }
+
+    void AFileThatAnotherProgramReadsOrWritesIsRefused()
+    {
+        QFETCH(QByteArray, sql);
+        QFETCH(bool, readable);
+        QProcess other;
+        other.start("sqlite3", {Path()});
+        other.write(sql);
+        QVERIFY(other.waitForReadyRead());
+        const auto number = [this](CardFile::Access access) {
+            try {
+                const CardFile file(Path(), access);
+                return 0;
+            } catch (const StoreError &error) {
+                return error.Number();
+            }
+        };
+        QCOMPARE(number(CardFile::Access::Exclusive), Fehler::Gesperrt);
+        QCOMPARE(number(CardFile::Access::ReadOnly), readable ? 0 : Fehler::Gesperrt);
+        QVERIFY_EXCEPTION_THROWN(CheckReplaceable(Path()), StoreError);
+        other.closeWriteChannel();
+        QVERIFY(other.waitForFinished());
+        QCOMPARE(number(CardFile::Access::Exclusive), 0);
     }
 
     void LostLocksAreTakenAnew()

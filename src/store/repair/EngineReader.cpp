@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EngineReader.h"
 
+#include "EngineLocks.h"
+
 #include <QFile>
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
@@ -53,6 +55,7 @@ SalvagedCard::Value ValueOf(const SQLite::Column &column, bool isText)
 
 EngineReader::EngineReader(const QString &path)
 {
+    UseOpenFileLocks();
     try {
         database_ =
             std::make_unique<SQLite::Database>(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);

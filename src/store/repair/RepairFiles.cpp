@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RepairFiles.h"
 
-#include "CardFile.h"
+#include "EngineLocks.h"
 #include "JournalFile.h"
 #include "PageReader.h"
 #include "Repair.h"
@@ -68,7 +68,8 @@ ResultNames NamesOf(const QString &path, int count)
                          QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
     default:
         throw StoreError(
-            error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
+            Fehler::GeraeteFehler,
+            QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
     }
 }
 
@@ -190,8 +191,7 @@ void RepairFiles::Lock()
                          QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
     size_ = info.st_size;
 
-    // The lock belongs to this descriptor, so that closing another one does not drop it.
-    LockCardFile(file, F_OFD_SETLK, writable ? F_WRLCK : F_RDLCK, path_);
+    LockCardFile(file, writable ? F_WRLCK : F_RDLCK, path_);
 }
 
 void RepairFiles::ChooseNames()
