@@ -47,6 +47,13 @@ Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), t
     setObjectName(QStringLiteral("Kasten"));
     setAccessibleName(QStringLiteral("Lernkasten"));
     setMouseTracking(true);
+    for (std::size_t i = 0; i < line_.size(); ++i) {
+        line_[i] = new QWidget(this);
+        line_[i]->setObjectName(QStringLiteral("Line%1").arg(i + 1));
+        line_[i]->setAttribute(Qt::WA_TransparentForMouseEvents);
+        line_[i]->setPalette(KastenFarben::PetrolHell);
+        line_[i]->setAutoFillBackground(true);
+    }
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
         image0_[i] = new FachBild(this);
         image0_[i]->setObjectName(QStringLiteral("Image0(%1)").arg(i));
@@ -229,6 +236,7 @@ void Kasten::Anordnen()
         schild_[i]->setGeometry(masse_.schild[i]);
         schild_[i]->setFont(schildSchrift);
     }
+    LinienLegen();
     erledigt_->setGeometry(masse_.stapelSchild);
     erledigt_->setFont(Schrift(Klein, true));
     wuerfel_->setGeometry(masse_.wuerfel);
@@ -237,6 +245,29 @@ void Kasten::Anordnen()
     if (!hinweis_->text().isEmpty())
         HinweisLegen();
     BalkenSetzen();
+}
+
+// Each tray is open at the top.
+void Kasten::LinienLegen()
+{
+    const auto &fach = masse_.fach;
+    const int oben = fach[0].top();
+    const int unten = fach[0].bottom() + 3;
+    std::size_t naechste = 0;
+    const auto senkrecht = [&](int zuvor, int danach) {
+        const int x = (zuvor + danach) / 2;
+        line_[naechste++]->setGeometry(x, oben, 1, unten - oben);
+        return x;
+    };
+    const auto umreissen = [&](const QRect &wanne, std::size_t erstes, std::size_t letztes) {
+        const int links = senkrecht(wanne.left(), fach[erstes].left());
+        for (std::size_t i = erstes; i < letztes; ++i)
+            senkrecht(fach[i].right(), fach[i + 1].left());
+        const int rechts = senkrecht(fach[letztes].right(), wanne.right());
+        line_[naechste++]->setGeometry(links, unten, rechts - links + 1, 1);
+    };
+    umreissen(masse_.neu, FachNeu, FachNeu);
+    umreissen(masse_.lernen, 1, FachSichtbar - 1);
 }
 
 void Kasten::HinweisLegen()

@@ -66,6 +66,7 @@ protected:
 
 private:
     void Anordnen();
+    void LinienLegen();
     void HinweisLegen();
     void BalkenSetzen();
     void NamenSetzen();
@@ -84,6 +85,7 @@ private:
     BoxBild bild_;
     bool offen_ = false;
     KastenMasse masse_;
+    std::array<QWidget *, 10> line_{}; // on the walls: sides and floors of the trays, dividers between
     std::array<FachBild *, FachSichtbar> image0_{};
     std::array<KaShape *, FachSichtbar> kaShape_{};
     std::array<Schild *, FachSichtbar> schild_{};

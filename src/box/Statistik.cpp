@@ -32,13 +32,7 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
 
     karte_ = new Flaeche(this);
     karte_->SetUmriss(Flaeche::Umriss::Fein);
-    const int zeile = fontMetrics().height();
-    auto *innen = new QVBoxLayout(karte_);
-    innen->setContentsMargins(zeile, zeile, zeile, zeile);
-    innen->setSpacing(zeile);
-    innen->addLayout(ZeitenBauen(werte));
-    innen->addLayout(FaecherBauen(werte));
-    innen->addLayout(FragenBauen(werte));
+    Form_Load(werte);
 
     cmdZurück_ = new QPushButton(QStringLiteral("Zurück"), this);
     cmdZurück_->setObjectName(QStringLiteral("cmdZurück"));
@@ -50,11 +44,23 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
     auto *knoepfe = new QHBoxLayout;
     knoepfe->addStretch(1);
     knoepfe->addWidget(cmdZurück_);
+    const int zeile = fontMetrics().height();
     auto *alles = new QVBoxLayout(this);
     alles->setContentsMargins(zeile, zeile, zeile, zeile);
     alles->setSpacing(zeile / 2);
     alles->addWidget(karte_, 1);
     alles->addLayout(knoepfe);
+}
+
+void Statistik::Form_Load(const StatistikWerte &werte)
+{
+    const int zeile = fontMetrics().height();
+    auto *innen = new QVBoxLayout(karte_);
+    innen->setContentsMargins(zeile, zeile, zeile, zeile);
+    innen->setSpacing(zeile);
+    innen->addLayout(ZeitenBauen(werte));
+    innen->addLayout(FaecherBauen(werte));
+    innen->addLayout(FragenBauen(werte));
 }
 
 QLabel *Statistik::Beschriftung(const QString &text, bool fett)

@@ -19,6 +19,7 @@ public:
     explicit Statistik(const StatistikWerte &werte, QWidget *parent = nullptr);
 
 private:
+    void Form_Load(const StatistikWerte &werte);
     QLayout *ZeitenBauen(const StatistikWerte &werte);
     QLayout *FaecherBauen(const StatistikWerte &werte);
     QLayout *FragenBauen(const StatistikWerte &werte);

@@ -45,6 +45,12 @@ bool IstText(const QKeyEvent &taste)
            !taste.text().isEmpty() && taste.text().front().isPrint() && !taste.text().front().isSpace();
 }
 
+QString Tasten()
+{
+    return QStringLiteral("Eingabe öffnet die Karte   ·   Tippen sucht   ·   F3 sucht weiter   ·   "
+                          "Strg+1 bis Strg+5 sortiert   ·   Esc schließt");
+}
+
 } // namespace
 
 Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent)
@@ -64,11 +70,8 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     GitterBauen();
     spalte->addWidget(grdDataGrid_, 1);
     spalte->addWidget(KnöpfeBauen());
-    hinweise_ = Benannt(new QLabel(QStringLiteral("Eingabe öffnet die Karte   ·   Tippen sucht   ·   "
-                                                  "F3 sucht weiter   ·   Strg+1 bis Strg+5 sortiert   ·   "
-                                                  "Esc schließt"),
-                                   inhalt_),
-                        QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
+    hinweise_ =
+        Benannt(new QLabel(Tasten(), inhalt_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
     hinweise_->setAlignment(Qt::AlignCenter);
     QFont klein = hinweise_->font();
     klein.setPointSizeF(klein.pointSizeF() * 0.9);
@@ -147,6 +150,7 @@ QWidget *Uebersicht::KnöpfeBauen()
 
     txtSuchen_ = Feld(zeile, QStringLiteral("&Suchen:"), QStringLiteral("txtSuchen"), 24);
     txtSuchen_->setClearButtonEnabled(true);
+    zeile->setStretchFactor(txtSuchen_, 4);
     txtSuchen_->installEventFilter(this);
     connect(txtSuchen_, &QLineEdit::textChanged, this,
             [this] { Suchen(std::max(0, grdDataGrid_->currentIndex().row())); });
@@ -308,6 +312,8 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
     if (gedruckt == 0)
         umgebung_.meldungen.Zeigen(
             QStringLiteral("Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt.").arg(von).arg(bis));
+    else // until the user goes on
+        hinweise_->setText(KartenText(gedruckt) + QStringLiteral(" an den Drucker geschickt"));
 }
 
 void Uebersicht::Suchen(int abZeile)
@@ -333,6 +339,7 @@ void Uebersicht::Suchen(int abZeile)
 void Uebersicht::datPrimaryRS_Reposition()
 {
     const int zeile = grdDataGrid_->currentIndex().row();
+    hinweise_->setText(Tasten());
     datPrimaryRS_->setText(NichtGefunden() ? txtSuchen_->accessibleDescription()
                            : zeile >= 0    ? QStringLiteral("Record: ") + QString::number(zeile + 1)
                                            : QString());

@@ -28,7 +28,7 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 {
     Dateisymbole symbole;
     fenster.setIconProvider(&symbole);
-    fenster.setObjectName(QStringLiteral("Dateidialog"));
+    fenster.setObjectName(QStringLiteral("CommonDialog1"));
     fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
     fenster.setDefaultSuffix(dialog.endung);
     if (!dialog.vorgabe.isEmpty())

@@ -391,6 +391,35 @@ private slots:
         QVERIFY(hellstes(grenze - 1, grenze + 1) < 150);
     }
 
+    void TenLinesDrawTheTraysBesideTheCompartments()
+    {
+        LBoxBuehne b;
+        b.Zeigen(); // no compartment is marked as the fullest
+        b.Finde<>("Hinweis")->hide();
+        for (const QSize groesse : {b.fenster->size(), QSize(1300, 700)}) {
+            b.fenster->resize(groesse);
+            for (int i = 1; i <= 10; ++i) {
+                const auto *linie = b.fenster->findChild<QWidget *>(QStringLiteral("Line%1").arg(i));
+                QVERIFY(linie);
+                QTRY_VERIFY(linie->isVisible());
+                const QRect platz = linie->geometry();
+                QCOMPARE(std::min(platz.width(), platz.height()), 1);
+                QVERIFY(std::max(platz.width(), platz.height()) > 50);
+                for (int fach = 0; fach < 6; ++fach)
+                    QVERIFY(!platz.intersects(b.Finde<>(QString("Image0(%1)").arg(fach))->geometry()));
+                // Seen on the wall, with the wall on both sides.
+                const QImage bild = linie->parentWidget()->grab().toImage();
+                const bool steht = platz.width() == 1;
+                const QPoint mitte = platz.bottomRight() - (steht ? QPoint(0, 20) : QPoint(20, 0));
+                const QPoint daneben = steht ? QPoint(1, 0) : QPoint(0, 1);
+                const int hell = bild.pixelColor(mitte).lightness();
+                QVERIFY(hell > bild.pixelColor(mitte + daneben).lightness() + 10);
+                QVERIFY2(hell > bild.pixelColor(mitte - daneben).lightness() + 10,
+                         qPrintable(linie->objectName()));
+            }
+        }
+    }
+
     void CompartmentsScaleWithTheWindow()
     {
         LBoxBuehne b;

@@ -505,6 +505,10 @@ void DruckTest::JobThatThePrinterTakesIsSent()
     Click(window, "cmdDrucken");
     QCOMPARE(w.meldungen.Texte(), QStringList());
     QCOMPARE(druckserver->Dokumente(), before + 1);
+    const auto *notice = Control<QLabel>(window, "Tastenhinweise");
+    QCOMPARE(notice->text(), "5 Karten an den Drucker geschickt");
+    QTest::keyClick(Control<QTableView>(window, "grdDataGrid"), Qt::Key_Down);
+    QVERIFY(notice->text().startsWith("Eingabe öffnet die Karte"));
 }
 
 void DruckTest::RefusedJobIsReported_data()
@@ -535,6 +539,7 @@ void DruckTest::RefusedJobIsReported()
                          "Druckauftrag nicht an." +
                          grund});
     QCOMPARE(druckserver->Auftraege(), before + 1);
+    QVERIFY(!Control<QLabel>(window, "Tastenhinweise")->text().contains("geschickt"));
     QVERIFY(window.isVisible());
     QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
     QVERIFY(!w.meldungen.sanduhr);

@@ -162,6 +162,7 @@ private slots:
         QFile datei(verzeichnis.filePath("a.pzb"));
         QVERIFY(datei.open(QIODevice::WriteOnly));
         Waehrend<QFileDialog>([&](QFileDialog &fenster) {
+            QCOMPARE(fenster.objectName(), "CommonDialog1");
             QCOMPARE(fenster.windowTitle(), "Merkkasten öffnen");
             QCOMPARE(fenster.directory().canonicalPath(), QDir(verzeichnis.path()).canonicalPath());
             QCOMPARE(fenster.nameFilters(), QStringList("Lerndateien (*.pzb)"));
