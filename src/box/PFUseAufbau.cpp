@@ -292,6 +292,7 @@ void PFUse::TippenBauen()
            << Beschriftung(antworten_, QStringLiteral("Lösung"));
     Antwort_[0]->setAccessibleName(QStringLiteral("Ihre Antwort"));
     Antwort_[0]->setAcceptRichText(false);
+    Antwort_[0]->bei_Ablehnung = [this](const QString &grund) { umgebung_.meldungen.Zeigen(grund); };
     Antwort_[5]->setAccessibleName(QStringLiteral("Lösung"));
     Antwort_[5]->setReadOnly(true);
     Antwort_[5]->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -188,6 +188,7 @@ Flaeche *PFÄndern::TextfeldBauen(RichTextBox *box)
     box->viewport()->setAutoFillBackground(false);
     box->installEventFilter(this);
     connect(box, &QTextEdit::textChanged, this, [this] { Geaendert(); });
+    box->bei_Ablehnung = [this](const QString &grund) { umgebung_.meldungen.Zeigen(grund); };
     auto *zeile = new QHBoxLayout(feld);
     zeile->setContentsMargins(6, 4, 6, 4);
     zeile->addWidget(box, 1);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RichText.h"
 
+#include "LayoutBound.h"
 #include "RtfReader.h"
 #include "RtfWriter.h"
 
@@ -9,6 +10,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 constexpr qsizetype LongWord = 1'000;
@@ -49,8 +51,6 @@ qsizetype RtfStart(QStringView text)
 bool FillWithPlainText(QTextDocument &document, QStringView text)
 {
     RtfDocumentBuilder builder(document, RtfDocumentBuilder::Formats::None);
-    if (text.startsWith(QChar::ByteOrderMark))
-        text = text.mid(1);
     bool afterCarriageReturn = false;
     for (const QChar c : text) {
         if (builder.isFull())
@@ -73,11 +73,10 @@ bool Fill(QTextDocument &document, QStringView text, RtfReader::Input input)
     return start < 0 ? FillWithPlainText(document, text) : RtfReader(document, text.mid(start), input).Read();
 }
 
-qsizetype LongestWord(const QTextDocument &document)
+qsizetype LongestWord(const QString &text)
 {
     qsizetype longest = 0;
     qsizetype length = 0;
-    const QString text = document.toRawText();
     for (const QChar c : text) {
         const bool separates = c != QChar::Nbsp && c.isSpace();
         length = separates ? 0 : length + 1;
@@ -88,15 +87,40 @@ qsizetype LongestWord(const QTextDocument &document)
 
 // Laying out takes the square of a word's length where lines break between words and, in words that are too
 // long, anywhere. A document with absurd words breaks its lines anywhere at once, which does not.
-void SetWrapping(QTextDocument &document, qsizetype longestWord)
+std::optional<QTextOption> OtherWrapping(const QTextDocument &document, bool absurd)
 {
-    const bool absurd = longestWord > LongWord;
     QTextOption option = document.defaultTextOption();
     if (option.wrapMode() != (absurd ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WrapAnywhere))
-        return;
+        return std::nullopt;
     option.setWrapMode(absurd ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
-    document.clear(); // nothing is laid out twice
-    document.setDefaultTextOption(option);
+    return option;
+}
+
+void SetWrapping(QTextDocument &document, qsizetype longestWord)
+{
+    if (const auto option = OtherWrapping(document, longestWord > LongWord)) {
+        document.clear(); // nothing is laid out twice
+        document.setDefaultTextOption(*option);
+    }
+}
+
+// Makes a document ready for a text in the place of the selection. False where it cannot take it.
+bool MakeRoom(const QTextCursor &cursor, const QTextDocument &text)
+{
+    QTextDocument &document = *cursor.document();
+    LayoutBound bound(document.defaultFont());
+    bound.Add(document, cursor.selectionStart(), cursor.selectionEnd());
+    bound.Add(text);
+    if (bound.isExceeded())
+        return false;
+    const QString before = document.toRawText();
+    const QString after =
+        before.left(cursor.selectionStart()) + text.toRawText() + before.mid(cursor.selectionEnd());
+    if (LongestWord(after) > LongWord) {
+        if (const auto option = OtherWrapping(document, true))
+            document.setDefaultTextOption(*option);
+    }
+    return true;
 }
 
 bool Show(QTextDocument &document, QStringView text, RtfReader::Input input)
@@ -106,7 +130,7 @@ bool Show(QTextDocument &document, QStringView text, RtfReader::Input input)
     if (text.size() > LongWord) {
         QTextDocument unseen;
         Fill(unseen, text, input);
-        longestWord = LongestWord(unseen);
+        longestWord = LongestWord(unseen.toRawText());
     }
     SetWrapping(document, longestWord);
     return Fill(document, text, input);
@@ -165,9 +189,35 @@ QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &def
                                              : RtfWriter::LastParagraph::Ended);
 }
 
-QTextDocumentFragment FragmentFromRtf(const QByteArray &rtf)
+std::unique_ptr<QTextDocument> DocumentFromRtf(const QByteArray &rtf)
 {
-    QTextDocument document;
-    SetRichTextBytes(document, rtf);
-    return QTextDocumentFragment(&document);
+    auto document = std::make_unique<QTextDocument>();
+    const FreshContent fresh(*document);
+    if (!Fill(*document, QString::fromLatin1(rtf), RtfReader::Input::Bytes))
+        return nullptr;
+    return document;
+}
+
+bool IsWithinBound(const QTextDocument &document)
+{
+    LayoutBound bound(document.defaultFont());
+    bound.Add(document);
+    return !bound.isExceeded();
+}
+
+bool InsertRichText(QTextCursor cursor, const QTextDocument &text)
+{
+    if (!MakeRoom(cursor, text))
+        return false;
+    cursor.insertFragment(QTextDocumentFragment(&text));
+    return true;
+}
+
+bool InsertPlainText(QTextCursor cursor, const QString &text)
+{
+    QTextDocument lines;
+    if (!FillWithPlainText(lines, text) || !MakeRoom(cursor, lines))
+        return false;
+    cursor.insertText(lines.toRawText());
+    return true;
 }

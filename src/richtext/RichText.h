@@ -7,6 +7,9 @@
 #include <QString>
 #include <QTextDocumentFragment>
 
+#include <memory>
+
+class QTextCursor;
 class QTextDocument;
 
 // RTF to and from QTextDocument, with what a rich-text box holds: font, size, bold, italic, underline,
@@ -23,13 +26,10 @@ class QTextDocument;
 // Never throws on bad RTF: what can be read of it is shown.
 //
 // Takes linear time, and so does laying out what it leaves in the document, whatever the text is:
-// - False is returned when not all of the text is in the document, because it would be too high to be laid
-// out
-//   (a million characters or 125,000 lines at 12 points). It then ends in a line "[…]" and should not be
-//   stored.
+// - False is returned when not all of the text is in the document, because it is beyond its LayoutBound. It
+//   then ends in a line "[…]" and should not be stored.
 // - A document that wraps at word boundaries or anywhere (Qt's default) wraps anywhere while it holds a word
-// of
-//   more than 1,000 characters; the next text sets this back.
+//   of more than 1,000 characters; the next text sets this back.
 bool SetRichText(QTextDocument &document, const QString &text);
 
 // The same for the bytes of an RTF file: bytes above 0x7F belong to the code page of the current font. Bytes
@@ -47,7 +47,17 @@ QString PlainText(const QTextDocument &document);
 // Background colours, pictures, lists and tables are not kept (a table's texts become paragraphs).
 QString ToRtf(const QTextDocument &document);
 
+// Puts a text in the place of the cursor's selection, in one step that can be undone: plain text in the
+// format at the cursor, its halves of surrogate pairs as U+FFFD. False, and nothing is changed, where the
+// document would be beyond its LayoutBound with it. A word that gets too long is wrapped as SetRichText does.
+bool InsertRichText(QTextCursor cursor, const QTextDocument &text);
+bool InsertPlainText(QTextCursor cursor, const QString &text);
+
+// Whether a document is one that SetRichText would show whole and InsertRichText would leave.
+bool IsWithinBound(const QTextDocument &document);
+
 // For the clipboard: part of a document with that default font as RTF, and back. A part of one paragraph has
-// no \par at its end, so that it is pasted into a line without breaking it.
+// no \par at its end, so that it is pasted into a line without breaking it. Null for RTF that does not fit
+// into a document.
 QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &defaultFont = {});
-QTextDocumentFragment FragmentFromRtf(const QByteArray &rtf);
+std::unique_ptr<QTextDocument> DocumentFromRtf(const QByteArray &rtf);

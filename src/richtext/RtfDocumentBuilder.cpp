@@ -33,21 +33,6 @@ double Pixels(int twips)
     return twips / double(TwipsPerPixel);
 }
 
-// Heights are estimates for narrow boxes and generous fonts.
-constexpr int UsualHalfPoints = 24;
-constexpr double EmPerHalfPoint = 2.0 / 3.0; // logical pixels
-constexpr double EmsPerLine = 1.5;
-constexpr double EmsPerChar = 0.7;
-constexpr double BoxWidth = 100.0; // logical pixels
-constexpr int WideIndents = 3'000; // twips; leave too little of a box for more than a character
-
-// What one character adds: its part of a line, or a line of its own when it is big.
-double CharHeight(double lineHeight)
-{
-    const double charWidth = lineHeight / EmsPerLine * EmsPerChar;
-    return std::min(lineHeight, lineHeight * charWidth / BoxWidth);
-}
-
 QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFont)
 {
     QTextCharFormat format;
@@ -96,9 +81,7 @@ QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
 } // namespace
 
 RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document, Formats formats)
-    : defaultFont_(document.defaultFont()),
-      formats_(formats),
-      usualHalfPoints_(std::max(UsualHalfPoints, 2 * defaultFont_.pointSize()))
+    : defaultFont_(document.defaultFont()), formats_(formats), bound_(defaultFont_)
 {
     document.clear();
     cursor_ = QTextCursor(&document);
@@ -113,10 +96,9 @@ void RtfDocumentBuilder::Append(char16_t c, const RtfCharState &state)
         BeginParagraph();
     StartRun(state);
     const bool breaksLine = c == u'\r' || c == u'\n' || c == u'\v' || c == u'\u2028';
-    run_ += QChar(breaksLine ? u'\u2028' : c);
-    const double lineHeight = LineHeight(state);
-    height_ += breaksLine || c == u'\t' ? lineHeight : CharHeight(lineHeight);
-    paragraphLines_ += lineHeight;
+    const char16_t shown = breaksLine ? u'\u2028' : c;
+    run_ += QChar(shown);
+    bound_.AddCharacter(shown, state.halfPoints);
 }
 
 void RtfDocumentBuilder::StartRun(const RtfCharState &state)
@@ -135,6 +117,7 @@ void RtfDocumentBuilder::FlushRun()
     cursor_.insertText(run_, CharFormat(runState_));
     paragraphEmpty_ = false;
     run_.resize(0); // keeps the memory for the next run
+    bound_.AddRun();
 }
 
 void RtfDocumentBuilder::BeginParagraph()
@@ -142,7 +125,6 @@ void RtfDocumentBuilder::BeginParagraph()
     cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
     paragraphEnded_ = false;
     paragraphEmpty_ = true;
-    paragraphLines_ = 0;
 }
 
 void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const RtfCharState &state)
@@ -152,21 +134,12 @@ void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const 
     if (paragraphEnded_)
         BeginParagraph();
     FlushRun();
-    height_ += LineHeight(state) + Pixels(paragraph.before) + Pixels(paragraph.after);
-    const bool narrow = paragraph.left + paragraph.right + std::max(paragraph.first, 0) > WideIndents;
-    const double linesOfOneChar = narrow ? paragraphLines_ : 0;
-    if (height_ + linesOfOneChar <= MaxHeight) { // else it goes on without its indents
-        height_ += linesOfOneChar;
+    const int indents = paragraph.left + paragraph.right + std::max(paragraph.first, 0);
+    if (bound_.EndParagraph(state.halfPoints, Pixels(indents), Pixels(paragraph.before + paragraph.after)))
         cursor_.setBlockFormat(BlockFormat(paragraph));
-    }
     if (paragraphEmpty_) // its height, and the format of what is typed there
         cursor_.setBlockCharFormat(CharFormat(state));
     paragraphEnded_ = true;
-}
-
-double RtfDocumentBuilder::LineHeight(const RtfCharState &state) const
-{
-    return (state.halfPoints > 0 ? state.halfPoints : usualHalfPoints_) * EmPerHalfPoint * EmsPerLine;
 }
 
 void RtfDocumentBuilder::Finish(const RtfParagraphState &paragraph, const RtfCharState &state)

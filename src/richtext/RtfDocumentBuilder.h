@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "LayoutBound.h"
 #include "RtfState.h"
 
 #include <QFont>
@@ -12,14 +13,11 @@
 class QTextDocument;
 
 // Fills a document with text and paragraphs as they come, within what Qt can lay out:
-// - A document is full when it would be about MaxHeight high. Its layout takes up to 50 bytes a character and
-//   500 a line, and does not come back from lines below 8,388,607 pixels. What comes after that is dropped
-//   and a last line "[…]" says so. At 12 points this is a million characters or 125,000 lines.
+// - A document is full at its LayoutBound. What comes after that is dropped and a last line "[…]" says so.
 // - Each format costs the loading of a font. What needs one more than MaxFormats takes the format before it.
 class RtfDocumentBuilder
 {
 public:
-    static constexpr double MaxHeight = 3'000'000; // logical pixels
     static constexpr qsizetype MaxFormats = 1'000;
 
     enum class Formats
@@ -38,23 +36,20 @@ public:
     // Ends the last paragraph, unless it has ended.
     void Finish(const RtfParagraphState &paragraph, const RtfCharState &state);
 
-    bool isFull() const { return height_ > MaxHeight; }
+    bool isFull() const { return bound_.isExceeded(); }
 
 private:
     void StartRun(const RtfCharState &state);
     void FlushRun();
     void BeginParagraph();
-    double LineHeight(const RtfCharState &state) const;
     const QTextCharFormat &CharFormat(const RtfCharState &state);
     const QTextBlockFormat &BlockFormat(const RtfParagraphState &paragraph);
 
     QTextCursor cursor_;
     QFont defaultFont_;
     Formats formats_;
-    int usualHalfPoints_;
-    double height_ = 0;         // an estimate, on the safe side
-    double paragraphLines_ = 0; // the paragraph's height if each character had a line of its own
-    QString run_;               // text of one format that is not yet in the document
+    LayoutBound bound_;
+    QString run_; // text of one format that is not yet in the document
     RtfCharState runState_;
     bool paragraphEnded_ = false;
     bool paragraphEmpty_ = true;

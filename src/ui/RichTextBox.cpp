@@ -7,6 +7,8 @@
 #include "RichText.h"
 #include "Zwischenablage.h"
 
+#include <QApplication>
+#include <QDropEvent>
 #include <QEvent>
 #include <QMimeData>
 #include <QSignalBlocker>
@@ -46,6 +48,12 @@ protected:
 private:
     const QWidget &box_;
 };
+
+QString ZuGross()
+{
+    return QStringLiteral("Dieser Text ist zu groß und wurde nicht eingefügt. Ein Feld fasst etwa 1.000.000 "
+                          "Zeichen, 80.000 Zeilen oder 80.000 Wechsel der Schrift.");
+}
 
 } // namespace
 
@@ -87,16 +95,38 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
 {
     if (isReadOnly())
         return;
-    if (acceptRichText()) {
-        if (const auto fragment = FragmentVon(*source, currentCharFormat(), document()->defaultFont())) {
-            textCursor().insertFragment(*fragment);
-            ensureCursorVisible();
-            return;
-        }
+    if (Einfuegen(*source)) {
+        ensureCursorVisible();
+        return;
     }
-    QMimeData text; // takes the format at the caret
-    text.setText(source->text());
-    QTextEdit::insertFromMimeData(&text);
+    // A drop is not over before this returns.
+    QMetaObject::invokeMethod(
+        this, [this] { bei_Ablehnung ? bei_Ablehnung(ZuGross()) : QApplication::beep(); },
+        Qt::QueuedConnection);
+}
+
+bool RichTextBox::Einfuegen(const QMimeData &quelle)
+{
+    Angebot angebot;
+    if (acceptRichText())
+        angebot = AngebotVon(quelle, currentCharFormat(), document()->defaultFont());
+    if (angebot.zuGross)
+        return false;
+    if (angebot.text)
+        return InsertRichText(textCursor(), *angebot.text);
+    return InsertPlainText(textCursor(), quelle.text());
+}
+
+void RichTextBox::dropEvent(QDropEvent *event)
+{
+    // What is moved within the box is taken out before it is put in, and would be lost if it did not fit.
+    const bool eigenes = event->source() == this || event->source() == viewport();
+    if (eigenes && event->dropAction() == Qt::MoveAction && acceptRichText() &&
+        AngebotVon(*event->mimeData()).zuGross) {
+        event->ignore();
+        return;
+    }
+    QTextEdit::dropEvent(event);
 }
 
 QSize RichTextBox::minimumSizeHint() const

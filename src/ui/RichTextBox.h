@@ -4,6 +4,8 @@
 
 #include <QTextEdit>
 
+#include <functional>
+
 class QSyntaxHighlighter;
 
 // The one box that shows and takes formatted text. Tab moves the focus on.
@@ -19,6 +21,9 @@ public:
     QString PlainText() const;
     // The text as RTF, as it is stored.
     QString RichText() const;
+
+    // Is told in words why a text that was pasted or dropped was not taken; the box is as it was then.
+    std::function<void(const QString &)> bei_Ablehnung;
 
     // Leaves room at the sides that the text flows around.
     void SetRand(const QMargins &rand) { setViewportMargins(rand); }
@@ -41,12 +46,15 @@ protected:
     QMimeData *createMimeDataFromSelection() const override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
+    void dropEvent(QDropEvent *event) override;
 
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void Einmitten();
+    // False where the text is more than the box can hold.
+    bool Einfuegen(const QMimeData &quelle);
 
     QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
     int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout

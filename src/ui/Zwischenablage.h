@@ -4,10 +4,10 @@
 
 #include <QFont>
 #include <QTextCharFormat>
+#include <QTextDocument>
 #include <QTextDocumentFragment>
 
 #include <memory>
-#include <optional>
 
 class QMimeData;
 
@@ -16,12 +16,15 @@ class QMimeData;
 // Part of a document with that default font: as RTF, which keeps everything, as HTML and as plain text.
 std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment, const QFont &schrift = {});
 
-// The formatted text that is offered, reduced to what a card can hold: no pictures, tables or backgrounds,
-// the items of lists as paragraphs with their bullet or number, and nothing is fetched from anywhere. HTML
-// that names no font or size gets those of `amCaret`, and sizes that it gives as "larger" are of that one, or
-// of `standard` where the caret has none. Nothing where there is plain text at best.
-std::optional<QTextDocumentFragment> FragmentVon(const QMimeData &mime, const QTextCharFormat &amCaret = {},
-                                                 const QFont &standard = {});
+// What is offered as formatted text.
+struct Angebot
+{
+    std::unique_ptr<QTextDocument> text; // null where there is plain text at best
+    bool zuGross = false;                // there is formatted text, but more than a card can hold
+};
+
+// Reduced to what a card can hold: RTF as our reader takes it, HTML as `TextAusHtml` does.
+Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret = {}, const QFont &standard = {});
 
 // Whether there is text in any form.
 bool HatText(const QMimeData &mime);

@@ -174,20 +174,19 @@ public:
     }
 
     // Waits until the program holds the lock of the card file; it takes keys for it from then on. The
-    // kernel's list tells without touching the file.
+    // kernel's list tells without touching the file; it names no process, as the lock belongs to the open file.
     bool HatGeoeffnet(const QString &kartei) const
     {
         struct stat info = {};
         if (::stat(QFile::encodeName(kartei).constData(), &info) != 0)
             return false;
         const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
-        const QByteArray pid = ' ' + QByteArray::number(prozess.processId()) + ' ';
         const auto gesperrt = [&] {
             QFile sperren(QStringLiteral("/proc/locks"));
             if (!sperren.open(QIODevice::ReadOnly))
                 return false;
             for (const QByteArray &zeile : sperren.readAll().split('\n'))
-                if (zeile.contains(" WRITE ") && zeile.contains(inode) && zeile.contains(pid))
+                if (zeile.contains(" WRITE ") && zeile.contains(inode))
                     return true;
             return false;
         };

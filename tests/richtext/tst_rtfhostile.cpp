@@ -114,6 +114,7 @@ void TestRtfHostile::TooMuchTextEndsInALineThatSaysSo()
         Rtf("\\fs3276 " + Repeated("\\line ", 5'000)),
         Rtf("\\fs3276 " + Repeated("a ", 5'000)),
         Rtf("\\sb31680\\sa31680 " + Repeated("\\par ", 5'000)),
+        Rtf(Repeated("\\b a\\b0  b ", 50'000)),
         Repeated("hello world ", 1'000'000),
         Repeated("\r\n", 1'000'000),
     };

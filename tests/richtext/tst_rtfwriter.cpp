@@ -303,7 +303,7 @@ void TestRtfWriter::FragmentsKeepTheirFormat()
         documents.Fill(source);
         const QByteArray rtf = FragmentToRtf(QTextDocumentFragment(&source));
         QTextDocument target;
-        QTextCursor(&target).insertFragment(FragmentFromRtf(rtf));
+        QVERIFY(InsertRichText(QTextCursor(&target), *DocumentFromRtf(rtf)));
         QTextDocument direct;
         QTextCursor(&direct).insertFragment(QTextDocumentFragment(&source));
         QCOMPARE(Describe(target), Describe(direct));
@@ -325,13 +325,13 @@ void TestRtfWriter::FragmentOfOneLineDoesNotBreakTheLine()
     QTextCursor(&target).insertText("()");
     QTextCursor place(&target);
     place.setPosition(1);
-    place.insertFragment(FragmentFromRtf(inLine));
+    QVERIFY(InsertRichText(place, *DocumentFromRtf(inLine)));
     QCOMPARE(Describe(target), QString("([b]two[])"));
 
     selection.setPosition(8);
     selection.setPosition(14, QTextCursor::KeepAnchor); // "three" and the end of its line
     QTextDocument lines;
-    QTextCursor(&lines).insertFragment(FragmentFromRtf(FragmentToRtf(selection.selection())));
+    QVERIFY(InsertRichText(QTextCursor(&lines), *DocumentFromRtf(FragmentToRtf(selection.selection()))));
     QCOMPARE(PlainText(lines), QString("three\r\n"));
 }
 

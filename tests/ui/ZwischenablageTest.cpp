@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QMimeData>
 #include <QTest>
 #include <QTextBlock>
@@ -39,6 +40,17 @@ private:
         mime->setText(QStringLiteral("nicht dieser"));
         QApplication::clipboard()->setMimeData(mime);
         QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
+    }
+
+    // At the end of the text, from another program.
+    void Fallenlassen(QMimeData *mime)
+    {
+        const std::unique_ptr<QMimeData> besitz(mime);
+        const QPoint ort = box_->cursorRect().center();
+        QDragEnterEvent enter(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box_->viewport(), &enter);
+        QDropEvent drop(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box_->viewport(), &drop);
     }
 
     // Of the first place where this text stands.
@@ -130,6 +142,18 @@ private slots:
                                  << "a. x\r\nb. y";
         QTest::newRow("within a list") << "<ol><li>a<ul><li>b</li><li>c</li></ul></li><li>d</li></ol>"
                                        << "1. a\r\n• b\r\n• c\r\n2. d";
+        QTest::newRow("numbers from another start") << "<ol start='9' class=x><li>a</li><li>b</li></ol>"
+                                                    << "9. a\r\n10. b";
+        QTest::newRow("letters from another start") << "<OL TYPE=A START=26><LI>a<LI>b</OL>"
+                                                    << "Z. a\r\nAA. b";
+        QTest::newRow("Roman numbers")
+            << "<ol style='list-style-type:lower-roman' start=\"4\"><li>a<li>b</ol>"
+            << "iv. a\r\nv. b";
+        QTest::newRow("a start of its own within a list")
+            << "<ol start=5><li>a<ol><li>b</ol><li>c</ol><ol><li>d</ol>"
+            << "5. a\r\n1. b\r\n6. c\r\n1. d";
+        QTest::newRow("a start that is no number") << "<ol start=x><li>a</ol>"
+                                                   << "1. a";
         QTest::newRow("between paragraphs") << "<p>vor</p><ul><li>a</li></ul><p>nach</p>"
                                             << "vor\r\n• a\r\nnach";
     }
@@ -152,6 +176,127 @@ private slots:
         Einfuegen("<ul><li>a<ul><li>b</li></ul></li></ul>");
         const double aussen = box_->document()->find("a").blockFormat().leftMargin();
         QVERIFY(box_->document()->find("b").blockFormat().leftMargin() > aussen);
+    }
+
+    void TablesAreParagraphsWithTabs_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("rows and cells")
+            << "<table border=1><tr><th>H</th><th>I</th></tr><tr><td>a</td><td></td><td>c</td></tr></table>"
+            << "H\tI\r\na\t\tc";
+        QTest::newRow("between texts") << "vor<table><tr><td>a</td><td>b</td></tr></table>nach"
+                                       << "vor\r\na\tb\r\nnach";
+        QTest::newRow("cells over columns and rows")
+            << "<table><tr><td rowspan=2>a</td><td colspan=2>b</td><td>c</td></tr><tr><td>d</td></tr></table>"
+            << "a\tb\t\tc\r\n\td";
+        QTest::newRow("paragraphs in a cell") << "<table><tr><td><p>a</p><p>b</p></td><td>c</td></tr></table>"
+                                              << "a\r\nb\tc";
+        QTest::newRow("a table in a cell")
+            << "<table><tr><td>a<table><tr><td>n</td><td>m</td></tr></table>b</td><td>c</td></tr></table>"
+            << "a\r\nn\tm\r\nb\tc";
+        QTest::newRow("one after the other")
+            << "<table><tr><td>a</td></tr></table><table><tr><td>b</td><td>c</td></tr></table>"
+            << "a\r\nb\tc";
+    }
+
+    void TablesAreParagraphsWithTabs()
+    {
+        QFETCH(QString, html);
+        QFETCH(QString, text);
+        box_->selectAll();
+        Einfuegen(html);
+        QCOMPARE(box_->PlainText(), text);
+    }
+
+    void HiddenPartsAreLeftOut_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("in a line") << "a<span style='color:red; Display : NONE'>x</span>b"
+                                   << "ab";
+        QTest::newRow("with more in it") << "a<div style=\"display:none\"><p>x<b>y</b><div>z</div></div>b"
+                                         << "ab";
+        QTest::newRow("attribute") << "<p>a</p><p hidden>x</p><p>b</p>"
+                                   << "a\r\nb";
+        QTest::newRow("paragraph without an end") << "<p style='display:none'>x<p>b"
+                                                  << "b";
+        QTest::newRow("item without an end") << "<ul><li>a<li style='display:none'>x<li>b</ul>c"
+                                             << "• a\r\n• b\r\nc";
+        QTest::newRow("cell without an end") << "<table><tr><td>a<td style='display:none'>x<td>b</table>"
+                                             << "a\tb";
+        QTest::newRow("end of what lies around") << "<div>a<span style='display:none'>x</div><p>b"
+                                                 << "a\r\nb";
+        QTest::newRow("no element") << "a<img hidden>b<!-- <p hidden> -->c"
+                                    << "abc";
+        QTest::newRow("another word") << "<p style='mso-display:none-x;list-style:none'>a</p>"
+                                      << "a";
+        QTest::newRow("sign that begins no tag") << "a < b <i>c</i> &lt;p hidden&gt;"
+                                                 << "a < b c <p hidden>";
+        QTest::newRow("never ends") << "a<p hidden"
+                                    << "a";
+    }
+
+    void HiddenPartsAreLeftOut()
+    {
+        QFETCH(QString, html);
+        QFETCH(QString, text);
+        box_->selectAll();
+        Einfuegen(html);
+        QCOMPARE(box_->PlainText().trimmed(), text);
+    }
+
+    void WhatIsDroppedHasTheSameLimit()
+    {
+        QStringList gruende;
+        box_->bei_Ablehnung = [&](const QString &grund) { gruende << grund; };
+        auto *klein = new QMimeData;
+        klein->setText(QString(2'000, u'a'));
+        Fallenlassen(klein);
+        QCOMPARE(box_->PlainText(), "alt " + QString(2'000, u'a'));
+        const QString rtf = box_->RichText();
+        for (const QString &text : {QString(2'000'000, u'a'), QString(500'000, u'\n')}) {
+            auto *gross = new QMimeData;
+            gross->setText(text);
+            Fallenlassen(gross);
+            QTRY_COMPARE(gruende.size(), 1);
+            QVERIFY2(gruende.takeFirst().startsWith("Dieser Text ist zu groß und wurde nicht eingefügt."),
+                     "");
+            QCOMPARE(box_->RichText(), rtf);
+            QVERIFY(!box_->document()->isRedoAvailable());
+        }
+    }
+
+    // Many pastes that fit one by one.
+    void TheLimitIsThatOfTheWholeText()
+    {
+        int abgelehnt = 0;
+        box_->bei_Ablehnung = [&](const QString &) { ++abgelehnt; };
+        QApplication::clipboard()->setText(QString("wort ").repeated(60'000));
+        for (int i = 0; i < 6; ++i) {
+            QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
+            QCoreApplication::processEvents();
+        }
+        const qsizetype laenge = box_->PlainText().size();
+        QVERIFY(abgelehnt > 0 && laenge > 600'000);
+        // In the place of everything it fits.
+        abgelehnt = 0;
+        box_->selectAll();
+        QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+        QCOMPARE(abgelehnt, 0);
+        QCOMPARE(box_->PlainText().size(), 300'000);
+        // What was taken is shown whole when it is read again.
+        QVERIFY(RichTextBox().ZeigeRichText(box_->RichText()));
+    }
+
+    void HalfCharactersComeInAsReplacements()
+    {
+        box_->selectAll();
+        QApplication::clipboard()->setText(QString("a") + QChar(0xD83D) + "b" + QChar(0xDE00) +
+                                           QChar(0xFEFF));
+        QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(box_->PlainText(), QStringLiteral(u"a\uFFFDb\uFFFD\uFEFF"));
     }
 
     void BetweenOwnBoxesEverythingIsKept()
