@@ -7,6 +7,7 @@
 #include "Flaeche.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
+#include "Texttaste.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -27,21 +28,6 @@ namespace {
 bool IstEingabetaste(const QKeyEvent &taste)
 {
     return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
-}
-
-// Keys that would change a text, as opposed to those that move in it or copy from it.
-bool IstTextaenderung(const QKeyEvent &taste)
-{
-    for (const auto standard : {QKeySequence::Paste, QKeySequence::Cut, QKeySequence::Delete,
-                                QKeySequence::Undo, QKeySequence::Redo}) {
-        if (taste.matches(standard))
-            return true;
-    }
-    if (IstEingabetaste(taste) || taste.key() == Qt::Key_Backspace)
-        return true;
-    const bool befehl =
-        taste.modifiers().testFlag(Qt::ControlModifier) != taste.modifiers().testFlag(Qt::AltModifier);
-    return !befehl && !taste.text().isEmpty() && taste.text().front().isPrint();
 }
 
 } // namespace
@@ -173,7 +159,7 @@ bool PFUse::eventFilter(QObject *objekt, QEvent *event)
 
 bool PFUse::MFrage_KeyPress(const QKeyEvent &taste)
 {
-    if (!IstTextaenderung(taste))
+    if (!AendertText(taste, true))
         return false;
     if (!taste.isAutoRepeat())
         umgebung_.meldungen.Zeigen(QStringLiteral("Jetzt bitte nicht ändern"));

@@ -24,16 +24,20 @@ bool OhneKarten(const CardRecordset &karten)
     return karten.AtBOF() && karten.AtEOF();
 }
 
-// The cards in the order of their numbers, until the end of the block; then in box order again.
+void Ordnen(CardRecordset &karten, QStringView index) noexcept
+{
+    try {
+        karten.SetIndex(index);
+    } catch (const StoreError &) { // the next move says what is wrong
+    }
+}
+
+// The cards in the order of their numbers, until the end of the block; then in the order that they had.
 auto NachNummer(CardRecordset &karten)
 {
+    auto zurueck = qScopeGuard([&karten, vorher = karten.Index()] { Ordnen(karten, vorher); });
     karten.SetIndex(u"FrageNr");
-    return qScopeGuard([&karten] {
-        try {
-            karten.SetIndex(u"BoxKey");
-        } catch (const StoreError &) { // the next move says what is wrong
-        }
-    });
+    return zurueck;
 }
 
 bool AufKarte(const CardFieldHandles &felder)
@@ -70,10 +74,8 @@ void CardEditor::Load()
 {
     NewCardForm();
     Schritt(meldungen_, LeseFehler, [this] {
-        CardRecordset &karten = kartei_.Karten();
-        karten.SetIndex(u"BoxKey");
         if (!AufKarte(kartei_.Felder()))
-            karten.MoveFirst();
+            kartei_.Karten().MoveFirst();
         AktuelleZeigen();
     });
 }
@@ -145,10 +147,10 @@ bool CardEditor::StoreCard()
     const Kartenblatt blatt = formular_.Inhalt();
     if (!ValidateCard(blatt))
         return false;
-    return neu_ ? StoreNew(blatt) : StoreExisting(blatt);
+    return neu_ ? StoreNew(blatt, Vorlage::Keine) : StoreExisting(blatt);
 }
 
-bool CardEditor::StoreNew(Kartenblatt blatt)
+bool CardEditor::StoreNew(Kartenblatt blatt, Vorlage vorlage)
 {
     Fach &fach = kartei_.FachInfo[FachNeu];
     bool versucht = false;
@@ -156,7 +158,14 @@ bool CardEditor::StoreNew(Kartenblatt blatt)
         CardRecordset &karten = kartei_.Karten();
         CardFieldHandles &felder = kartei_.Felder();
         const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
-        LangesErgaenzen(blatt, felder); // while the card that is copied is the current one
+        Rohtexte texte;
+        if (vorlage == Vorlage::AktuelleKarte) {
+            texte = RohtexteLesen(felder);
+        } else {
+            // The record has nothing yet that could be left as it is.
+            blatt.Frage_bearbeitet = true;
+            blatt.Antwort_bearbeitet.fill(true);
+        }
         karten.AddNew();
         if (kartei_.HighestCardNumber == std::numeric_limits<qint16>::max())
             throw StoreError(Fehler::Ueberlauf,
@@ -169,6 +178,7 @@ bool CardEditor::StoreNew(Kartenblatt blatt)
         felder.FachLfdNr.Set(fach.LfdMax);
         felder.FrageNr.Set(kartei_.HighestCardNumber);
         WriteFields(blatt, felder);
+        RohtexteSchreiben(texte, blatt, felder);
         versucht = true;
         karten.Update();
     });
@@ -207,8 +217,10 @@ bool CardEditor::StoreExisting(const Kartenblatt &blatt)
         WriteFields(blatt, kartei_.Felder());
         karten.Update();
     });
-    if (gespeichert)
+    if (gespeichert) {
         cardDirty = false;
+        formular_.Gespeichert();
+    }
     return gespeichert;
 }
 
@@ -338,8 +350,8 @@ void CardEditor::Kopieren()
     Springen(QString::number(nummer, 'g', 15));
     if (neu_)
         return;
-    neu_ = true;
-    if (!StoreCard()) {
+    const Kartenblatt blatt = formular_.Inhalt();
+    if (!ValidateCard(blatt) || !StoreNew(blatt, Vorlage::AktuelleKarte)) {
         AktuelleZeigen();
         return;
     }
@@ -401,6 +413,8 @@ bool CardEditor::SitzungEndet(bool darfFragen)
 
 void CardEditor::Geschlossen()
 {
-    if (kartei_.IsOpen())
-        kartei_.FehlerStatus = 0;
+    if (!kartei_.IsOpen())
+        return;
+    kartei_.FehlerStatus = 0;
+    Ordnen(kartei_.Karten(), u"BoxKey");
 }

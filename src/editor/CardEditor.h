@@ -27,6 +27,8 @@ public:
     virtual void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) = 0;
     // Just the line above the card: the form keeps what was typed.
     virtual void KopfZeigen(const Kartenkopf &kopf) = 0;
+    // What the form holds is in the record now: none of its texts is changed any more.
+    virtual void Gespeichert() = 0;
     virtual void FokusAufFrage() = 0;
     virtual void FokusAufAntwort(std::size_t box) = 0;
 };
@@ -51,6 +53,7 @@ public:
     bool Neu() const { return neu_; }
 
     // Opens on the current card; where there is none, on the first, in an empty file on the blank new card.
+    // It walks in the order that the recordset has then.
     void Load();
     // The current card, or the blank new card where there is none.
     void AktuelleZeigen();
@@ -78,12 +81,18 @@ public:
     // it, and where he may not be asked, nothing is discarded. False when the session's end is to be
     // cancelled.
     bool SitzungEndet(bool darfFragen);
-    // The editor has closed: what its last check said is past.
+    // The editor has closed: what its last check said is past, and the box walks its cards in its own order.
     void Geschlossen();
 
 private:
     bool ValidateCard(const Kartenblatt &blatt);
-    bool StoreNew(Kartenblatt blatt);
+    enum class Vorlage
+    {
+        Keine,
+        AktuelleKarte // whose texts, where they were not changed, are copied as they are
+    };
+
+    bool StoreNew(Kartenblatt blatt, Vorlage vorlage);
     bool StoreExisting(const Kartenblatt &blatt);
     void StandOnShownCard();
     bool ShowCard();

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
-#include <utility>
 
 namespace {
 
@@ -51,6 +51,19 @@ Bildlage LageLesen(const CardFieldHandles &felder)
     return gesagt ? lage : BildlageVorgabe;
 }
 
+// The stored bytes, whatever they are.
+QVariant Roh(const Field &feld)
+{
+    return feld.IsNull() ? QVariant() : QVariant(feld.Utf8().toByteArray());
+}
+
+// A name that nobody changed is not checked again either: another program may have made it too long.
+void NameSetzen(Field &feld, const QString &name)
+{
+    if (!name.isEmpty() && name != feld.Text())
+        feld.Set(name);
+}
+
 Antwortart ArtLesen(const Field &feld)
 {
     const double typ = std::nearbyint(Zahl(feld, 0));
@@ -68,7 +81,7 @@ Kartenblatt BlattLesen(const CardFieldHandles &felder)
     blatt.art = ArtLesen(felder.Antworttyp);
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         blatt.Antwort[i] = felder.Antwort[i].Text();
-        blatt.Antwort_ch[i] = blatt.art == Antwortart::Ankreuzen && Kreuz(felder.Antwort_ch[i]);
+        blatt.Antwort_ch[i] = Kreuz(felder.Antwort_ch[i]);
     }
     for (std::size_t i = 0; i < Dateinamen; ++i)
         blatt.pictureNames[i] = felder.Picture_name[i].Text();
@@ -79,12 +92,12 @@ Kartenblatt BlattLesen(const CardFieldHandles &felder)
 
 void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder)
 {
-    if (!blatt.Frage_gekuerzt) {
+    if (blatt.Frage_bearbeitet) {
         felder.Frage.Set(blatt.Frage);
         felder.Frage_Klartext.Set(blatt.Frage_Klartext);
     }
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-        if (blatt.Antwort_gekuerzt[i])
+        if (!blatt.Antwort_bearbeitet[i])
             continue;
         felder.Antwort[i].Set(blatt.Antwort[i]);
         if (!blatt.Antwort_Klartext[i].isEmpty())
@@ -99,38 +112,47 @@ void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder)
     felder.PictureLeft.Set(Twips16(blatt.lage.links));
     felder.PictureHeight.Set(Twips16(blatt.lage.hoehe));
     felder.PictureWidth.Set(Twips16(blatt.lage.breite));
-    for (std::size_t i = 0; i < Dateinamen; ++i) {
-        if (!blatt.pictureNames[i].isEmpty())
-            felder.Picture_name[i].Set(blatt.pictureNames[i]);
-    }
-    if (!blatt.Thema.isEmpty())
-        felder.Picture_name[Thema].Set(blatt.Thema);
+    for (std::size_t i = 0; i < Dateinamen; ++i)
+        NameSetzen(felder.Picture_name[i], blatt.pictureNames[i]);
+    NameSetzen(felder.Picture_name[Thema], blatt.Thema);
 }
 
-void LangesErgaenzen(Kartenblatt &blatt, const CardFieldHandles &felder)
+Rohtexte RohtexteLesen(const CardFieldHandles &felder)
 {
-    if (std::exchange(blatt.Frage_gekuerzt, false)) {
-        blatt.Frage = felder.Frage.Text();
-        blatt.Frage_Klartext = felder.Frage_Klartext.Text();
+    Rohtexte texte{Roh(felder.Frage), Roh(felder.Frage_Klartext), {}, {}};
+    for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+        texte.Antwort[i] = Roh(felder.Antwort[i]);
+        texte.Antwort_Klartext[i] = Roh(felder.Antwort_Klartext[i]);
+    }
+    return texte;
+}
+
+void RohtexteSchreiben(const Rohtexte &texte, const Kartenblatt &blatt, CardFieldHandles &felder)
+{
+    if (!blatt.Frage_bearbeitet) {
+        felder.Frage.Set(texte.Frage);
+        felder.Frage_Klartext.Set(texte.Frage_Klartext);
     }
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-        if (!std::exchange(blatt.Antwort_gekuerzt[i], false))
+        if (blatt.Antwort_bearbeitet[i])
             continue;
-        blatt.Antwort[i] = felder.Antwort[i].Text();
-        blatt.Antwort_Klartext[i] = felder.Antwort_Klartext[i].Text();
+        felder.Antwort[i].Set(texte.Antwort[i]);
+        felder.Antwort_Klartext[i].Set(texte.Antwort_Klartext[i]);
     }
 }
 
 Pruefung BlattPruefen(const Kartenblatt &blatt)
 {
-    if (blatt.Frage_Klartext.isEmpty())
+    if (blatt.Frage_Klartext.isEmpty() && !blatt.Frage_unsichtbar)
         return {Mangel::KeineFrage};
-    const auto &antworten = blatt.Antwort_Klartext;
-    if (std::ranges::all_of(antworten, [](const QString &antwort) { return antwort.isEmpty(); }))
+    std::array<bool, AntwortBoxen> leer{};
+    for (std::size_t i = 0; i < AntwortBoxen; ++i)
+        leer[i] = blatt.Antwort_Klartext[i].isEmpty() && !blatt.Antwort_unsichtbar[i];
+    if (std::ranges::all_of(leer, std::identity()))
         return {Mangel::KeineAntwort};
     Pruefung pruefung;
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-        if (blatt.art != Antwortart::Text && blatt.Antwort_ch[i] && antworten[i].isEmpty())
+        if (blatt.art == Antwortart::Ankreuzen && blatt.Antwort_ch[i] && leer[i])
             pruefung = {Mangel::LeereAntwortAngekreuzt, i};
     }
     return pruefung;

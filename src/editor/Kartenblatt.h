@@ -40,9 +40,12 @@ struct Kartenblatt
 {
     QString Frage, Frage_Klartext; // RTF, and plain text with CR LF between lines
     std::array<QString, AntwortBoxen> Antwort, Antwort_Klartext;
-    // The form holds just the beginning of a text that is too long for it.
-    bool Frage_gekuerzt = false;
-    std::array<bool, AntwortBoxen> Antwort_gekuerzt{};
+    // The writer has changed the text; one that he has not is left in the record as it is.
+    bool Frage_bearbeitet = true;
+    std::array<bool, AntwortBoxen> Antwort_bearbeitet{true, true, true, true, true};
+    // The record's text holds what the form cannot show, such as a picture: it is not empty.
+    bool Frage_unsichtbar = false;
+    std::array<bool, AntwortBoxen> Antwort_unsichtbar{};
     Antwortart art = Antwortart::Text;
     std::array<bool, AntwortBoxen> Antwort_ch{};
     QString Thema;
@@ -51,17 +54,26 @@ struct Kartenblatt
 };
 
 // Reads the current card; a plain text is not read, the form makes it of the rich text. A number that is
-// missing or none counts as its default, and only a card to be ticked has ticks. Throws StoreError.
+// missing or none counts as its default. The ticks of a card that is not to be ticked are read, too: it may
+// become one again. Throws StoreError.
 Kartenblatt BlattLesen(const CardFieldHandles &felder);
 
-// Writes the form into the edit buffer. A plain-text answer, a file name or a topic that is empty keeps what
-// the record has, and so does a text that is too long for the form; ticks are written with the ticking type
-// only. Throws StoreError.
+// Writes the form into the edit buffer. A text that was not changed keeps what the record has, and so does a
+// plain-text answer, a file name or a topic that is empty; ticks are written with the ticking type only.
+// Throws StoreError.
 void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder);
 
-// Takes texts that are too long for the form from the card that it shows, for a copy of the card. Throws
-// StoreError.
-void LangesErgaenzen(Kartenblatt &blatt, const CardFieldHandles &felder);
+// A card's texts as its record has them, formatted and plain, byte for byte; a null is one.
+struct Rohtexte
+{
+    QVariant Frage, Frage_Klartext;
+    std::array<QVariant, AntwortBoxen> Antwort, Antwort_Klartext;
+};
+
+// Those of the current card, and, for a copy of it, into the edit buffer, where the form has no change of its
+// own. Throw StoreError.
+Rohtexte RohtexteLesen(const CardFieldHandles &felder);
+void RohtexteSchreiben(const Rohtexte &texte, const Kartenblatt &blatt, CardFieldHandles &felder);
 
 enum class Mangel
 {
@@ -77,6 +89,7 @@ struct Pruefung
     std::size_t antwort = 0; // the box to go to, for the last two
 };
 
-// Whether the card may be stored. Answers may stand in hidden boxes, and no tick at all is accepted.
+// Whether the card may be stored. Answers may stand in hidden boxes, and no tick at all is accepted. Ticks
+// that are not shown are no mistake.
 Pruefung BlattPruefen(const Kartenblatt &blatt);
 QString MangelText(Mangel mangel);

@@ -6,8 +6,8 @@
 #include "CharFormat.h"
 #include "Flaeche.h"
 #include "Formatierung.h"
+#include "KartenTextBox.h"
 #include "Kartensuche.h"
-#include "RichTextBox.h"
 #include "Schritt.h"
 #include "Sizer.h"
 #include "Suchen.h"
@@ -57,11 +57,13 @@ Kartenblatt PFÄndern::Inhalt() const
     Kartenblatt blatt;
     blatt.Frage = MFrage_->RichText();
     blatt.Frage_Klartext = MFrage_->PlainText();
-    blatt.Frage_gekuerzt = MFrage_->isReadOnly();
+    blatt.Frage_bearbeitet = MFrage_->Bearbeitet();
+    blatt.Frage_unsichtbar = blatt.Frage_Klartext.isEmpty() && !MFrage_->IstLeer();
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         blatt.Antwort[i] = Antwort_[i]->RichText();
         blatt.Antwort_Klartext[i] = Antwort_[i]->PlainText();
-        blatt.Antwort_gekuerzt[i] = Antwort_[i]->isReadOnly();
+        blatt.Antwort_bearbeitet[i] = Antwort_[i]->Bearbeitet();
+        blatt.Antwort_unsichtbar[i] = blatt.Antwort_Klartext[i].isEmpty() && !Antwort_[i]->IstLeer();
         blatt.Antwort_ch[i] = Check1_[i]->isChecked();
     }
     blatt.art = Art();
@@ -80,9 +82,11 @@ void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
         lage_ = blatt.lage;
         KopfZeigen(kopf);
         MaskThema_->setText(blatt.Thema);
-        TextZeigen(*MFrage_, blatt.Frage, kopf.neu);
+        // What is typed into an empty box comes in the standard font.
+        const QTextCharFormat standard = StandardFormat(umgebung_.konfig.schrift);
+        MFrage_->Zeigen(blatt.Frage, standard);
         for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-            TextZeigen(*Antwort_[i], blatt.Antwort[i], kopf.neu);
+            Antwort_[i]->Zeigen(blatt.Antwort[i], standard);
             Check1_[i]->setChecked(blatt.Antwort_ch[i]);
         }
         ArtZeigen(blatt.art);
@@ -96,29 +100,6 @@ void PFÄndern::KopfZeigen(const Kartenkopf &kopf)
     MaskFrageNr_->setText(kopf.FrageNr);
     MaskFachNr_->setText(kopf.FachNr);
     LabelNeu_->setVisible(kopf.neu);
-}
-
-void PFÄndern::TextZeigen(RichTextBox &box, const QString &text, bool neu)
-{
-    if (!neu && !text.isEmpty()) {
-        const bool ganz = box.ZeigeRichText(text);
-        box.setReadOnly(!ganz);
-        box.setToolTip(
-            ganz ? QString()
-                 : QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
-                                  "Kartei, wie er ist."));
-        return;
-    }
-    box.setReadOnly(false);
-    box.setToolTip({});
-    // What is typed into an empty box comes in the standard font; there is nothing to undo yet.
-    box.ZeigeRichText({});
-    const QTextCharFormat format = StandardFormat(umgebung_.konfig.schrift);
-    box.document()->setUndoRedoEnabled(false);
-    QTextCursor cursor(box.document());
-    cursor.setBlockCharFormat(format);
-    box.document()->setUndoRedoEnabled(true);
-    box.setCurrentCharFormat(format);
 }
 
 Antwortart PFÄndern::Art() const
@@ -152,13 +133,39 @@ void PFÄndern::ArtZeigen(Antwortart art)
 void PFÄndern::Antworttyp_Click()
 {
     ArtZeigen(Art());
-    Geaendert();
+    AuswahlGeaendert();
+}
+
+// The type and the ticks alone make no new card.
+void PFÄndern::AuswahlGeaendert()
+{
+    if (!editor_.Neu())
+        Geaendert();
 }
 
 void PFÄndern::Geaendert()
 {
     if (!zeigt_)
         editor_.cardDirty = true;
+}
+
+// Asked before the first change of a text; what the writer then has typed is never thrown away.
+bool PFÄndern::DarfVerlieren(const KartenTextBox &box, RichTextLosses verluste)
+{
+    const QString was = &box == MFrage_ ? QStringLiteral("Die Frage") : box.accessibleName();
+    return umgebung_.meldungen.Fragen(
+               QStringLiteral("%1 enthält %2.\nDas kann dieser Editor nicht erhalten: Es geht verloren, wenn "
+                              "Sie den Text ändern.\n\nTrotzdem ändern? Bei „Nein“ bleibt der Text, wie er "
+                              "ist.")
+                   .arg(was, Aufzaehlung(verluste)),
+               Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
+}
+
+void PFÄndern::Gespeichert()
+{
+    MFrage_->Gespeichert();
+    for (KartenTextBox *box : Antwort_)
+        box->Gespeichert();
 }
 
 void PFÄndern::FokusAufFrage()
@@ -205,7 +212,7 @@ void PFÄndern::TrefferZeigen()
         // Selected backwards, so that the caret stands before the hit.
         MaskThema_->setSelection(static_cast<int>(stelle + laenge), -static_cast<int>(laenge));
     } else if (treffer.feld != 0) {
-        RichTextBox *box =
+        KartenTextBox *box =
             treffer.feld == 2 ? MFrage_ : Antwort_.at(static_cast<std::size_t>(treffer.feld - 7));
         box->setFocus();
         QTextCursor cursor(box->document());

@@ -6,6 +6,7 @@
 #include "CardEditor.h"
 #include "Dialoge.h"
 #include "Formulardruck.h"
+#include "RichTextLosses.h"
 #include "SearchHit.h"
 
 #include <QBasicTimer>
@@ -16,7 +17,7 @@
 
 class BildBox;
 class Flaeche;
-class RichTextBox;
+class KartenTextBox;
 class Sizer;
 class QButtonGroup;
 class QCheckBox;
@@ -71,26 +72,27 @@ private:
     QLayout *ArtBauen();
     QWidget *AntwortenBauen();
     QLayout *KnoepfeBauen();
-    Flaeche *TextfeldBauen(RichTextBox *box);
+    Flaeche *TextfeldBauen(KartenTextBox *box);
     void MenueBauen();
     void TabFolge();
     void GroesseWaehlen();
     void FarbenSetzen();
     void FarbenAbleiten();
     void FelderUmranden();
-    QList<RichTextBox *> TextBoxen() const;
     QList<QWidget *> NichtGedruckt() const;
 
     // The form (PFAendern.cpp).
     Kartenblatt Inhalt() const override;
     void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) override;
     void KopfZeigen(const Kartenkopf &kopf) override;
+    void Gespeichert() override;
     void FokusAufFrage() override;
     void FokusAufAntwort(std::size_t box) override;
-    void TextZeigen(RichTextBox &box, const QString &text, bool neu);
+    bool DarfVerlieren(const KartenTextBox &box, RichTextLosses verluste);
     void ArtZeigen(Antwortart art);
     Antwortart Art() const;
     void Geaendert();
+    void AuswahlGeaendert();
     void Antworttyp_Click();
     void Cadd_Click();
     void MSuchen_Click();
@@ -102,7 +104,7 @@ private:
     bool TasteHaltMenue(const QKeyEvent &taste) const;
     bool Feld_KeyPress(QObject *feld, const QKeyEvent &taste);
     void FokusWechselt(QWidget *neu);
-    void FormatFuer(RichTextBox *box);
+    void FormatFuer(KartenTextBox *box);
 
     // Running through the cards while a button is held (PFAendernTasten.cpp).
     bool Laufknopf(QObject *knopf, QEvent &event);
@@ -134,7 +136,7 @@ private:
     Kartenkopf kopf_; // as it is shown
     Bildnamen pictureNames_;
     Bildlage lage_ = BildlageVorgabe; // of the picture as stored, or as the writer dragged it
-    RichTextBox *aktiv_ = nullptr;    // the box that the menu "Format" acts on; null while it is disabled
+    KartenTextBox *aktiv_ = nullptr;  // the box that the menu "Format" acts on; null while it is disabled
     bool zeigt_ = false;              // the form is being filled: nothing is changed by the writer
     bool offen_ = false;
     QBasicTimer lauf_;
@@ -146,13 +148,13 @@ private:
     QLabel *MaskFachNr_ = nullptr;
     QLabel *LabelNeu_ = nullptr;
     QLineEdit *MaskThema_ = nullptr;
-    RichTextBox *MFrage_ = nullptr;
+    KartenTextBox *MFrage_ = nullptr;
     QWidget *Frame2_ = nullptr;
     QButtonGroup *art_ = nullptr;
     QRadioButton *Antwort_T_ = nullptr;
     QRadioButton *Antwort_K_ = nullptr;
     QGridLayout *antworten_ = nullptr;
-    std::array<RichTextBox *, AntwortBoxen> Antwort_{};
+    std::array<KartenTextBox *, AntwortBoxen> Antwort_{};
     std::array<QCheckBox *, AntwortBoxen> Check1_{};
     std::array<Flaeche *, AntwortBoxen> feld_{}; // what an answer stands on, with its tick
     Flaeche *frageFeld_ = nullptr;

@@ -4,8 +4,8 @@
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "Formatierung.h"
+#include "KartenTextBox.h"
 #include "PFAendern.h"
-#include "RichTextBox.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -73,7 +73,7 @@ void PFÄndern::Aufbauen()
     formular_->setAutoFillBackground(true);
     setCentralWidget(formular_);
 
-    MFrage_ = Benannt(new RichTextBox(formular_), QStringLiteral("MFrage"), QStringLiteral("Frage"));
+    MFrage_ = Benannt(new KartenTextBox(formular_), QStringLiteral("MFrage"), QStringLiteral("Frage"));
     frageFeld_ = TextfeldBauen(MFrage_);
     MFrage_->setMinimumHeight(fontMetrics().lineSpacing() * 5);
     hinweise_ = Benannt(new QLabel(formular_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
@@ -181,7 +181,7 @@ QLayout *PFÄndern::ArtBauen()
 }
 
 // A text box on a field that shows where the keyboard goes.
-Flaeche *PFÄndern::TextfeldBauen(RichTextBox *box)
+Flaeche *PFÄndern::TextfeldBauen(KartenTextBox *box)
 {
     auto *feld = new Flaeche(formular_);
     box->setFrameShape(QFrame::NoFrame);
@@ -189,6 +189,7 @@ Flaeche *PFÄndern::TextfeldBauen(RichTextBox *box)
     box->installEventFilter(this);
     connect(box, &QTextEdit::textChanged, this, [this] { Geaendert(); });
     box->bei_Ablehnung = [this](const QString &grund) { umgebung_.meldungen.Zeigen(grund); };
+    box->darfVerlieren = [this, box](RichTextLosses verluste) { return DarfVerlieren(*box, verluste); };
     auto *zeile = new QHBoxLayout(feld);
     zeile->setContentsMargins(6, 4, 6, 4);
     zeile->addWidget(box, 1);
@@ -207,14 +208,14 @@ QWidget *PFÄndern::AntwortenBauen()
     antworten_->setSpacing(AntwortAbstand);
     kasten->setMinimumHeight(static_cast<int>(AntwortBoxen) * (zeile + AntwortAbstand));
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-        Antwort_[i] =
-            Benannt(new RichTextBox(formular_), Name("Antwort", i), QStringLiteral("Antwort %1").arg(i + 1));
+        Antwort_[i] = Benannt(new KartenTextBox(formular_), Name("Antwort", i),
+                              QStringLiteral("Antwort %1").arg(i + 1));
         feld_[i] = TextfeldBauen(Antwort_[i]);
         Antwort_[i]->document()->setDocumentMargin(2);
         Check1_[i] = Benannt(new QCheckBox(QStringLiteral("richtig"), feld_[i]), Name("Check1", i),
                              QStringLiteral("Antwort %1 ist richtig").arg(i + 1));
         Check1_[i]->setToolTip(QStringLiteral("Diese Antwort ist richtig"));
-        connect(Check1_[i], &QCheckBox::clicked, this, [this] { Geaendert(); });
+        connect(Check1_[i], &QCheckBox::clicked, this, [this] { AuswahlGeaendert(); });
         feld_[i]->layout()->addWidget(Check1_[i]);
         feld_[i]->layout()->setAlignment(Check1_[i], Qt::AlignTop); // beside the first line
         feld_[i]->setMinimumHeight(zeile);
@@ -295,14 +296,6 @@ void PFÄndern::GroesseWaehlen()
     resize(QSize(zeile * 56, zeile * 42).expandedTo({900, 620}).boundedTo(schirm));
 }
 
-QList<RichTextBox *> PFÄndern::TextBoxen() const
-{
-    QList<RichTextBox *> boxen{MFrage_};
-    for (RichTextBox *box : Antwort_)
-        boxen << box;
-    return boxen;
-}
-
 QList<QWidget *> PFÄndern::NichtGedruckt() const
 {
     return {CZZurück_, CVVor_, CZurück_, CVor_, Cadd_, Cback_, Frame2_, CEOF_};
@@ -340,7 +333,7 @@ void PFÄndern::FarbenAbleiten()
 
 void PFÄndern::FelderUmranden()
 {
-    const auto umranden = [aktiv = aktiv_](Flaeche *feld, const RichTextBox *box) {
+    const auto umranden = [aktiv = aktiv_](Flaeche *feld, const KartenTextBox *box) {
         feld->SetUmriss(box == aktiv ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Feld);
     };
     umranden(frageFeld_, MFrage_);

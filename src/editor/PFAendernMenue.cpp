@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Formatierung.h"
+#include "KartenTextBox.h"
 #include "PFAendern.h"
-#include "RichTextBox.h"
 
 #include <QAction>
 #include <QMenu>
@@ -58,10 +58,10 @@ void PFÄndern::MenueBauen()
 
 void PFÄndern::Formatieren(QTextCharFormat (*befehl)(const Auswahlformat &))
 {
-    if (!aktiv_ || aktiv_->isReadOnly())
+    if (!aktiv_ || !aktiv_->Freigeben())
         return;
+    // At the caret alone this changes no text: it waits for what is typed.
     aktiv_->mergeCurrentCharFormat(befehl(AuswahlLesen(aktiv_->textCursor(), aktiv_->currentCharFormat())));
-    Geaendert();
 }
 
 void PFÄndern::MSchriftart_Click()
@@ -69,15 +69,15 @@ void PFÄndern::MSchriftart_Click()
     if (!aktiv_)
         return;
     // The box to format is the one of now, whatever the dialog does to the focus.
-    RichTextBox *box = aktiv_;
+    KartenTextBox *box = aktiv_;
     if (!box->textCursor().hasSelection()) {
         umgebung_.meldungen.Zeigen(QStringLiteral("Bitte erst Text Auswählen"));
         return;
     }
+    if (!box->Freigeben())
+        return;
     const auto wahl = umgebung_.dialoge.SchriftWaehlen(
         DialogVorgabe(AuswahlLesen(box->textCursor(), box->currentCharFormat()), umgebung_.konfig.schrift));
-    if (!wahl || box->isReadOnly())
-        return;
-    box->mergeCurrentCharFormat(DialogFormat(*wahl));
-    Geaendert();
+    if (wahl)
+        box->mergeCurrentCharFormat(DialogFormat(*wahl));
 }

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "BildBox.h"
 #include "Blaettertaste.h"
+#include "KartenTextBox.h"
 #include "PFAendern.h"
-#include "RichTextBox.h"
 
 #include <QAction>
 #include <QFocusEvent>
@@ -66,7 +66,7 @@ bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
     }
     if (!IstWiederholen(taste))
         return false;
-    if (auto *box = dynamic_cast<RichTextBox *>(feld))
+    if (auto *box = dynamic_cast<KartenTextBox *>(feld))
         box->redo();
     else if (auto *zeile = dynamic_cast<QLineEdit *>(feld))
         zeile->redo();
@@ -78,10 +78,10 @@ bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
 void PFÄndern::FokusWechselt(QWidget *neu)
 {
     if (neu && formular_->isAncestorOf(neu))
-        FormatFuer(dynamic_cast<RichTextBox *>(neu));
+        FormatFuer(dynamic_cast<KartenTextBox *>(neu));
 }
 
-void PFÄndern::FormatFuer(RichTextBox *box)
+void PFÄndern::FormatFuer(KartenTextBox *box)
 {
     aktiv_ = box;
     MFont_->setEnabled(aktiv_);

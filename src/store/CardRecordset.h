@@ -37,7 +37,7 @@ public:
     QByteArrayView Utf8() const;     // the stored text without a copy, until the recordset is used again
     bool Flag() const;               // false for null
     QVariant Value() const;          // invalid for null
-    void Set(const QVariant &value); // double, int, QString, bool; invalid for null
+    void Set(const QVariant &value); // double, int, QString, QByteArray (UTF-8), bool; invalid for null
 
 private:
     friend class CardRecordset;

@@ -72,6 +72,7 @@ QVariant ForBuffer(const QVariant &value, int column)
         return kind == CardKind::Flag ? QVariant(false) : QVariant();
     switch (value.typeId()) {
     case QMetaType::QString:
+    case QMetaType::QByteArray: // UTF-8, as it is
         if (kind == CardKind::Text)
             return value;
         break;
@@ -125,6 +126,8 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
         statement.bind(parameter, value.toBool() ? -1 : 0); // card files write true as -1
     else if (value.typeId() == QMetaType::QString)
         statement.bind(parameter, value.toString().toStdString());
+    else if (value.typeId() == QMetaType::QByteArray)
+        statement.bind(parameter, value.toByteArray().toStdString());
     else if (value.typeId() == QMetaType::LongLong)
         statement.bind(parameter, static_cast<std::int64_t>(value.toLongLong()));
     else

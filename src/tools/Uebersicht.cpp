@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTableView>
 #include <QTimer>
@@ -246,15 +247,18 @@ void Uebersicht::ZeileÖffnen(const QModelIndex &index)
     if (!index.isValid())
         return;
     bool da = false;
-    const bool gelesen = Schritt(umgebung_.meldungen, FehlerKontext(), [&] {
+    Schritt(umgebung_.meldungen, FehlerKontext(), [&] {
         const auto nummer = modell_->Liste().Whole(index.row()).numbers[0];
         CardRecordset &karten = umgebung_.store.Karten();
-        karten.SetIndex(u"FrageNr");
+        auto wieVorher = qScopeGuard([&karten] { karten.SetIndex(u"BoxKey"); });
+        karten.SetIndex(u"FrageNr"); // in which the editor then walks
         if (nummer)
             karten.Seek(CardRecordset::Comparison::Equal, *nummer);
         da = nummer && !karten.NoMatch();
+        if (da)
+            wieVorher.dismiss();
     });
-    if (!gelesen || !da)
+    if (!da)
         return;
     accept();
     wege_.bearbeiten();

@@ -39,15 +39,26 @@ private slots:
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
 
-    void OpensInBoxOrderAfterAnotherIndex()
+    void WalksInTheOrderThatTheRecordsetHas()
     {
-        Werk w({MakeCard(1, 3, 1), MakeCard(2, 0, 1)});
+        Werk w({MakeCard(1, 3, 1), MakeCard(2, 0, 1), MakeCard(3, 1, 1)});
         w.store.Karten().SetIndex(u"FrageNr");
-        w.store.Karten().MoveLast();
+        w.store.Karten().MoveFirst();
         w.editor.Load();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
-        w.editor.CVor();
         QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        w.editor.CVor();
+        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        // Neither a jump, nor storing, nor a copy changes it.
+        w.editor.Springen(QStringLiteral("1"));
+        w.Aendern(QStringLiteral("neu"));
+        QVERIFY(w.editor.StoreCard());
+        w.editor.Kopieren();
+        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("4"));
+        w.editor.CZurück();
+        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        // The box goes on in its own.
+        w.editor.Geschlossen();
+        QCOMPARE(w.store.Karten().Index(), QStringLiteral("BoxKey"));
     }
 
     void OpensAnEmptyFileOnTheBlankNewCard()

@@ -22,6 +22,8 @@ public:
 
     void KopfZeigen(const Kartenkopf &neuerKopf) override { kopf = neuerKopf; }
 
+    void Gespeichert() override { ++gespeichert; }
+
     void FokusAufFrage() override { fokus = QStringLiteral("MFrage"); }
 
     void FokusAufAntwort(std::size_t box) override { fokus = QStringLiteral("Antwort(%1)").arg(box); }
@@ -36,6 +38,7 @@ public:
     Kartenkopf kopf;
     QString fokus;
     int gezeigt = 0;
+    int gespeichert = 0;
 };
 
 struct Werk

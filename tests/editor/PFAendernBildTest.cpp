@@ -212,13 +212,13 @@ private slots:
     {
         QFETCH(QString, was);
         CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
-        card.Frage_Klartext = QStringLiteral("steht anders im Klartext");
+        card.Antworttyp = 1.25;
         Bildbuehne b({card});
         b.Zeigen();
         b.Klick(qPrintable(was));
         b.Klick("CVor");
-        // Storing writes the plain text anew: that is how it is seen.
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("Frage 1"));
+        // Storing writes the type anew: that is how it is seen.
+        QCOMPARE(b.kartei.Stored()[0].Antworttyp, 1.0);
     }
 
     void PictureStaysWithinTheFormsMargins()
