@@ -5,6 +5,7 @@
 #include "Bild.h"
 #include "BildBox.h"
 #include "Flaeche.h"
+#include "Mediendatei.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
 
@@ -128,7 +129,7 @@ void PFUse::TextUmBild()
 void PFUse::KlangSpielen(const QString &name)
 {
     if (!name.isEmpty())
-        umgebung_.klang(umgebung_.store.CardPath(BlosserName(name)));
+        umgebung_.klang(Mediendatei(umgebung_.store.KarteiPfad, name));
 }
 
 void PFUse::KlangAnbieten(const QString &name)
