@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBOX.h"
-#include "Schritt.h"
 
 #include <QAction>
 #include <QFont>
@@ -171,8 +170,8 @@ void LBOX::MSchriftart_Click()
     schrift.FontStrikethru = wahl->font.strikeOut();
     schrift.FontUnderline = wahl->font.underline();
     schrift.Color = wahl->farbe.red() | wahl->farbe.green() << 8 | wahl->farbe.blue() << 16;
-    Schritt(meldungen_, QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "),
-            [this] { umgebung_.konfig.WriteConfig(2, QStringLiteral("Dummy")); });
+    umgebung_.konfig.Sichern(2, QStringLiteral("Dummy"),
+                             QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }
 
 void LBOX::MAnimation_Click()
@@ -180,7 +179,6 @@ void LBOX::MAnimation_Click()
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
     umgebung_.konfig.Animation = an;
-    Schritt(meldungen_, QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "), [this, an] {
-        umgebung_.konfig.WriteConfig(3, an ? QStringLiteral("True") : QStringLiteral("False"));
-    });
+    umgebung_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
+                             QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
 }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "PFUse.h"
 
+#include "AppConfig.h"
 #include "Bild.h"
 #include "BildBox.h"
 #include "Flaeche.h"
@@ -85,7 +86,7 @@ void PFUse::BildZeigen(const QString &name)
     if (name.isEmpty())
         return;
     const QImage bild =
-        BildLaden(name, umgebung_.store.KarteiPfad, umgebung_.programmPfad, umgebung_.meldungen);
+        BildLaden(name, umgebung_.store.KarteiPfad, umgebung_.konfig.ProgrammPfad, umgebung_.meldungen);
     if (bild.isNull())
         return;
     Picture1_->SetBild(bild);
@@ -340,7 +341,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
 
     const QString gesicht = richtig ? QStringLiteral("face03.ico") : QStringLiteral("face01.ico");
     Image1_->setPixmap(
-        QIcon(QDir(umgebung_.programmPfad).filePath(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
+        QIcon(umgebung_.konfig.ProgrammDatei(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
     urteil_->setText(richtig ? QStringLiteral("Richtig!") : QStringLiteral("Leider falsch"));
     Command3_->setAccessibleDescription(urteil_->text());
     FarbenSetzen();
@@ -361,7 +362,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
     if (!klang.isEmpty())
         KlangSpielen(klang);
     else if (richtig)
-        umgebung_.klang(QDir(umgebung_.programmPfad).filePath(QStringLiteral("Applause.wav")));
+        umgebung_.klang(umgebung_.konfig.ProgrammDatei(QStringLiteral("Applause.wav")));
 }
 
 void PFUse::Clöschen_Click()

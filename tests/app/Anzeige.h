@@ -105,6 +105,9 @@ public:
                Schliessen("Merkkasten", "Return");
     }
 
+    // Types a text into the window that has the keyboard.
+    void Tippen(const QString &text) const { Xdotool({"type", "--delay", "8", "--", text}); }
+
     // Puts the window of this title somewhere else once it has the keyboard.
     bool Versetzen(const QString &titel, QPoint platz, QSize masse) const
     {

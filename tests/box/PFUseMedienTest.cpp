@@ -318,7 +318,7 @@ private slots:
 
     void MissingFacesAndProgramDirectoryAreNoTrouble()
     {
-        b_->programmPfad = "/gibt/es/nicht";
+        b_->konfig.ProgrammPfad = "/gibt/es/nicht";
         b_->Fragen(TippKarte("ja"), [&] {
             Antworten("ja");
             QVERIFY(b_->Label("Image1")->pixmap().isNull());
