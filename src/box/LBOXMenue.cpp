@@ -3,10 +3,15 @@
 #include "LBOX.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFont>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
+#include <QTextDocument>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -28,6 +33,20 @@ QColor Farbe(qint32 farbe)
     return {farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF};
 }
 
+// A path for the menu: where it is long, its directory is elided in the middle; the name stays whole, unless
+// it is too long for the screen by itself.
+QString KurzerPfad(const QString &pfad, const QFontMetrics &schrift, int schirm)
+{
+    const int platz = std::min(schrift.averageCharWidth() * 70, schirm / 2);
+    const qsizetype trenner = pfad.lastIndexOf(QDir::separator()) + 1;
+    const QString name = schrift.elidedText(pfad.mid(trenner), Qt::ElideMiddle, schirm / 2);
+    const QString ordner = pfad.left(trenner);
+    if (schrift.horizontalAdvance(ordner + name) <= platz)
+        return pfad;
+    const int rest = std::max(platz - schrift.horizontalAdvance(name), schrift.averageCharWidth() * 12);
+    return schrift.elidedText(ordner, Qt::ElideMiddle, rest) + name;
+}
+
 } // namespace
 
 void LBOX::MenueBauen()
@@ -46,6 +65,7 @@ void LBOX::MenueBauen()
     Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("&öffnen"), [this] {
         Möffnen_Click();
     })->setShortcut(QKeySequence::Open);
+    datei->setToolTipsVisible(true); // the whole path of a recent file
     mStrich_ = Strich(datei, QStringLiteral("MStrich"));
     for (std::size_t i = 0; i < mDat_.size(); ++i)
         mDat_[i] =
@@ -149,7 +169,9 @@ void LBOX::KonfigZeigen()
     bool welche = false;
     for (std::size_t i = 0; i < mDat_.size(); ++i) {
         const QString &name = umgebung_.konfig.MDat[i];
-        mDat_[i]->setText(OhneKuerzel(name));
+        mDat_[i]->setText(
+            OhneKuerzel(KurzerPfad(name, menuBar()->fontMetrics(), screen()->availableSize().width())));
+        mDat_[i]->setToolTip(Qt::convertFromPlainText(name, Qt::WhiteSpaceNoWrap));
         mDat_[i]->setVisible(!name.isEmpty());
         welche = welche || !name.isEmpty();
     }
