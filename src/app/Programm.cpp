@@ -28,6 +28,8 @@ Programm::Programm(const QString &laufverzeichnis)
       konfig_(meldungen_),
       kartei_(meldungen_, uhr_)
 {
+    // Behind a message, or between intro and main window, no window is open for a moment.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     VerzeichnisseSetzen(laufverzeichnis);
 }
 
@@ -35,23 +37,27 @@ Programm::~Programm() = default;
 
 void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
 {
-    const QString installiert = QDir::cleanPath(laufverzeichnis + QStringLiteral("/../share/paukfix"));
-    try {
-        konfig_.ProgrammPfad = ProgramDirectory(laufverzeichnis, installiert, UserDataDirectory());
-    } catch (const std::exception &fehler) {
-        konfig_.ProgrammPfad = laufverzeichnis;
-        meldungen_.Zeigen(
-            QStringLiteral("Fehler bei Form Intro Load: Die Einstellungen können nicht gespeichert "
-                           "werden: ") +
-            ErrorText(fehler));
-    }
+    const ProgramDirectory gefunden = FindProgramDirectory(
+        {.running = laufverzeichnis,
+         .installed = QDir::cleanPath(laufverzeichnis + QStringLiteral("/../share/paukfix")),
+         .own = OwnDirectory(),
+         .former = FormerOwnDirectory()});
+    konfig_.ProgrammPfad = gefunden.path;
+    konfig_.Lieferpfade = gefunden.shipped;
+    konfig_.NurDieserLauf = !gefunden.keepsSettings;
+    if (!gefunden.message.isEmpty())
+        meldungen_.Zeigen(gefunden.message);
     kartei_.KarteiPfad = konfig_.ProgrammPfad;
 }
 
-bool Programm::Starten(const QString &befehlszeile)
+bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
 {
-    // Between intro and main window, or behind a message, no window is open for a moment.
-    QGuiApplication::setQuitOnLastWindowClosed(false);
+    if (!weitere.isEmpty()) {
+        const QString andere =
+            weitere.size() == 1 ? QString() : QStringLiteral(" und %1 weitere").arg(weitere.size() - 1);
+        meldungen_.Zeigen(QStringLiteral("Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „%1“%2")
+                              .arg(weitere.first(), andere));
+    }
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
@@ -66,9 +72,8 @@ bool Programm::Starten(const QString &befehlszeile)
         .klang = [this](const QString &pfad) { klang_.PlaySound(pfad.toStdString()); },
         .stille = [this] { klang_.StopSound(); },
         // To read the icon takes a good part of a start.
-        .gemalt = [symbol =
-                       konfig_.ProgrammPfad +
-                       QStringLiteral("/paukfix.ico")] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
+        .gemalt = [symbol = konfig_.ProgrammDatei(
+                       QStringLiteral("paukfix.ico"))] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
         .befehlszeile = befehlszeile,
     });
     LBoxFenster fenster;
@@ -149,7 +154,7 @@ void Programm::ÜbersichtZeigen()
 
 void Programm::ÜberZeigen()
 {
-    über(konfig_.ProgrammPfad, meldungen_, lbox_.get()).exec();
+    über(konfig_.ProgrammDatei(QStringLiteral("ueber.rtf")), meldungen_, lbox_.get()).exec();
     lbox_->show();
     lbox_->activateWindow();
 }

@@ -17,6 +17,7 @@
 #include "Zufall.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -32,8 +33,9 @@ public:
     ~Programm();
 
     // Plays the intro and shows the main window; false where the user closed the intro instead of going on.
-    // `befehlszeile` names a card file to open, or is empty.
-    bool Starten(const QString &befehlszeile);
+    // `befehlszeile` names a card file to open, or is empty; `weitere` are files of which the user is told
+    // that they are not opened.
+    bool Starten(const QString &befehlszeile, const QStringList &weitere = {});
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);

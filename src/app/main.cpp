@@ -1,23 +1,43 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Befehlszeile.h"
 #include "MeldungenFenster.h"
 #include "Programm.h"
 
 #include <QApplication>
+#include <QSettings>
 
+#include <cstdio>
 #include <fontconfig/fontconfig.h>
 #include <thread>
 
 int main(int argc, char *argv[])
 {
+    // The toolkit takes its own options away, but needs a display for that.
+    const Befehlszeile auskunft = BefehlszeileLesen([&] {
+        QStringList alle;
+        for (int i = 0; i < argc; ++i)
+            alle << QString::fromLocal8Bit(argv[i]);
+        return alle;
+    }());
+    if (auskunft.art == Befehlszeile::Art::Auskunft)
+        return std::fputs(auskunft.text.toLocal8Bit().constData(), stdout) < 0 ? 1 : 0;
+
     // The machine's fonts are read while the toolkit starts, not after it: a fifth of the whole start.
     const std::jthread fonts([] { FcInit(); });
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("paukfix"));
     QApplication::setApplicationVersion(QStringLiteral(PAUKFIX_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("paukfix"));
+    // The toolkit's dialogs would keep settings of their own: they find no place for them.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     DeutscheTexte();
 
+    const Befehlszeile befehl = BefehlszeileLesen(QApplication::arguments());
+    if (befehl.art == Befehlszeile::Art::Fehler) {
+        std::fputs(befehl.text.toLocal8Bit().constData(), stderr);
+        return 2;
+    }
     Programm programm(QApplication::applicationDirPath());
-    return programm.Starten(QApplication::arguments().value(1)) ? QApplication::exec() : 0;
+    return programm.Starten(befehl.kartei, befehl.weitere) ? QApplication::exec() : 0;
 }

@@ -131,8 +131,8 @@ bool LBOX::KarteiOeffnen(const QString &pfad)
 void LBOX::InListe(const QString &pfad)
 {
     QDir::setCurrent(kartei_.KarteiPfad);
-    Schritt(meldungen_, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "),
-            [this, &pfad] { umgebung_.konfig.WriteConfig(1, pfad); });
+    umgebung_.konfig.Sichern(
+        1, pfad, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "));
 }
 
 bool LBOX::DateiOffenPruefen()

@@ -59,7 +59,7 @@ void LBOX::KarteAbfragen()
                    .zustand = umgebung_.zustand,
                    .meldungen = meldungen_,
                    .zufall = umgebung_.zufall,
-                   .programmPfad = umgebung_.konfig.ProgrammPfad,
+                   .konfig = umgebung_.konfig,
                    .klang = umgebung_.klang,
                    .stille = umgebung_.stille,
                    .automatikAus = [this] { AutomatikAus(); },

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBOX.h"
-#include "Schritt.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFont>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
+#include <QTextDocument>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -29,6 +33,20 @@ QColor Farbe(qint32 farbe)
     return {farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF};
 }
 
+// A path for the menu: where it is long, its directory is elided in the middle; the name stays whole, unless
+// it is too long for the screen by itself.
+QString KurzerPfad(const QString &pfad, const QFontMetrics &schrift, int schirm)
+{
+    const int platz = std::min(schrift.averageCharWidth() * 70, schirm / 2);
+    const qsizetype trenner = pfad.lastIndexOf(QDir::separator()) + 1;
+    const QString name = schrift.elidedText(pfad.mid(trenner), Qt::ElideMiddle, schirm / 2);
+    const QString ordner = pfad.left(trenner);
+    if (schrift.horizontalAdvance(ordner + name) <= platz)
+        return pfad;
+    const int rest = std::max(platz - schrift.horizontalAdvance(name), schrift.averageCharWidth() * 12);
+    return schrift.elidedText(ordner, Qt::ElideMiddle, rest) + name;
+}
+
 } // namespace
 
 void LBOX::MenueBauen()
@@ -47,6 +65,7 @@ void LBOX::MenueBauen()
     Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("&öffnen"), [this] {
         Möffnen_Click();
     })->setShortcut(QKeySequence::Open);
+    datei->setToolTipsVisible(true); // the whole path of a recent file
     mStrich_ = Strich(datei, QStringLiteral("MStrich"));
     for (std::size_t i = 0; i < mDat_.size(); ++i)
         mDat_[i] =
@@ -150,7 +169,9 @@ void LBOX::KonfigZeigen()
     bool welche = false;
     for (std::size_t i = 0; i < mDat_.size(); ++i) {
         const QString &name = umgebung_.konfig.MDat[i];
-        mDat_[i]->setText(OhneKuerzel(name));
+        mDat_[i]->setText(
+            OhneKuerzel(KurzerPfad(name, menuBar()->fontMetrics(), screen()->availableSize().width())));
+        mDat_[i]->setToolTip(Qt::convertFromPlainText(name, Qt::WhiteSpaceNoWrap));
         mDat_[i]->setVisible(!name.isEmpty());
         welche = welche || !name.isEmpty();
     }
@@ -171,8 +192,8 @@ void LBOX::MSchriftart_Click()
     schrift.FontStrikethru = wahl->font.strikeOut();
     schrift.FontUnderline = wahl->font.underline();
     schrift.Color = wahl->farbe.red() | wahl->farbe.green() << 8 | wahl->farbe.blue() << 16;
-    Schritt(meldungen_, QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "),
-            [this] { umgebung_.konfig.WriteConfig(2, QStringLiteral("Dummy")); });
+    umgebung_.konfig.Sichern(2, QStringLiteral("Dummy"),
+                             QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }
 
 void LBOX::MAnimation_Click()
@@ -180,7 +201,6 @@ void LBOX::MAnimation_Click()
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
     umgebung_.konfig.Animation = an;
-    Schritt(meldungen_, QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "), [this, an] {
-        umgebung_.konfig.WriteConfig(3, an ? QStringLiteral("True") : QStringLiteral("False"));
-    });
+    umgebung_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
+                             QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
 }

@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "PFUse.h"
 
+#include "AppConfig.h"
 #include "Bild.h"
 #include "BildBox.h"
 #include "Flaeche.h"
+#include "Mediendatei.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
 #include "Texttaste.h"
@@ -70,7 +72,7 @@ void PFUse::BildZeigen(const QString &name)
     if (name.isEmpty())
         return;
     const QImage bild =
-        BildLaden(name, umgebung_.store.KarteiPfad, umgebung_.programmPfad, umgebung_.meldungen);
+        BildLaden(name, umgebung_.store.KarteiPfad, umgebung_.konfig.ProgrammPfad, umgebung_.meldungen);
     if (bild.isNull())
         return;
     Picture1_->SetBild(bild);
@@ -114,7 +116,7 @@ void PFUse::TextUmBild()
 void PFUse::KlangSpielen(const QString &name)
 {
     if (!name.isEmpty())
-        umgebung_.klang(umgebung_.store.CardPath(BlosserName(name)));
+        umgebung_.klang(Mediendatei(umgebung_.store.KarteiPfad, name));
 }
 
 void PFUse::KlangAnbieten(const QString &name)
@@ -325,7 +327,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
 
     const QString gesicht = richtig ? QStringLiteral("face03.ico") : QStringLiteral("face01.ico");
     Image1_->setPixmap(
-        QIcon(QDir(umgebung_.programmPfad).filePath(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
+        QIcon(umgebung_.konfig.ProgrammDatei(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
     urteil_->setText(richtig ? QStringLiteral("Richtig!") : QStringLiteral("Leider falsch"));
     Command3_->setAccessibleDescription(urteil_->text());
     FarbenSetzen();
@@ -346,7 +348,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
     if (!klang.isEmpty())
         KlangSpielen(klang);
     else if (richtig)
-        umgebung_.klang(QDir(umgebung_.programmPfad).filePath(QStringLiteral("Applause.wav")));
+        umgebung_.klang(umgebung_.konfig.ProgrammDatei(QStringLiteral("Applause.wav")));
 }
 
 void PFUse::Clöschen_Click()

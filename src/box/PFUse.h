@@ -17,6 +17,7 @@
 class BildBox;
 class Flaeche;
 class RichTextBox;
+class AppConfig;
 class QCheckBox;
 class QKeyEvent;
 class QLabel;
@@ -32,7 +33,7 @@ struct AbfrageUmgebung
     BoxZustand &zustand;
     Meldungen &meldungen;
     Zufall &zufall;
-    const QString &programmPfad;
+    const AppConfig &konfig;
     std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
     std::function<void()> stille = [] {};                                    // stops it
     std::function<void()> automatikAus = [] {}; // switches the automatic mode off

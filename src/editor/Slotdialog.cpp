@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Slotdialog.h"
 
-#include "Bild.h"
 #include "Fensterbau.h"
 #include "KurzLabel.h"
+#include "Mediendatei.h"
 #include "SafeFile.h"
 #include "Schritt.h"
 
@@ -141,7 +141,7 @@ void Slotdialog::SlotZeigen()
     }
     NamenZeigen(name);
     Schritt(umgebung_.meldungen, texte_.fehler,
-            [&] { Vorschau(umgebung_.kartei.CardPath(BlosserName(name))); });
+            [&] { Vorschau(Mediendatei(umgebung_.kartei.KarteiPfad, name)); });
 }
 
 void Slotdialog::DateiWaehlen()

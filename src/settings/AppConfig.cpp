@@ -3,7 +3,11 @@
 #include "AppConfig.h"
 
 #include "KonfigFormat.h"
+#include "ProgramDirectory.h"
 #include "SafeFile.h"
+#include "Schritt.h"
+
+#include <QFileInfo>
 
 namespace {
 
@@ -134,6 +138,36 @@ QString AppConfig::KonfigPfad(const char *name) const
     return ProgrammPfad + QLatin1Char('/') + QLatin1String(name);
 }
 
+QString AppConfig::ProgrammDatei(const QString &name) const
+{
+    const auto in = [&name](const QString &ordner) { return ordner + QLatin1Char('/') + name; };
+    const QString eigene = in(ProgrammPfad);
+    if (!QFileInfo(eigene).isFile()) {
+        for (const QString &ordner : Lieferpfade) {
+            if (QFileInfo(in(ordner)).isFile()) {
+                return in(ordner);
+            }
+        }
+    }
+    return eigene;
+}
+
+// "konfig.dat" is gone, and there is a shipped one to make it from.
+bool AppConfig::Verloren() const
+{
+    const QString konfig = KonfigPfad("konfig.dat");
+    return !QFileInfo::exists(konfig) && ProgrammDatei(QStringLiteral("konfig.dat")) != konfig;
+}
+
+// Makes "konfig.dat" again as it was shipped and returns its content; throws where that cannot be.
+QByteArray AppConfig::NeuAnlegen() const
+{
+    const DirectoryLock lock(ProgrammPfad);
+    const QByteArray content = ReadFile(ProgrammDatei(QStringLiteral("konfig.dat")), MaxFileSize);
+    RewriteFile(KonfigPfad("konfig.dat"), content);
+    return content;
+}
+
 void AppConfig::ReadConfig()
 {
     int errors = 0;
@@ -152,6 +186,9 @@ void AppConfig::ReadConfig()
 
     QByteArray content;
     tryStep([&] { content = ReadFile(KonfigPfad("konfig.dat"), MaxFileSize); });
+    if (errors > 0 && Verloren()) {
+        tryStep([&] { content = NeuAnlegen(); });
+    }
     qint16 section = 0;
     size_t recentFile = 0;
     for (const KonfigLine &line : KonfigLines(content)) {
@@ -184,6 +221,11 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
         const DirectoryLock lock(ProgrammPfad);
         const QString konfig = KonfigPfad("konfig.dat");
         const QByteArray content = Rewritten(ReadFile(konfig, MaxFileSize), section, value, schrift);
+        // A rename asks nobody whether the file that it replaces may be written.
+        if (!MayWrite(konfig)) {
+            throw StoreError(Fehler::NichtErlaubt,
+                             QStringLiteral("Die Datei ist schreibgeschützt: %1").arg(konfig));
+        }
         if (content.size() > MaxFileSize) {
             throw StoreError(Fehler::ZuWenigSpeicher,
                              QStringLiteral("Die Datei würde zu groß: %1").arg(konfig));
@@ -195,6 +237,25 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
         RewriteFile(konfig, content);
     }
     ReadConfig();
+}
+
+void AppConfig::Sichern(qint16 section, const QString &value, const QString &kontext)
+{
+    if (NurDieserLauf) {
+        return;
+    }
+    try {
+        WriteConfig(section, value);
+    } catch (const StoreError &error) {
+        NurDieserLauf = error.Number() == Fehler::NichtErlaubt;
+        meldungen_.Zeigen(kontext + error.Text());
+        if (Verloren()) {
+            Schritt(meldungen_, kontext, [&] {
+                NeuAnlegen();
+                WriteConfig(section, value);
+            });
+        }
+    }
 }
 
 bool AppConfig::ReadIntroAnimation() const

@@ -6,6 +6,7 @@
 #include "StoreError.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <functional>
@@ -25,7 +26,9 @@ class AppConfig
 public:
     explicit AppConfig(Meldungen &meldungen);
 
-    QString ProgrammPfad; // program directory, without a separator at its end
+    QString ProgrammPfad;       // program directory, without a separator at its end
+    QStringList Lieferpfade;    // where shipped files lie that the program directory lacks
+    bool NurDieserLauf = false; // settings cannot be written, and the user knows
     Schrift schrift;
     std::array<QString, 5> MDat; // recently opened card files, latest first; an empty entry is not shown
     bool Animation = true;
@@ -33,19 +36,28 @@ public:
     }; // called after every ReadConfig, so that the menu shows the new values
 
     // Takes every setting that the file holds; what it lacks, or what cannot be read, keeps its value. Each
-    // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on.
+    // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on. A file that is gone is
+    // then made again from the shipped one.
     void ReadConfig();
     // Rewrites one section and reads the file anew: 1 puts the file name `value` on top of the recent files,
     // 2 stores `schrift` (`value` is not used), 3 stores `value`, "True" or "False", as the animation
     // setting. A section that the file does not have is not written. Throws StoreError, and konfig.dat is
-    // then as it was.
+    // then as it was; one that is read-only is never replaced.
     void WriteConfig(qint16 section, const QString &value);
+    // WriteConfig for a command: shows `kontext` and the error's text. That settings may not be written is
+    // said once, and they then hold until the program ends.
+    void Sichern(qint16 section, const QString &value, const QString &kontext);
     // The animation setting as the intro reads it: header and key in exactly this letter case, true when
     // there is none. Throws StoreError.
     bool ReadIntroAnimation() const;
 
+    // A file of the program from the first place that has it; in the program directory where none has.
+    QString ProgrammDatei(const QString &name) const;
+
 private:
     QString KonfigPfad(const char *name) const;
+    bool Verloren() const;
+    QByteArray NeuAnlegen() const;
 
     Meldungen &meldungen_;
 };

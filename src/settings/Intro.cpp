@@ -42,7 +42,7 @@ Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), m
 // Most starts show the main window at once: nothing is built for them.
 void Intro::Aufbauen()
 {
-    setWindowIcon(QIcon(konfig_.ProgrammPfad + QStringLiteral("/paukfix.ico")));
+    setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
     Timer_Intro_ = new QTimer(this);
     Timer_Intro_->setObjectName(QStringLiteral("Timer_Intro"));
     Timer_Intro_->setInterval(Takt);
@@ -113,7 +113,7 @@ void Intro::NummerZeigen(int nummer)
     punkte_->SetBild(nummer - ErstesBild);
     Schritt(meldungen_, Kontext, [this] {
         BildZeigen(
-            QStringLiteral("%1/lbox%2.jpg").arg(konfig_.ProgrammPfad).arg(gezeigt_, 2, 10, QLatin1Char('0')));
+            konfig_.ProgrammDatei(QStringLiteral("lbox%1.jpg").arg(gezeigt_, 2, 10, QLatin1Char('0'))));
     });
 }
 

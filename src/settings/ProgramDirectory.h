@@ -3,13 +3,38 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-// The program's directory under the user's data: "~/.local/share/paukfix" where nothing else is set.
-QString UserDataDirectory();
+// The directory "Paukfix" in the user's documents, as the desktop calls them ("~/Dokumente").
+QString OwnDirectory();
+// Where earlier versions kept the user's files: "~/.local/share/paukfix" where nothing else is set.
+QString FormerOwnDirectory();
 
-// The directory that holds "konfig.dat" and the shipped files, without a separator at its end: `running`,
-// where the running program lies, if it holds a konfig.dat that can be rewritten (a portable copy, the build
-// tree), else `user`. That one is filled with the files of `installed` once, when it is not there or empty;
-// what is deleted in it later stays deleted. A kill while it is filled leaves it unfilled. Throws StoreError
-// where it cannot be filled.
-QString ProgramDirectory(const QString &running, const QString &installed, const QString &user);
+// Whether this user may write to a file or directory. What nobody may write to, the administrator may not
+// either.
+bool MayWrite(const QString &path);
+
+// Where the files of the program can lie.
+struct ProgramPlaces
+{
+    QString running;   // where the running program lies
+    QString installed; // the shipped files of an installed program, with the sample boxes in "beispiele"
+    QString own;       // the user's directory
+    QString former;    // the user's directory of earlier versions
+};
+
+struct ProgramDirectory
+{
+    QString path;              // holds "konfig.dat" and the first card files; without a separator at its end
+    QStringList shipped;       // where shipped files lie that it lacks, in the order of the search
+    QString message;           // what the user has to be told; empty mostly
+    bool keepsSettings = true; // false: nothing can be written in `path`
+};
+
+// `running`, if it holds a konfig.dat and can be written to (a portable copy, the build tree), else `own`.
+// At the first start `own` gets konfig.dat and the sample boxes, never over what lies there already; what is
+// deleted in it later stays deleted, and a fill that was killed is finished by the next start. What `former`
+// holds is moved to `own` first, and `former` becomes a link to it; where that cannot be done, `former`
+// stays the user's directory. Where no directory can be written to, the shipped files are read and the
+// message says so.
+ProgramDirectory FindProgramDirectory(const ProgramPlaces &places);

@@ -18,7 +18,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
 
 }
 
-über::über(const QString &programmPfad, Meldungen &meldungen, QWidget *parent) : QDialog(parent)
+über::über(const QString &ueberRtf, Meldungen &meldungen, QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("über"));
     setWindowTitle(QStringLiteral("über Paukfix"));
@@ -55,8 +55,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     resize(zeile * 40, zeile * 34);
 
     Schritt(meldungen, QString(), [&] {
-        SetRichTextBytes(*RichTextBox1_->document(),
-                         ReadFile(programmPfad + QStringLiteral("/ueber.rtf"), MaxText));
+        SetRichTextBytes(*RichTextBox1_->document(), ReadFile(ueberRtf, MaxText));
         RichTextBox1_->moveCursor(QTextCursor::Start);
     });
 }

@@ -9,12 +9,12 @@
 class QPushButton;
 class RichTextBox;
 
-// The about box: the text of "ueber.rtf" in the program's directory.
+// The about box: the text of the file "ueber.rtf".
 class über final : public QDialog
 {
 public:
     // Says what went wrong where the text cannot be read; the box is empty then.
-    über(const QString &programmPfad, Meldungen &meldungen, QWidget *parent = nullptr);
+    über(const QString &ueberRtf, Meldungen &meldungen, QWidget *parent = nullptr);
 
 private:
     RichTextBox *RichTextBox1_ = nullptr;

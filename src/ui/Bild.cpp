@@ -3,6 +3,7 @@
 #include "Bild.h"
 
 #include "BildPruefung.h"
+#include "Mediendatei.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -37,11 +38,6 @@ QByteArray BildFormat(const QByteArray &anfang)
 }
 
 } // namespace
-
-QString BlosserName(const QString &name)
-{
-    return name.mid(std::max(name.lastIndexOf(u'\\'), name.lastIndexOf(u'/')) + 1);
-}
 
 QImage BildLesen(const QString &pfad, const QSize &platz)
 {
@@ -95,12 +91,11 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
 QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
                  Meldungen &meldungen)
 {
-    const QString blosserName = BlosserName(name);
     for (const QString &verzeichnis : {karteiPfad, programmPfad}) {
         try {
-            if (blosserName.isEmpty())
+            if (BlosserName(name).isEmpty())
                 throw StoreError(Fehler::DateiNichtGefunden, name);
-            return BildLesen(QDir(verzeichnis).filePath(blosserName));
+            return BildLesen(Mediendatei(verzeichnis, name));
         } catch (const StoreError &fehler) {
             if (fehler.Number() != Fehler::DateiNichtGefunden &&
                 fehler.Number() != Fehler::PfadNichtGefunden) {

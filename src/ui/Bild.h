@@ -14,15 +14,12 @@ inline constexpr int PfadZugriff = 75;      // there, but not to be read
 inline constexpr int UngueltigesBild = 481; // neither BMP nor JPEG, damaged, or too large
 } // namespace Fehler
 
-// The part of a stored media name behind its last "\" or "/": names of other directories are never opened.
-QString BlosserName(const QString &name);
-
 // Reads a BMP or JPEG file, told by its content, turned as its camera says. A picture of more than 4096
 // pixels on a side is read smaller, and one that is larger than `platz` (pixels) so that it just fits.
 // Throws StoreError 53, 76, 75 or 481.
 QImage BildLesen(const QString &pfad, const QSize &platz = {});
 
-// The picture that a card names: from the directory of the card file or, where it is not there, from the
-// program's. Shows what went wrong and returns a null image then.
+// The picture that a card names (Mediendatei): from the directory of the card file or, where it is not there,
+// from the program's. Shows what went wrong and returns a null image then.
 QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
                  Meldungen &meldungen);

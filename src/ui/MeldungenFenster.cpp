@@ -6,6 +6,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLibraryInfo>
+#include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpacerItem>
@@ -14,6 +15,9 @@
 #include <memory>
 
 namespace {
+
+// "QT_LOGGING_RULES=paukfix.meldung=true" has every message on the terminal as well.
+Q_LOGGING_CATEGORY(Protokoll, "paukfix.meldung", QtWarningMsg)
 
 // While a message is shown, the pointer is the ordinary one.
 class OhneSanduhr
@@ -69,6 +73,15 @@ void TitelLesbar(QMessageBox &box)
     anordnung->addItem(new QSpacerItem(breite, 0), anordnung->rowCount(), 0, 1, anordnung->columnCount());
 }
 
+void Vorbereiten(QMessageBox &box)
+{
+    box.setObjectName(QStringLiteral("Meldung"));
+    box.setTextFormat(Qt::PlainText);
+    DeutscheKnoepfe(box);
+    TitelLesbar(box);
+    qCInfo(Protokoll).noquote() << box.text();
+}
+
 } // namespace
 
 MeldungenFenster::~MeldungenFenster()
@@ -81,9 +94,7 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
     const OhneSanduhr ohne(sanduhr_);
     QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(), text,
                     QMessageBox::Ok, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    DeutscheKnoepfe(box);
-    TitelLesbar(box);
+    Vorbereiten(box);
     box.exec();
 }
 
@@ -92,11 +103,9 @@ Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe
     const OhneSanduhr ohne(sanduhr_);
     QMessageBox box(QMessageBox::Question, Titel(), text, QMessageBox::Yes | QMessageBox::No,
                     QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
+    Vorbereiten(box);
     box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
-    DeutscheKnoepfe(box);
-    TitelLesbar(box);
     return box.exec() == QMessageBox::Yes ? Antwort::Ja : Antwort::Nein;
 }
 

@@ -105,6 +105,9 @@ public:
                Schliessen("Merkkasten", "Return");
     }
 
+    // Types a text into the window that has the keyboard.
+    void Tippen(const QString &text) const { Xdotool({"type", "--delay", "8", "--", text}); }
+
     // Puts the window of this title somewhere else once it has the keyboard.
     bool Versetzen(const QString &titel, QPoint platz, QSize masse) const
     {
@@ -174,7 +177,8 @@ public:
     }
 
     // Waits until the program holds the lock of the card file; it takes keys for it from then on. The
-    // kernel's list tells without touching the file; it names no process, as the lock belongs to the open file.
+    // kernel's list tells without touching the file; it names no process, as the lock belongs to the open
+    // file.
     bool HatGeoeffnet(const QString &kartei) const
     {
         struct stat info = {};

@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
 
+#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,7 +22,57 @@ private:
 
     QString Installiert(const QString &pfad) const { return ordner_.filePath("ziel/usr/" + pfad); }
 
-    QString Eigene(const QString &name) const { return ordner_.filePath("heim/daten/paukfix/" + name); }
+    QString Heim(const QString &pfad = {}) const { return ordner_.filePath("heim/" + pfad); }
+
+    QString Eigene(const QString &name) const { return Heim("Dokumente/Paukfix/" + name); }
+
+    static void Schreiben(const QString &pfad, const QByteArray &inhalt)
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(pfad).path()));
+        QFile datei(pfad);
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        QCOMPARE(datei.write(inhalt), inhalt.size());
+    }
+
+    // Everything below the home belongs to the ordinary user.
+    void Uebergeben() const
+    {
+        if (geteuid() != 0)
+            return;
+        QDirIterator alles(Heim(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                           QDirIterator::Subdirectories);
+        QStringList pfade{Heim()};
+        while (alles.hasNext())
+            pfade << alles.next();
+        for (const QString &pfad : pfade)
+            QCOMPARE(lchown(QFile::encodeName(pfad).constData(), 65534, 65534), 0);
+    }
+
+    // All files below the home but the caches, by their paths in it.
+    QStringList Dateien() const
+    {
+        QStringList namen;
+        QDirIterator alles(Heim(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+        while (alles.hasNext()) {
+            const QString name = QDir(Heim()).relativeFilePath(alles.next());
+            if (!name.startsWith(".cache/") && name != "terminal")
+                namen << name;
+        }
+        namen.sort();
+        return namen;
+    }
+
+    // The texts of all message boxes of the last run.
+    QStringList Meldungen() const
+    {
+        QStringList texte;
+        for (const QString &zeile : QString::fromUtf8(Lesen(ordner_.filePath("terminal"))).split('\n')) {
+            const QString anfang = "paukfix.meldung: ";
+            if (zeile.startsWith(anfang))
+                texte << zeile.mid(anfang.size());
+        }
+        return texte;
+    }
 
     static QByteArray Lesen(const QString &pfad)
     {
@@ -41,18 +93,22 @@ private:
     }
 
     // The installed program, run by an ordinary user with a home of their own.
-    std::unique_ptr<Lauf> Programm() const
+    std::unique_ptr<Lauf> Programm(const QStringList &argumente = {}) const
     {
-        auto lauf = std::make_unique<Lauf>(*anzeige_, Installiert("bin/paukfix"));
+        auto lauf = std::make_unique<Lauf>(*anzeige_, Installiert("bin/paukfix"), argumente);
         QProcessEnvironment umgebung = anzeige_->umgebung;
-        umgebung.insert("HOME", ordner_.filePath("heim"));
-        umgebung.insert("XDG_DATA_HOME", ordner_.filePath("heim/daten"));
-        umgebung.insert("XDG_RUNTIME_DIR", ordner_.filePath("heim"));
+        umgebung.insert("HOME", Heim());
+        umgebung.insert("XDG_RUNTIME_DIR", ordner_.filePath("lauf"));
+        umgebung.insert("QT_LOGGING_RULES", "*=false;paukfix.meldung=true");
+        for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+            umgebung.remove(name);
         // Another user may not be allowed to read the list of known leaks in the source tree.
         umgebung.remove("LSAN_OPTIONS");
         umgebung.insert("ASAN_OPTIONS", "detect_leaks=0");
         lauf->prozess.setProcessEnvironment(umgebung);
-        lauf->prozess.setWorkingDirectory(ordner_.filePath("heim"));
+        lauf->prozess.setProcessChannelMode(QProcess::SeparateChannels);
+        lauf->prozess.setStandardErrorFile(ordner_.filePath("terminal"));
+        lauf->prozess.setWorkingDirectory(Heim());
         if (geteuid() == 0) {
             lauf->prozess.setChildProcessModifier([] {
                 if (setgid(65534) != 0 || setuid(65534) != 0)
@@ -62,14 +118,27 @@ private:
         return lauf;
     }
 
+    void Waehlen(const QString &name) const
+    {
+        QVERIFY(anzeige_->WarteAuf("Merkkasten öffnen"));
+        anzeige_->Tippen(name);
+        QVERIFY(anzeige_->Schliessen("Merkkasten öffnen", "Return"));
+    }
+
+    void Beenden(Lauf &lauf) const
+    {
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
 private slots:
 
     void initTestCase()
     {
-        QVERIFY(QDir().mkpath(ordner_.filePath("heim")));
+        QVERIFY(QDir().mkpath(ordner_.filePath("lauf")));
         QCOMPARE(chmod(QFile::encodeName(ordner_.path()).constData(), 0755), 0);
         if (geteuid() == 0)
-            QCOMPARE(chown(QFile::encodeName(ordner_.filePath("heim")).constData(), 65534, 65534), 0);
+            QCOMPARE(chown(QFile::encodeName(ordner_.filePath("lauf")).constData(), 65534, 65534), 0);
         QProcess cmake;
         QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
         umgebung.insert("DESTDIR", ordner_.filePath("ziel"));
@@ -80,6 +149,20 @@ private slots:
         QCOMPARE(cmake.exitCode(), 0);
         Rechte(Installiert(""), false);
         anzeige_ = std::make_unique<Anzeige>();
+    }
+
+    // A German desktop's home, with nothing of the program.
+    void init()
+    {
+        QVERIFY(QDir().mkpath(Heim("Dokumente")));
+        Schreiben(Heim(".config/user-dirs.dirs"), "XDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n");
+        Uebergeben();
+    }
+
+    void cleanup()
+    {
+        Rechte(Heim(), true);
+        QVERIFY(QDir(Heim()).removeRecursively());
     }
 
     void cleanupTestCase()
@@ -96,8 +179,9 @@ private slots:
               "share/icons/hicolor/scalable/apps/paukfix.svg", "share/paukfix/konfig.dat",
               "share/paukfix/ueber.rtf", "share/paukfix/Applause.wav", "share/paukfix/face01.ico",
               "share/paukfix/face03.ico", "share/paukfix/paukfix.ico", "share/paukfix/lbox05.jpg",
-              "share/paukfix/lbox11.jpg", "share/paukfix/Englisch.pzb", "share/paukfix/Natur.pzb",
-              "share/paukfix/kuckuck.wav", "share/paukfix/ahorn.jpg", "share/paukfix/vollmond.bmp"})
+              "share/paukfix/lbox11.jpg", "share/paukfix/beispiele/Englisch.pzb",
+              "share/paukfix/beispiele/Natur.pzb", "share/paukfix/beispiele/kuckuck.wav",
+              "share/paukfix/beispiele/ahorn.jpg", "share/paukfix/beispiele/vollmond.bmp"})
             QVERIFY2(QFile::exists(Installiert(pfad)), pfad);
         QVERIFY(QFileInfo(Installiert("bin/paukfix")).isExecutable());
     }
@@ -106,7 +190,8 @@ private slots:
     void FilesAreInstalledAsTheyWereMade()
     {
         QCOMPARE(Lesen(Installiert("share/paukfix/konfig.dat")), Lesen(SOURCE_DIR "/assets/konfig.dat"));
-        QCOMPARE(Lesen(Installiert("share/paukfix/Englisch.pzb")), Lesen(BUILD_DIR "/samples/Englisch.pzb"));
+        QCOMPARE(Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb")),
+                 Lesen(BUILD_DIR "/samples/Englisch.pzb"));
     }
 
     void TheDesktopEntryStartsTheProgramWithACardFile()
@@ -120,28 +205,146 @@ private slots:
         QVERIFY(typ.contains("glob pattern=\"*.pzb\""));
     }
 
-    void AnOrdinaryUserGetsADirectoryOfTheirOwnOnce()
+    // Nothing else is written either: no copies of the program's files, no settings of the toolkit's dialogs.
+    void TheFirstStartPutsSettingsAndSampleBoxesInTheDocuments()
     {
-        const auto erster = Programm();
-        QVERIFY(erster->Starten());
+        const QStringList vorher = Dateien();
+        const auto lauf = Programm();
+        QVERIFY(lauf->Starten());
+        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        Waehlen("Englisch.pzb");
+        QVERIFY(lauf->HatGeoeffnet(Eigene("Englisch.pzb")));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(), QStringList());
+
+        QStringList erwartet{vorher};
+        erwartet << "Dokumente/Paukfix/konfig.dat"
+                 << "Dokumente/Paukfix/konfig.new";
+        for (const QString &name : QDir(Installiert("share/paukfix/beispiele")).entryList(QDir::Files))
+            erwartet << "Dokumente/Paukfix/" + name;
+        erwartet.sort();
+        QCOMPARE(Dateien(), erwartet);
+        QVERIFY(Lesen(Eigene("konfig.dat")).contains(QFile::encodeName(Eigene("Englisch.pzb"))));
+        for (const char *name : {"Natur.pzb", "ahorn.jpg", "kuckuck.wav"})
+            QCOMPARE(Lesen(Eigene(name)), Lesen(Installiert(QString("share/paukfix/beispiele/") + name)));
+    }
+
+    void AHomeThatCannotBeWrittenIsOneMessage()
+    {
+        Rechte(Heim(), false);
+        const QStringList vorher = Dateien();
+        const auto lauf = Programm();
+        QVERIFY(lauf->Starten());
+        QVERIFY(anzeige_->MeldungSchliessen());
         QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
         QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
-        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
-        QVERIFY(erster->IstZuEnde());
-        for (const char *name : {"konfig.dat", "lbox11.jpg", "Englisch.pzb", "ueber.rtf"})
-            QCOMPARE(Lesen(Eigene(name)), Lesen(Installiert(QString("share/paukfix/") + name)));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(), QStringList("Fehler bei Form Intro Load: Die Einstellungen können nicht "
+                                          "gespeichert werden: Zugriff verweigert: " +
+                                          QFileInfo(Eigene("x")).path()));
+        QCOMPARE(Dateien(), vorher);
+    }
 
-        // What the user deletes stays deleted, and is reported.
-        QVERIFY(QFile::remove(Eigene("konfig.dat")));
-        const auto zweiter = Programm();
-        QVERIFY(zweiter->Starten());
-        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the intro
+    void SettingsThatAreGoneAreMadeAgainAndSamplesAreNot()
+    {
+        Schreiben(Eigene("konfig.new"), "");
+        Uebergeben();
+        const QString konfig = Eigene("konfig.dat");
+        const auto lauf = Programm();
+        QVERIFY(lauf->Starten());
+        QVERIFY(anzeige_->MeldungSchliessen());
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the intro
-        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the report of the main window
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
         QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
-        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
-        QVERIFY(zweiter->IstZuEnde());
-        QVERIFY(!QFile::exists(Eigene("konfig.dat")));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(), QStringList({"Fehler bei Form Intro Load: Datei nicht gefunden: " + konfig,
+                                           "Fehler in Konfig_LesenDatei nicht gefunden: " + konfig}));
+        QCOMPARE(Lesen(konfig), Lesen(Installiert("share/paukfix/konfig.dat")));
+        QVERIFY(!QFile::exists(Eigene("Englisch.pzb")));
+    }
+
+    void FilesOfAnEarlierVersionAreMovedToTheDocuments()
+    {
+        const QString alt = Heim(".local/share/paukfix/");
+        Schreiben(alt + "konfig.dat",
+                  Lesen(Installiert("share/paukfix/konfig.dat"))
+                      .replace("[recentfiles]\r\n", "[recentfiles]\r\n" + alt.toUtf8() + "Latein.pzb\r\n"));
+        Schreiben(alt + "Latein.pzb", Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb")));
+        Schreiben(alt + "ueber.rtf", Lesen(Installiert("share/paukfix/ueber.rtf")));
+        Uebergeben();
+        const auto lauf = Programm();
+        QVERIFY(lauf->Starten());
+        QVERIFY(anzeige_->MeldungSchliessen());
+        QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
+        // The first of the recent files, by the name that it had.
+        QVERIFY(anzeige_->Tasten("Lern-Box", {"alt+d", "Down", "Down", "Return"}));
+        QVERIFY(lauf->HatGeoeffnet(Eigene("Latein.pzb")));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(),
+                 QStringList(QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. "
+                                            "Bisher lagen sie in „%2“.")
+                                 .arg(QFileInfo(Eigene("x")).path(), QFileInfo(alt + "x").path())));
+        QVERIFY(!QFile::exists(Eigene("ueber.rtf")));
+    }
+
+    void ReadOnlySettingsAreRespectedAndTellItOnce()
+    {
+        const QString konfig = Eigene("konfig.dat");
+        const QByteArray inhalt =
+            Lesen(Installiert("share/paukfix/konfig.dat")).replace("Animation=True", "Animation=False");
+        Schreiben(konfig, inhalt);
+        for (const char *name : {"Englisch.pzb", "Musik.pzb"})
+            Schreiben(Eigene(name), Lesen(Installiert(QString("share/paukfix/beispiele/") + name)));
+        Uebergeben();
+        QCOMPARE(chmod(QFile::encodeName(konfig).constData(), 0444), 0);
+        const auto lauf = Programm();
+        QVERIFY(lauf->Starten());
+        Waehlen("Englisch.pzb");
+        QVERIFY(anzeige_->Schliessen("Merkkasten (Englisch.pzb)", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+o"));
+        Waehlen("Musik.pzb");
+        QVERIFY(lauf->HatGeoeffnet(Eigene("Musik.pzb")));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(),
+                 QStringList("Die Liste der letzten Dateien konnte nicht gespeichert werden: Die "
+                             "Datei ist schreibgeschützt: " +
+                             konfig));
+        QCOMPARE(Lesen(konfig), inhalt);
+        QVERIFY(!QFile::exists(Eigene("konfig.new")));
+        QVERIFY(!QFileInfo(konfig).permission(QFile::WriteOwner));
+    }
+
+    void AnAddressIsOpenedAndASecondFileIsNot()
+    {
+        const QString kartei = Heim("Käse 100%.pzb");
+        Schreiben(kartei, Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb")));
+        Uebergeben();
+        const auto lauf =
+            Programm({QString::fromLatin1(QUrl::fromLocalFile(kartei).toEncoded()), "zwei.pzb"});
+        QVERIFY(lauf->Starten());
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
+        QVERIFY(lauf->HatGeoeffnet(kartei));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(),
+                 QStringList("Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „zwei.pzb“"));
+    }
+
+    void HelpAndVersionNeedNoDisplay()
+    {
+        for (const auto &[option, anfang] :
+             {std::pair("--help", "Aufruf: paukfix [KARTEI.pzb]\n"), std::pair("--version", "Paukfix ")}) {
+            QProcess programm;
+            QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
+            for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+                umgebung.remove(name);
+            programm.setProcessEnvironment(umgebung);
+            programm.start(Installiert("bin/paukfix"), {option});
+            QVERIFY(programm.waitForFinished());
+            QCOMPARE(programm.exitCode(), 0);
+            QVERIFY(programm.readAllStandardOutput().startsWith(anfang));
+            QCOMPARE(programm.readAllStandardError(), QByteArray());
+        }
     }
 };
 

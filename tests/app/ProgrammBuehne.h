@@ -27,7 +27,9 @@ protected:
         ordner_ = std::make_unique<QTemporaryDir>();
         meldungen_.clear();
         zuhause_ = QDir::currentPath();
-        qputenv("XDG_DATA_HOME", QFile::encodeName(ordner_->filePath("daten")));
+        qputenv("HOME", QFile::encodeName(ordner_->filePath("heim")));
+        for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME"})
+            qunsetenv(name);
         qputenv("SDL_AUDIODRIVER", "dummy");
         QVERIFY(QDir().mkpath(ordner_->filePath("programm")));
         for (const QString &name : QDir(PROGRAM_DIR).entryList({"lbox*.jpg", "ueber.rtf", "*.ico"}))

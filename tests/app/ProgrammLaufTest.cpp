@@ -95,7 +95,7 @@ private slots:
         QVERIFY(QFile::remove(Pfad("konfig.dat")));
         Lauf lauf(*anzeige_, Pfad("paukfix"));
         QProcessEnvironment umgebung = anzeige_->umgebung;
-        umgebung.insert("XDG_DATA_HOME", Pfad("daten"));
+        umgebung.insert("HOME", Pfad("heim"));
         lauf.prozess.setProcessEnvironment(umgebung);
         QVERIFY(lauf.Starten());
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // no program directory can be made

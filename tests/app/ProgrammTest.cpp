@@ -108,9 +108,11 @@ private slots:
     void AMissingKonfigIsReportedByIntroAndMainWindow()
     {
         // A user's own directory from which the file was deleted.
-        QVERIFY(QDir().mkpath(ordner_->filePath("daten")));
-        QVERIFY(QFile::remove(Pfad("konfig.dat")));
-        QVERIFY(QDir().rename(ordner_->filePath("programm"), ordner_->filePath("daten/paukfix")));
+        const QString eigene = ordner_->filePath("heim/Documents/Paukfix/");
+        QVERIFY(QDir().mkpath(eigene));
+        QVERIFY(QFile::copy(Pfad("konfig.dat"), eigene + "konfig.new"));
+        QVERIFY(QDir().mkpath(ordner_->filePath("share")));
+        QVERIFY(QDir().rename(ordner_->filePath("programm"), ordner_->filePath("share/paukfix")));
         MachProgramm();
         const Drehbuch buch({Meldung(), Taste("Intro", Qt::Key_Return), Meldung(), &DialogAbbrechen});
         QVERIFY(programm_->Starten({}));
@@ -118,7 +120,8 @@ private slots:
         QCOMPARE(meldungen_.size(), 2);
         QVERIFY2(meldungen_[0].startsWith("Fehler bei Form Intro Load: "), qPrintable(meldungen_[0]));
         QVERIFY2(meldungen_[1].startsWith("Fehler in Konfig_Lesen"), qPrintable(meldungen_[1]));
-        QVERIFY(!QFile::exists(ordner_->filePath("daten/paukfix/konfig.dat")));
+        // It is made again.
+        QVERIFY(QFile::exists(eigene + "konfig.dat"));
     }
 
     // Neither beside the program nor where an installed one would find it.

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "AppConfig.h"
 #include "CardStore.h"
 #include "PFUse.h"
 #include "StoreTestSupport.h"
@@ -28,6 +29,7 @@ public:
     AbfrageBuehne()
     {
         store.KarteiPfad = kartei.path();
+        konfig.ProgrammPfad = programm.path();
         store.BoxZeichnen = [] {};
     }
 
@@ -49,7 +51,7 @@ public:
     // Asks the current card and lets `lernen` act as the learner. A window still open then is closed.
     PFUse::Ausgang Fragen(const std::function<void()> &lernen)
     {
-        PFUse neu({store, zustand, meldungen, zufall, programmPfad,
+        PFUse neu({store, zustand, meldungen, zufall, konfig,
                    [this](const QString &pfad) { klaenge << pfad; }, [this] { ++stille; },
                    [this] { ++automatikAus; }});
         fenster = &neu;
@@ -124,8 +126,8 @@ public:
     }
 
     QTemporaryDir kartei, programm;
-    QString programmPfad = programm.path();
     TestMeldungen meldungen;
+    AppConfig konfig{meldungen};
     TestUhr uhr;
     CardStore store{meldungen, uhr};
     BoxZustand zustand;

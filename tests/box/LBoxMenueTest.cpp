@@ -4,7 +4,9 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTest>
+#include <QTextDocumentFragment>
 
 // The menu: its tree letter by letter, which entries can be chosen, the settings that it changes.
 class LBoxMenueTest : public QObject
@@ -215,6 +217,33 @@ private slots:
         QCOMPARE(b.Menue("MDat(2)")->text(), QString("/x/zwei.pzb"));
         QVERIFY(b.Menue("MDat(2)")->isVisible());
         QVERIFY(!b.Menue("MDat(3)")->isVisible());
+    }
+
+    // The name is whole, the directories are elided in the middle; the tip tells all, and all is opened.
+    void ALongRecentFileIsElidedInTheMiddle()
+    {
+        LBoxBuehne b;
+        const QString ordner = b.ordner.filePath(QString("Unterlagen/").repeated(20));
+        const QString pfad = ordner + "Wörter & Wendungen <neu>.pzb";
+        QVERIFY(QDir().mkpath(ordner));
+        MakeCardFile(pfad, {MakeCard(1, 0, 1)});
+        b.KonfigSchreiben({pfad, "/x/" + QString(200, 'n') + ".pzb"}, "False");
+        b.Zeigen();
+        const QAction *eintrag = b.Menue("MDat(1)");
+        const QString text = eintrag->text();
+        QVERIFY2(text.startsWith(pfad.left(10)), qPrintable(text));
+        QVERIFY2(text.endsWith("/Wörter && Wendungen <neu>.pzb"), qPrintable(text));
+        QCOMPARE(text.count(u'…'), 1);
+        QVERIFY(b.fenster->fontMetrics().horizontalAdvance(text) <
+                b.fenster->fontMetrics().averageCharWidth() * 80);
+        QVERIFY(b.fenster->findChild<QMenu *>("MDatei")->toolTipsVisible());
+        QCOMPARE(QTextDocumentFragment::fromHtml(eintrag->toolTip()).toPlainText(), pfad);
+        // A name that is wider than the screen cannot be whole.
+        QVERIFY(b.fenster->fontMetrics().horizontalAdvance(b.Menue("MDat(2)")->text()) <
+                b.fenster->screen()->availableSize().width());
+        b.Menue("MDat(1)")->trigger();
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.kartei.CurrentFileName, "Wörter & Wendungen <neu>.pzb");
     }
 
     // It is an entry of the file, but there is nothing to open.

@@ -65,6 +65,27 @@ private slots:
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
 
+    // Card files come from systems where the case of a name does not count.
+    void MediaAreFoundWhateverTheCaseOfTheirNames()
+    {
+        CardRecord karte = VolleKarte();
+        karte.Picture_1_Name = "FRAGE.BMP";
+        karte.Picture_2_Name = "Programm.Jpg";
+        karte.Picture_6_Name = "Frage.WAV";
+        karte.Picture_7_Name = "FEHLT.wav";
+        Malen(ProgrammDatei("programm.JPG"), Qt::black);
+        QFile klang(KarteiDatei("fRAGE.wav"));
+        QVERIFY(klang.open(QIODevice::WriteOnly));
+        b_->Fragen(karte, [&] {
+            QCOMPARE(Gezeigt(), QColor(Qt::red));
+            QCOMPARE(b_->klaenge, QStringList(KarteiDatei("fRAGE.wav")));
+            Antworten("ja");
+            QCOMPARE(Gezeigt(), QColor(Qt::black));
+            QCOMPARE(b_->klaenge.last(), KarteiDatei("FEHLT.wav"));
+        });
+        QCOMPARE(b_->meldungen.Texte(), QStringList());
+    }
+
     void ACardWithoutMediaShowsAndPlaysNothing()
     {
         b_->Fragen(TippKarte("ja"), [&] {
@@ -297,7 +318,7 @@ private slots:
 
     void MissingFacesAndProgramDirectoryAreNoTrouble()
     {
-        b_->programmPfad = "/gibt/es/nicht";
+        b_->konfig.ProgrammPfad = "/gibt/es/nicht";
         b_->Fragen(TippKarte("ja"), [&] {
             Antworten("ja");
             QVERIFY(b_->Label("Image1")->pixmap().isNull());

@@ -62,6 +62,27 @@ private slots:
         QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
     }
 
+    void FormAndDialogsFindNamesOfAnotherCase()
+    {
+        CardRecord card = Bildkarte(1, QStringLiteral("ROT.bmp"));
+        card.Picture_6_Name = QStringLiteral("Gut.WAV");
+        Bildbuehne b({card});
+        KlangSchreiben(b.Datei("gut.wav"));
+        b.Zeigen();
+        QCOMPARE(b.Farbe(), QColor(Qt::red));
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QVERIFY(!dialog.findChild<BildBox *>(QStringLiteral("Picture1"))->Bild().isNull());
+            dialog.close();
+        });
+        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            dialog.close();
+        });
+        QVERIFY(b.gespielt.contains(b.Datei("gut.wav")));
+        QCOMPARE(b.Meldungstexte(), QStringList());
+    }
+
     void SlotWhoseFileIsNoSoundSaysSo()
     {
         CardRecord card = MakeCard(1, 0, 1);

@@ -2,10 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgramDirectory.h"
 
-#include "StoreError.h"
-
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -35,7 +34,7 @@ class ProgramDirectoryTest : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> directory_;
-    QString running_, installed_, user_;
+    QString running_, installed_, user_, former_;
 
     static void Write(const QString &path, const QByteArray &content)
     {
@@ -56,33 +55,75 @@ private:
             qFatal("cannot change the mode of %s", qPrintable(path));
     }
 
-    QString Find() const { return ProgramDirectory(running_, installed_, user_); }
+    ProgramPlaces Places() const { return {running_, installed_, user_, former_}; }
 
-    int FindError() const
+    ProgramDirectory Found() const { return FindProgramDirectory(Places()); }
+
+    QString Find() const
     {
-        try {
-            Find();
-        } catch (const StoreError &error) {
-            return error.Number();
-        }
-        return 0;
+        const ProgramDirectory found = Found();
+        if (!found.message.isEmpty())
+            qFatal("%s", qPrintable(found.message));
+        return found.path;
+    }
+
+    static QStringList Names(const QString &directory)
+    {
+        return QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                         QDir::NoDotAndDotDot);
+    }
+
+    // What an earlier version has filled for the user, and what the user has put there.
+    void MakeFormer() const
+    {
+        QVERIFY(QDir().mkpath(former_ + "/eigene"));
+        Write(former_ + "/konfig.dat", "mine");
+        Write(former_ + "/konfig.new", "mine");
+        Write(former_ + "/ueber.rtf", "shipped");
+        Write(former_ + "/Applause.wav", "my own applause");
+        Write(former_ + "/eins.pzb", "learned with");
+        Write(former_ + "/Latein.pzb", "own cards");
+        Write(former_ + "/Latein.pzb-journal", "hot");
+        Write(former_ + "/eigene/zwei.pzb", "more");
+    }
+
+    void CheckMoved() const
+    {
+        QCOMPARE(Read(user_ + "/konfig.dat"), "mine");
+        QCOMPARE(Read(user_ + "/eins.pzb"), "learned with");
+        QCOMPARE(Read(user_ + "/Latein.pzb"), "own cards");
+        QCOMPARE(Read(user_ + "/Latein.pzb-journal"), "hot");
+        QCOMPARE(Read(user_ + "/eigene/zwei.pzb"), "more");
+        // The program's own files are read where an update brings them; what is no copy of them is kept.
+        QVERIFY(!QFile::exists(user_ + "/ueber.rtf"));
+        QVERIFY(!QFile::exists(user_ + "/Applause.wav"));
+        QCOMPARE(Read(user_ + "/Frühere Programmdateien/Applause.wav"), "my own applause");
+        QCOMPARE(Names(user_ + "/Frühere Programmdateien"), QStringList("Applause.wav"));
     }
 
 private slots:
     void init();
     void cleanup();
     void PortableCopyIsItsOwnProgramDirectory();
-    void ReadOnlyInstallationFillsTheUsersDirectory();
-    void ReadOnlyKonfigFillsTheUsersDirectory();
+    void PortableCopyWithReadOnlySettingsIsRespected();
+    void ReadOnlyPortableCopyIsReadAndTheUserHasTheSettings();
+    void FirstStartPutsSettingsAndSampleBoxesInTheUsersDirectory();
     void CopiesCanBeRewritten();
-    void DeletedFileStaysMissing();
+    void DeletedSampleStaysDeleted();
+    void DeletedSettingsAreLeftToTheirReader();
     void UsersFilesAreKept();
-    void EmptyDirectoryIsFilled();
-    void KillWhileFillingLeavesItUnfilled();
-    void MissingInstallationIsAnErrorAndLeavesNothing();
-    void ForbiddenPlaceIsAnError();
+    void UnexpectedFileChangesNothing();
+    void KillWhileFillingIsFinishedByTheNextStart();
+    void FullDiskKeepsTheSettingsAndSaysSo();
+    void MissingInstallationIsToldAndLeavesNothing();
+    void ForbiddenPlaceIsToldAndShippedFilesAreRead();
+    void FormerDirectoryIsMovedOnceAndSaysSo();
+    void FormerDirectoryIsMovedAroundAnUnexpectedFile();
+    void KillWhileMovingIsMadeGoodByTheNextStart();
+    void FormerDirectoryThatCannotBeMovedStays_data();
+    void FormerDirectoryThatCannotBeMovedStays();
     void NoSeparatorAtTheEnd();
-    void UsersDirectoryIsUnderTheirData();
+    void OwnDirectoryIsInTheUsersDocuments();
 };
 
 void ProgramDirectoryTest::init()
@@ -91,13 +132,16 @@ void ProgramDirectoryTest::init()
     BecomeOrdinaryUser(directory_->path());
     running_ = directory_->filePath("bin");
     installed_ = directory_->filePath("share");
-    user_ = directory_->filePath("home/.local/share/paukfix");
-    for (const QString &path : {running_, installed_, installed_ + "/samples"})
+    user_ = directory_->filePath("home/Dokumente/Paukfix");
+    former_ = directory_->filePath("home/.local/share/paukfix");
+    for (const QString &path : {running_, installed_ + "/beispiele"})
         QVERIFY(QDir().mkpath(path));
     Write(installed_ + "/konfig.dat", "[Font]\r\n");
-    Write(installed_ + "/Käse.txt", "Käse");
-    Write(installed_ + "/samples/eins.pzb", QByteArray(300'000, 'x'));
-    for (const char *name : {"/konfig.dat", "/Käse.txt", "/samples/eins.pzb"})
+    Write(installed_ + "/ueber.rtf", "shipped");
+    Write(installed_ + "/Applause.wav", "clapping");
+    Write(installed_ + "/beispiele/Käse.wav", "Käse");
+    Write(installed_ + "/beispiele/eins.pzb", QByteArray(300'000, 'x'));
+    for (const char *name : {"/konfig.dat", "/ueber.rtf", "/beispiele/Käse.wav", "/beispiele/eins.pzb"})
         SetMode(installed_ + name, 0444);
     SetMode(installed_, 0555);
     SetMode(running_, 0555);
@@ -116,45 +160,75 @@ void ProgramDirectoryTest::PortableCopyIsItsOwnProgramDirectory()
 {
     SetMode(running_, 0755);
     Write(running_ + "/konfig.dat", "");
+    MakeFormer();
     QCOMPARE(Find(), running_);
     QVERIFY(!QFile::exists(user_));
+    QCOMPARE(Read(former_ + "/konfig.dat"), "mine");
 }
 
-void ProgramDirectoryTest::ReadOnlyInstallationFillsTheUsersDirectory()
-{
-    QCOMPARE(Find(), user_);
-    QCOMPARE(Read(user_ + "/konfig.dat"), "[Font]\r\n");
-    QCOMPARE(Read(user_ + "/Käse.txt"), "Käse");
-    QCOMPARE(Read(user_ + "/samples/eins.pzb"), QByteArray(300'000, 'x'));
-    QCOMPARE(QDir(user_ + "/..").entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("paukfix"));
-}
-
-void ProgramDirectoryTest::ReadOnlyKonfigFillsTheUsersDirectory()
+void ProgramDirectoryTest::PortableCopyWithReadOnlySettingsIsRespected()
 {
     SetMode(running_, 0755);
     Write(running_ + "/konfig.dat", "");
     SetMode(running_ + "/konfig.dat", 0444);
-    QCOMPARE(Find(), user_);
-    // It could be read and written, but not be replaced.
-    SetMode(running_ + "/konfig.dat", 0644);
+    QCOMPARE(Find(), running_);
+    QVERIFY(!QFile::exists(user_));
+    QCOMPARE(seteuid(getuid()), 0);
+    QVERIFY(!MayWrite(running_ + "/konfig.dat")); // whoever asks
+}
+
+void ProgramDirectoryTest::ReadOnlyPortableCopyIsReadAndTheUserHasTheSettings()
+{
+    SetMode(running_, 0755);
+    Write(running_ + "/konfig.dat", "portable");
     SetMode(running_, 0555);
+    SetMode(installed_, 0755);
+    QVERIFY(QDir(installed_).removeRecursively());
     QCOMPARE(Find(), user_);
+    QCOMPARE(Read(user_ + "/konfig.dat"), "portable");
+    QCOMPARE(Found().shipped, QStringList({installed_, running_}));
+}
+
+void ProgramDirectoryTest::FirstStartPutsSettingsAndSampleBoxesInTheUsersDirectory()
+{
+    QCOMPARE(Find(), user_);
+    QCOMPARE(Read(user_ + "/konfig.dat"), "[Font]\r\n");
+    QCOMPARE(Read(user_ + "/Käse.wav"), "Käse");
+    QCOMPARE(Read(user_ + "/eins.pzb"), QByteArray(300'000, 'x'));
+    QCOMPARE(Names(user_), QStringList({"eins.pzb", "konfig.dat", "Käse.wav"}));
+    QCOMPARE(Names(user_ + "/.."), QStringList("Paukfix"));
+    QCOMPARE(Found().shipped, QStringList({installed_, running_}));
+    QVERIFY(Found().keepsSettings);
 }
 
 void ProgramDirectoryTest::CopiesCanBeRewritten()
 {
     Find();
     Write(user_ + "/konfig.dat", "mine");
-    Write(user_ + "/samples/zwei.pzb", "new");
+    Write(user_ + "/eins.pzb", "new");
     QCOMPARE(Read(user_ + "/konfig.dat"), "mine");
 }
 
-void ProgramDirectoryTest::DeletedFileStaysMissing()
+void ProgramDirectoryTest::DeletedSampleStaysDeleted()
+{
+    Find();
+    QVERIFY(QFile::remove(user_ + "/eins.pzb"));
+    QCOMPARE(Find(), user_);
+    QVERIFY(!QFile::exists(user_ + "/eins.pzb"));
+}
+
+void ProgramDirectoryTest::DeletedSettingsAreLeftToTheirReader()
 {
     Find();
     QVERIFY(QFile::remove(user_ + "/konfig.dat"));
+    QVERIFY(QFile::remove(user_ + "/eins.pzb"));
     QCOMPARE(Find(), user_);
-    QVERIFY(!QFile::exists(user_ + "/konfig.dat"));
+    QCOMPARE(Names(user_), QStringList("Käse.wav"));
+    // Of all that the program has put there only what it has written itself is left.
+    QVERIFY(QFile::remove(user_ + "/Käse.wav"));
+    Write(user_ + "/konfig.new", "");
+    QCOMPARE(Find(), user_);
+    QCOMPARE(Names(user_), QStringList("konfig.new"));
 }
 
 void ProgramDirectoryTest::UsersFilesAreKept()
@@ -165,14 +239,16 @@ void ProgramDirectoryTest::UsersFilesAreKept()
     QCOMPARE(Read(user_ + "/konfig.dat"), "mine");
 }
 
-void ProgramDirectoryTest::EmptyDirectoryIsFilled()
+void ProgramDirectoryTest::UnexpectedFileChangesNothing()
 {
     QVERIFY(QDir().mkpath(user_));
+    Write(user_ + "/.directory", "a file manager's");
     QCOMPARE(Find(), user_);
-    QCOMPARE(Read(user_ + "/konfig.dat"), "[Font]\r\n");
+    QCOMPARE(Names(user_), QStringList({".directory", "eins.pzb", "konfig.dat", "Käse.wav"}));
+    QCOMPARE(Read(user_ + "/.directory"), "a file manager's");
 }
 
-void ProgramDirectoryTest::KillWhileFillingLeavesItUnfilled()
+void ProgramDirectoryTest::KillWhileFillingIsFinishedByTheNextStart()
 {
     // A run in a process of its own is killed at its first write above 100,000 bytes, in the middle of a
     // file.
@@ -188,25 +264,128 @@ void ProgramDirectoryTest::KillWhileFillingLeavesItUnfilled()
     int status = 0;
     QCOMPARE(waitpid(child, &status, 0), child);
     QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-    QVERIFY(!QFile::exists(user_));
+    QVERIFY(!QFile::exists(user_ + "/eins.pzb"));
+    Write(user_ + "/konfig.dat", "mine");
 
     QCOMPARE(Find(), user_);
-    QCOMPARE(Read(user_ + "/samples/eins.pzb"), QByteArray(300'000, 'x'));
-    QCOMPARE(QDir(user_ + "/..").entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("paukfix"));
+    QCOMPARE(Read(user_ + "/konfig.dat"), "mine");
+    QCOMPARE(Read(user_ + "/eins.pzb"), QByteArray(300'000, 'x'));
+    QCOMPARE(Names(user_), QStringList({"eins.pzb", "konfig.dat", "Käse.wav"}));
 }
 
-void ProgramDirectoryTest::MissingInstallationIsAnErrorAndLeavesNothing()
+void ProgramDirectoryTest::FullDiskKeepsTheSettingsAndSaysSo()
+{
+    // A limit on the size of files fails a write as a full disk does.
+    rlimit old{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{1000, old.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const ProgramDirectory found = Found();
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &old), 0);
+    std::signal(SIGXFSZ, handler);
+    QCOMPARE(found.path, user_);
+    QCOMPARE(found.message, "Die Beispielkarteien konnten nicht angelegt werden: Der Datenträger ist voll: " +
+                                user_ + "/.einrichtung/eins.pzb");
+    QVERIFY(found.keepsSettings);
+    QCOMPARE(Read(user_ + "/konfig.dat"), "[Font]\r\n");
+    QCOMPARE(Find(), user_);
+    QCOMPARE(Read(user_ + "/eins.pzb"), QByteArray(300'000, 'x'));
+}
+
+void ProgramDirectoryTest::MissingInstallationIsToldAndLeavesNothing()
 {
     SetMode(installed_, 0755);
     QVERIFY(QDir(installed_).removeRecursively());
-    QCOMPARE(FindError(), Fehler::PfadNichtGefunden);
-    QVERIFY(QDir(user_ + "/..").isEmpty());
+    const ProgramDirectory found = Found();
+    QCOMPARE(found.path, running_);
+    QVERIFY(!found.keepsSettings);
+    QCOMPARE(found.message, "Fehler bei Form Intro Load: Die Einstellungen können nicht gespeichert werden: "
+                            "Pfad nicht gefunden: " +
+                                installed_ + "/konfig.dat");
+    QVERIFY(!QFile::exists(user_));
 }
 
-void ProgramDirectoryTest::ForbiddenPlaceIsAnError()
+void ProgramDirectoryTest::ForbiddenPlaceIsToldAndShippedFilesAreRead()
 {
-    user_ = running_ + "/paukfix";
-    QCOMPARE(FindError(), Fehler::NichtErlaubt);
+    user_ = running_ + "/Paukfix";
+    const ProgramDirectory found = Found();
+    QCOMPARE(found.path, installed_);
+    QVERIFY(!found.keepsSettings);
+    QCOMPARE(found.message, "Fehler bei Form Intro Load: Die Einstellungen können nicht gespeichert werden: "
+                            "Zugriff verweigert: " +
+                                user_);
+}
+
+void ProgramDirectoryTest::FormerDirectoryIsMovedOnceAndSaysSo()
+{
+    MakeFormer();
+    const ProgramDirectory found = Found();
+    QCOMPARE(found.path, user_);
+    QCOMPARE(found.message,
+             QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
+                            "sie in „%2“.")
+                 .arg(user_, former_));
+    CheckMoved();
+    // Names that are remembered elsewhere lead to the same files.
+    QVERIFY(QFileInfo(former_).isSymLink());
+    QCOMPARE(Read(former_ + "/Latein.pzb"), "own cards");
+    // Samples that the user has deleted do not come back.
+    QVERIFY(!QFile::exists(user_ + "/Käse.wav"));
+    QCOMPARE(Find(), user_);
+    CheckMoved();
+}
+
+void ProgramDirectoryTest::FormerDirectoryIsMovedAroundAnUnexpectedFile()
+{
+    MakeFormer();
+    QVERIFY(QDir().mkpath(user_));
+    Write(user_ + "/.directory", "");
+    QCOMPARE(Found().path, user_);
+    CheckMoved();
+    QVERIFY(QFile::exists(user_ + "/.directory"));
+}
+
+void ProgramDirectoryTest::KillWhileMovingIsMadeGoodByTheNextStart()
+{
+    MakeFormer();
+    QVERIFY(QDir().mkpath(user_));
+    QVERIFY(QFile::rename(former_ + "/Latein.pzb", user_ + "/Latein.pzb"));
+    QVERIFY(QFile::remove(former_ + "/ueber.rtf"));
+    QCOMPARE(Found().path, user_);
+    CheckMoved();
+    QVERIFY(QFileInfo(former_).isSymLink());
+}
+
+void ProgramDirectoryTest::FormerDirectoryThatCannotBeMovedStays_data()
+{
+    QTest::addColumn<int>("obstacle");
+    QTest::newRow("a file of the same name") << 0;
+    QTest::newRow("the directory may not be changed") << 1;
+    QTest::newRow("it is a link of the user's") << 2;
+}
+
+void ProgramDirectoryTest::FormerDirectoryThatCannotBeMovedStays()
+{
+    QFETCH(const int, obstacle);
+    MakeFormer();
+    if (obstacle == 0) {
+        QVERIFY(QDir().mkpath(user_));
+        Write(user_ + "/eins.pzb", "another");
+    } else if (obstacle == 1) {
+        SetMode(former_, 0555);
+    } else {
+        QVERIFY(QDir().rename(former_, former_ + "-2"));
+        QVERIFY(QFile::link(former_ + "-2", former_));
+    }
+    QCOMPARE(Find(), former_);
+    SetMode(former_, 0755);
+    QCOMPARE(Read(former_ + "/konfig.dat"), "mine");
+    QCOMPARE(Read(former_ + "/eins.pzb"), "learned with");
+    QCOMPARE(Names(former_).size(), 8);
+    QCOMPARE(Names(user_), obstacle == 0 ? QStringList("eins.pzb") : QStringList());
+    if (obstacle == 0)
+        QCOMPARE(Read(user_ + "/eins.pzb"), "another");
 }
 
 void ProgramDirectoryTest::NoSeparatorAtTheEnd()
@@ -219,12 +398,29 @@ void ProgramDirectoryTest::NoSeparatorAtTheEnd()
     QCOMPARE(Find() + '/', running_);
 }
 
-void ProgramDirectoryTest::UsersDirectoryIsUnderTheirData()
+void ProgramDirectoryTest::OwnDirectoryIsInTheUsersDocuments()
 {
-    const QByteArray old = qgetenv("XDG_DATA_HOME");
+    const QString home = directory_->filePath("heim");
+    QVERIFY(QDir().mkpath(home + "/.config"));
+    const QByteArray oldHome = qgetenv("HOME"), oldConfig = qgetenv("XDG_CONFIG_HOME"),
+                     oldData = qgetenv("XDG_DATA_HOME");
+    const auto restore = qScopeGuard([&] {
+        qputenv("HOME", oldHome);
+        oldConfig.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", oldConfig);
+        oldData.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", oldData);
+    });
+    qputenv("HOME", QFile::encodeName(home));
+    qunsetenv("XDG_CONFIG_HOME");
+    qunsetenv("XDG_DATA_HOME");
+    QCOMPARE(FormerOwnDirectory(), home + "/.local/share/paukfix");
+    QCOMPARE(OwnDirectory(), home + "/Documents/Paukfix");
+    QVERIFY(QDir(home).mkdir("Dokumente"));
+    QCOMPARE(OwnDirectory(), home + "/Dokumente/Paukfix");
+    Write(home + "/.config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Eigene Texte\"\n");
+    QVERIFY(QDir(home).mkdir("Eigene Texte"));
+    QCOMPARE(OwnDirectory(), home + "/Eigene Texte/Paukfix");
     qputenv("XDG_DATA_HOME", "/tmp/daten");
-    QCOMPARE(UserDataDirectory(), "/tmp/daten/paukfix");
-    old.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", old);
+    QCOMPARE(FormerOwnDirectory(), "/tmp/daten/paukfix");
 }
 
 QTEST_APPLESS_MAIN(ProgramDirectoryTest)

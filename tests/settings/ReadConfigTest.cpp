@@ -37,6 +37,8 @@ private slots:
     void BooleanMayBeANumber();
     void SixthRecentFileIsReportedAndTheRestIsRead();
     void MissingFileIsReportedAndValuesStay();
+    void MissingFileIsMadeAgainFromTheShippedOneOnceItIsReported();
+    void ProgramFilesComeFromTheFirstPlaceThatHasThem();
     void MissingDirectoryIsReported();
     void HostileFileEndsInSettingsOrAReport_data();
     void HostileFileEndsInSettingsOrAReport();
@@ -259,6 +261,41 @@ void ReadConfigTest::MissingFileIsReportedAndValuesStay()
     QCOMPARE(config_->MDat[0], "a.pzb");
     QVERIFY(!config_->Animation);
     QCOMPARE(gelesen_, 1);
+}
+
+void ReadConfigTest::MissingFileIsMadeAgainFromTheShippedOneOnceItIsReported()
+{
+    const QTemporaryDir shipped;
+    Write("[recentfiles]\n[Font]\nColor=7\n[Animation]\n");
+    const QByteArray content = ReadBytes();
+    QVERIFY(QFile::rename(Path("konfig.dat"), shipped.filePath("konfig.dat")));
+    config_->Lieferpfade = QStringList{"/gibt/es/nicht", shipped.path()};
+    config_->MDat[0] = "a.pzb";
+    config_->ReadConfig();
+    QCOMPARE(meldungen_->Texte(),
+             QStringList("Fehler in Konfig_LesenDatei nicht gefunden: " + Path("konfig.dat")));
+    QCOMPARE(ReadBytes(), content);
+    QCOMPARE(config_->schrift.Color, 7);
+    QCOMPARE(config_->MDat[0], "a.pzb");
+    config_->ReadConfig();
+    QCOMPARE(meldungen_->Texte().size(), 1);
+    QCOMPARE(WriteError(1, "b.pzb"), 0);
+}
+
+void ReadConfigTest::ProgramFilesComeFromTheFirstPlaceThatHasThem()
+{
+    const QTemporaryDir installed, running;
+    config_->Lieferpfade = QStringList{installed.path(), running.path()};
+    QCOMPARE(config_->ProgrammDatei("ueber.rtf"), Path("ueber.rtf"));
+    for (const QString &place : {running.path(), installed.path(), directory_->path()}) {
+        QFile file(place + "/ueber.rtf");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(config_->ProgrammDatei("ueber.rtf"), file.fileName());
+    }
+    // A directory of that name is no file.
+    QVERIFY(QFile::remove(Path("ueber.rtf")));
+    QVERIFY(QDir(directory_->path()).mkdir("ueber.rtf"));
+    QCOMPARE(config_->ProgrammDatei("ueber.rtf"), installed.filePath("ueber.rtf"));
 }
 
 void ReadConfigTest::MissingDirectoryIsReported()

@@ -22,7 +22,7 @@ private:
 
     RichTextBox *Zeigen()
     {
-        fenster_ = std::make_unique<über>(ordner_.path(), meldungen_);
+        fenster_ = std::make_unique<über>(ordner_.filePath("ueber.rtf"), meldungen_);
         fenster_->show();
         if (!QTest::qWaitForWindowActive(fenster_.get()))
             qFatal("no about box");

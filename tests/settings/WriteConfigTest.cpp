@@ -44,6 +44,9 @@ private slots:
     void TextThatTheFileCannotHoldIsRefused();
     void LinkStaysALink();
     void PermissionsStay();
+    void ReadOnlyFileIsNotReplaced();
+    void ReadOnlyFileIsToldOnce();
+    void FileThatIsGoneIsToldAndMadeAgain();
     void FullDiskLeavesTheOldFile();
     void RewritingThatGrowsTooLargeIsAnError();
     void WritingWithoutAFileIsAnError();
@@ -272,6 +275,41 @@ void WriteConfigTest::PermissionsStay()
     struct stat status = {};
     QCOMPARE(stat(qPrintable(Path("konfig.dat")), &status), 0);
     QCOMPARE(status.st_mode & 07777, 0640U);
+}
+
+// Not by the administrator either.
+void WriteConfigTest::ReadOnlyFileIsNotReplaced()
+{
+    Write("[recentfiles]\n");
+    QCOMPARE(chmod(qPrintable(Path("konfig.dat")), 0444), 0);
+    QCOMPARE(WriteError(1, "a.pzb"), Fehler::NichtErlaubt);
+    QCOMPARE(WriteErrorText(1, "a.pzb"), "Die Datei ist schreibgeschützt: " + Path("konfig.dat"));
+    QCOMPARE(Read(), "[recentfiles]\n");
+    QCOMPARE(QDir(directory_->path()).entryList(QDir::Files), QStringList("konfig.dat"));
+}
+
+void WriteConfigTest::ReadOnlyFileIsToldOnce()
+{
+    Write("[recentfiles]\n[Animation]\nAnimation=True\n");
+    QCOMPARE(chmod(qPrintable(Path("konfig.dat")), 0444), 0);
+    config_->Sichern(1, "a.pzb", "Nicht gespeichert: ");
+    config_->Animation = false;
+    config_->Sichern(3, "False", "Nicht gespeichert: ");
+    QCOMPARE(meldungen_->Texte(),
+             QStringList("Nicht gespeichert: Die Datei ist schreibgeschützt: " + Path("konfig.dat")));
+    QVERIFY(!config_->Animation); // until the program ends
+}
+
+void WriteConfigTest::FileThatIsGoneIsToldAndMadeAgain()
+{
+    const QTemporaryDir shipped;
+    QVERIFY(QFile::copy(SHIPPED_KONFIG, shipped.filePath("konfig.dat")));
+    config_->Lieferpfade = QStringList(shipped.path());
+    config_->Sichern(1, "a.pzb", "Nicht gespeichert: ");
+    QCOMPARE(meldungen_->Texte(),
+             QStringList("Nicht gespeichert: Datei nicht gefunden: " + Path("konfig.dat")));
+    QCOMPARE(Names()[0], "a.pzb");
+    QVERIFY(Read().contains("[recentfiles]\na.pzb\n"));
 }
 
 void WriteConfigTest::FullDiskLeavesTheOldFile()
