@@ -14,8 +14,7 @@
 namespace {
 
 // The check walks the trees from their ends, which is the slowest way to read from a disk. Reading the file
-// once in its order first brings it into the system's cache. Through the engine's own handle: to open and
-// close the file by other means would drop the engine's lock.
+// once in its order first brings it into the system's cache.
 void ReadAhead(SQLite::Database &database)
 {
     constexpr sqlite3_int64 most = 512 << 20; // bytes; beyond that the cache might not hold it

@@ -72,6 +72,25 @@ private slots:
         QCOMPARE(card.Picturewidth, BildlageVorgabe.breite);
     }
 
+    // A file dialog may come to the directory of the box by another road.
+    void PictureOfTheSameDirectoryThroughALinkIsTaken()
+    {
+        Bildbuehne b(DreiKarten());
+        const QString link = b.programm.filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(b.kartei.directory.path(), link));
+        QVERIFY(QFile::exists(b.Datei("rot.bmp")));
+        b.Zeigen();
+        b.dialoge.pfade = {link + QStringLiteral("/rot.bmp")};
+        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+            Klick(dialog, "Option1");
+            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            dialog.close();
+        });
+        QVERIFY2(b.Meldungstexte().isEmpty(), qPrintable(b.Meldungstexte().join(u'|')));
+        b.Klick("CVor");
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
+    }
+
     void PictureOfAnotherDirectoryIsRefusedAndTheSlotStays()
     {
         Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});

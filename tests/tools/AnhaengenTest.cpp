@@ -252,7 +252,7 @@ void AnhaengenTest::SourceThatLacksAFieldIsReported()
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3)});
     {
         CardFile source(w.Pfad("quelle.pzb"));
-        source.Database().exec("ALTER TABLE Lernkarten DROP COLUMN PictureTop");
+        source.Database().exec("PRAGMA application_id=0; ALTER TABLE Lernkarten DROP COLUMN PictureTop");
     }
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <SQLiteCpp/Database.h>
 
 #include <memory>
 
@@ -30,6 +31,8 @@ private slots:
     void FileInUseIsRefusedWithoutAQuestion();
     void DirectoryIsRefusedAsSuch_data();
     void DirectoryIsRefusedAsSuch();
+    void AForeignFileIsNotTouchedBeforeTheQuestion_data();
+    void AForeignFileIsNotTouchedBeforeTheQuestion();
     void TypedCardFileGetsItsExtension_data();
     void TypedCardFileGetsItsExtension();
     void NameWithAnotherExtensionIsRefused();
@@ -221,6 +224,35 @@ void ZielTest::DirectoryIsRefusedAsSuch()
                          "“ ist ein Ordner. Bitte auch den Namen der Datei angeben."});
     QVERIFY(dialog->isVisible());
     QVERIFY(QDir(w.Pfad("ordner.pzb")).isEmpty());
+}
+
+void ZielTest::AForeignFileIsNotTouchedBeforeTheQuestion_data()
+{
+    AllDialogs();
+}
+
+// The engine would bring a database out of another mode, and roll the journal beside it into it.
+void ZielTest::AForeignFileIsNotTouchedBeforeTheQuestion()
+{
+    QFETCH(QString, name);
+    ZweiKarteien w;
+    QFile::remove(w.Pfad("da.pzb"));
+    SQLite::Database(w.Pfad("da.pzb").toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+        .exec("PRAGMA journal_mode=WAL; CREATE TABLE Fremdes(a)");
+    QFile journal(w.Pfad("da.pzb-journal"));
+    QVERIFY(journal.open(QIODevice::WriteOnly) && journal.write("fremd") == 5);
+    journal.close();
+    const QByteArray before = w.Bytes("da.pzb");
+    const QStringList files = QDir(QFileInfo(w.Pfad("da.pzb")).path()).entryList(QDir::Files | QDir::Hidden);
+    const auto dialog = Dialog(w.umgebung, name);
+    Show(*dialog);
+    Type(*dialog, "lblDateiname", "da.pzb");
+    w.meldungen.antworten = {Meldungen::Antwort::Nein};
+    Enter(*dialog);
+    QVERIFY(w.meldungen.gezeigt.value(0).frage);
+    QCOMPARE(w.Bytes("da.pzb"), before);
+    QCOMPARE(w.Bytes("da.pzb-journal"), QByteArray("fremd"));
+    QCOMPARE(QDir(QFileInfo(w.Pfad("da.pzb")).path()).entryList(QDir::Files | QDir::Hidden), files);
 }
 
 void ZielTest::TypedCardFileGetsItsExtension_data()

@@ -68,8 +68,7 @@ ResultNames NamesOf(const QString &path, int count)
                          QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
     default:
         throw StoreError(
-            Fehler::GeraeteFehler,
-            QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
+            error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
     }
 }
 

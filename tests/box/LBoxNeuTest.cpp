@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "LBoxBuehne.h"
+
+#include <QTest>
+#include <QToolButton>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+// The system's own functions, spoiled where a test wants it.
+static std::function<int(const QByteArray &ziel)> beimUmbenennen; // an error, or 0
+static QByteArray schreibgeschuetzt;                              // a directory
+
+extern "C" int rename(const char *from, const char *to) noexcept
+{
+    if (const int fehler = beimUmbenennen ? beimUmbenennen(to) : 0; fehler != 0) {
+        errno = fehler;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int faccessat(int, const char *path, int mode, int) noexcept
+{
+    if ((mode & W_OK) != 0 && !schreibgeschuetzt.isEmpty() && schreibgeschuetzt == path) {
+        errno = EROFS;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_faccessat, AT_FDCWD, path, mode));
+}
+
+// "neu" that fails: the learner goes on with the box that was open, and all that the window says is true.
+class LBoxNeuTest : public QObject
+{
+    Q_OBJECT
+
+    // The box of three new cards and two of compartment 1 is open and can be learned with.
+    static void BoxIstOffen(LBoxBuehne &b)
+    {
+        QVERIFY(b.kartei.IsOpen());
+        QCOMPARE(b.kartei.FehlerStatus, 0);
+        QCOMPARE(b.kartei.CurrentFileName, QString("a.pzb"));
+        QCOMPARE(b.kartei.KarteiPfad, b.ordner.path());
+        QCOMPARE(b.meldungen.Titel(), QString("Merkkasten (a.pzb)"));
+        QCOMPARE(b.Finde<QToolButton>("LKartei")->text(), QString("a.pzb"));
+        QVERIFY(b.Finde<>("Image0(1)")->accessibleName().startsWith("Fach 1: 2 von"));
+        QVERIFY(b.Balken(0)->isVisible());
+        QVERIFY(b.Balken(1)->isVisible());
+        QCOMPARE(b.Menue("MDat(1)")->isVisible(), false);
+        qint16 karten = 0;
+        b.kartei.Karten().MoveFirst();
+        for (; !b.kartei.Karten().AtEOF(); b.kartei.Karten().MoveNext())
+            ++karten;
+        qint16 gezaehlt = 0;
+        for (const Fach &fach : b.kartei.FachInfo)
+            gezaehlt = static_cast<qint16>(gezaehlt + fach.Anzahl);
+        QCOMPARE(gezaehlt, karten);
+        QCOMPARE(karten, qint16(5));
+        const QStringList dateien = QDir(b.ordner.path()).entryList(QDir::Files | QDir::Hidden);
+        QVERIFY2(dateien.filter(".neu").isEmpty(), qPrintable(dateien.join(u' ')));
+    }
+
+private slots:
+
+    void cleanup()
+    {
+        beimUmbenennen = {};
+        schreibgeschuetzt.clear();
+    }
+
+    void AReplacementThatCannotTakeThePlaceReopensTheBox()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3, 2});
+        beimUmbenennen = [&](const QByteArray &ziel) {
+            return ziel == QFile::encodeName(b.Pfad("a.pzb")) ? EIO : 0;
+        };
+        b.dialoge.pfade = {b.Pfad("a.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("Die Datei konnte nicht angelegt werden: Ein-/Ausgabefehler (5): " +
+                             b.Pfad("a.pzb")));
+        BoxIstOffen(b);
+        // The session begins anew, as at every opening.
+        QCOMPARE(b.kartei.BegAnz[0], qint16(3));
+        QCOMPARE(b.kartei.BegAnz[1], qint16(2));
+        b.Lernen(Qt::Key_1, true);
+        QCOMPARE(b.gefragt, QStringList{"4"});
+        QCOMPARE(b.kartei.RichtigZaehler, qint16(1));
+        QCOMPARE(b.Gespeichert()[2], QList<int>{4});
+    }
+
+    void AReplacementThatCannotBeMadeLeavesTheBoxAndItsSession()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({4, 1});
+        b.Lernen(Qt::Key_N, false);
+        schreibgeschuetzt = QFile::encodeName(b.ordner.path());
+        b.dialoge.pfade = {b.Pfad("a.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(
+            b.meldungen.Texte(),
+            QStringList("Die Datei konnte nicht angelegt werden: Der Datenträger ist schreibgeschützt: " +
+                        b.Pfad("a.pzb")));
+        schreibgeschuetzt.clear();
+        BoxIstOffen(b);
+        QCOMPARE(b.kartei.FalschZaehler, qint16(1));
+    }
+
+    void ANewFileThatCannotBeOpenedReopensTheBox()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3, 2});
+        QVERIFY(QDir(b.ordner.path()).mkdir("anderswo"));
+        const QString neu = b.Pfad("anderswo/neu.pzb");
+        beimUmbenennen = [&](const QByteArray &ziel) {
+            return ziel == QFile::encodeName(neu) ? ::mkfifo((ziel + "-journal").constData(), 0600) : 0;
+        };
+        b.dialoge.pfade = {neu};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.meldungen.Texte(),
+                 QStringList("„" + neu + "-journal“ ist keine gewöhnliche Datei. Fcode: 3051"));
+        BoxIstOffen(b);
+    }
+
+    void AnotherFileOnAReadOnlyDriveLeavesTheBox()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3, 2});
+        QVERIFY(QDir(b.ordner.path()).mkdir("cd"));
+        schreibgeschuetzt = QFile::encodeName(b.Pfad("cd"));
+        b.dialoge.pfade = {b.Pfad("cd/neu.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(
+            b.meldungen.Texte(),
+            QStringList("Die Datei konnte nicht angelegt werden: Der Datenträger ist schreibgeschützt: " +
+                        b.Pfad("cd/neu.pzb")));
+        BoxIstOffen(b);
+    }
+
+    void ANameThatIsTooLongIsToldSo()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3, 2});
+        const QString name = b.Pfad(QString(300, u'n') + ".pzb");
+        b.dialoge.pfade = {name};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.meldungen.Texte(), QStringList("Die Datei konnte nicht angelegt werden: Der Dateiname „" +
+                                                  name + "“ ist zu lang."));
+        BoxIstOffen(b);
+    }
+
+    void NothingOpenStaysNothingOpen()
+    {
+        LBoxBuehne b;
+        b.Zeigen();
+        schreibgeschuetzt = QFile::encodeName(b.ordner.path());
+        b.dialoge.pfade = {b.Pfad("neu.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.meldungen.Texte().size(), 1);
+        QVERIFY(!b.kartei.IsOpen());
+        QCOMPARE(b.meldungen.Titel(), QString("Merkkasten"));
+        QVERIFY(b.kartei.FehlerStatus > 0);
+    }
+
+    // The open file under another spelling of its directory is the open file.
+    void TheOpenFileIsKnownThroughALink()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3, 2});
+        QVERIFY(QFile::link(b.ordner.path(), b.programm.filePath("link")));
+        b.dialoge.pfade = {b.programm.filePath("link/a.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QVERIFY(b.kartei.IsOpen());
+        QCOMPARE(b.Anzahl(0), qint16(0));
+    }
+};
+
+QTEST_MAIN(LBoxNeuTest)
+#include "LBoxNeuTest.moc"
