@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Druckserver.h"
 #include "Fensterbuehne.h"
 #include "Uebersicht.h"
 
@@ -9,7 +8,6 @@
 #include <QPageLayout>
 #include <QPrinter>
 #include <QProcess>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QTableView>
 
@@ -20,11 +18,6 @@ class DruckTest : public QObject
 
 private slots:
     void PrintsTheRangeWithBothEnds();
-
-    void initTestCase() { druckserver.emplace(); }
-
-    void cleanupTestCase() { druckserver.reset(); }
-
     void FourCardsStandOnAPage();
     void EachCardStandsInItsColumn_data();
     void EachCardStandsInItsColumn();
@@ -42,14 +35,6 @@ private slots:
     void NoNumberGetsAMessage_data();
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
-    void NoPrinterGetsAMessage();
-    void PrinterThatTakesNothingIsReported();
-    void JobThatThePrinterTakesIsSent();
-    void RefusedJobIsReported_data();
-    void RefusedJobIsReported();
-
-private:
-    std::optional<Druckserver> druckserver; // before the first printer: its library looks for it once
 };
 
 namespace {
@@ -461,88 +446,6 @@ void DruckTest::NumbersAreNormalised()
     QFile::remove(presse.Pfad("druck.pdf"));
     QTest::keyClick(Control<QLineEdit>(*presse.fenster, "txtBis"), Qt::Key_Return);
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
-}
-
-void DruckTest::NoPrinterGetsAMessage()
-{
-    Fensterbuehne w;
-    w.Oeffnen(Karten(1));
-    Uebersicht window(w.umgebung,
-                      {.bearbeiten = [] {}, .drucker = [] { return std::unique_ptr<QPrinter>(); }});
-    Show(window);
-    Control<QLineEdit>(window, "txtVon")->setText("1");
-    Control<QLineEdit>(window, "txtBis")->setText("1");
-    Click(window, "cmdDrucken");
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Es ist kein Drucker eingerichtet."});
-}
-
-void DruckTest::PrinterThatTakesNothingIsReported()
-{
-    Fensterbuehne w;
-    w.Oeffnen(Karten(1));
-    Uebersicht window(w.umgebung, {.bearbeiten = [] {},
-                                   .drucker = [&] { return Presse::Drucker(w.Pfad("fehlt/druck.pdf")); }});
-    Show(window);
-    Control<QLineEdit>(window, "txtVon")->setText("1");
-    Control<QLineEdit>(window, "txtBis")->setText("1");
-    Click(window, "cmdDrucken");
-    QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
-                                              "Der Drucker nimmt den Druckauftrag nicht an."});
-    QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
-}
-
-// The real road: the printer that the system offers.
-void DruckTest::JobThatThePrinterTakesIsSent()
-{
-    druckserver->SetAntwort(0);
-    Fensterbuehne w;
-    w.Oeffnen(Karten(6));
-    Uebersicht window(w.umgebung, {});
-    Show(window);
-    Control<QLineEdit>(window, "txtVon")->setText("1");
-    Control<QLineEdit>(window, "txtBis")->setText("5");
-    const int before = druckserver->Dokumente();
-    Click(window, "cmdDrucken");
-    QCOMPARE(w.meldungen.Texte(), QStringList());
-    QCOMPARE(druckserver->Dokumente(), before + 1);
-    const auto *notice = Control<QLabel>(window, "Tastenhinweise");
-    QCOMPARE(notice->text(), "5 Karten an den Drucker geschickt");
-    QTest::keyClick(Control<QTableView>(window, "grdDataGrid"), Qt::Key_Down);
-    QVERIFY(notice->text().startsWith("Eingabe öffnet die Karte"));
-}
-
-void DruckTest::RefusedJobIsReported_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("grund");
-    QTest::newRow("takes nothing") << Druckserver::NimmtNichts
-                                   << " Er ist angehalten und nimmt zurzeit keine Aufträge an.";
-    QTest::newRow("has gone") << Druckserver::GibtEsNicht << " Diesen Drucker gibt es nicht mehr.";
-    QTest::newRow("any other reason") << 0x0507 << " Das Drucksystem meldet: server-error-busy";
-}
-
-void DruckTest::RefusedJobIsReported()
-{
-    QFETCH(int, status);
-    QFETCH(QString, grund);
-    druckserver->SetAntwort(status);
-    Fensterbuehne w;
-    w.Oeffnen(Karten(6));
-    Uebersicht window(w.umgebung, {});
-    Show(window);
-    Control<QLineEdit>(window, "txtVon")->setText("1");
-    Control<QLineEdit>(window, "txtBis")->setText("5");
-    const int before = druckserver->Auftraege();
-    Click(window, "cmdDrucken");
-    QCOMPARE(w.meldungen.Texte(),
-             QStringList{"Leider ist folgender Fehler Aufgetreten: Der Drucker „Buero“ nimmt den "
-                         "Druckauftrag nicht an." +
-                         grund});
-    QCOMPARE(druckserver->Auftraege(), before + 1);
-    QVERIFY(!Control<QLabel>(window, "Tastenhinweise")->text().contains("geschickt"));
-    QVERIFY(window.isVisible());
-    QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
-    QVERIFY(!w.meldungen.sanduhr);
 }
 
 QTEST_MAIN(DruckTest)
