@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -28,6 +29,18 @@ namespace {
 bool IstEingabetaste(const QKeyEvent &taste)
 {
     return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
+}
+
+// The same two faces for all cards: each is read once.
+QPixmap GesichtLesen(const QString &pfad, QSize groesse, qreal pixel)
+{
+    const QString schluessel = QStringLiteral("%1@%2").arg(pfad).arg(pixel);
+    QPixmap bild;
+    if (!QPixmapCache::find(schluessel, &bild)) {
+        bild = QIcon(pfad).pixmap(groesse, pixel);
+        QPixmapCache::insert(schluessel, bild);
+    }
+    return bild;
 }
 
 } // namespace
@@ -325,7 +338,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
 
     const QString gesicht = richtig ? QStringLiteral("face03.ico") : QStringLiteral("face01.ico");
     Image1_->setPixmap(
-        QIcon(QDir(umgebung_.programmPfad).filePath(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
+        GesichtLesen(QDir(umgebung_.programmPfad).filePath(gesicht), Image1_->size(), devicePixelRatioF()));
     urteil_->setText(richtig ? QStringLiteral("Richtig!") : QStringLiteral("Leider falsch"));
     Command3_->setAccessibleDescription(urteil_->text());
     FarbenSetzen();

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "MeldungenFenster.h"
 
+#include "Kurztext.h"
+
 #include <QApplication>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -14,6 +16,25 @@
 #include <memory>
 
 namespace {
+
+constexpr qsizetype MeldungLaenge = 4000; // a name in it may be megabytes long
+
+// What a message shows of a text. A word without an end would make its box wider than the screen.
+QString Gezeigt(const QString &text)
+{
+    constexpr qsizetype LaengstesWort = 300; // a file name, and something around it
+    QString gezeigt;
+    qsizetype wort = 0;
+    for (const QChar c : Kurztext(text, MeldungLaenge)) {
+        wort = c.isSpace() ? 0 : wort + 1;
+        if (wort > LaengstesWort && !c.isLowSurrogate()) {
+            gezeigt += QChar(u'\u200B'); // a line may break here
+            wort = 1;
+        }
+        gezeigt += c;
+    }
+    return gezeigt;
+}
 
 // While a message is shown, the pointer is the ordinary one.
 class OhneSanduhr
@@ -79,8 +100,8 @@ MeldungenFenster::~MeldungenFenster()
 void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
 {
     const OhneSanduhr ohne(sanduhr_);
-    QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(), text,
-                    QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(),
+                    Gezeigt(text), QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     DeutscheKnoepfe(box);
     TitelLesbar(box);
@@ -90,7 +111,7 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
 Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe)
 {
     const OhneSanduhr ohne(sanduhr_);
-    QMessageBox box(QMessageBox::Question, Titel(), text, QMessageBox::Yes | QMessageBox::No,
+    QMessageBox box(QMessageBox::Question, Titel(), Gezeigt(text), QMessageBox::Yes | QMessageBox::No,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
