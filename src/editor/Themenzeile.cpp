@@ -19,6 +19,8 @@ void Themenzeile::Zeigen(const QString &thema)
     const bool zuLang = thema.size() > KurztextLaenge;
     setReadOnly(zuLang);
     setText(Kurztext(thema));
+    if (zuLang)
+        setCursorPosition(0);
     setToolTip(zuLang ? QStringLiteral("Dieses Thema ist zu lang, um es ganz zu zeigen. Es bleibt in der "
                                        "Kartei, wie es ist.")
                       : QString());

@@ -57,9 +57,9 @@ private slots:
     void TopicOfAnySizeIsAskedWithItsBeginning()
     {
         b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});
-        Sql("UPDATE Lernkarten SET Picture_9_Name=replace(hex(zeroblob(5000000)),'0','M')");
+        Sql("UPDATE Lernkarten SET Picture_9_Name=replace(hex(zeroblob(25000)),'0','M')");
         b_->Fragen([&] {
-            QCOMPARE(b_->Label("MaskThema")->text().size(), 10'000'000);
+            QCOMPARE(b_->Label("MaskThema")->text().size(), 50'000);
             QVERIFY(b_->Label("MaskThema")->sizeHint().width() < 100'000);
             QVERIFY(b_->Label("MaskThema")->toolTip().size() < 10'000);
             b_->Antworten("x");

@@ -47,10 +47,10 @@ private slots:
         QVERIFY(kurz.width() >= label.fontMetrics().horizontalAdvance(QStringLiteral("kurz")));
         label.setText(QStringLiteral("kurz\nund lang"));
         QCOMPARE(label.sizeHint().height(), kurz.height());
-        label.setText(QString(10'000'000, u'M'));
+        label.setText(QString(50'000, u'M'));
         QVERIFY(label.sizeHint().width() < 100'000);
         QVERIFY(!label.grab().isNull());
-        QCOMPARE(label.text().size(), 10'000'000);
+        QCOMPARE(label.text().size(), 50'000);
     }
 
     void ShortTextEndsBetweenCharacters()
