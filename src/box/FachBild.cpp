@@ -53,11 +53,6 @@ void KaShape::SetKarten(int anzahl, int breite)
     update();
 }
 
-void KaShape::SetRandfarbe(const QColor &farbe)
-{
-    rand_ = farbe;
-}
-
 void KaShape::paintEvent(QPaintEvent *)
 {
     if (anzahl_ < 1 || breite_ < 1)

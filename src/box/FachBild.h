@@ -4,8 +4,6 @@
 
 #include "BildKnopf.h"
 
-#include <QColor>
-
 // The cards of one compartment as the edges that are seen from above: its fill bar. The cards stand from its
 // left to its right edge, the next one in front.
 class KaShape final : public QWidget
@@ -16,17 +14,12 @@ public:
     // `anzahl` cards, which take `breite` pixels from the left.
     void SetKarten(int anzahl, int breite);
 
-    void SetRandfarbe(const QColor &farbe);
-
-    const QColor &Randfarbe() const { return rand_; }
-
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     int anzahl_ = 0;
     int breite_ = 0;
-    QColor rand_{0, 0, 0};
 };
 
 // The inside of a compartment, which is pressed to ask its first card.

@@ -201,7 +201,6 @@ void Kasten::BalkenSetzen()
         kaShape_[i]->SetKarten(fach.Anzahl, breite);
         kaShape_[i]->setVisible(bild_.balken[i]);
         const bool vollstes = static_cast<int>(i) == bild_.VollstesFach;
-        kaShape_[i]->SetRandfarbe(vollstes ? Farben::VollstesFach : QColor(0, 0, 0));
         schild_[i]->SetBetont(vollstes && offen_);
         if (vollstes) {
             rahmen_->setVisible(offen_);

@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -30,6 +31,18 @@ namespace {
 bool IstEingabetaste(const QKeyEvent &taste)
 {
     return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
+}
+
+// The same two faces for all cards: each is read once.
+QPixmap GesichtLesen(const QString &pfad, QSize groesse, qreal pixel)
+{
+    const QString schluessel = QStringLiteral("%1@%2").arg(pfad).arg(pixel);
+    QPixmap bild;
+    if (!QPixmapCache::find(schluessel, &bild)) {
+        bild = QIcon(pfad).pixmap(groesse, pixel);
+        QPixmapCache::insert(schluessel, bild);
+    }
+    return bild;
 }
 
 } // namespace
@@ -327,7 +340,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
 
     const QString gesicht = richtig ? QStringLiteral("face03.ico") : QStringLiteral("face01.ico");
     Image1_->setPixmap(
-        QIcon(umgebung_.konfig.ProgrammDatei(gesicht)).pixmap(Image1_->size(), devicePixelRatioF()));
+        GesichtLesen(umgebung_.konfig.ProgrammDatei(gesicht), Image1_->size(), devicePixelRatioF()));
     urteil_->setText(richtig ? QStringLiteral("Richtig!") : QStringLiteral("Leider falsch"));
     Command3_->setAccessibleDescription(urteil_->text());
     FarbenSetzen();

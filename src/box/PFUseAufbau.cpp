@@ -256,7 +256,7 @@ void PFUse::AntwortenBauen()
     MaskFrageNr_->setText(karte_.FrageNr);
     MaskFachNr_->setText(QString::number(karte_.FachNr));
     MaskThema_->setText(karte_.Thema);
-    MaskThema_->setToolTip(karte_.Thema.toHtmlEscaped());
+    MaskThema_->setToolTip(Kurztext(karte_.Thema).toHtmlEscaped());
     MFrage_->ZeigeRichText(karte_.Frage);
     MFrage_->installEventFilter(this);
 

@@ -11,6 +11,7 @@
 #include "Schritt.h"
 #include "Sizer.h"
 #include "Suchen.h"
+#include "Themenzeile.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -67,7 +68,7 @@ Kartenblatt PFÄndern::Inhalt() const
         blatt.Antwort_ch[i] = Check1_[i]->isChecked();
     }
     blatt.art = Art();
-    blatt.Thema = MaskThema_->text();
+    blatt.Thema = MaskThema_->Thema();
     blatt.pictureNames = pictureNames_;
     blatt.lage = lage_;
     return blatt;
@@ -81,7 +82,7 @@ void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
         pictureNames_ = blatt.pictureNames;
         lage_ = blatt.lage;
         KopfZeigen(kopf);
-        MaskThema_->setText(blatt.Thema);
+        MaskThema_->Zeigen(blatt.Thema);
         // What is typed into an empty box comes in the standard font.
         const QTextCharFormat standard = StandardFormat(umgebung_.konfig.schrift);
         MFrage_->Zeigen(blatt.Frage, standard);

@@ -19,6 +19,7 @@ class BildBox;
 class Flaeche;
 class KartenTextBox;
 class Sizer;
+class Themenzeile;
 class QButtonGroup;
 class QCheckBox;
 class QGridLayout;
@@ -147,7 +148,7 @@ private:
     QLineEdit *MaskFrageNr_ = nullptr;
     QLabel *MaskFachNr_ = nullptr;
     QLabel *LabelNeu_ = nullptr;
-    QLineEdit *MaskThema_ = nullptr;
+    Themenzeile *MaskThema_ = nullptr;
     KartenTextBox *MFrage_ = nullptr;
     QWidget *Frame2_ = nullptr;
     QButtonGroup *art_ = nullptr;

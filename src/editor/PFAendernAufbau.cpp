@@ -6,6 +6,7 @@
 #include "Formatierung.h"
 #include "KartenTextBox.h"
 #include "PFAendern.h"
+#include "Themenzeile.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -127,6 +128,8 @@ QLayout *PFÄndern::KopfBauen()
     connect(MaskFrageNr_, &QLineEdit::returnPressed, this, [this] {
         LaufBeenden();
         editor_.Springen(MaskFrageNr_->text());
+        if (MaskFrageNr_->hasFocus())
+            MaskFrageNr_->selectAll(); // the next number replaces this one
     });
     // A number that was typed and not confirmed is not the card's.
     connect(MaskFrageNr_, &QLineEdit::editingFinished, &fokuswache_, [this] {
@@ -138,7 +141,7 @@ QLayout *PFÄndern::KopfBauen()
     LabelNeu_ = Benannt(new Marke(QStringLiteral("Neue Karte"), formular_), QStringLiteral("LabelNeu"),
                         QStringLiteral("Neue Karte"));
     PlatzHalten(LabelNeu_);
-    MaskThema_ = Benannt(new QLineEdit(formular_), QStringLiteral("MaskThema"), QStringLiteral("Thema"));
+    MaskThema_ = Benannt(new Themenzeile(formular_), QStringLiteral("MaskThema"), QStringLiteral("Thema"));
     MaskThema_->installEventFilter(this);
     connect(MaskThema_, &QLineEdit::textEdited, this, [this] { Geaendert(); });
 

@@ -9,6 +9,7 @@
 #include "PFAendern.h"
 #include "Sizer.h"
 #include "Soundbearbeiten.h"
+#include "Themenzeile.h"
 #include "Twips.h"
 
 #include <QDir>

@@ -112,9 +112,9 @@ void Slotdialog::BelegungZeigen()
 {
     for (std::size_t i = 0; i < belegung_.size(); ++i) {
         const QString &name = umgebung_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
-        const QString text = name.isEmpty() ? QStringLiteral("keine Datei") : name;
+        const QString text = name.isEmpty() ? QStringLiteral("keine Datei") : Kurztext(name);
         belegung_.at(i)->setText(text);
-        belegung_.at(i)->setToolTip(name.toHtmlEscaped());
+        belegung_.at(i)->setToolTip(Kurztext(name).toHtmlEscaped());
         belegung_.at(i)->setAccessibleName(optionen_.at(i)->accessibleName() + QStringLiteral(": ") + text);
         optionen_.at(i)->setAccessibleDescription(text);
     }
@@ -124,7 +124,7 @@ void Slotdialog::BelegungZeigen()
 void Slotdialog::NamenZeigen(const QString &name)
 {
     Dateiname_->setText(name);
-    Dateiname_->setToolTip(name.toHtmlEscaped());
+    Dateiname_->setToolTip(Kurztext(name).toHtmlEscaped());
     cmdÄndern_->setEnabled(!name.isEmpty());
     cmdLöschen_->setEnabled(!name.isEmpty());
     BelegungZeigen();

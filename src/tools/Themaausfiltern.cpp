@@ -3,6 +3,7 @@
 #include "Themaausfiltern.h"
 
 #include "Farben.h"
+#include "Kurztext.h"
 #include "NeueKartei.h"
 
 #include <QGridLayout>
@@ -22,6 +23,13 @@ class Themenmaler final : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant &wert, const QLocale &land) const override
+    {
+        const QString text = wert.toString();
+        return QStyledItemDelegate::displayText(
+            text.size() <= 2 * KurztextLaenge ? text : Kurztext(text) + text.right(KurztextLaenge), land);
+    }
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {

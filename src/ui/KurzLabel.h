@@ -2,16 +2,25 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Kurztext.h"
+
 #include <QLabel>
 #include <QPainter>
 
-// A label that shows the beginning of a text that is too long for it.
+// A label that shows the beginning of a text that is too long for it, in one line.
 class KurzLabel final : public QLabel
 {
 public:
     using QLabel::QLabel;
 
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+    QSize sizeHint() const override
+    {
+        const QMargins rand = contentsMargins() + margin();
+        return {fontMetrics().horizontalAdvance(Gezeigt()) + rand.left() + rand.right(),
+                fontMetrics().height() + rand.top() + rand.bottom()};
+    }
+
+    QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
 protected:
     void paintEvent(QPaintEvent *) override
@@ -19,6 +28,9 @@ protected:
         QPainter maler(this);
         maler.setPen(palette().color(foregroundRole()));
         maler.drawText(contentsRect(), static_cast<int>(alignment()),
-                       fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
+                       fontMetrics().elidedText(Gezeigt(), Qt::ElideRight, contentsRect().width()));
     }
+
+private:
+    QString Gezeigt() const { return Einzeilig(Kurztext(text())); }
 };

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "MeldungenFenster.h"
 
+#include "Kurztext.h"
+
 #include <QApplication>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -18,6 +20,25 @@ namespace {
 
 // "QT_LOGGING_RULES=paukfix.meldung=true" has every message on the terminal as well.
 Q_LOGGING_CATEGORY(Protokoll, "paukfix.meldung", QtWarningMsg)
+
+constexpr qsizetype MeldungLaenge = 4000; // a name in it may be megabytes long
+
+// What a message shows of a text. A word without an end would make its box wider than the screen.
+QString Gezeigt(const QString &text)
+{
+    constexpr qsizetype LaengstesWort = 300; // a file name, and something around it
+    QString gezeigt;
+    qsizetype wort = 0;
+    for (const QChar c : Kurztext(text, MeldungLaenge)) {
+        wort = c.isSpace() ? 0 : wort + 1;
+        if (wort > LaengstesWort && !c.isLowSurrogate()) {
+            gezeigt += QChar(u'\u200B'); // a line may break here
+            wort = 1;
+        }
+        gezeigt += c;
+    }
+    return gezeigt;
+}
 
 // While a message is shown, the pointer is the ordinary one.
 class OhneSanduhr
@@ -92,8 +113,8 @@ MeldungenFenster::~MeldungenFenster()
 void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
 {
     const OhneSanduhr ohne(sanduhr_);
-    QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(), text,
-                    QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(),
+                    Gezeigt(text), QMessageBox::Ok, QApplication::activeWindow());
     Vorbereiten(box);
     box.exec();
 }
@@ -101,7 +122,7 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
 Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe)
 {
     const OhneSanduhr ohne(sanduhr_);
-    QMessageBox box(QMessageBox::Question, Titel(), text, QMessageBox::Yes | QMessageBox::No,
+    QMessageBox box(QMessageBox::Question, Titel(), Gezeigt(text), QMessageBox::Yes | QMessageBox::No,
                     QApplication::activeWindow());
     Vorbereiten(box);
     box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);

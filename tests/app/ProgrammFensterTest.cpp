@@ -84,6 +84,53 @@ private slots:
         QTRY_VERIFY(Bereit("LBOX"));
     }
 
+    void FromTheOverviewTheEditorWalksByNumberAndTheBoxGoesOnInItsOwnOrder()
+    {
+        MakeCardFile(Pfad("a.pzb"),
+                     {MakeCard(1, 3, 1), MakeCard(2, 0, 2), MakeCard(3, 1, 1), MakeCard(4, 0, 1)});
+        MachProgramm();
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QTRY_VERIFY(Bereit("LBOX") && Kartei() == "a.pzb");
+        const Drehbuch buch({Taste("Uebersicht", Qt::Key_Down), Taste("Uebersicht", Qt::Key_Return)});
+        Waehlen("Manzeigen");
+        QVERIFY(buch.Fertig());
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        const auto nummer = [] { return Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr"); };
+        const auto weiter = [](const char *knopf) {
+            QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>(QString::fromUtf8(knopf)),
+                              Qt::LeftButton);
+        };
+        QCOMPARE(nummer()->text(), "2");
+        weiter("CVor");
+        QCOMPARE(nummer()->text(), "3");
+        nummer()->setFocus();
+        QTest::keyClicks(nummer(), "1");
+        QTest::keyClick(nummer(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(nummer(), "1");
+        QTest::keyClick(nummer(), Qt::Key_Return);
+        QCOMPARE(nummer()->text(), "1");
+        weiter("CVor");
+        QCOMPARE(nummer()->text(), "2");
+        QTest::keyClicks(Offen("PFÄndern")->findChild<QTextEdit *>("MFrage"), "neu ");
+        weiter("CVor");
+        QCOMPARE(nummer()->text(), "3");
+        weiter("CZurück");
+        weiter("CZurück");
+        QCOMPARE(nummer()->text(), "1");
+        Offen("PFÄndern")->close();
+        QTRY_VERIFY(Bereit("LBOX"));
+        // Opened from the box it walks through the box again.
+        Waehlen("MKarten");
+        QTRY_VERIFY(Bereit("PFÄndern"));
+        QCOMPARE(nummer()->text(), "1");
+        weiter("CZurück");
+        QCOMPARE(nummer()->text(), "3");
+        weiter("CZurück");
+        QCOMPARE(nummer()->text(), "2");
+        Offen("PFÄndern")->close();
+        QTRY_VERIFY(Bereit("LBOX"));
+    }
+
     void TheOverviewNeedsAnOpenFile()
     {
         Konfig("False");

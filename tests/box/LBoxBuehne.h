@@ -135,6 +135,27 @@ public:
 
     KaShape *Balken(int fach) const { return Finde<KaShape>(QString("KaShape(%1)").arg(fach)); }
 
+    // What a person sees: a red line on all sides of the compartment.
+    bool RotUmrandet(int fach) const
+    {
+        const QImage bild = fenster->grab().toImage();
+        const double mass = bild.devicePixelRatio();
+        const auto *image0 = Finde<>(QString("Image0(%1)").arg(fach));
+        const QRect innen(image0->mapTo(fenster.get(), QPoint()), image0->size());
+        const auto rotBei = [&](QPoint punkt, QPoint nachAussen) {
+            for (int weit = -1; weit <= 8; ++weit) {
+                const QColor farbe =
+                    bild.pixelColor(((punkt + nachAussen * weit).toPointF() * mass).toPoint());
+                if (farbe.red() > 220 && farbe.green() < 60 && farbe.blue() < 60)
+                    return true;
+            }
+            return false;
+        };
+        const QPoint mitte = innen.center();
+        return rotBei({innen.left(), mitte.y()}, {-1, 0}) && rotBei({innen.right(), mitte.y()}, {1, 0}) &&
+               rotBei({mitte.x(), innen.bottom()}, {0, 1});
+    }
+
     WuerfelBild *Wuerfel() const { return Finde<WuerfelBild>("PicWürfel"); }
 
     void Klick(const QString &name) const

@@ -316,6 +316,19 @@ private slots:
         });
     }
 
+    void AFaceIsReadOnceForAllCards()
+    {
+        const QString datei = ProgrammDatei("face03.ico");
+        Malen(datei, Qt::green, {48, 48});
+        for (int karte = 0; karte < 2; ++karte) {
+            b_->Fragen(TippKarte("ja"), [&] {
+                Antworten("ja");
+                QCOMPARE(b_->Label("Image1")->pixmap().toImage().pixelColor(20, 20), QColor(Qt::green));
+            });
+            QFile::remove(datei);
+        }
+    }
+
     void MissingFacesAndProgramDirectoryAreNoTrouble()
     {
         b_->konfig.ProgrammPfad = "/gibt/es/nicht";

@@ -54,6 +54,19 @@ private slots:
         });
     }
 
+    void TopicOfAnySizeIsAskedWithItsBeginning()
+    {
+        b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});
+        Sql("UPDATE Lernkarten SET Picture_9_Name=replace(hex(zeroblob(25000)),'0','M')");
+        b_->Fragen([&] {
+            QCOMPARE(b_->Label("MaskThema")->text().size(), 50'000);
+            QVERIFY(b_->Label("MaskThema")->sizeHint().width() < 100'000);
+            QVERIFY(b_->Label("MaskThema")->toolTip().size() < 10'000);
+            b_->Antworten("x");
+        });
+        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+    }
+
     void NullTextsAreShownEmpty()
     {
         b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});

@@ -322,6 +322,24 @@ private slots:
         QVERIFY(stored.Antwort_ch_3);
     }
 
+    void TickCardKeptAsTextHasItsTicksWhenItIsTickedAgain()
+    {
+        EditorBuehne b({Tickkarte(1), MakeCard(2, 0, 2)});
+        b.Zeigen();
+        b.Klick("Antwort_T");
+        b.Klick("CVor");
+        b.Klick("CZurück");
+        QVERIFY(b.Finde<QRadioButton>("Antwort_T")->isChecked());
+        b.Klick("Antwort_K");
+        for (int i = 0; i < 5; ++i)
+            QCOMPARE(b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isChecked(),
+                     i == 1 || i == 4);
+        b.Klick("CVor");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.Antworttyp, 2.0);
+        QVERIFY(!card.Antwort_ch_1 && card.Antwort_ch_2 && card.Antwort_ch_5);
+    }
+
     // --- What is typed or clicked is stored on leaving the card
 
     void EveryKindOfChangeIsStoredWhenTheCardIsLeft_data()

@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 
 // The dialogs at work, driven by key and mouse.
 class DialogeTest : public QObject
@@ -406,6 +407,11 @@ void DialogeTest::ListWithTheKeyboardStandsOut()
     Themaausfiltern dialog(w.umgebung);
     Show(dialog);
     auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
+    // Of a topic of any size just what a line can show is painted: its beginning and its end.
+    const auto *painter = qobject_cast<QStyledItemDelegate *>(list->itemDelegate());
+    const QString endless = QString(10'000'000, u'M') + "Ende";
+    const QString painted = painter->displayText(endless, QLocale());
+    QVERIFY(painted.size() < 5000 && painted.startsWith("MMM") && painted.endsWith("Ende"));
     QVERIFY(list->visualItemRect(list->item(0)).width() <= list->viewport()->width());
     list->setFocus();
     const QRect row = list->visualItemRect(list->item(0));

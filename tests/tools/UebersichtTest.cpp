@@ -194,6 +194,7 @@ void UebersichtTest::CardThatHasGoneOpensNothing()
     QTest::keyClick(blick.gitter, Qt::Key_Return);
     QCOMPARE(blick.bearbeitet, 0);
     QVERIFY(blick.fenster.isVisible());
+    QCOMPARE(w.store.Karten().Index(), "BoxKey");
     blick.KopfKlick(1);
     QCOMPARE(blick.gitter->model()->rowCount(), 4);
 }

@@ -62,6 +62,22 @@ private slots:
         QVERIFY(gesehen);
     }
 
+    void AMessageWithAnEndlessNameFitsTheScreen()
+    {
+        MeldungenFenster meldungen;
+        QSize groesse;
+        QString text;
+        Waehrend<QMessageBox>([&](QMessageBox &box) {
+            groesse = box.size();
+            text = box.text();
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        meldungen.Zeigen(QStringLiteral("Bilddatei nicht gefunden ") + QString(10'000'000, u'M'));
+        QVERIFY(text.startsWith(QStringLiteral("Bilddatei nicht gefunden MMM")) && text.endsWith(u'…'));
+        QVERIFY(text.size() < 5000);
+        QVERIFY(groesse.width() <= QGuiApplication::primaryScreen()->size().width());
+    }
+
     void AnExclamationHasItsIcon()
     {
         MeldungenFenster meldungen;

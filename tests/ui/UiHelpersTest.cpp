@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CharFormat.h"
 #include "Farben.h"
+#include "KurzLabel.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
 #include "StoreTestSupport.h"
@@ -37,6 +38,28 @@ private:
     }
 
 private slots:
+
+    void LabelForOneLineMeasuresNoMoreThanALine()
+    {
+        KurzLabel label;
+        label.setText(QStringLiteral("kurz"));
+        const QSize kurz = label.sizeHint();
+        QVERIFY(kurz.width() >= label.fontMetrics().horizontalAdvance(QStringLiteral("kurz")));
+        label.setText(QStringLiteral("kurz\nund lang"));
+        QCOMPARE(label.sizeHint().height(), kurz.height());
+        label.setText(QString(50'000, u'M'));
+        QVERIFY(label.sizeHint().width() < 100'000);
+        QVERIFY(!label.grab().isNull());
+        QCOMPARE(label.text().size(), 50'000);
+    }
+
+    void ShortTextEndsBetweenCharacters()
+    {
+        QCOMPARE(Kurztext(QStringLiteral("abc"), 3), QStringLiteral("abc"));
+        QCOMPARE(Kurztext(QStringLiteral("abcd"), 3), QStringLiteral("abc…"));
+        QCOMPARE(Kurztext(QStringLiteral("ab😀d"), 3), QStringLiteral("ab…"));
+        QCOMPARE(Einzeilig(QStringLiteral("\r\na\r\n\r\nb\u2028c\n")), QStringLiteral("a b c"));
+    }
 
     void PixelsSurviveTheWayThroughTwips()
     {

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Themenzeile.h"
+
+#include "Kurztext.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+
+void Themenzeile::Zeigen(const QString &thema)
+{
+    thema_ = thema;
+    const bool zuLang = thema.size() > KurztextLaenge;
+    setReadOnly(zuLang);
+    setText(Kurztext(thema));
+    if (zuLang)
+        setCursorPosition(0);
+    setToolTip(zuLang ? QStringLiteral("Dieses Thema ist zu lang, um es ganz zu zeigen. Es bleibt in der "
+                                       "Kartei, wie es ist.")
+                      : QString());
+}
+
+// For undoing, a move of the caret parts what was done before it from what comes.
+void Themenzeile::SchrittBeginnen()
+{
+    const int stelle = cursorPosition();
+    home(false);
+    end(false);
+    setCursorPosition(stelle);
+}
+
+void Themenzeile::Einfuegen(QClipboard::Mode woher)
+{
+    if (isReadOnly())
+        return;
+    // What is selected is replaced in a step of its own anyway.
+    if (!hasSelectedText())
+        SchrittBeginnen();
+    insert(Einzeilig(QGuiApplication::clipboard()->text(woher)));
+    SchrittBeginnen();
+}
+
+void Themenzeile::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Paste))
+        Einfuegen(QClipboard::Clipboard);
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void Themenzeile::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menue = createStandardContextMenu();
+    menue->setAttribute(Qt::WA_DeleteOnClose);
+    const QList<QAction *> eintraege = menue->actions();
+    for (QAction *eintrag : eintraege) {
+        if (!eintrag->text().startsWith(QLineEdit::tr("&Paste")))
+            continue;
+        eintrag->disconnect(this);
+        connect(eintrag, &QAction::triggered, this, [this] { Einfuegen(QClipboard::Clipboard); });
+    }
+    menue->popup(event->globalPos());
+}
+
+void Themenzeile::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::MiddleButton || !QGuiApplication::clipboard()->supportsSelection()) {
+        QLineEdit::mouseReleaseEvent(event);
+        return;
+    }
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    Einfuegen(QClipboard::Selection);
+}
+
+void Themenzeile::dropEvent(QDropEvent *event)
+{
+    QMimeData mime;
+    mime.setText(Einzeilig(event->mimeData()->text()));
+    QDropEvent einzeilig(event->position(), event->possibleActions(), &mime, event->buttons(),
+                         event->modifiers());
+    einzeilig.setDropAction(event->dropAction());
+    QLineEdit::dropEvent(&einzeilig);
+    event->setDropAction(einzeilig.dropAction());
+    event->setAccepted(einzeilig.isAccepted());
+}
