@@ -141,7 +141,7 @@ QString AppConfig::KonfigPfad(const char *name) const
 QString AppConfig::ProgrammDatei(const QString &name) const
 {
     const auto in = [&name](const QString &ordner) { return ordner + QLatin1Char('/') + name; };
-    const QString eigene = in(ProgrammPfad);
+    QString eigene = in(ProgrammPfad);
     if (!QFileInfo(eigene).isFile()) {
         for (const QString &ordner : Lieferpfade) {
             if (QFileInfo(in(ordner)).isFile()) {
@@ -163,7 +163,7 @@ bool AppConfig::Verloren() const
 QByteArray AppConfig::NeuAnlegen() const
 {
     const DirectoryLock lock(ProgrammPfad);
-    const QByteArray content = ReadFile(ProgrammDatei(QStringLiteral("konfig.dat")), MaxFileSize);
+    QByteArray content = ReadFile(ProgrammDatei(QStringLiteral("konfig.dat")), MaxFileSize);
     RewriteFile(KonfigPfad("konfig.dat"), content);
     return content;
 }

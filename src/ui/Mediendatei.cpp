@@ -17,7 +17,7 @@ QString Mediendatei(const QString &verzeichnis, const QString &name)
 {
     constexpr int MaxNamen = 50'000;
     const QString gesucht = BlosserName(name);
-    const QString genau = QDir::toNativeSeparators(QDir(verzeichnis).filePath(gesucht));
+    QString genau = QDir::toNativeSeparators(QDir(verzeichnis).filePath(gesucht));
     if (gesucht.isEmpty() || QFileInfo::exists(genau))
         return genau;
     QString gefunden;

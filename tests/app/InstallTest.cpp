@@ -223,7 +223,7 @@ private slots:
         for (const QString &name : QDir(Installiert("share/paukfix/beispiele")).entryList(QDir::Files))
             erwartet << "Dokumente/Paukfix/" + name;
         erwartet.sort();
-        QCOMPARE(Dateien(), erwartet);
+        QCOMPARE(Dateien().join("\n"), erwartet.join("\n"));
         QVERIFY(Lesen(Eigene("konfig.dat")).contains(QFile::encodeName(Eigene("Englisch.pzb"))));
         for (const char *name : {"Natur.pzb", "ahorn.jpg", "kuckuck.wav"})
             QCOMPARE(Lesen(Eigene(name)), Lesen(Installiert(QString("share/paukfix/beispiele/") + name)));
@@ -242,7 +242,7 @@ private slots:
         QCOMPARE(Meldungen(), QStringList("Fehler bei Form Intro Load: Die Einstellungen können nicht "
                                           "gespeichert werden: Zugriff verweigert: " +
                                           QFileInfo(Eigene("x")).path()));
-        QCOMPARE(Dateien(), vorher);
+        QCOMPARE(Dateien().join("\n"), vorher.join("\n"));
     }
 
     void SettingsThatAreGoneAreMadeAgainAndSamplesAreNot()
