@@ -51,7 +51,12 @@ QString Referenztext(const QString &klartext)
 bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe)
 {
     const QString referenz = Referenztext(klartext);
-    return referenz == QLatin1String("Joker") || ZeilenumbruchEntfernen(Trimmed(eingabe)) == referenz;
+    // An umlaut of one character and one of letter and dots are the same to everyone who sees them.
+    const auto zusammengesetzt = [](const QString &text) {
+        return text.normalized(QString::NormalizationForm_C);
+    };
+    return referenz == QLatin1String("Joker") ||
+           zusammengesetzt(ZeilenumbruchEntfernen(Trimmed(eingabe))) == zusammengesetzt(referenz);
 }
 
 bool KreuzeRichtig(const std::array<bool, AntwortAnzahl> &kreuze,

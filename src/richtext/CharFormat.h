@@ -12,6 +12,10 @@
 // How far the text is raised (> 0) or lowered (< 0), in twips, an int. Not there means 0.
 inline constexpr int CharOffsetProperty = QTextFormat::UserProperty + 1;
 
+// The family that was a symbol font where the text was read, a string: its characters are written as places
+// of that font again. Counts only while the format has this family.
+inline constexpr int SymbolFontProperty = QTextFormat::UserProperty + 2;
+
 int CharOffset(const QTextCharFormat &format);
 
 // Sets the offset and, so that it shows, the base line, which Qt wants in percent of the font's height: set

@@ -4,6 +4,7 @@
 
 #include "LayoutBound.h"
 #include "RtfReader.h"
+#include "RtfTabs.h"
 #include "RtfWriter.h"
 
 #include <QStringDecoder>
@@ -183,6 +184,9 @@ QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &def
 {
     QTextDocument document;
     document.setDefaultFont(defaultFont);
+    QTextOption option = document.defaultTextOption();
+    option.setTabStopDistance(UsualTabWidth / double(TwipsPerPixel));
+    document.setDefaultTextOption(option);
     QTextCursor(&document).insertFragment(fragment);
     const bool oneLine = document.blockCount() == 1;
     return RtfWriter(document).Write(oneLine ? RtfWriter::LastParagraph::Open

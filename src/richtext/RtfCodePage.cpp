@@ -3,10 +3,8 @@
 #include "RtfCodePage.h"
 
 namespace {
-constexpr int SymbolCodePage = 42; // pictures at the places of letters
 constexpr int Utf8CodePage = 65001;
-constexpr char16_t Bullet = u'\u2022';
-constexpr unsigned char SymbolBullet = 0xB7;
+constexpr int ShiftJisCodePage = 932;
 
 bool IsMultiByte(int codePage)
 {
@@ -94,7 +92,9 @@ int CodePageOfCharset(int charset, int fallback)
 }
 
 RtfCodePage::RtfCodePage(int codePage)
-    : decoder_(DecoderName(codePage).constData()), multiByte_(decoder_.isValid() && IsMultiByte(codePage))
+    : decoder_(DecoderName(codePage).constData()),
+      codePage_(codePage),
+      multiByte_(decoder_.isValid() && IsMultiByte(codePage))
 {
     if (multiByte_)
         return;
@@ -107,8 +107,15 @@ RtfCodePage::RtfCodePage(int codePage)
         const bool defined = text.size() == 1 && text.front() != QChar::ReplacementCharacter;
         single_[i] = defined ? text.front().unicode() : static_cast<char16_t>(i);
     }
-    if (codePage == SymbolCodePage)
-        single_[SymbolBullet] = Bullet;
+}
+
+bool RtfCodePage::IsLead(unsigned char byte) const
+{
+    if (!multiByte_ || codePage_ == Utf8CodePage)
+        return false;
+    if (codePage_ == ShiftJisCodePage) // has letters of one byte in between
+        return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+    return byte >= 0x81 && byte <= 0xFE;
 }
 
 QString RtfCodePage::Decode(const QByteArray &bytes)

@@ -3,6 +3,7 @@
 #include "RtfDocumentBuilder.h"
 
 #include "CharFormat.h"
+#include "RtfTabs.h"
 
 #include <QTextDocument>
 
@@ -38,6 +39,8 @@ QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFo
     QTextCharFormat format;
     if (!state.family.isEmpty())
         format.setFontFamilies({state.family});
+    if (state.symbol)
+        format.setProperty(SymbolFontProperty, state.family);
     if (state.halfPoints > 0)
         format.setFontPointSize(state.halfPoints / 2.0);
     // Said also where it is "no": the document's default font may be bold.
@@ -54,7 +57,7 @@ QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFo
     return format;
 }
 
-QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
+QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph, int tabWidth)
 {
     QTextBlockFormat format;
     if (paragraph.alignment != Qt::AlignLeft)
@@ -69,13 +72,9 @@ QTextBlockFormat MakeBlockFormat(const RtfParagraphState &paragraph)
         format.setTopMargin(Pixels(paragraph.before));
     if (paragraph.after != 0)
         format.setBottomMargin(Pixels(paragraph.after));
-    if (!paragraph.tabs.isEmpty()) {
-        // Qt counts tab stops from where the first line begins.
-        QList<QTextOption::Tab> tabs = paragraph.tabs;
-        for (QTextOption::Tab &tab : tabs)
-            tab.position -= Pixels(paragraph.left + paragraph.first);
+    const QList<QTextOption::Tab> tabs = ShownTabs(paragraph, tabWidth, paragraph.tabbed);
+    if (!tabs.isEmpty())
         format.setTabPositions(tabs);
-    }
     return format;
 }
 } // namespace
@@ -86,6 +85,18 @@ RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument &document, Formats formats)
     document.clear();
     cursor_ = QTextCursor(&document);
     cursor_.beginEditBlock();
+    SetTabWidth(UsualTabWidth);
+}
+
+void RtfDocumentBuilder::SetTabWidth(int twips)
+{
+    if (begun_ || twips <= 0 || twips == tabWidth_)
+        return;
+    tabWidth_ = twips;
+    QTextDocument &document = *cursor_.document();
+    QTextOption option = document.defaultTextOption();
+    option.setTabStopDistance(Pixels(twips));
+    document.setDefaultTextOption(option);
 }
 
 void RtfDocumentBuilder::Append(char16_t c, const RtfCharState &state)
@@ -94,6 +105,8 @@ void RtfDocumentBuilder::Append(char16_t c, const RtfCharState &state)
         return;
     if (paragraphEnded_)
         BeginParagraph();
+    begun_ = true;
+    paragraphTabbed_ = paragraphTabbed_ || c == u'\t';
     StartRun(state);
     const bool breaksLine = c == u'\r' || c == u'\n' || c == u'\v' || c == u'\u2028';
     const char16_t shown = breaksLine ? u'\u2028' : c;
@@ -125,6 +138,7 @@ void RtfDocumentBuilder::BeginParagraph()
     cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
     paragraphEnded_ = false;
     paragraphEmpty_ = true;
+    paragraphTabbed_ = false;
 }
 
 void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const RtfCharState &state)
@@ -137,6 +151,7 @@ void RtfDocumentBuilder::EndParagraph(const RtfParagraphState &paragraph, const 
     const int indents = paragraph.left + paragraph.right + std::max(paragraph.first, 0);
     if (bound_.EndParagraph(state.halfPoints, Pixels(indents), Pixels(paragraph.before + paragraph.after)))
         cursor_.setBlockFormat(BlockFormat(paragraph));
+    begun_ = true;
     if (paragraphEmpty_) // its height, and the format of what is typed there
         cursor_.setBlockCharFormat(CharFormat(state));
     paragraphEnded_ = true;
@@ -172,12 +187,14 @@ const QTextBlockFormat &RtfDocumentBuilder::BlockFormat(const RtfParagraphState 
 {
     if (formats_ == Formats::None)
         return lastBlockFormat_;
-    const auto found = blockFormats_.constFind(paragraph);
+    RtfParagraphState key = paragraph;
+    key.tabbed = paragraphTabbed_;
+    const auto found = blockFormats_.constFind(key);
     if (found != blockFormats_.constEnd()) {
         lastBlockFormat_ = *found;
     } else if (blockFormats_.size() < MaxFormats) {
-        lastBlockFormat_ = MakeBlockFormat(paragraph);
-        blockFormats_.insert(paragraph, lastBlockFormat_);
+        lastBlockFormat_ = MakeBlockFormat(key, tabWidth_);
+        blockFormats_.insert(key, lastBlockFormat_);
     }
     return lastBlockFormat_;
 }

@@ -29,6 +29,9 @@ public:
     // Empties the document; it stays in one edit step until Finish().
     RtfDocumentBuilder(QTextDocument &document, Formats formats);
 
+    // The distance of the tab stops that nobody has set, in twips; before the first text.
+    void SetTabWidth(int twips);
+
     // One UTF-16 unit; control characters for a new line are line separators, NUL and what Qt keeps for
     // itself is dropped.
     void Append(char16_t c, const RtfCharState &state);
@@ -48,11 +51,14 @@ private:
     QTextCursor cursor_;
     QFont defaultFont_;
     Formats formats_;
+    int tabWidth_ = 0;
+    bool begun_ = false;
     LayoutBound bound_;
     QString run_; // text of one format that is not yet in the document
     RtfCharState runState_;
     bool paragraphEnded_ = false;
     bool paragraphEmpty_ = true;
+    bool paragraphTabbed_ = false;
     QHash<RtfCharState, QTextCharFormat> charFormats_;
     QHash<RtfParagraphState, QTextBlockFormat> blockFormats_;
     QTextCharFormat lastCharFormat_;

@@ -11,9 +11,16 @@ enum class RtfAction
     Skip,      // a destination whose text is not the document's
     FontTable,
     ColourTable,
+    Field,
+    FieldInstruction,
+    FieldResult,
+    NestedRow, // a destination whose \nestrow counts
+    RowEnd,    // of a table within a table
     Paragraph, // ends a paragraph
     // character formatting
     Font,
+    AssociatedFont, // for text of the kind named before
+    TextKind,       // value: 0 to 2 for low, high and double-byte characters, -1 for any
     Size,
     Bold,
     Italic,
@@ -38,6 +45,7 @@ enum class RtfAction
     // characters by number
     Unicode,
     UnicodeSkip,
+    TabWidth,
     CodePage, // value: the code page, 0 for the word's parameter
     // inside the tables
     DefaultFont,

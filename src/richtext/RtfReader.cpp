@@ -11,9 +11,11 @@ constexpr int MaxTwips = 31'680; // 22 inches, as far as paper and RTF go
 constexpr int MaxHalfPoints = 3'276;
 constexpr int DefaultOffset = 6; // half-points of \up and \dn without a number
 constexpr qsizetype MaxTabStops = 64;
-constexpr qsizetype MaxFontName = 128;
-constexpr char16_t FirstNonAscii = 0x80;
-constexpr int MaxCodePages = 64;
+
+bool IsStarredDestination(std::string_view word)
+{
+    return word == "fldinst" || word == "nesttableprops";
+}
 
 int Length(int twips)
 {
@@ -32,8 +34,12 @@ bool RtfReader::Read()
     for (Kind kind = tokens_.Next(); kind != Kind::End && !builder_.isFull(); kind = tokens_.Next()) {
         if (kind == Kind::GroupEnd && depth_ <= 1)
             break; // what follows the document is not of it
+        const bool known = kind == Kind::Word && IsStarredDestination(tokens_.word());
+        if (std::exchange(starred_, false) && !known)
+            SkipGroup(); // a destination for others
         const bool shown = skipDepth_ == 0;
-        if (shown && kind != Kind::Byte && kind != Kind::Text)
+        // The second byte of a character may be an escaped one.
+        if (shown && kind != Kind::Byte && kind != Kind::Text && !(kind == Kind::Symbol && lead_))
             FlushBytes();
         switch (kind) {
         case Kind::GroupStart:
@@ -86,12 +92,16 @@ void RtfReader::EndGroup()
     if (depth_ <= MaxSavedGroups) {
         const bool fontsRead =
             state_.destination == Destination::FontTable && groups_.back().destination == Destination::Body;
+        const bool fieldRead = state_.destination == Destination::FieldInstruction &&
+                               groups_.back().destination == Destination::Body;
         state_ = std::move(groups_.back());
         groups_.pop_back();
         if (fontsRead) {
             FinishFont();
             SelectFont(defaultFont_);
         }
+        if (fieldRead)
+            FinishField();
     }
     --depth_;
 }
@@ -104,10 +114,10 @@ void RtfReader::SkipGroup()
         skipDepth_ = depth_;
 }
 
-void RtfReader::EnterTable(Destination table)
+void RtfReader::EnterDestination(Destination destination)
 {
     if (depth_ > 1)
-        state_.destination = table;
+        state_.destination = destination;
 }
 
 void RtfReader::Word()
@@ -129,13 +139,31 @@ void RtfReader::Word()
         SkipGroup();
         break;
     case RtfAction::FontTable:
-        EnterTable(Destination::FontTable);
+        EnterDestination(Destination::FontTable);
         break;
     case RtfAction::ColourTable:
-        EnterTable(Destination::ColourTable);
+        EnterDestination(Destination::ColourTable);
+        break;
+    case RtfAction::Field:
+        state_.fieldShown = false;
+        break;
+    case RtfAction::FieldInstruction:
+        EnterDestination(Destination::FieldInstruction);
+        instruction_.clear();
+        break;
+    case RtfAction::FieldResult:
+        if (state_.fieldShown)
+            SkipGroup();
+        break;
+    case RtfAction::NestedRow:
+        EnterDestination(Destination::NestedRow);
+        break;
+    case RtfAction::RowEnd:
+        if (isShown() || (state_.destination == Destination::NestedRow && !state_.hidden))
+            builder_.EndParagraph(state_.paragraph, state_.text);
         break;
     case RtfAction::Paragraph:
-        if (state_.destination == Destination::Body && !state_.hidden)
+        if (isShown())
             builder_.EndParagraph(state_.paragraph, state_.text);
         break;
     default:
@@ -155,7 +183,9 @@ void RtfReader::FormatCharacters(const RtfKeyword &keyword)
     const bool on = !tokens_.hasParameter() || number != 0;
     switch (keyword.action) {
     case RtfAction::Font:
-        SelectFont(number);
+    case RtfAction::AssociatedFont:
+    case RtfAction::TextKind:
+        FontOfKind(keyword);
         break;
     case RtfAction::Size:
         text.halfPoints = std::clamp(number, 0, MaxHalfPoints);
@@ -196,6 +226,9 @@ void RtfReader::FormatCharacters(const RtfKeyword &keyword)
     case RtfAction::Plain:
         text = {};
         state_.hidden = false;
+        state_.textKind = -1;
+        state_.kindFonts.fill(-1);
+        state_.font = defaultFont_;
         SelectFont(defaultFont_);
         break;
     default:
@@ -271,6 +304,9 @@ void RtfReader::DescribeText(const RtfKeyword &keyword)
         if (state_.destination == Destination::FontTable)
             fonts_[tableFont_].codePage = state_.codePage = CodePageOfCharset(number, documentCodePage_);
         break;
+    case RtfAction::TabWidth:
+        builder_.SetTabWidth(std::clamp(number, 0, MaxTwips));
+        break;
     case RtfAction::FontCodePage:
         if (state_.destination == Destination::FontTable)
             fonts_[tableFont_].codePage = state_.codePage = number;
@@ -293,149 +329,4 @@ void RtfReader::SetDocumentCodePage(int codePage)
 {
     documentCodePage_ = codePage;
     state_.codePage = codePage;
-}
-
-void RtfReader::SelectFont(int number)
-{
-    if (state_.destination == Destination::FontTable) {
-        FinishFont();
-        tableFont_ = number;
-        state_.codePage = documentCodePage_;
-        return;
-    }
-    const auto found = fonts_.find(number);
-    state_.text.family = found != fonts_.end() ? found->second.family : QString();
-    const int codePage = found != fonts_.end() ? found->second.codePage : 0;
-    state_.codePage = codePage != 0 ? codePage : documentCodePage_;
-}
-
-void RtfReader::FinishFont()
-{
-    const QString name = std::exchange(fontName_, {}).trimmed();
-    if (!name.isEmpty())
-        fonts_[tableFont_].family = name;
-}
-
-void RtfReader::Symbol()
-{
-    switch (tokens_.symbol()) {
-    case u'*':
-        if (groupStart_)
-            SkipGroup(); // a destination for others; those that are read here come without the star
-        break;
-    case u'\\':
-    case u'{':
-    case u'}':
-    case u'\t':
-        Character(tokens_.symbol());
-        break;
-    case u'~':
-        Character(u'\u00A0');
-        break;
-    case u'-':
-        Character(u'\u00AD');
-        break;
-    case u'_':
-        Character(u'\u2011');
-        break;
-    case u'\r':
-    case u'\n':
-        if (state_.destination == Destination::Body && !state_.hidden)
-            builder_.EndParagraph(state_.paragraph, state_.text);
-        break;
-    default:
-        break;
-    }
-}
-
-void RtfReader::Text()
-{
-    for (const QChar c : tokens_.text()) {
-        const char16_t unit = c.unicode();
-        // ASCII may be the second byte of a character.
-        const bool isByte = unit < FirstNonAscii ? !bytes_.isEmpty() : input_ == Input::Bytes;
-        if (isByte)
-            Byte(static_cast<unsigned char>(unit));
-        else
-            Character(unit);
-    }
-}
-
-void RtfReader::Character(char16_t c)
-{
-    if (skipCharacters_ > 0) {
-        --skipCharacters_;
-        return;
-    }
-    FlushBytes();
-    Put(c);
-}
-
-void RtfReader::Byte(unsigned char byte)
-{
-    if (skipCharacters_ > 0) {
-        --skipCharacters_;
-        return;
-    }
-    RtfCodePage &codePage = CurrentCodePage();
-    if (!codePage.isMultiByte()) {
-        Put(codePage.Decode(byte));
-        return;
-    }
-    bytes_ += static_cast<char>(byte);
-}
-
-RtfCodePage &RtfReader::CurrentCodePage()
-{
-    const bool known = codePages_.size() < MaxCodePages || codePages_.contains(state_.codePage);
-    const int codePage = known ? state_.codePage : WesternCodePage;
-    return codePages_.try_emplace(codePage, codePage).first->second;
-}
-
-void RtfReader::FlushBytes()
-{
-    if (bytes_.isEmpty())
-        return;
-    const QString text = CurrentCodePage().Decode(std::exchange(bytes_, {}));
-    for (const QChar c : text)
-        Put(c.unicode());
-}
-
-void RtfReader::Unicode(int value)
-{
-    constexpr int Units = 0x10000;
-    constexpr int LastCodePoint = 0x10FFFF;
-    if (value < 0)
-        value += Units; // written as a signed 16-bit number
-    if (value >= 0 && value < Units) {
-        Put(static_cast<char16_t>(value));
-    } else if (value >= Units && value <= LastCodePoint) {
-        Put(QChar::highSurrogate(static_cast<char32_t>(value)));
-        Put(QChar::lowSurrogate(static_cast<char32_t>(value)));
-    }
-    skipCharacters_ = state_.unicodeSkip;
-}
-
-void RtfReader::Put(char16_t c)
-{
-    switch (state_.destination) {
-    case Destination::FontTable:
-        if (c == u';')
-            FinishFont();
-        else if (fontName_.size() < MaxFontName)
-            fontName_ += QChar(c);
-        break;
-    case Destination::ColourTable:
-        if (c == u';')
-            colours_.push_back(std::exchange(tableColour_, 0));
-        break;
-    case Destination::Body:
-        if (state_.hidden)
-            break;
-        if (c == u'\u2029' || c == u'\f')
-            builder_.EndParagraph(state_.paragraph, state_.text);
-        else
-            builder_.Append(c, state_.text);
-        break;
-    }
 }

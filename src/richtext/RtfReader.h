@@ -8,6 +8,7 @@
 #include "RtfState.h"
 #include "RtfTokenizer.h"
 
+#include <array>
 #include <map>
 #include <vector>
 
@@ -31,7 +32,9 @@ private:
     {
         Body,
         FontTable,
-        ColourTable
+        ColourTable,
+        FieldInstruction,
+        NestedRow // only \nestrow counts
     };
 
     // What a group restores at its end.
@@ -43,12 +46,17 @@ private:
         int codePage = WesternCodePage;
         int unicodeSkip = 1; // how many characters follow a \u for readers that do not know it
         bool hidden = false;
+        bool fieldShown = false; // the field that we are in needs no result
+        int textKind = -1;       // which of `kindFonts` counts, -1 for none
+        std::array<int, 3> kindFonts{-1, -1, -1};
+        int font = -1; // for text of no kind
     };
 
     struct Font
     {
         QString family;
         int codePage = 0; // 0: the document's
+        bool symbol = false;
     };
 
     void BeginGroup();
@@ -56,12 +64,20 @@ private:
     void Word();
     void Symbol();
     void Text();
+    void TextUnit(char16_t unit);
     void FormatCharacters(const RtfKeyword &keyword);
     void FormatParagraph(const RtfKeyword &keyword);
     void DescribeText(const RtfKeyword &keyword);
     void SkipGroup();
-    void EnterTable(Destination table);
+    void EnterDestination(Destination destination);
+
+    bool isShown() const { return state_.destination == Destination::Body && !state_.hidden; }
+
+    bool isSymbolText() const { return state_.destination == Destination::Body && state_.text.symbol; }
+
     void SelectFont(int number);
+    void FontOfKind(const RtfKeyword &keyword);
+    void FinishField();
     void SetDocumentCodePage(int codePage);
     void AddTabStop(int twips);
 
@@ -71,6 +87,8 @@ private:
     void FlushBytes();
     void Unicode(int value);
     void Put(char16_t c);
+    void PutCodePoint(char32_t c, const RtfCharState &text);
+    void PutSymbol(unsigned char place);
     void FinishFont();
     RtfCodePage &CurrentCodePage();
 
@@ -83,8 +101,12 @@ private:
     qsizetype depth_ = 0;
     qsizetype skipDepth_ = 0; // the group that is skipped, 0 for none
     bool groupStart_ = false; // the token before was the group's brace
+    bool starred_ = false;    // the token before was the star of a destination
     int skipCharacters_ = 0;  // still to come after a \u
     QByteArray bytes_;        // of a multi-byte code page, not yet decoded
+    bool lead_ = false;       // the last of them needs another one
+    QString instruction_;     // of the field
+    RtfCharState instructionText_;
 
     std::map<int, Font> fonts_;
     int defaultFont_ = -1;

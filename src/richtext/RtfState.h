@@ -12,8 +12,9 @@
 
 struct RtfCharState
 {
-    QString family;     // empty: the document's own
-    int halfPoints = 0; // 0: the document's own
+    QString family;      // empty: the document's own
+    bool symbol = false; // the characters are places of this font, see SymbolFont.h
+    int halfPoints = 0;  // 0: the document's own
     bool bold = false;
     bool italic = false;
     bool strikeOut = false;
@@ -27,8 +28,8 @@ struct RtfCharState
 
 inline size_t qHash(const RtfCharState &state, size_t seed = 0)
 {
-    return qHashMulti(seed, state.family, state.halfPoints, state.bold, state.italic, state.strikeOut,
-                      static_cast<int>(state.underline), state.colour, state.offset,
+    return qHashMulti(seed, state.family, state.symbol, state.halfPoints, state.bold, state.italic,
+                      state.strikeOut, static_cast<int>(state.underline), state.colour, state.offset,
                       static_cast<int>(state.script));
 }
 
@@ -41,6 +42,7 @@ struct RtfParagraphState
     int first = 0; // of the first line, against `left`
     int before = 0;
     int after = 0;
+    bool tabbed = false;          // there are tabs in the paragraph
     QList<QTextOption::Tab> tabs; // positions in logical pixels from the text's margin, indents left out
 
     bool operator==(const RtfParagraphState &) const = default;
@@ -49,7 +51,7 @@ struct RtfParagraphState
 inline size_t qHash(const RtfParagraphState &state, size_t seed = 0)
 {
     return qHashMulti(seed, static_cast<int>(state.alignment), state.left, state.right, state.first,
-                      state.before, state.after, state.tabs.size());
+                      state.before, state.after, state.tabbed, state.tabs.size());
 }
 
 inline constexpr int TwipsPerPixel = 15;

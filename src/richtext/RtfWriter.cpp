@@ -3,6 +3,8 @@
 #include "RtfWriter.h"
 
 #include "CharFormat.h"
+#include "RtfTabs.h"
+#include "SymbolFont.h"
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -92,8 +94,7 @@ QByteArray Length(const char *word, double pixels)
     return twips == 0 ? QByteArray() : word + QByteArray::number(twips);
 }
 
-// RTF counts tab stops from the margin, Qt from where the first line begins.
-QByteArray TabStop(const QTextOption::Tab &tab, double firstLine)
+QByteArray TabStop(const QTextOption::Tab &tab)
 {
     QByteArray kind;
     if (tab.type == QTextOption::RightTab)
@@ -102,12 +103,14 @@ QByteArray TabStop(const QTextOption::Tab &tab, double firstLine)
         kind = "\\tqc";
     else if (tab.type == QTextOption::DelimiterTab)
         kind = "\\tqdec";
-    return kind + "\\tx" + QByteArray::number(Twips(tab.position + firstLine));
+    return kind + "\\tx" + QByteArray::number(Twips(tab.position));
 }
 } // namespace
 
 RtfWriter::RtfWriter(const QTextDocument &document)
-    : document_(document), defaultFont_(document.defaultFont())
+    : document_(document),
+      defaultFont_(document.defaultFont()),
+      tabWidth_(Twips(document.defaultTextOption().tabStopDistance()))
 {
 }
 
@@ -128,9 +131,12 @@ void RtfWriter::WriteParagraphFormat(const QTextBlock &block)
     QByteArray words = "\\pard" + AlignmentWord(format.alignment()) + Length("\\li", format.leftMargin()) +
                        Length("\\ri", format.rightMargin()) + Length("\\fi", format.textIndent()) +
                        Length("\\sb", format.topMargin()) + Length("\\sa", format.bottomMargin());
-    const QList<QTextOption::Tab> tabs = format.tabPositions();
-    for (const QTextOption::Tab &tab : tabs)
-        words += TabStop(tab, format.leftMargin() + format.textIndent());
+    RtfParagraphState paragraph;
+    paragraph.left = Twips(format.leftMargin());
+    paragraph.first = Twips(format.textIndent());
+    const bool tabbed = block.text().contains(u'\t');
+    for (const QTextOption::Tab &tab : WrittenTabs(format.tabPositions(), paragraph, tabWidth_, tabbed))
+        words += TabStop(tab);
     if (words == writtenParagraph_)
         return;
     body_ += words + ' ';
@@ -142,8 +148,12 @@ void RtfWriter::WriteText(const QTextBlock &block)
     if (block.length() <= 1) // empty: the format of what will be typed here
         WriteCharFormat(CharState(block.charFormat()));
     for (auto part = block.begin(); !part.atEnd(); ++part) {
-        WriteCharFormat(CharState(part.fragment().charFormat()));
-        WriteCharacters(part.fragment().text());
+        const RtfCharState state = CharState(part.fragment().charFormat());
+        WriteCharFormat(state);
+        if (state.symbol)
+            WriteSymbols(state, part.fragment().text());
+        else
+            WriteCharacters(part.fragment().text());
     }
 }
 
@@ -156,6 +166,8 @@ RtfCharState RtfWriter::CharState(const QTextCharFormat &format) const
         state.family = families.front();
     else if (fromDefault(QFont::FamiliesResolved))
         state.family = defaultFont_.family();
+
+    state.symbol = !state.family.isEmpty() && format.stringProperty(SymbolFontProperty) == state.family;
 
     double halfPoints = 2.0 * format.fontPointSize();
     if (format.hasProperty(QTextFormat::FontPixelSize))
@@ -190,7 +202,7 @@ void RtfWriter::WriteCharFormat(const RtfCharState &state)
     written_ = state;
     body_ += "\\plain";
     if (!state.family.isEmpty())
-        Control("\\f", FontNumber(state.family));
+        Control("\\f", FontNumber(state.family, state.symbol));
     if (state.halfPoints > 0)
         Control("\\fs", state.halfPoints);
     if (state.bold)
@@ -216,19 +228,39 @@ void RtfWriter::WriteCharacters(const QString &text)
         AppendCharacter(body_, c.unicode());
 }
 
+void RtfWriter::WriteSymbols(const RtfCharState &state, const QString &text)
+{
+    RtfCharState plain = state; // for what was typed there and the font has not
+    plain.symbol = false;
+    plain.family.clear();
+    const QList<uint> codes = text.toUcs4();
+    for (const uint code : codes) {
+        if (const unsigned char place = SymbolPlace(state.family, code)) {
+            WriteCharFormat(state);
+            body_ += "\\'" + QByteArray::number(place, 16);
+            continue;
+        }
+        const bool neutral =
+            code == u'\t' || code == u'\u2028' || code == u'\u00A0' || code == u'\u00AD' || code == u'\u2011';
+        WriteCharFormat(neutral ? state : plain);
+        WriteCharacters(QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1));
+    }
+}
+
 void RtfWriter::Control(const char *word, int number)
 {
     body_ += word + QByteArray::number(number);
 }
 
-int RtfWriter::FontNumber(const QString &family)
+int RtfWriter::FontNumber(const QString &family, bool symbol)
 {
-    const auto found = fontNumbers_.constFind(family);
+    const QPair<QString, bool> font(family, symbol);
+    const auto found = fontNumbers_.constFind(font);
     if (found != fontNumbers_.constEnd())
         return *found;
     const int number = static_cast<int>(fonts_.size());
-    fonts_.append(family);
-    fontNumbers_.insert(family, number);
+    fonts_.append(font);
+    fontNumbers_.insert(font, number);
     return number;
 }
 
@@ -246,11 +278,14 @@ int RtfWriter::ColourNumber(QRgb colour)
 QByteArray RtfWriter::Header() const
 {
     QByteArray header = "{\\rtf1\\ansi\\ansicpg1252\\uc1";
+    if (tabWidth_ != UsualTabWidth && tabWidth_ > 0)
+        header += "\\deftab" + QByteArray::number(tabWidth_);
     if (!fonts_.isEmpty()) {
         header += "{\\fonttbl";
         for (qsizetype i = 0; i < fonts_.size(); ++i) {
-            header += "{\\f" + QByteArray::number(i) + "\\fnil\\fcharset0 ";
-            QString name = fonts_[i];
+            header += "{\\f" + QByteArray::number(i) +
+                      (fonts_[i].second ? "\\fnil\\fcharset2 " : "\\fnil\\fcharset0 ");
+            QString name = fonts_[i].first;
             name.remove(u';');
             for (const QChar c : std::as_const(name))
                 AppendCharacter(header, c.unicode());

@@ -30,8 +30,10 @@ private:
     void WriteText(const QTextBlock &block);
     void WriteCharFormat(const RtfCharState &state);
     void WriteCharacters(const QString &text);
+    // Of a font that has pictures at the places of letters.
+    void WriteSymbols(const RtfCharState &state, const QString &text);
     void Control(const char *word, int number);
-    int FontNumber(const QString &family);
+    int FontNumber(const QString &family, bool symbol);
     int ColourNumber(QRgb colour);
     QByteArray Header() const;
 
@@ -40,8 +42,9 @@ private:
     QByteArray body_;
     RtfCharState written_; // the format that the text would have now
     QByteArray writtenParagraph_;
-    QList<QString> fonts_;
-    QHash<QString, int> fontNumbers_;
+    int tabWidth_;                      // twips
+    QList<QPair<QString, bool>> fonts_; // families, and whether they are symbol fonts
+    QHash<QPair<QString, bool>, int> fontNumbers_;
     QList<QRgb> colours_;
     QHash<QRgb, int> colourNumbers_;
 };

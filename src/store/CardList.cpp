@@ -3,6 +3,7 @@
 #include "CardList.h"
 
 #include "CardValue.h"
+#include "TextHelpers.h"
 
 #include <QCollator>
 #include <SQLiteCpp/Database.h>
@@ -23,7 +24,7 @@ constexpr const char *rowBeginnings =
 QString TextOf(const SQLite::Column &value)
 {
     const char *text = value.getText(); // before getBytes(): it converts numbers
-    return QString::fromUtf8(text, value.getBytes());
+    return TextFromUtf8({text, value.getBytes()});
 }
 
 // Reads one row with a statement that is prepared for all of them.

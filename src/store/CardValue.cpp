@@ -4,6 +4,7 @@
 
 #include "CardRecord.h"
 #include "StoreError.h"
+#include "TextHelpers.h"
 
 #include <cstdint>
 #include <limits>
@@ -62,7 +63,7 @@ QVariant FromEngine(const SQLite::Column &value, int column)
         break;
     }
     const char *text = value.getText(); // before getBytes(): it converts numbers
-    return QString::fromUtf8(text, value.getBytes());
+    return TextFromUtf8({text, value.getBytes()});
 }
 
 QVariant ForBuffer(const QVariant &value, int column)
@@ -125,7 +126,7 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
     else if (value.typeId() == QMetaType::Bool)
         statement.bind(parameter, value.toBool() ? -1 : 0); // card files write true as -1
     else if (value.typeId() == QMetaType::QString)
-        statement.bind(parameter, value.toString().toStdString());
+        statement.bind(parameter, WithWholeCharacters(value.toString()).toStdString());
     else if (value.typeId() == QMetaType::QByteArray)
         statement.bind(parameter, value.toByteArray().toStdString());
     else if (value.typeId() == QMetaType::LongLong)

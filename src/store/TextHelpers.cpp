@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "TextHelpers.h"
 
+#include <QStringConverter>
+
 QVariant NullToEmpty(const QVariant &value)
 {
     return value.isNull() ? QVariant(QString()) : value;
@@ -42,4 +44,24 @@ QString Trimmed(const QString &text)
     while (to > from && text[to - 1] == u' ')
         --to;
     return text.mid(from, to - from);
+}
+
+QString TextFromUtf8(QByteArrayView bytes)
+{
+    if (!bytes.startsWith("\xEF\xBB\xBF")) // which fromUtf8 would take for a mark
+        return QString::fromUtf8(bytes);
+    return QStringDecoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom)(bytes);
+}
+
+QString WithWholeCharacters(QString text)
+{
+    if (text.isValidUtf16())
+        return text;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        else if (text[i].isSurrogate())
+            text[i] = QChar::ReplacementCharacter;
+    }
+    return text;
 }

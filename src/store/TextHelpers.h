@@ -17,3 +17,9 @@ QString CleanFieldText(QString &text, const QString &separator);
 
 // Removes blanks (code 32, nothing else) at both ends.
 QString Trimmed(const QString &text);
+
+// The text of UTF-8 bytes. Bytes that are none become U+FFFD; a U+FEFF at the start stays.
+QString TextFromUtf8(QByteArrayView bytes);
+
+// Halves of surrogate pairs that stand alone are no characters: they become U+FFFD.
+QString WithWholeCharacters(QString text);

@@ -55,10 +55,15 @@ std::optional<SimpleCard> KarteAusZeile(const QString &zeile, QChar trennzeichen
     if (erstes < 0)
         return std::nullopt;
     const qsizetype zweites = zeile.indexOf(trennzeichen, erstes + 1);
+    // Other systems write an umlaut as two characters. Split before: a Greek question mark becomes a
+    // semicolon.
+    const auto spalte = [&](qsizetype von, qsizetype bis) {
+        return zeile.mid(von, bis - von).normalized(QString::NormalizationForm_C);
+    };
+    const qsizetype ende = zeile.size();
     if (zweites < 0)
-        return SimpleCard{zeile.left(erstes), zeile.mid(erstes + 1), {}};
-    return SimpleCard{zeile.left(erstes), zeile.mid(erstes + 1, zweites - erstes - 1),
-                      zeile.mid(zweites + 1)};
+        return SimpleCard{spalte(0, erstes), spalte(erstes + 1, ende), {}};
+    return SimpleCard{spalte(0, erstes), spalte(erstes + 1, zweites), spalte(zweites + 1, ende)};
 }
 
 } // namespace

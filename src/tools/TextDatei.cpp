@@ -3,6 +3,7 @@
 #include "TextDatei.h"
 
 #include "StoreError.h"
+#include "TextHelpers.h"
 #include "Windows1252.h"
 
 #include <QStringConverter>
@@ -62,7 +63,7 @@ TextZeilen::TextZeilen(const QByteArray &inhalt) : bytes_(inhalt)
         const QString text = decoder.decode(inhalt);
         if (decoder.hasError() || inhalt.size() % 2 != 0)
             KeinText(QStringLiteral("sie ist als UTF-16 gekennzeichnet, aber kein gültiges UTF-16."));
-        bytes_ = text.toUtf8();
+        bytes_ = WithWholeCharacters(text).toUtf8();
         utf8_ = true;
     } else {
         utf8_ = HatMehrbyte(inhalt) && inhalt.isValidUtf8();
@@ -79,15 +80,16 @@ bool TextZeilen::Naechste(QString &zeile)
     const char *const schluss = bytes_.constData() + bytes_.size();
     const char *const ende = std::find_if(anfang, schluss, [](char c) { return c == '\r' || c == '\n'; });
     const QByteArrayView gelesen(anfang, ende - anfang);
-    zeile = utf8_ ? QString::fromUtf8(gelesen) : Aus1252(gelesen);
+    zeile = utf8_ ? TextFromUtf8(gelesen) : Aus1252(gelesen);
     stelle_ += gelesen.size();
     if (ende != schluss)
         stelle_ += *ende == '\r' && ende + 1 != schluss && ende[1] == '\n' ? 2 : 1;
     return true;
 }
 
-void TextSchreiber::Zeile(const QString &text)
+void TextSchreiber::Zeile(QString text)
 {
+    text.remove(QChar::Null); // which no text file has, and no box shows
     if (!utf8_) {
         if (const auto bytes = Nach1252(text)) {
             bytes_ += *bytes;

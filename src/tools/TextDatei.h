@@ -32,11 +32,12 @@ private:
 };
 
 // Collects lines for such a file. It becomes Windows-1252, or UTF-8 with a byte-order mark where a text has
-// characters that the code page lacks or where its bytes would be taken for UTF-8.
+// characters that the code page lacks or where its bytes would be taken for UTF-8. Null characters are left
+// out: a file with them is no text.
 class TextSchreiber
 {
 public:
-    void Zeile(const QString &text);
+    void Zeile(QString text);
     QByteArray Inhalt();
 
 private:

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -58,6 +59,11 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     if (datei.size() > MaxBytes)
         KeinBild(pfad, QStringLiteral("es ist zu groß."));
     QByteArray inhalt = datei.readAll();
+    if (format == "bmp") {
+        if (inhalt.size() > 18 && !KopfBekannt(inhalt))
+            KeinBild(pfad, QStringLiteral("diese Art von BMP ist nicht bekannt."));
+        inhalt = MitLesbaremKopf(std::move(inhalt));
+    }
     if (!(format == "bmp" ? BmpVollstaendig(inhalt) : JpegVollstaendig(inhalt)))
         KeinBild(pfad, QStringLiteral("die Datei ist unvollständig."));
     inhalt.append(4, '\0'); // the padding of the last row, where it is missing

@@ -9,6 +9,7 @@ namespace {
 
 constexpr qsizetype BmpDateikopf = 14;
 constexpr quint32 KopfOs2Alt = 12, KopfWindows = 40, KopfOs2 = 64, KopfVersion4 = 108, KopfVersion5 = 124;
+constexpr quint32 KopfOs2Kurz = 16, KopfVersion2 = 52, KopfVersion3 = 56;
 
 enum Kompression : quint32
 {
@@ -30,6 +31,12 @@ quint32 Zahl(const QByteArray &datei, qsizetype ort, int bytes)
     for (int i = 0; i < bytes && ort + i < datei.size(); ++i)
         zahl |= quint32{Byte(datei, ort + i)} << 8 * i;
     return zahl;
+}
+
+void ZahlSetzen(QByteArray &datei, qsizetype ort, quint32 zahl)
+{
+    for (int i = 0; i < 4 && ort + i < datei.size(); ++i)
+        datei[ort + i] = static_cast<char>(zahl >> 8 * i & 0xFF);
 }
 
 struct BmpKopf
@@ -136,4 +143,40 @@ bool JpegVollstaendig(const QByteArray &datei)
         ort += Byte(datei, ort) << 8 | Byte(datei, ort + 1);
     }
     return false;
+}
+
+QByteArray MitLesbaremKopf(QByteArray datei)
+{
+    const quint32 groesse = Zahl(datei, BmpDateikopf, 4);
+    const quint32 anfang = Zahl(datei, 10, 4);
+    if (groesse == KopfVersion2 || groesse == KopfVersion3) {
+        // Three masks behind a header of 40 are read where they already stand; else nothing may be there.
+        const quint32 bleibt = Zahl(datei, 30, 4) == Masken ? KopfVersion2 : KopfWindows;
+        datei.remove(BmpDateikopf + qsizetype{bleibt}, qsizetype{groesse} - bleibt);
+        ZahlSetzen(datei, 10, anfang - (groesse - bleibt));
+    } else if (groesse == KopfOs2Kurz) {
+        datei.insert(BmpDateikopf + qsizetype{KopfOs2Kurz}, QByteArray(KopfWindows - KopfOs2Kurz, '\0'));
+        ZahlSetzen(datei, 10, anfang + (KopfWindows - KopfOs2Kurz));
+    } else {
+        return datei;
+    }
+    ZahlSetzen(datei, BmpDateikopf, KopfWindows);
+    return datei;
+}
+
+bool KopfBekannt(const QByteArray &datei)
+{
+    switch (Zahl(datei, BmpDateikopf, 4)) {
+    case KopfOs2Alt:
+    case KopfOs2Kurz:
+    case KopfWindows:
+    case KopfVersion2:
+    case KopfVersion3:
+    case KopfOs2:
+    case KopfVersion4:
+    case KopfVersion5:
+        return true;
+    default:
+        return false;
+    }
 }

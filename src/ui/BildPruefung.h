@@ -12,3 +12,10 @@ bool BmpVollstaendig(const QByteArray &datei);
 
 // Bytes behind the end of the picture do not matter.
 bool JpegVollstaendig(const QByteArray &datei);
+
+// A BMP file with a header that the toolkit reads: those of 52 and 56 bytes (with masks) and the short one of
+// OS/2 get one of 40; every other stays.
+QByteArray MitLesbaremKopf(QByteArray datei);
+
+// False for a BMP file with a header of a size that no known kind has.
+bool KopfBekannt(const QByteArray &datei);

@@ -79,6 +79,33 @@ private slots:
         QCOMPARE(karten[2].FrageNr, 3.0);
     }
 
+    // Files of other systems write an umlaut as a letter and its dots.
+    void ADecomposedUmlautIsAnsweredAsItIsTyped()
+    {
+        MakeCardFile(Pfad("a.pzb"), {});
+        QFile text(Pfad("neu.txt"));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write(QString("bear\tBa\u0308r\r\n").toUtf8());
+        text.close();
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        Waehlen(5, 2);
+        Tippen("ASCII-Import", "neu.txt");
+        QVERIFY(anzeige_->Taste("ASCII-Import", "Return"));
+        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "n"));
+        anzeige_->Tastatur("de");
+        for (const char *taste : {"B", "adiaeresis", "r", "Return"})
+            QVERIFY(anzeige_->Taste("Merkkasten Abfrage", taste));
+        anzeige_->Tastatur("us");
+        QVERIFY(anzeige_->Schliessen("Merkkasten Abfrage", "Return"));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+        const CardRecord karte = ReadCards(Pfad("a.pzb"))[0];
+        QCOMPARE(karte.Antwort_1_Klartext, "Bär");
+        QCOMPARE(karte.FachNr, 2.0); // right
+    }
+
     void KeysDuringTheWorkAreLost()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});

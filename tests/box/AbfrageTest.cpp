@@ -46,6 +46,13 @@ private slots:
         QTest::addColumn<bool>("richtig");
         QTest::newRow("equal") << "Berlin"
                                << "Berlin" << true;
+        QTest::newRow("a letter and its dots") << "Bär"
+                                               << "Ba\u0308r" << true;
+        QTest::newRow("dots on the card") << "Ba\u0308r"
+                                          << "Bär" << true;
+        QTest::newRow("no dots") << "Bär"
+                                 << "Bar" << false;
+        QTest::newRow("only alike") << QStringLiteral("x\u00B2") << "x2" << false;
         QTest::newRow("other case") << "Berlin"
                                     << "berlin" << false;
         QTest::newRow("blanks around the input") << "Berlin"

@@ -27,6 +27,7 @@ private slots:
     void PlainRtfIsNotBoldInABoldBox();
     void RaisedTextIsPaintedHigher();
     void ATabReachesTheColumnOfAHangingIndent();
+    void TabsReachWhereOtherProgramsPutThem();
     void AutomaticColourFollowsThePalette();
 };
 
@@ -88,6 +89,53 @@ void TestRtfReader::Shows_data()
         QStringLiteral(u"[None]д"));
     row("cpg of a font", R"({\f6 \'e4})", QStringLiteral(u"[Page]δ"));
     row("symbol bullet", R"({\f4 \'b7})", QStringLiteral(u"[Symbol]•"));
+    row("Greek letters of the symbol font", R"({\f4 abc\'44\\\{\}\u-3999?\u61537?}a)",
+        QStringLiteral(u"[Symbol]αβχΔ∴{}αα[]a"));
+    row("places of the symbol font by their number", R"({\f4 \u183\'b7\u-3913\'b7})",
+        QStringLiteral(u"[Symbol]••"));
+    row("places without a character", R"({\f4 \'f0})", QStringLiteral(u"[Symbol]\uF0F0"));
+    row("what is no place", R"({\f4 a\u257?\emdash\u8364?b\tab\~\line})",
+        QStringLiteral(u"[Symbol]α[]ā—€[Symbol]β\t\u00A0/"));
+    row("Wingdings", R"({\f8 JKL\'fc\'e0\u-3854?\'20\'ff})",
+        QStringLiteral(u"[Wingdings]☺😐☹✔🡪⇩ \uF0FF"));
+    row("Wingdings by its name alone", R"({\f9 J})", QStringLiteral(u"[wingdings]☺"));
+    row("a letter font of that name", R"({\f10 J})", "[Symbol]J");
+    row("a symbol font that nobody knows", R"({\f11 J\'e4\u-3999?})",
+        QStringLiteral(u"[Eigene]\uF04A\uF0E4\uF061"));
+
+    row("symbol field", R"(a{\field{\*\fldinst SYMBOL 183 \\f "Symbol" \\s 12}{\fldrslt\f1\fs20}}b)",
+        QStringLiteral(u"a[Symbol 12pt]•[]b"));
+    row("symbol field in groups",
+        R"({\field{\*\fldinst {\b SYMBOL 0xF04A \\f Wingdings\\h }}{\fldrslt {x}}}b)",
+        QStringLiteral(u"[Wingdings b]☺[]b"));
+    row("symbol field in the text's font",
+        R"({\field{\*\fldinst SYMBOL 163}{\fldrslt }}{\f4\field{\*\fldinst symbol 97}})",
+        QStringLiteral(u"£[Symbol]α"));
+    row("symbol field with a character", R"({\field{\*\fldinst SYMBOL 8734 \\u \\f "Arial"}{\fldrslt ?}})",
+        QStringLiteral(u"[Arial]∞"));
+    row("symbol field that is none",
+        R"({\field{\*\fldinst SYMBOL x}{\fldrslt r}}{\field{\*\fldinst SYMBOL 7}{\fldrslt s}})", "rs");
+    row("symbol field within a field",
+        R"({\field{\*\fldinst HYPERLINK "x"}{\fldrslt a{\field{\*\fldinst SYMBOL 74 \\f "Wingdings"}{\fldrslt q}}b}}c)",
+        QStringLiteral(u"a[Wingdings]☺[]bc"));
+    row("hidden symbol field", R"({\v{\field{\*\fldinst SYMBOL 183}{\fldrslt }}}b)", "b");
+
+    row("Japanese with a backslash as second byte", R"({\f3 \'83\\\'83\'41\'83\{x\\y})",
+        QStringLiteral(u"[Jp]ソアボx\\y"));
+    row("letters of one byte", R"({\f3 \'b1\\\'b1\{})", QStringLiteral(u"[Jp]ｱ\\ｱ{"));
+    row("font of double-byte text", R"(\loch\af1\hich\af1\dbch\f3 \'83\'41\loch\f1 a)",
+        QStringLiteral(u"[Jp]ア[Arial]a"));
+    row("associated font of double-byte text",
+        R"({\f1\hich\af2\dbch\af3\loch\f1 a\dbch \'83\'41\hich \'e4}\'e4)",
+        QStringLiteral(u"[Arial]a[Jp]ア[Cyr]д[]ä"));
+    row("associated font of text from right to left", R"(\f1\rtlch\fcs1 \af2 \ltrch\fcs0 \'e4)",
+        QStringLiteral(u"[Arial]ä"));
+    row("plain ends the kinds", R"(\dbch\af3 \plain \'e4)", QStringLiteral(u"ä"));
+
+    row("table within a table",
+        R"(\intbl\itap2 a\nestcell{\nonesttables\par}b\nestcell{\*\nesttableprops\trowd\cellx1{\b x}\par\nestrow}{\nonesttables\par}c\nestcell{\*\nesttableprops\nestrow}\pard\intbl d\cell\row e)",
+        "a\tb\t\nc\t\nd\t\ne");
+
     row("Japanese", R"({\f3 \'83\'41\'83C})", QStringLiteral(u"[Jp]アイ"));
     row("Japanese cut off", R"({\f3 \'83}x)", "x");
     row("Japanese and ASCII", R"({\f3 a\'83\'41b\par c})", QStringLiteral(u"[Jp]aアb\n[Jp]c"));
@@ -142,15 +190,17 @@ void TestRtfReader::Shows_data()
     row("paragraph goes on with its format", R"(\qc a\par b\pard\par c)", "(center)a\nb\nc");
     row("format of the paragraph's end counts", R"(a\qc\par b)", "(center)a\n(center)b");
     row("format of the last paragraph", R"(\qc a)", "(center)a");
-    row("indents", R"(\li720\ri360\fi-360 a)", "(li720 ri360 fi-360)a");
+    row("indents", R"(\li720\ri360\fi-360 a)", "(li720 ri360 fi-360 tab360)a");
     row("spaces between paragraphs", R"(\sb120\sa60 a)", "(sb120 sa60)a");
-    row("indents beyond measure", R"(\li-100\ri9999999\fi-9999999 a)", "(ri31680 fi-31680)a");
+    row("indents beyond measure", R"(\li-100\ri9999999\fi-9999999 a)", "(ri31680 fi-31680 tab31680)a");
     row("tab stops", R"(\tx1000\tqr\tx2000\tqc\tx3000\tqdec\tx4000\tx5000 a)",
         "(tab1000 rtab2000 ctab3000 dtab4000 tab5000)a");
     row("tab stops beside indents", R"(\li720\fi-360\tx720\tx1440\tx100 a)",
-        "(li720 fi-360 tab360 tab1080 tab-260)a");
+        "(li720 fi-360 tab-260 tab360 tab1080)a");
     row("tab stops before indents", R"(\tx720\li720\fi-360 a)", "(li720 fi-360 tab360)a");
-    row("tab stops beyond measure", R"(\tx9999999\tx-9999999 a)", "(tab31680 tab-31680)a");
+    row("tabs behind the last stop of an indented paragraph", R"(\deftab10000\li720\fi-360\tx5000 a\tab)",
+        "(li720 fi-360 tab360 tab4640 tab9640 tab19640 tab29640)a\t");
+    row("tab stops beyond measure", R"(\tx9999999\tx-9999999 a)", "(tab-31680 tab31680)a");
     row("pard drops tab stops", R"(\tx1000 a\par\pard b)", "(tab1000)a\nb");
     row("paragraph format in a group", R"({\qc a\par}b)", "(center)a\nb");
 
@@ -191,6 +241,7 @@ void TestRtfReader::Shows()
     const QString head =
         R"({\rtf1\ansi{\fonttbl{\f0\fnil ;}{\f1\fswiss\fcharset0 Arial;}{\f2\fcharset204 Cyr;})"
         R"({\f3\fcharset128 Jp;}{\f4\fcharset2 Symbol;}{\f5 None;}{\f6\cpg1253 Page;})"
+        R"({\f8\fcharset2 Wingdings;}{\f9 wingdings;}{\f10\fcharset0 Symbol;}{\f11\fcharset2 Eigene;})"
         R"({\f7{\*\panose 02}Gr\'f6\u223?e 7{\*\falt Other};}})"
         R"({\colortbl;\red255\green0\blue0;\red0\green0\blue128;\red0\green0\blue0;;})";
     QTextDocument document;
@@ -395,6 +446,40 @@ void TestRtfReader::ATabReachesTheColumnOfAHangingIndent()
     const double column = lines->lineAt(0).cursorToX(2);
     const double wrapped = lines->lineAt(1).cursorToX(lines->lineAt(1).textStart());
     QVERIFY2(std::abs(column - wrapped) < 1, qPrintable(QString("%1 %2").arg(column).arg(wrapped)));
+}
+
+namespace {
+// Where the text behind the tab begins on the first line, in twips from the margin.
+int ColumnBehindTheTab(QTextDocument &document, const char *rtf)
+{
+    document.setTextWidth(900);
+    document.setDocumentMargin(0);
+    SetRichText(document, QString(rtf));
+    document.documentLayout()->documentSize();
+    const QTextLine line = document.begin().layout()->lineAt(0);
+    return int(std::lround(line.cursorToX(int(document.begin().text().lastIndexOf('\t') + 1)) * 15));
+}
+} // namespace
+
+void TestRtfReader::TabsReachWhereOtherProgramsPutThem()
+{
+    QTextDocument document;
+    const auto column = [&](const char *rtf) { return ColumnBehindTheTab(document, rtf); };
+    QCOMPARE(column(R"({\rtf1 a\tab b})"), 720);
+    QCOMPARE(column(R"({\rtf1\deftab1000 a\tab\tab b})"), 2000);
+    QCOMPARE(column(R"({\rtf1\fi-360\li720 1.\tab b})"), 720); // the indent itself is a stop
+    QCOMPARE(column(R"({\rtf1\fi-360\li900 1.\tab\tab b})"), 1440);
+    QCOMPARE(column(R"({\rtf1\li500 a\tab b})"), 720);
+    QCOMPARE(column(R"({\rtf1\deftab500\li600\tx1200 a\tab\tab b})"), 1500);
+    QCOMPARE(column(R"({\rtf1 a\tab b})"), 720); // nothing of the text before
+    // And after storing.
+    for (const char *rtf : {R"({\rtf1\deftab1000 a\tab\tab b})", R"({\rtf1\fi-360\li900 1.\tab\tab b})",
+                            R"({\rtf1\deftab500\li600\tx1200 a\tab\tab b})"}) {
+        const int before = column(rtf);
+        const QString stored = ToRtf(document);
+        QCOMPARE(column(qPrintable(stored)), before);
+        QCOMPARE(stored.count("\\tx"), QString(rtf).count("\\tx"));
+    }
 }
 
 void TestRtfReader::AutomaticColourFollowsThePalette()

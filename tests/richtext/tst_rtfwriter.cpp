@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Describe.h"
 #include "RichText.h"
+#include "RtfTabs.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -22,6 +23,7 @@ private slots:
     void Writes();
     void RandomDocumentsComeBackEqual();
     void EveryCharacterComesBack();
+    void SymbolsKeepTheirFontAndCharacterSet();
     void StoringATextAgainChangesNothing();
     void UnsetFormatsTakeTheDefaultFont();
     void WhatRtfCannotHoldIsDropped();
@@ -100,6 +102,7 @@ void TestRtfWriter::Writes()
     QFETCH(QTextCharFormat, format);
     QFETCH(QString, body);
     QTextDocument document;
+    SetRichText(document, {}); // as boxes are made ready
     QTextCursor(&document).insertText(text, format);
     QCOMPARE(ToRtf(document), "{\\rtf1\\ansi\\ansicpg1252\\uc1\\pard " + body + "\\par\r\n}\r\n");
 }
@@ -123,6 +126,7 @@ public:
             cursor.setBlockCharFormat(CharFormat());
             for (int runs = Below(6); runs > 0; --runs)
                 cursor.insertText(Text(), CharFormat());
+            cursor.setBlockFormat(WithShownTabs(cursor.block()));
         }
     }
 
@@ -183,6 +187,19 @@ private:
         return format;
     }
 
+    // Boxes have those that RTF takes for granted too, all in order.
+    static QTextBlockFormat WithShownTabs(const QTextBlock &block)
+    {
+        QTextBlockFormat format = block.blockFormat();
+        RtfParagraphState paragraph;
+        paragraph.left = int(std::lround(format.leftMargin() * TwipsPerPixel));
+        paragraph.first = int(std::lround(format.textIndent() * TwipsPerPixel));
+        paragraph.tabs = format.tabPositions();
+        const auto width = int(block.document()->defaultTextOption().tabStopDistance()) * TwipsPerPixel;
+        format.setTabPositions(ShownTabs(paragraph, width, block.text().contains('\t')));
+        return format;
+    }
+
     QString Text()
     {
         QString text;
@@ -230,7 +247,10 @@ void TestRtfWriter::RandomDocumentsComeBackEqual()
 
 void TestRtfWriter::EveryCharacterComesBack()
 {
-    QString text;
+    QString text(QChar::ByteOrderMark); // at the start it is a character like others
+    QTextDocument plain;
+    SetRichText(plain, text + "a");
+    QCOMPARE(PlainText(plain), text + "a");
     for (char32_t c = 1; c <= 0x10FFFF; c += c < 0x3000 ? 1 : 251) {
         const bool own = c == '\n' || c == '\v' || c == '\f' || c == '\r' || c == 0x2029 || c == 0xFFFC ||
                          c == 0xFDD0 || c == 0xFDD1 || QChar::isSurrogate(c);
@@ -242,6 +262,42 @@ void TestRtfWriter::EveryCharacterComesBack()
     QTextDocument read;
     QVERIFY(SetRichText(read, ToRtf(written)));
     QCOMPARE(read.toRawText(), written.toRawText());
+}
+
+// Other programs show them in their font, and read \\'61 as alpha there only.
+void TestRtfWriter::SymbolsKeepTheirFontAndCharacterSet()
+{
+    const QString head =
+        R"({\rtf1\ansi\ansicpg1252\uc1{\fonttbl{\f0\fnil\fcharset2 Symbol;}{\f1\fnil\fcharset2 )"
+        R"(Wingdings;}{\f2\fnil\fcharset2 Eigene Zeichen;})";
+    const QString body =
+        "\\pard \\plain\\f0 \\'61\\'b7\\tab \\'5c\\plain\\f1 \\'4a\\'21\\'ff\\plain\\f2 \\'50\\'e4"
+        "\\plain  a\\par\r\n}\r\n";
+    QTextDocument document;
+    QVERIFY(SetRichText(document, head + "}\r\n" + body));
+    QCOMPARE(PlainText(document), QStringLiteral(u"α•\t∴☺\U0001F589\uF0FF\uF050\uF0E4 a"));
+    QCOMPARE(ToRtf(document), head + "}\r\n" + body);
+    // The same through the clipboard.
+    QCOMPARE(FragmentToRtf(QTextDocumentFragment(&document)),
+             (head + "}\r\n" + QString(body).replace("\\par\r\n}", "}")).toLatin1());
+
+    // What is typed between them is no symbol.
+    QTextCursor cursor(&document);
+    cursor.setPosition(1);
+    cursor.insertText("aß");
+    QTextDocument again;
+    SetRichText(again, ToRtf(document));
+    QCOMPARE(PlainText(again), PlainText(document));
+    QCOMPARE(Describe(again).section("[", 0, 3), QStringLiteral(u"[Symbol]α[]aß[Symbol]•\t∴"));
+
+    // And what gets another font is a usual character in it.
+    cursor.select(QTextCursor::Document);
+    QTextCharFormat arial;
+    arial.setFontFamilies({"Arial"});
+    cursor.mergeCharFormat(arial);
+    QVERIFY(ToRtf(document).contains("\\fcharset0 Arial;}}\r\n"));
+    SetRichText(again, ToRtf(document));
+    QCOMPARE(Describe(again), "[Arial]" + PlainText(document));
 }
 
 // Showing a card and storing it again, as often as one likes.
@@ -300,6 +356,7 @@ void TestRtfWriter::FragmentsKeepTheirFormat()
     RandomDocuments documents(815);
     for (int i = 0; i < 200; ++i) {
         QTextDocument source;
+        SetRichText(source, {}); // as boxes are made ready
         documents.Fill(source);
         const QByteArray rtf = FragmentToRtf(QTextDocumentFragment(&source));
         QTextDocument target;

@@ -236,6 +236,14 @@ void AsciiImportTest::EncodingsAreRecognised_data()
     QTest::newRow("UTF-16 little end") << QByteArray(little(line)) << text;
     QStringEncoder big(QStringConverter::Utf16BE, QStringConverter::Flag::WriteBom);
     QTest::newRow("UTF-16 big end") << QByteArray(big(line)) << text;
+    QTest::newRow("decomposed") << QString("Gro\u0308\u00DFe;b").toUtf8() << "Größe";
+    QStringEncoder decomposed(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    QTest::newRow("decomposed UTF-16") << QByteArray(decomposed(QString("Ba\u0308r;b"))) << "Bär";
+    QTest::newRow("what becomes a separator") << QStringLiteral(u"a\u037Eä;b").toUtf8() << "a;ä";
+    QTest::newRow("half a character in UTF-16")
+        << QByteArray("\xFF\xFE\x3D\xD8\x61\0;\0\x62\0", 10) << QStringLiteral(u"\uFFFDa");
+    QTest::newRow("FEFF behind the mark")
+        << QStringLiteral(u"\uFEFF\uFEFFa;b").toUtf8() << QStringLiteral(u"\uFEFFa");
     QTest::newRow("Windows-1252") << QByteArray("Gr\xF6\xDF"
                                                 "e \x96 5 \x80;b\r\n")
                                   << "Größe – 5 €";

@@ -17,6 +17,7 @@ class RundreiseTest : public QObject
 
 private slots:
     void ExportAndImportGiveBackTheSameCards();
+    void CharactersThatAreNoTextComeThrough();
     void ToolsAgreeWithAModelOfTheBox();
 
 private:
@@ -75,6 +76,30 @@ void RundreiseTest::ExportAndImportGiveBackTheSameCards()
         QCOMPARE(found, expected);
         QVERIFY(w.ZaehlerStimmen());
     }
+}
+
+// U+FEFF at the start is a character, half a character is shown as such, and null is none.
+void RundreiseTest::CharactersThatAreNoTextComeThrough()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    CardRecordset &karten = w.store.Karten();
+    karten.MoveFirst();
+    karten.Edit();
+    w.store.Felder().Frage_Klartext.Set(QStringLiteral(u"\uFEFFä"));
+    w.store.Felder().Antwort_Klartext[0].Set(QString("b") + QChar(0) + "c");
+    w.store.Felder().Picture_name[8].Set(QString("d") + QChar(0xD83D));
+    karten.Update();
+    QCOMPARE(w.Karten()[0].Frage_Klartext, QStringLiteral(u"\uFEFFä"));
+    QCOMPARE(w.Karten()[0].Picture_9_Name, QStringLiteral(u"d\uFFFD"));
+    QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
+    w.Oeffnen({}, "leer.pzb");
+    QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
+    const CardRecord karte = w.Karten().value(1);
+    QCOMPARE(karte.Frage_Klartext, QStringLiteral(u"\uFEFFä"));
+    QCOMPARE(karte.Antwort_1_Klartext, "bc");
+    QCOMPARE(karte.Picture_9_Name, QStringLiteral(u"d\uFFFD"));
+    QCOMPARE(w.meldungen.Texte(), QStringList());
 }
 
 void RundreiseTest::ToolsAgreeWithAModelOfTheBox()

@@ -100,12 +100,14 @@ struct Bmp
         strom << anfang + static_cast<quint32>(punkte.size()) << quint32(0) << anfang << kopf;
         if (kopf == 12) {
             strom << quint16(Breite) << quint16(Hoehe) << quint16(1) << bits;
+        } else if (kopf == 16) {
+            strom << quint32(Breite) << quint32(Hoehe) << quint16(1) << bits;
         } else {
             strom << qint32(Breite) << qint32(vonOben ? -Hoehe : Hoehe) << quint16(1) << bits << kompression
                   << static_cast<quint32>(punkte.size()) << qint32(0) << qint32(0)
                   << quint32(bits <= 8 ? Farben().size() : 0) << quint32(0);
             QByteArray rest(static_cast<qsizetype>(kopf) - 40, 0);
-            if (kopf >= 108)
+            if (kopf >= 108 || (kopf > 40 && kopf < 64 && kompression == 3))
                 rest.replace(0, 12, Masken());
             strom.writeRawData(rest.constData(), static_cast<int>(rest.size()));
         }
@@ -118,7 +120,7 @@ private:
     QList<QColor> Farben() const
     {
         QList<QColor> farben{Rot, Gruen};
-        while (kopf == 12 && farben.size() < 1 << bits)
+        while (kopf <= 16 && farben.size() < 1 << bits)
             farben << Qt::black;
         return farben;
     }
@@ -141,7 +143,7 @@ private:
     QByteArray Tabelle() const
     {
         if (bits > 8)
-            return kompression == 3 && kopf < 108 ? Masken() : QByteArray();
+            return kompression == 3 && kopf == 40 ? Masken() : QByteArray();
         QByteArray tabelle;
         for (const QColor &farbe : Farben())
             tabelle += Zahl(farbe.rgb() & 0xffffff, kopf == 12 ? 3 : 4);
@@ -264,15 +266,21 @@ private slots:
             QTest::addRow("%d bits", bits) << Bmp{bits}.Datei();
             QTest::addRow("%d bits, top-down", bits) << Bmp{bits, 40, 0, true}.Datei();
             QTest::addRow("%d bits, OS/2 2", bits) << Bmp{bits, 64}.Datei();
+            QTest::addRow("%d bits, version 2", bits) << Bmp{bits, 52}.Datei();
+            QTest::addRow("%d bits, version 3", bits) << Bmp{bits, 56}.Datei();
             QTest::addRow("%d bits, version 4", bits) << Bmp{bits, 108}.Datei();
             QTest::addRow("%d bits, version 5", bits) << Bmp{bits, 124}.Datei();
         }
         for (const quint16 bits : {quint16(1), quint16(4), quint16(8), quint16(24)})
             QTest::addRow("%d bits, OS/2 1", bits) << Bmp{bits, 12}.Datei();
+        for (const quint16 bits : {quint16(1), quint16(4), quint16(8), quint16(24)})
+            QTest::addRow("%d bits, OS/2 2 short", bits) << Bmp{bits, 16}.Datei();
         QTest::newRow("RLE 8") << Bmp{8, 40, 1}.Datei();
         QTest::newRow("RLE 4") << Bmp{4, 40, 2}.Datei();
         for (const quint16 bits : {quint16(16), quint16(32)}) {
             QTest::addRow("%d bits, masks", bits) << Bmp{bits, 40, 3}.Datei();
+            QTest::addRow("%d bits, masks, version 2", bits) << Bmp{bits, 52, 3}.Datei();
+            QTest::addRow("%d bits, masks, version 3", bits) << Bmp{bits, 56, 3}.Datei();
             QTest::addRow("%d bits, masks, version 5", bits) << Bmp{bits, 124, 3}.Datei();
         }
     }
@@ -292,6 +300,13 @@ private slots:
                 QCOMPARE(bild.pixelColor(x, y).alpha(), 255);
             }
         }
+    }
+
+    void AnUnknownKindOfBitmapIsToldAsSuch()
+    {
+        Schreiben(kartei_->filePath("a.bmp"), Bmp{24, 44}.Datei());
+        VerifyError(kartei_->filePath("a.bmp"), Fehler::UngueltigesBild,
+                    "Ungültiges Bild „%1“: diese Art von BMP ist nicht bekannt.");
     }
 
     void JpegsOfEveryKindAreRead_data()

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SalvagedCard.h"
 
+#include "TextHelpers.h"
+
 #include <QStringDecoder>
 #include <QStringList>
 
@@ -84,7 +86,7 @@ std::optional<int> Whole16(double value)
 QString SalvagedCard::Text(int column) const
 {
     const auto *text = std::get_if<QByteArray>(&values[static_cast<std::size_t>(column)]);
-    return text == nullptr ? QString() : QString::fromUtf8(*text);
+    return text == nullptr ? QString() : TextFromUtf8(*text);
 }
 
 bool SalvagedCard::HasText() const

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "RtfReader.h"
+#include "RtfSymbolField.h"
+#include "SymbolFont.h"
+
+#include <algorithm>
+#include <utility>
+
+// The reader's way of a character from the text into the document: which font it has, what it means there.
+
+namespace {
+constexpr qsizetype MaxFontName = 128;
+constexpr char16_t FirstNonAscii = 0x80;
+constexpr int MaxCodePages = 64;
+constexpr qsizetype MaxInstruction = 256;
+constexpr char16_t PrivateArea = 0xF000; // where symbol fonts have their places in Unicode
+
+// Characters that are no places of a font.
+bool IsNeutral(char16_t c)
+{
+    return c < 0x20 || c == u'\u00A0' || c == u'\u00AD' || c == u'\u2011' || c == u'\u2028' || c == u'\u2029';
+}
+} // namespace
+
+void RtfReader::SelectFont(int number)
+{
+    if (state_.destination == Destination::FontTable) {
+        FinishFont();
+        tableFont_ = number;
+        state_.codePage = documentCodePage_;
+        return;
+    }
+    const auto found = fonts_.find(number);
+    const Font font = found != fonts_.end() ? found->second : Font();
+    const bool saysNothing = font.codePage == 0;
+    state_.text.family = font.family;
+    state_.text.symbol = !font.family.isEmpty() &&
+                         (font.codePage == SymbolCodePage || (saysNothing && IsSymbolFont(font.family)));
+    state_.codePage = saysNothing ? documentCodePage_ : font.codePage;
+}
+
+// Word processors name a font for each kind of characters and then say of which kind the text is.
+void RtfReader::FontOfKind(const RtfKeyword &keyword)
+{
+    const int number = tokens_.parameter();
+    if (state_.destination == Destination::FontTable) {
+        if (keyword.action == RtfAction::Font)
+            SelectFont(number);
+        return;
+    }
+    if (keyword.action == RtfAction::TextKind) {
+        state_.textKind = keyword.value;
+    } else if (state_.textKind >= 0) {
+        state_.kindFonts.at(static_cast<std::size_t>(state_.textKind)) = number;
+    } else if (keyword.action == RtfAction::Font) {
+        state_.font = number;
+    } else {
+        return; // for text from right to left
+    }
+    const int ofKind =
+        state_.textKind >= 0 ? state_.kindFonts.at(static_cast<std::size_t>(state_.textKind)) : -1;
+    SelectFont(ofKind >= 0 ? ofKind : state_.font);
+}
+
+void RtfReader::FinishFont()
+{
+    const QString name = std::exchange(fontName_, {}).trimmed();
+    if (!name.isEmpty())
+        fonts_[tableFont_].family = name;
+}
+
+void RtfReader::Symbol()
+{
+    switch (tokens_.symbol()) {
+    case u'*':
+        starred_ = groupStart_;
+        break;
+    case u'\\':
+    case u'{':
+    case u'}':
+    case u'\t':
+        TextUnit(tokens_.symbol());
+        return;
+    case u'~':
+        Character(u'\u00A0');
+        break;
+    case u'-':
+        Character(u'\u00AD');
+        break;
+    case u'_':
+        Character(u'\u2011');
+        break;
+    case u'\r':
+    case u'\n':
+        if (isShown())
+            builder_.EndParagraph(state_.paragraph, state_.text);
+        break;
+    default:
+        break;
+    }
+}
+
+void RtfReader::Text()
+{
+    for (const QChar c : tokens_.text())
+        TextUnit(c.unicode());
+}
+
+void RtfReader::TextUnit(char16_t unit)
+{
+    constexpr char16_t LastByte = 0xFF;
+    // ASCII may be the second byte of a character.
+    bool isByte = unit < FirstNonAscii ? lead_ : input_ == Input::Bytes;
+    if (isSymbolText() && unit <= LastByte)
+        isByte = true;
+    if (isByte)
+        Byte(static_cast<unsigned char>(unit));
+    else
+        Character(unit);
+}
+
+void RtfReader::Character(char16_t c)
+{
+    if (skipCharacters_ > 0) {
+        --skipCharacters_;
+        return;
+    }
+    FlushBytes();
+    Put(c);
+}
+
+void RtfReader::Byte(unsigned char byte)
+{
+    if (skipCharacters_ > 0) {
+        --skipCharacters_;
+        return;
+    }
+    if (isSymbolText()) {
+        PutSymbol(byte);
+        return;
+    }
+    RtfCodePage &codePage = CurrentCodePage();
+    if (!codePage.isMultiByte()) {
+        Put(codePage.Decode(byte));
+        return;
+    }
+    bytes_ += static_cast<char>(byte);
+    lead_ = !lead_ && codePage.IsLead(byte);
+}
+
+RtfCodePage &RtfReader::CurrentCodePage()
+{
+    const bool known = codePages_.size() < MaxCodePages || codePages_.contains(state_.codePage);
+    const int codePage = known ? state_.codePage : WesternCodePage;
+    return codePages_.try_emplace(codePage, codePage).first->second;
+}
+
+void RtfReader::FlushBytes()
+{
+    lead_ = false;
+    if (bytes_.isEmpty())
+        return;
+    const QString text = CurrentCodePage().Decode(std::exchange(bytes_, {}));
+    for (const QChar c : text)
+        Put(c.unicode());
+}
+
+void RtfReader::Unicode(int value)
+{
+    constexpr int Units = 0x10000;
+    constexpr int LastCodePoint = 0x10FFFF;
+    if (value < 0)
+        value += Units; // written as a signed 16-bit number
+    if (isSymbolText() && value > ' ' && value <= 0xFF) {
+        PutSymbol(static_cast<unsigned char>(value)); // fonts take these for their places
+    } else if (value >= 0 && value < Units) {
+        Put(static_cast<char16_t>(value));
+    } else if (value >= Units && value <= LastCodePoint) {
+        Put(QChar::highSurrogate(static_cast<char32_t>(value)));
+        Put(QChar::lowSurrogate(static_cast<char32_t>(value)));
+    }
+    skipCharacters_ = state_.unicodeSkip;
+}
+
+void RtfReader::Put(char16_t c)
+{
+    switch (state_.destination) {
+    case Destination::FontTable:
+        if (c == u';')
+            FinishFont();
+        else if (fontName_.size() < MaxFontName)
+            fontName_ += QChar(c);
+        break;
+    case Destination::ColourTable:
+        if (c == u';')
+            colours_.push_back(std::exchange(tableColour_, 0));
+        break;
+    case Destination::Body:
+        if (state_.hidden)
+            break;
+        if (c == u'\u2029' || c == u'\f') {
+            builder_.EndParagraph(state_.paragraph, state_.text);
+        } else if (!state_.text.symbol || IsNeutral(c)) {
+            builder_.Append(c, state_.text);
+        } else if (c > PrivateArea && c <= PrivateArea + 0xFF) {
+            PutSymbol(static_cast<unsigned char>(c - PrivateArea));
+        } else {
+            RtfCharState text = state_.text; // the font has no such character
+            text.symbol = false;
+            text.family.clear();
+            builder_.Append(c, text);
+        }
+        break;
+    case Destination::FieldInstruction:
+        if (instruction_.isEmpty())
+            instructionText_ = state_.text;
+        if (instruction_.size() < MaxInstruction && !(instruction_.isEmpty() && c == u' '))
+            instruction_ += QChar(c);
+        break;
+    case Destination::NestedRow:
+        break;
+    }
+}
+
+void RtfReader::PutSymbol(unsigned char place)
+{
+    if (!state_.hidden)
+        PutCodePoint(SymbolCharacter(state_.text.family, place), state_.text);
+}
+
+void RtfReader::PutCodePoint(char32_t c, const RtfCharState &text)
+{
+    if (QChar::requiresSurrogates(c)) {
+        builder_.Append(QChar::highSurrogate(c), text);
+        builder_.Append(QChar::lowSurrogate(c), text);
+    } else {
+        builder_.Append(static_cast<char16_t>(c), text);
+    }
+}
+
+// The result of such a field is often empty: other programs make it of the instruction.
+void RtfReader::FinishField()
+{
+    const auto field = ReadSymbolField(std::exchange(instruction_, {}));
+    if (!field)
+        return;
+    state_.fieldShown = true;
+    if (state_.hidden)
+        return;
+    RtfCharState text = instructionText_;
+    if (field->halfPoints > 0)
+        text.halfPoints = field->halfPoints;
+    if (!field->family.isEmpty()) {
+        text.family = field->family;
+        const auto isIt = [&](const auto &font) {
+            return font.second.codePage == SymbolCodePage && font.second.family == field->family;
+        };
+        text.symbol = IsSymbolFont(field->family) || std::ranges::any_of(fonts_, isIt);
+    }
+    char32_t character = field->code;
+    if (!field->unicode && character >= PrivateArea && character <= PrivateArea + 0xFF)
+        character -= PrivateArea;
+    text.symbol = text.symbol && !field->unicode && character <= 0xFF;
+    if (text.symbol)
+        character = SymbolCharacter(text.family, static_cast<unsigned char>(character));
+    else if (!field->unicode && character <= 0xFF)
+        character = RtfCodePage(WesternCodePage).Decode(static_cast<unsigned char>(character));
+    PutCodePoint(character, text);
+}
