@@ -69,6 +69,8 @@ bool Programm::Starten(const QString &befehlszeile)
         .gemalt = [symbol =
                        konfig_.ProgrammPfad +
                        QStringLiteral("/paukfix.ico")] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
+        .beenden = [this] { ende_.Beenden(); },
+        .gescheitert = [this] { ende_.Absagen(); },
         .befehlszeile = befehlszeile,
     });
     LBoxFenster fenster;

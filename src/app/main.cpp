@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Endsignale.h"
 #include "MeldungenFenster.h"
 #include "Programm.h"
 
@@ -10,6 +11,7 @@
 
 int main(int argc, char *argv[])
 {
+    Endsignale signale;
     // The machine's fonts are read while the toolkit starts, not after it: a fifth of the whole start.
     const std::jthread fonts([] { FcInit(); });
     const QApplication application(argc, argv);
@@ -18,6 +20,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("paukfix"));
     DeutscheTexte();
 
+    signale.Melden();
     Programm programm(QApplication::applicationDirPath());
     return programm.Starten(QApplication::arguments().value(1)) ? QApplication::exec() : 0;
 }

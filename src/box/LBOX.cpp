@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -67,6 +68,9 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     MenueBauen();
     takt_.setInterval(100);
     connect(&takt_, &QTimer::timeout, this, [this] { AutomatikTakt(); });
+    connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, this,
+        [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
     kartei_.BoxZeichnen = [this] {
         const BoxBild bild = BoxRechnen(kartei_.FachInfo);
         umgebung_.zustand.VollstesFach = bild.VollstesFach;
@@ -146,7 +150,12 @@ void LBOX::showEvent(QShowEvent *event)
 
 void LBOX::closeEvent(QCloseEvent *event)
 {
-    if (beschaeftigt_ || (fenster_.DarfSchliessen && !fenster_.DarfSchliessen())) {
+    if (beschaeftigt_) {
+        event->ignore();
+        umgebung_.beenden();
+        return;
+    }
+    if (fenster_.DarfSchliessen && !fenster_.DarfSchliessen()) {
         event->ignore();
         return;
     }

@@ -60,6 +60,7 @@ PFUse::Ausgang PFUse::Fragen()
 
     const qint16 vorher = umgebung_.zustand.AbfrageErgebnis;
     AntwortenBauen();
+    umgebung_.erscheint();
     show();
     FrageAnzeigen();
     exec();
@@ -69,6 +70,13 @@ PFUse::Ausgang PFUse::Fragen()
     if (ausgang_ != Ausgang::Beurteilt)
         umgebung_.stille();
     return ausgang_;
+}
+
+void PFUse::done(int ergebnis)
+{
+    if (isVisible() && !std::exchange(geht_, true))
+        umgebung_.geht();
+    QDialog::done(ergebnis);
 }
 
 void PFUse::FrageAnzeigen()

@@ -83,6 +83,15 @@ public:
         return true;
     }
 
+    // Types a text, 20 ms from key to key, without a look at what the keys do; a carriage return is Return.
+    bool Tippen(const QString &titel, const QString &text) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        Xdotool({"type", "--delay", "20", text});
+        return true;
+    }
+
     // The same for a key that closes the window, so that the next one goes to the next window.
     bool Schliessen(const QString &titel, const QString &taste) const
     {

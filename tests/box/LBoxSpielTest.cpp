@@ -144,41 +144,61 @@ private slots:
 
     void KeptInputArrivesInOrder()
     {
-        QStringList angekommen;
-
         struct Empfaenger final : QWidget
         {
-            explicit Empfaenger(QStringList &l) : liste(l) {}
-
             void keyPressEvent(QKeyEvent *e) override { liste << e->text(); }
 
             void mousePressEvent(QMouseEvent *) override { liste << "Maus"; }
 
-            QStringList &liste;
-        } empfaenger(angekommen);
+            QStringList liste;
+        } box, abfrage;
 
-        {
-            Eingabewache wache;
-            QVERIFY(!wache.Unterbrochen());
-            QTest::keyClicks(&empfaenger, "ab");
-            QTest::mouseClick(&empfaenger, Qt::LeftButton);
-            QTest::keyClicks(&empfaenger, "c");
-            QVERIFY(wache.Unterbrochen());
-            QCOMPARE(angekommen, QStringList());
+        for (Empfaenger *fenster : {&box, &abfrage}) {
+            fenster->show();
+            QVERIFY(QTest::qWaitForWindowExposed(fenster));
         }
-        QCoreApplication::processEvents();
-        QCOMPARE(angekommen, (QStringList{"a", "b", "Maus", "c"}));
+        const auto tippen = [](const QWidget &fenster, const QByteArray &text) {
+            for (const char zeichen : text)
+                QTest::keyClick(fenster.windowHandle(), zeichen);
+        };
+        Eingabewache wache(box);
+        wache.Halten();
+        QVERIFY(!wache.Unterbrochen());
+        const auto schicken = [&] {
+            tippen(box, "ab");
+            QTest::mouseClick(box.windowHandle(), Qt::LeftButton, {}, {5, 5});
+            tippen(box, "c");
+        };
+        schicken();
+        QVERIFY(wache.Unterbrochen());
+        QCOMPARE(box.liste, QStringList());
+        wache.Weitergeben(box);
+        tippen(box, "d"); // not past those that wait
+        QTRY_COMPARE(box.liste, (QStringList{"a", "b", "Maus", "c", "d"}));
+
+        // What was typed while a query was on its way goes there; a click has nothing to hit.
+        wache.Halten();
+        schicken();
+        wache.Weitergeben(abfrage);
+        tippen(abfrage, "d");
+        QTRY_COMPARE(abfrage.liste, (QStringList{"a", "b", "c", "d"}));
+        QCOMPARE(box.liste.size(), 5);
     }
 
     void InputForAWindowThatIsGoneIsDropped()
     {
+        QWidget box;
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
         auto weg = std::make_unique<QWidget>();
-        {
-            Eingabewache wache;
-            QTest::keyClick(weg.get(), Qt::Key_A);
-            weg.reset();
-        }
+        weg->show();
+        Eingabewache wache(box);
+        wache.Halten();
+        QTest::keyClick(box.windowHandle(), Qt::Key_A);
+        wache.Weitergeben(*weg);
+        weg.reset();
         QCoreApplication::processEvents();
+        QVERIFY(!wache.Unterbrochen());
     }
 
     void TheDieAsksACardOfTheAcceptedCompartment()
