@@ -5,6 +5,7 @@
 #include "Programm.h"
 
 #include <QApplication>
+#include <QSettings>
 
 #include <fontconfig/fontconfig.h>
 #include <thread>
@@ -19,6 +20,8 @@ int main(int argc, char *argv[])
     QApplication::setApplicationVersion(QStringLiteral(PAUKFIX_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("paukfix"));
     DeutscheTexte();
+    // The toolkit's dialogs would keep settings of their own; there is nothing behind this path.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
     signale.Melden();
     Programm programm(QApplication::applicationDirPath());

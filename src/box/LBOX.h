@@ -100,6 +100,7 @@ private:
     QAction *Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun);
     void FensterEintrag(QMenu *menue, const QString &name, const QString &text,
                         std::function<void()> LBoxFenster::*fenster, Braucht braucht = Braucht::OffeneDatei);
+    bool IstGesperrt() const;
     QAction *Strich(QMenu *menue, const QString &name);
     void KonfigZeigen();
     void MSchriftart_Click();

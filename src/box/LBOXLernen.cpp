@@ -197,6 +197,8 @@ void LBOX::PicWürfel_Click()
     int fach = 0;
     if (!Wuerfeln(fach))
         return;
+    // The colour belongs to the pick that is under way.
+    const auto weiss = qScopeGuard([this] { kasten_->Wuerfel().SetGrund(Qt::white); });
     try {
         if (ZufaelligeKarte(kartei_.Karten(), fach, kartei_.FachInfo[static_cast<std::size_t>(fach)].Anzahl,
                             umgebung_.zufall))

@@ -238,7 +238,8 @@ void PFUse::keyPressEvent(QKeyEvent *event)
     const int platz = event->key() - Qt::Key_1;
     if (karte_.typ == Antworttyp::Ankreuzen && stand_ == Stand::Gefragt && platz >= 0 &&
         platz < AntwortAnzahl && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
-        Check1_[zeileAmPlatz_[static_cast<std::size_t>(platz)]]->toggle();
+        if (!event->isAutoRepeat()) // a key that is held ticks once
+            Check1_[zeileAmPlatz_[static_cast<std::size_t>(platz)]]->toggle();
         return;
     }
     QDialog::keyPressEvent(event);

@@ -133,6 +133,21 @@ public:
         return Xdotool({"getactivewindow", "getwindowgeometry"}).section('\n', 1);
     }
 
+    // Waits until much of the display has this colour, as "#00FF00".
+    bool WarteAufFarbe(const QString &farbe) const
+    {
+        return QTest::qWaitFor(
+            [&] {
+                for (const QString &zeile : Ausfuehren("import", {"-window", "root", "-depth", "8", "-format",
+                                                                  "%c", "histogram:info:-"})
+                                                .split('\n'))
+                    if (zeile.contains(farbe) && zeile.trimmed().section(':', 0, 0).toInt() > 2000)
+                        return true;
+                return false;
+            },
+            30000);
+    }
+
     // Gives the keyboard the layout of a country, as "de".
     void Tastatur(const QString &land) const { Ausfuehren("setxkbmap", {land}); }
 

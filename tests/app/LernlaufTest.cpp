@@ -106,6 +106,15 @@ private slots:
         QCOMPARE(karteiNachher, (QMap<int, int>{{3, 10}, {4, 20}}));
     }
 
+    void AMenuThatIsLeftGivesTheKeyboardBack()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
+        Starten(lauf);
+        for (const char *taste : {"alt", "Down", "Escape"})
+            QVERIFY(anzeige_->Taste("Lern-Box", taste));
+        Antworten("n", "ja");
+    }
+
     // Every answered card has moved exactly once, the one that was being stored once or not at all.
     void AKillAtAnyMomentLosesNoAnswer()
     {
