@@ -74,6 +74,8 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         // To read the icon takes a good part of a start.
         .gemalt = [symbol = konfig_.ProgrammDatei(
                        QStringLiteral("paukfix.ico"))] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
+        .beenden = [this] { ende_.Beenden(); },
+        .gescheitert = [this] { ende_.Absagen(); },
         .befehlszeile = befehlszeile,
     });
     LBoxFenster fenster;

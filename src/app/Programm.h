@@ -9,6 +9,7 @@
 #include "LBOX.h"
 #include "MeldungenFenster.h"
 #include "PFAendern.h"
+#include "Programmende.h"
 #include "SearchHit.h"
 #include "SoundPlayer.h"
 #include "Uhr.h"
@@ -49,6 +50,7 @@ private:
     void ÜberZeigen();
     QString KarteiWaehlen();
 
+    Programmende ende_{[this] { return lbox_ && lbox_->Beschaeftigt(); }};
     Wiederholungswache wiederholungen_;
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;

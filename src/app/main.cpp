@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Befehlszeile.h"
+#include "Endsignale.h"
 #include "MeldungenFenster.h"
 #include "Programm.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char *argv[])
     if (auskunft.art == Befehlszeile::Art::Auskunft)
         return std::fputs(auskunft.text.toLocal8Bit().constData(), stdout) < 0 ? 1 : 0;
 
+    Endsignale signale;
     // The machine's fonts are read while the toolkit starts, not after it: a fifth of the whole start.
     const std::jthread fonts([] { FcInit(); });
     const QApplication application(argc, argv);
@@ -38,6 +40,7 @@ int main(int argc, char *argv[])
         std::fputs(befehl.text.toLocal8Bit().constData(), stderr);
         return 2;
     }
+    signale.Melden();
     Programm programm(QApplication::applicationDirPath());
     return programm.Starten(befehl.kartei, befehl.weitere) ? QApplication::exec() : 0;
 }

@@ -2,25 +2,32 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include <QEvent>
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 
+#include <deque>
 #include <memory>
-#include <vector>
 
-// Lets windows live on while something moves, without anybody being able to start something else: as long as
-// it lives, keys, clicks and the wish to close a window are kept, and they are delivered in order when it
-// goes.
+class QEvent;
+
+// Keeps keys and clicks, in the order in which they were made, while the card flies, the die rolls or a query
+// comes and goes: windows live on, but nobody can start something else, and no key is lost on its way from
+// one window to the next.
 class Eingabewache final : public QObject
 {
 public:
-    Eingabewache();
+    // Watches `box`, which must outlive it, and every window that input is handed to.
+    explicit Eingabewache(QWidget &box);
     ~Eingabewache() override;
 
-    // Lets pending events run. True once a key or mouse button has been pressed: the movement should end
-    // then.
+    // From now on input is kept.
+    void Halten();
+    // Lets pending events run. True once a key or mouse button has been pressed: a movement should end then.
     bool Unterbrochen();
+    // The keys that are kept go to the window `ziel`, one by one with the event loop; what comes meanwhile
+    // goes behind them. Clicks are for the box only, and are dropped where it is not the one.
+    void Weitergeben(QWidget &ziel);
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
@@ -32,6 +39,15 @@ private:
         std::unique_ptr<QEvent> event;
     };
 
-    std::vector<Aufgehoben> aufgehoben_;
-    bool unterbrochen_ = false;
+    bool HinterMeldung() const;
+    bool GehoertDazu(const QObject *objekt) const;
+    bool Gedrueckt(const QEvent &loslassen) const;
+    void Weiter();
+    void Liefern();
+
+    QWidget &box_;
+    QPointer<QWidget> ziel_;
+    std::deque<Aufgehoben> aufgehoben_;
+    bool haelt_ = false;
+    bool liefert_ = false; // what passes now was kept before
 };

@@ -66,14 +66,19 @@ qint16 Aufruecken(CardStore &kartei, int ziel)
 
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis)
 {
-    const bool richtig = ergebnis == ErgebnisRichtig;
-    const int alt = kartei.Felder().FachNr.Integer();
-    const int neu = ZielFach(alt, richtig);
-    if (richtig && alt > 4) {
+    // Stored before the message, which stays as long as its reader likes.
+    if (KarteEinordnen(kartei, ergebnis) == FachErledigt) {
         meldungen.Zeigen(
             QStringLiteral("Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"),
             Meldungen::Symbol::Ausruf);
     }
+}
+
+int KarteEinordnen(CardStore &kartei, qint16 ergebnis)
+{
+    const bool richtig = ergebnis == ErgebnisRichtig;
+    const int alt = kartei.Felder().FachNr.Integer();
+    const int neu = ZielFach(alt, richtig);
 
     // First the file, then the counts: what could not be stored is not counted.
     FachTabelle tabelle = kartei.FachInfo;
@@ -89,6 +94,7 @@ void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis)
     }
     kartei.FachInfo = tabelle;
     Hochzaehlen(richtig ? kartei.RichtigZaehler : kartei.FalschZaehler);
+    return neu;
 }
 
 void NeuZaehlen(CardStore &kartei, int fehler) noexcept

@@ -8,8 +8,11 @@
 inline constexpr qint16 ErgebnisRichtig = -1;
 
 // Moves the current card by its answer to the back of its new compartment, durably, and keeps counts and
-// session counters in step. Congratulates on a card that is done. Throws StoreError; FachInfo and the
-// counters are then as they were.
+// session counters in step. Returns the new compartment. Throws StoreError; FachInfo and the counters are
+// then as they were.
+int KarteEinordnen(CardStore &kartei, qint16 ergebnis);
+
+// The same, and congratulates on a card that is done.
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis);
 
 // Fills Anzahl and LfdMax of all compartments from the open file anew, after something went wrong. Where the

@@ -137,8 +137,9 @@ void Kasten::SetOffen(bool offen)
     offen_ = offen;
 }
 
-void Kasten::SetHinweis(const QString &text)
+void Kasten::SetHinweis(const QString &text, std::function<void()> tun)
 {
+    hinweis_->SetTun(std::move(tun));
     if (text == hinweis_->text())
         return;
     hinweis_->setText(text);

@@ -16,8 +16,8 @@ class FachBild;
 class Kartenrahmen;
 class KaShape;
 class Schild;
-class QLabel;
 class WuerfelBild;
+class Zettel;
 
 // The picture of the box: a drawer of cards seen from above, its compartments side by side, beside it the
 // done cards, the card that is asked and the die. It shows what it is given and decides nothing.
@@ -39,8 +39,8 @@ public:
 
     // Without an open file no compartment is marked as the fullest. Shown with the next counts.
     void SetOffen(bool offen);
-    // A quiet note across the box; none where the text is empty.
-    void SetHinweis(const QString &text);
+    // A note across the box; none where the text is empty. `tun` is what a click on it does, if anything.
+    void SetHinweis(const QString &text, std::function<void()> tun = {});
 
     // The card that is asked: lies at these twips with its number, takes the verdict's colour, flies, goes
     // away.
@@ -93,7 +93,7 @@ private:
     QWidget *rahmen_ = nullptr;
     Kartenrahmen *karte_ = nullptr;
     WuerfelBild *wuerfel_ = nullptr;
-    QLabel *hinweis_ = nullptr;
+    Zettel *hinweis_ = nullptr;
     QPointF karteVon_; // twips
     QElapsedTimer gezeigt_;
     QBasicTimer nachholen_;

@@ -14,7 +14,7 @@ constexpr double Wand = 90;
 constexpr double Rand = 300;
 constexpr double SchildOben = 430, SchildHoehe = 450;
 constexpr double KastenOben = 330;
-constexpr double FachOben_ = 975;
+constexpr double FachOben = 975;
 constexpr double FachHoeheMin = 1700, FachHoeheSoll = 2650, FachHoeheMax = 3600;
 constexpr double Fuss = 840;  // lower wall, which bears the counts
 constexpr double Unten = 330; // below the trays, for their handles
@@ -25,7 +25,7 @@ constexpr double Gesamtbreite = StapelLinks + StapelBreite + Rand;
 
 constexpr double Gesamthoehe(double fachHoehe)
 {
-    return FachOben_ + fachHoehe + Fuss + Unten;
+    return FachOben + fachHoehe + Fuss + Unten;
 }
 
 // The smallest scale at which the counts of the narrow compartments can be read.
@@ -44,8 +44,8 @@ KastenMasse::KastenMasse(QSize fenster, const FachTabelle &tabelle)
                  (fenster.height() - Pixel(Gesamthoehe(fachHoehe))) / 2};
     wand = Pixel(Wand);
 
-    const double kastenHoehe = FachOben_ - KastenOben + fachHoehe + Fuss;
-    const double fussOben = FachOben_ + fachHoehe + 60;
+    const double kastenHoehe = FachOben - KastenOben + fachHoehe + Fuss;
+    const double fussOben = FachOben + fachHoehe + 60;
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
         const double links = tabelle[i].Links;
         const double breite = tabelle[i].BreiteMax;
@@ -54,7 +54,7 @@ KastenMasse::KastenMasse(QSize fenster, const FachTabelle &tabelle)
             i > 1 ? (links + tabelle[i - 1].Links + tabelle[i - 1].BreiteMax) / 2 : links - Wand;
         const double danach = i > 0 && i + 1 < FachSichtbar ? (links + breite + tabelle[i + 1].Links) / 2
                                                             : links + breite + Wand;
-        fach[i] = Rechteck(links, FachOben_, breite, fachHoehe);
+        fach[i] = Rechteck(links, FachOben, breite, fachHoehe);
         schild[i] = Rechteck(zuvor, SchildOben, danach - zuvor, SchildHoehe);
         zaehler[i] = Rechteck(zuvor, fussOben, danach - zuvor, Fuss - 130);
     }
@@ -63,11 +63,11 @@ KastenMasse::KastenMasse(QSize fenster, const FachTabelle &tabelle)
     neu = Rechteck(tabelle[0].Links - Wand, KastenOben, tabelle[0].BreiteMax + 2 * Wand, kastenHoehe);
     lernen = Rechteck(erstes.Links - Wand, KastenOben,
                       letztes.Links + letztes.BreiteMax - erstes.Links + 2 * Wand, kastenHoehe);
-    const double mitte = FachOben_ + fachHoehe / 2;
+    const double mitte = FachOben + fachHoehe / 2;
     stapel = Rechteck(StapelLinks, mitte - 620, StapelBreite, 1240);
     stapelSchild = Rechteck(StapelLinks, SchildOben, StapelBreite, SchildHoehe);
     stapelZaehler = Rechteck(StapelLinks, fussOben, StapelBreite, Fuss - 130);
-    const double wuerfelOben = std::max(FachOben_ + fachHoehe - WuerfelSeite, FachOben_ + KarteHoehe + 120);
+    const double wuerfelOben = std::max(FachOben + fachHoehe - WuerfelSeite, FachOben + KarteHoehe + 120);
     wuerfel = Rechteck(WuerfelLinks, wuerfelOben, WuerfelSeite, WuerfelSeite);
     wuerfelTaste = Rechteck(WuerfelLinks - 100, std::max(fussOben, wuerfelOben + WuerfelSeite + 60),
                             WuerfelSeite + 200, 330);
@@ -77,11 +77,6 @@ KastenMasse::KastenMasse(QSize fenster, const FachTabelle &tabelle)
 QRect KastenMasse::Karte(double links, double oben) const
 {
     return {(ursprung_ + QPointF(Pixel(links), Pixel(oben))).toPoint(), karte};
-}
-
-double KastenMasse::FachOben() const
-{
-    return FachOben_;
 }
 
 QRect KastenMasse::Rechteck(double links, double oben, double breite, double hoehe) const

@@ -35,8 +35,6 @@ public:
 
     // The place of the asked card whose left top corner stands at these twips.
     QRect Karte(double links, double oben) const;
-    // Twips of the box's ground line for a card that sinks into a compartment.
-    double FachOben() const;
 
 private:
     QRect Rechteck(double links, double oben, double breite, double hoehe) const;

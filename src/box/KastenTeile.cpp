@@ -5,10 +5,12 @@
 #include "Farben.h"
 #include "KastenFarben.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 Schild::Schild(const QString &text, QWidget *parent) : QLabel(text, parent)
 {
@@ -61,10 +63,26 @@ void Rahmen::paintEvent(QPaintEvent *)
 Zettel::Zettel(QWidget *parent) : QLabel(parent)
 {
     setAlignment(Qt::AlignCenter);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
     QPalette farben = palette();
     farben.setColor(QPalette::WindowText, KastenFarben::Tinte);
     setPalette(farben);
+}
+
+void Zettel::SetTun(std::function<void()> tun)
+{
+    tun_ = std::move(tun);
+    if (tun_)
+        setCursor(Qt::PointingHandCursor);
+    else
+        setCursor(Qt::ArrowCursor);
+}
+
+void Zettel::mouseReleaseEvent(QMouseEvent *event)
+{
+    event->accept();
+    const auto tun = tun_; // it may take the note away
+    if (tun && event->button() == Qt::LeftButton && rect().contains(event->pos()))
+        tun();
 }
 
 void Zettel::paintEvent(QPaintEvent *event)

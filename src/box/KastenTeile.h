@@ -6,6 +6,8 @@
 #include <QFrame>
 #include <QLabel>
 
+#include <functional>
+
 // The name of a compartment on a paper plate.
 class Schild final : public QLabel
 {
@@ -34,14 +36,22 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-// A note on paper, laid across the box.
+// A note on paper, laid across the box. It keeps clicks from what lies beneath; where it says what to do, a
+// click does it.
 class Zettel final : public QLabel
 {
 public:
     explicit Zettel(QWidget *parent);
 
+    // What a click does; empty where it does nothing.
+    void SetTun(std::function<void()> tun);
+
 protected:
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::function<void()> tun_;
 };
 
 // The card that is asked, with the label "FrageNr:" and its number.

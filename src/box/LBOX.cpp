@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -46,7 +47,10 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     karteiWechseln_->setObjectName(QStringLiteral("KarteiWechseln"));
     karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     addAction(karteiWechseln_);
-    connect(karteiWechseln_, &QAction::triggered, this, [this] { KarteiWechseln_Click(); });
+    connect(karteiWechseln_, &QAction::triggered, this, [this] {
+        if (!IstGesperrt())
+            KarteiWechseln_Click();
+    });
     connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
     // Without a choice of files the button is a plain label.
     QPalette farben = lKartei_->palette();
@@ -67,6 +71,9 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     MenueBauen();
     takt_.setInterval(100);
     connect(&takt_, &QTimer::timeout, this, [this] { AutomatikTakt(); });
+    connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, this,
+        [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
     kartei_.BoxZeichnen = [this] {
         const BoxBild bild = BoxRechnen(kartei_.FachInfo);
         umgebung_.zustand.VollstesFach = bild.VollstesFach;
@@ -102,14 +109,18 @@ void LBOX::BoxZeichnen()
 void LBOX::HinweiseZeigen()
 {
     QString zettel;
+    std::function<void()> tun;
     if (!kartei_.IsOpen()) {
-        if (geladen_)
+        if (geladen_) {
+            tun = [this] { findChild<QAction *>(QStringLiteral("Möffnen"))->trigger(); };
             zettel = QStringLiteral("Keine Kartei geöffnet.\n\n"
                                     "Strg+O öffnet eine, Strg+N legt eine neue an.");
+        }
     } else if (IstLeer(kartei_.FachInfo) && fenster_.MKarten) {
         zettel = QStringLiteral("Noch keine Karten: ändern › Karten legt welche an.");
+        tun = [this] { findChild<QAction *>(QStringLiteral("MKarten"))->trigger(); };
     }
-    kasten_->SetHinweis(zettel);
+    kasten_->SetHinweis(zettel, std::move(tun));
     lTasten_->setText(zettel.isEmpty() ? Tastenhinweis() : QString());
     lTasten_->setToolTip(lTasten_->text()); // a small window may show its beginning only
 }
@@ -146,7 +157,12 @@ void LBOX::showEvent(QShowEvent *event)
 
 void LBOX::closeEvent(QCloseEvent *event)
 {
-    if (beschaeftigt_ || (fenster_.DarfSchliessen && !fenster_.DarfSchliessen())) {
+    if (beschaeftigt_) {
+        event->ignore();
+        umgebung_.beenden();
+        return;
+    }
+    if (fenster_.DarfSchliessen && !fenster_.DarfSchliessen()) {
         event->ignore();
         return;
     }

@@ -6,6 +6,7 @@
 #include "BoxZustand.h"
 #include "CardStore.h"
 #include "Dialoge.h"
+#include "Eingabewache.h"
 #include "Uhr.h"
 #include "Zufall.h"
 
@@ -16,8 +17,10 @@
 #include <functional>
 
 class Kasten;
+class PFUse;
 class QLabel;
 class QMenu;
+class QSessionManager;
 class QToolButton;
 
 // What the main window works on.
@@ -33,7 +36,12 @@ struct LBoxUmgebung
     std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
     std::function<void()> stille = [] {};                                    // stops it
     std::function<void()> gemalt = [] {}; // the window has been painted for the first time
-    QString befehlszeile;                 // the card file named at the program's start, or empty
+    // The window was to be closed while something was under way: the program is to end as soon as that is
+    // over.
+    std::function<void()> beenden = [] {};
+    // Something could not be stored and its user is told: the program is not to end behind his back.
+    std::function<void()> gescheitert = [] {};
+    QString befehlszeile; // the card file named at the program's start, or empty
 };
 
 // What the menu opens beyond the main window. An entry without its function stands in its place, disabled.
@@ -72,6 +80,9 @@ public:
     bool DateiOffenPruefen();
     void AutomatikAus();
 
+    // A query, a roll or the opening of a file is under way.
+    bool Beschaeftigt() const { return beschaeftigt_; }
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -89,6 +100,7 @@ private:
     QAction *Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun);
     void FensterEintrag(QMenu *menue, const QString &name, const QString &text,
                         std::function<void()> LBoxFenster::*fenster, Braucht braucht = Braucht::OffeneDatei);
+    bool IstGesperrt() const;
     QAction *Strich(QMenu *menue, const QString &name);
     void KonfigZeigen();
     void MSchriftart_Click();
@@ -113,7 +125,8 @@ private:
     void Form_KeyPress(const QKeyEvent &taste);
     void KarteAbfragen();
     void KarteAnimieren(qint16 ergebnis);
-    void KarteVerschieben(qint16 ergebnis);
+    void KarteVerschieben();
+    void SitzungEndet(QSessionManager &sitzung);
     void LesefehlerMelden(const QString &kontext, const std::exception &fehler);
     bool Wuerfeln(int &fach);
     void MAutoschalter_Click();
@@ -145,5 +158,7 @@ private:
     qint64 sekunde_ = 0;        // the clock as it was last noted
     int sekundenwechsel_ = 0;   // since the pause of the automatic mode began
     bool beschaeftigt_ = false; // a query, a roll or the opening of a file is under way
+    PFUse *abfrage_ = nullptr;  // the query of the current card, until its verdict is stored
     bool geladen_ = false;
+    Eingabewache eingabe_{*this};
 };

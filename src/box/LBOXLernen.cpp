@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Bewegungstakt.h"
 #include "BoxRechnung.h"
-#include "Eingabewache.h"
 #include "Farben.h"
 #include "KarteVerschieben.h"
 #include "Kasten.h"
 #include "LBOX.h"
 #include "PFUse.h"
+#include "Tastaturwechsel.h"
 #include "Wuerfel.h"
 #include "WuerfelBild.h"
 
@@ -14,16 +15,19 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QSessionManager>
+#include <QWindow>
+
+#include <exception>
+#include <optional>
 
 namespace {
 
-// The delays below last longer with every file that the program has opened: few steps keep the movement
-// short.
-constexpr int Flugschritte = 14;
-constexpr qint16 Flugpause = 12; // milliseconds after each step
-constexpr int Wurfschritte = 4;
-constexpr qint16 Wurfpause = 40;
+// Milliseconds.
+constexpr int Flugdauer = 300, Flugpause = 15;
+constexpr int Wurfdauer = 120, Wurfpause = 30; // of a face; a roll shows two
 
 constexpr int Pausenwechsel = 3; // changes of the clock's second from one automatic query to the next
 
@@ -33,6 +37,7 @@ void LBOX::Image0_Click(int fach)
 {
     if (kartei_.FehlerStatus > 0 || beschaeftigt_)
         return;
+    const auto weiter = qScopeGuard([this] { eingabe_.Weitergeben(*this); });
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
     if (const auto voll = ZuVollesFach(kartei_.FachInfo, fach)) {
         meldungen_.Zeigen(
@@ -55,6 +60,9 @@ void LBOX::KarteAbfragen()
 {
     kasten_->KarteLegen(QString::number(kartei_.Felder().FrageNr.Number()), kartei_.FlugLinks,
                         kartei_.FlugOben);
+    Tastaturhalt halt(windowHandle());
+    eingabe_.Halten();
+    std::optional<Tastaturrueckgabe> zurueck;
     PFUse abfrage({.store = kartei_,
                    .zustand = umgebung_.zustand,
                    .meldungen = meldungen_,
@@ -63,19 +71,33 @@ void LBOX::KarteAbfragen()
                    .klang = umgebung_.klang,
                    .stille = umgebung_.stille,
                    .automatikAus = [this] { AutomatikAus(); },
-                   .bearbeitbar = static_cast<bool>(fenster_.MKarten)},
+                   .bearbeitbar = static_cast<bool>(fenster_.MKarten),
+                   // What was typed before the keyboard was held is on its way to this window, which takes
+                   // no keys once the query is shown.
+                   .erscheint =
+                       [&] {
+                           TastenAbholen(windowHandle());
+                           eingabe_.Weitergeben(abfrage);
+                       },
+                   .geht =
+                       [&] {
+                           eingabe_.Halten();
+                           zurueck.emplace(abfrage.windowHandle(), windowHandle());
+                           TastenAbholen(windowHandle()); // a hidden window takes none
+                       }},
                   this);
+    const QScopedValueRollback laufend(abfrage_, &abfrage);
     const PFUse::Ausgang ausgang = abfrage.Fragen();
+    zurueck.reset();
     if (ausgang != PFUse::Ausgang::Bearbeiten) {
         show();
         activateWindow();
         setFocus();
     }
     if (ausgang == PFUse::Ausgang::Beurteilt) {
-        const qint16 ergebnis = umgebung_.zustand.AbfrageErgebnis;
-        KarteAnimieren(ergebnis);
+        KarteAnimieren(umgebung_.zustand.AbfrageErgebnis);
         kasten_->KarteVerbergen();
-        KarteVerschieben(ergebnis);
+        KarteVerschieben();
     }
     kasten_->KarteVerbergen();
     BoxZeichnen();
@@ -89,20 +111,51 @@ void LBOX::KarteAnimieren(qint16 ergebnis)
         return;
     const bool richtig = ergebnis == ErgebnisRichtig;
     const int ziel = ZielFach(kartei_.Felder().FachNr.Integer(), richtig);
-    Eingabewache wache;
     kasten_->KarteFaerben(richtig ? Farben::Richtig : Farben::Falsch);
-    for (int schritt = 1; schritt <= Flugschritte && !wache.Unterbrochen(); ++schritt) {
-        kasten_->KarteFliegen(ziel, double(schritt) / Flugschritte);
-        kartei_.DelayMilliseconds(Flugpause);
+    const Bewegungstakt takt(kartei_, Flugdauer, Flugpause);
+    for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
+         ++schritt) {
+        kasten_->KarteFliegen(ziel, double(schritt) / takt.Schritte());
+        takt.Pause();
     }
 }
 
-void LBOX::KarteVerschieben(qint16 ergebnis)
+// Stores the verdict of the query, unless the end of the session has done so.
+void LBOX::KarteVerschieben()
 {
+    if (!std::exchange(abfrage_, nullptr))
+        return;
     try {
-        ::KarteVerschieben(kartei_, meldungen_, ergebnis);
+        ::KarteVerschieben(kartei_, meldungen_, umgebung_.zustand.AbfrageErgebnis);
     } catch (const std::exception &fehler) {
         LesefehlerMelden(QStringLiteral("Die Antwort konnte nicht gespeichert werden: "), fehler);
+    }
+}
+
+// A verdict that is shown is stored at once, and its query is over: nobody knows how long the program may
+// live on.
+void LBOX::SitzungEndet(QSessionManager &sitzung)
+{
+    if (!abfrage_ || !abfrage_->IstBeurteilt())
+        return;
+    PFUse *abfrage = std::exchange(abfrage_, nullptr);
+    try {
+        KarteEinordnen(kartei_, umgebung_.zustand.AbfrageErgebnis);
+        abfrage->close();
+    } catch (const std::exception &) {
+        sitzung.cancel();
+        // No message may hold up the answer to the desktop.
+        QMetaObject::invokeMethod(
+            this,
+            [this, fehler = std::current_exception()] {
+                try {
+                    std::rethrow_exception(fehler);
+                } catch (const std::exception &grund) {
+                    LesefehlerMelden(QStringLiteral("Die Antwort konnte nicht gespeichert werden: "), grund);
+                }
+            },
+            Qt::QueuedConnection);
+        abfrage->close();
     }
 }
 
@@ -111,6 +164,7 @@ void LBOX::LesefehlerMelden(const QString &kontext, const std::exception &fehler
 {
     const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
     const QString text = kontext + ErrorText(fehler);
+    umgebung_.gescheitert();
     NeuZaehlen(kartei_, bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher);
     kasten_->KarteVerbergen();
     if (kartei_.IsOpen()) {
@@ -137,10 +191,14 @@ void LBOX::PicWürfel_Click()
         meldungen_.Zeigen(QStringLiteral("Sorry, gar keine Karten da"));
         return;
     }
+    const auto weiter = qScopeGuard([this] { eingabe_.Weitergeben(*this); });
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
+    eingabe_.Halten();
     int fach = 0;
     if (!Wuerfeln(fach))
         return;
+    // The colour belongs to the pick that is under way.
+    const auto weiss = qScopeGuard([this] { kasten_->Wuerfel().SetGrund(Qt::white); });
     try {
         if (ZufaelligeKarte(kartei_.Karten(), fach, kartei_.FachInfo[static_cast<std::size_t>(fach)].Anzahl,
                             umgebung_.zufall))
@@ -154,13 +212,13 @@ void LBOX::PicWürfel_Click()
 bool LBOX::Wuerfeln(int &fach)
 {
     WuerfelBild &bild = kasten_->Wuerfel();
-    Eingabewache wache;
     const auto zeigen = [&] {
         if (!Animiert())
             return;
         bild.repaint();
-        for (int i = 0; i < Wurfschritte && !wache.Unterbrochen(); ++i)
-            kartei_.DelayMilliseconds(Wurfpause);
+        const Bewegungstakt takt(kartei_, Wurfdauer, Wurfpause);
+        for (int i = 0; i < takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen(); ++i)
+            takt.Pause();
     };
     const bool moeglich = IrgendeinFachSpielbar(kartei_.FachInfo);
     for (;;) {

@@ -3,6 +3,7 @@
 #include "LBOX.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QFontMetrics>
@@ -55,6 +56,15 @@ void LBOX::MenueBauen()
         QMenu *neu = menuBar()->addMenu(text);
         neu->setObjectName(name);
         neu->menuAction()->setObjectName(name);
+        // A menu that was left leaves the keyboard with its bar, where the next letter would open another
+        // one.
+        connect(
+            neu, &QMenu::aboutToHide, this,
+            [this] {
+                if (menuBar()->hasFocus() && !QApplication::activePopupWidget())
+                    setFocus();
+            },
+            Qt::QueuedConnection);
         return neu;
     };
 
@@ -127,8 +137,20 @@ QAction *LBOX::Eintrag(QMenu *menue, const QString &name, const QString &text, s
     eintrag->setObjectName(name);
     // No entry may be taken for the desktop's own ("Quit") and wander into another menu.
     eintrag->setMenuRole(QAction::NoRole);
-    connect(eintrag, &QAction::triggered, this, [tun = std::move(tun)] { tun(); });
+    connect(eintrag, &QAction::triggered, this, [this, eintrag, tun = std::move(tun)] {
+        if (!IstGesperrt())
+            tun();
+        else if (eintrag->isCheckable())
+            eintrag->toggle(); // the toolkit has changed it already
+    });
     return eintrag;
+}
+
+// Keys and clicks do not come to a window that is busy, hidden or behind a dialog; other ways to an entry (a
+// screen reader, a menu of the desktop's) do.
+bool LBOX::IstGesperrt() const
+{
+    return beschaeftigt_ || !isVisible() || QApplication::activeModalWidget();
 }
 
 void LBOX::FensterEintrag(QMenu *menue, const QString &name, const QString &text,

@@ -61,6 +61,7 @@ PFUse::Ausgang PFUse::Fragen()
 
     const qint16 vorher = umgebung_.zustand.AbfrageErgebnis;
     AntwortenBauen();
+    umgebung_.erscheint();
     show();
     FrageAnzeigen();
     exec();
@@ -70,6 +71,13 @@ PFUse::Ausgang PFUse::Fragen()
     if (ausgang_ != Ausgang::Beurteilt)
         umgebung_.stille();
     return ausgang_;
+}
+
+void PFUse::done(int ergebnis)
+{
+    if (isVisible() && !std::exchange(geht_, true))
+        umgebung_.geht();
+    QDialog::done(ergebnis);
 }
 
 void PFUse::FrageAnzeigen()
@@ -231,7 +239,8 @@ void PFUse::keyPressEvent(QKeyEvent *event)
     const int platz = event->key() - Qt::Key_1;
     if (karte_.typ == Antworttyp::Ankreuzen && stand_ == Stand::Gefragt && platz >= 0 &&
         platz < AntwortAnzahl && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
-        Check1_[zeileAmPlatz_[static_cast<std::size_t>(platz)]]->toggle();
+        if (!event->isAutoRepeat()) // a key that is held ticks once
+            Check1_[zeileAmPlatz_[static_cast<std::size_t>(platz)]]->toggle();
         return;
     }
     QDialog::keyPressEvent(event);

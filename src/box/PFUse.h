@@ -38,6 +38,9 @@ struct AbfrageUmgebung
     std::function<void()> stille = [] {};                                    // stops it
     std::function<void()> automatikAus = [] {}; // switches the automatic mode off
     bool bearbeitbar = true;                    // there is an editor that the card can be sent to
+    // Called right before the window is shown, and before it goes: the keyboard is to be handed over.
+    std::function<void()> erscheint = [] {};
+    std::function<void()> geht = [] {};
 };
 
 // The query window: asks the current card of the card table once and leaves the verdict in AbfrageErgebnis.
@@ -58,6 +61,11 @@ public:
 
     // Shows the window modally for the current card and returns when it is closed.
     Ausgang Fragen();
+
+    // A verdict is shown.
+    bool IstBeurteilt() const { return ausgang_ == Ausgang::Beurteilt; }
+
+    void done(int ergebnis) override;
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
@@ -119,6 +127,7 @@ private:
     Ausgang ausgang_ = Ausgang::Abgebrochen;
     std::array<std::size_t, AntwortAnzahl>
         zeileAmPlatz_{};     // which answer line stands at a place, from the top
+    bool geht_ = false;      // the window is on its way out
     bool leertaste_ = false; // the tick box is being clicked by the keyboard
     bool mitBild_ = false;   // one of the card's pictures will be shown
     QString klang_;          // the card's sound for what is shown; empty where it has none

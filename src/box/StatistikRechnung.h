@@ -19,7 +19,7 @@ struct StatistikWerte
     int richtig = 0, falsch = 0, gesamt = 0; // answers
 };
 
-// Dates and times in the short form of `sprache`.
+// Dates in the short form of `sprache`, times with seconds.
 StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt,
                               const QLocale &sprache = QLocale::system());
 

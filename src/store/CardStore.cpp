@@ -282,9 +282,14 @@ void CardStore::CalibrateDelayLoop()
     qint64 second = before;
     while (second == before)
         second = uhr_.Sekunde();
-    while (uhr_.Sekunde() == second)
-        if (LoopsPerSecond < std::numeric_limits<qint32>::max())
+    constexpr qint32 Most = std::numeric_limits<qint32>::max();
+    LoopsLastSecond = 0;
+    while (uhr_.Sekunde() == second) {
+        if (LoopsPerSecond < Most)
             ++LoopsPerSecond;
+        if (LoopsLastSecond < Most)
+            ++LoopsLastSecond;
+    }
 }
 
 void CardStore::DelayMilliseconds(qint16 ms) const

@@ -43,7 +43,8 @@ public:
     FachTabelle FachInfo{};
     qint16 HighestCardNumber = 0;
     qint32 LoopsPerSecond = 0;
-    qint16 FehlerStatus = 1; // above 0 while no usable card file is open
+    qint32 LoopsLastSecond = 0; // what the last calibration alone counted: the machine's rate
+    qint16 FehlerStatus = 1;    // above 0 while no usable card file is open
     // The session: what the counts were when it began, and the answers since.
     QDateTime Beginn;
     std::array<qint16, FachAnzahl> BegAnz{};

@@ -83,6 +83,15 @@ public:
         return true;
     }
 
+    // Types a text, 20 ms from key to key, without a look at what the keys do; a carriage return is Return.
+    bool Tippen(const QString &titel, const QString &text) const
+    {
+        if (!WarteAuf(titel))
+            return false;
+        Xdotool({"type", "--delay", "20", text});
+        return true;
+    }
+
     // The same for a key that closes the window, so that the next one goes to the next window.
     bool Schliessen(const QString &titel, const QString &taste) const
     {
@@ -125,6 +134,21 @@ public:
         if (!WarteAuf(titel))
             return {};
         return Xdotool({"getactivewindow", "getwindowgeometry"}).section('\n', 1);
+    }
+
+    // Waits until much of the display has this colour, as "#00FF00".
+    bool WarteAufFarbe(const QString &farbe) const
+    {
+        return QTest::qWaitFor(
+            [&] {
+                for (const QString &zeile : Ausfuehren("import", {"-window", "root", "-depth", "8", "-format",
+                                                                  "%c", "histogram:info:-"})
+                                                .split('\n'))
+                    if (zeile.contains(farbe) && zeile.trimmed().section(':', 0, 0).toInt() > 2000)
+                        return true;
+                return false;
+            },
+            30000);
     }
 
     // Gives the keyboard the layout of a country, as "de".

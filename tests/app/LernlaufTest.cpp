@@ -72,6 +72,49 @@ private slots:
         QCOMPARE(orte, (QList<QPair<int, int>>{{8, 1}, {4, 2}}));
     }
 
+    void NoKeyIsLostBetweenBoxAndQuery_data()
+    {
+        QTest::addColumn<bool>("animation");
+        QTest::newRow("cards lie still") << false;
+        QTest::newRow("cards fly") << true;
+    }
+
+    // Box, query and box again, as fast as fingers type: each answer arrives whole, each digit in the box.
+    void NoKeyIsLostBetweenBoxAndQuery()
+    {
+        QFETCH(bool, animation);
+        if (animation) {
+            QVERIFY(QFile::remove(Pfad("konfig.dat")));
+            QVERIFY(QFile::copy(SOURCE_DIR "/assets/konfig.dat", Pfad("konfig.dat")));
+        }
+        const QString antwort = QStringLiteral("donaudampfschiffahrt");
+        QList<CardRecord> karten;
+        for (int i = 1; i <= 30; ++i) {
+            karten << MakeCard(i, 3, i);
+            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = antwort;
+        }
+        QVERIFY(QFile::remove(kartei_));
+        MakeCardFile(kartei_, karten);
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
+        Starten(lauf);
+        QVERIFY(anzeige_->Tippen("Lern-Box", ("3" + antwort + "\r\r").repeated(20)));
+        QVERIFY(anzeige_->Taste("Lern-Box", "alt+F4"));
+        QVERIFY(lauf.IstZuEnde());
+        QMap<int, int> karteiNachher; // cards by compartment
+        for (const CardRecord &karte : ReadCards(kartei_))
+            ++karteiNachher[static_cast<int>(karte.FachNr)];
+        QCOMPARE(karteiNachher, (QMap<int, int>{{3, 10}, {4, 20}}));
+    }
+
+    void AMenuThatIsLeftGivesTheKeyboardBack()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
+        Starten(lauf);
+        for (const char *taste : {"alt", "Down", "Escape"})
+            QVERIFY(anzeige_->Taste("Lern-Box", taste));
+        Antworten("n", "ja");
+    }
+
     // Every answered card has moved exactly once, the one that was being stored once or not at all.
     void AKillAtAnyMomentLosesNoAnswer()
     {

@@ -281,6 +281,27 @@ private slots:
         QVERIFY(!b.fenster->isVisible());
     }
 
+    // As a screen reader or the desktop's own menu would do it.
+    void AnEntryIsRefusedWhileACardIsAsked()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        MakeCardFile(b.Pfad("b.pzb"), {});
+        b.dialoge.pfade = {b.Pfad("b.pzb")};
+        const bool animation = b.Menue("MAnimation")->isChecked();
+        b.NaechsteAbfrage([&](QWidget *) {
+            for (const char *name : {"Möffnen", "MEnde", "MAnimation", "MAutoschalter"})
+                b.Menue(name)->trigger();
+        });
+        b.Taste(Qt::Key_N);
+        QVERIFY(b.fenster->isVisible());
+        QCOMPARE(b.kartei.CurrentFileName, QString("a.pzb"));
+        QCOMPARE(b.Menue("MAnimation")->isChecked(), animation);
+        QVERIFY(!b.Menue("MAutoschalter")->isChecked());
+        b.Menue("Möffnen")->trigger();
+        QCOMPARE(b.kartei.CurrentFileName, QString("b.pzb"));
+    }
+
     void TheMenuIsReachedByKeyboard()
     {
         LBoxBuehne b;

@@ -142,43 +142,96 @@ private slots:
         QTRY_COMPARE(b.Anzahl(3), 1);
     }
 
+    void AFlightAndARollTakeTheirTimeAfterManyOpenings_data()
+    {
+        QTest::addColumn<int>("oeffnungen");
+        QTest::newRow("1") << 1;
+        QTest::newRow("15") << 15;
+        QTest::newRow("1000") << 1000;
+    }
+
+    // The clock's readings are the time: so many in a second.
+    void AFlightAndARollTakeTheirTimeAfterManyOpenings()
+    {
+        QFETCH(int, oeffnungen);
+        LBoxBuehne b;
+        b.KonfigSchreiben({}, "True");
+        b.OeffnenMit({0, 0, 0, 1});
+        constexpr int JeSekunde = 100'000;
+        b.kartei.LoopsLastSecond = JeSekunde;
+        b.kartei.LoopsPerSecond = oeffnungen * JeSekunde;
+        qint64 vorDemWurf = b.uhr.readings, nachDemWurf = 0, vorDemFlug = 0;
+        b.zufall.Wuerfe({3});
+        b.NaechsteAbfrage([&](QWidget *) {
+            nachDemWurf = b.uhr.readings;
+            QTest::keyClicks(b.Fokus(), "Antwort 1");
+            b.Taste(Qt::Key_Return);
+            vorDemFlug = b.uhr.readings;
+            b.Taste(Qt::Key_Return);
+        });
+        b.Taste(Qt::Key_W);
+        QCOMPARE(b.Anzahl(4), 1);
+        QVERIFY(nachDemWurf - vorDemWurf <= JeSekunde * 3 / 10);
+        QVERIFY(b.uhr.readings - vorDemFlug <= JeSekunde * 4 / 10);
+    }
+
     void KeptInputArrivesInOrder()
     {
-        QStringList angekommen;
-
         struct Empfaenger final : QWidget
         {
-            explicit Empfaenger(QStringList &l) : liste(l) {}
-
             void keyPressEvent(QKeyEvent *e) override { liste << e->text(); }
 
             void mousePressEvent(QMouseEvent *) override { liste << "Maus"; }
 
-            QStringList &liste;
-        } empfaenger(angekommen);
+            QStringList liste;
+        } box, abfrage;
 
-        {
-            Eingabewache wache;
-            QVERIFY(!wache.Unterbrochen());
-            QTest::keyClicks(&empfaenger, "ab");
-            QTest::mouseClick(&empfaenger, Qt::LeftButton);
-            QTest::keyClicks(&empfaenger, "c");
-            QVERIFY(wache.Unterbrochen());
-            QCOMPARE(angekommen, QStringList());
+        for (Empfaenger *fenster : {&box, &abfrage}) {
+            fenster->show();
+            QVERIFY(QTest::qWaitForWindowExposed(fenster));
         }
-        QCoreApplication::processEvents();
-        QCOMPARE(angekommen, (QStringList{"a", "b", "Maus", "c"}));
+        const auto tippen = [](const QWidget &fenster, const QByteArray &text) {
+            for (const char zeichen : text)
+                QTest::keyClick(fenster.windowHandle(), zeichen);
+        };
+        Eingabewache wache(box);
+        wache.Halten();
+        QVERIFY(!wache.Unterbrochen());
+        const auto schicken = [&] {
+            tippen(box, "ab");
+            QTest::mouseClick(box.windowHandle(), Qt::LeftButton, {}, {5, 5});
+            tippen(box, "c");
+        };
+        schicken();
+        QVERIFY(wache.Unterbrochen());
+        QCOMPARE(box.liste, QStringList());
+        wache.Weitergeben(box);
+        tippen(box, "d"); // not past those that wait
+        QTRY_COMPARE(box.liste, (QStringList{"a", "b", "Maus", "c", "d"}));
+
+        // What was typed while a query was on its way goes there; a click has nothing to hit.
+        wache.Halten();
+        schicken();
+        wache.Weitergeben(abfrage);
+        tippen(abfrage, "d");
+        QTRY_COMPARE(abfrage.liste, (QStringList{"a", "b", "c", "d"}));
+        QCOMPARE(box.liste.size(), 5);
     }
 
     void InputForAWindowThatIsGoneIsDropped()
     {
+        QWidget box;
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
         auto weg = std::make_unique<QWidget>();
-        {
-            Eingabewache wache;
-            QTest::keyClick(weg.get(), Qt::Key_A);
-            weg.reset();
-        }
+        weg->show();
+        Eingabewache wache(box);
+        wache.Halten();
+        QTest::keyClick(box.windowHandle(), Qt::Key_A);
+        wache.Weitergeben(*weg);
+        weg.reset();
         QCoreApplication::processEvents();
+        QVERIFY(!wache.Unterbrochen());
     }
 
     void TheDieAsksACardOfTheAcceptedCompartment()
@@ -191,7 +244,7 @@ private slots:
         b.Klick("PicWürfel");
         QCOMPARE(b.gefragt, QStringList{"7"}); // the fourth of five
         QCOMPARE(b.Wuerfel()->Augen(), 3);
-        QCOMPARE(b.Wuerfel()->Grund(), QColor(0, 255, 0));
+        QCOMPARE(b.Wuerfel()->Grund(), QColor(255, 255, 255));
         QCOMPARE(b.Anzahl(4), 1);
     }
 
@@ -298,11 +351,11 @@ private slots:
         const Bildwache wache(b.Wuerfel(), gemalt);
         b.NaechsteAbfrage([&](QWidget *abfrage) {
             [&] { QCOMPARE(b.uhr.readings, vorher); }();
+            [&] { QCOMPARE(gemalt.filter(QRegularExpression("^[146] #ffffff")), QStringList()); }();
             abfrage->close();
         });
         b.Klick("PicWürfel");
         QCOMPARE(b.gefragt, QStringList{"1"});
-        QCOMPARE(gemalt.filter(QRegularExpression("^[146] #ffffff")), QStringList());
         QCOMPARE(gemalt.filter("#00ff00"), QStringList{"4 #00ff00"});
     }
 
