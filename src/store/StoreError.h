@@ -13,6 +13,7 @@ inline constexpr int ZuWenigSpeicher = 7;
 inline constexpr int IndexAusserhalb = 9;
 inline constexpr int TypUnvertraeglich = 13;
 inline constexpr int DateiNichtGefunden = 53;
+inline constexpr int GeraeteFehler = 57;
 inline constexpr int DatentraegerVoll = 61;
 inline constexpr int PfadNichtGefunden = 76;
 inline constexpr int NichtsOffen = 91;
@@ -28,6 +29,7 @@ inline constexpr int Beschaedigt = 3049;
 inline constexpr int NichtErlaubt = 3051;
 inline constexpr int TabelleFehlt = 3078;
 inline constexpr int TextZuLang = 3163;
+inline constexpr int Abgebrochen = 3059;
 inline constexpr int FeldFehlt = 3265;
 inline constexpr int FormatUnbekannt = 3343;
 } // namespace Fehler

@@ -4,7 +4,10 @@
 
 #include "CardAdd.h"
 #include "CardFile.h"
+#include "CardFileCheck.h"
+#include "DamagedCards.h"
 #include "JetCards.h"
+#include "JournalFile.h"
 #include "SafeFile.h"
 
 #include <optional>
@@ -20,6 +23,19 @@ bool IstSieSelbst(const CardStore &store, const QString &quelle)
     return !quelle.isEmpty() && SameFile(VollerPfad(store, quelle), store.CardPath(store.CurrentFileName));
 }
 
+// The file alone holds a half of what is meant, and to complete it is to write to it.
+void NichtsUnfertiges(const QString &quelle)
+{
+    if (HasUnfinishedChange(quelle))
+        throw StoreError(
+            Fehler::Gesperrt,
+            QStringLiteral(
+                "In der Datei „%1“ ist eine Änderung nicht zu Ende gekommen. Bitte beenden Sie das "
+                "Programm, das sie benutzt, oder öffnen Sie sie einmal als Kartei; danach lässt sie "
+                "sich anhängen.")
+                .arg(quelle));
+}
+
 } // namespace
 
 Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl)
@@ -31,14 +47,27 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
         return Ausgang::Gescheitert;
     }
     std::optional<CardFile> datei;
-    std::optional<JetCards> fruehere; // a card file of the former database engine is read as it is
+    std::optional<DamagedCards> beschaedigte; // what a repair would find in it
+    std::optional<JetCards> fruehere;         // a card file of the former database engine is read as it is
     const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
         const QString pfad = VollerPfad(store, quelle);
         if (JetFile::Recognises(pfad)) {
             fruehere.emplace(pfad);
         } else {
-            datei.emplace(pfad, CardFile::Access::ReadOnly);
-            CheckCopyable(*datei);
+            try {
+                datei.emplace(pfad, CardFile::Access::ReadOnly);
+                NichtsUnfertiges(pfad);
+                CheckCardFile(datei->Database(), bank.fortschritt);
+                CheckCopyable(*datei);
+            } catch (const StoreError &fehler) {
+                NichtsUnfertiges(pfad);
+                datei.reset();
+                if (fehler.Number() != Fehler::Beschaedigt)
+                    throw;
+                beschaedigte.emplace(pfad, bank.fortschritt);
+                if (beschaedigte->Cards().empty())
+                    throw;
+            }
         }
     });
     if (!offen)
@@ -48,14 +77,16 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
     bool gespeichert = true;
     try {
         InEinemZug(store.Karten(), [&] {
-            neue = fruehere ? AddCardsOf(store, *fruehere, bank.fortschritt)
-                            : AddCardsOf(store, *datei, bank.fortschritt);
+            neue = fruehere       ? AddCardsOf(store, *fruehere, bank.fortschritt)
+                   : beschaedigte ? AddCardsOf(store, *beschaedigte, bank.fortschritt)
+                                  : AddCardsOf(store, *datei, bank.fortschritt);
         });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {.count = 0, .errors = {fehler}};
     }
     datei.reset();
+    beschaedigte.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
     if (!gespeichert)
