@@ -5,6 +5,7 @@
 #include "BoxRechnung.h"
 #include "Kasten.h"
 #include "KurzLabel.h"
+#include "Wartefenster.h"
 #include "Wuerfel.h"
 
 #include <QAction>
@@ -83,6 +84,9 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
         if (kartei_.FehlerStatus == 0)
             lKartei_->setText(OhneKuerzel(kartei_.CurrentFileName));
     };
+    kartei_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
+        return WartenMitAbbruch(was, abgebrochen, meldungen_.Titel(), this);
+    };
     umgebung_.konfig.Gelesen = [this] { KonfigZeigen(); };
     KonfigZeigen();
     SetFenster({});
@@ -93,6 +97,7 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
 LBOX::~LBOX()
 {
     kartei_.BoxZeichnen = [] {};
+    kartei_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
     umgebung_.konfig.Gelesen = [] {};
 }
 

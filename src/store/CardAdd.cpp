@@ -5,7 +5,9 @@
 #include "CardBulk.h"
 #include "CardFile.h"
 #include "CardValue.h"
+#include "DamagedCards.h"
 #include "JetCards.h"
+#include "RepairReport.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
@@ -305,12 +307,18 @@ AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &f
     return added;
 }
 
-AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
+namespace {
+
+// Adds the cards of a source that is read without the engine. `read` gives a card's values, or nothing where
+// none are left; `lost` cards were not even found.
+AddedCards AddSalvaged(CardStore &store, const QString &path, const std::vector<CardPlan> &cards,
+                       const std::function<std::optional<SalvagedCard>(const CardPlan &plan)> &read,
+                       qint64 lost, bool damaged, const Fortschritt &fortschritt)
 {
     const std::vector<int> columns = CopiedColumns();
     std::vector<const CardPlan *> plans; // in box order
-    plans.reserve(source.Cards().size());
-    for (const CardPlan &plan : source.Cards())
+    plans.reserve(cards.size());
+    for (const CardPlan &plan : cards)
         plans.push_back(&plan);
     std::sort(plans.begin(), plans.end(), [](const CardPlan *one, const CardPlan *other) {
         return std::tie(one->compartment, one->place) < std::tie(other->compartment, other->place);
@@ -321,13 +329,22 @@ AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &f
         Adder adder(store, database, added, columns);
         std::array<std::string, copiedColumns.size()> texts;
         int done = 0;
-        bool damaged = source.Lost() > 0;
+        Losses losses{lost, 0, 0};
         for (const CardPlan *plan : plans) {
-            const SalvagedCard card = source.Read(*plan);
-            damaged = damaged || !card.remarks.empty();
+            const std::optional<SalvagedCard> card = read(*plan);
+            if (!card) {
+                ++losses.lost;
+                continue;
+            }
+            const auto has = [&](Remark::Kind kind) {
+                return std::any_of(card->remarks.begin(), card->remarks.end(),
+                                   [&](const Remark &remark) { return remark.kind == kind; });
+            };
+            losses.incomplete += has(Remark::Kind::Incomplete) ? 1 : 0;
+            losses.uncertain += has(Remark::Kind::Uncertain) ? 1 : 0;
             try {
                 CopyCardFields(adder, columns, texts, [&](std::size_t i) -> const SalvagedCard::Value & {
-                    return card.values[static_cast<std::size_t>(columns[i])];
+                    return card->values[static_cast<std::size_t>(columns[i])];
                 });
             } catch (const SQLite::Exception &error) {
                 if (!adder.TakeNote(error))
@@ -338,11 +355,28 @@ AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &f
                 break;
             Melden(fortschritt, ++done, static_cast<int>(plans.size()));
         }
-        if (damaged)
+        const QString found = LossText(added.count, QStringLiteral("übernommen"), losses);
+        if (damaged || !found.isEmpty())
             adder.Note(
                 StoreError(Fehler::Beschaedigt,
-                           QStringLiteral("Die Datei „%1“ ist beschädigt; was sich nicht lesen ließ, fehlt.")
-                               .arg(source.File().Path())));
+                           QStringLiteral("Die Datei „%1“ ist beschädigt. ").arg(path) +
+                               (found.isEmpty() ? QStringLiteral("Alle Karten ließen sich lesen.") : found)));
     });
     return added;
+}
+
+} // namespace
+
+AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
+{
+    return AddSalvaged(
+        store, source.File().Path(), source.Cards(), [&](const CardPlan &plan) { return source.Read(plan); },
+        source.Lost(), false, fortschritt);
+}
+
+AddedCards CopyAllCards(CardStore &store, const DamagedCards &source, const Fortschritt &fortschritt)
+{
+    return AddSalvaged(
+        store, source.Path(), source.Cards(), [&](const CardPlan &plan) { return source.Read(plan); },
+        static_cast<qint64>(source.Lost()), true, fortschritt);
 }

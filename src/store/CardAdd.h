@@ -12,6 +12,7 @@
 #include <vector>
 
 class CardFile;
+class DamagedCards;
 class JetCards;
 
 // Many new cards at once for compartment 0 of the open card file: they take the next card numbers and the
@@ -45,6 +46,7 @@ void CheckCopyable(CardFile &source);
 // Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
 // flags of pictures) is not copied.
 AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
-// The same from a card file of the former database engine. Cards and texts that damage has taken away are
-// told as error 3049.
+// The same from a card file of the former database engine, and from a damaged one. How many cards and texts
+// damage has taken away is told as error 3049.
 AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});
+AddedCards CopyAllCards(CardStore &store, const DamagedCards &source, const Fortschritt &fortschritt = {});

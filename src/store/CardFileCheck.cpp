@@ -9,13 +9,14 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <exception>
 #include <vector>
 
 namespace {
 
 // The check walks the trees from their ends, which is the slowest way to read from a disk. Reading the file
 // once in its order first brings it into the system's cache.
-void ReadAhead(SQLite::Database &database)
+void ReadAhead(SQLite::Database &database, const Fortschritt &fortschritt)
 {
     constexpr sqlite3_int64 most = 512 << 20; // bytes; beyond that the cache might not hold it
     sqlite3_file *file = nullptr;
@@ -24,21 +25,68 @@ void ReadAhead(SQLite::Database &database)
         file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         return;
     std::vector<char> block(std::size_t{1} << 20);
-    for (sqlite3_int64 at = 0; at < std::min(size, most); at += static_cast<sqlite3_int64>(block.size()))
+    size = std::min(size, most);
+    for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(block.size())) {
+        if (fortschritt)
+            fortschritt(static_cast<int>(at >> 20), static_cast<int>((size >> 20) + 1));
         // A read beyond the end fails, and a true fault meets the check itself.
         file->pMethods->xRead(file, block.data(), static_cast<int>(block.size()), at);
+    }
 }
+
+// Lets the engine tell that it is at work, and end it: an exception must not pass through the engine.
+class Waechter
+{
+public:
+    Waechter(SQLite::Database &database, const Fortschritt &fortschritt)
+        : handle_(database.getHandle()), fortschritt_(fortschritt)
+    {
+        constexpr int instructions = 10'000; // between two calls
+        if (fortschritt_)
+            sqlite3_progress_handler(handle_, instructions, Melde, this);
+    }
+
+    Waechter(const Waechter &) = delete;
+    Waechter &operator=(const Waechter &) = delete;
+
+    ~Waechter() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
+
+    void Rethrow() const
+    {
+        if (thrown_)
+            std::rethrow_exception(thrown_);
+    }
+
+private:
+    static int Melde(void *self)
+    {
+        auto &wache = *static_cast<Waechter *>(self);
+        try {
+            wache.fortschritt_(0, 0);
+            return 0;
+        } catch (...) {
+            wache.thrown_ = std::current_exception();
+            return 1;
+        }
+    }
+
+    sqlite3 *handle_;
+    const Fortschritt &fortschritt_;
+    std::exception_ptr thrown_;
+};
 
 } // namespace
 
-void CheckCardFile(SQLite::Database &database)
+void CheckCardFile(SQLite::Database &database, const Fortschritt &fortschritt)
 {
     const QString path = QFile::decodeName(sqlite3_db_filename(database.getHandle(), "main"));
-    ReadAhead(database);
+    ReadAhead(database, fortschritt);
+    const Waechter wache(database, fortschritt);
     try {
         if (database.execAndGet("PRAGMA main.integrity_check(1)").getString() == "ok")
             return;
     } catch (const SQLite::Exception &error) {
+        wache.Rethrow();
         ThrowStoreError(error, path);
     }
     throw StoreError(Fehler::Beschaedigt, QStringLiteral("Die Datei „%1“ ist beschädigt.").arg(path));

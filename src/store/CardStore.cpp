@@ -170,7 +170,10 @@ void CardStore::OpenChecked(const QString &path)
         Convert(path);
     const auto open = [&] {
         file_ = std::make_unique<CardFile>(path);
-        CheckCardFile(file_->Database());
+        CheckCardFile(
+            file_->Database(),
+            WartenZeigen(QStringLiteral("Die Kartei wird geprüft."),
+                         QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet.")));
         RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
         ClearFreshFiles(QFileInfo(path).absolutePath());
         WalkCards();
@@ -185,12 +188,22 @@ void CardStore::OpenChecked(const QString &path)
             meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
                 Meldungen::Antwort::Ja)
             throw;
+        RepairResult result;
         try {
-            RepairDatabase(path);
-        } catch (const std::exception &) {
+            result = RepairDatabase(
+                path,
+                WartenZeigen(QStringLiteral("Die Kartei wird repariert."),
+                             QStringLiteral("Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
+                                            "geändert.")));
+        } catch (const std::exception &failure) {
+            const auto *known = dynamic_cast<const StoreError *>(&failure);
+            if (known != nullptr && known->Number() == Fehler::Abgebrochen)
+                throw;
             meldungen_.Zeigen(QStringLiteral("Datei kann nicht repariert werden !"));
             throw;
         }
+        if (!result.summary.isEmpty())
+            meldungen_.Zeigen(result.summary);
         meldungen_.Zeigen(QStringLiteral("Datei wurde repariert"));
         open();
     }

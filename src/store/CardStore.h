@@ -4,6 +4,7 @@
 
 #include "CardRecordset.h"
 #include "FachInfo.h"
+#include "Fortschritt.h"
 #include "Meldungen.h"
 #include "Uhr.h"
 
@@ -52,6 +53,10 @@ public:
     // Working values of the main window that a reset of the box table sets.
     qint16 FlugLinks = 0, FlugOben = 0; // twips
     bool ErsterAufruf = true;
+    // Gives what is told how far the check or the repair of a file has come, `was` by name, for as long as it
+    // takes. What that throws ends it; the opening then fails with the text `abgebrochen` as StoreError 3059.
+    std::function<Fortschritt(const QString &was, const QString &abgebrochen)> WartenZeigen =
+        [](const QString &, const QString &) { return Fortschritt(); };
     // Redraws the box; called while a file is opened.
     std::function<void()> BoxZeichnen = [] {};
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "JournalFile.h"
 
+#include "FileHandle.h"
 #include "SafeFile.h"
 
 #include <QByteArrayView>
@@ -9,6 +10,9 @@
 
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -28,6 +32,23 @@ bool NamesOtherFiles(const QString &journal)
 {
     QFile file(journal);
     return file.open(QIODevice::ReadOnly) && EndsInMark(file);
+}
+
+bool HasUnfinishedChange(const QString &cardFile)
+{
+    const auto firstByte = [](const QString &path) {
+        char byte = 0;
+        // A special file could block here.
+        const FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        struct stat info = {};
+        return file.Get() >= 0 && fstat(file.Get(), &info) == 0 && S_ISREG(info.st_mode) &&
+                       read(file.Get(), &byte, 1) == 1
+                   ? byte
+                   : '\0';
+    };
+    // A journal whose change is done begins with zeros, or is cut to nothing.
+    return firstByte(cardFile + QStringLiteral("-journal")) != '\0' ||
+           firstByte(cardFile + QStringLiteral("-wal")) != '\0';
 }
 
 void ForgetOtherFiles(const QString &journal)

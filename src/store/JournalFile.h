@@ -11,6 +11,10 @@
 // Does the file end so? False for a file that is not there.
 bool NamesOtherFiles(const QString &journal);
 
+// Did a program leave off in the midst of a change to the card file, so that its file alone shows neither
+// what was before nor what should be? Only the engine, opening it to write, takes the change back.
+bool HasUnfinishedChange(const QString &cardFile);
+
 // Takes the mark away by which the engine finds the name; what the journal keeps of pages stays. Throws
 // StoreError.
 void ForgetOtherFiles(const QString &journal);

@@ -4,7 +4,10 @@
 
 #include "CardAdd.h"
 #include "CardFile.h"
+#include "CardFileCheck.h"
+#include "DamagedCards.h"
 #include "JetCards.h"
+#include "JournalFile.h"
 #include "SafeFile.h"
 
 #include <optional>
@@ -20,21 +23,47 @@ bool IstSieSelbst(const CardStore &store, const QString &quelle)
     return !quelle.isEmpty() && SameFile(VollerPfad(store, quelle), store.CardPath(store.CurrentFileName));
 }
 
+// The file alone holds a half of what is meant, and to complete it is to write to it.
+void NichtsUnfertiges(const QString &quelle)
+{
+    if (HasUnfinishedChange(quelle))
+        throw StoreError(
+            Fehler::Gesperrt,
+            QStringLiteral(
+                "In der Datei „%1“ ist eine Änderung nicht zu Ende gekommen. Bitte beenden Sie das "
+                "Programm, das sie benutzt, oder öffnen Sie sie einmal als Kartei; danach lässt sie "
+                "sich anhängen.")
+                .arg(quelle));
+}
+
 // A card file to copy from; one of the former database engine is read as it is.
 struct AppendSource
 {
     std::optional<CardFile> datei;
+    std::optional<DamagedCards> beschaedigte; // what a repair would find in it
     std::optional<JetCards> fruehere;
 };
 
 // Throws StoreError where `pfad` is no card file that can be copied.
-void OpenAppendSource(AppendSource &quelle, const QString &pfad)
+void OpenAppendSource(AppendSource &quelle, const QString &pfad, const Fortschritt &fortschritt)
 {
     if (JetFile::Recognises(pfad)) {
         quelle.fruehere.emplace(pfad);
-    } else {
+        return;
+    }
+    try {
         quelle.datei.emplace(pfad, CardFile::Access::ReadOnly);
+        NichtsUnfertiges(pfad);
+        CheckCardFile(quelle.datei->Database(), fortschritt);
         CheckCopyable(*quelle.datei);
+    } catch (const StoreError &fehler) {
+        NichtsUnfertiges(pfad);
+        quelle.datei.reset();
+        if (fehler.Number() != Fehler::Beschaedigt)
+            throw;
+        quelle.beschaedigte.emplace(pfad, fortschritt);
+        if (quelle.beschaedigte->Cards().empty())
+            throw;
     }
 }
 
@@ -49,8 +78,9 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
         return Ausgang::Gescheitert;
     }
     AppendSource offene;
-    const bool offen = Schritt(bank.meldungen, FehlerKontext(),
-                               [&] { OpenAppendSource(offene, VollerPfad(store, quelle)); });
+    const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
+        OpenAppendSource(offene, VollerPfad(store, quelle), bank.fortschritt);
+    });
     if (!offen)
         return Ausgang::Gescheitert;
 
@@ -58,14 +88,16 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
     bool gespeichert = true;
     try {
         InEinemZug(store.Karten(), [&] {
-            neue = offene.fruehere ? CopyAllCards(store, *offene.fruehere, bank.fortschritt)
-                                   : CopyAllCards(store, *offene.datei, bank.fortschritt);
+            neue = offene.fruehere       ? CopyAllCards(store, *offene.fruehere, bank.fortschritt)
+                   : offene.beschaedigte ? CopyAllCards(store, *offene.beschaedigte, bank.fortschritt)
+                                         : CopyAllCards(store, *offene.datei, bank.fortschritt);
         });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {.count = 0, .errors = {fehler}};
     }
     offene.datei.reset();
+    offene.beschaedigte.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
     if (!gespeichert)

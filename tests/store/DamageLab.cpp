@@ -8,7 +8,6 @@
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QMap>
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <algorithm>
@@ -221,6 +220,22 @@ void FindExtents(SQLite::Database &database, Box &box)
         qFatal("the table holds more cards than the pages");
 }
 
+// The index is walked in its order: the entries of a leaf, then the one that divides it from the next leaf.
+void FindNumberLeaves(SQLite::Database &database, Box &box)
+{
+    const QList<int> numbers = Numbers(database);
+    qsizetype next = 0;
+    SQLite::Statement pages(
+        database, "SELECT pageno, ncell FROM dbstat WHERE name='FrageNr' AND pagetype='leaf' ORDER BY path");
+    for (; pages.executeStep(); ++next) {
+        const int count = pages.getColumn(1).getInt();
+        box.numberLeaves[pages.getColumn(0).getInt()] = numbers.mid(next, count);
+        next += count;
+    }
+    if (next != numbers.size() + 1)
+        qFatal("the index has more than two levels");
+}
+
 void FindFreePages(Box &box)
 {
     QSet<int> used(box.tableLeaves.begin(), box.tableLeaves.end());
@@ -241,6 +256,7 @@ Box TakeBox(const QString &path, const QSet<QByteArray> &everMarkers)
     SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READONLY);
     box.pageSize = database.execAndGet("PRAGMA page_size").getInt();
     FindExtents(database, box);
+    FindNumberLeaves(database, box);
     FindFreePages(box);
     box.deletedMarkers = everMarkers - Markers(database);
     return box;
@@ -340,15 +356,17 @@ Box MakeBox(const QString &directory, const BoxOptions &options)
     return TakeBox(path, ever);
 }
 
-Box AfterTransaction(const QString &directory, const Box &box)
+Box AfterTransaction(const QString &directory, const Box &box, quint32 seed, bool secureDelete)
 {
     const QString path = directory + QStringLiteral("/werkstatt.pzb");
     WriteFile(path, box.bytes);
     QSet<QByteArray> ever = box.deletedMarkers;
     {
         SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
+        database.exec(std::string("PRAGMA synchronous=OFF; PRAGMA secure_delete=") +
+                      (secureDelete ? "ON" : "OFF"));
         ever.unite(Markers(database));
-        Random random(7);
+        Random random(seed);
         SQLite::Transaction transaction(database);
         Work(database, random);
         transaction.commit();

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
+#include <QMap>
 #include <QSet>
 #include <QString>
 
@@ -35,8 +36,9 @@ struct Box
     QList<CardTruth> cards;
     QSet<QByteArray> deletedMarkers;
     int pageSize = 4096;
-    // Page numbers by what they are, from 1.
+    // Page numbers by what they are, from 1; the table's root is the first of its interior pages.
     QList<int> tableLeaves, tableInteriors, indexPages, freePages;
+    QMap<int, QList<int>> numberLeaves; // the numbers on each leaf page of the index on FrageNr
 
     // Of the cards, those with every byte as it was.
     QList<const CardTruth *> Untouched(const QByteArray &damaged) const;
@@ -54,7 +56,7 @@ struct BoxOptions
 Box MakeBox(const QString &directory, const BoxOptions &options);
 // The same box after one more transaction that moves, edits, deletes and adds cards; and the same box caught
 // in the midst of that transaction, with the journal that undoes it.
-Box AfterTransaction(const QString &directory, const Box &box);
+Box AfterTransaction(const QString &directory, const Box &box, quint32 seed = 7, bool secureDelete = true);
 Box AmidTransaction(const QString &directory, const Box &box);
 
 // Digest and marker of every card of a file that the engine reads, until it stops at a fault.

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLocale>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -357,6 +358,125 @@ private slots:
         QCOMPARE(store.HighestCardNumber, qint16(20));
     }
 
+    // The learner's wish is an exception out of what shows the progress.
+    void CancelledCheckLeavesNoFileOpen()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        TestMeldungen meldungen;
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        int told = 0;
+        // Before the engine begins, and while it compares the table with its indexes.
+        for (const int last : {1, 10}) {
+            told = 0;
+            meldungen.gezeigt.clear();
+            store.WartenZeigen = [&](const QString &, const QString &abgebrochen) -> Fortschritt {
+                return [&told, last, abgebrochen](int, int) {
+                    if (++told == last)
+                        throw StoreError(Fehler::Abgebrochen, abgebrochen);
+                };
+            };
+            QString name = QStringLiteral("Kasten.pzb");
+            store.OpenCardFile(name);
+            QCOMPARE(told, last);
+            QVERIFY(name.isEmpty() && !store.IsOpen());
+            QCOMPARE(meldungen.Texte(),
+                     QStringList(QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist "
+                                                "nicht geöffnet. Fcode: 3059")));
+        }
+        store.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+        QString name = QStringLiteral("Kasten.pzb");
+        store.OpenCardFile(name);
+        QVERIFY(store.IsOpen());
+    }
+
+    void CancelledRepairLeavesTheFileAsItWas()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        DestroyFirstPage();
+        const QByteArray before = ReadFile(Path());
+        TestMeldungen meldungen;
+        const TestUhr uhr;
+        CardStore store(meldungen, uhr);
+        store.KarteiPfad = directory_->path();
+        int steps = 0;
+        RepairDatabase(Path(), [&](int, int) { ++steps; });
+        for (const QString &name : Names())
+            QVERIFY(QFile::remove(Path(name)));
+        QVERIFY(steps > 10);
+        for (int last = 1; last <= steps; last += 3) {
+            WriteFile(Path(), before);
+            meldungen.gezeigt.clear();
+            meldungen.antworten = {Meldungen::Antwort::Ja};
+            int told = 0;
+            store.WartenZeigen = [&](const QString &was, const QString &abgebrochen) -> Fortschritt {
+                if (was != QStringLiteral("Die Kartei wird repariert."))
+                    return {};
+                return [&told, last, abgebrochen](int, int) {
+                    if (++told == last)
+                        throw StoreError(Fehler::Abgebrochen, abgebrochen);
+                };
+            };
+            QString name = QStringLiteral("Kasten.pzb");
+            store.OpenCardFile(name);
+            QVERIFY(name.isEmpty() && !store.IsOpen());
+            QCOMPARE(meldungen.Texte(),
+                     (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                                  QStringLiteral("Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
+                                                 "geändert. Fcode: 3059")}));
+            QCOMPARE(Names(), QStringList("Kasten.pzb"));
+            QCOMPARE(ReadFile(Path()), before);
+        }
+    }
+
+    // Twenty gigabytes of which a few pages are there.
+    void HolesAreNeitherReadNorCopied()
+    {
+        MakeCardFile(Path(), SomeCards(200));
+        QFile file(Path());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        constexpr qint64 size = qint64(20) << 30;
+        QVERIFY(file.resize(size));
+        QVERIFY(file.seek(size - 4096) && file.write(QByteArray(4096, 'x')) == 4096);
+        file.close();
+        int told = 0;
+        const RepairResult result = RepairDatabase(Path(), [&](int, int) { ++told; });
+        QCOMPARE(result.cards, 200);
+        QVERIFY2(told < 100, qPrintable(QString::number(told)));
+        QVERIFY(QFileInfo(Path()).size() < 1'000'000);
+        QCOMPARE(QFileInfo(result.damagedFile).size(), size);
+    }
+
+    void FailingDiskHasItsNumber()
+    {
+        MakeCardFile(Path(), SomeCards(200));
+        DestroyFirstPage();
+        const QByteArray before = ReadFile(Path());
+        VollePlatte::Einbauen();
+        int failed = 0;
+        for (int call = 1; call <= 40; ++call) {
+            VollePlatte::Scheitern(call);
+            try {
+                const RepairResult result = RepairDatabase(Path());
+                QFile::remove(result.damagedFile);
+                QFile::remove(result.report);
+                WriteFile(Path(), before);
+            } catch (const StoreError &error) {
+                if (error.Number() == Fehler::GeraeteFehler) {
+                    ++failed;
+                    QCOMPARE(error.Text(), QString("Ein-/Ausgabefehler bei der Datei „%1“.").arg(Path()));
+                } else { // the new file could not be read back, or the device refused it
+                    QVERIFY2(error.Number() > 3000, qPrintable(error.Text()));
+                }
+                QCOMPARE(Names(), QStringList("Kasten.pzb"));
+                QCOMPARE(ReadFile(Path()), before);
+            }
+            VollePlatte::Scheitern(0);
+        }
+        QVERIFY(failed > 3);
+    }
+
     // Damage in a page that opening does not read is found all the same.
     void TheStoreFindsDamageBehindTheFirstPages()
     {
@@ -374,9 +494,14 @@ private slots:
         store.KarteiPfad = directory_->path();
         QString name = QStringLiteral("Kasten.pzb");
         store.OpenCardFile(name);
-        QCOMPARE(meldungen.Texte(),
-                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                              QStringLiteral("Datei wurde repariert")}));
+        QCOMPARE(
+            meldungen.Texte(),
+            (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
+                         QStringLiteral("%1 Karten wurden gerettet; Spuren von %2 weiteren ließen sich nicht "
+                                        "mehr lesen. Einzelheiten stehen in „Kasten.pzb.Reparatur.txt“.")
+                             .arg(QLocale(QLocale::German).toString(store.Karten().RecordCount()))
+                             .arg(2000 - store.Karten().RecordCount()),
+                         QStringLiteral("Datei wurde repariert")}));
         QVERIFY(store.IsOpen());
         QVERIFY(store.Karten().RecordCount() > 1500);
     }

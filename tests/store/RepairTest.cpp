@@ -3,6 +3,7 @@
 #include "Repair.h"
 
 #include "DamageLab.h"
+#include "RepairReport.h"
 #include "StoreTestSupport.h"
 
 #include <QRegularExpression>
@@ -394,6 +395,51 @@ private slots:
             "FrageNr");
         QCOMPARE(RepairDatabase(Path()).cards, 100);
         QCOMPARE(Cards()[42].Antwort_1_Klartext, QStringLiteral("Antwort 42"));
+    }
+
+    // Then the one table is read through the engine, which knows the row by its place only.
+    void CardWithoutNumberInATableLaidOutOtherwiseGetsOne()
+    {
+        MakeCardFile(Path(), SomeCards(10));
+        Sql("ALTER TABLE Lernkarten ADD COLUMN Zusatz TEXT; UPDATE Lernkarten SET Zusatz='x';"
+            "UPDATE Lernkarten SET FrageNr=NULL WHERE FrageNr=4");
+        QCOMPARE(RepairDatabase(Path()).cards, 10);
+        QCOMPARE(Cards()[11].Frage, QStringLiteral("Frage 4"));
+    }
+
+    // As a write that went astray leaves it: the index still knows all, the tree leads to one leaf.
+    void RootsOverwrittenByTheirLeavesCostNothing()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        QByteArray bytes = ReadFile(Path());
+        const auto put = [&](int root, char kind) {
+            for (qint64 page = 5 * 4096; page < bytes.size(); page += 4096)
+                if (bytes[page] == kind) {
+                    bytes.replace((root - 1) * 4096, 4096, bytes.mid(page, 4096));
+                    return;
+                }
+        };
+        put(2, '\x0d');
+        put(3, '\x0a');
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 2000);
+        QCOMPARE(result.summary, QString());
+    }
+
+    void SummaryNamesWhatIsLostAndIncomplete()
+    {
+        QCOMPARE(LossText(5, QStringLiteral("gerettet"), {}), QString());
+        QCOMPARE(LossText(8, QStringLiteral("gerettet"), {.lost = 1992}),
+                 QStringLiteral(
+                     "8 Karten wurden gerettet; Spuren von 1.992 weiteren ließen sich nicht mehr lesen."));
+        QCOMPARE(LossText(1, QStringLiteral("gerettet"), {.lost = 1, .incomplete = 1, .uncertain = 1}),
+                 QStringLiteral(
+                     "1 Karte wurde gerettet; Spuren von 1 weiteren Karte ließen sich nicht mehr lesen; "
+                     "1 davon ist lückenhaft; 1 davon ist ungewiss."));
+        QCOMPARE(
+            LossText(1000, QStringLiteral("gerettet"), {.incomplete = 2, .uncertain = 3}),
+            QStringLiteral("1.000 Karten wurden gerettet; 2 davon sind lückenhaft; 3 davon sind ungewiss."));
     }
 
     void TextsInUtf16AreRead_data()

@@ -42,10 +42,14 @@ struct CardCell
     bool overwritten = false; // another card begins where this one should go on
     bool inside = false;      // begins inside a card that a pointer leads to
     bool pointed = true; // the page's own pointers lead to it, false where it was found by searching the page
-    bool reached = false;   // the table's tree leads to the page
-    bool confirmed = false; // the index on FrageNr knows this number and row
-    bool placed = false;    // the index "BoxKey" knows this place and row
-    bool whole = false;     // all parts of the record are there
+    bool reached = false;         // the table's tree leads to it
+    bool free = false;            // its page is on the free list
+    bool confirmed = false;       // the index on FrageNr knows this number and row
+    bool placed = false;          // the index "BoxKey" knows this place and row
+    bool whole = false;           // all parts of the record are there
+    bool uncertain = false;       // nothing tells whether it was deleted
+    bool disputed = false;        // nothing tells whether another state of it that is there is the newer one
+    std::uint32_t pageFaults = 0; // cards of its page that the indexes contradict
 };
 
 // The card whose cell begins at `offset`; nothing where there is none.

@@ -141,7 +141,8 @@ void KeyGiver::GivePlaces()
         if (isNew)
             return;
         // plans_ runs by number, so the owner's number is the lower one
-        const bool takesOver = plan.cell.placed && !owner->second->cell.placed;
+        const auto rank = [](const CardCell &cell) { return std::tuple(cell.placed, !cell.uncertain); };
+        const bool takesOver = rank(plan.cell) > rank(owner->second->cell);
         toBack.push_back(takesOver ? std::exchange(owner->second, &plan) : &plan);
     };
     for (CardPlan &plan : plans_) {

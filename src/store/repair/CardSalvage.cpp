@@ -18,17 +18,17 @@ CardSalvage::CardSalvage(const CardSurvey &survey, EngineReader &engine)
     : survey_(survey), engine_(engine), encoding_(FindEncoding(survey))
 {
     std::vector<CardPlan> candidates;
-    std::unordered_set<std::int64_t> rows;
     std::unordered_set<int> numbers;
     for (const CardCell &cell : survey.Cards()) {
         candidates.push_back({cell, 0, 0, 0, {}});
-        rows.insert(cell.rowid);
         if (const auto number = Whole16(cell.number))
             numbers.insert(*number);
     }
-    for (const CardCell &cell : engine.Cards())
-        if (!rows.contains(cell.rowid) && numbers.insert(*Whole16(cell.number)).second)
+    for (const CardCell &cell : engine.Cards()) {
+        const auto number = Whole16(cell.number);
+        if (!survey.HasSeen(cell.rowid) && (!number || numbers.insert(*number).second))
             candidates.push_back({cell, 0, 0, 0, {}});
+    }
     plans_ = GiveKeys(std::move(candidates), *this);
 }
 
@@ -40,27 +40,32 @@ int CardSalvage::WholeCards() const
 
 std::optional<int> CardSalvage::NumberOf(const CardCell &cell) const
 {
-    const auto &known = survey_.Trees().Numbers();
+    const auto &known = survey_.Indexes().Numbers();
     const auto entry = known.find(cell.rowid);
     return entry == known.end() ? std::nullopt : Whole16(entry->second);
 }
 
 std::optional<CardWitness::Place> CardSalvage::PlaceOf(const CardCell &cell) const
 {
-    const auto &known = survey_.Trees().Places();
-    const auto entry = known.find(cell.rowid);
-    if (entry == known.end())
+    const auto known = survey_.Indexes().PlaceOf(cell.rowid);
+    if (!known)
         return std::nullopt;
-    const auto compartment = WholeCompartment(entry->second.compartment);
-    const auto place = Whole16(entry->second.place);
+    const auto compartment = WholeCompartment(known->compartment);
+    const auto place = Whole16(known->place);
     return compartment && place ? std::optional(Place{*compartment, *place}) : std::nullopt;
 }
 
 void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
 {
-    const auto byRank = [](const CardPlan &one, const CardPlan &other) {
-        const auto rank = [](const CardCell &cell) {
-            return std::tuple(cell.whole, cell.reached, cell.placed, cell.pointed, cell.page, cell.offset);
+    // Without the engine's leave a page of an older state may stand for a newer one: then what the index
+    // "BoxKey" says of the card and of its page tells more than the tree.
+    const auto key = [this](const CardCell &cell) {
+        return std::tuple(cell.pointed, !cell.free, cell.reached && survey_.TreeComplete(), cell.placed,
+                          -static_cast<std::int64_t>(cell.pageFaults));
+    };
+    const auto byRank = [&](const CardPlan &one, const CardPlan &other) {
+        const auto rank = [&](const CardCell &cell) {
+            return std::tuple(cell.whole, key(cell), cell.page, cell.offset);
         };
         return one.cell.rowid != other.cell.rowid ? one.cell.rowid < other.cell.rowid
                                                   : rank(one.cell) > rank(other.cell);
@@ -80,6 +85,15 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
         return std::tie(std::get<0>(one), std::get<1>(one), std::get<2>(one)) <
                std::tie(std::get<0>(other), std::get<1>(other), std::get<2>(other));
     });
+    std::size_t best = 0;
+    for (std::size_t i = 1; i < judged.size(); ++i) {
+        CardCell &first = std::get<3>(judged[best]).cell;
+        const CardCell &rival = std::get<3>(judged[i]).cell;
+        if (first.rowid != rival.rowid)
+            best = i;
+        else if (rival.whole && !rival.free && survey_.MayBeInUse(rival) && !SameRecord(first, rival))
+            first.disputed = true;
+    }
     plans.clear();
     for (auto &entry : judged)
         plans.push_back(std::move(std::get<3>(entry)));
@@ -88,6 +102,11 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
 std::optional<SalvagedCard> CardSalvage::ReadValues(const CardCell &cell) const
 {
     return cell.page == 0 ? engine_.Read(cell.rowid) : DecodeCard(survey_.Read(cell), encoding_);
+}
+
+bool CardSalvage::SameRecord(const CardCell &one, const CardCell &other) const
+{
+    return one.page != 0 && other.page != 0 && survey_.Read(one).bytes == survey_.Read(other).bytes;
 }
 
 bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
@@ -113,6 +132,12 @@ std::optional<SalvagedCard> CardSalvage::Read(const CardPlan &plan) const
         return std::nullopt;
     ApplyKeys(*card, plan);
     CheckContent(*card);
+    if (plan.cell.disputed)
+        card->remarks.push_back(
+            {Remark::Kind::Uncertain,
+             QStringLiteral("stand in zwei Fassungen in der Datei, dies ist vielleicht die ältere")});
+    if (plan.cell.uncertain)
+        card->remarks.push_back({Remark::Kind::Uncertain, QStringLiteral("war vielleicht schon gelöscht")});
     return card;
 }
 
@@ -122,8 +147,9 @@ std::vector<int> CardSalvage::MissingNumbers() const
     for (const CardPlan &plan : plans_)
         saved.insert(plan.cell.rowid);
     std::set<int> missing;
-    for (const auto &[row, number] : survey_.Trees().Numbers())
-        if (const auto whole = Whole16(number); whole && !saved.contains(row))
+    for (const auto &[row, number] : survey_.Indexes().Numbers())
+        if (const auto whole = Whole16(number);
+            whole && !saved.contains(row) && !survey_.IsDeleted(row, number))
             missing.insert(*whole);
     for (const CardPlan &plan : plans_)
         missing.erase(plan.number);

@@ -34,6 +34,7 @@ private:
     std::optional<Place> PlaceOf(const CardCell &cell) const override;
     void SortCopies(std::vector<CardPlan> &plans) const override;
     bool SameContent(const CardPlan &one, const CardPlan &other) const override;
+    bool SameRecord(const CardCell &one, const CardCell &other) const;
     std::optional<SalvagedCard> ReadValues(const CardCell &cell) const;
 
     const CardSurvey &survey_;

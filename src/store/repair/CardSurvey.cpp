@@ -16,21 +16,31 @@ constexpr std::size_t longestRecord = 64'000'000;
 
 } // namespace
 
-CardSurvey::CardSurvey(const PageReader &reader)
-    : reader_(reader), trees_(reader), claims_(reader.PageCount() + 1), claimedEnds_(reader.PageCount() + 1)
+CardSurvey::CardSurvey(const PageReader &reader, const Fortschritt &fortschritt)
+    : reader_(reader),
+      trees_(reader),
+      indexes_(reader, trees_),
+      claims_(reader.PageCount() + 1),
+      claimedEnds_(reader.PageCount() + 1),
+      claimedBySure_(reader.PageCount() + 1)
 {
-    std::vector<CardCell> inLeaves, elsewhere;
     for (const bool leaves : {true, false}) {
-        std::vector<CardCell> &found = leaves ? inLeaves : elsewhere;
-        for (std::uint32_t number = 1; number <= reader_.PageCount() && found.size() < mostCards; ++number) {
+        std::vector<CardCell> found;
+        for (std::uint32_t number = reader.NextPage(0); number != 0 && found.size() < mostCards;
+             number = reader.NextPage(number)) {
+            Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader.PageCount()));
             const bool isLeaf = trees_.Kind(number) == PageKind::TableLeaf;
             if (isLeaf != leaves || trees_.InOther(number) || (!isLeaf && trees_.IsSound(number)))
                 continue;
             const std::vector<CardCell> cards = FindIn(number);
+            for (const CardCell &card : cards)
+                rowsSeen_.insert(card.rowid);
             found.insert(found.end(), cards.begin(), cards.end());
+            if (isLeaf && trees_.IsSound(number) && !cards.empty())
+                AddRowGaps(number);
         }
         if (leaves)
-            othersAreStale_ = IndexProves(found) || TableProves(found);
+            LookAtLeaves(found);
         Take(found);
     }
 }
@@ -56,62 +66,122 @@ std::vector<CardCell> CardSurvey::FindIn(std::uint32_t number) const
 
 void CardSurvey::CompareWithIndexes(CardCell &card) const
 {
-    const auto number = trees_.Numbers().find(card.rowid);
-    const auto place = trees_.Places().find(card.rowid);
-    card.reached = trees_.InTable(card.page);
-    card.confirmed = number != trees_.Numbers().end() && number->second == card.number;
-    card.placed = place != trees_.Places().end() && place->second.compartment == card.compartment &&
-                  place->second.place == card.place;
+    const auto number = indexes_.Numbers().find(card.rowid);
+    card.reached = card.pointed && trees_.InTable(card.page, card.rowid);
+    card.confirmed = number != indexes_.Numbers().end() && number->second == card.number;
+    card.free = treeComplete_ && trees_.IsFree(card.page);
+    card.placed = indexes_.KnowsPlace(card.rowid, {card.compartment, card.place});
 }
 
-bool CardSurvey::IndexProves(const std::vector<CardCell> &found) const
+void CardSurvey::AddRowGaps(std::uint32_t number)
 {
-    return trees_.NumbersWhole() && std::all_of(found.begin(), found.end(), [](const CardCell &card) {
-               return !card.reached || !card.pointed || card.confirmed;
-           });
+    std::vector<std::uint8_t> buffer;
+    const Bytes page = reader_.Read(number, buffer);
+    std::vector<double> rows;
+    for (const std::uint32_t offset : BTreePage(page, number, reader_.Geometry()).CellOffsets()) {
+        const auto cell = ReadLeafCell(page, reader_.Geometry().usable, offset);
+        if (!cell || !LooksLikeCard(page.subspan(cell->local, cell->localSize), cell->payload))
+            return;
+        rows.push_back(static_cast<double>(cell->rowid));
+    }
+    rowGaps_.AddPage(rows);
 }
 
-bool CardSurvey::TableProves(const std::vector<CardCell> &found) const
+// What all cards together tell of the trees.
+void CardSurvey::LookAtLeaves(std::vector<CardCell> &found)
 {
-    if (!trees_.TableWhole())
-        return false;
-    std::unordered_set<std::int64_t> rows;
-    for (const CardCell &card : found)
+    rowGaps_.Finish();
+    std::unordered_set<std::int64_t> reached;
+    indexComplete_ = trees_.NumbersWhole();
+    for (const CardCell &card : found) {
         if (card.reached)
-            rows.insert(card.rowid);
-    return std::all_of(trees_.Numbers().begin(), trees_.Numbers().end(),
-                       [&](const auto &entry) { return rows.contains(entry.first); });
+            reached.insert(card.rowid);
+        if (card.confirmed)
+            confirmedNumbers_.insert(card.number);
+        if (card.pointed && trees_.IsSound(card.page) && (card.reached || trees_.IsWiped()))
+            indexComplete_ = indexComplete_ && card.confirmed;
+    }
+    treeComplete_ = !trees_.HasGrown();
+    for (const CardCell &card : found)
+        if (card.pointed && trees_.IsSound(card.page) && !card.reached &&
+            (trees_.InTable(card.page) || (card.confirmed && !card.free && !reached.contains(card.rowid) &&
+                                           trees_.IsSound(trees_.LeafOf(card.rowid)))))
+            treeComplete_ = false;
+    std::unordered_map<std::uint32_t, std::uint32_t> faults;
+    for (CardCell &card : found) {
+        card.free = card.free && treeComplete_;
+        if (card.pointed && (!card.placed || IsStale(card)))
+            ++faults[card.page];
+    }
+    for (CardCell &card : found)
+        if (const auto count = faults.find(card.page); count != faults.end())
+            card.pageFaults = count->second;
 }
 
-bool CardSurvey::MayVisit(std::uint32_t page) const
+bool CardSurvey::IsDeleted(std::int64_t row, double number) const
 {
-    // A sound leaf page is no part of a text, whatever a damaged chain says.
-    return !(trees_.IsSound(page) && trees_.Kind(page) == PageKind::TableLeaf) && claims_[page] < mostClaims;
+    return rowGaps_.Contains(static_cast<double>(row)) || indexes_.DeniesNumber(number);
+}
+
+bool CardSurvey::IsStale(const CardCell &card) const
+{
+    const auto entry = indexes_.Numbers().find(card.rowid);
+    if (!card.confirmed && entry != indexes_.Numbers().end())
+        return false; // its number is damaged, or the index's
+    // Numbers are given in ascending order: a page that lacks one between two others is newer than one that
+    // has it.
+    if (indexes_.DeniesNumber(card.number))
+        return true;
+    if (card.confirmed)
+        return false;
+    if (!card.pointed && indexComplete_)
+        return true;
+    return !card.reached && (rowGaps_.Contains(static_cast<double>(card.rowid)) ||
+                             confirmedNumbers_.contains(card.number) || card.free);
+}
+
+bool CardSurvey::IsUncertain(const CardCell &card) const
+{
+    if (indexes_.Numbers().contains(card.rowid))
+        return false;
+    // Where all is wiped that is deleted, a page still leads to what counts.
+    return indexes_.Covers(card.number) || (trees_.IsWiped() ? !card.pointed : !card.reached);
+}
+
+bool CardSurvey::MayVisit(std::uint32_t page, bool sure) const
+{
+    // A sound leaf page is no part of a text, whatever a damaged chain says, and a page that a card which the
+    // index knows has in use is no part of one that may be of an older state.
+    return !(trees_.IsSound(page) && trees_.Kind(page) == PageKind::TableLeaf) &&
+           claims_[page] < mostClaims && (sure || !claimedBySure_[page]);
 }
 
 void CardSurvey::Take(const std::vector<CardCell> &found)
 {
+    const auto isSure = [](const CardCell &card) { return card.confirmed && card.pointed; };
+    for (const bool sure : {true, false})
+        for (const CardCell &card : found)
+            if (isSure(card) == sure && !IsStale(card))
+                TakeOne(card, sure);
+}
+
+void CardSurvey::TakeOne(CardCell card, bool sure)
+{
     std::vector<std::uint8_t> buffer;
-    std::uint32_t inBuffer = 0;
-    for (CardCell card : found) {
-        const bool stale = othersAreStale_ || trees_.IsFree(card.page);
-        if (!card.confirmed && !(card.reached && card.pointed) && stale)
-            continue;
-        if (inBuffer != card.page)
-            reader_.Read(card.page, buffer);
-        inBuffer = card.page;
-        const auto cell = ReadLeafCell(buffer, reader_.Geometry().usable, card.offset);
-        card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
-                     WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
-                         if (!MayVisit(page))
-                             return false;
-                         ++claims_[page];
-                         claimedEnds_[page] =
-                             std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));
-                         return true;
-                     });
-        cards_.push_back(card);
-    }
+    reader_.Read(card.page, buffer);
+    const auto cell = ReadLeafCell(buffer, reader_.Geometry().usable, card.offset);
+    card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
+                 WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
+                     if (!MayVisit(page, sure))
+                         return false;
+                     ++claims_[page];
+                     claimedBySure_[page] = claimedBySure_[page] || sure;
+                     claimedEnds_[page] =
+                         std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));
+                     return true;
+                 });
+    card.uncertain = IsUncertain(card);
+    cards_.push_back(card);
 }
 
 CardBytes CardSurvey::Read(const CardCell &card) const

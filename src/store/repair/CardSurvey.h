@@ -3,8 +3,12 @@
 #pragma once
 
 #include "CardCells.h"
+#include "Fortschritt.h"
+#include "IndexEntries.h"
+#include "KeyGaps.h"
 #include "PageTrees.h"
 
+#include <unordered_set>
 #include <vector>
 
 // The record of a card, as far as its bytes are still there.
@@ -17,17 +21,32 @@ struct CardBytes
 // All cards whose bytes are still in a damaged database file, without those that the file itself shows to be
 // deleted.
 //
-// A card counts when the table's tree leads to it or the index knows it. Any other card found in the pages
-// counts unless its page is free or what is left of tree and index proves it stale: one of them is whole and
-// the other one, as far as it reaches, agrees with it.
+// Every card that is found counts unless something proves it deleted, and a tree or an index proves nothing
+// by what it lacks as a whole: its root may be of an older state, or a leaf. The proofs are two neighbours in
+// the index or the table between which the card would stand, another card that the index knows under its
+// number, and, where what is deleted is not wiped, a place on the free list or in what a page does not use.
 class CardSurvey
 {
 public:
-    explicit CardSurvey(const PageReader &reader);
+    // Throws what `fortschritt` throws.
+    explicit CardSurvey(const PageReader &reader, const Fortschritt &fortschritt = {});
 
     const std::vector<CardCell> &Cards() const { return cards_; }
 
-    const PageTrees &Trees() const { return trees_; }
+    const IndexEntries &Indexes() const { return indexes_; }
+
+    // Was the card with this row deleted, as its neighbours in the table or in the index show?
+    bool IsDeleted(std::int64_t row, double number) const;
+
+    // Was a card of this row found, be it one that counts or not?
+    bool HasSeen(std::int64_t row) const { return rowsSeen_.contains(row); }
+
+    // Does the card's page lead to it, as far as the page's own damage lets one tell?
+    bool MayBeInUse(const CardCell &card) const { return card.pointed || !trees_.IsSound(card.page); }
+
+    // Does the table's tree lead to every row that is found in a page without a fault? Else pages of an older
+    // state are among those that it leads to, and having been reached tells nothing of a card's age.
+    bool TreeComplete() const { return treeComplete_; }
 
     // Reads a found card; the bytes end where its chain of pages breaks.
     CardBytes Read(const CardCell &card) const;
@@ -35,16 +54,25 @@ public:
 private:
     std::vector<CardCell> FindIn(std::uint32_t page) const;
     void CompareWithIndexes(CardCell &card) const;
-    bool IndexProves(const std::vector<CardCell> &found) const;
-    bool TableProves(const std::vector<CardCell> &found) const;
+    void AddRowGaps(std::uint32_t page);
+    void LookAtLeaves(std::vector<CardCell> &found);
+    bool IsStale(const CardCell &card) const;
+    bool IsUncertain(const CardCell &card) const;
     void Take(const std::vector<CardCell> &found);
-    bool MayVisit(std::uint32_t page) const;
+    void TakeOne(CardCell card, bool sure);
+    bool MayVisit(std::uint32_t page, bool sure) const;
 
     const PageReader &reader_;
     PageTrees trees_;
+    IndexEntries indexes_;
     std::vector<CardCell> cards_;
-    bool othersAreStale_ = false;
-    // By page: how many cards say that a part of them is there, and where the longest of these parts ends.
+    KeyGaps rowGaps_;
+    std::unordered_set<std::int64_t> rowsSeen_;
+    std::unordered_set<double> confirmedNumbers_;
+    bool indexComplete_ = false, treeComplete_ = true;
+    // By page: how many cards say that a part of them is there, where the longest of these parts ends, and
+    // whether one of them is a card that the index knows.
     std::vector<std::uint8_t> claims_;
     std::vector<std::uint32_t> claimedEnds_;
+    std::vector<bool> claimedBySure_;
 };

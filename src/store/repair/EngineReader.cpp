@@ -53,12 +53,17 @@ SalvagedCard::Value ValueOf(const SQLite::Column &column, bool isText)
 
 } // namespace
 
-EngineReader::EngineReader(const QString &path)
+EngineReader::EngineReader(const QString &path, Access access)
 {
     UseOpenFileLocks();
     try {
-        database_ =
-            std::make_unique<SQLite::Database>(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
+        const QByteArray name = QFile::encodeName(path);
+        if (access == Access::ReadOnly) // "immutable": neither locks nor journals are looked at
+            database_ = std::make_unique<SQLite::Database>(
+                ("file:" + name.toPercentEncoding("/") + "?mode=ro&immutable=1").toStdString(),
+                SQLite::OPEN_READONLY | SQLite::OPEN_URI);
+        else
+            database_ = std::make_unique<SQLite::Database>(name.constData(), SQLite::OPEN_READWRITE);
         sqlite3 *handle = database_->getHandle();
         sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -112,8 +117,6 @@ void EngineReader::ReadRows(const char *order)
             for (int i = 0; i < 3; ++i)
                 if (const auto column = rows.getColumn(i + 1); column.isInteger() || column.isFloat())
                     *keys[i] = column.getDouble();
-            if (!Whole16(card.number) || !Whole16(card.compartment))
-                continue;
             card.whole = card.reached = true;
             if (!known.insert(card.rowid).second)
                 return; // met what came from the other side, or the damaged tree leads in circles

@@ -18,11 +18,16 @@
 class EngineReader
 {
 public:
-    // Works on a copy: what the engine holds for an unfinished transaction is rolled back in the file at
-    // `path`. Never throws; a file that the engine refuses has no cards.
-    explicit EngineReader(const QString &path);
+    enum class Access
+    {
+        ReadWrite, // what the engine holds for an unfinished transaction is rolled back in the file
+        ReadOnly   // the file alone is read, whatever stands beside it
+    };
 
-    // Rows that have a usable key, `page` 0.
+    // Never throws; a file that the engine refuses has no cards.
+    explicit EngineReader(const QString &path, Access access = Access::ReadWrite);
+
+    // `page` 0.
     const std::vector<CardCell> &Cards() const { return cards_; }
 
     std::optional<SalvagedCard> Read(std::int64_t rowid);

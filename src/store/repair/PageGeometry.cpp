@@ -57,7 +57,14 @@ PageGeometry FindGeometry(int file, std::int64_t size)
             guesses.push_back({{pageSize, pageSize - reserved}});
         guesses.push_back({{pageSize, pageSize}});
     }
+    const std::vector<DataPart> parts = DataParts(file, size);
+    auto part = parts.begin();
     for (std::int64_t at = 0; at < size; at += MaxPageSize) {
+        while (part != parts.end() && part->to <= at)
+            ++part;
+        if (part == parts.end())
+            break;
+        at = std::max(at, part->from / MaxPageSize * MaxPageSize);
         ReadTolerant(file, at, block.data(), block.size());
         for (Guess &guess : guesses) {
             const std::uint32_t pageSize = guess.geometry.pageSize;

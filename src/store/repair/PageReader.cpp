@@ -8,6 +8,13 @@
 #include <cmath>
 #include <unistd.h>
 
+namespace {
+
+// Something is kept of every page. No box needs more: with the smallest pages this is four gigabytes.
+constexpr std::int64_t mostPages = 8'000'000;
+
+} // namespace
+
 std::uint32_t Big16(Bytes bytes, std::size_t at)
 {
     return static_cast<std::uint32_t>(bytes[at]) << 8 | bytes[at + 1];
@@ -100,12 +107,41 @@ std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, st
     return done;
 }
 
-PageReader::PageReader(int file, std::int64_t size, PageGeometry geometry)
-    : file_(file), size_(size), geometry_(geometry)
+std::vector<DataPart> DataParts(int file, std::int64_t size)
 {
-    constexpr std::int64_t mostPages = 0xFFFFFFFE;
+    std::vector<DataPart> parts;
+    for (std::int64_t at = 0; at < size;) {
+        const std::int64_t from = lseek(file, at, SEEK_DATA);
+        if (from < 0 && errno == ENXIO) // only a hole is left
+            break;
+        const std::int64_t to = from < 0 ? -1 : lseek(file, from, SEEK_HOLE);
+        if (to <= from)
+            return {{0, size}};
+        if (from < size)
+            parts.push_back({from, std::min(to, size)});
+        at = to;
+    }
+    return parts;
+}
+
+PageReader::PageReader(int file, std::int64_t size, PageGeometry geometry)
+    : file_(file), size_(size), geometry_(geometry), parts_(DataParts(file, size))
+{
+    const std::int64_t end = parts_.empty() ? 0 : parts_.back().to;
     pageCount_ =
-        static_cast<std::uint32_t>(std::min((size + geometry.pageSize - 1) / geometry.pageSize, mostPages));
+        static_cast<std::uint32_t>(std::min((end + geometry.pageSize - 1) / geometry.pageSize, mostPages));
+}
+
+std::uint32_t PageReader::NextPage(std::uint32_t number) const
+{
+    const std::int64_t at = static_cast<std::int64_t>(number) * geometry_.pageSize;
+    const auto part =
+        std::upper_bound(parts_.begin(), parts_.end(), at,
+                         [](std::int64_t from, const DataPart &data) { return from < data.to; });
+    if (part == parts_.end())
+        return 0;
+    const std::int64_t next = std::max(at, part->from) / geometry_.pageSize + 1;
+    return next <= pageCount_ ? static_cast<std::uint32_t>(next) : 0;
 }
 
 std::uint32_t PageReader::Present(std::uint32_t number) const
@@ -170,15 +206,6 @@ BTreePage::BTreePage(Bytes bytes, std::uint32_t number, const PageGeometry &geom
         break;
     }
     cellCount_ = Big16(bytes_, header_ + 3);
-}
-
-std::uint32_t BTreePage::ContentStart() const
-{
-    std::uint32_t start = Big16(bytes_, header_ + 5);
-    if (start == 0 && usable_ == MaxPageSize)
-        start = MaxPageSize;
-    const std::uint32_t pointersEnd = PointersStart() + 2 * cellCount_;
-    return start < pointersEnd || start > usable_ ? std::min(pointersEnd, usable_) : start;
 }
 
 std::vector<std::uint32_t> BTreePage::CellOffsets() const
@@ -271,6 +298,37 @@ std::vector<std::uint32_t> BTreePage::Children() const
             children.push_back(Big32(bytes_, offset));
     children.push_back(Big32(bytes_, header_ + 8));
     return children;
+}
+
+std::vector<std::int64_t> BTreePage::Dividers() const
+{
+    std::vector<std::int64_t> dividers;
+    if (kind_ != PageKind::TableInterior)
+        return dividers;
+    for (const std::uint32_t offset : CellOffsets()) {
+        std::uint64_t row = 0;
+        if (offset + 4 > usable_ || ReadVarint(bytes_, offset + 4, row) == 0)
+            return {};
+        dividers.push_back(static_cast<std::int64_t>(row));
+    }
+    return dividers;
+}
+
+FreeSpace BTreePage::FreeBlocks() const
+{
+    constexpr std::uint32_t head = 4, enough = 32;
+    FreeSpace found = FreeSpace::Unknown;
+    for (std::uint32_t block = Big16(bytes_, header_ + 1); block != 0; block = Big16(bytes_, block)) {
+        const std::uint32_t size = Big16(bytes_, block + 2);
+        if (size < head + enough)
+            continue;
+        const Bytes content = bytes_.subspan(block + head, size - head);
+        const auto zeros = std::count(content.begin(), content.end(), std::uint8_t{0});
+        if (static_cast<std::size_t>(zeros) * 2 < content.size())
+            return FreeSpace::Left;
+        found = FreeSpace::Wiped;
+    }
+    return found;
 }
 
 Bytes BTreePage::IndexRecord(std::uint32_t at) const

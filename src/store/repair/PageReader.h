@@ -39,6 +39,16 @@ struct PageGeometry
     std::uint32_t usable = 4096; // page size without the reserved bytes at its end
 };
 
+// A part of a file that the disk keeps; between the parts are holes, which read as zeros. In bytes.
+struct DataPart
+{
+    std::int64_t from = 0;
+    std::int64_t to = 0;
+};
+
+// In ascending order. The whole file is one where the file system does not tell.
+std::vector<DataPart> DataParts(int file, std::int64_t size);
+
 // Reads whole pages of an open file, whatever its state.
 class PageReader
 {
@@ -57,6 +67,9 @@ public:
     // Bytes of the page that the file has; less than a page only at the end of a file that was cut.
     std::uint32_t Present(std::uint32_t number) const;
 
+    // The next page after `number` that is not wholly a hole of the file; 0 behind the last one.
+    std::uint32_t NextPage(std::uint32_t number) const;
+
     // Can `number` be a page other than the first?
     bool IsInner(std::uint32_t number) const { return number > 1 && number <= pageCount_; }
 
@@ -65,6 +78,7 @@ private:
     std::int64_t size_;
     PageGeometry geometry_;
     std::uint32_t pageCount_;
+    std::vector<DataPart> parts_;
 };
 
 // Reads up to `wanted` bytes at `offset`; blocks that the disk does not give become zeros. Returns the bytes
@@ -94,6 +108,14 @@ enum class PageKind : std::uint8_t
     TableLeaf = 13
 };
 
+// What the free blocks of a page hold.
+enum class FreeSpace : std::uint8_t
+{
+    Unknown, // none is large enough to tell
+    Wiped,
+    Left // what was deleted lies there still
+};
+
 // A b-tree page seen through its header.
 class BTreePage
 {
@@ -109,10 +131,6 @@ public:
     // out.
     std::vector<std::uint32_t> CellOffsets() const;
 
-    std::uint32_t CellCount() const { return cellCount_; }
-
-    // Where the cells' area begins; the end of the pointers where the header says nothing sensible.
-    std::uint32_t ContentStart() const;
     // Length of the cell at `at`, 0 where there can be none.
     std::uint32_t CellSize(std::uint32_t at) const;
     // Does every byte of the cells' area belong to one cell, free block or fragment, as in a page that is
@@ -120,6 +138,10 @@ public:
     bool IsSound() const;
     // Pages that an interior page points to.
     std::vector<std::uint32_t> Children() const;
+    // The highest row below each child of a page of a table but the last; empty where one cannot be read.
+    std::vector<std::int64_t> Dividers() const;
+    // Of a sound page.
+    FreeSpace FreeBlocks() const;
     // The record of an index cell, empty where it is not wholly in the page.
     Bytes IndexRecord(std::uint32_t at) const;
 

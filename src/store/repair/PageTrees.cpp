@@ -5,13 +5,10 @@
 #include <QByteArray>
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace {
-
-// More index entries than a card file can have; what stands beyond is left out, so that memory stays bounded.
-constexpr std::size_t mostEntries = 500'000;
 
 struct RecordValue
 {
@@ -42,27 +39,6 @@ std::vector<RecordValue> FirstValues(Bytes record, std::size_t count)
     return values.size() == count ? values : std::vector<RecordValue>();
 }
 
-// The numbers that make up a whole index record; empty where it holds anything else.
-std::vector<double> IndexNumbers(Bytes record)
-{
-    std::vector<double> numbers;
-    std::uint64_t head = 0;
-    std::uint32_t at = ReadVarint(record, 0, head);
-    if (at == 0 || head > record.size() || head > 4)
-        return {};
-    auto offset = static_cast<std::size_t>(head);
-    while (at < head) {
-        std::uint64_t type = 0;
-        at += std::max(1U, ReadVarint(record, at, type));
-        const auto number = RecordNumber(type, record.subspan(std::min(offset, record.size())));
-        if (!number)
-            return {};
-        numbers.push_back(*number);
-        offset += static_cast<std::size_t>(SerialSize(type));
-    }
-    return offset == record.size() ? numbers : std::vector<double>();
-}
-
 bool IsNamed(const RecordValue &value, const char *name)
 {
     return value.bytes.size() == std::strlen(name) &&
@@ -76,7 +52,7 @@ PageTrees::PageTrees(const PageReader &reader)
       kinds_(reader.PageCount() + 1, PageKind::Other),
       owner_(reader.PageCount() + 1, Owner::None),
       sound_(reader.PageCount() + 1),
-      wiped_(reader.PageCount() + 1),
+      empty_(reader.PageCount() + 1, true),
       free_(reader.PageCount() + 1)
 {
     ClassifyPages();
@@ -84,34 +60,66 @@ PageTrees::PageTrees(const PageReader &reader)
     const std::vector<SchemaRow> rows = ReadSchema();
     bool tableFound = false;
     for (const SchemaRow &row : rows) {
-        if (row.owner == Owner::Table) {
-            tableWhole_ = WalkTree(row.root, Owner::Table, PageKind::TableLeaf);
-            tableFound = tableWhole_ || kinds_[row.root] == PageKind::TableInterior;
-        } else if (row.owner == Owner::NumberIndex) {
-            numbersWhole_ = WalkTree(row.root, Owner::NumberIndex, PageKind::IndexLeaf);
-        } else if (row.owner == Owner::PlaceIndex) {
-            placesWhole_ = WalkTree(row.root, Owner::PlaceIndex, PageKind::IndexLeaf);
-        }
+        if (row.object == Object::CardTable)
+            tableFound = WalkTree(row.root, Owner::Table, PageKind::TableLeaf) ||
+                         kinds_[row.root] == PageKind::TableInterior;
+        else if (row.object == Object::NumberIndex)
+            numbersWhole_ = WalkTree(row.root, Owner::Index, PageKind::IndexLeaf);
+        else if (row.object == Object::PlaceIndex)
+            WalkTree(row.root, Owner::Index, PageKind::IndexLeaf);
     }
     // What other tables own is believed only beside a table of cards: a damaged name must not hide the cards.
     for (const SchemaRow &row : rows)
-        if (row.owner == Owner::Other && tableFound)
-            WalkTree(row.root, Owner::Other, row.isTable ? PageKind::TableLeaf : PageKind::IndexLeaf);
-    ReadIndexes();
+        if (tableFound && (row.object == Object::OtherTable || row.object == Object::OtherIndex))
+            WalkTree(row.root, Owner::Other,
+                     row.object == Object::OtherTable ? PageKind::TableLeaf : PageKind::IndexLeaf);
+}
+
+bool PageTrees::InTable(std::uint32_t page, std::int64_t row) const
+{
+    const auto rows = rows_.find(page);
+    return rows != rows_.end() && row > rows->second.above && row <= rows->second.upTo;
+}
+
+std::uint32_t PageTrees::LeafOf(std::int64_t row) const
+{
+    const auto leaf = leavesByRow_.lower_bound(row);
+    return leaf != leavesByRow_.end() && InTable(leaf->second, row) ? leaf->second : 0;
 }
 
 void PageTrees::ClassifyPages()
 {
+    constexpr std::uint32_t ourMark = 0x5061756b; // in the header
+    constexpr std::uint32_t markPlace = 68;
     std::vector<std::uint8_t> buffer;
-    for (std::uint32_t number = 1; number <= reader_.PageCount(); ++number) {
+    bool ours = false;
+    std::uint32_t left = 0, wiped = 0;
+    for (std::uint32_t number = reader_.NextPage(0); number != 0; number = reader_.NextPage(number)) {
         const Bytes bytes = reader_.Read(number, buffer);
         const BTreePage page(bytes, number, reader_.Geometry());
         kinds_[number] = page.Kind();
-        wiped_[number] = AllZero(bytes);
+        empty_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
+        ours = ours || (number == 1 && Big32(bytes, markPlace) == ourMark);
+        if (!sound_[number])
+            continue;
+        switch (page.FreeBlocks()) {
+        case FreeSpace::Unknown:
+            break;
+        case FreeSpace::Wiped:
+            ++wiped;
+            break;
+        case FreeSpace::Left:
+            ++left;
+            break;
+        }
     }
+    // A page that was written in parts may look like one of the other kind.
+    wipes_ = left * 4 <= wiped && (ours || wiped > 0);
 }
 
+// A list that does not hold exactly what the header says, or of a file with another number of pages, is out
+// of date or damaged, and tells nothing.
 void PageTrees::ReadFreeList()
 {
     if (reader_.PageCount() == 0)
@@ -120,24 +128,39 @@ void PageTrees::ReadFreeList()
     const Bytes header = reader_.Read(1, buffer);
     if (std::memcmp(header.data(), "SQLite format 3", 16) != 0)
         return;
-    std::uint32_t wiped = 0;
+    const std::uint32_t most = reader_.Geometry().usable / 4 - 2;
+    const std::uint32_t stated = Big32(header, 36);
+    const std::uint32_t pages = Big32(header, 28); // 0 where an old engine wrote last
+    hasGrown_ = pages != 0 && pages < reader_.PageCount();
+    std::uint32_t listed = 0, leaves = 0, withContent = 0;
+    bool sound = true;
     std::uint32_t trunk = Big32(header, 32);
-    while (reader_.IsInner(trunk) && !free_[trunk]) {
+    while (sound && trunk != 0) {
+        sound = reader_.IsInner(trunk) && !free_[trunk];
+        if (!sound)
+            break;
         free_[trunk] = true;
+        ++listed;
         const Bytes page = reader_.Read(trunk, buffer);
-        const std::uint32_t count = std::min(Big32(page, 4), reader_.Geometry().usable / 4 - 2);
-        for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t count = Big32(page, 4);
+        sound = count <= most;
+        for (std::uint32_t i = 0; sound && i < count; ++i) {
             const std::uint32_t leaf = Big32(page, 8 + std::size_t{4} * i);
-            if (!reader_.IsInner(leaf) || free_[leaf])
-                continue;
+            sound = reader_.IsInner(leaf) && !free_[leaf];
+            if (!sound)
+                break;
             free_[leaf] = true;
-            wiped += wiped_[leaf] ? 1 : 0;
+            ++listed;
+            ++leaves;
+            withContent += empty_[leaf] ? 0 : 1;
         }
         trunk = Big32(page, 0);
     }
-    // Where the engine wipes what it frees, a listed page with content is in use and the list is out of date.
-    // No page becomes all zeros otherwise.
-    if (wiped > 0)
+    sound = sound && listed == stated && (pages == 0 || pages == reader_.PageCount());
+    if (sound && withContent * 2 > leaves)
+        wipes_ = false;
+    // Where the engine wipes what it frees, a listed page with content is in use.
+    if (!sound || wipes_)
         free_.assign(free_.size(), false);
 }
 
@@ -172,27 +195,44 @@ std::vector<PageTrees::SchemaRow> PageTrees::ReadSchema() const
             if (root < 2 || root > reader_.PageCount())
                 continue;
             const bool isTable = IsNamed(values[0], "table");
-            Owner owner = Owner::Other;
+            Object object = isTable ? Object::OtherTable : Object::OtherIndex;
             if (isTable && IsNamed(values[1], "Lernkarten"))
-                owner = Owner::Table;
+                object = Object::CardTable;
             else if (!isTable && IsNamed(values[2], "Lernkarten") && IsNamed(values[1], "FrageNr"))
-                owner = Owner::NumberIndex;
+                object = Object::NumberIndex;
             else if (!isTable && IsNamed(values[2], "Lernkarten") && IsNamed(values[1], "BoxKey"))
-                owner = Owner::PlaceIndex;
-            rows.push_back({owner, static_cast<std::uint32_t>(root), isTable});
+                object = Object::PlaceIndex;
+            rows.push_back({object, static_cast<std::uint32_t>(root)});
         }
     }
     return rows;
 }
 
+void PageTrees::AddChildren(const BTreePage &page, RowRange rows, std::vector<Open> &open)
+{
+    const std::vector<std::uint32_t> children = page.Children();
+    const std::vector<std::int64_t> dividers = page.Dividers();
+    const bool dividersFit =
+        dividers.size() + 1 == children.size() && std::is_sorted(dividers.begin(), dividers.end());
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        RowRange part = rows;
+        if (dividersFit && i > 0)
+            part.above = std::max(rows.above, dividers[i - 1]);
+        if (dividersFit && i < dividers.size())
+            part.upTo = std::min(rows.upTo, dividers[i]);
+        open.push_back({children[i], part});
+    }
+}
+
 bool PageTrees::WalkTree(std::uint32_t root, Owner owner, PageKind leaf)
 {
+    using Rows = std::numeric_limits<std::int64_t>;
     const PageKind interior = leaf == PageKind::TableLeaf ? PageKind::TableInterior : PageKind::IndexInterior;
     bool whole = true;
-    std::vector<std::uint32_t> open{root};
+    std::vector<Open> open{{root, {Rows::min(), Rows::max()}}};
     std::vector<std::uint8_t> buffer;
     while (!open.empty()) {
-        const std::uint32_t number = open.back();
+        const auto [number, rows] = open.back();
         open.pop_back();
         if (!reader_.IsInner(number) || owner_[number] != Owner::None ||
             (kinds_[number] != leaf && kinds_[number] != interior)) {
@@ -202,39 +242,9 @@ bool PageTrees::WalkTree(std::uint32_t root, Owner owner, PageKind leaf)
         owner_[number] = owner;
         whole = whole && sound_[number];
         if (kinds_[number] == interior)
-            for (const std::uint32_t child :
-                 BTreePage(reader_.Read(number, buffer), number, reader_.Geometry()).Children())
-                open.push_back(child);
+            AddChildren(BTreePage(reader_.Read(number, buffer), number, reader_.Geometry()), rows, open);
+        else if (owner == Owner::Table && rows_.emplace(number, rows).second)
+            leavesByRow_.emplace(rows.upTo, number);
     }
     return whole;
-}
-
-void PageTrees::ReadIndexes()
-{
-    std::vector<std::uint8_t> buffer;
-    for (std::uint32_t number = 2; number <= reader_.PageCount(); ++number) {
-        if (kinds_[number] != PageKind::IndexLeaf && kinds_[number] != PageKind::IndexInterior)
-            continue;
-        // A page that no tree leads to may be of the index whose tree is broken, but not a free one.
-        const bool inIndex = owner_[number] == Owner::NumberIndex || owner_[number] == Owner::PlaceIndex;
-        const bool mayBe =
-            owner_[number] == Owner::None && !free_[number] && !(numbersWhole_ && placesWhole_);
-        if (inIndex || mayBe)
-            ReadIndexPage(BTreePage(reader_.Read(number, buffer), number, reader_.Geometry()));
-    }
-}
-
-void PageTrees::ReadIndexPage(const BTreePage &page)
-{
-    for (const std::uint32_t offset : page.CellOffsets()) {
-        const std::vector<double> values = IndexNumbers(page.IndexRecord(offset));
-        if (values.size() < 2 || std::abs(values.back()) > 0x1p62 ||
-            values.back() != std::floor(values.back()))
-            continue;
-        const auto row = static_cast<std::int64_t>(values.back());
-        if (values.size() == 2 && numbers_.size() < mostEntries)
-            numbers_.insert_or_assign(row, values[0]);
-        else if (values.size() == 3 && places_.size() < mostEntries)
-            places_.insert_or_assign(row, Place{values[0], values[1]});
-    }
 }

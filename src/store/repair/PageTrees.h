@@ -5,24 +5,36 @@
 #include "PageReader.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 // What the trees, the schema and the free list of a damaged database file still tell: which pages belong to
-// the cards, which are free, and which numbers and places the two indexes know.
+// the cards, and which are free. A page may be one of an older state, so that what it leads to need not be
+// all that there is.
 class PageTrees
 {
 public:
     explicit PageTrees(const PageReader &reader);
 
-    // Does the table's tree lead to this page?
     bool InTable(std::uint32_t page) const { return owner_[page] == Owner::Table; }
+
+    // Does the table's tree lead to this page, and to rows like this one on it?
+    bool InTable(std::uint32_t page, std::int64_t row) const;
+
+    // The leaf page on which the table's tree would have this row; 0 where it leads nowhere.
+    std::uint32_t LeafOf(std::int64_t row) const;
+
+    // Does the tree of one of the two indexes lead to this page?
+    bool InIndex(std::uint32_t page) const { return owner_[page] == Owner::Index; }
 
     // Does the page belong to something else that the schema names?
     bool InOther(std::uint32_t page) const { return owner_[page] == Owner::Other; }
 
+    bool InNone(std::uint32_t page) const { return owner_[page] == Owner::None; }
+
+    // Is the page on the free list? Always false where free pages are wiped: one with content is in use then.
     bool IsFree(std::uint32_t page) const { return free_[page]; }
 
     // Is the page a b-tree page without a fault?
@@ -30,22 +42,15 @@ public:
 
     PageKind Kind(std::uint32_t page) const { return kinds_[page]; }
 
-    // Is the whole tree of the table without a fault, so that a page it does not lead to holds no card?
-    bool TableWhole() const { return tableWhole_; }
+    // Has the file more pages than its header says, so that its first pages are of an older state?
+    bool HasGrown() const { return hasGrown_; }
 
-    // Is the whole index on "FrageNr" without a fault, so that a card it does not know was deleted?
+    // Is what was deleted wiped in this file? As in all files of ours; others show it by what their pages
+    // leave unused.
+    bool IsWiped() const { return wipes_; }
+
+    // Is the whole tree of the index on "FrageNr" without a fault? It may be one of an older state.
     bool NumbersWhole() const { return numbersWhole_; }
-
-    struct Place
-    {
-        double compartment = 0;
-        double place = 0;
-    };
-
-    // By the card's row: its FrageNr, and its FachNr and FachLfdNr.
-    const std::unordered_map<std::int64_t, double> &Numbers() const { return numbers_; }
-
-    const std::unordered_map<std::int64_t, Place> &Places() const { return places_; }
 
 private:
     enum class Owner : std::uint8_t
@@ -53,31 +58,49 @@ private:
         None,
         Table,
         Other,
+        Index
+    };
+
+    enum class Object : std::uint8_t
+    {
+        CardTable,
         NumberIndex,
-        PlaceIndex
+        PlaceIndex,
+        OtherTable,
+        OtherIndex
     };
 
     struct SchemaRow
     {
-        Owner owner;
+        Object object;
         std::uint32_t root;
-        bool isTable;
+    };
+
+    // Above the first one and up to the second one.
+    struct RowRange
+    {
+        std::int64_t above, upTo;
+    };
+
+    struct Open
+    {
+        std::uint32_t page;
+        RowRange rows;
     };
 
     void ClassifyPages();
     void ReadFreeList();
     std::vector<SchemaRow> ReadSchema() const;
     bool WalkTree(std::uint32_t root, Owner owner, PageKind leaf);
-    void ReadIndexes();
-    void ReadIndexPage(const BTreePage &page);
+    static void AddChildren(const BTreePage &page, RowRange rows, std::vector<Open> &open);
 
     const PageReader &reader_;
     std::vector<PageKind> kinds_;
     std::vector<Owner> owner_;
-    std::vector<bool> sound_, wiped_, free_;
-    bool tableWhole_ = false, numbersWhole_ = false, placesWhole_ = false;
-    std::unordered_map<std::int64_t, double> numbers_;
-    std::unordered_map<std::int64_t, Place> places_;
+    std::vector<bool> sound_, empty_, free_;
+    std::unordered_map<std::uint32_t, RowRange> rows_;  // of the table's leaf pages
+    std::map<std::int64_t, std::uint32_t> leavesByRow_; // by the highest row that each can have
+    bool wipes_ = false, numbersWhole_ = false, hasGrown_ = false;
 };
 
 // Finds page size and usable size, from the header where it is true, else from the structure of the pages.

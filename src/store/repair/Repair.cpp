@@ -3,9 +3,7 @@
 #include "Repair.h"
 
 #include "CardFile.h"
-#include "CardSalvage.h"
-#include "CardSurvey.h"
-#include "EngineReader.h"
+#include "DamagedCards.h"
 #include "RepairFiles.h"
 #include "RepairReport.h"
 #include "SalvageWriter.h"
@@ -15,32 +13,22 @@
 #include <QFile>
 #include <QFileInfo>
 #include <SQLiteCpp/Exception.h>
+#include <sqlite3.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
 
-// Everything that reads one state of the damaged file, held together because each part refers to the one
-// before.
-struct Reading
-{
-    Reading(int file, std::int64_t size, EngineReader &engine)
-        : reader(file, size, FindGeometry(file, size)), survey(reader), salvage(survey, engine)
-    {
-    }
-
-    PageReader reader;
-    CardSurvey survey;
-    CardSalvage salvage;
-};
-
 // Writes the planned cards into a new file; the report learns of every one. Returns how many were written.
-int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport &report)
+int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport &report,
+               const Fortschritt &fortschritt)
 {
     auto plan = salvage.Cards().begin();
+    int done = 0;
     const auto next = [&]() -> std::optional<SalvagedCard> {
         while (plan != salvage.Cards().end()) {
+            Melden(fortschritt, ++done, static_cast<int>(salvage.Cards().size()));
             auto card = salvage.Read(*plan);
             if (!card)
                 report.AddLost(plan->number);
@@ -64,9 +52,9 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
                      QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
 }
 
-int SaveCards(const RepairFiles &files, RepairReport &report)
+int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt &fortschritt)
 {
-    files.MakeCopy();
+    files.MakeCopy(fortschritt);
     // An unfinished transaction is rolled back in the copy now.
     EngineReader engine(files.CopyPath());
     const FileHandle copy(open(QFile::encodeName(files.CopyPath()).constData(), O_RDONLY | O_CLOEXEC));
@@ -74,11 +62,11 @@ int SaveCards(const RepairFiles &files, RepairReport &report)
 
     int cards = 0;
     try {
-        auto best = std::make_unique<Reading>(copy.Get(), size, engine);
+        auto best = std::make_unique<DamagedState>(copy.Get(), size, engine, fortschritt);
         bool journalUsed = files.HasCompanions();
         if (journalUsed && !engine.FindsNoFault()) {
             // A journal that is damaged itself can take more away than it gives back.
-            auto raw = std::make_unique<Reading>(files.Damaged(), files.Size(), engine);
+            auto raw = std::make_unique<DamagedState>(files.Damaged(), files.Size(), engine, fortschritt);
             if (raw->salvage.WholeCards() > best->salvage.WholeCards()) {
                 best = std::move(raw);
                 journalUsed = false;
@@ -87,7 +75,7 @@ int SaveCards(const RepairFiles &files, RepairReport &report)
         if (journalUsed)
             report.SetJournalUsed();
         if (!best->salvage.Cards().empty())
-            cards = WriteCards(best->salvage, files.NewPath(), report);
+            cards = WriteCards(best->salvage, files.NewPath(), report, fortschritt);
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, files.NewPath());
     }
@@ -96,7 +84,7 @@ int SaveCards(const RepairFiles &files, RepairReport &report)
 
 } // namespace
 
-RepairResult RepairDatabase(const QString &path)
+RepairResult RepairDatabase(const QString &path, const Fortschritt &fortschritt)
 {
     const RepairFiles files(path);
     if (files.Size() == 0)
@@ -104,15 +92,18 @@ RepairResult RepairDatabase(const QString &path)
     RepairReport report;
     int cards = 0;
     try {
-        cards = SaveCards(files, report);
+        cards = SaveCards(files, report, fortschritt);
         if (cards > 0)
             files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(),
                                           QDateTime::currentDateTime()));
     } catch (const StoreError &error) {
-        throw StoreError(error.Number(), files.ForUsers(error.Text()));
+        // A device that fails has one number, whether the engine meets it or the repair.
+        throw StoreError(error.Number() == SQLITE_IOERR ? Fehler::GeraeteFehler : error.Number(),
+                         files.ForUsers(error.Text()));
     }
     if (cards == 0)
         ThrowNothingToSave(path);
     files.Swap();
-    return {cards, files.AsidePath(), files.ReportPath()};
+    return {cards, files.AsidePath(), files.ReportPath(),
+            report.Summary(QFileInfo(files.ReportPath()).fileName())};
 }

@@ -66,6 +66,9 @@ ResultNames NamesOf(const QString &path, int count)
     case EROFS:
         throw StoreError(Fehler::NichtErlaubt,
                          QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
+    case EIO:
+        throw StoreError(Fehler::GeraeteFehler,
+                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
     default:
         throw StoreError(
             error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
@@ -122,19 +125,28 @@ void Sync(const QString &path)
     Check(fsync(Open(path, O_RDONLY).Get()) == 0, path);
 }
 
-// Blocks that the disk does not give are zeros in the copy.
-void CopyFile(const FileHandle &from, const QString &to)
+// Blocks that the disk does not give are zeros in the copy; holes stay holes.
+void CopyFile(const FileHandle &from, const QString &to, const Fortschritt &fortschritt = {})
 {
     const FileHandle target = Open(to, O_WRONLY | O_CREAT | O_EXCL);
     const std::int64_t size = SizeOf(from, to);
     std::vector<std::uint8_t> block(std::size_t{1} << 20);
-    for (std::int64_t at = 0; at < size;) {
-        const std::size_t got = ReadTolerant(from.Get(), at, block.data(), block.size());
-        if (got == 0)
-            break;
-        WriteAll(target, Bytes(block).first(got), to);
-        at += static_cast<std::int64_t>(got);
-    }
+    const std::vector<DataPart> parts = DataParts(from.Get(), size);
+    const std::int64_t end = parts.empty() ? 0 : parts.back().to;
+    for (const DataPart &part : parts)
+        for (std::int64_t at = part.from; at < part.to;) {
+            if (fortschritt)
+                fortschritt(static_cast<int>(at >> 20), static_cast<int>((end >> 20) + 1));
+            const auto wanted = static_cast<std::size_t>(
+                std::min<std::int64_t>(static_cast<std::int64_t>(block.size()), part.to - at));
+            const std::size_t got = ReadTolerant(from.Get(), at, block.data(), wanted);
+            if (got == 0)
+                break;
+            Check(lseek(target.Get(), at, SEEK_SET) == at, to);
+            WriteAll(target, Bytes(block).first(got), to);
+            at += static_cast<std::int64_t>(got);
+        }
+    Check(ftruncate(target.Get(), size) == 0, to);
 }
 
 void Rename(const QString &from, const QString &to)
@@ -225,9 +237,9 @@ QString RepairFiles::ForUsers(QString text) const
     return text;
 }
 
-void RepairFiles::MakeCopy() const
+void RepairFiles::MakeCopy(const Fortschritt &fortschritt) const
 {
-    CopyFile(damaged_, CopyPath());
+    CopyFile(damaged_, CopyPath(), fortschritt);
     for (const QString &suffix : companions_)
         if (suffix != u"-shm") // the engine makes it anew from the log
             CopyFile(Open(path_ + suffix, O_RDONLY | O_NOFOLLOW | O_NONBLOCK), CopyPath() + suffix);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FileHandle.h"
+#include "Fortschritt.h"
 
 #include <QByteArray>
 #include <QString>
@@ -37,7 +38,8 @@ public:
     // In the working directory: a copy of the damaged file with its companions, the new file, its report.
     QString CopyPath() const;
     QString NewPath() const;
-    void MakeCopy() const;
+    // What `fortschritt` throws ends it.
+    void MakeCopy(const Fortschritt &fortschritt = {}) const;
     void WriteReport(const QByteArray &text) const;
 
     // An error's text with the damaged file named instead of a file of the working directory.

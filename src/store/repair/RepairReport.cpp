@@ -3,6 +3,7 @@
 #include "RepairReport.h"
 
 #include <QFileInfo>
+#include <QLocale>
 #include <QStringList>
 
 #include <algorithm>
@@ -31,17 +32,44 @@ QString Cards(qsizetype count)
 
 } // namespace
 
+QString LossText(qint64 cards, const QString &done, const Losses &losses, const QString &end)
+{
+    const auto count = [](qint64 number) { return QLocale(QLocale::German).toString(number); };
+    QString text = cards == 1 ? QStringLiteral("1 Karte wurde %1").arg(done)
+                              : QStringLiteral("%1 Karten wurden %2").arg(count(cards), done);
+    if (losses.lost > 0)
+        text += QStringLiteral("; Spuren von %1 ließen sich nicht mehr lesen")
+                    .arg(losses.lost == 1 ? QStringLiteral("1 weiteren Karte")
+                                          : QStringLiteral("%1 weiteren").arg(count(losses.lost)));
+    if (losses.incomplete > 0)
+        text += losses.incomplete == 1
+                    ? QStringLiteral("; 1 davon ist lückenhaft")
+                    : QStringLiteral("; %1 davon sind lückenhaft").arg(count(losses.incomplete));
+    if (losses.uncertain > 0)
+        text += losses.uncertain == 1
+                    ? QStringLiteral("; 1 davon ist ungewiss")
+                    : QStringLiteral("; %1 davon sind ungewiss").arg(count(losses.uncertain));
+    return losses.lost + losses.incomplete + losses.uncertain == 0 ? QString() : text + u'.' + end;
+}
+
 void RepairReport::AddCard(const SalvagedCard &card)
 {
     ++cards_;
     if (card.remarks.empty())
         ++perfect_;
-    std::array<QStringList, 3> texts;
+    std::array<QStringList, 4> texts;
     for (const Remark &remark : card.remarks)
         texts[static_cast<std::size_t>(remark.kind)] << remark.text;
     for (std::size_t kind = 0; kind < texts.size(); ++kind)
         if (!texts[kind].isEmpty())
             remarks_[kind] << Heading(card) + QStringLiteral(": ") + texts[kind].join(QStringLiteral("; "));
+}
+
+QString RepairReport::Summary(const QString &reportName) const
+{
+    return LossText(cards_, QStringLiteral("gerettet"),
+                    {static_cast<qint64>(lost_.size()) + missing_, remarks_[0].size(), remarks_[3].size()},
+                    QStringLiteral(" Einzelheiten stehen in „%1“.").arg(reportName));
 }
 
 bool RepairReport::IsPerfect() const
@@ -75,6 +103,8 @@ QByteArray RepairReport::Text(const QString &path, const QString &oldName, const
         line(QStringLiteral("  neu eingeordnet"), Cards(remarks_[2].size())),
         line(lost, lostCards == 0 ? QStringLiteral("keine Karte bekannt") : Cards(lostCards)),
     };
+    if (!remarks_[3].isEmpty())
+        lines.insert(lines.size() - 1, line(QStringLiteral("  ungewiss"), Cards(remarks_[3].size())));
     if (journalUsed_)
         lines << QString()
               << QStringLiteral("Ein Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen.");
@@ -90,13 +120,16 @@ QByteArray RepairReport::Text(const QString &path, const QString &oldName, const
         lines << QString() << lost
               << QStringLiteral("Die alte Datei zählt %1 mehr, als sich in ihr lesen ließen.")
                      .arg(Cards(missing_));
-    const std::array<std::pair<QString, QString>, 3> titles{{
+    const std::array<std::pair<QString, QString>, 4> titles{{
         {QStringLiteral("Lückenhafte Karten"),
          QStringLiteral("Was nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.")},
         {QStringLiteral("Karten mit zweifelhaftem Inhalt"),
          QStringLiteral("Sie sind so aufgehoben, wie sie in der Datei standen. Bitte nachsehen.")},
         {QStringLiteral("Neu eingeordnete Karten"),
          QStringLiteral("Ihr Inhalt ist, wie er war; Nummer, Fach oder Platz waren nicht zu gebrauchen.")},
+        {QStringLiteral("Ungewisse Karten"),
+         QStringLiteral(
+             "Es ist nicht zu erkennen, ob sie so zuletzt in der Kartei standen. Bitte nachsehen.")},
     }};
     for (std::size_t kind = 0; kind < titles.size(); ++kind)
         if (!remarks_[kind].isEmpty())

@@ -10,6 +10,18 @@
 
 #include <vector>
 
+// Cards that were not taken out of a damaged file as they were.
+struct Losses
+{
+    qint64 lost = 0;       // known to have been there
+    qint64 incomplete = 0; // taken, but a part could not be read
+    qint64 uncertain = 0;  // taken, but perhaps deleted before
+};
+
+// Names the losses beside the number of `cards` that were `done`, in German sentences; empty where there are
+// none.
+QString LossText(qint64 cards, const QString &done, const Losses &losses, const QString &end = {});
+
 // The German text that tells what a repair saved and what not, or what a conversion took over. It names every
 // card that is not as it was.
 class RepairReport
@@ -31,6 +43,10 @@ public:
     // Cards of which nothing is known but that the file counts them.
     void SetMissing(std::uint32_t cards) { missing_ = cards; }
 
+    // What is missing and what is uncertain, in German sentences that end in a full stop and name the report;
+    // empty where nothing is.
+    QString Summary(const QString &reportName) const;
+
     // Is every card as it was?
     bool IsPerfect() const;
 
@@ -45,6 +61,5 @@ private:
     std::uint32_t missing_ = 0;
     bool journalUsed_ = false;
     std::vector<int> lost_;
-    // The remarks by kind: incomplete, doubtful, changed.
-    std::array<QStringList, 3> remarks_;
+    std::array<QStringList, 4> remarks_; // by kind
 };

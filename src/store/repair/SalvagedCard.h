@@ -28,7 +28,8 @@ struct Remark
     {
         Incomplete, // a part of the card could not be read
         Doubtful,   // kept as it was read, but it does not look right
-        Changed     // a key was unusable and got another value
+        Changed,    // a key was unusable and got another value
+        Uncertain   // nothing tells whether the card stood so in the file at last
     };
     Kind kind;
     QString text; // German, without a full stop
