@@ -3,6 +3,7 @@
 #include "DamagedCards.h"
 
 #include "CardFile.h"
+#include "EngineLocks.h"
 
 #include <QFile>
 
@@ -15,7 +16,7 @@ FileHandle OpenLocked(const QString &path)
 {
     CheckAccess(path, CardFile::Access::ReadOnly);
     FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    LockCardFile(file.Get(), F_OFD_SETLK, F_RDLCK, path);
+    LockCardFile(file.Get(), F_RDLCK, path);
     return file;
 }
 
