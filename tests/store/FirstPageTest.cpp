@@ -147,7 +147,7 @@ private slots:
     void AColumnOfAnotherAffinityIsDamage()
     {
         QByteArray bytes = sound_;
-        const qsizetype column = bytes.indexOf("\"Antwort_1_Klartext\" LONGTEXT");
+        const qsizetype column = bytes.indexOf("\"Antwort_2_Klartext\" LONGTEXT");
         QVERIFY(column > 0);
         bytes[bytes.indexOf("LONGTEXT", column) + 6] = 'Y';
         WriteFile(Path(), bytes);
