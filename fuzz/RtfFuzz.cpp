@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "FuzzSupport.h"
 #include "RichText.h"
+#include "RichTextLosses.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QGuiApplication>
@@ -22,10 +23,11 @@ extern "C" int LLVMFuzzerInitialize(int * /*count*/, char *** /*values*/)
     return 0;
 }
 
-// Any text is shown and laid out, and what is written of it reads back as the same text.
+// Any text is shown and laid out, and what is written of it reads back as the same text and loses nothing.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes = BytesOf(data, size);
+    LossesOf(QString::fromUtf8(bytes));
     for (const bool asBytes : {true, false}) {
         QTextDocument document;
         const bool whole =
@@ -33,6 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         document.setTextWidth(400);
         Require(document.documentLayout()->documentSize().height() > 0);
         const QString rtf = ToRtf(document);
+        Require(!LossesOf(rtf));
         QTextDocument again;
         if (SetRichText(again, rtf) && whole)
             Require(PlainText(again) == PlainText(document));
