@@ -96,10 +96,10 @@ public:
 
 } // namespace
 
-Tastaturhalt::Tastaturhalt(QWindow *von)
+Tastaturhalt::Tastaturhalt(QWindow *von, const QWindow *tastatur)
 {
     xcb_connection_t *server = XServer();
-    if (!server || !von || !HatTastatur(server, von))
+    if (!server || !von || !tastatur || !HatTastatur(server, tastatur))
         return;
     const auto wunsch =
         xcb_grab_keyboard(server, 0, Nummer(von), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
@@ -132,8 +132,9 @@ Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_
     xcb_connection_t *server = XServer();
     if (!server || !von || !an || !an->isVisible() || !HatTastatur(server, von))
         return;
+    // Held first: a key that came to `an` now would find it behind its dialog, and be lost.
+    halt_.emplace(an, von);
     xcb_set_input_focus(server, XCB_INPUT_FOCUS_PARENT, Nummer(an), XCB_CURRENT_TIME);
-    halt_.emplace(an);
 }
 
 Tastaturrueckgabe::~Tastaturrueckgabe()

@@ -11,11 +11,12 @@ class QWindow;
 
 // Holds the keyboard of an X server until another window of the program has it: what is typed while that
 // window is on its way waits in the server, and goes to it. Ends by itself after a second. Does nothing on
-// other window systems, or where `von` does not have the keyboard.
+// other window systems, or where `tastatur` does not have it.
 class Tastaturhalt final : public QObject
 {
 public:
-    explicit Tastaturhalt(QWindow *von);
+    // `tastatur` is the window that has the keyboard now.
+    Tastaturhalt(QWindow *von, const QWindow *tastatur);
     Tastaturhalt(const Tastaturhalt &) = delete;
     Tastaturhalt &operator=(const Tastaturhalt &) = delete;
     ~Tastaturhalt() override;

@@ -83,12 +83,13 @@ public:
         return true;
     }
 
-    // Types a text, 20 ms from key to key, without a look at what the keys do; a carriage return is Return.
+    // Types a text, 20 ms from key to key (half of what xdotool calls its delay), without a look at what the
+    // keys do; a carriage return is Return.
     bool Tippen(const QString &titel, const QString &text) const
     {
         if (!WarteAuf(titel))
             return false;
-        Xdotool({"type", "--delay", "20", text});
+        Xdotool({"type", "--delay", "40", text});
         return true;
     }
 
