@@ -13,7 +13,7 @@
 inline constexpr int CharOffsetProperty = QTextFormat::UserProperty + 1;
 
 // The family that was a symbol font where the text was read, a string: its characters are written as places
-// of that font again. Counts only while the format has this family.
+// of that font again. Counts only while the format has this family or none.
 inline constexpr int SymbolFontProperty = QTextFormat::UserProperty + 2;
 
 int CharOffset(const QTextCharFormat &format);

@@ -202,6 +202,13 @@ std::unique_ptr<QTextDocument> DocumentFromRtf(const QByteArray &rtf)
     return document;
 }
 
+void ReviseWrapping(QTextDocument &document)
+{
+    const auto option = OtherWrapping(document, false);
+    if (option && LongestWord(document.toRawText()) <= LongWord)
+        document.setDefaultTextOption(*option);
+}
+
 bool IsWithinBound(const QTextDocument &document)
 {
     LayoutBound bound(document.defaultFont());

@@ -53,6 +53,9 @@ QString ToRtf(const QTextDocument &document);
 bool InsertRichText(QTextCursor cursor, const QTextDocument &text);
 bool InsertPlainText(QTextCursor cursor, const QString &text);
 
+// Lets a document wrap between words again when its long word is gone. For each change of the text.
+void ReviseWrapping(QTextDocument &document);
+
 // Whether a document is one that SetRichText would show whole and InsertRichText would leave.
 bool IsWithinBound(const QTextDocument &document);
 

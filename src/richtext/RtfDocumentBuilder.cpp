@@ -4,6 +4,7 @@
 
 #include "CharFormat.h"
 #include "RtfTabs.h"
+#include "SymbolFont.h"
 
 #include <QTextDocument>
 
@@ -37,7 +38,9 @@ double Pixels(int twips)
 QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFont)
 {
     QTextCharFormat format;
-    if (!state.family.isEmpty())
+    // A symbol font on this machine may show nothing for the Unicode characters.
+    const bool otherFontShows = state.symbol && HasSymbolTable(state.family);
+    if (!state.family.isEmpty() && !otherFontShows)
         format.setFontFamilies({state.family});
     if (state.symbol)
         format.setProperty(SymbolFontProperty, state.family);

@@ -162,12 +162,14 @@ RtfCharState RtfWriter::CharState(const QTextCharFormat &format) const
     const auto fromDefault = [this](uint property) { return (defaultFont_.resolveMask() & property) != 0; };
     RtfCharState state;
     const QStringList families = format.fontFamilies().toStringList();
-    if (!families.isEmpty())
+    const QString symbolFont = format.stringProperty(SymbolFontProperty);
+    state.symbol = !symbolFont.isEmpty() && (families.isEmpty() || families.front() == symbolFont);
+    if (state.symbol)
+        state.family = symbolFont;
+    else if (!families.isEmpty())
         state.family = families.front();
     else if (fromDefault(QFont::FamiliesResolved))
         state.family = defaultFont_.family();
-
-    state.symbol = !state.family.isEmpty() && format.stringProperty(SymbolFontProperty) == state.family;
 
     double halfPoints = 2.0 * format.fontPointSize();
     if (format.hasProperty(QTextFormat::FontPixelSize))

@@ -101,6 +101,11 @@ bool IsSymbolFont(QStringView family)
            family.compare(u"Webdings", Qt::CaseInsensitive) == 0;
 }
 
+bool HasSymbolTable(QStringView family)
+{
+    return TableOf(family) != nullptr;
+}
+
 char32_t SymbolCharacter(QStringView family, unsigned char place)
 {
     if (place <= FirstPlace)

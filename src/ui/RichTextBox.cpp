@@ -61,6 +61,7 @@ RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
 {
     setTabChangesFocus(true);
     farben_ = new Farbausgleich(document(), *this);
+    connect(this, &QTextEdit::textChanged, this, [this] { ReviseWrapping(*document()); });
 }
 
 bool RichTextBox::ZeigeRichText(const QString &text)

@@ -405,7 +405,7 @@ private slots:
         b.Taste(Qt::Key_A, Qt::ControlModifier);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
         // The table's texts are lines of their own.
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Ein fettes Wort\r\nlinks\r\nrechts\r\n\r\n• Punkt"));
+        QCOMPARE(b.Text("MFrage"), QStringLiteral("Ein fettes Wort\r\nlinks\trechts\r\n\r\n• Punkt"));
         QVERIFY(Fett(b, 5));
         QCOMPARE(FormatBei(b, 12).foreground().color(), QColor(0, 0xAA, 0));
         const QTextDocument *dokument = b.Box("MFrage")->document();

@@ -20,6 +20,8 @@ inline QString DescribeCharFormat(const QTextCharFormat &format)
     const QStringList families = format.fontFamilies().toStringList();
     if (!families.isEmpty())
         parts << families.join(u',');
+    else if (format.hasProperty(SymbolFontProperty))
+        parts << format.stringProperty(SymbolFontProperty);
     if (format.fontPointSize() > 0)
         parts << QString::number(format.fontPointSize()) + "pt";
     if (format.fontWeight() >= QFont::DemiBold)

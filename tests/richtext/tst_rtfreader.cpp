@@ -25,6 +25,7 @@ private slots:
     void NewContentCannotBeUndone();
     void EmptyLinesKeepTheirFormat();
     void PlainRtfIsNotBoldInABoldBox();
+    void SymbolsLeaveInk();
     void RaisedTextIsPaintedHigher();
     void ATabReachesTheColumnOfAHangingIndent();
     void TabsReachWhereOtherProgramsPutThem();
@@ -416,6 +417,15 @@ int FirstRowWithInk(const QImage &image)
     return -1;
 }
 } // namespace
+
+// Whatever fonts there are here: some show nothing for their own characters.
+void TestRtfReader::SymbolsLeaveInk()
+{
+    QTextDocument document;
+    SetRichText(document, QString(R"({\rtf1{\fonttbl{\f0\fcharset2 Symbol;}}\f0\fs40 a\'b7})"));
+    QVERIFY(FirstRowWithInk(Paint(document, Qt::black, Qt::white)) >= 0);
+    QVERIFY(document.begin().begin().fragment().charFormat().fontFamilies().toStringList().isEmpty());
+}
 
 void TestRtfReader::RaisedTextIsPaintedHigher()
 {

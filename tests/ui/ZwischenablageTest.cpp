@@ -267,6 +267,18 @@ private slots:
         }
     }
 
+    void LinesBreakBetweenWordsAgainWhenALongWordIsTakenBack()
+    {
+        const auto art = [this] { return box_->document()->defaultTextOption().wrapMode(); };
+        const auto vorher = art();
+        QApplication::clipboard()->setText(QString(2'000, u'a'));
+        QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(art(), QTextOption::WrapAnywhere);
+        QTest::keyClick(box_.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(box_->PlainText(), "alt ");
+        QCOMPARE(art(), vorher);
+    }
+
     // Many pastes that fit one by one.
     void TheLimitIsThatOfTheWholeText()
     {
