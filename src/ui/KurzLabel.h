@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QPainter>
+#include <QtMath>
 
 // A label that shows the beginning of a text that is too long for it, in one line.
 class KurzLabel final : public QLabel
@@ -16,7 +17,8 @@ public:
     QSize sizeHint() const override
     {
         const QMargins rand = contentsMargins() + margin();
-        return {fontMetrics().horizontalAdvance(Gezeigt()) + rand.left() + rand.right(),
+        // Rounded up: a text that lacks a fraction of a pixel is cut.
+        return {qCeil(QFontMetricsF(font()).horizontalAdvance(Gezeigt())) + rand.left() + rand.right(),
                 fontMetrics().height() + rand.top() + rand.bottom()};
     }
 

@@ -15,9 +15,10 @@
 
 namespace {
 
-constexpr int FristMs = 1000;     // a window manager may refuse the keyboard to a new window
-constexpr int TaktMs = 4;         // between two looks at who has the keyboard
-constexpr int AbholfristMs = 200; // a server that answers later is not waited for
+// Long enough for a busy machine; what they wait for takes some ten milliseconds.
+constexpr int FristMs = 2000;      // a window manager may refuse the keyboard to a new window
+constexpr int AbholfristMs = 2000; // a server that answers later is not waited for
+constexpr int TaktMs = 4;          // between two looks at who has the keyboard
 constexpr xcb_atom_t Marke = XCB_ATOM_NOTICE;
 
 // Null where the program does not talk to an X server.

@@ -10,7 +10,7 @@
 class QWindow;
 
 // Holds the keyboard of an X server until another window of the program has it: what is typed while that
-// window is on its way waits in the server, and goes to it. Ends by itself after a second. Does nothing on
+// window is on its way waits in the server, and goes to it. Ends by itself after two seconds. Does nothing on
 // other window systems, or where `tastatur` does not have it.
 class Tastaturhalt final : public QObject
 {
