@@ -124,9 +124,7 @@ struct Sitzungsverwalter::Innen
 
 Sitzungsverwalter::Sitzungsverwalter() : innen_(std::make_unique<Innen>())
 {
-    // A program may have gone before it was answered; that ends neither the test nor the session.
-    std::signal(SIGPIPE, SIG_IGN);
-    IceSetIOErrorHandler([](IceConn) {});
+    std::signal(SIGPIPE, SIG_IGN); // a program may have gone before it was answered
     std::array<char, 256> fehler{};
     const auto laenge = static_cast<int>(fehler.size());
     if (!SmsInitialize("Paukfix", "1", Innen::NeuesProgramm, innen_.get(), Innen::Vertrauen, laenge,
