@@ -35,7 +35,7 @@ constexpr int Pausenwechsel = 3; // changes of the clock's second from one autom
 
 void LBOX::Image0_Click(int fach)
 {
-    if (kartei_.FehlerStatus > 0 || beschaeftigt_)
+    if (kartei_.FehlerStatus > 0 || IstGesperrt())
         return;
     const auto weiter = qScopeGuard([this] { eingabe_.Weitergeben(*this); });
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
@@ -86,6 +86,7 @@ void LBOX::KarteAbfragen()
                            TastenAbholen(windowHandle()); // a hidden window takes none
                        }},
                   this);
+    const auto zurueckgegeben = qScopeGuard([&] { zurueck.reset(); }); // while the query's window is there
     const QScopedValueRollback laufend(abfrage_, &abfrage);
     const PFUse::Ausgang ausgang = abfrage.Fragen();
     zurueck.reset();
@@ -138,13 +139,12 @@ void LBOX::SitzungEndet(QSessionManager &sitzung)
 {
     if (!abfrage_ || !abfrage_->IstBeurteilt())
         return;
-    PFUse *abfrage = std::exchange(abfrage_, nullptr);
+    // Nothing may hold up the answer to the desktop: neither the closing nor a message.
+    QMetaObject::invokeMethod(std::exchange(abfrage_, nullptr), &QWidget::close, Qt::QueuedConnection);
     try {
         KarteEinordnen(kartei_, umgebung_.zustand.AbfrageErgebnis);
-        abfrage->close();
     } catch (const std::exception &) {
         sitzung.cancel();
-        // No message may hold up the answer to the desktop.
         QMetaObject::invokeMethod(
             this,
             [this, fehler = std::current_exception()] {
@@ -155,7 +155,6 @@ void LBOX::SitzungEndet(QSessionManager &sitzung)
                 }
             },
             Qt::QueuedConnection);
-        abfrage->close();
     }
 }
 
@@ -185,7 +184,7 @@ bool LBOX::Animiert() const
 
 void LBOX::PicWürfel_Click()
 {
-    if (kartei_.FehlerStatus > 0 || beschaeftigt_)
+    if (kartei_.FehlerStatus > 0 || IstGesperrt())
         return;
     if (KartenImSpiel(kartei_.FachInfo) == 0) {
         meldungen_.Zeigen(QStringLiteral("Sorry, gar keine Karten da"));

@@ -385,6 +385,9 @@ void PFUse::Clöschen_Click()
     if (umgebung_.meldungen.Fragen(QStringLiteral("Diese Karte wirklich löschen"),
                                    Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
         return;
+    // The end of the session may have stored the verdict meanwhile: the card is asked no more.
+    if (!isVisible())
+        return;
     // Counted only when the card is gone: the box shows what is stored.
     const bool geloescht =
         Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {

@@ -7,10 +7,12 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdlib>
 #include <memory>
+#include <mutex>
 #include <string_view>
-#include <utility>
 #include <xcb/xcb.h>
 
 namespace {
@@ -105,10 +107,19 @@ Tastaturhalt::Tastaturhalt(QWindow *von, const QWindow *tastatur)
     const auto wunsch =
         xcb_grab_keyboard(server, 0, Nummer(von), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
     const AntwortPtr<xcb_grab_keyboard_reply_t> antwort(xcb_grab_keyboard_reply(server, wunsch, nullptr));
-    haelt_ = antwort && antwort->status == XCB_GRAB_STATUS_SUCCESS;
-    connect(&takt_, &QTimer::timeout, this, [this, von, frist = QDeadlineTimer(FristMs)] {
+    if (!antwort || antwort->status != XCB_GRAB_STATUS_SUCCESS)
+        return;
+    halter_ = std::jthread([server](const std::stop_token &ende) {
+        std::mutex sperre;
+        std::unique_lock wartend(sperre);
+        std::condition_variable_any().wait_for(wartend, ende, std::chrono::milliseconds(FristMs),
+                                               [] { return false; });
+        xcb_ungrab_keyboard(server, XCB_CURRENT_TIME);
+        xcb_flush(server);
+    });
+    connect(&takt_, &QTimer::timeout, this, [this, von] {
         const QWindow *neu = QGuiApplication::focusWindow();
-        if (frist.hasExpired() || (neu && neu != von && IstAktiv(XServer(), neu)))
+        if (neu && neu != von && IstAktiv(XServer(), neu))
             Loslassen();
     });
     takt_.start(TaktMs);
@@ -122,10 +133,7 @@ Tastaturhalt::~Tastaturhalt()
 void Tastaturhalt::Loslassen()
 {
     takt_.stop();
-    if (!std::exchange(haelt_, false))
-        return;
-    xcb_ungrab_keyboard(XServer(), XCB_CURRENT_TIME);
-    xcb_flush(XServer());
+    halter_ = {};
 }
 
 Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_(an)

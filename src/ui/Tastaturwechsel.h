@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <optional>
+#include <thread>
 
 class QWindow;
 
@@ -24,8 +25,8 @@ public:
 private:
     void Loslassen();
 
-    bool haelt_ = false;
     QTimer takt_;
+    std::jthread halter_; // lets go when it is stopped, or in time, whatever the program is busy with
 };
 
 // Gives the keyboard of an X server from `von`, which is about to be hidden, back to the visible window `an`,

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBoxBuehne.h"
 
+#include <QAbstractButton>
+#include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
@@ -300,6 +302,23 @@ private slots:
         QVERIFY(!b.Menue("MAutoschalter")->isChecked());
         b.Menue("Möffnen")->trigger();
         QCOMPARE(b.kartei.CurrentFileName, QString("b.pzb"));
+    }
+
+    // A screen reader presses what the mouse cannot reach.
+    void TheBoxIsNotPressedBehindADialog()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        QDialog dialog(b.fenster.get());
+        dialog.setModal(true);
+        dialog.show();
+        for (const char *name : {"Image0(0)", "PicWürfel"})
+            b.Finde<QAbstractButton>(name)->click();
+        QCOMPARE(QApplication::activeModalWidget(), &dialog);
+        dialog.close();
+        b.NaechsteAbfrage([](QWidget *) {});
+        b.Finde<QAbstractButton>("Image0(0)")->click();
+        QCOMPARE(b.gefragt.size(), 1);
     }
 
     void TheMenuIsReachedByKeyboard()

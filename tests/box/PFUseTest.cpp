@@ -328,6 +328,17 @@ private slots:
         QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
     }
 
+    // The end of the session closes the query behind its question.
+    void AQueryThatWasClosedMeanwhileDeletesNothing()
+    {
+        b_->meldungen.antworten = {Meldungen::Antwort::Ja};
+        b_->meldungen.beiFrage = [&] { b_->fenster->close(); };
+        b_->Fragen(TippKarte("x"), [&] { b_->Klick(b_->Knopf("Clöschen")); });
+        QCOMPARE(b_->meldungen.Texte(), QStringList("Diese Karte wirklich löschen"));
+        QCOMPARE(b_->store.Karten().RecordCount(), 2);
+        QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
+    }
+
     void ADeletedCardIsGoneFromFileAndCounts()
     {
         b_->meldungen.antworten = {Meldungen::Antwort::Ja};

@@ -37,6 +37,7 @@ public:
     {
         gezeigt.append({text, Titel(), true, Symbol::Keins});
         vorgaben.append(vorgabe);
+        beiFrage();
         if (antworten.empty())
             return Antwort::Nein;
         const Antwort antwort = antworten.front();
@@ -64,6 +65,7 @@ public:
     std::deque<Antwort> antworten;
     bool sanduhr = false;
     std::function<void()> beiSanduhr = [] {}; // when the hourglass appears
+    std::function<void()> beiFrage = [] {};   // while a question is read
 };
 
 // A clock whose second changes after `perSecond` readings.
