@@ -60,7 +60,7 @@ void LBOX::KarteAbfragen()
 {
     kasten_->KarteLegen(QString::number(kartei_.Felder().FrageNr.Number()), kartei_.FlugLinks,
                         kartei_.FlugOben);
-    Tastaturhalt halt(windowHandle(), windowHandle());
+    Tastaturhalt halt(windowHandle());
     eingabe_.Halten();
     std::optional<Tastaturrueckgabe> zurueck;
     PFUse abfrage({.store = kartei_,

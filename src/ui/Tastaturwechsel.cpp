@@ -99,13 +99,13 @@ public:
 
 } // namespace
 
-Tastaturhalt::Tastaturhalt(QWindow *von, const QWindow *tastatur)
+Tastaturgriff::Tastaturgriff(const QWindow *fenster, const QWindow *tastatur)
 {
     xcb_connection_t *server = XServer();
-    if (!server || !von || !tastatur || !HatTastatur(server, tastatur))
+    if (!server || !fenster || !tastatur || !HatTastatur(server, tastatur))
         return;
-    const auto wunsch =
-        xcb_grab_keyboard(server, 0, Nummer(von), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+    const auto wunsch = xcb_grab_keyboard(server, 0, Nummer(fenster), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                          XCB_GRAB_MODE_SYNC);
     const AntwortPtr<xcb_grab_keyboard_reply_t> antwort(xcb_grab_keyboard_reply(server, wunsch, nullptr));
     if (!antwort || antwort->status != XCB_GRAB_STATUS_SUCCESS)
         return;
@@ -117,23 +117,18 @@ Tastaturhalt::Tastaturhalt(QWindow *von, const QWindow *tastatur)
         xcb_ungrab_keyboard(server, XCB_CURRENT_TIME);
         xcb_flush(server);
     });
-    connect(&takt_, &QTimer::timeout, this, [this, von] {
+}
+
+Tastaturhalt::Tastaturhalt(const QWindow *fenster) : griff_(std::in_place, fenster, fenster)
+{
+    connect(&takt_, &QTimer::timeout, this, [this, fenster] {
         const QWindow *neu = QGuiApplication::focusWindow();
-        if (neu && neu != von && IstAktiv(XServer(), neu))
-            Loslassen();
+        if (neu && neu != fenster && (!XServer() || IstAktiv(XServer(), neu))) {
+            takt_.stop();
+            griff_.reset();
+        }
     });
     takt_.start(TaktMs);
-}
-
-Tastaturhalt::~Tastaturhalt()
-{
-    Loslassen();
-}
-
-void Tastaturhalt::Loslassen()
-{
-    takt_.stop();
-    halter_ = {};
 }
 
 Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_(an)
@@ -142,14 +137,18 @@ Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_
     if (!server || !von || !an || !an->isVisible() || !HatTastatur(server, von))
         return;
     // Held first: a key that came to `an` now would find it behind its dialog, and be lost.
-    halt_.emplace(an, von);
+    griff_.emplace(an, von);
     xcb_set_input_focus(server, XCB_INPUT_FOCUS_PARENT, Nummer(an), XCB_CURRENT_TIME);
 }
 
+// A window manager may give the keyboard back to `von` once more, as long as that one is there.
 Tastaturrueckgabe::~Tastaturrueckgabe()
 {
-    const QDeadlineTimer frist(AbholfristMs);
-    while (halt_ && (IstVerwaltet(XServer(), von_) || !IstAktiv(XServer(), an_)) && !frist.hasExpired())
+    const QDeadlineTimer frist(FristMs);
+    const auto istDa = [this, server = XServer()] {
+        return !IstVerwaltet(server, von_) && IstAktiv(server, an_) && HatTastatur(server, an_);
+    };
+    while (griff_ && !istDa() && !frist.hasExpired())
         QCoreApplication::processEvents();
 }
 

@@ -10,23 +10,29 @@
 
 class QWindow;
 
-// Holds the keyboard of an X server until another window of the program has it: what is typed while that
-// window is on its way waits in the server, and goes to it. Ends by itself after two seconds. Does nothing on
-// other window systems, or where `tastatur` does not have it.
+// Holds the keyboard of an X server as long as it lives, but two seconds at most, whatever the program is
+// busy with: what is typed meanwhile waits in the server. Does nothing on other window systems, or where
+// `tastatur` does not have the keyboard.
+class Tastaturgriff
+{
+public:
+    // `fenster` is a visible window of the program's.
+    Tastaturgriff(const QWindow *fenster, const QWindow *tastatur);
+
+private:
+    std::jthread halter_; // lets go when it is stopped, or in time
+};
+
+// Holds the keyboard until another window of the program than `fenster`, which has it now, has got it: what
+// is typed while that window is on its way goes to it.
 class Tastaturhalt final : public QObject
 {
 public:
-    // `tastatur` is the window that has the keyboard now.
-    Tastaturhalt(QWindow *von, const QWindow *tastatur);
-    Tastaturhalt(const Tastaturhalt &) = delete;
-    Tastaturhalt &operator=(const Tastaturhalt &) = delete;
-    ~Tastaturhalt() override;
+    explicit Tastaturhalt(const QWindow *fenster);
 
 private:
-    void Loslassen();
-
+    std::optional<Tastaturgriff> griff_;
     QTimer takt_;
-    std::jthread halter_; // lets go when it is stopped, or in time, whatever the program is busy with
 };
 
 // Gives the keyboard of an X server from `von`, which is about to be hidden, back to the visible window `an`,
@@ -43,7 +49,7 @@ public:
 
 private:
     QWindow *von_, *an_;
-    std::optional<Tastaturhalt> halt_;
+    std::optional<Tastaturgriff> griff_;
 };
 
 // Lets pending events run until everything that was typed so far has come to its window. `fenster` is any
