@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QPainter>
 
+#include <cmath>
+
 // A label that shows the beginning of a text that is too long for it, in one line.
 class KurzLabel final : public QLabel
 {
@@ -16,7 +18,9 @@ public:
     QSize sizeHint() const override
     {
         const QMargins rand = contentsMargins() + margin();
-        return {fontMetrics().horizontalAdvance(Gezeigt()) + rand.left() + rand.right(),
+        // Rounded up: for the least bit that is missing, the end of the text would give way to "…".
+        return {static_cast<int>(std::ceil(QFontMetricsF(font(), this).horizontalAdvance(Gezeigt()))) +
+                    rand.left() + rand.right(),
                 fontMetrics().height() + rand.top() + rand.bottom()};
     }
 
