@@ -69,7 +69,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         .dialoge = dialoge_,
         .zufall = zufall_,
         .uhr = uhr_,
-        .klang = [this](const QString &pfad) { klang_.PlaySound(pfad.toStdString()); },
+        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
         .stille = [this] { klang_.StopSound(); },
         // To read the icon takes a good part of a start.
         .gemalt = [symbol = konfig_.ProgrammDatei(
@@ -99,6 +99,12 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     return true;
 }
 
+void Programm::KlangSpielen(const QString &pfad)
+{
+    klang_.PlaySound(pfad.toStdString());
+    lbox_->SetTongeraet(!klang_.IsSilent());
+}
+
 // While cards are edited the box is away: nothing else may move through the card table.
 void Programm::EditorZeigen()
 {
@@ -109,7 +115,7 @@ void Programm::EditorZeigen()
         .meldungen = meldungen_,
         .dialoge = dialoge_,
         .suche = suche_,
-        .klang = [this](const QString &pfad) { klang_.PlaySound(pfad.toStdString()); },
+        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
         .stille = [this] { klang_.StopSound(); },
         .geschlossen = [this] { EditorGeschlossen(); },
     });

@@ -40,6 +40,7 @@ public:
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
+    void KlangSpielen(const QString &pfad);
     void EditorZeigen();
     void EditorGeschlossen();
     // What opens a dialog of the file tools.

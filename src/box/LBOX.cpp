@@ -63,10 +63,17 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     betont.setBold(true);
     lAutomatik_->setFont(betont);
     lAutomatik_->hide();
+    lTongeraet_ = new QLabel(QStringLiteral("kein Tongerät"), this);
+    lTongeraet_->setObjectName(QStringLiteral("LTongeraet"));
+    lTongeraet_->setToolTip(QStringLiteral("Das System bietet kein Tongerät an: Töne spielen stumm. "
+                                           "Ein Gerät, das später kommt, wird von selbst gefunden."));
+    lTongeraet_->setContentsMargins(0, 0, 2 * fontMetrics().averageCharWidth(), 0);
+    lTongeraet_->hide();
     lTasten_ = new KurzLabel(this);
     lTasten_->setObjectName(QStringLiteral("LTasten"));
     statusBar()->addWidget(lKartei_);
     statusBar()->addPermanentWidget(lAutomatik_);
+    statusBar()->addPermanentWidget(lTongeraet_);
     statusBar()->addPermanentWidget(lTasten_);
 
     MenueBauen();
@@ -142,6 +149,11 @@ QString LBOX::Tastenhinweis() const
     const int fach = umgebung_.zustand.VollstesFach;
     return QStringLiteral("Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln")
         .arg(fach == FachNeu ? QStringLiteral("Neu") : QStringLiteral("Fach %1").arg(fach));
+}
+
+void LBOX::SetTongeraet(bool vorhanden)
+{
+    lTongeraet_->setVisible(!vorhanden);
 }
 
 void LBOX::keyPressEvent(QKeyEvent *event)

@@ -79,6 +79,8 @@ public:
     // none.
     bool DateiOffenPruefen();
     void AutomatikAus();
+    // Whether the system offers a device for sounds; the status line says where it does not.
+    void SetTongeraet(bool vorhanden);
 
     // A query, a roll or the opening of a file is under way.
     bool Beschaeftigt() const { return beschaeftigt_; }
@@ -141,6 +143,7 @@ private:
     QToolButton *lKartei_ = nullptr;
     QLabel *lTasten_ = nullptr;
     QLabel *lAutomatik_ = nullptr;
+    QLabel *lTongeraet_ = nullptr;
 
     struct FensterVerweis
     {

@@ -23,6 +23,9 @@ std::optional<Sdl> Load()
     find(sdl.SetHint, "SDL_SetHint");
     find(sdl.InitSubSystem, "SDL_InitSubSystem");
     find(sdl.QuitSubSystem, "SDL_QuitSubSystem");
+    find(sdl.AudioInit, "SDL_AudioInit");
+    find(sdl.AudioQuit, "SDL_AudioQuit");
+    find(sdl.GetNumAudioDevices, "SDL_GetNumAudioDevices");
     find(sdl.OpenAudioDevice, "SDL_OpenAudioDevice");
     find(sdl.PauseAudioDevice, "SDL_PauseAudioDevice");
     find(sdl.CloseAudioDevice, "SDL_CloseAudioDevice");

@@ -11,6 +11,9 @@ struct Sdl
     decltype(&SDL_SetHint) SetHint = nullptr;
     decltype(&SDL_InitSubSystem) InitSubSystem = nullptr;
     decltype(&SDL_QuitSubSystem) QuitSubSystem = nullptr;
+    decltype(&SDL_AudioInit) AudioInit = nullptr;
+    decltype(&SDL_AudioQuit) AudioQuit = nullptr;
+    decltype(&SDL_GetNumAudioDevices) GetNumAudioDevices = nullptr;
     decltype(&SDL_OpenAudioDevice) OpenAudioDevice = nullptr;
     decltype(&SDL_PauseAudioDevice) PauseAudioDevice = nullptr;
     decltype(&SDL_CloseAudioDevice) CloseAudioDevice = nullptr;

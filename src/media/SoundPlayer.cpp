@@ -10,6 +10,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <optional>
@@ -30,6 +31,7 @@ struct SoundPlayer::State
 
     uint64_t done = 0;     // the last request that has been carried out
     bool playing = false;  // its outcome
+    bool silent = false;   // it found no device
     std::string error;     // something unexpected in it
     uint64_t givenUp = 0;  // the last request that took too long
     bool ended = false;    // the sound is over, the device can be closed
@@ -38,8 +40,7 @@ struct SoundPlayer::State
 
 namespace {
 
-constexpr auto StartPatience = std::chrono::seconds(2);
-constexpr auto EndPatience = std::chrono::seconds(1);
+constexpr auto LookPause = std::chrono::seconds(3); // between two looks for a device that was not there
 constexpr const char *NoWave = "Keine WAV-Datei nicht vorhanden !";
 constexpr const char *Unexpected = "Fehler bei Play_Sound ";
 
@@ -49,6 +50,13 @@ const char *Description(const std::exception &exception)
     return dynamic_cast<const std::system_error *>(&exception) != nullptr
                ? "Das System startet keinen weiteren Thread."
                : "Nicht genügend Speicher.";
+}
+
+// SDL lets its user name the driver.
+bool DriverIsChosen()
+{
+    const char *driver = std::getenv("SDL_AUDIODRIVER");
+    return driver != nullptr && *driver != '\0';
 }
 
 // SDL's audio, kept from the first sound on.
@@ -67,6 +75,7 @@ public:
         if (sdl == nullptr) {
             return false;
         }
+        CloseSilent();
         // Otherwise SDL would take SIGINT and SIGTERM for itself.
         sdl->SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         sdl->SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Paukfix");
@@ -74,8 +83,23 @@ public:
         return open_;
     }
 
+    // After a device could not be opened: true where the system has none, and a driver that nobody hears has
+    // been opened instead. A driver that the user has chosen and that fails is no lack of devices.
+    bool OpenSilent()
+    {
+        const Sdl *sdl = LoadSdl();
+        if (sdl == nullptr || DriverIsChosen() || (open_ && sdl->GetNumAudioDevices(0) != 0)) {
+            return false;
+        }
+        Close();
+        silent_ = sdl->AudioInit("dummy") == 0;
+        looked_ = std::chrono::steady_clock::now();
+        return silent_;
+    }
+
     void Close()
     {
+        CloseSilent();
         if (std::exchange(open_, false)) {
             LoadSdl()->QuitSubSystem(SDL_INIT_AUDIO);
         }
@@ -83,8 +107,25 @@ public:
 
     bool IsOpen() const { return open_; }
 
+    bool IsSilent() const { return silent_; }
+
+    // Whether a look for a device has to wait: it takes a good part of the time that a sound takes to start.
+    bool HasJustLooked() const
+    {
+        return silent_ && std::chrono::steady_clock::now() - looked_ < LookPause;
+    }
+
 private:
+    void CloseSilent()
+    {
+        if (std::exchange(silent_, false)) {
+            LoadSdl()->AudioQuit();
+        }
+    }
+
     bool open_ = false;
+    bool silent_ = false;
+    std::chrono::steady_clock::time_point looked_;
 };
 
 // One sound on a device of its own.
@@ -151,7 +192,7 @@ private:
     SDL_AudioDeviceID device_ = 0;
 };
 
-// Nothing when the file is no wave or there is no device.
+// Nothing when the file is no wave or the device fails.
 std::unique_ptr<Playback> Open(AudioSystem &audio, const std::string &path, std::function<void()> ended)
 {
     std::optional<Wave> wave = LoadWave(path);
@@ -159,15 +200,24 @@ std::unique_ptr<Playback> Open(AudioSystem &audio, const std::string &path, std:
         return nullptr;
     }
     auto playback = std::make_unique<Playback>(std::move(*wave), std::move(ended));
+    if (audio.HasJustLooked() && playback->Open()) {
+        return playback;
+    }
     const bool seasoned = audio.IsOpen();
     if (audio.Open() && playback->Open()) {
         return playback;
     }
-    // A sound server that has been restarted since takes a new connection only.
-    audio.Close();
-    if (seasoned && audio.Open() && playback->Open()) {
+    if (seasoned) {
+        // A sound server that has been restarted since takes a new connection only.
+        audio.Close();
+        if (audio.Open() && playback->Open()) {
+            return playback;
+        }
+    }
+    if (audio.OpenSilent() && playback->Open()) {
         return playback;
     }
+    audio.Close();
     return nullptr;
 }
 
@@ -208,6 +258,7 @@ void SoundPlayer::Work(State &state)
         lock.lock();
         state.done = request;
         state.playing = playback != nullptr;
+        state.silent = audio.IsSilent();
         state.error = error;
         state.answered.notify_one();
     }
@@ -223,7 +274,12 @@ void SoundPlayer::Work(State &state)
 }
 
 SoundPlayer::SoundPlayer(std::function<void(const std::string &)> report)
-    : report_(std::move(report)), state_(std::make_shared<State>())
+    : SoundPlayer(std::move(report), Patience())
+{
+}
+
+SoundPlayer::SoundPlayer(std::function<void(const std::string &)> report, Patience patience)
+    : report_(std::move(report)), patience_(patience), state_(std::make_shared<State>())
 {
 }
 
@@ -236,7 +292,7 @@ SoundPlayer::~SoundPlayer()
     state_->quit = true;
     state_->path.reset();
     state_->asked.notify_one();
-    const bool finished = state_->answered.wait_for(lock, EndPatience, [this] { return state_->finished; });
+    const bool finished = state_->answered.wait_for(lock, patience_.end, [this] { return state_->finished; });
     std::thread thread = std::move(state_->thread);
     lock.unlock();
     if (finished) {
@@ -272,7 +328,7 @@ std::string SoundPlayer::Start(const std::string &path)
     state.path = path;
     const uint64_t request = ++state.request;
     state.asked.notify_one();
-    if (!state.answered.wait_for(lock, StartPatience, [&] { return state.done >= request; })) {
+    if (!state.answered.wait_for(lock, patience_.start, [&] { return state.done >= request; })) {
         state.givenUp = request;
         state.path.reset();
         ++state.request;
@@ -290,4 +346,10 @@ void SoundPlayer::StopSound()
     state_->path.reset();
     ++state_->request;
     state_->asked.notify_one();
+}
+
+bool SoundPlayer::IsSilent() const
+{
+    const std::scoped_lock lock(state_->mutex);
+    return state_->silent;
 }

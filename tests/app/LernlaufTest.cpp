@@ -115,6 +115,22 @@ private slots:
         Antworten("n", "ja");
     }
 
+    // A message after a right answer would take the keyboard from the next one.
+    void WithoutASoundDeviceTheAnswersGoOn()
+    {
+        const QProcessEnvironment vorher = anzeige_->umgebung;
+        anzeige_->umgebung.remove("SDL_AUDIODRIVER");
+        anzeige_->umgebung.insert("PULSE_SERVER", "unix:/nicht/da");
+        anzeige_->umgebung.insert("ALSA_CONFIG_PATH", "/dev/null");
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
+        anzeige_->umgebung = vorher;
+        Starten(lauf);
+        for (int i = 0; i < 3; ++i)
+            Antworten("n", "ja");
+        QVERIFY(anzeige_->Taste("Lern-Box", "alt+F4"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
     // Every answered card has moved exactly once, the one that was being stored once or not at all.
     void AKillAtAnyMomentLosesNoAnswer()
     {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgrammBuehne.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QTextEdit>
 
@@ -191,6 +192,46 @@ private slots:
         QTRY_VERIFY(Bereit("LBOX"));
         programm_.reset();
         QVERIFY(ReadCards(Pfad("a.pzb")).at(0).Frage_Klartext.startsWith("anders "));
+    }
+
+    void TheStatusLineSaysThatThereIsNoSoundDeviceWhileItIsSo()
+    {
+        QFile applaus(QStringLiteral(PROGRAM_DIR "/Applause.wav"));
+        QVERIFY(applaus.copy(Pfad("Applause.wav")));
+        qunsetenv("SDL_AUDIODRIVER");
+        qputenv("PULSE_SERVER", "unix:/nicht/da");
+        qputenv("ALSA_CONFIG_PATH", "/dev/null");
+        QList<CardRecord> karten;
+        for (int i = 1; i <= 500; ++i) {
+            karten << MakeCard(i, 0, i);
+            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = "ja";
+        }
+        MakeCardFile(Pfad("a.pzb"), karten);
+        Konfig("False");
+        MachProgramm();
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QTRY_VERIFY(Bereit("LBOX") && Kartei() == "a.pzb");
+        const auto *hinweis = Offen("LBOX")->findChild<QLabel *>("LTongeraet");
+        QVERIFY(!hinweis->isVisible()); // nobody has looked for a device yet
+        const auto zeigt = [&] {
+            const Drehbuch buch(
+                {Schreiben("PFUse", "ja"), Taste("PFUse", Qt::Key_Return), Taste("PFUse", Qt::Key_Return)});
+            QTest::keyClick(Offen("LBOX"), Qt::Key_N);
+            return buch.Fertig() && hinweis->isVisible();
+        };
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(zeigt()); // a message would keep the query open
+        QCOMPARE(hinweis->text(), "kein Tongerät");
+
+        QFile geraet(Pfad("asound.conf"));
+        QVERIFY(geraet.open(QIODevice::WriteOnly));
+        geraet.write("pcm.!default { type null }");
+        geraet.close();
+        qputenv("ALSA_CONFIG_PATH", QFile::encodeName(geraet.fileName()));
+        QTRY_VERIFY_WITH_TIMEOUT(!zeigt(), 60000);
+        programm_.reset();
+        qunsetenv("ALSA_CONFIG_PATH");
+        qunsetenv("PULSE_SERVER");
     }
 
     void UnsavedWorkIsSeenToBeforeTheProgramEnds()

@@ -47,6 +47,23 @@ private slots:
         QVERIFY(Tasten(b).startsWith("Eingabe: Fach 1 "));
     }
 
+    void TheMissingSoundDeviceIsSaidBesideTheKeys()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({1});
+        b.fenster->resize(640, b.fenster->height());
+        const auto *label = b.Finde<QLabel>("LTongeraet");
+        const auto *tasten = b.Finde<QLabel>("LTasten");
+        QVERIFY(!label->isVisible());
+        b.fenster->SetTongeraet(false);
+        QVERIFY(label->isVisible());
+        QCOMPARE(label->text(), "kein Tongerät");
+        QTRY_VERIFY(tasten->width() >= tasten->sizeHint().width() &&
+                    label->width() >= label->sizeHint().width());
+        b.fenster->SetTongeraet(true);
+        QVERIFY(!label->isVisible());
+    }
+
     void TheAutomaticModeIsSaidWhileItIsOn()
     {
         LBoxBuehne b;

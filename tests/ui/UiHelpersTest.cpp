@@ -39,6 +39,22 @@ private:
 
 private slots:
 
+    void ATextThatHasItsRoomIsShownToItsEnd()
+    {
+        KurzLabel label;
+        QFont schrift = label.font();
+        schrift.setHintingPreference(QFont::PreferNoHinting); // letters of any width
+        for (int groesse = 16; groesse < 60; ++groesse) {
+            schrift.setPointSizeF(groesse / 2.0 + 0.3);
+            label.setFont(schrift);
+            for (QString text = "W: würfeln"; text.size() < 60; text += "Fach i") {
+                label.setText(text);
+                QCOMPARE(label.fontMetrics().elidedText(text, Qt::ElideRight, label.sizeHint().width()),
+                         text);
+            }
+        }
+    }
+
     void LabelForOneLineMeasuresNoMoreThanALine()
     {
         KurzLabel label;
