@@ -170,13 +170,11 @@ QByteArray Rewritten(const QByteArray &content, qint16 section, const QString &v
                 result += "\r\n";
             }
             result += entries;
-        } else if (!replacing || IsComment(line.text)) {
+        } else if (!replacing || IsComment(line.text) || (section == Windows && !IsWindowEntry(line.text))) {
             result += line.whole;
         } else if (section == RecentFiles && names < MaxRecentFiles &&
                    NameFromLine(line.text).compare(value, Qt::CaseInsensitive) != 0) {
             ++names;
-            result += line.whole;
-        } else if (section == Windows && !IsWindowEntry(line.text)) {
             result += line.whole;
         }
     }
