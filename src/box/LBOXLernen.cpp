@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "AppConfig.h"
 #include "Bewegungstakt.h"
 #include "BoxRechnung.h"
 #include "Farben.h"
@@ -102,6 +103,11 @@ void LBOX::KarteAbfragen()
     }
     kasten_->KarteVerbergen();
     BoxZeichnen();
+    if (abfrage.Lage() != umgebung_.konfig.Abfrage) {
+        umgebung_.konfig.Abfrage = abfrage.Lage();
+        umgebung_.konfig.Sichern(4, QString(),
+                                 QStringLiteral("Die Fensterlage konnte nicht gespeichert werden: "));
+    }
     if (ausgang == PFUse::Ausgang::Bearbeiten && fenster_.MKarten)
         fenster_.MKarten();
 }

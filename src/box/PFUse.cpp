@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "PFUse.h"
 
-#include "AppConfig.h"
 #include "Bild.h"
 #include "BildBox.h"
 #include "Flaeche.h"
@@ -47,7 +46,8 @@ QPixmap GesichtLesen(const QString &pfad, QSize groesse, qreal pixel)
 
 } // namespace
 
-PFUse::PFUse(AbfrageUmgebung umgebung, QWidget *parent) : QDialog(parent), umgebung_(std::move(umgebung))
+PFUse::PFUse(AbfrageUmgebung umgebung, QWidget *parent)
+    : QDialog(parent), umgebung_(std::move(umgebung)), lage_(umgebung_.konfig.Abfrage)
 {
     Aufbauen();
 }
@@ -75,8 +75,10 @@ PFUse::Ausgang PFUse::Fragen()
 
 void PFUse::done(int ergebnis)
 {
-    if (isVisible() && !std::exchange(geht_, true))
+    if (isVisible() && !std::exchange(geht_, true)) {
+        LageAbschliessen();
         umgebung_.geht();
+    }
     QDialog::done(ergebnis);
 }
 
@@ -265,11 +267,20 @@ void PFUse::changeEvent(QEvent *event)
     QDialog::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && feld_[0])
         FarbenSetzen();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        benutzt_ = true;
+}
+
+void PFUse::moveEvent(QMoveEvent *event)
+{
+    QDialog::moveEvent(event);
+    LageMerken(*event);
 }
 
 void PFUse::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
+    LageMerken(*event);
     // The card has its new size when the layout has run, which it has not for a window about to be shown.
     layout()->activate();
     if (Picture1_->isVisible())

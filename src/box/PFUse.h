@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Abfrage.h"
+#include "AppConfig.h"
 #include "BoxZustand.h"
 #include "CardStore.h"
 #include "Meldungen.h"
@@ -17,7 +18,6 @@
 class BildBox;
 class Flaeche;
 class RichTextBox;
-class AppConfig;
 class QCheckBox;
 class QKeyEvent;
 class QLabel;
@@ -65,12 +65,16 @@ public:
     // A verdict is shown.
     bool IstBeurteilt() const { return ausgang_ == Ausgang::Beurteilt; }
 
+    // What the learner has made of the window, after Fragen(); what the settings say where he has left it.
+    const Fensterlage &Lage() const { return lage_; }
+
     void done(int ergebnis) override;
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -91,10 +95,14 @@ private:
     void AnkreuzenBauen();
     void ZeileBauen(std::size_t i, int nummer);
     void TabFolge();
-    void GroesseWaehlen();
     void FarbenSetzen();
     void ZeilenFaerben();
     void FelderUmranden();
+
+    // Its place and size (PFUseLage.cpp).
+    void GroesseWaehlen();
+    void LageMerken(const QEvent &event);
+    void LageAbschliessen();
 
     void FrageAnzeigen();
     void BildZeigen(const QString &name);
@@ -122,6 +130,8 @@ private:
     void Command3_Click();
 
     AbfrageUmgebung umgebung_;
+    Fensterlage lage_;
+    bool benutzt_ = false; // it has had the keyboard
     Abfragekarte karte_;
     Stand stand_ = Stand::Gefragt;
     Ausgang ausgang_ = Ausgang::Abgebrochen;

@@ -14,7 +14,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -390,40 +389,6 @@ void PFUse::TabFolge()
           << Clöschen_;
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
-}
-
-// As large as reads well, larger where the card's picture needs it, never larger than the screen.
-void PFUse::GroesseWaehlen()
-{
-    const int zeile = fontMetrics().height();
-    const QSize schirm = screen()->availableSize() * 0.9;
-    QSize groesse = QSize(zeile * 56, zeile * 42).boundedTo(schirm);
-    const auto mindestHoehe = [this, &groesse] {
-        return std::max(layout()->minimumSize().height(), layout()->minimumHeightForWidth(groesse.width()));
-    };
-    mitBild_ = std::any_of(karte_.Medium.begin() + 1, karte_.Medium.begin() + 4,
-                           [](const QString &name) { return !name.isEmpty(); });
-    if (mitBild_ && !karte_.Bildplatz.isEmpty()) {
-        bildPlatz_ = karte_.Bildplatz;
-        const bool nebenDerFrage = bildPlatz_.top() < groesse.height() / 3;
-        const QSize bedarf = QSize(bildPlatz_.right(), bildPlatz_.bottom()) + QSize(zeile * 6, zeile * 8);
-        groesse = groesse.expandedTo(bedarf).boundedTo(schirm);
-        if (nebenDerFrage) {
-            // A picture that begins beside the question stays beside it; where the screen has no room for
-            // that, it is shown smaller rather than over the answers.
-            const QLayout &inhalt = *kasten_->layout();
-            const int oben =
-                inhalt.contentsMargins().top() + MaskThema_->sizeHint().height() + inhalt.spacing();
-            const int soll = bildPlatz_.bottom() - oben;
-            const int moeglich = MFrage_->minimumHeight() + std::max(0, schirm.height() - mindestHoehe());
-            MFrage_->setMinimumHeight(std::clamp(soll, MFrage_->minimumHeight(), moeglich));
-            if (soll > moeglich)
-                bildPlatz_.setHeight(
-                    std::max(bildPlatz_.height() / 2, bildPlatz_.height() - soll + moeglich));
-        }
-    }
-    groesse = groesse.expandedTo({layout()->minimumSize().width(), mindestHoehe()});
-    resize(groesse.boundedTo(schirm));
 }
 
 void PFUse::FarbenSetzen()

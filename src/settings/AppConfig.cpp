@@ -9,10 +9,13 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 // The numbers of the sections that can be rewritten.
-constexpr qint16 RecentFiles = 1, Font = 2, AnimationSwitch = 3;
+constexpr qint16 RecentFiles = 1, Font = 2, AnimationSwitch = 3, Windows = 4;
 
 constexpr qint64 MaxFileSize = qint64{256} * 1024; // bytes; a file of settings holds a few hundred
 constexpr int MaxReports = 10; // messages of one reading: a broken file must not show thousands
@@ -20,6 +23,7 @@ constexpr qsizetype MaxRecentFiles = 5;
 constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
 constexpr QByteArrayView FontHeader = "[Font]";
 constexpr QByteArrayView AnimationHeader = "[Animation]";
+constexpr QByteArrayView WindowsHeader = "[Fenster]";
 constexpr QByteArrayView AnimationKey = "Animation=";
 
 struct FontKey
@@ -47,6 +51,45 @@ constexpr FontKey FontKeys[] = {
      [](const Schrift &s) { return QByteArray::number(s.Color); }},
 };
 
+struct WindowKey
+{
+    const char *name;
+    void (*take)(Fensterlage &lage, QByteArrayView value);
+    std::optional<QByteArray> (*text)(const Fensterlage &lage); // nothing where no line is written
+};
+
+// A section of this name may be another program's or written by hand: what is no place is no error.
+constexpr WindowKey WindowKeys[] = {
+    {"AbfragePlatz=",
+     [](Fensterlage &l, QByteArrayView v) {
+         if (const auto pair = PairValue(v)) {
+             l.platz = QPoint(pair->first, pair->second);
+         }
+     },
+     [](const Fensterlage &l) {
+         return l.platz ? std::optional(PairText(l.platz->x(), l.platz->y())) : std::nullopt;
+     }},
+    {"AbfrageGroesse=",
+     [](Fensterlage &l, QByteArrayView v) {
+         const auto pair = PairValue(v);
+         if (pair && pair->first > 0 && pair->second > 0) {
+             l.groesse = QSize(pair->first, pair->second);
+         }
+     },
+     [](const Fensterlage &l) {
+         return l.groesse ? std::optional(PairText(l.groesse->width(), l.groesse->height())) : std::nullopt;
+     }},
+    {"AbfrageMaximiert=",
+     [](Fensterlage &l, QByteArrayView v) { l.maximiert = SameLetters(v.trimmed(), BoolText(true)); },
+     [](const Fensterlage &l) { return l.maximiert ? std::optional(BoolText(true)) : std::nullopt; }},
+};
+
+bool IsWindowEntry(QByteArrayView line)
+{
+    return std::any_of(std::begin(WindowKeys), std::end(WindowKeys),
+                       [line](const WindowKey &key) { return ValueBehind(line, key.name).has_value(); });
+}
+
 QByteArrayView HeaderOf(qint16 section)
 {
     switch (section) {
@@ -56,6 +99,8 @@ QByteArrayView HeaderOf(qint16 section)
         return FontHeader;
     case AnimationSwitch:
         return AnimationHeader;
+    case Windows:
+        return WindowsHeader;
     default:
         return {};
     }
@@ -64,7 +109,7 @@ QByteArrayView HeaderOf(qint16 section)
 // The section that the line opens, 0 for one that is not known.
 qint16 SectionOf(QByteArrayView line)
 {
-    for (const qint16 section : {RecentFiles, Font, AnimationSwitch}) {
+    for (const qint16 section : {RecentFiles, Font, AnimationSwitch, Windows}) {
         if (SameLetters(line, HeaderOf(section))) {
             return section;
         }
@@ -83,14 +128,20 @@ void SetRecentFile(std::array<QString, 5> &names, size_t index, QByteArrayView l
 }
 
 // The lines that a rewritten section begins with.
-QByteArray NewEntries(qint16 section, const QString &value, const Schrift &schrift)
+QByteArray NewEntries(qint16 section, const QString &value, const AppConfig &config)
 {
     QByteArray entries;
     if (section == RecentFiles && !value.isEmpty()) {
         entries = LineFromName(value) + "\r\n";
     } else if (section == Font) {
         for (const FontKey &key : FontKeys) {
-            entries += key.name + key.text(schrift) + "\r\n";
+            entries += key.name + key.text(config.schrift) + "\r\n";
+        }
+    } else if (section == Windows) {
+        for (const WindowKey &key : WindowKeys) {
+            if (const auto text = key.text(config.Abfrage)) {
+                entries += key.name + *text + "\r\n";
+            }
         }
     } else if (section == AnimationSwitch) {
         entries = AnimationKey.toByteArray() + LineFromText(value) + "\r\n";
@@ -99,32 +150,39 @@ QByteArray NewEntries(qint16 section, const QString &value, const Schrift &schri
 }
 
 // `content` with one section rewritten, every other line byte for byte as it was.
-QByteArray Rewritten(const QByteArray &content, qint16 section, const QString &value, const Schrift &schrift)
+QByteArray Rewritten(const QByteArray &content, qint16 section, const QString &value, const AppConfig &config)
 {
     const QByteArrayView header = HeaderOf(section);
-    const QByteArray entries = NewEntries(section, value, schrift);
+    const QByteArray entries = NewEntries(section, value, config);
     QByteArray result;
     bool replacing = false;
+    bool found = false;
     qsizetype names = 0;
     for (const KonfigLine &line : KonfigLines(content)) {
         if (IsHeader(line.text)) {
             replacing = false;
         }
         if (!header.isEmpty() && SameLetters(line.text, header)) {
-            replacing = true;
+            replacing = found = true;
             names = value.isEmpty() ? 0 : 1;
             result += line.whole;
             if (line.whole.size() == line.text.size()) { // the last line, without an end
                 result += "\r\n";
             }
             result += entries;
-        } else if (!replacing || IsComment(line.text)) {
+        } else if (!replacing || IsComment(line.text) || (section == Windows && !IsWindowEntry(line.text))) {
             result += line.whole;
         } else if (section == RecentFiles && names < MaxRecentFiles &&
                    NameFromLine(line.text).compare(value, Qt::CaseInsensitive) != 0) {
             ++names;
             result += line.whole;
         }
+    }
+    if (section == Windows && !found) {
+        if (!result.isEmpty() && !result.endsWith('\n') && !result.endsWith('\r')) {
+            result += "\r\n";
+        }
+        result += header.toByteArray() + "\r\n" + entries;
     }
     return result;
 }
@@ -210,6 +268,12 @@ void AppConfig::ReadConfig()
             if (const auto value = ValueBehind(line.text, AnimationKey)) {
                 tryStep([&] { Animation = BoolValue(*value); });
             }
+        } else if (section == Windows) {
+            for (const WindowKey &key : WindowKeys) {
+                if (const auto value = ValueBehind(line.text, key.name)) {
+                    key.take(Abfrage, *value);
+                }
+            }
         }
     }
     Gelesen();
@@ -220,7 +284,7 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
     {
         const DirectoryLock lock(ProgrammPfad);
         const QString konfig = KonfigPfad("konfig.dat");
-        const QByteArray content = Rewritten(ReadFile(konfig, MaxFileSize), section, value, schrift);
+        const QByteArray content = Rewritten(ReadFile(konfig, MaxFileSize), section, value, *this);
         // A rename asks nobody whether the file that it replaces may be written.
         if (!MayWrite(konfig)) {
             throw StoreError(Fehler::NichtErlaubt,

@@ -5,11 +5,14 @@
 #include "Meldungen.h"
 #include "StoreError.h"
 
+#include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 // The standard font for the text of new cards.
 struct Schrift
@@ -18,6 +21,17 @@ struct Schrift
     float FontSize = 10; // points
     bool FontBold = false, FontItalic = false, FontStrikethru = false, FontUnderline = false;
     qint32 Color = 0; // blue-green-red
+};
+
+// What the learner has made of a window; the program chooses what he has left as it was. Logical pixels of
+// the desktop, without the frame.
+struct Fensterlage
+{
+    std::optional<QPoint> platz = {};
+    std::optional<QSize> groesse = {};
+    bool maximiert = false;
+
+    bool operator==(const Fensterlage &) const = default;
 };
 
 // The user's settings and the file "konfig.dat" in the program directory that keeps them.
@@ -32,16 +46,18 @@ public:
     Schrift schrift;
     std::array<QString, 5> MDat; // recently opened card files, latest first; an empty entry is not shown
     bool Animation = true;
+    Fensterlage Abfrage; // the query's
     std::function<void()> Gelesen = [] {
     }; // called after every ReadConfig, so that the menu shows the new values
 
     // Takes every setting that the file holds; what it lacks, or what cannot be read, keeps its value. Each
     // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on. A file that is gone is
-    // then made again from the shipped one.
+    // then made again from the shipped one. What is no place or size of a window is passed over.
     void ReadConfig();
     // Rewrites one section and reads the file anew: 1 puts the file name `value` on top of the recent files,
     // 2 stores `schrift` (`value` is not used), 3 stores `value`, "True" or "False", as the animation
-    // setting. A section that the file does not have is not written. Throws StoreError, and konfig.dat is
+    // setting; a section that the file does not have is not written. 4 stores `Abfrage` (`value` is not
+    // used) and appends its section where there is none. Throws StoreError, and konfig.dat is
     // then as it was; one that is read-only is never replaced.
     void WriteConfig(qint16 section, const QString &value);
     // WriteConfig for a command: shows `kontext` and the error's text. That settings may not be written is

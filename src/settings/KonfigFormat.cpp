@@ -16,6 +16,7 @@ namespace {
 
 constexpr QByteArrayView UrlStart = "file://";
 constexpr qsizetype MaxTextLength = 4096; // characters; no path is longer
+constexpr int MaxPixels = 32767;          // of a desktop, in each direction
 constexpr double MinFontSize = 1, MaxFontSize = 1638;
 
 [[noreturn]] void ThrowValueError(int number, const QString &what, QByteArrayView value)
@@ -199,6 +200,19 @@ qint32 ColorValue(QByteArrayView value)
     return static_cast<qint32>(color);
 }
 
+std::optional<std::pair<int, int>> PairValue(QByteArrayView value)
+{
+    const QByteArray text = value.trimmed().toByteArray();
+    const qsizetype middle = text.indexOf(';');
+    const int first = text.left(middle).toInt();
+    const int second = text.mid(middle + 1).toInt();
+    if (text != PairText(first, second) || qAbs(qint64{first}) > MaxPixels ||
+        qAbs(qint64{second}) > MaxPixels) {
+        return std::nullopt;
+    }
+    return std::pair(first, second);
+}
+
 QByteArray BoolText(bool value)
 {
     return value ? "True" : "False";
@@ -211,4 +225,9 @@ QByteArray SizeText(float value)
         text.replace('.', ',');
     }
     return text;
+}
+
+QByteArray PairText(int first, int second)
+{
+    return QByteArray::number(first) + ';' + QByteArray::number(second);
 }

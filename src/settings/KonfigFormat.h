@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 // The lines and values of "konfig.dat": Windows-1252, lines ended by CR LF. Files that other editors have
@@ -44,6 +45,9 @@ QString NameValue(QByteArrayView line); // NameFromLine, if it can be a path at 
 bool BoolValue(QByteArrayView value);
 float SizeValue(QByteArrayView value);   // the decimal sign may be a comma or a point, 1 to 1638 points
 qint32 ColorValue(QByteArrayView value); // decimal
+// "120;80"; nothing where the text is not two whole numbers that a place or size on a screen can have.
+std::optional<std::pair<int, int>> PairValue(QByteArrayView value);
 
 QByteArray BoolText(bool value);  // "True" or "False"
 QByteArray SizeText(float value); // with the decimal sign of the user's locale
+QByteArray PairText(int first, int second);

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QPoint>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSize>
 #include <QTest>
 
@@ -113,6 +114,42 @@ public:
                    },
                    30000) &&
                Schliessen("Merkkasten", "Return");
+    }
+
+    // Holds a key down until the server has sent this many presses of it; returns how many it were in the
+    // end.
+    qsizetype Halten(const QString &titel, const QString &taste, int mindestens) const
+    {
+        if (!WarteAuf(titel))
+            return 0;
+        QProcess ohr; // is sent the keys of the window too
+        ohr.setProcessEnvironment(umgebung);
+        ohr.start("xev", {"-id", Xdotool({"getactivewindow"}), "-event", "keyboard"});
+        QString gehoert;
+        const auto presse = [&](const QString &name) {
+            gehoert += QString::fromLatin1(ohr.readAllStandardOutput());
+            static const QRegularExpression Druck("KeyPress event.*?keysym 0x[0-9a-f]+, (\\w+)\\)",
+                                                  QRegularExpression::DotMatchesEverythingOption);
+            qsizetype mal = 0;
+            for (auto druck = Druck.globalMatch(gehoert); druck.hasNext();)
+                if (druck.next().captured(1) == name)
+                    ++mal;
+            return mal;
+        };
+        // Keys that do nothing mark the beginning and the end.
+        const auto gehoertVon = [&](const QString &marke) {
+            Xdotool({"key", marke});
+            return presse(marke) > 0;
+        };
+        if (!QTest::qWaitFor([&] { return gehoertVon("Shift_L"); }, 30000))
+            return 0;
+        Xdotool({"keydown", taste});
+        const bool oft = QTest::qWaitFor([&] { return presse(taste) >= mindestens; }, 30000);
+        Xdotool({"keyup", taste});
+        const bool alle = QTest::qWaitFor([&] { return gehoertVon("Control_L"); }, 30000);
+        ohr.kill();
+        ohr.waitForFinished();
+        return oft && alle ? presse(taste) : 0;
     }
 
     // Types a text into the window that has the keyboard.

@@ -39,6 +39,12 @@ Tasten Falsch(const QString &fach)
     return {{Box, fach}, {Abfrage, "x"}, {Abfrage, "Return"}};
 }
 
+// An entry of the editor's menu "Extras", so many down.
+Tasten EditorExtras(int runter)
+{
+    return Tasten{{Editor, "alt+x"}} + Tasten(runter, {Editor, "Down"}) + Tasten{{Editor, "Return"}};
+}
+
 QList<Zustand> Zustaende()
 {
     const Tasten editor = Menue(2, 1);
@@ -60,16 +66,23 @@ QList<Zustand> Zustaende()
         {"open a file", {{Box, "ctrl+o"}}, "Merkkasten öffnen"},
         {"new file", {{Box, "ctrl+n"}}, "Merkkasten anlegen"},
         {"standard font", Menue(2, 2), "Schriftart"},
+        {"its colour", Menue(2, 2) + Tasten{{"Schriftart", "alt+f"}}, "Schriftfarbe"},
         {"other card file", {{Box, "ctrl+l"}}, "Datei laden"},
         {"editor", editor, Editor},
         {"changed card", geaendert + Tasten{{Editor, "alt+Prior"}, {Meldung, "Return"}}, Editor, 0,
          "yFrage 1"},
+        {"search", editor + Tasten{{Editor, "F3"}}, "Suchen"},
+        {"search over a changed card", geaendert + Tasten{{Editor, "F3"}}, "Suchen", 0, "yFrage 1"},
+        {"pictures of a card", editor + EditorExtras(5), "Bild bearbeiten"},
+        {"sounds of a card", editor + EditorExtras(6), "Sound bearbeiten"},
         {"overview", Menue(3, 1), "Lernkarten"},
         {"export", Menue(4, 1), "ASCII-Export"},
         {"import", Menue(4, 2), "ASCII-Import"},
         {"topics", Menue(4, 3), "Thema ausfiltern"},
         {"append", Menue(4, 4), "Kartei anhängen"},
+        {"mirror", Menue(4, 5), "Thema ausfiltern"},
         {"all cards to new", Menue(4, 6), "Alle Karten nach Fach Neu"},
+        {"done cards to new", Menue(4, 7), "Erledigte Karten nach Fach Neu"},
         {"statistics", Menue(4, 9), "Statistik"},
         {"about", Menue(5, 1), "über Paukfix"},
     };
@@ -224,6 +237,30 @@ private slots:
         QVERIFY(lauf_->IstZuEnde());
         for (const CardRecord &karte : ReadCards(Kartei()))
             QCOMPARE(int(karte.FachNr), 1);
+    }
+
+    void TheQuestionAtADamagedFileEnds_data()
+    {
+        QTest::addColumn<int>("ende");
+        QTest::newRow("session") << int(Ende::Sitzung);
+        QTest::newRow("terminated") << int(Ende::Beendet);
+    }
+
+    // Nothing is repaired that nobody agreed to.
+    void TheQuestionAtADamagedFileEnds()
+    {
+        QFETCH(int, ende);
+        MakeCardFile(Kartei(), {MakeCard(1, 0, 1)});
+        QFile datei(Kartei());
+        QVERIFY(datei.resize(datei.size() - 4096) && datei.open(QIODevice::ReadOnly));
+        const QByteArray vorher = datei.readAll();
+        Anfangen({Kartei()});
+        QVERIFY(anzeige_->WarteAuf("Merkkasten"));
+        QVERIFY(sitzung_->Angemeldet());
+        Beenden(Ende(ende));
+        QVERIFY(lauf_->IstZuEnde());
+        QVERIFY(datei.seek(0));
+        QCOMPARE(datei.readAll(), vorher);
     }
 
     void TheOpeningOfAFileEnds()

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anzeige.h"
+#include "Programmkopie.h"
+#include "StoreTestSupport.h"
+
+#include <QRegularExpression>
+
+// The built program's query in its real window: where it stands, and a key that is held down in it.
+class AbfragefensterTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Anzeige> anzeige_;
+    std::unique_ptr<QTemporaryDir> ordner_;
+    const QString box_ = "Lern-Box", abfrage_ = "Merkkasten Abfrage";
+
+    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
+
+    QByteArray Konfig() const
+    {
+        QFile datei(Pfad("konfig.dat"));
+        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
+    }
+
+    void Starten(Lauf &lauf) const
+    {
+        QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
+    }
+
+    void Beenden(Lauf &lauf) const
+    {
+        QVERIFY(anzeige_->Taste(box_, "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    // Asks a card, looks where its window is, and answers.
+    QString LageDerNaechsten() const
+    {
+        QString lage;
+        if (anzeige_->Taste(box_, "n"))
+            lage = anzeige_->Lage(abfrage_);
+        for (const char *taste : {"x", "Return", "Return"})
+            if (!anzeige_->Taste(abfrage_, taste))
+                return {};
+        return lage;
+    }
+
+private slots:
+
+    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+
+    void cleanupTestCase() { anzeige_.reset(); }
+
+    void init()
+    {
+        ordner_ = std::make_unique<QTemporaryDir>();
+        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
+        QList<CardRecord> karten;
+        for (int i = 1; i <= 20; ++i)
+            karten << MakeCard(i, 0, i);
+        MakeCardFile(Pfad("a.pzb"), karten);
+    }
+
+    void TheQueryStaysWhereTheLearnerPutsIt()
+    {
+        QString lage;
+        {
+            Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+            Starten(lauf);
+            QVERIFY(anzeige_->Taste(box_, "n"));
+            QVERIFY(anzeige_->Versetzen(abfrage_, {61, 47}, {1010, 765}));
+            lage = anzeige_->Lage(abfrage_);
+            QVERIFY2(lage.contains("1010x765"), qPrintable(lage));
+            for (const char *taste : {"x", "Return", "Return"})
+                QVERIFY(anzeige_->Taste(abfrage_, taste));
+            QTRY_VERIFY(Konfig().contains("[Fenster]\r\nAbfragePlatz=61;"));
+            const QByteArray konfig = Konfig();
+            for (int karte = 0; karte < 2; ++karte) // and does not creep
+                QCOMPARE(LageDerNaechsten(), lage);
+            QCOMPARE(Konfig(), konfig);
+            Beenden(lauf);
+        }
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        for (int karte = 0; karte < 2; ++karte)
+            QCOMPARE(LageDerNaechsten(), lage);
+        Beenden(lauf);
+    }
+
+    void AQueryThatNobodyMovesWritesNothing()
+    {
+        const QByteArray vorher = Konfig();
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        const QString lage = LageDerNaechsten();
+        for (int karte = 0; karte < 3; ++karte)
+            QCOMPARE(LageDerNaechsten(), lage);
+        Beenden(lauf);
+        QCOMPARE(Konfig(), vorher);
+        QVERIFY(!QFile::exists(Pfad("konfig.new")));
+    }
+
+    void SettingsThatMayNotBeWrittenAreToldOnce()
+    {
+        QVERIFY(QFile::setPermissions(Pfad("konfig.dat"), QFile::ReadOwner | QFile::ReadGroup));
+        const QByteArray vorher = Konfig();
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        QString lage;
+        for (int karte = 0; karte < 3; ++karte) {
+            QVERIFY(anzeige_->Taste(box_, "n"));
+            QVERIFY(anzeige_->Versetzen(abfrage_, {61 + karte, 47}, {1010, 765 - karte}));
+            lage = anzeige_->Lage(abfrage_);
+            for (const char *taste : {"x", "Return", "Return"})
+                QVERIFY(anzeige_->Taste(abfrage_, taste));
+            if (karte == 0)
+                QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
+        }
+        QCOMPARE(LageDerNaechsten(), lage); // it holds for this run
+        Beenden(lauf);
+        QCOMPARE(Konfig(), vorher);
+    }
+
+    // The server repeats the key; what another program sees of it tells how often.
+    void ADigitThatIsHeldTicksOnce()
+    {
+        CardRecord karte = MakeCard(1, 0, 1);
+        karte.Antworttyp = 2;
+        karte.Antwort_ch_1 = karte.Antwort_ch_2 = karte.Antwort_ch_3 = karte.Antwort_ch_4 =
+            karte.Antwort_ch_5 = true;
+        QVERIFY(QFile::remove(Pfad("a.pzb")));
+        MakeCardFile(Pfad("a.pzb"), {karte, MakeCard(2, 0, 2)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        QVERIFY(anzeige_->Taste(box_, "n"));
+        for (const char *taste : {"2", "3", "4", "5"})
+            QVERIFY(anzeige_->Taste(abfrage_, taste));
+
+        // As often as it takes for presses and repeats to make another tick than presses alone.
+        int gehalten = 0;
+        qsizetype gesehen = 0;
+        while ((gesehen - gehalten) % 2 == 0) {
+            QVERIFY(gehalten < 20);
+            const qsizetype mal = anzeige_->Halten(abfrage_, "1", 4);
+            QVERIFY(mal >= 4);
+            gesehen += mal;
+            ++gehalten;
+        }
+        QVERIFY(anzeige_->Taste(abfrage_, "Return"));
+        QVERIFY(anzeige_->WarteAufFarbe(gehalten % 2 == 1 ? "#00FF00" : "#FF0000"));
+        QVERIFY(anzeige_->Taste(abfrage_, "Return"));
+        Beenden(lauf);
+    }
+};
+
+QTEST_GUILESS_MAIN(AbfragefensterTest)
+#include "AbfragefensterTest.moc"
