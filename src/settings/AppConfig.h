@@ -33,7 +33,7 @@ public:
     std::array<QString, 5> MDat; // recently opened card files, latest first; an empty entry is not shown
     bool Animation = true;
     std::function<void()> Gelesen = [] {
-    }; // called after every ReadConfig, so that the menu shows the new values
+    }; // called after every change from here, so that the menu shows the new values
 
     // Takes every setting that the file holds; what it lacks, or what cannot be read, keeps its value. Each
     // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on. A file that is gone is
@@ -58,6 +58,7 @@ private:
     QString KonfigPfad(const char *name) const;
     bool Verloren() const;
     QByteArray NeuAnlegen() const;
+    void NurMerken(qint16 section, const QString &value);
 
     Meldungen &meldungen_;
 };
