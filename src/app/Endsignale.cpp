@@ -12,8 +12,12 @@ Endsignale::Endsignale()
 {
     sigset_t signale;
     sigemptyset(&signale);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signale, signal);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        // One that the program was started to ignore ("nohup") would come through the line all the same.
+        struct sigaction bisher = {};
+        if (sigaction(signal, nullptr, &bisher) == 0 && bisher.sa_handler != SIG_IGN)
+            sigaddset(&signale, signal);
+    }
     leitung_ = FileHandle(signalfd(-1, &signale, SFD_NONBLOCK | SFD_CLOEXEC));
     // Without the line they do what they always did.
     if (leitung_.Get() >= 0)

@@ -303,9 +303,30 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
     ReadConfig();
 }
 
+// Puts a recent file on top in memory alone, by the rule of Rewritten.
+void AppConfig::NurMerken(qint16 section, const QString &value)
+{
+    if (section != RecentFiles) {
+        return; // the caller has changed the settings already
+    }
+    std::array<QString, 5> names;
+    size_t next = 0;
+    if (!value.isEmpty()) {
+        names[next++] = value;
+    }
+    for (const QString &name : MDat) {
+        if (next < names.size() && !name.isEmpty() && name.compare(value, Qt::CaseInsensitive) != 0) {
+            names[next++] = name;
+        }
+    }
+    MDat = names;
+    Gelesen();
+}
+
 void AppConfig::Sichern(qint16 section, const QString &value, const QString &kontext)
 {
     if (NurDieserLauf) {
+        NurMerken(section, value);
         return;
     }
     try {
@@ -313,7 +334,9 @@ void AppConfig::Sichern(qint16 section, const QString &value, const QString &kon
     } catch (const StoreError &error) {
         NurDieserLauf = error.Number() == Fehler::NichtErlaubt;
         meldungen_.Zeigen(kontext + error.Text());
-        if (Verloren()) {
+        if (NurDieserLauf) {
+            NurMerken(section, value);
+        } else if (Verloren()) {
             Schritt(meldungen_, kontext, [&] {
                 NeuAnlegen();
                 WriteConfig(section, value);

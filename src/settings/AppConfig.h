@@ -48,7 +48,7 @@ public:
     bool Animation = true;
     Fensterlage Abfrage; // the query's
     std::function<void()> Gelesen = [] {
-    }; // called after every ReadConfig, so that the menu shows the new values
+    }; // called after every change from here, so that the menu shows the new values
 
     // Takes every setting that the file holds; what it lacks, or what cannot be read, keeps its value. Each
     // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on. A file that is gone is
@@ -74,6 +74,7 @@ private:
     QString KonfigPfad(const char *name) const;
     bool Verloren() const;
     QByteArray NeuAnlegen() const;
+    void NurMerken(qint16 section, const QString &value);
 
     Meldungen &meldungen_;
 };

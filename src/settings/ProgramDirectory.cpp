@@ -2,12 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgramDirectory.h"
 
+#include "EngineLocks.h"
+#include "FileHandle.h"
+#include "KonfigFormat.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -57,23 +62,71 @@ QString SamplesOf(const ProgramPlaces &places)
     return In(places.installed, QStringLiteral("beispiele"));
 }
 
-// The shipped settings; throws where there are none.
-QByteArray ShippedKonfig(const ProgramPlaces &places)
+// Whether the program is installed in the very place where earlier versions kept the user's files, as it is
+// below "~/.local".
+bool IsShared(const ProgramPlaces &places)
+{
+    return SameFile(places.former, places.installed);
+}
+
+// Whether the place is `directory` or lies in it.
+bool Inside(const QString &place, const QString &directory)
+{
+    const auto canonical = [](const QString &path) {
+        const QString found = QFileInfo(path).canonicalFilePath();
+        return (found.isEmpty() ? path : found) + QLatin1Char('/');
+    };
+    return canonical(place).startsWith(canonical(directory));
+}
+
+// `settings` with the recent files that have been moved from `former` under the names that they have in
+// `own`.
+QByteArray WithNewNames(const QByteArray &settings, const ProgramPlaces &places)
+{
+    QByteArray result;
+    for (const KonfigLine &line : KonfigLines(settings)) {
+        const QString prefix = places.former + QLatin1Char('/');
+        const QString name = NameFromLine(line.text);
+        const QString rest = name.mid(prefix.size());
+        if (name.startsWith(prefix) && !HasEntry(places.former, rest) && HasEntry(places.own, rest)) {
+            result += LineFromName(In(places.own, rest)) + line.whole.sliced(line.text.size()).toByteArray();
+        } else {
+            result += line.whole;
+        }
+    }
+    return result;
+}
+
+// The settings to begin with: the shipped ones; throws where there are none. Where an installation has just
+// overwritten the user's, the copy that the program has kept beside them.
+QByteArray FirstKonfig(const ProgramPlaces &places)
 {
     const QString konfig = QStringLiteral("konfig.dat");
+    const QString copy = QStringLiteral("konfig.new");
+    if (IsShared(places) && HasFile(places.former, copy)) {
+        const QByteArray settings = ReadFile(In(places.former, copy), MaxShippedFile);
+        if (!settings.isEmpty()) {
+            return WithNewNames(settings, places);
+        }
+    }
     const bool running = !HasFile(places.installed, konfig) && HasFile(places.running, konfig);
     return ReadFile(In(running ? places.running : places.installed, konfig), MaxShippedFile);
+}
+
+QString StageOf(const ProgramPlaces &places)
+{
+    return In(places.own, QStringLiteral(".einrichtung"));
 }
 
 // The first start: the settings and the sample boxes are put into the user's directory. A directory in it
 // shows that this has begun; every file comes there whole, in one rename.
 void Fill(const ProgramPlaces &places)
 {
-    const QString stage = In(places.own, QStringLiteral(".einrichtung"));
+    const QString stage = StageOf(places);
     if (HasFile(places.own, QStringLiteral("konfig.dat")) && !QFileInfo::exists(stage)) {
         return;
     }
-    const QByteArray settings = ShippedKonfig(places);
+    const QByteArray settings = FirstKonfig(places);
     MakeDirectory(places.own);
     const DirectoryLock lock(places.own);
     const QStringList samples = QDir(SamplesOf(places)).entryList(QDir::Files);
@@ -122,30 +175,77 @@ bool OnOneFileSystem(const QString &one, const QString &other)
            stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev;
 }
 
+// What `former` holds of the user's, the settings last. Where the program is installed there too, its own
+// files are not the user's, and the settings are not there any more: see FirstKonfig.
+QStringList FormerNames(const ProgramPlaces &places)
+{
+    static const QRegularExpression shipped(
+        QStringLiteral("\\A(beispiele|konfig\\.(dat|new)|ueber\\.rtf|Applause\\.wav|lbox\\d\\d\\.jpg|("
+                       "face\\d\\d|paukfix)\\.ico)\\z"));
+    const QString settings = QStringLiteral("konfig.dat");
+    QStringList names = QDir(places.former).entryList(Everything);
+    if (IsShared(places)) {
+        names.removeIf([](const QString &name) { return shipped.match(name).hasMatch(); });
+    } else if (names.removeAll(settings) > 0) {
+        names << settings;
+    }
+    return names;
+}
+
+// Throws 3045 where somebody has a card file in the directory open: its journal would be made where the file
+// is not any more.
+void CheckNoneIsOpen(const QString &directory)
+{
+    QDirIterator files(directory, {QStringLiteral("*.pzb")}, QDir::Files | QDir::Hidden,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        const QByteArray name = QFile::encodeName(path);
+        int type = F_WRLCK;
+        FileHandle file(open(name.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+        if (file.Get() < 0) {
+            type = F_RDLCK;
+            file = FileHandle(open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        }
+        if (file.Get() >= 0) {
+            LockCardFile(file.Get(), type, path);
+        }
+    }
+}
+
 // Moves the user's files of an earlier version to where they are today; the old name leads there. False where
 // there are none, or where they cannot all be moved: nothing is copied, for a card file and its journal must
-// never be parted. A kill in between is made good by the next start, as the settings go last.
+// never be parted. A kill in between is made good by the next start, as the settings go last. Where the
+// program is installed in the same place, its files stay there, and Fill makes the settings.
 bool MoveFormer(const ProgramPlaces &places)
 {
     const QFileInfo former(places.former);
-    if (!former.isDir() || former.isSymLink() || QDir(places.former).isEmpty(Everything)) {
+    const bool shared = IsShared(places);
+    const QStringList names = FormerNames(places);
+    if (!former.isDir() || (former.isSymLink() && !shared) || names.isEmpty()) {
         return false;
     }
+    const bool entangled =
+        Inside(places.own, places.former) || Inside(places.running, places.former) ||
+        (!shared && (Inside(places.installed, places.former) || Inside(places.former, places.installed)));
+    if (entangled) {
+        return false;
+    }
+    CheckNoneIsOpen(places.former);
     MakeDirectory(places.own);
     const DirectoryLock lock(places.own);
-    const QString settings = QStringLiteral("konfig.dat");
-    QStringList names = QDir(places.former).entryList(Everything);
-    if (names.removeAll(settings) > 0) {
-        names << settings;
-    }
     const bool taken = std::any_of(names.begin(), names.end(),
                                    [&places](const QString &name) { return HasEntry(places.own, name); });
     if (taken || !MayWrite(places.former) || !OnOneFileSystem(places.former, places.own)) {
         rmdir(QFile::encodeName(places.own).constData()); // if it is empty
         return false;
     }
+    if (shared) {
+        MakeDirectory(StageOf(places)); // for Fill
+    }
     for (const QString &name : names) {
-        if (name != settings && HasFile(places.former, name) && HasFile(places.installed, name)) {
+        if (name != QStringLiteral("konfig.dat") && !shared && HasFile(places.former, name) &&
+            HasFile(places.installed, name)) {
             PutAside(places, name);
         } else {
             Rename(In(places.former, name), In(places.own, name));
@@ -154,7 +254,7 @@ bool MoveFormer(const ProgramPlaces &places)
     SyncDirectory(places.own);
     // Names in the list of recent files, and those that the desktop remembers, go on leading there.
     const QByteArray oldName = QFile::encodeName(places.former);
-    if (rmdir(oldName.constData()) == 0) {
+    if (!shared && rmdir(oldName.constData()) == 0) {
         (void)symlink(QFile::encodeName(places.own).constData(), oldName.constData());
     }
     return true;
@@ -195,24 +295,30 @@ ProgramDirectory FindProgramDirectory(const ProgramPlaces &given)
         found.path = places.running;
         return found;
     }
+    const bool shared = IsShared(places);
     try {
         if (!HasFile(places.own, settings)) {
             if (MoveFormer(places)) {
                 found.message = QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher "
                                                "lagen sie in „%2“.")
                                     .arg(places.own, places.former);
-                return found;
-            }
-            if (HasFile(places.former, settings) && !SameFile(places.former, places.own)) {
+                if (!shared) {
+                    return found;
+                }
+            } else if (!shared && HasFile(places.former, settings) && !SameFile(places.former, places.own)) {
                 found.path = places.former;
                 return found;
+            } else if (shared && !FormerNames(places).isEmpty()) {
+                found.message = QStringLiteral("Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten "
+                                               "nicht nach „%2“ gebracht werden.")
+                                    .arg(places.former, places.own);
             }
         }
         Fill(places);
     } catch (const StoreError &error) {
         if (HasFile(places.own, settings)) {
             found.message = QStringLiteral("Die Beispielkarteien konnten nicht angelegt werden: ");
-        } else if (HasFile(places.former, settings)) {
+        } else if (!shared && HasFile(places.former, settings)) {
             found.message = QStringLiteral("Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: ")
                                 .arg(places.own);
             found.path = places.former;

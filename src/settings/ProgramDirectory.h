@@ -35,6 +35,7 @@ struct ProgramDirectory
 // At the first start `own` gets konfig.dat and the sample boxes, never over what lies there already; what is
 // deleted in it later stays deleted, and a fill that was killed is finished by the next start. What `former`
 // holds is moved to `own` first, and `former` becomes a link to it; where that cannot be done, `former`
-// stays the user's directory. Where no directory can be written to, the shipped files are read and the
-// message says so.
+// stays the user's directory, and nothing is moved while somebody has a card file of it open. Where `former`
+// is `installed` as well, only what is the user's is moved and the rest stays. Where no directory can be
+// written to, the shipped files are read and the message says so.
 ProgramDirectory FindProgramDirectory(const ProgramPlaces &places);

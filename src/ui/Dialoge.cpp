@@ -26,7 +26,7 @@ namespace {
 
 QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 {
-    Dateisymbole symbole;
+    static Dateisymbole symbole; // the dialog's model asks it as long as the dialog lives
     fenster.setIconProvider(&symbole);
     fenster.setObjectName(QStringLiteral("CommonDialog1"));
     fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));

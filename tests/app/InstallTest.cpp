@@ -4,6 +4,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
@@ -92,6 +93,18 @@ private:
             Rechte(eintrag.filePath(), schreibbar);
     }
 
+    static void Installieren(const QString &ziel, const QString &wurzel)
+    {
+        QProcess cmake;
+        QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
+        umgebung.insert("DESTDIR", wurzel);
+        cmake.setProcessEnvironment(umgebung);
+        cmake.setStandardOutputFile(QProcess::nullDevice());
+        cmake.start(CMAKE, {"--install", BUILD_DIR, "--prefix", ziel});
+        QVERIFY(cmake.waitForFinished(120000));
+        QCOMPARE(cmake.exitCode(), 0);
+    }
+
     // The installed program, run by an ordinary user with a home of their own.
     std::unique_ptr<Lauf> Programm(const QStringList &argumente = {}) const
     {
@@ -139,14 +152,7 @@ private slots:
         QCOMPARE(chmod(QFile::encodeName(ordner_.path()).constData(), 0755), 0);
         if (geteuid() == 0)
             QCOMPARE(chown(QFile::encodeName(ordner_.filePath("lauf")).constData(), 65534, 65534), 0);
-        QProcess cmake;
-        QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
-        umgebung.insert("DESTDIR", ordner_.filePath("ziel"));
-        cmake.setProcessEnvironment(umgebung);
-        cmake.setStandardOutputFile(QProcess::nullDevice());
-        cmake.start(CMAKE, {"--install", BUILD_DIR, "--prefix", "/usr"});
-        QVERIFY(cmake.waitForFinished(120000));
-        QCOMPARE(cmake.exitCode(), 0);
+        Installieren("/usr", ordner_.filePath("ziel"));
         Rechte(Installiert(""), false);
         anzeige_ = std::make_unique<Anzeige>();
     }
@@ -286,6 +292,71 @@ private slots:
                                             "Bisher lagen sie in „%2“.")
                                  .arg(QFileInfo(Eigene("x")).path(), QFileInfo(alt + "x").path())));
         QVERIFY(!QFile::exists(Eigene("ueber.rtf")));
+    }
+
+    // "cmake --install ... --prefix ~/.local": the place where earlier versions kept the user's files.
+    void InstalledBelowTheHomeItStaysWhole_data()
+    {
+        QTest::addColumn<bool>("benutzt");
+        QTest::newRow("new") << false;
+        QTest::newRow("used in an earlier version") << true;
+    }
+
+    void InstalledBelowTheHomeItStaysWhole()
+    {
+        QFETCH(const bool, benutzt);
+        const QString daten = Heim(".local/share/paukfix/");
+        const QByteArray latein = Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb"));
+        if (benutzt) {
+            Schreiben(daten + "konfig.dat", "");
+            Schreiben(
+                daten + "konfig.new",
+                Lesen(Installiert("share/paukfix/konfig.dat"))
+                    .replace("[recentfiles]\r\n", "[recentfiles]\r\n" + daten.toUtf8() + "Latein.pzb\r\n"));
+            Schreiben(daten + "Latein.pzb", latein);
+            Schreiben(daten + "kaese.jpg", "own picture");
+        }
+        Installieren(Heim(".local"), {});
+        Uebergeben();
+        const auto installiert = [&] {
+            QStringList namen = Dateien().filter(QRegularExpression("^\\.local/share/paukfix/"));
+            namen.removeIf([](const QString &name) {
+                return QStringList{"konfig.new", "Latein.pzb", "kaese.jpg"}.contains(
+                    QFileInfo(name).fileName());
+            });
+            return namen;
+        };
+        const QStringList vorher = installiert();
+        QVERIFY(vorher.contains(".local/share/paukfix/ueber.rtf"));
+        for (int start = 0; start < 2; ++start) {
+            const auto lauf = Programm();
+            lauf->prozess.setProgram(Heim(".local/bin/paukfix"));
+            QVERIFY(lauf->Starten());
+            if (benutzt && start == 0)
+                QVERIFY(anzeige_->MeldungSchliessen());
+            QVERIFY(anzeige_->Taste("Merkkasten", "Return"));
+            if (benutzt) {
+                // The first of the recent files, where it is now.
+                QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Escape"));
+                QVERIFY(anzeige_->Tasten("Lern-Box", {"alt+d", "Down", "Down", "Return"}));
+                QVERIFY(lauf->HatGeoeffnet(Eigene("Latein.pzb")));
+            } else {
+                Waehlen("Englisch.pzb");
+                QVERIFY(lauf->HatGeoeffnet(Eigene("Englisch.pzb")));
+            }
+            Beenden(*lauf);
+            QCOMPARE(Meldungen().size(), benutzt && start == 0 ? 1 : 0);
+            QCOMPARE(installiert().join("\n"), vorher.join("\n"));
+        }
+        QVERIFY(!QFileInfo(Heim(".local/share/paukfix")).isSymLink());
+        QCOMPARE(Lesen(daten + "konfig.dat"), Lesen(Installiert("share/paukfix/konfig.dat")));
+        QCOMPARE(Lesen(Eigene("kaese.jpg")), benutzt ? QByteArray("own picture") : QByteArray());
+        for (const char *name : {"ueber.rtf", "Applause.wav", "lbox05.jpg", "beispiele"})
+            QVERIFY(!QFile::exists(Eigene(name)));
+        // What the program does next does not go through to the shipped files, nor an update to the user's.
+        const QByteArray meine = Lesen(Eigene("konfig.dat"));
+        Installieren(Heim(".local"), {});
+        QCOMPARE(Lesen(Eigene("konfig.dat")), meine);
     }
 
     void ReadOnlySettingsAreRespectedAndTellItOnce()

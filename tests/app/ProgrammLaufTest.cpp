@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <csignal>
+
 // The built program in a real window, used by keyboard.
 class ProgrammLaufTest : public QObject
 {
@@ -114,6 +116,23 @@ private slots:
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return")); // the refusal
         QVERIFY(anzeige_->Schliessen("Merkkasten öffnen", "Escape"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
+    // As "nohup" starts it; the other signals end it all the same.
+    void ASignalThatItWasStartedToIgnoreStaysIgnored()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        lauf.prozess.setChildProcessModifier([] { std::signal(SIGHUP, SIG_IGN); });
+        QVERIFY(lauf.Starten());
+        QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
+        QVERIFY(anzeige_->WarteAuf("Lern-Box"));
+        QCOMPARE(kill(static_cast<pid_t>(lauf.prozess.processId()), SIGHUP), 0);
+        QVERIFY(anzeige_->Taste("Lern-Box", "n"));
+        QVERIFY(anzeige_->Taste("Merkkasten Abfrage", "Escape"));
+        QVERIFY(anzeige_->WarteAuf("Lern-Box"));
+        QCOMPARE(kill(static_cast<pid_t>(lauf.prozess.processId()), SIGTERM), 0);
         QVERIFY(lauf.IstZuEnde());
     }
 

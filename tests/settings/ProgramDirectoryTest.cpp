@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgramDirectory.h"
 
+#include "EngineLocks.h"
+#include "FileHandle.h"
+
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
@@ -9,6 +12,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <fcntl.h>
 #include <memory>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -87,6 +91,38 @@ private:
         Write(former_ + "/eigene/zwei.pzb", "more");
     }
 
+    // An installation below "~/.local": its files lie where earlier versions kept the user's.
+    void InstallInFormer()
+    {
+        SetMode(installed_, 0755);
+        QVERIFY(QDir().mkpath(QFileInfo(former_).path()));
+        QVERIFY(QDir().rename(installed_, former_));
+        // The same place, spelled as the running program finds it.
+        QVERIFY(QDir().mkpath(directory_->filePath("home/.local/bin")));
+        QVERIFY(QFile::link(directory_->filePath("home/.local"), directory_->filePath("link")));
+        installed_ = directory_->filePath("link/share/paukfix");
+    }
+
+    // The same after an earlier version was used there, and this one installed over it.
+    void UseInstalled() const
+    {
+        QVERIFY(QDir().mkpath(former_ + "/eigene"));
+        Write(former_ + "/konfig.new", "[recentfiles]\r\n" + former_.toUtf8() + "/Latein.pzb\r\n" +
+                                           former_.toUtf8() + "/gone.pzb\r\n[Font]\r\nFontName=mine\r\n");
+        Write(former_ + "/eins.pzb", "learned with");
+        Write(former_ + "/Latein.pzb", "own cards");
+        Write(former_ + "/Latein.pzb-journal", "hot");
+        Write(former_ + "/eigene/zwei.pzb", "more");
+    }
+
+    // Locked as a card file is that another program has open.
+    static FileHandle OpenByOther(const QString &path)
+    {
+        FileHandle file(open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC));
+        LockCardFile(file.Get(), F_WRLCK, path);
+        return file;
+    }
+
     void CheckMoved() const
     {
         QCOMPARE(Read(user_ + "/konfig.dat"), "mine");
@@ -122,6 +158,14 @@ private slots:
     void KillWhileMovingIsMadeGoodByTheNextStart();
     void FormerDirectoryThatCannotBeMovedStays_data();
     void FormerDirectoryThatCannotBeMovedStays();
+    void FormerDirectoryStaysWhileACardFileIsOpen_data();
+    void FormerDirectoryStaysWhileACardFileIsOpen();
+    void InstallationInTheFormerDirectoryIsNotTouched();
+    void UsersFilesAmongInstalledOnesAreMoved_data();
+    void UsersFilesAmongInstalledOnesAreMoved();
+    void UsersFilesAmongInstalledOnesThatCannotBeMovedStay_data();
+    void UsersFilesAmongInstalledOnesThatCannotBeMovedStay();
+    void InstallationInsideTheFormerDirectoryIsNotMoved();
     void NoSeparatorAtTheEnd();
     void OwnDirectoryIsInTheUsersDocuments();
 };
@@ -386,6 +430,142 @@ void ProgramDirectoryTest::FormerDirectoryThatCannotBeMovedStays()
     QCOMPARE(Names(user_), obstacle == 0 ? QStringList("eins.pzb") : QStringList());
     if (obstacle == 0)
         QCOMPARE(Read(user_ + "/eins.pzb"), "another");
+}
+
+void ProgramDirectoryTest::FormerDirectoryStaysWhileACardFileIsOpen_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("beside the settings") << "Latein.pzb";
+    QTest::newRow("in a directory of the user's") << "eigene/zwei.pzb";
+}
+
+void ProgramDirectoryTest::FormerDirectoryStaysWhileACardFileIsOpen()
+{
+    QFETCH(const QString, name);
+    MakeFormer();
+    const QStringList before = Names(former_);
+    {
+        const FileHandle other = OpenByOther(former_ + '/' + name);
+        const ProgramDirectory found = Found();
+        QCOMPARE(found.path, former_);
+        QCOMPARE(found.message,
+                 QStringLiteral("Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: Die "
+                                "Datei „%2“ ist gesperrt: ein anderes Programm hat sie geöffnet.")
+                     .arg(user_, former_ + '/' + name));
+        QVERIFY(found.keepsSettings);
+        QCOMPARE(Names(former_), before);
+        QVERIFY(!QFile::exists(user_));
+    }
+    QCOMPARE(Found().path, user_);
+    CheckMoved();
+}
+
+void ProgramDirectoryTest::InstallationInTheFormerDirectoryIsNotTouched()
+{
+    InstallInFormer();
+    const QStringList shipped = Names(installed_), samples = Names(installed_ + "/beispiele");
+    for (int start = 0; start < 2; ++start) {
+        QCOMPARE(Find(), user_);
+        QCOMPARE(Names(installed_), shipped);
+        QCOMPARE(Names(installed_ + "/beispiele"), samples);
+        QVERIFY(!QFileInfo(installed_).isSymLink());
+        QCOMPARE(Names(user_), QStringList({"eins.pzb", "konfig.dat", "Käse.wav"}));
+    }
+}
+
+void ProgramDirectoryTest::UsersFilesAmongInstalledOnesAreMoved_data()
+{
+    QTest::addColumn<bool>("killed");
+    QTest::newRow("at once") << false;
+    QTest::newRow("after a kill") << true;
+}
+
+void ProgramDirectoryTest::UsersFilesAmongInstalledOnesAreMoved()
+{
+    QFETCH(const bool, killed);
+    InstallInFormer();
+    const QStringList shipped = Names(installed_), samples = Names(installed_ + "/beispiele");
+    UseInstalled();
+    if (killed) {
+        QVERIFY(QDir().mkpath(user_ + "/.einrichtung"));
+        for (const char *name : {"eins.pzb", "Latein.pzb"})
+            QVERIFY(QFile::rename(former_ + '/' + name, user_ + '/' + name));
+    }
+    const ProgramDirectory found = Found();
+    QCOMPARE(found.path, user_);
+    QCOMPARE(found.message,
+             QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
+                            "sie in „%2“.")
+                 .arg(user_, former_));
+    QVERIFY(found.keepsSettings);
+    QCOMPARE(Read(user_ + "/konfig.dat"), "[recentfiles]\r\n" + user_.toUtf8() + "/Latein.pzb\r\n" +
+                                              former_.toUtf8() + "/gone.pzb\r\n[Font]\r\nFontName=mine\r\n");
+    QCOMPARE(Read(user_ + "/eins.pzb"), "learned with");
+    QCOMPARE(Read(user_ + "/Latein.pzb"), "own cards");
+    QCOMPARE(Read(user_ + "/Latein.pzb-journal"), "hot");
+    QCOMPARE(Read(user_ + "/eigene/zwei.pzb"), "more");
+    // What the program has brought stays where an update writes it.
+    QStringList left = Names(installed_);
+    left.removeAll("konfig.new");
+    QCOMPARE(left, shipped);
+    QCOMPARE(Names(installed_ + "/beispiele"), samples);
+    QCOMPARE(Read(installed_ + "/konfig.dat"), "[Font]\r\n");
+    QCOMPARE(Names(user_), QStringList({"eigene", "eins.pzb", "konfig.dat", "Käse.wav", "Latein.pzb",
+                                        "Latein.pzb-journal"}));
+    QCOMPARE(Find(), user_);
+}
+
+void ProgramDirectoryTest::UsersFilesAmongInstalledOnesThatCannotBeMovedStay_data()
+{
+    QTest::addColumn<bool>("open");
+    QTest::newRow("a file of the same name") << false;
+    QTest::newRow("somebody has a card file open") << true;
+}
+
+void ProgramDirectoryTest::UsersFilesAmongInstalledOnesThatCannotBeMovedStay()
+{
+    QFETCH(const bool, open);
+    InstallInFormer();
+    UseInstalled();
+    const QStringList before = Names(installed_);
+    if (open) {
+        {
+            const FileHandle other = OpenByOther(former_ + "/Latein.pzb");
+            const ProgramDirectory found = Found();
+            QCOMPARE(found.path, installed_);
+            QVERIFY(!found.keepsSettings); // or they would be written over the user's
+            QVERIFY(found.message.contains("Latein.pzb“ ist gesperrt"));
+            QCOMPARE(Names(installed_), before);
+        }
+        QCOMPARE(Found().path, user_);
+        QCOMPARE(Read(user_ + "/Latein.pzb"), "own cards");
+        return;
+    }
+    QVERIFY(QDir().mkpath(user_));
+    Write(user_ + "/Latein.pzb", "another");
+    const ProgramDirectory found = Found();
+    QCOMPARE(found.path, user_);
+    QCOMPARE(found.message,
+             QStringLiteral("Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten nicht nach "
+                            "„%2“ gebracht werden.")
+                 .arg(former_, user_));
+    QCOMPARE(Names(installed_), before);
+    QCOMPARE(Read(user_ + "/Latein.pzb"), "another");
+    QVERIFY(Read(user_ + "/konfig.dat").contains("FontName=mine"));
+    QVERIFY(Read(user_ + "/konfig.dat").contains(former_.toUtf8() + "/Latein.pzb\r\n"));
+    QCOMPARE(Find(), user_); // said once
+}
+
+void ProgramDirectoryTest::InstallationInsideTheFormerDirectoryIsNotMoved()
+{
+    MakeFormer();
+    SetMode(installed_, 0755);
+    QVERIFY(QDir().mkpath(former_ + "/share"));
+    QVERIFY(QDir().rename(installed_, former_ + "/share/paukfix"));
+    installed_ = former_ + "/share/paukfix";
+    QCOMPARE(Find(), former_);
+    QVERIFY(QFile::exists(installed_ + "/ueber.rtf"));
+    QCOMPARE(Read(former_ + "/Latein.pzb"), "own cards");
 }
 
 void ProgramDirectoryTest::NoSeparatorAtTheEnd()

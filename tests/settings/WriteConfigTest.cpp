@@ -46,6 +46,7 @@ private slots:
     void PermissionsStay();
     void ReadOnlyFileIsNotReplaced();
     void ReadOnlyFileIsToldOnce();
+    void RecentFilesHoldUntilTheEndWhereTheyCannotBeWritten();
     void FileThatIsGoneIsToldAndMadeAgain();
     void FullDiskLeavesTheOldFile();
     void RewritingThatGrowsTooLargeIsAnError();
@@ -298,6 +299,21 @@ void WriteConfigTest::ReadOnlyFileIsToldOnce()
     QCOMPARE(meldungen_->Texte(),
              QStringList("Nicht gespeichert: Die Datei ist schreibgeschützt: " + Path("konfig.dat")));
     QVERIFY(!config_->Animation); // until the program ends
+}
+
+void WriteConfigTest::RecentFilesHoldUntilTheEndWhereTheyCannotBeWritten()
+{
+    Write("[recentfiles]\na.pzb\nb.pzb\nc.pzb\nd.pzb\ne.pzb\n");
+    config_->ReadConfig();
+    QCOMPARE(chmod(qPrintable(Path("konfig.dat")), 0444), 0);
+    gelesen_ = 0;
+    config_->Sichern(1, "B.PZB", "Nicht gespeichert: "); // tells it
+    QCOMPARE(gelesen_, 1);
+    QCOMPARE(Names(), QStringList({"B.PZB", "a.pzb", "c.pzb", "d.pzb", "e.pzb"}));
+    config_->Sichern(1, "f.pzb", "Nicht gespeichert: "); // knows it
+    QCOMPARE(gelesen_, 2);
+    QCOMPARE(Names(), QStringList({"f.pzb", "B.PZB", "a.pzb", "c.pzb", "d.pzb"}));
+    QCOMPARE(meldungen_->Texte().size(), 1);
 }
 
 void WriteConfigTest::FileThatIsGoneIsToldAndMadeAgain()
