@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -96,7 +97,8 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
 {
     if (isReadOnly())
         return;
-    if (Einfuegen(*source)) {
+    abgelehnt_ = !Einfuegen(*source);
+    if (!abgelehnt_) {
         ensureCursorVisible();
         return;
     }
@@ -120,14 +122,18 @@ bool RichTextBox::Einfuegen(const QMimeData &quelle)
 
 void RichTextBox::dropEvent(QDropEvent *event)
 {
-    // What is moved within the box is taken out before it is put in, and would be lost if it did not fit.
-    const bool eigenes = event->source() == this || event->source() == viewport();
-    if (eigenes && event->dropAction() == Qt::MoveAction && acceptRichText() &&
-        AngebotVon(*event->mimeData()).zuGross) {
-        event->ignore();
-        return;
-    }
+    abgelehnt_ = false;
     QTextEdit::dropEvent(event);
+    if (!std::exchange(abgelehnt_, false))
+        return;
+    // What is moved within the box is taken out before it is put in; elsewhere the source does so afterwards.
+    const bool eigenes = event->source() == this || event->source() == viewport();
+    if (eigenes && event->dropAction() == Qt::MoveAction) {
+        undo();
+        document()->clearUndoRedoStacks(QTextDocument::RedoStack);
+    }
+    event->setDropAction(Qt::IgnoreAction);
+    event->ignore();
 }
 
 QSize RichTextBox::minimumSizeHint() const

@@ -58,4 +58,5 @@ private:
 
     QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
     int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
+    bool abgelehnt_ = false;               // what was last put in did not fit
 };

@@ -42,15 +42,16 @@ private:
         QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
     }
 
-    // At the end of the text, from another program.
-    void Fallenlassen(QMimeData *mime)
+    // At the end of the text, from elsewhere. Tells what the source learns of it.
+    Qt::DropAction Fallenlassen(QMimeData *mime, Qt::DropAction angeboten = Qt::CopyAction)
     {
         const std::unique_ptr<QMimeData> besitz(mime);
         const QPoint ort = box_->cursorRect().center();
-        QDragEnterEvent enter(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(ort, angeboten, mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(box_->viewport(), &enter);
-        QDropEvent drop(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(ort, angeboten, mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(box_->viewport(), &drop);
+        return drop.isAccepted() ? drop.dropAction() : Qt::IgnoreAction;
     }
 
     // Of the first place where this text stands.
@@ -264,6 +265,27 @@ private slots:
                      "");
             QCOMPARE(box_->RichText(), rtf);
             QVERIFY(!box_->document()->isRedoAvailable());
+        }
+    }
+
+    // The source takes it out of its own text then.
+    void WhatIsMovedHereIsTakenOnlyWhereItFits()
+    {
+        QStringList gruende;
+        box_->bei_Ablehnung = [&](const QString &grund) { gruende << grund; };
+        auto *klein = new QMimeData;
+        klein->setText("neu");
+        QCOMPARE(Fallenlassen(klein, Qt::MoveAction), Qt::MoveAction);
+        QCOMPARE(box_->PlainText(), "alt neu");
+        auto *formatiert = new QMimeData;
+        formatiert->setHtml("<p>" + QString(1'500'000, u'a') + "</p>");
+        auto *voll = new QMimeData;
+        voll->setText(QString(2'000'000, u'a'));
+        for (QMimeData *gross : {formatiert, voll}) {
+            QCOMPARE(Fallenlassen(gross, Qt::MoveAction), Qt::IgnoreAction);
+            QTRY_COMPARE(gruende.size(), 1);
+            gruende.clear();
+            QCOMPARE(box_->PlainText(), "alt neu");
         }
     }
 
