@@ -56,6 +56,20 @@ Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret, const 
     return AusRtf(FragmentToRtf(QTextDocumentFragment(text.get())));
 }
 
+std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime)
+{
+    auto kopie = std::make_unique<QMimeData>();
+    for (const QString &art : RtfArten) {
+        if (mime.hasFormat(art))
+            kopie->setData(art, mime.data(art));
+    }
+    if (mime.hasHtml())
+        kopie->setHtml(mime.html());
+    if (mime.hasText())
+        kopie->setText(mime.text());
+    return kopie;
+}
+
 bool HatText(const QMimeData &mime)
 {
     return mime.hasText() || mime.hasHtml() || mime.hasFormat(RtfArten[0]) || mime.hasFormat(RtfArten[1]);

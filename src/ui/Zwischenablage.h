@@ -26,5 +26,8 @@ struct Angebot
 // Reduced to what a card can hold: RTF as our reader takes it, HTML as `TextAusHtml` does.
 Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret = {}, const QFont &standard = {});
 
+// The text of it in all its forms, for when its owner may be gone.
+std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime);
+
 // Whether there is text in any form.
 bool HatText(const QMimeData &mime);
