@@ -50,8 +50,13 @@ private:
     const QWidget &box_;
 };
 
-QString ZuGross()
+QString Grund(Ablehnung ablehnung)
 {
+    if (ablehnung == Ablehnung::ZuVerschachtelt)
+        return QStringLiteral(
+            "Dieser Text ist zu verschachtelt und wurde nicht eingefügt: Zu viele Teile liegen ineinander, "
+            "stehen in Listen oder haben eigene Formate. Fügen Sie ihn in Stücken ein, oder erst in ein "
+            "Programm, das nur einfachen Text kennt, und von dort hierher.");
     return QStringLiteral("Dieser Text ist zu groß und wurde nicht eingefügt. Ein Feld fasst etwa 1.000.000 "
                           "Zeichen, 80.000 Zeilen oder 80.000 Wechsel der Schrift.");
 }
@@ -97,27 +102,28 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
 {
     if (isReadOnly())
         return;
-    abgelehnt_ = !Einfuegen(*source);
+    const Ablehnung ablehnung = Einfuegen(*source);
+    abgelehnt_ = ablehnung != Ablehnung::Keine;
     if (!abgelehnt_) {
         ensureCursorVisible();
         return;
     }
     // A drop is not over before this returns.
     QMetaObject::invokeMethod(
-        this, [this] { bei_Ablehnung ? bei_Ablehnung(ZuGross()) : QApplication::beep(); },
+        this, [this, ablehnung] { bei_Ablehnung ? bei_Ablehnung(Grund(ablehnung)) : QApplication::beep(); },
         Qt::QueuedConnection);
 }
 
-bool RichTextBox::Einfuegen(const QMimeData &quelle)
+Ablehnung RichTextBox::Einfuegen(const QMimeData &quelle)
 {
     Angebot angebot;
     if (acceptRichText())
         angebot = AngebotVon(quelle, currentCharFormat(), document()->defaultFont());
-    if (angebot.zuGross)
-        return false;
-    if (angebot.text)
-        return InsertRichText(textCursor(), *angebot.text);
-    return InsertPlainText(textCursor(), quelle.text());
+    if (angebot.ablehnung != Ablehnung::Keine)
+        return angebot.ablehnung;
+    const bool passt = angebot.text ? InsertRichText(textCursor(), *angebot.text)
+                                    : InsertPlainText(textCursor(), quelle.text());
+    return passt ? Ablehnung::Keine : Ablehnung::ZuGross;
 }
 
 void RichTextBox::dropEvent(QDropEvent *event)

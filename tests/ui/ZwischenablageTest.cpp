@@ -268,6 +268,33 @@ private slots:
         }
     }
 
+    void WhatIsTooMuchWorkIsNotCalledTooLong_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<bool>("zuGross");
+        const auto oft = [](const char *teil, int mal) { return QString::fromLatin1(teil).repeated(mal); };
+        QTest::newRow("items") << "<ul>" + oft("<li>a", 4'001) + "</ul>" << false;
+        QTest::newRow("depth") << oft("<div>", 501) + "a" << false;
+        QTest::newRow("rules") << "<style>" + oft("p{color:red}", 20'000) + "</style>" +
+                                      oft("<p>a</p>", 1'000)
+                               << false;
+        QTest::newRow("characters") << "<p>" + oft("a", 1'500'000) << true;
+        QTest::newRow("far more characters") << "<p>" + oft("a", 2'500'000) << true;
+    }
+
+    void WhatIsTooMuchWorkIsNotCalledTooLong()
+    {
+        QFETCH(QString, html);
+        QFETCH(bool, zuGross);
+        QStringList gruende;
+        box_->bei_Ablehnung = [&](const QString &grund) { gruende << grund; };
+        Einfuegen(html);
+        QTRY_COMPARE(gruende.size(), 1);
+        const char *anfang = zuGross ? "Dieser Text ist zu groß und" : "Dieser Text ist zu verschachtelt und";
+        QVERIFY2(gruende[0].startsWith(anfang), qPrintable(gruende[0]));
+        QCOMPARE(box_->PlainText(), "alt ");
+    }
+
     // The source takes it out of its own text then.
     void WhatIsMovedHereIsTakenOnlyWhereItFits()
     {
