@@ -27,15 +27,11 @@
 
 namespace {
 
-bool IstEingabetaste(const QKeyEvent &taste)
-{
-    return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
-}
-
 // The same two faces for all cards: each is read once.
 QPixmap GesichtLesen(const QString &pfad, QSize groesse, qreal pixel)
 {
-    const QString schluessel = QStringLiteral("%1@%2").arg(pfad).arg(pixel);
+    const QString schluessel =
+        QStringLiteral("%1@%2x%3@%4").arg(pfad).arg(groesse.width()).arg(groesse.height()).arg(pixel);
     QPixmap bild;
     if (!QPixmapCache::find(schluessel, &bild)) {
         bild = QIcon(pfad).pixmap(groesse, pixel);

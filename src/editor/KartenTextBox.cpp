@@ -3,13 +3,21 @@
 #include "KartenTextBox.h"
 
 #include "Texttaste.h"
+#include "Zwischenablage.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QStringList>
 #include <QTextBlock>
 
 #include <array>
+#include <memory>
+#include <optional>
 
 namespace {
 
@@ -37,6 +45,8 @@ constexpr std::array Verlustnamen{
     Verlustname{RichTextLoss::Breaks, "Seitenumbrüche"},
     Verlustname{RichTextLoss::Other, "Inhalte eines anderen Programms"},
 };
+
+constexpr auto NurLesen = Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
 } // namespace
 
@@ -78,12 +88,36 @@ void KartenTextBox::Zeigen(const QString &text, const QTextCharFormat &amAnfang)
     }
 }
 
+// The toolkit offers and takes changes while this lives, though the text is locked: those that it makes then
+// ask before.
+class KartenTextBox::Offen
+{
+public:
+    explicit Offen(KartenTextBox &box) : box_(box)
+    {
+        if (box_.gesperrt_)
+            box_.setTextInteractionFlags(Qt::TextEditorInteraction);
+    }
+
+    Offen(const Offen &) = delete;
+    Offen &operator=(const Offen &) = delete;
+
+    ~Offen()
+    {
+        if (box_.gesperrt_)
+            box_.setTextInteractionFlags(NurLesen);
+    }
+
+private:
+    KartenTextBox &box_;
+};
+
 // It is read, marked and copied like any other, by mouse and key.
 void KartenTextBox::Sperren()
 {
     gesperrt_ = true;
     setReadOnly(true);
-    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setTextInteractionFlags(NurLesen);
     setAttribute(Qt::WA_InputMethodEnabled); // an accent that is typed first is a change, too
     setToolTip(QStringLiteral("Dieser Text enthält %1. Das geht verloren, wenn er geändert wird.")
                    .arg(Aufzaehlung(verluste_)));
@@ -129,4 +163,81 @@ void KartenTextBox::inputMethodEvent(QInputMethodEvent *event)
     const bool aendert = !event->commitString().isEmpty() || !event->preeditString().isEmpty();
     if (!gesperrt_ || !aendert || Freigeben())
         RichTextBox::inputMethodEvent(event);
+}
+
+void KartenTextBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (!gesperrt_) {
+        RichTextBox::contextMenuEvent(event);
+        return;
+    }
+    QMenu *menue = nullptr;
+    {
+        const Offen offen(*this);
+        menue = createStandardContextMenu();
+    }
+    menue->setAttribute(Qt::WA_DeleteOnClose);
+    // Where the text is locked, the toolkit's own do nothing. Pasting asks by itself.
+    const auto verbinden = [&](const char *name, auto tun) {
+        if (auto *eintrag = menue->findChild<QAction *>(QLatin1String(name)))
+            connect(eintrag, &QAction::triggered, this, [this, tun] {
+                if (gesperrt_ && Freigeben())
+                    tun();
+            });
+    };
+    verbinden("edit-cut", [this] { cut(); });
+    verbinden("edit-delete", [this] { textCursor().removeSelectedText(); });
+    menue->popup(event->globalPos());
+    event->accept();
+}
+
+// The middle button pastes what is marked elsewhere.
+void KartenTextBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    std::optional<Offen> offen;
+    if (event->button() == Qt::MiddleButton)
+        offen.emplace(*this);
+    RichTextBox::mouseReleaseEvent(event);
+}
+
+void KartenTextBox::dragEnterEvent(QDragEnterEvent *event)
+{
+    const Offen offen(*this);
+    RichTextBox::dragEnterEvent(event);
+}
+
+void KartenTextBox::dragMoveEvent(QDragMoveEvent *event)
+{
+    const Offen offen(*this);
+    RichTextBox::dragMoveEvent(event);
+}
+
+// Nobody can answer before the drop is over, and the source must keep its text until then.
+void KartenTextBox::dropEvent(QDropEvent *event)
+{
+    RichTextBox::dropEvent(event);
+    if (!gesperrt_ || !canInsertFromMimeData(event->mimeData()))
+        return;
+    const QTextCursor ort = cursorForPosition(event->position().toPoint());
+    const auto frage = [this, ort, text = std::shared_ptr<QMimeData>(Textkopie(*event->mimeData()))] {
+        if (!Freigeben())
+            return;
+        setTextCursor(ort);
+        insertFromMimeData(text.get());
+    };
+    QMetaObject::invokeMethod(this, frage, Qt::QueuedConnection);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void KartenTextBox::insertFromMimeData(const QMimeData *source)
+{
+    if (!gesperrt_) {
+        RichTextBox::insertFromMimeData(source);
+        return;
+    }
+    // While the question is open, the clipboard may change.
+    const auto text = Textkopie(*source);
+    if (Freigeben())
+        RichTextBox::insertFromMimeData(text.get());
 }

@@ -10,8 +10,9 @@
 // The box of one of a card's texts, which knows whether its writer has changed it.
 //
 // A text may hold what the box cannot (pictures, footnotes, ...). The first change would be its end, so such
-// a text is locked, and who begins to change it is asked once before. A text that is too long to be shown
-// whole cannot be changed at all. What is locked is never `Bearbeitet`, whatever happens to the box.
+// a text is locked, and who begins to change it is asked once before: once unlocked it stays so, even when
+// all is undone, until a text is shown anew. A text that is too long to be shown whole cannot be changed at
+// all. What is locked is never `Bearbeitet`, whatever happens to the box.
 class KartenTextBox final : public RichTextBox
 {
 public:
@@ -35,8 +36,16 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    class Offen;
+
     void Sperren();
 
     RichTextLosses verluste_; // of the text that is locked, or was shown

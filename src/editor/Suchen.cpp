@@ -5,6 +5,7 @@
 #include "Fensterbau.h"
 #include "Kartensuche.h"
 #include "Schritt.h"
+#include "Texttaste.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -58,7 +59,7 @@ bool Suchen::eventFilter(QObject *objekt, QEvent *event)
 
 bool Suchen::suchtext_KeyPress(const QKeyEvent &taste)
 {
-    if (taste.key() != Qt::Key_Return && taste.key() != Qt::Key_Enter)
+    if (!IstEingabetaste(taste))
         return false;
     COK_Click();
     return true;

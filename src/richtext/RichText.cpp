@@ -185,7 +185,7 @@ QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &def
     QTextDocument document;
     document.setDefaultFont(defaultFont);
     QTextOption option = document.defaultTextOption();
-    option.setTabStopDistance(UsualTabWidth / double(TwipsPerPixel));
+    option.setTabStopDistance(Pixels(UsualTabWidth));
     document.setDefaultTextOption(option);
     QTextCursor(&document).insertFragment(fragment);
     const bool oneLine = document.blockCount() == 1;

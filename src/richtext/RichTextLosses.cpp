@@ -4,6 +4,7 @@
 
 #include "RichText.h"
 #include "RtfKeywords.h"
+#include "RtfSymbolField.h"
 #include "RtfTokenizer.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace {
 using Loss = RichTextLoss;
 
 constexpr qsizetype MaxSavedGroups = 10'000; // as in the reader
-constexpr qsizetype LongestFieldName = 16;
 
 struct Destination
 {
@@ -74,6 +74,7 @@ constexpr auto Destinations = std::to_array<Destination>({
     {"mmathPr", {}},
     {"moMath", Loss::Formulas},
     {"moMathPara", Loss::Formulas},
+    {"nesttableprops", Loss::Tables},
     {"nonesttables", {}}, // for readers that know no nested tables
     {"object", Loss::Objects},
     {"oldcprops", {}},
@@ -226,7 +227,7 @@ private:
     bool groupStart_ = false; // the token before was the group's brace
     bool unnamed_ = false;    // the group that is skipped has not yet said what it is
     bool inField_ = false;    // it is a field's instruction
-    QString fieldName_;
+    QString instruction_;     // of the field
 };
 
 RichTextLosses LossFinder::Find()
@@ -268,7 +269,7 @@ void LossFinder::EndGroup()
         skipDepth_ = 0;
         unnamed_ = false;
         // A symbol is read as the character that it is.
-        if (std::exchange(inField_, false) && fieldName_.trimmed() != QLatin1String("SYMBOL"))
+        if (std::exchange(inField_, false) && !ReadSymbolField(instruction_))
             losses_ |= Loss::Fields;
     }
     if (depth_ <= MaxSavedGroups) {
@@ -323,7 +324,7 @@ void LossFinder::Skip(std::string_view word)
     unnamed_ = false;
     if (word == "fldinst") {
         inField_ = true;
-        fieldName_.clear();
+        instruction_.clear();
         return;
     }
     if (const Destination *const known = ::Find(Destinations, word)) {
@@ -337,16 +338,16 @@ void LossFinder::Skip(std::string_view word)
 // In a group that is skipped: its name, and what a field is.
 void LossFinder::SkippedToken(RtfTokenizer::Kind kind)
 {
-    const bool word = kind == RtfTokenizer::Kind::Word;
+    using Kind = RtfTokenizer::Kind;
     if (unnamed_)
-        Skip(word ? tokens_.word() : std::string_view());
-    if (!inField_ || kind != RtfTokenizer::Kind::Text)
+        Skip(kind == Kind::Word ? tokens_.word() : std::string_view());
+    const qsizetype room = MaxSymbolInstruction - instruction_.size();
+    if (!inField_ || room <= 0)
         return;
-    for (const QChar c : tokens_.text()) {
-        const bool named = fieldName_.endsWith(u' ') || fieldName_.size() >= LongestFieldName;
-        if (!named && (!c.isSpace() || !fieldName_.isEmpty()))
-            fieldName_ += c.isSpace() ? QChar(u' ') : c.toUpper();
-    }
+    if (kind == Kind::Text)
+        instruction_ += tokens_.text().left(room);
+    else if (kind == Kind::Symbol)
+        instruction_ += QChar(tokens_.symbol());
 }
 
 void LossFinder::Text()

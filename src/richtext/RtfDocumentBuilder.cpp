@@ -30,11 +30,6 @@ void ReplaceLoneSurrogates(QString &text)
     }
 }
 
-double Pixels(int twips)
-{
-    return twips / double(TwipsPerPixel);
-}
-
 QTextCharFormat MakeCharFormat(const RtfCharState &state, const QFont &defaultFont)
 {
     QTextCharFormat format;

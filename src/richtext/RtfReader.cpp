@@ -275,7 +275,7 @@ void RtfReader::FormatParagraph(const RtfKeyword &keyword)
 
 void RtfReader::AddTabStop(int twips)
 {
-    QTextOption::Tab tab(twips / double(TwipsPerPixel), tabKind_);
+    QTextOption::Tab tab(Pixels(twips), tabKind_);
     if (tabKind_ == QTextOption::DelimiterTab)
         tab.delimiter = u',';
     if (state_.paragraph.tabs.size() < MaxTabStops)

@@ -8,6 +8,8 @@
 #include "RtfState.h"
 #include "RtfTokenizer.h"
 
+#include <QSet>
+
 #include <array>
 #include <map>
 #include <vector>
@@ -56,7 +58,6 @@ private:
     {
         QString family;
         int codePage = 0; // 0: the document's
-        bool symbol = false;
     };
 
     void BeginGroup();
@@ -109,6 +110,7 @@ private:
     RtfCharState instructionText_;
 
     std::map<int, Font> fonts_;
+    QSet<QString> symbolFamilies_; // of them
     int defaultFont_ = -1;
     int documentCodePage_ = WesternCodePage;
     int tableFont_ = 0;

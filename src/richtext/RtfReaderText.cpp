@@ -4,7 +4,6 @@
 #include "RtfSymbolField.h"
 #include "SymbolFont.h"
 
-#include <algorithm>
 #include <utility>
 
 // The reader's way of a character from the text into the document: which font it has, what it means there.
@@ -13,7 +12,6 @@ namespace {
 constexpr qsizetype MaxFontName = 128;
 constexpr char16_t FirstNonAscii = 0x80;
 constexpr int MaxCodePages = 64;
-constexpr qsizetype MaxInstruction = 256;
 constexpr char16_t PrivateArea = 0xF000; // where symbol fonts have their places in Unicode
 
 // Characters that are no places of a font.
@@ -66,8 +64,12 @@ void RtfReader::FontOfKind(const RtfKeyword &keyword)
 void RtfReader::FinishFont()
 {
     const QString name = std::exchange(fontName_, {}).trimmed();
-    if (!name.isEmpty())
-        fonts_[tableFont_].family = name;
+    if (name.isEmpty())
+        return;
+    Font &font = fonts_[tableFont_];
+    font.family = name;
+    if (font.codePage == SymbolCodePage)
+        symbolFamilies_.insert(name);
 }
 
 void RtfReader::Symbol()
@@ -215,7 +217,7 @@ void RtfReader::Put(char16_t c)
     case Destination::FieldInstruction:
         if (instruction_.isEmpty())
             instructionText_ = state_.text;
-        if (instruction_.size() < MaxInstruction && !(instruction_.isEmpty() && c == u' '))
+        if (instruction_.size() < MaxSymbolInstruction && !(instruction_.isEmpty() && c == u' '))
             instruction_ += QChar(c);
         break;
     case Destination::NestedRow:
@@ -253,10 +255,7 @@ void RtfReader::FinishField()
         text.halfPoints = field->halfPoints;
     if (!field->family.isEmpty()) {
         text.family = field->family;
-        const auto isIt = [&](const auto &font) {
-            return font.second.codePage == SymbolCodePage && font.second.family == field->family;
-        };
-        text.symbol = IsSymbolFont(field->family) || std::ranges::any_of(fonts_, isIt);
+        text.symbol = IsSymbolFont(field->family) || symbolFamilies_.contains(field->family);
     }
     char32_t character = field->code;
     if (!field->unicode && character >= PrivateArea && character <= PrivateArea + 0xFF)

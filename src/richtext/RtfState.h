@@ -8,6 +8,8 @@
 #include <QTextCharFormat>
 #include <QTextOption>
 
+#include <cmath>
+
 // What RTF's controls have set for the text to come.
 
 struct RtfCharState
@@ -56,3 +58,14 @@ inline size_t qHash(const RtfParagraphState &state, size_t seed = 0)
 
 inline constexpr int TwipsPerPixel = 15;
 inline constexpr int TwipsPerHalfPoint = 10;
+
+// Logical pixels.
+inline double Pixels(int twips)
+{
+    return twips / double(TwipsPerPixel);
+}
+
+inline int Twips(double pixels)
+{
+    return static_cast<int>(std::lround(pixels * TwipsPerPixel));
+}

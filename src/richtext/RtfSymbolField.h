@@ -15,5 +15,8 @@ struct RtfSymbolField
     bool unicode = false; // the code is a character's, not a place in the font
 };
 
+// No longer instruction is looked at.
+inline constexpr qsizetype MaxSymbolInstruction = 256;
+
 // Nothing for other fields, and for codes that no character has.
 std::optional<RtfSymbolField> ReadSymbolField(const QString &instruction);

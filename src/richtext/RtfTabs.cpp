@@ -3,25 +3,19 @@
 #include "RtfTabs.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 constexpr int LastMultiple = 31'680; // twips; 22 inches
 constexpr qsizetype MaxStops = 128;
 
-double Pixels(int twips)
+int TwipsOf(const QTextOption::Tab &tab)
 {
-    return twips / double(TwipsPerPixel);
-}
-
-int Twips(const QTextOption::Tab &tab)
-{
-    return static_cast<int>(std::lround(tab.position * TwipsPerPixel));
+    return Twips(tab.position);
 }
 
 bool IsMultiple(const QTextOption::Tab &tab, int tabWidth)
 {
-    return tab.type == QTextOption::LeftTab && Twips(tab) % tabWidth == 0;
+    return tab.type == QTextOption::LeftTab && TwipsOf(tab) % tabWidth == 0;
 }
 } // namespace
 
@@ -29,12 +23,12 @@ QList<QTextOption::Tab> ShownTabs(const RtfParagraphState &paragraph, int tabWid
 {
     QList<QTextOption::Tab> tabs = paragraph.tabs;
     const int start = paragraph.left + paragraph.first;
-    const auto isIndent = [&](const QTextOption::Tab &tab) { return Twips(tab) == paragraph.left; };
+    const auto isIndent = [&](const QTextOption::Tab &tab) { return TwipsOf(tab) == paragraph.left; };
     if (paragraph.first < 0 && std::ranges::none_of(tabs, isIndent))
         tabs.append({Pixels(paragraph.left), QTextOption::LeftTab});
-    std::ranges::stable_sort(tabs, {}, Twips);
+    std::ranges::stable_sort(tabs, {}, TwipsOf);
     if (tabbed && start != 0 && tabWidth > 0) {
-        const int last = std::max({0, start, tabs.isEmpty() ? 0 : Twips(tabs.last())});
+        const int last = std::max({0, start, tabs.isEmpty() ? 0 : TwipsOf(tabs.last())});
         for (int stop = (last / tabWidth + 1) * tabWidth; stop <= LastMultiple && tabs.size() < MaxStops;
              stop += tabWidth)
             tabs.append({Pixels(stop), QTextOption::LeftTab});
@@ -50,7 +44,7 @@ QList<QTextOption::Tab> WrittenTabs(const QList<QTextOption::Tab> &shown, RtfPar
     const auto isEnough = [&](const QList<QTextOption::Tab> &tabs) {
         paragraph.tabs = tabs;
         const auto same = [](const QTextOption::Tab &a, const QTextOption::Tab &b) {
-            return a.type == b.type && Twips(a) == Twips(b);
+            return a.type == b.type && TwipsOf(a) == TwipsOf(b);
         };
         return std::ranges::equal(ShownTabs(paragraph, tabWidth, tabbed), shown, same);
     };
@@ -59,7 +53,7 @@ QList<QTextOption::Tab> WrittenTabs(const QList<QTextOption::Tab> &shown, RtfPar
         tab.position += Pixels(paragraph.left + paragraph.first);
     QList<QTextOption::Tab> withoutIndent = all;
     withoutIndent.removeIf([&](const QTextOption::Tab &tab) {
-        return paragraph.first < 0 && tab.type == QTextOption::LeftTab && Twips(tab) == paragraph.left;
+        return paragraph.first < 0 && tab.type == QTextOption::LeftTab && TwipsOf(tab) == paragraph.left;
     });
     for (QList<QTextOption::Tab> tabs : {withoutIndent, all}) {
         QList<QTextOption::Tab> withoutMultiples = tabs;

@@ -15,11 +15,6 @@
 namespace {
 constexpr double PixelsPerHalfPoint = 96.0 / 144.0;
 
-int Twips(double pixels)
-{
-    return static_cast<int>(std::lround(pixels * TwipsPerPixel));
-}
-
 const char *UnderlineWord(QTextCharFormat::UnderlineStyle style)
 {
     switch (style) {

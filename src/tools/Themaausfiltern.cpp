@@ -5,6 +5,7 @@
 #include "Farben.h"
 #include "Kurztext.h"
 #include "NeueKartei.h"
+#include "Texttaste.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -157,8 +158,8 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
         return true;
     if (event->type() != QEvent::KeyPress || (objekt != lstÜbernehmen_ && objekt != lstNübernehmen_))
         return Werkzeugfenster::eventFilter(objekt, event);
-    const int taste = static_cast<const QKeyEvent *>(event)->key();
-    if (taste != Qt::Key_Space && taste != Qt::Key_Return && taste != Qt::Key_Enter)
+    const auto &taste = static_cast<const QKeyEvent &>(*event);
+    if (taste.key() != Qt::Key_Space && !IstEingabetaste(taste))
         return Werkzeugfenster::eventFilter(objekt, event);
     if (objekt == lstÜbernehmen_)
         lstÜbernehmen_Click();

@@ -6,6 +6,7 @@
 #include "KartenDruck.h"
 #include "KartenModell.h"
 #include "LangeArbeit.h"
+#include "Texttaste.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -33,11 +34,6 @@ Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
     widget->setObjectName(name);
     widget->setAccessibleName(zugänglich);
     return widget;
-}
-
-bool IstEingabetaste(const QKeyEvent &taste)
-{
-    return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
 }
 
 bool IstText(const QKeyEvent &taste)

@@ -3,6 +3,7 @@
 #include "Dialoge.h"
 
 #include "Dateisymbole.h"
+#include "Texttaste.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -129,12 +130,9 @@ protected:
     // What a field does not do with Enter itself, the inner dialog would swallow.
     bool eventFilter(QObject *objekt, QEvent *event) override
     {
-        if (event->type() == QEvent::KeyPress) {
-            const int taste = static_cast<QKeyEvent *>(event)->key();
-            if (taste == Qt::Key_Return || taste == Qt::Key_Enter) {
-                accept();
-                return true;
-            }
+        if (event->type() == QEvent::KeyPress && IstEingabetaste(static_cast<const QKeyEvent &>(*event))) {
+            accept();
+            return true;
         }
         return QDialog::eventFilter(objekt, event);
     }

@@ -91,10 +91,10 @@ class Auszug
 public:
     explicit Auszug(QStringView html) : html_(html) {}
 
-    std::optional<QString> Lesen()
+    BereitesHtml Lesen()
     {
         if (html_.size() > MaxZeichen)
-            return std::nullopt;
+            return {.html = {}, .ablehnung = Ablehnung::ZuGross};
         while (ort_ < html_.size()) {
             const qsizetype anfang = ort_;
             einfuegung_.clear();
@@ -108,14 +108,16 @@ public:
                 Kleinerzeichen();
             else
                 Text();
-            if (tags_ > MaxTags || punkte_ > MaxPunkte || text_ > MaxText || offene_.size() > MaxTiefe ||
+            if (text_ > MaxText)
+                return {.html = {}, .ablehnung = Ablehnung::ZuGross};
+            if (tags_ > MaxTags || punkte_ > MaxPunkte || offene_.size() > MaxTiefe ||
                 regeln_ * tags_ > MaxVergleiche)
-                return std::nullopt;
+                return {.html = {}, .ablehnung = Ablehnung::ZuVerschachtelt};
             if (!schweigt_)
                 Ausgeben(anfang);
             schweigt_ = verborgenAb_ >= 0;
         }
-        return aus_;
+        return {.html = aus_};
     }
 
 private:
@@ -327,7 +329,7 @@ private:
 
 } // namespace
 
-std::optional<QString> HtmlAuszug(const QString &html)
+BereitesHtml HtmlAuszug(const QString &html)
 {
     return Auszug(html).Lesen();
 }

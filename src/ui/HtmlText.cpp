@@ -259,16 +259,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<QTextDocument> TextAusHtml(const QString &html, const QTextCharFormat &amCaret,
-                                           const QFont &standard)
+Angebot TextAusHtml(const QString &html, const QTextCharFormat &amCaret, const QFont &standard)
 {
-    const std::optional<QString> auszug = HtmlAuszug(html);
-    if (!auszug)
-        return nullptr;
+    const BereitesHtml auszug = HtmlAuszug(html);
+    if (auszug.ablehnung != Ablehnung::Keine)
+        return {.text = nullptr, .ablehnung = auszug.ablehnung};
     OhneQuellen quelle;
     quelle.setUndoRedoEnabled(false);
-    quelle.setHtml(*auszug);
+    quelle.setHtml(auszug.html);
     if (!IsWithinBound(quelle))
-        return nullptr;
-    return Abschrift(quelle, amCaret, standard).Schreiben();
+        return {.text = nullptr, .ablehnung = Ablehnung::ZuGross};
+    return {.text = Abschrift(quelle, amCaret, standard).Schreiben()};
 }

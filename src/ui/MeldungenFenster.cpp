@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QLoggingCategory>
 #include <QMessageBox>
@@ -94,6 +95,29 @@ void TitelLesbar(QMessageBox &box)
     anordnung->addItem(new QSpacerItem(breite, 0), anordnung->rowCount(), 0, 1, anordnung->columnCount());
 }
 
+// The toolkit's box takes a button's letter without Alt, too. A question that is better answered with No may
+// come up while somebody types: letters are no answer to it.
+class Fragebox final : public QMessageBox
+{
+public:
+    Fragebox(const QString &titel, const QString &text, StandardButton vorgabe)
+        : QMessageBox(Question, titel, text, Yes | No, QApplication::activeWindow())
+    {
+        setDefaultButton(vorgabe);
+        setEscapeButton(No);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        const bool befehl =
+            (event->modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)) != 0;
+        const bool zeichen = !event->text().isEmpty() && event->text().front().isPrint();
+        if (befehl || !zeichen || defaultButton() == button(Yes))
+            QMessageBox::keyPressEvent(event);
+    }
+};
+
 void Vorbereiten(QMessageBox &box)
 {
     box.setObjectName(QStringLiteral("Meldung"));
@@ -122,11 +146,8 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
 Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe)
 {
     const OhneSanduhr ohne(sanduhr_);
-    QMessageBox box(QMessageBox::Question, Titel(), Gezeigt(text), QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
+    Fragebox box(Titel(), Gezeigt(text), vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
     Vorbereiten(box);
-    box.setDefaultButton(vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? Antwort::Ja : Antwort::Nein;
 }
 

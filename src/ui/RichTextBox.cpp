@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -49,8 +50,13 @@ private:
     const QWidget &box_;
 };
 
-QString ZuGross()
+QString Grund(Ablehnung ablehnung)
 {
+    if (ablehnung == Ablehnung::ZuVerschachtelt)
+        return QStringLiteral(
+            "Dieser Text ist zu verschachtelt und wurde nicht eingefügt: Zu viele Teile liegen ineinander, "
+            "stehen in Listen oder haben eigene Formate. Fügen Sie ihn in Stücken ein, oder erst in ein "
+            "Programm, das nur einfachen Text kennt, und von dort hierher.");
     return QStringLiteral("Dieser Text ist zu groß und wurde nicht eingefügt. Ein Feld fasst etwa 1.000.000 "
                           "Zeichen, 80.000 Zeilen oder 80.000 Wechsel der Schrift.");
 }
@@ -96,38 +102,44 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
 {
     if (isReadOnly())
         return;
-    if (Einfuegen(*source)) {
+    const Ablehnung ablehnung = Einfuegen(*source);
+    abgelehnt_ = ablehnung != Ablehnung::Keine;
+    if (!abgelehnt_) {
         ensureCursorVisible();
         return;
     }
     // A drop is not over before this returns.
     QMetaObject::invokeMethod(
-        this, [this] { bei_Ablehnung ? bei_Ablehnung(ZuGross()) : QApplication::beep(); },
+        this, [this, ablehnung] { bei_Ablehnung ? bei_Ablehnung(Grund(ablehnung)) : QApplication::beep(); },
         Qt::QueuedConnection);
 }
 
-bool RichTextBox::Einfuegen(const QMimeData &quelle)
+Ablehnung RichTextBox::Einfuegen(const QMimeData &quelle)
 {
     Angebot angebot;
     if (acceptRichText())
         angebot = AngebotVon(quelle, currentCharFormat(), document()->defaultFont());
-    if (angebot.zuGross)
-        return false;
-    if (angebot.text)
-        return InsertRichText(textCursor(), *angebot.text);
-    return InsertPlainText(textCursor(), quelle.text());
+    if (angebot.ablehnung != Ablehnung::Keine)
+        return angebot.ablehnung;
+    const bool passt = angebot.text ? InsertRichText(textCursor(), *angebot.text)
+                                    : InsertPlainText(textCursor(), quelle.text());
+    return passt ? Ablehnung::Keine : Ablehnung::ZuGross;
 }
 
 void RichTextBox::dropEvent(QDropEvent *event)
 {
-    // What is moved within the box is taken out before it is put in, and would be lost if it did not fit.
-    const bool eigenes = event->source() == this || event->source() == viewport();
-    if (eigenes && event->dropAction() == Qt::MoveAction && acceptRichText() &&
-        AngebotVon(*event->mimeData()).zuGross) {
-        event->ignore();
-        return;
-    }
+    abgelehnt_ = false;
     QTextEdit::dropEvent(event);
+    if (!std::exchange(abgelehnt_, false))
+        return;
+    // What is moved within the box is taken out before it is put in; elsewhere the source does so afterwards.
+    const bool eigenes = event->source() == this || event->source() == viewport();
+    if (eigenes && event->dropAction() == Qt::MoveAction) {
+        undo();
+        document()->clearUndoRedoStacks(QTextDocument::RedoStack);
+    }
+    event->setDropAction(Qt::IgnoreAction);
+    event->ignore();
 }
 
 QSize RichTextBox::minimumSizeHint() const

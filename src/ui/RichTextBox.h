@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "HtmlAuszug.h"
+
 #include <QTextEdit>
 
 #include <functional>
@@ -53,9 +55,9 @@ protected:
 
 private:
     void Einmitten();
-    // False where the text is more than the box can hold.
-    bool Einfuegen(const QMimeData &quelle);
+    Ablehnung Einfuegen(const QMimeData &quelle);
 
     QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
     int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
+    bool abgelehnt_ = false;               // what was last put in did not fit
 };

@@ -7,6 +7,11 @@
 #include <algorithm>
 #include <array>
 
+bool IstEingabetaste(const QKeyEvent &taste)
+{
+    return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
+}
+
 bool AendertText(const QKeyEvent &taste, bool mitRueckgaengig)
 {
     const auto ist = [&taste](QKeySequence::StandardKey standard) { return taste.matches(standard); };
@@ -24,7 +29,7 @@ bool AendertText(const QKeyEvent &taste, bool mitRueckgaengig)
         return true;
     if (ist(QKeySequence::Undo) || ist(QKeySequence::Redo))
         return mitRueckgaengig;
-    if (taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter || taste.key() == Qt::Key_Backspace)
+    if (IstEingabetaste(taste) || taste.key() == Qt::Key_Backspace)
         return true;
     const bool befehl =
         taste.modifiers().testFlag(Qt::ControlModifier) != taste.modifiers().testFlag(Qt::AltModifier);

@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Zwischenablage.h"
 
-#include "HtmlText.h"
 #include "RichText.h"
 
 #include <QMimeData>
 #include <QTextCursor>
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -24,7 +24,8 @@ QString Klartext(const QTextDocumentFragment &fragment)
 Angebot AusRtf(const QByteArray &rtf)
 {
     Angebot angebot{.text = DocumentFromRtf(rtf)};
-    angebot.zuGross = !angebot.text;
+    if (!angebot.text)
+        angebot.ablehnung = Ablehnung::ZuGross;
     return angebot;
 }
 
@@ -50,10 +51,22 @@ Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret, const 
     }
     if (!mime.hasHtml())
         return {};
-    const auto text = TextAusHtml(mime.html(), amCaret, standard);
-    if (!text)
-        return {.text = nullptr, .zuGross = true};
-    return AusRtf(FragmentToRtf(QTextDocumentFragment(text.get())));
+    Angebot html = TextAusHtml(mime.html(), amCaret, standard);
+    return html.text ? AusRtf(FragmentToRtf(QTextDocumentFragment(html.text.get()))) : std::move(html);
+}
+
+std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime)
+{
+    auto kopie = std::make_unique<QMimeData>();
+    for (const QString &art : RtfArten) {
+        if (mime.hasFormat(art))
+            kopie->setData(art, mime.data(art));
+    }
+    if (mime.hasHtml())
+        kopie->setHtml(mime.html());
+    if (mime.hasText())
+        kopie->setText(mime.text());
+    return kopie;
 }
 
 bool HatText(const QMimeData &mime)

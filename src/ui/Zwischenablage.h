@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "HtmlText.h"
+
 #include <QFont>
 #include <QTextCharFormat>
-#include <QTextDocument>
 #include <QTextDocumentFragment>
 
 #include <memory>
@@ -16,15 +17,11 @@ class QMimeData;
 // Part of a document with that default font: as RTF, which keeps everything, as HTML and as plain text.
 std::unique_ptr<QMimeData> MimeVon(const QTextDocumentFragment &fragment, const QFont &schrift = {});
 
-// What is offered as formatted text.
-struct Angebot
-{
-    std::unique_ptr<QTextDocument> text; // null where there is plain text at best
-    bool zuGross = false;                // there is formatted text, but more than a card can hold
-};
-
 // Reduced to what a card can hold: RTF as our reader takes it, HTML as `TextAusHtml` does.
 Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret = {}, const QFont &standard = {});
+
+// The text of it in all its forms, for when its owner may be gone.
+std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime);
 
 // Whether there is text in any form.
 bool HatText(const QMimeData &mime);

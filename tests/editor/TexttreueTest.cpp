@@ -6,7 +6,9 @@
 #include "RichText.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QTest>
 
@@ -287,6 +289,39 @@ private slots:
         QTest::newRow("cut") << taste(Qt::Key_X, Qt::ControlModifier);
         QTest::newRow("paste") << taste(Qt::Key_V, Qt::ControlModifier);
         QTest::newRow("paste, the old way") << taste(Qt::Key_Insert, Qt::ShiftModifier);
+        // Of the menu that the box has for itself.
+        const auto menue = [](const char *eintrag) {
+            return Handlung([=](Bildbuehne &b) {
+                RichTextBox *box = b.Box("MFrage");
+                QContextMenuEvent wunsch(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                                         box->viewport()->mapToGlobal(QPoint(5, 5)));
+                QApplication::sendEvent(box->viewport(), &wunsch);
+                auto *offen = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+                QVERIFY(offen);
+                auto *aktion = offen->findChild<QAction *>(QLatin1String(eintrag));
+                QVERIFY(aktion && aktion->isEnabled());
+                offen->close();
+                aktion->trigger();
+            });
+        };
+        QTest::newRow("menu, cut") << menue("edit-cut");
+        QTest::newRow("menu, paste") << menue("edit-paste");
+        QTest::newRow("menu, delete") << menue("edit-delete");
+        QTest::newRow("dropped") << Handlung([](Bildbuehne &b) {
+            QMimeData mime;
+            mime.setText(QStringLiteral("gezogen"));
+            QWidget *feld = b.Box("MFrage")->viewport();
+            QDragEnterEvent herein(QPoint(5, 5), Qt::MoveAction, &mime, Qt::LeftButton, {});
+            QApplication::sendEvent(feld, &herein);
+            QVERIFY(herein.isAccepted());
+            const bool gesperrt = b.Box("MFrage")->isReadOnly();
+            QDropEvent fall(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, {});
+            QApplication::sendEvent(feld, &fall);
+            QVERIFY(fall.isAccepted());
+            // The source keeps its text where the answer is still to come.
+            QVERIFY(!gesperrt || fall.dropAction() == Qt::CopyAction);
+            QCoreApplication::processEvents();
+        });
         QTest::newRow("bold") << taste(Qt::Key_F, Qt::ControlModifier);
         QTest::newRow("raised") << Handlung([](Bildbuehne &b) { b.Menue("MFont", "MFonthoch"); });
         QTest::newRow("font") << Handlung([](Bildbuehne &b) {
@@ -332,11 +367,13 @@ private slots:
             b.Taste(taste, Qt::ControlModifier);
         for (const int taste : {Qt::Key_Left, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Escape, Qt::Key_Tab})
             b.Taste(taste);
-        // The text of another program, by the mouse.
+        // The text of another program, by the mouse, that is not let go here.
         QMimeData mime;
         mime.setText(QStringLiteral("gezogen"));
-        QDropEvent fall(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, {});
-        QApplication::sendEvent(box->viewport(), &fall);
+        QDragEnterEvent herein(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, {});
+        QApplication::sendEvent(box->viewport(), &herein);
+        QDragLeaveEvent hinaus;
+        QApplication::sendEvent(box->viewport(), &hinaus);
         QTest::mouseClick(box->viewport(), Qt::MiddleButton);
         // A screen reader's hand.
         QTextCursor(box->document()).insertText(QStringLiteral("x"));

@@ -40,6 +40,13 @@ private slots:
         row("drawing", "{\\shp{\\*\\shpinst\\shpleft0{\\sp{\\sn a}{\\sv b}}}{\\shprslt c}}", Loss::Drawings);
         row("old drawing", "{\\*\\do\\dobxcolumn\\dprect}", Loss::Drawings);
         row("table", "\\trowd\\cellx1000\\cellx2000\\intbl a\\cell b\\cell\\row", Loss::Tables);
+        row("nested table",
+            "\\trowd\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\nestrow}"
+            "{\\nonesttables\\par}\\itap1\\cell\\row",
+            Loss::Tables);
+        row("symbol that is not read", "{\\field{\\*\\fldinst SYMBOL 74 \\\\j \\\\f Jp}{\\fldrslt J}}",
+            Loss::Fields);
+        row("symbol without a code", "{\\field{\\*\\fldinst SYMBOL x}{\\fldrslt J}}", Loss::Fields);
         row("old list", "{\\pntext\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1{\\pntxtb\\'B7}}\\fi-200 a",
             Loss::Lists);
         row("list", "{\\listtext 1.\\tab}\\ls1\\ilvl0 a", Loss::Lists);

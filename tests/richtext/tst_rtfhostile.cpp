@@ -36,6 +36,14 @@ QString Repeated(const char *piece, qsizetype times = Many)
     return QString::fromLatin1(piece).repeated(times);
 }
 
+QString ManyFontsAndSymbols()
+{
+    QString fonts = "{\\fonttbl";
+    for (int i = 0; i < Many / 5; ++i)
+        fonts += QString("{\\f%1\\fcharset2 S%1;}").arg(i);
+    return Rtf(fonts + "}" + Repeated("{\\field{\\*\\fldinst SYMBOL 74 \\\\f None}}", Many / 20) + "x");
+}
+
 QString ThousandsOfFormats()
 {
     QString fonts = "{\\fonttbl";
@@ -87,6 +95,7 @@ void TestRtfHostile::EndsInAShownText_data()
     QTest::newRow("not even RTF") << QString(Many, u'{') + "x"
                                   << "x";
 
+    QTest::newRow("many symbol fonts and fields") << ManyFontsAndSymbols() << "x";
     QTest::newRow("thousands of fonts and sizes") << ThousandsOfFormats() << "x";
 }
 

@@ -131,6 +131,39 @@ private slots:
         QCOMPARE(meldungen.Fragen("Diese Karte wirklich löschen", vorgabe), antwort);
     }
 
+    // It may come up while somebody types.
+    void AQuestionThatIsBetterLeftTakesNoBareLetters()
+    {
+        MeldungenFenster meldungen;
+        const auto fragen = [&](Meldungen::Antwort vorgabe, const std::function<void(QMessageBox &)> &tun) {
+            Waehrend<QMessageBox>(tun);
+            return meldungen.Fragen("Trotzdem ändern?", vorgabe);
+        };
+        using enum Meldungen::Antwort;
+        const auto druecken = [](Qt::Key taste, Qt::KeyboardModifiers dazu = {}) {
+            return [=](QMessageBox &box) {
+                QTest::keyClick(box.focusWidget(), taste, dazu);
+                QTRY_VERIFY(!box.isVisible());
+            };
+        };
+        QCOMPARE(fragen(Ja, druecken(Qt::Key_J)), Ja);
+        QCOMPARE(fragen(Nein, druecken(Qt::Key_J, Qt::AltModifier)), Ja);
+        QCOMPARE(fragen(Nein,
+                        [](QMessageBox &box) {
+                            for (const Qt::Key taste : {Qt::Key_J, Qt::Key_N}) {
+                                QTest::keyClick(box.focusWidget(), taste);
+                                QTest::keyClick(box.focusWidget(), taste, Qt::ShiftModifier);
+                                for (const QAbstractButton *knopf : box.buttons())
+                                    QVERIFY(!knopf->isDown());
+                            }
+                            QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
+                            QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+                        }),
+                 Ja);
+        QCOMPARE(fragen(Nein, druecken(Qt::Key_Return)), Nein);
+        QCOMPARE(fragen(Nein, druecken(Qt::Key_Space)), Nein);
+    }
+
     void TheHourglassDoesNotStackAndMakesRoomForAMessage()
     {
         MeldungenFenster meldungen;

@@ -42,15 +42,16 @@ private:
         QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
     }
 
-    // At the end of the text, from another program.
-    void Fallenlassen(QMimeData *mime)
+    // At the end of the text, from elsewhere. Tells what the source learns of it.
+    Qt::DropAction Fallenlassen(QMimeData *mime, Qt::DropAction angeboten = Qt::CopyAction)
     {
         const std::unique_ptr<QMimeData> besitz(mime);
         const QPoint ort = box_->cursorRect().center();
-        QDragEnterEvent enter(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(ort, angeboten, mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(box_->viewport(), &enter);
-        QDropEvent drop(ort, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(ort, angeboten, mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(box_->viewport(), &drop);
+        return drop.isAccepted() ? drop.dropAction() : Qt::IgnoreAction;
     }
 
     // Of the first place where this text stands.
@@ -264,6 +265,54 @@ private slots:
                      "");
             QCOMPARE(box_->RichText(), rtf);
             QVERIFY(!box_->document()->isRedoAvailable());
+        }
+    }
+
+    void WhatIsTooMuchWorkIsNotCalledTooLong_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<bool>("zuGross");
+        const auto oft = [](const char *teil, int mal) { return QString::fromLatin1(teil).repeated(mal); };
+        QTest::newRow("items") << "<ul>" + oft("<li>a", 4'001) + "</ul>" << false;
+        QTest::newRow("depth") << oft("<div>", 501) + "a" << false;
+        QTest::newRow("rules") << "<style>" + oft("p{color:red}", 20'000) + "</style>" +
+                                      oft("<p>a</p>", 1'000)
+                               << false;
+        QTest::newRow("characters") << "<p>" + oft("a", 1'500'000) << true;
+        QTest::newRow("far more characters") << "<p>" + oft("a", 2'500'000) << true;
+    }
+
+    void WhatIsTooMuchWorkIsNotCalledTooLong()
+    {
+        QFETCH(QString, html);
+        QFETCH(bool, zuGross);
+        QStringList gruende;
+        box_->bei_Ablehnung = [&](const QString &grund) { gruende << grund; };
+        Einfuegen(html);
+        QTRY_COMPARE(gruende.size(), 1);
+        const char *anfang = zuGross ? "Dieser Text ist zu groß und" : "Dieser Text ist zu verschachtelt und";
+        QVERIFY2(gruende[0].startsWith(anfang), qPrintable(gruende[0]));
+        QCOMPARE(box_->PlainText(), "alt ");
+    }
+
+    // The source takes it out of its own text then.
+    void WhatIsMovedHereIsTakenOnlyWhereItFits()
+    {
+        QStringList gruende;
+        box_->bei_Ablehnung = [&](const QString &grund) { gruende << grund; };
+        auto *klein = new QMimeData;
+        klein->setText("neu");
+        QCOMPARE(Fallenlassen(klein, Qt::MoveAction), Qt::MoveAction);
+        QCOMPARE(box_->PlainText(), "alt neu");
+        auto *formatiert = new QMimeData;
+        formatiert->setHtml("<p>" + QString(1'500'000, u'a') + "</p>");
+        auto *voll = new QMimeData;
+        voll->setText(QString(2'000'000, u'a'));
+        for (QMimeData *gross : {formatiert, voll}) {
+            QCOMPARE(Fallenlassen(gross, Qt::MoveAction), Qt::IgnoreAction);
+            QTRY_COMPARE(gruende.size(), 1);
+            gruende.clear();
+            QCOMPARE(box_->PlainText(), "alt neu");
         }
     }
 
