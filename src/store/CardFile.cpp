@@ -6,6 +6,7 @@
 #include "EngineLocks.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
+#include "SafeFile.h"
 #include "StoreError.h"
 
 #include <QFile>
@@ -26,7 +27,7 @@ namespace {
 void CheckNameLength(const QString &path)
 {
     constexpr qsizetype longest = 255 - 8;
-    if (QFile::encodeName(QFileInfo(path).fileName()).size() > longest)
+    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > longest)
         throw StoreError(Fehler::PfadNichtGefunden,
                          QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
 }
@@ -34,9 +35,9 @@ void CheckNameLength(const QString &path)
 // A pipe or a device under the name of a journal or a log would keep the engine waiting for ever.
 void CheckCompanions(const QString &path)
 {
-    for (const char *suffix : {"-journal", "-wal", "-shm"}) {
+    for (const char *suffix : companionSuffixes) {
         struct stat info = {};
-        const QString name = path + QLatin1String(suffix);
+        const QString name = CompanionOf(path, suffix);
         if (::stat(QFile::encodeName(name).constData(), &info) == 0 && !S_ISREG(info.st_mode))
             throw StoreError(Fehler::NichtErlaubt,
                              QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(name));
@@ -75,9 +76,10 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
         if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
             throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + QStringLiteral("ist schreibgeschützt."));
         // The journal stands beside the file: without it no answer could be stored.
-        if (::faccessat(AT_FDCWD, QFile::encodeName(directory).constData(), W_OK | X_OK, AT_EACCESS) != 0)
+        const QString beside = QFileInfo(Resolved(path)).path();
+        if (::faccessat(AT_FDCWD, QFile::encodeName(beside).constData(), W_OK | X_OK, AT_EACCESS) != 0)
             throw StoreError(Fehler::NichtErlaubt,
-                             QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(directory));
+                             QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(beside));
     }
     CheckCompanions(path);
     if (access == CardFile::Access::Exclusive)
@@ -196,7 +198,7 @@ CardFile::CardFile(const QString &path, Access access)
     Translated(database_, path_, [&] {
         // The engine would follow such a journal to files of other places, and might delete one. The first
         // thing that it reads of the file makes it look for the journal.
-        if (NamesOtherFiles(path_ + QStringLiteral("-journal")))
+        if (NamesOtherFiles(CompanionOf(path_, "-journal")))
             ThrowDamaged(path_);
         Harden(database_);
         if (access == Access::Exclusive) {

@@ -175,7 +175,7 @@ void CardStore::OpenChecked(const QString &path)
             WartenZeigen(QStringLiteral("Die Kartei wird geprüft."),
                          QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet.")));
         RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
-        ClearFreshFiles(QFileInfo(path).absolutePath());
+        ClearFreshFiles(QFileInfo(Resolved(path)).path());
         WalkCards();
     };
     try {

@@ -269,8 +269,7 @@ DirectoryLock::~DirectoryLock()
     close(descriptor_);
 }
 
-// A link stays a link: what it leads to is replaced.
-static QString Resolved(const QString &place)
+QString Resolved(const QString &place)
 {
     const QFileInfo info(place);
     return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();

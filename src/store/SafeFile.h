@@ -47,6 +47,10 @@ void KeepUnderName(const QString &file, const QString &name);
 // True when both paths lead to the same existing file (device and inode), however they are spelled.
 bool SameFile(const QString &one, const QString &other);
 
+// The place itself, in full, or what a link that stands there leads to: a link stays a link, and what belongs
+// to a file lies beside the file.
+QString Resolved(const QString &place);
+
 // Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
 // throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
 class DirectoryLock
