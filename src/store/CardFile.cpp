@@ -301,8 +301,25 @@ void CheckReplaceable(const QString &path)
         throw;
     }
     const FileHandle file(::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-    if (file.Get() >= 0)
-        LockCardFile(file.Get(), F_WRLCK, path);
+    LockCardFile(file.Get(), F_WRLCK, path);
+}
+
+void EndUnfinishedChange(const QString &path)
+{
+    // A journal beside anything else would be rolled into it, and into what bears its second name.
+    const auto isDatabase = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) && file.read(16) == QByteArrayView("SQLite format 3\0", 16);
+    };
+    if (!HasUnfinishedChange(path) || !isDatabase())
+        return;
+    try {
+        const CardFile file(path);
+    } catch (const StoreError &error) {
+        // It need be no card file: the engine has done its part before the tables are looked at.
+        if (error.Number() != Fehler::Beschaedigt && HasUnfinishedChange(path))
+            throw;
+    }
 }
 
 void CheckAccess(const QString &path, CardFile::Access access)

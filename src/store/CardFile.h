@@ -84,5 +84,10 @@ void CheckAccess(const QString &path, CardFile::Access access);
 // what stands there is not touched.
 void CheckReplaceable(const QString &path);
 
+// Takes a change back that a program left off in the midst of, or carries it through where it was decided, in
+// a database at `path`. Throws StoreError where that is impossible now (3045 in use, 61, 57, ...), nothing
+// where there is nothing to do or the file is damaged so that it never can be done.
+void EndUnfinishedChange(const QString &path);
+
 // Translates the engine's error into the numbers and texts of the program, `path` named in the text.
 [[noreturn]] void ThrowStoreError(const SQLite::Exception &error, const QString &path);

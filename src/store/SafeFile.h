@@ -80,7 +80,9 @@ public:
     // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
     void Make(const std::function<void(const QString &path)> &make);
 
-    // Journals that an old database left at the place go first: the engine would roll them into the new file.
+    // Journals of an old database at the place go first: the engine would roll them into the new file. What
+    // they hold is in the old file then, so that it is whole where it stays after all; throws where that
+    // fails, as EndUnfinishedChange tells.
     void TakePlace();
 
 private:

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
 #include "CardStore.h"
+#include "DamagedCards.h"
 #include "JetFile.h"
 #include "Repair.h"
 #include "SafeFile.h"
@@ -13,9 +14,11 @@
 #include <sqlite3.h>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <functional>
 #include <new>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -216,6 +219,23 @@ private slots:
         QCOMPARE(Text([&] { file.CheckStillInPlace(); }),
                  QString("Die Datei „DATEI“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
         QVERIFY(QFile::rename(Path("weg.pzb"), Path()));
+    }
+
+    // A file that cannot even be opened is not a file that nobody has, nor one without cards.
+    void NoDescriptorIsLeft()
+    {
+        struct rlimit before = {};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+        const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        ::close(next);
+        struct rlimit none = before;
+        none.rlim_cur = static_cast<rlim_t>(next);
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+        const QString replacing = Text([this] { CheckReplaceable(Path()); });
+        const QString reading = Text([this] { DamagedCards{Path()}; });
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+        QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
+        QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));
     }
 
     void MisuseOfTheCards()
