@@ -20,7 +20,8 @@ QString CompanionOf(const QString &cardFile, const char *suffix);
 bool NamesOtherFiles(const QString &journal);
 
 // Did a program leave off in the midst of a change to the card file, so that its file alone shows neither
-// what was before nor what should be? Only the engine, opening it to write, takes the change back.
+// what was before nor what should be? Only the engine, opening it to write, takes the change back. A log is
+// one too, but the engine reads a sound file together with its log.
 bool HasUnfinishedChange(const QString &cardFile);
 
 // Takes the mark away by which the engine finds the name; what the journal keeps of pages stays. Throws
