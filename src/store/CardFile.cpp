@@ -11,7 +11,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
 #include <array>
@@ -22,15 +21,6 @@
 #include <utility>
 
 namespace {
-
-// The journal's name is the longest that stands beside a card file; file systems allow 255 bytes.
-void CheckNameLength(const QString &path)
-{
-    constexpr qsizetype longest = 255 - 8;
-    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > longest)
-        throw StoreError(Fehler::PfadNichtGefunden,
-                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
-}
 
 // A pipe or a device under the name of a journal or a log would keep the engine waiting for ever.
 void CheckCompanions(const QString &path)
@@ -82,8 +72,6 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
                              QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(beside));
     }
     CheckCompanions(path);
-    if (access == CardFile::Access::Exclusive)
-        CheckNameLength(path);
     // The engine takes an empty file for an empty database; a card file is never empty.
     if (info.st_size == 0)
         throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + QStringLiteral("ist leer und keine Kartei."));
@@ -176,7 +164,8 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
         throw StoreError(Fehler::TextZuLang,
                          QStringLiteral("Ein Text in der Datei „%1“ ist zu lang.").arg(path));
     case SQLITE_IOERR:
-        throw StoreError(code, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+        throw StoreError(Fehler::GeraeteFehler,
+                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
     case SQLITE_CONSTRAINT:
         if (error.getExtendedErrorCode() == SQLITE_CONSTRAINT_UNIQUE ||
             error.getExtendedErrorCode() == SQLITE_CONSTRAINT_PRIMARYKEY)
@@ -192,7 +181,7 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
 CardFile::CardFile(const QString &path, Access access)
     : path_(Absolute(path)),
       database_(
-          (StatCardFile(path_, access),
+          (CheckAccess(path_, access),
            OpenDatabase(path_, access == Access::Exclusive ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY)))
 {
     Translated(database_, path_, [&] {
@@ -288,13 +277,20 @@ std::optional<CardFile::State> CardFile::ReadState() const
     return state;
 }
 
+void CheckNameLength(const QString &path)
+{
+    constexpr qsizetype longest = 255 - 8; // bytes; more would leave no room for "-journal"
+    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > longest)
+        throw StoreError(Fehler::PfadNichtGefunden,
+                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
+}
+
 void CheckReplaceable(const QString &path)
 {
-    CheckNameLength(path);
     if (!QFileInfo::exists(path))
         return;
     try {
-        CheckAccess(path, CardFile::Access::Exclusive);
+        StatCardFile(path, CardFile::Access::Exclusive);
     } catch (const StoreError &error) {
         if (error.Number() == Fehler::Beschaedigt)
             return; // empty: nothing that anybody could have open as a card file
@@ -324,5 +320,8 @@ void EndUnfinishedChange(const QString &path)
 
 void CheckAccess(const QString &path, CardFile::Access access)
 {
-    StatCardFile(Absolute(path), access);
+    const QString place = Absolute(path);
+    StatCardFile(place, access);
+    if (access == CardFile::Access::Exclusive)
+        CheckNameLength(place);
 }

@@ -127,6 +127,7 @@ void CardStore::CreateCardFile(QString &fileName)
     const SanduhrAn sanduhr(meldungen_);
     const QString path = CardPath(fileName);
     const bool isOpenOne = file_ && SameFile(path, file_->Path());
+    CheckNameLength(path);
     if (!isOpenOne)
         CheckReplaceable(path); // another program may be learning with it
     FreshFile fresh(path);

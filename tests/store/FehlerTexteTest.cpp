@@ -96,8 +96,8 @@ private slots:
         row(SQLITE_FULL, 61, "Der Datenträger ist voll; in „DATEI“ wurde nichts gespeichert.");
         row(SQLITE_NOMEM, 7, "Nicht genügend Speicher.");
         row(SQLITE_TOOBIG, 3163, "Ein Text in der Datei „DATEI“ ist zu lang.");
-        row(SQLITE_IOERR, SQLITE_IOERR, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
-        row(SQLITE_IOERR_FSYNC, SQLITE_IOERR, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
+        row(SQLITE_IOERR, 57, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
+        row(SQLITE_IOERR_FSYNC, 57, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
         row(SQLITE_CONSTRAINT, SQLITE_CONSTRAINT, "Fehler der Datenbank bei der Datei „DATEI“ (Nummer 19).");
         row(SQLITE_ERROR, SQLITE_ERROR, "Fehler der Datenbank bei der Datei „DATEI“ (Nummer 1).");
     }
