@@ -6,11 +6,11 @@
 #include "EngineLocks.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
+#include "SafeFile.h"
 #include "StoreError.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
 #include <array>
@@ -22,21 +22,12 @@
 
 namespace {
 
-// The journal's name is the longest that stands beside a card file; file systems allow 255 bytes.
-void CheckNameLength(const QString &path)
-{
-    constexpr qsizetype longest = 255 - 8;
-    if (QFile::encodeName(QFileInfo(path).fileName()).size() > longest)
-        throw StoreError(Fehler::PfadNichtGefunden,
-                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
-}
-
 // A pipe or a device under the name of a journal or a log would keep the engine waiting for ever.
 void CheckCompanions(const QString &path)
 {
-    for (const char *suffix : {"-journal", "-wal", "-shm"}) {
+    for (const char *suffix : companionSuffixes) {
         struct stat info = {};
-        const QString name = path + QLatin1String(suffix);
+        const QString name = CompanionOf(path, suffix);
         if (::stat(QFile::encodeName(name).constData(), &info) == 0 && !S_ISREG(info.st_mode))
             throw StoreError(Fehler::NichtErlaubt,
                              QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(name));
@@ -75,13 +66,12 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
         if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
             throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + QStringLiteral("ist schreibgeschützt."));
         // The journal stands beside the file: without it no answer could be stored.
-        if (::faccessat(AT_FDCWD, QFile::encodeName(directory).constData(), W_OK | X_OK, AT_EACCESS) != 0)
+        const QString beside = QFileInfo(Resolved(path)).path();
+        if (::faccessat(AT_FDCWD, QFile::encodeName(beside).constData(), W_OK | X_OK, AT_EACCESS) != 0)
             throw StoreError(Fehler::NichtErlaubt,
-                             QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(directory));
+                             QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(beside));
     }
     CheckCompanions(path);
-    if (access == CardFile::Access::Exclusive)
-        CheckNameLength(path);
     // The engine takes an empty file for an empty database; a card file is never empty.
     if (info.st_size == 0)
         throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + QStringLiteral("ist leer und keine Kartei."));
@@ -174,7 +164,8 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
         throw StoreError(Fehler::TextZuLang,
                          QStringLiteral("Ein Text in der Datei „%1“ ist zu lang.").arg(path));
     case SQLITE_IOERR:
-        throw StoreError(code, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+        throw StoreError(Fehler::GeraeteFehler,
+                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
     case SQLITE_CONSTRAINT:
         if (error.getExtendedErrorCode() == SQLITE_CONSTRAINT_UNIQUE ||
             error.getExtendedErrorCode() == SQLITE_CONSTRAINT_PRIMARYKEY)
@@ -190,13 +181,13 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
 CardFile::CardFile(const QString &path, Access access)
     : path_(Absolute(path)),
       database_(
-          (StatCardFile(path_, access),
+          (CheckAccess(path_, access),
            OpenDatabase(path_, access == Access::Exclusive ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY)))
 {
     Translated(database_, path_, [&] {
         // The engine would follow such a journal to files of other places, and might delete one. The first
         // thing that it reads of the file makes it look for the journal.
-        if (NamesOtherFiles(path_ + QStringLiteral("-journal")))
+        if (NamesOtherFiles(CompanionOf(path_, "-journal")))
             ThrowDamaged(path_);
         Harden(database_);
         if (access == Access::Exclusive) {
@@ -286,24 +277,51 @@ std::optional<CardFile::State> CardFile::ReadState() const
     return state;
 }
 
+void CheckNameLength(const QString &path)
+{
+    constexpr qsizetype longest = 255 - 8; // bytes; more would leave no room for "-journal"
+    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > longest)
+        throw StoreError(Fehler::PfadNichtGefunden,
+                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
+}
+
 void CheckReplaceable(const QString &path)
 {
-    CheckNameLength(path);
     if (!QFileInfo::exists(path))
         return;
     try {
-        CheckAccess(path, CardFile::Access::Exclusive);
+        StatCardFile(path, CardFile::Access::Exclusive);
     } catch (const StoreError &error) {
         if (error.Number() == Fehler::Beschaedigt)
             return; // empty: nothing that anybody could have open as a card file
         throw;
     }
     const FileHandle file(::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-    if (file.Get() >= 0)
-        LockCardFile(file.Get(), F_WRLCK, path);
+    LockCardFile(file.Get(), F_WRLCK, path);
+}
+
+void EndUnfinishedChange(const QString &path)
+{
+    // A journal beside anything else would be rolled into it, and into what bears its second name.
+    const auto isDatabase = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) && file.read(16) == QByteArrayView("SQLite format 3\0", 16);
+    };
+    if (!HasUnfinishedChange(path) || !isDatabase())
+        return;
+    try {
+        const CardFile file(path);
+    } catch (const StoreError &error) {
+        // It need be no card file: the engine has done its part before the tables are looked at.
+        if (error.Number() != Fehler::Beschaedigt && HasUnfinishedChange(path))
+            throw;
+    }
 }
 
 void CheckAccess(const QString &path, CardFile::Access access)
 {
-    StatCardFile(Absolute(path), access);
+    const QString place = Absolute(path);
+    StatCardFile(place, access);
+    if (access == CardFile::Access::Exclusive)
+        CheckNameLength(place);
 }

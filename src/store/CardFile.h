@@ -79,10 +79,17 @@ private:
 // `path`.
 void CheckAccess(const QString &path, CardFile::Access access);
 
+// Throws StoreError 76 for a name so long that the journal's, the longest beside a card file, could not be.
+void CheckNameLength(const QString &path);
+
 // Throws StoreError 3045 or 3051 where a file stands at `path` that another program (or this one) has open as
-// a card file, or that may not be written; 76 for a name that is too long. Looks at nothing but the lock:
-// what stands there is not touched.
+// a card file, or that may not be written. Looks at nothing but the lock: what stands there is not touched.
 void CheckReplaceable(const QString &path);
+
+// Takes a change back that a program left off in the midst of, or carries it through where it was decided, in
+// a database at `path`. Throws StoreError where that is impossible now (3045 in use, 61, 57, ...), nothing
+// where there is nothing to do or the file is damaged so that it never can be done.
+void EndUnfinishedChange(const QString &path);
 
 // Translates the engine's error into the numbers and texts of the program, `path` named in the text.
 [[noreturn]] void ThrowStoreError(const SQLite::Exception &error, const QString &path);

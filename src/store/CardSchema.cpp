@@ -155,7 +155,8 @@ void CheckContent(SQLite::Database &database, const QString &path)
         CheckForeignSchema(database, path);
     }
     if (!header.IsRead())
-        throw StoreError(SQLITE_IOERR, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+        throw StoreError(Fehler::GeraeteFehler,
+                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
     if (!header.CountsItsPages())
         ThrowDamaged(path);
 }

@@ -127,6 +127,7 @@ void CardStore::CreateCardFile(QString &fileName)
     const SanduhrAn sanduhr(meldungen_);
     const QString path = CardPath(fileName);
     const bool isOpenOne = file_ && SameFile(path, file_->Path());
+    CheckNameLength(path);
     if (!isOpenOne)
         CheckReplaceable(path); // another program may be learning with it
     FreshFile fresh(path);
@@ -175,7 +176,7 @@ void CardStore::OpenChecked(const QString &path)
             WartenZeigen(QStringLiteral("Die Kartei wird geprüft."),
                          QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet.")));
         RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
-        ClearFreshFiles(QFileInfo(path).absolutePath());
+        ClearFreshFiles(QFileInfo(Resolved(path)).path());
         WalkCards();
     };
     try {

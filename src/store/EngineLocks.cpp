@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EngineLocks.h"
 
+#include "SafeFile.h"
 #include "StoreError.h"
 
 #include <sqlite3.h>
@@ -75,6 +76,8 @@ void ThrowLocked(const QString &path)
 
 void LockCardFile(int file, int type, const QString &path)
 {
+    if (file < 0)
+        ThrowFileError(errno, path);
     struct flock lock = {};
     lock.l_type = static_cast<short>(type);
     lock.l_whence = SEEK_SET;

@@ -20,7 +20,7 @@ int LastLockedByEngine();
 // Shuts every other program out of the card file, as far as the engine's own lock does it. `file` is open for
 // reading and writing, or only for reading with `type` F_RDLCK. Taken again on the same descriptor, it is
 // just kept. Throws StoreError 3045 where another program has the file, nothing where the file system has no
-// locks.
+// locks; where opening gave no descriptor (-1), what ThrowFileError makes of its errno.
 void LockCardFile(int file, int type, const QString &path);
 
 // Throws StoreError 3045: the text for a card file that another program has.

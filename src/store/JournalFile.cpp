@@ -28,6 +28,11 @@ bool EndsInMark(QFile &file)
 
 } // namespace
 
+QString CompanionOf(const QString &cardFile, const char *suffix)
+{
+    return Resolved(cardFile) + QLatin1String(suffix);
+}
+
 bool NamesOtherFiles(const QString &journal)
 {
     QFile file(journal);
@@ -47,8 +52,8 @@ bool HasUnfinishedChange(const QString &cardFile)
                    : '\0';
     };
     // A journal whose change is done begins with zeros, or is cut to nothing.
-    return firstByte(cardFile + QStringLiteral("-journal")) != '\0' ||
-           firstByte(cardFile + QStringLiteral("-wal")) != '\0';
+    return firstByte(CompanionOf(cardFile, "-journal")) != '\0' ||
+           firstByte(CompanionOf(cardFile, "-wal")) != '\0';
 }
 
 void ForgetOtherFiles(const QString &journal)

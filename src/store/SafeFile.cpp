@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SafeFile.h"
 
+#include "CardFile.h"
 #include "FileHandle.h"
+#include "JournalFile.h"
 #include "StoreError.h"
 
 #include <QCryptographicHash>
@@ -269,8 +271,7 @@ DirectoryLock::~DirectoryLock()
     close(descriptor_);
 }
 
-// A link stays a link: what it leads to is replaced.
-static QString Resolved(const QString &place)
+QString Resolved(const QString &place)
 {
     const QFileInfo info(place);
     return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
@@ -323,7 +324,11 @@ void FreshFile::Make(const std::function<void(const QString &path)> &make)
 
 void FreshFile::TakePlace()
 {
-    for (const char *journal : {"-journal", "-wal", "-shm"})
-        QFile::remove(place_ + QLatin1String(journal));
-    WithPlaceNamed(path_, place_, [&] { ReplaceFile(path_, place_); });
+    WithPlaceNamed(path_, place_, [&] {
+        SyncFile(path_);
+        EndUnfinishedChange(place_); // the old file may have to stay, and would have lost its journal
+        for (const char *suffix : companionSuffixes)
+            QFile::remove(place_ + QLatin1String(suffix));
+        ReplaceFile(path_, place_);
+    });
 }

@@ -47,6 +47,10 @@ void KeepUnderName(const QString &file, const QString &name);
 // True when both paths lead to the same existing file (device and inode), however they are spelled.
 bool SameFile(const QString &one, const QString &other);
 
+// The place itself, in full, or what a link that stands there leads to: a link stays a link, and what belongs
+// to a file lies beside the file.
+QString Resolved(const QString &place);
+
 // Keeps other instances of the program from writing in a directory meanwhile. Waits two seconds at most, then
 // throws 3045. The lock ends with the process at the latest; a file system without locks is taken as it is.
 class DirectoryLock
@@ -76,7 +80,9 @@ public:
     // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
     void Make(const std::function<void(const QString &path)> &make);
 
-    // Journals that an old database left at the place go first: the engine would roll them into the new file.
+    // Journals of an old database at the place go first: the engine would roll them into the new file. What
+    // they hold is in the old file then, so that it is whole where it stays after all; throws where that
+    // fails, as EndUnfinishedChange tells.
     void TakePlace();
 
 private:

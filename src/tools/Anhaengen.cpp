@@ -23,7 +23,8 @@ bool IstSieSelbst(const CardStore &store, const QString &quelle)
     return !quelle.isEmpty() && SameFile(VollerPfad(store, quelle), store.CardPath(store.CurrentFileName));
 }
 
-// The file alone holds a half of what is meant, and to complete it is to write to it.
+// Where the engine cannot read the file: it alone holds a half of what is meant, and to complete it is to
+// write to it.
 void NichtsUnfertiges(const QString &quelle)
 {
     if (HasUnfinishedChange(quelle))
@@ -53,7 +54,6 @@ void OpenAppendSource(AppendSource &quelle, const QString &pfad, const Fortschri
     }
     try {
         quelle.datei.emplace(pfad, CardFile::Access::ReadOnly);
-        NichtsUnfertiges(pfad);
         CheckCardFile(quelle.datei->Database(), fortschritt);
         CheckCopyable(*quelle.datei);
     } catch (const StoreError &fehler) {

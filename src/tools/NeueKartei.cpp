@@ -38,11 +38,16 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
     const QString alterPfad = store.KarteiPfad;
     QString pfad;
     QString name;
-    if (!Schritt(bank.meldungen, FehlerKontext(), [&] { pfad = ZielPfad(store, ziel); }))
+    if (!Schritt(bank.meldungen, FehlerKontext(), [&] {
+            pfad = ZielPfad(store, ziel);
+            CheckNameLength(pfad);
+        }))
         return Ausgang::Gescheitert;
+    bool unveraendert = false;
     const bool gemacht = Schritt(bank.meldungen, FehlerKontext(), [&] {
         // Another file may stand where the open one stood: what is copied must be what is shown.
         InEinemZug(store.Karten(), [] {});
+        unveraendert = true;
         NeueKarteiMachen(store, pfad, aendern);
         store.KarteiPfad = QFileInfo(pfad).absolutePath();
         name = QFileInfo(pfad).fileName();
@@ -53,7 +58,8 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
             return Ausgang::Gelungen;
     }
     store.KarteiPfad = alterPfad;
-    NeuOeffnen(bank);
+    if (!unveraendert || !store.IsOpen())
+        NeuOeffnen(bank);
     return Ausgang::Gescheitert;
 }
 

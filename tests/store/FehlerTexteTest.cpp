@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
 #include "CardStore.h"
+#include "DamagedCards.h"
 #include "JetFile.h"
 #include "Repair.h"
 #include "SafeFile.h"
@@ -13,9 +14,11 @@
 #include <sqlite3.h>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <functional>
 #include <new>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -93,8 +96,8 @@ private slots:
         row(SQLITE_FULL, 61, "Der Datenträger ist voll; in „DATEI“ wurde nichts gespeichert.");
         row(SQLITE_NOMEM, 7, "Nicht genügend Speicher.");
         row(SQLITE_TOOBIG, 3163, "Ein Text in der Datei „DATEI“ ist zu lang.");
-        row(SQLITE_IOERR, SQLITE_IOERR, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
-        row(SQLITE_IOERR_FSYNC, SQLITE_IOERR, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
+        row(SQLITE_IOERR, 57, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
+        row(SQLITE_IOERR_FSYNC, 57, "Ein-/Ausgabefehler bei der Datei „DATEI“.");
         row(SQLITE_CONSTRAINT, SQLITE_CONSTRAINT, "Fehler der Datenbank bei der Datei „DATEI“ (Nummer 19).");
         row(SQLITE_ERROR, SQLITE_ERROR, "Fehler der Datenbank bei der Datei „DATEI“ (Nummer 1).");
     }
@@ -216,6 +219,23 @@ private slots:
         QCOMPARE(Text([&] { file.CheckStillInPlace(); }),
                  QString("Die Datei „DATEI“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
         QVERIFY(QFile::rename(Path("weg.pzb"), Path()));
+    }
+
+    // A file that cannot even be opened is not a file that nobody has, nor one without cards.
+    void NoDescriptorIsLeft()
+    {
+        struct rlimit before = {};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+        const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        ::close(next);
+        struct rlimit none = before;
+        none.rlim_cur = static_cast<rlim_t>(next);
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+        const QString replacing = Text([this] { CheckReplaceable(Path()); });
+        const QString reading = Text([this] { DamagedCards{Path()}; });
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+        QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
+        QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));
     }
 
     void MisuseOfTheCards()

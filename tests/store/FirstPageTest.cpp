@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardStore.h"
 #include "DamageLab.h"
+#include "JournalFile.h"
+#include "StoreError.h"
 #include "StoreTestSupport.h"
 
 #include <QDir>
@@ -275,6 +277,59 @@ private slots:
             QVERIFY_EXCEPTION_THROWN(CardFile(Path(), access), StoreError);
         if (!suffix.isEmpty())
             QCOMPARE(ReadFile(Path()), sound_);
+    }
+
+    // The engine puts its files beside the file that a link leads to, and looks for them there.
+    void WhatStandsBesideTheFileBehindALinkCounts()
+    {
+        const auto refuses = [this](int number) {
+            for (const auto access : {CardFile::Access::Exclusive, CardFile::Access::ReadOnly}) {
+                try {
+                    CardFile file(Path(), access);
+                    return false;
+                } catch (const StoreError &error) {
+                    if (error.Number() != number)
+                        return false;
+                }
+            }
+            return true;
+        };
+        QVERIFY(QDir(directory_->path()).mkdir("dort"));
+        const QString real = directory_->filePath("dort/wirklich.pzb");
+        QVERIFY(QFile::rename(Path(), real));
+        QVERIFY(QFile::link(real, Path()));
+        for (const char *suffix : {"-journal", "-wal", "-shm"}) {
+            QCOMPARE(::mkfifo((QFile::encodeName(real) + suffix).constData(), 0600), 0);
+            QCOMPARE(Open(Meldungen::Antwort::Ja).messages,
+                     QStringList("„" + real + suffix + "“ ist keine gewöhnliche Datei. Fcode: 3051"));
+            QVERIFY(refuses(Fehler::NichtErlaubt));
+            QVERIFY(QFile::remove(real + suffix));
+        }
+        QVERIFY(!HasUnfinishedChange(Path()));
+        for (const char *suffix : {"-journal", "-wal"}) {
+            WriteFile(real + suffix, "x");
+            QVERIFY(HasUnfinishedChange(Path()));
+            QVERIFY(QFile::remove(real + suffix));
+        }
+        // It would lead the engine to another file.
+        WriteFile(real + "-journal", "anderswo" + QByteArray::fromHex("d9d505f920a163d7"));
+        QVERIFY(refuses(Fehler::Beschaedigt));
+        QVERIFY(QFile::remove(real + "-journal"));
+        // What a killed program left of a fresh file.
+        const QString left = directory_->filePath("dort/.paukfix-0.neu");
+        WriteFile(left, "halb");
+        QCOMPARE(Open(Meldungen::Antwort::Nein).messages, QStringList());
+        QVERIFY(!QFile::exists(left));
+        QCOMPARE(ReadCards(Path()), cards_);
+    }
+
+    void ALinkLeadsToANameTooLongForAJournal()
+    {
+        const QString real = directory_->filePath(QString(250, u'n'));
+        QVERIFY(QFile::rename(Path(), real));
+        QVERIFY(QFile::link(real, Path()));
+        QCOMPARE(Open(Meldungen::Antwort::Nein).messages,
+                 QStringList("Der Dateiname „" + Path() + "“ ist zu lang. Fcode: 76"));
     }
 };
 

@@ -2,6 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SafeFile.h"
 
+#include "AnderesProgramm.h"
+#include "CardFile.h"
+#include "DamageLab.h"
+#include "JournalFile.h"
 #include "StoreError.h"
 
 #include <QDir>
@@ -21,6 +25,7 @@
 // takes no writing.
 static QStringList calls;
 static QString readOnlyDirectory;
+static QString renameFailsTo;
 
 extern "C" int fsync(int file)
 {
@@ -31,6 +36,10 @@ extern "C" int fsync(int file)
 extern "C" int rename(const char *from, const char *to) noexcept
 {
     calls << "rename " + QFile::decodeName(from) + " to " + QFile::decodeName(to);
+    if (QFile::decodeName(to) == renameFailsTo) {
+        errno = EIO;
+        return -1;
+    }
     return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
 
@@ -92,6 +101,9 @@ private slots:
     void APipeInTheWayKeepsNobodyWaiting();
     void TheNewNameIsOnTheDiskBeforeItIsReported();
     void AReadOnlyDriveIsNamed();
+    void AnOldBoxThatStaysHasWhatItsJournalHeld_data();
+    void AnOldBoxThatStaysHasWhatItsJournalHeld();
+    void WhatIsNoSoundBoxIsReplacedWithItsJournal();
     void MessagesNameThePlaceOnly();
 };
 
@@ -267,6 +279,89 @@ void SafeFileTest::AReadOnlyDriveIsNamed()
     }
     readOnlyDirectory.clear();
     QCOMPARE(text, "Der Datenträger ist schreibgeschützt: " + Path("neu.pzb"));
+}
+
+void SafeFileTest::AnOldBoxThatStaysHasWhatItsJournalHeld_data()
+{
+    QTest::addColumn<bool>("log");
+    QTest::addColumn<bool>("made");
+    QTest::newRow("journal, new file lost") << false << false;
+    QTest::newRow("journal, no renaming") << false << true;
+    QTest::newRow("log, new file lost") << true << false;
+    QTest::newRow("log, no renaming") << true << true;
+}
+
+// The new file cannot take its place: the old one must not have lost the journal that makes it whole.
+void SafeFileTest::AnOldBoxThatStaysHasWhatItsJournalHeld()
+{
+    QFETCH(bool, log);
+    QFETCH(bool, made);
+    QTemporaryDir elsewhere;
+    const QString old = Path("alt.pzb");
+    const Box box = MakeBox(elsewhere.path(), {.cards = 300});
+    if (log) {
+        const QString source = elsewhere.filePath("log.pzb");
+        WriteFile(source, box.bytes);
+        SQLite::Database database(source.toStdString(), SQLite::OPEN_READWRITE);
+        database.exec("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=0; "
+                      "UPDATE Lernkarten SET Picture_9_Name='im Log'");
+        for (const char *suffix : {"", "-wal"})
+            QVERIFY(QFile::copy(source + suffix, old + suffix));
+    } else {
+        const Box amid = AmidTransaction(elsewhere.path(), box);
+        WriteFile(old, amid.bytes);
+        WriteFile(old + "-journal", amid.journal);
+    }
+    QVERIFY(HasUnfinishedChange(old));
+    {
+        FreshFile fresh(old);
+        QString file;
+        fresh.Make([&](const QString &path) {
+            CardFile::Create(path);
+            file = path;
+        });
+        if (!made)
+            QVERIFY(QFile::remove(file));
+        renameFailsTo = old;
+        QVERIFY_EXCEPTION_THROWN(fresh.TakePlace(), StoreError);
+        renameFailsTo.clear();
+    }
+    if (log) {
+        QCOMPARE(OtherProgram(old, "SELECT DISTINCT Picture_9_Name FROM Lernkarten"), QString("im Log\n"));
+    } else {
+        CardFile{old};
+        const auto found = ReadDigests(old);
+        QCOMPARE(found.size(), box.cards.size());
+        for (const CardTruth &card : box.cards)
+            QCOMPARE(found.value(card.marker), card.digest);
+    }
+}
+
+// Nothing of it can be taken back, or it is no database: what stands there is replaced all the same.
+void SafeFileTest::WhatIsNoSoundBoxIsReplacedWithItsJournal()
+{
+    QTemporaryDir elsewhere;
+    const QByteArray journal =
+        AmidTransaction(elsewhere.path(), MakeBox(elsewhere.path(), {.cards = 300})).journal;
+    const QByteArray header("SQLite format 3\0", 16);
+    for (const QByteArray &bytes : {QByteArray("Text"), header, header + QByteArray(8000, 'x')}) {
+        for (const QByteArray &beside :
+             {journal, QByteArray("stale"), journal + QByteArray::fromHex("d9d505f920a163d7")}) {
+            WriteFile(Path("alt"), bytes);
+            WriteFile(Path("alt-journal"), beside);
+            QCOMPARE(::link(qPrintable(Path("alt")), qPrintable(Path("zweitname"))), 0);
+            {
+                FreshFile fresh(Path("alt"));
+                fresh.Make([](const QString &path) { WriteFileSynced(path, "neu"); });
+                fresh.TakePlace();
+            }
+            QCOMPARE(::ReadFile(Path("alt"), 100), "neu");
+            if (!bytes.startsWith(header))
+                QCOMPARE(::ReadFile(Path("zweitname"), 100), bytes);
+            QVERIFY(QFile::remove(Path("zweitname")));
+            QCOMPARE(Entries(), QStringList{"alt"});
+        }
+    }
 }
 
 // The name under which a file is made beside its place means nothing to its user.

@@ -33,6 +33,7 @@ private slots:
     void CardThatTheIndexLacksIsAppended();
     void SourceWithoutHeaderGivesEveryCard();
     void UnfinishedChangeInTheSourceIsNamed();
+    void SoundSourceIsReadWithItsLog();
     void FullDiskTakesNothingOver();
     void SessionAndCountersBeginAnew();
     void FileOfTheFormerEngineIsAppendedAsItIs();
@@ -431,6 +432,34 @@ void AnhaengenTest::UnfinishedChangeInTheSourceIsNamed()
         QCOMPARE(w.Karten().size(), 1);
         QCOMPARE(w.Bytes("quelle.pzb-journal"), journal);
     }
+}
+
+// The engine reads both together, and leaves both as they are.
+void AnhaengenTest::SoundSourceIsReadWithItsLog()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    MakeCardFile(w.Pfad("anderes.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
+    {
+        SQLite::Database database(w.Pfad("anderes.pzb").toStdString(), SQLite::OPEN_READWRITE);
+        database.exec("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=0; "
+                      "UPDATE Lernkarten SET Frage_Klartext='im Log'");
+        for (const QString &name : {QString(), QStringLiteral("-wal")})
+            QVERIFY(QFile::copy(w.Pfad("anderes.pzb" + name), w.Pfad("quelle.pzb" + name)));
+    }
+    const QByteArray bytes = w.Bytes("quelle.pzb"), log = w.Bytes("quelle.pzb-wal");
+    QVERIFY(!bytes.contains("im Log") && log.contains("im Log"));
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.meldungen.Texte(), QStringList());
+    QCOMPARE(w.Karten().size(), 3);
+    QCOMPARE(w.Karten()[2].Frage_Klartext, "im Log");
+    QCOMPARE(w.Bytes("quelle.pzb"), bytes);
+    QCOMPARE(w.Bytes("quelle.pzb-wal"), log);
+    // Damaged, it is not read without its log.
+    w.Schreiben("quelle.pzb", QByteArray(100, 'x') + bytes.mid(100));
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QVERIFY(w.meldungen.Texte().front().contains("nicht zu Ende gekommen"));
+    QCOMPARE(w.Bytes("quelle.pzb-wal"), log);
 }
 
 void AnhaengenTest::FullDiskTakesNothingOver()

@@ -24,6 +24,7 @@ private slots:
     void CharactersOutsideTheCodePageMakeItUtf8();
     void TextsThatWouldBeTakenForUtf8MakeItUtf8();
     void ReplacesAnOldFileAndItsStaleJournal();
+    void NameMayBeAsLongAsTheFileSystemAllows();
     void LinkStaysALink();
     void FailureLeavesTheOldFileAndNothingElse();
     void EmptyNameIsAnError();
@@ -184,6 +185,18 @@ void AsciiExportTest::ReplacesAnOldFileAndItsStaleJournal()
     QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     QVERIFY(w.Bytes("a.txt").startsWith("Frage;"));
     QCOMPARE(w.Dateien(), (QStringList{"a.txt", "offen.pzb"}));
+}
+
+// No journal stands beside a text.
+void AsciiExportTest::NameMayBeAsLongAsTheFileSystemAllows()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    const QString name = QString(251, u'n') + ".txt";
+    for (int time = 0; time < 2; ++time) {
+        QCOMPARE(AsciiExportieren(w.bank, w.Pfad(name), u';'), Ausgang::Gelungen);
+        QVERIFY(w.Bytes(name).startsWith("Frage;"));
+    }
 }
 
 void AsciiExportTest::LinkStaysALink()

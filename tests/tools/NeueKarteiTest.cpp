@@ -33,8 +33,8 @@ private slots:
     void OpenFileIsRefusedHoweverItIsSpelled();
     void BoxThatAnotherFileReplacedIsRefused_data();
     void BoxThatAnotherFileReplacedIsRefused();
-    void FailureOpensTheOldFileAgain_data();
-    void FailureOpensTheOldFileAgain();
+    void FailureThatTouchesNothingLeavesTheSession_data();
+    void FailureThatTouchesNothingLeavesTheSession();
     void TargetInUseIsRefused();
     void FullDiskLeavesTheOldTarget();
     void DiskThatFillsDuringTheWorkLeavesTheOldTarget();
@@ -336,24 +336,29 @@ void NeueKarteiTest::BoxThatAnotherFileReplacedIsRefused()
         QCOMPARE(w.Karten(), QList{MakeCard(77, 0, 1)});
 }
 
-void NeueKarteiTest::FailureOpensTheOldFileAgain_data()
+void NeueKarteiTest::FailureThatTouchesNothingLeavesTheSession_data()
 {
     QTest::addColumn<QString>("target");
     QTest::newRow("directory missing") << "fehlt/neu.pzb";
     QTest::newRow("target is a directory") << "ordner";
     QTest::newRow("no name") << "";
     QTest::newRow("name too long") << QString(300, QChar('n')) + ".pzb";
+    QTest::newRow("name too long for a journal") << QString(246, QChar('n')) + ".pzb";
 }
 
-void NeueKarteiTest::FailureOpensTheOldFileAgain()
+void NeueKarteiTest::FailureThatTouchesNothingLeavesTheSession()
 {
     QFETCH(QString, target);
     Werkstatt w;
     QVERIFY(QDir(w.verzeichnis.path()).mkpath("ordner/darin"));
     w.Oeffnen(ThreeTopics());
+    w.store.RichtigZaehler = 5;
+    const qint32 openings = w.store.LoopsPerSecond;
     QCOMPARE(KarteiSpiegeln(w.bank, target.isEmpty() ? target : w.Pfad(target)), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(w.store.IsOpen());
+    QCOMPARE(w.store.RichtigZaehler, qint16(5));
+    QCOMPARE(w.store.LoopsPerSecond, openings); // never closed
     QCOMPARE(w.store.CurrentFileName, "offen.pzb");
     QCOMPARE(w.store.KarteiPfad, w.verzeichnis.path());
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));

@@ -13,7 +13,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <SQLiteCpp/Exception.h>
-#include <sqlite3.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -97,9 +96,7 @@ RepairResult RepairDatabase(const QString &path, const Fortschritt &fortschritt)
             files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(),
                                           QDateTime::currentDateTime()));
     } catch (const StoreError &error) {
-        // A device that fails has one number, whether the engine meets it or the repair.
-        throw StoreError(error.Number() == SQLITE_IOERR ? Fehler::GeraeteFehler : error.Number(),
-                         files.ForUsers(error.Text()));
+        throw StoreError(error.Number(), files.ForUsers(error.Text()));
     }
     if (cards == 0)
         ThrowNothingToSave(path);
