@@ -329,19 +329,13 @@ AddedCards AddSalvaged(CardStore &store, const QString &path, const std::vector<
         Adder adder(store, database, added, columns);
         std::array<std::string, copiedColumns.size()> texts;
         int done = 0;
-        Losses losses{lost, 0, 0};
+        Losses losses{.lost = lost};
         for (const CardPlan *plan : plans) {
             const std::optional<SalvagedCard> card = read(*plan);
             if (!card) {
                 ++losses.lost;
                 continue;
             }
-            const auto has = [&](Remark::Kind kind) {
-                return std::any_of(card->remarks.begin(), card->remarks.end(),
-                                   [&](const Remark &remark) { return remark.kind == kind; });
-            };
-            losses.incomplete += has(Remark::Kind::Incomplete) ? 1 : 0;
-            losses.uncertain += has(Remark::Kind::Uncertain) ? 1 : 0;
             try {
                 CopyCardFields(adder, columns, texts, [&](std::size_t i) -> const SalvagedCard::Value & {
                     return card->values[static_cast<std::size_t>(columns[i])];
@@ -351,16 +345,20 @@ AddedCards AddSalvaged(CardStore &store, const QString &path, const std::vector<
                     break;
                 continue;
             }
-            if (!adder.Add())
+            const int before = added.count;
+            const bool more = adder.Add();
+            if (added.count > before)
+                losses.Add(*card);
+            if (!more)
                 break;
             Melden(fortschritt, ++done, static_cast<int>(plans.size()));
         }
         const QString found = LossText(added.count, QStringLiteral("übernommen"), losses);
-        if (damaged || !found.isEmpty())
-            adder.Note(
-                StoreError(Fehler::Beschaedigt,
-                           QStringLiteral("Die Datei „%1“ ist beschädigt. ").arg(path) +
-                               (found.isEmpty() ? QStringLiteral("Alle Karten ließen sich lesen.") : found)));
+        const QString beginning = QStringLiteral("Die Datei „%1“ ist beschädigt. ").arg(path);
+        if (!found.isEmpty())
+            adder.Note(StoreError(Fehler::Beschaedigt, beginning + found));
+        else if (damaged && added.errors.empty())
+            added.remark = beginning + QStringLiteral("Alle Karten ließen sich lesen.");
     });
     return added;
 }

@@ -29,6 +29,9 @@ struct AddedCards
     // card cannot hold (3163, 6 with the field's name, 13) is left out of its card, a card that cannot be
     // stored is left out whole; any other error ended the adding.
     std::vector<StoreError> errors;
+    // German; to be told although all went well: the source is damaged, but gave every card as it was. Never
+    // beside errors.
+    QString remark;
 };
 
 struct SimpleCard
@@ -46,7 +49,7 @@ void CheckCopyable(CardFile &source);
 // Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
 // flags of pictures) is not copied.
 AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
-// The same from a card file of the former database engine, and from a damaged one. How many cards and texts
-// damage has taken away is told as error 3049.
+// The same from a card file of the former database engine, and from a damaged one. How many cards
+// damage has taken away or left in doubt is told as error 3049.
 AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});
 AddedCards CopyAllCards(CardStore &store, const DamagedCards &source, const Fortschritt &fortschritt = {});

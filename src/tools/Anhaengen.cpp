@@ -94,12 +94,14 @@ Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl
         });
     } catch (const StoreError &fehler) {
         gespeichert = false;
-        neue = {.count = 0, .errors = {fehler}};
+        neue = {.count = 0, .errors = {fehler}, .remark = {}};
     }
     offene.datei.reset();
     offene.beschaedigte.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
+    if (!neue.remark.isEmpty())
+        bank.meldungen.Zeigen(neue.remark);
     if (!gespeichert)
         return Ausgang::Gescheitert;
     if (anzahl)

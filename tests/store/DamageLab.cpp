@@ -266,7 +266,12 @@ Box TakeBox(const QString &path, const QSet<QByteArray> &everMarkers)
 void Work(SQLite::Database &database, Random &random)
 {
     Writer writer(database, random);
-    const QList<int> numbers = Numbers(database);
+    QList<int> numbers = Numbers(database);
+    // A gap among the highest numbers, left by the evening before: it goes with the cards above it, and new
+    // cards get all these numbers again.
+    if (numbers.last() - numbers[numbers.size() - 3] > 2)
+        for (int i = 0; i < 2; ++i)
+            writer.Delete(numbers.takeLast());
     const int count = std::max<int>(1, static_cast<int>(numbers.size()) / 20);
     for (int i = 0; i < count; ++i) {
         writer.Move(numbers[Pick(random, numbers.size())]);
@@ -275,6 +280,8 @@ void Work(SQLite::Database &database, Random &random)
     }
     for (int i = 0; i < count; ++i)
         writer.Delete(numbers[Pick(random, numbers.size())]);
+    if (Pick(random, 2) == 0)
+        writer.Delete(Numbers(database).at(Numbers(database).size() - 3));
 }
 
 } // namespace

@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Repair.h"
 
+#include "CardSurvey.h"
 #include "DamageLab.h"
 #include "RepairReport.h"
 #include "StoreTestSupport.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -305,6 +308,8 @@ private slots:
         QVERIFY(!report.contains(QStringLiteral("Karte 3")));
         QVERIFY(report.contains(QStringLiteral("Picture 1 Name ist länger als 250 Zeichen")));
         QVERIFY(report.contains(QStringLiteral("zweifelhafter Inhalt:  3 Karten")));
+        QVERIFY2(result.summary.contains(QStringLiteral("; 3 davon haben zweifelhaften Inhalt.")),
+                 qPrintable(result.summary));
     }
 
     void BrokenChainKeepsWhatStandsBeforeTheBreak()
@@ -376,6 +381,24 @@ private slots:
         }
     }
 
+    void NumbersGivenAgainAreNotDeniedByAnOldIndexPage()
+    {
+        constexpr int pageSize = 4096, index = 3; // the page of "FrageNr", which is one leaf here
+        MakeCardFile(Path(), SomeCards(100));
+        Sql("DELETE FROM Lernkarten WHERE FrageNr=98");
+        const QByteArray old = ReadFile(Path()).mid((index - 1) * pageSize, pageSize);
+        QCOMPARE(old[0], '\x0a');
+        Sql("DELETE FROM Lernkarten WHERE FrageNr>98");
+        for (const std::string number : {"98", "99", "100"})
+            Sql("INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr,Frage) VALUES(" + number + ",0," + number +
+                ",'neu')");
+        const QList<CardRecord> before = ReadCards(Path());
+        WriteFile(Path(), ReadFile(Path()) + old);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 100);
+        QCOMPARE(ReadCards(Path()), before);
+    }
+
     void AnotherTableOfTheSameShapeIsNoCardTable()
     {
         MakeCardFile(Path(), SomeCards(200));
@@ -427,6 +450,32 @@ private slots:
         QCOMPARE(result.summary, QString());
     }
 
+    // A failing medium gives a block once and zeros from then on.
+    void CardsThatCannotBeReadAgainAreNotWhole()
+    {
+        MakeCardFile(Path(), SomeCards(2000));
+        const qint64 size = QFileInfo(Path()).size();
+        QFile file(Path());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const PageReader reader(file.handle(), size, PageGeometry{});
+        const CardSurvey sound(reader);
+        QCOMPARE(sound.Cards().size(), 2000U);
+        QVERIFY(sound.Cards().front().whole && !sound.Read(sound.Cards().front()).bytes.empty());
+        // The first cards are found, then the pages turn to zeros.
+        int pages = 0;
+        const auto fail = [&](int page, int) {
+            pages += page == FortschrittSchritte ? 1 : 0;
+            if (pages == 4) // after the trees and the indexes
+                WriteFile(Path(), QByteArray(size, '\0'));
+        };
+        const CardSurvey failing(reader, fail);
+        QVERIFY(!failing.Cards().empty());
+        for (const CardCell &card : failing.Cards())
+            QVERIFY(!card.whole);
+        for (const CardCell &card : sound.Cards())
+            QVERIFY(sound.Read(card).bytes.empty());
+    }
+
     void SummaryNamesWhatIsLostAndIncomplete()
     {
         QCOMPARE(LossText(5, QStringLiteral("gerettet"), {}), QString());
@@ -434,9 +483,12 @@ private slots:
                  QStringLiteral(
                      "8 Karten wurden gerettet; Spuren von 1.992 weiteren ließen sich nicht mehr lesen."));
         QCOMPARE(LossText(1, QStringLiteral("gerettet"), {.lost = 1, .incomplete = 1, .uncertain = 1}),
-                 QStringLiteral(
-                     "1 Karte wurde gerettet; Spuren von 1 weiteren Karte ließen sich nicht mehr lesen; "
-                     "1 davon ist lückenhaft; 1 davon ist ungewiss."));
+                 QStringLiteral("1 Karte wurde gerettet; 1 davon ist lückenhaft; 1 davon ist ungewiss; "
+                                "Spuren von 1 weiteren Karte ließen sich nicht mehr lesen."));
+        QCOMPARE(LossText(9, QStringLiteral("gerettet"), {.doubtful = 1}),
+                 QStringLiteral("9 Karten wurden gerettet; 1 davon hat zweifelhaften Inhalt."));
+        QCOMPARE(LossText(9, QStringLiteral("gerettet"), {.doubtful = 2}),
+                 QStringLiteral("9 Karten wurden gerettet; 2 davon haben zweifelhaften Inhalt."));
         QCOMPARE(
             LossText(1000, QStringLiteral("gerettet"), {.incomplete = 2, .uncertain = 3}),
             QStringLiteral("1.000 Karten wurden gerettet; 2 davon sind lückenhaft; 3 davon sind ungewiss."));

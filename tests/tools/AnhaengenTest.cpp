@@ -32,6 +32,7 @@ private slots:
     void DamagedSourceGivesAllThatCanBeRead();
     void CardThatTheIndexLacksIsAppended();
     void SourceWithoutHeaderGivesEveryCard();
+    void DoubtfulCardsOfASourceAreTold();
     void UnfinishedChangeInTheSourceIsNamed();
     void SoundSourceIsReadWithItsLog();
     void FullDiskTakesNothingOver();
@@ -373,10 +374,9 @@ void AnhaengenTest::CardThatTheIndexLacksIsAppended()
         whole.bind(1, sql);
         whole.exec();
     }
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(),
-             QStringList("Leider ist folgender Fehler Aufgetreten: Die Datei „" + w.Pfad("quelle.pzb") +
-                         "“ ist beschädigt. Alle Karten ließen sich lesen."));
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(w.meldungen.Texte(), QStringList("Die Datei „" + w.Pfad("quelle.pzb") +
+                                              "“ ist beschädigt. Alle Karten ließen sich lesen."));
     QCOMPARE(w.Karten().size(), 50);
     QVERIFY(w.ZaehlerStimmen());
 }
@@ -393,11 +393,36 @@ void AnhaengenTest::SourceWithoutHeaderGivesEveryCard()
     bytes.replace(0, 4096, QByteArray(4096, '\x33'));
     w.Schreiben("quelle.pzb", bytes);
     QVERIFY(QFile::setPermissions(w.Pfad("quelle.pzb"), QFile::ReadOwner));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QVERIFY(w.meldungen.Texte().front().endsWith("ist beschädigt. Alle Karten ließen sich lesen."));
     QCOMPARE(w.Karten().size(), 51);
     QCOMPARE(w.Karten()[1].Frage, "Frage 7"); // in box order
     QCOMPARE(w.Bytes("quelle.pzb"), bytes);
     QCOMPARE(w.Dateien(), (QStringList{"offen.pzb", "quelle.pzb"}));
+}
+
+void AnhaengenTest::DoubtfulCardsOfASourceAreTold()
+{
+    CardRecord doubtful = MakeCard(2, 0, 2);
+    doubtful.Frage = "{\\rtf1 nicht geschlossen";
+    Werkstatt w;
+    w.Oeffnen({});
+    MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 0, 1), doubtful});
+    QByteArray bytes = w.Bytes("quelle.pzb");
+    bytes.replace(0, 100, QByteArray(100, '\x33'));
+    w.Schreiben("quelle.pzb", bytes);
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    const QString told = "“ ist beschädigt. 2 Karten wurden übernommen; 1 davon hat zweifelhaften Inhalt.";
+    QVERIFY2(w.meldungen.Texte().front().endsWith(told), qPrintable(w.meldungen.Texte().front()));
+
+    w.meldungen.gezeigt.clear();
+    JetLab lab(4);
+    doubtful.Frage = QString("halb ") + QChar(0xd83d);
+    lab.Add(MakeCard(1, 0, 1));
+    lab.Add(doubtful);
+    w.Schreiben("quelle.pzb", lab.Bytes());
+    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QVERIFY2(w.meldungen.Texte().front().endsWith(told), qPrintable(w.meldungen.Texte().front()));
 }
 
 void AnhaengenTest::UnfinishedChangeInTheSourceIsNamed()

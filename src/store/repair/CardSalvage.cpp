@@ -91,7 +91,8 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
         const CardCell &rival = std::get<3>(judged[i]).cell;
         if (first.rowid != rival.rowid)
             best = i;
-        else if (rival.whole && !rival.free && survey_.MayBeInUse(rival) && !SameRecord(first, rival))
+        else if (rival.whole && (!survey_.IsWiped() || (!rival.free && survey_.MayBeInUse(rival))) &&
+                 !SameRecord(first, rival))
             first.disputed = true;
     }
     plans.clear();
@@ -116,7 +117,10 @@ bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
     const CardBytes first = survey_.Read(one.cell), second = survey_.Read(other.cell);
     // Behind the keys, which may have changed, all values are the same.
     constexpr std::size_t firstValue = 3;
-    return one.cell.whole && other.cell.whole &&
+    const auto isThere = [](const CardBytes &record) {
+        return record.shape.offsets[firstValue] <= record.bytes.size();
+    };
+    return one.cell.whole && other.cell.whole && isThere(first) && isThere(second) &&
            std::equal(first.shape.types.begin() + firstValue, first.shape.types.end(),
                       second.shape.types.begin() + firstValue) &&
            std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[firstValue]),

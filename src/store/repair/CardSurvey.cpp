@@ -18,8 +18,8 @@ constexpr std::size_t longestRecord = 64'000'000;
 
 CardSurvey::CardSurvey(const PageReader &reader, const Fortschritt &fortschritt)
     : reader_(reader),
-      trees_(reader),
-      indexes_(reader, trees_),
+      trees_(reader, fortschritt),
+      indexes_(reader, trees_, fortschritt),
       claims_(reader.PageCount() + 1),
       claimedEnds_(reader.PageCount() + 1),
       claimedBySure_(reader.PageCount() + 1)
@@ -107,6 +107,9 @@ void CardSurvey::LookAtLeaves(std::vector<CardCell> &found)
             (trees_.InTable(card.page) || (card.confirmed && !card.free && !reached.contains(card.rowid) &&
                                            trees_.IsSound(trees_.LeafOf(card.rowid)))))
             treeComplete_ = false;
+    for (const CardCell &card : found)
+        if (IsInUse(card) && !indexes_.Numbers().contains(card.rowid) && !indexes_.DeniesNumber(card.number))
+            indexLacks_ = true;
     std::unordered_map<std::uint32_t, std::uint32_t> faults;
     for (CardCell &card : found) {
         card.free = card.free && treeComplete_;
@@ -120,7 +123,15 @@ void CardSurvey::LookAtLeaves(std::vector<CardCell> &found)
 
 bool CardSurvey::IsDeleted(std::int64_t row, double number) const
 {
+    if (indexes_.TreeKnows(number) && !trees_.IsSound(trees_.LeafOf(row)))
+        return false; // the index has it, and the page that should is damaged
     return rowGaps_.Contains(static_cast<double>(row)) || indexes_.DeniesNumber(number);
+}
+
+bool CardSurvey::IsInUse(const CardCell &card) const
+{
+    return card.pointed && trees_.IsSound(card.page) &&
+           (card.reached || trees_.IsWiped() || (!treeComplete_ && !card.free));
 }
 
 bool CardSurvey::IsStale(const CardCell &card) const
@@ -128,10 +139,11 @@ bool CardSurvey::IsStale(const CardCell &card) const
     const auto entry = indexes_.Numbers().find(card.rowid);
     if (!card.confirmed && entry != indexes_.Numbers().end())
         return false; // its number is damaged, or the index's
-    // Numbers are given in ascending order: a page that lacks one between two others is newer than one that
-    // has it.
+    // The highest numbers are given again when their cards were deleted, so that a page which lacks one
+    // between two others may be the older one: where two of the tree and the two indexes know the card, it
+    // counts, and where its page is in use while the index lacks other such cards too.
     if (indexes_.DeniesNumber(card.number))
-        return true;
+        return card.reached + card.confirmed + card.placed < 2 && !(IsInUse(card) && indexLacks_);
     if (card.confirmed)
         return false;
     if (!card.pointed && indexComplete_)
@@ -142,6 +154,8 @@ bool CardSurvey::IsStale(const CardCell &card) const
 
 bool CardSurvey::IsUncertain(const CardCell &card) const
 {
+    if (indexes_.DeniesNumber(card.number))
+        return true;
     if (indexes_.Numbers().contains(card.rowid))
         return false;
     // Where all is wiped that is deleted, a page still leads to what counts.
@@ -170,16 +184,17 @@ void CardSurvey::TakeOne(CardCell card, bool sure)
     std::vector<std::uint8_t> buffer;
     reader_.Read(card.page, buffer);
     const auto cell = ReadLeafCell(buffer, reader_.Geometry().usable, card.offset);
-    card.whole = !card.overwritten && cell->end <= reader_.Present(card.page) &&
-                 WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
-                     if (!MayVisit(page, sure))
-                         return false;
-                     ++claims_[page];
-                     claimedBySure_[page] = claimedBySure_[page] || sure;
-                     claimedEnds_[page] =
-                         std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));
-                     return true;
-                 });
+    // What a failing medium has given once it may not give again.
+    card.whole =
+        cell && cell->rowid == card.rowid && !card.overwritten && cell->end <= reader_.Present(card.page) &&
+        WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
+            if (!MayVisit(page, sure))
+                return false;
+            ++claims_[page];
+            claimedBySure_[page] = claimedBySure_[page] || sure;
+            claimedEnds_[page] = std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));
+            return true;
+        });
     card.uncertain = IsUncertain(card);
     cards_.push_back(card);
 }
@@ -189,6 +204,8 @@ CardBytes CardSurvey::Read(const CardCell &card) const
     std::vector<std::uint8_t> buffer;
     const Bytes page = reader_.Read(card.page, buffer);
     const auto cell = ReadLeafCell(page, reader_.Geometry().usable, card.offset);
+    if (!cell)
+        return {};
     const std::uint32_t localEnd =
         std::min({cell->local + cell->localSize, card.end, reader_.Present(card.page)});
     const Bytes local = page.subspan(cell->local, localEnd - std::min(localEnd, cell->local));

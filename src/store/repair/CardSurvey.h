@@ -23,7 +23,8 @@ struct CardBytes
 //
 // Every card that is found counts unless something proves it deleted, and a tree or an index proves nothing
 // by what it lacks as a whole: its root may be of an older state, or a leaf. The proofs are two neighbours in
-// the index or the table between which the card would stand, another card that the index knows under its
+// the index or the table between which the card would stand, if not two of the tree and both indexes know it,
+// another card that the index knows under its
 // number, and, where what is deleted is not wiped, a place on the free list or in what a page does not use.
 class CardSurvey
 {
@@ -34,6 +35,9 @@ public:
     const std::vector<CardCell> &Cards() const { return cards_; }
 
     const IndexEntries &Indexes() const { return indexes_; }
+
+    // Is what was deleted wiped in this file?
+    bool IsWiped() const { return trees_.IsWiped(); }
 
     // Was the card with this row deleted, as its neighbours in the table or in the index show?
     bool IsDeleted(std::int64_t row, double number) const;
@@ -48,7 +52,8 @@ public:
     // state are among those that it leads to, and having been reached tells nothing of a card's age.
     bool TreeComplete() const { return treeComplete_; }
 
-    // Reads a found card; the bytes end where its chain of pages breaks.
+    // Reads a found card; the bytes end where its chain of pages breaks, and none are there where the medium
+    // does not give the card again.
     CardBytes Read(const CardCell &card) const;
 
 private:
@@ -56,6 +61,8 @@ private:
     void CompareWithIndexes(CardCell &card) const;
     void AddRowGaps(std::uint32_t page);
     void LookAtLeaves(std::vector<CardCell> &found);
+    // Is its page one that the table needs, as far as that can be told?
+    bool IsInUse(const CardCell &card) const;
     bool IsStale(const CardCell &card) const;
     bool IsUncertain(const CardCell &card) const;
     void Take(const std::vector<CardCell> &found);
@@ -70,6 +77,7 @@ private:
     std::unordered_set<std::int64_t> rowsSeen_;
     std::unordered_set<double> confirmedNumbers_;
     bool indexComplete_ = false, treeComplete_ = true;
+    bool indexLacks_ = false; // the index on "FrageNr" lacks cards that the tree leads to
     // By page: how many cards say that a part of them is there, where the longest of these parts ends, and
     // whether one of them is a card that the index knows.
     std::vector<std::uint8_t> claims_;

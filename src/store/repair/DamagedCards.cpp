@@ -29,7 +29,9 @@ std::int64_t SizeOf(const FileHandle &file)
 } // namespace
 
 DamagedState::DamagedState(int file, std::int64_t size, EngineReader &engine, const Fortschritt &fortschritt)
-    : reader(file, size, FindGeometry(file, size)), survey(reader, fortschritt), salvage(survey, engine)
+    : reader(file, size, FindGeometry(file, size, fortschritt)),
+      survey(reader, fortschritt),
+      salvage(survey, engine)
 {
 }
 

@@ -17,6 +17,9 @@ struct DamagedState
     // `file` is a descriptor that must stay open, of a file of `size` bytes.
     DamagedState(int file, std::int64_t size, EngineReader &engine, const Fortschritt &fortschritt = {});
 
+    DamagedState(const DamagedState &) = delete;
+    DamagedState &operator=(const DamagedState &) = delete;
+
     PageReader reader;
     CardSurvey survey;
     CardSalvage salvage;

@@ -24,7 +24,8 @@ public:
         ReadOnly   // the file alone is read, whatever stands beside it
     };
 
-    // Never throws; a file that the engine refuses has no cards.
+    // A file that the engine refuses has no cards. Throws StoreError 3045 where this system cannot lock
+    // files.
     explicit EngineReader(const QString &path, Access access = Access::ReadWrite);
 
     // `page` 0.

@@ -33,24 +33,25 @@ std::vector<double> IndexNumbers(Bytes record)
 
 } // namespace
 
-IndexEntries::IndexEntries(const PageReader &reader, const PageTrees &trees)
+IndexEntries::IndexEntries(const PageReader &reader, const PageTrees &trees, const Fortschritt &fortschritt)
 {
     std::vector<std::uint8_t> buffer;
     for (const bool reached : {true, false}) {
         const std::size_t before = numbers_.size();
         for (std::uint32_t number = reader.NextPage(1); number != 0; number = reader.NextPage(number)) {
+            Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader.PageCount()));
             const PageKind kind = trees.Kind(number);
             if ((kind == PageKind::IndexLeaf || kind == PageKind::IndexInterior) &&
                 (reached ? trees.InIndex(number) : trees.InNone(number) && !trees.IsFree(number)))
                 ReadPage(BTreePage(reader.Read(number, buffer), number, reader.Geometry()),
-                         trees.IsSound(number));
+                         trees.IsSound(number), reached);
         }
         covers_ = trees.NumbersWhole() && (reached || numbers_.size() == before);
     }
     gaps_.Finish();
 }
 
-void IndexEntries::ReadPage(const BTreePage &page, bool sound)
+void IndexEntries::ReadPage(const BTreePage &page, bool sound, bool reached)
 {
     std::vector<double> keys;
     const std::vector<std::uint32_t> offsets = page.CellOffsets();
@@ -62,6 +63,8 @@ void IndexEntries::ReadPage(const BTreePage &page, bool sound)
         const auto row = static_cast<std::int64_t>(values.back());
         if (values.size() == 2 && numbers_.size() < mostEntries) {
             numbers_.try_emplace(row, values[0]);
+            if (reached)
+                inTree_.insert(values[0]);
             keys.push_back(values[0]);
             highest_ = std::max(highest_, values[0]);
         } else if (values.size() == 3 && places_.size() < mostEntries) {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Fortschritt.h"
 #include "KeyGaps.h"
 #include "PageTrees.h"
 
@@ -9,6 +10,7 @@
 #include <limits>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 // What the pages of the indexes "FrageNr" and "BoxKey" of a damaged file still know of the cards, also those
 // that no tree leads to any more. Pages of an older state may be among them, so that the pages can contradict
@@ -16,13 +18,17 @@
 class IndexEntries
 {
 public:
-    IndexEntries(const PageReader &reader, const PageTrees &trees);
+    // Throws what `fortschritt` throws.
+    IndexEntries(const PageReader &reader, const PageTrees &trees, const Fortschritt &fortschritt = {});
 
     // By the card's row: its FrageNr.
     const std::unordered_map<std::int64_t, double> &Numbers() const { return numbers_; }
 
     // Do two neighbours on one page show that no card has this number?
     bool DeniesNumber(double number) const { return gaps_.Contains(number); }
+
+    // Does the index's own tree lead to this number?
+    bool TreeKnows(double number) const { return inTree_.contains(number); }
 
     // Should the index on "FrageNr" know this number? It is whole and knows higher ones, and no page of it
     // lies about that its tree does not lead to.
@@ -51,9 +57,10 @@ private:
         std::size_t count = 0;
     };
 
-    void ReadPage(const BTreePage &page, bool sound);
+    void ReadPage(const BTreePage &page, bool sound, bool reached);
 
     std::unordered_map<std::int64_t, double> numbers_;
+    std::unordered_set<double> inTree_;
     std::unordered_map<std::int64_t, Places> places_;
     KeyGaps gaps_;
     bool covers_ = false;

@@ -43,7 +43,7 @@ std::uint64_t CountCards(Bytes bytes, std::uint32_t number, const PageGeometry &
 
 } // namespace
 
-PageGeometry FindGeometry(int file, std::int64_t size)
+PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortschritt)
 {
     std::vector<std::uint8_t> block(MaxPageSize);
     ReadTolerant(file, 0, block.data(), 100);
@@ -65,6 +65,7 @@ PageGeometry FindGeometry(int file, std::int64_t size)
         if (part == parts.end())
             break;
         at = std::max(at, part->from / MaxPageSize * MaxPageSize);
+        Melden(fortschritt, static_cast<int>(at / MaxPageSize), static_cast<int>(size / MaxPageSize + 1));
         ReadTolerant(file, at, block.data(), block.size());
         for (Guess &guess : guesses) {
             const std::uint32_t pageSize = guess.geometry.pageSize;

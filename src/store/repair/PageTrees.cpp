@@ -47,7 +47,7 @@ bool IsNamed(const RecordValue &value, const char *name)
 
 } // namespace
 
-PageTrees::PageTrees(const PageReader &reader)
+PageTrees::PageTrees(const PageReader &reader, const Fortschritt &fortschritt)
     : reader_(reader),
       kinds_(reader.PageCount() + 1, PageKind::Other),
       owner_(reader.PageCount() + 1, Owner::None),
@@ -55,7 +55,7 @@ PageTrees::PageTrees(const PageReader &reader)
       empty_(reader.PageCount() + 1, true),
       free_(reader.PageCount() + 1)
 {
-    ClassifyPages();
+    ClassifyPages(fortschritt);
     ReadFreeList();
     const std::vector<SchemaRow> rows = ReadSchema();
     bool tableFound = false;
@@ -87,7 +87,7 @@ std::uint32_t PageTrees::LeafOf(std::int64_t row) const
     return leaf != leavesByRow_.end() && InTable(leaf->second, row) ? leaf->second : 0;
 }
 
-void PageTrees::ClassifyPages()
+void PageTrees::ClassifyPages(const Fortschritt &fortschritt)
 {
     constexpr std::uint32_t ourMark = 0x5061756b; // in the header
     constexpr std::uint32_t markPlace = 68;
@@ -95,6 +95,7 @@ void PageTrees::ClassifyPages()
     bool ours = false;
     std::uint32_t left = 0, wiped = 0;
     for (std::uint32_t number = reader_.NextPage(0); number != 0; number = reader_.NextPage(number)) {
+        Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader_.PageCount()));
         const Bytes bytes = reader_.Read(number, buffer);
         const BTreePage page(bytes, number, reader_.Geometry());
         kinds_[number] = page.Kind();

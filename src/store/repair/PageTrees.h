@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Fortschritt.h"
 #include "PageReader.h"
 
 #include <cstdint>
@@ -16,7 +17,8 @@
 class PageTrees
 {
 public:
-    explicit PageTrees(const PageReader &reader);
+    // Throws what `fortschritt` throws.
+    explicit PageTrees(const PageReader &reader, const Fortschritt &fortschritt = {});
 
     bool InTable(std::uint32_t page) const { return owner_[page] == Owner::Table; }
 
@@ -88,7 +90,7 @@ private:
         RowRange rows;
     };
 
-    void ClassifyPages();
+    void ClassifyPages(const Fortschritt &fortschritt);
     void ReadFreeList();
     std::vector<SchemaRow> ReadSchema() const;
     bool WalkTree(std::uint32_t root, Owner owner, PageKind leaf);
@@ -104,4 +106,5 @@ private:
 };
 
 // Finds page size and usable size, from the header where it is true, else from the structure of the pages.
-PageGeometry FindGeometry(int file, std::int64_t size);
+// Throws what `fortschritt` throws.
+PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortschritt = {});

@@ -39,7 +39,7 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
         }
         return std::nullopt;
     };
-    const int cards = WriteSalvagedCards(newPath, next);
+    const int cards = WriteSalvagedCards(newPath, next, fortschritt);
     for (const int number : salvage.MissingNumbers())
         report.AddLost(number);
     return cards;

@@ -36,6 +36,12 @@ QString ReportDraft(const QString &work)
     return work + QStringLiteral("/bericht.txt");
 }
 
+// What is to be kept aside where it cannot just get a second name.
+QString AsideDraft(const QString &work)
+{
+    return work + QStringLiteral("/beiseite");
+}
+
 struct ResultNames
 {
     QString aside, report;
@@ -232,7 +238,7 @@ QString RepairFiles::NewPath() const
 
 QString RepairFiles::ForUsers(QString text) const
 {
-    for (const QString &file : {CopyPath(), NewPath(), ReportDraft(work_)})
+    for (const QString &file : {CopyPath(), NewPath(), ReportDraft(work_), AsideDraft(work_)})
         text.replace(file, path_);
     return text;
 }
@@ -265,7 +271,7 @@ void RepairFiles::KeepAside(const QString &from, const QString &to) const
         return;
     Check(errno != EEXIST, to);
     // a file system without hard links
-    const QString copy = work_ + QStringLiteral("/beiseite");
+    const QString copy = AsideDraft(work_);
     CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), copy);
     Sync(copy);
     Rename(copy, to);

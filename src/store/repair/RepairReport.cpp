@@ -32,24 +32,37 @@ QString Cards(qsizetype count)
 
 } // namespace
 
+void Losses::Add(const SalvagedCard &card)
+{
+    const auto has = [&](Remark::Kind kind) {
+        return std::any_of(card.remarks.begin(), card.remarks.end(),
+                           [&](const Remark &remark) { return remark.kind == kind; });
+    };
+    incomplete += has(Remark::Kind::Incomplete) ? 1 : 0;
+    doubtful += has(Remark::Kind::Doubtful) ? 1 : 0;
+    uncertain += has(Remark::Kind::Uncertain) ? 1 : 0;
+}
+
 QString LossText(qint64 cards, const QString &done, const Losses &losses, const QString &end)
 {
     const auto count = [](qint64 number) { return QLocale(QLocale::German).toString(number); };
     QString text = cards == 1 ? QStringLiteral("1 Karte wurde %1").arg(done)
                               : QStringLiteral("%1 Karten wurden %2").arg(count(cards), done);
+    const auto among = [&](qint64 number, const QString &one, const QString &many) {
+        if (number > 0)
+            text += number == 1 ? QStringLiteral("; 1 davon ") + one
+                                : QStringLiteral("; %1 davon ").arg(count(number)) + many;
+    };
+    among(losses.incomplete, QStringLiteral("ist lückenhaft"), QStringLiteral("sind lückenhaft"));
+    among(losses.doubtful, QStringLiteral("hat zweifelhaften Inhalt"),
+          QStringLiteral("haben zweifelhaften Inhalt"));
+    among(losses.uncertain, QStringLiteral("ist ungewiss"), QStringLiteral("sind ungewiss"));
     if (losses.lost > 0)
         text += QStringLiteral("; Spuren von %1 ließen sich nicht mehr lesen")
                     .arg(losses.lost == 1 ? QStringLiteral("1 weiteren Karte")
                                           : QStringLiteral("%1 weiteren").arg(count(losses.lost)));
-    if (losses.incomplete > 0)
-        text += losses.incomplete == 1
-                    ? QStringLiteral("; 1 davon ist lückenhaft")
-                    : QStringLiteral("; %1 davon sind lückenhaft").arg(count(losses.incomplete));
-    if (losses.uncertain > 0)
-        text += losses.uncertain == 1
-                    ? QStringLiteral("; 1 davon ist ungewiss")
-                    : QStringLiteral("; %1 davon sind ungewiss").arg(count(losses.uncertain));
-    return losses.lost + losses.incomplete + losses.uncertain == 0 ? QString() : text + u'.' + end;
+    const bool none = losses.lost + losses.incomplete + losses.doubtful + losses.uncertain == 0;
+    return none ? QString() : text + u'.' + end;
 }
 
 void RepairReport::AddCard(const SalvagedCard &card)
@@ -68,7 +81,8 @@ void RepairReport::AddCard(const SalvagedCard &card)
 QString RepairReport::Summary(const QString &reportName) const
 {
     return LossText(cards_, QStringLiteral("gerettet"),
-                    {static_cast<qint64>(lost_.size()) + missing_, remarks_[0].size(), remarks_[3].size()},
+                    {static_cast<qint64>(lost_.size()) + missing_, remarks_[0].size(), remarks_[1].size(),
+                     remarks_[3].size()},
                     QStringLiteral(" Einzelheiten stehen in „%1“.").arg(reportName));
 }
 

@@ -15,7 +15,11 @@ struct Losses
 {
     qint64 lost = 0;       // known to have been there
     qint64 incomplete = 0; // taken, but a part could not be read
-    qint64 uncertain = 0;  // taken, but perhaps deleted before
+    qint64 doubtful = 0;   // taken as it was read, but it does not look right
+    qint64 uncertain = 0;  // taken, but perhaps deleted or changed before
+
+    // Counts a card that was taken.
+    void Add(const SalvagedCard &card);
 };
 
 // Names the losses beside the number of `cards` that were `done`, in German sentences; empty where there are
@@ -43,8 +47,8 @@ public:
     // Cards of which nothing is known but that the file counts them.
     void SetMissing(std::uint32_t cards) { missing_ = cards; }
 
-    // What is missing and what is uncertain, in German sentences that end in a full stop and name the report;
-    // empty where nothing is.
+    // What is missing and which cards are to be looked at, in German sentences that end in a full stop and
+    // name the report; empty where nothing is.
     QString Summary(const QString &reportName) const;
 
     // Is every card as it was?

@@ -48,11 +48,11 @@ int WriteAll(const QString &path, const std::function<std::optional<SalvagedCard
 }
 
 // Opened anew, as what the engine has just written it still knows by heart.
-bool IsSound(const QString &path, int cards)
+bool IsSound(const QString &path, int cards, const Fortschritt &fortschritt)
 {
     try {
         CardFile file(path);
-        CheckCardFile(file.Database());
+        CheckCardFile(file.Database(), fortschritt);
         return file.Database().execAndGet("SELECT count(*) FROM Lernkarten").getInt() == cards;
     } catch (const StoreError &error) {
         if (error.Number() != Fehler::Beschaedigt)
@@ -63,12 +63,13 @@ bool IsSound(const QString &path, int cards)
 
 } // namespace
 
-int WriteSalvagedCards(const QString &path, const std::function<std::optional<SalvagedCard>()> &next)
+int WriteSalvagedCards(const QString &path, const std::function<std::optional<SalvagedCard>()> &next,
+                       const Fortschritt &fortschritt)
 {
     CardFile::Create(path);
     try {
         const int cards = WriteAll(path, next);
-        if (!IsSound(path, cards))
+        if (!IsSound(path, cards, fortschritt))
             throw StoreError(Fehler::Beschaedigt,
                              QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
         return cards;
