@@ -69,7 +69,7 @@ void CheckFits(std::int64_t lfdNr)
 {
     if (lfdNr > highest16)
         throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Ein Fach fasst nicht mehr als 32767 Karten"));
+                         QStringLiteral("Überlauf: Ein Fach fasst nicht mehr als 32767 Karten."));
 }
 
 } // namespace

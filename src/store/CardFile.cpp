@@ -29,8 +29,7 @@ void CheckCompanions(const QString &path)
         struct stat info = {};
         const QString name = CompanionOf(path, suffix);
         if (::stat(QFile::encodeName(name).constData(), &info) == 0 && !S_ISREG(info.st_mode))
-            throw StoreError(Fehler::NichtErlaubt,
-                             QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(name));
+            ThrowNoRegularFile(name);
     }
 }
 
@@ -58,7 +57,7 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
         throw StoreError(Fehler::NichtErlaubt,
                          QStringLiteral("„%1“ ist ein Ordner und keine Kartei.").arg(path));
     if (!S_ISREG(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path));
+        ThrowNoRegularFile(path);
     if (::faccessat(AT_FDCWD, name.constData(), R_OK, AT_EACCESS) != 0)
         throw StoreError(Fehler::NichtErlaubt,
                          DateiSatz(path) + QStringLiteral("darf nicht gelesen werden."));

@@ -13,9 +13,7 @@
 
 namespace {
 
-// The header's application id: "Pauk" in ASCII. The format version stands in user_version.
-constexpr int applicationId = 0x5061756b;
-constexpr int formatVersion = 1;
+constexpr int formatVersion = 1;   // in user_version
 constexpr int highestVersion = 99; // no version of the program will write more
 
 int HeaderNumber(SQLite::Database &database, const char *pragma)
@@ -183,7 +181,7 @@ std::int64_t CardFileHeader::At(std::size_t place) const
 
 bool CardFileHeader::IsOurs() const
 {
-    return isRead_ && At(68) == applicationId;
+    return isRead_ && At(68) == cardFileMark;
 }
 
 bool CardFileHeader::CountsItsPages() const
@@ -197,7 +195,7 @@ bool CardFileHeader::CountsItsPages() const
 std::string NewFileSql()
 {
     QString sql = QStringLiteral("PRAGMA application_id=%1; PRAGMA user_version=%2;")
-                      .arg(applicationId)
+                      .arg(cardFileMark)
                       .arg(formatVersion);
     for (const SchemaEntry &entry : OurSchema())
         sql += entry.sql + u';';
@@ -208,6 +206,11 @@ void ThrowDamaged(const QString &path)
 {
     throw StoreError(Fehler::Beschaedigt,
                      DateiSatz(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
+}
+
+void ThrowNoRegularFile(const QString &path)
+{
+    throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path));
 }
 
 QString DateiSatz(const QString &path)

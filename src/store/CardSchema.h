@@ -27,8 +27,8 @@ public:
     bool HasFormatOfEngine() const { return bytes_[18] <= 2 && bytes_[19] <= 2; }
 
     // Does the file have as many pages as its header counts? The engine takes the header's word where both
-    // counts of changes agree, and would not see what an older header leaves out. While a log lies beside
-    // the file, both may be older than the log: nothing is said then.
+    // counts of changes agree, and would not see what an older header leaves out. In a file that is changed
+    // through a log (byte 19) both may be older than the log: nothing is said then.
     bool CountsItsPages() const;
 
 private:
@@ -39,6 +39,9 @@ private:
     bool isRead_ = false;
 };
 
+// Our mark at byte 68 of the header, the application id: "Pauk" in ASCII.
+inline constexpr std::uint32_t cardFileMark = 0x5061756b;
+
 // What makes an empty database a card file of ours: statements with a semicolon behind each.
 std::string NewFileSql();
 
@@ -47,6 +50,8 @@ std::string NewFileSql();
 void CheckContent(SQLite::Database &database, const QString &path);
 
 [[noreturn]] void ThrowDamaged(const QString &path);
+
+[[noreturn]] void ThrowNoRegularFile(const QString &path);
 
 // "Die Datei „…“ ": the beginning of a sentence about it.
 QString DateiSatz(const QString &path);

@@ -11,7 +11,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 
 #include <algorithm>
 #include <limits>
@@ -72,10 +71,9 @@ class TooManyCards : public StoreError
 {
 public:
     explicit TooManyCards(std::size_t compartment)
-        : StoreError(Fehler::Ueberlauf,
-                     QStringLiteral("In Fach %1 liegen mehr als %2 Karten.")
-                         .arg(compartment)
-                         .arg(QLocale(QLocale::German).toString(std::numeric_limits<qint16>::max())))
+        : StoreError(Fehler::Ueberlauf, QStringLiteral("In Fach %1 liegen mehr als %2 Karten.")
+                                            .arg(compartment)
+                                            .arg(std::numeric_limits<qint16>::max()))
     {
     }
 };

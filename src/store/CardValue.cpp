@@ -107,7 +107,7 @@ void CheckWritable(const QVariant &value, int column)
         const double number = value.toDouble();
         if (!(number >= std::numeric_limits<qint16>::min() && number <= std::numeric_limits<qint16>::max()))
             throw StoreError(Fehler::Ueberlauf,
-                             QStringLiteral("Überlauf im Feld „%1“: Es hält Zahlen von -32768 bis 32767.")
+                             QStringLiteral("Überlauf im Feld „%1“: Es fasst Zahlen von -32768 bis 32767.")
                                  .arg(ShownName(column)));
     } else if (KindOf(column) == CardKind::Text) {
         const bool isShort = QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");

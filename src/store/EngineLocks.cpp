@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EngineLocks.h"
 
+#include "CardSchema.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 
@@ -69,9 +70,9 @@ int LastLockedByEngine()
 
 void ThrowLocked(const QString &path)
 {
-    throw StoreError(
-        Fehler::Gesperrt,
-        QStringLiteral("Die Datei „%1“ ist gesperrt: ein anderes Programm hat sie geöffnet.").arg(path));
+    throw StoreError(Fehler::Gesperrt,
+                     DateiSatz(path) +
+                         QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
 }
 
 void LockCardFile(int file, int type, const QString &path)

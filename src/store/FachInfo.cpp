@@ -25,7 +25,7 @@ static qint16 To16(double wert)
 {
     if (!(wert >= std::numeric_limits<qint16>::min() && wert <= std::numeric_limits<qint16>::max()))
         throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Nummern und Anzahlen gehen nur bis 32767"));
+                         QStringLiteral("Überlauf: Nummern und Anzahlen gehen nur bis 32767."));
     return static_cast<qint16>(wert);
 }
 

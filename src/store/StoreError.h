@@ -28,9 +28,9 @@ inline constexpr int KennwortFalsch = 3031;
 inline constexpr int Gesperrt = 3045;
 inline constexpr int Beschaedigt = 3049;
 inline constexpr int NichtErlaubt = 3051;
+inline constexpr int Abgebrochen = 3059;
 inline constexpr int TabelleFehlt = 3078;
 inline constexpr int TextZuLang = 3163;
-inline constexpr int Abgebrochen = 3059;
 inline constexpr int FeldFehlt = 3265;
 inline constexpr int FormatUnbekannt = 3343;
 } // namespace Fehler

@@ -28,8 +28,12 @@ public:
     QString displayText(const QVariant &wert, const QLocale &land) const override
     {
         const QString text = wert.toString();
-        return QStyledItemDelegate::displayText(
-            text.size() <= 2 * KurztextLaenge ? text : Kurztext(text) + text.right(KurztextLaenge), land);
+        if (text.size() <= 2 * KurztextLaenge)
+            return QStyledItemDelegate::displayText(text, land);
+        QString ende = text.right(KurztextLaenge);
+        if (ende.front().isLowSurrogate())
+            ende.remove(0, 1);
+        return QStyledItemDelegate::displayText(Kurztext(text) + ende, land);
     }
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override

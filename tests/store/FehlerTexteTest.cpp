@@ -259,7 +259,7 @@ private slots:
                  QString("Typen unverträglich im Feld „FrageNr“."));
         Field(nr).Set(40'000);
         QCOMPARE(Text([&] { cards.Update(); }),
-                 QString("Überlauf im Feld „FrageNr“: Es hält Zahlen von -32768 bis 32767."));
+                 QString("Überlauf im Feld „FrageNr“: Es fasst Zahlen von -32768 bis 32767."));
         Field(nr).Set(QVariant());
         QCOMPARE(Text([&] { cards.Update(); }),
                  QString("Das Feld „FrageNr“ ist leer, braucht aber einen Wert."));

@@ -289,7 +289,7 @@ void AnhaengenTest::OverflowStopsAtTheLimitAndIsReportedOnce()
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
-                         "nur bis 32767"});
+                         "nur bis 32767."});
     QVERIFY(w.ZaehlerStimmen());
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
@@ -310,14 +310,15 @@ void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
                                "Antworttyp='zwei' WHERE FrageNr<3");
     }
     QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
-    QCOMPARE(w.meldungen.Texte(),
-             (QStringList{
-                 "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
-                 "Leider ist folgender Fehler Aufgetreten: "
-                 "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
-                 "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“: Es hält Zahlen von "
-                 "-32768 bis 32767.",
-             }));
+    QCOMPARE(
+        w.meldungen.Texte(),
+        (QStringList{
+            "Leider ist folgender Fehler Aufgetreten: Typen unverträglich im Feld „Antworttyp“.",
+            "Leider ist folgender Fehler Aufgetreten: "
+            "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
+            "Leider ist folgender Fehler Aufgetreten: Überlauf im Feld „PictureTop“: Es fasst Zahlen von "
+            "-32768 bis 32767.",
+        }));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 3);
     QCOMPARE(cards[0].Frage, "Frage 1");

@@ -328,7 +328,7 @@ void AsciiImportTest::FullCardNumbersStopWithOneOverflow()
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
-                         "nur bis 32767"});
+                         "nur bis 32767."});
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 3);
     QCOMPARE(cards[2].FrageNr, 32767);
@@ -368,7 +368,7 @@ void AsciiImportTest::ReallyFullCompartmentStopsWithOneOverflow()
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Teilweise);
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
-                         "nur bis 32767"});
+                         "nur bis 32767."});
     QCOMPARE(w.store.FachInfo[0].Anzahl, std::numeric_limits<qint16>::max());
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten().size(), 32767);
@@ -386,7 +386,7 @@ void AsciiImportTest::TooLongTopicsAreLeftOutAndReportedOnce()
              (QStringList{"Leider ist folgender Fehler Aufgetreten: "
                           "Der Text im Feld „Thema“ ist länger als 250 Zeichen.",
                           "Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
-                          "nur bis 32767"}));
+                          "nur bis 32767."}));
     const QList<CardRecord> cards = w.Karten();
     QCOMPARE(cards.size(), 4);
     QCOMPARE(cards[1].Frage, "a");

@@ -234,7 +234,7 @@ void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
     };
     QCOMPARE(import(32765, "a\t1\r\nb\t2\r\nc\t3\r\nkeine\r\nd\t4\r\ne\t5\r\n"),
              (QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
-                          "nur bis 32767",
+                          "nur bis 32767.",
                           "2 Karten eingelesen; 3 Karten der Datei fehlen. "
                           "Wer die Datei noch einmal einliest, hat sie doppelt."}));
     QCOMPARE(import(32767, "a\t1\r\n").last(), "Es wurde keine Karte eingelesen.");

@@ -39,8 +39,7 @@ FileHandle OpenReadOnly(const QString &path, std::int64_t &size)
     if (file.Get() < 0 || fstat(file.Get(), &info) != 0)
         ThrowFileError(errno, path);
     if (!S_ISREG(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
+        ThrowFileError(ENXIO, path);
     size = info.st_size;
     return file;
 }

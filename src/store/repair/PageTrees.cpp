@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "PageTrees.h"
 
+#include "CardSchema.h"
+
 #include <QByteArray>
 
 #include <algorithm>
@@ -89,7 +91,6 @@ std::uint32_t PageTrees::LeafOf(std::int64_t row) const
 
 void PageTrees::ClassifyPages(const Fortschritt &fortschritt)
 {
-    constexpr std::uint32_t ourMark = 0x5061756b; // in the header
     constexpr std::uint32_t markPlace = 68;
     std::vector<std::uint8_t> buffer;
     bool ours = false;
@@ -101,7 +102,7 @@ void PageTrees::ClassifyPages(const Fortschritt &fortschritt)
         kinds_[number] = page.Kind();
         empty_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
-        ours = ours || (number == 1 && Big32(bytes, markPlace) == ourMark);
+        ours = ours || (number == 1 && Big32(bytes, markPlace) == cardFileMark);
         if (!sound_[number])
             continue;
         switch (page.FreeBlocks()) {

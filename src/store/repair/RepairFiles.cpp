@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RepairFiles.h"
 
+#include "CardSchema.h"
 #include "EngineLocks.h"
 #include "JournalFile.h"
 #include "PageReader.h"
@@ -204,8 +205,7 @@ void RepairFiles::Lock()
     struct stat info = {};
     Check(fstat(file, &info) == 0, path_);
     if (!S_ISREG(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path_));
+        ThrowNoRegularFile(path_);
     size_ = info.st_size;
 
     LockCardFile(file, writable ? F_WRLCK : F_RDLCK, path_);
