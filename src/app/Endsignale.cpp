@@ -33,6 +33,8 @@ void Endsignale::Melden()
         signalfd_siginfo signal{};
         while (read(leitung_.Get(), &signal, sizeof signal) > 0) {
         }
-        QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
+        // Sent, not posted: a dialog's event loop that is about to begin would throw a posted one away.
+        QEvent ende(QEvent::Quit);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &ende);
     });
 }
