@@ -110,10 +110,7 @@ public:
     bool IsSilent() const { return silent_; }
 
     // Whether a look for a device has to wait: it takes a good part of the time that a sound takes to start.
-    bool HasJustLooked() const
-    {
-        return silent_ && std::chrono::steady_clock::now() - looked_ < LookPause;
-    }
+    bool HasJustLooked() const { return silent_ && std::chrono::steady_clock::now() - looked_ < LookPause; }
 
 private:
     void CloseSilent()
