@@ -72,7 +72,7 @@ private slots:
         QCOMPARE(b.Farbe(), QColor(Qt::red));
         b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
             Klick(dialog, "Option1");
-            QVERIFY(!dialog.findChild<BildBox *>(QStringLiteral("Picture1"))->Bild().isNull());
+            QVERIFY(!dialog.findChild<QLabel *>(QStringLiteral("Picture1"))->pixmap().isNull());
             dialog.close();
         });
         b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
