@@ -194,7 +194,7 @@ void Kasten::BalkenSetzen()
         const double twips =
             i == FachNeu && fach.Kapazitaet > 0
                 ? std::min(1.0, double(std::max<qint16>(fach.Anzahl, 0)) / fach.Kapazitaet) * fach.BreiteMax
-                : fach.Breite;
+                : bild_.Breite[i];
         const int breite =
             std::clamp(static_cast<int>(std::lround(masse_.Pixel(twips))),
                        fach.Anzahl > 0 ? KleinsterBalken : 0, std::max(innen.width(), KleinsterBalken));

@@ -31,8 +31,6 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     setAccessibleName(QStringLiteral("Lern-Box"));
     // Keys belong to the window until Tab takes them to a part of the box.
     setFocusPolicy(Qt::StrongFocus);
-    if (!kartei_.IsOpen())
-        kartei_.FachInfo = FachStartwerte();
 
     kasten_ = new Kasten(kartei_.FachInfo, this);
     setCentralWidget(kasten_);

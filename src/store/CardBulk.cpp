@@ -74,21 +74,35 @@ void CheckFits(std::int64_t lfdNr)
 
 } // namespace
 
-int CloseUpCompartment(SQLite::Database &database, int fachNr)
+int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt)
 {
+    SQLite::Statement lowest(database, R"(SELECT min("FachLfdNr") FROM "Lernkarten" WHERE "FachNr"=?1)");
+    lowest.bind(1, fachNr);
+    lowest.executeStep();
+    const int first = lowest.getColumn(0).isNull() ? 1 : std::min(1, lowest.getColumn(0).getInt());
+    lowest.tryReset();
+
     SQLite::Statement away(database,
                            R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
     away.bind(1, stepAside);
     away.bind(2, fachNr);
     away.exec();
 
-    SQLite::Statement find(database,
-                           R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=?1 ORDER BY "FachLfdNr")");
+    // Without a number to come last, ?2 is null and both comparisons hold for no card.
+    SQLite::Statement find(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=?1 OR "FrageNr"=?2 )"
+                                     R"(ORDER BY "FrageNr" IS ?2,"FachLfdNr")");
     find.bind(1, fachNr);
+    if (zuletzt)
+        find.bind(2, *zuletzt);
     const Rows rows = FindRows(find);
-    WriteRows(database, R"(UPDATE "Lernkarten" SET "FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
-              [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
-    return Count(rows);
+    const std::int64_t last = first + static_cast<std::int64_t>(rows.size()) - 1;
+    CheckFits(last);
+    WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=?3,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
+              [&](SQLite::Statement &statement, int place) {
+                  statement.bind(2, first + place);
+                  statement.bind(3, fachNr);
+              });
+    return static_cast<int>(last);
 }
 
 BoxState StateOfBox(CardRecordset &cards)

@@ -377,7 +377,7 @@ private slots:
         b.Oeffnen(karten);
         QCOMPARE(b.Anzahl(0), 4681);
         QCOMPARE(b.Anzahl(6), 4681);
-        QCOMPARE(b.kartei.FachInfo[1].Breite, 200);
+        QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 200);
         QCOMPARE(b.kartei.HighestCardNumber, 32767);
         QCOMPARE(b.zustand.VollstesFach, 1);
     }
