@@ -54,12 +54,12 @@ extern "C" int link(const char *from, const char *to) noexcept
     return static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
 
-extern "C" int faccessat(int directory, const char *path, int mode, int) noexcept
+extern "C" int faccessat(int directory, const char *path, int mode, int flags) noexcept
 {
     if (current != nullptr && (mode & W_OK) != 0 && !current->readOnlyDirectory.isEmpty() &&
         QFile::decodeName(path) == current->readOnlyDirectory) {
         errno = EROFS;
         return -1;
     }
-    return static_cast<int>(::syscall(SYS_faccessat, directory, path, mode));
+    return static_cast<int>(::syscall(SYS_faccessat2, directory, path, mode, flags));
 }
