@@ -5,6 +5,7 @@
 #include "KarteEinordnen.h"
 #include "KarteLoeschen.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QTest>
 #include <SQLiteCpp/Statement.h>
@@ -233,5 +234,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FaecherTest)
+PAUKFIX_CORE_TEST(FaecherTest)
 #include "FaecherTest.moc"
