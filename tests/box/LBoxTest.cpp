@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BoxRechnung.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"

@@ -100,7 +100,7 @@ private slots:
     void AfterEveryOperationTheNumbersAreThoseOfTheFile_data()
     {
         QTest::addColumn<unsigned>("samen");
-        for (unsigned samen = 1; samen <= 4; ++samen)
+        for (unsigned samen = 1; samen <= 3; ++samen)
             QTest::addRow("seed %u", samen) << samen;
     }
 
@@ -111,12 +111,12 @@ private slots:
         const auto rnd = [&](int n) { return static_cast<int>(zufall() % static_cast<unsigned>(n)); };
         QList<CardRecord> karten;
         for (int i = 1; i <= 60; ++i) // some numbers are nearly used up, some begin below 0
-            karten << MakeCard(i, i % 7, i % 7 == 2 ? 32700 + i : i % 7 == 1 ? 3 * i - 20 : i);
-        karten << MakeCard(61, 1, 32765) << MakeCard(62, 0, 32760);
+            karten << MakeCard(i, i % 7, i % 7 == 2 ? 32000 + i : i % 7 == 1 ? 3 * i - 20 : i);
+        karten << MakeCard(61, 1, 32765) << MakeCard(62, 0, 32760) << MakeCard(63, 2, 32766);
         Kasten kasten(karten);
         CardStore &kartei = kasten.kartei;
         int aufgerueckt = 0;
-        for (int schritt = 0; schritt < 600; ++schritt) {
+        for (int schritt = 0; schritt < 300; ++schritt) {
             const FachTabelle vorher = kartei.FachInfo;
             const int tun = rnd(100);
             const int fach = rnd(6);
