@@ -76,12 +76,6 @@ void CheckFits(std::int64_t lfdNr)
 
 int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt)
 {
-    SQLite::Statement lowest(database, R"(SELECT min("FachLfdNr") FROM "Lernkarten" WHERE "FachNr"=?1)");
-    lowest.bind(1, fachNr);
-    lowest.executeStep();
-    const int first = lowest.getColumn(0).isNull() ? 1 : std::min(1, lowest.getColumn(0).getInt());
-    lowest.tryReset();
-
     SQLite::Statement away(database,
                            R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
     away.bind(1, stepAside);
@@ -95,14 +89,13 @@ int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<dou
     if (zuletzt)
         find.bind(2, *zuletzt);
     const Rows rows = FindRows(find);
-    const std::int64_t last = first + static_cast<std::int64_t>(rows.size()) - 1;
-    CheckFits(last);
+    CheckFits(Count(rows));
     WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=?3,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
-              [&](SQLite::Statement &statement, int place) {
-                  statement.bind(2, first + place);
+              [fachNr](SQLite::Statement &statement, int place) {
+                  statement.bind(2, place + 1);
                   statement.bind(3, fachNr);
               });
-    return static_cast<int>(last);
+    return Count(rows);
 }
 
 BoxState StateOfBox(CardRecordset &cards)

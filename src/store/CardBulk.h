@@ -20,10 +20,9 @@ class Database;
 // reach each card that is meant exactly once, however the index order shifts under the work, in time that
 // grows with the cards.
 
-// Closes up the running numbers of compartment `fachNr`: its cards keep their order and are numbered on from
-// the lowest one, at most from 1. The card of the number `zuletzt`, wherever it lies, goes to their back.
-// Returns the last number, 0 for no card; throws 6 where it passes 16 bits. `database` is the one of the
-// recordset, within CardRecordset::Past.
+// Closes up the running numbers of compartment `fachNr`: its cards keep their order and get 1 to n. The card
+// of the number `zuletzt`, wherever it lies, goes to their back. Returns n; throws 6 where it passes 16 bits.
+// `database` is the one of the recordset, within CardRecordset::Past.
 int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt = {});
 
 // How many cards lie where: adding cards and moving some to compartment 0 changes it.
