@@ -25,8 +25,7 @@
 
 Programm::Programm(const QString &laufverzeichnis)
     : klang_([this](const std::string &text) { meldungen_.Zeigen(QString::fromStdString(text)); }),
-      konfig_(meldungen_),
-      kartei_(meldungen_, uhr_)
+      konfig_(meldungen_)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -63,6 +62,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         return false;
     lbox_ = std::make_unique<LBOX>(LBoxUmgebung{
         .kartei = kartei_,
+        .oeffner = oeffner_,
         .zustand = zustand_,
         .konfig = konfig_,
         .meldungen = meldungen_,
@@ -137,7 +137,7 @@ void Programm::EditorGeschlossen()
 
 WerkzeugUmgebung Programm::Werkzeuge()
 {
-    return {kartei_, konfig_, meldungen_, dialoge_};
+    return {kartei_, oeffner_, konfig_, meldungen_, dialoge_};
 }
 
 template <typename Fenster>

@@ -80,7 +80,7 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
-    kartei_.BoxZeichnen = [this] {
+    umgebung_.oeffner.BoxZeichnen = [this] {
         const BoxBild bild = BoxRechnen(kartei_.FachInfo);
         umgebung_.zustand.VollstesFach = bild.VollstesFach;
         kasten_->SetOffen(kartei_.IsOpen());
@@ -89,7 +89,7 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
         if (kartei_.FehlerStatus == 0)
             lKartei_->setText(OhneKuerzel(kartei_.CurrentFileName));
     };
-    kartei_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
+    umgebung_.oeffner.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
         return WartenMitAbbruch(was, abgebrochen, meldungen_.Titel(), this);
     };
     umgebung_.konfig.Gelesen = [this] { KonfigZeigen(); };
@@ -101,8 +101,8 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
 
 LBOX::~LBOX()
 {
-    kartei_.BoxZeichnen = [] {};
-    kartei_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+    umgebung_.oeffner.BoxZeichnen = [] {};
+    umgebung_.oeffner.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
     umgebung_.konfig.Gelesen = [] {};
 }
 

@@ -7,6 +7,7 @@
 #include "CardStore.h"
 #include "Dialoge.h"
 #include "Eingabewache.h"
+#include "KarteiOeffner.h"
 #include "Uhr.h"
 #include "Zufall.h"
 
@@ -27,6 +28,7 @@ class QToolButton;
 struct LBoxUmgebung
 {
     CardStore &kartei;
+    KarteiOeffner &oeffner;
     BoxZustand &zustand;
     AppConfig &konfig;
     Meldungen &meldungen;

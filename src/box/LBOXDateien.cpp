@@ -40,8 +40,7 @@ std::pair<QString, QString> Geteilt(const QString &pfad)
 void LBOX::Form_Load()
 {
     umgebung_.gemalt();
-    if (std::exchange(kartei_.ErsterAufruf, false))
-        umgebung_.konfig.ReadConfig();
+    umgebung_.konfig.ReadConfig();
     geladen_ = true;
     const QString &pfad = umgebung_.befehlszeile;
     if (pfad.isEmpty()) {
@@ -71,13 +70,13 @@ void LBOX::Mneu_Click()
     const QScopedValueRollback beschaeftigt(beschaeftigt_, true);
     kasten_->SetHinweis(name + QStringLiteral(" wird angelegt …"));
     const bool angelegt = Schritt(meldungen_, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
-                                  [this, &name = name] { kartei_.CreateCardFile(name); });
+                                  [this, &name = name] { umgebung_.oeffner.CreateCardFile(name); });
     if (angelegt && !name.isEmpty()) {
         InListe(pfad);
     } else if (warOffen) {
         kartei_.KarteiPfad = vorher; // the file that was open lies there
         if (QString alterName = kartei_.CurrentFileName; !kartei_.IsOpen())
-            kartei_.OpenCardFile(alterName);
+            umgebung_.oeffner.OpenCardFile(alterName);
     }
     StandZeigen();
 }
@@ -121,7 +120,7 @@ bool LBOX::KarteiOeffnen(const QString &pfad)
     kartei_.KarteiPfad = verzeichnis;
     lKartei_->setText(QString());
     kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
-    kartei_.OpenCardFile(name);
+    umgebung_.oeffner.OpenCardFile(name);
     if (name.isEmpty())
         return false;
     QDir::setCurrent(verzeichnis);

@@ -26,6 +26,8 @@
 
 namespace {
 
+constexpr qint16 FlugLinks = 2280, FlugOben = 975; // twips: where a flight begins
+
 // Milliseconds.
 constexpr int Flugdauer = 300, Flugpause = 15;
 constexpr int Wurfdauer = 120, Wurfpause = 30; // of a face; a roll shows two
@@ -59,8 +61,7 @@ void LBOX::Image0_Click(int fach)
 // Asks the current card and does what its answer asks for.
 void LBOX::KarteAbfragen()
 {
-    kasten_->KarteLegen(QString::number(kartei_.Felder().FrageNr.Number()), kartei_.FlugLinks,
-                        kartei_.FlugOben);
+    kasten_->KarteLegen(QString::number(kartei_.Felder().FrageNr.Number()), FlugLinks, FlugOben);
     Tastaturhalt halt(windowHandle());
     eingabe_.Halten();
     std::optional<Tastaturrueckgabe> zurueck;
@@ -119,7 +120,7 @@ void LBOX::KarteAnimieren(qint16 ergebnis)
     const bool richtig = ergebnis == ErgebnisRichtig;
     const int ziel = ZielFach(kartei_.Felder().FachNr.Integer(), richtig);
     kasten_->KarteFaerben(richtig ? Farben::Richtig : Farben::Falsch);
-    const Bewegungstakt takt(kartei_, Flugdauer, Flugpause);
+    const Bewegungstakt takt(umgebung_.oeffner.verzoegerung, Flugdauer, Flugpause);
     for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
          ++schritt) {
         kasten_->KarteFliegen(ziel, double(schritt) / takt.Schritte());
@@ -221,7 +222,7 @@ bool LBOX::Wuerfeln(int &fach)
         if (!Animiert())
             return;
         bild.repaint();
-        const Bewegungstakt takt(kartei_, Wurfdauer, Wurfpause);
+        const Bewegungstakt takt(umgebung_.oeffner.verzoegerung, Wurfdauer, Wurfpause);
         for (int i = 0; i < takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen(); ++i)
             takt.Pause();
     };

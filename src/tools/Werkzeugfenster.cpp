@@ -187,7 +187,7 @@ void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)>
     läuft_ = true;
     {
         LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
-        arbeit({umgebung_.store, umgebung_.meldungen, lang.Melder()});
+        arbeit({umgebung_.store, umgebung_.oeffner, umgebung_.meldungen, lang.Melder()});
     }
     läuft_ = false;
 }

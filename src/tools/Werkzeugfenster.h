@@ -25,6 +25,7 @@ class QVBoxLayout;
 struct WerkzeugUmgebung
 {
     CardStore &store;
+    KarteiOeffner &oeffner;
     const AppConfig &konfig;
     Meldungen &meldungen;
     Dialoge &dialoge;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FachBild.h"
+#include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
 #include "TestDialoge.h"
@@ -84,6 +85,7 @@ public:
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
         fenster = std::make_unique<LBOX>(LBoxUmgebung{.kartei = kartei,
+                                                      .oeffner = oeffner,
                                                       .zustand = zustand,
                                                       .konfig = konfig,
                                                       .meldungen = meldungen,
@@ -240,7 +242,8 @@ public:
     TestDialoge dialoge;
     TestZufall zufall;
     TestUhr uhr;
-    CardStore kartei{meldungen, uhr};
+    CardStore kartei;
+    KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
     AppConfig konfig{meldungen};
     std::unique_ptr<LBOX> fenster;
