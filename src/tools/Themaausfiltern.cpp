@@ -3,6 +3,7 @@
 #include "Themaausfiltern.h"
 
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "Kurztext.h"
 #include "NeueKartei.h"
 #include "Texttaste.h"
@@ -105,9 +106,7 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
 QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
                                          const std::function<void()> &click)
 {
-    auto *liste = new Themenliste(this);
-    liste->setObjectName(name);
-    liste->setAccessibleName(QString(text).remove(u'&').remove(u':'));
+    auto *liste = Benannt(new Themenliste(this), name, QString(text).remove(u'&').remove(u':'));
     liste->setToolTip(QStringLiteral("zum Wechseln das Thema klicken"));
     liste->setUniformItemSizes(true);
     liste->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

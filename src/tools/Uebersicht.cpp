@@ -3,6 +3,7 @@
 #include "Uebersicht.h"
 
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "KartenDruck.h"
 #include "KartenModell.h"
 #include "LangeArbeit.h"
@@ -28,14 +29,6 @@
 
 namespace {
 
-template <typename Widget>
-Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
-{
-    widget->setObjectName(name);
-    widget->setAccessibleName(zugänglich);
-    return widget;
-}
-
 bool IstText(const QKeyEvent &taste)
 {
     return !taste.modifiers().testFlag(Qt::ControlModifier) && !taste.modifiers().testFlag(Qt::AltModifier) &&
@@ -57,8 +50,6 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     setWindowTitle(QStringLiteral("Lernkarten"));
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    if (!wege_.drucker)
-        wege_.drucker = Standarddrucker;
 
     auto *außen = new QVBoxLayout(this);
     außen->addWidget(inhalt_);
@@ -70,9 +61,7 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     hinweise_ =
         Benannt(new QLabel(Tasten(), inhalt_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
     hinweise_->setAlignment(Qt::AlignCenter);
-    QFont klein = hinweise_->font();
-    klein.setPointSizeF(klein.pointSizeF() * 0.9);
-    hinweise_->setFont(klein);
+    Schriftgroesse(hinweise_, 0.9);
     spalte->addWidget(hinweise_);
 
     resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 38)

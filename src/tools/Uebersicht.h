@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Druckauftrag.h"
 #include "Werkzeugfenster.h"
 
 #include <QPointer>
@@ -12,7 +13,6 @@
 class KartenModell;
 class QLineEdit;
 class QModelIndex;
-class QPrinter;
 class QTableView;
 
 // What the overview reaches beyond its window.
@@ -21,7 +21,7 @@ struct UebersichtWege
     // Opens the card editor on the current card.
     std::function<void()> bearbeiten = [] {};
     // The printer, or nothing where none is installed.
-    std::function<std::unique_ptr<QPrinter>()> drucker;
+    std::function<std::unique_ptr<QPrinter>()> drucker = Standarddrucker;
 };
 
 // All cards of the open file in a grid. A row opens the card editor by Enter and by double click; a range of

@@ -4,6 +4,7 @@
 
 #include "AsciiTausch.h"
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "Flaeche.h"
 #include "LangeArbeit.h"
 
@@ -17,18 +18,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-namespace {
-
-template <typename Widget>
-Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
-{
-    widget->setObjectName(name);
-    widget->setAccessibleName(zugänglich);
-    return widget;
-}
-
-} // namespace
 
 Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
                                  const QString &überschrift, QWidget *parent)
@@ -51,9 +40,7 @@ Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name,
     kasten_->setContentsMargins(22, 14, 22, 16);
     kasten_->setSpacing(fontMetrics().height() / 2);
     QLabel *kopf = Beschriftung(überschrift, QStringLiteral("Überschrift"));
-    QFont groß = kopf->font();
-    groß.setPointSizeF(groß.pointSizeF() * 1.5);
-    kopf->setFont(groß);
+    Schriftgroesse(kopf, 1.5);
     kasten_->addWidget(kopf);
     kasten_->addSpacing(2);
     spalte_->addWidget(fläche);
