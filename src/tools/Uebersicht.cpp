@@ -51,13 +51,13 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
 
-    auto *außen = new QVBoxLayout(this);
-    außen->addWidget(inhalt_);
+    auto *aussen = new QVBoxLayout(this);
+    aussen->addWidget(inhalt_);
     auto *spalte = new QVBoxLayout(inhalt_);
     spalte->setContentsMargins(0, 0, 0, 0);
     GitterBauen();
     spalte->addWidget(grdDataGrid_, 1);
-    spalte->addWidget(KnöpfeBauen());
+    spalte->addWidget(KnoepfeBauen());
     hinweise_ =
         Benannt(new QLabel(Tasten(), inhalt_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
     hinweise_->setAlignment(Qt::AlignCenter);
@@ -89,14 +89,14 @@ void Uebersicht::GitterBauen()
     zeilen->hide();
     zeilen->setSectionResizeMode(QHeaderView::Fixed);
     zeilen->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
-    köpfe->setHighlightSections(false);
-    köpfe->setStretchLastSection(true);
-    köpfe->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
+    QHeaderView *koepfe = grdDataGrid_->horizontalHeader();
+    koepfe->setHighlightSections(false);
+    koepfe->setStretchLastSection(true);
+    koepfe->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
     grdDataGrid_->installEventFilter(this);
     grdDataGrid_->viewport()->installEventFilter(this);
     connect(grdDataGrid_, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &index) { ZeileÖffnen(index); });
+            [this](const QModelIndex &index) { ZeileOeffnen(index); });
 
     leer_ = Benannt(new QLabel(grdDataGrid_), QStringLiteral("Leer"), QString());
     leer_->setTextFormat(Qt::PlainText);
@@ -116,7 +116,7 @@ QLineEdit *Uebersicht::Feld(QLayout *zeile, const QString &text, const QString &
     return feld;
 }
 
-QWidget *Uebersicht::KnöpfeBauen()
+QWidget *Uebersicht::KnoepfeBauen()
 {
     auto *picButtons = Benannt(new QWidget(inhalt_), QStringLiteral("picButtons"), QString());
     auto *zeile = new QHBoxLayout(picButtons);
@@ -175,11 +175,11 @@ void Uebersicht::Form_Load()
         QTimer::singleShot(0, this, [this, fehler] { datPrimaryRS_Error(fehler); });
     };
     grdDataGrid_->setModel(modell_);
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
-    köpfe->setSortIndicator(0, Qt::AscendingOrder);
-    köpfe->setSortIndicatorShown(true);
-    köpfe->setSectionsClickable(true);
-    connect(köpfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
+    QHeaderView *koepfe = grdDataGrid_->horizontalHeader();
+    koepfe->setSortIndicator(0, Qt::AscendingOrder);
+    koepfe->setSortIndicatorShown(true);
+    koepfe->setSectionsClickable(true);
+    connect(koepfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
         modell_->sort(spalte, folge);
         grdDataGrid_->scrollTo(grdDataGrid_->currentIndex());
         datPrimaryRS_Reposition();
@@ -187,10 +187,10 @@ void Uebersicht::Form_Load()
     for (int spalte = 0; spalte < modell_->columnCount(); ++spalte) {
         auto *sortieren = new QAction(this);
         sortieren->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + spalte)));
-        connect(sortieren, &QAction::triggered, this, [köpfe, spalte] {
-            const bool wieder =
-                köpfe->sortIndicatorSection() == spalte && köpfe->sortIndicatorOrder() == Qt::AscendingOrder;
-            köpfe->setSortIndicator(spalte, wieder ? Qt::DescendingOrder : Qt::AscendingOrder);
+        connect(sortieren, &QAction::triggered, this, [koepfe, spalte] {
+            const bool wieder = koepfe->sortIndicatorSection() == spalte &&
+                                koepfe->sortIndicatorOrder() == Qt::AscendingOrder;
+            koepfe->setSortIndicator(spalte, wieder ? Qt::DescendingOrder : Qt::AscendingOrder);
         });
         addAction(sortieren);
     }
@@ -217,17 +217,17 @@ void Uebersicht::Form_Resize()
     if (!modell_)
         return;
     // The numbers get what their heads need, question and answer share the rest.
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
+    QHeaderView *koepfe = grdDataGrid_->horizontalHeader();
     int rest = grdDataGrid_->viewport()->width();
     for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
-        const int breite = köpfe->sectionSizeHint(spalte);
-        köpfe->resizeSection(spalte, breite);
+        const int breite = koepfe->sectionSizeHint(spalte);
+        koepfe->resizeSection(spalte, breite);
         rest -= breite;
     }
-    köpfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
+    koepfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, koepfe->minimumSectionSize()));
 }
 
-void Uebersicht::ZeileÖffnen(const QModelIndex &index)
+void Uebersicht::ZeileOeffnen(const QModelIndex &index)
 {
     if (!index.isValid())
         return;
@@ -251,7 +251,7 @@ void Uebersicht::ZeileÖffnen(const QModelIndex &index)
 
 void Uebersicht::cmdDrucken_Click()
 {
-    if (läuft_ || !modell_)
+    if (laeuft_ || !modell_)
         return;
     const auto von = Nummer(txtVon_, QStringLiteral("Von:"));
     if (!von)
@@ -259,9 +259,9 @@ void Uebersicht::cmdDrucken_Click()
     const auto bis = Nummer(txtBis_, QStringLiteral("Bis:"));
     if (!bis)
         return;
-    läuft_ = true;
+    laeuft_ = true;
     Schritt(umgebung_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
-    läuft_ = false;
+    laeuft_ = false;
     txtVon_->setText(QString::number(*von));
     txtBis_->setText(QString::number(*bis));
 }
@@ -355,7 +355,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
     auto &taste = static_cast<QKeyEvent &>(*event);
     if (objekt == grdDataGrid_) {
         if (IstEingabetaste(taste)) {
-            ZeileÖffnen(grdDataGrid_->currentIndex());
+            ZeileOeffnen(grdDataGrid_->currentIndex());
             return true;
         }
         if (IstText(taste)) { // begins a new search
@@ -366,7 +366,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
     } else if (objekt == txtSuchen_) {
         if (IstEingabetaste(taste)) {
             if (!NichtGefunden())
-                ZeileÖffnen(grdDataGrid_->currentIndex());
+                ZeileOeffnen(grdDataGrid_->currentIndex());
             return true;
         }
         if (taste.key() == Qt::Key_Up || taste.key() == Qt::Key_Down || taste.key() == Qt::Key_PageUp ||
@@ -386,7 +386,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
 
 void Uebersicht::reject()
 {
-    if (!läuft_)
+    if (!laeuft_)
         QDialog::reject();
 }
 

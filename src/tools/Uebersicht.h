@@ -40,13 +40,13 @@ protected:
 
 private:
     void GitterBauen();
-    QWidget *KnöpfeBauen();
+    QWidget *KnoepfeBauen();
     QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
     void Form_Load();
     void Form_Paint();
     void Form_Resize();
     void FarbenSetzen();
-    void ZeileÖffnen(const QModelIndex &index);
+    void ZeileOeffnen(const QModelIndex &index);
     void cmdDrucken_Click();
     void cmdSchließen_Click();
     std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
@@ -68,5 +68,5 @@ private:
     QLineEdit *txtBis_ = nullptr;
     QLineEdit *txtSuchen_ = nullptr;
     QProgressBar *fortschritt_ = nullptr;
-    bool läuft_ = false;
+    bool laeuft_ = false;
 };

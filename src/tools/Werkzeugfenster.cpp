@@ -20,7 +20,7 @@
 #include <QVBoxLayout>
 
 Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
-                                 const QString &überschrift, QWidget *parent)
+                                 const QString &ueberschrift, QWidget *parent)
     : QDialog(parent), umgebung_(umgebung), inhalt_(new QWidget(this))
 {
     setObjectName(name);
@@ -34,16 +34,16 @@ Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name,
     spalte_->setContentsMargins(0, 0, 0, 0);
     spalte_->setSpacing(fontMetrics().height());
 
-    auto *fläche = new Flaeche(inhalt_);
-    fläche->SetUmriss(Flaeche::Umriss::Fein);
-    kasten_ = new QVBoxLayout(fläche);
+    auto *flaeche = new Flaeche(inhalt_);
+    flaeche->SetUmriss(Flaeche::Umriss::Fein);
+    kasten_ = new QVBoxLayout(flaeche);
     kasten_->setContentsMargins(22, 14, 22, 16);
     kasten_->setSpacing(fontMetrics().height() / 2);
-    QLabel *kopf = Beschriftung(überschrift, QStringLiteral("Überschrift"));
+    QLabel *kopf = Beschriftung(ueberschrift, QStringLiteral("Überschrift"));
     Schriftgroesse(kopf, 1.5);
     kasten_->addWidget(kopf);
     kasten_->addSpacing(2);
-    spalte_->addWidget(fläche);
+    spalte_->addWidget(flaeche);
 
     const int dicht = fontMetrics().height() / 2;
     felder_ = new QGridLayout;
@@ -65,10 +65,10 @@ QLabel *Werkzeugfenster::Beschriftung(const QString &text, const QString &name)
     return label;
 }
 
-void Werkzeugfenster::Erklären(const QStringList &sätze)
+void Werkzeugfenster::Erklaeren(const QStringList &saetze)
 {
     int nummer = 0;
-    for (const QString &satz : sätze)
+    for (const QString &satz : saetze)
         kasten_->addWidget(Beschriftung(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
 }
 
@@ -119,7 +119,7 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
     return feld;
 }
 
-void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
+void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
 {
     fortschritt_ =
         Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
@@ -163,20 +163,20 @@ void Werkzeugfenster::cmdZurück_Click()
 
 void Werkzeugfenster::reject()
 {
-    if (!läuft_)
+    if (!laeuft_)
         QDialog::reject();
 }
 
-void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)> &arbeit)
+void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)> &arbeit)
 {
-    if (läuft_)
+    if (laeuft_)
         return;
-    läuft_ = true;
+    laeuft_ = true;
     {
         LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
         arbeit({umgebung_.store, umgebung_.meldungen, lang.Melder()});
     }
-    läuft_ = false;
+    laeuft_ = false;
 }
 
 void Werkzeugfenster::NeueKarteiErstellen(
@@ -189,26 +189,26 @@ void Werkzeugfenster::NeueKarteiErstellen(
     if ((!ziel.isEmpty() && !IstKarteiname(ziel)) || !DarfErstellen(ziel))
         return;
     Ausgang ausgang{};
-    Ausführen([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
+    Ausfuehren([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
         umgebung_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
     if (ausgang == Ausgang::Gelungen || !umgebung_.store.IsOpen())
         accept();
 }
 
-bool Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt)
+bool Werkzeugfenster::KarteinameUebernehmen(QLineEdit *feld, const QString &gewaehlt)
 {
-    if (gewählt.isEmpty() || !IstKarteiname(gewählt))
+    if (gewaehlt.isEmpty() || !IstKarteiname(gewaehlt))
         return false;
-    feld->setText(gewählt);
+    feld->setText(gewaehlt);
     return true;
 }
 
-QString Werkzeugfenster::ZielWählen(const DateiDialog &dialog)
+QString Werkzeugfenster::ZielWaehlen(const DateiDialog &dialog)
 {
     QString ziel = umgebung_.dialoge.DateiSpeichern(dialog);
     if (!ziel.isEmpty())
-        gewählt_ = ziel;
+        gewaehlt_ = ziel;
     return ziel;
 }
 
@@ -217,7 +217,7 @@ bool Werkzeugfenster::DarfErstellen(const QString &ziel)
     QFileInfo da;
     if (!Schritt(umgebung_.meldungen, FehlerKontext(), [&] { da.setFile(ZielPfad(umgebung_.store, ziel)); }))
         return false;
-    return !da.exists() || ziel == gewählt_ ||
+    return !da.exists() || ziel == gewaehlt_ ||
            umgebung_.meldungen.Fragen(
                QStringLiteral("Die Datei „%1“ gibt es schon: Soll sie ersetzt werden?").arg(ziel),
                Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
