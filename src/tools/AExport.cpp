@@ -25,7 +25,7 @@ AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void AExport::cmdDateiname_Click()
 {
-    lblDateiname_->setText(ZielWaehlen(
+    lblDateiname_->setText(Ziel().Waehlen(
         TextdateiDialog(QStringLiteral("ASCII export"), Umgebung().store.KarteiPfad, QStringLiteral("txt"))));
 }
 
@@ -35,7 +35,7 @@ void AExport::cmdOK_Click()
     if (!trennzeichen)
         return;
     const QString datei = lblDateiname_->text();
-    if (!DarfErstellen(datei))
+    if (!Ziel().DarfErstellen(datei))
         return;
     Ausgang ausgang{};
     Ausfuehren([&](const Werkbank &bank) { ausgang = AsciiExportieren(bank, datei, *trennzeichen); });

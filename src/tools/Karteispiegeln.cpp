@@ -25,8 +25,8 @@ Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void Karteispiegeln::cmdDateiname_Click()
 {
-    KarteinameUebernehmen(lblDateiname_, ZielWaehlen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
-                                                                  Umgebung().store.KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
+                                                                     Umgebung().store.KarteiPfad)));
 }
 
 void Karteispiegeln::cmdOK_Click()

@@ -114,10 +114,8 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
     liste->viewport()->installEventFilter(this);
     liste->installEventFilter(this);
     connect(liste, &QListWidget::itemClicked, this, click);
-    auto *label = new QLabel(text, this);
-    label->setBuddy(liste);
     const int spalte = listen->columnCount() - (listen->count() == 0 ? 1 : 0);
-    listen->addWidget(label, 0, spalte);
+    listen->addWidget(Beschriftung(text, liste, this), 0, spalte);
     listen->addWidget(liste, 1, spalte);
     return liste;
 }
@@ -173,8 +171,8 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 
 void Themaausfiltern::cmdDateiname_Click()
 {
-    KarteinameUebernehmen(lblDateiname_, ZielWaehlen(KarteiDialog(QStringLiteral("Themaausfiltern"),
-                                                                  Umgebung().store.KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Themaausfiltern"),
+                                                                     Umgebung().store.KarteiPfad)));
 }
 
 void Themaausfiltern::cmdOK_Click()

@@ -11,9 +11,9 @@
 #include <optional>
 
 class KartenModell;
+class Kartengitter;
 class QLineEdit;
 class QModelIndex;
-class QTableView;
 
 // What the overview reaches beyond its window.
 struct UebersichtWege
@@ -30,7 +30,6 @@ class Uebersicht final : public QDialog
 {
 public:
     Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent = nullptr);
-    ~Uebersicht() override;
 
     void reject() override;
 
@@ -39,12 +38,10 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void GitterBauen();
     QWidget *KnoepfeBauen();
     QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
     void Form_Load();
     void Form_Paint();
-    void Form_Resize();
     void FarbenSetzen();
     void ZeileOeffnen(const QModelIndex &index);
     void cmdDrucken_Click();
@@ -60,9 +57,8 @@ private:
     UebersichtWege wege_;
     QWidget *inhalt_ = nullptr;
     KartenModell *modell_ = nullptr; // nothing where the cards cannot be read
-    QTableView *grdDataGrid_ = nullptr;
+    Kartengitter *grdDataGrid_ = nullptr;
     QLabel *datPrimaryRS_ = nullptr;
-    QLabel *leer_ = nullptr;
     QLabel *hinweise_ = nullptr;
     QLineEdit *txtVon_ = nullptr;
     QLineEdit *txtBis_ = nullptr;

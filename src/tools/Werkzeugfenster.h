@@ -7,6 +7,7 @@
 #include "Dialoge.h"
 #include "Meldungen.h"
 #include "Werkbank.h"
+#include "Zielwahl.h"
 
 #include <QDialog>
 #include <QString>
@@ -65,14 +66,10 @@ protected:
     // Puts the path that was chosen for a card file into `feld`. Nothing chosen leaves it as it is; what is
     // no card file's name is reported and not taken. Tells whether it was taken.
     bool KarteinameUebernehmen(QLineEdit *feld, const QString &gewaehlt);
-    // Asks for the file that the tool is to make; the save dialog asks whether to replace one.
-    QString ZielWaehlen(const DateiDialog &dialog);
-    // Whether the tool may make `ziel`. What speaks against it is reported; whether to replace a file that
-    // was not chosen in the save dialog is asked here.
-    bool DarfErstellen(const QString &ziel);
-
     static DateiDialog TextdateiDialog(const QString &titel, const QString &verzeichnis,
                                        const QString &endung = {});
+
+    Zielwahl &Ziel() { return ziel_; }
 
     const WerkzeugUmgebung &Umgebung() const { return umgebung_; }
 
@@ -80,11 +77,11 @@ protected:
 
 private:
     void cmdZurück_Click();
-    QLabel *Beschriftung(const QString &text, const QString &name);
-    bool IstKarteiname(const QString &name);
+    QLabel *Textzeile(const QString &text, const QString &name);
     void FarbenSetzen();
 
     WerkzeugUmgebung umgebung_;
+    Zielwahl ziel_;
     QWidget *inhalt_ = nullptr;
     QVBoxLayout *spalte_ = nullptr;
     QVBoxLayout *kasten_ = nullptr;
