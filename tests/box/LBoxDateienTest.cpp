@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -399,5 +400,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxDateienTest)
+PAUKFIX_TEST(LBoxDateienTest)
 #include "LBoxDateienTest.moc"
