@@ -71,16 +71,18 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         .uhr = uhr_,
         .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
         .stille = [this] { klang_.StopSound(); },
-        // To read the icon takes a good part of a start.
-        .gemalt = [symbol = konfig_.ProgrammDatei(
-                       QStringLiteral("paukfix.ico"))] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
-        .beenden = [this] { ende_.Beenden(); },
-        .gescheitert = [this] { ende_.Absagen(); },
         .befehlszeile = befehlszeile,
+        .verzeichnis = QDir::currentPath(),
     });
+    // To read the icon takes a good part of a start.
+    QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
+        QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
+    });
+    QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
+    QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
-    fenster.Manzeigen = [this] { ÜbersichtZeigen(); };
+    fenster.Manzeigen = [this] { UebersichtZeigen(); };
     fenster.MAscii_Export = Werkzeug<AExport>();
     fenster.MAscii_Import = Werkzeug<AImport>();
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
@@ -89,7 +91,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
-    fenster.Müber = [this] { ÜberZeigen(); };
+    fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
     lbox_->SetFenster(std::move(fenster));
@@ -108,7 +110,8 @@ void Programm::KlangSpielen(const QString &pfad)
 // While cards are edited the box is away: nothing else may move through the card table.
 void Programm::EditorZeigen()
 {
-    lbox_->AutomatikAus();
+    lbox_->Automatisch().AutomatikAus();
+    QDir::setCurrent(lbox_->Aktionen().Arbeitsverzeichnis()); // where the editor looks for pictures first
     auto neu = std::make_unique<PFÄndern>(EditorUmgebung{
         .kartei = kartei_,
         .konfig = konfig_,
@@ -149,7 +152,7 @@ std::function<void()> Programm::Werkzeug()
     };
 }
 
-void Programm::ÜbersichtZeigen()
+void Programm::UebersichtZeigen()
 {
     if (!kartei_.IsOpen()) {
         meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
@@ -160,7 +163,7 @@ void Programm::ÜbersichtZeigen()
         lbox_->activateWindow();
 }
 
-void Programm::ÜberZeigen()
+void Programm::UeberZeigen()
 {
     über(konfig_.ProgrammDatei(QStringLiteral("ueber.rtf")), meldungen_, lbox_.get()).exec();
     lbox_->show();

@@ -48,8 +48,8 @@ private:
     template <typename Fenster>
     std::function<void()> Werkzeug();
     WerkzeugUmgebung Werkzeuge();
-    void ÜbersichtZeigen();
-    void ÜberZeigen();
+    void UebersichtZeigen();
+    void UeberZeigen();
     QString KarteiWaehlen();
 
     Programmende ende_{[this] { return lbox_ && lbox_->Beschaeftigt(); }};

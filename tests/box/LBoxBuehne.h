@@ -49,17 +49,10 @@ class LBoxBuehne
 public:
     LBoxBuehne()
     {
-        zuhause = QDir::currentPath();
         konfig.ProgrammPfad = programm.path();
         kartei.KarteiPfad = ordner.path();
         uhr.perSecond = 2;
         KonfigSchreiben({}, "False");
-    }
-
-    ~LBoxBuehne()
-    {
-        fenster.reset();
-        QDir::setCurrent(zuhause);
     }
 
     QString Pfad(const QString &name) const { return ordner.filePath(name); }
@@ -94,7 +87,8 @@ public:
                                                       .uhr = uhr,
                                                       .klang = [](const QString &) {},
                                                       .stille = [] {},
-                                                      .befehlszeile = befehlszeile});
+                                                      .befehlszeile = befehlszeile,
+                                                      .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -123,6 +117,9 @@ public:
         }
         Oeffnen(karten);
     }
+
+    // Where names without directory lie.
+    QString Arbeitsverzeichnis() const { return fenster->Aktionen().Arbeitsverzeichnis(); }
 
     template <typename Teil = QWidget>
     Teil *Finde(const QString &name) const
@@ -237,7 +234,7 @@ public:
     }
 
     QTemporaryDir ordner, programm;
-    QString zuhause;
+    QString verzeichnis = "/"; // where the program was started
     TestMeldungen meldungen;
     TestDialoge dialoge;
     TestZufall zufall;

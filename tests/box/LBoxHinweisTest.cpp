@@ -78,7 +78,7 @@ private slots:
         schalter->trigger();
         QVERIFY(!label->isVisible());
         schalter->trigger();
-        b.fenster->AutomatikAus();
+        b.fenster->Automatisch().AutomatikAus();
         QVERIFY(!label->isVisible());
     }
 

@@ -124,10 +124,10 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({1});
         b.kartei.FehlerStatus = 1;
-        QVERIFY(b.fenster->DateiOffenPruefen());
+        QVERIFY(b.fenster->Aktionen().DateiOffenPruefen());
         QCOMPARE(b.kartei.FehlerStatus, 0);
         b.kartei.CloseCardFile();
-        QVERIFY(!b.fenster->DateiOffenPruefen());
+        QVERIFY(!b.fenster->Aktionen().DateiOffenPruefen());
         QVERIFY(b.kartei.FehlerStatus > 0);
     }
 

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "LBOX.h"
+#include "Boxmenue.h"
+
+#include "Automatik.h"
+#include "KarteiAktionen.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QFontMetrics>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
@@ -33,58 +37,80 @@ QString KurzerPfad(const QString &pfad, const QFontMetrics &schrift, int schirm)
 
 } // namespace
 
-void LBOX::MenueBauen()
+Boxmenue::Boxmenue(const Teile &teile) : QObject(&teile.fenster), teile_(teile)
 {
-    const auto menue = [this](const QString &name, const QString &text) {
-        QMenu *neu = menuBar()->addMenu(text);
-        neu->setObjectName(name);
-        neu->menuAction()->setObjectName(name);
-        // A menu that was left leaves the keyboard with its bar, where the next letter would open another
-        // one.
-        connect(
-            neu, &QMenu::aboutToHide, this,
-            [this] {
-                if (menuBar()->hasFocus() && !QApplication::activePopupWidget())
-                    setFocus();
-            },
-            Qt::QueuedConnection);
-        return neu;
-    };
+    DateiBauen();
+    AutomatikBauen();
+    FensterBauen();
+    ExtrasBauen();
+    FensterEintrag(Menue(QStringLiteral("Minfo"), QStringLiteral("&Info")), QStringLiteral("Müber"),
+                   QStringLiteral("ü&ber Paukfix"), &LBoxFenster::Müber, Braucht::Nichts);
+    Freischalten();
+    KonfigZeigen();
+}
 
-    QMenu *datei = menue(QStringLiteral("MDatei"), QStringLiteral("&Datei"));
+QMenu *Boxmenue::Menue(const QString &name, const QString &text)
+{
+    QMenu *neu = teile_.fenster.menuBar()->addMenu(text);
+    neu->setObjectName(name);
+    neu->menuAction()->setObjectName(name);
+    // A menu that was left leaves the keyboard with its bar, where the next letter would open another one.
+    connect(
+        neu, &QMenu::aboutToHide, this,
+        [this] {
+            if (teile_.fenster.menuBar()->hasFocus() && !QApplication::activePopupWidget())
+                teile_.fenster.setFocus();
+        },
+        Qt::QueuedConnection);
+    return neu;
+}
+
+void Boxmenue::DateiBauen()
+{
+    QMenu *datei = Menue(QStringLiteral("MDatei"), QStringLiteral("&Datei"));
     Eintrag(datei, QStringLiteral("Mneu"), QStringLiteral("&neu"), [this] {
-        Mneu_Click();
+        teile_.aktionen.Neu();
     })->setShortcut(QKeySequence::New);
     Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("&öffnen"), [this] {
-        Möffnen_Click();
+        teile_.aktionen.Oeffnen();
     })->setShortcut(QKeySequence::Open);
     datei->setToolTipsVisible(true); // the whole path of a recent file
     mStrich_ = Strich(datei, QStringLiteral("MStrich"));
     for (std::size_t i = 0; i < mDat_.size(); ++i)
-        mDat_[i] =
-            Eintrag(datei, QStringLiteral("MDat(%1)").arg(i + 1), QString(), [this, i] { MDat_Click(i); });
+        mDat_[i] = Eintrag(datei, QStringLiteral("MDat(%1)").arg(i + 1), QString(),
+                           [this, i] { teile_.aktionen.ZuletztOeffnen(i); });
     Strich(datei, QStringLiteral("MS2"));
     Eintrag(datei, QStringLiteral("MEnde"), QStringLiteral("&Ende"), [this] {
-        close();
+        teile_.fenster.close();
     })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
 
-    QMenu *automatik = menue(QStringLiteral("MAuto"), QStringLiteral("A&utomatik"));
+void Boxmenue::AutomatikBauen()
+{
+    QMenu *automatik = Menue(QStringLiteral("MAuto"), QStringLiteral("A&utomatik"));
     mAutoschalter_ = Eintrag(automatik, QStringLiteral("MAutoschalter"), QStringLiteral("einschalten"),
-                             [this] { MAutoschalter_Click(); });
+                             [this] { teile_.automatik.MAutoschalter_Click(); });
     mAutoschalter_->setCheckable(true);
+    connect(&teile_.automatik, &Automatik::Umgeschaltet, this, &Boxmenue::AutomatikZeigen);
+}
 
-    QMenu *aendern = menue(QStringLiteral("Mändern"), QStringLiteral("ä&ndern"));
+void Boxmenue::FensterBauen()
+{
+    QMenu *aendern = Menue(QStringLiteral("Mändern"), QStringLiteral("ä&ndern"));
     FensterEintrag(aendern, QStringLiteral("MKarten"), QStringLiteral("&Karten "), &LBoxFenster::MKarten);
     Strich(aendern, QStringLiteral("MS3"));
     Eintrag(aendern, QStringLiteral("MSchriftart"), QStringLiteral("&StandardSchriftart"),
             [this] { MSchriftart_Click(); });
 
-    QMenu *uebersicht = menue(QStringLiteral("Mübersicht"), QStringLiteral("Ü&bersicht"));
+    QMenu *uebersicht = Menue(QStringLiteral("Mübersicht"), QStringLiteral("Ü&bersicht"));
     // The overview checks by itself, in words of its own.
     FensterEintrag(uebersicht, QStringLiteral("Manzeigen"), QStringLiteral("&anzeigen"),
                    &LBoxFenster::Manzeigen, Braucht::Nichts);
+}
 
-    QMenu *extras = menue(QStringLiteral("MExtras"), QStringLiteral("&Extras"));
+void Boxmenue::ExtrasBauen()
+{
+    QMenu *extras = Menue(QStringLiteral("MExtras"), QStringLiteral("&Extras"));
     FensterEintrag(extras, QStringLiteral("MAscii_Export"), QStringLiteral("ASCII &Export"),
                    &LBoxFenster::MAscii_Export);
     FensterEintrag(extras, QStringLiteral("MAscii_Import"), QStringLiteral("ASCII &Import"),
@@ -108,20 +134,16 @@ void LBOX::MenueBauen()
     FensterEintrag(extras, QStringLiteral("MStatistik"), QStringLiteral("Statistik an&zeigen"),
                    &LBoxFenster::MStatistik, Braucht::Nichts);
     Strich(extras, QStringLiteral("Mstrich4"));
-
-    QMenu *info = menue(QStringLiteral("Minfo"), QStringLiteral("&Info"));
-    FensterEintrag(info, QStringLiteral("Müber"), QStringLiteral("ü&ber Paukfix"), &LBoxFenster::Müber,
-                   Braucht::Nichts);
 }
 
-QAction *LBOX::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)
+QAction *Boxmenue::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)
 {
     QAction *eintrag = menue->addAction(text);
     eintrag->setObjectName(name);
     // No entry may be taken for the desktop's own ("Quit") and wander into another menu.
     eintrag->setMenuRole(QAction::NoRole);
     connect(eintrag, &QAction::triggered, this, [this, eintrag, tun = std::move(tun)] {
-        if (!IstGesperrt())
+        if (!teile_.belegung.IstGesperrt())
             tun();
         else if (eintrag->isCheckable())
             eintrag->toggle(); // the toolkit has changed it already
@@ -129,77 +151,73 @@ QAction *LBOX::Eintrag(QMenu *menue, const QString &name, const QString &text, s
     return eintrag;
 }
 
-// Keys and clicks do not come to a window that is busy, hidden or behind a dialog; other ways to an entry (a
-// screen reader, a menu of the desktop's) do.
-bool LBOX::IstGesperrt() const
+void Boxmenue::FensterEintrag(QMenu *menue, const QString &name, const QString &text,
+                              std::function<void()> LBoxFenster::*oeffnet, Braucht braucht)
 {
-    return beschaeftigt_ || !isVisible() || QApplication::activeModalWidget();
-}
-
-void LBOX::FensterEintrag(QMenu *menue, const QString &name, const QString &text,
-                          std::function<void()> LBoxFenster::*fenster, Braucht braucht)
-{
-    QAction *eintrag = Eintrag(menue, name, text, [this, fenster, braucht] {
-        if (braucht == Braucht::OffeneDatei && !DateiOffenPruefen())
+    QAction *eintrag = Eintrag(menue, name, text, [this, oeffnet, braucht] {
+        if (braucht == Braucht::OffeneDatei && !teile_.aktionen.DateiOffenPruefen())
             return;
-        (fenster_.*fenster)();
-        StandZeigen(); // it may have opened another file
+        (teile_.oeffnet.*oeffnet)();
+        emit Zurueck();
     });
-    verweise_.push_back({eintrag, fenster});
+    verweise_.push_back({eintrag, oeffnet});
 }
 
-QAction *LBOX::Strich(QMenu *menue, const QString &name)
+QAction *Boxmenue::Strich(QMenu *menue, const QString &name)
 {
     QAction *strich = menue->addSeparator();
     strich->setObjectName(name);
     return strich;
 }
 
-void LBOX::SetFenster(LBoxFenster fenster)
+void Boxmenue::Freischalten()
 {
-    fenster_ = std::move(fenster);
     for (const FensterVerweis &verweis : verweise_)
-        verweis.eintrag->setEnabled(static_cast<bool>(fenster_.*verweis.fenster));
-    StandZeigen();
+        verweis.eintrag->setEnabled(static_cast<bool>(teile_.oeffnet.*verweis.oeffnet));
 }
 
-QString LBOX::OhneKuerzel(QString text)
+void Boxmenue::AutomatikZeigen(bool an)
+{
+    mAutoschalter_->setChecked(an);
+    mAutoschalter_->setText(an ? QStringLiteral("ausschalten") : QStringLiteral("einschalten"));
+}
+
+QString Boxmenue::OhneKuerzel(QString text)
 {
     return text.replace(u'&', QStringLiteral("&&"));
 }
 
-// After every reading of the configuration.
-void LBOX::KonfigZeigen()
+void Boxmenue::KonfigZeigen()
 {
     bool welche = false;
     for (std::size_t i = 0; i < mDat_.size(); ++i) {
-        const QString &name = umgebung_.konfig.MDat[i];
-        mDat_[i]->setText(
-            OhneKuerzel(KurzerPfad(name, menuBar()->fontMetrics(), screen()->availableSize().width())));
+        const QString &name = teile_.konfig.MDat[i];
+        mDat_[i]->setText(OhneKuerzel(KurzerPfad(name, teile_.fenster.menuBar()->fontMetrics(),
+                                                 teile_.fenster.screen()->availableSize().width())));
         mDat_[i]->setToolTip(Qt::convertFromPlainText(name, Qt::WhiteSpaceNoWrap));
         mDat_[i]->setVisible(!name.isEmpty());
         welche = welche || !name.isEmpty();
     }
     mStrich_->setVisible(welche);
-    mAnimation_->setChecked(umgebung_.konfig.Animation);
+    mAnimation_->setChecked(teile_.konfig.Animation);
 }
 
-void LBOX::MSchriftart_Click()
+void Boxmenue::MSchriftart_Click()
 {
-    Schrift &schrift = umgebung_.konfig.schrift;
-    const auto wahl = umgebung_.dialoge.SchriftWaehlen(schrift.Wahl());
+    Schrift &schrift = teile_.konfig.schrift;
+    const auto wahl = teile_.dialoge.SchriftWaehlen(schrift.Wahl());
     if (!wahl)
         return;
     schrift.Nehmen(*wahl);
-    umgebung_.konfig.Sichern(2, QStringLiteral("Dummy"),
-                             QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
+    teile_.konfig.Sichern(2, QStringLiteral("Dummy"),
+                          QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }
 
-void LBOX::MAnimation_Click()
+void Boxmenue::MAnimation_Click()
 {
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
-    umgebung_.konfig.Animation = an;
-    umgebung_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
-                             QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
+    teile_.konfig.Animation = an;
+    teile_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
+                          QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
 }

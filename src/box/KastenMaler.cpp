@@ -1,26 +1,14 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Farben.h"
-#include "Kasten.h"
+#include "KastenMaler.h"
+
 #include "KastenFarben.h"
 
 #include <QFontInfo>
 #include <QPainter>
 #include <QPainterPath>
-#include <QTimer>
 
 #include <algorithm>
-
-// The font of the desktop, larger in a large box, though not as much as the box. Sizes are shares of it.
-QFont Kasten::Schrift(double groesse, bool fett) const
-{
-    const double kasten = masse_.Pixel(15) / 1.5;
-    const double mass = std::clamp(kasten, 0.9, 1.7) + 0.6 * std::max(0.0, kasten - 1.7);
-    QFont schrift = font();
-    schrift.setPixelSize(std::max(1, static_cast<int>(QFontInfo(font()).pixelSize() * mass * groesse)));
-    schrift.setBold(fett);
-    return schrift;
-}
 
 namespace {
 
@@ -81,76 +69,85 @@ constexpr std::array<double, 4> Stapeldrehung{6, -7, 3, -2};
 
 } // namespace
 
-void Kasten::paintEvent(QPaintEvent *)
+QFont KastenMaler::Schrift(const QFont &schrift, const KastenMasse &masse, double groesse, bool fett)
 {
-    QPainter maler(this);
-    maler.setRenderHint(QPainter::Antialiasing);
-    WanneMalen(maler, masse_.neu, KastenFarben::Petrol);
-    WanneMalen(maler, masse_.lernen, KastenFarben::Petrol);
-    for (std::size_t i = 0; i < FachSichtbar; ++i) {
-        ZaehlerMalen(maler, masse_.zaehler[i], tabelle_[i], true);
-        if (UeberKapazitaet(tabelle_[i]))
-            WarnungMalen(maler, masse_.zaehler[i]);
-    }
-    StapelMalen(maler);
-    TasteMalen(maler);
-    if (!gemalt_) {
-        gemalt_ = true;
-        QTimer::singleShot(0, this, [this] { erstesBild(); });
-    }
+    const double kasten = masse.Pixel(15) / 1.5;
+    const double mass = std::clamp(kasten, 0.9, 1.7) + 0.6 * std::max(0.0, kasten - 1.7);
+    QFont neu = schrift;
+    neu.setPixelSize(std::max(1, static_cast<int>(QFontInfo(schrift).pixelSize() * mass * groesse)));
+    neu.setBold(fett);
+    return neu;
 }
 
-void Kasten::TasteMalen(QPainter &maler) const
+QFont KastenMaler::Schrift(double groesse, bool fett) const
+{
+    return Schrift(kasten_.font(), masse_, groesse, fett);
+}
+
+void KastenMaler::Malen(const FachTabelle &tabelle)
+{
+    WanneMalen(maler_, masse_.neu, KastenFarben::Petrol);
+    WanneMalen(maler_, masse_.lernen, KastenFarben::Petrol);
+    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+        ZaehlerMalen(masse_.zaehler[i], tabelle[i], true);
+        if (UeberKapazitaet(tabelle[i]))
+            WarnungMalen(masse_.zaehler[i]);
+    }
+    StapelMalen(tabelle[FachErledigt]);
+    TasteMalen();
+}
+
+void KastenMaler::TasteMalen()
 {
     const QFont schrift = Schrift(Klein, true);
     const double seite = QFontMetrics(schrift).height() * 1.25;
-    QColor farbe = palette().color(QPalette::WindowText);
+    const QColor farbe = kasten_.palette().color(QPalette::WindowText);
     const QRectF taste(masse_.wuerfelTaste.center().x() - seite / 2, masse_.wuerfelTaste.top() + 2, seite,
                        seite);
-    maler.setBrush(Qt::NoBrush);
-    maler.setPen(QPen(farbe, 1));
-    maler.drawRoundedRect(taste, 3.5, 3.5);
-    maler.setFont(schrift);
-    maler.drawText(taste, Qt::AlignCenter, QStringLiteral("W"));
+    maler_.setBrush(Qt::NoBrush);
+    maler_.setPen(QPen(farbe, 1));
+    maler_.drawRoundedRect(taste, 3.5, 3.5);
+    maler_.setFont(schrift);
+    maler_.drawText(taste, Qt::AlignCenter, QStringLiteral("W"));
 }
 
-void Kasten::ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach, bool mitKapazitaet) const
+void KastenMaler::ZaehlerMalen(const QRect &platz, const Fach &fach, bool mitKapazitaet)
 {
     const QString anzahl = QString::number(fach.Anzahl);
-    maler.setPen(KastenFarben::Papier);
+    maler_.setPen(KastenFarben::Papier);
     QRect zeile = platz;
     const int breite = platz.width() - 6; // numbers of neighbours must not read as one
     const QFont gross = Passend(Schrift(Gross, true), anzahl, breite);
-    maler.setFont(gross);
-    maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, anzahl);
+    maler_.setFont(gross);
+    maler_.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, anzahl);
     if (!mitKapazitaet)
         return;
     zeile.setTop(zeile.top() + QFontMetrics(Schrift(Gross, true)).height());
     const QString kapazitaet = QStringLiteral("/ %1").arg(fach.Kapazitaet);
-    maler.setFont(Passend(Schrift(Klein), kapazitaet, breite));
-    maler.setPen(KastenFarben::PapierSchatten);
-    maler.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
+    maler_.setFont(Passend(Schrift(Klein), kapazitaet, breite));
+    maler_.setPen(KastenFarben::PapierSchatten);
+    maler_.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
 }
 
-void Kasten::StapelMalen(QPainter &maler) const
+void KastenMaler::StapelMalen(const Fach &fach)
 {
     QRect wanne = masse_.lernen;
     wanne.setLeft(masse_.stapel.left());
     wanne.setRight(masse_.stapel.right());
-    WanneMalen(maler, wanne, KastenFarben::MinzeDunkel);
-    ZaehlerMalen(maler, masse_.stapelZaehler, tabelle_[FachErledigt], false);
+    WanneMalen(maler_, wanne, KastenFarben::MinzeDunkel);
+    ZaehlerMalen(masse_.stapelZaehler, fach, false);
 
     const double seite = masse_.stapel.width() * 0.66;
     const QRectF karte(-seite / 2, -seite * 0.46, seite, seite * 0.92);
     const double rundung = seite * 0.16;
     const QPointF mitte = QRectF(masse_.stapel).center();
-    const int anzahl = std::max<int>(tabelle_[FachErledigt].Anzahl, 0);
+    const int anzahl = std::max<int>(fach.Anzahl, 0);
     if (anzahl == 0) {
-        maler.setBrush(Qt::NoBrush);
-        maler.setPen(QPen(KastenFarben::Papier, 1.6, Qt::DashLine));
-        maler.setOpacity(0.6);
-        maler.drawRoundedRect(karte.translated(mitte), rundung, rundung);
-        maler.setOpacity(1);
+        maler_.setBrush(Qt::NoBrush);
+        maler_.setPen(QPen(KastenFarben::Papier, 1.6, Qt::DashLine));
+        maler_.setOpacity(0.6);
+        maler_.drawRoundedRect(karte.translated(mitte), rundung, rundung);
+        maler_.setOpacity(1);
         return;
     }
     // A pile that grows, but stays a pile: one more card lies there for twice as many.
@@ -159,24 +156,24 @@ void Kasten::StapelMalen(QPainter &maler) const
         ++lagen;
     for (int lage = 0; lage < lagen; ++lage) {
         const bool oberste = lage + 1 == lagen;
-        maler.save();
-        maler.translate(mitte + QPointF(0, (lagen / 2.0 - lage) * seite * 0.07));
-        maler.rotate(oberste ? -4 : Stapeldrehung[static_cast<std::size_t>(lage) % Stapeldrehung.size()]);
+        maler_.save();
+        maler_.translate(mitte + QPointF(0, (lagen / 2.0 - lage) * seite * 0.07));
+        maler_.rotate(oberste ? -4 : Stapeldrehung[static_cast<std::size_t>(lage) % Stapeldrehung.size()]);
         const QColor farbe = oberste         ? KastenFarben::Honig
                              : lage % 3 == 1 ? KastenFarben::Himmel
                                              : KastenFarben::Papier;
-        maler.setPen(Qt::NoPen);
-        maler.setBrush(farbe.darker(128));
-        maler.drawRoundedRect(karte.translated(0, seite * 0.045), rundung, rundung);
-        maler.setBrush(farbe);
-        maler.drawRoundedRect(karte, rundung, rundung);
+        maler_.setPen(Qt::NoPen);
+        maler_.setBrush(farbe.darker(128));
+        maler_.drawRoundedRect(karte.translated(0, seite * 0.045), rundung, rundung);
+        maler_.setBrush(farbe);
+        maler_.drawRoundedRect(karte, rundung, rundung);
         if (oberste)
-            HakenMalen(maler, seite);
-        maler.restore();
+            HakenMalen(maler_, seite);
+        maler_.restore();
     }
 }
 
-void Kasten::WarnungMalen(QPainter &maler, const QRect &platz) const
+void KastenMaler::WarnungMalen(const QRect &platz)
 {
     const QFont schrift = Schrift(0.72, true);
     const QFontMetrics metrik(schrift);
@@ -192,15 +189,15 @@ void Kasten::WarnungMalen(QPainter &maler, const QRect &platz) const
     dreieck.lineTo(zeichen.right(), zeichen.bottom());
     dreieck.lineTo(zeichen.left(), zeichen.bottom());
     dreieck.closeSubpath();
-    maler.setPen(QPen(KastenFarben::Honig, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    maler.setBrush(KastenFarben::Honig);
-    maler.drawPath(dreieck);
-    maler.setFont(schrift);
-    maler.setPen(KastenFarben::Tinte);
-    maler.drawText(zeichen.adjusted(0, hoehe * 0.16, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+    maler_.setPen(QPen(KastenFarben::Honig, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    maler_.setBrush(KastenFarben::Honig);
+    maler_.drawPath(dreieck);
+    maler_.setFont(schrift);
+    maler_.setPen(KastenFarben::Tinte);
+    maler_.drawText(zeichen.adjusted(0, hoehe * 0.16, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
     if (textPasst) {
-        maler.setPen(KastenFarben::Papier);
-        maler.drawText(QRectF(zeichen.right() + luecke, zeichen.top(), mitText, hoehe),
-                       Qt::AlignLeft | Qt::AlignVCenter, text);
+        maler_.setPen(KastenFarben::Papier);
+        maler_.drawText(QRectF(zeichen.right() + luecke, zeichen.top(), mitText, hoehe),
+                        Qt::AlignLeft | Qt::AlignVCenter, text);
     }
 }

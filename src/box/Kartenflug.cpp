@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kartenflug.h"
+
+#include "Bewegungstakt.h"
+#include "Eingabewache.h"
+#include "Farben.h"
+#include "Kasten.h"
+
+namespace {
+
+constexpr int Flugdauer = 300, Flugpause = 15; // milliseconds
+
+} // namespace
+
+void Kartenflug::Legen(const QString &frageNr)
+{
+    kasten_.KarteLegen(frageNr, FlugLinks, FlugOben);
+}
+
+void Kartenflug::KarteAnimieren(int ziel, bool richtig)
+{
+    if (!konfig_.Animation)
+        return;
+    kasten_.KarteFaerben(richtig ? Farben::Richtig : Farben::Falsch);
+    const Bewegungstakt takt(verzoegerung_, Flugdauer, Flugpause);
+    for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
+         ++schritt) {
+        kasten_.KarteFliegen(ziel, double(schritt) / takt.Schritte());
+        takt.Pause();
+    }
+}
+
+void Kartenflug::Verbergen()
+{
+    kasten_.KarteVerbergen();
+}
