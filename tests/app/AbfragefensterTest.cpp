@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QRegularExpression>
 
@@ -156,5 +157,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(AbfragefensterTest)
+PAUKFIX_CORE_TEST(AbfragefensterTest)
 #include "AbfragefensterTest.moc"

@@ -262,8 +262,14 @@ public:
     // Ended by itself, without a failure.
     bool IstZuEnde()
     {
-        return QTest::qWaitFor([this] { return prozess.state() == QProcess::NotRunning; }, 20000) &&
-               prozess.exitStatus() == QProcess::NormalExit && prozess.exitCode() == 0;
+        if (!QTest::qWaitFor([this] { return prozess.state() == QProcess::NotRunning; }, 60000))
+            qWarning("the program does not end");
+        else if (prozess.exitStatus() != QProcess::NormalExit || prozess.exitCode() != 0)
+            qWarning("the program ended with code %d%s", prozess.exitCode(),
+                     prozess.exitStatus() == QProcess::NormalExit ? "" : " by a signal");
+        else
+            return true;
+        return false;
     }
 
     QProcess prozess;

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Befehlszeile.h"
 
+#include "TestProgram.h"
+
 #include <QTest>
 
 class BefehlszeileTest : public QObject
@@ -64,5 +66,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(BefehlszeileTest)
+PAUKFIX_APPLESS_TEST(BefehlszeileTest)
 #include "BefehlszeileTest.moc"

@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 
@@ -196,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(EditorLaufTest)
+PAUKFIX_CORE_TEST(EditorLaufTest)
 #include "EditorLaufTest.moc"

@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 
@@ -116,5 +117,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(EinfuegeLaufTest)
+PAUKFIX_CORE_TEST(EinfuegeLaufTest)
 #include "EinfuegeLaufTest.moc"

@@ -4,6 +4,7 @@
 #include "Programmkopie.h"
 #include "Sitzungsverwalter.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <csignal>
 
@@ -326,5 +327,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(EndeTest)
+PAUKFIX_CORE_TEST(EndeTest)
 #include "EndeTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
+#include "TestProgram.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -419,5 +420,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(InstallTest)
+PAUKFIX_CORE_TEST(InstallTest)
 #include "InstallTest.moc"

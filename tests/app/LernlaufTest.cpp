@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -167,5 +168,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(LernlaufTest)
+PAUKFIX_CORE_TEST(LernlaufTest)
 #include "LernlaufTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgrammBuehne.h"
+#include "TestProgram.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -296,5 +297,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ProgrammFensterTest)
+PAUKFIX_TEST(ProgrammFensterTest)
 #include "ProgrammFensterTest.moc"

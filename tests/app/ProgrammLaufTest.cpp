@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 
@@ -171,5 +172,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ProgrammLaufTest)
+PAUKFIX_CORE_TEST(ProgrammLaufTest)
 #include "ProgrammLaufTest.moc"

@@ -3,6 +3,7 @@
 #include "Intro.h"
 #include "JetLab.h"
 #include "ProgrammBuehne.h"
+#include "TestProgram.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -270,5 +271,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ProgrammTest)
+PAUKFIX_TEST(ProgrammTest)
 #include "ProgrammTest.moc"

@@ -4,6 +4,7 @@
 #include "Programmkopie.h"
 #include "Sitzungsverwalter.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 using Fragen = Sitzungsverwalter::Fragen;
 
@@ -168,5 +169,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(SitzungsendeTest)
+PAUKFIX_CORE_TEST(SitzungsendeTest)
 #include "SitzungsendeTest.moc"

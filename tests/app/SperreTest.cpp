@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
 #include "ProgrammBuehne.h"
+#include "TestProgram.h"
 
 #include <QAbstractItemView>
 #include <QFileSystemModel>
@@ -216,5 +217,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SperreTest)
+PAUKFIX_TEST(SperreTest)
 #include "SperreTest.moc"

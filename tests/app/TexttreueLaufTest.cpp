@@ -4,6 +4,7 @@
 #include "Programmkopie.h"
 #include "Sitzungsverwalter.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 using Fragen = Sitzungsverwalter::Fragen;
 
@@ -141,5 +142,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TexttreueLaufTest)
+PAUKFIX_CORE_TEST(TexttreueLaufTest)
 #include "TexttreueLaufTest.moc"

@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 
@@ -155,5 +156,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(WerkzeugLaufTest)
+PAUKFIX_CORE_TEST(WerkzeugLaufTest)
 #include "WerkzeugLaufTest.moc"

@@ -3,6 +3,7 @@
 #include "Abfrage.h"
 
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -190,5 +191,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(AbfrageTest)
+PAUKFIX_APPLESS_TEST(AbfrageTest)
 #include "AbfrageTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "BoxRechnung.h"
 
+#include "TestProgram.h"
 #include "Wuerfel.h"
 
 #include <QTest>
@@ -251,5 +252,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(BoxRechnungTest)
+PAUKFIX_CORE_TEST(BoxRechnungTest)
 #include "BoxRechnungTest.moc"

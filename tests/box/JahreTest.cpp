@@ -3,6 +3,7 @@
 #include "KarteVerschieben.h"
 #include "Lernstand.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QTest>
@@ -70,5 +71,5 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
     QVERIFY(closedUp > 0);
 }
 
-QTEST_GUILESS_MAIN(JahreTest)
+PAUKFIX_CORE_TEST(JahreTest)
 #include "JahreTest.moc"

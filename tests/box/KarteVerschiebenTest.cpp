@@ -4,6 +4,7 @@
 
 #include "BoxRechnung.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Wuerfel.h"
 
@@ -327,5 +328,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(KarteVerschiebenTest)
+PAUKFIX_CORE_TEST(KarteVerschiebenTest)
 #include "KarteVerschiebenTest.moc"

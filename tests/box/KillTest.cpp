@@ -3,6 +3,7 @@
 #include "BoxRechnung.h"
 #include "KarteVerschieben.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -146,5 +147,5 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
     QVERIFY2(between > kills / 4, "the kills did not hit the storing");
 }
 
-QTEST_GUILESS_MAIN(KillTest)
+PAUKFIX_CORE_TEST(KillTest)
 #include "KillTest.moc"

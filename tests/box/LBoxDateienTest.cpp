@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -383,5 +384,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxDateienTest)
+PAUKFIX_TEST(LBoxDateienTest)
 #include "LBoxDateienTest.moc"

@@ -3,6 +3,7 @@
 #include "Farben.h"
 #include "KastenMasse.h"
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 // What the main window says about the next step, and that it can be read in every size.
 class LBoxHinweisTest : public QObject
@@ -153,5 +154,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxHinweisTest)
+PAUKFIX_TEST(LBoxHinweisTest)
 #include "LBoxHinweisTest.moc"

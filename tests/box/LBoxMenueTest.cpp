@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QAbstractButton>
 #include <QDialog>
@@ -332,5 +333,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxMenueTest)
+PAUKFIX_TEST(LBoxMenueTest)
 #include "LBoxMenueTest.moc"

@@ -1,36 +1,14 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "DiskCalls.h"
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QTest>
 #include <QToolButton>
 
-#include <fcntl.h>
+#include <cerrno>
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
-// The system's own functions, spoiled where a test wants it.
-static std::function<int(const QByteArray &ziel)> beimUmbenennen; // an error, or 0
-static QByteArray schreibgeschuetzt;                              // a directory
-
-extern "C" int rename(const char *from, const char *to) noexcept
-{
-    if (const int fehler = beimUmbenennen ? beimUmbenennen(to) : 0; fehler != 0) {
-        errno = fehler;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
-}
-
-extern "C" int faccessat(int, const char *path, int mode, int) noexcept
-{
-    if ((mode & W_OK) != 0 && !schreibgeschuetzt.isEmpty() && schreibgeschuetzt == path) {
-        errno = EROFS;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_faccessat, AT_FDCWD, path, mode));
-}
 
 // "neu" that fails: the learner goes on with the box that was open, and all that the window says is true.
 class LBoxNeuTest : public QObject
@@ -65,19 +43,12 @@ class LBoxNeuTest : public QObject
 
 private slots:
 
-    void cleanup()
-    {
-        beimUmbenennen = {};
-        schreibgeschuetzt.clear();
-    }
-
     void AReplacementThatCannotTakeThePlaceReopensTheBox()
     {
         LBoxBuehne b;
         b.OeffnenMit({3, 2});
-        beimUmbenennen = [&](const QByteArray &ziel) {
-            return ziel == QFile::encodeName(b.Pfad("a.pzb")) ? EIO : 0;
-        };
+        DiskCalls platte;
+        platte.renameFails = [&](const QString &ziel) { return ziel == b.Pfad("a.pzb") ? EIO : 0; };
         b.dialoge.pfade = {b.Pfad("a.pzb")};
         b.Menue("Mneu")->trigger();
         QCOMPARE(b.meldungen.Texte(),
@@ -98,14 +69,14 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({4, 1});
         b.Lernen(Qt::Key_N, false);
-        schreibgeschuetzt = QFile::encodeName(b.ordner.path());
+        DiskCalls platte;
+        platte.readOnlyDirectory = b.ordner.path();
         b.dialoge.pfade = {b.Pfad("a.pzb")};
         b.Menue("Mneu")->trigger();
         QCOMPARE(
             b.meldungen.Texte(),
             QStringList("Die Datei konnte nicht angelegt werden: Der Datenträger ist schreibgeschützt: " +
                         b.Pfad("a.pzb")));
-        schreibgeschuetzt.clear();
         BoxIstOffen(b);
         QCOMPARE(b.kartei.FalschZaehler, qint16(1));
     }
@@ -116,8 +87,9 @@ private slots:
         b.OeffnenMit({3, 2});
         QVERIFY(QDir(b.ordner.path()).mkdir("anderswo"));
         const QString neu = b.Pfad("anderswo/neu.pzb");
-        beimUmbenennen = [&](const QByteArray &ziel) {
-            return ziel == QFile::encodeName(neu) ? ::mkfifo((ziel + "-journal").constData(), 0600) : 0;
+        DiskCalls platte;
+        platte.renameFails = [&](const QString &ziel) {
+            return ziel == neu ? ::mkfifo(QFile::encodeName(ziel + "-journal").constData(), 0600) : 0;
         };
         b.dialoge.pfade = {neu};
         b.Menue("Mneu")->trigger();
@@ -131,7 +103,8 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({3, 2});
         QVERIFY(QDir(b.ordner.path()).mkdir("cd"));
-        schreibgeschuetzt = QFile::encodeName(b.Pfad("cd"));
+        DiskCalls platte;
+        platte.readOnlyDirectory = b.Pfad("cd");
         b.dialoge.pfade = {b.Pfad("cd/neu.pzb")};
         b.Menue("Mneu")->trigger();
         QCOMPARE(
@@ -157,7 +130,8 @@ private slots:
     {
         LBoxBuehne b;
         b.Zeigen();
-        schreibgeschuetzt = QFile::encodeName(b.ordner.path());
+        DiskCalls platte;
+        platte.readOnlyDirectory = b.ordner.path();
         b.dialoge.pfade = {b.Pfad("neu.pzb")};
         b.Menue("Mneu")->trigger();
         QCOMPARE(b.meldungen.Texte().size(), 1);
@@ -180,5 +154,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxNeuTest)
+PAUKFIX_TEST(LBoxNeuTest)
 #include "LBoxNeuTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Eingabewache.h"
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QMouseEvent>
 #include <QRegularExpression>
@@ -482,5 +483,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxSpielTest)
+PAUKFIX_TEST(LBoxSpielTest)
 #include "LBoxSpielTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QAbstractButton>
@@ -546,5 +547,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LBoxTest)
+PAUKFIX_TEST(LBoxTest)
 #include "LBoxTest.moc"

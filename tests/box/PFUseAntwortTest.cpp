@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
+#include "TestProgram.h"
 
 #include <QScrollBar>
 
@@ -378,5 +379,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFUseAntwortTest)
+PAUKFIX_TEST(PFUseAntwortTest)
 #include "PFUseAntwortTest.moc"

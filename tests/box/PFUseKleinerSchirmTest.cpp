@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
+#include "TestProgram.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -81,7 +82,7 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
+static int AufKleinemSchirm(int argc, char *argv[])
 {
     const QTemporaryDir ordner;
     QFile schirme(ordner.filePath("schirme.json"));
@@ -96,4 +97,5 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+PAUKFIX_REGISTER_TEST(PFUseKleinerSchirmTest, &AufKleinemSchirm)
 #include "PFUseKleinerSchirmTest.moc"

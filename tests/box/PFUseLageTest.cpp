@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
+#include "TestProgram.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -125,7 +126,7 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
+static int AufZweiSchirmen(int argc, char *argv[])
 {
     const QTemporaryDir ordner;
     QFile schirme(ordner.filePath("schirme.json"));
@@ -142,4 +143,5 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+PAUKFIX_REGISTER_TEST(PFUseLageTest, &AufZweiSchirmen)
 #include "PFUseLageTest.moc"

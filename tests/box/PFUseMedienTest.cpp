@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
 #include "BildBox.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QImage>
@@ -341,5 +342,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFUseMedienTest)
+PAUKFIX_TEST(PFUseMedienTest)
 #include "PFUseMedienTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
+#include "TestProgram.h"
 
 using Ausgang = PFUse::Ausgang;
 
@@ -152,5 +153,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFUseTastenTest)
+PAUKFIX_TEST(PFUseTastenTest)
 #include "PFUseTastenTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageTestSupport.h"
+#include "TestProgram.h"
 
 using Ausgang = PFUse::Ausgang;
 
@@ -427,5 +428,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFUseTest)
+PAUKFIX_TEST(PFUseTest)
 #include "PFUseTest.moc"

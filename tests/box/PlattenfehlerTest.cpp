@@ -5,6 +5,7 @@
 #include "Lernstand.h"
 #include "StoreTestSupport.h"
 #include "Stromausfall.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -208,5 +209,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PlattenfehlerTest)
+PAUKFIX_CORE_TEST(PlattenfehlerTest)
 #include "PlattenfehlerTest.moc"

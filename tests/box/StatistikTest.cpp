@@ -4,6 +4,7 @@
 
 #include "Drehbuch.h"
 #include "LBoxBuehne.h"
+#include "TestProgram.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -233,5 +234,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(StatistikTest)
+PAUKFIX_TEST(StatistikTest)
 #include "StatistikTest.moc"

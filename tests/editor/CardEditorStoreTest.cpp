@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardEditorWerk.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -334,5 +335,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CardEditorStoreTest)
+PAUKFIX_CORE_TEST(CardEditorStoreTest)
 #include "CardEditorStoreTest.moc"

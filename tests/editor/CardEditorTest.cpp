@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardEditorWerk.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -457,5 +458,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CardEditorTest)
+PAUKFIX_CORE_TEST(CardEditorTest)
 #include "CardEditorTest.moc"

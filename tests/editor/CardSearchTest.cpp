@@ -3,6 +3,7 @@
 #include "EditorTestSupport.h"
 #include "Kartensuche.h"
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QTest>
 #include <QTextDocument>
@@ -244,5 +245,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CardSearchTest)
+PAUKFIX_CORE_TEST(CardSearchTest)
 #include "CardSearchTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardEditorWerk.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QDir>
@@ -215,5 +216,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(EditorPlattenfehlerTest)
+PAUKFIX_CORE_TEST(EditorPlattenfehlerTest)
 #include "EditorPlattenfehlerTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bildbuehne.h"
+#include "TestProgram.h"
 #include "Twips.h"
 
 #include <QBuffer>
@@ -339,5 +340,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernBildTest)
+PAUKFIX_TEST(PFAendernBildTest)
 #include "PFAendernBildTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -257,5 +258,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernBlaetternTest)
+PAUKFIX_TEST(PFAendernBlaetternTest)
 #include "PFAendernBlaetternTest.moc"

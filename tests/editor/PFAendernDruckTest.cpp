@@ -5,6 +5,7 @@
 #include "EditorBuehne.h"
 #include "Farben.h"
 #include "MeldungenFenster.h"
+#include "TestProgram.h"
 
 #include <QImage>
 #include <QMessageBox>
@@ -356,5 +357,5 @@ private:
     std::optional<Druckserver> druckserver; // before the first printer: its library looks for it once
 };
 
-QTEST_MAIN(PFAendernDruckTest)
+PAUKFIX_TEST(PFAendernDruckTest)
 #include "PFAendernDruckTest.moc"

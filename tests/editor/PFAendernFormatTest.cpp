@@ -3,6 +3,7 @@
 #include "CharFormat.h"
 #include "EditorBuehne.h"
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QClipboard>
 #include <QMenuBar>
@@ -479,5 +480,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernFormatTest)
+PAUKFIX_TEST(PFAendernFormatTest)
 #include "PFAendernFormatTest.moc"

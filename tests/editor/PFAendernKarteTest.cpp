@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "TestProgram.h"
 
 #include <QCheckBox>
 #include <QRadioButton>
@@ -405,5 +406,5 @@ private:
     }
 };
 
-QTEST_MAIN(PFAendernKarteTest)
+PAUKFIX_TEST(PFAendernKarteTest)
 #include "PFAendernKarteTest.moc"

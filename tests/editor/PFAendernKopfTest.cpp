@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "TestProgram.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -173,5 +174,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernKopfTest)
+PAUKFIX_TEST(PFAendernKopfTest)
 #include "PFAendernKopfTest.moc"

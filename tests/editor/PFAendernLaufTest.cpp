@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
 #include "MeldungenFenster.h"
+#include "TestProgram.h"
 
 #include <QMessageBox>
 #include <QSet>
@@ -274,5 +275,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernLaufTest)
+PAUKFIX_TEST(PFAendernLaufTest)
 #include "PFAendernLaufTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bildbuehne.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -384,5 +385,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernSlotdialogTest)
+PAUKFIX_TEST(PFAendernSlotdialogTest)
 #include "PFAendernSlotdialogTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
 #include "MeldungenFenster.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QMessageBox>
@@ -328,5 +329,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernSucheTest)
+PAUKFIX_TEST(PFAendernSucheTest)
 #include "PFAendernSucheTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "TestProgram.h"
 
 #include <QLabel>
 #include <QTest>
@@ -234,5 +235,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernTest)
+PAUKFIX_TEST(PFAendernTest)
 #include "PFAendernTest.moc"

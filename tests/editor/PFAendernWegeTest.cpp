@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "TestProgram.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -209,5 +210,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PFAendernWegeTest)
+PAUKFIX_TEST(PFAendernWegeTest)
 #include "PFAendernWegeTest.moc"

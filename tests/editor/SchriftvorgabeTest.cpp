@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
 #include "Formatierung.h"
+#include "TestProgram.h"
 
 #include <QDialogButtonBox>
 #include <QFontDialog>
@@ -97,5 +98,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SchriftvorgabeTest)
+PAUKFIX_TEST(SchriftvorgabeTest)
 #include "SchriftvorgabeTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Bildbuehne.h"
+#include "TestProgram.h"
 
 #include <QScreen>
 
@@ -179,5 +180,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SlotdialogTest)
+PAUKFIX_TEST(SlotdialogTest)
 #include "SlotdialogTest.moc"

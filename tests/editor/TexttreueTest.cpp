@@ -4,6 +4,7 @@
 #include "Fremdtexte.h"
 #include "KartenTextBox.h"
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -481,5 +482,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TexttreueTest)
+PAUKFIX_TEST(TexttreueTest)
 #include "TexttreueTest.moc"

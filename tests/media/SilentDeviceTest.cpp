@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Sdl.h"
 #include "SoundStage.h"
+#include "TestProgram.h"
 #include "WaveBuilder.h"
 
 // A system without any sound device, made by a sound server that is not there and a configuration of ALSA
@@ -150,5 +151,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(SilentDeviceTest)
+PAUKFIX_CORE_TEST(SilentDeviceTest)
 #include "SilentDeviceTest.moc"

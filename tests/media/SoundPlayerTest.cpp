@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SoundStage.h"
+#include "TestProgram.h"
 #include "WaveBuilder.h"
 
 #include <QDir>
@@ -349,5 +350,5 @@ void SoundPlayerTest::MemoryThatEndsIsAnErrorAndLaterSoundsPlay()
 #endif
 }
 
-QTEST_GUILESS_MAIN(SoundPlayerTest)
+PAUKFIX_CORE_TEST(SoundPlayerTest)
 #include "SoundPlayerTest.moc"

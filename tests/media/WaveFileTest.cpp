@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "WaveFile.h"
 
+#include "TestProgram.h"
 #include "WaveBuilder.h"
 
 #include <QFile>
@@ -163,5 +164,5 @@ void WaveFileTest::DamagedWaveNeverCrashes()
     QVERIFY(decoded > 0 && decoded < 5000);
 }
 
-QTEST_APPLESS_MAIN(WaveFileTest)
+PAUKFIX_APPLESS_TEST(WaveFileTest)
 #include "WaveFileTest.moc"

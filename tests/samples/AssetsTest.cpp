@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QImageReader>
@@ -206,5 +207,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(AssetsTest)
+PAUKFIX_TEST(AssetsTest)
 #include "AssetsTest.moc"

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Kartentext.h"
 
+#include "TestProgram.h"
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -126,5 +128,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(KartentextTest)
+PAUKFIX_CORE_TEST(KartentextTest)
 #include "KartentextTest.moc"

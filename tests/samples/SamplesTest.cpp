@@ -4,6 +4,7 @@
 #include "Kartentext.h"
 #include "RichText.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "TextHelpers.h"
 
 #include <QSet>
@@ -162,5 +163,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SamplesTest)
+PAUKFIX_TEST(SamplesTest)
 #include "SamplesTest.moc"

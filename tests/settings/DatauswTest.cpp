@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Datausw.h"
 
+#include "TestProgram.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -154,5 +156,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(DatauswTest)
+PAUKFIX_TEST(DatauswTest)
 #include "DatauswTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KonfigFixture.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -93,5 +94,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FensterlageTest)
+PAUKFIX_CORE_TEST(FensterlageTest)
 #include "FensterlageTest.moc"

@@ -4,6 +4,7 @@
 
 #include "Drehbuch.h"
 #include "KonfigFixture.h"
+#include "TestProgram.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -369,5 +370,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(IntroTest)
+PAUKFIX_TEST(IntroTest)
 #include "IntroTest.moc"

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "TestProgram.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -84,5 +86,5 @@ void KonfigKillTest::TwoWritersLoseNothing()
         QCOMPARE(content.count(name), 1);
 }
 
-QTEST_GUILESS_MAIN(KonfigKillTest)
+PAUKFIX_CORE_TEST(KonfigKillTest)
 #include "KonfigKillTest.moc"

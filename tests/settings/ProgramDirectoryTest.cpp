@@ -4,6 +4,7 @@
 
 #include "EngineLocks.h"
 #include "FileHandle.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -603,5 +604,5 @@ void ProgramDirectoryTest::OwnDirectoryIsInTheUsersDocuments()
     QCOMPARE(FormerOwnDirectory(), "/tmp/daten/paukfix");
 }
 
-QTEST_APPLESS_MAIN(ProgramDirectoryTest)
+PAUKFIX_APPLESS_TEST(ProgramDirectoryTest)
 #include "ProgramDirectoryTest.moc"

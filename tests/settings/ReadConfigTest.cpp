@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KonfigFixture.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -406,5 +407,5 @@ void ReadConfigTest::IntroReportsErrorsToItsCaller()
     QCOMPARE(meldungen_->Texte(), QStringList());
 }
 
-QTEST_APPLESS_MAIN(ReadConfigTest)
+PAUKFIX_APPLESS_TEST(ReadConfigTest)
 #include "ReadConfigTest.moc"

@@ -4,6 +4,7 @@
 
 #include "RichTextBox.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -84,5 +85,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(UeberTest)
+PAUKFIX_TEST(UeberTest)
 #include "UeberTest.moc"

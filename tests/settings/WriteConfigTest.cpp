@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KonfigFixture.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -400,5 +401,5 @@ void WriteConfigTest::ShippedFileIsSound()
     QCOMPARE(ReadBytes(), QByteArray(shipped).replace("[recentfiles]\r\n", "[recentfiles]\r\na.pzb\r\n"));
 }
 
-QTEST_APPLESS_MAIN(WriteConfigTest)
+PAUKFIX_APPLESS_TEST(WriteConfigTest)
 #include "WriteConfigTest.moc"

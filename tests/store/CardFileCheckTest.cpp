@@ -5,6 +5,7 @@
 #include "CardFile.h"
 #include "DamageLab.h"
 #include "StoreError.h"
+#include "TestProgram.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -98,5 +99,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CardFileCheckTest)
+PAUKFIX_CORE_TEST(CardFileCheckTest)
 #include "CardFileCheckTest.moc"

@@ -4,6 +4,7 @@
 
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "TextHelpers.h"
 
 #include <QTest>
@@ -566,5 +567,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(CardStoreTest)
+PAUKFIX_CORE_TEST(CardStoreTest)
 #include "CardStoreTest.moc"

@@ -8,6 +8,7 @@
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -317,5 +318,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FehlerTexteTest)
+PAUKFIX_CORE_TEST(FehlerTexteTest)
 #include "FehlerTexteTest.moc"

@@ -2,25 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardStore.h"
 #include "DamageLab.h"
+#include "DiskCalls.h"
 #include "JournalFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QTest>
 
 #include <sys/stat.h>
-
-// Thousands of files are made, opened and mended here, and no power fails: nothing waits for the disk.
-extern "C" int fsync(int)
-{
-    return 0;
-}
-
-extern "C" int fdatasync(int)
-{
-    return 0;
-}
 
 namespace {
 
@@ -87,7 +78,12 @@ class FirstPageTest : public QObject
         return {};
     }
 
+    DiskCalls disk_;
+
 private slots:
+
+    // Thousands of files are made, opened and mended here, and no power fails: nothing waits for the disk.
+    void initTestCase() { disk_.waits = false; }
 
     void init()
     {
@@ -333,5 +329,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FirstPageTest)
+PAUKFIX_CORE_TEST(FirstPageTest)
 #include "FirstPageTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardStore.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -335,5 +336,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(HostileCardFileTest)
+PAUKFIX_CORE_TEST(HostileCardFileTest)
 #include "HostileCardFileTest.moc"

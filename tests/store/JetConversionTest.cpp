@@ -8,6 +8,7 @@
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QDir>
@@ -356,5 +357,5 @@ void JetConversionTest::AKillAtAnyMomentLeavesTheOldFileOrBoth()
              qPrintable(QStringLiteral("%1 before, %2 after").arg(before).arg(after)));
 }
 
-QTEST_GUILESS_MAIN(JetConversionTest)
+PAUKFIX_CORE_TEST(JetConversionTest)
 #include "JetConversionTest.moc"

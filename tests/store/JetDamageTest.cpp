@@ -3,6 +3,7 @@
 #include "JetReading.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -363,5 +364,5 @@ void JetDamageTest::AnyBytesEndWithoutHarm()
     }
 }
 
-QTEST_GUILESS_MAIN(JetDamageTest)
+PAUKFIX_CORE_TEST(JetDamageTest)
 #include "JetDamageTest.moc"

@@ -3,6 +3,7 @@
 #include "JetReading.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -277,5 +278,5 @@ void JetReaderTest::FileIsOpenedForReadingOnly()
     QCOMPARE(ReadFile(path, bytes.size()), bytes);
 }
 
-QTEST_GUILESS_MAIN(JetReaderTest)
+PAUKFIX_CORE_TEST(JetReaderTest)
 #include "JetReaderTest.moc"

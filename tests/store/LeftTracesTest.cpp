@@ -3,6 +3,7 @@
 #include "CardBulk.h"
 #include "DamageLab.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -99,5 +100,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(LeftTracesTest)
+PAUKFIX_CORE_TEST(LeftTracesTest)
 #include "LeftTracesTest.moc"

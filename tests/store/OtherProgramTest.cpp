@@ -8,6 +8,7 @@
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QProcess>
 #include <QTest>
@@ -312,5 +313,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(OtherProgramTest)
+PAUKFIX_CORE_TEST(OtherProgramTest)
 #include "OtherProgramTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QRandomGenerator>
@@ -475,5 +476,5 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
     }
 }
 
-QTEST_GUILESS_MAIN(RecordsetModelTest)
+PAUKFIX_CORE_TEST(RecordsetModelTest)
 #include "RecordsetModelTest.moc"

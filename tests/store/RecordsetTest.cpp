@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -339,5 +340,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(RecordsetTest)
+PAUKFIX_CORE_TEST(RecordsetTest)
 #include "RecordsetTest.moc"

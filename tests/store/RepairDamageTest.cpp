@@ -3,6 +3,7 @@
 #include "DamageLab.h"
 #include "Repair.h"
 #include "StoreError.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -399,5 +400,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(RepairDamageTest)
+PAUKFIX_CORE_TEST(RepairDamageTest)
 #include "RepairDamageTest.moc"

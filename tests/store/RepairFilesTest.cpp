@@ -6,6 +6,7 @@
 #include "Repair.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QDir>
@@ -507,5 +508,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(RepairFilesTest)
+PAUKFIX_CORE_TEST(RepairFilesTest)
 #include "RepairFilesTest.moc"

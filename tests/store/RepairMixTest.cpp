@@ -3,6 +3,7 @@
 #include "DamageLab.h"
 #include "Repair.h"
 #include "StoreError.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -355,5 +356,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(RepairMixTest)
+PAUKFIX_CORE_TEST(RepairMixTest)
 #include "RepairMixTest.moc"

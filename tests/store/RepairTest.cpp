@@ -6,6 +6,7 @@
 #include "DamageLab.h"
 #include "RepairReport.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -537,5 +538,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(RepairTest)
+PAUKFIX_CORE_TEST(RepairTest)
 #include "RepairTest.moc"

@@ -5,8 +5,10 @@
 #include "AnderesProgramm.h"
 #include "CardFile.h"
 #include "DamageLab.h"
+#include "DiskCalls.h"
 #include "JournalFile.h"
 #include "StoreError.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,49 +16,10 @@
 #include <QTest>
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
-
-// The system's own functions, seen and spoiled: what is asked of the disk, in its order, and a drive that
-// takes no writing.
-static QStringList calls;
-static QString readOnlyDirectory;
-static QString renameFailsTo;
-
-extern "C" int fsync(int file)
-{
-    calls << "sync " + QFile::symLinkTarget("/proc/self/fd/" + QString::number(file));
-    return static_cast<int>(::syscall(SYS_fsync, file));
-}
-
-extern "C" int rename(const char *from, const char *to) noexcept
-{
-    calls << "rename " + QFile::decodeName(from) + " to " + QFile::decodeName(to);
-    if (QFile::decodeName(to) == renameFailsTo) {
-        errno = EIO;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
-}
-
-extern "C" int link(const char *from, const char *to) noexcept
-{
-    calls << "link " + QFile::decodeName(from) + " to " + QFile::decodeName(to);
-    return static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
-}
-
-extern "C" int faccessat(int, const char *path, int mode, int) noexcept
-{
-    if ((mode & W_OK) != 0 && QFile::decodeName(path) == readOnlyDirectory) {
-        errno = EROFS;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_faccessat, AT_FDCWD, path, mode));
-}
 
 class SafeFileTest : public QObject
 {
@@ -237,7 +200,8 @@ void SafeFileTest::TheNewNameIsOnTheDiskBeforeItIsReported()
 {
     const QString directory = directory_->path();
     WriteFileSynced(Path("neu"), "neu");
-    calls.clear();
+    DiskCalls disk;
+    QStringList &calls = disk.calls;
     ReplaceFile(Path("neu"), Path("ziel"));
     QCOMPARE(calls, (QStringList{"sync " + Path("neu"), "rename " + Path("neu") + " to " + Path("ziel"),
                                  "sync " + directory}));
@@ -269,7 +233,8 @@ void SafeFileTest::TheNewNameIsOnTheDiskBeforeItIsReported()
 
 void SafeFileTest::AReadOnlyDriveIsNamed()
 {
-    readOnlyDirectory = directory_->path();
+    DiskCalls disk;
+    disk.readOnlyDirectory = directory_->path();
     QString text;
     try {
         FreshFile fresh(Path("neu.pzb"));
@@ -277,7 +242,6 @@ void SafeFileTest::AReadOnlyDriveIsNamed()
         QCOMPARE(error.Number(), Fehler::NichtErlaubt);
         text = error.Text();
     }
-    readOnlyDirectory.clear();
     QCOMPARE(text, "Der Datenträger ist schreibgeschützt: " + Path("neu.pzb"));
 }
 
@@ -322,9 +286,9 @@ void SafeFileTest::AnOldBoxThatStaysHasWhatItsJournalHeld()
         });
         if (!made)
             QVERIFY(QFile::remove(file));
-        renameFailsTo = old;
+        DiskCalls disk;
+        disk.renameFails = [&old](const QString &to) { return to == old ? EIO : 0; };
         QVERIFY_EXCEPTION_THROWN(fresh.TakePlace(), StoreError);
-        renameFailsTo.clear();
     }
     if (log) {
         QCOMPARE(OtherProgram(old, "SELECT DISTINCT Picture_9_Name FROM Lernkarten"), QString("im Log\n"));
@@ -394,5 +358,5 @@ void SafeFileTest::MessagesNameThePlaceOnly()
     QVERIFY(Entries().isEmpty());
 }
 
-QTEST_APPLESS_MAIN(SafeFileTest)
+PAUKFIX_APPLESS_TEST(SafeFileTest)
 #include "SafeFileTest.moc"

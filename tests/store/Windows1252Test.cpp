@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Windows1252.h"
 
+#include "TestProgram.h"
+
 #include <QTest>
 
 class Windows1252Test : public QObject
@@ -51,5 +53,5 @@ void Windows1252Test::OtherCharactersAreRefused()
     QVERIFY(!ToWindows1252(text));
 }
 
-QTEST_APPLESS_MAIN(Windows1252Test)
+PAUKFIX_APPLESS_TEST(Windows1252Test)
 #include "Windows1252Test.moc"

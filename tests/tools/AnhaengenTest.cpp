@@ -3,6 +3,7 @@
 #include "Anhaengen.h"
 
 #include "JetLab.h"
+#include "TestProgram.h"
 #include "Werkstatt.h"
 
 #include <QLocale>
@@ -592,5 +593,5 @@ void AnhaengenTest::UnreadableFileOfTheFormerEngineIsReported()
     QCOMPARE(w.Karten().size(), 1);
 }
 
-QTEST_GUILESS_MAIN(AnhaengenTest)
+PAUKFIX_CORE_TEST(AnhaengenTest)
 #include "AnhaengenTest.moc"

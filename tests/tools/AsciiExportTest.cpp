@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AsciiTausch.h"
+#include "TestProgram.h"
 #include "Werkstatt.h"
 
 #include <QTest>
@@ -310,5 +311,5 @@ void AsciiExportTest::NeverChangesTheCardFile()
     QCOMPARE(w.Bytes("kartei.pzb"), before);
 }
 
-QTEST_GUILESS_MAIN(AsciiExportTest)
+PAUKFIX_CORE_TEST(AsciiExportTest)
 #include "AsciiExportTest.moc"

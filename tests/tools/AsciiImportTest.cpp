@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AsciiTausch.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Werkstatt.h"
 
@@ -461,5 +462,5 @@ void AsciiImportTest::OpenCardFileAndDirectoryAndPipeAreRefused()
     QCOMPARE(w.Karten().size(), 1);
 }
 
-QTEST_GUILESS_MAIN(AsciiImportTest)
+PAUKFIX_CORE_TEST(AsciiImportTest)
 #include "AsciiImportTest.moc"

@@ -7,6 +7,7 @@
 #include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
+#include "TestProgram.h"
 #include "Themaausfiltern.h"
 
 #include <QAbstractButton>
@@ -276,5 +277,5 @@ void DialogTexteTest::NoTextIsCutOff()
     QApplication::setFont(before);
 }
 
-QTEST_MAIN(DialogTexteTest)
+PAUKFIX_TEST(DialogTexteTest)
 #include "DialogTexteTest.moc"

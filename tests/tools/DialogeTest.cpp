@@ -7,6 +7,7 @@
 #include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
+#include "TestProgram.h"
 #include "Themaausfiltern.h"
 
 #include <QComboBox>
@@ -626,5 +627,5 @@ void DialogeTest::LongWorkShowsItsProgress()
     QVERIFY(!progress->isVisible());
 }
 
-QTEST_MAIN(DialogeTest)
+PAUKFIX_TEST(DialogeTest)
 #include "DialogeTest.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Fensterbuehne.h"
+#include "TestProgram.h"
 #include "Uebersicht.h"
 
 #include <QImage>
@@ -448,5 +449,5 @@ void DruckTest::NumbersAreNormalised()
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
 }
 
-QTEST_MAIN(DruckTest)
+PAUKFIX_TEST(DruckTest)
 #include "DruckTest.moc"

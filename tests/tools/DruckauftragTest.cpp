@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Druckserver.h"
 #include "Fensterbuehne.h"
+#include "TestProgram.h"
 #include "Uebersicht.h"
 
 #include <QLineEdit>
@@ -137,5 +138,5 @@ void DruckauftragTest::RefusedJobIsReported()
     QVERIFY(!w.meldungen.sanduhr);
 }
 
-QTEST_MAIN(DruckauftragTest)
+PAUKFIX_TEST(DruckauftragTest)
 #include "DruckauftragTest.moc"

@@ -5,6 +5,7 @@
 #include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
+#include "TestProgram.h"
 
 #include <QMessageBox>
 #include <QProgressBar>
@@ -89,5 +90,5 @@ void LangeArbeitTest::WhatADialogExplainsGreysWithIt()
              dialog.palette().color(QPalette::Disabled, QPalette::WindowText));
 }
 
-QTEST_MAIN(LangeArbeitTest)
+PAUKFIX_TEST(LangeArbeitTest)
 #include "LangeArbeitTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "NachNeu.h"
 
+#include "TestProgram.h"
 #include "Werkstatt.h"
 
 #include <QTest>
@@ -201,5 +202,5 @@ void NachNeuTest::UsualIndexIsBackAndTheCountersAreAnew()
     QCOMPARE(w.store.CurrentFileName, "offen.pzb");
 }
 
-QTEST_GUILESS_MAIN(NachNeuTest)
+PAUKFIX_CORE_TEST(NachNeuTest)
 #include "NachNeuTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "NeueKartei.h"
 
+#include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Werkstatt.h"
 
@@ -448,5 +449,5 @@ void NeueKarteiTest::WhatTheFileHoldsBesidesIsNotLost()
     });
 }
 
-QTEST_GUILESS_MAIN(NeueKarteiTest)
+PAUKFIX_CORE_TEST(NeueKarteiTest)
 #include "NeueKarteiTest.moc"

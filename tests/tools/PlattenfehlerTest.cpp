@@ -4,6 +4,7 @@
 #include "AsciiTausch.h"
 #include "NachNeu.h"
 #include "NeueKartei.h"
+#include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Werkstatt.h"
 
@@ -174,5 +175,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PlattenfehlerTest)
+PAUKFIX_CORE_TEST(PlattenfehlerTest)
 #include "PlattenfehlerTest.moc"

@@ -4,6 +4,7 @@
 #include "AsciiTausch.h"
 #include "NachNeu.h"
 #include "NeueKartei.h"
+#include "TestProgram.h"
 #include "TextHelpers.h"
 #include "Werkstatt.h"
 
@@ -180,5 +181,5 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
     }
 }
 
-QTEST_GUILESS_MAIN(RundreiseTest)
+PAUKFIX_CORE_TEST(RundreiseTest)
 #include "RundreiseTest.moc"

@@ -3,6 +3,7 @@
 #include "CardStore.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -198,5 +199,5 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
     qInfo("%d kills left the old file, %d the new one", before, after);
 }
 
-QTEST_GUILESS_MAIN(ToolsKillTest)
+PAUKFIX_CORE_TEST(ToolsKillTest)
 #include "ToolsKillTest.moc"

@@ -3,6 +3,7 @@
 #include "Uebersicht.h"
 
 #include "Fensterbuehne.h"
+#include "TestProgram.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
@@ -523,5 +524,5 @@ void UebersichtTest::WorksWithKeysAlone()
     QTRY_VERIFY(!blick.fenster.isVisible());
 }
 
-QTEST_MAIN(UebersichtTest)
+PAUKFIX_TEST(UebersichtTest)
 #include "UebersichtTest.moc"

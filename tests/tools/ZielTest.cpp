@@ -4,6 +4,7 @@
 #include "Drehbuch.h"
 #include "Fensterbuehne.h"
 #include "Karteispiegeln.h"
+#include "TestProgram.h"
 #include "Themaausfiltern.h"
 
 #include <QFileDialog>
@@ -297,5 +298,5 @@ void ZielTest::NameWithAnotherExtensionIsRefused()
     QCOMPARE(w.Dateien(), (QStringList{"da.pzb", "offen.pzb"}));
 }
 
-QTEST_MAIN(ZielTest)
+PAUKFIX_TEST(ZielTest)
 #include "ZielTest.moc"

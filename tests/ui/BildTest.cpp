@@ -4,6 +4,7 @@
 
 #include "BildBox.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 
 #include <QBuffer>
 #include <QDataStream>
@@ -597,5 +598,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(BildTest)
+PAUKFIX_TEST(BildTest)
 #include "BildTest.moc"

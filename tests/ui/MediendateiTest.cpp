@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Mediendatei.h"
 
+#include "TestProgram.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -91,5 +93,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(MediendateiTest)
+PAUKFIX_APPLESS_TEST(MediendateiTest)
 #include "MediendateiTest.moc"

@@ -3,6 +3,7 @@
 #include "MeldungenFenster.h"
 
 #include "Dialoge.h"
+#include "TestProgram.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -393,5 +394,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(MeldungenFensterTest)
+PAUKFIX_TEST(MeldungenFensterTest)
 #include "MeldungenFensterTest.moc"

@@ -6,6 +6,7 @@
 #include "RichTextBox.h"
 #include "Schritt.h"
 #include "StoreTestSupport.h"
+#include "TestProgram.h"
 #include "Twips.h"
 
 #include <QApplication>
@@ -218,5 +219,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(UiHelpersTest)
+PAUKFIX_TEST(UiHelpersTest)
 #include "UiHelpersTest.moc"

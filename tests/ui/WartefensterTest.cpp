@@ -3,6 +3,7 @@
 #include "Wartefenster.h"
 
 #include "StoreError.h"
+#include "TestProgram.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -66,5 +67,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(WartefensterTest)
+PAUKFIX_TEST(WartefensterTest)
 #include "WartefensterTest.moc"

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Wiederholungswache.h"
 
+#include "TestProgram.h"
+
 #include <QKeyEvent>
 #include <QTest>
 #include <QWidget>
@@ -74,5 +76,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(WiederholungswacheTest)
+PAUKFIX_TEST(WiederholungswacheTest)
 #include "WiederholungswacheTest.moc"

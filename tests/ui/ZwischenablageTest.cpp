@@ -3,6 +3,7 @@
 #include "Zwischenablage.h"
 
 #include "RichTextBox.h"
+#include "TestProgram.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -377,5 +378,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ZwischenablageTest)
+PAUKFIX_TEST(ZwischenablageTest)
 #include "ZwischenablageTest.moc"

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "RichText.h"
 #include "RichTextLosses.h"
+
+#include "RichText.h"
+#include "TestProgram.h"
 
 #include <QTest>
 #include <QTextDocument>
@@ -141,5 +143,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(RichTextLossesTest)
-#include "tst_richtextlosses.moc"
+PAUKFIX_TEST(RichTextLossesTest)
+#include "RichTextLossesTest.moc"

@@ -3,6 +3,7 @@
 #include "Describe.h"
 #include "RichText.h"
 #include "RtfTabs.h"
+#include "TestProgram.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -14,7 +15,7 @@
 
 #include <functional>
 
-class TestRtfWriter : public QObject
+class RtfWriterTest : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +45,7 @@ bool IsSevenBit(const QString &rtf)
 } // namespace
 
 // A piece of text with one format.
-void TestRtfWriter::Writes_data()
+void RtfWriterTest::Writes_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QTextCharFormat>("format");
@@ -96,7 +97,7 @@ void TestRtfWriter::Writes_data()
         "ground", "a", [](QTextCharFormat &f) { f.setBackground(Qt::yellow); }, "a");
 }
 
-void TestRtfWriter::Writes()
+void RtfWriterTest::Writes()
 {
     QFETCH(QString, text);
     QFETCH(QTextCharFormat, format);
@@ -225,7 +226,7 @@ private:
 };
 } // namespace
 
-void TestRtfWriter::RandomDocumentsComeBackEqual()
+void RtfWriterTest::RandomDocumentsComeBackEqual()
 {
     RandomDocuments documents(4711);
     for (int i = 0; i < 2'000; ++i) {
@@ -245,7 +246,7 @@ void TestRtfWriter::RandomDocumentsComeBackEqual()
     }
 }
 
-void TestRtfWriter::EveryCharacterComesBack()
+void RtfWriterTest::EveryCharacterComesBack()
 {
     QString text(QChar::ByteOrderMark); // at the start it is a character like others
     QTextDocument plain;
@@ -265,7 +266,7 @@ void TestRtfWriter::EveryCharacterComesBack()
 }
 
 // Other programs show them in their font, and read \\'61 as alpha there only.
-void TestRtfWriter::SymbolsKeepTheirFontAndCharacterSet()
+void RtfWriterTest::SymbolsKeepTheirFontAndCharacterSet()
 {
     const QString head =
         R"({\rtf1\ansi\ansicpg1252\uc1{\fonttbl{\f0\fnil\fcharset2 Symbol;}{\f1\fnil\fcharset2 )"
@@ -301,7 +302,7 @@ void TestRtfWriter::SymbolsKeepTheirFontAndCharacterSet()
 }
 
 // Showing a card and storing it again, as often as one likes.
-void TestRtfWriter::StoringATextAgainChangesNothing()
+void RtfWriterTest::StoringATextAgainChangesNothing()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1\ansi\deff0{\fonttbl{\f0 Arial;}}\fs17 H\fs14\b\dn2 2\par\par})"));
@@ -315,7 +316,7 @@ void TestRtfWriter::StoringATextAgainChangesNothing()
     QCOMPARE(text, QString("H2\r\n"));
 }
 
-void TestRtfWriter::UnsetFormatsTakeTheDefaultFont()
+void RtfWriterTest::UnsetFormatsTakeTheDefaultFont()
 {
     QTextDocument document;
     QFont font("Arial", 12);
@@ -332,7 +333,7 @@ void TestRtfWriter::UnsetFormatsTakeTheDefaultFont()
     QCOMPARE(Describe(read), QString("[Arial 12pt i]a[Arial 7pt]b"));
 }
 
-void TestRtfWriter::WhatRtfCannotHoldIsDropped()
+void RtfWriterTest::WhatRtfCannotHoldIsDropped()
 {
     QTextDocument document;
     QTextCursor cursor(&document);
@@ -351,7 +352,7 @@ void TestRtfWriter::WhatRtfCannotHoldIsDropped()
     QVERIFY(!ToRtf(document).contains("example"));
 }
 
-void TestRtfWriter::FragmentsKeepTheirFormat()
+void RtfWriterTest::FragmentsKeepTheirFormat()
 {
     RandomDocuments documents(815);
     for (int i = 0; i < 200; ++i) {
@@ -368,7 +369,7 @@ void TestRtfWriter::FragmentsKeepTheirFormat()
     }
 }
 
-void TestRtfWriter::FragmentOfOneLineDoesNotBreakTheLine()
+void RtfWriterTest::FragmentOfOneLineDoesNotBreakTheLine()
 {
     QTextDocument source;
     SetRichText(source, QString(R"({\rtf1 one \b two\b0  three\par four\par})"));
@@ -392,7 +393,7 @@ void TestRtfWriter::FragmentOfOneLineDoesNotBreakTheLine()
     QCOMPARE(PlainText(lines), QString("three\r\n"));
 }
 
-void TestRtfWriter::ColourBlackIsAutomatic()
+void RtfWriterTest::ColourBlackIsAutomatic()
 {
     QTextCharFormat format;
     QVERIFY(!TextColour(format).isValid());
@@ -414,7 +415,7 @@ void TestRtfWriter::ColourBlackIsAutomatic()
     QCOMPARE(Describe(document), QString("a"));
 }
 
-void TestRtfWriter::OffsetsEndSuperscript()
+void RtfWriterTest::OffsetsEndSuperscript()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1 a{\super b}{\up5 c}})"));
@@ -429,7 +430,7 @@ void TestRtfWriter::OffsetsEndSuperscript()
 }
 
 // Where one is installed.
-void TestRtfWriter::WordProcessorReadsTheText()
+void RtfWriterTest::WordProcessorReadsTheText()
 {
     const QString office = QStandardPaths::findExecutable("soffice");
     if (office.isEmpty())
@@ -460,5 +461,5 @@ void TestRtfWriter::WordProcessorReadsTheText()
     QVERIFY(pdf.readAll().startsWith("%PDF"));
 }
 
-QTEST_MAIN(TestRtfWriter)
-#include "tst_rtfwriter.moc"
+PAUKFIX_TEST(RtfWriterTest)
+#include "RtfWriterTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Describe.h"
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QImage>
@@ -9,7 +10,7 @@
 #include <QTest>
 #include <QTextLayout>
 
-class TestRtfReader : public QObject
+class RtfReaderTest : public QObject
 {
     Q_OBJECT
 
@@ -33,7 +34,7 @@ private slots:
 };
 
 // The rows are the inside of "{\rtf1\ansi\deff0" with the tables of Fonts and Colours below.
-void TestRtfReader::Shows_data()
+void RtfReaderTest::Shows_data()
 {
     QTest::addColumn<QString>("rtf");
     QTest::addColumn<QString>("shown");
@@ -234,7 +235,7 @@ void TestRtfReader::Shows_data()
     row("number cut off", R"(a\fs- b)", "a- b");
 }
 
-void TestRtfReader::Shows()
+void RtfReaderTest::Shows()
 {
     QFETCH(QString, rtf);
     QFETCH(QString, shown);
@@ -250,7 +251,7 @@ void TestRtfReader::Shows()
     QCOMPARE(Describe(document), shown);
 }
 
-void TestRtfReader::ShowsBytes_data()
+void RtfReaderTest::ShowsBytes_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("shown");
@@ -269,7 +270,7 @@ void TestRtfReader::ShowsBytes_data()
     QTest::newRow("nothing") << QByteArray() << "";
 }
 
-void TestRtfReader::ShowsBytes()
+void RtfReaderTest::ShowsBytes()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, shown);
@@ -279,7 +280,7 @@ void TestRtfReader::ShowsBytes()
 }
 
 // As such programs write them.
-void TestRtfReader::WholeFilesOfOtherPrograms_data()
+void RtfReaderTest::WholeFilesOfOtherPrograms_data()
 {
     QTest::addColumn<QString>("rtf");
     QTest::addColumn<QString>("shown");
@@ -320,7 +321,7 @@ void TestRtfReader::WholeFilesOfOtherPrograms_data()
         << QString("(center sa160)[Times New Roman 12pt b #c00000]Titel[Times New Roman 12pt]– Text");
 }
 
-void TestRtfReader::WholeFilesOfOtherPrograms()
+void RtfReaderTest::WholeFilesOfOtherPrograms()
 {
     QFETCH(QString, rtf);
     QFETCH(QString, shown);
@@ -329,7 +330,7 @@ void TestRtfReader::WholeFilesOfOtherPrograms()
     QCOMPARE(Describe(document), shown);
 }
 
-void TestRtfReader::PlainTextHasCrLfBetweenLines()
+void RtfReaderTest::PlainTextHasCrLfBetweenLines()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1 a\~b\par\line c\par\par})"));
@@ -343,7 +344,7 @@ void TestRtfReader::PlainTextHasCrLfBetweenLines()
     QCOMPARE(PlainText(document), QString());
 }
 
-void TestRtfReader::WhatIsRtf()
+void RtfReaderTest::WhatIsRtf()
 {
     QVERIFY(IsRtf(u"{\\rtf1 a}"));
     QVERIFY(IsRtf(u"{\\rtf"));
@@ -354,7 +355,7 @@ void TestRtfReader::WhatIsRtf()
     QVERIFY(!IsRtf(u"{\\RTF1 a}"));
 }
 
-void TestRtfReader::NewContentCannotBeUndone()
+void RtfReaderTest::NewContentCannotBeUndone()
 {
     QTextDocument document;
     QTextCursor(&document).insertText("typed");
@@ -368,7 +369,7 @@ void TestRtfReader::NewContentCannotBeUndone()
     QCOMPARE(document.toPlainText(), QString("read"));
 }
 
-void TestRtfReader::EmptyLinesKeepTheirFormat()
+void RtfReaderTest::EmptyLinesKeepTheirFormat()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1\fs40\b\par\pard\qr\plain\fs20\i\par})"));
@@ -378,7 +379,7 @@ void TestRtfReader::EmptyLinesKeepTheirFormat()
     QCOMPARE(Describe(document), QString("[20pt b]typed\n(right)[10pt i]"));
 }
 
-void TestRtfReader::PlainRtfIsNotBoldInABoldBox()
+void RtfReaderTest::PlainRtfIsNotBoldInABoldBox()
 {
     QFont font("Arial", 12, QFont::Bold);
     font.setUnderline(true);
@@ -419,7 +420,7 @@ int FirstRowWithInk(const QImage &image)
 } // namespace
 
 // Whatever fonts there are here: some show nothing for their own characters.
-void TestRtfReader::SymbolsLeaveInk()
+void RtfReaderTest::SymbolsLeaveInk()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1{\fonttbl{\f0\fcharset2 Symbol;}}\f0\fs40 a\'b7})"));
@@ -427,7 +428,7 @@ void TestRtfReader::SymbolsLeaveInk()
     QVERIFY(document.begin().begin().fragment().charFormat().fontFamilies().toStringList().isEmpty());
 }
 
-void TestRtfReader::RaisedTextIsPaintedHigher()
+void RtfReaderTest::RaisedTextIsPaintedHigher()
 {
     QTextDocument document;
     const auto top = [&document](const char *rtf) {
@@ -444,7 +445,7 @@ void TestRtfReader::RaisedTextIsPaintedHigher()
 }
 
 // As in a list: what follows the tab stands above the lines that the text goes on with.
-void TestRtfReader::ATabReachesTheColumnOfAHangingIndent()
+void RtfReaderTest::ATabReachesTheColumnOfAHangingIndent()
 {
     QTextDocument document;
     document.setTextWidth(200);
@@ -471,7 +472,7 @@ int ColumnBehindTheTab(QTextDocument &document, const char *rtf)
 }
 } // namespace
 
-void TestRtfReader::TabsReachWhereOtherProgramsPutThem()
+void RtfReaderTest::TabsReachWhereOtherProgramsPutThem()
 {
     QTextDocument document;
     const auto column = [&](const char *rtf) { return ColumnBehindTheTab(document, rtf); };
@@ -492,7 +493,7 @@ void TestRtfReader::TabsReachWhereOtherProgramsPutThem()
     }
 }
 
-void TestRtfReader::AutomaticColourFollowsThePalette()
+void RtfReaderTest::AutomaticColourFollowsThePalette()
 {
     QTextDocument document;
     const auto brightestInk = [&document](const char *rtf) {
@@ -510,5 +511,5 @@ void TestRtfReader::AutomaticColourFollowsThePalette()
     QVERIFY(brightestInk(R"({\rtf1{\colortbl;\red60\green0\blue0;}\cf1 xxx})") < 100);
 }
 
-QTEST_MAIN(TestRtfReader)
-#include "tst_rtfreader.moc"
+PAUKFIX_TEST(RtfReaderTest)
+#include "RtfReaderTest.moc"

@@ -2,13 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Describe.h"
 #include "RichText.h"
+#include "TestProgram.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QRandomGenerator>
 #include <QTest>
 
 // Texts that are made to hurt. Each must be read, laid out and written again; none may take the test's time.
-class TestRtfHostile : public QObject
+class RtfHostileTest : public QObject
 {
     Q_OBJECT
 
@@ -62,7 +63,7 @@ void LayOut(QTextDocument &document)
 }
 } // namespace
 
-void TestRtfHostile::EndsInAShownText_data()
+void RtfHostileTest::EndsInAShownText_data()
 {
     QTest::addColumn<QString>("rtf");
     QTest::addColumn<QString>("end"); // of the plain text
@@ -99,7 +100,7 @@ void TestRtfHostile::EndsInAShownText_data()
     QTest::newRow("thousands of fonts and sizes") << ThousandsOfFormats() << "x";
 }
 
-void TestRtfHostile::EndsInAShownText()
+void RtfHostileTest::EndsInAShownText()
 {
     QFETCH(QString, rtf);
     QFETCH(QString, end);
@@ -113,7 +114,7 @@ void TestRtfHostile::EndsInAShownText()
     QCOMPARE(PlainText(again).size(), text.size());
 }
 
-void TestRtfHostile::TooMuchTextEndsInALineThatSaysSo()
+void RtfHostileTest::TooMuchTextEndsInALineThatSaysSo()
 {
     const QStringList texts{
         Rtf(Repeated("hello world ", 1'000'000)),
@@ -135,7 +136,7 @@ void TestRtfHostile::TooMuchTextEndsInALineThatSaysSo()
     }
 }
 
-void TestRtfHostile::WhatFitsIsWhole()
+void RtfHostileTest::WhatFitsIsWhole()
 {
     QTextDocument document;
     const QString line = "Das ist eine Zeile einer sehr langen Karte.";
@@ -153,7 +154,7 @@ void TestRtfHostile::WhatFitsIsWhole()
     LayOut(document);
 }
 
-void TestRtfHostile::FormatsAreBounded()
+void RtfHostileTest::FormatsAreBounded()
 {
     QTextDocument document;
     QVERIFY(SetRichText(document, ThousandsOfFormats()));
@@ -162,7 +163,7 @@ void TestRtfHostile::FormatsAreBounded()
     QVERIFY(document.allFormats().size() < 2'010);
 }
 
-void TestRtfHostile::LongWordsWrapAnywhereUntilTheNextText()
+void RtfHostileTest::LongWordsWrapAnywhereUntilTheNextText()
 {
     QTextDocument document;
     const auto mode = [&document] { return document.defaultTextOption().wrapMode(); };
@@ -182,7 +183,7 @@ void TestRtfHostile::LongWordsWrapAnywhereUntilTheNextText()
     QCOMPARE(mode(), QTextOption::NoWrap);
 }
 
-void TestRtfHostile::DeepGroupsKeepTheFormatOfTheOuterOnes()
+void RtfHostileTest::DeepGroupsKeepTheFormatOfTheOuterOnes()
 {
     QTextDocument document;
     SetRichText(document, Rtf("{\\b " + Repeated("{") + "\\i x" + Repeated("}") + "y}z"));
@@ -190,7 +191,7 @@ void TestRtfHostile::DeepGroupsKeepTheFormatOfTheOuterOnes()
 }
 
 // Whatever a reader makes of a damaged text, writing and reading that again must change nothing.
-void TestRtfHostile::DamagedTextsAreReadAndWrittenAlike()
+void RtfHostileTest::DamagedTextsAreReadAndWrittenAlike()
 {
     const QByteArray sound =
         "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Arial;}{\\f1\\fcharset128 Jp;}}"
@@ -234,5 +235,5 @@ void TestRtfHostile::DamagedTextsAreReadAndWrittenAlike()
     }
 }
 
-QTEST_MAIN(TestRtfHostile)
-#include "tst_rtfhostile.moc"
+PAUKFIX_TEST(RtfHostileTest)
+#include "RtfHostileTest.moc"
