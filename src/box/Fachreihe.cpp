@@ -103,7 +103,7 @@ void Fachreihe::BalkenSetzen(const FachTabelle &tabelle, const BoxBild &bild, co
         const double twips =
             i == FachNeu && fach.Kapazitaet > 0
                 ? std::min(1.0, double(std::max<qint16>(fach.Anzahl, 0)) / fach.Kapazitaet) * fach.BreiteMax
-                : fach.Breite;
+                : bild.Breite[i];
         const int breite =
             std::clamp(static_cast<int>(std::lround(masse.Pixel(twips))),
                        fach.Anzahl > 0 ? KleinsterBalken : 0, std::max(innen.width(), KleinsterBalken));

@@ -20,25 +20,13 @@
 
 #include <utility>
 
-namespace {
-
-// What the drawer shows while nothing is open.
-const FachTabelle &Anfangsstand(CardStore &kartei)
-{
-    if (!kartei.IsOpen())
-        kartei.FachInfo = FachStartwerte();
-    return kartei.FachInfo;
-}
-
-} // namespace
-
 LBOX::LBOX(const LBoxUmgebung &umgebung, QWidget *parent)
     : QMainWindow(parent),
       kartei_(umgebung.kartei),
       zustand_(umgebung.zustand),
       konfig_(umgebung.konfig),
       befehlszeile_(umgebung.befehlszeile),
-      kasten_(new Kasten(Anfangsstand(kartei_), this)),
+      kasten_(new Kasten(kartei_.FachInfo, this)),
       abfrage_({*this, kartei_, zustand_, umgebung.meldungen, umgebung.zufall, konfig_, eingabe_,
                 umgebung.klang, umgebung.stille}),
       flug_(*kasten_, kartei_, konfig_, eingabe_),

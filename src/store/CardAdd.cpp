@@ -14,14 +14,11 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <optional>
 #include <string>
 #include <tuple>
 
 namespace {
-
-constexpr qint16 highest16 = std::numeric_limits<qint16>::max();
 
 // What a card is copied with, beside its keys.
 constexpr std::array copiedColumns{
@@ -55,20 +52,17 @@ public:
     // False when no further card can be added.
     bool Add()
     {
-        Fach &neu = store_.FachInfo[FachNeu];
-        if (neu.LfdMax == highest16)
-            neu.LfdMax = static_cast<qint16>(CloseUpCompartment(database_, FachNeu));
+        if (store_.FachInfo.Verbraucht(FachNeu))
+            store_.FachInfo.Aufgerueckt(FachNeu, CloseUpCompartment(database_, FachNeu));
         try {
+            Faecher then = store_.FachInfo;
             const qint16 number = Plus16(store_.HighestCardNumber, 1);
-            const qint16 place = Plus16(neu.LfdMax, 1);
-            const qint16 count = Plus16(neu.Anzahl, 1);
             insert_.bind(1, number);
-            insert_.bind(2, place);
+            insert_.bind(2, then.Anhaengen(FachNeu));
             insert_.exec();
             insert_.reset();
             store_.HighestCardNumber = number;
-            neu.LfdMax = place;
-            neu.Anzahl = count;
+            store_.FachInfo = then;
             ++added_.count;
             return true;
         } catch (const SQLite::Exception &error) {

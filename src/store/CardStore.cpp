@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <limits>
 
 namespace {
@@ -53,30 +52,6 @@ void BindFields(CardRecordset &karten, CardFieldHandles &felder)
     for (std::size_t i = 0; i < felder.Antwort_Klartext.size(); ++i)
         felder.Antwort_Klartext[i] = karten[QStringLiteral("Antwort_%1_Klartext").arg(i + 1)];
 }
-
-// The compartment of a card. A compartment is one of seven: 2.5 is none, and seeking by it would find no
-// card.
-std::size_t FachOf(const Field &fachNr)
-{
-    const double fach = fachNr.Number();
-    if (!(fach >= FachNeu && fach <= FachErledigt) || fach != static_cast<int>(fach))
-        throw StoreError(
-            Fehler::IndexAusserhalb,
-            QStringLiteral("Eine Karte liegt in Fach %1; es gibt nur die Fächer 0 bis 6.").arg(fach));
-    return static_cast<std::size_t>(fach);
-}
-
-// A sound file, but more cards than a compartment can count.
-class TooManyCards : public StoreError
-{
-public:
-    explicit TooManyCards(std::size_t compartment)
-        : StoreError(Fehler::Ueberlauf, QStringLiteral("In Fach %1 liegen mehr als %2 Karten.")
-                                            .arg(compartment)
-                                            .arg(std::numeric_limits<qint16>::max()))
-    {
-    }
-};
 
 // What the repair can mend: damage of the file, and cards with a place or a number that no card can have.
 bool IsDamage(const StoreError &error)
@@ -147,7 +122,7 @@ void CardStore::OpenCardFile(QString &fileName)
     } catch (const std::exception &error) {
         const auto *known = dynamic_cast<const StoreError *>(&error);
         CloseCardFile();
-        FachInfo = FachStartwerte();
+        FachInfo.Leeren();
         HighestCardNumber = 0;
         ClearSessionTally();
         BoxZeichnen();
@@ -181,7 +156,6 @@ void CardStore::OpenChecked(const QString &path)
         open();
     } catch (const StoreError &error) {
         CloseCardFile();
-        FachInfo = FachStartwerte();
         HighestCardNumber = 0;
         if (!IsDamage(error) ||
             meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
@@ -233,22 +207,8 @@ void CardStore::Convert(const QString &path)
 void CardStore::WalkCards()
 {
     recordset_ = std::make_unique<CardRecordset>(*file_);
-    recordset_->SetIndex(u"BoxKey");
     BindFields(*recordset_, felder_);
-    int sinceRedraw = 0;
-    for (recordset_->MoveFirst(); !recordset_->AtEOF(); recordset_->MoveNext()) {
-        HighestCardNumber = std::max(HighestCardNumber, felder_.FrageNr.Integer());
-        const std::size_t compartment = FachOf(felder_.FachNr);
-        Fach &fach = FachInfo[compartment];
-        if (fach.Anzahl == std::numeric_limits<qint16>::max())
-            throw TooManyCards(compartment);
-        ++fach.Anzahl;
-        fach.LfdMax = felder_.FachLfdNr.Integer();
-        if (++sinceRedraw > 10) {
-            BoxZeichnen();
-            sinceRedraw = 0;
-        }
-    }
+    HighestCardNumber = FachInfo.Zaehlen(*recordset_, BoxZeichnen);
 }
 
 void CardStore::CloseCardFile() noexcept
@@ -261,7 +221,7 @@ void CardStore::CloseCardFile() noexcept
 
 void CardStore::ResetBoxTable()
 {
-    FachInfo = FachStartwerte();
+    FachInfo.Leeren();
     HighestCardNumber = 0;
     BoxZeichnen();
     FlugLinks = 2280;

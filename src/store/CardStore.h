@@ -3,7 +3,7 @@
 #pragma once
 
 #include "CardRecordset.h"
-#include "FachInfo.h"
+#include "Faecher.h"
 #include "Fortschritt.h"
 #include "Meldungen.h"
 #include "Uhr.h"
@@ -41,7 +41,7 @@ public:
     QString KarteiPfad;      // directory of the card files, without a separator at its end
     QString CurrentFileName; // name of the open card file, without directory
     QString ChosenFileName;  // what was picked in the last file chooser; empty when it was cancelled
-    FachTabelle FachInfo{};
+    Faecher FachInfo;
     qint16 HighestCardNumber = 0;
     qint32 LoopsPerSecond = 0;
     qint32 LoopsLastSecond = 0; // what the last calibration alone counted: the machine's rate

@@ -4,6 +4,7 @@
 
 #include "StoreError.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -19,6 +20,13 @@ FachTabelle FachStartwerte()
         tabelle[i].Kapazitaet = kapazitaet[i];
     }
     return tabelle;
+}
+
+int ZielFach(int fach, bool richtig)
+{
+    if (!richtig)
+        return FachFalsch;
+    return std::min((fach == FachNeu ? FachFalsch : fach) + 1, FachErledigt);
 }
 
 static qint16 To16(double wert)

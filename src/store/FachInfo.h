@@ -11,7 +11,6 @@ struct Fach
 {
     qint16 Links = 0;      // left edge on the window
     qint16 BreiteMax = 0;  // width of the full bar
-    qint16 Breite = 0;     // width of the bar now, 0 to BreiteMax
     qint16 Kapazitaet = 0; // cards it should hold at most
     qint16 Anzahl = 0;     // cards in it now; may exceed Kapazitaet
     qint16 LfdMax = 0;     // highest FachLfdNr handed out in it
@@ -27,6 +26,9 @@ using FachTabelle = std::array<Fach, FachAnzahl>;
 
 // All counts 0, positions, widths and capacities at their start values. Compartment 6 keeps 0 throughout.
 FachTabelle FachStartwerte();
+
+// Where a card of compartment `fach` goes after a right or a wrong answer.
+int ZielFach(int fach, bool richtig);
 
 // Raises or lowers a 16-bit count; throws StoreError 6 where the result does not fit.
 qint16 Plus16(qint16 wert, int um);

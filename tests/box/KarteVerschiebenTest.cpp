@@ -166,12 +166,12 @@ private slots:
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{3, 1, 2}, {1, 1, 3}, {2, 1, 4}}));
     }
 
-    void ClosingUpTakesNegativeNumbersAsTheyAre()
+    void ClosingUpKeepsTheOrderOfNegativeNumbers()
     {
         Kartei kartei({MakeCard(1, 0, 1), MakeCard(2, 1, -7), MakeCard(3, 1, 1), MakeCard(4, 1, 32767)});
         kartei.Stehen(0);
         KarteVerschieben(kartei.store, kartei.meldungen, Falsch);
-        QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 1, -7}, {3, 1, -6}, {4, 1, -5}, {1, 1, -4}}));
+        QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 1, 1}, {3, 1, 2}, {4, 1, 3}, {1, 1, 4}}));
     }
 
     void AFullCompartmentIsClosedUpInOneTransaction()

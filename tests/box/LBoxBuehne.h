@@ -212,6 +212,13 @@ public:
         Taste(taste);
     }
 
+    // More cards for a compartment than its file has.
+    void Fuellen(int fach, int karten)
+    {
+        for (int i = 0; i < karten; ++i)
+            kartei.FachInfo.Anhaengen(fach);
+    }
+
     qint16 Anzahl(std::size_t fach) const { return kartei.FachInfo[fach].Anzahl; }
 
     // What lies on disk: FrageNr by compartment, in box order. Closes the file.

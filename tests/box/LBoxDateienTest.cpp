@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BoxRechnung.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 
@@ -394,7 +395,7 @@ private slots:
         b.Oeffnen(karten);
         QCOMPARE(b.Anzahl(0), 4681);
         QCOMPARE(b.Anzahl(6), 4681);
-        QCOMPARE(b.kartei.FachInfo[1].Breite, 200);
+        QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 200);
         QCOMPARE(b.kartei.HighestCardNumber, 32767);
         QCOMPARE(b.zustand.VollstesFach, 1);
     }

@@ -108,7 +108,7 @@ private slots:
         offen.MAscii_Export = [&] { geoeffnet << "Export"; };
         offen.MAlleNeu = [&] {
             geoeffnet << "AlleNeu";
-            b.kartei.FachInfo[3].Anzahl = 250; // as a tool that moves cards would
+            b.Fuellen(3, 250); // as a tool that moves cards would
         };
         b.fenster->SetFenster(offen);
         b.Menue("MAscii_Export")->trigger();

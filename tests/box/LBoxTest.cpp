@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BoxRechnung.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
@@ -351,7 +352,7 @@ private slots:
         QCOMPARE(b.Balken(0)->width(), b.Finde<>("Image0(0)")->width());
         const double anteil = double(b.Balken(1)->width()) / b.Finde<>("Image0(1)")->width();
         QVERIFY(anteil > 0.4 && anteil < 0.6);
-        QCOMPARE(b.kartei.FachInfo[1].Breite, 100);
+        QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 100);
         QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(), QString("Fach 1: 25 von 50 Karten"));
         QCOMPARE(b.Finde<>("Image0(3)")->accessibleName(),
                  QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
@@ -369,8 +370,8 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({});
-        b.kartei.FachInfo[1].Anzahl = 9000;
-        b.kartei.FachInfo[2].Anzahl = 8888;
+        b.Fuellen(1, 9000);
+        b.Fuellen(2, 8888);
         b.fenster->BoxZeichnen();
         const QImage bild = b.fenster->grab().toImage();
         const auto platz = [&](const QString &name) {

@@ -208,7 +208,7 @@ private slots:
             QCOMPARE(store_->FachInfo[i].Kapazitaet, kapazitaet[i]);
         }
         const Fach &done = store_->FachInfo[6];
-        QVERIFY(done.Links == 0 && done.BreiteMax == 0 && done.Breite == 0 && done.Kapazitaet == 0);
+        QVERIFY(done.Links == 0 && done.BreiteMax == 0 && done.Kapazitaet == 0);
         QCOMPARE(store_->FlugLinks, qint16(2280));
         QCOMPARE(store_->FlugOben, qint16(975));
         QVERIFY(store_->ErsterAufruf);
