@@ -23,10 +23,7 @@
 
 #include <utility>
 
-Programm::Programm(const QString &laufverzeichnis)
-    : klang_([this](const std::string &text) { meldungen_.Zeigen(QString::fromStdString(text)); }),
-      konfig_(meldungen_),
-      kartei_(meldungen_, uhr_)
+Programm::Programm(const QString &laufverzeichnis) : kartei_(meldungen_, uhr_)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -61,19 +58,9 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
-    lbox_ = std::make_unique<LBOX>(LBoxUmgebung{
-        .kartei = kartei_,
-        .zustand = zustand_,
-        .konfig = konfig_,
-        .meldungen = meldungen_,
-        .dialoge = dialoge_,
-        .zufall = zufall_,
-        .uhr = uhr_,
-        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
-        .stille = [this] { klang_.StopSound(); },
-        .befehlszeile = befehlszeile,
-        .verzeichnis = QDir::currentPath(),
-    });
+    lbox_ = std::make_unique<LBOX>(
+        kartei_, zustand_, dienste_,
+        Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
     // To read the icon takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
         QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
@@ -101,12 +88,6 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     return true;
 }
 
-void Programm::KlangSpielen(const QString &pfad)
-{
-    klang_.PlaySound(pfad.toStdString());
-    lbox_->SetTongeraet(!klang_.IsSilent());
-}
-
 // While cards are edited the box is away: nothing else may move through the card table.
 void Programm::EditorZeigen()
 {
@@ -118,8 +99,8 @@ void Programm::EditorZeigen()
         .meldungen = meldungen_,
         .dialoge = dialoge_,
         .suche = suche_,
-        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
-        .stille = [this] { klang_.StopSound(); },
+        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
+        .stille = [this] { ton_.Stille(); },
         .geschlossen = [this] { EditorGeschlossen(); },
     });
     if (editor_)

@@ -208,7 +208,7 @@ void Boxmenue::KonfigZeigen()
 {
     bool welche = false;
     for (std::size_t i = 0; i < mDat_.size(); ++i) {
-        const QString &name = teile_.konfig.MDat[i];
+        const QString &name = teile_.dienste.konfig.MDat[i];
         mDat_[i]->setText(OhneKuerzel(KurzerPfad(name, teile_.fenster.menuBar()->fontMetrics(),
                                                  teile_.fenster.screen()->availableSize().width())));
         mDat_[i]->setToolTip(Qt::convertFromPlainText(name, Qt::WhiteSpaceNoWrap));
@@ -216,13 +216,13 @@ void Boxmenue::KonfigZeigen()
         welche = welche || !name.isEmpty();
     }
     mStrich_->setVisible(welche);
-    mAnimation_->setChecked(teile_.konfig.Animation);
+    mAnimation_->setChecked(teile_.dienste.konfig.Animation);
 }
 
 void Boxmenue::MSchriftart_Click()
 {
-    Schrift &schrift = teile_.konfig.schrift;
-    const auto wahl = teile_.dialoge.SchriftWaehlen({Font(schrift), Farbe(schrift.Color)});
+    Schrift &schrift = teile_.dienste.konfig.schrift;
+    const auto wahl = teile_.dienste.dialoge.SchriftWaehlen({Font(schrift), Farbe(schrift.Color)});
     if (!wahl)
         return;
     schrift.FontName = wahl->font.family();
@@ -232,15 +232,15 @@ void Boxmenue::MSchriftart_Click()
     schrift.FontStrikethru = wahl->font.strikeOut();
     schrift.FontUnderline = wahl->font.underline();
     schrift.Color = wahl->farbe.red() | wahl->farbe.green() << 8 | wahl->farbe.blue() << 16;
-    teile_.konfig.Sichern(2, QStringLiteral("Dummy"),
-                          QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(2, QStringLiteral("Dummy"),
+                                  QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }
 
 void Boxmenue::MAnimation_Click()
 {
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
-    teile_.konfig.Animation = an;
-    teile_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
-                          QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Animation = an;
+    teile_.dienste.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
+                                  QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
 }

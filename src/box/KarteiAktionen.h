@@ -2,10 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
 #include "Belegung.h"
 #include "CardStore.h"
-#include "Dialoge.h"
+#include "Dienste.h"
 
 #include <QObject>
 
@@ -21,9 +20,7 @@ public:
     struct Teile
     {
         CardStore &kartei;
-        AppConfig &konfig;
-        Meldungen &meldungen;
-        Dialoge &dialoge;
+        Dienste dienste;
         Belegung &belegung;
     };
 

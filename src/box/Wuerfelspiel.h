@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Dienste.h"
 #include "Lernlauf.h"
-#include "Zufall.h"
 
 #include <optional>
 
@@ -17,9 +17,7 @@ public:
     struct Teile
     {
         CardStore &kartei;
-        const AppConfig &konfig;
-        Meldungen &meldungen;
-        Zufall &zufall;
+        Dienste dienste;
         Belegung &belegung;
         Eingabewache &eingabe;
         WuerfelBild &bild;

@@ -5,7 +5,7 @@
 #include "FachBild.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
-#include "TestDialoge.h"
+#include "TestDienste.h"
 #include "WuerfelBild.h"
 
 #include <QAction>
@@ -20,30 +20,8 @@
 #include <functional>
 #include <memory>
 
-// Random numbers that are said beforehand, then 0.
-class TestZufall final : public Zufall
-{
-public:
-    double Rnd() override
-    {
-        if (zahlen.empty())
-            return 0;
-        const double zahl = zahlen.front();
-        zahlen.pop_front();
-        return zahl;
-    }
-
-    void Wuerfe(std::initializer_list<int> augen)
-    {
-        for (const int i : augen)
-            zahlen.push_back((i - 0.5) / 6);
-    }
-
-    std::deque<double> zahlen;
-};
-
 // The real main window on real files, driven by key and mouse.
-class LBoxBuehne
+class LBoxBuehne : public TestDienste
 {
 public:
     LBoxBuehne()
@@ -76,17 +54,8 @@ public:
     // Shows the window and waits until it has loaded.
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
-        fenster = std::make_unique<LBOX>(LBoxUmgebung{.kartei = kartei,
-                                                      .zustand = zustand,
-                                                      .konfig = konfig,
-                                                      .meldungen = meldungen,
-                                                      .dialoge = dialoge,
-                                                      .zufall = zufall,
-                                                      .uhr = uhr,
-                                                      .klang = [](const QString &) {},
-                                                      .stille = [] {},
-                                                      .befehlszeile = befehlszeile,
-                                                      .verzeichnis = verzeichnis});
+        fenster = std::make_unique<LBOX>(
+            kartei, zustand, Alle(), Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -233,13 +202,8 @@ public:
 
     QTemporaryDir ordner, programm;
     QString verzeichnis = "/"; // where the program was started
-    TestMeldungen meldungen;
-    TestDialoge dialoge;
-    TestZufall zufall;
-    TestUhr uhr;
     CardStore kartei{meldungen, uhr};
     BoxZustand zustand;
-    AppConfig konfig{meldungen};
     std::unique_ptr<LBOX> fenster;
     QStringList gefragt; // the FrageNr of every query so far
 };
