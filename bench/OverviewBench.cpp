@@ -5,8 +5,8 @@
 // stands beside it.
 #include "AppConfig.h"
 #include "BigBox.h"
-#include "CardStore.h"
 #include "Dialoge.h"
+#include "KarteiOeffner.h"
 #include "Uebersicht.h"
 
 #include <QApplication>
@@ -47,13 +47,13 @@ struct Desk
     {
         QString name = BigFile().section(u'/', -1);
         store.KarteiPfad = BigFile().section(u'/', 0, -2);
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
     }
 
     std::unique_ptr<Uebersicht> Open()
     {
         auto window = std::make_unique<Uebersicht>(
-            WerkzeugUmgebung{store, config, messages, dialogs},
+            WerkzeugUmgebung{store, oeffner, config, messages, dialogs},
             UebersichtWege{.bearbeiten = [] {}, .drucker = [] { return std::unique_ptr<QPrinter>(); }});
         window->show();
         PaintWatch(window->findChild<QTableView *>()->viewport()).Wait();
@@ -64,7 +64,8 @@ struct Desk
     EiligeUhr clock;
     DialogeFenster dialogs;
     AppConfig config{messages};
-    CardStore store{messages, clock};
+    CardStore store;
+    KarteiOeffner oeffner{store, messages, clock};
 };
 
 void FloorReadAll(benchmark::State &state)

@@ -23,7 +23,7 @@
 
 #include <utility>
 
-Programm::Programm(const QString &laufverzeichnis) : kartei_(meldungen_, uhr_)
+Programm::Programm(const QString &laufverzeichnis)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -59,7 +59,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
     lbox_ = std::make_unique<LBOX>(
-        kartei_, zustand_, dienste_,
+        kartei_, oeffner_, zustand_, dienste_,
         Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
     // To read the icon takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
@@ -121,7 +121,7 @@ void Programm::EditorGeschlossen()
 
 WerkzeugUmgebung Programm::Werkzeuge()
 {
-    return {kartei_, konfig_, meldungen_, dialoge_};
+    return {kartei_, oeffner_, konfig_, meldungen_, dialoge_};
 }
 
 template <typename Fenster>
@@ -139,7 +139,7 @@ void Programm::UebersichtZeigen()
         meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
         return;
     }
-    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }, .drucker = {}}, lbox_.get()).exec();
+    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
     if (lbox_->isVisible())
         lbox_->activateWindow();
 }

@@ -6,6 +6,7 @@
 #include "BoxZustand.h"
 #include "CardStore.h"
 #include "Dienste.h"
+#include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
 #include "PFAendern.h"
@@ -60,6 +61,7 @@ private:
     AppConfig konfig_{meldungen_};
     Dienste dienste_{meldungen_, dialoge_, uhr_, zufall_, ton_, konfig_};
     CardStore kartei_;
+    KarteiOeffner oeffner_{kartei_, meldungen_, uhr_};
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;

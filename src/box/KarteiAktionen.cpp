@@ -54,14 +54,14 @@ void KarteiAktionen::Neu()
     emit WirdAngelegt(ort.name);
     const bool angelegt =
         Schritt(teile_.dienste.meldungen, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
-                [&] { kartei.CreateCardFile(ort.name); });
+                [&] { teile_.oeffner.CreateCardFile(ort.name); });
     if (angelegt && !ort.name.isEmpty()) {
         arbeitsverzeichnis_ = ort.verzeichnis;
         InListe(pfad);
     } else if (warOffen) {
         kartei.KarteiPfad = vorher; // the file that was open lies there
         if (QString alterName = kartei.CurrentFileName; !kartei.IsOpen())
-            kartei.OpenCardFile(alterName);
+            teile_.oeffner.OpenCardFile(alterName);
     }
     emit Fertig();
 }
@@ -130,7 +130,7 @@ bool KarteiAktionen::KarteiOeffnen(const QString &pfad)
     Ort ort = Geteilt(pfad);
     teile_.kartei.KarteiPfad = ort.verzeichnis;
     emit WirdGeoeffnet(ort.name);
-    teile_.kartei.OpenCardFile(ort.name);
+    teile_.oeffner.OpenCardFile(ort.name);
     if (ort.name.isEmpty())
         return false;
     arbeitsverzeichnis_ = ort.verzeichnis;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Belegung.h"
-#include "CardStore.h"
 #include "Dienste.h"
+#include "KarteiOeffner.h"
 
 #include <QObject>
 
@@ -20,6 +20,7 @@ public:
     struct Teile
     {
         CardStore &kartei;
+        KarteiOeffner &oeffner;
         Dienste dienste;
         Belegung &belegung;
     };

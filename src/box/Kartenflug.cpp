@@ -23,7 +23,7 @@ void Kartenflug::KarteAnimieren(int ziel, bool richtig)
     if (!konfig_.Animation)
         return;
     kasten_.KarteFaerben(richtig ? Farben::Richtig : Farben::Falsch);
-    const Bewegungstakt takt(kartei_, Flugdauer, Flugpause);
+    const Bewegungstakt takt(verzoegerung_, Flugdauer, Flugpause);
     for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
          ++schritt) {
         kasten_.KarteFliegen(ziel, double(schritt) / takt.Schritte());

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "AppConfig.h"
-#include "CardStore.h"
+#include "Verzoegerung.h"
 
 class Eingabewache;
 class Kasten;
@@ -17,8 +17,9 @@ public:
     static constexpr qint16 FlugLinks = 2280, FlugOben = 975;
 
     // All must outlive it.
-    Kartenflug(Kasten &kasten, const CardStore &kartei, const AppConfig &konfig, Eingabewache &eingabe)
-        : kasten_(kasten), kartei_(kartei), konfig_(konfig), eingabe_(eingabe)
+    Kartenflug(Kasten &kasten, const Verzoegerung &verzoegerung, const AppConfig &konfig,
+               Eingabewache &eingabe)
+        : kasten_(kasten), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
     {
     }
 
@@ -30,7 +31,7 @@ public:
 
 private:
     Kasten &kasten_;
-    const CardStore &kartei_;
+    const Verzoegerung &verzoegerung_;
     const AppConfig &konfig_;
     Eingabewache &eingabe_;
 };

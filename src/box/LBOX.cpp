@@ -20,20 +20,22 @@
 
 #include <utility>
 
-LBOX::LBOX(CardStore &kartei, BoxZustand &zustand, const Dienste &dienste, const Programmstart &start,
-           QWidget *parent)
+LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
+           const Programmstart &start, QWidget *parent)
     : QMainWindow(parent),
       kartei_(kartei),
+      oeffner_(oeffner),
       zustand_(zustand),
       dienste_(dienste),
       befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
       abfrage_({*this, kartei_, zustand_, dienste, eingabe_}),
-      flug_(*kasten_, kartei_, dienste.konfig, eingabe_),
+      flug_(*kasten_, oeffner_.verzoegerung, dienste.konfig, eingabe_),
       lernlauf_({kartei_, zustand_, dienste.meldungen, belegung_, eingabe_, flug_, abfrage_}),
-      wuerfelspiel_({kartei_, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
+      wuerfelspiel_(
+          {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.uhr, belegung_),
-      aktionen_({kartei_, dienste, belegung_}, start.verzeichnis),
+      aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
       menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
 {
     setObjectName(QStringLiteral("LBOX"));
@@ -44,13 +46,13 @@ LBOX::LBOX(CardStore &kartei, BoxZustand &zustand, const Dienste &dienste, const
     setCentralWidget(kasten_);
     StatuszeileBauen();
     Verbinden();
-    kartei_.BoxZeichnen = [this] {
+    oeffner_.BoxZeichnen = [this] {
         kasten_->ZeigenLaufend(Rechnen());
         // A tool that has opened another file tells its success before it ends.
         if (kartei_.FehlerStatus == 0)
             lKartei_->setText(Boxmenue::OhneKuerzel(kartei_.CurrentFileName));
     };
-    kartei_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
+    oeffner_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
         return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
     };
     dienste_.konfig.Gelesen = [this] { menue_.KonfigZeigen(); };
@@ -60,8 +62,8 @@ LBOX::LBOX(CardStore &kartei, BoxZustand &zustand, const Dienste &dienste, const
 
 LBOX::~LBOX()
 {
-    kartei_.BoxZeichnen = [] {};
-    kartei_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+    oeffner_.BoxZeichnen = [] {};
+    oeffner_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
     dienste_.konfig.Gelesen = [] {};
 }
 
@@ -149,8 +151,7 @@ void LBOX::Verbinden()
 void LBOX::Form_Load()
 {
     emit Gemalt();
-    if (std::exchange(kartei_.ErsterAufruf, false))
-        dienste_.konfig.ReadConfig();
+    dienste_.konfig.ReadConfig();
     geladen_ = true;
     aktionen_.Starten(befehlszeile_);
 }

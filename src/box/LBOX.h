@@ -35,9 +35,9 @@ class LBOX final : public QMainWindow
     Q_OBJECT
 
 public:
-    // Box and state must outlive it.
-    LBOX(CardStore &kartei, BoxZustand &zustand, const Dienste &dienste, const Programmstart &start,
-         QWidget *parent = nullptr);
+    // Box, opener and state must outlive it.
+    LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
+         const Programmstart &start, QWidget *parent = nullptr);
     ~LBOX() override;
 
     void SetFenster(LBoxFenster fenster);
@@ -80,6 +80,7 @@ private:
     QString Tastenhinweis() const;
 
     CardStore &kartei_;
+    KarteiOeffner &oeffner_;
     BoxZustand &zustand_;
     Dienste dienste_;
     QString befehlszeile_;

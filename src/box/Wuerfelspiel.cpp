@@ -67,7 +67,7 @@ void Wuerfelspiel::WurfZeigen()
     if (!teile_.dienste.konfig.Animation)
         return;
     teile_.bild.repaint();
-    const Bewegungstakt takt(teile_.kartei, Wurfdauer, Wurfpause);
+    const Bewegungstakt takt(teile_.verzoegerung, Wurfdauer, Wurfpause);
     for (int i = 0; i < takt.Schritte() && !takt.IstUm() && !teile_.eingabe.Unterbrochen(); ++i)
         takt.Pause();
 }

@@ -4,6 +4,7 @@
 
 #include "Dienste.h"
 #include "Lernlauf.h"
+#include "Verzoegerung.h"
 
 #include <optional>
 
@@ -17,6 +18,7 @@ public:
     struct Teile
     {
         CardStore &kartei;
+        const Verzoegerung &verzoegerung;
         Dienste dienste;
         Belegung &belegung;
         Eingabewache &eingabe;

@@ -17,14 +17,16 @@ QString DatumUhrzeit(const QDateTime &zeit, const QLocale &sprache)
 
 StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt, const QLocale &sprache)
 {
+    const Sitzung &sitzung = kartei.sitzung;
     StatistikWerte werte;
     werte.DatZeit = DatumUhrzeit(jetzt, sprache);
     // Before a card file has been opened, no session has begun.
-    werte.Beginn = kartei.Beginn.isValid() ? DatumUhrzeit(kartei.Beginn, sprache) : QStringLiteral("\u2013");
+    werte.Beginn =
+        sitzung.Beginn().isValid() ? DatumUhrzeit(sitzung.Beginn(), sprache) : QStringLiteral("\u2013");
     for (std::size_t i = 0; i < FachAnzahl; ++i)
-        werte.Fach[i] = {kartei.BegAnz[i], kartei.FachInfo[i].Anzahl};
-    werte.richtig = kartei.RichtigZaehler;
-    werte.falsch = kartei.FalschZaehler;
+        werte.Fach[i] = {sitzung.BegAnz()[i], kartei.FachInfo[i].Anzahl};
+    werte.richtig = sitzung.RichtigZaehler();
+    werte.falsch = sitzung.FalschZaehler();
     werte.gesamt = werte.richtig + werte.falsch;
     return werte;
 }

@@ -9,14 +9,6 @@
 
 namespace {
 
-constexpr qint16 Hoechste16 = std::numeric_limits<qint16>::max();
-
-void Hochzaehlen(qint16 &zaehler)
-{
-    if (zaehler < Hoechste16)
-        ++zaehler;
-}
-
 void FachSetzen(CardStore &kartei, int fach, int lfdNr)
 {
     kartei.Karten().Edit();
@@ -60,7 +52,7 @@ int KarteEinordnen(CardStore &kartei, qint16 ergebnis)
     else
         FachSetzen(kartei, neu, danach.Anhaengen(neu));
     kartei.FachInfo = danach;
-    Hochzaehlen(richtig ? kartei.RichtigZaehler : kartei.FalschZaehler);
+    kartei.sitzung.Zaehlen(richtig);
     return neu;
 }
 
@@ -74,8 +66,7 @@ void NeuZaehlen(CardStore &kartei, int fehler) noexcept
         kartei.FachInfo.Zaehlen(kartei.Karten());
     } catch (const std::exception &) {
         kartei.CloseCardFile();
-        kartei.ClearSessionTally();
-        kartei.FachInfo.Leeren();
-        kartei.FehlerStatus = static_cast<qint16>(std::clamp(fehler, 1, int(Hoechste16)));
+        kartei.FehlerStatus =
+            static_cast<qint16>(std::clamp<int>(fehler, 1, std::numeric_limits<qint16>::max()));
     }
 }

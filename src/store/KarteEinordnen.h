@@ -13,6 +13,6 @@ inline constexpr qint16 ErgebnisRichtig = -1;
 int KarteEinordnen(CardStore &kartei, qint16 ergebnis);
 
 // Counts the cards of the open file anew, after something went wrong. Where the
-// file can no longer be read, or is no longer there, closes it, empties the counts and those of the session,
-// and leaves FehlerStatus above 0. `fehler` is the number of the error that made it necessary.
+// file can no longer be read, or is no longer there, closes it and leaves in FehlerStatus `fehler`, the
+// number of the error that made it necessary.
 void NeuZaehlen(CardStore &kartei, int fehler) noexcept;

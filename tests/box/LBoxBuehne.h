@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FachBild.h"
+#include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
 #include "TestDienste.h"
@@ -55,7 +56,8 @@ public:
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
         fenster = std::make_unique<LBOX>(
-            kartei, zustand, Alle(), Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
+            kartei, oeffner, zustand, Alle(),
+            Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -202,7 +204,8 @@ public:
 
     QTemporaryDir ordner, programm;
     QString verzeichnis = "/"; // where the program was started
-    CardStore kartei{meldungen, uhr};
+    CardStore kartei;
+    KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
     std::unique_ptr<LBOX> fenster;
     QStringList gefragt; // the FrageNr of every query so far

@@ -89,7 +89,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({1});
         b.Lernen(Qt::Key_N, true);
-        QCOMPARE(b.kartei.RichtigZaehler, 1);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
@@ -112,7 +112,7 @@ private slots:
         for (int i = 0; i < 4; ++i)
             b.Lernen(Qt::Key_1, false);
         QCOMPARE(b.gefragt, (QStringList{"1", "2", "3", "1"}));
-        QCOMPARE(b.kartei.FalschZaehler, 4);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 4);
         QCOMPARE(b.Gespeichert()[1], (QList<int>{2, 3, 1}));
     }
 
@@ -250,8 +250,8 @@ private slots:
         QCOMPARE(b.gefragt, QStringList{"1"});
         QCOMPARE(b.zustand.AbfrageErgebnis, -1);
         QCOMPARE(b.Anzahl(0), 2);
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
-        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 0);
         QVERIFY(!b.Finde<>("Karte")->isVisible());
         QCOMPARE(b.Gespeichert()[0], (QList<int>{1, 2}));
     }
@@ -271,8 +271,8 @@ private slots:
             QTest::mouseClick(abfrage->findChild<QWidget *>("Command3"), Qt::LeftButton);
         });
         b.Taste(Qt::Key_N);
-        QCOMPARE(b.kartei.RichtigZaehler, 1);
-        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 0);
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
@@ -298,7 +298,7 @@ private slots:
         b.Taste(Qt::Key_N);
         QCOMPARE(b.zustand.AbfrageErgebnis, 11);
         QCOMPARE(b.Anzahl(0), 1);
-        QCOMPARE(b.kartei.RichtigZaehler + b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler() + b.kartei.sitzung.FalschZaehler(), 0);
         QVERIFY(!b.Finde<>("Karte")->isVisible());
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{2}, {}, {}, {}, {}, {}, {}}));
     }
@@ -471,7 +471,7 @@ private slots:
                              b.Pfad("a.pzb") + "“ wurde nichts gespeichert."});
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.Anzahl(2), 1);
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         QCOMPARE(b.kartei.FehlerStatus, 0);
         QCOMPARE(b.Finde<>("Image0(0)")->accessibleName(), QString("Fach Neu: 2 von 700 Karten"));
 
@@ -541,7 +541,7 @@ private slots:
         QVERIFY(!b.meldungen.gezeigt.isEmpty());
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         // Whatever the engine had in its memory, nothing has moved.
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         b.kartei.CloseCardFile();
         QCOMPARE(ReadCards(b.Pfad("a.pzb")).size(), 1900);
         QCOMPARE(b.Gespeichert()[0].size(), 700);

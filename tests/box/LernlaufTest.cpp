@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Lernlauf.h"
 
+#include "KarteiOeffner.h"
 #include "Kasten.h"
 #include "TestDienste.h"
 #include "TestProgram.h"
@@ -63,7 +64,7 @@ struct Lernbuehne : TestDienste
         MakeCardFile(ordner.filePath("a.pzb"),
                      {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3), MakeCard(4, 5, 1)});
         QString name = "a.pzb";
-        kartei.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         kasten.resize(700, 400);
         kasten.show();
     }
@@ -71,15 +72,16 @@ struct Lernbuehne : TestDienste
     int Anzahl(std::size_t fach) { return kartei.FachInfo[fach].Anzahl; }
 
     QTemporaryDir ordner;
-    CardStore kartei{meldungen, uhr};
+    CardStore kartei;
+    KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
     Kasten kasten{kartei.FachInfo};
     Belegung belegung{kasten};
     Eingabewache eingabe{kasten};
     TestAbfrage abfrage{zustand};
-    Kartenflug flug{kasten, kartei, konfig, eingabe};
+    Kartenflug flug{kasten, oeffner.verzoegerung, konfig, eingabe};
     Lernlauf lauf{{kartei, zustand, meldungen, belegung, eingabe, flug, abfrage}};
-    Wuerfelspiel spiel{{kartei, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
+    Wuerfelspiel spiel{{kartei, oeffner.verzoegerung, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
 };
 
 using Ausgang = Kartenabfrage::Ausgang;
@@ -311,7 +313,7 @@ private slots:
         Lernbuehne b;
         QString leer = "leer.pzb";
         MakeCardFile(b.ordner.filePath(leer), {MakeCard(1, 6, 1)});
-        b.kartei.OpenCardFile(leer);
+        b.oeffner.OpenCardFile(leer);
         b.spiel.PicWürfel_Click();
         QCOMPARE(b.meldungen.Texte(), QStringList("Sorry, gar keine Karten da"));
         QCOMPARE(b.abfrage.gefragt, 0);

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "StoreTestSupport.h"
 
 #include <QFile>
@@ -27,7 +27,7 @@ struct TestKartei
     void Open()
     {
         QString name = QStringLiteral("karten.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QVERIFY(!name.isEmpty());
     }
 
@@ -41,7 +41,8 @@ struct TestKartei
     QTemporaryDir directory;
     TestMeldungen messages;
     TestUhr clock;
-    CardStore store{messages, clock};
+    CardStore store;
+    KarteiOeffner oeffner{store, messages, clock};
 };
 
 // While it lives, no file of the process grows beyond `bytes`: writing fails as on a full disk.

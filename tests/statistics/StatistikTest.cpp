@@ -47,8 +47,10 @@ private slots:
     void CountersAtTheirEndsAreAddedUp()
     {
         LBoxBuehne b;
-        b.kartei.RichtigZaehler = 32767;
-        b.kartei.FalschZaehler = 32767;
+        for (int i = 0; i < 32767; ++i)
+            b.kartei.sitzung.Zaehlen(true);
+        for (int i = 0; i < 32767; ++i)
+            b.kartei.sitzung.Zaehlen(false);
         QCOMPARE(StatistikLesen(b.kartei, {}).gesamt, 65534);
     }
 

@@ -4,6 +4,7 @@
 #include "CardBulk.h"
 #include "KarteEinordnen.h"
 #include "KarteLoeschen.h"
+#include "KarteiOeffner.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -29,7 +30,7 @@ struct Kasten
     void Oeffnen()
     {
         QString name = "box.pzb";
-        kartei.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(name, "box.pzb");
     }
 
@@ -59,7 +60,8 @@ struct Kasten
     QTemporaryDir verzeichnis;
     TestMeldungen meldungen;
     TestUhr uhr;
-    CardStore kartei{meldungen, uhr};
+    CardStore kartei;
+    KarteiOeffner oeffner{kartei, meldungen, uhr};
 };
 
 void Importieren(CardStore &kartei, int karten)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
-#include "CardStore.h"
 #include "DamagedCards.h"
 #include "JetFile.h"
+#include "KarteiOeffner.h"
 #include "Repair.h"
 #include "SafeFile.h"
 #include "StoreError.h"
@@ -243,7 +243,8 @@ private slots:
     {
         TestMeldungen messages;
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         QCOMPARE(Text([&] { store.Karten(); }), QString("Es ist keine Kartei geöffnet."));
         CardFile file(Path());
         CardRecordset cards(file);
@@ -280,10 +281,11 @@ private slots:
         Sql("UPDATE Lernkarten SET FachNr=7 WHERE FrageNr=2");
         TestMeldungen messages;
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_.path();
         QString name = QStringLiteral("a.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(messages.Texte(),
                  (QStringList{"Diese Datei ist beschädigt Reparaturversuch ?",
                               "Eine Karte liegt in Fach 7; es gibt nur die Fächer 0 bis 6. Fcode: 9"}));

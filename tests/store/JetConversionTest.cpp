@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "JetConversion.h"
 
-#include "CardStore.h"
 #include "JetFile.h"
 #include "JetLab.h"
+#include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
@@ -67,14 +67,15 @@ struct Laden
     bool Open(const QString &file = QStringLiteral("alt.pzb"))
     {
         QString name = file;
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         return !name.isEmpty();
     }
 
     QTemporaryDir directory;
     TestMeldungen meldungen;
     TestUhr uhr;
-    CardStore store{meldungen, uhr};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
 };
 
 QList<CardRecord> SomeCards()

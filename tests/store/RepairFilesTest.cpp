@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFile.h"
-#include "CardStore.h"
 #include "DamageLab.h"
+#include "KarteiOeffner.h"
 #include "Repair.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
@@ -348,10 +348,11 @@ private slots:
         TestMeldungen meldungen;
         meldungen.antworten = {Meldungen::Antwort::Ja};
         const TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = directory_->path();
         QString name = QStringLiteral("Kasten.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(meldungen.Texte(),
                  (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
                               QStringLiteral("Datei wurde repariert")}));
@@ -365,30 +366,31 @@ private slots:
         MakeCardFile(Path(), SomeCards(2000));
         TestMeldungen meldungen;
         const TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = directory_->path();
         int told = 0;
         // Before the engine begins, and while it compares the table with its indexes.
         for (const int last : {1, 10}) {
             told = 0;
             meldungen.gezeigt.clear();
-            store.WartenZeigen = [&](const QString &, const QString &abgebrochen) -> Fortschritt {
+            oeffner.WartenZeigen = [&](const QString &, const QString &abgebrochen) -> Fortschritt {
                 return [&told, last, abgebrochen](int, int) {
                     if (++told == last)
                         throw StoreError(Fehler::Abgebrochen, abgebrochen);
                 };
             };
             QString name = QStringLiteral("Kasten.pzb");
-            store.OpenCardFile(name);
+            oeffner.OpenCardFile(name);
             QCOMPARE(told, last);
             QVERIFY(name.isEmpty() && !store.IsOpen());
             QCOMPARE(meldungen.Texte(),
                      QStringList(QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist "
                                                 "nicht geöffnet. Fcode: 3059")));
         }
-        store.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+        oeffner.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
         QString name = QStringLiteral("Kasten.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QVERIFY(store.IsOpen());
     }
 
@@ -399,7 +401,8 @@ private slots:
         const QByteArray before = ReadFile(Path());
         TestMeldungen meldungen;
         const TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = directory_->path();
         int steps = 0;
         RepairDatabase(Path(), [&](int, int) { ++steps; });
@@ -411,7 +414,7 @@ private slots:
             meldungen.gezeigt.clear();
             meldungen.antworten = {Meldungen::Antwort::Ja};
             int told = 0;
-            store.WartenZeigen = [&](const QString &was, const QString &abgebrochen) -> Fortschritt {
+            oeffner.WartenZeigen = [&](const QString &was, const QString &abgebrochen) -> Fortschritt {
                 if (was != QStringLiteral("Die Kartei wird repariert."))
                     return {};
                 return [&told, last, abgebrochen](int, int) {
@@ -420,7 +423,7 @@ private slots:
                 };
             };
             QString name = QStringLiteral("Kasten.pzb");
-            store.OpenCardFile(name);
+            oeffner.OpenCardFile(name);
             QVERIFY(name.isEmpty() && !store.IsOpen());
             QCOMPARE(meldungen.Texte(),
                      (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
@@ -491,10 +494,11 @@ private slots:
         TestMeldungen meldungen;
         meldungen.antworten = {Meldungen::Antwort::Ja};
         const TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = directory_->path();
         QString name = QStringLiteral("Kasten.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(
             meldungen.Texte(),
             (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),

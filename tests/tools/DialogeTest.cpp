@@ -577,7 +577,7 @@ void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
     Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
     auto *ok = Control<QPushButton>(dialog, "cmdOK");
     bool asked = false;
-    w.store.BoxZeichnen = [&] { // while the file is opened again
+    w.oeffner.BoxZeichnen = [&] { // while the file is opened again
         if (std::exchange(asked, true))
             return;
         QVERIFY(!ok->isEnabled());
@@ -617,7 +617,7 @@ void DialogeTest::LongWorkShowsItsProgress()
         }
     };
     bool shown = false;
-    w.store.BoxZeichnen = [&] { // when all is done
+    w.oeffner.BoxZeichnen = [&] { // when all is done
         shown = progress->isVisible();
         QVERIFY(progress->value() > 0);
         QVERIFY(progress->value() <= progress->maximum());

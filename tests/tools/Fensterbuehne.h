@@ -20,7 +20,7 @@ struct Fensterbuehne : Werkstatt
     QTemporaryDir programm;
     AppConfig konfig{meldungen};
     TestDialoge dialoge;
-    WerkzeugUmgebung umgebung{store, konfig, meldungen, dialoge};
+    WerkzeugUmgebung umgebung{store, oeffner, konfig, meldungen, dialoge};
 };
 
 template <typename Widget>

@@ -37,7 +37,7 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
     const auto *label = Control<QLabel>(dialog, "Erklärung(0)");
     bool asked = false;
     bool free = false;
-    w.store.BoxZeichnen = [&] { // while the file is opened again
+    w.oeffner.BoxZeichnen = [&] { // while the file is opened again
         if (std::exchange(asked, true))
             return;
         QVERIFY(!ok->isEnabled());
@@ -68,7 +68,7 @@ void LangeArbeitTest::OpeningAgainShowsABusyBar()
     Show(dialog);
     const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
     QList<int> range;
-    w.store.BoxZeichnen = [&] {
+    w.oeffner.BoxZeichnen = [&] {
         if (progress->isVisible())
             range = {progress->minimum(), progress->maximum()};
     };

@@ -70,7 +70,8 @@ private slots:
         QTest::addColumn<Art>("art");
         const std::pair<const char *, Werkzeug> werkzeuge[]{
             {"import", [](const Werkbank &bank) { AsciiImportieren(bank, "neu.txt", u';'); }},
-            {"append", [](const Werkbank &bank) { KarteiAnhängen(bank, bank.store.CardPath("quelle.pzb")); }},
+            {"append",
+             [](const Werkbank &bank) { KarteiAnhaengen(bank, bank.store.CardPath("quelle.pzb")); }},
             {"topics",
              [](const Werkbank &bank) {
                  ThemenAusfiltern(bank, "ziel.pzb", {"Thema 1", "Thema 4"});
@@ -107,7 +108,7 @@ private slots:
             w.store.CloseCardFile();
             openBefore = Inhalt(w.Pfad("offen.pzb"));
             QString name = QStringLiteral("offen.pzb");
-            w.store.OpenCardFile(name);
+            w.oeffner.OpenCardFile(name);
             // The tool reads from the disk, not what the engine has read while the file was opened.
             w.store.Karten().Beside(
                 [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
@@ -124,7 +125,7 @@ private slots:
             if (!w.store.IsOpen()) {
                 QVERIFY2(!w.meldungen.gezeigt.isEmpty(), qPrintable(what()));
                 name = QStringLiteral("offen.pzb");
-                w.store.OpenCardFile(name);
+                w.oeffner.OpenCardFile(name);
                 QVERIFY2(w.store.IsOpen(), qPrintable(what()));
             }
             QVERIFY2(w.ZaehlerStimmen(), qPrintable(what()));
@@ -160,7 +161,7 @@ private slots:
         w.Oeffnen(cards);
         const QList<CardRecord> before = w.Karten();
         // All is done but the commit.
-        const Werkbank bank{w.store, w.meldungen, [](int erledigt, int gesamt) {
+        const Werkbank bank{w.store, w.oeffner, w.meldungen, [](int erledigt, int gesamt) {
                                 if (gesamt > 0 && erledigt == gesamt)
                                     VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
                             }};

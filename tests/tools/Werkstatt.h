@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 #include "Werkbank.h"
@@ -28,7 +29,7 @@ struct Werkstatt
     {
         MakeCardFile(Pfad(name), karten);
         QString offen = name;
-        store.OpenCardFile(offen);
+        oeffner.OpenCardFile(offen);
     }
 
     // The cards of the open file, read after it was closed; it is opened again.
@@ -37,7 +38,7 @@ struct Werkstatt
         QString name = store.CurrentFileName;
         store.CloseCardFile();
         const QList<CardRecord> karten = ReadCards(store.CardPath(name));
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         return karten;
     }
 
@@ -71,8 +72,9 @@ struct Werkstatt
     QTemporaryDir verzeichnis;
     TestMeldungen meldungen;
     TestUhr uhr;
-    CardStore store{meldungen, uhr};
-    Werkbank bank{store, meldungen};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
+    Werkbank bank{store, oeffner, meldungen};
 };
 
 // As long as it lives no file can be written beyond so many bytes.
