@@ -30,7 +30,7 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
       befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
       abfrage_({*this, kartei_, zustand_, dienste, eingabe_}),
-      flug_(*kasten_, oeffner_.verzoegerung, dienste.konfig, eingabe_),
+      flug_(kasten_->Karte(), oeffner_.verzoegerung, dienste.konfig, eingabe_),
       lernlauf_({kartei_, zustand_, dienste.meldungen, belegung_, eingabe_, flug_, abfrage_}),
       wuerfelspiel_(
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),

@@ -79,7 +79,7 @@ struct Lernbuehne : TestDienste
     Belegung belegung{kasten};
     Eingabewache eingabe{kasten};
     TestAbfrage abfrage{zustand};
-    Kartenflug flug{kasten, oeffner.verzoegerung, konfig, eingabe};
+    Kartenflug flug{kasten.Karte(), oeffner.verzoegerung, konfig, eingabe};
     Lernlauf lauf{{kartei, zustand, meldungen, belegung, eingabe, flug, abfrage}};
     Wuerfelspiel spiel{{kartei, oeffner.verzoegerung, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
 };
