@@ -58,20 +58,9 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
-    lbox_ = std::make_unique<LBOX>(LBoxUmgebung{
-        .kartei = kartei_,
-        .oeffner = oeffner_,
-        .zustand = zustand_,
-        .konfig = konfig_,
-        .meldungen = meldungen_,
-        .dialoge = dialoge_,
-        .zufall = zufall_,
-        .uhr = uhr_,
-        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
-        .stille = [this] { ton_.Stille(); },
-        .befehlszeile = befehlszeile,
-        .verzeichnis = QDir::currentPath(),
-    });
+    lbox_ = std::make_unique<LBOX>(
+        kartei_, oeffner_, zustand_, dienste_,
+        Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
     // To read the icon takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
         QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));

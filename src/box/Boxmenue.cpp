@@ -191,7 +191,7 @@ void Boxmenue::KonfigZeigen()
 {
     bool welche = false;
     for (std::size_t i = 0; i < mDat_.size(); ++i) {
-        const QString &name = teile_.konfig.MDat[i];
+        const QString &name = teile_.dienste.konfig.MDat[i];
         mDat_[i]->setText(OhneKuerzel(KurzerPfad(name, teile_.fenster.menuBar()->fontMetrics(),
                                                  teile_.fenster.screen()->availableSize().width())));
         mDat_[i]->setToolTip(Qt::convertFromPlainText(name, Qt::WhiteSpaceNoWrap));
@@ -199,25 +199,25 @@ void Boxmenue::KonfigZeigen()
         welche = welche || !name.isEmpty();
     }
     mStrich_->setVisible(welche);
-    mAnimation_->setChecked(teile_.konfig.Animation);
+    mAnimation_->setChecked(teile_.dienste.konfig.Animation);
 }
 
 void Boxmenue::MSchriftart_Click()
 {
-    Schrift &schrift = teile_.konfig.schrift;
-    const auto wahl = teile_.dialoge.SchriftWaehlen(schrift.Wahl());
+    Schrift &schrift = teile_.dienste.konfig.schrift;
+    const auto wahl = teile_.dienste.dialoge.SchriftWaehlen(schrift.Wahl());
     if (!wahl)
         return;
     schrift.Nehmen(*wahl);
-    teile_.konfig.Sichern(2, QStringLiteral("Dummy"),
-                          QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(2, QStringLiteral("Dummy"),
+                                  QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }
 
 void Boxmenue::MAnimation_Click()
 {
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
-    teile_.konfig.Animation = an;
-    teile_.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
-                          QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Animation = an;
+    teile_.dienste.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
+                                  QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
 }

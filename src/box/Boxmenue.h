@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
 #include "Belegung.h"
-#include "Dialoge.h"
+#include "Dienste.h"
 #include "LBoxFenster.h"
 
 #include <QObject>
@@ -29,8 +28,7 @@ public:
     struct Teile
     {
         QMainWindow &fenster;
-        AppConfig &konfig;
-        Dialoge &dialoge;
+        Dienste dienste;
         const Belegung &belegung;
         KarteiAktionen &aktionen;
         Automatik &automatik;

@@ -28,10 +28,10 @@ void KarteiAktionen::Starten(const QString &befehlszeile)
     if (befehlszeile.isEmpty()) {
         Oeffnen();
     } else if (!IstKartei(befehlszeile)) {
-        teile_.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
         Oeffnen();
     } else if (!KarteiOeffnen(befehlszeile)) {
-        teile_.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
     }
     emit Fertig();
 }
@@ -39,12 +39,12 @@ void KarteiAktionen::Starten(const QString &befehlszeile)
 void KarteiAktionen::Neu()
 {
     CardStore &kartei = teile_.kartei;
-    const QString pfad =
-        teile_.dialoge.DateiSpeichern(KarteiDialog(QStringLiteral("Merkkasten anlegen"), kartei.KarteiPfad));
+    const QString pfad = teile_.dienste.dialoge.DateiSpeichern(
+        KarteiDialog(QStringLiteral("Merkkasten anlegen"), kartei.KarteiPfad));
     if (pfad.isEmpty() || teile_.belegung.IstBelegt())
         return;
     if (!IstKartei(pfad)) {
-        teile_.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
         return;
     }
     Ort ort = Geteilt(pfad);
@@ -53,7 +53,7 @@ void KarteiAktionen::Neu()
     const auto belegt = teile_.belegung.Belegen();
     emit WirdAngelegt(ort.name);
     const bool angelegt =
-        Schritt(teile_.meldungen, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
+        Schritt(teile_.dienste.meldungen, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
                 [&] { teile_.oeffner.CreateCardFile(ort.name); });
     if (angelegt && !ort.name.isEmpty()) {
         arbeitsverzeichnis_ = ort.verzeichnis;
@@ -68,22 +68,22 @@ void KarteiAktionen::Neu()
 
 void KarteiAktionen::Oeffnen()
 {
-    const QString pfad = teile_.dialoge.DateiOeffnen(
+    const QString pfad = teile_.dienste.dialoge.DateiOeffnen(
         KarteiDialog(QStringLiteral("Merkkasten öffnen"), teile_.kartei.KarteiPfad));
     if (pfad.isEmpty() || teile_.belegung.IstBelegt())
         return;
     if (!IstKartei(pfad))
-        teile_.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
     else if (KarteiOeffnen(pfad))
         InListe(pfad);
     else
-        teile_.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
     emit Fertig();
 }
 
 void KarteiAktionen::ZuletztOeffnen(std::size_t i)
 {
-    KarteiOeffnen(teile_.konfig.MDat.at(i));
+    KarteiOeffnen(teile_.dienste.konfig.MDat.at(i));
     emit Fertig();
 }
 
@@ -103,7 +103,7 @@ bool KarteiAktionen::DateiOffenPruefen()
     } catch (const StoreError &fehler) {
         teile_.kartei.FehlerStatus = static_cast<qint16>(qBound(1, fehler.Number(), 0x7FFF));
     }
-    teile_.meldungen.Zeigen(QStringLiteral("Bitte erst eine Datei öffnen"));
+    teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte erst eine Datei öffnen"));
     return false;
 }
 
@@ -139,6 +139,6 @@ bool KarteiAktionen::KarteiOeffnen(const QString &pfad)
 
 void KarteiAktionen::InListe(const QString &pfad)
 {
-    teile_.konfig.Sichern(1, pfad,
-                          QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(
+        1, pfad, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "));
 }

@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
 #include "Belegung.h"
-#include "Dialoge.h"
+#include "Dienste.h"
 #include "KarteiOeffner.h"
 
 #include <QObject>
@@ -22,9 +21,7 @@ public:
     {
         CardStore &kartei;
         KarteiOeffner &oeffner;
-        AppConfig &konfig;
-        Meldungen &meldungen;
-        Dialoge &dialoge;
+        Dienste dienste;
         Belegung &belegung;
     };
 

@@ -5,7 +5,7 @@
 #include "Bewegungstakt.h"
 #include "Eingabewache.h"
 #include "Farben.h"
-#include "Kasten.h"
+#include "Kartenrahmen.h"
 
 namespace {
 
@@ -15,23 +15,24 @@ constexpr int Flugdauer = 300, Flugpause = 15; // milliseconds
 
 void Kartenflug::Legen(const QString &frageNr)
 {
-    kasten_.KarteLegen(frageNr, FlugLinks, FlugOben);
+    karte_.Legen(frageNr, FlugLinks, FlugOben);
 }
 
 void Kartenflug::KarteAnimieren(int ziel, bool richtig)
 {
     if (!konfig_.Animation)
         return;
-    kasten_.KarteFaerben(richtig ? Farben::Richtig : Farben::Falsch);
+    karte_.SetFarbe(richtig ? Farben::Richtig : Farben::Falsch);
+    karte_.repaint();
     const Bewegungstakt takt(verzoegerung_, Flugdauer, Flugpause);
     for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
          ++schritt) {
-        kasten_.KarteFliegen(ziel, double(schritt) / takt.Schritte());
+        karte_.Fliegen(ziel, double(schritt) / takt.Schritte());
         takt.Pause();
     }
 }
 
 void Kartenflug::Verbergen()
 {
-    kasten_.KarteVerbergen();
+    karte_.hide();
 }

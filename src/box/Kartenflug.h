@@ -6,7 +6,7 @@
 #include "Verzoegerung.h"
 
 class Eingabewache;
-class Kasten;
+class Kartenrahmen;
 
 // The card that is asked, on the box: it lies beside the compartments while it is asked, flies to its new
 // one, and goes.
@@ -17,9 +17,9 @@ public:
     static constexpr qint16 FlugLinks = 2280, FlugOben = 975;
 
     // All must outlive it.
-    Kartenflug(Kasten &kasten, const Verzoegerung &verzoegerung, const AppConfig &konfig,
+    Kartenflug(Kartenrahmen &karte, const Verzoegerung &verzoegerung, const AppConfig &konfig,
                Eingabewache &eingabe)
-        : kasten_(kasten), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
+        : karte_(karte), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
     {
     }
 
@@ -30,7 +30,7 @@ public:
     void Verbergen();
 
 private:
-    Kasten &kasten_;
+    Kartenrahmen &karte_;
     const Verzoegerung &verzoegerung_;
     const AppConfig &konfig_;
     Eingabewache &eingabe_;

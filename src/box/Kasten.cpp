@@ -3,7 +3,7 @@
 #include "Kasten.h"
 
 #include "Fachreihe.h"
-#include "KastenFarben.h"
+#include "Kartenrahmen.h"
 #include "KastenMaler.h"
 #include "KastenTeile.h"
 #include "WuerfelBild.h"
@@ -14,8 +14,6 @@
 #include <QScreen>
 #include <QTimer>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -41,7 +39,7 @@ Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), t
     wuerfel_->WuerfelZeichnen(5);
     wuerfel_->setToolTip(QStringLiteral("Zufallsauswahl"));
     connect(wuerfel_, &QAbstractButton::clicked, this, &Kasten::WuerfelGewaehlt);
-    karte_ = new Kartenrahmen(this);
+    karte_ = new Kartenrahmen(masse_, this);
     karte_->hide();
     hinweis_ = new Zettel(this);
     hinweis_->setObjectName(QStringLiteral("Hinweis"));
@@ -114,43 +112,6 @@ void Kasten::SetHinweis(const QString &text, std::function<void()> tun)
     gezeigt_.invalidate(); // what comes next is painted at once, as it may be followed by a long silence
 }
 
-void Kasten::KarteLegen(const QString &frageNr, double links, double oben)
-{
-    karteVon_ = {links, oben};
-    karte_->SetFrageNr(frageNr);
-    karte_->SetFarbe(KastenFarben::Honig);
-    karte_->setGeometry(masse_.Karte(links, oben));
-    karte_->raise();
-    karte_->show();
-}
-
-void Kasten::KarteFaerben(const QColor &farbe)
-{
-    karte_->SetFarbe(farbe);
-    karte_->repaint();
-}
-
-void Kasten::KarteFliegen(int ziel, double anteil)
-{
-    const QRect von = masse_.Karte(karteVon_.x(), karteVon_.y());
-    QRect nach = von;
-    nach.moveCenter(ziel < FachSichtbar ? masse_.fach.at(static_cast<std::size_t>(ziel)).center()
-                                        : masse_.stapel.center());
-    if (ziel < FachSichtbar)
-        nach.moveLeft(masse_.fach.at(static_cast<std::size_t>(ziel)).left());
-    // Leaves and arrives gently, in a small arc.
-    const double weg = anteil * anteil * (3 - 2 * anteil);
-    const double bogen = -0.35 * karte_->height() * std::sin(3.14159265 * anteil);
-    karte_->move(static_cast<int>(std::lround(von.x() + weg * (nach.x() - von.x()))),
-                 static_cast<int>(std::lround(von.y() + weg * (nach.y() - von.y()) + bogen)));
-    repaint();
-}
-
-void Kasten::KarteVerbergen()
-{
-    karte_->hide();
-}
-
 void Kasten::Anordnen()
 {
     masse_ = KastenMasse(size(), tabelle_);
@@ -158,9 +119,8 @@ void Kasten::Anordnen()
     erledigt_->setGeometry(masse_.stapelSchild);
     erledigt_->setFont(KastenMaler::Schrift(font(), masse_, KastenMaler::Klein, true));
     wuerfel_->setGeometry(masse_.wuerfel);
-    karte_->SetSchrift(KastenMaler::Schrift(font(), masse_, KastenMaler::Klein),
-                       KastenMaler::Schrift(font(), masse_, 1.7, true));
-    karte_->setGeometry(masse_.Karte(karteVon_.x(), karteVon_.y()));
+    karte_->Anordnen(KastenMaler::Schrift(font(), masse_, KastenMaler::Klein),
+                     KastenMaler::Schrift(font(), masse_, 1.7, true));
     if (!hinweis_->text().isEmpty())
         HinweisLegen();
     faecher_->Zeigen(tabelle_, bild_, masse_, offen_);

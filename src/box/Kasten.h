@@ -38,13 +38,7 @@ public:
     // A note across the box; none where the text is empty. `tun` is what a click on it does, if anything.
     void SetHinweis(const QString &text, std::function<void()> tun = {});
 
-    // The card that is asked: lies at these twips with its number, takes the verdict's colour, flies, goes
-    // away.
-    void KarteLegen(const QString &frageNr, double links, double oben);
-    void KarteFaerben(const QColor &farbe);
-    // Paints the card at `anteil` (0 to 1) of its way from where it lies to compartment `ziel`.
-    void KarteFliegen(int ziel, double anteil);
-    void KarteVerbergen();
+    Kartenrahmen &Karte() { return *karte_; }
 
     WuerfelBild &Wuerfel() { return *wuerfel_; }
 
@@ -81,7 +75,6 @@ private:
     Kartenrahmen *karte_ = nullptr;
     WuerfelBild *wuerfel_ = nullptr;
     Zettel *hinweis_ = nullptr;
-    QPointF karteVon_; // twips
     QElapsedTimer gezeigt_;
     QBasicTimer nachholen_;
     bool gemalt_ = false;

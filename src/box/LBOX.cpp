@@ -20,24 +20,23 @@
 
 #include <utility>
 
-LBOX::LBOX(const LBoxUmgebung &umgebung, QWidget *parent)
+LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
+           const Programmstart &start, QWidget *parent)
     : QMainWindow(parent),
-      kartei_(umgebung.kartei),
-      oeffner_(umgebung.oeffner),
-      zustand_(umgebung.zustand),
-      konfig_(umgebung.konfig),
-      befehlszeile_(umgebung.befehlszeile),
+      kartei_(kartei),
+      oeffner_(oeffner),
+      zustand_(zustand),
+      dienste_(dienste),
+      befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
-      abfrage_({*this, kartei_, zustand_, umgebung.meldungen, umgebung.zufall, konfig_, eingabe_,
-                umgebung.klang, umgebung.stille}),
-      flug_(*kasten_, oeffner_.verzoegerung, konfig_, eingabe_),
-      lernlauf_({kartei_, zustand_, umgebung.meldungen, belegung_, eingabe_, flug_, abfrage_}),
-      wuerfelspiel_({kartei_, oeffner_.verzoegerung, konfig_, umgebung.meldungen, umgebung.zufall, belegung_,
-                     eingabe_, kasten_->Wuerfel(), lernlauf_}),
-      automatik_(umgebung.uhr, belegung_),
-      aktionen_({kartei_, oeffner_, konfig_, umgebung.meldungen, umgebung.dialoge, belegung_},
-                umgebung.verzeichnis),
-      menue_({*this, konfig_, umgebung.dialoge, belegung_, aktionen_, automatik_, fenster_})
+      abfrage_({*this, kartei_, zustand_, dienste, eingabe_}),
+      flug_(kasten_->Karte(), oeffner_.verzoegerung, dienste.konfig, eingabe_),
+      lernlauf_({kartei_, zustand_, dienste.meldungen, belegung_, eingabe_, flug_, abfrage_}),
+      wuerfelspiel_(
+          {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
+      automatik_(dienste.uhr, belegung_),
+      aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
+      menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
 {
     setObjectName(QStringLiteral("LBOX"));
     setWindowTitle(QStringLiteral("Lern-Box"));
@@ -53,11 +52,10 @@ LBOX::LBOX(const LBoxUmgebung &umgebung, QWidget *parent)
         if (kartei_.FehlerStatus == 0)
             lKartei_->setText(Boxmenue::OhneKuerzel(kartei_.CurrentFileName));
     };
-    oeffner_.WartenZeigen = [this, &meldungen = umgebung.meldungen](const QString &was,
-                                                                    const QString &abgebrochen) {
-        return WartenMitAbbruch(was, abgebrochen, meldungen.Titel(), this);
+    oeffner_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
+        return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
     };
-    konfig_.Gelesen = [this] { menue_.KonfigZeigen(); };
+    dienste_.konfig.Gelesen = [this] { menue_.KonfigZeigen(); };
     StandZeigen();
     resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
 }
@@ -66,7 +64,7 @@ LBOX::~LBOX()
 {
     oeffner_.BoxZeichnen = [] {};
     oeffner_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
-    konfig_.Gelesen = [] {};
+    dienste_.konfig.Gelesen = [] {};
 }
 
 void LBOX::StatuszeileBauen()
@@ -153,7 +151,7 @@ void LBOX::Verbinden()
 void LBOX::Form_Load()
 {
     emit Gemalt();
-    konfig_.ReadConfig();
+    dienste_.konfig.ReadConfig();
     geladen_ = true;
     aktionen_.Starten(befehlszeile_);
 }

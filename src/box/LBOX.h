@@ -6,6 +6,7 @@
 #include "Belegung.h"
 #include "BoxRechnung.h"
 #include "Boxmenue.h"
+#include "Dienste.h"
 #include "Eingabewache.h"
 #include "KarteiAktionen.h"
 #include "Kartenflug.h"
@@ -16,27 +17,15 @@
 
 #include <QMainWindow>
 
-#include <functional>
-
 class Kasten;
 class QLabel;
 class QToolButton;
 
-// What the main window works on.
-struct LBoxUmgebung
+// How the program was started.
+struct Programmstart
 {
-    CardStore &kartei;
-    KarteiOeffner &oeffner;
-    BoxZustand &zustand;
-    AppConfig &konfig;
-    Meldungen &meldungen;
-    Dialoge &dialoge;
-    Zufall &zufall;
-    const Uhr &uhr;
-    std::function<void(const QString &pfad)> klang = [](const QString &) {}; // plays a sound file
-    std::function<void()> stille = [] {};                                    // stops it
-    QString befehlszeile; // the card file named at the program's start, or empty
-    QString verzeichnis;  // where the program was started: a name without directory lies there
+    QString befehlszeile; // the card file that was named, or empty
+    QString verzeichnis;  // where it was: a name without directory lies there
 };
 
 // The main window: the menu, the drawer with the cards, and the status line. It makes its parts known to each
@@ -46,7 +35,9 @@ class LBOX final : public QMainWindow
     Q_OBJECT
 
 public:
-    explicit LBOX(const LBoxUmgebung &umgebung, QWidget *parent = nullptr);
+    // Box, opener and state must outlive it.
+    LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
+         const Programmstart &start, QWidget *parent = nullptr);
     ~LBOX() override;
 
     void SetFenster(LBoxFenster fenster);
@@ -91,7 +82,7 @@ private:
     CardStore &kartei_;
     KarteiOeffner &oeffner_;
     BoxZustand &zustand_;
-    AppConfig &konfig_;
+    Dienste dienste_;
     QString befehlszeile_;
     LBoxFenster fenster_;
     Kasten *kasten_;

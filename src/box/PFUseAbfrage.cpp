@@ -5,9 +5,7 @@
 #include <QScopeGuard>
 #include <QWindow>
 
-#include <utility>
-
-PFUseAbfrage::PFUseAbfrage(Teile teile) : teile_(std::move(teile)) {}
+PFUseAbfrage::PFUseAbfrage(const Teile &teile) : teile_(teile) {}
 
 PFUseAbfrage::~PFUseAbfrage() = default;
 
@@ -18,29 +16,29 @@ Kartenabfrage::Ausgang PFUseAbfrage::Fragen(bool bearbeitbar)
     auto gescheitert = qScopeGuard([this] { halt_.reset(); });
     teile_.eingabe.Halten();
     std::optional<Tastaturrueckgabe> zurueck; // ends while the query's window is there
-    fenster_ =
-        std::make_unique<PFUse>(AbfrageUmgebung{.store = teile_.kartei,
-                                                .zustand = teile_.zustand,
-                                                .meldungen = teile_.meldungen,
-                                                .zufall = teile_.zufall,
-                                                .konfig = teile_.konfig,
-                                                .klang = teile_.klang,
-                                                .stille = teile_.stille,
-                                                .bearbeitbar = bearbeitbar,
-                                                // What was typed before the keyboard was held is on its way
-                                                // to the box, which takes no keys once the query is shown.
-                                                .erscheint =
-                                                    [this, box] {
-                                                        TastenAbholen(box);
-                                                        teile_.eingabe.Weitergeben(*fenster_);
-                                                    },
-                                                .geht =
-                                                    [this, box, &zurueck] {
-                                                        teile_.eingabe.Halten();
-                                                        zurueck.emplace(fenster_->windowHandle(), box);
-                                                        TastenAbholen(box); // a hidden window takes none
-                                                    }},
-                                &teile_.box);
+    fenster_ = std::make_unique<PFUse>(
+        AbfrageUmgebung{.store = teile_.kartei,
+                        .zustand = teile_.zustand,
+                        .meldungen = teile_.dienste.meldungen,
+                        .zufall = teile_.dienste.zufall,
+                        .konfig = teile_.dienste.konfig,
+                        .klang = [this](const QString &pfad) { teile_.dienste.ton.Spielen(pfad); },
+                        .stille = [this] { teile_.dienste.ton.Stille(); },
+                        .bearbeitbar = bearbeitbar,
+                        // What was typed before the keyboard was held is on its way
+                        // to the box, which takes no keys once the query is shown.
+                        .erscheint =
+                            [this, box] {
+                                TastenAbholen(box);
+                                teile_.eingabe.Weitergeben(*fenster_);
+                            },
+                        .geht =
+                            [this, box, &zurueck] {
+                                teile_.eingabe.Halten();
+                                zurueck.emplace(fenster_->windowHandle(), box);
+                                TastenAbholen(box); // a hidden window takes none
+                            }},
+        &teile_.box);
     const Ausgang ausgang = fenster_->Fragen();
     gescheitert.dismiss();
     return ausgang;
@@ -57,8 +55,9 @@ void PFUseAbfrage::Abschliessen()
     const Fensterlage lage = fenster_->Lage();
     fenster_.reset();
     halt_.reset();
-    if (lage == teile_.konfig.Abfrage)
+    if (lage == teile_.dienste.konfig.Abfrage)
         return;
-    teile_.konfig.Abfrage = lage;
-    teile_.konfig.Sichern(4, QString(), QStringLiteral("Die Fensterlage konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Abfrage = lage;
+    teile_.dienste.konfig.Sichern(4, QString(),
+                                  QStringLiteral("Die Fensterlage konnte nicht gespeichert werden: "));
 }

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Dienste.h"
 #include "Eingabewache.h"
 #include "Kartenabfrage.h"
 #include "PFUse.h"
 #include "Tastaturwechsel.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -21,15 +21,11 @@ public:
         QWidget &box;
         CardStore &kartei;
         BoxZustand &zustand;
-        Meldungen &meldungen;
-        Zufall &zufall;
-        AppConfig &konfig;
+        Dienste dienste;
         Eingabewache &eingabe;
-        std::function<void(const QString &pfad)> klang; // plays a sound file
-        std::function<void()> stille;                   // stops it
     };
 
-    explicit PFUseAbfrage(Teile teile);
+    explicit PFUseAbfrage(const Teile &teile);
     ~PFUseAbfrage() override;
 
     Ausgang Fragen(bool bearbeitbar) override;

@@ -21,7 +21,7 @@ void Wuerfelspiel::PicWürfel_Click()
     if (kartei.FehlerStatus > 0 || teile_.belegung.IstGesperrt())
         return;
     if (KartenImSpiel(kartei.FachInfo) == 0) {
-        teile_.meldungen.Zeigen(QStringLiteral("Sorry, gar keine Karten da"));
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Sorry, gar keine Karten da"));
         return;
     }
     const auto weiter = qScopeGuard([this] { teile_.eingabe.Weitergeben(); });
@@ -34,7 +34,7 @@ void Wuerfelspiel::PicWürfel_Click()
     const auto weiss = qScopeGuard([this] { teile_.bild.SetGrund(Qt::white); });
     try {
         if (ZufaelligeKarte(kartei.Karten(), *fach, kartei.FachInfo[static_cast<std::size_t>(*fach)].Anzahl,
-                            teile_.zufall))
+                            teile_.dienste.zufall))
             teile_.lernlauf.KarteAbfragen();
     } catch (const std::exception &fehler) {
         teile_.lernlauf.LesefehlerMelden(QStringLiteral("Die Karte kann nicht gelesen werden: "), fehler);
@@ -46,10 +46,10 @@ std::optional<int> Wuerfelspiel::Wuerfeln()
 {
     const bool moeglich = IrgendeinFachSpielbar(teile_.kartei.FachInfo);
     for (;;) {
-        const Wurf wurf = ::Wuerfeln(teile_.kartei.FachInfo, teile_.zufall);
+        const Wurf wurf = ::Wuerfeln(teile_.kartei.FachInfo, teile_.dienste.zufall);
         teile_.bild.SetGrund(Qt::white);
         teile_.bild.Leeren();
-        if (teile_.konfig.Animation)
+        if (teile_.dienste.konfig.Animation)
             teile_.bild.WuerfelZeichnen(wurf.augen);
         WurfZeigen();
         teile_.bild.SetGrund(wurf.angenommen ? Farben::Richtig : Farben::Falsch);
@@ -64,7 +64,7 @@ std::optional<int> Wuerfelspiel::Wuerfeln()
 
 void Wuerfelspiel::WurfZeigen()
 {
-    if (!teile_.konfig.Animation)
+    if (!teile_.dienste.konfig.Animation)
         return;
     teile_.bild.repaint();
     const Bewegungstakt takt(teile_.verzoegerung, Wurfdauer, Wurfpause);

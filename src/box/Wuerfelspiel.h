@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Dienste.h"
 #include "Lernlauf.h"
 #include "Verzoegerung.h"
-#include "Zufall.h"
 
 #include <optional>
 
@@ -19,9 +19,7 @@ public:
     {
         CardStore &kartei;
         const Verzoegerung &verzoegerung;
-        const AppConfig &konfig;
-        Meldungen &meldungen;
-        Zufall &zufall;
+        Dienste dienste;
         Belegung &belegung;
         Eingabewache &eingabe;
         WuerfelBild &bild;

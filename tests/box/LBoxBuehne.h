@@ -6,8 +6,7 @@
 #include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
-#include "TestDialoge.h"
-#include "TestZufall.h"
+#include "TestDienste.h"
 #include "WuerfelBild.h"
 
 #include <QAction>
@@ -23,7 +22,7 @@
 #include <memory>
 
 // The real main window on real files, driven by key and mouse.
-class LBoxBuehne
+class LBoxBuehne : public TestDienste
 {
 public:
     LBoxBuehne()
@@ -56,18 +55,9 @@ public:
     // Shows the window and waits until it has loaded.
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
-        fenster = std::make_unique<LBOX>(LBoxUmgebung{.kartei = kartei,
-                                                      .oeffner = oeffner,
-                                                      .zustand = zustand,
-                                                      .konfig = konfig,
-                                                      .meldungen = meldungen,
-                                                      .dialoge = dialoge,
-                                                      .zufall = zufall,
-                                                      .uhr = uhr,
-                                                      .klang = [](const QString &) {},
-                                                      .stille = [] {},
-                                                      .befehlszeile = befehlszeile,
-                                                      .verzeichnis = verzeichnis});
+        fenster = std::make_unique<LBOX>(
+            kartei, oeffner, zustand, Alle(),
+            Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -214,14 +204,9 @@ public:
 
     QTemporaryDir ordner, programm;
     QString verzeichnis = "/"; // where the program was started
-    TestMeldungen meldungen;
-    TestDialoge dialoge;
-    TestZufall zufall;
-    TestUhr uhr;
     CardStore kartei;
     KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
-    AppConfig konfig{meldungen};
     std::unique_ptr<LBOX> fenster;
     QStringList gefragt; // the FrageNr of every query so far
 };
