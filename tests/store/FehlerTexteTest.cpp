@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
 #include "DamagedCards.h"
-#include "JetFile.h"
+#include "JetSource.h"
 #include "KarteiOeffner.h"
 #include "Repair.h"
 #include "SafeFile.h"
@@ -175,7 +175,7 @@ private slots:
     {
         const auto reading = [this](const QByteArray &bytes) {
             WriteFileSynced(Path(), bytes.leftJustified(4096, '\0'));
-            return Text([this] { JetFile{Path()}; });
+            return Text([this] { OpenJetCards(Path()); });
         };
         QCOMPARE(reading("etwas anderes"),
                  QString("Die Datei „DATEI“ ist keine Kartei im alten Dateiformat."));
@@ -233,7 +233,7 @@ private slots:
         none.rlim_cur = static_cast<rlim_t>(next);
         QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
         const QString replacing = Text([this] { CheckReplaceable(Path()); });
-        const QString reading = Text([this] { DamagedCards{Path()}; });
+        const QString reading = Text([this] { OpenDamagedCards(Path()); });
         QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
         QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
         QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));
