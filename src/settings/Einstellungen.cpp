@@ -11,7 +11,7 @@
 namespace {
 
 constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
-constexpr QByteArrayView FontHeader = "[Schriftart]";
+constexpr QByteArrayView FontHeader = "[Font]";
 constexpr QByteArrayView AnimationHeader = "[Animation]";
 constexpr QByteArrayView WindowsHeader = "[Fenster]";
 constexpr QByteArrayView AnimationKey = "Animation=";
