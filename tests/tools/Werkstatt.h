@@ -4,6 +4,7 @@
 
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestDienste.h"
 #include "Werkbank.h"
 
 #include <QDir>
@@ -13,7 +14,7 @@
 #include <sys/resource.h>
 
 // A directory of card files with an open one, for one test.
-struct Werkstatt
+struct Werkstatt : TestDienste
 {
     Werkstatt()
     {
@@ -69,8 +70,6 @@ struct Werkstatt
     }
 
     QTemporaryDir verzeichnis;
-    TestMeldungen meldungen;
-    TestUhr uhr;
     CardStore store{meldungen, uhr};
     Werkbank bank{store, meldungen};
 };
