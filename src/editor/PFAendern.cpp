@@ -2,14 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "PFAendern.h"
 
-#include "BildBox.h"
 #include "CharFormat.h"
 #include "Flaeche.h"
 #include "Formatierung.h"
+#include "Formularbild.h"
 #include "KartenTextBox.h"
 #include "Kartensuche.h"
 #include "Schritt.h"
-#include "Sizer.h"
 #include "Suchen.h"
 #include "Themenzeile.h"
 
@@ -70,7 +69,7 @@ Kartenblatt PFÄndern::Inhalt() const
     blatt.art = Art();
     blatt.Thema = MaskThema_->Thema();
     blatt.pictureNames = pictureNames_;
-    blatt.lage = lage_;
+    blatt.lage = bild_->Lage();
     return blatt;
 }
 
@@ -78,9 +77,7 @@ void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
 {
     {
         const QScopedValueRollback zeigt(zeigt_, true);
-        BildVerbergen();
         pictureNames_ = blatt.pictureNames;
-        lage_ = blatt.lage;
         KopfZeigen(kopf);
         MaskThema_->Zeigen(blatt.Thema);
         // What is typed into an empty box comes in the standard font.
@@ -92,7 +89,7 @@ void PFÄndern::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
         }
         ArtZeigen(blatt.art);
     }
-    BilderZeigen();
+    BilderZeigen(blatt.lage);
 }
 
 void PFÄndern::KopfZeigen(const Kartenkopf &kopf)
@@ -233,8 +230,7 @@ void PFÄndern::MDrucken_Click()
     for (QWidget *widget : NichtGedruckt())
         widget->hide();
     hinweise_->hide();
-    const bool mitSizer = Sizer_->isVisible();
-    Sizer_->hide();
+    bild_->SetGriffSichtbar(false);
     // On paper everything is dark on white, whatever the desktop's colours are.
     QPalette papier(Qt::black, Qt::white, Qt::white, Qt::darkGray, Qt::gray, Qt::black, Qt::white);
     papier.setColor(QPalette::Window, Qt::white);
@@ -256,7 +252,7 @@ void PFÄndern::MDrucken_Click()
     for (QWidget *widget : NichtGedruckt())
         widget->show();
     hinweise_->show();
-    Sizer_->setVisible(mitSizer);
+    bild_->SetGriffSichtbar(true);
     if (fokus)
         fokus->setFocus();
     gedruckt_ = true;
@@ -312,6 +308,5 @@ void PFÄndern::resizeEvent(QResizeEvent *event)
     formular_->setMinimumHeight(formular_->layout()->minimumHeightForWidth(formular_->width()));
     // The form has its new size when the layout has run.
     layout()->activate();
-    if (Picture1_->isVisible())
-        BildPlatzieren();
+    bild_->Platzieren();
 }

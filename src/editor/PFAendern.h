@@ -15,10 +15,9 @@
 #include <functional>
 #include <optional>
 
-class BildBox;
 class Flaeche;
+class Formularbild;
 class KartenTextBox;
-class Sizer;
 class Themenzeile;
 class QButtonGroup;
 class QCheckBox;
@@ -115,16 +114,7 @@ private:
 
     // The picture of the card, and the dialogs of its files (PFAendernBild.cpp).
     void BildBauen();
-    void BildVerbergen();
-    void ShowPicture(const QString &name);
-    void BilderZeigen();
-    void BildPlatzieren();
-    void TextUmBild();
-    QRect ImFormular(QRect platz) const;
-    bool BildDarf(const QRect &platz) const;
-    void Picture1_Move(const QPoint &neu);
-    void Sizer_Move(const QPoint &neu);
-    bool Picture1_KeyPress(const QKeyEvent &taste);
+    void BilderZeigen(const Bildlage &lage);
     void MBilder_Click();
     void MTon_Click();
 
@@ -136,9 +126,8 @@ private:
     CardEditor editor_;
     Kartenkopf kopf_; // as it is shown
     Bildnamen pictureNames_;
-    Bildlage lage_ = BildlageVorgabe; // of the picture as stored, or as the writer dragged it
-    KartenTextBox *aktiv_ = nullptr;  // the box that the menu "Format" acts on; null while it is disabled
-    bool zeigt_ = false;              // the form is being filled: nothing is changed by the writer
+    KartenTextBox *aktiv_ = nullptr; // the box that the menu "Format" acts on; null while it is disabled
+    bool zeigt_ = false;             // the form is being filled: nothing is changed by the writer
     bool offen_ = false;
     QBasicTimer lauf_;
     QObject fokuswache_; // goes before the controls do: their going moves the focus
@@ -159,8 +148,7 @@ private:
     std::array<QCheckBox *, AntwortBoxen> Check1_{};
     std::array<Flaeche *, AntwortBoxen> feld_{}; // what an answer stands on, with its tick
     Flaeche *frageFeld_ = nullptr;
-    BildBox *Picture1_ = nullptr;
-    Sizer *Sizer_ = nullptr;
+    Formularbild *bild_ = nullptr;
     QPushButton *CZZurück_ = nullptr;
     QPushButton *CZurück_ = nullptr;
     QPushButton *CVor_ = nullptr;

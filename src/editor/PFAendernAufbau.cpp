@@ -5,6 +5,7 @@
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "Formatierung.h"
+#include "Formularbild.h"
 #include "KartenTextBox.h"
 #include "PFAendern.h"
 #include "Themenzeile.h"
@@ -286,7 +287,7 @@ QLayout *PFÄndern::KnoepfeBauen()
 
 void PFÄndern::TabFolge()
 {
-    QList<QWidget *> folge{MaskFrageNr_, MaskThema_, MFrage_, Picture1_, Antwort_T_, Antwort_K_};
+    QList<QWidget *> folge{MaskFrageNr_, MaskThema_, MFrage_, bild_->Box(), Antwort_T_, Antwort_K_};
     for (std::size_t i = 0; i < AntwortBoxen; ++i)
         folge << Antwort_[i] << Check1_[i];
     folge << CZZurück_ << CZurück_ << CVor_ << CVVor_ << CEOF_ << Cadd_ << Cback_;

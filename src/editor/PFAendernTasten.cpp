@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "BildBox.h"
 #include "Blaettertaste.h"
 #include "KartenTextBox.h"
 #include "PFAendern.h"
@@ -54,8 +53,6 @@ bool PFÄndern::TasteHaltMenue(const QKeyEvent &taste) const
 
 bool PFÄndern::Feld_KeyPress(QObject *feld, const QKeyEvent &taste)
 {
-    if (feld == Picture1_)
-        return Picture1_KeyPress(taste);
     if (feld == MFrage_ && taste.key() == Qt::Key_PageUp && taste.modifiers().testFlag(Qt::AltModifier)) {
         umgebung_.meldungen.Zeigen(QStringLiteral("Alt + PageUp"));
         return true;

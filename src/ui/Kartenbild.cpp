@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kartenbild.h"
+
+#include "Bild.h"
+#include "BildBox.h"
+#include "RichTextBox.h"
+
+#include <algorithm>
+
+Kartenbild::Kartenbild(QWidget *karte, RichTextBox *frage, const Grenzen &grenzen)
+    : karte_(karte), frage_(frage), box_(new BildBox(karte)), grenzen_(grenzen)
+{
+    box_->hide();
+    box_->begrenzen = [this](QPoint neu) { return Innerhalb({neu, box_->size()}).topLeft(); };
+    box_->gezogen = [this] { SetPlatz(box_->geometry()); };
+}
+
+void Kartenbild::SetPlatz(const QRect &platz)
+{
+    platz_ = platz;
+    Platzieren();
+}
+
+void Kartenbild::SetFreihalten(bool freihalten)
+{
+    freihalten_ = freihalten;
+    Platzieren();
+}
+
+bool Kartenbild::Zeigen(const QString &name, const QString &verzeichnis, const QString &programmPfad,
+                        Meldungen &meldungen)
+{
+    if (name.isEmpty())
+        return false;
+    const QImage bild = BildLaden(name, verzeichnis, programmPfad, meldungen);
+    if (bild.isNull())
+        return false;
+    box_->SetBild(bild);
+    box_->setGeometry(Bildplatz());
+    box_->show();
+    box_->raise();
+    TextUmBild();
+    return true;
+}
+
+void Kartenbild::Verbergen()
+{
+    box_->hide();
+    Platzieren();
+}
+
+void Kartenbild::Platzieren()
+{
+    box_->setGeometry(Bildplatz());
+    TextUmBild();
+}
+
+void Kartenbild::TextUmBild()
+{
+    const bool raum = freihalten_ || !box_->isHidden();
+    frage_->SetRand(raum ? RandUmBild(Frageplatz(), box_->geometry()) : QMargins());
+}
+
+QRect Kartenbild::Frageplatz() const
+{
+    return {frage_->mapTo(karte_, QPoint()), frage_->size()};
+}
+
+QRect Kartenbild::Bildplatz() const
+{
+    if (!platz_.isEmpty())
+        return Innerhalb(platz_);
+    QRect platz = Frageplatz();
+    platz.setLeft(platz.right() - platz.width() * 2 / 5);
+    return platz;
+}
+
+QRect Kartenbild::Innerhalb(QRect platz) const
+{
+    const QRect innen = karte_->rect().marginsRemoved(grenzen_.abstand);
+    platz.setSize(platz.size().boundedTo(innen.size()).expandedTo(grenzen_.mindestens));
+    platz.moveLeft(std::max(std::min(platz.left(), innen.right() + 1 - platz.width()), innen.left()));
+    platz.moveTop(std::max(std::min(platz.top(), innen.bottom() + 1 - platz.height()), innen.top()));
+    return platz;
+}
