@@ -3,6 +3,7 @@
 #include "AppConfig.h"
 
 #include "ProgramDirectory.h"
+#include "Protokoll.h"
 #include "SafeFile.h"
 #include "Schritt.h"
 
@@ -78,6 +79,7 @@ void AppConfig::ReadConfig()
         }
     }
     EinstellungenLesen(*this, content, melden);
+    qCInfo(LogEinstellungen).noquote() << "read" << KonfigPfad("konfig.dat") << "errors:" << errors;
     Gelesen();
 }
 
@@ -101,6 +103,7 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
         // leave half a file after a kill, and a hard link to konfig.new would share what is written there
         // next.
         RewriteFile(konfig, content);
+        qCInfo(LogEinstellungen).noquote() << "wrote section" << section << "of" << konfig;
     }
     ReadConfig();
 }
