@@ -44,10 +44,10 @@ namespace {
 std::unique_ptr<Werkzeugfenster> Dialog(Fensterbuehne &w, const QString &name)
 {
     if (name == "AExport")
-        return std::make_unique<AExport>(w.store, w.Alle());
+        return std::make_unique<AExport>(w.oeffner, w.Alle());
     if (name == "Themaausfiltern")
-        return std::make_unique<Themaausfiltern>(w.store, w.Alle());
-    return std::make_unique<Karteispiegeln>(w.store, w.Alle());
+        return std::make_unique<Themaausfiltern>(w.oeffner, w.Alle());
+    return std::make_unique<Karteispiegeln>(w.oeffner, w.Alle());
 }
 
 void AllDialogs()
