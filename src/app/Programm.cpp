@@ -23,10 +23,7 @@
 
 #include <utility>
 
-Programm::Programm(const QString &laufverzeichnis)
-    : klang_([this](const std::string &text) { meldungen_.Zeigen(QString::fromStdString(text)); }),
-      konfig_(meldungen_),
-      kartei_(meldungen_, uhr_)
+Programm::Programm(const QString &laufverzeichnis) : kartei_(meldungen_, uhr_)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -69,8 +66,8 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         .dialoge = dialoge_,
         .zufall = zufall_,
         .uhr = uhr_,
-        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
-        .stille = [this] { klang_.StopSound(); },
+        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
+        .stille = [this] { ton_.Stille(); },
         // To read the icon takes a good part of a start.
         .gemalt = [symbol = konfig_.ProgrammDatei(
                        QStringLiteral("paukfix.ico"))] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
@@ -99,12 +96,6 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     return true;
 }
 
-void Programm::KlangSpielen(const QString &pfad)
-{
-    klang_.PlaySound(pfad.toStdString());
-    lbox_->SetTongeraet(!klang_.IsSilent());
-}
-
 // While cards are edited the box is away: nothing else may move through the card table.
 void Programm::EditorZeigen()
 {
@@ -115,8 +106,8 @@ void Programm::EditorZeigen()
         .meldungen = meldungen_,
         .dialoge = dialoge_,
         .suche = suche_,
-        .klang = [this](const QString &pfad) { KlangSpielen(pfad); },
-        .stille = [this] { klang_.StopSound(); },
+        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
+        .stille = [this] { ton_.Stille(); },
         .geschlossen = [this] { EditorGeschlossen(); },
     });
     if (editor_)

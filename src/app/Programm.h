@@ -5,13 +5,13 @@
 #include "AppConfig.h"
 #include "BoxZustand.h"
 #include "CardStore.h"
-#include "Dialoge.h"
+#include "Dienste.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
 #include "PFAendern.h"
 #include "Programmende.h"
 #include "SearchHit.h"
-#include "SoundPlayer.h"
+#include "Tonausgabe.h"
 #include "Uhr.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
@@ -40,7 +40,6 @@ public:
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
-    void KlangSpielen(const QString &pfad);
     void EditorZeigen();
     void EditorGeschlossen();
     // What opens a dialog of the file tools.
@@ -57,8 +56,9 @@ private:
     DialogeFenster dialoge_;
     SystemUhr uhr_;
     MersenneZufall zufall_;
-    SoundPlayer klang_;
-    AppConfig konfig_;
+    Tonausgabe ton_{meldungen_, [this](bool da) { lbox_->SetTongeraet(da); }};
+    AppConfig konfig_{meldungen_};
+    Dienste dienste_{meldungen_, dialoge_, uhr_, zufall_, ton_, konfig_};
     CardStore kartei_;
     BoxZustand zustand_;
     SearchHit suche_;

@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QFile>
@@ -38,7 +39,7 @@ private:
     CardRecord Eingefuegt(const QString &art, const QByteArray &inhalt)
     {
         MakeCardFile(Pfad("a.pzb"), {});
-        Lauf besitzer(*anzeige_, ABLAGEBESITZER, {art, Pfad("inhalt")});
+        Lauf besitzer(*anzeige_, Worker("ablagebesitzer"), {art, Pfad("inhalt")});
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         if (!Anbieten(besitzer, inhalt) || !lauf.Starten() || !lauf.HatGeoeffnet(Pfad("a.pzb")))
             return {};
@@ -97,7 +98,7 @@ private slots:
         QFETCH(QString, art);
         QFETCH(QByteArray, inhalt);
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
-        Lauf besitzer(*anzeige_, ABLAGEBESITZER, {art, Pfad("inhalt")});
+        Lauf besitzer(*anzeige_, Worker("ablagebesitzer"), {art, Pfad("inhalt")});
         QVERIFY(Anbieten(besitzer, inhalt));
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(lauf.Starten());

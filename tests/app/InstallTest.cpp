@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDirIterator>
@@ -101,7 +102,7 @@ private:
         umgebung.insert("DESTDIR", wurzel);
         cmake.setProcessEnvironment(umgebung);
         cmake.setStandardOutputFile(QProcess::nullDevice());
-        cmake.start(CMAKE, {"--install", BUILD_DIR, "--prefix", ziel});
+        cmake.start(CMakeProgram(), {"--install", BuildFile(""), "--prefix", ziel});
         QVERIFY(cmake.waitForFinished(120000));
         QCOMPARE(cmake.exitCode(), 0);
     }
@@ -196,9 +197,9 @@ private slots:
     // Not the settings and cards that somebody has used in the build tree.
     void FilesAreInstalledAsTheyWereMade()
     {
-        QCOMPARE(Lesen(Installiert("share/paukfix/konfig.dat")), Lesen(SOURCE_DIR "/assets/konfig.dat"));
+        QCOMPARE(Lesen(Installiert("share/paukfix/konfig.dat")), Lesen(SourceFile("assets/konfig.dat")));
         QCOMPARE(Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb")),
-                 Lesen(BUILD_DIR "/samples/Englisch.pzb"));
+                 Lesen(BuildFile("samples/Englisch.pzb")));
     }
 
     void TheDesktopEntryStartsTheProgramWithACardFile()

@@ -3,6 +3,7 @@
 #include "Anzeige.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QRandomGenerator>
@@ -86,7 +87,7 @@ private slots:
         QFETCH(bool, animation);
         if (animation) {
             QVERIFY(QFile::remove(Pfad("konfig.dat")));
-            QVERIFY(QFile::copy(SOURCE_DIR "/assets/konfig.dat", Pfad("konfig.dat")));
+            QVERIFY(QFile::copy(SourceFile("assets/konfig.dat"), Pfad("konfig.dat")));
         }
         const QString antwort = QStringLiteral("donaudampfschiffahrt");
         QList<CardRecord> karten;

@@ -5,6 +5,7 @@
 #include "Drehbuch.h"
 #include "Programm.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 
 #include <QAction>
 #include <QApplication>
@@ -32,8 +33,8 @@ protected:
             qunsetenv(name);
         qputenv("SDL_AUDIODRIVER", "dummy");
         QVERIFY(QDir().mkpath(ordner_->filePath("programm")));
-        for (const QString &name : QDir(PROGRAM_DIR).entryList({"lbox*.jpg", "ueber.rtf", "*.ico"}))
-            QVERIFY(QFile::copy(QDir(PROGRAM_DIR).filePath(name), Pfad(name)));
+        for (const QString &name : QDir(ProgramDir()).entryList({"lbox*.jpg", "ueber.rtf", "*.ico"}))
+            QVERIFY(QFile::copy(QDir(ProgramDir()).filePath(name), Pfad(name)));
         Konfig("True");
     }
 

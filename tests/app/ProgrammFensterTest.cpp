@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ProgrammBuehne.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QLabel>
@@ -197,7 +198,7 @@ private slots:
 
     void TheStatusLineSaysThatThereIsNoSoundDeviceWhileItIsSo()
     {
-        QFile applaus(QStringLiteral(PROGRAM_DIR "/Applause.wav"));
+        QFile applaus(ProgramDir() + "/Applause.wav");
         QVERIFY(applaus.copy(Pfad("Applause.wav")));
         qunsetenv("SDL_AUDIODRIVER");
         qputenv("PULSE_SERVER", "unix:/nicht/da");

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "TestPlaces.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -15,10 +17,10 @@ enum class Vorspann
 // Puts a portable copy of the built program into a directory, with the shipped files that it needs.
 inline void ProgrammKopieren(const QString &ordner, Vorspann vorspann)
 {
-    const QDir von(PROGRAM_DIR);
+    const QDir von(ProgramDir());
     for (const QString &name : von.entryList({"paukfix", "lbox*.jpg", "ueber.rtf", "*.ico", "Applause.wav"}))
         QVERIFY(QFile::copy(von.filePath(name), QDir(ordner).filePath(name)));
-    QFile geliefert(SOURCE_DIR "/assets/konfig.dat");
+    QFile geliefert(SourceFile("assets/konfig.dat"));
     QFile konfig(QDir(ordner).filePath("konfig.dat"));
     QVERIFY(geliefert.open(QIODevice::ReadOnly) && konfig.open(QIODevice::WriteOnly));
     QByteArray zeilen = geliefert.readAll();

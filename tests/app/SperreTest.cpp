@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
 #include "ProgrammBuehne.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QAbstractItemView>
@@ -101,7 +102,7 @@ private:
     // One file of every kind that the program lists beside the card files.
     void DateienDazu() const
     {
-        QVERIFY(QFile::copy(QDir(PROGRAM_DIR).filePath("Applause.wav"), Pfad("ton.wav")));
+        QVERIFY(QFile::copy(QDir(ProgramDir()).filePath("Applause.wav"), Pfad("ton.wav")));
         QImage(8, 8, QImage::Format_RGB32).save(Pfad("bild.bmp"));
         for (const char *name : {"text.txt", "text.csv", "ohne", "pdf.pdf"}) {
             QFile datei(Pfad(name));

@@ -4,31 +4,13 @@
 
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
+#include "TestZufall.h"
 
 #include <QTest>
 
 #include <map>
 
 namespace {
-
-// Draws what it is told.
-class FesterZufall final : public Zufall
-{
-public:
-    explicit FesterZufall(std::initializer_list<double> zahlen) : zahlen_(zahlen) {}
-
-    double Rnd() override
-    {
-        const double zahl = zahlen_.front();
-        zahlen_.pop_front();
-        return zahl;
-    }
-
-    std::size_t Uebrig() const { return zahlen_.size(); }
-
-private:
-    std::deque<double> zahlen_;
-};
 
 using Folge = std::array<int, AntwortAnzahl>;
 
@@ -141,9 +123,9 @@ private slots:
 
     void ShufflingDrawsAgainWhileAPlaceIsTaken()
     {
-        FesterZufall zufall{0.99, 0.81, 0.0, 0.19, 0.4, 0.5, 0.2, 0.8, 0.6};
+        TestZufall zufall({0.99, 0.81, 0.0, 0.19, 0.4, 0.5, 0.2, 0.8, 0.6});
         QCOMPARE(AntwortenMischen(zufall), (Folge{4, 0, 2, 1, 3}));
-        QCOMPARE(zufall.Uebrig(), std::size_t(0));
+        QCOMPARE(zufall.zahlen.size(), std::size_t(0));
     }
 
     void ShufflingGivesEachOrderItsChance()

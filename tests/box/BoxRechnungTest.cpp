@@ -3,6 +3,7 @@
 #include "BoxRechnung.h"
 
 #include "TestProgram.h"
+#include "TestZufall.h"
 #include "Wuerfel.h"
 
 #include <QTest>
@@ -20,25 +21,6 @@ FachTabelle Box(const QList<int> &anzahl)
         tabelle[static_cast<std::size_t>(i)].Anzahl = static_cast<qint16>(anzahl[i]);
     return tabelle;
 }
-
-// Draws what it is told, then 0.
-class FesterZufall final : public Zufall
-{
-public:
-    explicit FesterZufall(std::deque<double> zahlen) : zahlen_(std::move(zahlen)) {}
-
-    double Rnd() override
-    {
-        if (zahlen_.empty())
-            return 0;
-        const double zahl = zahlen_.front();
-        zahlen_.pop_front();
-        return zahl;
-    }
-
-private:
-    std::deque<double> zahlen_;
-};
 
 double Fuer(int augen)
 {
@@ -207,13 +189,13 @@ private slots:
     {
         const FachTabelle box = Box({1, 1, 1, 1, 1, 1});
         for (int augen = 1; augen <= 6; ++augen) {
-            FesterZufall zufall({Fuer(augen)});
+            TestZufall zufall({Fuer(augen)});
             const Wurf wurf = Wuerfeln(box, zufall);
             QCOMPARE(wurf.augen, augen);
             QCOMPARE(wurf.fach, augen % 6);
             QVERIFY(wurf.angenommen);
         }
-        FesterZufall rand({0.0, 0.9999999});
+        TestZufall rand({0.0, 0.9999999});
         QCOMPARE(Wuerfeln(box, rand).augen, 1);
         QCOMPARE(Wuerfeln(box, rand).augen, 6);
     }

@@ -3,6 +3,7 @@
 #include "BoxRechnung.h"
 #include "KarteVerschieben.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDir>
@@ -93,11 +94,12 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         std::array<int, 2> pipe{};
         QCOMPARE(::pipe(pipe.data()), 0);
         const QByteArray seed = QByteArray::number(kill);
+        const QByteArray program = QFile::encodeName(Worker("learn_worker"));
         const pid_t worker = fork();
         if (worker == 0) {
             dup2(pipe[1], STDOUT_FILENO);
             close(pipe[0]);
-            execl(LEARN_WORKER, LEARN_WORKER, qPrintable(path), seed.constData(), nullptr);
+            execl(program.constData(), program.constData(), qPrintable(path), seed.constData(), nullptr);
             _exit(127);
         }
         close(pipe[1]);

@@ -6,6 +6,7 @@
 #include "LBOX.h"
 #include "StoreTestSupport.h"
 #include "TestDialoge.h"
+#include "TestZufall.h"
 #include "WuerfelBild.h"
 
 #include <QAction>
@@ -19,28 +20,6 @@
 #include <deque>
 #include <functional>
 #include <memory>
-
-// Random numbers that are said beforehand, then 0.
-class TestZufall final : public Zufall
-{
-public:
-    double Rnd() override
-    {
-        if (zahlen.empty())
-            return 0;
-        const double zahl = zahlen.front();
-        zahlen.pop_front();
-        return zahl;
-    }
-
-    void Wuerfe(std::initializer_list<int> augen)
-    {
-        for (const int i : augen)
-            zahlen.push_back((i - 0.5) / 6);
-    }
-
-    std::deque<double> zahlen;
-};
 
 // The real main window on real files, driven by key and mouse.
 class LBoxBuehne

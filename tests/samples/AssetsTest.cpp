@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RichText.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDir>
@@ -68,7 +69,8 @@ private:
         drawing.write(svg);
         drawing.close();
         QProcess tool;
-        tool.start(MKASSETS, {PALETTE, drawing.fileName(), dir.filePath("d.png"), variant + ":16"});
+        tool.start(BuildFile("tools/mkassets"), {SourceFile("assets/palette.md"), drawing.fileName(),
+                                                 dir.filePath("d.png"), variant + ":16"});
         tool.waitForFinished(-1);
         const bool made = QFile::exists(dir.filePath("d.png"));
         const QString said = QString::fromUtf8(tool.readAllStandardError());
@@ -88,7 +90,7 @@ private slots:
     void IconHoldsAllSizesAndQtReadsEach()
     {
         QFETCH(QString, name);
-        QImageReader reader(QStringLiteral(PROGRAM_DIR "/") + name);
+        QImageReader reader(ProgramDir() + "/" + name);
         QCOMPARE(reader.format(), QByteArray("ico"));
         QList<int> sizes;
         for (int i = 0; i < reader.imageCount(); ++i) {
@@ -102,14 +104,14 @@ private slots:
             sizes << image.width();
         }
         QCOMPARE(sizes, (QList<int>{16, 24, 32, 48, 64, 128, 256}));
-        const QIcon icon(QStringLiteral(PROGRAM_DIR "/") + name);
+        const QIcon icon(ProgramDir() + "/" + name);
         QCOMPARE(icon.availableSizes().size(), 7);
     }
 
     void RightAndWrongFaceDifferInShapeNotOnlyInColour()
     {
         const auto face = [](const char *name) {
-            QImageReader reader(QStringLiteral(PROGRAM_DIR "/%1").arg(QLatin1String(name)));
+            QImageReader reader((ProgramDir() + "/%1").arg(QLatin1String(name)));
             reader.jumpToImage(0);
             return reader.read().convertToFormat(QImage::Format_Grayscale8);
         };
@@ -126,7 +128,7 @@ private slots:
     {
         QSet<QByteArray> seen;
         for (int i = 5; i <= 11; ++i) {
-            const QString path = QStringLiteral(PROGRAM_DIR "/lbox%1.jpg").arg(i, 2, 10, QLatin1Char('0'));
+            const QString path = (ProgramDir() + "/lbox%1.jpg").arg(i, 2, 10, QLatin1Char('0'));
             QCOMPARE(Picture(path, "jpeg").size(), QSize(1920, 1200));
             QVERIFY(QFileInfo(path).size() < 400'000);
             seen.insert(Bytes(path));
@@ -137,15 +139,16 @@ private slots:
     void ThemeHasTheIconInEverySize()
     {
         for (const int size : {16, 22, 24, 32, 48, 64, 128, 256, 512})
-            QCOMPARE(Picture(QStringLiteral(ICON_THEME "/%1x%1/apps/paukfix.png").arg(size), "png").size(),
+            QCOMPARE(Picture(BuildFile("icons/hicolor/%1x%1/apps/paukfix.png").arg(size), "png").size(),
                      QSize(size, size));
-        QCOMPARE(Picture(ICON_THEME "/scalable/apps/paukfix.svg", "svg").size(), QSize(512, 512));
+        QCOMPARE(Picture(BuildFile("icons/hicolor/scalable/apps/paukfix.svg"), "svg").size(),
+                 QSize(512, 512));
     }
 
     void ApplauseIsShortUnclippedAndFadesOut()
     {
         int channels = 0;
-        const QList<qint16> samples = Samples(PROGRAM_DIR "/Applause.wav", &channels);
+        const QList<qint16> samples = Samples(ProgramDir() + "/Applause.wav", &channels);
         QCOMPARE(channels, 2);
         const double seconds = double(samples.size()) / channels / 44100;
         QVERIFY(seconds > 1 && seconds < 3);
@@ -157,7 +160,7 @@ private slots:
 
     void SampleMediaCanBeReadAndAreNotEmpty()
     {
-        const QDir dir(SAMPLE_BOXES);
+        const QDir dir(BuildFile("samples"));
         const QStringList pictures = dir.entryList({"*.jpg", "*.bmp"}, QDir::Files);
         const QStringList sounds = dir.entryList({"*.wav"}, QDir::Files);
         QVERIFY(pictures.size() >= 20);
@@ -177,7 +180,7 @@ private slots:
 
     void AboutTextReadsAsRichText()
     {
-        const QByteArray rtf = Bytes(PROGRAM_DIR "/ueber.rtf");
+        const QByteArray rtf = Bytes(ProgramDir() + "/ueber.rtf");
         QVERIFY(rtf.startsWith("{\\rtf1"));
         QTextDocument document;
         SetRichTextBytes(document, rtf);

@@ -4,6 +4,7 @@
 #include "Kartentext.h"
 #include "RichText.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 #include "TextHelpers.h"
 
@@ -19,7 +20,7 @@ class SamplesTest : public QObject
     Q_OBJECT
 
 private:
-    static QString BoxPath(const QString &box) { return QStringLiteral(SAMPLE_BOXES "/%1.pzb").arg(box); }
+    static QString BoxPath(const QString &box) { return BuildFile("samples/%1.pzb").arg(box); }
 
     static void Boxes()
     {
@@ -69,7 +70,7 @@ private slots:
     void BoxHoldsTheCardsOfItsText()
     {
         QFETCH(QString, box);
-        std::vector<CardRecord> written = ReadKartentext(QStringLiteral(SAMPLE_TEXTS "/%1.txt").arg(box));
+        std::vector<CardRecord> written = ReadKartentext(SourceFile("samples/%1.txt").arg(box));
         std::stable_sort(written.begin(), written.end(),
                          [](const CardRecord &a, const CardRecord &b) { return a.FachNr < b.FachNr; });
         const QList<CardRecord> cards = ReadCards(BoxPath(box));
@@ -119,7 +120,7 @@ private slots:
         QFETCH(QString, box);
         for (const CardRecord &card : ReadCards(BoxPath(box)))
             for (const QString &medium : MediaOf(card))
-                QVERIFY2(QFileInfo(QStringLiteral(SAMPLE_BOXES "/") + medium).size() > 0, qPrintable(medium));
+                QVERIFY2(QFileInfo(BuildFile("samples/" + medium)).size() > 0, qPrintable(medium));
     }
 
     void KnowledgeBoxHasManyTickCardsAndSomeWithoutARightAnswer()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KonfigFixture.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDir>
@@ -320,7 +321,7 @@ void WriteConfigTest::RecentFilesHoldUntilTheEndWhereTheyCannotBeWritten()
 void WriteConfigTest::FileThatIsGoneIsToldAndMadeAgain()
 {
     const QTemporaryDir shipped;
-    QVERIFY(QFile::copy(SHIPPED_KONFIG, shipped.filePath("konfig.dat")));
+    QVERIFY(QFile::copy(SourceFile("assets/konfig.dat"), shipped.filePath("konfig.dat")));
     config_->Lieferpfade = QStringList(shipped.path());
     config_->Sichern(1, "a.pzb", "Nicht gespeichert: ");
     QCOMPARE(meldungen_->Texte(),
@@ -383,7 +384,7 @@ void WriteConfigTest::OtherProgramWritingIsAnError()
 
 void WriteConfigTest::ShippedFileIsSound()
 {
-    QVERIFY(QFile::copy(SHIPPED_KONFIG, Path("konfig.dat")));
+    QVERIFY(QFile::copy(SourceFile("assets/konfig.dat"), Path("konfig.dat")));
     const QByteArray shipped = ReadBytes();
     QCOMPARE(shipped.count("\r\n"), shipped.count('\n'));
     QVERIFY(shipped.endsWith("\r\n"));

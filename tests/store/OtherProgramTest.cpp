@@ -8,6 +8,7 @@
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QProcess>
@@ -178,7 +179,7 @@ private slots:
     void ASecondRunOfTheProgramIsToldThatTheFileIsOpen()
     {
         QProcess first;
-        first.start(QStringLiteral(LOCK_WORKER), {Path()});
+        first.start(Worker("lock_worker"), {Path()});
         QVERIFY(first.waitForReadyRead());
         QCOMPARE(first.readAll(), QByteArray("0\n"));
         QCOMPARE(GapInLock(Path()), QString());
@@ -195,7 +196,7 @@ private slots:
         QVERIFY(first.waitForFinished());
         const CardFile mine(Path());
         QProcess again;
-        again.start(QStringLiteral(LOCK_WORKER), {Path()});
+        again.start(Worker("lock_worker"), {Path()});
         QVERIFY(again.waitForFinished());
         QCOMPARE(again.readAll(), "3045\n");
     }

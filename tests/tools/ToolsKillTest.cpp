@@ -3,6 +3,7 @@
 #include "CardStore.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDir>
@@ -45,11 +46,12 @@ public:
         if (::pipe(pipe_.data()) != 0)
             qFatal("no pipe");
         const QByteArray path = QFile::encodeName(directory);
+        const QByteArray program = QFile::encodeName(Worker("tool_worker"));
         pid_ = fork();
         if (pid_ == 0) {
             dup2(pipe_[1], STDOUT_FILENO);
             close(pipe_[0]);
-            execl(TOOL_WORKER, TOOL_WORKER, tool.constData(), path.constData(), nullptr);
+            execl(program.constData(), program.constData(), tool.constData(), path.constData(), nullptr);
             _exit(127);
         }
         close(pipe_[1]);

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AppConfig.h"
+#include "Dialoge.h"
+#include "Meldungen.h"
+#include "Ton.h"
+#include "Uhr.h"
+#include "Zufall.h"
+
+// What the windows are given beside the open box. All of it lives as long as the program.
+struct Dienste
+{
+    Meldungen &meldungen;
+    Dialoge &dialoge;
+    const Uhr &uhr;
+    Zufall &zufall;
+    Ton &ton;
+    AppConfig &konfig;
+};

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Dienste.h"
+#include "StoreTestSupport.h"
+#include "TestDialoge.h"
+#include "TestZufall.h"
+
+#include <QStringList>
+
+// Notes what is played.
+class TestTon final : public Ton
+{
+public:
+    void Spielen(const QString &pfad) override { gespielt << pfad; }
+
+    void Stille() override { ++stillen; }
+
+    QStringList gespielt;
+    int stillen = 0;
+};
+
+// The services of a test: questions and dialogs are answered beforehand, nothing waits, chance and sounds are
+// noted; the settings are the real ones, in a directory that the test gives them.
+struct TestDienste
+{
+    TestMeldungen meldungen;
+    TestDialoge dialoge;
+    TestUhr uhr;
+    TestZufall zufall;
+    TestTon ton;
+    AppConfig konfig{meldungen};
+
+    Dienste Alle() { return {meldungen, dialoge, uhr, zufall, ton, konfig}; }
+};
