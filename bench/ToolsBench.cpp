@@ -177,7 +177,7 @@ void ToolsAppend(benchmark::State &state)
     const QString source = shop.Full("quelle.pzb");
     Measure(
         state, [&] { return shop.Open(shop.Empty()); },
-        [&](const Werkbank &bank) { return KarteiAnhängen(bank, source) == Ausgang::Gelungen; },
+        [&](const Werkbank &bank) { return KarteiAnhaengen(bank, source) == Ausgang::Gelungen; },
         [&] { shop.Close(); });
 }
 

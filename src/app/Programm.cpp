@@ -146,7 +146,7 @@ void Programm::ÜbersichtZeigen()
         meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
         return;
     }
-    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }, .drucker = {}}, lbox_.get()).exec();
+    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
     if (lbox_->isVisible())
         lbox_->activateWindow();
 }

@@ -17,23 +17,6 @@
 
 namespace {
 
-QFont Font(const Schrift &schrift)
-{
-    QFont font(schrift.FontName);
-    font.setPointSizeF(schrift.FontSize > 0 ? double(schrift.FontSize) : 10.0);
-    font.setBold(schrift.FontBold);
-    font.setItalic(schrift.FontItalic);
-    font.setStrikeOut(schrift.FontStrikethru);
-    font.setUnderline(schrift.FontUnderline);
-    return font;
-}
-
-// Colours are kept blue-green-red, red in the lowest byte.
-QColor Farbe(qint32 farbe)
-{
-    return {farbe & 0xFF, farbe >> 8 & 0xFF, farbe >> 16 & 0xFF};
-}
-
 // A path for the menu: where it is long, its directory is elided in the middle; the name stays whole, unless
 // it is too long for the screen by itself.
 QString KurzerPfad(const QString &pfad, const QFontMetrics &schrift, int schirm)
@@ -204,16 +187,10 @@ void LBOX::KonfigZeigen()
 void LBOX::MSchriftart_Click()
 {
     Schrift &schrift = umgebung_.konfig.schrift;
-    const auto wahl = umgebung_.dialoge.SchriftWaehlen({Font(schrift), Farbe(schrift.Color)});
+    const auto wahl = umgebung_.dialoge.SchriftWaehlen(schrift.Wahl());
     if (!wahl)
         return;
-    schrift.FontName = wahl->font.family();
-    schrift.FontSize = static_cast<float>(wahl->font.pointSizeF());
-    schrift.FontBold = wahl->font.bold();
-    schrift.FontItalic = wahl->font.italic();
-    schrift.FontStrikethru = wahl->font.strikeOut();
-    schrift.FontUnderline = wahl->font.underline();
-    schrift.Color = wahl->farbe.red() | wahl->farbe.green() << 8 | wahl->farbe.blue() << 16;
+    schrift.Nehmen(*wahl);
     umgebung_.konfig.Sichern(2, QStringLiteral("Dummy"),
                              QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
 }

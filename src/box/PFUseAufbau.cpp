@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "BildBox.h"
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "Flaeche.h"
 #include "KurzLabel.h"
 #include "PFUse.h"
@@ -23,54 +24,16 @@ namespace {
 constexpr int RahmenBreite = 6; // of the verdict's colour around the card
 constexpr int GesichtGroesse = 48;
 
-QString Name(const char *feld, std::size_t index)
-{
-    return QStringLiteral("%1(%2)").arg(QLatin1String(feld)).arg(index);
-}
-
-template <typename Widget>
-Widget *Benannt(Widget *widget, const QString &name, const QString &zugaenglich)
-{
-    widget->setObjectName(name);
-    widget->setAccessibleName(zugaenglich);
-    return widget;
-}
-
-// What is not shown yet keeps its place: nothing jumps when it appears.
-void PlatzHalten(QWidget *widget)
-{
-    QSizePolicy regel = widget->sizePolicy();
-    regel.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(regel);
-    widget->hide();
-}
-
-void Schriftgroesse(QWidget *widget, double faktor)
-{
-    QFont schrift = widget->font();
-    schrift.setPointSizeF(schrift.pointSizeF() * faktor);
-    widget->setFont(schrift);
-}
-
-void Faerben(QWidget *widget, QPalette::ColorRole rolle, const QColor &farbe)
-{
-    QPalette palette; // holds this one colour; all others keep following the desktop
-    palette.setColor(rolle, farbe);
-    widget->setPalette(palette);
-}
-
 void TextFaerben(QWidget *widget, const QColor &farbe)
 {
-    Faerben(widget, widget->foregroundRole(), farbe);
+    Faerben(widget, {{widget->foregroundRole(), farbe}});
 }
 
-// The style draws the outlines of tick boxes and option buttons as a darker shade of the window's ground, for
-// which it takes the window to be lighter than the surface they stand on.
 void UmrissFaerben(QWidget *knopf)
 {
-    const QColor grund = knopf->palette().color(QPalette::Base);
-    const QColor schwach = Farben::Getoent(knopf->palette().color(QPalette::Text), grund, 0.25);
-    Faerben(knopf, QPalette::Window, Farben::Lesbar(schwach, grund, Farben::KontrastUmriss + 1).lighter(140));
+    const QPalette farben = knopf->palette();
+    Faerben(knopf,
+            {{QPalette::Window, UmrissGrund(farben.color(QPalette::Text), farben.color(QPalette::Base))}});
 }
 
 QLabel *Beschriftung(QWidget *eltern, const QString &text)
@@ -200,6 +163,7 @@ QLayout *PFUse::ErgebnisBauen()
     zeile->addWidget(Ergebnis_R_);
     zeile->addWidget(Ergebnis_F_);
     PlatzHalten(ergebnis_);
+    ergebnis_->hide();
     auto *aussen = new QVBoxLayout;
     aussen->addWidget(ergebnis_);
     return aussen;
@@ -227,6 +191,7 @@ QLayout *PFUse::KnoepfeBauen()
     nochEinmal_->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
     nochEinmal_->setShortcut(Qt::Key_F5);
     PlatzHalten(nochEinmal_);
+    nochEinmal_->hide();
     Cpruefen_ =
         knopf(QStringLiteral("&Prüfen"), QStringLiteral("Cpruefen"),
               QStringLiteral("Die Antwort prüfen (Eingabe oder Strg+P)"), [this] { Cpruefen_Click(); });
@@ -399,11 +364,11 @@ void PFUse::FarbenSetzen()
         const QColor grund = label == hinweise_ ? palette().color(QPalette::Window) : karte;
         TextFaerben(label, Farben::Leise(text, grund));
     }
-    Faerben(strich_, QPalette::Mid,
-            MFrage_->hasFocus() ? palette().color(QPalette::Highlight) : Farben::Getoent(text, karte, 0.15));
+    Faerben(strich_, {{QPalette::Mid, MFrage_->hasFocus() ? palette().color(QPalette::Highlight)
+                                                          : Farben::Getoent(text, karte, 0.15)}});
 
     const QColor signal = Ergebnis_R_->isChecked() ? Farben::Richtig : Farben::Falsch;
-    Faerben(Frame1_, QPalette::Window, signal);
+    Faerben(Frame1_, {{QPalette::Window, signal}});
     TextFaerben(urteil_, stand_ == Stand::Beurteilt ? Farben::Lesbar(signal, karte) : text);
     UmrissFaerben(Ergebnis_R_);
     UmrissFaerben(Ergebnis_F_);
@@ -419,9 +384,8 @@ void PFUse::ZeilenFaerben()
         feld_[i]->SetUmriss(Check1_[i]->hasFocus() ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Fein);
         if (stand_ != Stand::Gefragt) {
             const bool stimmt = Check1_[i]->isChecked() == Check2_[i]->isChecked();
-            Faerben(feld_[i], QPalette::Base,
-                    Farben::Getoent(stimmt ? Farben::Richtig : Farben::Falsch,
-                                    palette().color(QPalette::Base), 0.18));
+            Faerben(feld_[i], {{QPalette::Base, Farben::Getoent(stimmt ? Farben::Richtig : Farben::Falsch,
+                                                                palette().color(QPalette::Base), 0.18)}});
         }
         UmrissFaerben(Check1_[i]);
         UmrissFaerben(Check2_[i]);

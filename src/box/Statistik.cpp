@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Statistik.h"
 
+#include "Fensterbau.h"
 #include "Flaeche.h"
 #include "StatistikBalken.h"
 
@@ -34,9 +35,8 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
     karte_->SetUmriss(Flaeche::Umriss::Fein);
     Form_Load(werte);
 
-    cmdZurück_ = new QPushButton(QStringLiteral("Zurück"), this);
-    cmdZurück_->setObjectName(QStringLiteral("cmdZurück"));
-    cmdZurück_->setAccessibleName(cmdZurück_->text());
+    cmdZurück_ = Benannt(new QPushButton(QStringLiteral("Zurück"), this), QStringLiteral("cmdZurück"),
+                         QStringLiteral("Zurück"));
     cmdZurück_->setDefault(true);
     cmdZurück_->setFocus();
     connect(cmdZurück_, &QPushButton::clicked, this, [this] { accept(); });
@@ -75,9 +75,7 @@ QLabel *Statistik::Beschriftung(const QString &text, bool fett)
 
 QLineEdit *Statistik::Feld(const QString &name, const QString &zugaenglich, const QString &text)
 {
-    auto *feld = new QLineEdit(text, karte_);
-    feld->setObjectName(name);
-    feld->setAccessibleName(zugaenglich);
+    auto *feld = Benannt(new QLineEdit(text, karte_), name, zugaenglich);
     feld->setReadOnly(true);
     feld->setFrame(false);
     return feld;
@@ -126,9 +124,8 @@ QLayout *Statistik::FaecherBauen(const StatistikWerte &werte)
         const auto [beginn, jetzt] = werte.Fach[i];
         const int zeile = static_cast<int>(i) + 1;
         const auto zahl = [&](int spalte, const char *name, const QString &was, const QString &text) {
-            tafel->addWidget(Zahl(QStringLiteral("%1(%2)").arg(QString::fromUtf8(name)).arg(i),
-                                  FachName(i) + QLatin1Char(' ') + was, text),
-                             zeile, spalte, Qt::AlignRight);
+            tafel->addWidget(Zahl(Name(name, i), FachName(i) + QLatin1Char(' ') + was, text), zeile, spalte,
+                             Qt::AlignRight);
         };
         tafel->addWidget(Beschriftung(FachName(i)), zeile, 0);
         zahl(1, "BegAnz", QStringLiteral("bei Sitzungs Beginn"), QString::number(beginn));

@@ -104,12 +104,6 @@ bool Umgeschaltet(const std::optional<bool> &jetzt)
     return !jetzt.value_or(false);
 }
 
-// Blue-green-red, red in the lowest byte.
-QColor Farbe(const Schrift &schrift)
-{
-    return {schrift.Color & 0xFF, schrift.Color >> 8 & 0xFF, schrift.Color >> 16 & 0xFF};
-}
-
 QTextCharFormat KleinFett(int twips)
 {
     QTextCharFormat format;
@@ -183,15 +177,7 @@ QTextCharFormat NormalgestelltFormat()
 
 Schriftwahl DialogVorgabe(const Auswahlformat &auswahl, const Schrift &standard)
 {
-    Schriftwahl wahl{QFont(), Farbe(standard)};
-    if (!standard.FontName.isEmpty())
-        wahl.font.setFamily(standard.FontName);
-    if (standard.FontSize > 0)
-        wahl.font.setPointSizeF(static_cast<double>(standard.FontSize));
-    wahl.font.setBold(standard.FontBold);
-    wahl.font.setItalic(standard.FontItalic);
-    wahl.font.setStrikeOut(standard.FontStrikethru);
-    wahl.font.setUnderline(standard.FontUnderline);
+    Schriftwahl wahl = standard.Wahl();
     if (auswahl.SelFontName && !auswahl.SelFontName->isEmpty())
         wahl.font.setFamily(*auswahl.SelFontName);
     if (auswahl.SelFontSize && *auswahl.SelFontSize > 0)
@@ -235,6 +221,6 @@ QTextCharFormat StandardFormat(const Schrift &schrift)
     format.setFontItalic(schrift.FontItalic);
     format.setFontStrikeOut(schrift.FontStrikethru);
     format.setFontUnderline(schrift.FontUnderline);
-    SetTextColour(format, Farbe(schrift));
+    SetTextColour(format, schrift.Farbe());
     return format;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Meldungen.h"
+#include "Schrift.h"
 #include "StoreError.h"
 
 #include <QPoint>
@@ -13,15 +14,6 @@
 #include <array>
 #include <functional>
 #include <optional>
-
-// The standard font for the text of new cards.
-struct Schrift
-{
-    QString FontName;
-    float FontSize = 10; // points
-    bool FontBold = false, FontItalic = false, FontStrikethru = false, FontUnderline = false;
-    qint32 Color = 0; // blue-green-red
-};
 
 // What the learner has made of a window; the program chooses what he has left as it was. Logical pixels of
 // the desktop, without the frame.

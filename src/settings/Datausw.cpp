@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Datausw.h"
 
+#include "Fensterbau.h"
 #include "Flaeche.h"
 
 #include <QCollator>
@@ -19,18 +20,14 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     setObjectName(QStringLiteral("Datausw"));
     setWindowTitle(QStringLiteral("Datei laden "));
 
-    Hinweis_ = new QLabel(this);
-    Hinweis_->setObjectName(QStringLiteral("Hinweis"));
-    Hinweis_->setAccessibleName(QStringLiteral("Hinweis"));
+    Hinweis_ = Benannt(new QLabel(this), QStringLiteral("Hinweis"), QStringLiteral("Hinweis"));
     Hinweis_->setTextFormat(Qt::PlainText);
     Hinweis_->setWordWrap(true);
 
     auto *karte = new Flaeche(this);
     karte->SetUmriss(Flaeche::Umriss::Feld);
-    Filelist_ = new QListWidget(karte);
+    Filelist_ = Benannt(new QListWidget(karte), QStringLiteral("Filelist"), QStringLiteral("Dateien"));
     Filelist_->setFrameShape(QFrame::NoFrame);
-    Filelist_->setObjectName(QStringLiteral("Filelist"));
-    Filelist_->setAccessibleName(QStringLiteral("Dateien"));
     const int zeile = fontMetrics().height();
     Filelist_->setSpacing(zeile / 8);
     auto *innen = new QVBoxLayout(karte);
@@ -38,14 +35,12 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     innen->addWidget(Filelist_);
     connect(Filelist_, &QListWidget::itemDoubleClicked, this, [this] { laden_Click(); });
 
-    laden_ = new QPushButton(QStringLiteral("laden"), this);
-    laden_->setObjectName(QStringLiteral("laden"));
-    laden_->setAccessibleName(QStringLiteral("laden"));
+    laden_ = Benannt(new QPushButton(QStringLiteral("laden"), this), QStringLiteral("laden"),
+                     QStringLiteral("laden"));
     laden_->setDefault(true);
     connect(laden_, &QPushButton::clicked, this, [this] { laden_Click(); });
-    abbrechen_ = new QPushButton(QStringLiteral("abbrechen"), this);
-    abbrechen_->setObjectName(QStringLiteral("abbrechen"));
-    abbrechen_->setAccessibleName(QStringLiteral("abbrechen"));
+    abbrechen_ = Benannt(new QPushButton(QStringLiteral("abbrechen"), this), QStringLiteral("abbrechen"),
+                         QStringLiteral("abbrechen"));
     connect(abbrechen_, &QPushButton::clicked, this, [this] { reject(); });
 
     auto *knoepfe = new QHBoxLayout;

@@ -4,6 +4,7 @@
 
 #include "Bild.h"
 #include "Bildpunkte.h"
+#include "Fensterbau.h"
 #include "Schritt.h"
 
 #include <QCoreApplication>
@@ -48,12 +49,9 @@ void Intro::Aufbauen()
     Timer_Intro_->setInterval(Takt);
     connect(Timer_Intro_, &QTimer::timeout, this, [this] { Timer_Intro_Timer(); });
 
-    Command1_ = new QPushButton(QStringLiteral("los geht's"), this);
-    Command1_->setObjectName(QStringLiteral("Command1"));
-    Command1_->setAccessibleName(Command1_->text());
-    QFont schrift = Command1_->font();
-    schrift.setPointSizeF(schrift.pointSizeF() * 1.3);
-    Command1_->setFont(schrift);
+    Command1_ = Benannt(new QPushButton(QStringLiteral("los geht's"), this), QStringLiteral("Command1"),
+                        QStringLiteral("los geht's"));
+    Schriftgroesse(Command1_, 1.3);
     const int zeile = Command1_->fontMetrics().height();
     Command1_->setMinimumSize(Command1_->sizeHint() + QSize(zeile, zeile / 3));
     connect(Command1_, &QPushButton::clicked, this, [this] { Command1_Click(); });

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Ueber.h"
 
+#include "Fensterbau.h"
 #include "Flaeche.h"
 #include "RichText.h"
 #include "RichTextBox.h"
@@ -26,9 +27,8 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     const int zeile = fontMetrics().height();
     auto *karte = new Flaeche(this);
     karte->SetUmriss(Flaeche::Umriss::Fein);
-    RichTextBox1_ = new RichTextBox(karte);
-    RichTextBox1_->setObjectName(QStringLiteral("RichTextBox1"));
-    RichTextBox1_->setAccessibleName(QStringLiteral("über Paukfix"));
+    RichTextBox1_ =
+        Benannt(new RichTextBox(karte), QStringLiteral("RichTextBox1"), QStringLiteral("über Paukfix"));
     RichTextBox1_->setReadOnly(true);
     RichTextBox1_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     RichTextBox1_->setFrameShape(QFrame::NoFrame);
@@ -37,9 +37,8 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     innen->setContentsMargins(zeile, zeile / 2, zeile / 4, zeile / 2);
     innen->addWidget(RichTextBox1_);
 
-    Command1_ = new QPushButton(QStringLiteral("OK"), this);
-    Command1_->setObjectName(QStringLiteral("Command1"));
-    Command1_->setAccessibleName(Command1_->text());
+    Command1_ = Benannt(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("Command1"),
+                        QStringLiteral("OK"));
     Command1_->setDefault(true);
     Command1_->setFocus();
     connect(Command1_, &QPushButton::clicked, this, [this] { accept(); });

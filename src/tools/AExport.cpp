@@ -11,7 +11,7 @@ AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
                       QStringLiteral("ASCII - Export"), parent)
 {
-    Erklären(
+    Erklaeren(
         {QStringLiteral("Durch diese Funktion werden alle einfachen Fragen in eine ASCII-Datei ausgegeben "
                         "(Keine Ankreuzfragen und keine Bilder). "),
          QStringLiteral("Diese ASCII-Datei kann dann von anderen Programmen (z.B. MS-Excel oder "
@@ -20,12 +20,12 @@ AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Für MS-Excel sollten Sie <Tab> als Trennzeichen benutzen. "
                                 "Für MS-Word Semikolon (;)."));
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AExport::cmdDateiname_Click()
 {
-    lblDateiname_->setText(ZielWählen(
+    lblDateiname_->setText(Ziel().Waehlen(
         TextdateiDialog(QStringLiteral("ASCII export"), Umgebung().store.KarteiPfad, QStringLiteral("txt"))));
 }
 
@@ -35,10 +35,10 @@ void AExport::cmdOK_Click()
     if (!trennzeichen)
         return;
     const QString datei = lblDateiname_->text();
-    if (!DarfErstellen(datei))
+    if (!Ziel().DarfErstellen(datei))
         return;
     Ausgang ausgang{};
-    Ausführen([&](const Werkbank &bank) { ausgang = AsciiExportieren(bank, datei, *trennzeichen); });
+    Ausfuehren([&](const Werkbank &bank) { ausgang = AsciiExportieren(bank, datei, *trennzeichen); });
     if (ausgang == Ausgang::Gescheitert)
         return;
     if (ausgang == Ausgang::Gelungen)

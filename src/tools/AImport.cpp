@@ -11,7 +11,7 @@ AImport::AImport(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
                       QStringLiteral("ASCII - Import"), parent)
 {
-    Erklären(
+    Erklaeren(
         {QStringLiteral("Durch diese Funktion werden einfache Fragen aus einer ASCII-Datei eingelesen und "
                         "in das Fach Neu der aktuellen Kartei abgelegt. "),
          QStringLiteral("Hierdurch können Daten aus anderen Anwendungen, z.B. MS-Excel oder MS-Access "
@@ -20,7 +20,7 @@ AImport::AImport(WerkzeugUmgebung umgebung, QWidget *parent)
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Die Datei muß folgenden Aufbau haben:"));
     HinweisBauen(QStringLiteral("Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"));
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AImport::cmdDateiname_Click()
@@ -37,7 +37,8 @@ void AImport::cmdOK_Click()
     const QString datei = lblDateiname_->text();
     Ausgang ausgang{};
     Zugang zugang;
-    Ausführen([&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
+    Ausfuehren(
+        [&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
     if (ausgang == Ausgang::Gelungen)
         Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
     else if (ausgang == Ausgang::Teilweise)

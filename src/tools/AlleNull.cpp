@@ -8,9 +8,9 @@ AlleNull::AlleNull(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("AlleNull"), QStringLiteral("Alle Karten nach Fach Neu"),
                       QStringLiteral("Alle Karten nach Fach Neu"), parent)
 {
-    Erklären({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),
-              QStringLiteral("Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !")});
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    Erklaeren({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),
+               QStringLiteral("Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !")});
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AlleNull::cmdOK_Click()
@@ -20,7 +20,7 @@ void AlleNull::cmdOK_Click()
             Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
         return;
     Ausgang ausgang{};
-    Ausführen([&](const Werkbank &bank) { ausgang = AlleNachNeu(bank); });
+    Ausfuehren([&](const Werkbank &bank) { ausgang = AlleNachNeu(bank); });
     if (ausgang == Ausgang::Gelungen)
         Umgebung().meldungen.Zeigen(QStringLiteral("Alles zurückgesetzt"));
     if (ausgang == Ausgang::Gelungen || !Umgebung().store.IsOpen())

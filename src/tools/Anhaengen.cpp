@@ -69,7 +69,7 @@ void OpenAppendSource(AppendSource &quelle, const QString &pfad, const Fortschri
 
 } // namespace
 
-Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl)
+Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl)
 {
     CardStore &store = bank.store;
     if (IstSieSelbst(store, quelle)) {

@@ -9,4 +9,4 @@
 // KarteiPfad. The source is only read; it may be one of the former database engine, or damaged: then what a
 // repair would find is taken over. `anzahl` gets the number of the cards that were added. What failed is told
 // when the box shows what came of it.
-Ausgang KarteiAnhängen(const Werkbank &bank, const QString &quelle, int *anzahl = nullptr);
+Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl = nullptr);

@@ -8,17 +8,17 @@ ErlNull::ErlNull(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("ErlNull"), QStringLiteral("Erledigte Karten nach Fach Neu"),
                       QStringLiteral("Erledigte Karten nach Fach Neu"), parent)
 {
-    Erklären(
+    Erklaeren(
         {QStringLiteral("Durch diese Funktion werden erledigte Karten wieder in das Fach Neu einsortiert."),
          QStringLiteral(
              "Hinweis: Wenn eine Karte alle Fächer durchlaufen hat, dann gilt sie als erledigt.")});
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void ErlNull::cmdOK_Click()
 {
     std::optional<int> anzahl;
-    Ausführen([&](const Werkbank &bank) { anzahl = ErledigteNachNeu(bank); });
+    Ausfuehren([&](const Werkbank &bank) { anzahl = ErledigteNachNeu(bank); });
     if (anzahl)
         Umgebung().meldungen.Zeigen(QString::number(*anzahl) + QStringLiteral("Karten zurückgesetzt"));
     if (anzahl || !Umgebung().store.IsOpen())

@@ -11,7 +11,7 @@ Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
                       QStringLiteral("Kartei anhängen"), parent)
 {
-    Erklären(
+    Erklaeren(
         {QStringLiteral("Durch diese Funtion werden die Karten aus einer anderen Datei in die aktuelle "
                         "Datei hineinkopiert. "),
          QStringLiteral("Anders als beim ASCII-Import werden auch Ankreuzfragen und Schriftformatierungen "
@@ -19,26 +19,27 @@ Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
          QStringLiteral("Textdateien können mit dieser Funktion nicht übernommen werden. "
                         "(siehe ASCII-Import)")});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
-    connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewählt(); });
+    connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewaehlt(); });
     ergebnis_ = HinweisBauen({});
     ergebnis_->setObjectName(QStringLiteral("Ergebnis"));
     ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void Karteianhängen::cmdDateiname_Click()
 {
-    if (KarteinameÜbernehmen(
+    if (KarteinameUebernehmen(
             lblDateiname_, Umgebung().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
                                                                         Umgebung().konfig.ProgrammPfad))))
-        NeuGewählt(); // the same file too
+        NeuGewaehlt(); // the same file too
 }
 
 void Karteianhängen::cmdOK_Click()
 {
     Ausgang ausgang = Ausgang::Gescheitert;
     int anzahl = 0;
-    Ausführen([&](const Werkbank &bank) { ausgang = KarteiAnhängen(bank, lblDateiname_->text(), &anzahl); });
+    Ausfuehren(
+        [&](const Werkbank &bank) { ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), &anzahl); });
     if (!Umgebung().store.IsOpen()) {
         accept(); // there is nothing left to append to
         return;
@@ -53,7 +54,7 @@ void Karteianhängen::cmdOK_Click()
     lblDateiname_->setFocus();
 }
 
-void Karteianhängen::NeuGewählt()
+void Karteianhängen::NeuGewaehlt()
 {
     ergebnis_->clear();
     SetOKErlaubt(true);

@@ -14,7 +14,7 @@ public:
 private:
     void cmdDateiname_Click();
     void cmdOK_Click();
-    void NeuGewählt();
+    void NeuGewaehlt();
 
     QLineEdit *lblDateiname_;
     QLabel *ergebnis_; // of the last work, until the file name changes

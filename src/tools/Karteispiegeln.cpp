@@ -11,22 +11,22 @@ Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
                       QStringLiteral("Thema ausfiltern"), // the caption that this window has always had
                       QStringLiteral("Kartei spiegeln"), parent)
 {
-    Erklären({QStringLiteral("In der neuen Datei sind Frage und Antwort vertauscht.  "),
-              QStringLiteral("(Ankreuzfragen bleiben so wie sie sind)  "),
-              QStringLiteral("Aus einer Vokabelsammlung Deutsch/Englisch wird so eine Vokabelsammlung "
-                             "Englisch/Deutsch.")});
+    Erklaeren({QStringLiteral("In der neuen Datei sind Frage und Antwort vertauscht.  "),
+               QStringLiteral("(Ankreuzfragen bleiben so wie sie sind)  "),
+               QStringLiteral("Aus einer Vokabelsammlung Deutsch/Englisch wird so eine Vokabelsammlung "
+                              "Englisch/Deutsch.")});
     lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(
         QStringLiteral("Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
                        "Datei erstellen."));
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void Karteispiegeln::cmdDateiname_Click()
 {
-    KarteinameÜbernehmen(lblDateiname_, ZielWählen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
-                                                                Umgebung().store.KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
+                                                                     Umgebung().store.KarteiPfad)));
 }
 
 void Karteispiegeln::cmdOK_Click()

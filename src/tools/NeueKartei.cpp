@@ -65,7 +65,7 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
 
 } // namespace
 
-QString ThemaSchlüssel(QString thema)
+QString ThemaSchluessel(QString thema)
 {
     CleanFieldText(thema, {});
     const bool leer = std::all_of(thema.begin(), thema.end(), [](QChar zeichen) { return zeichen == u' '; });
@@ -77,7 +77,7 @@ QStringList Themen(CardRecordset &karten, Field thema)
     QStringList themen;
     QSet<QString> bekannt;
     for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
-        const QString schluessel = ThemaSchlüssel(thema.Text());
+        const QString schluessel = ThemaSchluessel(thema.Text());
         if (bekannt.contains(schluessel))
             continue;
         bekannt.insert(schluessel);
@@ -86,12 +86,12 @@ QStringList Themen(CardRecordset &karten, Field thema)
     return themen;
 }
 
-Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &übernehmen)
+Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &uebernehmen)
 {
-    const QSet<QString> bleibt(übernehmen.begin(), übernehmen.end());
+    const QSet<QString> bleibt(uebernehmen.begin(), uebernehmen.end());
     return NeueKartei(bank, ziel, [&](CardRecordset &karten) {
         DeleteByTopic(
-            karten, [&](const QString &thema) { return bleibt.contains(ThemaSchlüssel(thema)); },
+            karten, [&](const QString &thema) { return bleibt.contains(ThemaSchluessel(thema)); },
             bank.fortschritt);
     });
 }

@@ -11,13 +11,13 @@
 // Where anything fails, the old files stand as they were and the card file that was open is opened again.
 
 // The topic of a card as it is offered: on one line, and a name of its own where there is none.
-QString ThemaSchlüssel(QString thema);
+QString ThemaSchluessel(QString thema);
 
 // Every topic of the cards once, in the order in which it is first met. Moves the cursor.
 QStringList Themen(CardRecordset &karten, Field thema);
 
-// Keeps the cards whose topic is among `übernehmen`, as they are.
-Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &übernehmen);
+// Keeps the cards whose topic is among `uebernehmen`, as they are.
+Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &uebernehmen);
 
 // Exchanges question and answer of every simple card.
 Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel);

@@ -3,6 +3,7 @@
 #include "Themaausfiltern.h"
 
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "Kurztext.h"
 #include "NeueKartei.h"
 #include "Texttaste.h"
@@ -85,8 +86,8 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
     : Werkzeugfenster(umgebung, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
                       QStringLiteral("Thema ausfiltern"), parent)
 {
-    Erklären({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),
-              QStringLiteral("Sie können auswählen, welche der vorhandenen Themen übernommen werden. ")});
+    Erklaeren({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),
+               QStringLiteral("Sie können auswählen, welche der vorhandenen Themen übernommen werden. ")});
     auto *listen = new QGridLayout;
     listen->setVerticalSpacing(fontMetrics().height() / 4);
     Felder()->addLayout(listen, Felder()->rowCount(), 0, 1, 3);
@@ -98,16 +99,14 @@ Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(QStringLiteral("Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."));
     HinweisBauen(QStringLiteral("Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."));
-    KnöpfeBauen([this] { cmdOK_Click(); });
+    KnoepfeBauen([this] { cmdOK_Click(); });
     Form_Load();
 }
 
 QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
                                          const std::function<void()> &click)
 {
-    auto *liste = new Themenliste(this);
-    liste->setObjectName(name);
-    liste->setAccessibleName(QString(text).remove(u'&').remove(u':'));
+    auto *liste = Benannt(new Themenliste(this), name, QString(text).remove(u'&').remove(u':'));
     liste->setToolTip(QStringLiteral("zum Wechseln das Thema klicken"));
     liste->setUniformItemSizes(true);
     liste->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -115,10 +114,8 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
     liste->viewport()->installEventFilter(this);
     liste->installEventFilter(this);
     connect(liste, &QListWidget::itemClicked, this, click);
-    auto *label = new QLabel(text, this);
-    label->setBuddy(liste);
     const int spalte = listen->columnCount() - (listen->count() == 0 ? 1 : 0);
-    listen->addWidget(label, 0, spalte);
+    listen->addWidget(Beschriftung(text, liste, this), 0, spalte);
     listen->addWidget(liste, 1, spalte);
     return liste;
 }
@@ -174,16 +171,16 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 
 void Themaausfiltern::cmdDateiname_Click()
 {
-    KarteinameÜbernehmen(lblDateiname_, ZielWählen(KarteiDialog(QStringLiteral("Themaausfiltern"),
-                                                                Umgebung().store.KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Themaausfiltern"),
+                                                                     Umgebung().store.KarteiPfad)));
 }
 
 void Themaausfiltern::cmdOK_Click()
 {
-    QStringList übernehmen;
+    QStringList uebernehmen;
     for (int i = 0; i < lstÜbernehmen_->count(); ++i)
-        übernehmen << lstÜbernehmen_->item(i)->text();
+        uebernehmen << lstÜbernehmen_->item(i)->text();
     NeueKarteiErstellen(lblDateiname_, [&](const Werkbank &bank, const QString &ziel) {
-        return ThemenAusfiltern(bank, ziel, übernehmen);
+        return ThemenAusfiltern(bank, ziel, uebernehmen);
     });
 }

@@ -3,8 +3,10 @@
 #include "Uebersicht.h"
 
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "KartenDruck.h"
 #include "KartenModell.h"
+#include "Kartengitter.h"
 #include "LangeArbeit.h"
 #include "Texttaste.h"
 
@@ -19,7 +21,6 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -27,14 +28,6 @@
 #include <utility>
 
 namespace {
-
-template <typename Widget>
-Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
-{
-    widget->setObjectName(name);
-    widget->setAccessibleName(zugänglich);
-    return widget;
-}
 
 bool IstText(const QKeyEvent &taste)
 {
@@ -57,22 +50,22 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     setWindowTitle(QStringLiteral("Lernkarten"));
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    if (!wege_.drucker)
-        wege_.drucker = Standarddrucker;
 
-    auto *außen = new QVBoxLayout(this);
-    außen->addWidget(inhalt_);
+    auto *aussen = new QVBoxLayout(this);
+    aussen->addWidget(inhalt_);
     auto *spalte = new QVBoxLayout(inhalt_);
     spalte->setContentsMargins(0, 0, 0, 0);
-    GitterBauen();
+    grdDataGrid_ =
+        Benannt(new Kartengitter(inhalt_), QStringLiteral("grdDataGrid"), QStringLiteral("Karten"));
+    grdDataGrid_->installEventFilter(this);
+    connect(grdDataGrid_, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { ZeileOeffnen(index); });
     spalte->addWidget(grdDataGrid_, 1);
-    spalte->addWidget(KnöpfeBauen());
+    spalte->addWidget(KnoepfeBauen());
     hinweise_ =
         Benannt(new QLabel(Tasten(), inhalt_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
     hinweise_->setAlignment(Qt::AlignCenter);
-    QFont klein = hinweise_->font();
-    klein.setPointSizeF(klein.pointSizeF() * 0.9);
-    hinweise_->setFont(klein);
+    Schriftgroesse(hinweise_, 0.9);
     spalte->addWidget(hinweise_);
 
     resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 38)
@@ -83,51 +76,16 @@ Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *
     grdDataGrid_->setFocus();
 }
 
-Uebersicht::~Uebersicht() = default;
-
-void Uebersicht::GitterBauen()
-{
-    grdDataGrid_ = Benannt(new QTableView(inhalt_), QStringLiteral("grdDataGrid"), QStringLiteral("Karten"));
-    grdDataGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grdDataGrid_->setSelectionMode(QAbstractItemView::SingleSelection);
-    grdDataGrid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grdDataGrid_->setAlternatingRowColors(true);
-    grdDataGrid_->setShowGrid(false);
-    grdDataGrid_->setWordWrap(false);
-    grdDataGrid_->setTabKeyNavigation(false);
-    grdDataGrid_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    QHeaderView *zeilen = grdDataGrid_->verticalHeader();
-    zeilen->hide();
-    zeilen->setSectionResizeMode(QHeaderView::Fixed);
-    zeilen->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
-    köpfe->setHighlightSections(false);
-    köpfe->setStretchLastSection(true);
-    köpfe->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
-    grdDataGrid_->installEventFilter(this);
-    grdDataGrid_->viewport()->installEventFilter(this);
-    connect(grdDataGrid_, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &index) { ZeileÖffnen(index); });
-
-    leer_ = Benannt(new QLabel(grdDataGrid_), QStringLiteral("Leer"), QString());
-    leer_->setTextFormat(Qt::PlainText);
-    leer_->setAlignment(Qt::AlignCenter);
-    leer_->setWordWrap(true);
-    leer_->hide();
-}
-
 QLineEdit *Uebersicht::Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen)
 {
     auto *feld = Benannt(new QLineEdit(inhalt_), name, QString(text).remove(u'&').remove(u':'));
     feld->setMaximumWidth(fontMetrics().averageCharWidth() * (zeichen + 3));
-    auto *label = new QLabel(text, inhalt_);
-    label->setBuddy(feld);
-    zeile->addWidget(label);
+    zeile->addWidget(Beschriftung(text, feld, inhalt_));
     zeile->addWidget(feld);
     return feld;
 }
 
-QWidget *Uebersicht::KnöpfeBauen()
+QWidget *Uebersicht::KnoepfeBauen()
 {
     auto *picButtons = Benannt(new QWidget(inhalt_), QStringLiteral("picButtons"), QString());
     auto *zeile = new QHBoxLayout(picButtons);
@@ -185,60 +143,24 @@ void Uebersicht::Form_Load()
     modell_->leseFehler = [this](const StoreError &fehler) {
         QTimer::singleShot(0, this, [this, fehler] { datPrimaryRS_Error(fehler); });
     };
-    grdDataGrid_->setModel(modell_);
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
-    köpfe->setSortIndicator(0, Qt::AscendingOrder);
-    köpfe->setSortIndicatorShown(true);
-    köpfe->setSectionsClickable(true);
-    connect(köpfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
-        modell_->sort(spalte, folge);
-        grdDataGrid_->scrollTo(grdDataGrid_->currentIndex());
-        datPrimaryRS_Reposition();
-    });
-    for (int spalte = 0; spalte < modell_->columnCount(); ++spalte) {
-        auto *sortieren = new QAction(this);
-        sortieren->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + spalte)));
-        connect(sortieren, &QAction::triggered, this, [köpfe, spalte] {
-            const bool wieder =
-                köpfe->sortIndicatorSection() == spalte && köpfe->sortIndicatorOrder() == Qt::AscendingOrder;
-            köpfe->setSortIndicator(spalte, wieder ? Qt::DescendingOrder : Qt::AscendingOrder);
-        });
-        addAction(sortieren);
-    }
+    grdDataGrid_->Zeigen(*modell_);
+    connect(grdDataGrid_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
+            [this] { datPrimaryRS_Reposition(); });
     connect(grdDataGrid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { datPrimaryRS_Reposition(); });
-    if (modell_->rowCount() > 0)
-        grdDataGrid_->setCurrentIndex(modell_->index(0, 0));
+    datPrimaryRS_Reposition();
     Form_Paint();
-    Form_Resize();
 }
 
 // A notice on the grid where there are no cards.
 void Uebersicht::Form_Paint()
 {
-    leer_->setText(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
-                   QStringLiteral(") enthält noch keine Karten"));
-    leer_->setAccessibleName(leer_->text());
-    leer_->setVisible(modell_->rowCount() == 0);
+    grdDataGrid_->SetHinweis(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
+                                 QStringLiteral(") enthält noch keine Karten"),
+                             modell_->rowCount() == 0);
 }
 
-void Uebersicht::Form_Resize()
-{
-    leer_->setGeometry(grdDataGrid_->viewport()->geometry());
-    if (!modell_)
-        return;
-    // The numbers get what their heads need, question and answer share the rest.
-    QHeaderView *köpfe = grdDataGrid_->horizontalHeader();
-    int rest = grdDataGrid_->viewport()->width();
-    for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
-        const int breite = köpfe->sectionSizeHint(spalte);
-        köpfe->resizeSection(spalte, breite);
-        rest -= breite;
-    }
-    köpfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, köpfe->minimumSectionSize()));
-}
-
-void Uebersicht::ZeileÖffnen(const QModelIndex &index)
+void Uebersicht::ZeileOeffnen(const QModelIndex &index)
 {
     if (!index.isValid())
         return;
@@ -262,7 +184,7 @@ void Uebersicht::ZeileÖffnen(const QModelIndex &index)
 
 void Uebersicht::cmdDrucken_Click()
 {
-    if (läuft_ || !modell_)
+    if (laeuft_ || !modell_)
         return;
     const auto von = Nummer(txtVon_, QStringLiteral("Von:"));
     if (!von)
@@ -270,9 +192,9 @@ void Uebersicht::cmdDrucken_Click()
     const auto bis = Nummer(txtBis_, QStringLiteral("Bis:"));
     if (!bis)
         return;
-    läuft_ = true;
+    laeuft_ = true;
     Schritt(umgebung_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
-    läuft_ = false;
+    laeuft_ = false;
     txtVon_->setText(QString::number(*von));
     txtBis_->setText(QString::number(*bis));
 }
@@ -358,15 +280,12 @@ void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
 
 bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
 {
-    // The grid gets its size later than the window, and loses some of it to its scroll bar.
-    if (event->type() == QEvent::Resize && objekt == grdDataGrid_->viewport())
-        Form_Resize();
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(objekt, event);
     auto &taste = static_cast<QKeyEvent &>(*event);
     if (objekt == grdDataGrid_) {
         if (IstEingabetaste(taste)) {
-            ZeileÖffnen(grdDataGrid_->currentIndex());
+            ZeileOeffnen(grdDataGrid_->currentIndex());
             return true;
         }
         if (IstText(taste)) { // begins a new search
@@ -377,7 +296,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
     } else if (objekt == txtSuchen_) {
         if (IstEingabetaste(taste)) {
             if (!NichtGefunden())
-                ZeileÖffnen(grdDataGrid_->currentIndex());
+                ZeileOeffnen(grdDataGrid_->currentIndex());
             return true;
         }
         if (taste.key() == Qt::Key_Up || taste.key() == Qt::Key_Down || taste.key() == Qt::Key_PageUp ||
@@ -397,7 +316,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
 
 void Uebersicht::reject()
 {
-    if (!läuft_)
+    if (!laeuft_)
         QDialog::reject();
 }
 

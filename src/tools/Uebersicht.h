@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Druckauftrag.h"
 #include "Werkzeugfenster.h"
 
 #include <QPointer>
@@ -10,10 +11,9 @@
 #include <optional>
 
 class KartenModell;
+class Kartengitter;
 class QLineEdit;
 class QModelIndex;
-class QPrinter;
-class QTableView;
 
 // What the overview reaches beyond its window.
 struct UebersichtWege
@@ -21,7 +21,7 @@ struct UebersichtWege
     // Opens the card editor on the current card.
     std::function<void()> bearbeiten = [] {};
     // The printer, or nothing where none is installed.
-    std::function<std::unique_ptr<QPrinter>()> drucker;
+    std::function<std::unique_ptr<QPrinter>()> drucker = Standarddrucker;
 };
 
 // All cards of the open file in a grid. A row opens the card editor by Enter and by double click; a range of
@@ -30,7 +30,6 @@ class Uebersicht final : public QDialog
 {
 public:
     Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent = nullptr);
-    ~Uebersicht() override;
 
     void reject() override;
 
@@ -39,14 +38,12 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void GitterBauen();
-    QWidget *KnöpfeBauen();
+    QWidget *KnoepfeBauen();
     QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
     void Form_Load();
     void Form_Paint();
-    void Form_Resize();
     void FarbenSetzen();
-    void ZeileÖffnen(const QModelIndex &index);
+    void ZeileOeffnen(const QModelIndex &index);
     void cmdDrucken_Click();
     void cmdSchließen_Click();
     std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
@@ -60,13 +57,12 @@ private:
     UebersichtWege wege_;
     QWidget *inhalt_ = nullptr;
     KartenModell *modell_ = nullptr; // nothing where the cards cannot be read
-    QTableView *grdDataGrid_ = nullptr;
+    Kartengitter *grdDataGrid_ = nullptr;
     QLabel *datPrimaryRS_ = nullptr;
-    QLabel *leer_ = nullptr;
     QLabel *hinweise_ = nullptr;
     QLineEdit *txtVon_ = nullptr;
     QLineEdit *txtBis_ = nullptr;
     QLineEdit *txtSuchen_ = nullptr;
     QProgressBar *fortschritt_ = nullptr;
-    bool läuft_ = false;
+    bool laeuft_ = false;
 };

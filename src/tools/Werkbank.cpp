@@ -14,13 +14,13 @@
 namespace {
 
 // Two sentences in a row: the first one gets a full stop where it has none.
-QString Sätze(const QString &erster, const QString &zweiter)
+QString Saetze(const QString &erster, const QString &zweiter)
 {
     const bool endet = !erster.isEmpty() && QStringLiteral(".!?").contains(erster.back());
     return erster + (endet ? QStringLiteral(" ") : QStringLiteral(". ")) + zweiter;
 }
 
-QString NichtsÜbernommen()
+QString NichtsUebernommen()
 {
     return QStringLiteral("Es wurde nichts übernommen.");
 }
@@ -29,7 +29,7 @@ QString NichtsÜbernommen()
 QString Verbleib(const std::optional<BoxState> &vorher, const std::optional<BoxState> &nachher)
 {
     if (vorher == nachher)
-        return NichtsÜbernommen();
+        return NichtsUebernommen();
     if (!nachher)
         return QStringLiteral("Ob etwas übernommen wurde, ist nicht bekannt.");
     return QStringLiteral("Die Änderungen wurden trotzdem gespeichert.");
@@ -71,8 +71,9 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
             nachher = StateOfBox(karten);
         } catch (const StoreError &) { // the engine rolls back when the file is closed
         }
-        throw StoreError(bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
-                         Sätze(ErrorText(fehler), versucht ? Verbleib(vorher, nachher) : NichtsÜbernommen()));
+        throw StoreError(
+            bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
+            Saetze(ErrorText(fehler), versucht ? Verbleib(vorher, nachher) : NichtsUebernommen()));
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "AsciiTausch.h"
 #include "Farben.h"
+#include "Fensterbau.h"
 #include "Flaeche.h"
 #include "LangeArbeit.h"
 
@@ -18,21 +19,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace {
-
-template <typename Widget>
-Widget *Benannt(Widget *widget, const QString &name, const QString &zugänglich)
-{
-    widget->setObjectName(name);
-    widget->setAccessibleName(zugänglich);
-    return widget;
-}
-
-} // namespace
-
 Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
-                                 const QString &überschrift, QWidget *parent)
-    : QDialog(parent), umgebung_(umgebung), inhalt_(new QWidget(this))
+                                 const QString &ueberschrift, QWidget *parent)
+    : QDialog(parent),
+      umgebung_(umgebung),
+      ziel_(umgebung.store, umgebung.dialoge, umgebung.meldungen),
+      inhalt_(new QWidget(this))
 {
     setObjectName(name);
     setWindowTitle(titel);
@@ -45,18 +37,16 @@ Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name,
     spalte_->setContentsMargins(0, 0, 0, 0);
     spalte_->setSpacing(fontMetrics().height());
 
-    auto *fläche = new Flaeche(inhalt_);
-    fläche->SetUmriss(Flaeche::Umriss::Fein);
-    kasten_ = new QVBoxLayout(fläche);
+    auto *flaeche = new Flaeche(inhalt_);
+    flaeche->SetUmriss(Flaeche::Umriss::Fein);
+    kasten_ = new QVBoxLayout(flaeche);
     kasten_->setContentsMargins(22, 14, 22, 16);
     kasten_->setSpacing(fontMetrics().height() / 2);
-    QLabel *kopf = Beschriftung(überschrift, QStringLiteral("Überschrift"));
-    QFont groß = kopf->font();
-    groß.setPointSizeF(groß.pointSizeF() * 1.5);
-    kopf->setFont(groß);
+    QLabel *kopf = Textzeile(ueberschrift, QStringLiteral("Überschrift"));
+    Schriftgroesse(kopf, 1.5);
     kasten_->addWidget(kopf);
     kasten_->addSpacing(2);
-    spalte_->addWidget(fläche);
+    spalte_->addWidget(flaeche);
 
     const int dicht = fontMetrics().height() / 2;
     felder_ = new QGridLayout;
@@ -70,7 +60,7 @@ Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name,
     inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 88);
 }
 
-QLabel *Werkzeugfenster::Beschriftung(const QString &text, const QString &name)
+QLabel *Werkzeugfenster::Textzeile(const QString &text, const QString &name)
 {
     auto *label = Benannt(new QLabel(text, inhalt_), name, text.trimmed());
     label->setTextFormat(Qt::PlainText);
@@ -78,16 +68,16 @@ QLabel *Werkzeugfenster::Beschriftung(const QString &text, const QString &name)
     return label;
 }
 
-void Werkzeugfenster::Erklären(const QStringList &sätze)
+void Werkzeugfenster::Erklaeren(const QStringList &saetze)
 {
     int nummer = 0;
-    for (const QString &satz : sätze)
-        kasten_->addWidget(Beschriftung(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
+    for (const QString &satz : saetze)
+        kasten_->addWidget(Textzeile(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
 }
 
 QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
 {
-    leise_ << Beschriftung(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
+    leise_ << Textzeile(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
     hinweise_->addWidget(leise_.back());
     return leise_.back();
 }
@@ -101,10 +91,8 @@ QComboBox *Werkzeugfenster::TrennzeichenBauen()
     box->setCompleter(nullptr);
     box->addItems({QStringLiteral("#"), QStringLiteral(";"), TabText()});
     box->setCurrentText(TabText());
-    auto *label = new QLabel(QStringLiteral("&Trennzeichen:"), inhalt_);
-    label->setBuddy(box);
     const int zeile = felder_->rowCount();
-    felder_->addWidget(label, zeile, 0);
+    felder_->addWidget(Beschriftung(QStringLiteral("&Trennzeichen:"), box, inhalt_), zeile, 0);
     felder_->addWidget(box, zeile, 1, Qt::AlignLeft);
     return box;
 }
@@ -113,8 +101,6 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
 {
     auto *feld = Benannt(new QLineEdit(inhalt_), QStringLiteral("lblDateiname"), QStringLiteral("Dateiname"));
     feld->setToolTip(tipp);
-    auto *label = new QLabel(QStringLiteral("&Dateiname:"), inhalt_);
-    label->setBuddy(feld);
     // A push button: Enter on it must not run the tool.
     auto *knopf = Benannt(new QPushButton(QStringLiteral("..."), inhalt_), QStringLiteral("cmdDateiname"),
                           QStringLiteral("Datei suchen"));
@@ -125,20 +111,18 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
         feld->setFocus(); // Enter runs the tool now
     });
     const int zeile = felder_->rowCount();
-    felder_->addWidget(label, zeile, 0);
+    felder_->addWidget(Beschriftung(QStringLiteral("&Dateiname:"), feld, inhalt_), zeile, 0);
     felder_->addWidget(feld, zeile, 1);
     felder_->addWidget(knopf, zeile, 2);
     feld->setFocus(); // all else has its usual value already
     return feld;
 }
 
-void Werkzeugfenster::KnöpfeBauen(const std::function<void()> &cmdOK_Click)
+void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
 {
     fortschritt_ =
         Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
-    QSizePolicy platz = fortschritt_->sizePolicy();
-    platz.setRetainSizeWhenHidden(true); // nothing jumps when it appears
-    fortschritt_->setSizePolicy(platz);
+    PlatzHalten(fortschritt_);
     fortschritt_->hide();
     cmdOK_ = Benannt(new QPushButton(QStringLiteral("OK"), inhalt_), QStringLiteral("cmdOK"),
                      QStringLiteral("OK"));
@@ -176,20 +160,20 @@ void Werkzeugfenster::cmdZurück_Click()
 
 void Werkzeugfenster::reject()
 {
-    if (!läuft_)
+    if (!laeuft_)
         QDialog::reject();
 }
 
-void Werkzeugfenster::Ausführen(const std::function<void(const Werkbank &bank)> &arbeit)
+void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)> &arbeit)
 {
-    if (läuft_)
+    if (laeuft_)
         return;
-    läuft_ = true;
+    laeuft_ = true;
     {
         LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
         arbeit({umgebung_.store, umgebung_.meldungen, lang.Melder()});
     }
-    läuft_ = false;
+    laeuft_ = false;
 }
 
 void Werkzeugfenster::NeueKarteiErstellen(
@@ -199,49 +183,22 @@ void Werkzeugfenster::NeueKarteiErstellen(
     if (!name.isEmpty() && !name.contains(u'.'))
         feld->setText(feld->text() + QStringLiteral(".pzb"));
     const QString ziel = feld->text();
-    if ((!ziel.isEmpty() && !IstKarteiname(ziel)) || !DarfErstellen(ziel))
+    if ((!ziel.isEmpty() && !ziel_.IstKarteiname(ziel)) || !ziel_.DarfErstellen(ziel))
         return;
     Ausgang ausgang{};
-    Ausführen([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
+    Ausfuehren([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
         umgebung_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
     if (ausgang == Ausgang::Gelungen || !umgebung_.store.IsOpen())
         accept();
 }
 
-bool Werkzeugfenster::KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt)
+bool Werkzeugfenster::KarteinameUebernehmen(QLineEdit *feld, const QString &gewaehlt)
 {
-    if (gewählt.isEmpty() || !IstKarteiname(gewählt))
+    if (gewaehlt.isEmpty() || !ziel_.IstKarteiname(gewaehlt))
         return false;
-    feld->setText(gewählt);
+    feld->setText(gewaehlt);
     return true;
-}
-
-QString Werkzeugfenster::ZielWählen(const DateiDialog &dialog)
-{
-    QString ziel = umgebung_.dialoge.DateiSpeichern(dialog);
-    if (!ziel.isEmpty())
-        gewählt_ = ziel;
-    return ziel;
-}
-
-bool Werkzeugfenster::DarfErstellen(const QString &ziel)
-{
-    QFileInfo da;
-    if (!Schritt(umgebung_.meldungen, FehlerKontext(), [&] { da.setFile(ZielPfad(umgebung_.store, ziel)); }))
-        return false;
-    return !da.exists() || ziel == gewählt_ ||
-           umgebung_.meldungen.Fragen(
-               QStringLiteral("Die Datei „%1“ gibt es schon: Soll sie ersetzt werden?").arg(ziel),
-               Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
-}
-
-bool Werkzeugfenster::IstKarteiname(const QString &name)
-{
-    const bool ist = name.endsWith(QStringLiteral(".pzb"), Qt::CaseInsensitive);
-    if (!ist)
-        umgebung_.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
-    return ist;
 }
 
 void Werkzeugfenster::changeEvent(QEvent *event)

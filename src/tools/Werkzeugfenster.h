@@ -7,6 +7,7 @@
 #include "Dialoge.h"
 #include "Meldungen.h"
 #include "Werkbank.h"
+#include "Zielwahl.h"
 
 #include <QDialog>
 #include <QString>
@@ -39,23 +40,23 @@ public:
 
 protected:
     Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
-                    const QString &überschrift, QWidget *parent);
+                    const QString &ueberschrift, QWidget *parent);
 
     // The dialog is built from top to bottom by these. Texts are shown letter by letter.
-    void Erklären(const QStringList &sätze);
+    void Erklaeren(const QStringList &saetze);
     QComboBox *TrennzeichenBauen();
     QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
     QLabel *HinweisBauen(const QString &text);
 
     QGridLayout *Felder() { return felder_; }
 
-    void KnöpfeBauen(const std::function<void()> &cmdOK_Click);
+    void KnoepfeBauen(const std::function<void()> &cmdOK_Click);
     // Whether the tool may be run, by Enter too.
     void SetOKErlaubt(bool erlaubt);
 
     // Runs a tool: shows the hourglass and, where it takes long, the progress, and takes no keys and clicks
     // meanwhile.
-    void Ausführen(const std::function<void(const Werkbank &bank)> &arbeit);
+    void Ausfuehren(const std::function<void(const Werkbank &bank)> &arbeit);
 
     // Makes a new card file of the name in `feld` with a tool, tells the success and closes the dialog. A
     // name without extension gets that of card files.
@@ -64,15 +65,11 @@ protected:
                         const std::function<Ausgang(const Werkbank &bank, const QString &ziel)> &erstellen);
     // Puts the path that was chosen for a card file into `feld`. Nothing chosen leaves it as it is; what is
     // no card file's name is reported and not taken. Tells whether it was taken.
-    bool KarteinameÜbernehmen(QLineEdit *feld, const QString &gewählt);
-    // Asks for the file that the tool is to make; the save dialog asks whether to replace one.
-    QString ZielWählen(const DateiDialog &dialog);
-    // Whether the tool may make `ziel`. What speaks against it is reported; whether to replace a file that
-    // was not chosen in the save dialog is asked here.
-    bool DarfErstellen(const QString &ziel);
-
+    bool KarteinameUebernehmen(QLineEdit *feld, const QString &gewaehlt);
     static DateiDialog TextdateiDialog(const QString &titel, const QString &verzeichnis,
                                        const QString &endung = {});
+
+    Zielwahl &Ziel() { return ziel_; }
 
     const WerkzeugUmgebung &Umgebung() const { return umgebung_; }
 
@@ -80,11 +77,11 @@ protected:
 
 private:
     void cmdZurück_Click();
-    QLabel *Beschriftung(const QString &text, const QString &name);
-    bool IstKarteiname(const QString &name);
+    QLabel *Textzeile(const QString &text, const QString &name);
     void FarbenSetzen();
 
     WerkzeugUmgebung umgebung_;
+    Zielwahl ziel_;
     QWidget *inhalt_ = nullptr;
     QVBoxLayout *spalte_ = nullptr;
     QVBoxLayout *kasten_ = nullptr;
@@ -93,6 +90,6 @@ private:
     QProgressBar *fortschritt_ = nullptr;
     QPushButton *cmdOK_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
-    QString gewählt_;       // in the save dialog
-    bool läuft_ = false;
+    QString gewaehlt_;      // in the save dialog
+    bool laeuft_ = false;
 };

@@ -73,7 +73,7 @@ void AnhaengenTest::CardsLandBehindThoseInNeuInBoxOrder()
     Werkstatt w;
     w.Oeffnen({MakeCard(3, 0, 4), MakeCard(8, 2, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 6, 2), MakeCard(2, 6, 1), MakeCard(3, 3, 9)});
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     const QList<CardRecord> cards = w.Karten();
     QStringList found;
@@ -92,7 +92,7 @@ void AnhaengenTest::EveryMappedFieldIsCopiedAndNoOther()
     Werkstatt w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {FullCard(5, 4, 3)});
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     CardRecord expected = FullCard(5, 4, 3);
     expected.FrageNr = 1;
     expected.FachNr = 0;
@@ -117,7 +117,7 @@ void AnhaengenTest::TickCardKeepsAnswersTicksAndFormatting()
     ticks.Antwort_5 = R"({\rtf1\ansi {\i schr\'e4g}\par})";
     ticks.Antwort_ch_1 = ticks.Antwort_ch_5 = true;
     MakeCardFile(w.Pfad("quelle.pzb"), {ticks});
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     const CardRecord copy = w.Karten().value(1);
     QCOMPARE(copy.Antworttyp, 2);
     QCOMPARE(copy.Frage, ticks.Frage);
@@ -141,7 +141,7 @@ void AnhaengenTest::PictureCardKeepsNamesAndFrameButNotTypeAndLoop()
     picture.Pictureheight = 3000;
     picture.Picturewidth = 4000;
     MakeCardFile(w.Pfad("quelle.pzb"), {picture});
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     const CardRecord copy = w.Karten().value(0);
     QCOMPARE(copy.Picture_1_Name, "hund.bmp");
     QCOMPARE(copy.Picture_6_Name, "wau.wav");
@@ -164,7 +164,7 @@ void AnhaengenTest::UnsetFieldsStayUnset()
         CardFile source(w.Pfad("quelle.pzb"));
         source.Database().exec("INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) VALUES(1,0,1)");
     }
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     CardRecordset &cards = w.store.Karten();
     cards.MoveFirst();
     for (const char *name : {"Antworttyp", "Frage", "Picture_1_Name", "Picture_9_Name", "PictureTop"})
@@ -179,7 +179,7 @@ void AnhaengenTest::EmptySourceChangesNothingButOpensAgain()
     MakeCardFile(w.Pfad("quelle.pzb"), {});
     const qint32 openings = w.store.LoopsPerSecond;
     w.store.RichtigZaehler = 5;
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QVERIFY(w.store.LoopsPerSecond > openings);
     QCOMPARE(w.store.RichtigZaehler, qint16(0));
     QVERIFY(w.meldungen.gezeigt.isEmpty());
@@ -194,7 +194,7 @@ void AnhaengenTest::OpenFileItselfIsRefused()
     for (const QString &path :
          {w.Pfad("offen.pzb"), w.Pfad("verweis.pzb"), w.Pfad("./offen.pzb"), QStringLiteral("offen.pzb")}) {
         w.meldungen.gezeigt.clear();
-        QCOMPARE(KarteiAnhängen(w.bank, path), Ausgang::Gescheitert);
+        QCOMPARE(KarteiAnhaengen(w.bank, path), Ausgang::Gescheitert);
         QCOMPARE(w.meldungen.Texte(),
                  QStringList{"Datei kann nicht an sich selbst angehängt werden offen.pzb"});
     }
@@ -211,7 +211,7 @@ void AnhaengenTest::SameNameInADirectoryOfSameLengthIsRefused()
     MakeCardFile(w.Pfad("zwei/a.pzb"), {MakeCard(2, 0, 1)});
     QString name = "a.pzb";
     w.store.OpenCardFile(name);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("zwei/a.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("zwei/a.pzb")), Ausgang::Gescheitert);
     QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden a.pzb"});
     QCOMPARE(w.Karten().size(), 1);
 }
@@ -222,7 +222,7 @@ void AnhaengenTest::SameNameInAnotherDirectoryIsAppended()
     w.Oeffnen({MakeCard(1, 0, 1)});
     QVERIFY(QDir(w.verzeichnis.path()).mkdir("anderswo"));
     MakeCardFile(w.Pfad("anderswo/offen.pzb"), {MakeCard(2, 0, 1)});
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("anderswo/offen.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("anderswo/offen.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.Karten().size(), 2);
 }
 
@@ -233,7 +233,7 @@ void AnhaengenTest::SourceIsNotChangedAndMayBeWriteProtected()
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3), MakeCard(2, 2, 4)});
     const QByteArray before = w.Bytes("quelle.pzb");
     QVERIFY(QFile::setPermissions(w.Pfad("quelle.pzb"), QFile::ReadOwner));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.Bytes("quelle.pzb"), before);
     QCOMPARE(w.Karten().size(), 3);
     QCOMPARE(w.Dateien(), (QStringList{"offen.pzb", "quelle.pzb"}));
@@ -246,7 +246,7 @@ void AnhaengenTest::MissingOrForeignSourceIsReported()
     w.Schreiben("text.pzb", QByteArray(5000, 't'));
     for (const QString &path : {w.Pfad("fehlt.pzb"), w.Pfad("text.pzb"), w.verzeichnis.path(), QString()}) {
         w.meldungen.gezeigt.clear();
-        QCOMPARE(KarteiAnhängen(w.bank, path), Ausgang::Gescheitert);
+        QCOMPARE(KarteiAnhaengen(w.bank, path), Ausgang::Gescheitert);
         QVERIFY(MeldetFehler(w.meldungen));
     }
     QVERIFY(w.store.IsOpen());
@@ -262,7 +262,7 @@ void AnhaengenTest::SourceThatLacksAFieldIsReported()
         CardFile source(w.Pfad("quelle.pzb"));
         source.Database().exec("PRAGMA application_id=0; ALTER TABLE Lernkarten DROP COLUMN PictureTop");
     }
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
                                               "Das Feld „PictureTop“ fehlt in dieser Kartei."});
     QCOMPARE(w.Karten().size(), 1);
@@ -274,7 +274,7 @@ void AnhaengenTest::LockedSourceIsReported()
     w.Oeffnen({MakeCard(1, 0, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 2, 3)});
     const CardFile otherProgram(w.Pfad("quelle.pzb"));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(w.meldungen.Texte().front().contains("ist gesperrt"));
 }
@@ -287,7 +287,7 @@ void AnhaengenTest::OverflowStopsAtTheLimitAndIsReportedOnce()
     for (int i = 1; i <= 10; ++i)
         source << MakeCard(i, 1, i);
     MakeCardFile(w.Pfad("quelle.pzb"), source);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
                          "nur bis 32767."});
@@ -310,7 +310,7 @@ void AnhaengenTest::WhatACardCannotHoldIsLeftOutAndReportedOnce()
         source.Database().exec("UPDATE Lernkarten SET Picture_9_Name=printf('%300c', 't'), PictureTop=1e9, "
                                "Antworttyp='zwei' WHERE FrageNr<3");
     }
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QCOMPARE(
         w.meldungen.Texte(),
         (QStringList{
@@ -341,7 +341,7 @@ void AnhaengenTest::DamagedSourceGivesAllThatCanBeRead()
     QByteArray bytes = w.Bytes("quelle.pzb");
     bytes.replace(bytes.size() / 2, 4096, QByteArray(4096, '\x7f'));
     w.Schreiben("quelle.pzb", bytes);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QVERIFY(MeldetFehler(w.meldungen));
     const qsizetype copied = w.Karten().size();
     QVERIFY2(copied > 1980 && copied < 2000, qPrintable(QString::number(copied)));
@@ -376,7 +376,7 @@ void AnhaengenTest::CardThatTheIndexLacksIsAppended()
         whole.bind(1, sql);
         whole.exec();
     }
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.meldungen.Texte(), QStringList("Die Datei „" + w.Pfad("quelle.pzb") +
                                               "“ ist beschädigt. Alle Karten ließen sich lesen."));
     QCOMPARE(w.Karten().size(), 50);
@@ -395,7 +395,7 @@ void AnhaengenTest::SourceWithoutHeaderGivesEveryCard()
     bytes.replace(0, 4096, QByteArray(4096, '\x33'));
     w.Schreiben("quelle.pzb", bytes);
     QVERIFY(QFile::setPermissions(w.Pfad("quelle.pzb"), QFile::ReadOwner));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QVERIFY(w.meldungen.Texte().front().endsWith("ist beschädigt. Alle Karten ließen sich lesen."));
     QCOMPARE(w.Karten().size(), 51);
     QCOMPARE(w.Karten()[1].Frage, "Frage 7"); // in box order
@@ -413,7 +413,7 @@ void AnhaengenTest::DoubtfulCardsOfASourceAreTold()
     QByteArray bytes = w.Bytes("quelle.pzb");
     bytes.replace(0, 100, QByteArray(100, '\x33'));
     w.Schreiben("quelle.pzb", bytes);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     const QString told = "“ ist beschädigt. 2 Karten wurden übernommen; 1 davon hat zweifelhaften Inhalt.";
     QVERIFY2(w.meldungen.Texte().front().endsWith(told), qPrintable(w.meldungen.Texte().front()));
 
@@ -423,7 +423,7 @@ void AnhaengenTest::DoubtfulCardsOfASourceAreTold()
     lab.Add(MakeCard(1, 0, 1));
     lab.Add(doubtful);
     w.Schreiben("quelle.pzb", lab.Bytes());
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QVERIFY2(w.meldungen.Texte().front().endsWith(told), qPrintable(w.meldungen.Texte().front()));
 }
 
@@ -449,7 +449,7 @@ void AnhaengenTest::UnfinishedChangeInTheSourceIsNamed()
         if (damaged)
             w.Schreiben("quelle.pzb", QByteArray(100, 'x') + bytes.mid(100));
         w.meldungen.gezeigt.clear();
-        QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+        QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
         QCOMPARE(
             w.meldungen.Texte(),
             QStringList("Leider ist folgender Fehler Aufgetreten: In der Datei „" + w.Pfad("quelle.pzb") +
@@ -476,7 +476,7 @@ void AnhaengenTest::SoundSourceIsReadWithItsLog()
     }
     const QByteArray bytes = w.Bytes("quelle.pzb"), log = w.Bytes("quelle.pzb-wal");
     QVERIFY(!bytes.contains("im Log") && log.contains("im Log"));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.meldungen.Texte(), QStringList());
     QCOMPARE(w.Karten().size(), 3);
     QCOMPARE(w.Karten()[2].Frage_Klartext, "im Log");
@@ -484,7 +484,7 @@ void AnhaengenTest::SoundSourceIsReadWithItsLog()
     QCOMPARE(w.Bytes("quelle.pzb-wal"), log);
     // Damaged, it is not read without its log.
     w.Schreiben("quelle.pzb", QByteArray(100, 'x') + bytes.mid(100));
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(w.meldungen.Texte().front().contains("nicht zu Ende gekommen"));
     QCOMPARE(w.Bytes("quelle.pzb-wal"), log);
 }
@@ -498,7 +498,7 @@ void AnhaengenTest::FullDiskTakesNothingOver()
     for (int i = 1; i <= 2000; ++i)
         source << MakeCard(i, 0, i);
     MakeCardFile(w.Pfad("quelle.pzb"), source);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QCOMPARE(w.meldungen.Texte(),
              QStringList("Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll; in „" +
@@ -513,7 +513,7 @@ void AnhaengenTest::SessionAndCountersBeginAnew()
     w.Oeffnen({MakeCard(1, 5, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 6, 1)});
     w.store.FalschZaehler = 3;
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.store.FalschZaehler, qint16(0));
     QCOMPARE(w.store.BegAnz[0], qint16(1));
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
@@ -533,7 +533,7 @@ void AnhaengenTest::FileOfTheFormerEngineIsAppendedAsItIs()
             lab.Add(card);
         const QByteArray bytes = lab.Bytes();
         w.Schreiben("quelle.pzb", bytes);
-        QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
+        QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
         QVERIFY(w.meldungen.gezeigt.isEmpty());
         const QList<CardRecord> cards = w.Karten();
         QCOMPARE(cards.size(), 4);
@@ -571,7 +571,7 @@ void AnhaengenTest::DamageInAFileOfTheFormerEngineIsReported()
     QByteArray bytes = lab.Bytes();
     bytes.replace(lab.PageOf(3) * lab.PageSize(), lab.PageSize(), QByteArray(lab.PageSize(), '\0'));
     w.Schreiben("quelle.pzb", bytes);
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Teilweise);
     QVERIFY(MeldetFehler(w.meldungen));
     QCOMPARE(
         w.meldungen.Texte(),
@@ -588,7 +588,7 @@ void AnhaengenTest::UnreadableFileOfTheFormerEngineIsReported()
     JetLab lab(4);
     lab.password = "geheim";
     w.Schreiben("quelle.pzb", lab.Bytes());
-    QCOMPARE(KarteiAnhängen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
+    QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gescheitert);
     QVERIFY(w.meldungen.Texte().front().contains("Kennwort"));
     QCOMPARE(w.Karten().size(), 1);
 }

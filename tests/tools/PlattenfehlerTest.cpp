@@ -70,7 +70,8 @@ private slots:
         QTest::addColumn<Art>("art");
         const std::pair<const char *, Werkzeug> werkzeuge[]{
             {"import", [](const Werkbank &bank) { AsciiImportieren(bank, "neu.txt", u';'); }},
-            {"append", [](const Werkbank &bank) { KarteiAnhängen(bank, bank.store.CardPath("quelle.pzb")); }},
+            {"append",
+             [](const Werkbank &bank) { KarteiAnhaengen(bank, bank.store.CardPath("quelle.pzb")); }},
             {"topics",
              [](const Werkbank &bank) {
                  ThemenAusfiltern(bank, "ziel.pzb", {"Thema 1", "Thema 4"});

@@ -149,7 +149,7 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
                 MakeCardFile(source, Box(10));
                 for (const CardRecord &card : ReadCards(source))
                     neu(card);
-                QCOMPARE(KarteiAnhängen(w.bank, source), Ausgang::Gelungen);
+                QCOMPARE(KarteiAnhaengen(w.bank, source), Ausgang::Gelungen);
                 break;
             }
             case 3:
@@ -167,7 +167,7 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
                 QCOMPARE(ThemenAusfiltern(w.bank, w.Pfad(QStringLiteral("neu%1.pzb").arg(++file)), topics),
                          Ausgang::Gelungen);
                 model.removeIf([&](const CardRecord &card) {
-                    return !topics.contains(ThemaSchlüssel(card.Picture_9_Name));
+                    return !topics.contains(ThemaSchluessel(card.Picture_9_Name));
                 });
             }
             }

@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
         {"export", [&] { return AsciiExportieren(bank, "ziel.txt", u'\t') == Ausgang::Gelungen; }},
         {"import", [&] { return AsciiImportieren(bank, "neu.txt", u'\t') == Ausgang::Gelungen; }},
         {"anhaengen",
-         [&] { return KarteiAnhängen(bank, store.CardPath("quelle.pzb")) == Ausgang::Gelungen; }},
+         [&] { return KarteiAnhaengen(bank, store.CardPath("quelle.pzb")) == Ausgang::Gelungen; }},
         {"ausfiltern",
          [&] {
              return ThemenAusfiltern(bank, "ziel.pzb", {"Thema 1", "Thema 4"}) == Ausgang::Gelungen;

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kartengitter.h"
+
+#include "Fensterbau.h"
+#include "KartenModell.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+
+#include <algorithm>
+
+Kartengitter::Kartengitter(QWidget *parent)
+    : QTableView(parent), leer_(Benannt(new QLabel(this), QStringLiteral("Leer"), QString()))
+{
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
+
+    leer_->setTextFormat(Qt::PlainText);
+    leer_->setAlignment(Qt::AlignCenter);
+    leer_->setWordWrap(true);
+    leer_->hide();
+}
+
+void Kartengitter::Zeigen(KartenModell &modell)
+{
+    setModel(&modell);
+    SortierenVerbinden();
+    if (modell.rowCount() > 0)
+        setCurrentIndex(modell.index(0, 0));
+    Einteilen();
+}
+
+void Kartengitter::SortierenVerbinden()
+{
+    QHeaderView *koepfe = horizontalHeader();
+    koepfe->setSortIndicator(0, Qt::AscendingOrder);
+    koepfe->setSortIndicatorShown(true);
+    koepfe->setSectionsClickable(true);
+    connect(koepfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
+        model()->sort(spalte, folge);
+        scrollTo(currentIndex());
+    });
+    for (int spalte = 0; spalte < model()->columnCount(); ++spalte) {
+        auto *sortieren = new QAction(this);
+        sortieren->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + spalte)));
+        connect(sortieren, &QAction::triggered, this, [koepfe, spalte] {
+            const bool wieder = koepfe->sortIndicatorSection() == spalte &&
+                                koepfe->sortIndicatorOrder() == Qt::AscendingOrder;
+            koepfe->setSortIndicator(spalte, wieder ? Qt::DescendingOrder : Qt::AscendingOrder);
+        });
+        addAction(sortieren);
+    }
+}
+
+void Kartengitter::SetHinweis(const QString &text, bool sichtbar)
+{
+    leer_->setText(text);
+    leer_->setAccessibleName(text);
+    leer_->setVisible(sichtbar);
+}
+
+// It gets its size later than the window, and loses some of it to its scroll bar.
+void Kartengitter::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    Einteilen();
+}
+
+void Kartengitter::Einteilen()
+{
+    leer_->setGeometry(viewport()->geometry());
+    if (!model())
+        return;
+    QHeaderView *koepfe = horizontalHeader();
+    int rest = viewport()->width();
+    for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
+        const int breite = koepfe->sectionSizeHint(spalte);
+        koepfe->resizeSection(spalte, breite);
+        rest -= breite;
+    }
+    koepfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, koepfe->minimumSectionSize()));
+}

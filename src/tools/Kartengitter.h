@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QTableView>
+
+class KartenModell;
+class QLabel;
+
+// The grid of all cards. A click on a column's head sorts, Ctrl and the column's number too; the current card
+// stays the current one. The numbers get the room that their heads need, question and answer share the rest.
+class Kartengitter final : public QTableView
+{
+public:
+    explicit Kartengitter(QWidget *parent);
+
+    // Shows the cards of `modell`, which must outlive the grid, and stands on the first one.
+    void Zeigen(KartenModell &modell);
+    // Lies over the grid where there are no cards.
+    void SetHinweis(const QString &text, bool sichtbar);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void SortierenVerbinden();
+    void Einteilen();
+
+    QLabel *leer_;
+};
