@@ -6,7 +6,7 @@
 #include "EditorTestSupport.h"
 
 // A form that keeps what it is given, plain text as rich text.
-class TestFormular final : public Kartenformular
+class TestFormular final : public Kartensicht
 {
 public:
     Kartenblatt Inhalt() const override { return blatt; }

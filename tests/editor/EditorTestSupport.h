@@ -4,6 +4,7 @@
 
 #include "CardStore.h"
 #include "StoreTestSupport.h"
+#include "TestDienste.h"
 
 #include <QFile>
 #include <QTest>
@@ -39,9 +40,9 @@ struct TestKartei
     }
 
     QTemporaryDir directory;
-    TestMeldungen messages;
-    TestUhr clock;
-    CardStore store{messages, clock};
+    TestDienste dienste;
+    TestMeldungen &messages = dienste.meldungen;
+    CardStore store{dienste.meldungen, dienste.uhr};
 };
 
 // While it lives, no file of the process grows beyond `bytes`: writing fails as on a full disk.

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kartenlauf.h"
+
+#include "CardEditorWerk.h"
+#include "TestProgram.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+// Two buttons, the commands, and a form that only keeps what it is shown.
+struct Laufwerk : Werk
+{
+    explicit Laufwerk(const QList<CardRecord> &cards) : Werk(cards)
+    {
+        auto *zeile = new QHBoxLayout(&fenster);
+        zeile->addWidget(rueckwaerts);
+        zeile->addWidget(vorwaerts);
+        lauf = std::make_unique<Kartenlauf>(editor, &fenster, rueckwaerts, vorwaerts);
+    }
+
+    void Zeigen()
+    {
+        fenster.show();
+        fenster.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&fenster));
+    }
+
+    QWidget fenster;
+    QPushButton *rueckwaerts = new QPushButton(&fenster);
+    QPushButton *vorwaerts = new QPushButton(&fenster);
+    std::unique_ptr<Kartenlauf> lauf;
+};
+
+QList<CardRecord> Karten(int anzahl)
+{
+    QList<CardRecord> cards;
+    for (int i = 1; i <= anzahl; ++i)
+        cards << MakeCard(i, 0, i);
+    return cards;
+}
+
+} // namespace
+
+class KartenlaufTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void HeldItPassesEveryCardAndStopsBehindTheLast()
+    {
+        Laufwerk w(Karten(20));
+        w.Zeigen();
+        const int vorher = w.form.gezeigt;
+        QTest::mousePress(w.vorwaerts, Qt::LeftButton);
+        QVERIFY(w.vorwaerts->isDown());
+        QTRY_VERIFY(w.editor.Neu());
+        QCOMPARE(w.form.gezeigt - vorher, 20); // 19 cards and the blank one
+        QVERIFY(!w.vorwaerts->isDown());
+        QTest::mouseRelease(w.vorwaerts, Qt::LeftButton);
+    }
+
+    void ReleasedItStaysWhereItIs()
+    {
+        Laufwerk w(Karten(20));
+        w.Zeigen();
+        QTest::keyPress(w.vorwaerts, Qt::Key_Space);
+        QTRY_VERIFY(w.Nummer() >= 5);
+        QTest::keyRelease(w.vorwaerts, Qt::Key_Space);
+        const int stelle = w.Nummer();
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+        QCOMPARE(w.Nummer(), stelle);
+        QTest::mousePress(w.rueckwaerts, Qt::RightButton);
+        QTRY_VERIFY(w.Nummer() < stelle - 1);
+        w.lauf->Beenden();
+        QVERIFY(!w.rueckwaerts->isDown());
+    }
+
+    void ACardThatMayNotBeStoredHoldsItBack()
+    {
+        Laufwerk w(Karten(20));
+        w.Zeigen();
+        w.Aendern(QString());
+        QTest::mousePress(w.vorwaerts, Qt::LeftButton);
+        QVERIFY(!w.vorwaerts->isDown());
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+        QCOMPARE(w.Nummer(), 1);
+    }
+
+    void ItEndsWhereAnotherWindowComesInFront()
+    {
+        Laufwerk w(Karten(1000));
+        w.Zeigen();
+        QTest::mousePress(w.vorwaerts, Qt::LeftButton);
+        QTRY_VERIFY(w.Nummer() >= 3);
+        QWidget anderes;
+        anderes.show();
+        anderes.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&anderes));
+        QTRY_VERIFY(!w.vorwaerts->isDown());
+        QVERIFY(!w.editor.Neu());
+        const int stelle = w.Nummer();
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+        QCOMPARE(w.Nummer(), stelle);
+    }
+};
+
+PAUKFIX_TEST(KartenlaufTest)
+#include "KartenlaufTest.moc"
