@@ -39,7 +39,7 @@ private:
     CardRecord Eingefuegt(const QString &art, const QByteArray &inhalt)
     {
         MakeCardFile(Pfad("a.pzb"), {});
-        Lauf besitzer(*anzeige_, Worker("ablagebesitzer"), {art, Pfad("inhalt")});
+        Lauf besitzer(*anzeige_, WorkerPath("ablagebesitzer"), {art, Pfad("inhalt")});
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         if (!Anbieten(besitzer, inhalt) || !lauf.Starten() || !lauf.HatGeoeffnet(Pfad("a.pzb")))
             return {};
@@ -98,7 +98,7 @@ private slots:
         QFETCH(QString, art);
         QFETCH(QByteArray, inhalt);
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
-        Lauf besitzer(*anzeige_, Worker("ablagebesitzer"), {art, Pfad("inhalt")});
+        Lauf besitzer(*anzeige_, WorkerPath("ablagebesitzer"), {art, Pfad("inhalt")});
         QVERIFY(Anbieten(besitzer, inhalt));
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(lauf.Starten());

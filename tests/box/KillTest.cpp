@@ -94,7 +94,7 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         std::array<int, 2> pipe{};
         QCOMPARE(::pipe(pipe.data()), 0);
         const QByteArray seed = QByteArray::number(kill);
-        const QByteArray program = QFile::encodeName(Worker("learn_worker"));
+        const QByteArray program = QFile::encodeName(WorkerPath("learn_worker"));
         const pid_t worker = fork();
         if (worker == 0) {
             dup2(pipe[1], STDOUT_FILENO);

@@ -51,7 +51,7 @@ void KonfigKillTest::KillLeavesTheOldOrTheNewFileWhole()
     file.close();
     for (int run = 0; run < Runs; ++run) {
         QProcess writer;
-        writer.start(Worker("konfig_writer"), {directory.path(), "a.pzb", "b.pzb"});
+        writer.start(WorkerPath("konfig_writer"), {directory.path(), "a.pzb", "b.pzb"});
         qint64 rounds = static_cast<qint64>(random() % 4) + 1;
         while (rounds > 0 && writer.waitForReadyRead()) {
             rounds -= writer.readAllStandardOutput().size();
@@ -76,8 +76,8 @@ void KonfigKillTest::TwoWritersLoseNothing()
     file.write(Content(""));
     file.close();
     QProcess first, second;
-    first.start(Worker("konfig_writer"), {directory.path(), "a.pzb", "b.pzb", "30"});
-    second.start(Worker("konfig_writer"), {directory.path(), "c.pzb", "d.pzb", "30"});
+    first.start(WorkerPath("konfig_writer"), {directory.path(), "a.pzb", "b.pzb", "30"});
+    second.start(WorkerPath("konfig_writer"), {directory.path(), "c.pzb", "d.pzb", "30"});
     QVERIFY(first.waitForFinished(60'000) && second.waitForFinished(60'000));
     QCOMPARE(first.exitCode(), 0);
     QCOMPARE(second.exitCode(), 0);

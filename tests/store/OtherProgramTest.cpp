@@ -179,7 +179,7 @@ private slots:
     void ASecondRunOfTheProgramIsToldThatTheFileIsOpen()
     {
         QProcess first;
-        first.start(Worker("lock_worker"), {Path()});
+        first.start(WorkerPath("lock_worker"), {Path()});
         QVERIFY(first.waitForReadyRead());
         QCOMPARE(first.readAll(), QByteArray("0\n"));
         QCOMPARE(GapInLock(Path()), QString());
@@ -196,7 +196,7 @@ private slots:
         QVERIFY(first.waitForFinished());
         const CardFile mine(Path());
         QProcess again;
-        again.start(Worker("lock_worker"), {Path()});
+        again.start(WorkerPath("lock_worker"), {Path()});
         QVERIFY(again.waitForFinished());
         QCOMPARE(again.readAll(), "3045\n");
     }

@@ -17,7 +17,7 @@ QString ProgramDir()
     return BuildFile(QStringLiteral("bin"));
 }
 
-QString Worker(const QString &name)
+QString WorkerPath(const QString &name)
 {
     return BuildFile(QStringLiteral("tests/") + name);
 }

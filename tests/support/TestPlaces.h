@@ -9,5 +9,5 @@
 QString SourceFile(const QString &name); // below the tree
 QString BuildFile(const QString &name);  // below the build
 QString ProgramDir();                    // of the built program and its shipped files
-QString Worker(const QString &name);     // a second program of the tests
+QString WorkerPath(const QString &name); // a second program of the tests
 QString CMakeProgram();

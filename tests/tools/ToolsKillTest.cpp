@@ -46,7 +46,7 @@ public:
         if (::pipe(pipe_.data()) != 0)
             qFatal("no pipe");
         const QByteArray path = QFile::encodeName(directory);
-        const QByteArray program = QFile::encodeName(Worker("tool_worker"));
+        const QByteArray program = QFile::encodeName(WorkerPath("tool_worker"));
         pid_ = fork();
         if (pid_ == 0) {
             dup2(pipe_[1], STDOUT_FILENO);
