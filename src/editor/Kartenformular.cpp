@@ -13,6 +13,7 @@
 #include "Formulardruck.h"
 #include "KartenTextBox.h"
 #include "Kartensuche.h"
+#include "Knopfzeile.h"
 #include "Kopfzeile.h"
 
 #include <QGridLayout>
@@ -113,12 +114,12 @@ void Kartenformular::Anordnen()
     gitter_->setRowStretch(3, 1);
 }
 
-void Kartenformular::Anfuegen(QLayout *zeile, const QList<QWidget *> &knoepfe)
+void Kartenformular::Anfuegen(const Knopfzeile &knoepfe)
 {
-    gitter_->addLayout(zeile, 4, 1);
-    knoepfe_ = knoepfe;
+    gitter_->addLayout(knoepfe.zeile, 4, 1);
+    knoepfe_ = knoepfe.Alle();
     const QList<QWidget *> folge = Felder().first(3)
-                                   << bild_->Box() << art_->Tabfolge() << antworten_->Tabfolge() << knoepfe;
+                                   << bild_->Box() << art_->Tabfolge() << antworten_->Tabfolge() << knoepfe_;
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
 }

@@ -19,6 +19,7 @@ class KartenTextBox;
 class Kopfzeile;
 class QGridLayout;
 class QLabel;
+struct Knopfzeile;
 
 // The form of the card editor: holds the controls of a card and knows which of its texts were touched.
 class Kartenformular final : public QWidget, public Kartensicht
@@ -46,8 +47,8 @@ public:
     // Puts the caret on the hit of a search, if there is one, and marks it.
     void TrefferZeigen(const SearchHit &treffer);
 
-    // Takes the buttons in this line below the card, and sets the order in which Tab goes through all.
-    void Anfuegen(QLayout *zeile, const QList<QWidget *> &knoepfe);
+    // Puts the buttons below the card, and sets the order in which Tab goes through all.
+    void Anfuegen(const Knopfzeile &knoepfe);
     // What a text is typed or a picture is moved in.
     QList<QWidget *> Felder() const;
     // Outlines the field of this box as the one that has the keyboard; null for none.

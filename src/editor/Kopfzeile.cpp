@@ -69,6 +69,7 @@ Kopfzeile::Kopfzeile(QWidget *parent)
 
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->setSpacing(8);
     zeile->addWidget(MaskFrageNr_);
     zeile->addSpacing(12);
     zeile->addWidget(new QLabel(QStringLiteral("Fach:"), this));

@@ -17,7 +17,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -59,7 +58,7 @@ PFÄndern::~PFÄndern() = default;
 void PFÄndern::KnoepfeBauen()
 {
     const Knopfzeile knoepfe(formular_);
-    formular_->Anfuegen(knoepfe.zeile, knoepfe.Alle());
+    formular_->Anfuegen(knoepfe);
     lauf_ = std::make_unique<Kartenlauf>(editor_, formular_, knoepfe.CZZurück, knoepfe.CVVor);
     const auto tun = [this](QPushButton *taste, auto aktion) {
         connect(taste, &QPushButton::clicked, this, [this, aktion] {

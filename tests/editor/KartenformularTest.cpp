@@ -19,8 +19,7 @@ struct Formularbuehne
     {
         dienste.konfig.ProgrammPfad = ordner.path();
         BildSchreiben(ordner.filePath(QStringLiteral("rot.bmp")), {200, 150}, Qt::red);
-        const Knopfzeile zeile(&form);
-        form.Anfuegen(zeile.zeile, zeile.Alle());
+        form.Anfuegen(Knopfzeile(&form));
         form.resize(1000, 700);
         form.show();
     }
