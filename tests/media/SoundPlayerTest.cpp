@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "ResourceLimit.h"
 #include "SoundStage.h"
 #include "TestProgram.h"
 #include "WaveBuilder.h"
@@ -12,7 +13,6 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -281,27 +281,6 @@ void SoundPlayerTest::ProgramKeepsItsSignals()
 
 namespace {
 
-// As long as it lives, the process may have no more than that of `resource`.
-class Limit
-{
-public:
-    Limit(__rlimit_resource resource, rlim_t most) : resource_(resource)
-    {
-        getrlimit(resource, &before_);
-        const rlimit limit{most, before_.rlim_max};
-        setrlimit(resource, &limit);
-    }
-
-    Limit(const Limit &) = delete;
-    Limit &operator=(const Limit &) = delete;
-
-    ~Limit() { setrlimit(resource_, &before_); }
-
-private:
-    __rlimit_resource resource_;
-    rlimit before_{};
-};
-
 } // namespace
 
 void SoundPlayerTest::SystemWithoutThreadsIsAnErrorAndLaterSoundsPlay()
@@ -310,7 +289,7 @@ void SoundPlayerTest::SystemWithoutThreadsIsAnErrorAndLaterSoundsPlay()
     const QString wave = Write("a.wav", Pcm(16, 1, 100).file);
     const uid_t user = getuid();
     {
-        const Limit threads(RLIMIT_NPROC, 0);
+        const ResourceLimit threads(RLIMIT_NPROC, 0);
         // No limit holds for the superuser.
         const bool root = user == 0;
         QVERIFY(!root || setresuid(65534, 65534, 0) == 0);
@@ -338,7 +317,8 @@ void SoundPlayerTest::MemoryThatEndsIsAnErrorAndLaterSoundsPlay()
     QVERIFY(sizes.open(QIODevice::ReadOnly));
     const rlim_t pages = sizes.readAll().split(' ').first().toULongLong();
     {
-        const Limit memory(RLIMIT_AS, pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + 50'000'000);
+        const ResourceLimit memory(RLIMIT_AS,
+                                   pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + 50'000'000);
         Play(large);
     }
     QCOMPARE(messages_, QStringList("Fehler bei Play_Sound Nicht genügend Speicher."));

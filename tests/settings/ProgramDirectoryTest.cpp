@@ -4,6 +4,7 @@
 
 #include "EngineLocks.h"
 #include "FileHandle.h"
+#include "ResourceLimit.h"
 #include "TestProgram.h"
 
 #include <QDir>
@@ -15,7 +16,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <memory>
-#include <sys/resource.h>
+#include <optional>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -320,15 +321,9 @@ void ProgramDirectoryTest::KillWhileFillingIsFinishedByTheNextStart()
 
 void ProgramDirectoryTest::FullDiskKeepsTheSettingsAndSaysSo()
 {
-    // A limit on the size of files fails a write as a full disk does.
-    rlimit old{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{1000, old.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    std::optional<FullDisk> full(1000);
     const ProgramDirectory found = Found();
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &old), 0);
-    std::signal(SIGXFSZ, handler);
+    full.reset();
     QCOMPARE(found.path, user_);
     QCOMPARE(found.message, "Die Beispielkarteien konnten nicht angelegt werden: Der Datenträger ist voll: " +
                                 user_ + "/.einrichtung/eins.pzb");

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KonfigFixture.h"
+#include "ResourceLimit.h"
 #include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QDir>
 #include <QTest>
 
-#include <csignal>
 #include <fcntl.h>
+#include <optional>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -334,15 +334,9 @@ void WriteConfigTest::FullDiskLeavesTheOldFile()
 {
     const QByteArray content = "# " + QByteArray(5000, 'k') + "\n[recentfiles]\na.pzb\n";
     Write(content);
-    // A limit on the size of files fails a write as a full disk does.
-    rlimit old{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{1000, old.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    std::optional<FullDisk> full(1000);
     const int error = WriteError(1, "b.pzb");
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &old), 0);
-    std::signal(SIGXFSZ, handler);
+    full.reset();
     QCOMPARE(error, Fehler::DatentraegerVoll);
     QCOMPARE(Read(), content);
     QCOMPARE(gelesen_, 0);

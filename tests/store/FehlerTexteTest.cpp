@@ -5,6 +5,7 @@
 #include "DamagedCards.h"
 #include "JetFile.h"
 #include "Repair.h"
+#include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
@@ -18,8 +19,8 @@
 #include <fcntl.h>
 #include <functional>
 #include <new>
+#include <optional>
 #include <stdexcept>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -225,16 +226,12 @@ private slots:
     // A file that cannot even be opened is not a file that nobody has, nor one without cards.
     void NoDescriptorIsLeft()
     {
-        struct rlimit before = {};
-        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
         const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         ::close(next);
-        struct rlimit none = before;
-        none.rlim_cur = static_cast<rlim_t>(next);
-        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+        std::optional<ResourceLimit> none(std::in_place, RLIMIT_NOFILE, static_cast<rlim_t>(next));
         const QString replacing = Text([this] { CheckReplaceable(Path()); });
         const QString reading = Text([this] { DamagedCards{Path()}; });
-        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+        none.reset();
         QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
         QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));
     }

@@ -4,6 +4,7 @@
 #include "CardStore.h"
 #include "DamageLab.h"
 #include "Repair.h"
+#include "ResourceLimit.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
@@ -16,7 +17,6 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -196,25 +196,19 @@ private slots:
         DestroyFirstPage();
         const QByteArray before = ReadFile(Path());
         // No file may grow beyond the limit: the copy fails, or the new file, or nothing.
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit old = {};
-        getrlimit(RLIMIT_FSIZE, &old);
         int failed = 0;
         QStringList texts;
         for (const qint64 limit : {qint64(0), qint64(5000), box.bytes.size() / 2, box.bytes.size() - 1}) {
-            const rlimit small = {static_cast<rlim_t>(limit), old.rlim_max};
-            setrlimit(RLIMIT_FSIZE, &small);
             try {
+                const FullDisk full(static_cast<rlim_t>(limit));
                 RepairDatabase(Path());
             } catch (const StoreError &error) {
                 failed += error.Number() == Fehler::DatentraegerVoll ? 1 : 0;
                 texts << error.Text();
             }
-            setrlimit(RLIMIT_FSIZE, &old);
             QCOMPARE(Names(), QStringList{QStringLiteral("Kasten.pzb")});
             QCOMPARE(ReadFile(Path()), before);
         }
-        std::signal(SIGXFSZ, handler);
         QCOMPARE(failed, 4);
         texts.removeDuplicates();
         QCOMPARE(

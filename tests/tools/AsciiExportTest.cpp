@@ -225,7 +225,7 @@ void AsciiExportTest::FailureLeavesTheOldFileAndNothingElse()
     QCOMPARE(w.Dateien(), QStringList{"offen.pzb"});
     w.Schreiben("a.txt", "alt");
     {
-        const VollerDatentraeger voll(10);
+        const FullDisk voll(10);
         QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
     }
     QCOMPARE(w.meldungen.Texte().last(),

@@ -387,7 +387,7 @@ void NeueKarteiTest::FullDiskLeavesTheOldTarget()
     w.Oeffnen(ThreeTopics());
     MakeCardFile(w.Pfad("neu.pzb"), {MakeCard(99, 0, 1)});
     {
-        const VollerDatentraeger voll(8000);
+        const FullDisk voll(8000);
         QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gescheitert);
     }
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "

@@ -2,15 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 #include "Werkbank.h"
 
 #include <QDir>
 #include <QFile>
-
-#include <csignal>
-#include <sys/resource.h>
 
 // A directory of card files with an open one, for one test.
 struct Werkstatt
@@ -73,33 +71,6 @@ struct Werkstatt
     TestUhr uhr;
     CardStore store{meldungen, uhr};
     Werkbank bank{store, meldungen};
-};
-
-// As long as it lives no file can be written beyond so many bytes.
-class VollerDatentraeger
-{
-public:
-    explicit VollerDatentraeger(qint64 bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &vorher_);
-        rlimit grenze = vorher_;
-        grenze.rlim_cur = static_cast<rlim_t>(bytes);
-        setrlimit(RLIMIT_FSIZE, &grenze);
-        signal_ = std::signal(SIGXFSZ, SIG_IGN);
-    }
-
-    VollerDatentraeger(const VollerDatentraeger &) = delete;
-    VollerDatentraeger &operator=(const VollerDatentraeger &) = delete;
-
-    ~VollerDatentraeger()
-    {
-        setrlimit(RLIMIT_FSIZE, &vorher_);
-        std::signal(SIGXFSZ, signal_);
-    }
-
-private:
-    rlimit vorher_{};
-    void (*signal_)(int) = SIG_DFL;
 };
 
 // Where a tool says that a failure left nothing behind.
