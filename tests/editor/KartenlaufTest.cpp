@@ -29,6 +29,15 @@ struct Laufwerk : Werk
         QVERIFY(QTest::qWaitForWindowActive(&fenster));
     }
 
+    // Does this when the form has been shown so many more cards.
+    void NachKarten(int anzahl, std::function<void()> tun)
+    {
+        form.beimZeigen = [this, bei = form.gezeigt + anzahl, tun = std::move(tun)] {
+            if (form.gezeigt == bei)
+                tun();
+        };
+    }
+
     QWidget fenster;
     QPushButton *rueckwaerts = new QPushButton(&fenster);
     QPushButton *vorwaerts = new QPushButton(&fenster);
@@ -68,17 +77,17 @@ private slots:
     {
         Laufwerk w(Karten(20));
         w.Zeigen();
+        w.NachKarten(5, [&] { QTest::keyRelease(w.vorwaerts, Qt::Key_Space); });
         QTest::keyPress(w.vorwaerts, Qt::Key_Space);
-        QTRY_VERIFY(w.Nummer() >= 5);
-        QTest::keyRelease(w.vorwaerts, Qt::Key_Space);
-        const int stelle = w.Nummer();
+        QTRY_VERIFY(!w.vorwaerts->isDown());
+        QCOMPARE(w.Nummer(), 6);
+        w.NachKarten(2, [&] { w.lauf->Beenden(); });
+        QTest::mousePress(w.rueckwaerts, Qt::RightButton);
+        QTRY_COMPARE(w.Nummer(), 4);
+        QVERIFY(!w.rueckwaerts->isDown());
         for (int i = 0; i < 5; ++i)
             QCoreApplication::processEvents();
-        QCOMPARE(w.Nummer(), stelle);
-        QTest::mousePress(w.rueckwaerts, Qt::RightButton);
-        QTRY_VERIFY(w.Nummer() < stelle - 1);
-        w.lauf->Beenden();
-        QVERIFY(!w.rueckwaerts->isDown());
+        QCOMPARE(w.Nummer(), 4);
     }
 
     void ACardThatMayNotBeStoredHoldsItBack()
@@ -96,20 +105,19 @@ private slots:
 
     void ItEndsWhereAnotherWindowComesInFront()
     {
-        Laufwerk w(Karten(1000));
+        Laufwerk w(Karten(20));
         w.Zeigen();
-        QTest::mousePress(w.vorwaerts, Qt::LeftButton);
-        QTRY_VERIFY(w.Nummer() >= 3);
         QWidget anderes;
-        anderes.show();
-        anderes.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&anderes));
+        w.NachKarten(3, [&] {
+            anderes.show();
+            anderes.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&anderes));
+        });
+        QTest::mousePress(w.vorwaerts, Qt::LeftButton);
         QTRY_VERIFY(!w.vorwaerts->isDown());
-        QVERIFY(!w.editor.Neu());
-        const int stelle = w.Nummer();
         for (int i = 0; i < 5; ++i)
             QCoreApplication::processEvents();
-        QCOMPARE(w.Nummer(), stelle);
+        QCOMPARE(w.Nummer(), 4);
     }
 };
 
