@@ -7,7 +7,6 @@
 #include "Soundbearbeiten.h"
 
 #include <QDir>
-#include <QLabel>
 #include <QPushButton>
 
 void PFÄndern::BildBauen()

@@ -147,7 +147,7 @@ void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
     QFETCH(QString, name);
     ZweiKarteien w;
     DialogeFenster dialoge;
-    const auto dialog = Dialog({w.store, w.konfig, w.meldungen, dialoge}, name);
+    const auto dialog = Dialog({w.store, w.oeffner, w.konfig, w.meldungen, dialoge}, name);
     Show(*dialog);
     int asked = 0;
     const auto write = [](const QString &text) {
