@@ -4,10 +4,10 @@
 
 #include "CardFile.h"
 #include "CardFileCheck.h"
-#include "JetCards.h"
+#include "FreshFile.h"
 #include "JetConversion.h"
+#include "JetSource.h"
 #include "Repair.h"
-#include "SafeFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -165,7 +165,7 @@ void CardStore::OpenCardFile(QString &fileName)
 
 void CardStore::OpenChecked(const QString &path)
 {
-    if (JetFile::Recognises(path))
+    if (IsJetFile(path))
         Convert(path);
     const auto open = [&] {
         file_ = std::make_unique<CardFile>(path);
@@ -212,7 +212,7 @@ void CardStore::OpenChecked(const QString &path)
 void CardStore::Convert(const QString &path)
 {
     CheckAccess(path, CardFile::Access::Exclusive);
-    static_cast<void>(JetCards(path));
+    CheckConvertible(path);
     const QString name = QFileInfo(path).fileName();
     if (meldungen_.Fragen(
             QStringLiteral("Die Kartei „%1“ hat noch das alte Dateiformat – soll sie umgewandelt werden (die "

@@ -3,7 +3,7 @@
 #include "AnderesProgramm.h"
 #include "CardStore.h"
 #include "DamageLab.h"
-#include "JetFile.h"
+#include "JetSource.h"
 #include "JournalFile.h"
 #include "SafeFile.h"
 #include "StoreError.h"
@@ -165,7 +165,7 @@ private slots:
             QFile(name).open(QIODevice::ReadOnly);
             ::ReadFile(name, 1 << 20);
             SyncFile(name);
-            QVERIFY(!JetFile::Recognises(name));
+            QVERIFY(!IsJetFile(name));
             QVERIFY(!NamesOtherFiles(name));
             QVERIFY_EXCEPTION_THROWN(CheckReplaceable(name), StoreError);
             CopyFile(name, Path("kopie"));
