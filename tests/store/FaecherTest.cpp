@@ -57,6 +57,21 @@ struct Kasten
         return tabelle;
     }
 
+    // The number of the card that is asked last in `fach`.
+    double Letzte(int fach)
+    {
+        double nummer = 0;
+        kartei.Karten().Beside([&](SQLite::Database &database) {
+            SQLite::Statement letzte(
+                database,
+                R"(SELECT "FrageNr" FROM "Lernkarten" WHERE "FachNr"=?1 ORDER BY "FachLfdNr" DESC LIMIT 1)");
+            letzte.bind(1, fach);
+            if (letzte.executeStep())
+                nummer = letzte.getColumn(0).getDouble();
+        });
+        return nummer;
+    }
+
     QTemporaryDir verzeichnis;
     TestMeldungen meldungen;
     TestUhr uhr;
@@ -127,7 +142,9 @@ private slots:
             if (tun < 70) {
                 if (!kasten.Stehen(fach))
                     continue;
+                const double gefragt = kartei.Felder().FrageNr.Number();
                 wohin = KarteEinordnen(kartei, rnd(3) == 0 ? 0 : ErgebnisRichtig);
+                QCOMPARE(kasten.Letzte(wohin), gefragt);
             } else if (tun < 80) {
                 if (!kasten.Stehen(fach))
                     continue;
