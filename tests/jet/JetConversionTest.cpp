@@ -171,6 +171,9 @@ void JetConversionTest::WhatCannotBeReadIsRefusedWithoutAQuestion_data()
     JetLab other(4);
     other.tableName = QStringLiteral("Kunden");
     QTest::newRow("another database") << other.Bytes() << "enthält keine Tabelle „Lernkarten“. Fcode: 3078";
+    // No card can be found, and our repair knows nothing of such files.
+    QTest::newRow("cut off behind its first page")
+        << FormerFile(4, SomeCards()).left(4096) << "ist beschädigt. Fcode: 3049";
 }
 
 void JetConversionTest::WhatCannotBeReadIsRefusedWithoutAQuestion()
