@@ -45,7 +45,6 @@ private:
     // What opens a dialog of the file tools.
     template <typename Fenster>
     std::function<void()> Werkzeug();
-    WerkzeugUmgebung Werkzeuge();
     void ÜbersichtZeigen();
     void ÜberZeigen();
     QString KarteiWaehlen();

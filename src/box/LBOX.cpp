@@ -94,7 +94,7 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     kartei_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
         return WartenMitAbbruch(was, abgebrochen, meldungen_.Titel(), this);
     };
-    umgebung_.konfig.Gelesen = [this] { KonfigZeigen(); };
+    connect(&umgebung_.konfig, &AppConfig::Gelesen, this, [this] { KonfigZeigen(); });
     KonfigZeigen();
     SetFenster({});
 
@@ -105,7 +105,7 @@ LBOX::~LBOX()
 {
     kartei_.BoxZeichnen = [] {};
     kartei_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
-    umgebung_.konfig.Gelesen = [] {};
+    umgebung_.konfig.disconnect(this);
 }
 
 void LBOX::BoxZeichnen()

@@ -9,7 +9,7 @@
 class Karteianhängen final : public Werkzeugfenster
 {
 public:
-    explicit Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+    Karteianhängen(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdDateiname_Click();

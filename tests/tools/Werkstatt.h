@@ -5,13 +5,14 @@
 #include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestDienste.h"
 #include "Werkbank.h"
 
 #include <QDir>
 #include <QFile>
 
 // A directory of card files with an open one, for one test.
-struct Werkstatt
+struct Werkstatt : TestDienste
 {
     Werkstatt()
     {
@@ -67,8 +68,6 @@ struct Werkstatt
     }
 
     QTemporaryDir verzeichnis;
-    TestMeldungen meldungen;
-    TestUhr uhr;
     CardStore store{meldungen, uhr};
     Werkbank bank{store, meldungen};
 };
