@@ -41,6 +41,14 @@ private:
     bool painted_ = false;
 };
 
+class StillTon final : public Ton
+{
+public:
+    void Spielen(const QString &) override {}
+
+    void Stille() override {}
+};
+
 struct Desk
 {
     Desk()
@@ -53,7 +61,7 @@ struct Desk
     std::unique_ptr<Uebersicht> Open()
     {
         auto window = std::make_unique<Uebersicht>(
-            WerkzeugUmgebung{store, oeffner, config, messages, dialogs},
+            store, Dienste{messages, dialogs, clock, chance, sound, config},
             UebersichtWege{.bearbeiten = [] {}, .drucker = [] { return std::unique_ptr<QPrinter>(); }});
         window->show();
         PaintWatch(window->findChild<QTableView *>()->viewport()).Wait();
@@ -63,6 +71,8 @@ struct Desk
     StillMeldungen messages;
     EiligeUhr clock;
     DialogeFenster dialogs;
+    MersenneZufall chance;
+    StillTon sound;
     AppConfig config{messages};
     CardStore store;
     KarteiOeffner oeffner{store, messages, clock};

@@ -119,16 +119,11 @@ void Programm::EditorGeschlossen()
     lbox_->activateWindow();
 }
 
-WerkzeugUmgebung Programm::Werkzeuge()
-{
-    return {kartei_, oeffner_, konfig_, meldungen_, dialoge_};
-}
-
 template <typename Fenster>
 std::function<void()> Programm::Werkzeug()
 {
     return [this] {
-        Fenster(Werkzeuge(), lbox_.get()).exec();
+        Fenster(oeffner_, dienste_, lbox_.get()).exec();
         lbox_->activateWindow(); // a message and the dialog behind it close at once: nobody has the keyboard
     };
 }
@@ -139,7 +134,7 @@ void Programm::UebersichtZeigen()
         meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
         return;
     }
-    Uebersicht(Werkzeuge(), {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
+    Uebersicht(kartei_, dienste_, {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
     if (lbox_->isVisible())
         lbox_->activateWindow();
 }

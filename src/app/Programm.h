@@ -46,7 +46,6 @@ private:
     // What opens a dialog of the file tools.
     template <typename Fenster>
     std::function<void()> Werkzeug();
-    WerkzeugUmgebung Werkzeuge();
     void UebersichtZeigen();
     void UeberZeigen();
     QString KarteiWaehlen();

@@ -55,7 +55,7 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
     oeffner_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
         return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
     };
-    dienste_.konfig.Gelesen = [this] { menue_.KonfigZeigen(); };
+    connect(&dienste_.konfig, &AppConfig::Gelesen, this, [this] { menue_.KonfigZeigen(); });
     StandZeigen();
     resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
 }

@@ -3,7 +3,7 @@
 #include "CardBulk.h"
 
 #include "CardValue.h"
-#include "FachInfo.h"
+#include "FachNummern.h"
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>

@@ -7,6 +7,7 @@
 #include "Soundbearbeiten.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QPushButton>
 
 void PFÄndern::BildBauen()

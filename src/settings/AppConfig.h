@@ -2,45 +2,25 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Einstellungen.h"
 #include "Meldungen.h"
-#include "Schrift.h"
 #include "StoreError.h"
 
-#include <QPoint>
-#include <QSize>
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
-#include <array>
-#include <functional>
-#include <optional>
-
-// What the learner has made of a window; the program chooses what he has left as it was. Logical pixels of
-// the desktop, without the frame.
-struct Fensterlage
-{
-    std::optional<QPoint> platz = {};
-    std::optional<QSize> groesse = {};
-    bool maximiert = false;
-
-    bool operator==(const Fensterlage &) const = default;
-};
-
 // The user's settings and the file "konfig.dat" in the program directory that keeps them.
-class AppConfig
+class AppConfig : public QObject, public Einstellungen
 {
+    Q_OBJECT
+
 public:
     explicit AppConfig(Meldungen &meldungen);
 
     QString ProgrammPfad;       // program directory, without a separator at its end
     QStringList Lieferpfade;    // where shipped files lie that the program directory lacks
     bool NurDieserLauf = false; // settings cannot be written, and the user knows
-    Schrift schrift;
-    std::array<QString, 5> MDat; // recently opened card files, latest first; an empty entry is not shown
-    bool Animation = true;
-    Fensterlage Abfrage; // the query's
-    std::function<void()> Gelesen = [] {
-    }; // called after every change from here, so that the menu shows the new values
 
     // Takes every setting that the file holds; what it lacks, or what cannot be read, keeps its value. Each
     // error is shown ("Fehler in Konfig_Lesen" and its text) and the reading goes on. A file that is gone is
@@ -62,10 +42,15 @@ public:
     // A file of the program from the first place that has it; in the program directory where none has.
     QString ProgrammDatei(const QString &name) const;
 
+signals:
+    // After every change from here: the menu shows the new values.
+    void Gelesen();
+
 private:
     QString KonfigPfad(const char *name) const;
     bool Verloren() const;
     QByteArray NeuAnlegen() const;
+    // What cannot be written holds in memory alone.
     void NurMerken(qint16 section, const QString &value);
 
     Meldungen &meldungen_;

@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "FachNummern.h"
+#include "Zahl16.h"
+
 #include <QtGlobal>
 
 #include <array>
@@ -16,12 +19,6 @@ struct Fach
     qint16 LfdMax = 0;     // highest FachLfdNr handed out in it
 };
 
-// Compartment numbers: 0 "Neu", 1 wrong, 2 to 5 right one to four times in a row, 6 done.
-inline constexpr int FachNeu = 0;
-inline constexpr int FachFalsch = 1;
-inline constexpr int FachErledigt = 6;
-inline constexpr int FachAnzahl = 7;
-
 using FachTabelle = std::array<Fach, FachAnzahl>;
 
 // All counts 0, positions, widths and capacities at their start values. Compartment 6 keeps 0 throughout.
@@ -29,8 +26,3 @@ FachTabelle FachStartwerte();
 
 // Where a card of compartment `fach` goes after a right or a wrong answer.
 int ZielFach(int fach, bool richtig);
-
-// Raises or lowers a 16-bit count; throws StoreError 6 where the result does not fit.
-qint16 Plus16(qint16 wert, int um);
-// Rounds half to even, as the box always has; throws StoreError 6 outside 16 bits.
-qint16 Runden16(double wert);

@@ -4,9 +4,10 @@
 
 #include "CardFile.h"
 #include "CardFileCheck.h"
-#include "JetCards.h"
+#include "FreshFile.h"
+#include "JetConversion.h"
+#include "JetSource.h"
 #include "Repair.h"
-#include "SafeFile.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -49,11 +50,11 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Uhr &uhr, con
     const QString path = kartei.CardPath(fileName);
     bool former = false;
     try {
-        former = JetFile::Recognises(path);
+        former = IsJetFile(path);
         if (former) {
             // What could not be opened afterwards, or not be read, is not worth a question.
             CheckAccess(path, CardFile::Access::Exclusive);
-            static_cast<void>(JetCards(path));
+            CheckConvertible(path);
             return {
                 Ausgang::AltesFormat,
                 StoreError(Fehler::FormatUnbekannt,

@@ -7,8 +7,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
+AExport::AExport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
                       QStringLiteral("ASCII - Export"), parent)
 {
     Erklaeren(
@@ -26,12 +26,12 @@ AExport::AExport(WerkzeugUmgebung umgebung, QWidget *parent)
 void AExport::cmdDateiname_Click()
 {
     lblDateiname_->setText(Ziel().Waehlen(
-        TextdateiDialog(QStringLiteral("ASCII export"), Umgebung().store.KarteiPfad, QStringLiteral("txt"))));
+        TextdateiDialog(QStringLiteral("ASCII export"), Store().KarteiPfad, QStringLiteral("txt"))));
 }
 
 void AExport::cmdOK_Click()
 {
-    const auto trennzeichen = Trennzeichen(Umgebung().meldungen, cmbTrennzeichen_->currentText());
+    const auto trennzeichen = Trennzeichen(Dienst().meldungen, cmbTrennzeichen_->currentText());
     if (!trennzeichen)
         return;
     const QString datei = lblDateiname_->text();
@@ -42,6 +42,6 @@ void AExport::cmdOK_Click()
     if (ausgang == Ausgang::Gescheitert)
         return;
     if (ausgang == Ausgang::Gelungen)
-        Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich geschrieben"));
+        Dienst().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich geschrieben"));
     accept();
 }

@@ -7,8 +7,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-AImport::AImport(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
+AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
                       QStringLiteral("ASCII - Import"), parent)
 {
     Erklaeren(
@@ -25,13 +25,13 @@ AImport::AImport(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void AImport::cmdDateiname_Click()
 {
-    lblDateiname_->setText(Umgebung().dialoge.DateiOeffnen(
-        TextdateiDialog(QStringLiteral("ASCII import"), Umgebung().store.KarteiPfad)));
+    lblDateiname_->setText(
+        Dienst().dialoge.DateiOeffnen(TextdateiDialog(QStringLiteral("ASCII import"), Store().KarteiPfad)));
 }
 
 void AImport::cmdOK_Click()
 {
-    const auto trennzeichen = Trennzeichen(Umgebung().meldungen, cmbTrennzeichen_->currentText());
+    const auto trennzeichen = Trennzeichen(Dienst().meldungen, cmbTrennzeichen_->currentText());
     if (!trennzeichen)
         return;
     const QString datei = lblDateiname_->text();
@@ -40,9 +40,9 @@ void AImport::cmdOK_Click()
     Ausfuehren(
         [&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
     if (ausgang == Ausgang::Gelungen)
-        Umgebung().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
+        Dienst().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
     else if (ausgang == Ausgang::Teilweise)
-        Umgebung().meldungen.Zeigen(TeilweiseEingelesen(zugang));
-    if (ausgang != Ausgang::Gescheitert || !Umgebung().store.IsOpen())
+        Dienst().meldungen.Zeigen(TeilweiseEingelesen(zugang));
+    if (ausgang != Ausgang::Gescheitert || !Store().IsOpen())
         accept();
 }

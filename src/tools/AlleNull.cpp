@@ -4,8 +4,8 @@
 
 #include "NachNeu.h"
 
-AlleNull::AlleNull(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("AlleNull"), QStringLiteral("Alle Karten nach Fach Neu"),
+AlleNull::AlleNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AlleNull"), QStringLiteral("Alle Karten nach Fach Neu"),
                       QStringLiteral("Alle Karten nach Fach Neu"), parent)
 {
     Erklaeren({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),
@@ -15,14 +15,14 @@ AlleNull::AlleNull(WerkzeugUmgebung umgebung, QWidget *parent)
 
 void AlleNull::cmdOK_Click()
 {
-    if (Umgebung().meldungen.Fragen(
+    if (Dienst().meldungen.Fragen(
             QStringLiteral("Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"),
             Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
         return;
     Ausgang ausgang{};
     Ausfuehren([&](const Werkbank &bank) { ausgang = AlleNachNeu(bank); });
     if (ausgang == Ausgang::Gelungen)
-        Umgebung().meldungen.Zeigen(QStringLiteral("Alles zurückgesetzt"));
-    if (ausgang == Ausgang::Gelungen || !Umgebung().store.IsOpen())
+        Dienst().meldungen.Zeigen(QStringLiteral("Alles zurückgesetzt"));
+    if (ausgang == Ausgang::Gelungen || !Store().IsOpen())
         accept();
 }

@@ -3,7 +3,7 @@
 #include "AsciiTausch.h"
 
 #include "CardAdd.h"
-#include "SafeFile.h"
+#include "FreshFile.h"
 #include "TextDatei.h"
 #include "TextHelpers.h"
 

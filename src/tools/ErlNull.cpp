@@ -4,8 +4,9 @@
 
 #include "NachNeu.h"
 
-ErlNull::ErlNull(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("ErlNull"), QStringLiteral("Erledigte Karten nach Fach Neu"),
+ErlNull::ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("ErlNull"),
+                      QStringLiteral("Erledigte Karten nach Fach Neu"),
                       QStringLiteral("Erledigte Karten nach Fach Neu"), parent)
 {
     Erklaeren(
@@ -20,7 +21,7 @@ void ErlNull::cmdOK_Click()
     std::optional<int> anzahl;
     Ausfuehren([&](const Werkbank &bank) { anzahl = ErledigteNachNeu(bank); });
     if (anzahl)
-        Umgebung().meldungen.Zeigen(QString::number(*anzahl) + QStringLiteral("Karten zurückgesetzt"));
-    if (anzahl || !Umgebung().store.IsOpen())
+        Dienst().meldungen.Zeigen(QString::number(*anzahl) + QStringLiteral("Karten zurückgesetzt"));
+    if (anzahl || !Store().IsOpen())
         accept();
 }

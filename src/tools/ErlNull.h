@@ -8,7 +8,7 @@
 class ErlNull final : public Werkzeugfenster
 {
 public:
-    explicit ErlNull(WerkzeugUmgebung umgebung, QWidget *parent = nullptr);
+    ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdOK_Click();

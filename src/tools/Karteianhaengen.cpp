@@ -7,8 +7,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
+Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
                       QStringLiteral("Kartei anhängen"), parent)
 {
     Erklaeren(
@@ -29,8 +29,8 @@ Karteianhängen::Karteianhängen(WerkzeugUmgebung umgebung, QWidget *parent)
 void Karteianhängen::cmdDateiname_Click()
 {
     if (KarteinameUebernehmen(
-            lblDateiname_, Umgebung().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
-                                                                        Umgebung().konfig.ProgrammPfad))))
+            lblDateiname_, Dienst().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
+                                                                      Dienst().konfig.ProgrammPfad))))
         NeuGewaehlt(); // the same file too
 }
 
@@ -40,7 +40,7 @@ void Karteianhängen::cmdOK_Click()
     int anzahl = 0;
     Ausfuehren(
         [&](const Werkbank &bank) { ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), &anzahl); });
-    if (!Umgebung().store.IsOpen()) {
+    if (!Store().IsOpen()) {
         accept(); // there is nothing left to append to
         return;
     }

@@ -6,8 +6,8 @@
 
 #include <QLineEdit>
 
-Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("Karteispiegeln"),
+Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteispiegeln"),
                       QStringLiteral("Thema ausfiltern"), // the caption that this window has always had
                       QStringLiteral("Kartei spiegeln"), parent)
 {
@@ -26,7 +26,7 @@ Karteispiegeln::Karteispiegeln(WerkzeugUmgebung umgebung, QWidget *parent)
 void Karteispiegeln::cmdDateiname_Click()
 {
     KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
-                                                                     Umgebung().store.KarteiPfad)));
+                                                                     Store().KarteiPfad)));
 }
 
 void Karteispiegeln::cmdOK_Click()

@@ -82,8 +82,8 @@ protected:
 
 } // namespace
 
-Themaausfiltern::Themaausfiltern(WerkzeugUmgebung umgebung, QWidget *parent)
-    : Werkzeugfenster(umgebung, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
+Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
                       QStringLiteral("Thema ausfiltern"), parent)
 {
     Erklaeren({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),
@@ -123,8 +123,8 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
 void Themaausfiltern::Form_Load()
 {
     // Without the topics the new file would be one without cards.
-    SetOKErlaubt(Schritt(Umgebung().meldungen, FehlerKontext(), [&] {
-        CardStore &store = Umgebung().store;
+    SetOKErlaubt(Schritt(Dienst().meldungen, FehlerKontext(), [&] {
+        CardStore &store = Store();
         lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8]));
         lstÜbernehmen_->setCurrentRow(0);
     }));
@@ -171,8 +171,8 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 
 void Themaausfiltern::cmdDateiname_Click()
 {
-    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Themaausfiltern"),
-                                                                     Umgebung().store.KarteiPfad)));
+    KarteinameUebernehmen(
+        lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Themaausfiltern"), Store().KarteiPfad)));
 }
 
 void Themaausfiltern::cmdOK_Click()

@@ -9,6 +9,7 @@
 #include "Kartengitter.h"
 #include "LangeArbeit.h"
 #include "Texttaste.h"
+#include "Werkbank.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -43,8 +44,8 @@ QString Tasten()
 
 } // namespace
 
-Uebersicht::Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent)
-    : QDialog(parent), umgebung_(umgebung), wege_(std::move(wege)), inhalt_(new QWidget(this))
+Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege wege, QWidget *parent)
+    : QDialog(parent), store_(store), dienste_(dienste), wege_(std::move(wege)), inhalt_(new QWidget(this))
 {
     setObjectName(QStringLiteral("Uebersicht"));
     setWindowTitle(QStringLiteral("Lernkarten"));
@@ -134,7 +135,7 @@ QWidget *Uebersicht::KnoepfeBauen()
 void Uebersicht::Form_Load()
 {
     try {
-        modell_ = new KartenModell(umgebung_.store.Karten(), this);
+        modell_ = new KartenModell(store_.Karten(), this);
     } catch (const StoreError &fehler) {
         datPrimaryRS_Error(fehler);
         return;
@@ -155,7 +156,7 @@ void Uebersicht::Form_Load()
 // A notice on the grid where there are no cards.
 void Uebersicht::Form_Paint()
 {
-    grdDataGrid_->SetHinweis(QStringLiteral("Diese Datei (") + umgebung_.store.CurrentFileName +
+    grdDataGrid_->SetHinweis(QStringLiteral("Diese Datei (") + store_.CurrentFileName +
                                  QStringLiteral(") enthält noch keine Karten"),
                              modell_->rowCount() == 0);
 }
@@ -165,9 +166,9 @@ void Uebersicht::ZeileOeffnen(const QModelIndex &index)
     if (!index.isValid())
         return;
     bool da = false;
-    Schritt(umgebung_.meldungen, FehlerKontext(), [&] {
+    Schritt(dienste_.meldungen, FehlerKontext(), [&] {
         const auto nummer = modell_->Liste().Whole(index.row()).numbers[0];
-        CardRecordset &karten = umgebung_.store.Karten();
+        CardRecordset &karten = store_.Karten();
         auto wieVorher = qScopeGuard([&karten] { karten.SetIndex(u"BoxKey"); });
         karten.SetIndex(u"FrageNr"); // in which the editor then walks
         if (nummer)
@@ -193,7 +194,7 @@ void Uebersicht::cmdDrucken_Click()
     if (!bis)
         return;
     laeuft_ = true;
-    Schritt(umgebung_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
+    Schritt(dienste_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
     laeuft_ = false;
     txtVon_->setText(QString::number(*von));
     txtBis_->setText(QString::number(*bis));
@@ -209,9 +210,9 @@ std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
     const auto nummer = Kartennummer(feld->text());
     if (nummer)
         return nummer;
-    umgebung_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
-                                   .arg(name)
-                                   .arg(std::numeric_limits<qint16>::max()));
+    dienste_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
+                                  .arg(name)
+                                  .arg(std::numeric_limits<qint16>::max()));
     feld->setFocus();
     feld->selectAll();
     return std::nullopt;
@@ -222,17 +223,17 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
 {
     const std::unique_ptr<QPrinter> drucker = wege_.drucker();
     if (!drucker) {
-        umgebung_.meldungen.Zeigen(QStringLiteral("Es ist kein Drucker eingerichtet."));
+        dienste_.meldungen.Zeigen(QStringLiteral("Es ist kein Drucker eingerichtet."));
         return;
     }
     drucker->setDocName(windowTitle());
     int gedruckt = 0;
     {
-        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
+        LangeArbeit lang(dienste_.meldungen, *inhalt_, *fortschritt_);
         gedruckt = KartenDrucken(modell_->Liste(), von, bis, *drucker, lang.Melder());
     }
     if (gedruckt == 0)
-        umgebung_.meldungen.Zeigen(
+        dienste_.meldungen.Zeigen(
             QStringLiteral("Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt.").arg(von).arg(bis));
     else // until the user goes on
         hinweise_->setText(KartenText(gedruckt) + QStringLiteral(" an den Drucker geschickt"));
@@ -243,7 +244,7 @@ void Uebersicht::Suchen(int abZeile)
     const QString text = txtSuchen_->text();
     std::optional<int> gefunden;
     if (modell_ && modell_->rowCount() > 0 && !text.isEmpty()) {
-        Schritt(umgebung_.meldungen, FehlerKontext(),
+        Schritt(dienste_.meldungen, FehlerKontext(),
                 [&] { gefunden = modell_->Liste().Find(text, abZeile % modell_->rowCount()); });
         if (gefunden)
             grdDataGrid_->setCurrentIndex(modell_->index(*gefunden, 0));
@@ -275,7 +276,7 @@ bool Uebersicht::NichtGefunden() const
 
 void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
 {
-    Schritt(umgebung_.meldungen, QStringLiteral("Folgender Fehler ist aufgetreten:"), [&] { throw fehler; });
+    Schritt(dienste_.meldungen, QStringLiteral("Folgender Fehler ist aufgetreten:"), [&] { throw fehler; });
 }
 
 bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)

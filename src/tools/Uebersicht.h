@@ -2,18 +2,22 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardStore.h"
+#include "Dienste.h"
 #include "Druckauftrag.h"
-#include "Werkzeugfenster.h"
 
-#include <QPointer>
+#include <QDialog>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 class KartenModell;
 class Kartengitter;
+class QLabel;
 class QLineEdit;
 class QModelIndex;
+class QProgressBar;
 
 // What the overview reaches beyond its window.
 struct UebersichtWege
@@ -29,7 +33,7 @@ struct UebersichtWege
 class Uebersicht final : public QDialog
 {
 public:
-    Uebersicht(WerkzeugUmgebung umgebung, UebersichtWege wege, QWidget *parent = nullptr);
+    Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege wege, QWidget *parent = nullptr);
 
     void reject() override;
 
@@ -53,7 +57,8 @@ private:
     void datPrimaryRS_Reposition();
     void datPrimaryRS_Error(const StoreError &fehler);
 
-    WerkzeugUmgebung umgebung_;
+    CardStore &store_;
+    Dienste dienste_;
     UebersichtWege wege_;
     QWidget *inhalt_ = nullptr;
     KartenModell *modell_ = nullptr; // nothing where the cards cannot be read

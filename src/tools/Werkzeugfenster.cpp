@@ -19,11 +19,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-Werkzeugfenster::Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
-                                 const QString &ueberschrift, QWidget *parent)
+Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name,
+                                 const QString &titel, const QString &ueberschrift, QWidget *parent)
     : QDialog(parent),
-      umgebung_(umgebung),
-      ziel_(umgebung.store, umgebung.dialoge, umgebung.meldungen),
+      oeffner_(oeffner),
+      dienste_(dienste),
+      ziel_(oeffner.Kartei(), dienste.dialoge, dienste.meldungen),
       inhalt_(new QWidget(this))
 {
     setObjectName(name);
@@ -170,8 +171,8 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
         return;
     laeuft_ = true;
     {
-        LangeArbeit lang(umgebung_.meldungen, *inhalt_, *fortschritt_);
-        arbeit({umgebung_.store, umgebung_.oeffner, umgebung_.meldungen, lang.Melder()});
+        LangeArbeit lang(dienste_.meldungen, *inhalt_, *fortschritt_);
+        arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder()});
     }
     laeuft_ = false;
 }
@@ -188,8 +189,8 @@ void Werkzeugfenster::NeueKarteiErstellen(
     Ausgang ausgang{};
     Ausfuehren([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
-        umgebung_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
-    if (ausgang == Ausgang::Gelungen || !umgebung_.store.IsOpen())
+        dienste_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
+    if (ausgang == Ausgang::Gelungen || !Store().IsOpen())
         accept();
 }
 

@@ -2,10 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
-#include "CardStore.h"
-#include "Dialoge.h"
-#include "Meldungen.h"
+#include "Dienste.h"
+#include "KarteiOeffner.h"
 #include "Werkbank.h"
 #include "Zielwahl.h"
 
@@ -22,16 +20,6 @@ class QProgressBar;
 class QPushButton;
 class QVBoxLayout;
 
-// What the dialogs of the tools work on. A card file is open when one of them is made.
-struct WerkzeugUmgebung
-{
-    CardStore &store;
-    KarteiOeffner &oeffner;
-    const AppConfig &konfig;
-    Meldungen &meldungen;
-    Dialoge &dialoge;
-};
-
 // The family of the tools' dialogs: heading and explanation on a card, the fields below it, progress and
 // buttons at the bottom. Enter runs the tool, Escape closes the dialog, but not while the tool is running.
 class Werkzeugfenster : public QDialog
@@ -40,7 +28,7 @@ public:
     void reject() override;
 
 protected:
-    Werkzeugfenster(WerkzeugUmgebung umgebung, const QString &name, const QString &titel,
+    Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name, const QString &titel,
                     const QString &ueberschrift, QWidget *parent);
 
     // The dialog is built from top to bottom by these. Texts are shown letter by letter.
@@ -72,7 +60,10 @@ protected:
 
     Zielwahl &Ziel() { return ziel_; }
 
-    const WerkzeugUmgebung &Umgebung() const { return umgebung_; }
+    // The open box; a card file is open when a dialog is made.
+    CardStore &Store() { return oeffner_.Kartei(); }
+
+    const Dienste &Dienst() const { return dienste_; }
 
     void changeEvent(QEvent *event) override;
 
@@ -81,7 +72,8 @@ private:
     QLabel *Textzeile(const QString &text, const QString &name);
     void FarbenSetzen();
 
-    WerkzeugUmgebung umgebung_;
+    KarteiOeffner &oeffner_;
+    Dienste dienste_;
     Zielwahl ziel_;
     QWidget *inhalt_ = nullptr;
     QVBoxLayout *spalte_ = nullptr;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Druckauftrag.h"
 
+#include "Protokoll.h"
 #include "StoreError.h"
 
 #include <QPrinterInfo>
@@ -34,6 +35,8 @@ Antwort AntwortDesDrucksystems()
         return {};
     const auto zahl = reinterpret_cast<int (*)()>(dlsym(cups, "cupsLastError"));
     const auto text = reinterpret_cast<const char *(*)()>(dlsym(cups, "cupsLastErrorString"));
+    if (zahl != nullptr)
+        qCInfo(LogDruck) << "the printing system answers" << zahl();
     Antwort antwort;
     if (zahl != nullptr && text != nullptr && (zahl() < 0 || zahl() > Angenommen)) {
         antwort.angenommen = false;

@@ -8,7 +8,7 @@
 
 QString Name(const char *feld, std::size_t index)
 {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(feld)).arg(index);
+    return QStringLiteral("%1(%2)").arg(QString::fromUtf8(feld)).arg(index);
 }
 
 QLabel *Beschriftung(const QString &text, QWidget *ziel, QWidget *eltern)

@@ -27,6 +27,9 @@ public:
     // Empties the box, shows it so, and measures the clock.
     void ResetBoxTable();
 
+    // The box that is opened.
+    CardStore &Kartei() { return kartei_; }
+
     // Redraws the box.
     std::function<void()> BoxZeichnen = [] {};
     // Gives what is told how far the check or the repair of a file has come, `was` by name, for as long as it

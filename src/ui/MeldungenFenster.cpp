@@ -3,13 +3,13 @@
 #include "MeldungenFenster.h"
 
 #include "Kurztext.h"
+#include "Protokoll.h"
 
 #include <QApplication>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLibraryInfo>
-#include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpacerItem>
@@ -18,9 +18,6 @@
 #include <memory>
 
 namespace {
-
-// "QT_LOGGING_RULES=paukfix.meldung=true" has every message on the terminal as well.
-Q_LOGGING_CATEGORY(Protokoll, "paukfix.meldung", QtWarningMsg)
 
 constexpr qsizetype MeldungLaenge = 4000; // a name in it may be megabytes long
 
@@ -124,7 +121,7 @@ void Vorbereiten(QMessageBox &box)
     box.setTextFormat(Qt::PlainText);
     DeutscheKnoepfe(box);
     TitelLesbar(box);
-    qCInfo(Protokoll).noquote() << box.text();
+    qCInfo(LogMeldung).noquote() << box.text();
 }
 
 } // namespace

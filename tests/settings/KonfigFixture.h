@@ -88,7 +88,7 @@ protected:
         config_ = std::make_unique<AppConfig>(*meldungen_);
         config_->ProgrammPfad = directory_->path();
         gelesen_ = 0;
-        config_->Gelesen = [this] { ++gelesen_; };
+        QObject::connect(config_.get(), &AppConfig::Gelesen, [this] { ++gelesen_; });
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
 };

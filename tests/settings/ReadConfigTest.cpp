@@ -4,6 +4,8 @@
 #include "TestProgram.h"
 
 #include <QDir>
+#include <QLoggingCategory>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -21,6 +23,7 @@ private slots:
     void cleanup() { QLocale::setDefault(QLocale::system()); }
 
     void EverySettingIsRead();
+    void ReadingAndWritingAreLoggedWhereAskedFor();
     void HeadersAndKeysAreReadInAnyLetterCase();
     void CommentsAreSkipped();
     void LinesOfAnUnknownSectionAreIgnored();
@@ -50,6 +53,19 @@ private slots:
     void IntroDistinguishesLetterCase();
     void IntroReportsErrorsToItsCaller();
 };
+
+void ReadConfigTest::ReadingAndWritingAreLoggedWhereAskedFor()
+{
+    Write("[Animation]\nAnimation=Nein\n");
+    QLoggingCategory::setFilterRules("paukfix.einstellungen=true");
+    const auto wieVorher = qScopeGuard([] { QLoggingCategory::setFilterRules({}); });
+    const QString konfig = config_->ProgrammPfad + "/konfig.dat";
+    QTest::ignoreMessage(QtInfoMsg, qPrintable("read " + konfig + " errors: 1"));
+    config_->ReadConfig();
+    QTest::ignoreMessage(QtInfoMsg, qPrintable("wrote section 3 of " + konfig));
+    QTest::ignoreMessage(QtInfoMsg, qPrintable("read " + konfig + " errors: 0"));
+    config_->WriteConfig(3, "False");
+}
 
 void ReadConfigTest::EverySettingIsRead()
 {

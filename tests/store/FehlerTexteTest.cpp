@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
 #include "DamagedCards.h"
-#include "JetFile.h"
+#include "JetSource.h"
 #include "KarteiOeffner.h"
 #include "Repair.h"
 #include "ResourceLimit.h"
@@ -176,7 +176,7 @@ private slots:
     {
         const auto reading = [this](const QByteArray &bytes) {
             WriteFileSynced(Path(), bytes.leftJustified(4096, '\0'));
-            return Text([this] { JetFile{Path()}; });
+            return Text([this] { OpenJetCards(Path()); });
         };
         QCOMPARE(reading("etwas anderes"),
                  QString("Die Datei „DATEI“ ist keine Kartei im alten Dateiformat."));
@@ -230,7 +230,7 @@ private slots:
         ::close(next);
         std::optional<ResourceLimit> none(std::in_place, RLIMIT_NOFILE, static_cast<rlim_t>(next));
         const QString replacing = Text([this] { CheckReplaceable(Path()); });
-        const QString reading = Text([this] { DamagedCards{Path()}; });
+        const QString reading = Text([this] { OpenDamagedCards(Path()); });
         none.reset();
         QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
         QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
 #include "DamageLab.h"
-#include "JetFile.h"
+#include "JetSource.h"
 #include "JournalFile.h"
 #include "KarteiOeffner.h"
 #include "SafeFile.h"
@@ -165,7 +165,7 @@ private slots:
             QFile(name).open(QIODevice::ReadOnly);
             ::ReadFile(name, 1 << 20);
             SyncFile(name);
-            QVERIFY(!JetFile::Recognises(name));
+            QVERIFY(!IsJetFile(name));
             QVERIFY(!NamesOtherFiles(name));
             QVERIFY_EXCEPTION_THROWN(CheckReplaceable(name), StoreError);
             CopyFile(name, Path("kopie"));

@@ -56,16 +56,16 @@ struct Presse : Fensterbuehne
         : blatt(lage == QPageLayout::Portrait ? Blatt : Blatt.transposed())
     {
         Oeffnen(karten);
-        fenster =
-            std::make_unique<Uebersicht>(umgebung, UebersichtWege{.bearbeiten = [] {},
-                                                                  .drucker =
-                                                                      [this, lage, raender] {
-                                                                          auto drucker =
-                                                                              Drucker(Pfad("druck.pdf"));
-                                                                          drucker->setPageOrientation(lage);
-                                                                          drucker->setPageMargins(raender);
-                                                                          return drucker;
-                                                                      }});
+        fenster = std::make_unique<Uebersicht>(store, Alle(),
+                                               UebersichtWege{.bearbeiten = [] {},
+                                                              .drucker =
+                                                                  [this, lage, raender] {
+                                                                      auto drucker =
+                                                                          Drucker(Pfad("druck.pdf"));
+                                                                      drucker->setPageOrientation(lage);
+                                                                      drucker->setPageMargins(raender);
+                                                                      return drucker;
+                                                                  }});
         Show(*fenster);
     }
 

@@ -64,7 +64,7 @@ void DruckauftragTest::NoPrinterGetsAMessage()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Uebersicht window(w.umgebung,
+    Uebersicht window(w.store, w.Alle(),
                       {.bearbeiten = [] {}, .drucker = [] { return std::unique_ptr<QPrinter>(); }});
     Show(window);
     Bereich(window, "1", "1");
@@ -76,7 +76,7 @@ void DruckauftragTest::PrinterThatTakesNothingIsReported()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Uebersicht window(w.umgebung,
+    Uebersicht window(w.store, w.Alle(),
                       {.bearbeiten = [] {}, .drucker = [&] { return InDatei(w.Pfad("fehlt/druck.pdf")); }});
     Show(window);
     Bereich(window, "1", "1");
@@ -92,7 +92,7 @@ void DruckauftragTest::JobThatThePrinterTakesIsSent()
     druckserver->SetAntwort(0);
     Fensterbuehne w;
     w.Oeffnen(Sechs());
-    Uebersicht window(w.umgebung, {});
+    Uebersicht window(w.store, w.Alle(), {});
     Show(window);
     Bereich(window, "1", "5");
     const int before = druckserver->Dokumente();
@@ -122,7 +122,7 @@ void DruckauftragTest::RefusedJobIsReported()
     druckserver->SetAntwort(status);
     Fensterbuehne w;
     w.Oeffnen(Sechs());
-    Uebersicht window(w.umgebung, {});
+    Uebersicht window(w.store, w.Alle(), {});
     Show(window);
     Bereich(window, "1", "5");
     const int before = druckserver->Auftraege();

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
-#include "TestDialoge.h"
 #include "Werkstatt.h"
 #include "Werkzeugfenster.h"
 
@@ -18,9 +16,6 @@ struct Fensterbuehne : Werkstatt
     Fensterbuehne() { konfig.ProgrammPfad = programm.path(); }
 
     QTemporaryDir programm;
-    AppConfig konfig{meldungen};
-    TestDialoge dialoge;
-    WerkzeugUmgebung umgebung{store, oeffner, konfig, meldungen, dialoge};
 };
 
 template <typename Widget>

@@ -29,7 +29,7 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
     Fensterbuehne w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
-    Karteianhängen dialog(w.umgebung);
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "quelle.pzb");
     const auto *ok = Control<QPushButton>(dialog, "cmdOK");
@@ -64,7 +64,7 @@ void LangeArbeitTest::OpeningAgainShowsABusyBar()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 6, 1)});
-    ErlNull dialog(w.umgebung);
+    ErlNull dialog(w.oeffner, w.Alle());
     Show(dialog);
     const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
     QList<int> range;
@@ -81,7 +81,7 @@ void LangeArbeitTest::WhatADialogExplainsGreysWithIt()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    Karteispiegeln dialog(w.umgebung);
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     const auto *hint = Control<QLabel>(dialog, "Hinweis(0)");
     QVERIFY(hint->palette().color(QPalette::WindowText) != dialog.palette().color(QPalette::WindowText));

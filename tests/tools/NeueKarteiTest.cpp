@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "NeueKartei.h"
 
+#include "FreshFile.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Werkstatt.h"

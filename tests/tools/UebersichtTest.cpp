@@ -47,7 +47,7 @@ namespace {
 struct Blick
 {
     explicit Blick(Fensterbuehne &w)
-        : fenster(w.umgebung, {.bearbeiten = [this] { ++bearbeitet; }}),
+        : fenster(w.store, w.Alle(), {.bearbeiten = [this] { ++bearbeitet; }}),
           gitter(Control<QTableView>(fenster, "grdDataGrid"))
     {
     }

@@ -6,13 +6,14 @@
 #include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "TestDienste.h"
 #include "Werkbank.h"
 
 #include <QDir>
 #include <QFile>
 
 // A directory of card files with an open one, for one test.
-struct Werkstatt
+struct Werkstatt : TestDienste
 {
     Werkstatt()
     {
@@ -68,8 +69,6 @@ struct Werkstatt
     }
 
     QTemporaryDir verzeichnis;
-    TestMeldungen meldungen;
-    TestUhr uhr;
     CardStore store;
     KarteiOeffner oeffner{store, meldungen, uhr};
     Werkbank bank{store, oeffner, meldungen};

@@ -87,6 +87,19 @@ private slots:
         QCOMPARE(ReadCards(Path()).size(), 5);
     }
 
+    // Such a link would lead to the repaired file afterwards, and the damaged one would be gone.
+    void ALinkUnderTheOldNameIsNotTakenForTheOldFile()
+    {
+        MakeCardFile(Path(), SomeCards(5));
+        DestroyFirstPage();
+        const QByteArray damaged = ReadFile(Path());
+        QVERIFY(QFile::link(Path(), Path(QStringLiteral("Kasten.pzb.beschädigt"))));
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(QFileInfo(result.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
+        QCOMPARE(ReadFile(result.damagedFile), damaged);
+        QCOMPARE(ReadCards(Path()).size(), 5);
+    }
+
     void FileInUseIsRefused()
     {
         MakeCardFile(Path(), SomeCards(5));

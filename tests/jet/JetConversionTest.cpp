@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "JetConversion.h"
 
-#include "JetFile.h"
 #include "JetLab.h"
+#include "JetSource.h"
 #include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreError.h"
@@ -35,6 +35,7 @@ private slots:
     void BrokenRulesAreMendedAndNamedInTheReport();
     void DamagedPageIsNamedInTheReport();
     void LinkIsFollowedAndANameInUseIsNotTaken();
+    void ALinkUnderTheOldNameIsNotTakenForTheOldFile();
     void JournalOfAnotherFileIsNotRolledBack();
     void FullDiskLeavesTheOldFile();
     void AKillAtAnyMomentLeavesTheOldFileOrBoth();
@@ -266,6 +267,20 @@ void JetConversionTest::LinkIsFollowedAndANameInUseIsNotTaken()
     QCOMPARE(ReadCards(laden.Path("wirklich.pzb")), SomeCards());
 }
 
+// Such a link would lead to the new file afterwards, and the old one would be gone.
+void JetConversionTest::ALinkUnderTheOldNameIsNotTakenForTheOldFile()
+{
+    Laden laden;
+    const QByteArray old = FormerFile(3, SomeCards());
+    laden.Put(old);
+    QVERIFY(QFile::link(laden.Path("alt.pzb"), laden.Path("alt.pzb.altes-Format")));
+    laden.meldungen.antworten = {Meldungen::Antwort::Ja};
+    QVERIFY(laden.Open());
+    laden.store.CloseCardFile();
+    QCOMPARE(laden.Bytes("alt.pzb.altes-Format-2"), old);
+    QCOMPARE(ReadCards(laden.Path("alt.pzb")), SomeCards());
+}
+
 // The engine of today would write what it holds into the old file, or into the new one.
 void JetConversionTest::JournalOfAnotherFileIsNotRolledBack()
 {
@@ -314,7 +329,7 @@ void JetConversionTest::AKillAtAnyMomentLeavesTheOldFileOrBoth()
     int before = 0;
     int after = 0;
     for (int kill = 0; kill < kills; ++kill) {
-        if (!JetFile::Recognises(path)) {
+        if (!IsJetFile(path)) {
             for (const QString &name : QDir(directory.path()).entryList(QDir::Files | QDir::Hidden))
                 QVERIFY(QFile::remove(directory.filePath(name)));
             WriteFileSynced(path, old);
@@ -341,7 +356,7 @@ void JetConversionTest::AKillAtAnyMomentLeavesTheOldFileOrBoth()
             whole = std::min<qint64>(whole * 12 / 10, 900'000'000);
         }
         const QString aside = directory.filePath("alt.pzb.altes-Format");
-        if (JetFile::Recognises(path)) {
+        if (IsJetFile(path)) {
             ++before;
             QCOMPARE(ReadFile(path, 1 << 24), old);
         } else {

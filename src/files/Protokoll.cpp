@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Protokoll.h"
+
+Q_LOGGING_CATEGORY(LogMeldung, "paukfix.meldung", QtWarningMsg)
+Q_LOGGING_CATEGORY(LogEinstellungen, "paukfix.einstellungen", QtWarningMsg)
+Q_LOGGING_CATEGORY(LogDruck, "paukfix.druck", QtWarningMsg)
