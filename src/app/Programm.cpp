@@ -92,17 +92,8 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
 void Programm::EditorZeigen()
 {
     lbox_->Automatisch().AutomatikAus();
-    QDir::setCurrent(lbox_->Aktionen().Arbeitsverzeichnis()); // where the editor looks for pictures first
-    auto neu = std::make_unique<PFÄndern>(EditorUmgebung{
-        .kartei = kartei_,
-        .konfig = konfig_,
-        .meldungen = meldungen_,
-        .dialoge = dialoge_,
-        .suche = suche_,
-        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
-        .stille = [this] { ton_.Stille(); },
-        .geschlossen = [this] { EditorGeschlossen(); },
-    });
+    auto neu = std::make_unique<PFÄndern>(kartei_, dienste_, suche_, lbox_->Aktionen().Arbeitsverzeichnis());
+    neu->geschlossen = [this] { EditorGeschlossen(); };
     if (editor_)
         neu->restoreGeometry(editor_->saveGeometry());
     editor_ = std::move(neu);

@@ -64,7 +64,7 @@ LBOX::~LBOX()
 {
     oeffner_.BoxZeichnen = [] {};
     oeffner_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
-    dienste_.konfig.Gelesen = [] {};
+    dienste_.konfig.disconnect(this); // the settings outlive the window
 }
 
 void LBOX::StatuszeileBauen()

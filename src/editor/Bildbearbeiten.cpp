@@ -30,8 +30,9 @@ SlotTexte Texte()
 
 } // namespace
 
-Bildbearbeiten::Bildbearbeiten(SlotUmgebung umgebung, const QString &frageNr, QWidget *parent)
-    : Slotdialog(std::move(umgebung), Texte(), frageNr, parent)
+Bildbearbeiten::Bildbearbeiten(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
+                               QWidget *parent)
+    : Slotdialog(kartei, dienste, std::move(dateien), Texte(), parent)
 {
     Picture1_ = Benannt(new QLabel(this), QStringLiteral("Picture1"), QStringLiteral("Vorschau"));
     const QSize schirm = (parent ? parent->screen() : screen())->availableGeometry().size();
@@ -69,6 +70,6 @@ void Bildbearbeiten::Angenommen(const QString &)
     for (const bool zuGross :
          {bild_.height() > Picture1_->maximumHeight(), bild_.width() > Picture1_->maximumWidth()}) {
         if (zuGross)
-            Melden().Zeigen(QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten"));
+            Dienst().meldungen.Zeigen(QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten"));
     }
 }

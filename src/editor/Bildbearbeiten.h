@@ -12,7 +12,8 @@ class QLabel;
 class Bildbearbeiten final : public Slotdialog
 {
 public:
-    Bildbearbeiten(SlotUmgebung umgebung, const QString &frageNr, QWidget *parent = nullptr);
+    Bildbearbeiten(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
+                   QWidget *parent = nullptr);
 
 private:
     void Vorschau(const QString &pfad) override;

@@ -24,6 +24,19 @@ bool OhneKarten(const CardRecordset &karten)
     return karten.AtBOF() && karten.AtEOF();
 }
 
+bool AmEnde(const CardRecordset &karten, CardEditor::Richtung richtung)
+{
+    return richtung == CardEditor::Richtung::Vor ? karten.AtEOF() : karten.AtBOF();
+}
+
+void Bewegen(CardRecordset &karten, CardEditor::Richtung richtung)
+{
+    if (richtung == CardEditor::Richtung::Vor)
+        karten.MoveNext();
+    else
+        karten.MovePrevious();
+}
+
 void Ordnen(CardRecordset &karten, QStringView index) noexcept
 {
     try {
@@ -53,7 +66,7 @@ bool AufKarte(const CardFieldHandles &felder)
 
 } // namespace
 
-CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartenformular &formular)
+CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular)
     : kartei_(kartei), meldungen_(meldungen), formular_(formular)
 {
 }
@@ -237,28 +250,14 @@ bool CardEditor::StoreIfDirty()
     return !cardDirty || StoreCard();
 }
 
-bool CardEditor::AmEnde(Richtung richtung) const
-{
-    const CardRecordset &karten = kartei_.Karten();
-    return richtung == Richtung::Vor ? karten.AtEOF() : karten.AtBOF();
-}
-
-void CardEditor::Bewegen(Richtung richtung)
-{
-    CardRecordset &karten = kartei_.Karten();
-    if (richtung == Richtung::Vor)
-        karten.MoveNext();
-    else
-        karten.MovePrevious();
-}
-
 void CardEditor::Schritte(Richtung richtung)
 {
     Schritt(meldungen_, LeseFehler, [&] {
-        if (AmEnde(richtung) || !StoreIfDirty())
+        CardRecordset &karten = kartei_.Karten();
+        if (AmEnde(karten, richtung) || !StoreIfDirty())
             return;
-        Bewegen(richtung);
-        if (AmEnde(richtung))
+        Bewegen(karten, richtung);
+        if (AmEnde(karten, richtung))
             NewCardForm();
         else
             ShowCard();
@@ -279,10 +278,11 @@ bool CardEditor::Laufschritt(Richtung richtung)
 {
     bool weiter = false;
     Schritt(meldungen_, LeseFehler, [&] {
-        if (AmEnde(richtung))
+        CardRecordset &karten = kartei_.Karten();
+        if (AmEnde(karten, richtung))
             return;
-        Bewegen(richtung);
-        if (AmEnde(richtung))
+        Bewegen(karten, richtung);
+        if (AmEnde(karten, richtung))
             NewCardForm();
         else
             weiter = ShowCard();

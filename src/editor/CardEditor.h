@@ -14,13 +14,13 @@ struct Kartenkopf
 };
 
 // The form as the editor's commands see it.
-class Kartenformular
+class Kartensicht
 {
 public:
-    Kartenformular() = default;
-    Kartenformular(const Kartenformular &) = delete;
-    Kartenformular &operator=(const Kartenformular &) = delete;
-    virtual ~Kartenformular() = default;
+    Kartensicht() = default;
+    Kartensicht(const Kartensicht &) = delete;
+    Kartensicht &operator=(const Kartensicht &) = delete;
+    virtual ~Kartensicht() = default;
 
     virtual Kartenblatt Inhalt() const = 0;
     // Replaces all that the form holds; a new card comes in the standard font.
@@ -44,7 +44,7 @@ public:
         Zurück
     };
 
-    CardEditor(CardStore &kartei, Meldungen &meldungen, Kartenformular &formular);
+    CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular);
 
     bool cardDirty = false;      // the shown card was changed and not stored
     qint16 validationFailed = 0; // 1 after a check that the card did not pass
@@ -97,13 +97,11 @@ private:
     void StandOnShownCard();
     bool ShowCard();
     void Schritte(Richtung richtung);
-    bool AmEnde(Richtung richtung) const;
-    void Bewegen(Richtung richtung);
     Kartenkopf NeuerKopf() const;
 
     CardStore &kartei_;
     Meldungen &meldungen_;
-    Kartenformular &formular_;
+    Kartensicht &formular_;
     bool neu_ = true;
     double nummer_ = 0; // of the shown card, while it is not new
 };

@@ -71,11 +71,16 @@ Formularbild::Formularbild(QWidget *formular, RichTextBox *frage)
     Verbergen();
 }
 
-void Formularbild::Zeigen(const Bildnamen &namen, const Bildlage &lage, const QString &verzeichnis,
-                          const QString &programmPfad, Meldungen &meldungen)
+void Formularbild::SetLage(const Bildlage &lage)
 {
     Verbergen();
     lage_ = lage;
+}
+
+void Formularbild::Zeigen(const Bildnamen &namen, const QString &verzeichnis, const QString &programmPfad,
+                          Meldungen &meldungen)
+{
+    Verbergen();
     for (std::size_t i = 0; i < Bilder; ++i) {
         if (!bild_.Zeigen(namen.at(i), verzeichnis, programmPfad, meldungen))
             continue;

@@ -21,10 +21,11 @@ public:
     // Form and question outlive this; picture and handle are the form's children.
     Formularbild(QWidget *formular, RichTextBox *frage);
 
-    // The card's first three files at this place: the last one that can be shown stays. A file that cannot is
-    // told.
-    void Zeigen(const Bildnamen &namen, const Bildlage &lage, const QString &verzeichnis,
-                const QString &programmPfad, Meldungen &meldungen);
+    // Of another card: what was shown goes.
+    void SetLage(const Bildlage &lage);
+    // The card's first three files: the last one that can be shown stays. One that cannot is told.
+    void Zeigen(const Bildnamen &namen, const QString &verzeichnis, const QString &programmPfad,
+                Meldungen &meldungen);
     // The form has another size.
     void Platzieren();
     // The handle is no part of the card: it is hidden while the form is printed.

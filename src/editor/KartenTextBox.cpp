@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KartenTextBox.h"
 
+#include "Flaeche.h"
 #include "Texttaste.h"
 #include "Zwischenablage.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QHBoxLayout>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -64,6 +66,17 @@ QString Aufzaehlung(RichTextLosses verluste)
 }
 
 KartenTextBox::KartenTextBox(QWidget *parent) : RichTextBox(parent) {}
+
+Flaeche *KartenTextBox::AufFeld(QWidget *form)
+{
+    auto *feld = new Flaeche(form);
+    setFrameShape(QFrame::NoFrame);
+    viewport()->setAutoFillBackground(false);
+    auto *zeile = new QHBoxLayout(feld);
+    zeile->setContentsMargins(6, 4, 6, 4);
+    zeile->addWidget(this, 1);
+    return feld;
+}
 
 void KartenTextBox::Zeigen(const QString &text, const QTextCharFormat &amAnfang)
 {

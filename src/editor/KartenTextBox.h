@@ -7,6 +7,8 @@
 
 #include <functional>
 
+class Flaeche;
+
 // The box of one of a card's texts, which knows whether its writer has changed it.
 //
 // A text may hold what the box cannot (pictures, footnotes, ...). The first change would be its end, so such
@@ -17,6 +19,9 @@ class KartenTextBox final : public RichTextBox
 {
 public:
     explicit KartenTextBox(QWidget *parent);
+
+    // Puts the box on a rounded field of its own, a child of `form`, which shows where the keyboard goes.
+    Flaeche *AufFeld(QWidget *form);
 
     // Asks whether a text may lose these. Without an answer it may not.
     std::function<bool(RichTextLosses)> darfVerlieren = [](RichTextLosses) { return false; };

@@ -21,8 +21,13 @@
 
 #include <utility>
 
-Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &frageNr, QWidget *parent)
-    : QDialog(parent), umgebung_(std::move(umgebung)), texte_(std::move(texte))
+Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
+                       SlotTexte texte, QWidget *parent)
+    : QDialog(parent),
+      kartei_(kartei),
+      dienste_(dienste),
+      dateien_(std::move(dateien)),
+      texte_(std::move(texte))
 {
     setObjectName(texte_.name);
     setWindowTitle(texte_.titel);
@@ -52,7 +57,7 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
     }
 
     auto *nummer =
-        Benannt(new QLabel(frageNr, this), QStringLiteral("Fragenummer"), QStringLiteral("Fragenr"));
+        Benannt(new QLabel(dateien_.frageNr, this), QStringLiteral("Fragenummer"), QStringLiteral("Fragenr"));
     Dateiname_ = Benannt(new KurzLabel(this), QStringLiteral("Dateiname"), QStringLiteral("Dateiname"));
     for (QLabel *label : std::initializer_list<QLabel *>{nummer, Dateiname_})
         label->setTextFormat(Qt::PlainText);
@@ -100,7 +105,7 @@ Slotdialog::Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &fr
 
 QString &Slotdialog::SlotName()
 {
-    return umgebung_.namen.at(static_cast<std::size_t>(slot_) - 1);
+    return dateien_.namen.at(static_cast<std::size_t>(slot_) - 1);
 }
 
 void Slotdialog::Option_Click(int welche)
@@ -113,7 +118,7 @@ void Slotdialog::Option_Click(int welche)
 void Slotdialog::BelegungZeigen()
 {
     for (std::size_t i = 0; i < belegung_.size(); ++i) {
-        const QString &name = umgebung_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
+        const QString &name = dateien_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
         const QString text = name.isEmpty() ? QStringLiteral("keine Datei") : Kurztext(name);
         belegung_.at(i)->setText(text);
         belegung_.at(i)->setToolTip(Kurztext(name).toHtmlEscaped());
@@ -142,8 +147,7 @@ void Slotdialog::SlotZeigen()
         return;
     }
     NamenZeigen(name);
-    Schritt(umgebung_.meldungen, texte_.fehler,
-            [&] { Vorschau(Mediendatei(umgebung_.kartei.KarteiPfad, name)); });
+    Schritt(dienste_.meldungen, texte_.fehler, [&] { Vorschau(Mediendatei(kartei_.KarteiPfad, name)); });
 }
 
 void Slotdialog::DateiWaehlen()
@@ -151,25 +155,25 @@ void Slotdialog::DateiWaehlen()
     DateiDialog dialog;
     dialog.titel = texte_.dialog;
     dialog.filter = texte_.filter;
-    dialog.verzeichnis = umgebung_.kartei.KarteiPfad;
-    const QString gewaehlt = umgebung_.dialoge.DateiOeffnen(dialog);
+    dialog.verzeichnis = kartei_.KarteiPfad;
+    const QString gewaehlt = dienste_.dialoge.DateiOeffnen(dialog);
     if (gewaehlt.isEmpty())
         return;
     const qsizetype trenner = gewaehlt.lastIndexOf(QDir::separator());
     const QString name = gewaehlt.mid(trenner + 1);
-    if (!SameFile(gewaehlt.left(trenner + 1), umgebung_.kartei.KarteiPfad)) {
-        umgebung_.meldungen.Zeigen(texte_.fremd + QStringLiteral(" (") + umgebung_.kartei.KarteiPfad + u')');
+    if (!SameFile(gewaehlt.left(trenner + 1), kartei_.KarteiPfad)) {
+        dienste_.meldungen.Zeigen(texte_.fremd + QStringLiteral(" (") + kartei_.KarteiPfad + u')');
         return;
     }
     if (name.isEmpty())
         return;
-    const QString pfad = umgebung_.kartei.CardPath(name);
-    if (!Schritt(umgebung_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
+    const QString pfad = kartei_.CardPath(name);
+    if (!Schritt(dienste_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
         return;
     SlotName() = name;
     NamenZeigen(name);
-    umgebung_.geaendert();
-    Schritt(umgebung_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
+    dateien_.geaendert();
+    Schritt(dienste_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
 }
 
 // Where no other file is taken, the slot keeps the one it has.
@@ -185,5 +189,5 @@ void Slotdialog::cmdLöschen_Click()
     SlotName().clear();
     NamenZeigen({});
     VorschauLeeren();
-    umgebung_.geaendert();
+    dateien_.geaendert();
 }

@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Dialoge.h"
+#include "Dienste.h"
 #include "Kartenblatt.h"
-#include "Meldungen.h"
 
 #include <QDialog>
 
@@ -17,13 +16,11 @@ class QRadioButton;
 class QPushButton;
 
 // What a dialog for a card's media files works on.
-struct SlotUmgebung
+struct Kartendateien
 {
-    CardStore &kartei;
-    Meldungen &meldungen;
-    Dialoge &dialoge;
-    Bildnamen &namen;                // edited in place; the card keeps them when it is stored
-    std::function<void()> geaendert; // a name was changed
+    Bildnamen &namen; // edited in place; the card keeps them when it is stored
+    QString frageNr;
+    std::function<void()> geaendert = [] {}; // a name was changed
 };
 
 // In what the dialogs for pictures and for sounds differ.
@@ -44,7 +41,8 @@ struct SlotTexte
 class Slotdialog : public QDialog
 {
 public:
-    Slotdialog(SlotUmgebung umgebung, SlotTexte texte, const QString &frageNr, QWidget *parent);
+    Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien, SlotTexte texte,
+               QWidget *parent);
 
 protected:
     // Shows or plays a file of the card file's directory; throws StoreError where it cannot be opened.
@@ -56,7 +54,7 @@ protected:
     virtual void Annehmen(const QString &pfad) = 0;
     virtual void Angenommen(const QString &pfad) = 0;
 
-    Meldungen &Melden() { return umgebung_.meldungen; }
+    const Dienste &Dienst() const { return dienste_; }
 
     // Column 1 is free for a preview, as high as the rest together.
     QGridLayout *Gitter() { return gitter_; }
@@ -71,7 +69,9 @@ private:
     void cmdLöschen_Click();
     QString &SlotName();
 
-    SlotUmgebung umgebung_;
+    const CardStore &kartei_;
+    Dienste dienste_;
+    Kartendateien dateien_;
     SlotTexte texte_;
     int slot_ = 0; // 1 to 9; 0 until an option is chosen
     QGridLayout *gitter_ = nullptr;

@@ -23,16 +23,16 @@ SlotTexte Texte()
 
 } // namespace
 
-Soundbearbeiten::Soundbearbeiten(SlotUmgebung umgebung, std::function<void(const QString &pfad)> klang,
-                                 const QString &frageNr, QWidget *parent)
-    : Slotdialog(std::move(umgebung), Texte(), frageNr, parent), klang_(std::move(klang))
+Soundbearbeiten::Soundbearbeiten(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
+                                 QWidget *parent)
+    : Slotdialog(kartei, dienste, std::move(dateien), Texte(), parent)
 {
 }
 
 void Soundbearbeiten::Vorschau(const QString &pfad)
 {
     Annehmen(pfad);
-    klang_(pfad);
+    Dienst().ton.Spielen(pfad);
 }
 
 // What the player itself says of a file comes too late for the slot.
@@ -46,5 +46,5 @@ void Soundbearbeiten::Annehmen(const QString &pfad)
 
 void Soundbearbeiten::Angenommen(const QString &pfad)
 {
-    klang_(pfad);
+    Dienst().ton.Spielen(pfad);
 }

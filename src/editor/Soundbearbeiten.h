@@ -12,13 +12,11 @@ inline constexpr int UngueltigerKlang = 321; // no wave file, or damaged
 class Soundbearbeiten final : public Slotdialog
 {
 public:
-    Soundbearbeiten(SlotUmgebung umgebung, std::function<void(const QString &pfad)> klang,
-                    const QString &frageNr, QWidget *parent = nullptr);
+    Soundbearbeiten(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
+                    QWidget *parent = nullptr);
 
 private:
     void Vorschau(const QString &pfad) override;
     void Annehmen(const QString &pfad) override;
     void Angenommen(const QString &pfad) override;
-
-    std::function<void(const QString &pfad)> klang_;
 };

@@ -41,19 +41,17 @@ inline CardRecord Bildkarte(int nummer, const QString &eins, const QString &zwei
     return card;
 }
 
-// An editor whose card file has pictures beside it; the current directory is the card file's.
+// An editor whose card file has pictures beside it.
 struct Bildbuehne : EditorBuehne
 {
-    explicit Bildbuehne(const QList<CardRecord> &cards) : EditorBuehne(cards)
+    explicit Bildbuehne(const QList<CardRecord> &cards, const QString &bilder = {})
+        : EditorBuehne(cards, nullptr, bilder)
     {
         BildSchreiben(Datei("rot.bmp"), {200, 150}, Qt::red);
         BildSchreiben(Datei("blau.jpg"), {80, 60}, Qt::blue);
         BildSchreiben(Datei("gross.bmp"), {900, 700}, Qt::green);
         BildSchreiben(Datei("hoch.bmp"), {100, 700}, Qt::green);
-        QDir::setCurrent(kartei.directory.path());
     }
-
-    ~Bildbuehne() { QDir::setCurrent(QDir::tempPath()); }
 
     QString Datei(const char *name) const { return kartei.directory.filePath(QString::fromUtf8(name)); }
 

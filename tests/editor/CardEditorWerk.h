@@ -5,8 +5,10 @@
 #include "CardEditor.h"
 #include "EditorTestSupport.h"
 
+#include <functional>
+
 // A form that keeps what it is given, plain text as rich text.
-class TestFormular final : public Kartenformular
+class TestFormular final : public Kartensicht
 {
 public:
     Kartenblatt Inhalt() const override { return blatt; }
@@ -18,6 +20,7 @@ public:
         blatt.Antwort_Klartext = blatt.Antwort;
         kopf = neuerKopf;
         ++gezeigt;
+        beimZeigen();
     }
 
     void KopfZeigen(const Kartenkopf &neuerKopf) override { kopf = neuerKopf; }
@@ -38,6 +41,7 @@ public:
     Kartenkopf kopf;
     QString fokus;
     int gezeigt = 0;
+    std::function<void()> beimZeigen = [] {};
     int gespeichert = 0;
 };
 

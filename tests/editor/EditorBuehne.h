@@ -5,12 +5,10 @@
 #include "EditorTestSupport.h"
 #include "PFAendern.h"
 #include "RichTextBox.h"
-#include "TestDialoge.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -25,22 +23,21 @@
 class EditorBuehne
 {
 public:
-    // The editor's messages go to `fensterMeldungen` where real windows are wanted.
-    explicit EditorBuehne(const QList<CardRecord> &cards, Meldungen *fensterMeldungen = nullptr)
-        : kartei(cards), konfig(kartei.messages)
+    // The editor's messages go to `fensterMeldungen` where real windows are wanted. The form looks for
+    // pictures in `bilder`; beside the card file where this is empty.
+    explicit EditorBuehne(const QList<CardRecord> &cards, Meldungen *fensterMeldungen = nullptr,
+                          const QString &bilder = {})
+        : kartei(cards)
     {
         konfig.ProgrammPfad = programm.path();
         konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
-        fenster = std::make_unique<PFÄndern>(
-            EditorUmgebung{.kartei = kartei.store,
-                           .konfig = konfig,
-                           .meldungen = fensterMeldungen ? *fensterMeldungen : kartei.messages,
-                           .dialoge = dialoge,
-                           .suche = suche,
-                           .klang = [this](const QString &pfad) { gespielt << pfad; },
-                           .stille = [this] { gespielt << QString(); },
-                           .drucker = [this] { return drucker ? drucker() : nullptr; },
-                           .geschlossen = [this] { ++geschlossen; }});
+        TestDienste &d = kartei.dienste;
+        fenster = std::make_unique<PFÄndern>(kartei.store,
+                                             Dienste{fensterMeldungen ? *fensterMeldungen : d.meldungen,
+                                                     d.dialoge, d.uhr, d.zufall, d.ton, d.konfig},
+                                             suche, bilder.isEmpty() ? kartei.directory.path() : bilder);
+        fenster->drucker = [this] { return drucker ? drucker() : nullptr; };
+        fenster->geschlossen = [this] { ++geschlossen; };
     }
 
     void Zeigen()
@@ -155,10 +152,10 @@ public:
 
     TestKartei kartei;
     QTemporaryDir programm;
-    AppConfig konfig;
-    TestDialoge dialoge;
+    AppConfig &konfig = kartei.dienste.konfig;
+    TestDialoge &dialoge = kartei.dienste.dialoge;
+    TestTon &ton = kartei.dienste.ton;
     SearchHit suche;
-    QStringList gespielt; // sound files, "" for silence
     std::function<std::unique_ptr<QPrinter>()> drucker;
     int geschlossen = 0;
     int dialogeBenutzt = 0;

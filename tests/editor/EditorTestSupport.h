@@ -5,6 +5,7 @@
 #include "KarteiOeffner.h"
 #include "ResourceLimit.h"
 #include "StoreTestSupport.h"
+#include "TestDienste.h"
 
 #include <QFile>
 #include <QTest>
@@ -38,8 +39,8 @@ struct TestKartei
     }
 
     QTemporaryDir directory;
-    TestMeldungen messages;
-    TestUhr clock;
+    TestDienste dienste;
+    TestMeldungen &messages = dienste.meldungen;
     CardStore store;
-    KarteiOeffner oeffner{store, messages, clock};
+    KarteiOeffner oeffner{store, dienste.meldungen, dienste.uhr};
 };

@@ -5,6 +5,7 @@
 #include "Twips.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QTest>
 
 class PFAendernBildTest : public QObject
@@ -56,8 +57,7 @@ private slots:
 
     void PictureJustBesideTheCardFileIsNotFoundFromElsewhereThoughTheDialogShowsIt()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
-        QDir::setCurrent(QDir::rootPath());
+        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))}, QDir::rootPath());
         b.Zeigen();
         QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Bilddatei nicht gefunden rot.bmp")));
         QVERIFY(!b.Bild()->isVisible());

@@ -284,13 +284,15 @@ private slots:
             QCOMPARE(DialogText(dialog, "Fragenummer"), QStringLiteral("3"));
             Klick(dialog, "Option1");
             QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("C:\\x\\a.wav"));
-            QCOMPARE(b.gespielt, QStringList(b.Datei("a.wav")));
+            QCOMPARE(b.ton.gespielt, QStringList(b.Datei("a.wav")));
             Klick(dialog, "Option2");
             QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("b.wav"));
-            QCOMPARE(b.gespielt, (QStringList{b.Datei("a.wav"), b.Datei("b.wav")}));
+            QCOMPARE(b.ton.gespielt, (QStringList{b.Datei("a.wav"), b.Datei("b.wav")}));
+            QCOMPARE(b.ton.stillen, 0);
             Klick(dialog, "cmdOK");
         });
-        QCOMPARE(b.gespielt.last(), QString()); // silent again
+        QCOMPARE(b.ton.gespielt.size(), 2);
+        QCOMPARE(b.ton.stillen, 1);
         QCOMPARE(b.dialoge.gefragt[0].titel, QStringLiteral("Sounddatei öffnen"));
         QCOMPARE(b.dialoge.gefragt[0].filter, QStringLiteral("Audiodateien (*.wav)|*.wav"));
         b.Klick("CVor");
@@ -352,7 +354,7 @@ private slots:
             QCOMPARE(b.Meldungstexte(),
                      QStringList(QStringLiteral("Fehler beim Soundöffnen: Datei nicht gefunden: „%1“")
                                      .arg(b.Datei("weg.wav"))));
-            QVERIFY(b.gespielt.isEmpty());
+            QVERIFY(b.ton.gespielt.isEmpty());
             dialog.close();
         });
     }

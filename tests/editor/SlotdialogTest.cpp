@@ -57,7 +57,7 @@ private slots:
             b.Meldungstexte(),
             QStringList(
                 QStringLiteral("Fehler beim Soundöffnen: Keine WAV-Datei: „%1“").arg(b.Datei("text.wav"))));
-        QVERIFY(!b.gespielt.contains(b.Datei("text.wav")));
+        QVERIFY(!b.ton.gespielt.contains(b.Datei("text.wav")));
         b.Tippen("MFrage", QStringLiteral("x"));
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
@@ -80,7 +80,7 @@ private slots:
             Klick(dialog, "Option1");
             dialog.close();
         });
-        QVERIFY(b.gespielt.contains(b.Datei("gut.wav")));
+        QVERIFY(b.ton.gespielt.contains(b.Datei("gut.wav")));
         QCOMPARE(b.Meldungstexte(), QStringList());
     }
 

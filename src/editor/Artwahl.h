@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Kartenblatt.h"
+
+#include <QWidget>
+
+class QButtonGroup;
+class QRadioButton;
+
+// The two options that say how a card is answered.
+class Artwahl final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Artwahl(QWidget *parent);
+
+    // A card may say neither.
+    void Zeigen(Antwortart art);
+    Antwortart Art() const;
+    void FarbenSetzen(const QColor &umriss);
+
+    QList<QWidget *> Tabfolge() const;
+
+signals:
+    void gewaehlt(); // by the writer
+
+private:
+    QRadioButton *Antwort_T_;
+    QRadioButton *Antwort_K_;
+    QButtonGroup *art_;
+};

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardEditor.h"
+#include "Dienste.h"
+#include "Druckauftrag.h"
+#include "SearchHit.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class Antworten;
+class Artwahl;
+class Flaeche;
+class Formularbild;
+class KartenTextBox;
+class Kopfzeile;
+class QGridLayout;
+class QLabel;
+struct Knopfzeile;
+
+// The form of the card editor: holds the controls of a card and knows which of its texts were touched.
+class Kartenformular final : public QWidget, public Kartensicht
+{
+    Q_OBJECT
+
+public:
+    // Pictures are looked for in `verzeichnis` first, then in the program's directory.
+    Kartenformular(const Dienste &dienste, QString verzeichnis, QWidget *parent);
+
+    Kartenblatt Inhalt() const override;
+    void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) override;
+    void KopfZeigen(const Kartenkopf &kopf) override;
+    void Gespeichert() override;
+    void FokusAufFrage() override;
+    void FokusAufAntwort(std::size_t box) override;
+
+    // The number of the card, as it stands above it.
+    QString Nummer() const;
+
+    // The card's files. Who changes them says so (BilderZeigen).
+    Bildnamen &Dateien() { return pictureNames_; }
+
+    void BilderZeigen();
+    // Puts the caret on the hit of a search, if there is one, and marks it.
+    void TrefferZeigen(const SearchHit &treffer);
+
+    // Puts the buttons below the card, and sets the order in which Tab goes through all.
+    void Anfuegen(const Knopfzeile &knoepfe);
+    // What a text is typed or a picture is moved in.
+    QList<QWidget *> Felder() const;
+    // Outlines the field of this box as the one that has the keyboard; null for none.
+    void Umranden(const KartenTextBox *aktiv);
+    // The form's own colours, which follow from the desktop's.
+    void FarbenSetzen();
+
+    // Prints the card as the form shows it, dark on white, without the buttons. From then on the form's
+    // ground is light grey, whatever came of it. Throws StoreError, also where `drucker` gives none.
+    void Drucken(const std::function<std::unique_ptr<QPrinter>()> &drucker);
+
+signals:
+    void nummerEingegeben(const QString &nummer);
+    void geaendert();        // a text, the topic or the picture, by the writer
+    void auswahlGeaendert(); // the type or a tick, by the writer
+
+protected:
+    bool eventFilter(QObject *objekt, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void Anordnen();
+    void BoxVerbinden(KartenTextBox *box);
+    void FarbenAbleiten();
+    void NebensachenZeigen(bool sichtbar);
+
+    Dienste dienste_;
+    QString verzeichnis_;
+    Bildnamen pictureNames_;
+    bool zeigt_ = false;    // the form is being filled: nothing is changed by the writer
+    bool gedruckt_ = false; // from then on its ground is light grey
+
+    QGridLayout *gitter_;
+    Kopfzeile *kopf_;
+    KartenTextBox *MFrage_;
+    Flaeche *frageFeld_;
+    Artwahl *art_;
+    Antworten *antworten_;
+    Formularbild *bild_;
+    QLabel *hinweise_;
+    QList<QWidget *> knoepfe_; // below the card; with the type no part of what is printed
+};

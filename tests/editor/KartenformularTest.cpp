@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Kartenformular.h"
+
+#include "Bildbuehne.h"
+#include "Knopfzeile.h"
+#include "TestProgram.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QSignalSpy>
+
+namespace {
+
+// The form without window, commands and card file.
+struct Formularbuehne
+{
+    Formularbuehne()
+    {
+        dienste.konfig.ProgrammPfad = ordner.path();
+        BildSchreiben(ordner.filePath(QStringLiteral("rot.bmp")), {200, 150}, Qt::red);
+        form.Anfuegen(Knopfzeile(&form));
+        form.resize(1000, 700);
+        form.show();
+    }
+
+    template <typename Widget>
+    Widget *Finde(const char *name)
+    {
+        auto *widget = dynamic_cast<Widget *>(form.findChild<QWidget *>(QString::fromUtf8(name)));
+        if (!widget)
+            qFatal("no control %s", name);
+        return widget;
+    }
+
+    RichTextBox *Box(const char *name) { return Finde<RichTextBox>(name); }
+
+    QTemporaryDir ordner;
+    TestDienste dienste;
+    Kartenformular form{dienste.Alle(), ordner.path(), nullptr};
+    QSignalSpy geaendert{&form, &Kartenformular::geaendert};
+    QSignalSpy auswahl{&form, &Kartenformular::auswahlGeaendert};
+};
+
+Kartenblatt Blatt(Antwortart art)
+{
+    Kartenblatt blatt;
+    blatt.Frage = QStringLiteral("Wie viele?");
+    blatt.Antwort = {QStringLiteral("eins"), QStringLiteral("zwei"), {}, {}, QStringLiteral("fünf")};
+    blatt.Antwort_ch = {false, true, false, false, true};
+    blatt.art = art;
+    blatt.Thema = QStringLiteral("Zahlen");
+    blatt.lage = {1500, 1500, 3000, 1500};
+    return blatt;
+}
+
+const Kartenkopf Kopf{QStringLiteral("12"), QStringLiteral("3")};
+
+} // namespace
+
+class KartenformularTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void FillingTheFormTouchesNothing()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Ankreuzen), Kopf);
+        QVERIFY(b.geaendert.isEmpty());
+        QVERIFY(b.auswahl.isEmpty());
+        const Kartenblatt blatt = b.form.Inhalt();
+        QVERIFY(!blatt.Frage_bearbeitet);
+        QCOMPARE(blatt.Antwort_bearbeitet, (std::array<bool, AntwortBoxen>{}));
+        QCOMPARE(blatt.Frage_Klartext, QStringLiteral("Wie viele?"));
+        QCOMPARE(blatt.Antwort_Klartext[4], QStringLiteral("fünf"));
+        QCOMPARE(blatt.Antwort_ch, Blatt(Antwortart::Ankreuzen).Antwort_ch);
+        QCOMPARE(blatt.art, Antwortart::Ankreuzen);
+        QCOMPARE(blatt.Thema, QStringLiteral("Zahlen"));
+        QVERIFY(blatt.lage == Blatt(Antwortart::Ankreuzen).lage);
+        QCOMPARE(b.form.Nummer(), QStringLiteral("12"));
+    }
+
+    void ItKnowsWhichTextWasTouched()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Ankreuzen), Kopf);
+        QTest::keyClicks(b.Box("Antwort(1)"), QStringLiteral("x"));
+        QCOMPARE(b.geaendert.size(), 1);
+        Kartenblatt blatt = b.form.Inhalt();
+        QVERIFY(!blatt.Frage_bearbeitet);
+        QCOMPARE(blatt.Antwort_bearbeitet,
+                 (std::array<bool, AntwortBoxen>{false, true, false, false, false}));
+        QTest::keyClicks(b.Box("MFrage"), QStringLiteral("y"));
+        QVERIFY(b.form.Inhalt().Frage_bearbeitet);
+        b.form.Gespeichert();
+        blatt = b.form.Inhalt();
+        QVERIFY(!blatt.Frage_bearbeitet);
+        QCOMPARE(blatt.Antwort_bearbeitet, (std::array<bool, AntwortBoxen>{}));
+        QCOMPARE(blatt.Frage_Klartext, QStringLiteral("yWie viele?"));
+    }
+
+    void TypeAndTicksAreSaidApartFromTexts()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
+        QVERIFY(!b.Box("Antwort(1)")->isVisible());
+        QTest::mouseClick(b.Finde<QRadioButton>("Antwort_K"), Qt::LeftButton);
+        QCOMPARE(b.auswahl.size(), 1);
+        QVERIFY(b.Box("Antwort(1)")->isVisible());
+        auto *kreuz = b.Finde<QCheckBox>("Check1(0)");
+        QTest::mouseClick(kreuz, Qt::LeftButton, {}, QPoint(8, kreuz->height() / 2));
+        QCOMPARE(b.auswahl.size(), 2);
+        QVERIFY(b.form.Inhalt().Antwort_ch[0]);
+        QVERIFY(b.geaendert.isEmpty());
+    }
+
+    void TheHeadAloneKeepsWhatWasTyped()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
+        QTest::keyClicks(b.Box("MFrage"), QStringLiteral("y"));
+        b.form.KopfZeigen({QStringLiteral("13"), QStringLiteral("0"), true});
+        QCOMPARE(b.form.Nummer(), QStringLiteral("13"));
+        QVERIFY(b.Finde<QLabel>("LabelNeu")->isVisible());
+        QVERIFY(b.form.Inhalt().Frage_bearbeitet);
+    }
+
+    void ANumberIsSaidWithEnterAndGoesWithEscape()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
+        QSignalSpy nummer(&b.form, &Kartenformular::nummerEingegeben);
+        auto *zeile = b.Finde<QLineEdit>("MaskFrageNr");
+        QTest::keyClicks(zeile, QStringLiteral("7"));
+        QCOMPARE(b.form.Nummer(), QStringLiteral("12"));
+        QTest::keyClick(zeile, Qt::Key_Escape);
+        QCOMPARE(zeile->text(), QStringLiteral("12"));
+        QVERIFY(nummer.isEmpty());
+        zeile->selectAll();
+        QTest::keyClicks(zeile, QStringLiteral("7"));
+        QTest::keyClick(zeile, Qt::Key_Return);
+        QCOMPARE(nummer.size(), 1);
+        QCOMPARE(nummer[0][0].toString(), QStringLiteral("7"));
+        QVERIFY(b.geaendert.isEmpty());
+    }
+
+    void TheKeyboardGoesToNoAnswerThatIsNotThere()
+    {
+        Formularbuehne b;
+        b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
+        b.form.FokusAufAntwort(3);
+        QCOMPARE(b.form.focusWidget(), b.Box("Antwort(0)"));
+        b.form.Zeigen(Blatt(Antwortart::Ankreuzen), Kopf);
+        b.form.FokusAufAntwort(3);
+        QCOMPARE(b.form.focusWidget(), b.Box("Antwort(3)"));
+        b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
+        QCOMPARE(b.form.focusWidget(), b.Box("Antwort(0)"));
+    }
+
+    void PicturesComeFromTheDirectoryThatWasGiven()
+    {
+        Formularbuehne b;
+        Kartenblatt blatt = Blatt(Antwortart::Text);
+        blatt.pictureNames[2] = QStringLiteral("rot.bmp");
+        b.form.Zeigen(blatt, Kopf);
+        QVERIFY(b.Finde<BildBox>("Picture1")->isVisible());
+        b.form.Dateien()[2].clear();
+        b.form.BilderZeigen();
+        QVERIFY(!b.Finde<BildBox>("Picture1")->isVisible());
+        QVERIFY(b.form.Inhalt().lage == blatt.lage);
+        QVERIFY(b.dienste.meldungen.gezeigt.isEmpty());
+    }
+
+    void WithoutAPrinterTheFormIsItselfAgainButGrey()
+    {
+        Formularbuehne b;
+        Kartenblatt blatt = Blatt(Antwortart::Text);
+        blatt.pictureNames[0] = QStringLiteral("rot.bmp");
+        b.form.Zeigen(blatt, Kopf);
+        bool gefragt = false;
+        const auto keiner = [&]() -> std::unique_ptr<QPrinter> {
+            gefragt = !b.Finde<QWidget>("Cadd")->isVisible() && !b.Finde<QWidget>("Frame2")->isVisible() &&
+                      !b.Finde<QWidget>("Tastenhinweise")->isVisible() &&
+                      !b.Finde<QWidget>("Sizer")->isVisible() && b.Finde<QWidget>("Picture1")->isVisible() &&
+                      b.form.palette().color(QPalette::Window) == QColor(Qt::white);
+            return nullptr;
+        };
+        QVERIFY_EXCEPTION_THROWN(b.form.Drucken(keiner), StoreError);
+        QVERIFY(gefragt);
+        for (const char *name : {"Cadd", "Cback", "Frame2", "Tastenhinweise", "Sizer"})
+            QVERIFY2(b.Finde<QWidget>(name)->isVisible(), name);
+        QCOMPARE(b.form.palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+        QCOMPARE(b.form.palette().color(QPalette::WindowText), QColor(Qt::black));
+    }
+};
+
+PAUKFIX_TEST(KartenformularTest)
+#include "KartenformularTest.moc"
