@@ -55,9 +55,9 @@ public:
     // Shows the window and waits until it has loaded.
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
-        fenster = std::make_unique<LBOX>(
-            kartei, oeffner, zustand, Alle(),
-            Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
+        fenster =
+            std::make_unique<LBOX>(kartei, oeffner, zustand, Alle(),
+                                   Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
