@@ -4,7 +4,7 @@
 
 #include "CardFile.h"
 #include "CardRecordset.h"
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -71,12 +71,12 @@ SQLite::Database OpenFloor(const QString &path)
     return database;
 }
 
-void OpenAgainAndAgain(benchmark::State &state, CardStore &store)
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner)
 {
     store.KarteiPfad = BigFile().section(u'/', 0, -2);
     for (auto _ : state) {
         QString name = BigFile().section(u'/', -1);
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         if (name.isEmpty())
             state.SkipWithError("not opened");
         store.CloseCardFile();

@@ -9,6 +9,7 @@
 #include <SQLiteCpp/Database.h>
 
 class CardStore;
+class KarteiOeffner;
 
 namespace benchmark {
 class State;
@@ -26,7 +27,7 @@ QString Rtf(const QString &plain);
 const QString &BigFile();
 
 // Measures the opening of the big box.
-void OpenAgainAndAgain(benchmark::State &state, CardStore &store);
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner);
 
 // A card file as the store opens it, without the store.
 SQLite::Database OpenFloor(const QString &path = BigFile());

@@ -4,7 +4,7 @@
 // unseen: the difference is what the redraws cost. Without a display it paints into memory.
 #include "BigBox.h"
 #include "BoxRechnung.h"
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "Kasten.h"
 
 #include <QApplication>
@@ -16,24 +16,26 @@ void OpenUnseen(benchmark::State &state)
 {
     StillMeldungen meldungen;
     const EiligeUhr uhr;
-    CardStore store(meldungen, uhr);
-    OpenAgainAndAgain(state, store);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
+    OpenAgainAndAgain(state, store, oeffner);
 }
 
 void OpenInSight(benchmark::State &state)
 {
     StillMeldungen meldungen;
     const EiligeUhr uhr;
-    CardStore store(meldungen, uhr);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
     Kasten kasten(store.FachInfo);
     kasten.resize(980, 540);
     kasten.show();
     int pictures = 0;
-    store.BoxZeichnen = [&] {
+    oeffner.BoxZeichnen = [&] {
         ++pictures;
         kasten.ZeigenLaufend(BoxRechnen(store.FachInfo));
     };
-    OpenAgainAndAgain(state, store);
+    OpenAgainAndAgain(state, store, oeffner);
     state.counters["asked for"] = benchmark::Counter(pictures, benchmark::Counter::kAvgIterations);
 }
 

@@ -5,8 +5,8 @@
 // stands beside it.
 #include "AppConfig.h"
 #include "BigBox.h"
-#include "CardStore.h"
 #include "Dialoge.h"
+#include "KarteiOeffner.h"
 #include "Uebersicht.h"
 
 #include <QApplication>
@@ -55,7 +55,7 @@ struct Desk
     {
         QString name = BigFile().section(u'/', -1);
         store.KarteiPfad = BigFile().section(u'/', 0, -2);
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
     }
 
     std::unique_ptr<Uebersicht> Open()
@@ -74,7 +74,8 @@ struct Desk
     MersenneZufall chance;
     StillTon sound;
     AppConfig config{messages};
-    CardStore store{messages, clock};
+    CardStore store;
+    KarteiOeffner oeffner{store, messages, clock};
 };
 
 void FloorReadAll(benchmark::State &state)

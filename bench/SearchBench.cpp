@@ -4,7 +4,7 @@
 // The card search for a word on the last of 32,767 cards beside plain SQLite that reads the same columns of
 // the same cards in the same order, without looking into them.
 #include "BigBox.h"
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "Kartensuche.h"
 
 #include <SQLiteCpp/Database.h>
@@ -19,10 +19,11 @@ void SearchLastCard(benchmark::State &state)
 {
     StillMeldungen meldungen;
     const EiligeUhr uhr;
-    CardStore store(meldungen, uhr);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
     store.KarteiPfad = BigFile().section(u'/', 0, -2);
     QString name = BigFile().section(u'/', -1);
-    store.OpenCardFile(name);
+    oeffner.OpenCardFile(name);
     for (auto _ : state) {
         store.Karten().MoveFirst();
         SearchHit hit;

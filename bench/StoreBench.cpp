@@ -5,7 +5,7 @@
 #include "BigBox.h"
 #include "CardFile.h"
 #include "CardRecordset.h"
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
@@ -16,8 +16,9 @@ void StoreOpen(benchmark::State &state)
 {
     StillMeldungen meldungen;
     const EiligeUhr uhr;
-    CardStore store(meldungen, uhr);
-    OpenAgainAndAgain(state, store);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
+    OpenAgainAndAgain(state, store, oeffner);
 }
 
 void FloorOpen(benchmark::State &state)

@@ -23,7 +23,7 @@ namespace {
 class Workshop
 {
 public:
-    Workshop() : store_(meldungen_, uhr_) { store_.KarteiPfad = directory_.path(); }
+    Workshop() { store_.KarteiPfad = directory_.path(); }
 
     QString Path(const char *name) const { return directory_.filePath(QString::fromLatin1(name)); }
 
@@ -46,8 +46,8 @@ public:
     Werkbank Open(const QString &path)
     {
         QString name = path.section(u'/', -1);
-        store_.OpenCardFile(name);
-        return {store_, meldungen_};
+        oeffner_.OpenCardFile(name);
+        return {store_, oeffner_, meldungen_};
     }
 
     void Close() { store_.CloseCardFile(); }
@@ -67,6 +67,7 @@ private:
     StillMeldungen meldungen_;
     EiligeUhr uhr_;
     CardStore store_;
+    KarteiOeffner oeffner_{store_, meldungen_, uhr_};
 };
 
 // Times `work` alone; `prepare` and `after` are not counted.

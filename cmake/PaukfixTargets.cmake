@@ -4,12 +4,44 @@
 # How a floor and a test are declared. There is no global include directory: a target sees exactly the
 # headers of what it links.
 
-# paukfix_floor(NAME SOURCES... LINKS targets...)
+# paukfix_floor(NAME SOURCES... LINKS targets... [USES targets...] [FACE directory])
+# What a floor LINKS its users may include too, what it USES is its own affair. A floor with a FACE shows the headers
+# of that directory alone; its other headers are insides.
 function(paukfix_floor name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "FACE" "SOURCES;LINKS;USES" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-  target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+  if(ARG_FACE)
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_FACE} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  else()
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  endif()
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_USES})
+endfunction()
+
+# paukfix_apart(ONE OTHER): stops the configuring where one of two floors that must not know each other can reach the
+# other.
+function(paukfix_reachable name result)
+  set(found ${${result}})
+  get_target_property(links ${name} LINK_LIBRARIES)
+  foreach(link IN LISTS links)
+    if(TARGET ${link} AND NOT link IN_LIST found AND NOT link MATCHES "::")
+      list(APPEND found ${link})
+      paukfix_reachable(${link} found)
+    endif()
+  endforeach()
+  set(${result} ${found} PARENT_SCOPE)
+endfunction()
+
+function(paukfix_apart one other)
+  foreach(pair "${one};${other}" "${other};${one}")
+    list(GET pair 0 from)
+    list(GET pair 1 to)
+    set(reached)
+    paukfix_reachable(${from} reached)
+    if(to IN_LIST reached)
+      message(FATAL_ERROR "${from} must not link ${to}, not even by way of another floor.")
+    endif()
+  endforeach()
 endfunction()
 
 # paukfix_tests(FOLDER CLASSES classes... [SOURCES what they share...] LINKS targets...): one program of all test classes of

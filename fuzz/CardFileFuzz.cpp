@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
 #include "FuzzProgramm.h"
+#include "KarteiOeffner.h"
 
 // Any file is opened or refused with a message. What is open can be learned with: each card is read, one is
 // moved, one added, one deleted.
@@ -12,9 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     PutFile(name, BytesOf(data, size));
     StummeMeldungen meldungen;
     const SchnelleUhr uhr;
-    CardStore store(meldungen, uhr);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
     store.KarteiPfad = Directory().path();
-    store.OpenCardFile(name);
+    oeffner.OpenCardFile(name);
     Require(store.IsOpen() != name.isEmpty());
     if (!store.IsOpen())
         return 0;

@@ -3,6 +3,7 @@
 #include "AsciiTausch.h"
 #include "CardFile.h"
 #include "FuzzProgramm.h"
+#include "KarteiOeffner.h"
 
 // Any file is imported, as often as the box takes its cards, or refused; box, counts and file agree after it.
 // What is exported then is read back as so many cards.
@@ -14,11 +15,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     CardFile::Create(path);
     StummeMeldungen meldungen;
     const SchnelleUhr uhr;
-    CardStore store(meldungen, uhr);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
     store.KarteiPfad = Directory().path();
-    store.OpenCardFile(name);
+    oeffner.OpenCardFile(name);
     Require(store.IsOpen());
-    const Werkbank bank{store, meldungen};
+    const Werkbank bank{store, oeffner, meldungen};
     const QString text = PutFile(QStringLiteral("text.txt"), BytesOf(data, size));
     AsciiImportieren(bank, text, u';');
     Require(store.IsOpen());

@@ -23,7 +23,7 @@
 
 #include <utility>
 
-Programm::Programm(const QString &laufverzeichnis) : kartei_(meldungen_, uhr_)
+Programm::Programm(const QString &laufverzeichnis)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -58,26 +58,18 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
-    lbox_ = std::make_unique<LBOX>(LBoxUmgebung{
-        .kartei = kartei_,
-        .zustand = zustand_,
-        .konfig = konfig_,
-        .meldungen = meldungen_,
-        .dialoge = dialoge_,
-        .zufall = zufall_,
-        .uhr = uhr_,
-        .klang = [this](const QString &pfad) { ton_.Spielen(pfad); },
-        .stille = [this] { ton_.Stille(); },
-        // To read the icon takes a good part of a start.
-        .gemalt = [symbol = konfig_.ProgrammDatei(
-                       QStringLiteral("paukfix.ico"))] { QGuiApplication::setWindowIcon(QIcon(symbol)); },
-        .beenden = [this] { ende_.Beenden(); },
-        .gescheitert = [this] { ende_.Absagen(); },
-        .befehlszeile = befehlszeile,
+    lbox_ = std::make_unique<LBOX>(
+        kartei_, oeffner_, zustand_, dienste_,
+        Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
+    // To read the icon takes a good part of a start.
+    QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
+        QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
     });
+    QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
+    QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
-    fenster.Manzeigen = [this] { ÜbersichtZeigen(); };
+    fenster.Manzeigen = [this] { UebersichtZeigen(); };
     fenster.MAscii_Export = Werkzeug<AExport>();
     fenster.MAscii_Import = Werkzeug<AImport>();
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
@@ -86,7 +78,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
-    fenster.Müber = [this] { ÜberZeigen(); };
+    fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
     lbox_->SetFenster(std::move(fenster));
@@ -99,8 +91,8 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
 // While cards are edited the box is away: nothing else may move through the card table.
 void Programm::EditorZeigen()
 {
-    lbox_->AutomatikAus();
-    auto neu = std::make_unique<PFÄndern>(kartei_, dienste_, suche_, QDir::currentPath());
+    lbox_->Automatisch().AutomatikAus();
+    auto neu = std::make_unique<PFÄndern>(kartei_, dienste_, suche_, lbox_->Aktionen().Arbeitsverzeichnis());
     neu->geschlossen = [this] { EditorGeschlossen(); };
     if (editor_)
         neu->restoreGeometry(editor_->saveGeometry());
@@ -122,12 +114,12 @@ template <typename Fenster>
 std::function<void()> Programm::Werkzeug()
 {
     return [this] {
-        Fenster(kartei_, dienste_, lbox_.get()).exec();
+        Fenster(oeffner_, dienste_, lbox_.get()).exec();
         lbox_->activateWindow(); // a message and the dialog behind it close at once: nobody has the keyboard
     };
 }
 
-void Programm::ÜbersichtZeigen()
+void Programm::UebersichtZeigen()
 {
     if (!kartei_.IsOpen()) {
         meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
@@ -138,7 +130,7 @@ void Programm::ÜbersichtZeigen()
         lbox_->activateWindow();
 }
 
-void Programm::ÜberZeigen()
+void Programm::UeberZeigen()
 {
     über(konfig_.ProgrammDatei(QStringLiteral("ueber.rtf")), meldungen_, lbox_.get()).exec();
     lbox_->show();

@@ -6,6 +6,7 @@
 #include "BoxZustand.h"
 #include "CardStore.h"
 #include "Dienste.h"
+#include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
 #include "PFAendern.h"
@@ -45,8 +46,8 @@ private:
     // What opens a dialog of the file tools.
     template <typename Fenster>
     std::function<void()> Werkzeug();
-    void ÜbersichtZeigen();
-    void ÜberZeigen();
+    void UebersichtZeigen();
+    void UeberZeigen();
     QString KarteiWaehlen();
 
     Programmende ende_{[this] { return lbox_ && lbox_->Beschaeftigt(); }};
@@ -59,6 +60,7 @@ private:
     AppConfig konfig_{meldungen_};
     Dienste dienste_{meldungen_, dialoge_, uhr_, zufall_, ton_, konfig_};
     CardStore kartei_;
+    KarteiOeffner oeffner_{kartei_, meldungen_, uhr_};
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;

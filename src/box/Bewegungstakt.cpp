@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
-Bewegungstakt::Bewegungstakt(const CardStore &kartei, int dauer, int pause) : kartei_(kartei), dauer_(dauer)
+Bewegungstakt::Bewegungstakt(const Verzoegerung &verzoegerung, int dauer, int pause)
+    : verzoegerung_(verzoegerung), dauer_(dauer)
 {
     // So many times as long as asked for does a delay last.
-    const double dehnung =
-        std::max(1.0, double(kartei.LoopsPerSecond) / std::max<qint32>(1, kartei.LoopsLastSecond));
+    const double dehnung = std::max(1.0, double(verzoegerung.LoopsPerSecond) /
+                                             std::max<qint32>(1, verzoegerung.LoopsLastSecond));
     pause_ = static_cast<qint16>(std::max(1L, std::lround(pause / dehnung)));
     if (pause_ * dehnung > dauer)
         pause_ = 0;
@@ -19,5 +20,5 @@ Bewegungstakt::Bewegungstakt(const CardStore &kartei, int dauer, int pause) : ka
 
 void Bewegungstakt::Pause() const
 {
-    kartei_.DelayMilliseconds(pause_);
+    verzoegerung_.DelayMilliseconds(pause_);
 }

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardStore.h"
+#include "Verzoegerung.h"
 
 #include <QElapsedTimer>
 
@@ -13,7 +13,7 @@ class Bewegungstakt
 {
 public:
     // `pause` is the pause that looks best, in milliseconds of the clock.
-    Bewegungstakt(const CardStore &kartei, int dauer, int pause);
+    Bewegungstakt(const Verzoegerung &verzoegerung, int dauer, int pause);
 
     int Schritte() const { return schritte_; }
 
@@ -23,7 +23,7 @@ public:
     bool IstUm() const { return seit_.elapsed() >= dauer_; }
 
 private:
-    const CardStore &kartei_;
+    const Verzoegerung &verzoegerung_;
     int dauer_;
     int schritte_;
     qint16 pause_; // as DelayMilliseconds takes it

@@ -4,16 +4,16 @@
 
 #include <algorithm>
 
-BoxBild BoxRechnen(FachTabelle &tabelle)
+BoxBild BoxRechnen(const FachTabelle &tabelle)
 {
     BoxBild bild;
     double hoechste = 0;
     for (std::size_t i = 1; i < FachSichtbar; ++i) {
-        Fach &fach = tabelle[i];
+        const Fach &fach = tabelle[i];
         bild.balken[i] = fach.Anzahl > 0;
         const double fuellung = fach.Anzahl < 1 ? 0 : double(fach.Anzahl) / fach.Kapazitaet;
         // Capped before it is rounded: the width of a crammed compartment does not fit into 16 bits.
-        fach.Breite = Runden16(std::min(fuellung * fach.BreiteMax, double(fach.BreiteMax)));
+        bild.Breite[i] = Runden16(std::min(fuellung * fach.BreiteMax, double(fach.BreiteMax)));
         if (fuellung > hoechste) {
             hoechste = fuellung;
             bild.VollstesFach = static_cast<qint16>(i);
@@ -44,13 +44,6 @@ std::optional<int> ZuVollesFach(const FachTabelle &tabelle, int fach)
     if (fach == FachNeu && zuVoll(2))
         return 2;
     return std::nullopt;
-}
-
-int ZielFach(int fach, bool richtig)
-{
-    if (!richtig)
-        return FachFalsch;
-    return std::min((fach == FachNeu ? FachFalsch : fach) + 1, FachErledigt);
 }
 
 bool ErsteKarte(CardRecordset &karten, int fach)

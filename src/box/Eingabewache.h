@@ -29,6 +29,9 @@ public:
     // goes behind them. Clicks are for the box only, and are dropped where it is not the one.
     void Weitergeben(QWidget &ziel);
 
+    // The same, to the box.
+    void Weitergeben() { Weitergeben(box_); }
+
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
 

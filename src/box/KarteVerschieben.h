@@ -2,20 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardStore.h"
+#include "KarteEinordnen.h"
+#include "Meldungen.h"
 
-// The verdict of a query that counts as right; 0 is wrong.
-inline constexpr qint16 ErgebnisRichtig = -1;
-
-// Moves the current card by its answer to the back of its new compartment, durably, and keeps counts and
-// session counters in step. Returns the new compartment. Throws StoreError; FachInfo and the counters are
-// then as they were.
-int KarteEinordnen(CardStore &kartei, qint16 ergebnis);
-
-// The same, and congratulates on a card that is done.
+// Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws
+// StoreError.
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis);
-
-// Fills Anzahl and LfdMax of all compartments from the open file anew, after something went wrong. Where the
-// file can no longer be read, or is no longer there, closes it, empties the counts and those of the session,
-// and leaves FehlerStatus above 0. `fehler` is the number of the error that made it necessary.
-void NeuZaehlen(CardStore &kartei, int fehler) noexcept;

@@ -9,12 +9,10 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
-#include <array>
 #include <functional>
 
-class FachBild;
+class Fachreihe;
 class Kartenrahmen;
-class KaShape;
 class Schild;
 class WuerfelBild;
 class Zettel;
@@ -23,13 +21,11 @@ class Zettel;
 // done cards, the card that is asked and the die. It shows what it is given and decides nothing.
 class Kasten final : public QWidget
 {
+    Q_OBJECT
+
 public:
     // Shows `tabelle`, which must outlive it.
     explicit Kasten(const FachTabelle &tabelle, QWidget *parent = nullptr);
-
-    std::function<void(int fach)> Image0_Click = [](int) {};
-    std::function<void()> PicWuerfel_Click = [] {};
-    std::function<void()> erstesBild = [] {}; // called once, when the window has been painted
 
     // Takes over the counts of the table. Painting follows with the event loop.
     void Zeigen(const BoxBild &bild);
@@ -42,18 +38,17 @@ public:
     // A note across the box; none where the text is empty. `tun` is what a click on it does, if anything.
     void SetHinweis(const QString &text, std::function<void()> tun = {});
 
-    // The card that is asked: lies at these twips with its number, takes the verdict's colour, flies, goes
-    // away.
-    void KarteLegen(const QString &frageNr, double links, double oben);
-    void KarteFaerben(const QColor &farbe);
-    // Paints the card at `anteil` (0 to 1) of its way from where it lies to compartment `ziel`.
-    void KarteFliegen(int ziel, double anteil);
-    void KarteVerbergen();
+    Kartenrahmen &Karte() { return *karte_; }
 
     WuerfelBild &Wuerfel() { return *wuerfel_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+signals:
+    void FachGewaehlt(int fach);
+    void WuerfelGewaehlt();
+    void Gemalt(); // once, when the window has been painted
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -66,35 +61,20 @@ protected:
 
 private:
     void Anordnen();
-    void LinienLegen();
     void HinweisLegen();
-    void BalkenSetzen();
-    void NamenSetzen();
     void Malen();
     int FachBei(QPoint punkt) const;
     void Hervorheben(int fach);
-    // Few sizes: each costs a part of the program's start.
-    static constexpr double Gross = 1.15, Klein = 0.9;
-    QFont Schrift(double groesse, bool fett = false) const;
-    void ZaehlerMalen(QPainter &maler, const QRect &platz, const Fach &fach, bool mitKapazitaet) const;
-    void TasteMalen(QPainter &maler) const;
-    void StapelMalen(QPainter &maler) const;
-    void WarnungMalen(QPainter &maler, const QRect &platz) const;
 
     const FachTabelle &tabelle_;
     BoxBild bild_;
     bool offen_ = false;
     KastenMasse masse_;
-    std::array<QWidget *, 10> line_{}; // on the walls: sides and floors of the trays, dividers between
-    std::array<FachBild *, FachSichtbar> image0_{};
-    std::array<KaShape *, FachSichtbar> kaShape_{};
-    std::array<Schild *, FachSichtbar> schild_{};
+    Fachreihe *faecher_ = nullptr;
     Schild *erledigt_ = nullptr;
-    QWidget *rahmen_ = nullptr;
     Kartenrahmen *karte_ = nullptr;
     WuerfelBild *wuerfel_ = nullptr;
     Zettel *hinweis_ = nullptr;
-    QPointF karteVon_; // twips
     QElapsedTimer gezeigt_;
     QBasicTimer nachholen_;
     bool gemalt_ = false;

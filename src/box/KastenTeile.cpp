@@ -7,7 +7,6 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -99,68 +98,4 @@ void Zettel::paintEvent(QPaintEvent *event)
     maler.drawLine(papier.topLeft() + QPointF(16, 14), papier.topRight() + QPointF(-16, 14));
     maler.end();
     QLabel::paintEvent(event);
-}
-
-Kartenrahmen::Kartenrahmen(QWidget *parent)
-    : QFrame(parent), frageNr_(new QLabel(QStringLiteral("FrageNr:"), this)), mFrageNr_(new QLabel(this))
-{
-    setObjectName(QStringLiteral("Karte"));
-    setAccessibleName(QStringLiteral("Gefragte Karte"));
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    frageNr_->setObjectName(QStringLiteral("FrageNr"));
-    frageNr_->setAlignment(Qt::AlignCenter);
-    mFrageNr_->setObjectName(QStringLiteral("MFrageNr"));
-    mFrageNr_->setAlignment(Qt::AlignCenter);
-    auto *spalte = new QVBoxLayout(this);
-    spalte->setContentsMargins(2, 8, 2, 4);
-    spalte->setSpacing(0);
-    spalte->addStretch(2);
-    spalte->addWidget(frageNr_);
-    spalte->addWidget(mFrageNr_);
-    spalte->addStretch(3);
-    QPalette farben = palette();
-    farben.setColor(QPalette::WindowText, KastenFarben::Tinte);
-    setPalette(farben);
-    SetFarbe(KastenFarben::Honig);
-}
-
-void Kartenrahmen::SetFrageNr(const QString &frageNr)
-{
-    mFrageNr_->setText(frageNr);
-    mFrageNr_->setAccessibleName(QStringLiteral("Frage Nummer ") + frageNr);
-}
-
-void Kartenrahmen::SetFarbe(const QColor &farbe)
-{
-    QPalette farben = palette();
-    farben.setColor(QPalette::Window, farbe);
-    const bool signal = farbe == Farben::Richtig || farbe == Farben::Falsch;
-    farben.setColor(QPalette::WindowText, signal ? Farben::AufSignal : KastenFarben::Tinte);
-    setPalette(farben);
-}
-
-void Kartenrahmen::SetSchrift(const QFont &klein, const QFont &gross)
-{
-    frageNr_->setFont(klein);
-    mFrageNr_->setFont(gross);
-}
-
-void Kartenrahmen::paintEvent(QPaintEvent *)
-{
-    QPainter maler(this);
-    maler.setRenderHint(QPainter::Antialiasing);
-    const QColor farbe = palette().color(QPalette::Window);
-    const double rundung = std::min(width(), height()) * 0.16;
-    const double dicke = height() * 0.045;
-    maler.setPen(Qt::NoPen);
-    maler.setBrush(farbe.darker(125));
-    maler.drawRoundedRect(QRectF(rect()), rundung, rundung);
-    const QRectF oben = QRectF(rect()).adjusted(0, 0, 0, -dicke);
-    maler.setBrush(farbe);
-    maler.drawRoundedRect(oben, rundung, rundung);
-    maler.setPen(
-        QPen(farbe == KastenFarben::Honig ? KastenFarben::Koralle : palette().color(QPalette::WindowText),
-             std::max(1.5, height() * 0.025), Qt::SolidLine, Qt::RoundCap));
-    const double linie = oben.top() + oben.height() * 0.17;
-    maler.drawLine(QPointF(width() * 0.16, linie), QPointF(width() * 0.84, linie));
 }

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include <QColor>
-#include <QFrame>
 #include <QLabel>
 
 #include <functional>
@@ -52,22 +50,4 @@ protected:
 
 private:
     std::function<void()> tun_;
-};
-
-// The card that is asked, with the label "FrageNr:" and its number.
-class Kartenrahmen final : public QFrame
-{
-public:
-    explicit Kartenrahmen(QWidget *parent);
-
-    void SetFrageNr(const QString &frageNr);
-    void SetFarbe(const QColor &farbe);
-    void SetSchrift(const QFont &klein, const QFont &gross);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    QLabel *frageNr_ = nullptr;
-    QLabel *mFrageNr_ = nullptr;
 };

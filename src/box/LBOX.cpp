@@ -13,33 +13,62 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
 #include <QScreen>
+#include <QSessionManager>
 #include <QStatusBar>
 #include <QToolButton>
 
 #include <utility>
 
-LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
+LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
+           const Programmstart &start, QWidget *parent)
     : QMainWindow(parent),
-      umgebung_(std::move(umgebung)),
-      kartei_(umgebung_.kartei),
-      meldungen_(umgebung_.meldungen)
+      kartei_(kartei),
+      oeffner_(oeffner),
+      zustand_(zustand),
+      dienste_(dienste),
+      befehlszeile_(start.befehlszeile),
+      kasten_(new Kasten(kartei_.FachInfo, this)),
+      abfrage_({*this, kartei_, zustand_, dienste, eingabe_}),
+      flug_(kasten_->Karte(), oeffner_.verzoegerung, dienste.konfig, eingabe_),
+      lernlauf_({kartei_, zustand_, dienste.meldungen, belegung_, eingabe_, flug_, abfrage_}),
+      wuerfelspiel_(
+          {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
+      automatik_(dienste.uhr, belegung_),
+      aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
+      menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
 {
     setObjectName(QStringLiteral("LBOX"));
     setWindowTitle(QStringLiteral("Lern-Box"));
     setAccessibleName(QStringLiteral("Lern-Box"));
     // Keys belong to the window until Tab takes them to a part of the box.
     setFocusPolicy(Qt::StrongFocus);
-    if (!kartei_.IsOpen())
-        kartei_.FachInfo = FachStartwerte();
-
-    kasten_ = new Kasten(kartei_.FachInfo, this);
     setCentralWidget(kasten_);
-    kasten_->Image0_Click = [this](int fach) { Image0_Click(fach); };
-    kasten_->PicWuerfel_Click = [this] { PicWürfel_Click(); };
-    kasten_->erstesBild = [this] { Form_Load(); };
+    StatuszeileBauen();
+    Verbinden();
+    oeffner_.BoxZeichnen = [this] {
+        kasten_->ZeigenLaufend(Rechnen());
+        // A tool that has opened another file tells its success before it ends.
+        if (kartei_.FehlerStatus == 0)
+            lKartei_->setText(Boxmenue::OhneKuerzel(kartei_.CurrentFileName));
+    };
+    oeffner_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
+        return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
+    };
+    connect(&dienste_.konfig, &AppConfig::Gelesen, this, [this] { menue_.KonfigZeigen(); });
+    StandZeigen();
+    resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
+}
 
+LBOX::~LBOX()
+{
+    oeffner_.BoxZeichnen = [] {};
+    oeffner_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+    dienste_.konfig.disconnect(this); // the settings outlive the window
+}
+
+void LBOX::StatuszeileBauen()
+{
     lKartei_ = new QToolButton(this);
     lKartei_->setObjectName(QStringLiteral("LKartei"));
     lKartei_->setAutoRaise(true);
@@ -48,11 +77,6 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     karteiWechseln_->setObjectName(QStringLiteral("KarteiWechseln"));
     karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     addAction(karteiWechseln_);
-    connect(karteiWechseln_, &QAction::triggered, this, [this] {
-        if (!IstGesperrt())
-            KarteiWechseln_Click();
-    });
-    connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
     // Without a choice of files the button is a plain label.
     QPalette farben = lKartei_->palette();
     farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));
@@ -75,46 +99,99 @@ LBOX::LBOX(LBoxUmgebung umgebung, QWidget *parent)
     statusBar()->addPermanentWidget(lAutomatik_);
     statusBar()->addPermanentWidget(lTongeraet_);
     statusBar()->addPermanentWidget(lTasten_);
-
-    MenueBauen();
-    takt_.setInterval(100);
-    connect(&takt_, &QTimer::timeout, this, [this] { AutomatikTakt(); });
-    connect(
-        qGuiApp, &QGuiApplication::commitDataRequest, this,
-        [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
-    kartei_.BoxZeichnen = [this] {
-        const BoxBild bild = BoxRechnen(kartei_.FachInfo);
-        umgebung_.zustand.VollstesFach = bild.VollstesFach;
-        kasten_->SetOffen(kartei_.IsOpen());
-        kasten_->ZeigenLaufend(bild);
-        // A tool that has opened another file tells its success before it ends.
-        if (kartei_.FehlerStatus == 0)
-            lKartei_->setText(OhneKuerzel(kartei_.CurrentFileName));
-    };
-    kartei_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
-        return WartenMitAbbruch(was, abgebrochen, meldungen_.Titel(), this);
-    };
-    connect(&umgebung_.konfig, &AppConfig::Gelesen, this, [this] { KonfigZeigen(); });
-    KonfigZeigen();
-    SetFenster({});
-
-    resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
 }
 
-LBOX::~LBOX()
+void LBOX::Verbinden()
 {
-    kartei_.BoxZeichnen = [] {};
-    kartei_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
-    umgebung_.konfig.disconnect(this);
+    connect(kasten_, &Kasten::Gemalt, this, &LBOX::Form_Load);
+    connect(kasten_, &Kasten::FachGewaehlt, &lernlauf_, &Lernlauf::Image0_Click);
+    connect(kasten_, &Kasten::WuerfelGewaehlt, this, [this] { wuerfelspiel_.PicWürfel_Click(); });
+    connect(karteiWechseln_, &QAction::triggered, this, &LBOX::KarteiWechseln_Click);
+    connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
+
+    connect(&lernlauf_, &Lernlauf::Zurueckgekehrt, this, [this] {
+        show();
+        activateWindow();
+        setFocus();
+    });
+    connect(&lernlauf_, &Lernlauf::BoxGeaendert, this, &LBOX::BoxZeichnen);
+    connect(&lernlauf_, &Lernlauf::BearbeitenGewuenscht, this, [this] {
+        automatik_.AutomatikAus();
+        if (fenster_.MKarten)
+            fenster_.MKarten();
+    });
+    connect(&lernlauf_, &Lernlauf::Gescheitert, this, &LBOX::Gescheitert);
+    connect(&lernlauf_, &Lernlauf::KarteiVerloren, this, [this] {
+        automatik_.AutomatikAus();
+        StandZeigen();
+    });
+    connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, &lernlauf_,
+        [this](QSessionManager &sitzung) {
+            if (!lernlauf_.SitzungEndet())
+                sitzung.cancel();
+        },
+        Qt::DirectConnection);
+
+    connect(&automatik_, &Automatik::Umgeschaltet, lAutomatik_, &QLabel::setVisible);
+    connect(&automatik_, &Automatik::Faellig, this,
+            [this] { lernlauf_.Image0_Click(zustand_.VollstesFach); });
+
+    connect(&aktionen_, &KarteiAktionen::WirdAngelegt, this,
+            [this](const QString &name) { kasten_->SetHinweis(name + QStringLiteral(" wird angelegt …")); });
+    connect(&aktionen_, &KarteiAktionen::WirdGeoeffnet, this, [this](const QString &name) {
+        lKartei_->setText(QString());
+        kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
+    });
+    connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::StandZeigen);
+    connect(&menue_, &Boxmenue::Zurueck, this, &LBOX::StandZeigen); // another file may be open
+}
+
+// Opening a file blocks the program for a second or two, so it runs when the window has been painted.
+void LBOX::Form_Load()
+{
+    emit Gemalt();
+    dienste_.konfig.ReadConfig();
+    geladen_ = true;
+    aktionen_.Starten(befehlszeile_);
+}
+
+void LBOX::SetFenster(LBoxFenster fenster)
+{
+    fenster_ = std::move(fenster);
+    lernlauf_.SetBearbeitbar(static_cast<bool>(fenster_.MKarten));
+    menue_.Freischalten();
+    StandZeigen();
+}
+
+void LBOX::KarteiWechseln_Click()
+{
+    if (!belegung_.IstGesperrt())
+        aktionen_.Wechseln(fenster_.KarteiWechseln());
+}
+
+BoxBild LBOX::Rechnen()
+{
+    const BoxBild bild = BoxRechnen(kartei_.FachInfo);
+    zustand_.VollstesFach = bild.VollstesFach;
+    kasten_->SetOffen(kartei_.IsOpen());
+    return bild;
 }
 
 void LBOX::BoxZeichnen()
 {
-    const BoxBild bild = BoxRechnen(kartei_.FachInfo);
-    umgebung_.zustand.VollstesFach = bild.VollstesFach;
-    kasten_->SetOffen(kartei_.IsOpen());
-    kasten_->Zeigen(bild);
+    kasten_->Zeigen(Rechnen());
     HinweiseZeigen();
+}
+
+// What the window says about the open file.
+void LBOX::StandZeigen()
+{
+    lKartei_->setText(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName)
+                                       : QStringLiteral("Keine Kartei geöffnet"));
+    lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
+    karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
+    BoxZeichnen();
 }
 
 // The next step, wherever the keys of the box lead to none.
@@ -146,7 +223,7 @@ QString LBOX::Tastenhinweis() const
     if (KartenImSpiel(kartei_.FachInfo) > 0 && !IrgendeinFachSpielbar(kartei_.FachInfo))
         return QStringLiteral("Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
                               "oder Extras › Alle Karten nach Neu");
-    const int fach = umgebung_.zustand.VollstesFach;
+    const int fach = zustand_.VollstesFach;
     return QStringLiteral("Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln")
         .arg(fach == FachNeu ? QStringLiteral("Neu") : QStringLiteral("Fach %1").arg(fach));
 }
@@ -154,6 +231,22 @@ QString LBOX::Tastenhinweis() const
 void LBOX::SetTongeraet(bool vorhanden)
 {
     lTongeraet_->setVisible(!vorhanden);
+}
+
+void LBOX::Form_KeyPress(const QKeyEvent &taste)
+{
+    if (taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter || taste.key() == Qt::Key_Space) {
+        lernlauf_.Image0_Click(zustand_.VollstesFach);
+        return;
+    }
+    const QString text = taste.text();
+    const QChar zeichen = text.isEmpty() ? QChar() : text.front();
+    if (zeichen >= u'1' && zeichen <= u'5')
+        lernlauf_.Image0_Click(zeichen.unicode() - u'0');
+    else if (zeichen.toLower() == u'n')
+        lernlauf_.Image0_Click(FachNeu);
+    else if (zeichen.toLower() == u'w')
+        wuerfelspiel_.PicWürfel_Click();
 }
 
 void LBOX::keyPressEvent(QKeyEvent *event)
@@ -174,15 +267,15 @@ void LBOX::showEvent(QShowEvent *event)
 
 void LBOX::closeEvent(QCloseEvent *event)
 {
-    if (beschaeftigt_) {
+    if (Beschaeftigt()) {
         event->ignore();
-        umgebung_.beenden();
+        emit BeendenGewuenscht();
         return;
     }
     if (fenster_.DarfSchliessen && !fenster_.DarfSchliessen()) {
         event->ignore();
         return;
     }
-    AutomatikAus();
+    automatik_.AutomatikAus();
     event->accept();
 }

@@ -5,6 +5,7 @@
 #include "Bild.h"
 #include "BildBox.h"
 #include "Flaeche.h"
+#include "KarteLoeschen.h"
 #include "Mediendatei.h"
 #include "RichTextBox.h"
 #include "Schritt.h"
@@ -22,7 +23,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace {
@@ -383,9 +383,7 @@ void PFUse::UrteilZeigen(bool richtig, const QString &bild)
 void PFUse::Clöschen_Click()
 {
     CardStore &store = umgebung_.store;
-    const int karten = std::accumulate(store.FachInfo.begin(), store.FachInfo.end(), 0,
-                                       [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
-    if (karten == 1) {
+    if (IstLetzteKarte(store.FachInfo, Erledigte::Zaehlen)) {
         umgebung_.meldungen.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
         return;
     }
@@ -395,13 +393,13 @@ void PFUse::Clöschen_Click()
     // The end of the session may have stored the verdict meanwhile: the card is asked no more.
     if (!isVisible())
         return;
-    // Counted only when the card is gone: the box shows what is stored.
-    const bool geloescht =
-        Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
-            store.Karten().Delete();
-            qint16 &anzahl = store.FachInfo.at(static_cast<std::size_t>(karte_.FachNr)).Anzahl;
-            anzahl = Plus16(anzahl, -1);
-        });
+    bool geloescht = false;
+    Schritt(umgebung_.meldungen, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
+        const Loeschung loeschung = KarteLoeschen(store);
+        geloescht = loeschung.geloescht;
+        if (loeschung.fehler)
+            throw *loeschung.fehler;
+    });
     if (!geloescht)
         return;
     umgebung_.zustand.AbfrageErgebnis = 11;

@@ -6,6 +6,7 @@
 #include "AppConfig.h"
 #include "BoxZustand.h"
 #include "CardStore.h"
+#include "Kartenabfrage.h"
 #include "Meldungen.h"
 #include "Zufall.h"
 
@@ -47,15 +48,7 @@ struct AbfrageUmgebung
 class PFUse final : public QDialog
 {
 public:
-    // How a query ended. Abgebrochen: closed before there was a verdict; AbfrageErgebnis is as it was, and
-    // the caller neither moves nor counts anything.
-    enum class Ausgang
-    {
-        Abgebrochen,
-        Beurteilt,
-        Bearbeiten,
-        Geloescht
-    };
+    using Ausgang = Kartenabfrage::Ausgang;
 
     explicit PFUse(AbfrageUmgebung umgebung, QWidget *parent = nullptr);
 

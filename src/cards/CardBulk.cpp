@@ -3,7 +3,7 @@
 #include "CardBulk.h"
 
 #include "CardValue.h"
-#include "FachInfo.h"
+#include "FachNummern.h"
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
@@ -74,7 +74,7 @@ void CheckFits(std::int64_t lfdNr)
 
 } // namespace
 
-int CloseUpCompartment(SQLite::Database &database, int fachNr)
+int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt)
 {
     SQLite::Statement away(database,
                            R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
@@ -82,12 +82,19 @@ int CloseUpCompartment(SQLite::Database &database, int fachNr)
     away.bind(2, fachNr);
     away.exec();
 
-    SQLite::Statement find(database,
-                           R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=?1 ORDER BY "FachLfdNr")");
+    // Without a number to come last, ?2 is null and both comparisons hold for no card.
+    SQLite::Statement find(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=?1 OR "FrageNr"=?2 )"
+                                     R"(ORDER BY "FrageNr" IS ?2,"FachLfdNr")");
     find.bind(1, fachNr);
+    if (zuletzt)
+        find.bind(2, *zuletzt);
     const Rows rows = FindRows(find);
-    WriteRows(database, R"(UPDATE "Lernkarten" SET "FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
-              [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
+    CheckFits(Count(rows));
+    WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=?3,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows, {},
+              [fachNr](SQLite::Statement &statement, int place) {
+                  statement.bind(2, place + 1);
+                  statement.bind(3, fachNr);
+              });
     return Count(rows);
 }
 

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace SQLite {
 class Database;
@@ -19,9 +20,10 @@ class Database;
 // reach each card that is meant exactly once, however the index order shifts under the work, in time that
 // grows with the cards.
 
-// Gives the cards of compartment `fachNr` the running numbers 1 to n in their order; returns n. `database` is
-// the one of the recordset, within CardRecordset::Past.
-int CloseUpCompartment(SQLite::Database &database, int fachNr);
+// Closes up the running numbers of compartment `fachNr`: its cards keep their order and get 1 to n. The card
+// of the number `zuletzt`, wherever it lies, goes to their back. Returns n; throws 6 where it passes 16 bits.
+// `database` is the one of the recordset, within CardRecordset::Past.
+int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt = {});
 
 // How many cards lie where: adding cards and moving some to compartment 0 changes it.
 using BoxState = std::array<double, 3>;

@@ -13,12 +13,10 @@
 #include <QFileInfo>
 #include <sqlite3.h>
 
-#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -79,23 +77,13 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
 
 void Harden(SQLite::Database &database)
 {
+    Distrust(database);
     sqlite3 *handle = database.getHandle();
-    constexpr std::array<std::pair<int, int>, 7> settings{{
-        {SQLITE_DBCONFIG_DEFENSIVE, 1},
-        {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-        {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
-        {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
-        {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
-        {SQLITE_DBCONFIG_DQS_DML, 0},
-        {SQLITE_DBCONFIG_DQS_DDL, 0},
-    }};
-    for (const auto &[setting, value] : settings)
-        sqlite3_db_config(handle, setting, value, nullptr);
-    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 32'000'000); // bytes in one text or row
+    for (const int setting : {SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
+        sqlite3_db_config(handle, setting, 0, nullptr);
     // The cache takes the pages of a large box (64 MiB at most), so that walks do not read them again and
     // again.
-    database.exec("PRAGMA mmap_size=0; PRAGMA cell_size_check=ON; PRAGMA ignore_check_constraints=ON;"
-                  "PRAGMA cache_size=-65536;"
+    database.exec("PRAGMA ignore_check_constraints=ON; PRAGMA cache_size=-65536;"
                   "PRAGMA foreign_keys=OFF; PRAGMA temp_store=MEMORY");
 }
 
@@ -131,6 +119,17 @@ SQLite::Database OpenDatabase(const QString &path, int flags)
 }
 
 } // namespace
+
+void Distrust(SQLite::Database &database)
+{
+    sqlite3 *handle = database.getHandle();
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const int setting : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                              SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION})
+        sqlite3_db_config(handle, setting, 0, nullptr);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 32'000'000); // bytes in one text or row
+    database.exec("PRAGMA mmap_size=0; PRAGMA cell_size_check=ON");
+}
 
 void ThrowStoreError(const SQLite::Exception &error, const QString &path)
 {

@@ -75,6 +75,10 @@ private:
     std::optional<State> state_;
 };
 
+// For a file of somebody else: nothing in its schema runs, and no row is believed to be longer than 32 MB.
+// Throws SQLite::Exception.
+void Distrust(SQLite::Database &database);
+
 // Throws StoreError 3024, 76, 3051 or 3049 (empty) where CardFile would not even look into the file at
 // `path`.
 void CheckAccess(const QString &path, CardFile::Access access);

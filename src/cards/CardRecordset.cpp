@@ -4,7 +4,7 @@
 
 #include "CardCursor.h"
 #include "CardValue.h"
-#include "FachInfo.h"
+#include "Zahl16.h"
 
 namespace {
 

@@ -19,6 +19,11 @@ CardKind KindOf(int column)
     return static_cast<CardKind>(At(column).member.index());
 }
 
+bool IsShortText(int column)
+{
+    return QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");
+}
+
 std::string QuotedColumn(int column)
 {
     return '"' + std::string(At(column).name) + '"';
@@ -110,8 +115,7 @@ void CheckWritable(const QVariant &value, int column)
                              QStringLiteral("Überlauf im Feld „%1“: Es fasst Zahlen von -32768 bis 32767.")
                                  .arg(ShownName(column)));
     } else if (KindOf(column) == CardKind::Text) {
-        const bool isShort = QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");
-        if (isShort && value.toString().size() > MaxTextLength)
+        if (IsShortText(column) && value.toString().size() > MaxTextLength)
             throw StoreError(Fehler::TextZuLang,
                              QStringLiteral("Der Text im Feld „%1“ ist länger als %2 Zeichen.")
                                  .arg(ShownName(column))

@@ -23,6 +23,8 @@ enum class CardKind
     Flag
 };
 CardKind KindOf(int column);
+// Is it a text column that takes at most MaxTextLength characters?
+bool IsShortText(int column);
 std::string QuotedColumn(int column);
 
 // What the engine delivers. Throws StoreError 13 where the file holds another type.

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardEditor.h"
 
+#include "KarteLoeschen.h"
 #include "Schritt.h"
 
 #include <QScopeGuard>
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <optional>
 
 namespace {
@@ -61,18 +61,6 @@ bool AufKarte(const CardFieldHandles &felder)
         if (fehler.Number() == Fehler::KeinDatensatz)
             return false;
         throw;
-    }
-}
-
-// After a failure of the disk: all may have been written before it. Nothing where it cannot be read.
-std::optional<bool> StehtInDerKartei(CardRecordset &karten, double nummer)
-{
-    try {
-        const auto nachNummer = NachNummer(karten);
-        karten.Seek(Comparison::Equal, nummer);
-        return !karten.NoMatch();
-    } catch (const StoreError &) {
-        return std::nullopt;
     }
 }
 
@@ -165,7 +153,7 @@ bool CardEditor::StoreCard()
 
 bool CardEditor::StoreNew(Kartenblatt blatt, Vorlage vorlage)
 {
-    Fach &fach = kartei_.FachInfo[FachNeu];
+    Faecher danach = kartei_.FachInfo;
     bool versucht = false;
     const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
@@ -187,20 +175,26 @@ bool CardEditor::StoreNew(Kartenblatt blatt, Vorlage vorlage)
         // A number that is handed out stays so, even when the card is not stored after all.
         ++kartei_.HighestCardNumber;
         felder.FachNr.Set(FachNeu);
-        fach.LfdMax = Plus16(fach.LfdMax, 1);
-        felder.FachLfdNr.Set(fach.LfdMax);
+        felder.FachLfdNr.Set(danach.Anhaengen(FachNeu));
         felder.FrageNr.Set(kartei_.HighestCardNumber);
         WriteFields(blatt, felder);
         RohtexteSchreiben(texte, blatt, felder);
         versucht = true;
         karten.Update();
     });
-    if (!gespeichert && versucht && StehtInDerKartei(kartei_.Karten(), kartei_.HighestCardNumber) == true) {
+    const std::optional<bool> steht = gespeichert ? true
+                                      : !versucht
+                                          ? false
+                                          : StehtInDerKartei(kartei_.Karten(), kartei_.HighestCardNumber);
+    if (!steht)
+        danach.Entnehmen(FachNeu); // its running number may be taken
+    if (steht != false)
+        kartei_.FachInfo = danach;
+    if (!gespeichert && steht == true) {
         // Stored again it must not be there twice.
         neu_ = false;
         cardDirty = true;
         nummer_ = kartei_.HighestCardNumber;
-        fach.Anzahl = Plus16(fach.Anzahl, 1);
         formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
         return false;
     }
@@ -210,7 +204,6 @@ bool CardEditor::StoreNew(Kartenblatt blatt, Vorlage vorlage)
     }
     NewCardForm();
     Schritt(meldungen_, SpeicherFehler, [&] {
-        fach.Anzahl = Plus16(fach.Anzahl, 1);
         // The file's first card: the recordset is to stand on it.
         if (kartei_.HighestCardNumber == 1) {
             kartei_.Karten().MovePrevious();
@@ -366,25 +359,23 @@ void CardEditor::Löschen()
         meldungen_.Zeigen(QStringLiteral("Eine neue Karte kann nicht gelöscht werden"));
         return;
     }
-    // The done cards do not count.
-    const int karten = std::accumulate(kartei_.FachInfo.begin(), kartei_.FachInfo.begin() + FachErledigt, 0,
-                                       [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
-    if (karten == 1) {
+    if (IstLetzteKarte(kartei_.FachInfo, Erledigte::ZaehlenNicht)) {
         meldungen_.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
         return;
     }
     if (meldungen_.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
         Meldungen::Antwort::Ja)
         return;
-    Fach *fach = nullptr;
-    const bool geloescht = Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
+    bool geloescht = false;
+    Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
         StandOnShownCard();
-        fach = &kartei_.FachInfo.at(static_cast<std::size_t>(kartei_.Felder().FachNr.Integer()));
-        kartei_.Karten().Delete();
+        const Loeschung loeschung = KarteLoeschen(kartei_);
+        geloescht = loeschung.geloescht;
+        if (loeschung.fehler)
+            throw *loeschung.fehler;
     });
-    if (!geloescht && (!fach || StehtInDerKartei(kartei_.Karten(), nummer_) != false))
+    if (!geloescht)
         return;
-    fach->Anzahl = Plus16(fach->Anzahl, -1);
     cardDirty = false;
     CVor();
 }

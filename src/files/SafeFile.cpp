@@ -2,12 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "SafeFile.h"
 
-#include "CardFile.h"
 #include "FileHandle.h"
-#include "JournalFile.h"
 #include "StoreError.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -24,56 +21,14 @@
 
 namespace {
 
-// Opened without waiting, as a pipe would for its other end.
-class Descriptor
+Bytes BytesOf(const QByteArray &content)
 {
-public:
-    Descriptor(const QString &path, int flags)
-        : file_(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NONBLOCK, 0666))
-    {
-        if (file_.Get() < 0) {
-            ThrowFileError(errno, path);
-        }
-    }
-
-    int Number() const { return file_.Get(); }
-
-private:
-    FileHandle file_;
-};
-
-// A pipe or a device may never end.
-void CheckRegular(const Descriptor &file, const QString &path)
-{
-    struct stat status = {};
-    if (fstat(file.Number(), &status) != 0) {
-        ThrowFileError(errno, path);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        ThrowFileError(S_ISDIR(status.st_mode) ? EISDIR : ENXIO, path);
-    }
+    return {reinterpret_cast<const std::uint8_t *>(content.constData()),
+            static_cast<std::size_t>(content.size())};
 }
 
-void Sync(const Descriptor &file, const QString &path)
-{
-    if (fsync(file.Number()) != 0) {
-        ThrowFileError(errno, path);
-    }
-}
+} // namespace
 
-void WriteAll(const Descriptor &file, const char *data, size_t size, const QString &path)
-{
-    for (size_t done = 0; done < size;) {
-        const ssize_t count = write(file.Number(), data + done, size - done);
-        if (count >= 0) {
-            done += static_cast<size_t>(count);
-        } else if (errno != EINTR) {
-            ThrowFileError(errno, path);
-        }
-    }
-}
-
-// Users know the place, not the name under which a file is made beside it.
 void WithPlaceNamed(const QString &temporary, const QString &place, const std::function<void()> &step)
 {
     try {
@@ -82,8 +37,6 @@ void WithPlaceNamed(const QString &temporary, const QString &place, const std::f
         throw StoreError(error.Number(), error.Text().replace(temporary, place));
     }
 }
-
-} // namespace
 
 void ThrowFileError(int error, const QString &path)
 {
@@ -128,12 +81,11 @@ void ThrowFileError(int error, const QString &path)
 
 QByteArray ReadFile(const QString &path, qint64 limit)
 {
-    const Descriptor file(path, O_RDONLY);
-    CheckRegular(file, path);
+    const FileHandle file = OpenRegular(path);
     QByteArray content;
     while (content.size() <= limit) {
         char buffer[16384];
-        const ssize_t count = read(file.Number(), buffer, sizeof buffer);
+        const ssize_t count = read(file.Get(), buffer, sizeof buffer);
         if (count == 0) {
             return content;
         }
@@ -147,22 +99,22 @@ QByteArray ReadFile(const QString &path, qint64 limit)
                                                   .arg(QString::number(limit / 1024), path));
 }
 
-void WriteFileSynced(const QString &path, const QByteArray &content)
+void WriteFileSynced(const QString &path, const QByteArray &content, mode_t mode)
 {
-    const Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
-    WriteAll(file, content.constData(), static_cast<size_t>(content.size()), path);
+    const FileHandle file = OpenFile(path, O_WRONLY | O_CREAT | O_TRUNC, mode);
+    WriteAll(file, BytesOf(content), path);
     Sync(file, path);
 }
 
 void SyncFile(const QString &path)
 {
-    Sync(Descriptor(path, O_RDONLY), path);
+    Sync(OpenFile(path, O_RDONLY), path);
 }
 
 void SyncDirectory(const QString &path)
 {
-    const Descriptor directory(path, O_RDONLY | O_DIRECTORY);
-    if (fsync(directory.Number()) != 0 && errno != EINVAL && errno != ENOTSUP) {
+    const FileHandle directory = OpenFile(path, O_RDONLY | O_DIRECTORY);
+    if (fsync(directory.Get()) != 0 && errno != EINVAL && errno != ENOTSUP) {
         ThrowFileError(errno, path);
     }
 }
@@ -170,18 +122,22 @@ void SyncDirectory(const QString &path)
 void ReplaceFile(const QString &temporary, const QString &target)
 {
     {
-        const Descriptor file(temporary, O_RDONLY);
+        const FileHandle file = OpenFile(temporary, O_RDONLY);
         struct stat old = {};
         if (stat(QFile::encodeName(target).constData(), &old) == 0) {
             // File systems without permissions refuse this; the content is what matters.
-            (void)fchmod(file.Number(), old.st_mode & 07777);
+            (void)fchmod(file.Get(), old.st_mode & 07777);
         }
         Sync(file, temporary);
     }
-    if (rename(QFile::encodeName(temporary).constData(), QFile::encodeName(target).constData()) != 0) {
-        ThrowFileError(errno, target);
-    }
-    SyncDirectory(QFileInfo(target).path());
+    RenameSynced(temporary, target);
+}
+
+void RenameSynced(const QString &from, const QString &to)
+{
+    if (rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        ThrowFileError(errno, to);
+    SyncDirectory(QFileInfo(to).path());
 }
 
 void RewriteFile(const QString &target, const QByteArray &content)
@@ -202,16 +158,15 @@ void RewriteFile(const QString &target, const QByteArray &content)
 
 void CopyFile(const QString &from, const QString &to)
 {
-    const Descriptor source(from, O_RDONLY);
-    CheckRegular(source, from);
-    const Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL);
-    std::vector<char> buffer(1 << 20);
+    const FileHandle source = OpenRegular(from);
+    const FileHandle copy = OpenFile(to, O_WRONLY | O_CREAT | O_EXCL);
+    std::vector<std::uint8_t> buffer(1 << 20);
     for (;;) {
-        const ssize_t count = read(source.Number(), buffer.data(), buffer.size());
+        const ssize_t count = read(source.Get(), buffer.data(), buffer.size());
         if (count == 0)
             return;
         if (count > 0)
-            WriteAll(copy, buffer.data(), static_cast<size_t>(count), to);
+            WriteAll(copy, Bytes(buffer).first(static_cast<std::size_t>(count)), to);
         else if (errno != EINTR)
             ThrowFileError(errno, from);
     }
@@ -238,13 +193,30 @@ void KeepUnderName(const QString &file, const QString &name)
     }
 }
 
-bool SameFile(const QString &one, const QString &other)
+bool SameFile(const QString &one, const QString &other, Links links)
 {
+    const auto look = links == Links::Followed ? stat : lstat;
     struct stat first = {};
     struct stat second = {};
-    return stat(QFile::encodeName(one).constData(), &first) == 0 &&
-           stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+    return look(QFile::encodeName(one).constData(), &first) == 0 &&
+           look(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
            first.st_ino == second.st_ino;
+}
+
+bool IsNameTaken(const QString &path)
+{
+    struct stat status = {};
+    return lstat(QFile::encodeName(path).constData(), &status) == 0;
+}
+
+QString BesideName(const QString &path, const QString &suffix)
+{
+    constexpr qsizetype longest = 255 - 8; // bytes; room for "-journal"
+    const QFileInfo info(path);
+    QString name = info.fileName();
+    while (!name.isEmpty() && QFile::encodeName(name + suffix).size() > longest)
+        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
+    return info.dir().filePath(name + suffix);
 }
 
 DirectoryLock::DirectoryLock(const QString &directory)
@@ -275,60 +247,4 @@ QString Resolved(const QString &place)
 {
     const QFileInfo info(place);
     return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-}
-
-void ClearFreshFiles(const QString &directory) noexcept
-{
-    const int lock = open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (lock < 0)
-        return;
-    // Where a file is just being made the lock is taken.
-    if (flock(lock, LOCK_EX | LOCK_NB) == 0) {
-        const QDir place(directory);
-        for (const QString &name :
-             place.entryList({QStringLiteral(".paukfix-*.neu"), QStringLiteral(".paukfix-*.neu-journal")},
-                             QDir::Files | QDir::Hidden))
-            QFile::remove(place.filePath(name));
-    }
-    close(lock);
-}
-
-FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFileInfo(place_).absolutePath())
-{
-    const QFileInfo info(place_);
-    // The engine would only say that it cannot open the file.
-    if (faccessat(AT_FDCWD, QFile::encodeName(info.absolutePath()).constData(), W_OK | X_OK, AT_EACCESS) != 0)
-        ThrowFileError(errno, place_);
-    // The same name for the same place, and short whatever the place is called.
-    const QByteArray mark =
-        QCryptographicHash::hash(QFile::encodeName(info.fileName()), QCryptographicHash::Md5).toHex();
-    path_ = QStringLiteral("%1/.paukfix-%2.neu").arg(info.absolutePath(), QLatin1String(mark));
-    Clear();
-}
-
-FreshFile::~FreshFile()
-{
-    Clear();
-}
-
-void FreshFile::Clear() const
-{
-    QFile::remove(path_);
-    QFile::remove(path_ + QStringLiteral("-journal"));
-}
-
-void FreshFile::Make(const std::function<void(const QString &path)> &make)
-{
-    WithPlaceNamed(path_, place_, [&] { make(path_); });
-}
-
-void FreshFile::TakePlace()
-{
-    WithPlaceNamed(path_, place_, [&] {
-        SyncFile(path_);
-        EndUnfinishedChange(place_); // the old file may have to stay, and would have lost its journal
-        for (const char *suffix : companionSuffixes)
-            QFile::remove(place_ + QLatin1String(suffix));
-        ReplaceFile(path_, place_);
-    });
 }

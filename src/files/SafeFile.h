@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <sys/types.h>
 
 // Files that outlast a killed program, a full disk and a power cut. What must last is written beside its
 // place and synced, takes the place in one rename, and the directory is synced: at every moment the old or
@@ -20,8 +21,8 @@
 // pipe would never end) and 7 above the limit.
 QByteArray ReadFile(const QString &path, qint64 limit);
 
-// Creates or overwrites the file with `content` and syncs it. A kill may leave part of it.
-void WriteFileSynced(const QString &path, const QByteArray &content);
+// Creates (with `mode`) or overwrites the file with `content` and syncs it. A kill may leave part of it.
+void WriteFileSynced(const QString &path, const QByteArray &content, mode_t mode = 0666);
 
 void SyncFile(const QString &path);
 // A file system that cannot sync directories is taken as it is.
@@ -37,6 +38,13 @@ void ReplaceFile(const QString &temporary, const QString &target);
 // at the same time: see DirectoryLock.
 void RewriteFile(const QString &target, const QByteArray &content);
 
+// Runs `step`; its errors name `place` instead of `temporary`: users know the place, not the name under which
+// a file is made beside it.
+void WithPlaceNamed(const QString &temporary, const QString &place, const std::function<void()> &step);
+
+// Renames, and syncs the directory of the new name.
+void RenameSynced(const QString &from, const QString &to);
+
 // Copies a file; nothing may stand at `to`. Not synced.
 void CopyFile(const QString &from, const QString &to);
 
@@ -44,8 +52,21 @@ void CopyFile(const QString &from, const QString &to);
 // the file system knows no second names, a copy gets it.
 void KeepUnderName(const QString &file, const QString &name);
 
+enum class Links
+{
+    Followed,
+    Themselves // a link is a file of its own
+};
+
 // True when both paths lead to the same existing file (device and inode), however they are spelled.
-bool SameFile(const QString &one, const QString &other);
+bool SameFile(const QString &one, const QString &other, Links links = Links::Followed);
+
+// Does anything stand under this name, be it a link that leads nowhere?
+bool IsNameTaken(const QString &path);
+
+// `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before
+// it.
+QString BesideName(const QString &path, const QString &suffix);
 
 // The place itself, in full, or what a link that stands there leads to: a link stays a link, and what belongs
 // to a file lies beside the file.
@@ -64,34 +85,3 @@ public:
 private:
     int descriptor_;
 };
-
-// A file that is made beside its place, under a name of its own, and takes the place in one step when it is
-// whole. Until then, and when it is given up, what stands at the place is not touched. What a kill leaves is
-// used again by the next attempt, or removed by ClearFreshFiles.
-class FreshFile
-{
-public:
-    // Keeps the directory locked as long as it lives.
-    explicit FreshFile(const QString &place);
-    FreshFile(const FreshFile &) = delete;
-    FreshFile &operator=(const FreshFile &) = delete;
-    ~FreshFile();
-
-    // Runs `make` with the path to make it at, where nothing stands yet. Errors name the place instead.
-    void Make(const std::function<void(const QString &path)> &make);
-
-    // Journals of an old database at the place go first: the engine would roll them into the new file. What
-    // they hold is in the old file then, so that it is whole where it stays after all; throws where that
-    // fails, as EndUnfinishedChange tells.
-    void TakePlace();
-
-private:
-    void Clear() const;
-
-    QString place_;
-    QString path_;
-    DirectoryLock lock_;
-};
-
-// Removes what killed programs left of fresh files in the directory, unless one is just being made there.
-void ClearFreshFiles(const QString &directory) noexcept;

@@ -137,16 +137,16 @@ void JetCards::FindCards()
         const auto record = table_.Record(place);
         if (!record)
             continue;
-        CardCell cell;
-        cell.rowid = static_cast<std::int64_t>(candidates.size()) + 1;
-        cell.page = place.page;
-        cell.offset = place.row;
-        cell.number = record->Number(*columns_[ColFrageNr]).value_or(CardCell::None);
-        cell.compartment = record->Number(*columns_[ColFachNr]).value_or(CardCell::None);
-        cell.place = record->Number(*columns_[ColFachLfdNr]).value_or(CardCell::None);
+        FoundCard card;
+        card.rowid = static_cast<std::int64_t>(candidates.size()) + 1;
+        card.source = places_.size();
+        places_.push_back(place);
+        card.number = record->Number(*columns_[ColFrageNr]).value_or(FoundCard::None);
+        card.compartment = record->Number(*columns_[ColFachNr]).value_or(FoundCard::None);
+        card.place = record->Number(*columns_[ColFachLfdNr]).value_or(FoundCard::None);
         // The engine kept its keys in indexes too: what stands in a row may be believed.
-        cell.whole = cell.confirmed = cell.placed = true;
-        candidates.push_back({cell, 0, 0, 0, {}});
+        card.whole = card.confirmed = card.placed = true;
+        candidates.push_back({card, 0, 0, 0, {}});
     }
     plans_ = GiveKeys(std::move(candidates), CardWitness());
     const auto found = static_cast<std::uint32_t>(plans_.size());
@@ -156,7 +156,7 @@ void JetCards::FindCards()
 SalvagedCard JetCards::Read(const CardPlan &plan)
 {
     SalvagedCard card;
-    const auto record = table_.Record({plan.cell.page, plan.cell.offset});
+    const auto record = table_.Record(places_[plan.card.source]);
     QStringList cut, lost;
     qsizetype textBytes = 0;
     for (std::size_t i = 0; record && i < columns_.size(); ++i) {

@@ -36,6 +36,7 @@ private:
     JetFile file_;
     JetTable table_;
     std::array<const JetColumn *, CardColumnCount> columns_{}; // null where the table lacks one
+    std::vector<JetPlace> places_;                             // of the cards, as they were found
     std::vector<CardPlan> plans_;
     std::uint32_t lost_ = 0;
 };

@@ -2,10 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "JetConversion.h"
 
+#include "FreshFile.h"
 #include "JetCards.h"
-#include "RepairFiles.h"
+#include "JetSource.h"
 #include "RepairReport.h"
-#include "SafeFile.h"
 #include "SalvageWriter.h"
 #include "StoreError.h"
 
@@ -34,11 +34,6 @@ RepairReport WriteCards(const QString &from, const QString &to)
     return report;
 }
 
-bool Exists(const QString &path)
-{
-    return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
-}
-
 } // namespace
 
 JetNames ConversionNames(const QString &path)
@@ -49,15 +44,21 @@ JetNames ConversionNames(const QString &path)
         JetNames names{BesideName(real, QStringLiteral(".altes-Format") + number),
                        BesideName(real, QStringLiteral(".Umwandlung") + number + QStringLiteral(".txt"))};
         // The same file: a conversion was killed before the new file took its place.
-        if (SameFile(names.oldFile, real) || (!Exists(names.oldFile) && !Exists(names.report)))
+        if (SameFile(names.oldFile, real, Links::Themselves) ||
+            (!IsNameTaken(names.oldFile) && !IsNameTaken(names.report)))
             return names;
     }
+}
+
+void CheckConvertible(const QString &path)
+{
+    static_cast<void>(JetCards(path));
 }
 
 QString ConvertJetFile(const QString &path)
 {
     FreshFile fresh(path); // holds the directory's lock
-    if (!JetFile::Recognises(path))
+    if (!IsJetFile(path))
         return {};
     RepairReport report;
     fresh.Make([&](const QString &file) { report = WriteCards(path, file); });
@@ -66,12 +67,12 @@ QString ConvertJetFile(const QString &path)
     const QString real = QFileInfo(path).canonicalFilePath();
     auto goBack = qScopeGuard([&] {
         // The new file may have taken its place already: the old one has no other name then.
-        if (JetFile::Recognises(real)) {
+        if (IsJetFile(real)) {
             QFile::remove(names.report);
             QFile::remove(names.oldFile);
         }
     });
-    if (!SameFile(names.oldFile, real))
+    if (!SameFile(names.oldFile, real, Links::Themselves))
         KeepUnderName(real, names.oldFile);
     // Told before it is so: a kill in between must not take the report away.
     QFile::remove(names.report);

@@ -2,21 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "JetFile.h"
 
-#include "PageReader.h"
-#include "SafeFile.h"
+#include "JetSource.h"
 #include "StoreError.h"
-
-#include <QFile>
+#include "TolerantRead.h"
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <cmath>
 #include <cstring>
-#include <fcntl.h>
 #include <numeric>
 #include <string_view>
-#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -30,19 +25,6 @@ constexpr std::size_t dateAt = 0x72; // version 4: when the database was made
 constexpr std::size_t headerSize = 0x98;
 
 using Header = std::array<std::uint8_t, headerSize>;
-
-FileHandle OpenReadOnly(const QString &path, std::int64_t &size)
-{
-    // Not blocking, as opening a pipe would wait for its writer.
-    FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat info = {};
-    if (file.Get() < 0 || fstat(file.Get(), &info) != 0)
-        ThrowFileError(errno, path);
-    if (!S_ISREG(info.st_mode))
-        ThrowFileError(ENXIO, path);
-    size = info.st_size;
-    return file;
-}
 
 bool BeginsAsJet(const Header &header)
 {
@@ -118,18 +100,16 @@ double LittleDouble(Bytes bytes, std::size_t at)
     return std::bit_cast<double>(Little32(bytes, at) | std::uint64_t{Little32(bytes, at + 4)} << 32U);
 }
 
-bool JetFile::Recognises(const QString &path)
+bool IsJetFile(const QString &path)
 {
     try {
-        std::int64_t size = 0;
-        const FileHandle file = OpenReadOnly(path, size);
-        return BeginsAsJet(ReadHeader(file.Get()));
+        return BeginsAsJet(ReadHeader(OpenRegular(path).Get()));
     } catch (const StoreError &) {
         return false;
     }
 }
 
-JetFile::JetFile(const QString &path) : path_(path), file_(OpenReadOnly(path, size_))
+JetFile::JetFile(const QString &path) : path_(path), file_(OpenRegular(path)), size_(SizeOf(file_, path))
 {
     CheckHeader();
     const auto pageSize = static_cast<std::int64_t>(Layout().pageSize);

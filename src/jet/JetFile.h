@@ -2,20 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "RepairFiles.h"
+#include "FileHandle.h"
 
 #include <QString>
 
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 // Databases of the Jet engine, version 3 and 4, in which card files were kept before: numbers, pages and
 // rows. The file is only ever opened for reading, and nothing here trusts it: every offset is checked.
-
-using Bytes = std::span<const std::uint8_t>;
 
 // Numbers are stored with the low byte first. The bytes must be there.
 std::uint32_t Little16(Bytes bytes, std::size_t at);
@@ -56,14 +53,12 @@ struct JetRow
     std::vector<std::uint8_t> bytes;
 };
 
+// An open database. Its owner reads it page by page; a few pages are kept.
 class JetFile
 {
 public:
     // The owner of pages that hold parts of long texts.
     static constexpr std::uint32_t LongValues = 0x4C41564C;
-
-    // Does the file begin as those of the engine do, of whatever version? False where nothing can be read.
-    static bool Recognises(const QString &path);
 
     // Throws StoreError: 53, 76, 3051 where it cannot be opened, 3031 for a file with a password, 3343 for an
     // encrypted one, for another version than 3 and 4 and for another code page than Windows-1252.
@@ -102,8 +97,8 @@ private:
     };
 
     QString path_;
-    std::int64_t size_ = 0; // before the file, whose opening sets it
     FileHandle file_;
+    std::int64_t size_ = 0;
     bool version4_ = false;
     std::uint32_t pageCount_ = 0;
     std::array<Slot, 64> slots_;

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardKeys.h"
 
-#include "FachInfo.h"
+#include "FachNummern.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,8 +18,8 @@ constexpr int MostNumber = std::numeric_limits<std::int16_t>::max();
 // Greater is better: which of two cards keeps the number that both bear.
 auto NumberRank(const CardPlan &plan)
 {
-    const CardCell &cell = plan.cell;
-    return std::tuple(cell.confirmed, cell.whole, cell.reached, cell.rowid);
+    const FoundCard &card = plan.card;
+    return std::tuple(card.confirmed, card.whole, card.reached, card.rowid);
 }
 
 // Cards and places are counted from 1; anything below is believed only where an index says the same.
@@ -61,7 +61,7 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
     std::map<int, std::vector<CardPlan>> byNumber;
     std::vector<CardPlan> without;
     for (CardPlan &plan : candidates) {
-        if (const auto number = Key(plan.cell.number, plan.cell.confirmed))
+        if (const auto number = Key(plan.card.number, plan.card.confirmed))
             byNumber[*number].push_back(std::move(plan));
         else
             without.push_back(std::move(plan));
@@ -72,14 +72,14 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
             witness_.SortCopies(plans);
         plans.erase(std::unique(plans.begin(), plans.end(),
                                 [](const CardPlan &one, const CardPlan &other) {
-                                    return one.cell.rowid == other.cell.rowid;
+                                    return one.card.rowid == other.card.rowid;
                                 }),
                     plans.end());
         std::sort(plans.begin(), plans.end(), [](const CardPlan &one, const CardPlan &other) {
             return NumberRank(one) > NumberRank(other);
         });
         plans.front().number = number;
-        if (const auto inIndex = witness_.NumberOf(plans.front().cell); inIndex && *inIndex != number)
+        if (const auto inIndex = witness_.NumberOf(plans.front().card); inIndex && *inIndex != number)
             plans.front().remarks.push_back(
                 {Remark::Kind::Doubtful,
                  QStringLiteral("der Index nennt die Nummer %1 für sie").arg(*inIndex)});
@@ -94,7 +94,7 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
     for (const CardPlan &plan : plans_)
         taken.insert(plan.number);
     for (CardPlan &plan : without) {
-        const auto number = witness_.NumberOf(plan.cell);
+        const auto number = witness_.NumberOf(plan.card);
         if (!number || !taken.insert(*number).second) {
             fresh.push_back(std::move(plan));
             continue;
@@ -125,7 +125,7 @@ void KeyGiver::GiveFreshNumbers(std::vector<CardPlan> &without)
         while (taken.contains(next))
             ++next;
         const QString old =
-            std::isnan(plan.cell.number) ? QString() : QStringLiteral(" (%1)").arg(plan.cell.number);
+            std::isnan(plan.card.number) ? QString() : QStringLiteral(" (%1)").arg(plan.card.number);
         RemarkChange(plan,
                      QStringLiteral("Nummer%1 war unbrauchbar oder schon vergeben, neu vergeben").arg(old));
         plans_.push_back(std::move(plan));
@@ -141,15 +141,15 @@ void KeyGiver::GivePlaces()
         if (isNew)
             return;
         // plans_ runs by number, so the owner's number is the lower one
-        const auto rank = [](const CardCell &cell) { return std::tuple(cell.placed, !cell.uncertain); };
-        const bool takesOver = rank(plan.cell) > rank(owner->second->cell);
+        const auto rank = [](const FoundCard &card) { return std::tuple(card.placed, !card.uncertain); };
+        const bool takesOver = rank(plan.card) > rank(owner->second->card);
         toBack.push_back(takesOver ? std::exchange(owner->second, &plan) : &plan);
     };
     for (CardPlan &plan : plans_) {
-        auto compartment = WholeCompartment(plan.cell.compartment);
-        auto place = Key(plan.cell.place, plan.cell.placed);
+        auto compartment = WholeCompartment(plan.card.compartment);
+        auto place = Key(plan.card.place, plan.card.placed);
         if (!compartment || !place) {
-            const auto known = witness_.PlaceOf(plan.cell);
+            const auto known = witness_.PlaceOf(plan.card);
             if (known && (!compartment || compartment == known->compartment) &&
                 (!place || place == known->place)) {
                 compartment = known->compartment;

@@ -2,16 +2,33 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardCells.h"
 #include "SalvagedCard.h"
 
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
+
+// A card that a reader has found, and what is known of it.
+struct FoundCard
+{
+    static constexpr double None = std::numeric_limits<double>::quiet_NaN();
+
+    std::int64_t rowid = 0;
+    double number = None, compartment = None, place = None; // FrageNr, FachNr, FachLfdNr; None for null
+    std::size_t source = 0; // the reader's own count, by which it finds the card again
+    bool reached = false;   // the table's tree leads to it
+    bool confirmed = false; // the index on FrageNr knows this number and row
+    bool placed = false;    // the index "BoxKey" knows this place and row
+    bool whole = false;     // all parts of the record are there
+    bool uncertain = false; // nothing tells whether it was deleted
+    bool disputed = false;  // nothing tells whether another state of it that is there is the newer one
+};
 
 // A card that goes into a new card file, with the keys that it gets there.
 struct CardPlan
 {
-    CardCell cell;
+    FoundCard card;
     int number = 0;
     int compartment = 0;
     int place = 0;
@@ -34,9 +51,9 @@ public:
     virtual ~CardWitness() = default;
 
     // The number and the place that an index names for the card's row.
-    virtual std::optional<int> NumberOf(const CardCell & /*cell*/) const { return std::nullopt; }
+    virtual std::optional<int> NumberOf(const FoundCard & /*card*/) const { return std::nullopt; }
 
-    virtual std::optional<Place> PlaceOf(const CardCell & /*cell*/) const { return std::nullopt; }
+    virtual std::optional<Place> PlaceOf(const FoundCard & /*card*/) const { return std::nullopt; }
 
     // Brings cards that bear one number into the order of their rows, the best copy of each row first.
     virtual void SortCopies(std::vector<CardPlan> & /*plans*/) const {}

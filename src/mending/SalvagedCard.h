@@ -3,23 +3,16 @@
 #pragma once
 
 #include "CardRecord.h"
-#include "CardSurvey.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <variant>
 #include <vector>
-
-enum class TextEncoding : std::uint8_t
-{
-    Utf8,
-    Utf16LittleEndian,
-    Utf16BigEndian
-};
 
 // What is told of a saved card in the report.
 struct Remark
@@ -49,16 +42,11 @@ struct SalvagedCard
     bool HasText() const;
 };
 
-// Takes the values out of a record. A text that breaks off is kept up to there; what lies behind the break is
-// null; both are remarked.
-SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding);
 // Adds remarks on content that does not look right, and sets numbers to 0 that the program could not read.
 void CheckContent(SalvagedCard &card);
 // A column's name as a reader of the report knows it.
 QString ColumnText(int column);
 // Remarks the columns whose texts break off and those whose value could not be read.
 void RemarkGaps(SalvagedCard &card, const QStringList &cut, const QStringList &lost);
-// How the texts of these cards are encoded, judged by the texts themselves.
-TextEncoding FindEncoding(const CardSurvey &survey);
 // The value as a 16-bit whole number; nothing for anything else.
 std::optional<int> Whole16(double value);

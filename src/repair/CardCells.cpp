@@ -2,21 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardCells.h"
 
-#include <algorithm>
-#include <string_view>
+#include "CardValue.h"
 
-bool IsTextColumn(int column)
-{
-    static const auto isText = [] {
-        std::array<bool, CardColumnCount> kinds{};
-        for (int i = 0; i < CardColumnCount; ++i)
-            kinds[static_cast<std::size_t>(i)] =
-                std::string_view(CardColumns()[static_cast<std::size_t>(i)].declaredType).find("TEXT") !=
-                std::string_view::npos;
-        return kinds;
-    }();
-    return isText[static_cast<std::size_t>(column)];
-}
+#include <algorithm>
 
 namespace {
 
@@ -24,7 +12,7 @@ bool FitsColumn(int column, std::uint64_t serialType)
 {
     if (serialType == 0)
         return true;
-    return IsTextColumn(column) ? IsTextType(serialType) : IsNumberType(serialType);
+    return KindOf(column) == CardKind::Text ? IsTextType(serialType) : IsNumberType(serialType);
 }
 
 // Reads the head's own length, which must be one that 52 serial types can have.

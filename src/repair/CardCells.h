@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardKeys.h"
 #include "CardRecord.h"
 #include "PageReader.h"
 
 #include <array>
 #include <functional>
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -27,28 +27,17 @@ std::optional<CardShape> ReadCardShape(Bytes start, std::uint64_t payload);
 // The same question asked of the part in the page only, which may end within the record's head: cheap, and
 // says no to nearly everything that is no card.
 bool LooksLikeCard(Bytes start, std::uint64_t payload);
-bool IsTextColumn(int column);
 
 // A card found in the pages of a damaged file; its texts are not read yet.
-struct CardCell
+struct CardCell : FoundCard
 {
-    static constexpr double None = std::numeric_limits<double>::quiet_NaN();
-
-    std::int64_t rowid = 0;
-    double number = None, compartment = None, place = None; // FrageNr, FachNr, FachLfdNr; None for null
-    std::uint32_t page = 0;                                 // 0: only the engine can read this card
-    std::uint32_t offset = 0;                               // of the cell in the page
+    std::uint32_t page = 0;   // 0: only the engine can read this card
+    std::uint32_t offset = 0; // of the cell in the page
     std::uint32_t end = 0;    // first byte of the page behind what is left of the cell there
     bool overwritten = false; // another card begins where this one should go on
     bool inside = false;      // begins inside a card that a pointer leads to
     bool pointed = true; // the page's own pointers lead to it, false where it was found by searching the page
-    bool reached = false;         // the table's tree leads to it
-    bool free = false;            // its page is on the free list
-    bool confirmed = false;       // the index on FrageNr knows this number and row
-    bool placed = false;          // the index "BoxKey" knows this place and row
-    bool whole = false;           // all parts of the record are there
-    bool uncertain = false;       // nothing tells whether it was deleted
-    bool disputed = false;        // nothing tells whether another state of it that is there is the newer one
+    bool free = false;   // its page is on the free list
     std::uint32_t pageFaults = 0; // cards of its page that the indexes contradict
 };
 

@@ -19,35 +19,48 @@ CardSalvage::CardSalvage(const CardSurvey &survey, EngineReader &engine)
 {
     std::vector<CardPlan> candidates;
     std::unordered_set<int> numbers;
+    std::size_t source = 0;
+    const auto add = [&](const FoundCard &card) {
+        candidates.push_back({card, 0, 0, 0, {}});
+        candidates.back().card.source = source;
+    };
     for (const CardCell &cell : survey.Cards()) {
-        candidates.push_back({cell, 0, 0, 0, {}});
+        add(cell);
+        ++source;
         if (const auto number = Whole16(cell.number))
             numbers.insert(*number);
     }
     for (const CardCell &cell : engine.Cards()) {
         const auto number = Whole16(cell.number);
         if (!survey.HasSeen(cell.rowid) && (!number || numbers.insert(*number).second))
-            candidates.push_back({cell, 0, 0, 0, {}});
+            add(cell);
+        ++source;
     }
     plans_ = GiveKeys(std::move(candidates), *this);
+}
+
+const CardCell &CardSalvage::CellOf(const FoundCard &card) const
+{
+    const std::size_t surveyed = survey_.Cards().size();
+    return card.source < surveyed ? survey_.Cards()[card.source] : engine_.Cards()[card.source - surveyed];
 }
 
 int CardSalvage::WholeCards() const
 {
     return static_cast<int>(
-        std::count_if(plans_.begin(), plans_.end(), [](const CardPlan &plan) { return plan.cell.whole; }));
+        std::count_if(plans_.begin(), plans_.end(), [](const CardPlan &plan) { return plan.card.whole; }));
 }
 
-std::optional<int> CardSalvage::NumberOf(const CardCell &cell) const
+std::optional<int> CardSalvage::NumberOf(const FoundCard &card) const
 {
     const auto &known = survey_.Indexes().Numbers();
-    const auto entry = known.find(cell.rowid);
+    const auto entry = known.find(card.rowid);
     return entry == known.end() ? std::nullopt : Whole16(entry->second);
 }
 
-std::optional<CardWitness::Place> CardSalvage::PlaceOf(const CardCell &cell) const
+std::optional<CardWitness::Place> CardSalvage::PlaceOf(const FoundCard &card) const
 {
-    const auto known = survey_.Indexes().PlaceOf(cell.rowid);
+    const auto known = survey_.Indexes().PlaceOf(card.rowid);
     if (!known)
         return std::nullopt;
     const auto compartment = WholeCompartment(known->compartment);
@@ -67,19 +80,19 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
         const auto rank = [&](const CardCell &cell) {
             return std::tuple(cell.whole, key(cell), cell.page, cell.offset);
         };
-        return one.cell.rowid != other.cell.rowid ? one.cell.rowid < other.cell.rowid
-                                                  : rank(one.cell) > rank(other.cell);
+        return one.card.rowid != other.card.rowid ? one.card.rowid < other.card.rowid
+                                                  : rank(CellOf(one.card)) > rank(CellOf(other.card));
     };
     std::sort(plans.begin(), plans.end(), byRank);
     plans.resize(std::min(plans.size(), mostCopies));
     // Of equally whole copies the one whose content looks right stands first, else all stay in their order.
     std::vector<std::tuple<std::int64_t, bool, std::size_t, CardPlan>> judged;
     for (CardPlan &plan : plans) {
-        auto card = ReadValues(plan.cell);
+        auto card = ReadValues(CellOf(plan.card));
         if (card)
             CheckContent(*card);
         const std::size_t doubts = card ? card->remarks.size() : 0;
-        judged.emplace_back(plan.cell.rowid, !plan.cell.whole, doubts, std::move(plan));
+        judged.emplace_back(plan.card.rowid, !plan.card.whole, doubts, std::move(plan));
     }
     std::stable_sort(judged.begin(), judged.end(), [](const auto &one, const auto &other) {
         return std::tie(std::get<0>(one), std::get<1>(one), std::get<2>(one)) <
@@ -87,12 +100,12 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
     });
     std::size_t best = 0;
     for (std::size_t i = 1; i < judged.size(); ++i) {
-        CardCell &first = std::get<3>(judged[best]).cell;
-        const CardCell &rival = std::get<3>(judged[i]).cell;
+        FoundCard &first = std::get<3>(judged[best]).card;
+        const CardCell &rival = CellOf(std::get<3>(judged[i]).card);
         if (first.rowid != rival.rowid)
             best = i;
         else if (rival.whole && (!survey_.IsWiped() || (!rival.free && survey_.MayBeInUse(rival))) &&
-                 !SameRecord(first, rival))
+                 !SameRecord(CellOf(first), rival))
             first.disputed = true;
     }
     plans.clear();
@@ -112,15 +125,16 @@ bool CardSalvage::SameRecord(const CardCell &one, const CardCell &other) const
 
 bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
 {
-    if (one.cell.page == 0 || other.cell.page == 0)
+    const CardCell &oneCell = CellOf(one.card), &otherCell = CellOf(other.card);
+    if (oneCell.page == 0 || otherCell.page == 0)
         return false;
-    const CardBytes first = survey_.Read(one.cell), second = survey_.Read(other.cell);
+    const CardBytes first = survey_.Read(oneCell), second = survey_.Read(otherCell);
     // Behind the keys, which may have changed, all values are the same.
     constexpr std::size_t firstValue = 3;
     const auto isThere = [](const CardBytes &record) {
         return record.shape.offsets[firstValue] <= record.bytes.size();
     };
-    return one.cell.whole && other.cell.whole && isThere(first) && isThere(second) &&
+    return one.card.whole && other.card.whole && isThere(first) && isThere(second) &&
            std::equal(first.shape.types.begin() + firstValue, first.shape.types.end(),
                       second.shape.types.begin() + firstValue) &&
            std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[firstValue]),
@@ -131,16 +145,16 @@ bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
 
 std::optional<SalvagedCard> CardSalvage::Read(const CardPlan &plan) const
 {
-    auto card = ReadValues(plan.cell);
-    if (!card || (!plan.cell.whole && !card->HasText()))
+    auto card = ReadValues(CellOf(plan.card));
+    if (!card || (!plan.card.whole && !card->HasText()))
         return std::nullopt;
     ApplyKeys(*card, plan);
     CheckContent(*card);
-    if (plan.cell.disputed)
+    if (plan.card.disputed)
         card->remarks.push_back(
             {Remark::Kind::Uncertain,
              QStringLiteral("stand in zwei Fassungen in der Datei, dies ist vielleicht die ältere")});
-    if (plan.cell.uncertain)
+    if (plan.card.uncertain)
         card->remarks.push_back({Remark::Kind::Uncertain, QStringLiteral("war vielleicht schon gelöscht")});
     return card;
 }
@@ -149,7 +163,7 @@ std::vector<int> CardSalvage::MissingNumbers() const
 {
     std::unordered_set<std::int64_t> saved;
     for (const CardPlan &plan : plans_)
-        saved.insert(plan.cell.rowid);
+        saved.insert(plan.card.rowid);
     std::set<int> missing;
     for (const auto &[row, number] : survey_.Indexes().Numbers())
         if (const auto whole = Whole16(number);

@@ -4,6 +4,7 @@
 
 #include "CardKeys.h"
 #include "CardSurvey.h"
+#include "CardText.h"
 #include "EngineReader.h"
 
 #include <QString>
@@ -30,10 +31,11 @@ public:
     std::vector<int> MissingNumbers() const;
 
 private:
-    std::optional<int> NumberOf(const CardCell &cell) const override;
-    std::optional<Place> PlaceOf(const CardCell &cell) const override;
+    std::optional<int> NumberOf(const FoundCard &card) const override;
+    std::optional<Place> PlaceOf(const FoundCard &card) const override;
     void SortCopies(std::vector<CardPlan> &plans) const override;
     bool SameContent(const CardPlan &one, const CardPlan &other) const override;
+    const CardCell &CellOf(const FoundCard &card) const;
     bool SameRecord(const CardCell &one, const CardCell &other) const;
     std::optional<SalvagedCard> ReadValues(const CardCell &cell) const;
 

@@ -3,42 +3,48 @@
 #include "DamagedCards.h"
 
 #include "CardFile.h"
+#include "DamagedState.h"
 #include "EngineLocks.h"
-
-#include <QFile>
+#include "FileHandle.h"
+#include "SalvagedSource.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
 namespace {
 
 FileHandle OpenLocked(const QString &path)
 {
     CheckAccess(path, CardFile::Access::ReadOnly);
-    FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    FileHandle file = OpenFile(path, O_RDONLY);
     LockCardFile(file.Get(), F_RDLCK, path);
     return file;
 }
 
-std::int64_t SizeOf(const FileHandle &file)
+class DamagedCards final : public SalvagedSource
 {
-    struct stat info = {};
-    return fstat(file.Get(), &info) == 0 ? info.st_size : 0;
-}
+public:
+    DamagedCards(const QString &path, const Fortschritt &fortschritt)
+        : SalvagedSource(path),
+          file_(OpenLocked(path)),
+          engine_(path, EngineReader::Access::ReadOnly),
+          state_(file_.Get(), SizeOf(file_, path), engine_, fortschritt)
+    {
+        Begin(state_.salvage.Cards(), static_cast<qint64>(state_.salvage.MissingNumbers().size()));
+    }
+
+    QString Remark() const override { return IsDamaged() + QStringLiteral("Alle Karten ließen sich lesen."); }
+
+private:
+    std::optional<SalvagedCard> ReadCard(const CardPlan &plan) override { return state_.salvage.Read(plan); }
+
+    FileHandle file_;
+    EngineReader engine_;
+    DamagedState state_;
+};
 
 } // namespace
 
-DamagedState::DamagedState(int file, std::int64_t size, EngineReader &engine, const Fortschritt &fortschritt)
-    : reader(file, size, FindGeometry(file, size, fortschritt)),
-      survey(reader, fortschritt),
-      salvage(survey, engine)
+std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Fortschritt &fortschritt)
 {
-}
-
-DamagedCards::DamagedCards(const QString &path, const Fortschritt &fortschritt)
-    : path_(path),
-      file_(OpenLocked(path)),
-      engine_(path, EngineReader::Access::ReadOnly),
-      state_(file_.Get(), SizeOf(file_), engine_, fortschritt)
-{
+    return std::make_unique<DamagedCards>(path, fortschritt);
 }

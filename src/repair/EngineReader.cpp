@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EngineReader.h"
 
+#include "CardFile.h"
+#include "CardValue.h"
 #include "EngineLocks.h"
 
 #include <QFile>
@@ -64,14 +66,8 @@ EngineReader::EngineReader(const QString &path, Access access)
                 SQLite::OPEN_READONLY | SQLite::OPEN_URI);
         else
             database_ = std::make_unique<SQLite::Database>(name.constData(), SQLite::OPEN_READWRITE);
-        sqlite3 *handle = database_->getHandle();
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-        sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 32'000'000);
         const RoundLimit limit(*database_);
-        database_->exec("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
+        Distrust(*database_);
         PrepareReading();
     } catch (const SQLite::Exception &) {
         row_.reset();
@@ -138,7 +134,8 @@ std::optional<SalvagedCard> EngineReader::Read(std::int64_t rowid)
         SalvagedCard card;
         for (int i = 0; i < CardColumnCount; ++i)
             if (const int column = columns_[static_cast<std::size_t>(i)]; column >= 0)
-                card.values[static_cast<std::size_t>(i)] = ValueOf(row_->getColumn(column), IsTextColumn(i));
+                card.values[static_cast<std::size_t>(i)] =
+                    ValueOf(row_->getColumn(column), KindOf(i) == CardKind::Text);
         return card;
     } catch (const SQLite::Exception &) {
         return std::nullopt;

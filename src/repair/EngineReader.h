@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardCells.h"
 #include "SalvagedCard.h"
 
 #include <QString>

@@ -82,48 +82,6 @@ std::optional<double> RecordNumber(std::uint64_t serialType, Bytes value)
     return static_cast<double>(static_cast<std::int64_t>(bits));
 }
 
-std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, std::size_t wanted)
-{
-    constexpr std::size_t sector = 512;
-    std::size_t done = 0;
-    std::size_t step = wanted;
-    while (done < wanted) {
-        const auto part = std::min(step, wanted - done);
-        const ssize_t got = pread(file, target + done, part, offset + static_cast<std::int64_t>(done));
-        if (got > 0) {
-            done += static_cast<std::size_t>(got);
-        } else if (got == 0) {
-            break;
-        } else if (errno == EINTR) {
-            continue;
-        } else if (part > sector) {
-            step = sector; // a block that cannot be read costs only itself
-        } else {
-            std::fill_n(target + done, part, std::uint8_t{0});
-            done += part;
-        }
-    }
-    std::fill(target + done, target + wanted, std::uint8_t{0});
-    return done;
-}
-
-std::vector<DataPart> DataParts(int file, std::int64_t size)
-{
-    std::vector<DataPart> parts;
-    for (std::int64_t at = 0; at < size;) {
-        const std::int64_t from = lseek(file, at, SEEK_DATA);
-        if (from < 0 && errno == ENXIO) // only a hole is left
-            break;
-        const std::int64_t to = from < 0 ? -1 : lseek(file, from, SEEK_HOLE);
-        if (to <= from)
-            return {{0, size}};
-        if (from < size)
-            parts.push_back({from, std::min(to, size)});
-        at = to;
-    }
-    return parts;
-}
-
 PageReader::PageReader(int file, std::int64_t size, PageGeometry geometry)
     : file_(file), size_(size), geometry_(geometry), parts_(DataParts(file, size))
 {

@@ -2,17 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "TolerantRead.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 // The file format of SQLite, read without the engine: numbers, pages and the cells of b-tree pages, as
 // https://www.sqlite.org/fileformat2.html describes them. Nothing here trusts the file: every offset is
 // checked.
-
-using Bytes = std::span<const std::uint8_t>;
 
 inline constexpr std::uint32_t MinPageSize = 512;
 inline constexpr std::uint32_t MaxPageSize = 65536;
@@ -38,16 +37,6 @@ struct PageGeometry
     std::uint32_t pageSize = 4096;
     std::uint32_t usable = 4096; // page size without the reserved bytes at its end
 };
-
-// A part of a file that the disk keeps; between the parts are holes, which read as zeros. In bytes.
-struct DataPart
-{
-    std::int64_t from = 0;
-    std::int64_t to = 0;
-};
-
-// In ascending order. The whole file is one where the file system does not tell.
-std::vector<DataPart> DataParts(int file, std::int64_t size);
 
 // Reads whole pages of an open file, whatever its state.
 class PageReader
@@ -80,10 +69,6 @@ private:
     std::uint32_t pageCount_;
     std::vector<DataPart> parts_;
 };
-
-// Reads up to `wanted` bytes at `offset`; blocks that the disk does not give become zeros. Returns the bytes
-// that are in the file there.
-std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, std::size_t wanted);
 
 // A row of a table as its leaf page holds it.
 struct LeafCell

@@ -3,19 +3,15 @@
 #include "Repair.h"
 
 #include "CardFile.h"
-#include "DamagedCards.h"
+#include "DamagedState.h"
 #include "RepairFiles.h"
 #include "RepairReport.h"
 #include "SalvageWriter.h"
 #include "StoreError.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 #include <SQLiteCpp/Exception.h>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace {
 
@@ -56,8 +52,8 @@ int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt 
     files.MakeCopy(fortschritt);
     // An unfinished transaction is rolled back in the copy now.
     EngineReader engine(files.CopyPath());
-    const FileHandle copy(open(QFile::encodeName(files.CopyPath()).constData(), O_RDONLY | O_CLOEXEC));
-    const std::int64_t size = QFileInfo(files.CopyPath()).size();
+    const FileHandle copy = OpenRegular(files.CopyPath());
+    const std::int64_t size = SizeOf(copy, files.CopyPath());
 
     int cards = 0;
     try {

@@ -5,9 +5,10 @@
 #include "CardSchema.h"
 #include "EngineLocks.h"
 #include "JournalFile.h"
-#include "PageReader.h"
 #include "Repair.h"
+#include "SafeFile.h"
 #include "StoreError.h"
+#include "TolerantRead.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,9 +17,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
@@ -56,135 +57,53 @@ ResultNames NamesOf(const QString &path, int count)
             BesideName(path, QStringLiteral(".Reparatur") + number + QStringLiteral(".txt"))};
 }
 
-[[noreturn]] void ThrowFileError(int error, const QString &path)
+// What is wrong with the files, as it stands to who wants this file repaired.
+StoreError ForRepair(const StoreError &error, const QString &path)
 {
-    switch (error) {
-    case ENOENT:
-        throw StoreError(Fehler::KarteiNichtGefunden,
-                         QStringLiteral("Die Datei „%1“ wurde nicht gefunden.").arg(path));
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        throw StoreError(
-            Fehler::DatentraegerVoll,
-            QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert.").arg(path));
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden.").arg(path));
-    case EIO:
-        throw StoreError(Fehler::GeraeteFehler,
-                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+    const auto named = [&](int number, const QString &text) { return StoreError(number, text.arg(path)); };
+    switch (error.Number()) {
+    case Fehler::DateiNichtGefunden:
+    case Fehler::PfadNichtGefunden:
+        return named(Fehler::KarteiNichtGefunden, QStringLiteral("Die Datei „%1“ wurde nicht gefunden."));
+    case Fehler::DatentraegerVoll:
+        return named(error.Number(),
+                     QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert."));
+    case Fehler::NichtErlaubt:
+        return named(error.Number(), QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden."));
+    case Fehler::GeraeteFehler:
+        return named(error.Number(), QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“."));
     default:
-        throw StoreError(
-            error, QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“ (Nummer %2).").arg(path).arg(error));
+        return error;
     }
 }
 
-void Check(bool done, const QString &path)
+// Runs `step` upon the files of the repair of `path`.
+void OnFiles(const QString &path, const std::function<void()> &step)
 {
-    if (!done)
-        ThrowFileError(errno, path);
-}
-
-FileHandle Open(const QString &path, int flags)
-{
-    FileHandle file(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0600));
-    Check(file.Get() >= 0, path);
-    return file;
-}
-
-void WriteAll(const FileHandle &file, Bytes bytes, const QString &path)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = write(file.Get(), bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        Check(written > 0, path);
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    try {
+        step();
+    } catch (const StoreError &error) {
+        throw ForRepair(error, path);
     }
-}
-
-bool Exists(const QString &path)
-{
-    struct stat info = {};
-    return lstat(QFile::encodeName(path).constData(), &info) == 0;
-}
-
-bool IsSameFile(const QString &one, const QString &other)
-{
-    struct stat first = {}, second = {};
-    return lstat(QFile::encodeName(one).constData(), &first) == 0 &&
-           lstat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
-}
-
-std::int64_t SizeOf(const FileHandle &file, const QString &path)
-{
-    struct stat info = {};
-    Check(fstat(file.Get(), &info) == 0, path);
-    return info.st_size;
-}
-
-void Sync(const QString &path)
-{
-    Check(fsync(Open(path, O_RDONLY).Get()) == 0, path);
-}
-
-// Blocks that the disk does not give are zeros in the copy; holes stay holes.
-void CopyFile(const FileHandle &from, const QString &to, const Fortschritt &fortschritt = {})
-{
-    const FileHandle target = Open(to, O_WRONLY | O_CREAT | O_EXCL);
-    const std::int64_t size = SizeOf(from, to);
-    std::vector<std::uint8_t> block(std::size_t{1} << 20);
-    const std::vector<DataPart> parts = DataParts(from.Get(), size);
-    const std::int64_t end = parts.empty() ? 0 : parts.back().to;
-    for (const DataPart &part : parts)
-        for (std::int64_t at = part.from; at < part.to;) {
-            if (fortschritt)
-                fortschritt(static_cast<int>(at >> 20), static_cast<int>((end >> 20) + 1));
-            const auto wanted = static_cast<std::size_t>(
-                std::min<std::int64_t>(static_cast<std::int64_t>(block.size()), part.to - at));
-            const std::size_t got = ReadTolerant(from.Get(), at, block.data(), wanted);
-            if (got == 0)
-                break;
-            Check(lseek(target.Get(), at, SEEK_SET) == at, to);
-            WriteAll(target, Bytes(block).first(got), to);
-            at += static_cast<std::int64_t>(got);
-        }
-    Check(ftruncate(target.Get(), size) == 0, to);
-}
-
-void Rename(const QString &from, const QString &to)
-{
-    Check(rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0, to);
 }
 
 } // namespace
 
-QString BesideName(const QString &path, const QString &suffix)
-{
-    constexpr qsizetype longest = 255 - 8; // bytes; room for "-journal"
-    const QFileInfo info(path);
-    QString name = info.fileName();
-    while (!name.isEmpty() && QFile::encodeName(name + suffix).size() > longest)
-        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
-    return info.dir().filePath(name + suffix);
-}
-
 RepairFiles::RepairFiles(const QString &path) : path_(QFileInfo(path).canonicalFilePath())
 {
-    if (path_.isEmpty())
-        ThrowFileError(ENOENT, path);
+    OnFiles(path, [&] {
+        if (path_.isEmpty())
+            ThrowFileError(ENOENT, path);
+    });
+    OpenDamaged();
     work_ = WorkDirectory(path_);
-    Lock();
-    for (const QString &suffix : {QStringLiteral("-journal"), QStringLiteral("-wal"), QStringLiteral("-shm")})
-        if (Exists(path_ + suffix))
-            companions_ << suffix;
+    for (const char *suffix : companionSuffixes)
+        if (IsNameTaken(path_ + QLatin1String(suffix)))
+            companions_ << QLatin1String(suffix);
     ChooseNames();
     QDir(work_).removeRecursively(); // of a repair that was killed
-    Check(mkdir(QFile::encodeName(work_).constData(), 0700) == 0, path_);
+    if (mkdir(QFile::encodeName(work_).constData(), 0700) != 0)
+        OnFiles(path_, [&] { ThrowFileError(errno, path_); });
 }
 
 RepairFiles::~RepairFiles()
@@ -192,36 +111,37 @@ RepairFiles::~RepairFiles()
     QDir(work_).removeRecursively();
 }
 
-void RepairFiles::Lock()
+void RepairFiles::OpenDamaged()
 {
-    const QByteArray name = QFile::encodeName(path_);
-    // A special file could block here.
-    int file = open(name.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
-    const bool writable = file >= 0;
-    if (!writable && (errno == EACCES || errno == EROFS))
-        file = open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    Check(file >= 0, path_);
-    damaged_ = FileHandle(file);
-    struct stat info = {};
-    Check(fstat(file, &info) == 0, path_);
-    if (!S_ISREG(info.st_mode))
+    int lock = F_WRLCK;
+    OnFiles(path_, [&] {
+        try {
+            damaged_ = OpenFile(path_, O_RDWR);
+        } catch (const StoreError &error) {
+            if (error.Number() != Fehler::NichtErlaubt)
+                throw;
+            damaged_ = OpenFile(path_, O_RDONLY);
+            lock = F_RDLCK;
+        }
+        size_ = SizeOf(damaged_, path_);
+    });
+    if (!S_ISREG(StatusOf(damaged_, path_).st_mode))
         ThrowNoRegularFile(path_);
-    size_ = info.st_size;
-
-    LockCardFile(file, writable ? F_WRLCK : F_RDLCK, path_);
+    LockCardFile(damaged_.Get(), lock, path_);
 }
 
 void RepairFiles::ChooseNames()
 {
     // A repair that was killed may have given the damaged file its second name.
     const auto isFree = [this](const QString &suffix) {
-        return !Exists(aside_ + suffix) || IsSameFile(aside_ + suffix, path_ + suffix);
+        return !IsNameTaken(aside_ + suffix) || SameFile(aside_ + suffix, path_ + suffix, Links::Themselves);
     };
     for (int count = 1;; ++count) {
         const ResultNames names = NamesOf(path_, count);
         aside_ = names.aside;
         report_ = names.report;
-        if (isFree({}) && !Exists(report_) && std::all_of(companions_.begin(), companions_.end(), isFree))
+        if (isFree({}) && !IsNameTaken(report_) &&
+            std::all_of(companions_.begin(), companions_.end(), isFree))
             return;
     }
 }
@@ -245,55 +165,43 @@ QString RepairFiles::ForUsers(QString text) const
 
 void RepairFiles::MakeCopy(const Fortschritt &fortschritt) const
 {
-    CopyFile(damaged_, CopyPath(), fortschritt);
-    for (const QString &suffix : companions_)
-        if (suffix != u"-shm") // the engine makes it anew from the log
-            CopyFile(Open(path_ + suffix, O_RDONLY | O_NOFOLLOW | O_NONBLOCK), CopyPath() + suffix);
+    OnFiles(path_, [&] {
+        CopyTolerant(damaged_, CopyPath(), fortschritt);
+        for (const QString &suffix : companions_)
+            if (suffix != u"-shm") // the engine makes it anew from the log
+                CopyTolerant(OpenFile(path_ + suffix, O_RDONLY | O_NOFOLLOW), CopyPath() + suffix);
+    });
     if (companions_.contains(QStringLiteral("-journal")))
         ForgetOtherFiles(CopyPath() + QStringLiteral("-journal"));
 }
 
 void RepairFiles::WriteReport(const QByteArray &text) const
 {
-    const QString path = ReportDraft(work_);
-    const FileHandle file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
-    WriteAll(
-        file,
-        {reinterpret_cast<const std::uint8_t *>(text.constData()), static_cast<std::size_t>(text.size())},
-        path);
-    Check(fsync(file.Get()) == 0, path);
+    OnFiles(path_, [&] { WriteFileSynced(ReportDraft(work_), text, 0600); });
 }
 
 void RepairFiles::KeepAside(const QString &from, const QString &to) const
 {
-    if (IsSameFile(from, to) ||
+    if (SameFile(from, to, Links::Themselves) ||
         link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
         return;
-    Check(errno != EEXIST, to);
+    if (errno == EEXIST)
+        ThrowFileError(errno, to);
     // a file system without hard links
     const QString copy = AsideDraft(work_);
-    CopyFile(Open(from, O_RDONLY | O_NOFOLLOW), copy);
-    Sync(copy);
-    Rename(copy, to);
-}
-
-void RepairFiles::SyncDirectory() const
-{
-    const QString directory = QFileInfo(path_).absolutePath();
-    const FileHandle file = Open(directory, O_RDONLY | O_DIRECTORY);
-    // Some network file systems cannot sync a directory and need not.
-    Check(fsync(file.Get()) == 0 || errno == EINVAL || errno == ENOTSUP, directory);
+    CopyTolerant(OpenFile(from, O_RDONLY | O_NOFOLLOW), copy);
+    SyncFile(copy);
+    RenameSynced(copy, to);
 }
 
 // The file belongs to whom the damaged one belongs, as far as this user may say so, and is on the disk.
 void RepairFiles::HandOver(const QString &file) const
 {
-    struct stat info = {};
-    Check(fstat(damaged_.Get(), &info) == 0, path_);
-    const FileHandle handle = Open(file, O_RDWR);
-    static_cast<void>(fchown(handle.Get(), info.st_uid, info.st_gid) == 0);
-    static_cast<void>(fchmod(handle.Get(), info.st_mode & 07777) == 0);
-    Check(fsync(handle.Get()) == 0, file);
+    const struct stat owner = StatusOf(damaged_, path_);
+    const FileHandle handle = OpenFile(file, O_RDWR);
+    static_cast<void>(fchown(handle.Get(), owner.st_uid, owner.st_gid) == 0);
+    static_cast<void>(fchmod(handle.Get(), owner.st_mode & 07777) == 0);
+    Sync(handle, file);
 }
 
 void RepairFiles::Swap() const
@@ -305,13 +213,11 @@ void RepairFiles::Swap() const
             KeepAside(path_ + suffix, aside_ + suffix);
             kept << suffix;
         }
-        SyncDirectory();
+        SyncDirectory(QFileInfo(path_).absolutePath());
         if (HasCompanions())
             RetireCompanions();
-        Rename(NewPath(), path_);
-        SyncDirectory();
-        Rename(ReportDraft(work_), report_);
-        SyncDirectory();
+        RenameSynced(NewPath(), path_);
+        RenameSynced(ReportDraft(work_), report_);
     } catch (const StoreError &error) {
         // Back to the names of before, the journal before the file that it belongs to.
         for (auto suffix = kept.crbegin(); suffix != kept.crend(); ++suffix)
@@ -319,9 +225,9 @@ void RepairFiles::Swap() const
                    QFile::encodeName(path_ + *suffix).constData());
         // Two names of one file stay both when the one is renamed to the other.
         for (const QString &suffix : kept)
-            if (IsSameFile(aside_ + suffix, path_ + suffix))
+            if (SameFile(aside_ + suffix, path_ + suffix, Links::Themselves))
                 unlink(QFile::encodeName(aside_ + suffix).constData());
-        throw StoreError(error.Number(), ForUsers(error.Text()));
+        throw ForRepair(error, path_);
     }
 }
 
@@ -330,25 +236,25 @@ void RepairFiles::Swap() const
 void RepairFiles::RetireCompanions() const
 {
     HandOver(CopyPath());
-    Rename(CopyPath(), path_);
-    SyncDirectory();
+    RenameSynced(CopyPath(), path_);
     for (const QString &suffix : companions_)
-        Check(unlink(QFile::encodeName(path_ + suffix).constData()) == 0 || errno == ENOENT, path_);
-    SyncDirectory();
+        if (unlink(QFile::encodeName(path_ + suffix).constData()) != 0 && errno != ENOENT)
+            ThrowFileError(errno, path_);
+    SyncDirectory(QFileInfo(path_).absolutePath());
 }
 
 void RemoveRepairLeftovers(const QString &path)
 {
     const QString real = QFileInfo(path).canonicalFilePath();
     const QString work = WorkDirectory(real);
-    if (real.isEmpty() || !Exists(work))
+    if (real.isEmpty() || !IsNameTaken(work))
         return;
-    if (const QString draft = ReportDraft(work); Exists(draft) && !Exists(NewFile(work))) {
+    if (const QString draft = ReportDraft(work); IsNameTaken(draft) && !IsNameTaken(NewFile(work))) {
         // Killed when the new file was in its place already: its report follows.
         int count = 1;
-        while (Exists(NamesOf(real, count + 1).aside))
+        while (IsNameTaken(NamesOf(real, count + 1).aside))
             ++count;
-        if (const QString report = NamesOf(real, count).report; !Exists(report))
+        if (const QString report = NamesOf(real, count).report; !IsNameTaken(report))
             rename(QFile::encodeName(draft).constData(), QFile::encodeName(report).constData());
     }
     QDir(work).removeRecursively();

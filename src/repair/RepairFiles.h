@@ -54,12 +54,11 @@ public:
     void Swap() const;
 
 private:
-    void Lock();
+    void OpenDamaged();
     void ChooseNames();
     void HandOver(const QString &file) const;
     void KeepAside(const QString &from, const QString &to) const;
     void RetireCompanions() const;
-    void SyncDirectory() const;
 
     QString path_;
     QString work_;
@@ -68,7 +67,3 @@ private:
     std::int64_t size_ = 0;
     QStringList companions_; // suffixes of the engine's files that stand beside the damaged one
 };
-
-// `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before
-// it.
-QString BesideName(const QString &path, const QString &suffix);

@@ -4,39 +4,17 @@
 
 #include "CardBulk.h"
 #include "CardFile.h"
+#include "CardSource.h"
 #include "CardValue.h"
-#include "DamagedCards.h"
-#include "JetCards.h"
-#include "RepairReport.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <optional>
 #include <string>
-#include <tuple>
 
 namespace {
-
-constexpr qint16 highest16 = std::numeric_limits<qint16>::max();
-
-// What a card is copied with, beside its keys.
-constexpr std::array copiedColumns{
-    "Antworttyp",         "Picture_1_Name",     "Picture_2_Name",
-    "Picture_3_Name",     "Picture_4_Name",     "Picture_5_Name",
-    "Picture_6_Name",     "Picture_7_Name",     "Picture_8_Name",
-    "Picture_9_Name",     "PictureTop",         "Pictureleft",
-    "Pictureheight",      "Picturewidth",       "Frage",
-    "Frage_Klartext",     "Antwort_1",          "Antwort_2",
-    "Antwort_3",          "Antwort_4",          "Antwort_5",
-    "Antwort_ch_1",       "Antwort_ch_2",       "Antwort_ch_3",
-    "Antwort_ch_4",       "Antwort_ch_5",       "Antwort_1_Klartext",
-    "Antwort_2_Klartext", "Antwort_3_Klartext", "Antwort_4_Klartext",
-    "Antwort_5_Klartext",
-};
 
 // One INSERT that is run for every card. Values are bound before Add() and must last until then.
 class Adder
@@ -55,20 +33,17 @@ public:
     // False when no further card can be added.
     bool Add()
     {
-        Fach &neu = store_.FachInfo[FachNeu];
-        if (neu.LfdMax == highest16)
-            neu.LfdMax = static_cast<qint16>(CloseUpCompartment(database_, FachNeu));
+        if (store_.FachInfo.Verbraucht(FachNeu))
+            store_.FachInfo.Aufgerueckt(FachNeu, CloseUpCompartment(database_, FachNeu));
         try {
+            Faecher then = store_.FachInfo;
             const qint16 number = Plus16(store_.HighestCardNumber, 1);
-            const qint16 place = Plus16(neu.LfdMax, 1);
-            const qint16 count = Plus16(neu.Anzahl, 1);
             insert_.bind(1, number);
-            insert_.bind(2, place);
+            insert_.bind(2, then.Anhaengen(FachNeu));
             insert_.exec();
             insert_.reset();
             store_.HighestCardNumber = number;
-            neu.LfdMax = place;
-            neu.Anzahl = count;
+            store_.FachInfo = then;
             ++added_.count;
             return true;
         } catch (const SQLite::Exception &error) {
@@ -136,12 +111,6 @@ private:
     SQLite::Statement insert_;
 };
 
-bool IsShortText(int column)
-{
-    return QLatin1String(CardColumns()[static_cast<std::size_t>(column)].declaredType) ==
-           QLatin1String("TEXT(250)");
-}
-
 // Binds `text`, which must last until the card is added, or nothing where a card cannot hold it.
 void BindText(Adder &adder, std::size_t value, int column, const std::string &text)
 {
@@ -171,43 +140,52 @@ void BindKnown(Adder &adder, std::size_t value, int column, const QVariant &from
     }
 }
 
-// Binds one value of a copied card. `text` holds what must last until the card is added.
-void CopyValue(Adder &adder, std::size_t value, int column, const SQLite::Column &from, std::string &text)
+// Binds one value of a copied card; it must last until that is added.
+void BindCopied(Adder &adder, std::size_t value, int column, const CopiedValue &from)
+{
+    if (from.kind == CopiedValue::Kind::Text)
+        BindText(adder, value, column, from.text);
+    else
+        BindKnown(adder, value, column,
+                  from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());
+}
+
+// Gives the next card the fields of the one on which the source stands. A value that the source has in
+// another type than a card can is left out.
+void BindCard(Adder &adder, CardSource &source, std::vector<CopiedValue> &values)
+{
+    const std::vector<int> &columns = CopiedColumns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        try {
+            source.Read(columns[i], values[i]);
+            BindCopied(adder, i, columns[i], values[i]);
+        } catch (const StoreError &error) {
+            adder.Note(error);
+            adder.Values().bind(Adder::Parameter(i));
+        }
+    }
+}
+
+// False where the source has no further card, or cannot be read on.
+bool StepOn(Adder &adder, CardSource &source)
 {
     try {
-        if (KindOf(column) == CardKind::Text && !from.isNull()) {
-            const char *bytes = from.getText(); // before getBytes(): it converts numbers
-            text.assign(bytes, static_cast<std::size_t>(from.getBytes()));
-            BindText(adder, value, column, text);
-            return;
-        }
-        BindKnown(adder, value, column, FromEngine(from, column));
+        return source.Next();
     } catch (const StoreError &error) {
         adder.Note(error);
-        adder.Values().bind(Adder::Parameter(value));
+        return false;
     }
 }
 
-void CopyValue(Adder &adder, std::size_t value, int column, const SalvagedCard::Value &from,
-               std::string &text)
+// Copies the card on which the source stands. False when no further card can be added.
+bool CopyCard(Adder &adder, CardSource &source, std::vector<CopiedValue> &values)
 {
-    if (const auto *bytes = std::get_if<QByteArray>(&from)) {
-        text = bytes->toStdString();
-        BindText(adder, value, column, text);
-    } else {
-        const auto *number = std::get_if<double>(&from);
-        BindKnown(adder, value, column, number == nullptr ? QVariant() : QVariant(*number));
+    try {
+        BindCard(adder, source, values);
+    } catch (const SQLite::Exception &error) {
+        return adder.TakeNote(error);
     }
-}
-
-// Gives the next card the fields of a copied one. `valueOf` tells the value of a column by its place in
-// `columns`.
-template <typename ValueOf>
-void CopyCardFields(Adder &adder, const std::vector<int> &columns,
-                    std::array<std::string, copiedColumns.size()> &texts, const ValueOf &valueOf)
-{
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        CopyValue(adder, i, columns[i], valueOf(i), texts[i]);
+    return adder.Add();
 }
 
 // Adds a card with a typed answer. False when no further card can be added.
@@ -228,15 +206,6 @@ bool AddImportedCard(Adder &adder, const std::vector<int> &columns, const Simple
         return adder.TakeNote(error);
     }
     return adder.Add();
-}
-
-std::vector<int> CopiedColumns()
-{
-    std::vector<int> columns;
-    columns.reserve(copiedColumns.size());
-    for (const char *name : copiedColumns)
-        columns.push_back(CardColumnIndex(QString::fromLatin1(name)));
-    return columns;
 }
 
 } // namespace
@@ -263,118 +232,25 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
     return added;
 }
 
-void CheckCopyable(CardFile &source)
+AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt &fortschritt)
 {
-    CardRecordset cards(source);
-    for (const char *name : copiedColumns)
-        static_cast<void>(cards[QString::fromLatin1(name)]);
-}
-
-AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt)
-{
-    const std::vector<int> columns = CopiedColumns();
-    std::string names;
-    for (const int column : columns)
-        names += (names.empty() ? "" : ",") + QuotedColumn(column);
-    const int total = CardRecordset(source).RecordCount();
-
     AddedCards added;
     store.Karten().Past([&](SQLite::Database &database) {
-        Adder adder(store, database, added, columns);
-        std::optional<SQLite::Statement> read;
-        const auto readNext = [&] {
-            try {
-                if (!read)
-                    read.emplace(source.Database(), "SELECT " + names +
-                                                        R"( FROM "Lernkarten" INDEXED BY "BoxKey" )"
-                                                        R"(ORDER BY "FachNr","FachLfdNr")");
-                return read->executeStep();
-            } catch (const SQLite::Exception &error) {
-                adder.NoteEngine(error, source.Path());
-                return false;
-            }
-        };
-        std::array<std::string, copiedColumns.size()> texts;
+        Adder adder(store, database, added, CopiedColumns());
+        std::vector<CopiedValue> values(CopiedColumns().size());
         int done = 0;
         bool more = true;
-        while (more && readNext()) {
-            CopyCardFields(adder, columns, texts,
-                           [&](std::size_t i) { return read->getColumn(static_cast<int>(i)); });
-            more = adder.Add();
-            Melden(fortschritt, ++done, total);
-        }
-    });
-    return added;
-}
-
-namespace {
-
-// Adds the cards of a source that is read without the engine. `read` gives a card's values, or nothing where
-// none are left; `lost` cards were not even found.
-AddedCards AddSalvaged(CardStore &store, const QString &path, const std::vector<CardPlan> &cards,
-                       const std::function<std::optional<SalvagedCard>(const CardPlan &plan)> &read,
-                       qint64 lost, bool damaged, const Fortschritt &fortschritt)
-{
-    const std::vector<int> columns = CopiedColumns();
-    std::vector<const CardPlan *> plans; // in box order
-    plans.reserve(cards.size());
-    for (const CardPlan &plan : cards)
-        plans.push_back(&plan);
-    std::sort(plans.begin(), plans.end(), [](const CardPlan *one, const CardPlan *other) {
-        return std::tie(one->compartment, one->place) < std::tie(other->compartment, other->place);
-    });
-
-    AddedCards added;
-    store.Karten().Past([&](SQLite::Database &database) {
-        Adder adder(store, database, added, columns);
-        std::array<std::string, copiedColumns.size()> texts;
-        int done = 0;
-        Losses losses{.lost = lost};
-        for (const CardPlan *plan : plans) {
-            const std::optional<SalvagedCard> card = read(*plan);
-            if (!card) {
-                ++losses.lost;
-                continue;
-            }
-            try {
-                CopyCardFields(adder, columns, texts, [&](std::size_t i) -> const SalvagedCard::Value & {
-                    return card->values[static_cast<std::size_t>(columns[i])];
-                });
-            } catch (const SQLite::Exception &error) {
-                if (!adder.TakeNote(error))
-                    break;
-                continue;
-            }
+        while (more && StepOn(adder, source)) {
             const int before = added.count;
-            const bool more = adder.Add();
+            more = CopyCard(adder, source, values);
             if (added.count > before)
-                losses.Add(*card);
-            if (!more)
-                break;
-            Melden(fortschritt, ++done, static_cast<int>(plans.size()));
+                source.Taken();
+            Melden(fortschritt, ++done, source.Count());
         }
-        const QString found = LossText(added.count, QStringLiteral("übernommen"), losses);
-        const QString beginning = QStringLiteral("Die Datei „%1“ ist beschädigt. ").arg(path);
-        if (!found.isEmpty())
-            adder.Note(StoreError(Fehler::Beschaedigt, beginning + found));
-        else if (damaged && added.errors.empty())
-            added.remark = beginning + QStringLiteral("Alle Karten ließen sich lesen.");
+        if (const auto damage = source.DamageFound(added.count))
+            adder.Note(*damage);
+        else if (added.errors.empty())
+            added.remark = source.Remark();
     });
     return added;
-}
-
-} // namespace
-
-AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt)
-{
-    return AddSalvaged(
-        store, source.File().Path(), source.Cards(), [&](const CardPlan &plan) { return source.Read(plan); },
-        source.Lost(), false, fortschritt);
-}
-
-AddedCards CopyAllCards(CardStore &store, const DamagedCards &source, const Fortschritt &fortschritt)
-{
-    return AddSalvaged(
-        store, source.Path(), source.Cards(), [&](const CardPlan &plan) { return source.Read(plan); },
-        static_cast<qint64>(source.Lost()), true, fortschritt);
 }

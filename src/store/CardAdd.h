@@ -11,9 +11,7 @@
 #include <functional>
 #include <vector>
 
-class CardFile;
-class DamagedCards;
-class JetCards;
+class CardSource;
 
 // Many new cards at once for compartment 0 of the open card file: they take the next card numbers and the
 // next running numbers, in the order in which they come, and HighestCardNumber, LfdMax and Anzahl follow each
@@ -43,13 +41,6 @@ struct SimpleCard
 // was empty the cursor then stands on the first of them.
 AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next);
 
-// Throws 3265 where `source` lacks a field that is copied.
-void CheckCopyable(CardFile &source);
-
-// Adds copies of all cards of `source`, in its box order. What no program ever reads (the types and loop
-// flags of pictures) is not copied.
-AddedCards CopyAllCards(CardStore &store, CardFile &source, const Fortschritt &fortschritt = {});
-// The same from a card file of the former database engine, and from a damaged one. How many cards
-// damage has taken away or left in doubt is told as error 3049.
-AddedCards CopyAllCards(CardStore &store, JetCards &source, const Fortschritt &fortschritt = {});
-AddedCards CopyAllCards(CardStore &store, const DamagedCards &source, const Fortschritt &fortschritt = {});
+// Adds copies of the cards of `source`, in its order. A value that the source holds in another type than a
+// card can (13) is left out of its card; what damage has taken away or left in doubt is told as error 3049.
+AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt &fortschritt = {});

@@ -2,10 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "FachInfo.h"
 
-#include "StoreError.h"
-
-#include <cmath>
-#include <limits>
+#include <algorithm>
 
 FachTabelle FachStartwerte()
 {
@@ -21,21 +18,9 @@ FachTabelle FachStartwerte()
     return tabelle;
 }
 
-static qint16 To16(double wert)
+int ZielFach(int fach, bool richtig)
 {
-    if (!(wert >= std::numeric_limits<qint16>::min() && wert <= std::numeric_limits<qint16>::max()))
-        throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Nummern und Anzahlen gehen nur bis 32767."));
-    return static_cast<qint16>(wert);
-}
-
-qint16 Plus16(qint16 wert, int um)
-{
-    return To16(static_cast<double>(wert) + um);
-}
-
-qint16 Runden16(double wert)
-{
-    // The default rounding mode of nearbyint is half to even.
-    return To16(std::nearbyint(wert));
+    if (!richtig)
+        return FachFalsch;
+    return std::min((fach == FachNeu ? FachFalsch : fach) + 1, FachErledigt);
 }

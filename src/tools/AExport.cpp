@@ -7,8 +7,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-AExport::AExport(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
+AExport::AExport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
                       QStringLiteral("ASCII - Export"), parent)
 {
     Erklaeren(

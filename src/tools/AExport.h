@@ -8,7 +8,7 @@
 class AExport final : public Werkzeugfenster
 {
 public:
-    AExport(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    AExport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdDateiname_Click();

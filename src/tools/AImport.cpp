@@ -7,8 +7,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-AImport::AImport(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
+AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
                       QStringLiteral("ASCII - Import"), parent)
 {
     Erklaeren(

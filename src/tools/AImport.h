@@ -8,7 +8,7 @@
 class AImport final : public Werkzeugfenster
 {
 public:
-    AImport(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdDateiname_Click();

@@ -4,8 +4,9 @@
 
 #include "NachNeu.h"
 
-AlleNull::AlleNull(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("AlleNull"), QStringLiteral("Alle Karten nach Fach Neu"),
+AlleNull::AlleNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AlleNull"),
+                      QStringLiteral("Alle Karten nach Fach Neu"),
                       QStringLiteral("Alle Karten nach Fach Neu"), parent)
 {
     Erklaeren({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),

@@ -8,7 +8,7 @@
 class AlleNull final : public Werkzeugfenster
 {
 public:
-    AlleNull(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    AlleNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdOK_Click();

@@ -3,14 +3,13 @@
 #include "Anhaengen.h"
 
 #include "CardAdd.h"
-#include "CardFile.h"
-#include "CardFileCheck.h"
+#include "CardFileSource.h"
 #include "DamagedCards.h"
-#include "JetCards.h"
+#include "JetSource.h"
 #include "JournalFile.h"
 #include "SafeFile.h"
 
-#include <optional>
+#include <memory>
 
 namespace {
 
@@ -37,33 +36,22 @@ void NichtsUnfertiges(const QString &quelle)
                 .arg(quelle));
 }
 
-// A card file to copy from; one of the former database engine is read as it is.
-struct AppendSource
+// The cards of the file at `pfad`: of a sound card file, of one of the former database engine, or what a
+// repair would find in a damaged one. Throws StoreError where it has none that can be copied.
+std::unique_ptr<CardSource> OpenAppendSource(const QString &pfad, const Fortschritt &fortschritt)
 {
-    std::optional<CardFile> datei;
-    std::optional<DamagedCards> beschaedigte; // what a repair would find in it
-    std::optional<JetCards> fruehere;
-};
-
-// Throws StoreError where `pfad` is no card file that can be copied.
-void OpenAppendSource(AppendSource &quelle, const QString &pfad, const Fortschritt &fortschritt)
-{
-    if (JetFile::Recognises(pfad)) {
-        quelle.fruehere.emplace(pfad);
-        return;
-    }
+    if (IsJetFile(pfad))
+        return OpenJetCards(pfad);
     try {
-        quelle.datei.emplace(pfad, CardFile::Access::ReadOnly);
-        CheckCardFile(quelle.datei->Database(), fortschritt);
-        CheckCopyable(*quelle.datei);
+        return std::make_unique<CardFileSource>(pfad, fortschritt);
     } catch (const StoreError &fehler) {
         NichtsUnfertiges(pfad);
-        quelle.datei.reset();
         if (fehler.Number() != Fehler::Beschaedigt)
             throw;
-        quelle.beschaedigte.emplace(pfad, fortschritt);
-        if (quelle.beschaedigte->Cards().empty())
+        auto beschaedigte = OpenDamagedCards(pfad, fortschritt);
+        if (beschaedigte->Count() == 0)
             throw;
+        return beschaedigte;
     }
 }
 
@@ -77,9 +65,9 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
                               store.CurrentFileName);
         return Ausgang::Gescheitert;
     }
-    AppendSource offene;
+    std::unique_ptr<CardSource> offene;
     const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        OpenAppendSource(offene, VollerPfad(store, quelle), bank.fortschritt);
+        offene = OpenAppendSource(VollerPfad(store, quelle), bank.fortschritt);
     });
     if (!offen)
         return Ausgang::Gescheitert;
@@ -87,17 +75,12 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
     AddedCards neue;
     bool gespeichert = true;
     try {
-        InEinemZug(store.Karten(), [&] {
-            neue = offene.fruehere       ? CopyAllCards(store, *offene.fruehere, bank.fortschritt)
-                   : offene.beschaedigte ? CopyAllCards(store, *offene.beschaedigte, bank.fortschritt)
-                                         : CopyAllCards(store, *offene.datei, bank.fortschritt);
-        });
+        InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.fortschritt); });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {.count = 0, .errors = {fehler}, .remark = {}};
     }
-    offene.datei.reset();
-    offene.beschaedigte.reset();
+    offene.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
     if (!neue.remark.isEmpty())

@@ -3,7 +3,7 @@
 #include "AsciiTausch.h"
 
 #include "CardAdd.h"
-#include "SafeFile.h"
+#include "FreshFile.h"
 #include "TextDatei.h"
 #include "TextHelpers.h"
 
@@ -149,7 +149,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
         NeuOeffnen(bank);
         return Ausgang::Gescheitert;
     }
-    store.BoxZeichnen();
+    bank.oeffner.BoxZeichnen();
     FehlerMelden(bank.meldungen, neue.errors);
     if (zugang) {
         for (SimpleCard rest; naechste(rest);) { // what an error left unread

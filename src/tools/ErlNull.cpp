@@ -4,8 +4,8 @@
 
 #include "NachNeu.h"
 
-ErlNull::ErlNull(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("ErlNull"),
+ErlNull::ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("ErlNull"),
                       QStringLiteral("Erledigte Karten nach Fach Neu"),
                       QStringLiteral("Erledigte Karten nach Fach Neu"), parent)
 {

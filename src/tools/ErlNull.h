@@ -8,7 +8,7 @@
 class ErlNull final : public Werkzeugfenster
 {
 public:
-    ErlNull(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdOK_Click();

@@ -7,8 +7,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-Karteianhängen::Karteianhängen(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
+Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
                       QStringLiteral("Kartei anhängen"), parent)
 {
     Erklaeren(

@@ -9,7 +9,7 @@
 class Karteianhängen final : public Werkzeugfenster
 {
 public:
-    Karteianhängen(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdDateiname_Click();

@@ -6,8 +6,8 @@
 
 #include <QLineEdit>
 
-Karteispiegeln::Karteispiegeln(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("Karteispiegeln"),
+Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteispiegeln"),
                       QStringLiteral("Thema ausfiltern"), // the caption that this window has always had
                       QStringLiteral("Kartei spiegeln"), parent)
 {

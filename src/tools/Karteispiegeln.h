@@ -8,7 +8,7 @@
 class Karteispiegeln final : public Werkzeugfenster
 {
 public:
-    Karteispiegeln(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 private:
     void cmdDateiname_Click();

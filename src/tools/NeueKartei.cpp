@@ -4,7 +4,7 @@
 
 #include "CardBulk.h"
 #include "CardFile.h"
-#include "SafeFile.h"
+#include "FreshFile.h"
 #include "TextHelpers.h"
 
 #include <QFileInfo>

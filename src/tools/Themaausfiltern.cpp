@@ -82,8 +82,8 @@ protected:
 
 } // namespace
 
-Themaausfiltern::Themaausfiltern(CardStore &store, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(store, dienste, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
+Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
                       QStringLiteral("Thema ausfiltern"), parent)
 {
     Erklaeren({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),

@@ -10,7 +10,7 @@ class QListWidget;
 class Themaausfiltern final : public Werkzeugfenster
 {
 public:
-    Themaausfiltern(CardStore &store, const Dienste &dienste, QWidget *parent = nullptr);
+    Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;

@@ -81,7 +81,7 @@ void Oeffnen(const Werkbank &bank, QString &name)
 {
     if (bank.fortschritt)
         bank.fortschritt(0, 0);
-    bank.store.OpenCardFile(name);
+    bank.oeffner.OpenCardFile(name);
 }
 
 void NeuOeffnen(const Werkbank &bank)

@@ -4,7 +4,7 @@
 
 #include "CardStore.h"
 #include "Fortschritt.h"
-#include "Meldungen.h"
+#include "KarteiOeffner.h"
 #include "Schritt.h"
 
 #include <QString>
@@ -16,6 +16,7 @@
 struct Werkbank
 {
     CardStore &store;
+    KarteiOeffner &oeffner;
     Meldungen &meldungen;
     Fortschritt fortschritt = {};
 };

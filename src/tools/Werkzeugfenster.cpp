@@ -19,12 +19,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-Werkzeugfenster::Werkzeugfenster(CardStore &store, const Dienste &dienste, const QString &name,
+Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name,
                                  const QString &titel, const QString &ueberschrift, QWidget *parent)
     : QDialog(parent),
-      store_(store),
+      oeffner_(oeffner),
       dienste_(dienste),
-      ziel_(store, dienste.dialoge, dienste.meldungen),
+      ziel_(oeffner.Kartei(), dienste.dialoge, dienste.meldungen),
       inhalt_(new QWidget(this))
 {
     setObjectName(name);
@@ -172,7 +172,7 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
     laeuft_ = true;
     {
         LangeArbeit lang(dienste_.meldungen, *inhalt_, *fortschritt_);
-        arbeit({store_, dienste_.meldungen, lang.Melder()});
+        arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder()});
     }
     laeuft_ = false;
 }
@@ -190,7 +190,7 @@ void Werkzeugfenster::NeueKarteiErstellen(
     Ausfuehren([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
         dienste_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
-    if (ausgang == Ausgang::Gelungen || !store_.IsOpen())
+    if (ausgang == Ausgang::Gelungen || !Store().IsOpen())
         accept();
 }
 

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardStore.h"
 #include "Dienste.h"
+#include "KarteiOeffner.h"
 #include "Werkbank.h"
 #include "Zielwahl.h"
 
@@ -28,7 +28,7 @@ public:
     void reject() override;
 
 protected:
-    Werkzeugfenster(CardStore &store, const Dienste &dienste, const QString &name, const QString &titel,
+    Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name, const QString &titel,
                     const QString &ueberschrift, QWidget *parent);
 
     // The dialog is built from top to bottom by these. Texts are shown letter by letter.
@@ -61,7 +61,7 @@ protected:
     Zielwahl &Ziel() { return ziel_; }
 
     // The open box; a card file is open when a dialog is made.
-    CardStore &Store() { return store_; }
+    CardStore &Store() { return oeffner_.Kartei(); }
 
     const Dienste &Dienst() const { return dienste_; }
 
@@ -72,7 +72,7 @@ private:
     QLabel *Textzeile(const QString &text, const QString &name);
     void FarbenSetzen();
 
-    CardStore &store_;
+    KarteiOeffner &oeffner_;
     Dienste dienste_;
     Zielwahl ziel_;
     QWidget *inhalt_ = nullptr;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Intro.h"
 #include "JetLab.h"
+#include "KarteiOeffner.h"
 #include "ProgrammBuehne.h"
 #include "TestProgram.h"
 
@@ -166,10 +167,11 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         TestMeldungen andere;
         const TestUhr uhr;
-        CardStore anderer(andere, uhr);
+        CardStore anderer;
+        KarteiOeffner oeffner(anderer, andere, uhr);
         anderer.KarteiPfad = ordner_->filePath("programm");
         QString name = "a.pzb";
-        anderer.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QVERIFY(anderer.IsOpen());
         MachProgramm();
         const Drehbuch buch({Meldung(), Meldung()});

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "AppConfig.h"
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "PFUse.h"
 #include "StoreTestSupport.h"
 
@@ -30,7 +30,7 @@ public:
     {
         store.KarteiPfad = kartei.path();
         konfig.ProgrammPfad = programm.path();
-        store.BoxZeichnen = [] {};
+        oeffner.BoxZeichnen = [] {};
     }
 
     // Writes the cards to a card file, opens it, and stands on its first card in box order.
@@ -43,7 +43,7 @@ public:
     void Oeffnen()
     {
         QString name = "a.pzb";
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(name, "a.pzb");
         store.Karten().MoveFirst();
     }
@@ -129,7 +129,8 @@ public:
     TestMeldungen meldungen;
     AppConfig konfig{meldungen};
     TestUhr uhr;
-    CardStore store{meldungen, uhr};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
     BoxZustand zustand;
     MersenneZufall zufall;
     QStringList klaenge;

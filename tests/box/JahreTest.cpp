@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteVerschieben.h"
+#include "KarteiOeffner.h"
 #include "Lernstand.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
@@ -38,10 +39,11 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
     TestMeldungen messages;
     TestUhr clock;
     clock.perSecond = 1;
-    CardStore store(messages, clock);
+    CardStore store;
+    KarteiOeffner oeffner(store, messages, clock);
     store.KarteiPfad = directory.path();
     QString name = QStringLiteral("box.pzb");
-    store.OpenCardFile(name);
+    oeffner.OpenCardFile(name);
     QVERIFY(store.IsOpen());
 
     std::mt19937 random(20261121);

@@ -3,6 +3,7 @@
 #include "KarteVerschieben.h"
 
 #include "BoxRechnung.h"
+#include "KarteiOeffner.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
@@ -28,7 +29,7 @@ struct Kartei
         uhr.perSecond = 1;
         store.KarteiPfad = verzeichnis.path();
         QString name = "box.pzb";
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         if (name.isEmpty())
             qFatal("the card file does not open: %s", qPrintable(meldungen.Texte().join(u' ')));
     }
@@ -49,7 +50,8 @@ struct Kartei
     QString pfad;
     TestMeldungen meldungen;
     TestUhr uhr;
-    CardStore store{meldungen, uhr};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
 };
 
 } // namespace
@@ -94,8 +96,8 @@ private slots:
         QCOMPARE(fach[an(von)].Anzahl, von == nach ? 2 : 1);
         QCOMPARE(fach[an(nach)].Anzahl, von == nach ? 2 : 3);
         QCOMPARE(fach[an(nach)].LfdMax, 10);
-        QCOMPARE(kartei.store.RichtigZaehler, richtig ? 1 : 0);
-        QCOMPARE(kartei.store.FalschZaehler, richtig ? 0 : 1);
+        QCOMPARE(kartei.store.sitzung.RichtigZaehler(), richtig ? 1 : 0);
+        QCOMPARE(kartei.store.sitzung.FalschZaehler(), richtig ? 0 : 1);
         QCOMPARE(kartei.meldungen.gezeigt.size(), nach == 6 ? 1 : 0);
         const QList<QList<int>> gespeichert = kartei.Gespeichert();
         QVERIFY(gespeichert.contains({10 * von + 1, nach, 10}));
@@ -132,13 +134,16 @@ private slots:
     void CountersStopInsteadOfOverflowing()
     {
         Kartei kartei({MakeCard(1, 1, 1)});
-        kartei.store.RichtigZaehler = kartei.store.FalschZaehler = 32767;
+        for (int i = 0; i < 32767; ++i) {
+            kartei.store.sitzung.Zaehlen(true);
+            kartei.store.sitzung.Zaehlen(false);
+        }
         kartei.Stehen(1);
         KarteVerschieben(kartei.store, kartei.meldungen, Falsch);
         kartei.Stehen(1);
         KarteVerschieben(kartei.store, kartei.meldungen, ErgebnisRichtig);
-        QCOMPARE(kartei.store.RichtigZaehler, 32767);
-        QCOMPARE(kartei.store.FalschZaehler, 32767);
+        QCOMPARE(kartei.store.sitzung.RichtigZaehler(), 32767);
+        QCOMPARE(kartei.store.sitzung.FalschZaehler(), 32767);
     }
 
     void UsedUpRunningNumbersAreClosedUp()
@@ -166,12 +171,12 @@ private slots:
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{3, 1, 2}, {1, 1, 3}, {2, 1, 4}}));
     }
 
-    void ClosingUpTakesNegativeNumbersAsTheyAre()
+    void ClosingUpKeepsTheOrderOfNegativeNumbers()
     {
         Kartei kartei({MakeCard(1, 0, 1), MakeCard(2, 1, -7), MakeCard(3, 1, 1), MakeCard(4, 1, 32767)});
         kartei.Stehen(0);
         KarteVerschieben(kartei.store, kartei.meldungen, Falsch);
-        QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 1, -7}, {3, 1, -6}, {4, 1, -5}, {1, 1, -4}}));
+        QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 1, 1}, {3, 1, 2}, {4, 1, 3}, {1, 1, 4}}));
     }
 
     void AFullCompartmentIsClosedUpInOneTransaction()
@@ -198,7 +203,7 @@ private slots:
         QCOMPARE(kartei.store.FachInfo[0].Anzahl, 1);
         QCOMPARE(kartei.store.FachInfo[2].Anzahl, 1);
         QCOMPARE(kartei.store.FachInfo[2].LfdMax, 5);
-        QCOMPARE(kartei.store.RichtigZaehler, 0);
+        QCOMPARE(kartei.store.sitzung.RichtigZaehler(), 0);
 
         NeuZaehlen(kartei.store, Fehler::DatentraegerVoll);
         QVERIFY(kartei.store.IsOpen());

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "FachBild.h"
+#include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "StoreTestSupport.h"
-#include "TestDialoge.h"
-#include "TestZufall.h"
+#include "TestDienste.h"
 #include "WuerfelBild.h"
 
 #include <QAction>
@@ -22,22 +22,15 @@
 #include <memory>
 
 // The real main window on real files, driven by key and mouse.
-class LBoxBuehne
+class LBoxBuehne : public TestDienste
 {
 public:
     LBoxBuehne()
     {
-        zuhause = QDir::currentPath();
         konfig.ProgrammPfad = programm.path();
         kartei.KarteiPfad = ordner.path();
         uhr.perSecond = 2;
         KonfigSchreiben({}, "False");
-    }
-
-    ~LBoxBuehne()
-    {
-        fenster.reset();
-        QDir::setCurrent(zuhause);
     }
 
     QString Pfad(const QString &name) const { return ordner.filePath(name); }
@@ -62,16 +55,9 @@ public:
     // Shows the window and waits until it has loaded.
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
-        fenster = std::make_unique<LBOX>(LBoxUmgebung{.kartei = kartei,
-                                                      .zustand = zustand,
-                                                      .konfig = konfig,
-                                                      .meldungen = meldungen,
-                                                      .dialoge = dialoge,
-                                                      .zufall = zufall,
-                                                      .uhr = uhr,
-                                                      .klang = [](const QString &) {},
-                                                      .stille = [] {},
-                                                      .befehlszeile = befehlszeile});
+        fenster =
+            std::make_unique<LBOX>(kartei, oeffner, zustand, Alle(),
+                                   Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -100,6 +86,9 @@ public:
         }
         Oeffnen(karten);
     }
+
+    // Where names without directory lie.
+    QString Arbeitsverzeichnis() const { return fenster->Aktionen().Arbeitsverzeichnis(); }
 
     template <typename Teil = QWidget>
     Teil *Finde(const QString &name) const
@@ -194,6 +183,13 @@ public:
         Taste(taste);
     }
 
+    // More cards for a compartment than its file has.
+    void Fuellen(int fach, int karten)
+    {
+        for (int i = 0; i < karten; ++i)
+            kartei.FachInfo.Anhaengen(fach);
+    }
+
     qint16 Anzahl(std::size_t fach) const { return kartei.FachInfo[fach].Anzahl; }
 
     // What lies on disk: FrageNr by compartment, in box order. Closes the file.
@@ -207,14 +203,10 @@ public:
     }
 
     QTemporaryDir ordner, programm;
-    QString zuhause;
-    TestMeldungen meldungen;
-    TestDialoge dialoge;
-    TestZufall zufall;
-    TestUhr uhr;
-    CardStore kartei{meldungen, uhr};
+    QString verzeichnis = "/"; // where the program was started
+    CardStore kartei;
+    KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
-    AppConfig konfig{meldungen};
     std::unique_ptr<LBOX> fenster;
     QStringList gefragt; // the FrageNr of every query so far
 };

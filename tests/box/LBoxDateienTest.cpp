@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BoxRechnung.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 
@@ -86,31 +87,31 @@ private slots:
         QCOMPARE(b.kartei.KarteiPfad, b.ordner.path());
         QCOMPARE(b.kartei.FehlerStatus, 0);
         QCOMPARE(b.meldungen.Titel(), QString("Merkkasten (ö ü.pzb)"));
-        QCOMPARE(QDir::currentPath(), QDir(b.ordner.path()).canonicalPath());
+        QCOMPARE(b.Arbeitsverzeichnis(), b.ordner.path());
         // It is no choice of the user's.
         QVERIFY(!b.Menue("MDat(1)")->isVisible());
     }
 
-    void ANameWithoutDirectoryLiesInTheCurrentOne()
+    void ANameWithoutDirectoryLiesWhereTheProgramWasStarted()
     {
         LBoxBuehne b;
         MakeCardFile(b.Pfad("a.pzb"), {MakeCard(1, 0, 1)});
-        QDir::setCurrent(b.ordner.path());
+        b.verzeichnis = b.ordner.path();
         b.kartei.KarteiPfad = b.programm.path();
         b.Zeigen("a.pzb");
         QCOMPARE(b.kartei.CurrentFileName, QString("a.pzb"));
-        QCOMPARE(QDir(b.kartei.KarteiPfad).canonicalPath(), QDir(b.ordner.path()).canonicalPath());
+        QCOMPARE(b.kartei.KarteiPfad, b.ordner.path());
     }
 
-    void ARelativeDirectoryIsTakenFromTheCurrentOne()
+    void ARelativeDirectoryIsTakenFromWhereTheProgramWasStarted()
     {
         LBoxBuehne b;
         QVERIFY(QDir(b.ordner.path()).mkdir("unten"));
         MakeCardFile(b.Pfad("unten/a.pzb"), {});
-        QDir::setCurrent(b.ordner.path());
+        b.verzeichnis = b.ordner.path();
         b.Zeigen("unten/a.pzb");
         QCOMPARE(b.kartei.FehlerStatus, 0);
-        QCOMPARE(QDir::currentPath(), QDir(b.Pfad("unten")).canonicalPath());
+        QCOMPARE(b.Arbeitsverzeichnis(), b.Pfad("unten"));
         QVERIFY(QFile::exists(b.kartei.CardPath(b.kartei.CurrentFileName)));
     }
 
@@ -157,7 +158,7 @@ private slots:
         QCOMPARE(b.Menue("MDat(1)")->text(), b.Pfad("a.pzb"));
         QCOMPARE(b.Menue("MDat(2)")->text(), QString("/x/eins.pzb"));
         QVERIFY(b.KonfigText().startsWith("[recentfiles]\r\n" + b.Pfad("a.pzb") + "\r\n/x/eins.pzb\r\n"));
-        QCOMPARE(QDir::currentPath(), QDir(b.ordner.path()).canonicalPath());
+        QCOMPARE(b.Arbeitsverzeichnis(), b.ordner.path());
         QCOMPARE(b.meldungen.Texte(), QStringList());
     }
 
@@ -229,10 +230,26 @@ private slots:
         b.Menue("MDat(2)")->trigger();
         QCOMPARE(b.kartei.CurrentFileName, QString("z.pzb"));
         QCOMPARE(b.kartei.KarteiPfad, b.Pfad("anderswo"));
-        QCOMPARE(QDir::currentPath(), QDir(b.Pfad("anderswo")).canonicalPath());
+        QCOMPARE(b.Arbeitsverzeichnis(), b.Pfad("anderswo"));
         QCOMPARE(b.KonfigText(), vorher);
         QCOMPARE(b.Menue("MDat(2)")->text(), b.Pfad("anderswo/z.pzb"));
         QCOMPARE(b.Anzahl(3), 1);
+    }
+
+    // The process's own directory belongs to whoever started the program.
+    void TheCurrentDirectoryStaysWhereItIs()
+    {
+        const QString vorher = QDir::currentPath();
+        LBoxBuehne b;
+        MakeCardFile(b.Pfad("b.pzb"), {MakeCard(1, 3, 1)});
+        b.KonfigSchreiben({b.Pfad("b.pzb")}, "False");
+        b.OeffnenMit({1});
+        b.Menue("MDat(1)")->trigger();
+        QCOMPARE(b.kartei.CurrentFileName, QString("b.pzb"));
+        b.dialoge.pfade = {b.Pfad("frisch.pzb")};
+        b.Menue("Mneu")->trigger();
+        QCOMPARE(b.kartei.CurrentFileName, QString("frisch.pzb"));
+        QCOMPARE(QDir::currentPath(), vorher);
     }
 
     void AMissingRecentFileIsReportedOnce()
@@ -269,7 +286,7 @@ private slots:
         QCOMPARE(b.kartei.FehlerStatus, 0);
         QVERIFY(!b.Finde<QLabel>("Hinweis")->isVisible());
         QCOMPARE(b.Menue("MDat(1)")->text(), b.Pfad("frisch.pzb"));
-        QCOMPARE(QDir::currentPath(), QDir(b.ordner.path()).canonicalPath());
+        QCOMPARE(b.Arbeitsverzeichnis(), b.ordner.path());
         b.kartei.CloseCardFile();
         QCOMPARE(ReadCards(b.Pfad("frisch.pzb")).size(), 0);
     }
@@ -378,7 +395,7 @@ private slots:
         b.Oeffnen(karten);
         QCOMPARE(b.Anzahl(0), 4681);
         QCOMPARE(b.Anzahl(6), 4681);
-        QCOMPARE(b.kartei.FachInfo[1].Breite, 200);
+        QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 200);
         QCOMPARE(b.kartei.HighestCardNumber, 32767);
         QCOMPARE(b.zustand.VollstesFach, 1);
     }

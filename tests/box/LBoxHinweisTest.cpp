@@ -43,7 +43,7 @@ private slots:
         QCOMPARE(Tasten(b), "Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) oder "
                             "Extras › Alle Karten nach Neu");
         QCOMPARE(b.Finde<QLabel>("LTasten")->toolTip(), Tasten(b));
-        b.kartei.FachInfo[2].Anzahl = 100;
+        b.kartei.FachInfo.Entnehmen(2);
         b.fenster->BoxZeichnen();
         QVERIFY(Tasten(b).startsWith("Eingabe: Fach 1 "));
     }
@@ -78,7 +78,7 @@ private slots:
         schalter->trigger();
         QVERIFY(!label->isVisible());
         schalter->trigger();
-        b.fenster->AutomatikAus();
+        b.fenster->Automatisch().AutomatikAus();
         QVERIFY(!label->isVisible());
     }
 
@@ -116,7 +116,7 @@ private slots:
         b.Klick("Hinweis"); // does what it says, and not what lies beneath
         QCOMPARE(editor, 1);
         QCOMPARE(b.meldungen.gezeigt.size(), 1);
-        b.kartei.FachInfo[6].Anzahl = 1;
+        b.Fuellen(6, 1);
         b.fenster->BoxZeichnen();
         QVERIFY(!zettel->isVisible());
         QVERIFY(Tasten(b).startsWith("Eingabe: Neu "));

@@ -108,7 +108,7 @@ private slots:
         offen.MAscii_Export = [&] { geoeffnet << "Export"; };
         offen.MAlleNeu = [&] {
             geoeffnet << "AlleNeu";
-            b.kartei.FachInfo[3].Anzahl = 250; // as a tool that moves cards would
+            b.Fuellen(3, 250); // as a tool that moves cards would
         };
         b.fenster->SetFenster(offen);
         b.Menue("MAscii_Export")->trigger();
@@ -124,10 +124,10 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({1});
         b.kartei.FehlerStatus = 1;
-        QVERIFY(b.fenster->DateiOffenPruefen());
+        QVERIFY(b.fenster->Aktionen().DateiOffenPruefen());
         QCOMPARE(b.kartei.FehlerStatus, 0);
         b.kartei.CloseCardFile();
-        QVERIFY(!b.fenster->DateiOffenPruefen());
+        QVERIFY(!b.fenster->Aktionen().DateiOffenPruefen());
         QVERIFY(b.kartei.FehlerStatus > 0);
     }
 

@@ -56,11 +56,11 @@ private slots:
                              b.Pfad("a.pzb")));
         BoxIstOffen(b);
         // The session begins anew, as at every opening.
-        QCOMPARE(b.kartei.BegAnz[0], qint16(3));
-        QCOMPARE(b.kartei.BegAnz[1], qint16(2));
+        QCOMPARE(b.kartei.sitzung.BegAnz()[0], qint16(3));
+        QCOMPARE(b.kartei.sitzung.BegAnz()[1], qint16(2));
         b.Lernen(Qt::Key_1, true);
         QCOMPARE(b.gefragt, QStringList{"4"});
-        QCOMPARE(b.kartei.RichtigZaehler, qint16(1));
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), qint16(1));
         QCOMPARE(b.Gespeichert()[2], QList<int>{4});
     }
 
@@ -78,7 +78,7 @@ private slots:
             QStringList("Die Datei konnte nicht angelegt werden: Der Datenträger ist schreibgeschützt: " +
                         b.Pfad("a.pzb")));
         BoxIstOffen(b);
-        QCOMPARE(b.kartei.FalschZaehler, qint16(1));
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), qint16(1));
     }
 
     void ANewFileThatCannotBeOpenedReopensTheBox()

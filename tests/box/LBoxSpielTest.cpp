@@ -90,7 +90,7 @@ private slots:
         Zuschauer zuschauer(karte);
         int gespeichertUnterwegs = -1;
         zuschauer.unterwegs = [&] {
-            gespeichertUnterwegs = b.kartei.RichtigZaehler + b.kartei.FalschZaehler;
+            gespeichertUnterwegs = b.kartei.sitzung.RichtigZaehler() + b.kartei.sitzung.FalschZaehler();
         };
         b.Lernen(Qt::Key_3, richtig);
         QVERIFY(zuschauer.orte.size() >= 3);
@@ -159,8 +159,8 @@ private slots:
         b.KonfigSchreiben({}, "True");
         b.OeffnenMit({0, 0, 0, 1});
         constexpr int JeSekunde = 100'000;
-        b.kartei.LoopsLastSecond = JeSekunde;
-        b.kartei.LoopsPerSecond = oeffnungen * JeSekunde;
+        b.oeffner.verzoegerung.LoopsLastSecond = JeSekunde;
+        b.oeffner.verzoegerung.LoopsPerSecond = oeffnungen * JeSekunde;
         qint64 vorDemWurf = b.uhr.readings, nachDemWurf = 0, vorDemFlug = 0;
         b.zufall.Wuerfe({3});
         b.NaechsteAbfrage([&](QWidget *) {
@@ -346,7 +346,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({0, 0, 0, 0, 1});
         b.zufall.Wuerfe({1, 6, 4});
-        b.kartei.LoopsPerSecond = 1'000'000;
+        b.oeffner.verzoegerung.LoopsPerSecond = 1'000'000;
         const qint64 vorher = b.uhr.readings;
         QStringList gemalt;
         const Bildwache wache(b.Wuerfel(), gemalt);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "BoxRechnung.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
@@ -88,7 +89,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({1});
         b.Lernen(Qt::Key_N, true);
-        QCOMPARE(b.kartei.RichtigZaehler, 1);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
@@ -111,7 +112,7 @@ private slots:
         for (int i = 0; i < 4; ++i)
             b.Lernen(Qt::Key_1, false);
         QCOMPARE(b.gefragt, (QStringList{"1", "2", "3", "1"}));
-        QCOMPARE(b.kartei.FalschZaehler, 4);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 4);
         QCOMPARE(b.Gespeichert()[1], (QList<int>{2, 3, 1}));
     }
 
@@ -249,8 +250,8 @@ private slots:
         QCOMPARE(b.gefragt, QStringList{"1"});
         QCOMPARE(b.zustand.AbfrageErgebnis, -1);
         QCOMPARE(b.Anzahl(0), 2);
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
-        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 0);
         QVERIFY(!b.Finde<>("Karte")->isVisible());
         QCOMPARE(b.Gespeichert()[0], (QList<int>{1, 2}));
     }
@@ -270,8 +271,8 @@ private slots:
             QTest::mouseClick(abfrage->findChild<QWidget *>("Command3"), Qt::LeftButton);
         });
         b.Taste(Qt::Key_N);
-        QCOMPARE(b.kartei.RichtigZaehler, 1);
-        QCOMPARE(b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
+        QCOMPARE(b.kartei.sitzung.FalschZaehler(), 0);
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
@@ -297,7 +298,7 @@ private slots:
         b.Taste(Qt::Key_N);
         QCOMPARE(b.zustand.AbfrageErgebnis, 11);
         QCOMPARE(b.Anzahl(0), 1);
-        QCOMPARE(b.kartei.RichtigZaehler + b.kartei.FalschZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler() + b.kartei.sitzung.FalschZaehler(), 0);
         QVERIFY(!b.Finde<>("Karte")->isVisible());
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{2}, {}, {}, {}, {}, {}, {}}));
     }
@@ -351,7 +352,7 @@ private slots:
         QCOMPARE(b.Balken(0)->width(), b.Finde<>("Image0(0)")->width());
         const double anteil = double(b.Balken(1)->width()) / b.Finde<>("Image0(1)")->width();
         QVERIFY(anteil > 0.4 && anteil < 0.6);
-        QCOMPARE(b.kartei.FachInfo[1].Breite, 100);
+        QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 100);
         QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(), QString("Fach 1: 25 von 50 Karten"));
         QCOMPARE(b.Finde<>("Image0(3)")->accessibleName(),
                  QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
@@ -369,8 +370,8 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({});
-        b.kartei.FachInfo[1].Anzahl = 9000;
-        b.kartei.FachInfo[2].Anzahl = 8888;
+        b.Fuellen(1, 9000);
+        b.Fuellen(2, 8888);
         b.fenster->BoxZeichnen();
         const QImage bild = b.fenster->grab().toImage();
         const auto platz = [&](const QString &name) {
@@ -470,7 +471,7 @@ private slots:
                              b.Pfad("a.pzb") + "“ wurde nichts gespeichert."});
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.Anzahl(2), 1);
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         QCOMPARE(b.kartei.FehlerStatus, 0);
         QCOMPARE(b.Finde<>("Image0(0)")->accessibleName(), QString("Fach Neu: 2 von 700 Karten"));
 
@@ -540,7 +541,7 @@ private slots:
         QVERIFY(!b.meldungen.gezeigt.isEmpty());
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         // Whatever the engine had in its memory, nothing has moved.
-        QCOMPARE(b.kartei.RichtigZaehler, 0);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         b.kartei.CloseCardFile();
         QCOMPARE(ReadCards(b.Pfad("a.pzb")).size(), 1900);
         QCOMPARE(b.Gespeichert()[0].size(), 700);

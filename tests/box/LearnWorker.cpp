@@ -4,6 +4,7 @@
 // and when that is stored. Arguments: card file, seed.
 #include "BoxRechnung.h"
 #include "KarteVerschieben.h"
+#include "KarteiOeffner.h"
 #include "StoreTestSupport.h"
 
 #include <QFileInfo>
@@ -28,11 +29,12 @@ int main(int argc, char *argv[])
     TestMeldungen meldungen;
     TestUhr uhr;
     uhr.perSecond = 1;
-    CardStore kartei(meldungen, uhr);
+    CardStore kartei;
+    KarteiOeffner oeffner(kartei, meldungen, uhr);
     const QFileInfo file(QString::fromLocal8Bit(argv[1]));
     kartei.KarteiPfad = file.path();
     QString name = file.fileName();
-    kartei.OpenCardFile(name);
+    oeffner.OpenCardFile(name);
     if (name.isEmpty())
         return 3;
     QRandomGenerator random(static_cast<quint32>(std::atoi(argv[2])));

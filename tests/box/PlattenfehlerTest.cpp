@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "BoxRechnung.h"
 #include "KarteVerschieben.h"
+#include "KarteiOeffner.h"
 #include "Lernstand.h"
 #include "StoreTestSupport.h"
 #include "Stromausfall.h"
@@ -44,7 +45,7 @@ public:
     bool Oeffnen()
     {
         QString name = QStringLiteral("box.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         return store.IsOpen();
     }
 
@@ -66,7 +67,8 @@ public:
 
     TestMeldungen meldungen;
     TestUhr uhr;
-    CardStore store{meldungen, uhr};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
     int frageNr = 0; // of the last card asked
 };
 

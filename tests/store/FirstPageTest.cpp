@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
 #include "DamageLab.h"
 #include "DiskCalls.h"
 #include "JournalFile.h"
+#include "KarteiOeffner.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
@@ -53,10 +53,11 @@ class FirstPageTest : public QObject
         TestMeldungen messages;
         messages.antworten = {answer};
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_->path();
         QString name = QStringLiteral("a.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         return {messages.Texte().value(0) == "Diese Datei ist beschädigt Reparaturversuch ?", store.IsOpen(),
                 messages.Texte()};
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -57,6 +57,7 @@ private:
     TestMeldungen messages_;
     TestUhr clock_;
     std::unique_ptr<CardStore> store_;
+    std::unique_ptr<KarteiOeffner> oeffner_;
 
     QString Path(const QString &name) const { return directory_->filePath(name); }
 
@@ -82,7 +83,7 @@ private:
     bool Open()
     {
         QString name = QStringLiteral("a.pzb");
-        store_->OpenCardFile(name);
+        oeffner_->OpenCardFile(name);
         return store_->IsOpen();
     }
 
@@ -128,12 +129,14 @@ private slots:
         clock_.perSecond = 1;
         messages_.gezeigt.clear();
         messages_.antworten.clear();
-        store_ = std::make_unique<CardStore>(messages_, clock_);
+        store_ = std::make_unique<CardStore>();
+        oeffner_ = std::make_unique<KarteiOeffner>(*store_, messages_, clock_);
         store_->KarteiPfad = directory_->path();
     }
 
     void cleanup()
     {
+        oeffner_.reset();
         store_.reset();
         directory_.reset();
     }

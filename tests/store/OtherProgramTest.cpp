@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
-#include "CardStore.h"
 #include "DamageLab.h"
-#include "JetFile.h"
+#include "JetSource.h"
 #include "JournalFile.h"
+#include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
@@ -165,7 +165,7 @@ private slots:
             QFile(name).open(QIODevice::ReadOnly);
             ::ReadFile(name, 1 << 20);
             SyncFile(name);
-            QVERIFY(!JetFile::Recognises(name));
+            QVERIFY(!IsJetFile(name));
             QVERIFY(!NamesOtherFiles(name));
             QVERIFY_EXCEPTION_THROWN(CheckReplaceable(name), StoreError);
             CopyFile(name, Path("kopie"));
@@ -306,10 +306,11 @@ private slots:
         // The next opening offers the repair.
         TestMeldungen messages;
         const TestUhr clock;
-        CardStore store(messages, clock);
+        CardStore store;
+        KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_->path();
         QString name = QStringLiteral("a.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(messages.Texte().constFirst(), QString("Diese Datei ist beschädigt Reparaturversuch ?"));
     }
 };

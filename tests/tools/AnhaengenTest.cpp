@@ -177,11 +177,12 @@ void AnhaengenTest::EmptySourceChangesNothingButOpensAgain()
     Werkstatt w;
     w.Oeffnen({MakeCard(1, 3, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {});
-    const qint32 openings = w.store.LoopsPerSecond;
-    w.store.RichtigZaehler = 5;
+    const qint32 openings = w.oeffner.verzoegerung.LoopsPerSecond;
+    for (int i = 0; i < 5; ++i)
+        w.store.sitzung.Zaehlen(true);
     QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
-    QVERIFY(w.store.LoopsPerSecond > openings);
-    QCOMPARE(w.store.RichtigZaehler, qint16(0));
+    QVERIFY(w.oeffner.verzoegerung.LoopsPerSecond > openings);
+    QCOMPARE(w.store.sitzung.RichtigZaehler(), qint16(0));
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 3, 1)});
 }
@@ -210,7 +211,7 @@ void AnhaengenTest::SameNameInADirectoryOfSameLengthIsRefused()
     MakeCardFile(w.Pfad("eins/a.pzb"), {MakeCard(1, 0, 1)});
     MakeCardFile(w.Pfad("zwei/a.pzb"), {MakeCard(2, 0, 1)});
     QString name = "a.pzb";
-    w.store.OpenCardFile(name);
+    w.oeffner.OpenCardFile(name);
     QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("zwei/a.pzb")), Ausgang::Gescheitert);
     QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden a.pzb"});
     QCOMPARE(w.Karten().size(), 1);
@@ -512,10 +513,11 @@ void AnhaengenTest::SessionAndCountersBeginAnew()
     Werkstatt w;
     w.Oeffnen({MakeCard(1, 5, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 6, 1)});
-    w.store.FalschZaehler = 3;
+    for (int i = 0; i < 3; ++i)
+        w.store.sitzung.Zaehlen(false);
     QCOMPARE(KarteiAnhaengen(w.bank, w.Pfad("quelle.pzb")), Ausgang::Gelungen);
-    QCOMPARE(w.store.FalschZaehler, qint16(0));
-    QCOMPARE(w.store.BegAnz[0], qint16(1));
+    QCOMPARE(w.store.sitzung.FalschZaehler(), qint16(0));
+    QCOMPARE(w.store.sitzung.BegAnz()[0], qint16(1));
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
     QCOMPARE(w.store.FachInfo[5].Anzahl, qint16(1));
     QCOMPARE(w.store.HighestCardNumber, qint16(2));

@@ -305,7 +305,7 @@ void AsciiExportTest::NeverChangesTheCardFile()
     MakeCardFile(w.Pfad("kartei.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 4, 1)});
     const QByteArray before = w.Bytes("kartei.pzb");
     QString name = "kartei.pzb";
-    w.store.OpenCardFile(name);
+    w.oeffner.OpenCardFile(name);
     QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     w.store.CloseCardFile();
     QCOMPARE(w.Bytes("kartei.pzb"), before);

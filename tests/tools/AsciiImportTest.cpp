@@ -192,7 +192,7 @@ void AsciiImportTest::CountersFollow()
     Werkstatt w;
     w.Oeffnen({MakeCard(7, 0, 5)});
     int redrawn = 0;
-    w.store.BoxZeichnen = [&] { ++redrawn; };
+    w.oeffner.BoxZeichnen = [&] { ++redrawn; };
     w.Schreiben("a.txt", "a;b\r\nc;d\r\n");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     QCOMPARE(redrawn, 1);
@@ -404,13 +404,13 @@ void AsciiImportTest::FullDiskTakesNothingOverAndOpensTheFileAgain()
     for (int i = 0; i < 2000; ++i)
         lines += "Frage " + QByteArray::number(i) + ";" + QByteArray(200, 'a') + "\r\n";
     w.Schreiben("a.txt", lines);
-    const qint32 openings = w.store.LoopsPerSecond;
+    const qint32 openings = w.oeffner.verzoegerung.LoopsPerSecond;
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QCOMPARE(w.meldungen.Texte(),
              QStringList("Leider ist folgender Fehler Aufgetreten: Der Datenträger ist voll; in „" +
                          w.Pfad("offen.pzb") + "“ wurde nichts gespeichert. Es wurde nichts übernommen."));
-    QVERIFY(w.store.LoopsPerSecond > openings); // opened again
+    QVERIFY(w.oeffner.verzoegerung.LoopsPerSecond > openings); // opened again
     QCOMPARE(w.store.HighestCardNumber, qint16(1));
     QVERIFY(w.ZaehlerStimmen());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
@@ -423,7 +423,7 @@ void AsciiImportTest::BrokenDiskTakesNothingOver()
     w.Schreiben("a.txt", QByteArray("a;b\r\n").repeated(200));
     w.bank.fortschritt = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Kaputt); };
     // The disk is well again before the file is opened again.
-    w.store.BoxZeichnen = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
+    w.oeffner.BoxZeichnen = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QCOMPARE(w.meldungen.Texte(),

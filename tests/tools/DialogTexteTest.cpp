@@ -41,7 +41,7 @@ using Maker = std::function<std::unique_ptr<Werkzeugfenster>(Fensterbuehne &)>;
 template <class Window>
 Maker Make()
 {
-    return [](Fensterbuehne &w) { return std::make_unique<Window>(w.store, w.Alle()); };
+    return [](Fensterbuehne &w) { return std::make_unique<Window>(w.oeffner, w.Alle()); };
 }
 
 const QList<QPair<QString, Maker>> &Dialogs()

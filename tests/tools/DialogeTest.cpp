@@ -78,7 +78,7 @@ void DialogeTest::ExportAsksForAFileAndWritesIt()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("ziel.txt")};
     Click(dialog, "cmdDateiname");
@@ -102,7 +102,7 @@ void DialogeTest::ExportTakesATypedFile()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Control<QComboBox>(dialog, "cmbTrennzeichen")->setCurrentText(";");
     Type(dialog, "lblDateiname", "getippt.txt");
@@ -117,7 +117,7 @@ void DialogeTest::ExportWithoutSimpleCardsWritesTheHeader()
     CardRecord ticks = MakeCard(1, 0, 1);
     ticks.Antworttyp = 2;
     w.Oeffnen({ticks});
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "leer.txt");
     Click(dialog, "cmdOK");
@@ -130,7 +130,7 @@ void DialogeTest::ExportRefusesAComma()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     auto *separators = Control<QComboBox>(dialog, "cmbTrennzeichen");
     separators->lineEdit()->selectAll();
@@ -146,7 +146,7 @@ void DialogeTest::ExportStaysOpenAfterAFailure()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Click(dialog, "cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
@@ -161,7 +161,7 @@ void DialogeTest::ExportOfPartOfTheCardsTellsNoSuccess()
     w.store.Karten().Past([](SQLite::Database &database) {
         database.exec("UPDATE Lernkarten SET Antworttyp='eins' WHERE FrageNr=1");
     });
-    AExport dialog(w.store, w.Alle());
+    AExport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", w.Pfad("ziel.txt"));
     Click(dialog, "cmdOK");
@@ -174,8 +174,8 @@ void DialogeTest::CancelEmptiesTheTextFileName()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    AExport exporting(w.store, w.Alle());
-    AImport importing(w.store, w.Alle());
+    AExport exporting(w.oeffner, w.Alle());
+    AImport importing(w.oeffner, w.Alle());
     for (QWidget *dialog : {static_cast<QWidget *>(&exporting), static_cast<QWidget *>(&importing)}) {
         Show(*dialog);
         Type(*dialog, "lblDateiname", "etwas.txt");
@@ -190,7 +190,7 @@ void DialogeTest::ImportAsksForAFileAndReadsIt()
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.Schreiben("quelle.txt", "neu\tnew\r\n");
-    AImport dialog(w.store, w.Alle());
+    AImport dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("quelle.txt")};
     Click(dialog, "cmdDateiname");
@@ -210,7 +210,7 @@ void DialogeTest::ImportStaysOpenWithoutAFile()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    AImport dialog(w.store, w.Alle());
+    AImport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "fehlt.txt");
     Click(dialog, "cmdOK");
@@ -227,7 +227,7 @@ void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
         Fensterbuehne w;
         w.Oeffnen({MakeCard(highest, 0, 1)});
         w.Schreiben("quelle.txt", text);
-        AImport dialog(w.store, w.Alle());
+        AImport dialog(w.oeffner, w.Alle());
         Show(dialog);
         Type(dialog, "lblDateiname", "quelle.txt");
         Click(dialog, "cmdOK");
@@ -249,7 +249,7 @@ void DialogeTest::ImportWithTheOpenBoxGoneClosesTheDialog()
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.Schreiben("quelle.txt", "a\t1\r\n");
-    AImport dialog(w.store, w.Alle());
+    AImport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "quelle.txt");
     QVERIFY(QFile::remove(w.Pfad("offen.pzb")));
@@ -264,7 +264,7 @@ void DialogeTest::AppendAsksForACardFileAndStaysOpen()
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
-    Karteianhängen dialog(w.store, w.Alle());
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("quelle.pzb")};
     Click(dialog, "cmdDateiname");
@@ -291,7 +291,7 @@ void DialogeTest::AppendTellsQuietlyAndWantsTheFileAnew()
     Fensterbuehne w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2), MakeCard(5, 0, 1)});
-    Karteianhängen dialog(w.store, w.Alle());
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     auto *name = Control<QLineEdit>(dialog, "lblDateiname");
     const auto *ok = Control<QPushButton>(dialog, "cmdOK");
@@ -333,7 +333,7 @@ void DialogeTest::AppendTakesNoOtherFiles()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    Karteianhängen dialog(w.store, w.Alle());
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("text.txt"), w.Pfad("GROSS.PZB")};
     Click(dialog, "cmdDateiname");
@@ -347,7 +347,7 @@ void DialogeTest::CancelKeepsTheCardFileName()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "neu.pzb");
     Click(dialog, "cmdDateiname");
@@ -359,7 +359,7 @@ void DialogeTest::TopicsChangeListsByClickAndKey()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3), MakeCard(8, 0, 4)});
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     Show(dialog);
     QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 1", "Thema 2", "Thema 3"}));
     QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList());
@@ -387,7 +387,7 @@ void DialogeTest::DoubleClickMovesOneTopic()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)});
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     Show(dialog);
     auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
     const QPoint place = list->visualItemRect(list->item(0)).center();
@@ -405,7 +405,7 @@ void DialogeTest::ListWithTheKeyboardStandsOut()
     CardRecord card = MakeCard(1, 0, 1);
     card.Picture_9_Name = QString(250, QChar('W'));
     w.Oeffnen({card, MakeCard(2, 0, 2)});
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     Show(dialog);
     auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
     // Of a topic of any size just what a line can show is painted: its beginning and its end.
@@ -433,7 +433,7 @@ void DialogeTest::TopicsThatCannotBeReadMakeNoFile()
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.store.CloseCardFile();
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(!Control<QPushButton>(dialog, "cmdOK")->isEnabled());
 }
@@ -442,7 +442,7 @@ void DialogeTest::FilterMakesTheNewFile()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     Show(dialog);
     ClickEntry(dialog, "lstÜbernehmen", 0);
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
@@ -465,7 +465,7 @@ void DialogeTest::MirrorMakesTheNewFile()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
     QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Tab);
@@ -487,8 +487,8 @@ void DialogeTest::NewCardFileNeedsItsExtension()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Themaausfiltern filter(w.store, w.Alle());
-    Karteispiegeln mirror(w.store, w.Alle());
+    Themaausfiltern filter(w.oeffner, w.Alle());
+    Karteispiegeln mirror(w.oeffner, w.Alle());
     for (QWidget *dialog : {static_cast<QWidget *>(&filter), static_cast<QWidget *>(&mirror)}) {
         w.meldungen.gezeigt.clear();
         Show(*dialog);
@@ -508,7 +508,7 @@ void DialogeTest::NewCardFileWithoutNameIsAnError()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     Click(dialog, "cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
@@ -520,7 +520,7 @@ void DialogeTest::RefusedTargetLeavesTheDialogOpen()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    Themaausfiltern dialog(w.store, w.Alle());
+    Themaausfiltern dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "./offen.pzb");
     Click(dialog, "cmdOK");
@@ -533,7 +533,7 @@ void DialogeTest::AllToNewAsksFirst()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(2, 3, 1), MakeCard(1, 4, 1)});
-    AlleNull dialog(w.store, w.Alle());
+    AlleNull dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
     Click(dialog, "cmdOK");
@@ -557,7 +557,7 @@ void DialogeTest::DoneToNewTellsTheNumber()
         for (int i = 1; i <= done; ++i)
             cards << MakeCard(i, 6, i);
         w.Oeffnen(cards);
-        ErlNull dialog(w.store, w.Alle());
+        ErlNull dialog(w.oeffner, w.Alle());
         Show(dialog);
         QTest::keyClick(&dialog, Qt::Key_Return);
         QCOMPARE(w.meldungen.Texte(), QStringList{QString::number(done) + "Karten zurückgesetzt"});
@@ -572,12 +572,12 @@ void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
     Fensterbuehne w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
-    Karteianhängen dialog(w.store, w.Alle());
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
     auto *ok = Control<QPushButton>(dialog, "cmdOK");
     bool asked = false;
-    w.store.BoxZeichnen = [&] { // while the file is opened again
+    w.oeffner.BoxZeichnen = [&] { // while the file is opened again
         if (std::exchange(asked, true))
             return;
         QVERIFY(!ok->isEnabled());
@@ -604,7 +604,7 @@ void DialogeTest::LongWorkShowsItsProgress()
     for (int i = 0; i < 1000; ++i)
         lines += "a\tb\r\n";
     w.Schreiben("quelle.txt", lines);
-    AImport dialog(w.store, w.Alle());
+    AImport dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "quelle.txt");
     const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
@@ -617,7 +617,7 @@ void DialogeTest::LongWorkShowsItsProgress()
         }
     };
     bool shown = false;
-    w.store.BoxZeichnen = [&] { // when all is done
+    w.oeffner.BoxZeichnen = [&] { // when all is done
         shown = progress->isVisible();
         QVERIFY(progress->value() > 0);
         QVERIFY(progress->value() <= progress->maximum());

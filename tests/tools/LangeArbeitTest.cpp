@@ -29,7 +29,7 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
     Fensterbuehne w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
-    Karteianhängen dialog(w.store, w.Alle());
+    Karteianhängen dialog(w.oeffner, w.Alle());
     Show(dialog);
     Type(dialog, "lblDateiname", "quelle.pzb");
     const auto *ok = Control<QPushButton>(dialog, "cmdOK");
@@ -37,7 +37,7 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
     const auto *label = Control<QLabel>(dialog, "Erklärung(0)");
     bool asked = false;
     bool free = false;
-    w.store.BoxZeichnen = [&] { // while the file is opened again
+    w.oeffner.BoxZeichnen = [&] { // while the file is opened again
         if (std::exchange(asked, true))
             return;
         QVERIFY(!ok->isEnabled());
@@ -64,11 +64,11 @@ void LangeArbeitTest::OpeningAgainShowsABusyBar()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 6, 1)});
-    ErlNull dialog(w.store, w.Alle());
+    ErlNull dialog(w.oeffner, w.Alle());
     Show(dialog);
     const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
     QList<int> range;
-    w.store.BoxZeichnen = [&] {
+    w.oeffner.BoxZeichnen = [&] {
         if (progress->isVisible())
             range = {progress->minimum(), progress->maximum()};
     };
@@ -81,7 +81,7 @@ void LangeArbeitTest::WhatADialogExplainsGreysWithIt()
 {
     Fensterbuehne w;
     w.Oeffnen({});
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     const auto *hint = Control<QLabel>(dialog, "Hinweis(0)");
     QVERIFY(hint->palette().color(QPalette::WindowText) != dialog.palette().color(QPalette::WindowText));

@@ -192,10 +192,11 @@ void NachNeuTest::UsualIndexIsBackAndTheCountersAreAnew()
 {
     Werkstatt w;
     w.Oeffnen({MakeCard(1, 3, 1), MakeCard(2, 6, 1)});
-    w.store.RichtigZaehler = 4;
+    for (int i = 0; i < 4; ++i)
+        w.store.sitzung.Zaehlen(true);
     QCOMPARE(AlleNachNeu(w.bank), Ausgang::Gelungen);
     QCOMPARE(w.store.Karten().Index(), "BoxKey");
-    QCOMPARE(w.store.RichtigZaehler, qint16(0));
+    QCOMPARE(w.store.sitzung.RichtigZaehler(), qint16(0));
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
     QCOMPARE(w.store.FachInfo[0].LfdMax, qint16(2));
     QCOMPARE(w.store.FachInfo[3].Anzahl, qint16(0));

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "NeueKartei.h"
 
+#include "FreshFile.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
 #include "Werkstatt.h"
@@ -253,7 +254,7 @@ void NeueKarteiTest::NewFileIsOpenAndTheOldOneUnchanged()
     MakeCardFile(w.Pfad("alt.pzb"), ThreeTopics());
     const QByteArray before = w.Bytes("alt.pzb");
     QString name = "alt.pzb";
-    w.store.OpenCardFile(name);
+    w.oeffner.OpenCardFile(name);
     QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gelungen);
     QCOMPARE(w.Bytes("alt.pzb"), before);
     QCOMPARE(w.store.CurrentFileName, "neu.pzb");
@@ -290,7 +291,7 @@ void NeueKarteiTest::OpenFileIsRefusedHoweverItIsSpelled()
     w.Oeffnen(ThreeTopics());
     QVERIFY(QFile::link(w.Pfad("offen.pzb"), w.Pfad("weich.pzb")));
     QCOMPARE(::link(qPrintable(w.Pfad("offen.pzb")), qPrintable(w.Pfad("hart.pzb"))), 0);
-    const qint32 openings = w.store.LoopsPerSecond;
+    const qint32 openings = w.oeffner.verzoegerung.LoopsPerSecond;
     for (const QString &spelled : {w.Pfad("offen.pzb"), w.Pfad("weich.pzb"), w.Pfad("hart.pzb"),
                                    w.Pfad(".//offen.pzb"), QStringLiteral("offen.pzb")}) {
         w.meldungen.gezeigt.clear();
@@ -299,7 +300,7 @@ void NeueKarteiTest::OpenFileIsRefusedHoweverItIsSpelled()
         QCOMPARE(ThemenAusfiltern(w.bank, spelled, {}), Ausgang::Gescheitert);
         QVERIFY(w.meldungen.Texte().last().contains("ist die Kartei, die gerade geöffnet ist"));
     }
-    QCOMPARE(w.store.LoopsPerSecond, openings); // never closed
+    QCOMPARE(w.oeffner.verzoegerung.LoopsPerSecond, openings); // never closed
     QCOMPARE(w.Karten().size(), 4);
 }
 
@@ -353,13 +354,14 @@ void NeueKarteiTest::FailureThatTouchesNothingLeavesTheSession()
     Werkstatt w;
     QVERIFY(QDir(w.verzeichnis.path()).mkpath("ordner/darin"));
     w.Oeffnen(ThreeTopics());
-    w.store.RichtigZaehler = 5;
-    const qint32 openings = w.store.LoopsPerSecond;
+    for (int i = 0; i < 5; ++i)
+        w.store.sitzung.Zaehlen(true);
+    const qint32 openings = w.oeffner.verzoegerung.LoopsPerSecond;
     QCOMPARE(KarteiSpiegeln(w.bank, target.isEmpty() ? target : w.Pfad(target)), Ausgang::Gescheitert);
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(w.store.IsOpen());
-    QCOMPARE(w.store.RichtigZaehler, qint16(5));
-    QCOMPARE(w.store.LoopsPerSecond, openings); // never closed
+    QCOMPARE(w.store.sitzung.RichtigZaehler(), qint16(5));
+    QCOMPARE(w.oeffner.verzoegerung.LoopsPerSecond, openings); // never closed
     QCOMPARE(w.store.CurrentFileName, "offen.pzb");
     QCOMPARE(w.store.KarteiPfad, w.verzeichnis.path());
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));

@@ -108,7 +108,7 @@ private slots:
             w.store.CloseCardFile();
             openBefore = Inhalt(w.Pfad("offen.pzb"));
             QString name = QStringLiteral("offen.pzb");
-            w.store.OpenCardFile(name);
+            w.oeffner.OpenCardFile(name);
             // The tool reads from the disk, not what the engine has read while the file was opened.
             w.store.Karten().Beside(
                 [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
@@ -125,7 +125,7 @@ private slots:
             if (!w.store.IsOpen()) {
                 QVERIFY2(!w.meldungen.gezeigt.isEmpty(), qPrintable(what()));
                 name = QStringLiteral("offen.pzb");
-                w.store.OpenCardFile(name);
+                w.oeffner.OpenCardFile(name);
                 QVERIFY2(w.store.IsOpen(), qPrintable(what()));
             }
             QVERIFY2(w.ZaehlerStimmen(), qPrintable(what()));
@@ -161,7 +161,7 @@ private slots:
         w.Oeffnen(cards);
         const QList<CardRecord> before = w.Karten();
         // All is done but the commit.
-        const Werkbank bank{w.store, w.meldungen, [](int erledigt, int gesamt) {
+        const Werkbank bank{w.store, w.oeffner, w.meldungen, [](int erledigt, int gesamt) {
                                 if (gesamt > 0 && erledigt == gesamt)
                                     VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
                             }};

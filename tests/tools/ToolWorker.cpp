@@ -4,6 +4,7 @@
 // and waits to be killed.
 #include "Anhaengen.h"
 #include "AsciiTausch.h"
+#include "KarteiOeffner.h"
 #include "NachNeu.h"
 #include "NeueKartei.h"
 #include "StoreTestSupport.h"
@@ -25,11 +26,12 @@ int main(int argc, char *argv[])
     TestMeldungen meldungen;
     TestUhr uhr;
     uhr.perSecond = 1;
-    CardStore store(meldungen, uhr);
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, uhr);
     store.KarteiPfad = QString::fromLocal8Bit(argv[2]);
     QString name = QStringLiteral("offen.pzb");
-    store.OpenCardFile(name);
-    const Werkbank bank{store, meldungen};
+    oeffner.OpenCardFile(name);
+    const Werkbank bank{store, oeffner, meldungen};
     const std::map<QByteArray, std::function<bool()>> tools{
         {"export", [&] { return AsciiExportieren(bank, "ziel.txt", u'\t') == Ausgang::Gelungen; }},
         {"import", [&] { return AsciiImportieren(bank, "neu.txt", u'\t') == Ausgang::Gelungen; }},

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "CardStore.h"
+#include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 #include "TestPlaces.h"
@@ -188,10 +188,11 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
         // The next start clears what the kill left.
         TestMeldungen meldungen;
         TestUhr uhr;
-        CardStore store(meldungen, uhr);
+        CardStore store;
+        KarteiOeffner oeffner(store, meldungen, uhr);
         store.KarteiPfad = directory.path();
         QString name = QStringLiteral("offen.pzb");
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         QCOMPARE(meldungen.Texte(), QStringList());
         store.CloseCardFile();
         const auto files = QDir::Files | QDir::Hidden;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "KarteiOeffner.h"
 #include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
@@ -27,7 +28,7 @@ struct Werkstatt : TestDienste
     {
         MakeCardFile(Pfad(name), karten);
         QString offen = name;
-        store.OpenCardFile(offen);
+        oeffner.OpenCardFile(offen);
     }
 
     // The cards of the open file, read after it was closed; it is opened again.
@@ -36,7 +37,7 @@ struct Werkstatt : TestDienste
         QString name = store.CurrentFileName;
         store.CloseCardFile();
         const QList<CardRecord> karten = ReadCards(store.CardPath(name));
-        store.OpenCardFile(name);
+        oeffner.OpenCardFile(name);
         return karten;
     }
 
@@ -68,8 +69,9 @@ struct Werkstatt : TestDienste
     }
 
     QTemporaryDir verzeichnis;
-    CardStore store{meldungen, uhr};
-    Werkbank bank{store, meldungen};
+    CardStore store;
+    KarteiOeffner oeffner{store, meldungen, uhr};
+    Werkbank bank{store, oeffner, meldungen};
 };
 
 // Where a tool says that a failure left nothing behind.

@@ -41,13 +41,13 @@ private slots:
 
 namespace {
 
-std::unique_ptr<Werkzeugfenster> Dialog(CardStore &store, const Dienste &dienste, const QString &name)
+std::unique_ptr<Werkzeugfenster> Dialog(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name)
 {
     if (name == "AExport")
-        return std::make_unique<AExport>(store, dienste);
+        return std::make_unique<AExport>(oeffner, dienste);
     if (name == "Themaausfiltern")
-        return std::make_unique<Themaausfiltern>(store, dienste);
-    return std::make_unique<Karteispiegeln>(store, dienste);
+        return std::make_unique<Themaausfiltern>(oeffner, dienste);
+    return std::make_unique<Karteispiegeln>(oeffner, dienste);
 }
 
 void AllDialogs()
@@ -86,7 +86,7 @@ void ZielTest::TypedFileIsReplacedOnlyAfterYes()
 {
     QFETCH(QString, name);
     ZweiKarteien w;
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     Type(*dialog, "lblDateiname", "da.pzb");
     w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
@@ -113,7 +113,7 @@ void ZielTest::FileChosenInTheSaveDialogIsNotAskedForAgain()
 {
     QFETCH(QString, name);
     ZweiKarteien w;
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     w.dialoge.pfade = {w.Pfad("da.pzb")};
     Click(*dialog, "cmdDateiname");
@@ -126,7 +126,7 @@ void ZielTest::FileChosenInTheSaveDialogIsNotAskedForAgain()
 void ZielTest::OtherFileThanTheChosenOneIsAskedFor()
 {
     ZweiKarteien w;
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
     Click(dialog, "cmdDateiname");
@@ -147,7 +147,7 @@ void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
     QFETCH(QString, name);
     ZweiKarteien w;
     DialogeFenster dialoge;
-    const auto dialog = Dialog(w.store, {w.meldungen, dialoge, w.uhr, w.zufall, w.ton, w.konfig}, name);
+    const auto dialog = Dialog(w.oeffner, {w.meldungen, dialoge, w.uhr, w.zufall, w.ton, w.konfig}, name);
     Show(*dialog);
     int asked = 0;
     const auto write = [](const QString &text) {
@@ -192,7 +192,7 @@ void ZielTest::FileInUseIsRefusedWithoutAQuestion()
 {
     QFETCH(QString, name);
     ZweiKarteien w;
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     Type(*dialog, "lblDateiname", "da.pzb");
     {
@@ -216,7 +216,7 @@ void ZielTest::DirectoryIsRefusedAsSuch()
     QFETCH(QString, name);
     ZweiKarteien w;
     QVERIFY(QDir(w.verzeichnis.path()).mkdir("ordner.pzb"));
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     Type(*dialog, "lblDateiname", w.Pfad("ordner.pzb"));
     Click(*dialog, "cmdOK");
@@ -245,7 +245,7 @@ void ZielTest::AForeignFileIsNotTouchedBeforeTheQuestion()
     journal.close();
     const QByteArray before = w.Bytes("da.pzb");
     const QStringList files = QDir(QFileInfo(w.Pfad("da.pzb")).path()).entryList(QDir::Files | QDir::Hidden);
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     Type(*dialog, "lblDateiname", "da.pzb");
     w.meldungen.antworten = {Meldungen::Antwort::Nein};
@@ -274,7 +274,7 @@ void ZielTest::TypedCardFileGetsItsExtension()
     QFETCH(QString, typed);
     ZweiKarteien w;
     QVERIFY(QDir(w.verzeichnis.path()).mkdir("Kap.1"));
-    const auto dialog = Dialog(w.store, w.Alle(), name);
+    const auto dialog = Dialog(w.oeffner, w.Alle(), name);
     Show(*dialog);
     Type(*dialog, "lblDateiname", typed);
     Enter(*dialog);
@@ -286,7 +286,7 @@ void ZielTest::TypedCardFileGetsItsExtension()
 void ZielTest::NameWithAnotherExtensionIsRefused()
 {
     ZweiKarteien w;
-    Karteispiegeln dialog(w.store, w.Alle());
+    Karteispiegeln dialog(w.oeffner, w.Alle());
     Show(dialog);
     for (const char *typed : {"neu.txt", "neu.", "ordner/"}) {
         w.meldungen.gezeigt.clear();

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Belegung.h"
+
+#include <QApplication>
+#include <QWidget>
+
+bool Belegung::IstGesperrt() const
+{
+    return belegt_ || !fenster_.isVisible() || QApplication::activeModalWidget();
+}

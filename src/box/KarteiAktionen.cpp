@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "KarteiAktionen.h"
+
+#include "Schritt.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool IstKartei(const QString &pfad)
+{
+    return pfad.right(4).toLower() == QStringLiteral(".pzb");
+}
+
+} // namespace
+
+KarteiAktionen::KarteiAktionen(const Teile &teile, const QString &startverzeichnis, QObject *parent)
+    : QObject(parent), teile_(teile), arbeitsverzeichnis_(startverzeichnis)
+{
+}
+
+void KarteiAktionen::Starten(const QString &befehlszeile)
+{
+    if (befehlszeile.isEmpty()) {
+        Oeffnen();
+    } else if (!IstKartei(befehlszeile)) {
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        Oeffnen();
+    } else if (!KarteiOeffnen(befehlszeile)) {
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+    }
+    emit Fertig();
+}
+
+void KarteiAktionen::Neu()
+{
+    CardStore &kartei = teile_.kartei;
+    const QString pfad = teile_.dienste.dialoge.DateiSpeichern(
+        KarteiDialog(QStringLiteral("Merkkasten anlegen"), kartei.KarteiPfad));
+    if (pfad.isEmpty() || teile_.belegung.IstBelegt())
+        return;
+    if (!IstKartei(pfad)) {
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        return;
+    }
+    Ort ort = Geteilt(pfad);
+    const bool warOffen = kartei.IsOpen();
+    const QString vorher = std::exchange(kartei.KarteiPfad, ort.verzeichnis);
+    const auto belegt = teile_.belegung.Belegen();
+    emit WirdAngelegt(ort.name);
+    const bool angelegt =
+        Schritt(teile_.dienste.meldungen, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
+                [&] { teile_.oeffner.CreateCardFile(ort.name); });
+    if (angelegt && !ort.name.isEmpty()) {
+        arbeitsverzeichnis_ = ort.verzeichnis;
+        InListe(pfad);
+    } else if (warOffen) {
+        kartei.KarteiPfad = vorher; // the file that was open lies there
+        if (QString alterName = kartei.CurrentFileName; !kartei.IsOpen())
+            teile_.oeffner.OpenCardFile(alterName);
+    }
+    emit Fertig();
+}
+
+void KarteiAktionen::Oeffnen()
+{
+    const QString pfad = teile_.dienste.dialoge.DateiOeffnen(
+        KarteiDialog(QStringLiteral("Merkkasten öffnen"), teile_.kartei.KarteiPfad));
+    if (pfad.isEmpty() || teile_.belegung.IstBelegt())
+        return;
+    if (!IstKartei(pfad))
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+    else if (KarteiOeffnen(pfad))
+        InListe(pfad);
+    else
+        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+    emit Fertig();
+}
+
+void KarteiAktionen::ZuletztOeffnen(std::size_t i)
+{
+    KarteiOeffnen(teile_.dienste.konfig.MDat.at(i));
+    emit Fertig();
+}
+
+void KarteiAktionen::Wechseln(const QString &name)
+{
+    if (!name.isEmpty())
+        KarteiOeffnen(teile_.kartei.CardPath(name));
+    emit Fertig();
+}
+
+bool KarteiAktionen::DateiOffenPruefen()
+{
+    try {
+        teile_.kartei.Karten().RecordCount();
+        teile_.kartei.FehlerStatus = 0;
+        return true;
+    } catch (const StoreError &fehler) {
+        teile_.kartei.FehlerStatus = static_cast<qint16>(qBound(1, fehler.Number(), 0x7FFF));
+    }
+    teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte erst eine Datei öffnen"));
+    return false;
+}
+
+// Not cleaned up: behind a link, ".." is another directory than the spelling says.
+KarteiAktionen::Ort KarteiAktionen::Geteilt(const QString &pfad) const
+{
+    const QString mitStrichen = QDir::fromNativeSeparators(pfad);
+    const qsizetype strich = mitStrichen.lastIndexOf(u'/');
+    QString verzeichnis =
+        strich == 0 ? QStringLiteral("/") : mitStrichen.left(std::max<qsizetype>(strich, 0));
+    if (verzeichnis.isEmpty())
+        verzeichnis = arbeitsverzeichnis_;
+    else if (QDir::isRelativePath(verzeichnis))
+        verzeichnis = arbeitsverzeichnis_ + u'/' + verzeichnis;
+    return {verzeichnis, mitStrichen.mid(strich + 1)};
+}
+
+// False where no file is open then.
+bool KarteiAktionen::KarteiOeffnen(const QString &pfad)
+{
+    if (teile_.belegung.IstBelegt())
+        return false;
+    const auto belegt = teile_.belegung.Belegen();
+    Ort ort = Geteilt(pfad);
+    teile_.kartei.KarteiPfad = ort.verzeichnis;
+    emit WirdGeoeffnet(ort.name);
+    teile_.oeffner.OpenCardFile(ort.name);
+    if (ort.name.isEmpty())
+        return false;
+    arbeitsverzeichnis_ = ort.verzeichnis;
+    return true;
+}
+
+void KarteiAktionen::InListe(const QString &pfad)
+{
+    teile_.dienste.konfig.Sichern(
+        1, pfad, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "));
+}

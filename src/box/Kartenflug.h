@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AppConfig.h"
+#include "Verzoegerung.h"
+
+class Eingabewache;
+class Kartenrahmen;
+
+// The card that is asked, on the box: it lies beside the compartments while it is asked, flies to its new
+// one, and goes.
+class Kartenflug
+{
+public:
+    // Where the card lies, and the flight begins. Twips.
+    static constexpr qint16 FlugLinks = 2280, FlugOben = 975;
+
+    // All must outlive it.
+    Kartenflug(Kartenrahmen &karte, const Verzoegerung &verzoegerung, const AppConfig &konfig,
+               Eingabewache &eingabe)
+        : karte_(karte), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
+    {
+    }
+
+    void Legen(const QString &frageNr);
+    // Colours the card by its verdict and takes it to compartment `ziel`. A key or click, which is kept, ends
+    // the flight. Nothing happens where animations are off.
+    void KarteAnimieren(int ziel, bool richtig);
+    void Verbergen();
+
+private:
+    Kartenrahmen &karte_;
+    const Verzoegerung &verzoegerung_;
+    const AppConfig &konfig_;
+    Eingabewache &eingabe_;
+};

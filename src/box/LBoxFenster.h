@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+// What the menu opens beyond the main window. An entry without its function stands in its place, disabled.
+struct LBoxFenster
+{
+    std::function<void()> MKarten; // the card editor, on the current card, not modal
+    std::function<void()> Manzeigen;
+    std::function<void()> MAscii_Export, MAscii_Import;
+    std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln;
+    std::function<void()> MAlleNeu, MErledigtNeu;
+    std::function<void()> MStatistik;
+    std::function<void()> Müber;
+    // Lets the user pick a card file of KarteiPfad; returns its name without directory, or nothing.
+    std::function<QString()> KarteiWechseln;
+    // Asked before the main window closes, so that other windows can close first; false keeps it open.
+    std::function<bool()> DarfSchliessen;
+};

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Lernlauf.h"
+
+#include "BoxRechnung.h"
+#include "KarteVerschieben.h"
+
+#include <QScopeGuard>
+
+#include <utility>
+
+namespace {
+
+const QString NichtGelesen = QStringLiteral("Die Karte kann nicht gelesen werden: ");
+const QString NichtGespeichert = QStringLiteral("Die Antwort konnte nicht gespeichert werden: ");
+
+} // namespace
+
+Lernlauf::Lernlauf(const Teile &teile, QObject *parent) : QObject(parent), teile_(teile) {}
+
+void Lernlauf::Image0_Click(int fach)
+{
+    CardStore &kartei = teile_.kartei;
+    if (kartei.FehlerStatus > 0 || teile_.belegung.IstGesperrt())
+        return;
+    const auto weiter = qScopeGuard([this] { teile_.eingabe.Weitergeben(); });
+    const auto belegt = teile_.belegung.Belegen();
+    if (const auto voll = ZuVollesFach(kartei.FachInfo, fach)) {
+        teile_.meldungen.Zeigen(
+            QStringLiteral("Fach Nr. %1 ist zu voll  Bitte erst dieses Fach bearbeiten").arg(*voll));
+        return;
+    }
+    try {
+        if (!ErsteKarte(kartei.Karten(), fach)) {
+            teile_.meldungen.Zeigen(QStringLiteral("Fach Nr. %1 ist leer").arg(fach));
+            return;
+        }
+        KarteAbfragen();
+    } catch (const std::exception &fehler) {
+        LesefehlerMelden(NichtGelesen, fehler);
+    }
+}
+
+void Lernlauf::KarteAbfragen()
+{
+    // Read before there is a verdict: what fails behind it would be in the way of storing it.
+    const int fach = teile_.kartei.Felder().FachNr.Integer();
+    teile_.flug.Legen(QString::number(teile_.kartei.Felder().FrageNr.Number()));
+    offen_ = true;
+    const auto vorbei = qScopeGuard([this] { offen_ = false; });
+    const Kartenabfrage::Ausgang ausgang = teile_.abfrage.Fragen(bearbeitbar_);
+    if (ausgang != Kartenabfrage::Ausgang::Bearbeiten)
+        emit Zurueckgekehrt();
+    if (ausgang == Kartenabfrage::Ausgang::Beurteilt) {
+        const bool richtig = teile_.zustand.AbfrageErgebnis == ErgebnisRichtig;
+        teile_.flug.KarteAnimieren(ZielFach(fach, richtig), richtig);
+        teile_.flug.Verbergen();
+        UrteilSpeichern();
+    }
+    teile_.flug.Verbergen();
+    emit BoxGeaendert();
+    teile_.abfrage.Abschliessen();
+    if (ausgang == Kartenabfrage::Ausgang::Bearbeiten)
+        emit BearbeitenGewuenscht();
+}
+
+// Unless the end of the session has done so.
+void Lernlauf::UrteilSpeichern()
+{
+    if (!std::exchange(offen_, false))
+        return;
+    try {
+        KarteVerschieben(teile_.kartei, teile_.meldungen, teile_.zustand.AbfrageErgebnis);
+    } catch (const std::exception &fehler) {
+        LesefehlerMelden(NichtGespeichert, fehler);
+    }
+}
+
+bool Lernlauf::SitzungEndet()
+{
+    if (!offen_ || !teile_.abfrage.IstBeurteilt())
+        return true;
+    offen_ = false;
+    teile_.abfrage.Schliessen();
+    try {
+        KarteEinordnen(teile_.kartei, teile_.zustand.AbfrageErgebnis);
+        return true;
+    } catch (const std::exception &) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, fehler = std::current_exception()] {
+                try {
+                    std::rethrow_exception(fehler);
+                } catch (const std::exception &grund) {
+                    LesefehlerMelden(NichtGespeichert, grund);
+                }
+            },
+            Qt::QueuedConnection);
+        return false;
+    }
+}
+
+void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fehler)
+{
+    const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
+    const QString text = kontext + ErrorText(fehler);
+    emit Gescheitert();
+    NeuZaehlen(teile_.kartei, bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher);
+    teile_.flug.Verbergen();
+    if (teile_.kartei.IsOpen()) {
+        emit BoxGeaendert();
+        teile_.meldungen.Zeigen(text);
+        return;
+    }
+    emit KarteiVerloren();
+    teile_.meldungen.Zeigen(text + QStringLiteral("\n\nDie Kartei wurde geschlossen."));
+    teile_.meldungen.SetTitel(QStringLiteral("Merkkasten"));
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Belegung.h"
+#include "BoxZustand.h"
+#include "CardStore.h"
+#include "Eingabewache.h"
+#include "Kartenabfrage.h"
+#include "Kartenflug.h"
+
+#include <QObject>
+
+#include <exception>
+
+// One card's road through the learning: it is found, asked, moved by its verdict, and what goes wrong is
+// reported. From the moment a verdict is shown it is stored on every road, and only once.
+class Lernlauf final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // What it works with; all must outlive it.
+    struct Teile
+    {
+        CardStore &kartei;
+        BoxZustand &zustand;
+        Meldungen &meldungen;
+        Belegung &belegung;
+        Eingabewache &eingabe;
+        Kartenflug &flug;
+        Kartenabfrage &abfrage;
+    };
+
+    explicit Lernlauf(const Teile &teile, QObject *parent = nullptr);
+
+    // Whether there is an editor that cards can be sent to.
+    void SetBearbeitbar(bool bearbeitbar) { bearbeitbar_ = bearbeitbar; }
+
+    // Asks the first card of compartment `fach`, 0 to 5.
+    void Image0_Click(int fach);
+    // Asks the current card and does what its answer asks for. Throws StoreError where it cannot be read.
+    void KarteAbfragen();
+    // The box shows what is really stored before the user reads what went wrong.
+    void LesefehlerMelden(const QString &kontext, const std::exception &fehler);
+    // The desktop's session ends, and nobody knows how long the program may live on: a verdict that is shown
+    // is stored at once, and its query is over. False where it cannot be stored, which is reported later, as
+    // nothing may hold up the answer to the desktop.
+    bool SitzungEndet();
+
+signals:
+    // A query is over: its window has gone, but its verdict is not stored yet.
+    void Zurueckgekehrt();
+    // The counts of the box may have changed.
+    void BoxGeaendert();
+    // The learner wants to edit the current card.
+    void BearbeitenGewuenscht();
+    // Something could not be stored or read, and its user is about to be told.
+    void Gescheitert();
+    // The card file can no longer be read, and was closed.
+    void KarteiVerloren();
+
+private:
+    void UrteilSpeichern();
+
+    Teile teile_;
+    bool bearbeitbar_ = false;
+    bool offen_ = false; // a card is asked whose verdict, if there is one, is not stored
+};

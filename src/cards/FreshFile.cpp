@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "FreshFile.h"
+
+#include "CardFile.h"
+#include "FileHandle.h"
+#include "JournalFile.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+void ClearFreshFiles(const QString &directory) noexcept
+{
+    const int lock = open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (lock < 0)
+        return;
+    // Where a file is just being made the lock is taken.
+    if (flock(lock, LOCK_EX | LOCK_NB) == 0) {
+        const QDir place(directory);
+        for (const QString &name :
+             place.entryList({QStringLiteral(".paukfix-*.neu"), QStringLiteral(".paukfix-*.neu-journal")},
+                             QDir::Files | QDir::Hidden))
+            QFile::remove(place.filePath(name));
+    }
+    close(lock);
+}
+
+FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFileInfo(place_).absolutePath())
+{
+    const QFileInfo info(place_);
+    // The engine would only say that it cannot open the file.
+    if (faccessat(AT_FDCWD, QFile::encodeName(info.absolutePath()).constData(), W_OK | X_OK, AT_EACCESS) != 0)
+        ThrowFileError(errno, place_);
+    // The same name for the same place, and short whatever the place is called.
+    const QByteArray mark =
+        QCryptographicHash::hash(QFile::encodeName(info.fileName()), QCryptographicHash::Md5).toHex();
+    path_ = QStringLiteral("%1/.paukfix-%2.neu").arg(info.absolutePath(), QLatin1String(mark));
+    Clear();
+}
+
+FreshFile::~FreshFile()
+{
+    Clear();
+}
+
+void FreshFile::Clear() const
+{
+    QFile::remove(path_);
+    QFile::remove(path_ + QStringLiteral("-journal"));
+}
+
+void FreshFile::Make(const std::function<void(const QString &path)> &make)
+{
+    WithPlaceNamed(path_, place_, [&] { make(path_); });
+}
+
+void FreshFile::TakePlace()
+{
+    WithPlaceNamed(path_, place_, [&] {
+        SyncFile(path_);
+        EndUnfinishedChange(place_); // the old file may have to stay, and would have lost its journal
+        for (const char *suffix : companionSuffixes)
+            QFile::remove(place_ + QLatin1String(suffix));
+        ReplaceFile(path_, place_);
+    });
+}

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardSource.h"
+#include "Fortschritt.h"
+
+#include <QString>
+
+#include <memory>
+
+// What a repair would find in the damaged card file, which is only read: nothing is written to it or beside
+// it. Throws StoreError 3024, 3051, 3045 (in use by another program), and whatever `fortschritt` throws.
+std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Fortschritt &fortschritt = {});

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Oeffnung.h"
+
+#include "CardFile.h"
+#include "CardFileCheck.h"
+#include "FreshFile.h"
+#include "JetConversion.h"
+#include "JetSource.h"
+#include "Repair.h"
+
+#include <QFileInfo>
+#include <QScopeGuard>
+
+namespace {
+
+// What the repair can mend: damage of the file, and cards with a place or a number that no card can have.
+bool IsDamage(const StoreError &error)
+{
+    switch (error.Number()) {
+    case Fehler::Beschaedigt:
+    case Fehler::IndexAusserhalb:
+    case Fehler::TypUnvertraeglich:
+    case Fehler::NullUngueltig:
+        return true;
+    case Fehler::Ueberlauf:
+        return dynamic_cast<const TooManyCards *>(&error) == nullptr;
+    default:
+        return false;
+    }
+}
+
+void OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
+{
+    auto file = std::make_unique<CardFile>(path);
+    CheckCardFile(file->Database(), melder.pruefung());
+    RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
+    ClearFreshFiles(QFileInfo(Resolved(path)).path());
+    kartei.Uebernehmen(std::move(file));
+    kartei.HighestCardNumber = kartei.FachInfo.Zaehlen(kartei.Karten(), melder.gezaehlt);
+}
+
+} // namespace
+
+Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Uhr &uhr, const Oeffnungsmelder &melder)
+{
+    using Ausgang = Oeffnung::Ausgang;
+    kartei.CloseCardFile();
+    auto nothingHalf = qScopeGuard([&] { kartei.CloseCardFile(); });
+    const QString path = kartei.CardPath(fileName);
+    bool former = false;
+    try {
+        former = IsJetFile(path);
+        if (former) {
+            // What could not be opened afterwards, or not be read, is not worth a question.
+            CheckAccess(path, CardFile::Access::Exclusive);
+            CheckConvertible(path);
+            return {
+                Ausgang::AltesFormat,
+                StoreError(Fehler::FormatUnbekannt,
+                           QStringLiteral(
+                               "Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt.")
+                               .arg(path))};
+        }
+        OpenWhole(kartei, path, melder);
+    } catch (const StoreError &error) {
+        return {IsDamage(error) && !former ? Ausgang::Beschaedigt : Ausgang::Gescheitert, error};
+    } catch (const std::exception &error) {
+        return {Ausgang::Gescheitert, StoreError(Fehler::ZuWenigSpeicher, ErrorText(error))};
+    }
+    nothingHalf.dismiss();
+    kartei.CurrentFileName = fileName;
+    kartei.FehlerStatus = 0;
+    kartei.sitzung.StartSessionTally(uhr.Jetzt(), kartei.FachInfo);
+    return {Ausgang::Offen, {}};
+}
+
+void KarteiAnlegen(CardStore &kartei, const QString &fileName)
+{
+    const QString path = kartei.CardPath(fileName);
+    const bool isOpenOne = kartei.IsOpen() && SameFile(path, kartei.OffenerPfad());
+    CheckNameLength(path);
+    if (!isOpenOne)
+        CheckReplaceable(path); // another program may be learning with it
+    FreshFile fresh(path);
+    fresh.Make(CardFile::Create);
+    if (isOpenOne)
+        kartei.CloseCardFile(); // a card file is never unlinked under the engine
+    fresh.TakePlace();
+}

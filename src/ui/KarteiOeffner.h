@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Meldungen.h"
+#include "Oeffnung.h"
+#include "Verzoegerung.h"
+
+#include <functional>
+
+// Makes and opens card files in front of the learner: hourglass, title, questions, what goes wrong, and the
+// box that fills while its cards are counted.
+class KarteiOeffner
+{
+public:
+    KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Uhr &uhr);
+    KarteiOeffner(const KarteiOeffner &) = delete;
+    KarteiOeffner &operator=(const KarteiOeffner &) = delete;
+
+    // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name.
+    // Throws StoreError where the file cannot be made.
+    void CreateCardFile(QString &fileName);
+    // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine and whether to
+    // repair a damaged one. On failure reports it, leaves no file open and empties `fileName`: never pass
+    // CurrentFileName itself.
+    void OpenCardFile(QString &fileName);
+    // Empties the box, shows it so, and measures the clock.
+    void ResetBoxTable();
+
+    // The box that is opened.
+    CardStore &Kartei() { return kartei_; }
+
+    // Redraws the box.
+    std::function<void()> BoxZeichnen = [] {};
+    // Gives what is told how far the check or the repair of a file has come, `was` by name, for as long as it
+    // takes. What that throws ends it; the opening then fails with the text `abgebrochen` as StoreError 3059.
+    std::function<Fortschritt(const QString &was, const QString &abgebrochen)> WartenZeigen =
+        [](const QString &, const QString &) { return Fortschritt(); };
+    Verzoegerung verzoegerung;
+
+private:
+    Oeffnung Versuchen(const QString &fileName);
+    Oeffnung Umwandeln(const QString &fileName, Oeffnung oeffnung);
+    Oeffnung Reparieren(const QString &fileName, Oeffnung oeffnung);
+
+    CardStore &kartei_;
+    Meldungen &meldungen_;
+    const Uhr &uhr_;
+};
