@@ -7,10 +7,8 @@
 
 #include <QScopeGuard>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
-#include <optional>
+#include <exception>
 
 namespace {
 
@@ -151,46 +149,15 @@ bool CardEditor::StoreCard()
     return neu_ ? StoreNew(blatt, Vorlage::Keine) : StoreExisting(blatt);
 }
 
-bool CardEditor::StoreNew(Kartenblatt blatt, Vorlage vorlage)
+bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
 {
-    Faecher danach = kartei_.FachInfo;
-    bool versucht = false;
+    Ablage ablage;
     const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
-        CardRecordset &karten = kartei_.Karten();
-        CardFieldHandles &felder = kartei_.Felder();
-        const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
-        Rohtexte texte;
-        if (vorlage == Vorlage::AktuelleKarte) {
-            texte = RohtexteLesen(felder);
-        } else {
-            // The record has nothing yet that could be left as it is.
-            blatt.Frage_bearbeitet = true;
-            blatt.Antwort_bearbeitet.fill(true);
-        }
-        karten.AddNew();
-        if (kartei_.HighestCardNumber == std::numeric_limits<qint16>::max())
-            throw StoreError(Fehler::Ueberlauf,
-                             QStringLiteral("Überlauf: Die Kartennummern sind aufgebraucht, %1 ist vergeben.")
-                                 .arg(kartei_.HighestCardNumber));
-        // A number that is handed out stays so, even when the card is not stored after all.
-        ++kartei_.HighestCardNumber;
-        felder.FachNr.Set(FachNeu);
-        felder.FachLfdNr.Set(danach.Anhaengen(FachNeu));
-        felder.FrageNr.Set(kartei_.HighestCardNumber);
-        WriteFields(blatt, felder);
-        RohtexteSchreiben(texte, blatt, felder);
-        versucht = true;
-        karten.Update();
+        ablage = KarteAnlegen(kartei_, blatt, vorlage);
+        if (ablage.fehler)
+            std::rethrow_exception(ablage.fehler);
     });
-    const std::optional<bool> steht = gespeichert ? true
-                                      : !versucht
-                                          ? false
-                                          : StehtInDerKartei(kartei_.Karten(), kartei_.HighestCardNumber);
-    if (!steht)
-        danach.Entnehmen(FachNeu); // its running number may be taken
-    if (steht != false)
-        kartei_.FachInfo = danach;
-    if (!gespeichert && steht == true) {
+    if (!gespeichert && ablage.abgelegt) {
         // Stored again it must not be there twice.
         neu_ = false;
         cardDirty = true;
@@ -217,11 +184,7 @@ bool CardEditor::StoreExisting(const Kartenblatt &blatt)
 {
     const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
         StandOnShownCard();
-        CardRecordset &karten = kartei_.Karten();
-        const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
-        karten.Edit();
-        WriteFields(blatt, kartei_.Felder());
-        karten.Update();
+        KarteUeberschreiben(kartei_, blatt);
     });
     if (gespeichert) {
         cardDirty = false;

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Kartenblatt.h"
+#include "Kartenablage.h"
 #include "Meldungen.h"
 
 // What stands above a card on the form.
@@ -86,13 +86,7 @@ public:
 
 private:
     bool ValidateCard(const Kartenblatt &blatt);
-    enum class Vorlage
-    {
-        Keine,
-        AktuelleKarte // whose texts, where they were not changed, are copied as they are
-    };
-
-    bool StoreNew(Kartenblatt blatt, Vorlage vorlage);
+    bool StoreNew(const Kartenblatt &blatt, Vorlage vorlage);
     bool StoreExisting(const Kartenblatt &blatt);
     void StandOnShownCard();
     bool ShowCard();

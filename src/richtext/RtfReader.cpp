@@ -24,14 +24,14 @@ int Length(int twips)
 } // namespace
 
 RtfReader::RtfReader(QTextDocument &document, QStringView rtf, Input input)
-    : tokens_(rtf), input_(input), builder_(document, RtfDocumentBuilder::Formats::FromState)
+    : tokens_(rtf), text_(document, input)
 {
 }
 
 bool RtfReader::Read()
 {
     using Kind = RtfTokenizer::Kind;
-    for (Kind kind = tokens_.Next(); kind != Kind::End && !builder_.isFull(); kind = tokens_.Next()) {
+    for (Kind kind = tokens_.Next(); kind != Kind::End && !text_.Builder().isFull(); kind = tokens_.Next()) {
         if (kind == Kind::GroupEnd && depth_ <= 1)
             break; // what follows the document is not of it
         const bool known = kind == Kind::Word && IsStarredDestination(tokens_.word());
@@ -39,8 +39,8 @@ bool RtfReader::Read()
             SkipGroup(); // a destination for others
         const bool shown = skipDepth_ == 0;
         // The second byte of a character may be an escaped one.
-        if (shown && kind != Kind::Byte && kind != Kind::Text && !(kind == Kind::Symbol && lead_))
-            FlushBytes();
+        if (shown && kind != Kind::Byte && kind != Kind::Text && !(kind == Kind::Symbol && text_.isLead()))
+            text_.FlushBytes();
         switch (kind) {
         case Kind::GroupStart:
             BeginGroup();
@@ -58,11 +58,12 @@ bool RtfReader::Read()
             break;
         case Kind::Byte:
             if (shown)
-                Byte(tokens_.byte());
+                text_.Byte(tokens_.byte());
             break;
         case Kind::Text:
             if (shown)
-                Text();
+                for (const QChar c : tokens_.text())
+                    text_.TextUnit(c.unicode());
             break;
         case Kind::End:
             break;
@@ -70,44 +71,48 @@ bool RtfReader::Read()
         if (kind != Kind::Symbol || tokens_.symbol() != u'*')
             groupStart_ = false;
     }
-    FlushBytes();
-    builder_.Finish(state_.paragraph, state_.text);
-    return !builder_.isFull();
+    text_.FlushBytes();
+    text_.Builder().Finish(text_.state.paragraph, text_.state.text);
+    return !text_.Builder().isFull();
 }
 
 void RtfReader::BeginGroup()
 {
     ++depth_;
     groupStart_ = true;
-    skipCharacters_ = 0;
+    text_.SetSkipped(0);
     if (depth_ <= MaxSavedGroups)
-        groups_.push_back(state_);
+        groups_.push_back(text_.state);
 }
 
 void RtfReader::EndGroup()
 {
     if (skipDepth_ == depth_)
         skipDepth_ = 0;
-    skipCharacters_ = 0;
+    text_.SetSkipped(0);
     if (depth_ <= MaxSavedGroups) {
-        const bool fontsRead =
-            state_.destination == Destination::FontTable && groups_.back().destination == Destination::Body;
-        const bool fieldRead = state_.destination == Destination::FieldInstruction &&
+        const bool fontsRead = text_.state.destination == Destination::FontTable &&
                                groups_.back().destination == Destination::Body;
-        state_ = std::move(groups_.back());
+        const bool fieldRead = text_.state.destination == Destination::FieldInstruction &&
+                               groups_.back().destination == Destination::Body;
+        text_.state = std::move(groups_.back());
         groups_.pop_back();
         if (fontsRead) {
-            FinishFont();
-            SelectFont(defaultFont_);
+            text_.FinishFont();
+            text_.SelectFont(text_.header.defaultFont);
         }
         if (fieldRead)
-            FinishField();
+            text_.FinishField();
     }
     --depth_;
 }
 
-// The document's own group is all text: a stray control would hide everything.
+void RtfReader::EndParagraph()
+{
+    text_.Builder().EndParagraph(text_.state.paragraph, text_.state.text);
+}
 
+// The document's own group is all text: a stray control would hide everything.
 void RtfReader::SkipGroup()
 {
     if (depth_ > 1)
@@ -117,23 +122,23 @@ void RtfReader::SkipGroup()
 void RtfReader::EnterDestination(Destination destination)
 {
     if (depth_ > 1)
-        state_.destination = destination;
+        text_.state.destination = destination;
 }
 
 void RtfReader::Word()
 {
     if (tokens_.word() == "bin") {
-        skipCharacters_ = std::max(0, skipCharacters_ - 1);
+        text_.SetSkipped(std::max(0, text_.Skipped() - 1));
         return;
     }
     const RtfKeyword *const keyword = FindRtfKeyword(tokens_.word());
     if (keyword == nullptr)
         return;
     if (keyword->action == RtfAction::Character) {
-        Character(static_cast<char16_t>(keyword->value));
+        text_.Character(static_cast<char16_t>(keyword->value));
         return;
     }
-    skipCharacters_ = 0;
+    text_.SetSkipped(0);
     switch (keyword->action) {
     case RtfAction::Skip:
         SkipGroup();
@@ -145,26 +150,26 @@ void RtfReader::Word()
         EnterDestination(Destination::ColourTable);
         break;
     case RtfAction::Field:
-        state_.fieldShown = false;
+        text_.state.fieldShown = false;
         break;
     case RtfAction::FieldInstruction:
         EnterDestination(Destination::FieldInstruction);
-        instruction_.clear();
+        text_.BeginField();
         break;
     case RtfAction::FieldResult:
-        if (state_.fieldShown)
+        if (text_.state.fieldShown)
             SkipGroup();
         break;
     case RtfAction::NestedRow:
         EnterDestination(Destination::NestedRow);
         break;
     case RtfAction::RowEnd:
-        if (isShown() || (state_.destination == Destination::NestedRow && !state_.hidden))
-            builder_.EndParagraph(state_.paragraph, state_.text);
+        if (text_.isShown() || (text_.state.destination == Destination::NestedRow && !text_.state.hidden))
+            EndParagraph();
         break;
     case RtfAction::Paragraph:
-        if (isShown())
-            builder_.EndParagraph(state_.paragraph, state_.text);
+        if (text_.isShown())
+            EndParagraph();
         break;
     default:
         if (keyword->action < RtfAction::ParagraphDefaults)
@@ -176,16 +181,47 @@ void RtfReader::Word()
     }
 }
 
+void RtfReader::Symbol()
+{
+    switch (tokens_.symbol()) {
+    case u'*':
+        starred_ = groupStart_;
+        break;
+    case u'\\':
+    case u'{':
+    case u'}':
+    case u'\t':
+        text_.TextUnit(tokens_.symbol());
+        return;
+    case u'~':
+        text_.Character(u'\u00A0');
+        break;
+    case u'-':
+        text_.Character(u'\u00AD');
+        break;
+    case u'_':
+        text_.Character(u'\u2011');
+        break;
+    case u'\r':
+    case u'\n':
+        if (text_.isShown())
+            EndParagraph();
+        break;
+    default:
+        break;
+    }
+}
+
 void RtfReader::FormatCharacters(const RtfKeyword &keyword)
 {
-    RtfCharState &text = state_.text;
+    RtfCharState &text = text_.state.text;
     const int number = tokens_.parameter();
     const bool on = !tokens_.hasParameter() || number != 0;
     switch (keyword.action) {
     case RtfAction::Font:
     case RtfAction::AssociatedFont:
     case RtfAction::TextKind:
-        FontOfKind(keyword);
+        text_.FontOfKind(keyword, number);
         break;
     case RtfAction::Size:
         text.halfPoints = std::clamp(number, 0, MaxHalfPoints);
@@ -200,15 +236,15 @@ void RtfReader::FormatCharacters(const RtfKeyword &keyword)
         text.strikeOut = on;
         break;
     case RtfAction::Hidden:
-        state_.hidden = on;
+        text_.state.hidden = on;
         break;
     case RtfAction::Underline:
         text.underline =
             on ? static_cast<QTextCharFormat::UnderlineStyle>(keyword.value) : QTextCharFormat::NoUnderline;
         break;
     case RtfAction::Colour:
-        text.colour = number >= 0 && static_cast<std::size_t>(number) < colours_.size()
-                          ? colours_[static_cast<std::size_t>(number)]
+        text.colour = number >= 0 && static_cast<std::size_t>(number) < text_.header.colours.size()
+                          ? text_.header.colours[static_cast<std::size_t>(number)]
                           : 0;
         break;
     case RtfAction::Raise:
@@ -225,11 +261,11 @@ void RtfReader::FormatCharacters(const RtfKeyword &keyword)
         break;
     case RtfAction::Plain:
         text = {};
-        state_.hidden = false;
-        state_.textKind = -1;
-        state_.kindFonts.fill(-1);
-        state_.font = defaultFont_;
-        SelectFont(defaultFont_);
+        text_.state.hidden = false;
+        text_.state.textKind = -1;
+        text_.state.kindFonts.fill(-1);
+        text_.state.font = text_.header.defaultFont;
+        text_.SelectFont(text_.header.defaultFont);
         break;
     default:
         break;
@@ -238,7 +274,7 @@ void RtfReader::FormatCharacters(const RtfKeyword &keyword)
 
 void RtfReader::FormatParagraph(const RtfKeyword &keyword)
 {
-    RtfParagraphState &paragraph = state_.paragraph;
+    RtfParagraphState &paragraph = text_.state.paragraph;
     const int number = tokens_.parameter();
     switch (keyword.action) {
     case RtfAction::ParagraphDefaults:
@@ -278,8 +314,8 @@ void RtfReader::AddTabStop(int twips)
     QTextOption::Tab tab(Pixels(twips), tabKind_);
     if (tabKind_ == QTextOption::DelimiterTab)
         tab.delimiter = u',';
-    if (state_.paragraph.tabs.size() < MaxTabStops)
-        state_.paragraph.tabs.append(tab);
+    if (text_.state.paragraph.tabs.size() < MaxTabStops)
+        text_.state.paragraph.tabs.append(tab);
     tabKind_ = QTextOption::LeftTab;
 }
 
@@ -289,36 +325,34 @@ void RtfReader::DescribeText(const RtfKeyword &keyword)
     const auto part = static_cast<QRgb>(std::clamp(number, 0, 0xFF));
     switch (keyword.action) {
     case RtfAction::Unicode:
-        Unicode(number);
+        text_.Unicode(number);
         break;
     case RtfAction::UnicodeSkip:
-        state_.unicodeSkip = std::max(0, number);
+        text_.state.unicodeSkip = std::max(0, number);
         break;
     case RtfAction::CodePage:
         SetDocumentCodePage(keyword.value != 0 ? keyword.value : number);
         break;
     case RtfAction::DefaultFont:
-        defaultFont_ = number;
+        text_.header.defaultFont = number;
         break;
     case RtfAction::Charset:
-        if (state_.destination == Destination::FontTable)
-            fonts_[tableFont_].codePage = state_.codePage = CodePageOfCharset(number, documentCodePage_);
+        text_.SetFontCodePage(CodePageOfCharset(number, text_.header.codePage));
         break;
     case RtfAction::TabWidth:
-        builder_.SetTabWidth(std::clamp(number, 0, MaxTwips));
+        text_.Builder().SetTabWidth(std::clamp(number, 0, MaxTwips));
         break;
     case RtfAction::FontCodePage:
-        if (state_.destination == Destination::FontTable)
-            fonts_[tableFont_].codePage = state_.codePage = number;
+        text_.SetFontCodePage(number);
         break;
     case RtfAction::Red:
-        tableColour_ = (tableColour_ & 0x00FFFFU) | part << 16U;
+        text_.header.tableColour = (text_.header.tableColour & 0x00FFFFU) | part << 16U;
         break;
     case RtfAction::Green:
-        tableColour_ = (tableColour_ & 0xFF00FFU) | part << 8U;
+        text_.header.tableColour = (text_.header.tableColour & 0xFF00FFU) | part << 8U;
         break;
     case RtfAction::Blue:
-        tableColour_ = (tableColour_ & 0xFFFF00U) | part;
+        text_.header.tableColour = (text_.header.tableColour & 0xFFFF00U) | part;
         break;
     default:
         break;
@@ -327,6 +361,6 @@ void RtfReader::DescribeText(const RtfKeyword &keyword)
 
 void RtfReader::SetDocumentCodePage(int codePage)
 {
-    documentCodePage_ = codePage;
-    state_.codePage = codePage;
+    text_.header.codePage = codePage;
+    text_.state.codePage = codePage;
 }

@@ -203,10 +203,11 @@ private slots:
         QCOMPARE(b.Anzahl(0), 3);
     }
 
-    // The window of the last query may say for long that it has shown a verdict.
+    // The query goes on to say that it has shown a verdict.
     void AStoredVerdictIsNotStoredAgainByTheEndOfTheSession()
     {
         Lernbuehne b;
+        b.abfrage.beimAbschliessen = [&] { QVERIFY(b.lauf.SitzungEndet()); }; // while a message is read
         b.lauf.Image0_Click(0);
         QVERIFY(b.abfrage.IstBeurteilt());
         QVERIFY(b.lauf.SitzungEndet());
@@ -249,6 +250,7 @@ private slots:
     void NothingBeginsWhileSomethingIsUnderWayOrTheWindowIsAway()
     {
         Lernbuehne b;
+        b.zufall.Wuerfe({6, 6, 6, 6});
         {
             const auto belegt = b.belegung.Belegen();
             b.lauf.Image0_Click(0);

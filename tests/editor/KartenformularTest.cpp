@@ -17,7 +17,7 @@ struct Formularbuehne
 {
     Formularbuehne()
     {
-        dienste.konfig.ProgrammPfad = ordner.path();
+        dienste.konfig.ProgrammPfad = programm.path();
         BildSchreiben(ordner.filePath(QStringLiteral("rot.bmp")), {200, 150}, Qt::red);
         form.Anfuegen(Knopfzeile(&form));
         form.resize(1000, 700);
@@ -35,7 +35,7 @@ struct Formularbuehne
 
     RichTextBox *Box(const char *name) { return Finde<RichTextBox>(name); }
 
-    QTemporaryDir ordner;
+    QTemporaryDir ordner, programm;
     TestDienste dienste;
     Kartenformular form{dienste.Alle(), ordner.path(), nullptr};
     QSignalSpy geaendert{&form, &Kartenformular::geaendert};

@@ -241,6 +241,12 @@ private slots:
         QVERIFY(geht({rechts - 1, unten - 1}));
         QVERIFY(!geht({rechts, unten - 1}));
         QVERIFY(!geht({rechts - 1, unten}));
+        // Nor does the card say more than what is shown.
+        const QPoint wo = b.Bild()->pos();
+        b.Klick("CVor");
+        const CardRecord card = b.kartei.Stored()[0];
+        QCOMPARE(card.PictureTop, double(TwipsVonPixel(wo.y())));
+        QCOMPARE(card.Pictureleft, double(TwipsVonPixel(wo.x())));
     }
 
     void HandleSizesThePicture()

@@ -150,6 +150,7 @@ private slots:
         b.Klick("Cback");
         QVERIFY(!b.fenster->isVisible());
         QCOMPARE(b.geschlossen, 1);
+        QCOMPARE(b.ton.stillen, 1);
         QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("neu Frage 1"));
     }
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "RtfReader.h"
+#include "RtfText.h"
+
 #include "RtfSymbolField.h"
 #include "SymbolFont.h"
 
 #include <utility>
-
-// The reader's way of a character from the text into the document: which font it has, what it means there.
 
 namespace {
 constexpr qsizetype MaxFontName = 128;
@@ -21,47 +20,56 @@ bool IsNeutral(char16_t c)
 }
 } // namespace
 
-void RtfReader::SelectFont(int number)
+RtfText::RtfText(QTextDocument &document, Input input)
+    : input_(input), builder_(document, RtfDocumentBuilder::Formats::FromState)
 {
-    if (state_.destination == Destination::FontTable) {
+}
+
+void RtfText::SelectFont(int number)
+{
+    if (state.destination == Destination::FontTable) {
         FinishFont();
         tableFont_ = number;
-        state_.codePage = documentCodePage_;
+        state.codePage = header.codePage;
         return;
     }
     const auto found = fonts_.find(number);
     const Font font = found != fonts_.end() ? found->second : Font();
     const bool saysNothing = font.codePage == 0;
-    state_.text.family = font.family;
-    state_.text.symbol = !font.family.isEmpty() &&
-                         (font.codePage == SymbolCodePage || (saysNothing && IsSymbolFont(font.family)));
-    state_.codePage = saysNothing ? documentCodePage_ : font.codePage;
+    state.text.family = font.family;
+    state.text.symbol = !font.family.isEmpty() &&
+                        (font.codePage == SymbolCodePage || (saysNothing && IsSymbolFont(font.family)));
+    state.codePage = saysNothing ? header.codePage : font.codePage;
 }
 
-// Word processors name a font for each kind of characters and then say of which kind the text is.
-void RtfReader::FontOfKind(const RtfKeyword &keyword)
+void RtfText::FontOfKind(const RtfKeyword &keyword, int number)
 {
-    const int number = tokens_.parameter();
-    if (state_.destination == Destination::FontTable) {
+    if (state.destination == Destination::FontTable) {
         if (keyword.action == RtfAction::Font)
             SelectFont(number);
         return;
     }
     if (keyword.action == RtfAction::TextKind) {
-        state_.textKind = keyword.value;
-    } else if (state_.textKind >= 0) {
-        state_.kindFonts.at(static_cast<std::size_t>(state_.textKind)) = number;
+        state.textKind = keyword.value;
+    } else if (state.textKind >= 0) {
+        state.kindFonts.at(static_cast<std::size_t>(state.textKind)) = number;
     } else if (keyword.action == RtfAction::Font) {
-        state_.font = number;
+        state.font = number;
     } else {
         return; // for text from right to left
     }
     const int ofKind =
-        state_.textKind >= 0 ? state_.kindFonts.at(static_cast<std::size_t>(state_.textKind)) : -1;
-    SelectFont(ofKind >= 0 ? ofKind : state_.font);
+        state.textKind >= 0 ? state.kindFonts.at(static_cast<std::size_t>(state.textKind)) : -1;
+    SelectFont(ofKind >= 0 ? ofKind : state.font);
 }
 
-void RtfReader::FinishFont()
+void RtfText::SetFontCodePage(int codePage)
+{
+    if (state.destination == Destination::FontTable)
+        fonts_[tableFont_].codePage = state.codePage = codePage;
+}
+
+void RtfText::FinishFont()
 {
     const QString name = std::exchange(fontName_, {}).trimmed();
     if (name.isEmpty())
@@ -72,44 +80,7 @@ void RtfReader::FinishFont()
         symbolFamilies_.insert(name);
 }
 
-void RtfReader::Symbol()
-{
-    switch (tokens_.symbol()) {
-    case u'*':
-        starred_ = groupStart_;
-        break;
-    case u'\\':
-    case u'{':
-    case u'}':
-    case u'\t':
-        TextUnit(tokens_.symbol());
-        return;
-    case u'~':
-        Character(u'\u00A0');
-        break;
-    case u'-':
-        Character(u'\u00AD');
-        break;
-    case u'_':
-        Character(u'\u2011');
-        break;
-    case u'\r':
-    case u'\n':
-        if (isShown())
-            builder_.EndParagraph(state_.paragraph, state_.text);
-        break;
-    default:
-        break;
-    }
-}
-
-void RtfReader::Text()
-{
-    for (const QChar c : tokens_.text())
-        TextUnit(c.unicode());
-}
-
-void RtfReader::TextUnit(char16_t unit)
+void RtfText::TextUnit(char16_t unit)
 {
     constexpr char16_t LastByte = 0xFF;
     // ASCII may be the second byte of a character.
@@ -122,7 +93,7 @@ void RtfReader::TextUnit(char16_t unit)
         Character(unit);
 }
 
-void RtfReader::Character(char16_t c)
+void RtfText::Character(char16_t c)
 {
     if (skipCharacters_ > 0) {
         --skipCharacters_;
@@ -132,7 +103,7 @@ void RtfReader::Character(char16_t c)
     Put(c);
 }
 
-void RtfReader::Byte(unsigned char byte)
+void RtfText::Byte(unsigned char byte)
 {
     if (skipCharacters_ > 0) {
         --skipCharacters_;
@@ -151,14 +122,14 @@ void RtfReader::Byte(unsigned char byte)
     lead_ = !lead_ && codePage.IsLead(byte);
 }
 
-RtfCodePage &RtfReader::CurrentCodePage()
+RtfCodePage &RtfText::CurrentCodePage()
 {
-    const bool known = codePages_.size() < MaxCodePages || codePages_.contains(state_.codePage);
-    const int codePage = known ? state_.codePage : WesternCodePage;
+    const bool known = codePages_.size() < MaxCodePages || codePages_.contains(state.codePage);
+    const int codePage = known ? state.codePage : WesternCodePage;
     return codePages_.try_emplace(codePage, codePage).first->second;
 }
 
-void RtfReader::FlushBytes()
+void RtfText::FlushBytes()
 {
     lead_ = false;
     if (bytes_.isEmpty())
@@ -168,7 +139,7 @@ void RtfReader::FlushBytes()
         Put(c.unicode());
 }
 
-void RtfReader::Unicode(int value)
+void RtfText::Unicode(int value)
 {
     constexpr int Units = 0x10000;
     constexpr int LastCodePoint = 0x10FFFF;
@@ -182,12 +153,12 @@ void RtfReader::Unicode(int value)
         Put(QChar::highSurrogate(static_cast<char32_t>(value)));
         Put(QChar::lowSurrogate(static_cast<char32_t>(value)));
     }
-    skipCharacters_ = state_.unicodeSkip;
+    skipCharacters_ = state.unicodeSkip;
 }
 
-void RtfReader::Put(char16_t c)
+void RtfText::Put(char16_t c)
 {
-    switch (state_.destination) {
+    switch (state.destination) {
     case Destination::FontTable:
         if (c == u';')
             FinishFont();
@@ -196,27 +167,15 @@ void RtfReader::Put(char16_t c)
         break;
     case Destination::ColourTable:
         if (c == u';')
-            colours_.push_back(std::exchange(tableColour_, 0));
+            header.colours.push_back(std::exchange(header.tableColour, 0));
         break;
     case Destination::Body:
-        if (state_.hidden)
-            break;
-        if (c == u'\u2029' || c == u'\f') {
-            builder_.EndParagraph(state_.paragraph, state_.text);
-        } else if (!state_.text.symbol || IsNeutral(c)) {
-            builder_.Append(c, state_.text);
-        } else if (c > PrivateArea && c <= PrivateArea + 0xFF) {
-            PutSymbol(static_cast<unsigned char>(c - PrivateArea));
-        } else {
-            RtfCharState text = state_.text; // the font has no such character
-            text.symbol = false;
-            text.family.clear();
-            builder_.Append(c, text);
-        }
+        if (!state.hidden)
+            PutInBody(c);
         break;
     case Destination::FieldInstruction:
         if (instruction_.isEmpty())
-            instructionText_ = state_.text;
+            instructionText_ = state.text;
         if (instruction_.size() < MaxSymbolInstruction && !(instruction_.isEmpty() && c == u' '))
             instruction_ += QChar(c);
         break;
@@ -225,13 +184,29 @@ void RtfReader::Put(char16_t c)
     }
 }
 
-void RtfReader::PutSymbol(unsigned char place)
+void RtfText::PutInBody(char16_t c)
 {
-    if (!state_.hidden)
-        PutCodePoint(SymbolCharacter(state_.text.family, place), state_.text);
+    if (c == u'\u2029' || c == u'\f') {
+        builder_.EndParagraph(state.paragraph, state.text);
+    } else if (!state.text.symbol || IsNeutral(c)) {
+        builder_.Append(c, state.text);
+    } else if (c > PrivateArea && c <= PrivateArea + 0xFF) {
+        PutSymbol(static_cast<unsigned char>(c - PrivateArea));
+    } else {
+        RtfCharState text = state.text; // the font has no such character
+        text.symbol = false;
+        text.family.clear();
+        builder_.Append(c, text);
+    }
 }
 
-void RtfReader::PutCodePoint(char32_t c, const RtfCharState &text)
+void RtfText::PutSymbol(unsigned char place)
+{
+    if (!state.hidden)
+        PutCodePoint(SymbolCharacter(state.text.family, place), state.text);
+}
+
+void RtfText::PutCodePoint(char32_t c, const RtfCharState &text)
 {
     if (QChar::requiresSurrogates(c)) {
         builder_.Append(QChar::highSurrogate(c), text);
@@ -241,14 +216,19 @@ void RtfReader::PutCodePoint(char32_t c, const RtfCharState &text)
     }
 }
 
+void RtfText::BeginField()
+{
+    instruction_.clear();
+}
+
 // The result of such a field is often empty: other programs make it of the instruction.
-void RtfReader::FinishField()
+void RtfText::FinishField()
 {
     const auto field = ReadSymbolField(std::exchange(instruction_, {}));
     if (!field)
         return;
-    state_.fieldShown = true;
-    if (state_.hidden)
+    state.fieldShown = true;
+    if (state.hidden)
         return;
     RtfCharState text = instructionText_;
     if (field->halfPoints > 0)

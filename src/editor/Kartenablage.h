@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Kartenblatt.h"
+
+#include <exception>
+
+// How the cards of the form come into the card file.
+
+enum class Vorlage
+{
+    Keine,
+    AktuelleKarte // whose texts, where they were not changed, are copied as they are
+};
+
+// What became of a card that was to be added. Both may be: the card is there although the disk failed.
+struct Ablage
+{
+    bool abgelegt = false;
+    std::exception_ptr fehler; // null for none
+};
+
+// Adds the form as a new card behind the last of the new ones, under the next number. A number that is handed
+// out stays so, even when the card is not stored after all.
+Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage);
+
+// Writes the form over the current card. Throws StoreError; the record is as it was then, unless the disk
+// failed.
+void KarteUeberschreiben(CardStore &kartei, const Kartenblatt &blatt);
