@@ -20,7 +20,7 @@ QLabel *Beschriftung(const QString &text, QWidget *ziel, QWidget *eltern)
 
 void Schriftgroesse(QWidget *widget, double faktor)
 {
-    QFont schrift = widget->font();
+    QFont schrift = widget->parentWidget()->font();
     schrift.setPointSizeF(schrift.pointSizeF() * faktor);
     widget->setFont(schrift);
 }

@@ -28,7 +28,7 @@ QString Name(const char *feld, std::size_t index);
 // A label whose mnemonic leads to `ziel`.
 QLabel *Beschriftung(const QString &text, QWidget *ziel, QWidget *eltern);
 
-// The font that the control has, `faktor` times as large.
+// The font of what the control stands on, `faktor` times as large; however large it was made since.
 void Schriftgroesse(QWidget *widget, double faktor);
 
 // What is hidden for a while keeps its place, so that nothing jumps.

@@ -36,12 +36,17 @@ bool Kartenbild::Zeigen(const QString &name, const QString &verzeichnis, const Q
     const QImage bild = BildLaden(name, verzeichnis, programmPfad, meldungen);
     if (bild.isNull())
         return false;
+    Zeigen(bild);
+    return true;
+}
+
+void Kartenbild::Zeigen(const QImage &bild)
+{
     box_->SetBild(bild);
     box_->setGeometry(Bildplatz());
     box_->show();
     box_->raise();
     TextUmBild();
-    return true;
 }
 
 void Kartenbild::Verbergen()

@@ -10,6 +10,7 @@
 #include <QString>
 
 class BildBox;
+class QImage;
 class QWidget;
 class RichTextBox;
 
@@ -43,6 +44,8 @@ public:
     // shown, which was told then, it stays as it was and is false.
     bool Zeigen(const QString &name, const QString &verzeichnis, const QString &programmPfad,
                 Meldungen &meldungen);
+    // The same for one that has been read.
+    void Zeigen(const QImage &bild);
     void Verbergen();
     // Puts the picture where it belongs, and the text beside it: surface or question have another size.
     void Platzieren();

@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QEvent>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
@@ -74,6 +75,8 @@ bool RichTextBox::ZeigeRichText(const QString &text)
 {
     const bool ganz = SetRichText(*document(), text);
     moveCursor(QTextCursor::Start);
+    verticalScrollBar()->setValue(0); // the caret stands a little below the text's beginning
+    updateGeometry();                 // another text may be higher
     Einmitten();
     return ganz;
 }
@@ -184,12 +187,20 @@ void RichTextBox::resizeEvent(QResizeEvent *event)
     Einmitten();
 }
 
+void RichTextBox::showEvent(QShowEvent *event)
+{
+    QTextEdit::showEvent(event);
+    Einmitten();
+}
+
 void RichTextBox::Einmitten()
 {
     if (hoechstens_ == 0)
         return;
-    // Only the height is taken away, so the text keeps its lines and this ends after one round.
-    const int frei = contentsRect().height() - static_cast<int>(std::ceil(document()->size().height()));
+    // Only the height is taken away, so the text keeps its lines and this ends after one round. A box that is
+    // not shown may still have the height that another text needed.
+    const int frei =
+        isVisible() ? contentsRect().height() - static_cast<int>(std::ceil(document()->size().height())) : 0;
     const QMargins rand(0, std::max(frei / 2, 0), 0, 0);
     if (viewportMargins() != rand)
         setViewportMargins(rand);
