@@ -61,9 +61,10 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     lbox_ = std::make_unique<LBOX>(
         kartei_, oeffner_, zustand_, dienste_,
         Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
-    // To read the icon takes a good part of a start.
+    // To read the icon and to make the query takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
         QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
+        AbfrageBauen();
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
     QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
@@ -86,6 +87,13 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     lbox_->show();
     QGuiApplication::setQuitOnLastWindowClosed(true);
     return true;
+}
+
+void Programm::AbfrageBauen()
+{
+    wechsel_ = std::make_unique<Fensterwechsel>(lbox_->Eingabe(), *lbox_);
+    abfrage_ = std::make_unique<PFUse>(kartei_, dienste_, *wechsel_, lbox_.get());
+    lbox_->SetAbfrage(*abfrage_);
 }
 
 // While cards are edited the box is away: nothing else may move through the card table.

@@ -6,10 +6,12 @@
 #include "BoxZustand.h"
 #include "CardStore.h"
 #include "Dienste.h"
+#include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
 #include "PFAendern.h"
+#include "PFUse.h"
 #include "Programmende.h"
 #include "SearchHit.h"
 #include "Tonausgabe.h"
@@ -41,6 +43,7 @@ public:
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);
+    void AbfrageBauen();
     void EditorZeigen();
     void EditorGeschlossen();
     // What opens a dialog of the file tools.
@@ -64,5 +67,7 @@ private:
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
+    std::unique_ptr<Fensterwechsel> wechsel_;
+    std::unique_ptr<PFUse> abfrage_;   // shown for each card
     std::unique_ptr<PFÄndern> editor_; // the last one that was open; the next one takes its place
 };

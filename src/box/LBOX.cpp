@@ -29,9 +29,8 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
       dienste_(dienste),
       befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
-      abfrage_({*this, kartei_, zustand_, dienste, eingabe_}),
       flug_(kasten_->Karte(), oeffner_.verzoegerung, dienste.konfig, eingabe_),
-      lernlauf_({kartei_, zustand_, dienste.meldungen, belegung_, eingabe_, flug_, abfrage_}),
+      lernlauf_({kartei_, dienste.meldungen, belegung_, eingabe_, flug_}),
       wuerfelspiel_(
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.uhr, belegung_),
@@ -109,6 +108,9 @@ void LBOX::Verbinden()
     connect(karteiWechseln_, &QAction::triggered, this, &LBOX::KarteiWechseln_Click);
     connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
 
+    ruhe_.setSingleShot(true);
+    ruhe_.setInterval(30);
+    connect(&ruhe_, &QTimer::timeout, this, [this] { lernlauf_.Vorbereiten(zustand_.VollstesFach); });
     connect(&lernlauf_, &Lernlauf::Zurueckgekehrt, this, [this] {
         show();
         activateWindow();
@@ -182,6 +184,7 @@ void LBOX::BoxZeichnen()
 {
     kasten_->Zeigen(Rechnen());
     HinweiseZeigen();
+    ruhe_.start();
 }
 
 // What the window says about the open file.

@@ -5,6 +5,7 @@
 #include "Automatik.h"
 #include "Belegung.h"
 #include "BoxRechnung.h"
+#include "BoxZustand.h"
 #include "Boxmenue.h"
 #include "Dienste.h"
 #include "Eingabewache.h"
@@ -12,10 +13,10 @@
 #include "Kartenflug.h"
 #include "LBoxFenster.h"
 #include "Lernlauf.h"
-#include "PFUseAbfrage.h"
 #include "Wuerfelspiel.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 class Kasten;
 class QLabel;
@@ -41,6 +42,11 @@ public:
     ~LBOX() override;
 
     void SetFenster(LBoxFenster fenster);
+
+    // The query, which works with Eingabe(); it must be there before a card is asked, and outlive this.
+    void SetAbfrage(Kartenabfrage &abfrage) { lernlauf_.SetAbfrage(abfrage); }
+
+    Eingabewache &Eingabe() { return eingabe_; }
 
     // Draws the box anew from FachInfo, and sets VollstesFach.
     void BoxZeichnen();
@@ -88,7 +94,6 @@ private:
     Kasten *kasten_;
     Belegung belegung_{*this};
     Eingabewache eingabe_{*this};
-    PFUseAbfrage abfrage_;
     Kartenflug flug_;
     Lernlauf lernlauf_;
     Wuerfelspiel wuerfelspiel_;
@@ -100,5 +105,6 @@ private:
     QLabel *lAutomatik_ = nullptr;
     QLabel *lTongeraet_ = nullptr;
     QAction *karteiWechseln_ = nullptr;
+    QTimer ruhe_; // of the box: then its next query is made ready
     bool geladen_ = false;
 };

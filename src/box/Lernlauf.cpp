@@ -18,6 +18,12 @@ const QString NichtGespeichert = QStringLiteral("Die Antwort konnte nicht gespei
 
 Lernlauf::Lernlauf(const Teile &teile, QObject *parent) : QObject(parent), teile_(teile) {}
 
+void Lernlauf::Vorbereiten(int fach)
+{
+    if (abfrage_ && teile_.kartei.FehlerStatus == 0 && !teile_.belegung.IstGesperrt())
+        abfrage_->Vorbereiten(fach);
+}
+
 void Lernlauf::Image0_Click(int fach)
 {
     CardStore &kartei = teile_.kartei;
@@ -48,29 +54,30 @@ void Lernlauf::KarteAbfragen()
     teile_.flug.Legen(QString::number(teile_.kartei.Felder().FrageNr.Number()));
     offen_ = true;
     const auto vorbei = qScopeGuard([this] { offen_ = false; });
-    const Kartenabfrage::Ausgang ausgang = teile_.abfrage.Fragen(bearbeitbar_);
-    if (ausgang != Kartenabfrage::Ausgang::Bearbeiten)
+    const std::optional<AbfrageErgebnis> ergebnis = abfrage_->Fragen(bearbeitbar_);
+    const bool bearbeiten = ergebnis == AbfrageErgebnis::Bearbeiten;
+    if (!bearbeiten)
         emit Zurueckgekehrt();
-    if (ausgang == Kartenabfrage::Ausgang::Beurteilt) {
-        const bool richtig = teile_.zustand.AbfrageErgebnis == ErgebnisRichtig;
+    if (IstUrteil(ergebnis)) {
+        const bool richtig = ergebnis == AbfrageErgebnis::Richtig;
         teile_.flug.KarteAnimieren(ZielFach(fach, richtig), richtig);
         teile_.flug.Verbergen();
-        UrteilSpeichern();
+        UrteilSpeichern(*ergebnis);
     }
     teile_.flug.Verbergen();
     emit BoxGeaendert();
-    teile_.abfrage.Abschliessen();
-    if (ausgang == Kartenabfrage::Ausgang::Bearbeiten)
+    abfrage_->Abschliessen();
+    if (bearbeiten)
         emit BearbeitenGewuenscht();
 }
 
 // Unless the end of the session has done so.
-void Lernlauf::UrteilSpeichern()
+void Lernlauf::UrteilSpeichern(AbfrageErgebnis urteil)
 {
     if (!std::exchange(offen_, false))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, teile_.zustand.AbfrageErgebnis);
+        KarteVerschieben(teile_.kartei, teile_.meldungen, static_cast<qint16>(urteil));
     } catch (const std::exception &fehler) {
         LesefehlerMelden(NichtGespeichert, fehler);
     }
@@ -78,12 +85,13 @@ void Lernlauf::UrteilSpeichern()
 
 bool Lernlauf::SitzungEndet()
 {
-    if (!offen_ || !teile_.abfrage.IstBeurteilt())
+    const std::optional<AbfrageErgebnis> urteil = offen_ ? abfrage_->Urteil() : std::nullopt;
+    if (!urteil)
         return true;
     offen_ = false;
-    teile_.abfrage.Schliessen();
+    abfrage_->Schliessen();
     try {
-        KarteEinordnen(teile_.kartei, teile_.zustand.AbfrageErgebnis);
+        KarteEinordnen(teile_.kartei, static_cast<qint16>(*urteil));
         return true;
     } catch (const std::exception &) {
         QMetaObject::invokeMethod(

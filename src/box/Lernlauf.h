@@ -3,7 +3,6 @@
 #pragma once
 
 #include "Belegung.h"
-#include "BoxZustand.h"
 #include "CardStore.h"
 #include "Eingabewache.h"
 #include "Kartenabfrage.h"
@@ -24,19 +23,22 @@ public:
     struct Teile
     {
         CardStore &kartei;
-        BoxZustand &zustand;
         Meldungen &meldungen;
         Belegung &belegung;
         Eingabewache &eingabe;
         Kartenflug &flug;
-        Kartenabfrage &abfrage;
     };
 
     explicit Lernlauf(const Teile &teile, QObject *parent = nullptr);
 
+    // What asks the cards: must be there before the first one is asked.
+    void SetAbfrage(Kartenabfrage &abfrage) { abfrage_ = &abfrage; }
+
     // Whether there is an editor that cards can be sent to.
     void SetBearbeitbar(bool bearbeitbar) { bearbeitbar_ = bearbeitbar; }
 
+    // While the box is at rest: makes the query ready for the card that Image0_Click(fach) would ask.
+    void Vorbereiten(int fach);
     // Asks the first card of compartment `fach`, 0 to 5.
     void Image0_Click(int fach);
     // Asks the current card and does what its answer asks for. Throws StoreError where it cannot be read.
@@ -61,9 +63,10 @@ signals:
     void KarteiVerloren();
 
 private:
-    void UrteilSpeichern();
+    void UrteilSpeichern(AbfrageErgebnis urteil);
 
     Teile teile_;
+    Kartenabfrage *abfrage_ = nullptr;
     bool bearbeitbar_ = false;
     bool offen_ = false; // a card is asked whose verdict, if there is one, is not stored
 };

@@ -5,7 +5,7 @@
 #include <QWidget>
 
 // A surface with rounded corners in the palette's colour of its background role.
-class Flaeche final : public QWidget
+class Flaeche : public QWidget
 {
 public:
     // Fein parts it from its ground, Feld says that something can be entered, Gestrichelt that something will

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "FachBild.h"
+#include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
 #include "LBOX.h"
+#include "PFUse.h"
 #include "StoreTestSupport.h"
 #include "TestDienste.h"
 #include "WuerfelBild.h"
@@ -58,6 +60,9 @@ public:
         fenster =
             std::make_unique<LBOX>(kartei, oeffner, zustand, Alle(),
                                    Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
+        wechsel = std::make_unique<Fensterwechsel>(fenster->Eingabe(), *fenster);
+        pfuse = std::make_unique<PFUse>(kartei, Alle(), *wechsel, fenster.get());
+        fenster->SetAbfrage(*pfuse);
         fenster->SetFenster(std::move(offen));
         fenster->show();
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
@@ -208,5 +213,7 @@ public:
     KarteiOeffner oeffner{kartei, meldungen, uhr};
     BoxZustand zustand;
     std::unique_ptr<LBOX> fenster;
+    std::unique_ptr<Fensterwechsel> wechsel;
+    std::unique_ptr<PFUse> pfuse;
     QStringList gefragt; // the FrageNr of every query so far
 };

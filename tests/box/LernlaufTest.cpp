@@ -15,40 +15,36 @@
 
 #include <functional>
 
+using Ergebnis = std::optional<AbfrageErgebnis>;
+
 // A query without a window: it ends as it is told, after `waehrend` has been run.
 class TestAbfrage final : public Kartenabfrage
 {
 public:
-    explicit TestAbfrage(BoxZustand &zustand) : zustand_(zustand) {}
+    void Vorbereiten(int fach) override { vorbereitet << fach; }
 
-    Ausgang Fragen(bool darfBearbeiten) override
+    Ergebnis Fragen(bool darfBearbeiten) override
     {
         ++gefragt;
         bearbeitbar = darfBearbeiten;
-        beurteilt = false;
-        if (ausgang == Ausgang::Beurteilt) {
-            zustand_.AbfrageErgebnis = ergebnis;
-            beurteilt = true;
-        }
+        urteil = IstUrteil(ergebnis) ? ergebnis : std::nullopt;
         waehrend();
-        return ausgang;
+        return ergebnis;
     }
 
-    bool IstBeurteilt() const override { return beurteilt; }
+    Ergebnis Urteil() const override { return urteil; }
 
     void Schliessen() override { ++geschlossen; }
 
     void Abschliessen() override { beimAbschliessen(); }
 
-    Ausgang ausgang = Ausgang::Beurteilt;
-    qint16 ergebnis = -1;
+    Ergebnis ergebnis = AbfrageErgebnis::Richtig;
     std::function<void()> waehrend = [] {};
     std::function<void()> beimAbschliessen = [] {};
+    QList<int> vorbereitet;
     int gefragt = 0, geschlossen = 0;
-    bool beurteilt = false, bearbeitbar = false;
-
-private:
-    BoxZustand &zustand_;
+    Ergebnis urteil;
+    bool bearbeitbar = false;
 };
 
 namespace {
@@ -67,6 +63,7 @@ struct Lernbuehne : TestDienste
         oeffner.OpenCardFile(name);
         kasten.resize(700, 400);
         kasten.show();
+        lauf.SetAbfrage(abfrage);
     }
 
     int Anzahl(std::size_t fach) { return kartei.FachInfo[fach].Anzahl; }
@@ -74,17 +71,14 @@ struct Lernbuehne : TestDienste
     QTemporaryDir ordner;
     CardStore kartei;
     KarteiOeffner oeffner{kartei, meldungen, uhr};
-    BoxZustand zustand;
     Kasten kasten{kartei.FachInfo};
     Belegung belegung{kasten};
     Eingabewache eingabe{kasten};
-    TestAbfrage abfrage{zustand};
+    TestAbfrage abfrage;
     Kartenflug flug{kasten.Karte(), oeffner.verzoegerung, konfig, eingabe};
-    Lernlauf lauf{{kartei, zustand, meldungen, belegung, eingabe, flug, abfrage}};
+    Lernlauf lauf{{kartei, meldungen, belegung, eingabe, flug}};
     Wuerfelspiel spiel{{kartei, oeffner.verzoegerung, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
 };
-
-using Ausgang = Kartenabfrage::Ausgang;
 
 } // namespace
 
@@ -116,7 +110,7 @@ private slots:
     void AWrongAnswerGoesToCompartment1()
     {
         Lernbuehne b;
-        b.abfrage.ergebnis = 0;
+        b.abfrage.ergebnis = AbfrageErgebnis::Falsch;
         b.lauf.Image0_Click(5);
         QCOMPARE(b.Anzahl(5), 0);
         QCOMPARE(b.Anzahl(1), 1);
@@ -125,26 +119,26 @@ private slots:
 
     void WithoutAVerdictNothingMoves_data()
     {
-        QTest::addColumn<Ausgang>("ausgang");
-        QTest::newRow("abandoned") << Ausgang::Abgebrochen;
-        QTest::newRow("edit") << Ausgang::Bearbeiten;
-        QTest::newRow("deleted") << Ausgang::Geloescht;
+        QTest::addColumn<Ergebnis>("ausgang");
+        QTest::newRow("abandoned") << Ergebnis();
+        QTest::newRow("edit") << Ergebnis(AbfrageErgebnis::Bearbeiten);
+        QTest::newRow("deleted") << Ergebnis(AbfrageErgebnis::Geloescht);
     }
 
     void WithoutAVerdictNothingMoves()
     {
-        QFETCH(Ausgang, ausgang);
+        QFETCH(Ergebnis, ausgang);
         Lernbuehne b;
-        b.zustand.AbfrageErgebnis = -1; // of the query before
-        b.abfrage.ausgang = ausgang;
+        b.abfrage.urteil = AbfrageErgebnis::Richtig; // of the query before
+        b.abfrage.ergebnis = ausgang;
         const QSignalSpy zurueck(&b.lauf, &Lernlauf::Zurueckgekehrt);
         const QSignalSpy bearbeiten(&b.lauf, &Lernlauf::BearbeitenGewuenscht);
         b.lauf.Image0_Click(0);
         QCOMPARE(b.Anzahl(0), 3);
         QCOMPARE(b.Anzahl(2), 0);
         // The editor takes the place of the box.
-        QCOMPARE(bearbeiten.size(), ausgang == Ausgang::Bearbeiten ? 1 : 0);
-        QCOMPARE(zurueck.size(), ausgang == Ausgang::Bearbeiten ? 0 : 1);
+        QCOMPARE(bearbeiten.size(), ausgang == AbfrageErgebnis::Bearbeiten ? 1 : 0);
+        QCOMPARE(zurueck.size(), ausgang == AbfrageErgebnis::Bearbeiten ? 0 : 1);
         QVERIFY(!b.kasten.findChild<QWidget *>("Karte")->isVisible());
     }
 
@@ -195,8 +189,8 @@ private slots:
     void WithoutAVerdictTheEndOfTheSessionStoresNothing()
     {
         Lernbuehne b;
-        b.zustand.AbfrageErgebnis = -1;
-        b.abfrage.ausgang = Ausgang::Abgebrochen;
+        b.abfrage.urteil = AbfrageErgebnis::Richtig;
+        b.abfrage.ergebnis.reset();
         b.abfrage.waehrend = [&] { QVERIFY(b.lauf.SitzungEndet()); };
         b.lauf.Image0_Click(0);
         QCOMPARE(b.abfrage.geschlossen, 0);
@@ -209,7 +203,7 @@ private slots:
         Lernbuehne b;
         b.abfrage.beimAbschliessen = [&] { QVERIFY(b.lauf.SitzungEndet()); }; // while a message is read
         b.lauf.Image0_Click(0);
-        QVERIFY(b.abfrage.IstBeurteilt());
+        QVERIFY(b.abfrage.Urteil());
         QVERIFY(b.lauf.SitzungEndet());
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.Anzahl(2), 1);
@@ -263,6 +257,18 @@ private slots:
         b.kasten.show();
         b.lauf.Image0_Click(0);
         QCOMPARE(b.abfrage.gefragt, 1);
+    }
+
+    void TheNextQueryIsMadeReadyOnlyWhileTheBoxIsAtRest()
+    {
+        Lernbuehne b;
+        b.abfrage.waehrend = [&] { b.lauf.Vorbereiten(3); };
+        b.lauf.Image0_Click(0);
+        QCOMPARE(b.abfrage.vorbereitet, QList<int>());
+        b.lauf.Vorbereiten(2);
+        b.kasten.hide();
+        b.lauf.Vorbereiten(1);
+        QCOMPARE(b.abfrage.vorbereitet, QList<int>{2});
     }
 
     void WhileACardIsAskedTheBoxIsBusy()

@@ -23,11 +23,10 @@ private:
         b.Fragen(TippKarte("x"), [&] {
             gezeigt = b.fenster->geometry();
             lernen(b);
-            PFUse *fenster = b.fenster;
-            fenster->close();
-            if (danach)
-                *danach = fenster->Lage();
         });
+        b.fenster->Abschliessen();
+        if (danach)
+            *danach = b.konfig.Abfrage;
         return gezeigt;
     }
 

@@ -59,17 +59,17 @@ private slots:
             QVERIFY2(hoehe <= schirm.height() * 9 / 10, qPrintable(QString::number(hoehe)));
             for (const char *name : {"MFrage", "Antwort(0)", "Ergebnis_R", "Command3", "Tastenhinweise"}) {
                 const QWidget *widget = b.Finde<QWidget>(name);
-                const QRect lage(widget->mapTo(b.fenster, QPoint()), widget->size());
+                const QRect lage(widget->mapTo(b.fenster.get(), QPoint()), widget->size());
                 QVERIFY2(b.fenster->rect().contains(lage) && lage.height() >= 12, name);
             }
             QVERIFY(b.Text("MFrage")->height() >= 3 * b.Text("MFrage")->fontMetrics().lineSpacing());
             // A picture that was made for a larger screen does not lie on the answers.
             if (bild && !lang) {
                 const QWidget *picture = b.Finde<QWidget>("Picture1");
-                const int unten = picture->mapTo(b.fenster, QPoint(0, picture->height())).y();
+                const int unten = picture->mapTo(b.fenster.get(), QPoint(0, picture->height())).y();
                 for (int i = 0; i < (kreuz ? 5 : 1); ++i) {
                     const QWidget *antwort = b.Text(QString("Antwort(%1)").arg(i));
-                    QVERIFY(unten <= antwort->mapTo(b.fenster, QPoint()).y());
+                    QVERIFY(unten <= antwort->mapTo(b.fenster.get(), QPoint()).y());
                 }
                 QVERIFY(picture->height() >= 60);
             }

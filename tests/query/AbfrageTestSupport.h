@@ -2,13 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
+#include "CardStore.h"
+#include "Eingabewache.h"
+#include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
 #include "PFUse.h"
-#include "StoreTestSupport.h"
+#include "TestDienste.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -21,12 +24,23 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
+
+// What a query left behind, or the verdict that it shows.
+using Ergebnis = std::optional<AbfrageErgebnis>;
+inline constexpr Ergebnis Nichts;
+inline constexpr Ergebnis Richtig = AbfrageErgebnis::Richtig;
+inline constexpr Ergebnis Falsch = AbfrageErgebnis::Falsch;
+inline constexpr Ergebnis Bearbeiten = AbfrageErgebnis::Bearbeiten;
+inline constexpr Ergebnis Geloescht = AbfrageErgebnis::Geloescht;
 
 // Asks cards of a real card file in the real window, driven by key and mouse.
 class AbfrageBuehne
 {
 public:
-    AbfrageBuehne()
+    AbfrageBuehne() : AbfrageBuehne(eigener_) {}
+
+    explicit AbfrageBuehne(Zufall &gegeben) : zufall(gegeben)
     {
         store.KarteiPfad = kartei.path();
         konfig.ProgrammPfad = programm.path();
@@ -48,27 +62,38 @@ public:
         store.Karten().MoveFirst();
     }
 
-    // Asks the current card and lets `lernen` act as the learner. A window still open then is closed.
-    PFUse::Ausgang Fragen(const std::function<void()> &lernen)
+    // Asks the current card and lets `lernen` act as the learner. A window still open then is closed. All
+    // cards of a stage are asked in one window, as in the program.
+    Ergebnis Fragen(const std::function<void()> &lernen)
     {
-        PFUse neu({store, zustand, meldungen, zufall, konfig,
-                   [this](const QString &pfad) { klaenge << pfad; }, [this] { ++stille; },
-                   [this] { ++automatikAus; }});
-        fenster = &neu;
-        QTimer::singleShot(0, &neu, [&] {
-            if (QTest::qWaitForWindowActive(&neu))
+        FensterBauen();
+        const QDeadlineTimer frist(30000);
+        QTimer warten;
+        QObject::connect(&warten, &QTimer::timeout, &warten, [&] {
+            const bool bereit = fenster->isActiveWindow() && QApplication::focusWidget();
+            if (!bereit && !frist.hasExpired())
+                return;
+            warten.stop();
+            if (bereit)
                 lernen();
             else
                 QTest::qFail("the window did not become active", __FILE__, __LINE__);
-            neu.close();
+            fenster->close();
         });
-        const auto ausgang = neu.Fragen();
-        fenster = nullptr;
-        return ausgang;
+        warten.start(1);
+        return fenster->Fragen(true);
+    }
+
+    void FensterBauen()
+    {
+        if (!fenster)
+            fenster = std::make_unique<PFUse>(
+                store, Dienste{meldungen, dienste.dialoge, dienste.uhr, zufall, dienste.ton, konfig},
+                wechsel);
     }
 
     // One card in a file of two, with another one that stays as it is.
-    PFUse::Ausgang Fragen(const CardRecord &karte, const std::function<void()> &lernen)
+    Ergebnis Fragen(const CardRecord &karte, const std::function<void()> &lernen)
     {
         store.CloseCardFile();
         QFile::remove(kartei.filePath("a.pzb"));
@@ -116,7 +141,7 @@ public:
     void Klick(const QWidget *widget) const
     {
         QTest::mouseClick(fenster->windowHandle(), Qt::LeftButton, {},
-                          widget->mapTo(fenster, widget->rect().center()));
+                          widget->mapTo(fenster.get(), widget->rect().center()));
     }
 
     QString FokusName() const
@@ -126,16 +151,21 @@ public:
     }
 
     QTemporaryDir kartei, programm;
-    TestMeldungen meldungen;
-    AppConfig konfig{meldungen};
-    TestUhr uhr;
+    TestDienste dienste;
+    TestMeldungen &meldungen = dienste.meldungen;
+    AppConfig &konfig = dienste.konfig;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, uhr};
-    BoxZustand zustand;
-    MersenneZufall zufall;
-    QStringList klaenge;
-    int stille = 0, automatikAus = 0;
-    PFUse *fenster = nullptr;
+    KarteiOeffner oeffner{store, meldungen, dienste.uhr};
+    Zufall &zufall;
+    QStringList &klaenge = dienste.ton.gespielt;
+    int &stille = dienste.ton.stillen;
+    QWidget box; // stands for the window that the keyboard comes from
+    Eingabewache wache{box};
+    Fensterwechsel wechsel{wache, box};
+    std::unique_ptr<PFUse> fenster;
+
+private:
+    MersenneZufall eigener_;
 };
 
 // A card to be answered by typing.

@@ -172,7 +172,7 @@ private slots:
             Antworten("ja");
             QCOMPARE(Gezeigt(), QColor(Qt::green));
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void AMissingPictureOfTheVerdictTakesTheQuestionsAway()

@@ -3,8 +3,6 @@
 #include "AbfrageTestSupport.h"
 #include "TestProgram.h"
 
-using Ausgang = PFUse::Ausgang;
-
 // Showing a card, the keys, and what closing the window means.
 class PFUseTest : public QObject
 {
@@ -65,7 +63,7 @@ private slots:
             QVERIFY(b_->Label("MaskThema")->toolTip().size() < 10'000);
             b_->Antworten("x");
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void NullTextsAreShownEmpty()
@@ -79,7 +77,7 @@ private slots:
             b_->Taste(Qt::Key_Return);
             QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "");
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
 
@@ -92,16 +90,14 @@ private slots:
             QCOMPARE(b_->Text("Antwort(2)")->toPlainText(), "drei");
             b_->Taste(Qt::Key_Return);
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void WithoutACurrentCardTheErrorIsReportedAndNothingIsAsked()
     {
         b_->Oeffnen({TippKarte("x")});
         b_->store.Karten().MoveNext();
-        b_->zustand.AbfrageErgebnis = -1;
-        QCOMPARE(b_->Fragen([] {}), Ausgang::Abgebrochen);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->Fragen([] {}), Nichts);
         QCOMPARE(b_->meldungen.Texte(),
                  QStringList("Fehler beim Lesen der Karte: Kein aktueller Datensatz."));
     }
@@ -135,7 +131,7 @@ private slots:
             b_->Taste(Qt::Key_P, Qt::ControlModifier);
             QVERIFY(b_->Knopf("Command3")->isEnabled());
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
 
@@ -185,15 +181,14 @@ private slots:
 
     void TheKeyboardAloneIsEnough()
     {
-        const Ausgang ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
+        const Ergebnis ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
             b_->Tippe("Berlin");
             b_->Taste(Qt::Key_Return);
             QCOMPARE(b_->FokusName(), "Command3");
             b_->Taste(Qt::Key_Return);
             QVERIFY(!b_->fenster->isVisible());
         });
-        QCOMPARE(ausgang, Ausgang::Beurteilt);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(ausgang, Richtig);
     }
 
     void EnterOnATickBoxChecksToo()
@@ -202,7 +197,7 @@ private slots:
             b_->Taste(Qt::Key_Return);
             QCOMPARE(b_->FokusName(), "Command3");
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void AHeldEnterNeitherChecksNorCloses()
@@ -238,22 +233,32 @@ private slots:
 
     // --- closing
 
-    void ClosingBeforeAVerdictLeavesTheOldResult_data()
+    void ClosingBeforeAVerdictLeavesNothingBehind_data()
     {
         QTest::addColumn<int>("vorher");
         QTest::addColumn<bool>("taste");
         for (const int vorher : {-1, 0, 10, 11}) {
-            QTest::addRow("%d by Escape", vorher) << vorher << true;
-            QTest::addRow("%d by the window", vorher) << vorher << false;
+            QTest::addRow("after %d, by Escape", vorher) << vorher << true;
+            QTest::addRow("after %d, by the window", vorher) << vorher << false;
         }
     }
 
-    void ClosingBeforeAVerdictLeavesTheOldResult()
+    // Whatever the card before left.
+    void ClosingBeforeAVerdictLeavesNothingBehind()
     {
         QFETCH(int, vorher);
         QFETCH(bool, taste);
-        b_->zustand.AbfrageErgebnis = static_cast<qint16>(vorher);
-        const Ausgang ausgang = b_->Fragen(TippKarte("x"), [&] {
+        b_->meldungen.antworten = {Meldungen::Antwort::Ja};
+        QCOMPARE(b_->Fragen(TippKarte("x"),
+                            [&] {
+                                if (vorher > 0)
+                                    b_->Klick(b_->Knopf(vorher == 10 ? "Command1" : "Clöschen"));
+                                else
+                                    b_->Antworten(vorher == -1 ? "x" : "y");
+                            }),
+                 Ergebnis(static_cast<AbfrageErgebnis>(vorher)));
+        b_->stille = 0;
+        const Ergebnis ausgang = b_->Fragen(TippKarte("x"), [&] {
             b_->Tippe("halb");
             if (taste)
                 b_->Taste(Qt::Key_Escape);
@@ -261,8 +266,8 @@ private slots:
                 b_->fenster->close();
             QVERIFY(!b_->fenster->isVisible());
         });
-        QCOMPARE(ausgang, Ausgang::Abgebrochen);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(vorher));
+        QCOMPARE(ausgang, Nichts);
+        QCOMPARE(b_->fenster->Urteil(), Nichts);
         QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(b_->store.Karten().Read().FachNr, 0.0);
         QCOMPARE(b_->stille, 1);
@@ -275,8 +280,7 @@ private slots:
                                 b_->Antworten("x");
                                 b_->Taste(Qt::Key_Escape);
                             }),
-                 Ausgang::Beurteilt);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+                 Richtig);
         QCOMPARE(b_->stille, 0);
     }
 
@@ -311,7 +315,7 @@ private slots:
     {
         b_->meldungen.antworten = {Meldungen::Antwort::Ja};
         b_->Oeffnen({TippKarte("x"), MakeCard(2, 6, 1)});
-        QCOMPARE(b_->Fragen([&] { b_->Klick(b_->Knopf("Clöschen")); }), Ausgang::Geloescht);
+        QCOMPARE(b_->Fragen([&] { b_->Klick(b_->Knopf("Clöschen")); }), Geloescht);
     }
 
     void DeclinedDeletionChangesNothing()
@@ -322,7 +326,7 @@ private slots:
                                 b_->Klick(b_->Knopf("Clöschen"));
                                 QVERIFY(b_->fenster->isVisible());
                             }),
-                 Ausgang::Abgebrochen);
+                 Nichts);
         QCOMPARE(b_->meldungen.Texte(), QStringList("Diese Karte wirklich löschen"));
         QVERIFY(b_->meldungen.gezeigt[0].frage);
         QCOMPARE(b_->store.Karten().RecordCount(), 2);
@@ -348,8 +352,7 @@ private slots:
                                 b_->Klick(b_->Knopf("Clöschen"));
                                 QVERIFY(!b_->fenster->isVisible());
                             }),
-                 Ausgang::Geloescht);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(11));
+                 Geloescht);
         QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(0));
         QCOMPARE(b_->store.FachInfo[5].Anzahl, qint16(1));
         b_->store.CloseCardFile();
@@ -361,15 +364,13 @@ private slots:
     void AFailedDeletionIsReportedAndCountsStay()
     {
         b_->meldungen.antworten = {Meldungen::Antwort::Ja};
-        b_->zustand.AbfrageErgebnis = -1;
         QCOMPARE(b_->Fragen(TippKarte("x"),
                             [&] {
                                 QVERIFY(QFile::remove(b_->kartei.filePath("a.pzb")));
                                 b_->Klick(b_->Knopf("Clöschen"));
                                 QVERIFY(b_->fenster->isVisible());
                             }),
-                 Ausgang::Abgebrochen);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+                 Nichts);
         QCOMPARE(b_->meldungen.Texte().size(), 2);
         QCOMPARE(b_->meldungen.Texte()[1],
                  "Fehler beim Löschen der Karte: Die Datei „" + b_->kartei.filePath("a.pzb") +
@@ -377,7 +378,7 @@ private slots:
         QCOMPARE(b_->store.FachInfo[0].Anzahl, qint16(1));
     }
 
-    void EditingSwitchesTheAutomaticOff()
+    void EditingLeavesTheVerdictBehind()
     {
         QCOMPARE(b_->Fragen(TippKarte("x"),
                             [&] {
@@ -385,9 +386,7 @@ private slots:
                                 b_->Klick(b_->Knopf("Command1"));
                                 QVERIFY(!b_->fenster->isVisible());
                             }),
-                 Ausgang::Bearbeiten);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(10));
-        QCOMPARE(b_->automatikAus, 1);
+                 Bearbeiten);
     }
 
     // --- for everybody
@@ -421,7 +420,7 @@ private slots:
             QApplication::setPalette(dunkel);
             QCoreApplication::processEvents();
             const auto *karte = b_->Finde<QWidget>("Karte");
-            const QPoint ecke = karte->mapTo(b_->fenster, QPoint(karte->width() / 2, 6));
+            const QPoint ecke = karte->mapTo(b_->fenster.get(), QPoint(karte->width() / 2, 6));
             QCOMPARE(b_->fenster->grab().toImage().pixelColor(ecke), QColor(30, 30, 32));
         });
         QApplication::setPalette(vorher);

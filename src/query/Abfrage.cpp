@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Abfrage.h"
 
+#include "FirstCard.h"
 #include "TextHelpers.h"
 #include "Twips.h"
 
@@ -15,6 +16,14 @@ double Zahl(const Field &feld)
     return feld.IsNull() ? 0 : feld.Number();
 }
 
+Antworttyp TypVon(double zahl)
+{
+    const double typ = std::nearbyint(zahl);
+    if (typ == 1)
+        return Antworttyp::Getippt;
+    return typ == 2 ? Antworttyp::Ankreuzen : Antworttyp::Keiner;
+}
+
 } // namespace
 
 Abfragekarte KarteLesen(const CardFieldHandles &felder)
@@ -22,11 +31,7 @@ Abfragekarte KarteLesen(const CardFieldHandles &felder)
     Abfragekarte karte;
     karte.FrageNr = QString::number(Zahl(felder.FrageNr), 'g', 15);
     karte.FachNr = felder.FachNr.Integer();
-    const double typ = std::nearbyint(Zahl(felder.Antworttyp));
-    if (typ == 1)
-        karte.typ = Antworttyp::Getippt;
-    else if (typ == 2)
-        karte.typ = Antworttyp::Ankreuzen;
+    karte.typ = TypVon(Zahl(felder.Antworttyp));
     for (std::size_t slot = 1; slot <= 8; ++slot)
         karte.Medium[slot] = felder.Picture_name[slot - 1].Text();
     karte.Thema = felder.Picture_name[8].Text();
@@ -38,6 +43,36 @@ Abfragekarte KarteLesen(const CardFieldHandles &felder)
         karte.Antwort_ch[i] = felder.Antwort_ch[i].Flag();
     }
     karte.Antwort_1_Klartext = felder.Antwort_Klartext[0].Text();
+    return karte;
+}
+
+std::optional<Abfragekarte> KarteVorauslesen(CardRecordset &karten, int fach)
+{
+    const std::optional<CardRecord> erste = FirstCard(karten, fach);
+    if (!erste)
+        return std::nullopt;
+    Abfragekarte karte;
+    karte.FrageNr = QString::number(erste->FrageNr, 'g', 15);
+    karte.FachNr = static_cast<qint16>(fach);
+    karte.typ = TypVon(erste->Antworttyp);
+    karte.Medium = {QString(),
+                    erste->Picture_1_Name,
+                    erste->Picture_2_Name,
+                    erste->Picture_3_Name,
+                    erste->Picture_4_Name,
+                    erste->Picture_5_Name,
+                    erste->Picture_6_Name,
+                    erste->Picture_7_Name,
+                    erste->Picture_8_Name};
+    karte.Thema = erste->Picture_9_Name;
+    karte.Bildplatz =
+        PixelVonTwips(erste->Pictureleft, erste->PictureTop, erste->Picturewidth, erste->Pictureheight);
+    karte.Frage = erste->Frage;
+    karte.Antwort = {erste->Antwort_1, erste->Antwort_2, erste->Antwort_3, erste->Antwort_4,
+                     erste->Antwort_5};
+    karte.Antwort_ch = {erste->Antwort_ch_1, erste->Antwort_ch_2, erste->Antwort_ch_3, erste->Antwort_ch_4,
+                        erste->Antwort_ch_5};
+    karte.Antwort_1_Klartext = erste->Antwort_1_Klartext;
     return karte;
 }
 
@@ -59,8 +94,7 @@ bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe)
            zusammengesetzt(ZeilenumbruchEntfernen(Trimmed(eingabe))) == zusammengesetzt(referenz);
 }
 
-bool KreuzeRichtig(const std::array<bool, AntwortAnzahl> &kreuze,
-                   const std::array<bool, AntwortAnzahl> &loesung)
+bool KreuzeRichtig(const Kreuze &kreuze, const Kreuze &loesung)
 {
     return kreuze == loesung;
 }

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 // The rules of a query, apart from its window.
 
@@ -21,6 +22,8 @@ enum class Antworttyp
     Ankreuzen
 };
 
+using Kreuze = std::array<bool, AntwortAnzahl>;
+
 // The card that is asked, read once when the query opens. Null reads as empty.
 struct Abfragekarte
 {
@@ -31,23 +34,27 @@ struct Abfragekarte
     QString Frage;
     std::array<QString, AntwortAnzahl> Antwort;
     QString Antwort_1_Klartext;
-    std::array<bool, AntwortAnzahl> Antwort_ch{};
+    Kreuze Antwort_ch{};
     // Media names by slot; [0] is not used. 1 to 3 pictures, 6 to 8 sounds: question, right answer, wrong
     // answer.
     std::array<QString, 9> Medium;
     QRect Bildplatz; // pixels on the card; without an area where the card does not say
+
+    bool operator==(const Abfragekarte &) const = default;
 };
 
 // Reads the current card. Throws StoreError.
 Abfragekarte KarteLesen(const CardFieldHandles &felder);
+// The first card of a compartment, which may be asked next, read without a move of the card table; nothing
+// where it has none. Throws StoreError.
+std::optional<Abfragekarte> KarteVorauslesen(CardRecordset &karten, int fach);
 
 // What a typed answer is compared with: the plain text without line breaks, up to a "Hinweis:".
 QString Referenztext(const QString &klartext);
 bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe);
 
 // Right only when all five lines agree, unused ones included.
-bool KreuzeRichtig(const std::array<bool, AntwortAnzahl> &kreuze,
-                   const std::array<bool, AntwortAnzahl> &loesung);
+bool KreuzeRichtig(const Kreuze &kreuze, const Kreuze &loesung);
 
 // A random order of the answer lines: line i takes the place that line [i] had.
 std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall);

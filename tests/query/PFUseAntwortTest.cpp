@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <set>
 
-using Ausgang = PFUse::Ausgang;
-
 // Answering a card and judging the answer.
 class PFUseAntwortTest : public QObject
 {
@@ -21,25 +19,23 @@ private:
     // The verdict on a typed answer, after the window was closed by go-on.
     qint16 Urteil(const QString &antwort, const QString &eingabe)
     {
-        b_->zustand.AbfrageErgebnis = 99;
-        const Ausgang ausgang = b_->Fragen(TippKarte(antwort), [&] {
+        const Ergebnis ausgang = b_->Fragen(TippKarte(antwort), [&] {
             b_->Antworten(eingabe);
             b_->Taste(Qt::Key_Return);
             QVERIFY(!b_->fenster->isVisible());
         });
-        return ausgang == Ausgang::Beurteilt ? b_->zustand.AbfrageErgebnis : qint16(98);
+        return ausgang ? static_cast<qint16>(*ausgang) : qint16(98);
     }
 
     // The verdict on a tick card where the lines in `kreuze` are ticked by mouse.
     qint16 KreuzUrteil(const QString &richtig, const QString &kreuze)
     {
-        b_->zustand.AbfrageErgebnis = 99;
-        const Ausgang ausgang = b_->Fragen(KreuzKarte(richtig), [&] {
+        const Ergebnis ausgang = b_->Fragen(KreuzKarte(richtig), [&] {
             for (const QChar zeile : kreuze)
                 b_->Klick(b_->Check1(zeile.digitValue() - 1));
             b_->Klick(b_->Knopf("Cpruefen"));
         });
-        return ausgang == Ausgang::Beurteilt ? b_->zustand.AbfrageErgebnis : qint16(98);
+        return ausgang ? static_cast<qint16>(*ausgang) : qint16(98);
     }
 
     // Sets a column of all cards behind the program's back and opens the file again.
@@ -54,7 +50,7 @@ private:
     {
         QList<int> zeilen{0, 1, 2, 3, 4};
         std::sort(zeilen.begin(), zeilen.end(), [this](int eine, int andere) {
-            const auto y = [this](int i) { return b_->Check1(i)->mapTo(b_->fenster, QPoint()).y(); };
+            const auto y = [this](int i) { return b_->Check1(i)->mapTo(b_->fenster.get(), QPoint()).y(); };
             return y(eine) < y(andere);
         });
         return zeilen;
@@ -87,7 +83,7 @@ private slots:
             b_->Tippe("zwei");
             b_->Taste(Qt::Key_Return);
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void PastedLinesAreJoinedToo()
@@ -96,7 +92,7 @@ private slots:
             b_->Text("Antwort(0)")->setPlainText("eins\nzwei");
             b_->Taste(Qt::Key_Return);
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void TheSolutionIsShownFormattedWithItsHint()
@@ -109,7 +105,7 @@ private slots:
             QVERIFY(QTextCursor(b_->Text("Antwort(5)")->document()).charFormat().fontWeight() >= QFont::Bold);
             QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "Bonn");
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+        QCOMPARE(b_->fenster->Urteil(), Falsch);
     }
 
     void OnlyAnswerOneCounts()
@@ -117,7 +113,7 @@ private slots:
         CardRecord karte = TippKarte("eins");
         karte.Antwort_2 = karte.Antwort_2_Klartext = "zwei";
         b_->Fragen(karte, [&] { b_->Antworten("zwei"); });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+        QCOMPARE(b_->fenster->Urteil(), Falsch);
     }
 
     // --- ticking
@@ -215,7 +211,7 @@ private slots:
                     QCOMPARE(b_->FokusName(), b_->Check1(i)->objectName());
                     // Answer and both ticks travel together.
                     const auto mitte = [&](QWidget *w) {
-                        return w->mapTo(b_->fenster, w->rect().center()).y();
+                        return w->mapTo(b_->fenster.get(), w->rect().center()).y();
                     };
                     QVERIFY(qAbs(mitte(b_->Check1(i)) - mitte(b_->Text(QString("Antwort(%1)").arg(i)))) <= 2);
                     QVERIFY(qAbs(mitte(b_->Check1(i)) - mitte(b_->Check2(i))) <= 2);
@@ -226,7 +222,7 @@ private slots:
                 b_->Taste(Qt::Key_Return);
                 QCOMPARE(ZeilenVonOben(), zeilen);
             });
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+            QCOMPARE(b_->fenster->Urteil(), Richtig);
         }
         QVERIFY(folgen.size() > 1);
     }
@@ -258,11 +254,10 @@ private slots:
         QFETCH(QString, typ);
         b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});
         Sql(qPrintable("UPDATE Lernkarten SET Antworttyp=" + typ));
-        b_->zustand.AbfrageErgebnis = -1;
         const auto pruefen = [&] {
             QVERIFY(b_->Text("Antwort(0)")->isVisible());
             b_->Antworten("x");
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+            QCOMPARE(b_->fenster->Urteil(), Nichts);
             QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "x");
             QVERIFY(!b_->Knopf("Command3")->isEnabled());
             QVERIFY(!b_->Finde<QWidget>("Frame1")->isVisible());
@@ -274,16 +269,14 @@ private slots:
             pruefen();
             b_->Taste(Qt::Key_Escape);
         }),
-                 Ausgang::Abgebrochen);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+                 Nichts);
 
         QCOMPARE(b_->Fragen([&] {
             pruefen();
             b_->Klick(b_->Option("Ergebnis_F"));
             QVERIFY(b_->Knopf("Command3")->isEnabled());
         }),
-                 Ausgang::Beurteilt);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+                 Falsch);
 
         QCOMPARE(b_->Fragen([&] {
             pruefen();
@@ -291,8 +284,7 @@ private slots:
             b_->Taste(Qt::Key_Return);
             QCOMPARE(b_->FokusName(), "Command3");
         }),
-                 Ausgang::Beurteilt);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+                 Richtig);
     }
 
     // --- the verdict
@@ -305,31 +297,30 @@ private slots:
             QVERIFY(rahmen->isVisible());
             QCOMPARE(rahmen->palette().color(QPalette::Window), QColor(0, 255, 0));
             QVERIFY(b_->Option("Ergebnis_R")->isChecked());
-            QVERIFY(b_->fenster->grab().toImage().pixelColor(
-                        rahmen->mapTo(b_->fenster, QPoint(3, rahmen->height() / 2))) == QColor(0, 255, 0));
+            QVERIFY(b_->fenster->grab().toImage().pixelColor(rahmen->mapTo(
+                        b_->fenster.get(), QPoint(3, rahmen->height() / 2))) == QColor(0, 255, 0));
             b_->Klick(b_->Option("Ergebnis_F"));
             QCOMPARE(rahmen->palette().color(QPalette::Window), QColor(255, 0, 0));
             QCOMPARE(b_->FokusName(), "Command3");
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+        QCOMPARE(b_->fenster->Urteil(), Falsch);
     }
 
     void TheLearnerMayOverrideTheVerdict()
     {
-        const Ausgang ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
+        const Ergebnis ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
             b_->Antworten("Bonn");
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+            QCOMPARE(b_->fenster->Urteil(), Falsch);
             b_->Klick(b_->Option("Ergebnis_R"));
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+            QCOMPARE(b_->fenster->Urteil(), Richtig);
             b_->Klick(b_->Option("Ergebnis_F"));
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(0));
+            QCOMPARE(b_->fenster->Urteil(), Falsch);
             b_->Taste(Qt::Key_R, Qt::AltModifier);
             QVERIFY(QTest::qWaitFor([&] { return b_->Option("Ergebnis_R")->isChecked(); }));
             QCOMPARE(b_->FokusName(), "Command3");
             b_->Taste(Qt::Key_Return);
         });
-        QCOMPARE(ausgang, Ausgang::Beurteilt);
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(ausgang, Richtig);
     }
 
     void ACheckedAnswerIsNotJudgedAgain()
@@ -342,11 +333,11 @@ private slots:
             QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "Bonn");
             b_->Taste(Qt::Key_P, Qt::ControlModifier);
             QVERIFY(!b_->Knopf("Cpruefen")->isEnabled());
-            QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+            QCOMPARE(b_->fenster->Urteil(), Richtig);
             b_->Taste(Qt::Key_Return);
             QVERIFY(!b_->fenster->isVisible());
         });
-        QCOMPARE(b_->zustand.AbfrageErgebnis, qint16(-1));
+        QCOMPARE(b_->fenster->Urteil(), Richtig);
     }
 
     void NothingJumpsWhenTheSolutionAppears_data()
@@ -365,7 +356,7 @@ private slots:
                 for (const char *name : {"MFrage", "Antwort(0)", "Antwort(4)", "Antwort(5)", "Check1(0)",
                                          "Cpruefen", "Command3", "Command1"}) {
                     auto *w = b_->Finde<QWidget>(name);
-                    orte << QRect(w->mapTo(b_->fenster, QPoint()), w->size());
+                    orte << QRect(w->mapTo(b_->fenster.get(), QPoint()), w->size());
                 }
                 return orte;
             };

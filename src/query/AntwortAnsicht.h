@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AbfrageLauf.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+// A form of the answer on the card: takes the answer, says what it is, and shows the solution beside it.
+class AntwortAnsicht : public QWidget
+{
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+
+    // Of the forms that lie in one window the one that is shown has the name of the first answer.
+    void SetGezeigt(bool gezeigt)
+    {
+        setVisible(gezeigt);
+        Erste()->setObjectName(gezeigt ? QStringLiteral("Antwort(0)") : QString());
+    }
+
+    // The form for a card that has just been asked, whatever became of the last one.
+    virtual void Zeigen(const Abfragekarte &karte) = 0;
+    virtual Antwort Gegeben() const = 0;
+    // Shows the solution; the answer can only be read from here on.
+    virtual void Aufloesen(const Abfragekarte &karte) = 0;
+
+    // Where Tab goes, in this order; the keyboard begins at the first.
+    virtual QList<QWidget *> Tabfolge() const = 0;
+    // The colours and outlines for where the query and the keyboard are.
+    virtual void Faerben(AbfrageLauf::Stand stand) = 0;
+    // The keys that answer, in words.
+    virtual QStringList Hinweise() const = 0;
+
+    // A digit, from 0, that no control has taken; false where it means nothing here.
+    virtual bool Ziffer(int /*ziffer*/) { return false; }
+
+signals:
+    void Fertig();     // the learner wants his answer to be checked
+    void Angeklickt(); // he has answered by mouse
+
+private:
+    virtual QWidget *Erste() const = 0;
+};

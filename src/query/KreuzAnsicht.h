@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "AntwortAnsicht.h"
+
+#include <array>
+
+class Flaeche;
+class QCheckBox;
+class QKeyEvent;
+class QLabel;
+class QMouseEvent;
+class QVBoxLayout;
+class RichTextBox;
+
+// The answer ticked on five lines, which stand in an order of their own for each card. What is right appears
+// as a second tick beside the learner's.
+class KreuzAnsicht final : public AntwortAnsicht
+{
+    Q_OBJECT
+
+public:
+    explicit KreuzAnsicht(QWidget *eltern);
+
+    // Line i takes the place, from the top, that folge[i] says.
+    void Mischen(const std::array<int, AntwortAnzahl> &folge);
+
+    void Zeigen(const Abfragekarte &karte) override;
+    Antwort Gegeben() const override;
+    void Aufloesen(const Abfragekarte &karte) override;
+    QList<QWidget *> Tabfolge() const override;
+    void Faerben(AbfrageLauf::Stand stand) override;
+    QStringList Hinweise() const override;
+    bool Ziffer(int ziffer) override;
+
+protected:
+    bool eventFilter(QObject *objekt, QEvent *event) override;
+
+private:
+    struct Zeile
+    {
+        Flaeche *flaeche = nullptr;
+        QCheckBox *kreuz = nullptr;
+        RichTextBox *text = nullptr;
+        QCheckBox *richtig = nullptr; // the right tick
+    };
+
+    QWidget *Erste() const override;
+    Zeile ZeileBauen(std::size_t i);
+    void Check1_Click();
+    bool Check1_KeyPress(const Zeile &zeile, const QKeyEvent &taste);
+    bool Zeile_Click(const Zeile &zeile, const QObject *objekt, const QMouseEvent &maus);
+
+    std::array<Zeile, AntwortAnzahl> zeilen_;
+    std::array<std::size_t, AntwortAnzahl> zeileAmPlatz_{}; // which line stands at a place, from the top
+    QVBoxLayout *spalte_ = nullptr;
+    QLabel *titel_ = nullptr;
+    QLabel *Label4_ = nullptr;
+    bool aufgeloest_ = false;
+    bool leertaste_ = false; // a tick box is being clicked by the keyboard
+};

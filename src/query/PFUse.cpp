@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "PFUse.h"
+
+#include "Abfrageteile.h"
+#include "AntwortAnsicht.h"
+#include "Bild.h"
+#include "Farben.h"
+#include "Fensterwechsel.h"
+#include "Flaeche.h"
+#include "KarteLoeschen.h"
+#include "Kartenflaeche.h"
+#include "Mediendatei.h"
+#include "Schritt.h"
+#include "Texttaste.h"
+#include "UrteilZeile.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <utility>
+
+using Stand = AbfrageLauf::Stand;
+
+PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, QWidget *parent)
+    : QDialog(parent), store_(store), dienste_(dienste), wechsel_(wechsel)
+{
+    Aufbauen();
+}
+
+void PFUse::Aufbauen()
+{
+    setObjectName(QStringLiteral("PFUse"));
+    setWindowTitle(QStringLiteral("Merkkasten Abfrage"));
+    setWindowModality(Qt::ApplicationModal);
+
+    constexpr int RahmenBreite = 6; // of the verdict's colour around the card
+    Frame1_ =
+        Benannt(new Flaeche(this, QPalette::Window), QStringLiteral("Frame1"), QStringLiteral("Ergebnis"));
+    karte_ = new Kartenflaeche(this, dienste_.meldungen);
+    for (AntwortAnsicht *form : karte_->findChildren<AntwortAnsicht *>()) {
+        connect(form, &AntwortAnsicht::Fertig, this, [this] { Cpruefen_Click(); });
+        connect(form, &AntwortAnsicht::Angeklickt, this, [this] { Cpruefen_->setFocus(); });
+    }
+    connect(&karte_->Urteil(), &UrteilZeile::Gewaehlt, this,
+            [this](bool richtig) { richtig ? Ergebnis_R_Click() : Ergebnis_F_Click(); });
+
+    // The frame lies behind the card and shows around it.
+    auto *stapel = new QGridLayout;
+    stapel->addWidget(Frame1_, 0, 0);
+    auto *innen = new QVBoxLayout;
+    innen->setContentsMargins(RahmenBreite, RahmenBreite, RahmenBreite, RahmenBreite);
+    innen->addWidget(karte_);
+    stapel->addLayout(innen, 0, 0);
+
+    hinweise_ = Benannt(Beschriftung(this, {}), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
+    hinweise_->setAlignment(Qt::AlignCenter);
+    auto *spalte = new QVBoxLayout;
+    spalte->addLayout(stapel, 1);
+    QLayout *knoepfe = KnoepfeBauen();
+    knoepfe->setContentsMargins(RahmenBreite, 0, RahmenBreite, 0);
+    spalte->addLayout(knoepfe);
+    spalte->addWidget(hinweise_);
+    mitte_ = new QWidget(this);
+    mitte_->setLayout(spalte);
+    auto *alles = new QHBoxLayout(this);
+    alles->addStretch(1);
+    alles->addWidget(mitte_, 1000);
+    alles->addStretch(1);
+
+    for (QWidget *teil : findChildren<QWidget *>())
+        if (teil->focusPolicy() != Qt::NoFocus)
+            teil->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (isVisible())
+            FarbenSetzen(); // shows where the keyboard goes
+    });
+}
+
+QLayout *PFUse::KnoepfeBauen()
+{
+    const auto knopf = [this](const QString &text, const QString &name, const QString &tipp, auto aktion) {
+        auto *neu = Benannt(new QPushButton(text, this), name, QString(text).remove(u'&'));
+        neu->setToolTip(tipp);
+        connect(neu, &QPushButton::clicked, this, aktion);
+        return neu;
+    };
+    Clöschen_ =
+        knopf(QStringLiteral("Karte &löschen"), QStringLiteral("Clöschen"),
+              QStringLiteral("Diese Karte aus dem Merkkasten entfernen"), [this] { Clöschen_Click(); });
+    Command1_ = knopf(QStringLiteral("Karte &bearbeiten"), QStringLiteral("Command1"),
+                      QStringLiteral("Diese Karte im Karteneditor öffnen"), [this] { Command1_Click(); });
+    nochEinmal_ = knopf(QStringLiteral("♪ noch einmal"), QStringLiteral("NochEinmal"),
+                        QStringLiteral("Den Klang noch einmal abspielen (F5)"), [this] { KlangSpielen(); });
+    nochEinmal_->setAccessibleName(QStringLiteral("Klang noch einmal abspielen"));
+    nochEinmal_->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
+    nochEinmal_->setShortcut(Qt::Key_F5);
+    PlatzHalten(nochEinmal_);
+    nochEinmal_->hide();
+    Cpruefen_ =
+        knopf(QStringLiteral("&Prüfen"), QStringLiteral("Cpruefen"),
+              QStringLiteral("Die Antwort prüfen (Eingabe oder Strg+P)"), [this] { Cpruefen_Click(); });
+    Command3_ = knopf(QStringLiteral("&Weiter"), QStringLiteral("Command3"),
+                      QStringLiteral("Schließen und weiter (Eingabe)"), [this] { Command3_Click(); });
+    auto *strgP = new QAction(this);
+    strgP->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    connect(strgP, &QAction::triggered, this, [this] { Cpruefen_Click(); });
+    addAction(strgP);
+
+    auto *zeile = new QHBoxLayout;
+    zeile->addWidget(Clöschen_);
+    zeile->addWidget(Command1_);
+    zeile->addWidget(nochEinmal_);
+    zeile->addStretch(1);
+    zeile->addWidget(Cpruefen_);
+    zeile->addWidget(Command3_);
+    return zeile;
+}
+
+void PFUse::Vorbereiten(int fach)
+{
+    if (isVisible())
+        return;
+    voraus_.Lesen(store_, fach);
+    Zeigen(voraus_.Karte());
+    TabFolge();
+    FarbenSetzen();
+    platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
+    winId(); // the window system's side of the window
+    karte_->BildZeigen(voraus_.Bild());
+    grab(); // texts are laid out and the picture is scaled when they are painted first
+}
+
+std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
+{
+    Abfragekarte karte;
+    if (!Schritt(dienste_.meldungen, QStringLiteral("Fehler beim Lesen der Karte: "),
+                 [&] { karte = KarteLesen(store_.Felder()); }))
+        return std::nullopt;
+
+    wechsel_.Beginnen();
+    const bool bereit = voraus_.Gilt(karte);
+    const bool mitBild = bereit && !voraus_.Bild().isNull();
+    if (!bereit)
+        Zeigen(karte);
+    voraus_.Verwerfen();
+    if (karte.typ == Antworttyp::Ankreuzen)
+        karte_->Mischen(AntwortenMischen(dienste_.zufall));
+    Command1_->setEnabled(bearbeitbar);
+    TabFolge();
+    FarbenSetzen();
+    platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
+
+    geht_ = false;
+    wechsel_.Erscheint(*this);
+    show();
+    if (!mitBild)
+        BildZeigen();
+    KlangSpielen();
+    exec();
+    wechsel_.Beenden();
+    // The sound of a verdict may ring out while the learner goes on; any other belongs to this card only.
+    if (!Urteil())
+        dienste_.ton.Stille();
+    return lauf_.Ergebnis();
+}
+
+std::optional<AbfrageErgebnis> PFUse::Urteil() const
+{
+    return IstUrteil(lauf_.Ergebnis()) ? lauf_.Ergebnis() : std::nullopt;
+}
+
+void PFUse::Schliessen()
+{
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void PFUse::Abschliessen()
+{
+    if (platz_.Lage() == dienste_.konfig.Abfrage)
+        return;
+    dienste_.konfig.Abfrage = platz_.Lage();
+    dienste_.konfig.Sichern(4, QString(),
+                            QStringLiteral("Die Fensterlage konnte nicht gespeichert werden: "));
+}
+
+void PFUse::done(int ergebnis)
+{
+    if (isVisible() && !std::exchange(geht_, true)) {
+        platz_.Abschliessen();
+        wechsel_.Geht(*this);
+    }
+    QDialog::done(ergebnis);
+}
+
+// Everything that a card, or its learner, may have changed is set here.
+void PFUse::Zeigen(const Abfragekarte &karte)
+{
+    lauf_ = AbfrageLauf(karte);
+    setAttribute(Qt::WA_KeyboardFocusChange, false);
+    mitte_->setMaximumWidth(fontMetrics().height() * 75); // lines that are too long are hard to read
+    karte_->Zeigen(karte);
+    Frame1_->hide();
+    nochEinmal_->setVisible(!lauf_.Klang().isEmpty());
+    for (QPushButton *knopf : {nochEinmal_, Cpruefen_, Clöschen_, Command1_, Command3_})
+        knopf->setDown(false);
+    Cpruefen_->setEnabled(true);
+    Cpruefen_->setDefault(true);
+    Command3_->setEnabled(false);
+    Command3_->setAccessibleDescription({});
+    Schriftgroesse(hinweise_, 0.9);
+    HinweiseZeigen();
+}
+
+void PFUse::TabFolge()
+{
+    QList<QWidget *> folge = karte_->Ansicht().Tabfolge();
+    folge.first()->setFocus();
+    folge << Cpruefen_ << karte_->Urteil().Tabfolge() << Command3_ << nochEinmal_ << karte_->Frage()
+          << Command1_ << Clöschen_;
+    for (qsizetype i = 1; i < folge.size(); ++i)
+        setTabOrder(folge[i - 1], folge[i]);
+}
+
+void PFUse::FarbenSetzen()
+{
+    LeiseFaerben(hinweise_, palette().color(QPalette::Window));
+    Faerben(Frame1_, {{QPalette::Window,
+                       lauf_.Ergebnis() == AbfrageErgebnis::Richtig ? Farben::Richtig : Farben::Falsch}});
+    karte_->Faerben(lauf_.Wo());
+}
+
+void PFUse::HinweiseZeigen()
+{
+    QStringList tasten;
+    if (lauf_.Wo() == Stand::Gefragt)
+        tasten << karte_->Ansicht().Hinweise();
+    else if (lauf_.Wo() == Stand::Beurteilt)
+        tasten << QStringLiteral("Eingabe weiter");
+    else
+        tasten << QStringLiteral("Pfeiltasten wählen") << QStringLiteral("Eingabe bestätigt");
+    if (lauf_.Wo() != Stand::Gefragt)
+        tasten << QStringLiteral("Alt+R richtig") << QStringLiteral("Alt+F falsch");
+    if (lauf_.Wo() != Stand::Beurteilt)
+        tasten << QStringLiteral("Esc: ohne Antwort zurück");
+    hinweise_->setText(tasten.join(QStringLiteral("   ·   ")));
+}
+
+// A picture stays until there is another one.
+void PFUse::BildZeigen()
+{
+    if (!lauf_.Bild().isEmpty())
+        karte_->BildZeigen(
+            BildLaden(lauf_.Bild(), store_.KarteiPfad, dienste_.konfig.ProgrammPfad, dienste_.meldungen));
+}
+
+void PFUse::KlangSpielen()
+{
+    if (!lauf_.Klang().isEmpty())
+        dienste_.ton.Spielen(Mediendatei(store_.KarteiPfad, lauf_.Klang()));
+}
+
+// An Enter that is held down must not check and close in one go.
+bool PFUse::eventFilter(QObject * /*objekt*/, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto &taste = static_cast<const QKeyEvent &>(*event);
+    return IstEingabetaste(taste) && taste.isAutoRepeat() && !taste.modifiers().testFlag(Qt::ShiftModifier);
+}
+
+bool PFUse::event(QEvent *event)
+{
+    const bool erledigt = QDialog::event(event);
+    if (!karte_)
+        return erledigt;
+    platz_.Merken(*event);
+    if (event->type() == QEvent::PaletteChange)
+        FarbenSetzen();
+    return erledigt;
+}
+
+// The digits answer wherever the focus is (but in the question, which refuses keys).
+void PFUse::keyPressEvent(QKeyEvent *event)
+{
+    const bool nackt = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int ziffer = event->key() - Qt::Key_0;
+    if (!nackt || ziffer < 0 || ziffer > 9)
+        QDialog::keyPressEvent(event);
+    else if (!event->isAutoRepeat()) // a key that is held answers once
+        karte_->Ansicht().Ziffer(ziffer);
+}
+
+void PFUse::Cpruefen_Click()
+{
+    if (lauf_.Wo() != Stand::Gefragt)
+        return;
+    const std::optional<bool> richtig = lauf_.Pruefen(karte_->Ansicht().Gegeben());
+    karte_->Ansicht().Aufloesen(lauf_.Karte());
+    Frame1_->hide();
+    if (richtig) {
+        karte_->Urteil().Waehlen(*richtig);
+        return;
+    }
+    karte_->Urteil().Fragen();
+    Cpruefen_->setEnabled(false);
+    FarbenSetzen();
+    HinweiseZeigen();
+}
+
+void PFUse::Ergebnis_R_Click()
+{
+    UrteilZeigen(true);
+}
+
+void PFUse::Ergebnis_F_Click()
+{
+    UrteilZeigen(false);
+}
+
+void PFUse::UrteilZeigen(bool richtig)
+{
+    lauf_.Urteilen(richtig);
+    UrteilZeile &urteil = karte_->Urteil();
+    urteil.Zeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? QStringLiteral("face03.ico")
+                                                                 : QStringLiteral("face01.ico")));
+    Command3_->setAccessibleDescription(urteil.Text());
+    FarbenSetzen();
+    Frame1_->show();
+    Command3_->setEnabled(true);
+    Command3_->setDefault(true);
+    Command3_->setFocus();
+    Cpruefen_->setEnabled(false);
+    HinweiseZeigen();
+
+    BildZeigen();
+    nochEinmal_->setVisible(!lauf_.Klang().isEmpty());
+    if (richtig && lauf_.Klang().isEmpty())
+        dienste_.ton.Spielen(dienste_.konfig.ProgrammDatei(QStringLiteral("Applause.wav")));
+    else
+        KlangSpielen();
+}
+
+void PFUse::Clöschen_Click()
+{
+    if (IstLetzteKarte(store_.FachInfo, Erledigte::Zaehlen)) {
+        dienste_.meldungen.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
+        return;
+    }
+    if (dienste_.meldungen.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
+        Meldungen::Antwort::Ja)
+        return;
+    // The end of the session may have stored the verdict meanwhile: the card is asked no more.
+    if (!isVisible())
+        return;
+    bool geloescht = false;
+    Schritt(dienste_.meldungen, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
+        const Loeschung loeschung = KarteLoeschen(store_);
+        geloescht = loeschung.geloescht;
+        if (loeschung.fehler)
+            throw *loeschung.fehler;
+    });
+    if (!geloescht)
+        return;
+    lauf_.Beenden(AbfrageErgebnis::Geloescht);
+    close();
+}
+
+void PFUse::Command1_Click()
+{
+    lauf_.Beenden(AbfrageErgebnis::Bearbeiten);
+    close();
+}
+
+void PFUse::Command3_Click()
+{
+    close();
+}
