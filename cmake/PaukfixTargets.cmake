@@ -44,11 +44,11 @@ function(paukfix_apart one other)
   endforeach()
 endfunction()
 
-# paukfix_tests(FOLDER CLASSES classes... [SOURCES what they share...] LINKS targets...): one program of all test classes of
-# a folder, FOLDER_tests, run class by class, offscreen: CTest lists each as FOLDER.CLASS. A class stands in a file of its
-# name.
+# paukfix_tests(FOLDER CLASSES classes... [LONG classes...] [SOURCES what they share...] LINKS targets...): one program of all
+# test classes of a folder, FOLDER_tests, run class by class, offscreen: CTest lists each as FOLDER.CLASS. A class stands in a
+# file of its name. LONG are the longest of all, of more than 15 seconds: they begin first, so that none is left to run alone.
 function(paukfix_tests folder)
-  cmake_parse_arguments(ARG "" "" "CLASSES;SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "CLASSES;LONG;SOURCES;LINKS" ${ARGN})
   set(program ${folder}_tests)
   set(sources ${ARG_CLASSES})
   list(TRANSFORM sources APPEND .cpp)
@@ -64,6 +64,9 @@ function(paukfix_tests folder)
     set_tests_properties(${folder}.${class} PROPERTIES
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
       TIMEOUT 300)
+  endforeach()
+  foreach(class IN LISTS ARG_LONG)
+    set_tests_properties(${folder}.${class} PROPERTIES COST 100)
   endforeach()
 endfunction()
 
