@@ -9,13 +9,15 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 QString Words(int seed, int words)
 {
-    static const QStringList stock{
-        QStringLiteral("der"),     QStringLiteral("Fluß"),    QStringLiteral("Übung"),
-        QStringLiteral("macht"),   QStringLiteral("Meister"), QStringLiteral("und"),
-        QStringLiteral("lernt"),   QStringLiteral("täglich"), QStringLiteral("Karten"),
-        QStringLiteral("Vokabel"), QStringLiteral("schnell"), QStringLiteral("Brücke")};
+    static const QStringList stock{u"der"_s,     u"Fluß"_s,    u"Übung"_s,   u"macht"_s,
+                                   u"Meister"_s, u"und"_s,     u"lernt"_s,   u"täglich"_s,
+                                   u"Karten"_s,  u"Vokabel"_s, u"schnell"_s, u"Brücke"_s};
     QString text;
     for (int i = 0; i < words; ++i)
         text += stock[(seed * 7 + i * i * 3 + i) % stock.size()] + u' ';
@@ -24,16 +26,16 @@ QString Words(int seed, int words)
 
 QString Rtf(const QString &plain)
 {
-    return QStringLiteral(R"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}
-\viewkind4\uc1\pard\f0\fs20 )") +
-           plain + QStringLiteral("\\par\r\n}\r\n");
+    return uR"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}
+\viewkind4\uc1\pard\f0\fs20 )"_s +
+           plain + u"\\par\r\n}\r\n"_s;
 }
 
 const QString &BigFile()
 {
     static const QTemporaryDir directory;
     static const QString path = [] {
-        QString name = directory.filePath(QStringLiteral("gross.pzb"));
+        QString name = directory.filePath(u"gross.pzb"_s);
         CardFile::Create(name);
         CardFile file(name);
         CardRecordset cards(file);
@@ -82,3 +84,5 @@ void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner 
         store.CloseCardFile();
     }
 }
+
+} // namespace paukfix

@@ -2,18 +2,20 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Clock.h"
 #include "Meldungen.h"
-#include "Uhr.h"
 
 #include <QString>
 #include <SQLiteCpp/Database.h>
 
-class CardStore;
-class KarteiOeffner;
-
 namespace benchmark {
 class State;
 }
+
+namespace paukfix {
+
+class CardStore;
+class KarteiOeffner;
 
 // What the benchmarks measure on.
 
@@ -43,13 +45,15 @@ public:
 };
 
 // Its second is over at once: what is measured is the opening, not the calibration.
-class EiligeUhr final : public Uhr
+class HastyClock final : public Clock
 {
 public:
-    qint64 Sekunde() const override { return ++readings_; }
+    qint64 Second() const override { return ++readings_; }
 
-    QDateTime Jetzt() const override { return {}; }
+    QDateTime Now() const override { return {}; }
 
 private:
     mutable qint64 readings_ = 0;
 };
+
+} // namespace paukfix

@@ -10,23 +10,25 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+
 namespace {
 
 void OpenUnseen(benchmark::State &state)
 {
     StillMeldungen meldungen;
-    const EiligeUhr uhr;
+    const HastyClock clock;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     OpenAgainAndAgain(state, store, oeffner);
 }
 
 void OpenInSight(benchmark::State &state)
 {
     StillMeldungen meldungen;
-    const EiligeUhr uhr;
+    const HastyClock clock;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     Kasten kasten(store.FachInfo);
     kasten.resize(980, 540);
     kasten.show();

@@ -13,21 +13,22 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int cardCount = 5000;
+constexpr int CardCount = 5000;
 
 // Texts of usual length.
 QList<CardRecord> Cards()
 {
     QList<CardRecord> cards;
-    for (int i = 1; i <= cardCount; ++i) {
+    for (int i = 1; i <= CardCount; ++i) {
         CardRecord card = MakeCard(i, i % 7, i / 7 + 1);
-        card.Frage_Klartext =
-            QStringLiteral("Wie heißt die Übung Nummer %1 auf Englisch? ").arg(i).repeated(2);
+        card.Frage_Klartext = u"Wie heißt die Übung Nummer %1 auf Englisch? "_s.arg(i).repeated(2);
         card.Frage =
-            QStringLiteral(
-                R"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}\pard %1\par})")
+            uR"({\rtf1\ansi\ansicpg1252\deff0\deflang1031{\fonttbl{\f0\fnil\fcharset0 Arial;}}\pard %1\par})"_s
                 .arg(card.Frage_Klartext);
         card.Antwort_1 = card.Frage;
         cards << card;

@@ -17,6 +17,9 @@
 #include <SQLiteCpp/Statement.h>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Says when its object was painted.
@@ -69,7 +72,7 @@ struct Desk
     }
 
     StillMeldungen messages;
-    EiligeUhr clock;
+    HastyClock clock;
     DialogeFenster dialogs;
     MersenneZufall chance;
     StillTon sound;
@@ -129,10 +132,10 @@ void OverviewFindNothing(benchmark::State &state)
 {
     Desk desk;
     const auto window = desk.Open();
-    auto *field = window->findChild<QLineEdit *>(QStringLiteral("txtSuchen"));
+    auto *field = window->findChild<QLineEdit *>(u"txtSuchen"_s);
     int round = 0;
     for (auto _ : state)
-        field->setText(QStringLiteral("steht nirgends %1").arg(++round));
+        field->setText(u"steht nirgends %1"_s.arg(++round));
 }
 
 BENCHMARK(FloorReadAll)->Name("Floor/ReadAll")->Unit(benchmark::kMillisecond)->UseRealTime();

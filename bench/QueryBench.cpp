@@ -27,6 +27,9 @@
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -123,7 +126,7 @@ public:
             QMetaObject::invokeMethod(
                 this, [this, is] { Stamp(is); }, Qt::QueuedConnection);
         } else if (event->type() == QEvent::Expose) {
-            Stamp(object->objectName() == awaited + QLatin1String("Window")); // shown again as it was painted
+            Stamp(object->objectName() == awaited + "Window"_L1); // shown again as it was painted
         } else if (key || event->type() == QEvent::FocusIn) {
             Stamp(false);
         }
@@ -195,9 +198,9 @@ void MeasureFloor(Observer &program)
         void keyPressEvent(QKeyEvent *) override { dialog.exec(); }
     } window;
 
-    window.setObjectName(QStringLiteral("floor"));
+    window.setObjectName(u"floor"_s);
     window.resize(980, 600);
-    window.dialog.setObjectName(QStringLiteral("dialog"));
+    window.dialog.setObjectName(u"dialog"_s);
     window.dialog.setWindowModality(Qt::ApplicationModal);
     window.dialog.resize(900, 660);
     window.show();
@@ -233,29 +236,27 @@ void MakeBox(const QTemporaryDir &directory, const QString &kind)
     for (int i = 1; i <= 60; ++i) {
         // The fullest compartment is 1, and its first card what Enter asks.
         CardRecord card = MakeCard(i, i <= 40 ? 1 : 0, i);
-        card.Frage =
-            QStringLiteral("{\\rtf1 Wie hei\\'dft die Hauptstadt von \\b Land %1\\b0 ?\\par}").arg(i);
-        if (kind == QLatin1String("ticked")) {
+        card.Frage = u"{\\rtf1 Wie hei\\'dft die Hauptstadt von \\b Land %1\\b0 ?\\par}"_s.arg(i);
+        if (kind == "ticked"_L1) {
             card.Antworttyp = 2;
-            card.Antwort_2 = QStringLiteral("eine andere Stadt");
-            card.Antwort_3 = QStringLiteral("eine dritte Stadt");
+            card.Antwort_2 = u"eine andere Stadt"_s;
+            card.Antwort_3 = u"eine dritte Stadt"_s;
             card.Antwort_ch_2 = true;
         }
-        if (kind == QLatin1String("picture"))
-            card.Picture_1_Name = QStringLiteral("bild%1.jpg").arg(i);
+        if (kind == "picture"_L1)
+            card.Picture_1_Name = u"bild%1.jpg"_s.arg(i);
         cards << card;
     }
-    MakeCardFile(directory.filePath(QStringLiteral("a.pzb")), cards);
-    if (kind != QLatin1String("picture"))
+    MakeCardFile(directory.filePath(u"a.pzb"_s), cards);
+    if (kind != "picture"_L1)
         return;
     QImage picture(1732, 1155, QImage::Format_RGB32); // two megapixels
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
             picture.setPixel(x, y, qRgb((x * 7 + y) & 255, (x + y * 3 + (x * y >> 7)) & 255, (x ^ y) & 255));
-    picture.save(directory.filePath(QStringLiteral("bild1.jpg")), nullptr, 85);
+    picture.save(directory.filePath(u"bild1.jpg"_s), nullptr, 85);
     for (int i = 2; i <= 60; ++i)
-        QFile::copy(directory.filePath(QStringLiteral("bild1.jpg")),
-                    directory.filePath(QStringLiteral("bild%1.jpg").arg(i)));
+        QFile::copy(directory.filePath(u"bild1.jpg"_s), directory.filePath(u"bild%1.jpg"_s.arg(i)));
 }
 
 void MeasureQuery(Observer &program, const QString &kind)
@@ -263,13 +264,12 @@ void MeasureQuery(Observer &program, const QString &kind)
     const QTemporaryDir directory;
     MakeBox(directory, kind);
     for (const char *name : {"face01.ico", "face03.ico", "paukfix.ico"})
-        QFile::copy(QStringLiteral(PROGRAM_DIR "/") + QLatin1String(name),
-                    directory.filePath(QLatin1String(name)));
-    WriteFile(directory.filePath(QStringLiteral("konfig.dat")),
+        QFile::copy(u"" PROGRAM_DIR u"/"_s + QLatin1String(name), directory.filePath(QLatin1String(name)));
+    WriteFile(directory.filePath(u"konfig.dat"_s),
               "[recentfiles]\r\n[Font]\r\nFontName=DejaVu "
               "Sans\r\nFontSize=10\r\n[Animation]\r\nAnimation=False\r\n");
     Programm paukfix(directory.path());
-    if (!paukfix.Starten(directory.filePath(QStringLiteral("a.pzb"))))
+    if (!paukfix.Starten(directory.filePath(u"a.pzb"_s)))
         qFatal("the program does not start");
     Times guessed, other, verdict, box;
     std::thread hands([&] {
@@ -306,6 +306,6 @@ int main(int argc, char *argv[])
     QGuiApplication::setQuitOnLastWindowClosed(false);
     std::printf("%-34s %17s %17s\n", "ms, median and 9 of 10", "first painted", "at rest");
     MeasureFloor(program);
-    MeasureQuery(program, argc > 1 ? QString::fromUtf8(argv[1]) : QStringLiteral("typed"));
+    MeasureQuery(program, argc > 1 ? QString::fromUtf8(argv[1]) : u"typed"_s);
     return 0;
 }

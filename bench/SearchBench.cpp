@@ -10,6 +10,8 @@
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+
 namespace {
 
 // Each question of the big box ends in a number; this one's card is the last of the last compartment.
@@ -18,9 +20,9 @@ const QString needle = QString::number(CardCount - 1);
 void SearchLastCard(benchmark::State &state)
 {
     StillMeldungen meldungen;
-    const EiligeUhr uhr;
+    const HastyClock clock;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     store.KarteiPfad = BigFile().section(u'/', 0, -2);
     QString name = BigFile().section(u'/', -1);
     oeffner.OpenCardFile(name);

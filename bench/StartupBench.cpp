@@ -18,6 +18,8 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -41,7 +43,7 @@ bool SomethingPainted(QScreen &screen)
 // Peak of the memory that belongs to the process alone and of what it shares, as the kernel counts it.
 double PeakMegabytes(pid_t process)
 {
-    QFile status(QStringLiteral("/proc/%1/status").arg(process));
+    QFile status(u"/proc/%1/status"_s.arg(process));
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     for (const QByteArray &line : status.readAll().split('\n'))
@@ -84,10 +86,10 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     QScreen &screen = *QGuiApplication::primaryScreen();
     const int settle = qEnvironmentVariableIntValue("SETTLE_MS");
-    constexpr int rounds = 11;
+    constexpr int Rounds = 11;
     std::vector<std::vector<double>> times(static_cast<std::size_t>(argc));
     std::vector<std::vector<double>> peaks(static_cast<std::size_t>(argc));
-    for (int round = 0; round < rounds; ++round)
+    for (int round = 0; round < Rounds; ++round)
         for (int i = 1; i < argc; ++i) {
             const Run run = Measure(argv[i], screen, settle);
             times[static_cast<std::size_t>(i)].push_back(run.milliseconds);

@@ -10,14 +10,16 @@
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+
 namespace {
 
 void StoreOpen(benchmark::State &state)
 {
     StillMeldungen meldungen;
-    const EiligeUhr uhr;
+    const HastyClock clock;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     OpenAgainAndAgain(state, store, oeffner);
 }
 

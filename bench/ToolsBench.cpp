@@ -17,6 +17,8 @@
 #include <SQLiteCpp/Transaction.h>
 #include <benchmark/benchmark.h>
 
+using namespace paukfix;
+
 namespace {
 
 // Each round works on files of its own.
@@ -65,9 +67,9 @@ public:
 private:
     QTemporaryDir directory_;
     StillMeldungen meldungen_;
-    EiligeUhr uhr_;
+    HastyClock clock_;
     CardStore store_;
-    KarteiOeffner oeffner_{store_, meldungen_, uhr_};
+    KarteiOeffner oeffner_{store_, meldungen_, clock_};
 };
 
 // Times `work` alone; `prepare` and `after` are not counted.

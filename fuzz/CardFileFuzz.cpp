@@ -3,17 +3,20 @@
 #include "FuzzProgramm.h"
 #include "KarteiOeffner.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Any file is opened or refused with a message. What is open can be learned with: each card is read, one is
 // moved, one added, one deleted.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    QString name = QStringLiteral("karten.pzb");
-    QFile::remove(Directory().filePath(name + QStringLiteral("-journal")));
+    QString name = u"karten.pzb"_s;
+    QFile::remove(Directory().filePath(name + u"-journal"_s));
     PutFile(name, BytesOf(data, size));
     StummeMeldungen meldungen;
-    const SchnelleUhr uhr;
+    const FastClock clock;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     store.KarteiPfad = Directory().path();
     oeffner.OpenCardFile(name);
     Require(store.IsOpen() != name.isEmpty());

@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Clock.h"
 #include "FuzzSupport.h"
 #include "Meldungen.h"
-#include "Uhr.h"
+
+namespace paukfix {
 
 // The seams of a program without windows.
 
@@ -24,13 +26,15 @@ public:
 };
 
 // A second passes with every hundredth reading.
-class SchnelleUhr final : public Uhr
+class FastClock final : public Clock
 {
 public:
-    qint64 Sekunde() const override { return readings_++ / 100; }
+    qint64 Second() const override { return readings_++ / 100; }
 
-    QDateTime Jetzt() const override { return {}; }
+    QDateTime Now() const override { return {}; }
 
 private:
     mutable qint64 readings_ = 0;
 };
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+namespace paukfix {
+
 // What the fuzzers share.
 
 inline QByteArray BytesOf(const std::uint8_t *data, std::size_t size)
@@ -39,3 +41,5 @@ inline QString PutFile(const QString &name, const QByteArray &content)
     Require(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size());
     return path;
 }
+
+} // namespace paukfix

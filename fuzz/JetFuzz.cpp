@@ -4,10 +4,13 @@
 #include "JetCards.h"
 #include "StoreError.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Any file is refused, or yields cards whose keys are in range and unique; the file is only read.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const QString path = PutFile(QStringLiteral("frueher.pzb"), BytesOf(data, size));
+    const QString path = PutFile(u"frueher.pzb"_s, BytesOf(data, size));
     try {
         JetCards cards(path);
         std::int64_t texts = 0;

@@ -4,11 +4,14 @@
 #include "FuzzProgramm.h"
 #include "KonfigFormat.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Any settings file is read, and a section that is rewritten reads back; names survive whatever they are.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes = BytesOf(data, size);
-    PutFile(QStringLiteral("konfig.dat"), bytes);
+    PutFile(u"konfig.dat"_s, bytes);
     StummeMeldungen meldungen;
     AppConfig config(meldungen);
     config.ProgrammPfad = Directory().path();
@@ -21,10 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     for (const QString &name : config.MDat)
         if (!name.isEmpty())
             Require(NameFromLine(LineFromName(name)) == name);
-    const QString name = QStringLiteral("/home/karl/Französisch.pzb");
+    const QString name = u"/home/karl/Französisch.pzb"_s;
     config.WriteConfig(1, name);
     config.WriteConfig(2, {});
-    config.WriteConfig(3, QStringLiteral("False"));
+    config.WriteConfig(3, u"False"_s);
     const Schrift written = config.schrift;
     config.ReadConfig();
     Require(config.schrift.FontName == written.FontName && config.schrift.FontBold == written.FontBold &&

@@ -7,6 +7,9 @@
 #include <QBuffer>
 #include <QImageReader>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // What the toolkit makes of the file over pixels that were `before`.
@@ -30,7 +33,7 @@ QImage Decoded(QByteArray file, uint before)
 // of the picture's memory; in one of runs some pixels may keep what they were.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const QString path = PutFile(QStringLiteral("bild"), BytesOf(data, size));
+    const QString path = PutFile(u"bild"_s, BytesOf(data, size));
     for (const QSize place : {QSize(), QSize(300, 200)}) {
         try {
             const QImage picture = BildLesen(path, place);

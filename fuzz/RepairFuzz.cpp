@@ -7,11 +7,14 @@
 #include "Repair.h"
 #include "StoreError.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Any file is refused and left as it was, or becomes a sound card file with as many cards as the repair says.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes = BytesOf(data, size);
-    const QString path = PutFile(QStringLiteral("karten.pzb"), bytes);
+    const QString path = PutFile(u"karten.pzb"_s, bytes);
     try {
         const RepairResult result = RepairDatabase(path);
         {

@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QTextDocument>
 
+using namespace paukfix;
+
 namespace {
 
 int argumentCount = 1;

@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 
+using namespace paukfix;
+
 // Any bytes are no wave, or a wave of bounded length whose every sample can be read.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -9,6 +9,10 @@
 #include <cmath>
 #include <stdexcept>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace Klang {
 
 double Zufall::Next()
@@ -51,13 +55,13 @@ namespace {
 // Echoes that follow each other closely and lose their treble on the way.
 void AddComb(Spur &wet, const Spur &dry, std::size_t delay, double feedback)
 {
-    constexpr double damping = 0.35;
+    constexpr double Damping = 0.35;
     Spur line(delay, 0.0);
     double low = 0;
     for (std::size_t i = 0; i < dry.size(); ++i) {
         double &slot = line[i % delay];
         const double out = slot;
-        low = out * (1 - damping) + low * damping;
+        low = out * (1 - Damping) + low * Damping;
         slot = dry[i] + low * feedback;
         wet[i] += out;
     }
@@ -66,12 +70,12 @@ void AddComb(Spur &wet, const Spur &dry, std::size_t delay, double feedback)
 // Blurs the echoes without colouring them.
 void Allpass(Spur &wet, std::size_t delay)
 {
-    constexpr double feedback = 0.5;
+    constexpr double Feedback = 0.5;
     Spur line(delay, 0.0);
     for (std::size_t i = 0; i < wet.size(); ++i) {
         double &slot = line[i % delay];
-        const double out = slot - feedback * wet[i];
-        slot = wet[i] + feedback * out;
+        const double out = slot - Feedback * wet[i];
+        slot = wet[i] + Feedback * out;
         wet[i] = out;
     }
 }
@@ -112,7 +116,7 @@ void WriteWave(const QString &path, const std::vector<Spur> &sides)
     const auto bytes = static_cast<quint32>(sides.at(0).size() * frame);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        throw std::runtime_error((path + QStringLiteral(": ") + file.errorString()).toStdString());
+        throw std::runtime_error((path + u": "_s + file.errorString()).toStdString());
     QDataStream out(&file);
     out.setByteOrder(QDataStream::LittleEndian);
     out.writeRawData("RIFF", 4);
@@ -126,7 +130,9 @@ void WriteWave(const QString &path, const std::vector<Spur> &sides)
         for (const Spur &side : sides)
             out << static_cast<qint16>(std::lround(std::clamp(side[i], -1.0, 1.0) * 32767));
     if (out.status() != QDataStream::Ok || !file.commit())
-        throw std::runtime_error((path + QStringLiteral(": ") + file.errorString()).toStdString());
+        throw std::runtime_error((path + u": "_s + file.errorString()).toStdString());
 }
 
 } // namespace Klang
+
+} // namespace paukfix

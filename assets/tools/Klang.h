@@ -8,6 +8,8 @@
 #include <numbers>
 #include <vector>
 
+namespace paukfix {
+
 // The little that the synthesised sounds share. Samples are mono doubles, full scale is -1 to 1.
 namespace Klang {
 
@@ -60,3 +62,5 @@ void Finish(std::vector<Spur> &sides, double peak, double fade);
 void WriteWave(const QString &path, const std::vector<Spur> &sides);
 
 } // namespace Klang
+
+} // namespace paukfix

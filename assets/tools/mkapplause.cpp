@@ -10,6 +10,8 @@
 #include <cmath>
 #include <cstdio>
 
+using namespace paukfix;
+
 using namespace Klang;
 
 namespace {
@@ -63,11 +65,11 @@ double Eagerness(double t)
 
 std::vector<Spur> Applause()
 {
-    constexpr int people = 11;
+    constexpr int People = 11;
     Zufall zufall(1972);
     Spur left(Samples(Length), 0.0);
     Spur right(Samples(Length), 0.0);
-    for (int person = 0; person < people; ++person) {
+    for (int person = 0; person < People; ++person) {
         const double place = zufall.Between(0.15, 0.85); // 0 far left, 1 far right
         const double hollow = zufall.Between(850, 1650);
         const double pace = zufall.Between(0.15, 0.22);
@@ -94,11 +96,11 @@ std::vector<Spur> Applause()
         Mix(left, bell, note.start, note.gain);
         Mix(right, bell, note.start, note.gain);
     }
-    constexpr double roomGain = 0.09;
+    constexpr double RoomGain = 0.09;
     const Spur leftRoom = Room(left, 0);
     const Spur rightRoom = Room(right, 23);
-    Mix(left, leftRoom, 0, roomGain);
-    Mix(right, rightRoom, 0, roomGain);
+    Mix(left, leftRoom, 0, RoomGain);
+    Mix(right, rightRoom, 0, RoomGain);
     return {left, right};
 }
 

@@ -29,6 +29,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int JpegQuality = 90;
@@ -42,13 +44,13 @@ QByteArray ReadFile(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        Fail(QStringLiteral("%1: %2").arg(path, file.errorString()));
+        Fail(u"%1: %2"_s.arg(path, file.errorString()));
     return file.readAll();
 }
 
 QSet<QString> ReadPalette(const QString &path)
 {
-    static const QRegularExpression colour(QStringLiteral("#[0-9A-Fa-f]{6}\\b"));
+    static const QRegularExpression colour(u"#[0-9A-Fa-f]{6}\\b"_s);
     QSet<QString> palette;
     auto matches = colour.globalMatch(QString::fromUtf8(ReadFile(path)));
     while (matches.hasNext())
@@ -59,13 +61,12 @@ QSet<QString> ReadPalette(const QString &path)
 // The colour values that one element names, in attributes or in a style.
 QStringList PaintValues(const QXmlStreamAttributes &attributes)
 {
-    static const QStringList paints{QStringLiteral("fill"), QStringLiteral("stroke"),
-                                    QStringLiteral("stop-color")};
+    static const QStringList paints{u"fill"_s, u"stroke"_s, u"stop-color"_s};
     QStringList values;
     for (const auto &attribute : attributes) {
         if (paints.contains(attribute.qualifiedName().toString())) {
             values << attribute.value().toString();
-        } else if (attribute.qualifiedName() == QLatin1String("style")) {
+        } else if (attribute.qualifiedName() == "style"_L1) {
             for (const QString &entry : attribute.value().toString().split(u';', Qt::SkipEmptyParts)) {
                 const qsizetype colon = entry.indexOf(u':');
                 if (colon > 0 && paints.contains(entry.left(colon).trimmed()))
@@ -78,8 +79,7 @@ QStringList PaintValues(const QXmlStreamAttributes &attributes)
 
 bool MayPaint(const QString &value, const QSet<QString> &palette)
 {
-    return value == QLatin1String("none") || value.startsWith(QLatin1String("url(#")) ||
-           palette.contains(value.toUpper());
+    return value == "none"_L1 || value.startsWith("url(#"_L1) || palette.contains(value.toUpper());
 }
 
 // The drawing with the elements of `variant` and those of all variants.
@@ -93,17 +93,12 @@ QByteArray PickVariant(const QString &path, const QString &variant, const QSet<Q
         in.readNext();
         if (in.isStartElement()) {
             const QXmlStreamAttributes attributes = in.attributes();
-            for (const QString &value : PaintValues(attributes)) {
-                if (!MayPaint(value, palette)) {
-                    Fail(QStringLiteral("%1:%2: %3 is not in the palette")
-                             .arg(path)
-                             .arg(in.lineNumber())
-                             .arg(value));
-                }
-            }
-            if (attributes.hasAttribute(QLatin1String("data-bild"))) {
+            for (const QString &value : PaintValues(attributes))
+                if (!MayPaint(value, palette))
+                    Fail(u"%1:%2: %3 is not in the palette"_s.arg(path).arg(in.lineNumber()).arg(value));
+            if (attributes.hasAttribute("data-bild"_L1)) {
                 const QStringList variants =
-                    attributes.value(QLatin1String("data-bild")).toString().split(u' ', Qt::SkipEmptyParts);
+                    attributes.value("data-bild"_L1).toString().split(u' ', Qt::SkipEmptyParts);
                 if (!variants.contains(variant)) {
                     in.skipCurrentElement();
                     continue;
@@ -115,9 +110,9 @@ QByteArray PickVariant(const QString &path, const QString &variant, const QSet<Q
             out.writeCurrentToken(in);
     }
     if (in.hasError())
-        Fail(QStringLiteral("%1:%2: %3").arg(path).arg(in.lineNumber()).arg(in.errorString()));
+        Fail(u"%1:%2: %3"_s.arg(path).arg(in.lineNumber()).arg(in.errorString()));
     if (!seen && !variant.isEmpty())
-        Fail(QStringLiteral("%1: nothing in it belongs to \"%2\"").arg(path, variant));
+        Fail(u"%1: nothing in it belongs to \"%2\""_s.arg(path, variant));
     return picked;
 }
 
@@ -129,10 +124,10 @@ struct Picture
 
 Picture ReadPicture(const QString &argument, const QString &drawing, const QSet<QString> &palette)
 {
-    static const QRegularExpression form(QStringLiteral("^(.*):(\\d{1,4})(?:x(\\d{1,4}))?$"));
+    static const QRegularExpression form(u"^(.*):(\\d{1,4})(?:x(\\d{1,4}))?$"_s);
     const auto match = form.match(argument);
     if (!match.hasMatch())
-        Fail(QStringLiteral("\"%1\" is not VARIANT:SIZE").arg(argument));
+        Fail(u"\"%1\" is not VARIANT:SIZE"_s.arg(argument));
     const int width = match.captured(2).toInt();
     const int height = match.capturedLength(3) > 0 ? match.captured(3).toInt() : width;
     return {PickVariant(drawing, match.captured(1), palette), {width, height}};
@@ -142,7 +137,7 @@ QImage Render(const Picture &picture, QImage::Format format)
 {
     QSvgRenderer renderer;
     if (!renderer.load(picture.drawing) || picture.size.isEmpty())
-        Fail(QStringLiteral("cannot be drawn"));
+        Fail(u"cannot be drawn"_s);
     QImage image(picture.size, format);
     image.fill(format == QImage::Format_RGB32 ? Qt::white : Qt::transparent);
     QPainter painter(&image);
@@ -168,8 +163,8 @@ QByteArray Encode(const QImage &image, const char *format)
 // An icon file whose pictures are all stored as PNG.
 QByteArray IconFile(const QList<Picture> &pictures)
 {
-    constexpr qsizetype headerSize = 6;
-    constexpr qsizetype entrySize = 16;
+    constexpr qsizetype HeaderSize = 6;
+    constexpr qsizetype EntrySize = 16;
     QByteArray bytes;
     QByteArray images;
     QDataStream out(&bytes, QIODevice::WriteOnly);
@@ -177,9 +172,9 @@ QByteArray IconFile(const QList<Picture> &pictures)
     out << quint16{0} << quint16{1} << static_cast<quint16>(pictures.size()); // 1: an icon, no cursor
     for (const Picture &picture : pictures) {
         if (picture.size.width() > 256 || picture.size.height() > 256)
-            Fail(QStringLiteral("an icon is at most 256 pixels wide and high"));
+            Fail(u"an icon is at most 256 pixels wide and high"_s);
         const QByteArray image = Encode(Render(picture, QImage::Format_ARGB32), "png");
-        const qsizetype offset = headerSize + entrySize * pictures.size() + images.size();
+        const qsizetype offset = HeaderSize + EntrySize * pictures.size() + images.size();
         // 256 is written as 0
         out << static_cast<quint8>(picture.size.width()) << static_cast<quint8>(picture.size.height());
         // no colour table, 1 plane, 32 bits a pixel
@@ -192,23 +187,23 @@ QByteArray IconFile(const QList<Picture> &pictures)
 
 QByteArray Make(const QString &suffix, const QList<Picture> &pictures)
 {
-    if (suffix == QLatin1String("ico"))
+    if (suffix == "ico"_L1)
         return IconFile(pictures);
     if (pictures.size() != 1)
-        Fail(QStringLiteral("only an icon holds several pictures"));
-    if (suffix == QLatin1String("svg"))
+        Fail(u"only an icon holds several pictures"_s);
+    if (suffix == "svg"_L1)
         return pictures.first().drawing;
-    if (suffix == QLatin1String("png"))
+    if (suffix == "png"_L1)
         return Encode(Render(pictures.first(), QImage::Format_ARGB32), "png");
-    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("bmp"))
+    if (suffix == "jpg"_L1 || suffix == "bmp"_L1)
         return Encode(Render(pictures.first(), QImage::Format_RGB32), suffix.toLatin1().constData());
-    Fail(QStringLiteral("\"%1\" files are not made here").arg(suffix));
+    Fail(u"\"%1\" files are not made here"_s.arg(suffix));
 }
 
 void Run(const QStringList &arguments)
 {
     if (arguments.size() < 5)
-        Fail(QStringLiteral("usage: mkassets PALETTE DRAWING OUT VARIANT:SIZE..."));
+        Fail(u"usage: mkassets PALETTE DRAWING OUT VARIANT:SIZE..."_s);
     const QSet<QString> palette = ReadPalette(arguments[1]);
     const QString &out = arguments[3];
     QList<Picture> pictures;
@@ -217,7 +212,7 @@ void Run(const QStringList &arguments)
     const QByteArray bytes = Make(QFileInfo(out).suffix(), pictures);
     QSaveFile file(out);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        Fail(QStringLiteral("%1: %2").arg(out, file.errorString()));
+        Fail(u"%1: %2"_s.arg(out, file.errorString()));
 }
 
 } // namespace

@@ -12,6 +12,10 @@
 #include <optional>
 #include <stdexcept>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int MaxAnswers = 5;
@@ -26,11 +30,11 @@ struct Text
 void AppendRtf(QString &rtf, QChar c)
 {
     if (c == u'\\' || c == u'{' || c == u'}')
-        rtf += QStringLiteral("\\") + c;
+        rtf += u"\\"_s + c;
     else if (c.unicode() < 0x80)
         rtf += c;
     else
-        rtf += QStringLiteral("\\u%1?").arg(static_cast<qint16>(c.unicode()));
+        rtf += u"\\u%1?"_s.arg(static_cast<qint16>(c.unicode()));
 }
 
 // **bold**, *italic*, a backslash before a character that stands for itself, LF between lines. Nothing where
@@ -50,8 +54,8 @@ std::optional<Text> Translate(const QString &markedUp)
             text.rich += QLatin1String(two ? "\\b" : "\\i") + QLatin1String(style ? " " : "0 ");
             i += two ? 1 : 0;
         } else if (c == u'\n') {
-            text.rich += QStringLiteral("\\par\r\n");
-            text.plain += QStringLiteral("\r\n");
+            text.rich += u"\\par\r\n"_s;
+            text.plain += u"\r\n"_s;
         } else {
             const bool escaped = c == u'\\' && more;
             i += escaped ? 1 : 0;
@@ -61,8 +65,7 @@ std::optional<Text> Translate(const QString &markedUp)
     }
     if (bold || italic)
         return {};
-    text.rich =
-        QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\\pard %1\\par\r\n}\r\n").arg(text.rich);
+    text.rich = u"{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\\pard %1\\par\r\n}\r\n"_s.arg(text.rich);
     return text;
 }
 
@@ -92,7 +95,7 @@ public:
 private:
     [[noreturn]] void Fail(const QString &what) const
     {
-        throw std::runtime_error(QStringLiteral("%1:%2: %3").arg(path_).arg(line_).arg(what).toStdString());
+        throw std::runtime_error(u"%1:%2: %3"_s.arg(path_).arg(line_).arg(what).toStdString());
     }
 
     QStringList Lines();
@@ -124,7 +127,7 @@ QStringList Reader::Lines()
     QStringDecoder decode(QStringDecoder::Utf8);
     const QString text = decode(file.readAll());
     if (decode.hasError())
-        Fail(QStringLiteral("the text is not UTF-8"));
+        Fail(u"the text is not UTF-8"_s);
     return text.split(u'\n');
 }
 
@@ -136,7 +139,7 @@ std::vector<CardRecord> Reader::Read()
     }
     EndBlock();
     if (cards_.empty())
-        Fail(QStringLiteral("no cards"));
+        Fail(u"no cards"_s);
     return std::move(cards_);
 }
 
@@ -149,67 +152,67 @@ void Reader::Line(const QString &line)
         return;
     }
     if (line.back().isSpace() || line.contains(u'\t') || line.contains(u'\r'))
-        Fail(QStringLiteral("a blank at the end, a tab or a carriage return"));
+        Fail(u"a blank at the end, a tab or a carriage return"_s);
     if (block_.line == 0) {
         block_.line = line_;
         card_ = standard_;
     }
-    if (line.startsWith(QLatin1String("  "))) {
+    if (line.startsWith("  "_L1)) {
         if (!open_)
-            Fail(QStringLiteral("no text to go on with"));
+            Fail(u"no text to go on with"_s);
         *open_ += u'\n' + line.mid(2);
         return;
     }
-    if (line.startsWith(QLatin1String("+ ")) || line.startsWith(QLatin1String("- "))) {
+    if (line.startsWith("+ "_L1) || line.startsWith("- "_L1)) {
         block_.answers.push_back({line.mid(2), true, line[0] == u'+'});
         open_ = &block_.answers.back().text;
         return;
     }
-    const qsizetype colon = line.indexOf(QLatin1String(": "));
+    const qsizetype colon = line.indexOf(": "_L1);
     if (colon < 1)
-        Fail(QStringLiteral("neither \"key: value\" nor an answer"));
+        Fail(u"neither \"key: value\" nor an answer"_s);
     open_ = nullptr;
     Entry(line.left(colon), line.mid(colon + 2));
 }
 
 void Reader::Entry(const QString &key, const QString &value)
 {
-    static const QStringList pictures{QStringLiteral(".jpg"), QStringLiteral(".bmp")};
-    static const QStringList sounds{QStringLiteral(".wav")};
+    static const QStringList pictures{u".jpg"_s, u".bmp"_s};
+    static const QStringList sounds{u".wav"_s};
     if (block_.keys.contains(key))
-        Fail(QStringLiteral("\"%1\" stands here twice").arg(key));
+        Fail(u"\"%1\" stands here twice"_s.arg(key));
     block_.keys.insert(key);
-    if (key == QLatin1String("Frage")) {
+    if (key == "Frage"_L1) {
         block_.question = value;
         open_ = &block_.question;
-    } else if (key == QLatin1String("Antwort")) {
+    } else if (key == "Antwort"_L1) {
         block_.answers.push_back({value, false, false});
         open_ = &block_.answers.back().text;
-    } else if (key == QLatin1String("Thema")) {
+    } else if (key == "Thema"_L1) {
         if (value.size() > MaxTextLength)
-            Fail(QStringLiteral("a topic has at most %1 characters").arg(MaxTextLength));
+            Fail(u"a topic has at most %1 characters"_s.arg(MaxTextLength));
         card_.Picture_9_Name = value;
-    } else if (key == QLatin1String("Fach")) {
+    } else if (key == "Fach"_L1) {
         bool number = false;
         card_.FachNr = value.toInt(&number);
         if (!number || card_.FachNr < 0 || card_.FachNr >= FachAnzahl)
-            Fail(QStringLiteral("no compartment \"%1\"").arg(value));
-    } else if (key == QLatin1String("Bild")) {
+            Fail(u"no compartment \"%1\""_s.arg(value));
+    } else if (key == "Bild"_L1) {
         Medium(&CardRecord::Picture_1_Name, value, pictures);
-    } else if (key == QLatin1String("Bild Antwort")) {
+    } else if (key == "Bild Antwort"_L1) {
         Medium(&CardRecord::Picture_2_Name, value, pictures);
-    } else if (key == QLatin1String("Bild falsch")) {
+    } else if (key == "Bild falsch"_L1) {
         Medium(&CardRecord::Picture_3_Name, value, pictures);
-    } else if (key == QLatin1String("Ton")) {
+    } else if (key == "Ton"_L1) {
         Medium(&CardRecord::Picture_6_Name, value, sounds);
-    } else if (key == QLatin1String("Ton Antwort")) {
+    } else if (key == "Ton Antwort"_L1) {
         Medium(&CardRecord::Picture_7_Name, value, sounds);
-    } else if (key == QLatin1String("Ton falsch")) {
+    } else if (key == "Ton falsch"_L1) {
         Medium(&CardRecord::Picture_8_Name, value, sounds);
-    } else if (key == QLatin1String("Bildplatz")) {
+    } else if (key == "Bildplatz"_L1) {
         Place(value);
     } else {
-        Fail(QStringLiteral("unknown key \"%1\"").arg(key));
+        Fail(u"unknown key \"%1\""_s.arg(key));
     }
 }
 
@@ -217,8 +220,7 @@ void Reader::Medium(QString CardRecord::*slot, const QString &value, const QStri
 {
     if (value.contains(u'/') || value.contains(u'\\') || value.size() > MaxTextLength ||
         !suffixes.contains(value.right(4)))
-        Fail(QStringLiteral("\"%1\" is not the bare name of a %2 file")
-                 .arg(value, suffixes.join(QLatin1String(" or "))));
+        Fail(u"\"%1\" is not the bare name of a %2 file"_s.arg(value, suffixes.join(" or "_L1)));
     card_.*slot = value;
 }
 
@@ -231,10 +233,10 @@ void Reader::Place(const QString &value)
         bool number = false;
         twips << part.toInt(&number);
         if (!number || twips.last() < 0 || twips.last() > 32767)
-            Fail(QStringLiteral("\"%1\" is no length in twips").arg(part));
+            Fail(u"\"%1\" is no length in twips"_s.arg(part));
     }
     if (twips.size() != 4)
-        Fail(QStringLiteral("a place is \"left top width height\""));
+        Fail(u"a place is \"left top width height\""_s);
     card_.Pictureleft = twips[0];
     card_.PictureTop = twips[1];
     card_.Picturewidth = twips[2];
@@ -245,9 +247,9 @@ Text Reader::Checked(const QString &markedUp)
 {
     const std::optional<Text> text = Translate(markedUp);
     if (!text)
-        Fail(QStringLiteral("a * or ** is not closed"));
+        Fail(u"a * or ** is not closed"_s);
     if (text->plain.trimmed().isEmpty())
-        Fail(QStringLiteral("an empty text"));
+        Fail(u"an empty text"_s);
     return *text;
 }
 
@@ -257,8 +259,8 @@ void Reader::EndBlock()
     if (block_.line == 0)
         return;
     if (block_.question.isEmpty() && block_.answers.empty()) {
-        if (!(block_.keys - QSet<QString>{QStringLiteral("Thema"), QStringLiteral("Bildplatz")}).isEmpty())
-            Fail(QStringLiteral("a card without a question"));
+        if (!(block_.keys - QSet<QString>{u"Thema"_s, u"Bildplatz"_s}).isEmpty())
+            Fail(u"a card without a question"_s);
         standard_ = card_;
     } else {
         const int end = line_;
@@ -276,35 +278,35 @@ void Reader::Answers()
     const Text question = Checked(block_.question);
     if (questions_.contains(question.plain) && card_.Picture_1_Name.isEmpty() &&
         card_.Picture_6_Name.isEmpty())
-        Fail(QStringLiteral("this question was asked before"));
+        Fail(u"this question was asked before"_s);
     questions_.insert(question.plain);
     card_.Frage = question.rich;
     card_.Frage_Klartext = question.plain;
 
     if (block_.answers.empty())
-        Fail(QStringLiteral("a card without an answer"));
+        Fail(u"a card without an answer"_s);
     const bool ticked = block_.answers.front().ticked;
     if (block_.answers.size() > (ticked ? MaxAnswers : 1))
-        Fail(QStringLiteral("too many answers"));
+        Fail(u"too many answers"_s);
     card_.Antworttyp = ticked ? 2 : 1;
-    constexpr std::array rich{&CardRecord::Antwort_1, &CardRecord::Antwort_2, &CardRecord::Antwort_3,
+    constexpr std::array Rich{&CardRecord::Antwort_1, &CardRecord::Antwort_2, &CardRecord::Antwort_3,
                               &CardRecord::Antwort_4, &CardRecord::Antwort_5};
-    constexpr std::array plain{&CardRecord::Antwort_1_Klartext, &CardRecord::Antwort_2_Klartext,
+    constexpr std::array Plain{&CardRecord::Antwort_1_Klartext, &CardRecord::Antwort_2_Klartext,
                                &CardRecord::Antwort_3_Klartext, &CardRecord::Antwort_4_Klartext,
                                &CardRecord::Antwort_5_Klartext};
-    constexpr std::array right{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2,
+    constexpr std::array Right{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2,
                                &CardRecord::Antwort_ch_3, &CardRecord::Antwort_ch_4,
                                &CardRecord::Antwort_ch_5};
     for (std::size_t i = 0; i < block_.answers.size(); ++i) {
         const Answer &answer = block_.answers[i];
         if (answer.ticked != ticked)
-            Fail(QStringLiteral("a card is typed or ticked, not both"));
+            Fail(u"a card is typed or ticked, not both"_s);
         const Text text = Checked(answer.text);
-        if (!ticked && text.plain.startsWith(QLatin1String("Hinweis:")))
-            Fail(QStringLiteral("an answer of nothing but a hint"));
-        card_.*rich[i] = text.rich;
-        card_.*plain[i] = text.plain;
-        card_.*right[i] = answer.right;
+        if (!ticked && text.plain.startsWith("Hinweis:"_L1))
+            Fail(u"an answer of nothing but a hint"_s);
+        card_.*Rich[i] = text.rich;
+        card_.*Plain[i] = text.plain;
+        card_.*Right[i] = answer.right;
     }
 }
 
@@ -328,3 +330,5 @@ QStringList MediaOf(const CardRecord &card)
     media.removeAll(QString());
     return media;
 }
+
+} // namespace paukfix

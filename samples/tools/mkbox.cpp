@@ -14,6 +14,9 @@
 #include <cstdio>
 #include <stdexcept>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 [[noreturn]] void Fail(const QString &text)
@@ -26,7 +29,7 @@ void CheckMedia(const std::vector<CardRecord> &cards, const QString &boxPath)
     for (const CardRecord &card : cards)
         for (const QString &medium : MediaOf(card))
             if (!QFileInfo::exists(QFileInfo(boxPath).path() + u'/' + medium))
-                Fail(QStringLiteral("card %1 names %2, which is not there").arg(card.FrageNr).arg(medium));
+                Fail(u"card %1 names %2, which is not there"_s.arg(card.FrageNr).arg(medium));
 }
 
 // As the editor stores a card: texts that are empty stay null, the ticks belong to ticking cards.
@@ -59,16 +62,16 @@ void WriteBox(const std::vector<CardRecord> &cards, const QString &path)
 void Run(const QStringList &arguments)
 {
     if (arguments.size() != 3)
-        Fail(QStringLiteral("usage: mkbox CARDS.txt BOX.pzb"));
+        Fail(u"usage: mkbox CARDS.txt BOX.pzb"_s);
     const QString &box = arguments[2];
-    const QString part = box + QStringLiteral(".neu");
+    const QString part = box + u".neu"_s;
     const std::vector<CardRecord> cards = ReadKartentext(arguments[1]);
     CheckMedia(cards, box);
     QFile::remove(part);
     WriteBox(cards, part);
     QFile::remove(box);
     if (!QFile::rename(part, box))
-        Fail(QStringLiteral("cannot write %1").arg(box));
+        Fail(u"cannot write %1"_s.arg(box));
 }
 
 } // namespace

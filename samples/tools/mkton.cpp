@@ -15,6 +15,9 @@
 #include <optional>
 #include <stdexcept>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 using namespace Klang;
 
 namespace {
@@ -59,7 +62,7 @@ public:
 private:
     [[noreturn]] void Fail(const QString &what) const
     {
-        throw std::runtime_error(QStringLiteral("%1:%2: %3").arg(path_).arg(line_).arg(what).toStdString());
+        throw std::runtime_error(u"%1:%2: %3"_s.arg(path_).arg(line_).arg(what).toStdString());
     }
 
     void Line(const QString &line);
@@ -84,23 +87,23 @@ Score::Score(const QString &path) : path_(path)
             Line(line);
     }
     if (sounds_.empty())
-        Fail(QStringLiteral("no sound"));
+        Fail(u"no sound"_s);
 }
 
 void Score::Line(const QString &line)
 {
-    if (line.startsWith(QLatin1String("klang: "))) {
+    if (line.startsWith("klang: "_L1)) {
         const auto *found = std::find_if(std::begin(Timbres), std::end(Timbres), [&](const Timbre &timbre) {
             return line.mid(7) == QLatin1String(timbre.name);
         });
         if (found == std::end(Timbres))
-            Fail(QStringLiteral("unknown \"%1\"").arg(line));
+            Fail(u"unknown \"%1\""_s.arg(line));
         timbre_ = found;
         return;
     }
     if (!timbre_)
-        Fail(QStringLiteral("\"klang:\" comes first"));
-    static const QRegularExpression form(QStringLiteral("^(?:(\\d+) x )?(.+)$"));
+        Fail(u"\"klang:\" comes first"_s);
+    static const QRegularExpression form(u"^(?:(\\d+) x )?(.+)$"_s);
     const auto match = form.match(line);
     const int times = match.capturedLength(1) > 0 ? match.captured(1).toInt() : 1;
     std::vector<Sound> row;
@@ -118,14 +121,14 @@ Sound Score::Item(const QString &text) const
     bool number = false;
     sound.seconds = words.value(1).toDouble(&number);
     if (!number || sound.seconds <= 0 || words.size() > 3)
-        Fail(QStringLiteral("\"%1\" is no sound").arg(text));
+        Fail(u"\"%1\" is no sound"_s.arg(text));
     if (words.size() == 3) {
         sound.loudness = words[2].mid(1).toDouble(&number);
         if (!number || !words[2].startsWith(u'v'))
-            Fail(QStringLiteral("\"%1\" is no loudness").arg(words[2]));
+            Fail(u"\"%1\" is no loudness"_s.arg(words[2]));
     }
-    sound.knock = words[0] == QLatin1String("klopf");
-    if (sound.knock || words[0] == QLatin1String("-"))
+    sound.knock = words[0] == "klopf"_L1;
+    if (sound.knock || words[0] == "-"_L1)
         return sound;
     for (const QString &voice : words[0].split(u'+')) {
         const QStringList ends = voice.split(u'>');
@@ -138,10 +141,8 @@ Sound Score::Item(const QString &text) const
 // A note from c2 to h7 (sharps with #) or a frequency in Hz.
 double Score::Pitch(const QString &text) const
 {
-    static const QStringList notes{QStringLiteral("c"),  QStringLiteral("c#"), QStringLiteral("d"),
-                                   QStringLiteral("d#"), QStringLiteral("e"),  QStringLiteral("f"),
-                                   QStringLiteral("f#"), QStringLiteral("g"),  QStringLiteral("g#"),
-                                   QStringLiteral("a"),  QStringLiteral("a#"), QStringLiteral("h")};
+    static const QStringList notes{u"c"_s,  u"c#"_s, u"d"_s,  u"d#"_s, u"e"_s,  u"f"_s,
+                                   u"f#"_s, u"g"_s,  u"g#"_s, u"a"_s,  u"a#"_s, u"h"_s};
     bool number = false;
     const double frequency = text.toDouble(&number);
     if (number && frequency >= 20 && frequency <= 16000)
@@ -149,7 +150,7 @@ double Score::Pitch(const QString &text) const
     const qsizetype note = notes.indexOf(text.chopped(1));
     const int octave = text.right(1).toInt(&number);
     if (note < 0 || !number)
-        Fail(QStringLiteral("\"%1\" is no pitch").arg(text));
+        Fail(u"\"%1\" is no pitch"_s.arg(text));
     return 440 * std::pow(2, (static_cast<double>(note) - 9) / 12 + octave - 4);
 }
 
@@ -191,14 +192,14 @@ Spur Knock(double loudness, Zufall &zufall)
 
 Spur Score::Play() const
 {
-    constexpr double lead = 0.08; // silence before the first sound
-    constexpr double tail = 0.35; // room for the echo
-    double length = lead + tail;
+    constexpr double Lead = 0.08; // silence before the first sound
+    constexpr double Tail = 0.35; // room for the echo
+    double length = Lead + Tail;
     for (const Sound &sound : sounds_)
         length += sound.seconds;
     Spur track(Samples(length), 0.0);
     Zufall zufall(5);
-    double start = lead;
+    double start = Lead;
     for (const Sound &sound : sounds_) {
         if (sound.knock)
             Mix(track, Knock(sound.loudness, zufall), start, 1);

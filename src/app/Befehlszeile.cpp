@@ -4,23 +4,26 @@
 
 #include <QUrl>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString Aufruf =
-    QStringLiteral("Aufruf: paukfix [KARTEI.pzb]\n"
-                   "\n"
-                   "Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
-                   "\n"
-                   "  -h, --help     zeigt diese Hilfe\n"
-                   "  -v, --version  zeigt die Version\n"
-                   "  --             dahinter steht ein Dateiname, auch mit - am Anfang\n");
+const QString Aufruf = u"Aufruf: paukfix [KARTEI.pzb]\n"
+                       u"\n"
+                       u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
+                       u"\n"
+                       u"  -h, --help     zeigt diese Hilfe\n"
+                       u"  -v, --version  zeigt die Version\n"
+                       u"  --             dahinter steht ein Dateiname, auch mit - am Anfang\n"_s;
 
 QString Pfad(const QString &argument)
 {
-    if (!argument.startsWith(QLatin1String("file:/"), Qt::CaseInsensitive))
+    if (!argument.startsWith("file:/"_L1, Qt::CaseInsensitive))
         return argument;
     QUrl adresse(argument, QUrl::StrictMode);
-    if (adresse.host() == QLatin1String("localhost"))
+    if (adresse.host() == "localhost"_L1)
         adresse.setHost(QString());
     const QString pfad = adresse.host().isEmpty() ? adresse.toLocalFile() : QString();
     return pfad.isEmpty() ? argument : pfad;
@@ -35,25 +38,27 @@ Befehlszeile BefehlszeileLesen(const QStringList &argumente)
     bool optionen = true;
     for (const QString &argument : argumente.mid(1)) {
         const bool option = optionen && argument.startsWith(u'-') && argument.size() > 1 &&
-                            !argument.endsWith(QLatin1String(".pzb"), Qt::CaseInsensitive);
+                            !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive);
         if (!option) {
             if (!argument.isEmpty())
                 dateien << Pfad(argument);
-        } else if (argument == QLatin1String("--")) {
+        } else if (argument == "--"_L1) {
             optionen = false;
-        } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+        } else if (argument == "--help"_L1 || argument == "-h"_L1) {
             return {.art = Befehlszeile::Art::Auskunft, .kartei = {}, .weitere = {}, .text = Aufruf};
-        } else if (argument == QLatin1String("--version") || argument == QLatin1String("-v")) {
+        } else if (argument == "--version"_L1 || argument == "-v"_L1) {
             return {.art = Befehlszeile::Art::Auskunft,
                     .kartei = {},
                     .weitere = {},
-                    .text = QStringLiteral("Paukfix " PAUKFIX_VERSION "\n")};
+                    .text = u"Paukfix " PAUKFIX_VERSION u"\n"_s};
         } else if (befehl.art == Befehlszeile::Art::Starten) {
             befehl.art = Befehlszeile::Art::Fehler;
-            befehl.text = QStringLiteral("paukfix: unbekannte Option „%1“\n\n").arg(argument) + Aufruf;
+            befehl.text = u"paukfix: unbekannte Option „%1“\n\n"_s.arg(argument) + Aufruf;
         }
     }
     befehl.kartei = dateien.value(0);
     befehl.weitere = dateien.mid(1);
     return befehl;
 }
+
+} // namespace paukfix

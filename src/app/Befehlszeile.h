@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace paukfix {
+
 // What the program was asked for when it was started.
 struct Befehlszeile
 {
@@ -24,3 +26,5 @@ struct Befehlszeile
 // `argumente` begins with the program's name. What begins with a "-" is an option, unless it ends in ".pzb"
 // or stands behind "--". A file may be named by a "file://" address of this machine.
 Befehlszeile BefehlszeileLesen(const QStringList &argumente);
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <csignal>
 #include <sys/signalfd.h>
 
+namespace paukfix {
+
 Endsignale::Endsignale()
 {
     sigset_t signale;
@@ -38,3 +40,5 @@ void Endsignale::Melden()
         QCoreApplication::sendEvent(QCoreApplication::instance(), &ende);
     });
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace paukfix {
+
 // The signals that ask a program to end (SIGTERM, SIGINT, SIGHUP), told to the application as the wish to
 // quit. To be made before the first thread, or that one would take them; they wait until Melden(). One that
 // the program was started to ignore stays ignored.
@@ -23,3 +25,5 @@ private:
     FileHandle leitung_;
     std::unique_ptr<QSocketNotifier> waechter_;
 };
+
+} // namespace paukfix

@@ -23,6 +23,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Programm::Programm(const QString &laufverzeichnis)
 {
     // Behind a message, or between intro and main window, no window is open for a moment.
@@ -34,11 +38,11 @@ Programm::~Programm() = default;
 
 void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
 {
-    const ProgramDirectory gefunden = FindProgramDirectory(
-        {.running = laufverzeichnis,
-         .installed = QDir::cleanPath(laufverzeichnis + QStringLiteral("/../share/paukfix")),
-         .own = OwnDirectory(),
-         .former = FormerOwnDirectory()});
+    const ProgramDirectory gefunden =
+        FindProgramDirectory({.running = laufverzeichnis,
+                              .installed = QDir::cleanPath(laufverzeichnis + u"/../share/paukfix"_s),
+                              .own = OwnDirectory(),
+                              .former = FormerOwnDirectory()});
     konfig_.ProgrammPfad = gefunden.path;
     konfig_.Lieferpfade = gefunden.shipped;
     konfig_.NurDieserLauf = !gefunden.keepsSettings;
@@ -50,10 +54,9 @@ void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
 bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
 {
     if (!weitere.isEmpty()) {
-        const QString andere =
-            weitere.size() == 1 ? QString() : QStringLiteral(" und %1 weitere").arg(weitere.size() - 1);
-        meldungen_.Zeigen(QStringLiteral("Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „%1“%2")
-                              .arg(weitere.first(), andere));
+        const QString andere = weitere.size() == 1 ? QString() : u" und %1 weitere"_s.arg(weitere.size() - 1);
+        meldungen_.Zeigen(
+            u"Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „%1“%2"_s.arg(weitere.first(), andere));
     }
     Intro intro(konfig_, meldungen_);
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
@@ -63,7 +66,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
         Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
     // To read the icon and to make the query takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
-        QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
+        QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(u"paukfix.ico"_s)));
         AbfrageBauen();
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
@@ -78,7 +81,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MKartei_spiegeln = Werkzeug<Karteispiegeln>();
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
-    fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, uhr_.Jetzt()), lbox_.get()).exec(); };
+    fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, clock_.Now()), lbox_.get()).exec(); };
     fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
@@ -130,7 +133,7 @@ std::function<void()> Programm::Werkzeug()
 void Programm::UebersichtZeigen()
 {
     if (!kartei_.IsOpen()) {
-        meldungen_.Zeigen(QStringLiteral("Bitte zuerst eine Datei öffnen"));
+        meldungen_.Zeigen(u"Bitte zuerst eine Datei öffnen"_s);
         return;
     }
     Uebersicht(kartei_, dienste_, {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
@@ -140,7 +143,7 @@ void Programm::UebersichtZeigen()
 
 void Programm::UeberZeigen()
 {
-    über(konfig_.ProgrammDatei(QStringLiteral("ueber.rtf")), meldungen_, lbox_.get()).exec();
+    über(konfig_.ProgrammDatei(u"ueber.rtf"_s), meldungen_, lbox_.get()).exec();
     lbox_->show();
     lbox_->activateWindow();
 }
@@ -148,7 +151,9 @@ void Programm::UeberZeigen()
 QString Programm::KarteiWaehlen()
 {
     Datausw auswahl(kartei_.ChosenFileName, lbox_.get());
-    auswahl.Auflisten(kartei_.KarteiPfad, QStringLiteral("*.pzb"), kartei_.CurrentFileName);
+    auswahl.Auflisten(kartei_.KarteiPfad, u"*.pzb"_s, kartei_.CurrentFileName);
     auswahl.exec();
     return kartei_.ChosenFileName;
 }
+
+} // namespace paukfix

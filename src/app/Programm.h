@@ -5,6 +5,7 @@
 #include "AppConfig.h"
 #include "BoxZustand.h"
 #include "CardStore.h"
+#include "Clock.h"
 #include "Dienste.h"
 #include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
@@ -15,7 +16,6 @@
 #include "Programmende.h"
 #include "SearchHit.h"
 #include "Tonausgabe.h"
-#include "Uhr.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
 #include "Zufall.h"
@@ -25,6 +25,8 @@
 
 #include <functional>
 #include <memory>
+
+namespace paukfix {
 
 // The one object that owns everything the program shares, and that makes its windows known to each other.
 class Programm
@@ -57,13 +59,13 @@ private:
     Wiederholungswache wiederholungen_;
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;
-    SystemUhr uhr_;
+    SystemClock clock_;
     MersenneZufall zufall_;
     Tonausgabe ton_{meldungen_, [this](bool da) { lbox_->SetTongeraet(da); }};
     AppConfig konfig_{meldungen_};
-    Dienste dienste_{meldungen_, dialoge_, uhr_, zufall_, ton_, konfig_};
+    Dienste dienste_{meldungen_, dialoge_, clock_, zufall_, ton_, konfig_};
     CardStore kartei_;
-    KarteiOeffner oeffner_{kartei_, meldungen_, uhr_};
+    KarteiOeffner oeffner_{kartei_, meldungen_, clock_};
     BoxZustand zustand_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
@@ -71,3 +73,5 @@ private:
     std::unique_ptr<PFUse> abfrage_;   // shown for each card
     std::unique_ptr<PFÄndern> editor_; // the last one that was open; the next one takes its place
 };
+
+} // namespace paukfix

@@ -10,6 +10,8 @@
 
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 
 constexpr int TaktMs = 10; // from one step to the next
@@ -36,7 +38,7 @@ bool FensterSchliessen()
 Programmende::Programmende(std::function<bool()> beschaeftigt) : beschaeftigt_(std::move(beschaeftigt))
 {
     takt_.setInterval(TaktMs);
-    connect(&takt_, &QTimer::timeout, this, [this] { Schritt(); });
+    connect(&takt_, &QTimer::timeout, this, [this] { Step(); });
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -51,7 +53,7 @@ void Programmende::Absagen()
     takt_.stop();
 }
 
-void Programmende::Schritt()
+void Programmende::Step()
 {
     if (QWidget *offen = QApplication::activePopupWidget()) {
         offen->close();
@@ -74,3 +76,5 @@ bool Programmende::eventFilter(QObject *objekt, QEvent *event)
     Beenden();
     return true;
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // Ends the program from wherever it is, whoever asks for it: the desktop's session, a signal, quit. Dialogs
 // and messages are closed one after the other, as their user would with Escape, and what they were for runs
 // to its end; then the windows are closed. A window that wants to stay, because its user does, calls it off.
@@ -25,9 +27,11 @@ protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
 
 private:
-    void Schritt();
+    void Step();
 
     std::function<bool()> beschaeftigt_;
     QTimer takt_;
     bool schliesst_ = false; // the windows are being closed, and may ask
 };
+
+} // namespace paukfix

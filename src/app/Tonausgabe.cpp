@@ -4,6 +4,8 @@
 
 #include <utility>
 
+namespace paukfix {
+
 Tonausgabe::Tonausgabe(Meldungen &meldungen, std::function<void(bool)> geraetDa)
     : spieler_([&meldungen](const std::string &text) { meldungen.Zeigen(QString::fromStdString(text)); }),
       geraetDa_(std::move(geraetDa))
@@ -20,3 +22,5 @@ void Tonausgabe::Stille()
 {
     spieler_.StopSound();
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The sounds of the program on the system's sound device.
 class Tonausgabe final : public Ton
 {
@@ -22,3 +24,5 @@ private:
     SoundPlayer spieler_;
     std::function<void(bool)> geraetDa_;
 };
+
+} // namespace paukfix

@@ -12,6 +12,9 @@
 #include <fontconfig/fontconfig.h>
 #include <thread>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 int main(int argc, char *argv[])
 {
     // The toolkit takes its own options away, but needs a display for that.
@@ -28,11 +31,11 @@ int main(int argc, char *argv[])
     // The machine's fonts are read while the toolkit starts, not after it: a fifth of the whole start.
     const std::jthread fonts([] { FcInit(); });
     const QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("paukfix"));
-    QApplication::setApplicationVersion(QStringLiteral(PAUKFIX_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("paukfix"));
+    QApplication::setApplicationName(u"paukfix"_s);
+    QApplication::setApplicationVersion(u"" PAUKFIX_VERSION u""_s);
+    QGuiApplication::setDesktopFileName(u"paukfix"_s);
     // The toolkit's dialogs would keep settings of their own: they find no place for them.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
     DeutscheTexte();
 
     const Befehlszeile befehl = BefehlszeileLesen(QApplication::arguments());

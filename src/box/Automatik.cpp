@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+namespace paukfix {
+
 namespace {
 
 constexpr int TaktMs = 100;      // from one look at the clock to the next
@@ -11,8 +13,8 @@ constexpr int Pausenwechsel = 3; // changes of the clock's second
 
 } // namespace
 
-Automatik::Automatik(const Uhr &uhr, const Belegung &belegung, QObject *parent)
-    : QObject(parent), uhr_(uhr), belegung_(belegung)
+Automatik::Automatik(const Clock &clock, const Belegung &belegung, QObject *parent)
+    : QObject(parent), clock_(clock), belegung_(belegung)
 {
     takt_.setInterval(TaktMs);
     connect(&takt_, &QTimer::timeout, this, &Automatik::Takt);
@@ -24,7 +26,7 @@ void Automatik::MAutoschalter_Click()
         AutomatikAus();
         return;
     }
-    sekunde_ = uhr_.Sekunde();
+    sekunde_ = clock_.Second();
     sekundenwechsel_ = 0;
     takt_.start();
     emit Umgeschaltet(true);
@@ -38,12 +40,14 @@ void Automatik::AutomatikAus()
 
 void Automatik::Takt()
 {
-    const qint64 jetzt = uhr_.Sekunde();
+    const qint64 jetzt = clock_.Second();
     if (belegung_.IstBelegt() || QApplication::activeModalWidget() || QApplication::activePopupWidget()) {
         sekundenwechsel_ = 0;
     } else if (jetzt != sekunde_ && ++sekundenwechsel_ >= Pausenwechsel) {
         sekundenwechsel_ = 0;
         emit Faellig();
     }
-    sekunde_ = uhr_.Sekunde();
+    sekunde_ = clock_.Second();
 }
+
+} // namespace paukfix

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "Belegung.h"
-#include "Uhr.h"
+#include "Clock.h"
 
 #include <QObject>
 #include <QTimer>
+
+namespace paukfix {
 
 // The automatic mode: while it is on, a card is due after every pause of three changes of the clock's second.
 // The pause begins when nothing else is open. It is off at start.
@@ -16,7 +18,7 @@ class Automatik final : public QObject
 
 public:
     // Both must outlive it.
-    Automatik(const Uhr &uhr, const Belegung &belegung, QObject *parent = nullptr);
+    Automatik(const Clock &clock, const Belegung &belegung, QObject *parent = nullptr);
 
     // Switches it on or off.
     void MAutoschalter_Click();
@@ -29,9 +31,11 @@ signals:
 private:
     void Takt();
 
-    const Uhr &uhr_;
+    const Clock &clock_;
     const Belegung &belegung_;
     QTimer takt_;
     qint64 sekunde_ = 0;      // the clock as it was last noted
     int sekundenwechsel_ = 0; // since the pause began
 };
+
+} // namespace paukfix

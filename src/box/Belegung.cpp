@@ -5,7 +5,11 @@
 #include <QApplication>
 #include <QWidget>
 
+namespace paukfix {
+
 bool Belegung::IstGesperrt() const
 {
     return belegt_ || !fenster_.isVisible() || QApplication::activeModalWidget();
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 class QWidget;
 
+namespace paukfix {
+
 // What keeps the box from beginning something: only one query, roll or opening of a file is under way at a
 // time, and none begins while the window is away or behind a dialog.
 class Belegung
@@ -28,3 +30,5 @@ private:
     const QWidget &fenster_;
     bool belegt_ = false;
 };
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 Bewegungstakt::Bewegungstakt(const Verzoegerung &verzoegerung, int dauer, int pause)
     : verzoegerung_(verzoegerung), dauer_(dauer)
 {
@@ -22,3 +24,5 @@ void Bewegungstakt::Pause() const
 {
     verzoegerung_.DelayMilliseconds(pause_);
 }
+
+} // namespace paukfix

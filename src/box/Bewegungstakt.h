@@ -6,6 +6,8 @@
 
 #include <QElapsedTimer>
 
+namespace paukfix {
+
 // The pace of one movement: how many steps it takes, and the pause after each. The pauses of
 // `DelayMilliseconds` last longer with every file that the program has opened; the pace is chosen so that
 // together they take about `dauer` milliseconds all the same.
@@ -29,3 +31,5 @@ private:
     qint16 pause_; // as DelayMilliseconds takes it
     QElapsedTimer seit_;
 };
+
+} // namespace paukfix

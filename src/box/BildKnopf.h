@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 
+namespace paukfix {
+
 // A part of the box that can be pressed: by mouse, or by Enter and the space bar when Tab has brought the
 // focus to it. The mouse leaves the focus where it is.
 class BildKnopf : public QAbstractButton
@@ -26,3 +28,5 @@ protected:
             QAbstractButton::keyPressEvent(event);
     }
 };
+
+} // namespace paukfix

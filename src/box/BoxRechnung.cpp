@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 BoxBild BoxRechnen(const FachTabelle &tabelle)
 {
     BoxBild bild;
@@ -52,3 +54,5 @@ bool ErsteKarte(CardRecordset &karten, int fach)
     karten.Seek(CardRecordset::Comparison::AtLeast, fach);
     return !karten.NoMatch() && karten[u"FachNr"].Number() == fach;
 }
+
+} // namespace paukfix

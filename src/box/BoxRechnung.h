@@ -8,6 +8,8 @@
 #include <array>
 #include <optional>
 
+namespace paukfix {
+
 // The rules of the box, apart from its window.
 
 // Compartments with a place on the window that can be asked: 0 to 5.
@@ -38,3 +40,5 @@ std::optional<int> ZuVollesFach(const FachTabelle &tabelle, int fach);
 // Makes the next card of compartment `fach` the current one under "BoxKey"; false where it has none.
 // Throws StoreError.
 bool ErsteKarte(CardRecordset &karten, int fach);
+
+} // namespace paukfix

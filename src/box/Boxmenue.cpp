@@ -19,6 +19,10 @@
 #include <algorithm>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A path for the menu: where it is long, its directory is elided in the middle; the name stays whole, unless
@@ -43,8 +47,8 @@ Boxmenue::Boxmenue(const Teile &teile) : QObject(&teile.fenster), teile_(teile)
     AutomatikBauen();
     FensterBauen();
     ExtrasBauen();
-    FensterEintrag(Menue(QStringLiteral("Minfo"), QStringLiteral("&Info")), QStringLiteral("Müber"),
-                   QStringLiteral("ü&ber Paukfix"), &LBoxFenster::Müber, Braucht::Nichts);
+    FensterEintrag(Menue(u"Minfo"_s, u"&Info"_s), u"Müber"_s, u"ü&ber Paukfix"_s, &LBoxFenster::Müber,
+                   Braucht::Nichts);
     Freischalten();
     KonfigZeigen();
 }
@@ -67,28 +71,26 @@ QMenu *Boxmenue::Menue(const QString &name, const QString &text)
 
 void Boxmenue::DateiBauen()
 {
-    QMenu *datei = Menue(QStringLiteral("MDatei"), QStringLiteral("&Datei"));
-    Eintrag(datei, QStringLiteral("Mneu"), QStringLiteral("&neu"), [this] {
-        teile_.aktionen.Neu();
-    })->setShortcut(QKeySequence::New);
-    Eintrag(datei, QStringLiteral("Möffnen"), QStringLiteral("&öffnen"), [this] {
+    QMenu *datei = Menue(u"MDatei"_s, u"&Datei"_s);
+    Eintrag(datei, u"Mneu"_s, u"&neu"_s, [this] { teile_.aktionen.Neu(); })->setShortcut(QKeySequence::New);
+    Eintrag(datei, u"Möffnen"_s, u"&öffnen"_s, [this] {
         teile_.aktionen.Oeffnen();
     })->setShortcut(QKeySequence::Open);
     datei->setToolTipsVisible(true); // the whole path of a recent file
-    mStrich_ = Strich(datei, QStringLiteral("MStrich"));
+    mStrich_ = Strich(datei, u"MStrich"_s);
     for (std::size_t i = 0; i < mDat_.size(); ++i)
-        mDat_[i] = Eintrag(datei, QStringLiteral("MDat(%1)").arg(i + 1), QString(),
+        mDat_[i] = Eintrag(datei, u"MDat(%1)"_s.arg(i + 1), QString(),
                            [this, i] { teile_.aktionen.ZuletztOeffnen(i); });
-    Strich(datei, QStringLiteral("MS2"));
-    Eintrag(datei, QStringLiteral("MEnde"), QStringLiteral("&Ende"), [this] {
+    Strich(datei, u"MS2"_s);
+    Eintrag(datei, u"MEnde"_s, u"&Ende"_s, [this] {
         teile_.fenster.close();
     })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 }
 
 void Boxmenue::AutomatikBauen()
 {
-    QMenu *automatik = Menue(QStringLiteral("MAuto"), QStringLiteral("A&utomatik"));
-    mAutoschalter_ = Eintrag(automatik, QStringLiteral("MAutoschalter"), QStringLiteral("einschalten"),
+    QMenu *automatik = Menue(u"MAuto"_s, u"A&utomatik"_s);
+    mAutoschalter_ = Eintrag(automatik, u"MAutoschalter"_s, u"einschalten"_s,
                              [this] { teile_.automatik.MAutoschalter_Click(); });
     mAutoschalter_->setCheckable(true);
     connect(&teile_.automatik, &Automatik::Umgeschaltet, this, &Boxmenue::AutomatikZeigen);
@@ -96,44 +98,34 @@ void Boxmenue::AutomatikBauen()
 
 void Boxmenue::FensterBauen()
 {
-    QMenu *aendern = Menue(QStringLiteral("Mändern"), QStringLiteral("ä&ndern"));
-    FensterEintrag(aendern, QStringLiteral("MKarten"), QStringLiteral("&Karten "), &LBoxFenster::MKarten);
-    Strich(aendern, QStringLiteral("MS3"));
-    Eintrag(aendern, QStringLiteral("MSchriftart"), QStringLiteral("&StandardSchriftart"),
-            [this] { MSchriftart_Click(); });
+    QMenu *aendern = Menue(u"Mändern"_s, u"ä&ndern"_s);
+    FensterEintrag(aendern, u"MKarten"_s, u"&Karten "_s, &LBoxFenster::MKarten);
+    Strich(aendern, u"MS3"_s);
+    Eintrag(aendern, u"MSchriftart"_s, u"&StandardSchriftart"_s, [this] { MSchriftart_Click(); });
 
-    QMenu *uebersicht = Menue(QStringLiteral("Mübersicht"), QStringLiteral("Ü&bersicht"));
+    QMenu *uebersicht = Menue(u"Mübersicht"_s, u"Ü&bersicht"_s);
     // The overview checks by itself, in words of its own.
-    FensterEintrag(uebersicht, QStringLiteral("Manzeigen"), QStringLiteral("&anzeigen"),
-                   &LBoxFenster::Manzeigen, Braucht::Nichts);
+    FensterEintrag(uebersicht, u"Manzeigen"_s, u"&anzeigen"_s, &LBoxFenster::Manzeigen, Braucht::Nichts);
 }
 
 void Boxmenue::ExtrasBauen()
 {
-    QMenu *extras = Menue(QStringLiteral("MExtras"), QStringLiteral("&Extras"));
-    FensterEintrag(extras, QStringLiteral("MAscii_Export"), QStringLiteral("ASCII &Export"),
-                   &LBoxFenster::MAscii_Export);
-    FensterEintrag(extras, QStringLiteral("MAscii_Import"), QStringLiteral("ASCII &Import"),
-                   &LBoxFenster::MAscii_Import);
-    Strich(extras, QStringLiteral("Mstrich2"));
-    FensterEintrag(extras, QStringLiteral("MThema_ausfiltern"), QStringLiteral("&Thema ausfiltern"),
-                   &LBoxFenster::MThema_ausfiltern);
-    FensterEintrag(extras, QStringLiteral("MKartei_anhängen"), QStringLiteral("Kartei an&hängen"),
-                   &LBoxFenster::MKartei_anhängen);
-    FensterEintrag(extras, QStringLiteral("MKartei_spiegeln"), QStringLiteral("Kartei &spiegeln"),
-                   &LBoxFenster::MKartei_spiegeln);
-    FensterEintrag(extras, QStringLiteral("MAlleNeu"), QStringLiteral("&Alle Karten nach Neu"),
-                   &LBoxFenster::MAlleNeu);
-    FensterEintrag(extras, QStringLiteral("MErledigtNeu"), QStringLiteral("e&rledigte Karten nach Neu "),
-                   &LBoxFenster::MErledigtNeu);
-    Strich(extras, QStringLiteral("MStrich3"));
-    mAnimation_ = Eintrag(extras, QStringLiteral("MAnimation"), QStringLiteral("Ani&mation"),
-                          [this] { MAnimation_Click(); });
+    QMenu *extras = Menue(u"MExtras"_s, u"&Extras"_s);
+    FensterEintrag(extras, u"MAscii_Export"_s, u"ASCII &Export"_s, &LBoxFenster::MAscii_Export);
+    FensterEintrag(extras, u"MAscii_Import"_s, u"ASCII &Import"_s, &LBoxFenster::MAscii_Import);
+    Strich(extras, u"Mstrich2"_s);
+    FensterEintrag(extras, u"MThema_ausfiltern"_s, u"&Thema ausfiltern"_s, &LBoxFenster::MThema_ausfiltern);
+    FensterEintrag(extras, u"MKartei_anhängen"_s, u"Kartei an&hängen"_s, &LBoxFenster::MKartei_anhängen);
+    FensterEintrag(extras, u"MKartei_spiegeln"_s, u"Kartei &spiegeln"_s, &LBoxFenster::MKartei_spiegeln);
+    FensterEintrag(extras, u"MAlleNeu"_s, u"&Alle Karten nach Neu"_s, &LBoxFenster::MAlleNeu);
+    FensterEintrag(extras, u"MErledigtNeu"_s, u"e&rledigte Karten nach Neu "_s, &LBoxFenster::MErledigtNeu);
+    Strich(extras, u"MStrich3"_s);
+    mAnimation_ = Eintrag(extras, u"MAnimation"_s, u"Ani&mation"_s, [this] { MAnimation_Click(); });
     mAnimation_->setCheckable(true);
-    Strich(extras, QStringLiteral("MStrich5"));
-    FensterEintrag(extras, QStringLiteral("MStatistik"), QStringLiteral("Statistik an&zeigen"),
-                   &LBoxFenster::MStatistik, Braucht::Nichts);
-    Strich(extras, QStringLiteral("Mstrich4"));
+    Strich(extras, u"MStrich5"_s);
+    FensterEintrag(extras, u"MStatistik"_s, u"Statistik an&zeigen"_s, &LBoxFenster::MStatistik,
+                   Braucht::Nichts);
+    Strich(extras, u"Mstrich4"_s);
 }
 
 QAction *Boxmenue::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)
@@ -179,12 +171,12 @@ void Boxmenue::Freischalten()
 void Boxmenue::AutomatikZeigen(bool an)
 {
     mAutoschalter_->setChecked(an);
-    mAutoschalter_->setText(an ? QStringLiteral("ausschalten") : QStringLiteral("einschalten"));
+    mAutoschalter_->setText(an ? u"ausschalten"_s : u"einschalten"_s);
 }
 
 QString Boxmenue::OhneKuerzel(QString text)
 {
-    return text.replace(u'&', QStringLiteral("&&"));
+    return text.replace(u'&', u"&&"_s);
 }
 
 void Boxmenue::KonfigZeigen()
@@ -209,8 +201,7 @@ void Boxmenue::MSchriftart_Click()
     if (!wahl)
         return;
     schrift.Nehmen(*wahl);
-    teile_.dienste.konfig.Sichern(2, QStringLiteral("Dummy"),
-                                  QStringLiteral("Die Schriftart konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(2, u"Dummy"_s, u"Die Schriftart konnte nicht gespeichert werden: "_s);
 }
 
 void Boxmenue::MAnimation_Click()
@@ -218,6 +209,8 @@ void Boxmenue::MAnimation_Click()
     const bool an = mAnimation_->isChecked();
     // A file without the section does not keep it; this run of the program does.
     teile_.dienste.konfig.Animation = an;
-    teile_.dienste.konfig.Sichern(3, an ? QStringLiteral("True") : QStringLiteral("False"),
-                                  QStringLiteral("Die Einstellung konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(3, an ? u"True"_s : u"False"_s,
+                                  u"Die Einstellung konnte nicht gespeichert werden: "_s);
 }
+
+} // namespace paukfix

@@ -12,11 +12,14 @@
 #include <functional>
 #include <vector>
 
-class Automatik;
-class KarteiAktionen;
 class QAction;
 class QMainWindow;
 class QMenu;
+
+namespace paukfix {
+
+class Automatik;
+class KarteiAktionen;
 
 // The menu of the main window: what stands in it, what each entry does, and how it shows the settings.
 class Boxmenue final : public QObject
@@ -82,3 +85,5 @@ private:
     QAction *mAnimation_ = nullptr;
     QAction *mAutoschalter_ = nullptr;
 };
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 namespace {
 
 constexpr double Rundung = 5;
@@ -127,3 +129,5 @@ void FachBild::paintEvent(QPaintEvent *)
         maler.drawRoundedRect(flaeche.adjusted(1, 1, -1, -1), Rundung, Rundung);
     }
 }
+
+} // namespace paukfix

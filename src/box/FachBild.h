@@ -4,6 +4,8 @@
 
 #include "BildKnopf.h"
 
+namespace paukfix {
+
 // The cards of one compartment as the edges that are seen from above: its fill bar. The cards stand from its
 // left to its right edge, the next one in front.
 class KaShape final : public QWidget
@@ -37,3 +39,5 @@ protected:
 private:
     bool hervorgehoben_ = false;
 };
+
+} // namespace paukfix

@@ -10,23 +10,27 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int KleinsterBalken = 3; // pixels; a compartment with one card is not an empty one
 
 // Letter by letter, the two blanks at the end of one included.
 const std::array<QString, FachSichtbar> Tooltips{
-    QStringLiteral("Neue Karten"),
-    QStringLiteral("falsch beantwortete Karten"),
-    QStringLiteral("1x richtig beantwortet  "),
-    QStringLiteral("2x richtig beantwortet"),
-    QStringLiteral("3x richtig beantwortet"),
-    QStringLiteral("4x richtig beantwortet"),
+    u"Neue Karten"_s,
+    u"falsch beantwortete Karten"_s,
+    u"1x richtig beantwortet  "_s,
+    u"2x richtig beantwortet"_s,
+    u"3x richtig beantwortet"_s,
+    u"4x richtig beantwortet"_s,
 };
 
 QString Fachname(std::size_t fach)
 {
-    return fach == FachNeu ? QStringLiteral("Neu") : QString::number(fach);
+    return fach == FachNeu ? u"Neu"_s : QString::number(fach);
 }
 
 } // namespace
@@ -35,21 +39,21 @@ Fachreihe::Fachreihe(QWidget &kasten) : QObject(&kasten), kasten_(kasten)
 {
     for (std::size_t i = 0; i < line_.size(); ++i) {
         line_[i] = new QWidget(&kasten);
-        line_[i]->setObjectName(QStringLiteral("Line%1").arg(i + 1));
+        line_[i]->setObjectName(u"Line%1"_s.arg(i + 1));
         line_[i]->setAttribute(Qt::WA_TransparentForMouseEvents);
         line_[i]->setPalette(KastenFarben::PetrolHell);
         line_[i]->setAutoFillBackground(true);
     }
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
         image0_[i] = new FachBild(&kasten);
-        image0_[i]->setObjectName(QStringLiteral("Image0(%1)").arg(i));
+        image0_[i]->setObjectName(u"Image0(%1)"_s.arg(i));
         image0_[i]->setToolTip(Tooltips[i]);
         connect(image0_[i], &QAbstractButton::clicked, this,
                 [this, i] { emit Gewaehlt(static_cast<int>(i)); });
         kaShape_[i] = new KaShape(image0_[i]);
-        kaShape_[i]->setObjectName(QStringLiteral("KaShape(%1)").arg(i));
+        kaShape_[i]->setObjectName(u"KaShape(%1)"_s.arg(i));
         schild_[i] = new Schild(Fachname(i), &kasten);
-        schild_[i]->setObjectName(QStringLiteral("Label%1").arg(i + 1));
+        schild_[i]->setObjectName(u"Label%1"_s.arg(i + 1));
     }
     rahmen_ = new Rahmen(&kasten);
 }
@@ -126,14 +130,12 @@ void Fachreihe::VollstesMarkieren(int fach, bool offen)
 void Fachreihe::NamenSetzen(const FachTabelle &tabelle, const BoxBild &bild, bool offen)
 {
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
-        QString name = QStringLiteral("Fach %1: %2 von %3 Karten")
-                           .arg(Fachname(i))
-                           .arg(tabelle[i].Anzahl)
-                           .arg(tabelle[i].Kapazitaet);
+        QString name =
+            u"Fach %1: %2 von %3 Karten"_s.arg(Fachname(i)).arg(tabelle[i].Anzahl).arg(tabelle[i].Kapazitaet);
         if (UeberKapazitaet(tabelle[i]))
-            name += QStringLiteral(", zu voll");
+            name += u", zu voll"_s;
         if (offen && static_cast<int>(i) == bild.VollstesFach)
-            name += QStringLiteral(", vollstes Fach");
+            name += u", vollstes Fach"_s;
         if (name != image0_[i]->accessibleName())
             image0_[i]->setAccessibleName(name);
     }
@@ -154,3 +156,5 @@ const QString &Fachreihe::Erklaerung(int fach)
 {
     return Tooltips.at(static_cast<std::size_t>(fach));
 }
+
+} // namespace paukfix

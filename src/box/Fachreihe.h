@@ -8,9 +8,12 @@
 
 #include <array>
 
+class QWidget;
+
+namespace paukfix {
+
 class FachBild;
 class KaShape;
-class QWidget;
 class Rahmen;
 class Schild;
 
@@ -52,3 +55,5 @@ private:
     std::array<Schild *, FachSichtbar> schild_{};
     Rahmen *rahmen_ = nullptr;
 };
+
+} // namespace paukfix

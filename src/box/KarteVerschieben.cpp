@@ -2,12 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteVerschieben.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis)
 {
     // Stored before the message, which stays as long as its reader likes.
     if (KarteEinordnen(kartei, ergebnis) == FachErledigt) {
-        meldungen.Zeigen(
-            QStringLiteral("Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"),
-            Meldungen::Symbol::Ausruf);
+        meldungen.Zeigen(u"Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"_s,
+                         Meldungen::Symbol::Ausruf);
     }
 }
+
+} // namespace paukfix

@@ -5,6 +5,10 @@
 #include "KarteEinordnen.h"
 #include "Meldungen.h"
 
+namespace paukfix {
+
 // Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws
 // StoreError.
 void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis);
+
+} // namespace paukfix

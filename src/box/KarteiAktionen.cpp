@@ -2,18 +2,22 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteiAktionen.h"
 
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QDir>
 
 #include <algorithm>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool IstKartei(const QString &pfad)
 {
-    return pfad.right(4).toLower() == QStringLiteral(".pzb");
+    return pfad.right(4).toLower() == u".pzb"_s;
 }
 
 } // namespace
@@ -28,10 +32,10 @@ void KarteiAktionen::Starten(const QString &befehlszeile)
     if (befehlszeile.isEmpty()) {
         Oeffnen();
     } else if (!IstKartei(befehlszeile)) {
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(u"Bitte nur .pzb Dateien"_s);
         Oeffnen();
     } else if (!KarteiOeffnen(befehlszeile)) {
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+        teile_.dienste.meldungen.Zeigen(u"Fehler beim Öffnen"_s);
     }
     emit Fertig();
 }
@@ -39,12 +43,12 @@ void KarteiAktionen::Starten(const QString &befehlszeile)
 void KarteiAktionen::Neu()
 {
     CardStore &kartei = teile_.kartei;
-    const QString pfad = teile_.dienste.dialoge.DateiSpeichern(
-        KarteiDialog(QStringLiteral("Merkkasten anlegen"), kartei.KarteiPfad));
+    const QString pfad =
+        teile_.dienste.dialoge.DateiSpeichern(KarteiDialog(u"Merkkasten anlegen"_s, kartei.KarteiPfad));
     if (pfad.isEmpty() || teile_.belegung.IstBelegt())
         return;
     if (!IstKartei(pfad)) {
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(u"Bitte nur .pzb Dateien"_s);
         return;
     }
     Ort ort = Geteilt(pfad);
@@ -52,9 +56,8 @@ void KarteiAktionen::Neu()
     const QString vorher = std::exchange(kartei.KarteiPfad, ort.verzeichnis);
     const auto belegt = teile_.belegung.Belegen();
     emit WirdAngelegt(ort.name);
-    const bool angelegt =
-        Schritt(teile_.dienste.meldungen, QStringLiteral("Die Datei konnte nicht angelegt werden: "),
-                [&] { teile_.oeffner.CreateCardFile(ort.name); });
+    const bool angelegt = Step(teile_.dienste.meldungen, u"Die Datei konnte nicht angelegt werden: "_s,
+                               [&] { teile_.oeffner.CreateCardFile(ort.name); });
     if (angelegt && !ort.name.isEmpty()) {
         arbeitsverzeichnis_ = ort.verzeichnis;
         InListe(pfad);
@@ -68,16 +71,16 @@ void KarteiAktionen::Neu()
 
 void KarteiAktionen::Oeffnen()
 {
-    const QString pfad = teile_.dienste.dialoge.DateiOeffnen(
-        KarteiDialog(QStringLiteral("Merkkasten öffnen"), teile_.kartei.KarteiPfad));
+    const QString pfad =
+        teile_.dienste.dialoge.DateiOeffnen(KarteiDialog(u"Merkkasten öffnen"_s, teile_.kartei.KarteiPfad));
     if (pfad.isEmpty() || teile_.belegung.IstBelegt())
         return;
     if (!IstKartei(pfad))
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        teile_.dienste.meldungen.Zeigen(u"Bitte nur .pzb Dateien"_s);
     else if (KarteiOeffnen(pfad))
         InListe(pfad);
     else
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Fehler beim Öffnen"));
+        teile_.dienste.meldungen.Zeigen(u"Fehler beim Öffnen"_s);
     emit Fertig();
 }
 
@@ -103,7 +106,7 @@ bool KarteiAktionen::DateiOffenPruefen()
     } catch (const StoreError &fehler) {
         teile_.kartei.FehlerStatus = static_cast<qint16>(qBound(1, fehler.Number(), 0x7FFF));
     }
-    teile_.dienste.meldungen.Zeigen(QStringLiteral("Bitte erst eine Datei öffnen"));
+    teile_.dienste.meldungen.Zeigen(u"Bitte erst eine Datei öffnen"_s);
     return false;
 }
 
@@ -112,8 +115,7 @@ KarteiAktionen::Ort KarteiAktionen::Geteilt(const QString &pfad) const
 {
     const QString mitStrichen = QDir::fromNativeSeparators(pfad);
     const qsizetype strich = mitStrichen.lastIndexOf(u'/');
-    QString verzeichnis =
-        strich == 0 ? QStringLiteral("/") : mitStrichen.left(std::max<qsizetype>(strich, 0));
+    QString verzeichnis = strich == 0 ? u"/"_s : mitStrichen.left(std::max<qsizetype>(strich, 0));
     if (verzeichnis.isEmpty())
         verzeichnis = arbeitsverzeichnis_;
     else if (QDir::isRelativePath(verzeichnis))
@@ -139,6 +141,8 @@ bool KarteiAktionen::KarteiOeffnen(const QString &pfad)
 
 void KarteiAktionen::InListe(const QString &pfad)
 {
-    teile_.dienste.konfig.Sichern(
-        1, pfad, QStringLiteral("Die Liste der letzten Dateien konnte nicht gespeichert werden: "));
+    teile_.dienste.konfig.Sichern(1, pfad,
+                                  u"Die Liste der letzten Dateien konnte nicht gespeichert werden: "_s);
 }
+
+} // namespace paukfix

@@ -10,6 +10,8 @@
 
 #include <cstddef>
 
+namespace paukfix {
+
 // The roads on which card files are made, opened and changed for another one.
 class KarteiAktionen final : public QObject
 {
@@ -62,3 +64,5 @@ private:
     Teile teile_;
     QString arbeitsverzeichnis_;
 };
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 #include "Farben.h"
 #include "Kartenrahmen.h"
 
+namespace paukfix {
+
 namespace {
 
 constexpr int Flugdauer = 300, Flugpause = 15; // milliseconds
@@ -36,3 +38,5 @@ void Kartenflug::Verbergen()
 {
     karte_.hide();
 }
+
+} // namespace paukfix

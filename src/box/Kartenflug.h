@@ -5,6 +5,8 @@
 #include "AppConfig.h"
 #include "Verzoegerung.h"
 
+namespace paukfix {
+
 class Eingabewache;
 class Kartenrahmen;
 
@@ -35,3 +37,5 @@ private:
     const AppConfig &konfig_;
     Eingabewache &eingabe_;
 };
+
+} // namespace paukfix

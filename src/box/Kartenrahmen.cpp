@@ -12,18 +12,19 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Kartenrahmen::Kartenrahmen(const KastenMasse &masse, QWidget *parent)
-    : QFrame(parent),
-      masse_(masse),
-      frageNr_(new QLabel(QStringLiteral("FrageNr:"), this)),
-      mFrageNr_(new QLabel(this))
+    : QFrame(parent), masse_(masse), frageNr_(new QLabel(u"FrageNr:"_s, this)), mFrageNr_(new QLabel(this))
 {
-    setObjectName(QStringLiteral("Karte"));
-    setAccessibleName(QStringLiteral("Gefragte Karte"));
+    setObjectName(u"Karte"_s);
+    setAccessibleName(u"Gefragte Karte"_s);
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    frageNr_->setObjectName(QStringLiteral("FrageNr"));
+    frageNr_->setObjectName(u"FrageNr"_s);
     frageNr_->setAlignment(Qt::AlignCenter);
-    mFrageNr_->setObjectName(QStringLiteral("MFrageNr"));
+    mFrageNr_->setObjectName(u"MFrageNr"_s);
     mFrageNr_->setAlignment(Qt::AlignCenter);
     auto *spalte = new QVBoxLayout(this);
     spalte->setContentsMargins(2, 8, 2, 4);
@@ -42,7 +43,7 @@ void Kartenrahmen::Legen(const QString &frageNr, double links, double oben)
 {
     von_ = {links, oben};
     mFrageNr_->setText(frageNr);
-    mFrageNr_->setAccessibleName(QStringLiteral("Frage Nummer ") + frageNr);
+    mFrageNr_->setAccessibleName(u"Frage Nummer "_s + frageNr);
     SetFarbe(KastenFarben::Honig);
     setGeometry(masse_.Karte(links, oben));
     raise();
@@ -100,3 +101,5 @@ void Kartenrahmen::paintEvent(QPaintEvent *)
     const double linie = oben.top() + oben.height() * 0.17;
     maler.drawLine(QPointF(width() * 0.16, linie), QPointF(width() * 0.84, linie));
 }
+
+} // namespace paukfix

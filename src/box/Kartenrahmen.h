@@ -9,6 +9,8 @@
 
 class QLabel;
 
+namespace paukfix {
+
 // The card that is asked, with the label "FrageNr:" and its number, on its way over the box.
 class Kartenrahmen final : public QFrame
 {
@@ -33,3 +35,5 @@ private:
     QLabel *frageNr_ = nullptr;
     QLabel *mFrageNr_ = nullptr;
 };
+
+} // namespace paukfix

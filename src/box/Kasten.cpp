@@ -16,6 +16,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Milliseconds from one picture to the next while a file is opened: every second one that the display can
@@ -26,23 +30,23 @@ constexpr qint64 Bildabstand = 33;
 
 Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), tabelle_(tabelle)
 {
-    setObjectName(QStringLiteral("Kasten"));
-    setAccessibleName(QStringLiteral("Lernkasten"));
+    setObjectName(u"Kasten"_s);
+    setAccessibleName(u"Lernkasten"_s);
     setMouseTracking(true);
     faecher_ = new Fachreihe(*this);
     connect(faecher_, &Fachreihe::Gewaehlt, this, &Kasten::FachGewaehlt);
-    erledigt_ = new Schild(QStringLiteral("erledigt"), this);
-    erledigt_->setObjectName(QStringLiteral("LErledigt"));
+    erledigt_ = new Schild(u"erledigt"_s, this);
+    erledigt_->setObjectName(u"LErledigt"_s);
     wuerfel_ = new WuerfelBild(this);
-    wuerfel_->setObjectName(QStringLiteral("PicWürfel"));
-    wuerfel_->setAccessibleName(QStringLiteral("Würfel"));
+    wuerfel_->setObjectName(u"PicWürfel"_s);
+    wuerfel_->setAccessibleName(u"Würfel"_s);
     wuerfel_->WuerfelZeichnen(5);
-    wuerfel_->setToolTip(QStringLiteral("Zufallsauswahl"));
+    wuerfel_->setToolTip(u"Zufallsauswahl"_s);
     connect(wuerfel_, &QAbstractButton::clicked, this, &Kasten::WuerfelGewaehlt);
     karte_ = new Kartenrahmen(masse_, this);
     karte_->hide();
     hinweis_ = new Zettel(this);
-    hinweis_->setObjectName(QStringLiteral("Hinweis"));
+    hinweis_->setObjectName(u"Hinweis"_s);
     hinweis_->hide();
     Anordnen();
     Zeigen(bild_);
@@ -160,10 +164,9 @@ void Kasten::changeEvent(QEvent *event)
 
 int Kasten::FachBei(QPoint punkt) const
 {
-    for (std::size_t i = 0; i < FachSichtbar; ++i) {
+    for (std::size_t i = 0; i < FachSichtbar; ++i)
         if (masse_.schild[i].contains(punkt) || masse_.zaehler[i].contains(punkt))
             return static_cast<int>(i);
-    }
     return -1;
 }
 
@@ -192,3 +195,5 @@ void Kasten::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton && fach >= 0)
         faecher_->Druecken(fach);
 }
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 class Fachreihe;
 class Kartenrahmen;
 class Schild;
@@ -79,3 +81,5 @@ private:
     QBasicTimer nachholen_;
     bool gemalt_ = false;
 };
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QColor>
 
+namespace paukfix {
+
 // The colours of the box itself, the same on a light and on a dark desktop: it is a thing, as are its cards.
 // They belong to the family of assets/palette.md. Texts on them have a contrast of 4.5 and more.
 namespace KastenFarben {
@@ -23,3 +25,5 @@ inline constexpr QColor MinzeDunkel{0x23, 0x83, 0x6C};
 inline constexpr QColor Himmel{0xA9, 0xD8, 0xE6};
 
 } // namespace KastenFarben
+
+} // namespace paukfix

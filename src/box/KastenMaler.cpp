@@ -10,6 +10,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Makes the font smaller until `text` is no wider than `breite`.
@@ -108,7 +112,7 @@ void KastenMaler::TasteMalen()
     maler_.setPen(QPen(farbe, 1));
     maler_.drawRoundedRect(taste, 3.5, 3.5);
     maler_.setFont(schrift);
-    maler_.drawText(taste, Qt::AlignCenter, QStringLiteral("W"));
+    maler_.drawText(taste, Qt::AlignCenter, u"W"_s);
 }
 
 void KastenMaler::ZaehlerMalen(const QRect &platz, const Fach &fach, bool mitKapazitaet)
@@ -123,7 +127,7 @@ void KastenMaler::ZaehlerMalen(const QRect &platz, const Fach &fach, bool mitKap
     if (!mitKapazitaet)
         return;
     zeile.setTop(zeile.top() + QFontMetrics(Schrift(Gross, true)).height());
-    const QString kapazitaet = QStringLiteral("/ %1").arg(fach.Kapazitaet);
+    const QString kapazitaet = u"/ %1"_s.arg(fach.Kapazitaet);
     maler_.setFont(Passend(Schrift(Klein), kapazitaet, breite));
     maler_.setPen(KastenFarben::PapierSchatten);
     maler_.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
@@ -178,7 +182,7 @@ void KastenMaler::WarnungMalen(const QRect &platz)
     const QFont schrift = Schrift(0.72, true);
     const QFontMetrics metrik(schrift);
     const double hoehe = metrik.height() * 1.3;
-    const QString text = QStringLiteral("zu voll");
+    const QString text = u"zu voll"_s;
     const double luecke = hoehe * 0.3;
     const double mitText = hoehe + luecke + metrik.horizontalAdvance(text);
     const bool textPasst = mitText <= platz.width();
@@ -194,10 +198,12 @@ void KastenMaler::WarnungMalen(const QRect &platz)
     maler_.drawPath(dreieck);
     maler_.setFont(schrift);
     maler_.setPen(KastenFarben::Tinte);
-    maler_.drawText(zeichen.adjusted(0, hoehe * 0.16, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+    maler_.drawText(zeichen.adjusted(0, hoehe * 0.16, 0, 0), Qt::AlignCenter, u"!"_s);
     if (textPasst) {
         maler_.setPen(KastenFarben::Papier);
         maler_.drawText(QRectF(zeichen.right() + luecke, zeichen.top(), mitText, hoehe),
                         Qt::AlignLeft | Qt::AlignVCenter, text);
     }
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QWidget>
 
+namespace paukfix {
+
 // Paints what of the box is no widget: the trays, the counts, the pile of done cards, the name of the die's
 // key.
 class KastenMaler
@@ -38,3 +40,5 @@ private:
     const QWidget &kasten_;
     const KastenMasse &masse_;
 };
+
+} // namespace paukfix

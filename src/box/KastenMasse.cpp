@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 namespace {
 
 // Twips. The trays' walls stand around the outer compartments; cards and die have the gap between the trays.
@@ -96,3 +98,5 @@ int KastenMasse::Hoehe(int breite)
 {
     return static_cast<int>(std::lround(breite * Gesamthoehe(FachHoeheSoll) / Gesamtbreite));
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 #include <QRectF>
 #include <QSize>
 
+namespace paukfix {
+
 // Where everything of the box stands in a window of a given size. Across, the compartments stand where
 // `Links` and `BreiteMax` put them; all of it is scaled as one. Down, the compartments take what height there
 // is, within limits.
@@ -42,3 +44,5 @@ private:
     double massstab_ = 0;
     QPointF ursprung_;
 };
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace paukfix {
+
 Schild::Schild(const QString &text, QWidget *parent) : QLabel(text, parent)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -99,3 +101,5 @@ void Zettel::paintEvent(QPaintEvent *event)
     maler.end();
     QLabel::paintEvent(event);
 }
+
+} // namespace paukfix

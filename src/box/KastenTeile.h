@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The name of a compartment on a paper plate.
 class Schild final : public QLabel
 {
@@ -51,3 +53,5 @@ protected:
 private:
     std::function<void()> tun_;
 };
+
+} // namespace paukfix

@@ -20,6 +20,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
            const Programmstart &start, QWidget *parent)
     : QMainWindow(parent),
@@ -33,13 +37,13 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
       lernlauf_({kartei_, dienste.meldungen, belegung_, eingabe_, flug_}),
       wuerfelspiel_(
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
-      automatik_(dienste.uhr, belegung_),
+      automatik_(dienste.clock, belegung_),
       aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
       menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
 {
-    setObjectName(QStringLiteral("LBOX"));
-    setWindowTitle(QStringLiteral("Lern-Box"));
-    setAccessibleName(QStringLiteral("Lern-Box"));
+    setObjectName(u"LBOX"_s);
+    setWindowTitle(u"Lern-Box"_s);
+    setAccessibleName(u"Lern-Box"_s);
     // Keys belong to the window until Tab takes them to a part of the box.
     setFocusPolicy(Qt::StrongFocus);
     setCentralWidget(kasten_);
@@ -62,38 +66,38 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
 LBOX::~LBOX()
 {
     oeffner_.BoxZeichnen = [] {};
-    oeffner_.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
+    oeffner_.WartenZeigen = [](const QString &, const QString &) { return Progress(); };
     dienste_.konfig.disconnect(this); // the settings outlive the window
 }
 
 void LBOX::StatuszeileBauen()
 {
     lKartei_ = new QToolButton(this);
-    lKartei_->setObjectName(QStringLiteral("LKartei"));
+    lKartei_->setObjectName(u"LKartei"_s);
     lKartei_->setAutoRaise(true);
-    lKartei_->setToolTip(QStringLiteral("Andere Kartei dieses Ordners laden (Strg+L)"));
+    lKartei_->setToolTip(u"Andere Kartei dieses Ordners laden (Strg+L)"_s);
     karteiWechseln_ = new QAction(this);
-    karteiWechseln_->setObjectName(QStringLiteral("KarteiWechseln"));
+    karteiWechseln_->setObjectName(u"KarteiWechseln"_s);
     karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     addAction(karteiWechseln_);
     // Without a choice of files the button is a plain label.
     QPalette farben = lKartei_->palette();
     farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));
     lKartei_->setPalette(farben);
-    lAutomatik_ = new QLabel(QStringLiteral("Automatik läuft"), this);
-    lAutomatik_->setObjectName(QStringLiteral("LAutomatik"));
+    lAutomatik_ = new QLabel(u"Automatik läuft"_s, this);
+    lAutomatik_->setObjectName(u"LAutomatik"_s);
     QFont betont = lAutomatik_->font();
     betont.setBold(true);
     lAutomatik_->setFont(betont);
     lAutomatik_->hide();
-    lTongeraet_ = new QLabel(QStringLiteral("kein Tongerät"), this);
-    lTongeraet_->setObjectName(QStringLiteral("LTongeraet"));
-    lTongeraet_->setToolTip(QStringLiteral("Das System bietet kein Tongerät an: Töne spielen stumm. "
-                                           "Ein Gerät, das später kommt, wird von selbst gefunden."));
+    lTongeraet_ = new QLabel(u"kein Tongerät"_s, this);
+    lTongeraet_->setObjectName(u"LTongeraet"_s);
+    lTongeraet_->setToolTip(u"Das System bietet kein Tongerät an: Töne spielen stumm. "
+                            u"Ein Gerät, das später kommt, wird von selbst gefunden."_s);
     lTongeraet_->setContentsMargins(0, 0, 2 * fontMetrics().averageCharWidth(), 0);
     lTongeraet_->hide();
     lTasten_ = new KurzLabel(this);
-    lTasten_->setObjectName(QStringLiteral("LTasten"));
+    lTasten_->setObjectName(u"LTasten"_s);
     statusBar()->addWidget(lKartei_);
     statusBar()->addPermanentWidget(lAutomatik_);
     statusBar()->addPermanentWidget(lTongeraet_);
@@ -140,10 +144,10 @@ void LBOX::Verbinden()
             [this] { lernlauf_.Image0_Click(zustand_.VollstesFach); });
 
     connect(&aktionen_, &KarteiAktionen::WirdAngelegt, this,
-            [this](const QString &name) { kasten_->SetHinweis(name + QStringLiteral(" wird angelegt …")); });
+            [this](const QString &name) { kasten_->SetHinweis(name + u" wird angelegt …"_s); });
     connect(&aktionen_, &KarteiAktionen::WirdGeoeffnet, this, [this](const QString &name) {
         lKartei_->setText(QString());
-        kasten_->SetHinweis(name + QStringLiteral(" wird geöffnet …"));
+        kasten_->SetHinweis(name + u" wird geöffnet …"_s);
     });
     connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::StandZeigen);
     connect(&menue_, &Boxmenue::Zurueck, this, &LBOX::StandZeigen); // another file may be open
@@ -191,7 +195,7 @@ void LBOX::BoxZeichnen()
 void LBOX::StandZeigen()
 {
     lKartei_->setText(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName)
-                                       : QStringLiteral("Keine Kartei geöffnet"));
+                                       : u"Keine Kartei geöffnet"_s);
     lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
     karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
     BoxZeichnen();
@@ -204,13 +208,13 @@ void LBOX::HinweiseZeigen()
     std::function<void()> tun;
     if (!kartei_.IsOpen()) {
         if (geladen_) {
-            tun = [this] { findChild<QAction *>(QStringLiteral("Möffnen"))->trigger(); };
-            zettel = QStringLiteral("Keine Kartei geöffnet.\n\n"
-                                    "Strg+O öffnet eine, Strg+N legt eine neue an.");
+            tun = [this] { findChild<QAction *>(u"Möffnen"_s)->trigger(); };
+            zettel = u"Keine Kartei geöffnet.\n\n"
+                     u"Strg+O öffnet eine, Strg+N legt eine neue an."_s;
         }
     } else if (IstLeer(kartei_.FachInfo) && fenster_.MKarten) {
-        zettel = QStringLiteral("Noch keine Karten: ändern › Karten legt welche an.");
-        tun = [this] { findChild<QAction *>(QStringLiteral("MKarten"))->trigger(); };
+        zettel = u"Noch keine Karten: ändern › Karten legt welche an."_s;
+        tun = [this] { findChild<QAction *>(u"MKarten"_s)->trigger(); };
     }
     kasten_->SetHinweis(zettel, std::move(tun));
     lTasten_->setText(zettel.isEmpty() ? Tastenhinweis() : QString());
@@ -224,11 +228,11 @@ QString LBOX::Tastenhinweis() const
     // Compartments 1 and 2, both too full, are in each other's way and in that of all others; no other two
     // can be.
     if (KartenImSpiel(kartei_.FachInfo) > 0 && !IrgendeinFachSpielbar(kartei_.FachInfo))
-        return QStringLiteral("Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
-                              "oder Extras › Alle Karten nach Neu");
+        return u"Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
+               u"oder Extras › Alle Karten nach Neu"_s;
     const int fach = zustand_.VollstesFach;
-    return QStringLiteral("Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln")
-        .arg(fach == FachNeu ? QStringLiteral("Neu") : QStringLiteral("Fach %1").arg(fach));
+    return u"Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln"_s.arg(
+        fach == FachNeu ? u"Neu"_s : u"Fach %1"_s.arg(fach));
 }
 
 void LBOX::SetTongeraet(bool vorhanden)
@@ -282,3 +286,5 @@ void LBOX::closeEvent(QCloseEvent *event)
     automatik_.AutomatikAus();
     event->accept();
 }
+
+} // namespace paukfix

@@ -18,9 +18,12 @@
 #include <QMainWindow>
 #include <QTimer>
 
-class Kasten;
 class QLabel;
 class QToolButton;
+
+namespace paukfix {
+
+class Kasten;
 
 // How the program was started.
 struct Programmstart
@@ -108,3 +111,5 @@ private:
     QTimer ruhe_; // of the box: then its next query is made ready
     bool geladen_ = false;
 };
+
+} // namespace paukfix

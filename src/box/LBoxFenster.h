@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // What the menu opens beyond the main window. An entry without its function stands in its place, disabled.
 struct LBoxFenster
 {
@@ -21,3 +23,5 @@ struct LBoxFenster
     // Asked before the main window closes, so that other windows can close first; false keeps it open.
     std::function<bool()> DarfSchliessen;
 };
+
+} // namespace paukfix

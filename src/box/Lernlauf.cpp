@@ -9,10 +9,14 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString NichtGelesen = QStringLiteral("Die Karte kann nicht gelesen werden: ");
-const QString NichtGespeichert = QStringLiteral("Die Antwort konnte nicht gespeichert werden: ");
+const QString NichtGelesen = u"Die Karte kann nicht gelesen werden: "_s;
+const QString NichtGespeichert = u"Die Antwort konnte nicht gespeichert werden: "_s;
 
 } // namespace
 
@@ -32,13 +36,12 @@ void Lernlauf::Image0_Click(int fach)
     const auto weiter = qScopeGuard([this] { teile_.eingabe.Weitergeben(); });
     const auto belegt = teile_.belegung.Belegen();
     if (const auto voll = ZuVollesFach(kartei.FachInfo, fach)) {
-        teile_.meldungen.Zeigen(
-            QStringLiteral("Fach Nr. %1 ist zu voll  Bitte erst dieses Fach bearbeiten").arg(*voll));
+        teile_.meldungen.Zeigen(u"Fach Nr. %1 ist zu voll  Bitte erst dieses Fach bearbeiten"_s.arg(*voll));
         return;
     }
     try {
         if (!ErsteKarte(kartei.Karten(), fach)) {
-            teile_.meldungen.Zeigen(QStringLiteral("Fach Nr. %1 ist leer").arg(fach));
+            teile_.meldungen.Zeigen(u"Fach Nr. %1 ist leer"_s.arg(fach));
             return;
         }
         KarteAbfragen();
@@ -121,6 +124,8 @@ void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fe
         return;
     }
     emit KarteiVerloren();
-    teile_.meldungen.Zeigen(text + QStringLiteral("\n\nDie Kartei wurde geschlossen."));
-    teile_.meldungen.SetTitel(QStringLiteral("Merkkasten"));
+    teile_.meldungen.Zeigen(text + u"\n\nDie Kartei wurde geschlossen."_s);
+    teile_.meldungen.SetTitel(u"Merkkasten"_s);
 }
+
+} // namespace paukfix

@@ -12,6 +12,8 @@
 
 #include <exception>
 
+namespace paukfix {
+
 // One card's road through the learning: it is found, asked, moved by its verdict, and what goes wrong is
 // reported. From the moment a verdict is shown it is stored on every road, and only once.
 class Lernlauf final : public QObject
@@ -70,3 +72,5 @@ private:
     bool bearbeitbar_ = false;
     bool offen_ = false; // a card is asked whose verdict, if there is one, is not stored
 };
+
+} // namespace paukfix

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Wuerfel.h"
 
+namespace paukfix {
+
 int KartenImSpiel(const FachTabelle &tabelle)
 {
     int summe = 0;
@@ -17,10 +19,9 @@ bool FachSpielbar(const FachTabelle &tabelle, int fach)
 
 bool IrgendeinFachSpielbar(const FachTabelle &tabelle)
 {
-    for (int i = 0; i < FachSichtbar; ++i) {
+    for (int i = 0; i < FachSichtbar; ++i)
         if (FachSpielbar(tabelle, i))
             return true;
-    }
     return false;
 }
 
@@ -41,3 +42,5 @@ bool ZufaelligeKarte(CardRecordset &karten, int fach, int anzahl, Zufall &zufall
         karten.MoveNext();
     return true;
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include "BoxRechnung.h"
 #include "Zufall.h"
 
+namespace paukfix {
+
 // The rules of the die, apart from its picture.
 
 struct Wurf
@@ -27,3 +29,5 @@ Wurf Wuerfeln(const FachTabelle &tabelle, Zufall &zufall);
 // Makes a random card of compartment `fach`, which holds `anzahl`, the current one; its last card is never
 // drawn while there are more. False where the compartment has none. Throws StoreError.
 bool ZufaelligeKarte(CardRecordset &karten, int fach, int anzahl, Zufall &zufall);
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+namespace paukfix {
+
 namespace {
 
 // The nine places of pips, row by row; a bit each, place 0 the lowest.
@@ -73,3 +75,5 @@ void WuerfelBild::paintEvent(QPaintEvent *)
         maler.drawRoundedRect(wuerfel.adjusted(-1, -1, 1, 1), rundung, rundung);
     }
 }
+
+} // namespace paukfix

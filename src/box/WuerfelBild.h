@@ -6,6 +6,8 @@
 
 #include <QColor>
 
+namespace paukfix {
+
 // The die on the main window. It is pressed for a random pick.
 class WuerfelBild final : public BildKnopf
 {
@@ -29,3 +31,5 @@ private:
     int augen_ = 0;
     QColor grund_{255, 255, 255};
 };
+
+} // namespace paukfix

@@ -9,6 +9,10 @@
 
 #include <QScopeGuard>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Wurfdauer = 120, Wurfpause = 30; // milliseconds of a face; a roll shows two
@@ -21,7 +25,7 @@ void Wuerfelspiel::PicWürfel_Click()
     if (kartei.FehlerStatus > 0 || teile_.belegung.IstGesperrt())
         return;
     if (KartenImSpiel(kartei.FachInfo) == 0) {
-        teile_.dienste.meldungen.Zeigen(QStringLiteral("Sorry, gar keine Karten da"));
+        teile_.dienste.meldungen.Zeigen(u"Sorry, gar keine Karten da"_s);
         return;
     }
     const auto weiter = qScopeGuard([this] { teile_.eingabe.Weitergeben(); });
@@ -37,7 +41,7 @@ void Wuerfelspiel::PicWürfel_Click()
                             teile_.dienste.zufall))
             teile_.lernlauf.KarteAbfragen();
     } catch (const std::exception &fehler) {
-        teile_.lernlauf.LesefehlerMelden(QStringLiteral("Die Karte kann nicht gelesen werden: "), fehler);
+        teile_.lernlauf.LesefehlerMelden(u"Die Karte kann nicht gelesen werden: "_s, fehler);
     }
 }
 
@@ -46,7 +50,7 @@ std::optional<int> Wuerfelspiel::Wuerfeln()
 {
     const bool moeglich = IrgendeinFachSpielbar(teile_.kartei.FachInfo);
     for (;;) {
-        const Wurf wurf = ::Wuerfeln(teile_.kartei.FachInfo, teile_.dienste.zufall);
+        const Wurf wurf = paukfix::Wuerfeln(teile_.kartei.FachInfo, teile_.dienste.zufall);
         teile_.bild.SetGrund(Qt::white);
         teile_.bild.Leeren();
         if (teile_.dienste.konfig.Animation)
@@ -71,3 +75,5 @@ void Wuerfelspiel::WurfZeigen()
     for (int i = 0; i < takt.Schritte() && !takt.IstUm() && !teile_.eingabe.Unterbrochen(); ++i)
         takt.Pause();
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 class WuerfelBild;
 
 // The die: rolls until a compartment is accepted, picks one of its cards, and has it asked.
@@ -36,3 +38,5 @@ private:
 
     Teile teile_;
 };
+
+} // namespace paukfix

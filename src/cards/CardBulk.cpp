@@ -13,11 +13,15 @@
 #include <limits>
 #include <vector>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int highest16 = std::numeric_limits<qint16>::max();
+constexpr int Highest16 = std::numeric_limits<qint16>::max();
 // Added to running numbers it leads out of the way of all 16-bit ones.
-constexpr int stepAside = 1 << 17;
+constexpr int StepAside = 1 << 17;
 
 // A card's row and its place in the order in which it was found, from 0.
 struct Row
@@ -50,7 +54,7 @@ int Count(const Rows &rows)
 }
 
 // The rows were found before the first of them is written: no change of the order can lead past one.
-void WriteRows(SQLite::Database &database, const char *sql, const Rows &rows, const Fortschritt &fortschritt,
+void WriteRows(SQLite::Database &database, const char *sql, const Rows &rows, const Progress &progress,
                const std::function<void(SQLite::Statement &, int place)> &bind = {})
 {
     SQLite::Statement statement(database, sql);
@@ -61,15 +65,14 @@ void WriteRows(SQLite::Database &database, const char *sql, const Rows &rows, co
             bind(statement, row.place);
         statement.exec();
         statement.reset();
-        Melden(fortschritt, ++done, Count(rows));
+        Melden(progress, ++done, Count(rows));
     }
 }
 
 void CheckFits(std::int64_t lfdNr)
 {
-    if (lfdNr > highest16)
-        throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Ein Fach fasst nicht mehr als 32767 Karten."));
+    if (lfdNr > Highest16)
+        throw StoreError(Fehler::Ueberlauf, u"Überlauf: Ein Fach fasst nicht mehr als 32767 Karten."_s);
 }
 
 } // namespace
@@ -78,7 +81,7 @@ int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<dou
 {
     SQLite::Statement away(database,
                            R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
-    away.bind(1, stepAside);
+    away.bind(1, StepAside);
     away.bind(2, fachNr);
     away.exec();
 
@@ -111,7 +114,7 @@ BoxState StateOfBox(CardRecordset &cards)
     return state;
 }
 
-int MoveAllToNew(CardRecordset &cards, const Fortschritt &fortschritt)
+int MoveAllToNew(CardRecordset &cards, const Progress &progress)
 {
     int moved = 0;
     cards.Past([&](SQLite::Database &database) {
@@ -121,33 +124,33 @@ int MoveAllToNew(CardRecordset &cards, const Fortschritt &fortschritt)
         // No card meets another's pair of compartment and running number on the way.
         SQLite::Statement away(database,
                                R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=0)");
-        away.bind(1, stepAside);
+        away.bind(1, StepAside);
         away.exec();
         WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=0,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows,
-                  fortschritt, [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
+                  progress, [](SQLite::Statement &statement, int place) { statement.bind(2, place + 1); });
         moved = Count(rows);
     });
     return moved;
 }
 
-int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Fortschritt &fortschritt)
+int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Progress &progress)
 {
     int moved = 0;
     cards.Past([&](SQLite::Database &database) {
         const Rows rows =
             FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=6 ORDER BY "FachLfdNr")");
-        if (lfdMax + static_cast<std::int64_t>(rows.size()) > highest16)
+        if (lfdMax + static_cast<std::int64_t>(rows.size()) > Highest16)
             lfdMax = CloseUpCompartment(database, FachNeu);
         CheckFits(lfdMax + static_cast<std::int64_t>(rows.size()));
         WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=0,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows,
-                  fortschritt,
+                  progress,
                   [&](SQLite::Statement &statement, int place) { statement.bind(2, lfdMax + place + 1); });
         moved = Count(rows);
     });
     return moved;
 }
 
-int SwapQuestionAndAnswer(CardRecordset &cards, const Fortschritt &fortschritt)
+int SwapQuestionAndAnswer(CardRecordset &cards, const Progress &progress)
 {
     int swapped = 0;
     cards.Past([&](SQLite::Database &database) {
@@ -155,14 +158,14 @@ int SwapQuestionAndAnswer(CardRecordset &cards, const Fortschritt &fortschritt)
         WriteRows(database,
                   R"(UPDATE "Lernkarten" SET "Frage"="Antwort_1","Frage_Klartext"="Antwort_1_Klartext",)"
                   R"("Antwort_1"="Frage","Antwort_1_Klartext"="Frage_Klartext" WHERE _rowid_=?1)",
-                  rows, fortschritt);
+                  rows, progress);
         swapped = Count(rows);
     });
     return swapped;
 }
 
 int DeleteByTopic(CardRecordset &cards, const std::function<bool(const QString &topic)> &keep,
-                  const Fortschritt &fortschritt)
+                  const Progress &progress)
 {
     int deleted = 0;
     cards.Past([&](SQLite::Database &database) {
@@ -172,8 +175,10 @@ int DeleteByTopic(CardRecordset &cards, const std::function<bool(const QString &
         while (find.executeStep())
             if (!keep(FromEngine(find.getColumn(1), topicColumn).toString()))
                 rows.push_back({find.getColumn(0).getInt64(), Count(rows)});
-        WriteRows(database, R"(DELETE FROM "Lernkarten" WHERE _rowid_=?1)", rows, fortschritt);
+        WriteRows(database, R"(DELETE FROM "Lernkarten" WHERE _rowid_=?1)", rows, progress);
         deleted = Count(rows);
     });
     return deleted;
 }
+
+} // namespace paukfix

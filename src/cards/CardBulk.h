@@ -3,7 +3,7 @@
 #pragma once
 
 #include "CardRecordset.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QString>
 
@@ -14,6 +14,8 @@
 namespace SQLite {
 class Database;
 }
+
+namespace paukfix {
 
 // Changes to many cards of an open card file at once. All want an open transaction of the recordset and leave
 // part of their work behind when they throw (StoreError): the transaction is to be rolled back then. They
@@ -31,17 +33,19 @@ BoxState StateOfBox(CardRecordset &cards);
 
 // All cards go to compartment 0 with the running numbers 1 to n in the order of their card numbers; returns
 // n. Throws 6 where n passes 16 bits.
-int MoveAllToNew(CardRecordset &cards, const Fortschritt &fortschritt = {});
+int MoveAllToNew(CardRecordset &cards, const Progress &progress = {});
 
 // The cards of compartment 6 go to compartment 0 in their order, with running numbers from `lfdMax` + 1;
 // where these would pass 16 bits, compartment 0 is closed up first. Returns how many. Throws 6 where
 // compartment 0 cannot take them all.
-int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Fortschritt &fortschritt = {});
+int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Progress &progress = {});
 
 // Exchanges question and first answer, formatted and plain, of every card with a typed answer. Returns how
 // many.
-int SwapQuestionAndAnswer(CardRecordset &cards, const Fortschritt &fortschritt = {});
+int SwapQuestionAndAnswer(CardRecordset &cards, const Progress &progress = {});
 
 // Deletes every card whose topic `keep` does not want (null is asked as ""). Returns how many.
 int DeleteByTopic(CardRecordset &cards, const std::function<bool(const QString &topic)> &keep,
-                  const Fortschritt &fortschritt = {});
+                  const Progress &progress = {});
+
+} // namespace paukfix

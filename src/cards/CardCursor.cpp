@@ -6,9 +6,13 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 void ThrowNoCurrent()
 {
-    throw StoreError(Fehler::KeinDatensatz, QStringLiteral("Kein aktueller Datensatz."));
+    throw StoreError(Fehler::KeinDatensatz, u"Kein aktueller Datensatz."_s);
 }
 
 CardCursor::CardCursor(CardFile &cardFile) : file(cardFile), database(cardFile.Database()), scan(database)
@@ -205,3 +209,5 @@ void CardCursor::UpdateFromBuffer()
         if (buffer->written[Bit(column)])
             keys.*key = buffer->values[Bit(column)].toDouble();
 }
+
+} // namespace paukfix

@@ -17,6 +17,8 @@
 #include <unordered_map>
 #include <vector>
 
+namespace paukfix {
+
 // The edit buffer, while an Edit or AddNew is under way.
 struct EditBuffer
 {
@@ -113,3 +115,5 @@ struct CardCursor
     void InsertBuffer();
     void UpdateFromBuffer();
 };
+
+} // namespace paukfix

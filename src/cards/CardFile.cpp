@@ -18,12 +18,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A pipe or a device under the name of a journal or a log would keep the engine waiting for ever.
 void CheckCompanions(const QString &path)
 {
-    for (const char *suffix : companionSuffixes) {
+    for (const char *suffix : CompanionSuffixes) {
         struct stat info = {};
         const QString name = CompanionOf(path, suffix);
         if (::stat(QFile::encodeName(name).constData(), &info) == 0 && !S_ISREG(info.st_mode))
@@ -40,38 +44,31 @@ struct stat StatCardFile(const QString &path, CardFile::Access access)
     if (::stat(name.constData(), &info) != 0) {
         const int error = errno;
         if (error == ENOENT && QFileInfo(directory).isDir())
-            throw StoreError(Fehler::KarteiNichtGefunden,
-                             DateiSatz(path) + QStringLiteral("wurde nicht gefunden."));
+            throw StoreError(Fehler::KarteiNichtGefunden, DateiSatz(path) + u"wurde nicht gefunden."_s);
         if (error == ENOENT || error == ENOTDIR)
-            throw StoreError(Fehler::PfadNichtGefunden,
-                             QStringLiteral("Den Ordner „%1“ gibt es nicht.").arg(directory));
+            throw StoreError(Fehler::PfadNichtGefunden, u"Den Ordner „%1“ gibt es nicht."_s.arg(directory));
         if (error == ENAMETOOLONG)
-            throw StoreError(Fehler::PfadNichtGefunden,
-                             QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
-        throw StoreError(Fehler::NichtErlaubt,
-                         DateiSatz(path) + QStringLiteral("darf nicht gelesen werden."));
+            throw StoreError(Fehler::PfadNichtGefunden, u"Der Dateiname „%1“ ist zu lang."_s.arg(path));
+        throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + u"darf nicht gelesen werden."_s);
     }
     if (S_ISDIR(info.st_mode))
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("„%1“ ist ein Ordner und keine Kartei.").arg(path));
+        throw StoreError(Fehler::NichtErlaubt, u"„%1“ ist ein Ordner und keine Kartei."_s.arg(path));
     if (!S_ISREG(info.st_mode))
         ThrowNoRegularFile(path);
     if (::faccessat(AT_FDCWD, name.constData(), R_OK, AT_EACCESS) != 0)
-        throw StoreError(Fehler::NichtErlaubt,
-                         DateiSatz(path) + QStringLiteral("darf nicht gelesen werden."));
+        throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + u"darf nicht gelesen werden."_s);
     if (access == CardFile::Access::Exclusive) {
         if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
-            throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + QStringLiteral("ist schreibgeschützt."));
+            throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + u"ist schreibgeschützt."_s);
         // The journal stands beside the file: without it no answer could be stored.
         const QString beside = QFileInfo(Resolved(path)).path();
         if (::faccessat(AT_FDCWD, QFile::encodeName(beside).constData(), W_OK | X_OK, AT_EACCESS) != 0)
-            throw StoreError(Fehler::NichtErlaubt,
-                             QStringLiteral("Der Ordner „%1“ ist schreibgeschützt.").arg(beside));
+            throw StoreError(Fehler::NichtErlaubt, u"Der Ordner „%1“ ist schreibgeschützt."_s.arg(beside));
     }
     CheckCompanions(path);
     // The engine takes an empty file for an empty database; a card file is never empty.
     if (info.st_size == 0)
-        throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + QStringLiteral("ist leer und keine Kartei."));
+        throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + u"ist leer und keine Kartei."_s);
     return info;
 }
 
@@ -144,35 +141,28 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-        throw StoreError(Fehler::NichtErlaubt,
-                         DateiSatz(path) + QStringLiteral("darf nicht geändert werden."));
+        throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + u"darf nicht geändert werden."_s);
     case SQLITE_CANTOPEN:
         if (const QString directory = QFileInfo(path).absolutePath(); !QFileInfo(directory).isDir())
-            throw StoreError(Fehler::PfadNichtGefunden,
-                             QStringLiteral("Den Ordner „%1“ gibt es nicht.").arg(directory));
-        throw StoreError(Fehler::NichtErlaubt,
-                         DateiSatz(path) + QStringLiteral("kann nicht geöffnet werden."));
+            throw StoreError(Fehler::PfadNichtGefunden, u"Den Ordner „%1“ gibt es nicht."_s.arg(directory));
+        throw StoreError(Fehler::NichtErlaubt, DateiSatz(path) + u"kann nicht geöffnet werden."_s);
     case SQLITE_FULL:
-        throw StoreError(
-            Fehler::DatentraegerVoll,
-            QStringLiteral("Der Datenträger ist voll; in „%1“ wurde nichts gespeichert.").arg(path));
+        throw StoreError(Fehler::DatentraegerVoll,
+                         u"Der Datenträger ist voll; in „%1“ wurde nichts gespeichert."_s.arg(path));
     case SQLITE_NOMEM:
-        throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Nicht genügend Speicher."));
+        throw StoreError(Fehler::ZuWenigSpeicher, u"Nicht genügend Speicher."_s);
     case SQLITE_TOOBIG:
-        throw StoreError(Fehler::TextZuLang,
-                         QStringLiteral("Ein Text in der Datei „%1“ ist zu lang.").arg(path));
+        throw StoreError(Fehler::TextZuLang, u"Ein Text in der Datei „%1“ ist zu lang."_s.arg(path));
     case SQLITE_IOERR:
-        throw StoreError(Fehler::GeraeteFehler,
-                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+        throw StoreError(Fehler::GeraeteFehler, u"Ein-/Ausgabefehler bei der Datei „%1“."_s.arg(path));
     case SQLITE_CONSTRAINT:
         if (error.getExtendedErrorCode() == SQLITE_CONSTRAINT_UNIQUE ||
             error.getExtendedErrorCode() == SQLITE_CONSTRAINT_PRIMARYKEY)
             throw StoreError(Fehler::DoppelterSchluessel,
-                             QStringLiteral("Eine Karte mit diesem Schlüssel gibt es schon."));
+                             u"Eine Karte mit diesem Schlüssel gibt es schon."_s);
         [[fallthrough]];
     default:
-        throw StoreError(
-            code, QStringLiteral("Fehler der Datenbank bei der Datei „%1“ (Nummer %2).").arg(path).arg(code));
+        throw StoreError(code, u"Fehler der Datenbank bei der Datei „%1“ (Nummer %2)."_s.arg(path).arg(code));
     }
 }
 
@@ -192,8 +182,7 @@ CardFile::CardFile(const QString &path, Access access)
             if (const CardFileHeader header(database_); header.IsOurs() && !header.HasFormatOfEngine())
                 ThrowDamaged(path_);
             if (sqlite3_db_readonly(database_.getHandle(), "main") == 1)
-                throw StoreError(Fehler::NichtErlaubt,
-                                 DateiSatz(path_) + QStringLiteral("ist schreibgeschützt."));
+                throw StoreError(Fehler::NichtErlaubt, DateiSatz(path_) + u"ist schreibgeschützt."_s);
             // A hot journal is rolled back here, and what is left of it or of an earlier one goes with the
             // change of mode. The lock that BEGIN EXCLUSIVE takes is kept until the file is closed.
             database_.exec("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;"
@@ -238,10 +227,9 @@ bool CardFile::IsReplaced() const
 void CardFile::CheckStillInPlace() const
 {
     if (IsReplaced() || !QFileInfo::exists(path_))
-        throw StoreError(
-            Fehler::KarteiNichtGefunden,
-            DateiSatz(path_) +
-                QStringLiteral("wurde gelöscht, umbenannt oder ersetzt, während sie offen war."));
+        throw StoreError(Fehler::KarteiNichtGefunden,
+                         DateiSatz(path_) +
+                             u"wurde gelöscht, umbenannt oder ersetzt, während sie offen war."_s);
     // Where the lock is there still, nothing happens.
     if (locked_ >= 0)
         LockCardFile(locked_, F_WRLCK, path_);
@@ -251,10 +239,9 @@ void CardFile::CheckUnchanged() const
 {
     CheckStillInPlace();
     if (state_ && state_ != ReadState())
-        throw StoreError(
-            Fehler::Gesperrt,
-            DateiSatz(path_) +
-                QStringLiteral("wurde von einem anderen Programm geändert, während sie offen war."));
+        throw StoreError(Fehler::Gesperrt,
+                         DateiSatz(path_) +
+                             u"wurde von einem anderen Programm geändert, während sie offen war."_s);
 }
 
 void CardFile::NoteState()
@@ -264,23 +251,22 @@ void CardFile::NoteState()
 
 std::optional<CardFile::State> CardFile::ReadState() const
 {
-    constexpr off_t place = 24; // of the count in the header
+    constexpr off_t Place = 24; // of the count in the header
     State state;
     struct stat info = {};
     if (locked_ < 0 || ::fstat(locked_, &info) != 0)
         return std::nullopt;
     state.size = info.st_size;
-    if (::pread(locked_, state.changes.data(), state.changes.size(), place) < 0)
+    if (::pread(locked_, state.changes.data(), state.changes.size(), Place) < 0)
         return std::nullopt;
     return state;
 }
 
 void CheckNameLength(const QString &path)
 {
-    constexpr qsizetype longest = 255 - 8; // bytes; more would leave no room for "-journal"
-    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > longest)
-        throw StoreError(Fehler::PfadNichtGefunden,
-                         QStringLiteral("Der Dateiname „%1“ ist zu lang.").arg(path));
+    constexpr qsizetype Longest = 255 - 8; // bytes; more would leave no room for "-journal"
+    if (QFile::encodeName(QFileInfo(Resolved(path)).fileName()).size() > Longest)
+        throw StoreError(Fehler::PfadNichtGefunden, u"Der Dateiname „%1“ ist zu lang."_s.arg(path));
 }
 
 void CheckReplaceable(const QString &path)
@@ -323,3 +309,5 @@ void CheckAccess(const QString &path, CardFile::Access access)
     if (access == CardFile::Access::Exclusive)
         CheckNameLength(place);
 }
+
+} // namespace paukfix

@@ -10,6 +10,8 @@
 #include <optional>
 #include <sys/types.h>
 
+namespace paukfix {
+
 // The SQLite database behind one open card file. The file is somebody else's data: it is opened with the
 // schema untrusted, triggers and views off, in defensive mode, and locked for this program alone.
 class CardFile
@@ -97,3 +99,5 @@ void EndUnfinishedChange(const QString &path);
 
 // Translates the engine's error into the numbers and texts of the program, `path` named in the text.
 [[noreturn]] void ThrowStoreError(const SQLite::Exception &error, const QString &path);
+
+} // namespace paukfix

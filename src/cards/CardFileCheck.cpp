@@ -12,23 +12,27 @@
 #include <exception>
 #include <vector>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The check walks the trees from their ends, which is the slowest way to read from a disk. Reading the file
 // once in its order first brings it into the system's cache.
-void ReadAhead(SQLite::Database &database, const Fortschritt &fortschritt)
+void ReadAhead(SQLite::Database &database, const Progress &progress)
 {
-    constexpr sqlite3_int64 most = 512 << 20; // bytes; beyond that the cache might not hold it
+    constexpr sqlite3_int64 Most = 512 << 20; // bytes; beyond that the cache might not hold it
     sqlite3_file *file = nullptr;
     sqlite3_int64 size = 0;
     if (sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
         file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         return;
     std::vector<char> block(std::size_t{1} << 20);
-    size = std::min(size, most);
+    size = std::min(size, Most);
     for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(block.size())) {
-        if (fortschritt)
-            fortschritt(static_cast<int>(at >> 20), static_cast<int>((size >> 20) + 1));
+        if (progress)
+            progress(static_cast<int>(at >> 20), static_cast<int>((size >> 20) + 1));
         // A read beyond the end fails, and a true fault meets the check itself.
         file->pMethods->xRead(file, block.data(), static_cast<int>(block.size()), at);
     }
@@ -38,12 +42,12 @@ void ReadAhead(SQLite::Database &database, const Fortschritt &fortschritt)
 class Waechter
 {
 public:
-    Waechter(SQLite::Database &database, const Fortschritt &fortschritt)
-        : handle_(database.getHandle()), fortschritt_(fortschritt)
+    Waechter(SQLite::Database &database, const Progress &progress)
+        : handle_(database.getHandle()), progress_(progress)
     {
-        constexpr int instructions = 10'000; // between two calls
-        if (fortschritt_)
-            sqlite3_progress_handler(handle_, instructions, Melde, this);
+        constexpr int Instructions = 10'000; // between two calls
+        if (progress_)
+            sqlite3_progress_handler(handle_, Instructions, Melde, this);
     }
 
     Waechter(const Waechter &) = delete;
@@ -62,7 +66,7 @@ private:
     {
         auto &wache = *static_cast<Waechter *>(self);
         try {
-            wache.fortschritt_(0, 0);
+            wache.progress_(0, 0);
             return 0;
         } catch (...) {
             wache.thrown_ = std::current_exception();
@@ -71,17 +75,17 @@ private:
     }
 
     sqlite3 *handle_;
-    const Fortschritt &fortschritt_;
+    const Progress &progress_;
     std::exception_ptr thrown_;
 };
 
 } // namespace
 
-void CheckCardFile(SQLite::Database &database, const Fortschritt &fortschritt)
+void CheckCardFile(SQLite::Database &database, const Progress &progress)
 {
     const QString path = QFile::decodeName(sqlite3_db_filename(database.getHandle(), "main"));
-    ReadAhead(database, fortschritt);
-    const Waechter wache(database, fortschritt);
+    ReadAhead(database, progress);
+    const Waechter wache(database, progress);
     try {
         if (database.execAndGet("PRAGMA main.integrity_check(1)").getString() == "ok")
             return;
@@ -89,5 +93,7 @@ void CheckCardFile(SQLite::Database &database, const Fortschritt &fortschritt)
         wache.Rethrow();
         ThrowStoreError(error, path);
     }
-    throw StoreError(Fehler::Beschaedigt, QStringLiteral("Die Datei „%1“ ist beschädigt.").arg(path));
+    throw StoreError(Fehler::Beschaedigt, u"Die Datei „%1“ ist beschädigt."_s.arg(path));
 }
+
+} // namespace paukfix

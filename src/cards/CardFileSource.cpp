@@ -8,10 +8,12 @@
 
 #include <SQLiteCpp/Exception.h>
 
-CardFileSource::CardFileSource(const QString &path, const Fortschritt &fortschritt)
+namespace paukfix {
+
+CardFileSource::CardFileSource(const QString &path, const Progress &progress)
     : file_(path, CardFile::Access::ReadOnly)
 {
-    CheckCardFile(file_.Database(), fortschritt);
+    CheckCardFile(file_.Database(), progress);
     CardRecordset cards(file_);
     for (const int column : CopiedColumns())
         static_cast<void>(cards[QString::fromLatin1(CardColumns()[static_cast<std::size_t>(column)].name)]);
@@ -53,3 +55,5 @@ void CardFileSource::Read(int column, CopiedValue &value)
         value.kind = CopiedValue::Kind::Number;
     }
 }
+
+} // namespace paukfix

@@ -5,20 +5,22 @@
 #include "CardFile.h"
 #include "CardRecord.h"
 #include "CardSource.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <SQLiteCpp/Statement.h>
 
 #include <array>
 #include <optional>
 
+namespace paukfix {
+
 // The cards of a sound card file, which is only read.
 class CardFileSource final : public CardSource
 {
 public:
     // Throws StoreError as CardFile and CheckCardFile do, 3265 where the file lacks a field that is copied,
-    // and whatever `fortschritt` throws.
-    explicit CardFileSource(const QString &path, const Fortschritt &fortschritt = {});
+    // and whatever `progress` throws.
+    explicit CardFileSource(const QString &path, const Progress &progress = {});
 
     int Count() const override { return count_; }
 
@@ -31,3 +33,5 @@ private:
     std::array<int, CardColumnCount> place_{}; // in a row of cards_
     std::optional<SQLite::Statement> cards_;
 };
+
+} // namespace paukfix

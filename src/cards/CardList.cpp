@@ -12,12 +12,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr const char *wholeRow =
+constexpr const char *WholeRow =
     R"(SELECT "FrageNr","FachNr","FachLfdNr","Frage_Klartext","Antwort_1_Klartext" FROM "Lernkarten" )"
     "WHERE _rowid_=?1";
-constexpr const char *rowBeginnings =
+constexpr const char *RowBeginnings =
     R"(SELECT "FrageNr","FachNr","FachLfdNr",substr("Frage_Klartext",1,400),)"
     R"(substr("Antwort_1_Klartext",1,400) FROM "Lernkarten" WHERE _rowid_=?1)";
 
@@ -61,7 +65,7 @@ bool Matches(const CardList::Row &row, const QString &text)
 QString OneLine(const QString &text)
 {
     QString line = text;
-    line.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    line.replace(u"\r\n"_s, u" "_s);
     for (QChar &character : line)
         if (character.isSpace())
             character = u' ';
@@ -82,8 +86,8 @@ void CardList::Sort(Column column, bool ascending)
                                     : column == Column::FachNr ? "FachNr"
                                                                : "FachLfdNr";
             SQLite::Statement read(database,
-                                   QStringLiteral("SELECT _rowid_ FROM \"Lernkarten\" "
-                                                  "ORDER BY \"%1\" %2, \"FrageNr\"")
+                                   u"SELECT _rowid_ FROM \"Lernkarten\" "
+                                   u"ORDER BY \"%1\" %2, \"FrageNr\""_s
                                        .arg(QLatin1String(key), QLatin1String(ascending ? "ASC" : "DESC"))
                                        .toStdString());
             while (read.executeStep())
@@ -112,28 +116,28 @@ void CardList::Sort(Column column, bool ascending)
 
 const CardList::Row &CardList::At(int row)
 {
-    const int number = row / blockSize;
+    const int number = row / BlockSize;
     const auto known = std::find_if(blocks_.begin(), blocks_.end(),
                                     [&](const Block &block) { return block.number == number; });
     if (known == blocks_.end())
         Load(number);
     else
         blocks_.splice(blocks_.begin(), blocks_, known);
-    return blocks_.front().rows[static_cast<std::size_t>(row % blockSize)];
+    return blocks_.front().rows[static_cast<std::size_t>(row % BlockSize)];
 }
 
 void CardList::Load(int blockNumber)
 {
     Block block;
     block.number = blockNumber;
-    const int first = blockNumber * blockSize;
+    const int first = blockNumber * BlockSize;
     cards_.Beside([&](SQLite::Database &database) {
-        SQLite::Statement read(database, rowBeginnings);
-        for (int row = first; row < std::min(first + blockSize, Count()); ++row)
+        SQLite::Statement read(database, RowBeginnings);
+        for (int row = first; row < std::min(first + BlockSize, Count()); ++row)
             block.rows.push_back(ReadRow(read, Id(row)));
     });
     blocks_.push_front(std::move(block));
-    if (blocks_.size() > mostBlocks)
+    if (blocks_.size() > MostBlocks)
         blocks_.pop_back();
 }
 
@@ -141,7 +145,7 @@ CardList::Row CardList::Whole(int row)
 {
     Row whole;
     cards_.Beside([&](SQLite::Database &database) {
-        SQLite::Statement read(database, wholeRow);
+        SQLite::Statement read(database, WholeRow);
         whole = ReadRow(read, Id(row));
     });
     return whole;
@@ -152,7 +156,7 @@ std::optional<int> CardList::Find(const QString &text, int from)
     std::optional<int> found;
     const QString wanted = Comparable(text);
     cards_.Beside([&](SQLite::Database &database) {
-        SQLite::Statement read(database, wholeRow);
+        SQLite::Statement read(database, WholeRow);
         for (int i = 0; i < Count() && !found; ++i) {
             const int row = (from + i) % Count();
             if (Matches(ReadRow(read, Id(row)), wanted))
@@ -169,3 +173,5 @@ std::optional<int> CardList::RowOf(std::int64_t id) const
         return std::nullopt;
     return static_cast<int>(found - order_.begin());
 }
+
+} // namespace paukfix

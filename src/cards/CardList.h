@@ -13,6 +13,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // A text in one line: breaks, tabs and every other white space are blanks, as a grid shows them.
 QString OneLine(const QString &text);
 
@@ -60,8 +62,8 @@ public:
     std::optional<int> RowOf(std::int64_t id) const;
 
 private:
-    static constexpr int blockSize = 64;
-    static constexpr std::size_t mostBlocks = 16;
+    static constexpr int BlockSize = 64;
+    static constexpr std::size_t MostBlocks = 16;
 
     struct Block
     {
@@ -75,3 +77,5 @@ private:
     std::vector<std::int64_t> order_;
     std::list<Block> blocks_; // latest first
 };
+
+} // namespace paukfix

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <array>
 
-static constexpr std::array<CardColumn, CardColumnCount> columns{{
+namespace paukfix {
+
+static constexpr std::array<CardColumn, CardColumnCount> Columns{{
     {"FrageNr", "DOUBLE", &CardRecord::FrageNr},
     {"FachNr", "DOUBLE", &CardRecord::FachNr},
     {"FachLfdNr", "DOUBLE", &CardRecord::FachLfdNr},
@@ -64,13 +66,15 @@ static constexpr std::array<CardColumn, CardColumnCount> columns{{
 
 std::span<const CardColumn> CardColumns()
 {
-    return columns;
+    return Columns;
 }
 
 int CardColumnIndex(QStringView name)
 {
-    const auto found = std::ranges::find_if(columns, [&](const CardColumn &column) {
+    const auto found = std::ranges::find_if(Columns, [&](const CardColumn &column) {
         return name.compare(QLatin1String(column.name), Qt::CaseInsensitive) == 0;
     });
-    return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
+    return found == Columns.end() ? -1 : static_cast<int>(found - Columns.begin());
 }
+
+} // namespace paukfix

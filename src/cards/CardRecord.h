@@ -7,6 +7,8 @@
 #include <span>
 #include <variant>
 
+namespace paukfix {
+
 // One row of table "Lernkarten" in memory, a member per column in column order. Null reads as 0, "" or false.
 struct CardRecord
 {
@@ -50,3 +52,5 @@ inline constexpr int MaxTextLength = 250;
 
 // Column number (0 to 51) of `name` without regard to case, -1 when there is none.
 int CardColumnIndex(QStringView name);
+
+} // namespace paukfix

@@ -6,11 +6,15 @@
 #include "CardValue.h"
 #include "Zahl16.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 [[noreturn]] void ThrowNotEditing()
 {
-    throw StoreError(Fehler::KeinEdit, QStringLiteral("Die Karte wird gerade nicht geändert."));
+    throw StoreError(Fehler::KeinEdit, u"Die Karte wird gerade nicht geändert."_s);
 }
 
 } // namespace
@@ -95,10 +99,10 @@ CardRecordset::~CardRecordset() = default;
 void CardRecordset::SetIndex(QStringView name)
 {
     CardIndex index = CardIndex::FrageNr;
-    if (name.compare(QLatin1String("BoxKey"), Qt::CaseInsensitive) == 0)
+    if (name.compare("BoxKey"_L1, Qt::CaseInsensitive) == 0)
         index = CardIndex::BoxKey;
-    else if (name.compare(QLatin1String("FrageNr"), Qt::CaseInsensitive) != 0)
-        throw StoreError(Fehler::IndexFehlt, QStringLiteral("Einen Index „%1“ gibt es nicht.").arg(name));
+    else if (name.compare("FrageNr"_L1, Qt::CaseInsensitive) != 0)
+        throw StoreError(Fehler::IndexFehlt, u"Einen Index „%1“ gibt es nicht."_s.arg(name));
     if (index == cursor_->index)
         return;
     cursor_->Guarded([&] {
@@ -110,7 +114,7 @@ void CardRecordset::SetIndex(QStringView name)
 
 QString CardRecordset::Index() const
 {
-    return cursor_->index == CardIndex::BoxKey ? QStringLiteral("BoxKey") : QStringLiteral("FrageNr");
+    return cursor_->index == CardIndex::BoxKey ? u"BoxKey"_s : u"FrageNr"_s;
 }
 
 void CardRecordset::MoveFirst()
@@ -219,8 +223,7 @@ void CardRecordset::Delete()
 Field CardRecordset::operator[](QStringView name)
 {
     if (!HasField(name))
-        throw StoreError(Fehler::FeldFehlt,
-                         QStringLiteral("Das Feld „%1“ fehlt in dieser Kartei.").arg(name));
+        throw StoreError(Fehler::FeldFehlt, u"Das Feld „%1“ fehlt in dieser Kartei."_s.arg(name));
     return {this, CardColumnIndex(name)};
 }
 
@@ -320,3 +323,5 @@ void CardRecordset::Beside(const std::function<void(SQLite::Database &)> &read)
 {
     cursor_->Guarded([&] { read(cursor_->database); });
 }
+
+} // namespace paukfix

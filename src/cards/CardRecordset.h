@@ -14,13 +14,15 @@
 #include <memory>
 #include <optional>
 
-class CardFile;
-class CardRecordset;
-struct CardCursor;
-
 namespace SQLite {
 class Database;
 }
+
+namespace paukfix {
+
+class CardFile;
+class CardRecordset;
+struct CardCursor;
 
 // A handle bound to one column: reads and writes the recordset's current card, or its edit buffer while an
 // Edit or AddNew is under way. Throws StoreError 3021 where there is no current card, 3020 for a write
@@ -125,3 +127,5 @@ private:
     friend class Field;
     std::unique_ptr<CardCursor> cursor_;
 };
+
+} // namespace paukfix

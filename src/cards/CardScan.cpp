@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 
 double KeyValue(const SQLite::Column &value, int column)
@@ -38,10 +40,10 @@ void CardScan::Reader::Start(SQLite::Statement &prepared, const ColumnSet &deliv
 
 SQLite::Statement &CardScan::Prepared(const std::string &sql)
 {
-    constexpr std::size_t most = 64;
+    constexpr std::size_t Most = 64;
     auto found = prepared_.find(sql);
     if (found == prepared_.end()) {
-        if (prepared_.size() >= most) {
+        if (prepared_.size() >= Most) {
             Stop();
             prepared_.clear();
         }
@@ -187,3 +189,5 @@ void CardScan::Stop()
     row_.End();
     open_ = false;
 }
+
+} // namespace paukfix

@@ -16,6 +16,8 @@
 #include <string>
 #include <unordered_map>
 
+namespace paukfix {
+
 using ColumnSet = std::bitset<CardColumnCount>;
 
 // The key of a card under both indexes. Just the keys of the index that was read under are known at first.
@@ -102,3 +104,5 @@ private:
     Direction direction_ = Direction::Forward;
     bool open_ = false; // the scan may be stepped on
 };
+
+} // namespace paukfix

@@ -11,10 +11,14 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int formatVersion = 1;   // in user_version
-constexpr int highestVersion = 99; // no version of the program will write more
+constexpr int FormatVersion = 1;   // in user_version
+constexpr int HighestVersion = 99; // no version of the program will write more
 
 int HeaderNumber(SQLite::Database &database, const char *pragma)
 {
@@ -41,22 +45,21 @@ bool HasUniqueIndex(SQLite::Database &database, const char *index, const QString
 // Columns, defaults and indexes that are computed would run what somebody else wrote, on every card.
 bool IsComputed(SQLite::Database &database)
 {
-    constexpr const char *computed =
+    constexpr const char *Computed =
         "WITH tables AS (SELECT name FROM sqlite_schema WHERE type = 'table' AND sql NOT LIKE 'CREATE "
         "VIRTUAL%') "
         "SELECT EXISTS(SELECT 1 FROM tables t, pragma_table_xinfo(t.name) c WHERE c.hidden <> 0) "
         "OR EXISTS(SELECT 1 FROM tables t, pragma_index_list(t.name) l, pragma_index_xinfo(l.name) i "
         "WHERE l.partial OR i.cid = -2) "
         "OR EXISTS(SELECT 1 FROM pragma_table_info('Lernkarten') WHERE dflt_value LIKE '%(%')";
-    return database.execAndGet(computed).getInt() != 0;
+    return database.execAndGet(Computed).getInt() != 0;
 }
 
 void CheckNothingComputed(SQLite::Database &database, const QString &path)
 {
     if (IsComputed(database))
         throw StoreError(Fehler::FormatUnbekannt,
-                         DateiSatz(path) +
-                             QStringLiteral("enthält Berechnungen und wird deshalb nicht geöffnet."));
+                         DateiSatz(path) + u"enthält Berechnungen und wird deshalb nicht geöffnet."_s);
 }
 
 struct SchemaEntry
@@ -73,15 +76,12 @@ std::array<SchemaEntry, 3> OurSchema()
     for (const CardColumn &column : CardColumns()) {
         if (!columns.isEmpty())
             columns += u',';
-        columns +=
-            QStringLiteral("\"%1\" %2").arg(QLatin1String(column.name), QLatin1String(column.declaredType));
+        columns += u"\"%1\" %2"_s.arg(QLatin1String(column.name), QLatin1String(column.declaredType));
     }
     return {{
-        {"table", "Lernkarten", QStringLiteral("CREATE TABLE \"Lernkarten\"(%1)").arg(columns)},
-        {"index", "FrageNr",
-         QStringLiteral("CREATE UNIQUE INDEX \"FrageNr\" ON \"Lernkarten\"(\"FrageNr\")")},
-        {"index", "BoxKey",
-         QStringLiteral("CREATE UNIQUE INDEX \"BoxKey\" ON \"Lernkarten\"(\"FachNr\",\"FachLfdnr\")")},
+        {"table", "Lernkarten", u"CREATE TABLE \"Lernkarten\"(%1)"_s.arg(columns)},
+        {"index", "FrageNr", u"CREATE UNIQUE INDEX \"FrageNr\" ON \"Lernkarten\"(\"FrageNr\")"_s},
+        {"index", "BoxKey", u"CREATE UNIQUE INDEX \"BoxKey\" ON \"Lernkarten\"(\"FachNr\",\"FachLfdnr\")"_s},
     }};
 }
 
@@ -99,9 +99,9 @@ bool HasOurSchema(SQLite::Database &database)
             return false;
         found.reset();
     }
-    constexpr const char *count = "SELECT count(*) FROM sqlite_schema WHERE type IN ('table', 'index') AND "
+    constexpr const char *Count = "SELECT count(*) FROM sqlite_schema WHERE type IN ('table', 'index') AND "
                                   "tbl_name = 'Lernkarten' COLLATE NOCASE";
-    return database.execAndGet(count).getInt() == static_cast<int>(entries.size());
+    return database.execAndGet(Count).getInt() == static_cast<int>(entries.size());
 }
 
 // Our own files have just our schema: what differs is damage. A newer format has another schema and a higher
@@ -110,11 +110,10 @@ void CheckOurSchema(SQLite::Database &database, const QString &path)
 {
     const int version = HeaderNumber(database, "PRAGMA user_version");
     const bool isOurs = HasOurSchema(database);
-    if (!isOurs && version > formatVersion && version <= highestVersion)
+    if (!isOurs && version > FormatVersion && version <= HighestVersion)
         throw StoreError(Fehler::FormatUnbekannt,
-                         DateiSatz(path) +
-                             QStringLiteral("wurde mit einer neueren Version von Paukfix geschrieben."));
-    if (!isOurs || version > formatVersion)
+                         DateiSatz(path) + u"wurde mit einer neueren Version von Paukfix geschrieben."_s);
+    if (!isOurs || version > FormatVersion)
         ThrowDamaged(path);
 }
 
@@ -125,19 +124,17 @@ void CheckForeignSchema(SQLite::Database &database, const QString &path)
                             "SELECT type, sql LIKE 'CREATE VIRTUAL%' FROM sqlite_schema "
                             "WHERE name = 'Lernkarten' COLLATE NOCASE AND type IN ('table', 'view')");
     if (!table.executeStep() || table.getColumn(0).getString() != "table" || table.getColumn(1).getInt() != 0)
-        throw StoreError(Fehler::TabelleFehlt,
-                         DateiSatz(path) + QStringLiteral("enthält keine Tabelle „Lernkarten“."));
+        throw StoreError(Fehler::TabelleFehlt, DateiSatz(path) + u"enthält keine Tabelle „Lernkarten“."_s);
     CheckNothingComputed(database, path);
     const std::array<std::pair<const char *, QStringList>, 2> indexes{{
-        {"FrageNr", {QStringLiteral("FrageNr")}},
-        {"BoxKey", {QStringLiteral("FachNr"), QStringLiteral("FachLfdNr")}},
+        {"FrageNr", {u"FrageNr"_s}},
+        {"BoxKey", {u"FachNr"_s, u"FachLfdNr"_s}},
     }};
     for (const auto &[index, columns] : indexes) {
         if (HasUniqueIndex(database, index, columns))
             continue;
         throw StoreError(Fehler::IndexFehlt,
-                         DateiSatz(path) +
-                             QStringLiteral("hat keinen Index „%1“.").arg(QLatin1String(index)));
+                         DateiSatz(path) + u"hat keinen Index „%1“."_s.arg(QLatin1String(index)));
     }
 }
 
@@ -153,8 +150,7 @@ void CheckContent(SQLite::Database &database, const QString &path)
         CheckForeignSchema(database, path);
     }
     if (!header.IsRead())
-        throw StoreError(Fehler::GeraeteFehler,
-                         QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“.").arg(path));
+        throw StoreError(Fehler::GeraeteFehler, u"Ein-/Ausgabefehler bei der Datei „%1“."_s.arg(path));
     if (!header.CountsItsPages())
         ThrowDamaged(path);
 }
@@ -181,7 +177,7 @@ std::int64_t CardFileHeader::At(std::size_t place) const
 
 bool CardFileHeader::IsOurs() const
 {
-    return isRead_ && At(68) == cardFileMark;
+    return isRead_ && At(68) == CardFileMark;
 }
 
 bool CardFileHeader::CountsItsPages() const
@@ -194,9 +190,7 @@ bool CardFileHeader::CountsItsPages() const
 
 std::string NewFileSql()
 {
-    QString sql = QStringLiteral("PRAGMA application_id=%1; PRAGMA user_version=%2;")
-                      .arg(cardFileMark)
-                      .arg(formatVersion);
+    QString sql = u"PRAGMA application_id=%1; PRAGMA user_version=%2;"_s.arg(CardFileMark).arg(FormatVersion);
     for (const SchemaEntry &entry : OurSchema())
         sql += entry.sql + u';';
     return sql.toStdString();
@@ -204,16 +198,17 @@ std::string NewFileSql()
 
 void ThrowDamaged(const QString &path)
 {
-    throw StoreError(Fehler::Beschaedigt,
-                     DateiSatz(path) + QStringLiteral("ist beschädigt oder keine Kartei."));
+    throw StoreError(Fehler::Beschaedigt, DateiSatz(path) + u"ist beschädigt oder keine Kartei."_s);
 }
 
 void ThrowNoRegularFile(const QString &path)
 {
-    throw StoreError(Fehler::NichtErlaubt, QStringLiteral("„%1“ ist keine gewöhnliche Datei.").arg(path));
+    throw StoreError(Fehler::NichtErlaubt, u"„%1“ ist keine gewöhnliche Datei."_s.arg(path));
 }
 
 QString DateiSatz(const QString &path)
 {
-    return QStringLiteral("Die Datei „%1“ ").arg(path);
+    return u"Die Datei „%1“ "_s.arg(path);
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 
+namespace paukfix {
+
 // What a card file has to hold, and how it tells whether it is one of ours.
 
 // The file's first bytes as they stand there: the engine does not tell them where it cannot open the file.
@@ -40,7 +42,7 @@ private:
 };
 
 // Our mark at byte 68 of the header, the application id: "Pauk" in ASCII.
-inline constexpr std::uint32_t cardFileMark = 0x5061756b;
+inline constexpr std::uint32_t CardFileMark = 0x5061756b;
 
 // What makes an empty database a card file of ours: statements with a semicolon behind each.
 std::string NewFileSql();
@@ -55,3 +57,5 @@ void CheckContent(SQLite::Database &database, const QString &path);
 
 // "Die Datei „…“ ": the beginning of a sentence about it.
 QString DateiSatz(const QString &path);
+
+} // namespace paukfix

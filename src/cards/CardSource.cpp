@@ -6,10 +6,12 @@
 
 #include <array>
 
+namespace paukfix {
+
 const std::vector<int> &CopiedColumns()
 {
     static const std::vector<int> columns = [] {
-        constexpr std::array names{
+        constexpr std::array Names{
             "Antworttyp",         "Picture_1_Name",     "Picture_2_Name",
             "Picture_3_Name",     "Picture_4_Name",     "Picture_5_Name",
             "Picture_6_Name",     "Picture_7_Name",     "Picture_8_Name",
@@ -23,10 +25,12 @@ const std::vector<int> &CopiedColumns()
             "Antwort_5_Klartext",
         };
         std::vector<int> found;
-        found.reserve(names.size());
-        for (const char *name : names)
+        found.reserve(Names.size());
+        for (const char *name : Names)
             found.push_back(CardColumnIndex(QString::fromLatin1(name)));
         return found;
     }();
     return columns;
 }
+
+} // namespace paukfix

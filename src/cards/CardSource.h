@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+namespace paukfix {
+
 // A value of a card that is copied. Kept from card to card, so that texts need no new memory.
 struct CopiedValue
 {
@@ -58,3 +60,5 @@ public:
 // What a card is copied with, beside its keys. What no program ever reads (the types and loop flags of
 // pictures) is not copied.
 const std::vector<int> &CopiedColumns();
+
+} // namespace paukfix

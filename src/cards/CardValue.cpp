@@ -9,6 +9,10 @@
 #include <cstdint>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 static const CardColumn &At(int column)
 {
     return CardColumns()[static_cast<std::size_t>(column)];
@@ -21,7 +25,7 @@ CardKind KindOf(int column)
 
 bool IsShortText(int column)
 {
-    return QLatin1String(At(column).declaredType) == QLatin1String("TEXT(250)");
+    return QLatin1String(At(column).declaredType) == "TEXT(250)"_L1;
 }
 
 std::string QuotedColumn(int column)
@@ -33,20 +37,19 @@ std::string QuotedColumn(int column)
 static QString ShownName(int column)
 {
     const QLatin1String name(At(column).name);
-    return name == QLatin1String("Picture_9_Name") ? QStringLiteral("Thema") : QString(name);
+    return name == "Picture_9_Name"_L1 ? u"Thema"_s : QString(name);
 }
 
 void ThrowTypeMismatch(int column)
 {
     throw StoreError(Fehler::TypUnvertraeglich,
-                     QStringLiteral("Typen unverträglich im Feld „%1“.").arg(ShownName(column)));
+                     u"Typen unverträglich im Feld „%1“."_s.arg(ShownName(column)));
 }
 
 void ThrowNullValue(int column)
 {
-    throw StoreError(
-        Fehler::NullUngueltig,
-        QStringLiteral("Das Feld „%1“ ist leer, braucht aber einen Wert.").arg(ShownName(column)));
+    throw StoreError(Fehler::NullUngueltig,
+                     u"Das Feld „%1“ ist leer, braucht aber einen Wert."_s.arg(ShownName(column)));
 }
 
 QVariant FromEngine(const SQLite::Column &value, int column)
@@ -111,14 +114,13 @@ void CheckWritable(const QVariant &value, int column)
     if (KindOf(column) == CardKind::Number) {
         const double number = value.toDouble();
         if (!(number >= std::numeric_limits<qint16>::min() && number <= std::numeric_limits<qint16>::max()))
-            throw StoreError(Fehler::Ueberlauf,
-                             QStringLiteral("Überlauf im Feld „%1“: Es fasst Zahlen von -32768 bis 32767.")
-                                 .arg(ShownName(column)));
+            throw StoreError(
+                Fehler::Ueberlauf,
+                u"Überlauf im Feld „%1“: Es fasst Zahlen von -32768 bis 32767."_s.arg(ShownName(column)));
     } else if (KindOf(column) == CardKind::Text) {
         if (IsShortText(column) && value.toString().size() > MaxTextLength)
             throw StoreError(Fehler::TextZuLang,
-                             QStringLiteral("Der Text im Feld „%1“ ist länger als %2 Zeichen.")
-                                 .arg(ShownName(column))
+                             u"Der Text im Feld „%1“ ist länger als %2 Zeichen."_s.arg(ShownName(column))
                                  .arg(MaxTextLength));
     }
 }
@@ -138,3 +140,5 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
     else
         statement.bind(parameter, value.toDouble());
 }
+
+} // namespace paukfix

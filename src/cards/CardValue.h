@@ -8,6 +8,8 @@
 
 #include <string>
 
+namespace paukfix {
+
 // One value of a card between the engine, the edit buffer and the program. Columns are numbered as in
 // CardColumns(); null is an invalid QVariant, numbers are double, ticks bool, everything else QString.
 
@@ -38,3 +40,5 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value);
 
 [[noreturn]] void ThrowTypeMismatch(int column);
 [[noreturn]] void ThrowNullValue(int column);
+
+} // namespace paukfix

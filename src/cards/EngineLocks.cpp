@@ -13,6 +13,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 thread_local int lastLocked = -1;
@@ -60,7 +64,7 @@ void UseOpenFileLocks()
 {
     static const bool installed = Install();
     if (!installed)
-        throw StoreError(Fehler::Gesperrt, QStringLiteral("Karteien können hier nicht gesperrt werden."));
+        throw StoreError(Fehler::Gesperrt, u"Karteien können hier nicht gesperrt werden."_s);
 }
 
 int LastLockedByEngine()
@@ -71,8 +75,7 @@ int LastLockedByEngine()
 void ThrowLocked(const QString &path)
 {
     throw StoreError(Fehler::Gesperrt,
-                     DateiSatz(path) +
-                         QStringLiteral("ist gesperrt: ein anderes Programm hat sie geöffnet."));
+                     DateiSatz(path) + u"ist gesperrt: ein anderes Programm hat sie geöffnet."_s);
 }
 
 void LockCardFile(int file, int type, const QString &path)
@@ -89,3 +92,5 @@ void LockCardFile(int file, int type, const QString &path)
     if (::fcntl(file, F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
         ThrowLocked(path);
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The locks on card files. A POSIX lock belongs to the process: all of them on a file drop as soon as the
 // process closes any descriptor of that file (fcntl(2); "How To Corrupt An SQLite Database File", 2.2), and a
 // file dialog, a picture reader or a library that looks at a directory does just that. A lock of the open
@@ -25,3 +27,5 @@ void LockCardFile(int file, int type, const QString &path);
 
 // Throws StoreError 3045: the text for a card file that another program has.
 [[noreturn]] void ThrowLocked(const QString &path);
+
+} // namespace paukfix

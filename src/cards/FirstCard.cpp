@@ -10,6 +10,8 @@
 
 #include <variant>
 
+namespace paukfix {
+
 std::optional<CardRecord> FirstCard(CardRecordset &cards, int fach)
 {
     std::optional<CardRecord> first;
@@ -38,3 +40,5 @@ std::optional<CardRecord> FirstCard(CardRecordset &cards, int fach)
     });
     return first;
 }
+
+} // namespace paukfix

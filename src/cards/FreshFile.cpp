@@ -16,6 +16,10 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 void ClearFreshFiles(const QString &directory) noexcept
 {
     const int lock = open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -25,8 +29,7 @@ void ClearFreshFiles(const QString &directory) noexcept
     if (flock(lock, LOCK_EX | LOCK_NB) == 0) {
         const QDir place(directory);
         for (const QString &name :
-             place.entryList({QStringLiteral(".paukfix-*.neu"), QStringLiteral(".paukfix-*.neu-journal")},
-                             QDir::Files | QDir::Hidden))
+             place.entryList({u".paukfix-*.neu"_s, u".paukfix-*.neu-journal"_s}, QDir::Files | QDir::Hidden))
             QFile::remove(place.filePath(name));
     }
     close(lock);
@@ -41,7 +44,7 @@ FreshFile::FreshFile(const QString &place) : place_(Resolved(place)), lock_(QFil
     // The same name for the same place, and short whatever the place is called.
     const QByteArray mark =
         QCryptographicHash::hash(QFile::encodeName(info.fileName()), QCryptographicHash::Md5).toHex();
-    path_ = QStringLiteral("%1/.paukfix-%2.neu").arg(info.absolutePath(), QLatin1String(mark));
+    path_ = u"%1/.paukfix-%2.neu"_s.arg(info.absolutePath(), QLatin1String(mark));
     Clear();
 }
 
@@ -53,7 +56,7 @@ FreshFile::~FreshFile()
 void FreshFile::Clear() const
 {
     QFile::remove(path_);
-    QFile::remove(path_ + QStringLiteral("-journal"));
+    QFile::remove(path_ + u"-journal"_s);
 }
 
 void FreshFile::Make(const std::function<void(const QString &path)> &make)
@@ -66,8 +69,10 @@ void FreshFile::TakePlace()
     WithPlaceNamed(path_, place_, [&] {
         SyncFile(path_);
         EndUnfinishedChange(place_); // the old file may have to stay, and would have lost its journal
-        for (const char *suffix : companionSuffixes)
+        for (const char *suffix : CompanionSuffixes)
             QFile::remove(place_ + QLatin1String(suffix));
         ReplaceFile(path_, place_);
     });
 }
+
+} // namespace paukfix

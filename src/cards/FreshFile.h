@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // A file that is made beside its place, under a name of its own, and takes the place in one step when it is
 // whole. Until then, and when it is given up, what stands at the place is not touched. What a kill leaves is
 // used again by the next attempt, or removed by ClearFreshFiles.
@@ -38,3 +40,5 @@ private:
 
 // Removes what killed programs left of fresh files in the directory, unless one is just being made there.
 void ClearFreshFiles(const QString &directory) noexcept;
+
+} // namespace paukfix

@@ -14,16 +14,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace paukfix {
+
 namespace {
 
 // The last bytes of such a journal, as they begin every journal.
-constexpr std::array<unsigned char, 8> mark{0xd9, 0xd5, 0x05, 0xf9, 0x20, 0xa1, 0x63, 0xd7};
+constexpr std::array<unsigned char, 8> Mark{0xd9, 0xd5, 0x05, 0xf9, 0x20, 0xa1, 0x63, 0xd7};
 
 bool EndsInMark(QFile &file)
 {
-    constexpr auto length = static_cast<qint64>(mark.size());
-    return file.size() > length && file.seek(file.size() - length) &&
-           file.read(length) == QByteArrayView(mark.data(), length);
+    constexpr auto Length = static_cast<qint64>(Mark.size());
+    return file.size() > Length && file.seek(file.size() - Length) &&
+           file.read(Length) == QByteArrayView(Mark.data(), Length);
 }
 
 } // namespace
@@ -60,6 +62,8 @@ void ForgetOtherFiles(const QString &journal)
 {
     QFile file(journal);
     if (!file.open(QIODevice::ReadWrite) ||
-        (EndsInMark(file) && !file.resize(file.size() - static_cast<qint64>(mark.size()))))
+        (EndsInMark(file) && !file.resize(file.size() - static_cast<qint64>(Mark.size()))))
         ThrowFileError(EIO, journal);
 }
+
+} // namespace paukfix

@@ -6,8 +6,10 @@
 
 #include <array>
 
+namespace paukfix {
+
 // What the engine keeps beside a database file: the rollback journal, the log and the index of the log.
-inline constexpr std::array<const char *, 3> companionSuffixes{"-journal", "-wal", "-shm"};
+inline constexpr std::array<const char *, 3> CompanionSuffixes{"-journal", "-wal", "-shm"};
 
 // The companion of the card file. The engine follows a link before it names one.
 QString CompanionOf(const QString &cardFile, const char *suffix);
@@ -27,3 +29,5 @@ bool HasUnfinishedChange(const QString &cardFile);
 // Takes the mark away by which the engine finds the name; what the journal keeps of pages stays. Throws
 // StoreError.
 void ForgetOtherFiles(const QString &journal);
+
+} // namespace paukfix

@@ -7,11 +7,14 @@
 #include <cmath>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 static qint16 To16(double wert)
 {
     if (!(wert >= std::numeric_limits<qint16>::min() && wert <= std::numeric_limits<qint16>::max()))
-        throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Nummern und Anzahlen gehen nur bis 32767."));
+        throw StoreError(Fehler::Ueberlauf, u"Überlauf: Nummern und Anzahlen gehen nur bis 32767."_s);
     return static_cast<qint16>(wert);
 }
 
@@ -25,3 +28,5 @@ qint16 Runden16(double wert)
     // The default rounding mode of nearbyint is half to even.
     return To16(std::nearbyint(wert));
 }
+
+} // namespace paukfix

@@ -14,6 +14,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Abstand = 5; // between the lines of a tick card, in pixels
@@ -30,14 +34,13 @@ Antworten::Antworten(const QTextCharFormat &standard, QWidget *parent)
     zeilen_->setSpacing(Abstand);
     setMinimumHeight(Zeilen * (zeile + Abstand));
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
-        KartenTextBox *box =
-            Benannt(new KartenTextBox(this), Name("Antwort", i), QStringLiteral("Antwort %1").arg(i + 1));
+        KartenTextBox *box = Benannt(new KartenTextBox(this), Name("Antwort", i), u"Antwort %1"_s.arg(i + 1));
         Flaeche *feld = box->AufFeld(this);
         box->document()->setDocumentMargin(2);
         box->setMinimumHeight(0);
-        QCheckBox *kreuz = Benannt(new QCheckBox(QStringLiteral("richtig"), feld), Name("Check1", i),
-                                   QStringLiteral("Antwort %1 ist richtig").arg(i + 1));
-        kreuz->setToolTip(QStringLiteral("Diese Antwort ist richtig"));
+        QCheckBox *kreuz = Benannt(new QCheckBox(u"richtig"_s, feld), Name("Check1", i),
+                                   u"Antwort %1 ist richtig"_s.arg(i + 1));
+        kreuz->setToolTip(u"Diese Antwort ist richtig"_s);
         connect(kreuz, &QCheckBox::clicked, this, &Antworten::kreuzGeaendert);
         feld->layout()->addWidget(kreuz);
         feld->layout()->setAlignment(kreuz, Qt::AlignTop); // beside the first line
@@ -122,3 +125,5 @@ void Antworten::resizeEvent(QResizeEvent *event)
     zeilen_->setContentsMargins(0, 0, 0, (height() - (Zeilen - 1) * Abstand) % Zeilen);
     QWidget::resizeEvent(event);
 }
+
+} // namespace paukfix

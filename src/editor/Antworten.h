@@ -6,11 +6,14 @@
 
 #include <QWidget>
 
-class Flaeche;
-class KartenTextBox;
 class QCheckBox;
 class QGridLayout;
 class QTextCharFormat;
+
+namespace paukfix {
+
+class Flaeche;
+class KartenTextBox;
 
 // The answers of a card: five texts with a tick each where it is to be ticked, else the first text alone.
 // They share one room, so nothing around them moves when the type changes.
@@ -50,3 +53,5 @@ private:
     std::array<Flaeche *, AntwortBoxen> feld_{}; // what an answer stands on, with its tick
     QGridLayout *zeilen_;
 };
+
+} // namespace paukfix

@@ -9,18 +9,22 @@
 #include <QLabel>
 #include <QRadioButton>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Artwahl::Artwahl(QWidget *parent)
     : QWidget(parent),
-      Antwort_T_(Benannt(new QRadioButton(QStringLiteral("Text/&Zahl"), this), QStringLiteral("Antwort_T"),
-                         QStringLiteral("Antwort als Text oder Zahl"))),
-      Antwort_K_(Benannt(new QRadioButton(QStringLiteral("An&kreuzen"), this), QStringLiteral("Antwort_K"),
-                         QStringLiteral("Antwort zum Ankreuzen"))),
+      Antwort_T_(
+          Benannt(new QRadioButton(u"Text/&Zahl"_s, this), u"Antwort_T"_s, u"Antwort als Text oder Zahl"_s)),
+      Antwort_K_(
+          Benannt(new QRadioButton(u"An&kreuzen"_s, this), u"Antwort_K"_s, u"Antwort zum Ankreuzen"_s)),
       art_(new QButtonGroup(this))
 {
-    Benannt(this, QStringLiteral("Frame2"), QStringLiteral("Antwort als:"));
+    Benannt(this, u"Frame2"_s, u"Antwort als:"_s);
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
-    zeile->addWidget(new QLabel(QStringLiteral("Antwort als:"), this));
+    zeile->addWidget(new QLabel(u"Antwort als:"_s, this));
     for (QRadioButton *knopf : {Antwort_T_, Antwort_K_}) {
         art_->addButton(knopf);
         connect(knopf, &QRadioButton::clicked, this, &Artwahl::gewaehlt);
@@ -58,3 +62,5 @@ QList<QWidget *> Artwahl::Tabfolge() const
 {
     return {Antwort_T_, Antwort_K_};
 }
+
+} // namespace paukfix

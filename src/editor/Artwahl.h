@@ -9,6 +9,8 @@
 class QButtonGroup;
 class QRadioButton;
 
+namespace paukfix {
+
 // The two options that say how a card is answered.
 class Artwahl final : public QWidget
 {
@@ -32,3 +34,5 @@ private:
     QRadioButton *Antwort_K_;
     QButtonGroup *art_;
 };
+
+} // namespace paukfix

@@ -10,6 +10,10 @@
 #include <QPushButton>
 #include <QScreen>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Pixels: usual pictures are shown whole where the screen has room for them.
@@ -18,13 +22,13 @@ constexpr QSize KleinsteVorschau{400, 300};
 
 SlotTexte Texte()
 {
-    return {QStringLiteral("Bildbearbeiten"),
-            QStringLiteral("Bild bearbeiten"),
-            QStringLiteral("Bild anzeigen bei:"),
-            QStringLiteral("Bilddatei öffnen"),
-            QStringLiteral("Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"),
-            QStringLiteral("Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten"),
-            QStringLiteral("Fehler beim Bildöffnen: "),
+    return {u"Bildbearbeiten"_s,
+            u"Bild bearbeiten"_s,
+            u"Bild anzeigen bei:"_s,
+            u"Bilddatei öffnen"_s,
+            u"Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"_s,
+            u"Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten"_s,
+            u"Fehler beim Bildöffnen: "_s,
             1};
 }
 
@@ -34,7 +38,7 @@ Bildbearbeiten::Bildbearbeiten(const CardStore &kartei, const Dienste &dienste, 
                                QWidget *parent)
     : Slotdialog(kartei, dienste, std::move(dateien), Texte(), parent)
 {
-    Picture1_ = Benannt(new QLabel(this), QStringLiteral("Picture1"), QStringLiteral("Vorschau"));
+    Picture1_ = Benannt(new QLabel(this), u"Picture1"_s, u"Vorschau"_s);
     const QSize schirm = (parent ? parent->screen() : screen())->availableGeometry().size();
     const int fensterrahmen = fontMetrics().height() * 3;
     const QMargins rand = layout()->contentsMargins();
@@ -68,8 +72,9 @@ void Bildbearbeiten::Annehmen(const QString &pfad)
 void Bildbearbeiten::Angenommen(const QString &)
 {
     for (const bool zuGross :
-         {bild_.height() > Picture1_->maximumHeight(), bild_.width() > Picture1_->maximumWidth()}) {
+         {bild_.height() > Picture1_->maximumHeight(), bild_.width() > Picture1_->maximumWidth()})
         if (zuGross)
-            Dienst().meldungen.Zeigen(QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten"));
-    }
+            Dienst().meldungen.Zeigen(u"Das Bild ist zu groß, Ränder werden abgeschnitten"_s);
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 class QLabel;
 
+namespace paukfix {
+
 // The dialog for the pictures of a card.
 class Bildbearbeiten final : public Slotdialog
 {
@@ -24,3 +26,5 @@ private:
     QLabel *Picture1_ = nullptr; // its size is the largest that a preview has
     QSize bild_;                 // of the file shown, in pixels
 };
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QKeyEvent>
 
+namespace paukfix {
+
 Blaettern Blaettertaste(const QKeyEvent &taste)
 {
     constexpr quint32 LinksVonY = 94; // scan code of the key that keyboards with 102 keys have there
@@ -15,8 +17,10 @@ Blaettern Blaettertaste(const QKeyEvent &taste)
     // A key press that does not say where it was comes from software that knows the German keyboard.
     const bool ortUnbekannt = taste.nativeScanCode() == 0;
     if (taste.nativeScanCode() == LinksVonY || (ortUnbekannt && kleiner))
-        return umschalter.testFlag(Qt::ShiftModifier) ? Blaettern::Vor : Blaettern::Zurück;
+        return umschalter.testFlag(Qt::ShiftModifier) ? Blaettern::Vor : Blaettern::Zurueck;
     if (groesser)
         return Blaettern::Vor;
-    return kleiner ? Blaettern::Zurück : Blaettern::Nicht;
+    return kleiner ? Blaettern::Zurueck : Blaettern::Nicht;
 }
+
+} // namespace paukfix

@@ -3,19 +3,23 @@
 #include "CardEditor.h"
 
 #include "KarteLoeschen.h"
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QScopeGuard>
 
 #include <cmath>
 #include <exception>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Comparison = CardRecordset::Comparison;
 
-const auto LeseFehler = QStringLiteral("Fehler beim Lesen der Karte: ");
-const auto SpeicherFehler = QStringLiteral("Fehler beim Speichern der Karte: ");
+const auto LeseFehler = u"Fehler beim Lesen der Karte: "_s;
+const auto SpeicherFehler = u"Fehler beim Speichern der Karte: "_s;
 
 bool OhneKarten(const CardRecordset &karten)
 {
@@ -72,7 +76,7 @@ CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &for
 void CardEditor::Load()
 {
     NewCardForm();
-    Schritt(meldungen_, LeseFehler, [this] {
+    Step(meldungen_, LeseFehler, [this] {
         if (!AufKarte(kartei_.Felder()))
             kartei_.Karten().MoveFirst();
         AktuelleZeigen();
@@ -81,7 +85,7 @@ void CardEditor::Load()
 
 void CardEditor::AktuelleZeigen()
 {
-    const bool karte = Schritt(meldungen_, LeseFehler, [this] {
+    const bool karte = Step(meldungen_, LeseFehler, [this] {
         const CardRecordset &karten = kartei_.Karten();
         if (karten.AtBOF() || karten.AtEOF())
             NewCardForm();
@@ -96,7 +100,7 @@ bool CardEditor::ShowCard()
 {
     Kartenblatt blatt;
     Kartenkopf kopf;
-    const bool gelesen = Schritt(meldungen_, LeseFehler, [&] {
+    const bool gelesen = Step(meldungen_, LeseFehler, [&] {
         const CardFieldHandles &felder = kartei_.Felder();
         nummer_ = felder.FrageNr.Number();
         kopf.FrageNr = QString::number(nummer_, 'g', 15);
@@ -152,7 +156,7 @@ bool CardEditor::StoreCard()
 bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
 {
     Ablage ablage;
-    const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
+    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
         ablage = KarteAnlegen(kartei_, blatt, vorlage);
         if (ablage.fehler)
             std::rethrow_exception(ablage.fehler);
@@ -170,7 +174,7 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
         return false;
     }
     NewCardForm();
-    Schritt(meldungen_, SpeicherFehler, [&] {
+    Step(meldungen_, SpeicherFehler, [&] {
         // The file's first card: the recordset is to stand on it.
         if (kartei_.HighestCardNumber == 1) {
             kartei_.Karten().MovePrevious();
@@ -182,7 +186,7 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
 
 bool CardEditor::StoreExisting(const Kartenblatt &blatt)
 {
-    const bool gespeichert = Schritt(meldungen_, SpeicherFehler, [&] {
+    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
         StandOnShownCard();
         KarteUeberschreiben(kartei_, blatt);
     });
@@ -203,9 +207,8 @@ void CardEditor::StandOnShownCard()
     const auto nachNummer = NachNummer(karten);
     karten.Seek(Comparison::Equal, nummer_);
     if (karten.NoMatch())
-        throw StoreError(
-            Fehler::KeinDatensatz,
-            QStringLiteral("Die Karte Nr. %1 ist nicht mehr in der Kartei.").arg(nummer_, 0, 'g', 15));
+        throw StoreError(Fehler::KeinDatensatz,
+                         u"Die Karte Nr. %1 ist nicht mehr in der Kartei."_s.arg(nummer_, 0, 'g', 15));
 }
 
 bool CardEditor::StoreIfDirty()
@@ -215,7 +218,7 @@ bool CardEditor::StoreIfDirty()
 
 void CardEditor::Schritte(Richtung richtung)
 {
-    Schritt(meldungen_, LeseFehler, [&] {
+    Step(meldungen_, LeseFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
         if (AmEnde(karten, richtung) || !StoreIfDirty())
             return;
@@ -234,13 +237,13 @@ void CardEditor::CVor()
 
 void CardEditor::CZurück()
 {
-    Schritte(Richtung::Zurück);
+    Schritte(Richtung::Zurueck);
 }
 
 bool CardEditor::Laufschritt(Richtung richtung)
 {
     bool weiter = false;
-    Schritt(meldungen_, LeseFehler, [&] {
+    Step(meldungen_, LeseFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
         if (AmEnde(karten, richtung))
             return;
@@ -257,7 +260,7 @@ void CardEditor::CEOF()
 {
     if (!StoreIfDirty())
         return;
-    Schritt(meldungen_, LeseFehler, [this] {
+    Step(meldungen_, LeseFehler, [this] {
         CardRecordset &karten = kartei_.Karten();
         if (!karten.AtEOF()) {
             karten.MoveLast();
@@ -271,7 +274,7 @@ void CardEditor::Springen(const QString &eingabe)
 {
     if (!StoreIfDirty())
         return;
-    Schritt(meldungen_, LeseFehler, [&] {
+    Step(meldungen_, LeseFehler, [&] {
         CardRecordset &karten = kartei_.Karten();
         if (OhneKarten(karten))
             return;
@@ -283,7 +286,7 @@ void CardEditor::Springen(const QString &eingabe)
             karten.Seek(Comparison::Equal, nummer);
         if (istZahl && !karten.NoMatch())
             return;
-        meldungen_.Zeigen(QStringLiteral("Karte nicht gefunden: ") + eingabe);
+        meldungen_.Zeigen(u"Karte nicht gefunden: "_s + eingabe);
         if (!istZahl)
             return;
         karten.Seek(Comparison::AtLeast, nummer);
@@ -312,25 +315,25 @@ void CardEditor::Kopieren()
         return;
     }
     const QString kopie = QString::number(kartei_.HighestCardNumber);
-    meldungen_.Zeigen(QStringLiteral("Karte kopiert nach: ") + kopie);
+    meldungen_.Zeigen(u"Karte kopiert nach: "_s + kopie);
     Springen(kopie);
 }
 
-void CardEditor::Löschen()
+void CardEditor::Loeschen()
 {
     if (neu_) {
-        meldungen_.Zeigen(QStringLiteral("Eine neue Karte kann nicht gelöscht werden"));
+        meldungen_.Zeigen(u"Eine neue Karte kann nicht gelöscht werden"_s);
         return;
     }
     if (IstLetzteKarte(kartei_.FachInfo, Erledigte::ZaehlenNicht)) {
-        meldungen_.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
+        meldungen_.Zeigen(u"Die letzte Karte kann nicht gelöscht werden"_s);
         return;
     }
-    if (meldungen_.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
+    if (meldungen_.Fragen(u"Diese Karte wirklich löschen"_s, Meldungen::Antwort::Nein) !=
         Meldungen::Antwort::Ja)
         return;
     bool geloescht = false;
-    Schritt(meldungen_, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
+    Step(meldungen_, u"Fehler beim Löschen der Karte: "_s, [&] {
         StandOnShownCard();
         const Loeschung loeschung = KarteLoeschen(kartei_);
         geloescht = loeschung.geloescht;
@@ -347,8 +350,8 @@ bool CardEditor::Verlassen()
 {
     if (StoreIfDirty())
         return true;
-    const auto antwort = meldungen_.Fragen(
-        QStringLiteral("Diese Karte ist nicht gespeichert. Änderungen verwerfen?"), Meldungen::Antwort::Nein);
+    const auto antwort = meldungen_.Fragen(u"Diese Karte ist nicht gespeichert. Änderungen verwerfen?"_s,
+                                           Meldungen::Antwort::Nein);
     if (antwort == Meldungen::Antwort::Nein)
         return false;
     cardDirty = false;
@@ -372,3 +375,5 @@ void CardEditor::Geschlossen()
     kartei_.FehlerStatus = 0;
     Ordnen(kartei_.Karten(), u"BoxKey");
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include "Kartenablage.h"
 #include "Meldungen.h"
 
+namespace paukfix {
+
 // What stands above a card on the form.
 struct Kartenkopf
 {
@@ -41,7 +43,7 @@ public:
     enum class Richtung
     {
         Vor,
-        Zurück
+        Zurueck
     };
 
     CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular);
@@ -72,7 +74,7 @@ public:
     // To the card whose number was typed, or to the nearest one.
     void Springen(const QString &eingabe);
     void Kopieren();
-    void Löschen();
+    void Loeschen();
 
     // Store or stay, and where it cannot be stored ask whether to discard it. True when nothing is lost by
     // closing.
@@ -99,3 +101,5 @@ private:
     bool neu_ = true;
     double nummer_ = 0; // of the shown card, while it is not new
 };
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QTextEdit>
 
+namespace paukfix {
+
 Feldtasten::Feldtasten(QWidget *fenster, const QList<QWidget *> &felder) : QObject(fenster), fenster_(fenster)
 {
     for (QWidget *feld : felder)
@@ -34,10 +36,11 @@ bool Feldtasten::eventFilter(QObject *objekt, QEvent *event)
 bool Feldtasten::HaltMenue(const QKeyEvent &taste) const
 {
     const QList<QAction *> eintraege = fenster_->findChildren<QAction *>();
-    for (const QAction *eintrag : eintraege) {
+    for (const QAction *eintrag : eintraege)
         if (eintrag->isEnabled() && !eintrag->shortcut().isEmpty() &&
             eintrag->shortcut() == QKeySequence(taste.keyCombination()))
             return true;
-    }
     return false;
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 class QKeyEvent;
 class QWidget;
 
+namespace paukfix {
+
 // The keys that are the same in all text fields of a window: those of its menu hold against the fields' own,
 // and Ctrl+Y does again what was undone.
 class Feldtasten final : public QObject
@@ -24,3 +26,5 @@ private:
 
     QWidget *fenster_;
 };
+
+} // namespace paukfix

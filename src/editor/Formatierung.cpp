@@ -9,6 +9,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int HochTwips = 50;
@@ -107,7 +111,7 @@ bool Umgeschaltet(const std::optional<bool> &jetzt)
 QTextCharFormat KleinFett(int twips)
 {
     QTextCharFormat format;
-    format.setFontFamilies({QStringLiteral("Small Fonts")});
+    format.setFontFamilies({u"Small Fonts"_s});
     format.setFontPointSize(7);
     format.setFontWeight(QFont::Bold);
     SetCharOffset(format, twips);
@@ -224,3 +228,5 @@ QTextCharFormat StandardFormat(const Schrift &schrift)
     SetTextColour(format, schrift.Farbe());
     return format;
 }
+
+} // namespace paukfix

@@ -12,6 +12,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // The formatting commands, apart from the window: what a selection has, and what a command merges into it.
 
 // The properties of the selected text, or of what is typed at the caret. A value that is not the same
@@ -46,3 +48,5 @@ QTextCharFormat DialogFormat(const Schriftwahl &wahl);
 
 // The standard font of the settings.
 QTextCharFormat StandardFormat(const Schrift &schrift);
+
+} // namespace paukfix

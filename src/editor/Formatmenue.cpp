@@ -7,11 +7,15 @@
 
 #include <QApplication>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Formatmenue::Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *leiste)
     : QObject(leiste),
       dienste_(dienste),
       formular_(formular),
-      MFont_(MenueBauen(leiste, QStringLiteral("MFont"), QStringLiteral("F&ormat")))
+      MFont_(MenueBauen(leiste, u"MFont"_s, u"F&ormat"_s))
 {
     const auto eintrag = [this](const char *name, const QString &text, const QKeySequence &taste,
                                 auto aktion) {
@@ -20,18 +24,17 @@ Formatmenue::Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *le
             aktion();
         });
     };
-    eintrag("MSchriftart", QStringLiteral("&Schriftart"), {}, [this] { MSchriftart_Click(); });
-    MFont_->addSeparator()->setObjectName(QStringLiteral("MStrich1"));
-    eintrag("MFontFett", QStringLiteral("&Fett"), Qt::CTRL | Qt::Key_F, [this] { Formatieren(FettFormat); });
-    eintrag("MFontKursiv", QStringLiteral("&Kursiv"), Qt::CTRL | Qt::Key_K,
-            [this] { Formatieren(KursivFormat); });
-    eintrag("MFontUnterstrichen", QStringLiteral("&Unterstrichen"), Qt::CTRL | Qt::Key_U,
+    eintrag("MSchriftart", u"&Schriftart"_s, {}, [this] { MSchriftart_Click(); });
+    MFont_->addSeparator()->setObjectName(u"MStrich1"_s);
+    eintrag("MFontFett", u"&Fett"_s, Qt::CTRL | Qt::Key_F, [this] { Formatieren(FettFormat); });
+    eintrag("MFontKursiv", u"&Kursiv"_s, Qt::CTRL | Qt::Key_K, [this] { Formatieren(KursivFormat); });
+    eintrag("MFontUnterstrichen", u"&Unterstrichen"_s, Qt::CTRL | Qt::Key_U,
             [this] { Formatieren(UnterstrichenFormat); });
-    eintrag("MFonthoch", QStringLiteral("&Hochgestellt"), Qt::CTRL | Qt::Key_H,
+    eintrag("MFonthoch", u"&Hochgestellt"_s, Qt::CTRL | Qt::Key_H,
             [this] { Formatieren([](const Auswahlformat &) { return HochgestelltFormat(); }); });
-    eintrag("MFontNormal", QStringLiteral("&Normalgestellt"), Qt::CTRL | Qt::Key_N,
+    eintrag("MFontNormal", u"&Normalgestellt"_s, Qt::CTRL | Qt::Key_N,
             [this] { Formatieren([](const Auswahlformat &) { return NormalgestelltFormat(); }); });
-    eintrag("MFontTief", QStringLiteral("&Tiefgestellt"), Qt::CTRL | Qt::Key_T,
+    eintrag("MFontTief", u"&Tiefgestellt"_s, Qt::CTRL | Qt::Key_T,
             [this] { Formatieren([](const Auswahlformat &) { return TiefgestelltFormat(); }); });
     SetBox(nullptr);
     connect(qApp, &QApplication::focusChanged, this,
@@ -68,7 +71,7 @@ void Formatmenue::MSchriftart_Click()
     // The box to format is the one of now, whatever the dialog does to the focus.
     KartenTextBox *box = box_;
     if (!box->textCursor().hasSelection()) {
-        dienste_.meldungen.Zeigen(QStringLiteral("Bitte erst Text Auswählen"));
+        dienste_.meldungen.Zeigen(u"Bitte erst Text Auswählen"_s);
         return;
     }
     if (!box->Freigeben())
@@ -78,3 +81,5 @@ void Formatmenue::MSchriftart_Click()
     if (wahl)
         box->mergeCurrentCharFormat(DialogFormat(*wahl));
 }
+
+} // namespace paukfix

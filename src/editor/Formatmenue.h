@@ -7,9 +7,12 @@
 
 #include <QObject>
 
-class KartenTextBox;
 class QMenu;
 class QMenuBar;
+
+namespace paukfix {
+
+class KartenTextBox;
 
 // The menu "Format" and its commands. They act on the text box of the form that has the keyboard; where none
 // has it, the menu is disabled. The menu itself, and another window in front, take the keyboard just for a
@@ -37,3 +40,5 @@ private:
     QMenu *MFont_;
     KartenTextBox *box_ = nullptr; // that the commands act on
 };
+
+} // namespace paukfix

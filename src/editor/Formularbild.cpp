@@ -12,6 +12,10 @@
 
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t Bilder = 3; // slots that hold pictures
@@ -41,11 +45,11 @@ Formularbild::Formularbild(QWidget *formular, RichTextBox *frage)
       formular_(formular),
       frage_(frage),
       bild_(formular, frage, FormularGrenzen()),
-      sizer_(Benannt(new Sizer(formular), QStringLiteral("Sizer"), QStringLiteral("Größe des Bildes")))
+      sizer_(Benannt(new Sizer(formular), u"Sizer"_s, u"Größe des Bildes"_s))
 {
-    BildBox *box = Benannt(Box(), QStringLiteral("Picture1"), QStringLiteral("Bild der Karte"));
-    box->setToolTip(QStringLiteral("Das Bild lässt sich mit der Maus oder den Pfeiltasten verschieben, "
-                                   "mit Umschalt und den Pfeiltasten in der Größe ändern"));
+    BildBox *box = Benannt(Box(), u"Picture1"_s, u"Bild der Karte"_s);
+    box->setToolTip(u"Das Bild lässt sich mit der Maus oder den Pfeiltasten verschieben, "
+                    u"mit Umschalt und den Pfeiltasten in der Größe ändern"_s);
     box->setFocusPolicy(Qt::StrongFocus);
     box->installEventFilter(this);
     box->gegriffen = [this] {
@@ -62,7 +66,7 @@ Formularbild::Formularbild(QWidget *formular, RichTextBox *frage)
         Platzieren();
         GriffZeigen();
     };
-    sizer_->setToolTip(QStringLiteral("Ziehen ändert die Größe des Bildes"));
+    sizer_->setToolTip(u"Ziehen ändert die Größe des Bildes"_s);
     sizer_->gegriffen = [this] {
         emit angefasst();
         Box()->setFocus(); // the box is outlined while it is sized
@@ -190,3 +194,5 @@ bool Formularbild::Taste(const QKeyEvent &taste)
     Platzieren();
     return true;
 }
+
+} // namespace paukfix

@@ -7,8 +7,11 @@
 
 #include <QObject>
 
-class Sizer;
 class QKeyEvent;
+
+namespace paukfix {
+
+class Sizer;
 
 // The card's picture on the editor's form, which its writer moves and sizes with the mouse or the arrow keys.
 // What the card says of its place stays as it is until then, also where the window is too small to show it
@@ -57,3 +60,5 @@ private:
     Sizer *sizer_;
     Bildlage lage_ = BildlageVorgabe;
 };
+
+} // namespace paukfix

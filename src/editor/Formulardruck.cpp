@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 void FormularDrucken(QWidget &formular, QPrinter &drucker)
 {
     constexpr double PixelJeZoll = 96; // logical pixels: 15 twips each
@@ -26,3 +28,5 @@ void FormularDrucken(QWidget &formular, QPrinter &drucker)
     auftrag.Maler().drawPicture(0, 0, bild);
     auftrag.Abschicken();
 }
+
+} // namespace paukfix

@@ -6,6 +6,10 @@
 
 class QWidget;
 
+namespace paukfix {
+
 // Prints the widget as it is on the screen, in its size, or smaller where the page is. Throws StoreError
 // where the printer does not take it.
 void FormularDrucken(QWidget &formular, QPrinter &drucker);
+
+} // namespace paukfix

@@ -21,6 +21,10 @@
 #include <memory>
 #include <optional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Verlustname
@@ -55,14 +59,13 @@ constexpr auto NurLesen = Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboa
 QString Aufzaehlung(RichTextLosses verluste)
 {
     QStringList namen;
-    for (const Verlustname &eintrag : Verlustnamen) {
+    for (const Verlustname &eintrag : Verlustnamen)
         if (verluste.testFlag(eintrag.verlust))
             namen << QString::fromUtf8(eintrag.name);
-    }
     if (namen.size() < 2)
         return namen.join(QString());
     const QString letzter = namen.takeLast();
-    return namen.join(QStringLiteral(", ")) + QStringLiteral(" und ") + letzter;
+    return namen.join(u", "_s) + u" und "_s + letzter;
 }
 
 KartenTextBox::KartenTextBox(QWidget *parent) : RichTextBox(parent) {}
@@ -94,8 +97,8 @@ void KartenTextBox::Zeigen(const QString &text, const QTextCharFormat &amAnfang)
         setCurrentCharFormat(amAnfang);
     } else if (!ganz) {
         setReadOnly(true);
-        setToolTip(QStringLiteral("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
-                                  "Kartei, wie er ist."));
+        setToolTip(u"Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der "
+                   u"Kartei, wie er ist."_s);
     } else if (verluste_ = LossesOf(text); verluste_) {
         Sperren();
     }
@@ -132,8 +135,8 @@ void KartenTextBox::Sperren()
     setReadOnly(true);
     setTextInteractionFlags(NurLesen);
     setAttribute(Qt::WA_InputMethodEnabled); // an accent that is typed first is a change, too
-    setToolTip(QStringLiteral("Dieser Text enthält %1. Das geht verloren, wenn er geändert wird.")
-                   .arg(Aufzaehlung(verluste_)));
+    setToolTip(
+        u"Dieser Text enthält %1. Das geht verloren, wenn er geändert wird."_s.arg(Aufzaehlung(verluste_)));
 }
 
 bool KartenTextBox::Freigeben()
@@ -254,3 +257,5 @@ void KartenTextBox::insertFromMimeData(const QMimeData *source)
     if (Freigeben())
         RichTextBox::insertFromMimeData(text.get());
 }
+
+} // namespace paukfix

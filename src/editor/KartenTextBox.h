@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 class Flaeche;
 
 // The box of one of a card's texts, which knows whether its writer has changed it.
@@ -59,3 +61,5 @@ private:
 
 // "Bilder, Tabellen und Fußnoten"; empty for none.
 QString Aufzaehlung(RichTextLosses verluste);
+
+} // namespace paukfix

@@ -9,14 +9,18 @@
 #include <limits>
 #include <optional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 qint16 NaechsteNummer(CardStore &kartei)
 {
     if (kartei.HighestCardNumber == std::numeric_limits<qint16>::max())
         throw StoreError(Fehler::Ueberlauf,
-                         QStringLiteral("Überlauf: Die Kartennummern sind aufgebraucht, %1 ist vergeben.")
-                             .arg(kartei.HighestCardNumber));
+                         u"Überlauf: Die Kartennummern sind aufgebraucht, %1 ist vergeben."_s.arg(
+                             kartei.HighestCardNumber));
     return ++kartei.HighestCardNumber;
 }
 
@@ -70,3 +74,5 @@ void KarteUeberschreiben(CardStore &kartei, const Kartenblatt &blatt)
     WriteFields(blatt, kartei.Felder());
     karten.Update();
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <exception>
 
+namespace paukfix {
+
 // How the cards of the form come into the card file.
 
 enum class Vorlage
@@ -28,3 +30,5 @@ Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage);
 // Writes the form over the current card. Throws StoreError; the record is as it was then, unless the disk
 // failed.
 void KarteUeberschreiben(CardStore &kartei, const Kartenblatt &blatt);
+
+} // namespace paukfix

@@ -7,6 +7,10 @@
 #include <functional>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t Thema = 8;       // its place among the name fields
@@ -104,10 +108,9 @@ void WriteFields(const Kartenblatt &blatt, CardFieldHandles &felder)
             felder.Antwort_Klartext[i].Set(blatt.Antwort_Klartext[i]);
     }
     felder.Antworttyp.Set(static_cast<int>(blatt.art));
-    if (blatt.art == Antwortart::Ankreuzen) {
+    if (blatt.art == Antwortart::Ankreuzen)
         for (std::size_t i = 0; i < AntwortBoxen; ++i)
             felder.Antwort_ch[i].Set(blatt.Antwort_ch[i]);
-    }
     felder.PictureTop.Set(Twips16(blatt.lage.oben));
     felder.PictureLeft.Set(Twips16(blatt.lage.links));
     felder.PictureHeight.Set(Twips16(blatt.lage.hoehe));
@@ -151,10 +154,9 @@ Pruefung BlattPruefen(const Kartenblatt &blatt)
     if (std::ranges::all_of(leer, std::identity()))
         return {Mangel::KeineAntwort};
     Pruefung pruefung;
-    for (std::size_t i = 0; i < AntwortBoxen; ++i) {
+    for (std::size_t i = 0; i < AntwortBoxen; ++i)
         if (blatt.art == Antwortart::Ankreuzen && blatt.Antwort_ch[i] && leer[i])
             pruefung = {Mangel::LeereAntwortAngekreuzt, i};
-    }
     return pruefung;
 }
 
@@ -162,13 +164,15 @@ QString MangelText(Mangel mangel)
 {
     switch (mangel) {
     case Mangel::KeineFrage:
-        return QStringLiteral("Keine Frage eingegeben");
+        return u"Keine Frage eingegeben"_s;
     case Mangel::KeineAntwort:
-        return QStringLiteral("Keine Antwort eingegeben");
+        return u"Keine Antwort eingegeben"_s;
     case Mangel::LeereAntwortAngekreuzt:
-        return QStringLiteral("Leere Antwort angekreuzt");
+        return u"Leere Antwort angekreuzt"_s;
     case Mangel::Keiner:
         break;
     }
     return {};
 }
+
+} // namespace paukfix

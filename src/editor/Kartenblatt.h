@@ -9,6 +9,8 @@
 #include <array>
 #include <cstddef>
 
+namespace paukfix {
+
 // What the editor's form holds of a card, apart from the window.
 
 inline constexpr std::size_t AntwortBoxen = 5;
@@ -93,3 +95,5 @@ struct Pruefung
 // that are not shown are no mistake.
 Pruefung BlattPruefen(const Kartenblatt &blatt);
 QString MangelText(Mangel mangel);
+
+} // namespace paukfix

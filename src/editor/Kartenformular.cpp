@@ -27,6 +27,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QColor HellGrau{0xC0, 0xC0, 0xC0};
@@ -49,14 +53,14 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
       verzeichnis_(std::move(verzeichnis)),
       gitter_(new QGridLayout(this)),
       kopf_(new Kopfzeile(this)),
-      MFrage_(Benannt(new KartenTextBox(this), QStringLiteral("MFrage"), QStringLiteral("Frage"))),
+      MFrage_(Benannt(new KartenTextBox(this), u"MFrage"_s, u"Frage"_s)),
       frageFeld_(MFrage_->AufFeld(this)),
       art_(new Artwahl(this)),
       antworten_(new Antworten(StandardFormat(dienste.konfig.schrift), this)),
       bild_(new Formularbild(this, MFrage_)),
-      hinweise_(Benannt(new QLabel(this), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten")))
+      hinweise_(Benannt(new QLabel(this), u"Tastenhinweise"_s, u"Tasten"_s))
 {
-    Benannt(this, QStringLiteral("Formular"), QStringLiteral("Karte"));
+    Benannt(this, u"Formular"_s, u"Karte"_s);
     setAutoFillBackground(true);
     MFrage_->setMinimumHeight(fontMetrics().lineSpacing() * 5);
     MFrage_->installEventFilter(this);
@@ -80,8 +84,8 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
     });
     hinweise_->setAlignment(Qt::AlignCenter);
     hinweise_->setTextFormat(Qt::PlainText);
-    hinweise_->setText(QStringLiteral("Strg+I speichert   ·   Strg+< vorige Karte   ·   "
-                                      "Strg+Umschalt+> nächste Karte   ·   F3 sucht"));
+    hinweise_->setText(u"Strg+I speichert   ·   Strg+< vorige Karte   ·   "
+                       u"Strg+Umschalt+> nächste Karte   ·   F3 sucht"_s);
     hinweise_->setWordWrap(true);
     PlatzHalten(hinweise_);
     Anordnen();
@@ -99,15 +103,15 @@ void Kartenformular::Anordnen()
         label->setContentsMargins(0, einzeilig ? 0 : 6, 0, 0);
         gitter_->addWidget(label, zeile, 0, Qt::AlignRight | (einzeilig ? Qt::AlignVCenter : Qt::AlignTop));
     };
-    beschriften(0, QStringLiteral("Frage &Nr.:"), kopf_->Nummernfeld());
+    beschriften(0, u"Frage &Nr.:"_s, kopf_->Nummernfeld());
     gitter_->addWidget(kopf_, 0, 1);
-    beschriften(1, QStringLiteral("&Frage:"), MFrage_);
+    beschriften(1, u"&Frage:"_s, MFrage_);
     gitter_->addWidget(frageFeld_, 1, 1);
     auto *art = new QHBoxLayout;
     art->addWidget(art_);
     art->addStretch(1);
     gitter_->addLayout(art, 2, 1);
-    beschriften(3, QStringLiteral("&Antwort:"), antworten_->Boxen()[0]);
+    beschriften(3, u"&Antwort:"_s, antworten_->Boxen()[0]);
     gitter_->addWidget(antworten_, 3, 1);
     gitter_->addWidget(hinweise_, 5, 0, 1, 2);
     gitter_->setRowStretch(1, 1);
@@ -141,12 +145,11 @@ void Kartenformular::BoxVerbinden(KartenTextBox *box)
     box->bei_Ablehnung = [this](const QString &grund) { dienste_.meldungen.Zeigen(grund); };
     // Asked before the first change of a text; what the writer then has typed is never thrown away.
     box->darfVerlieren = [this, box](RichTextLosses verluste) {
-        const QString was = box == MFrage_ ? QStringLiteral("Die Frage") : box->accessibleName();
+        const QString was = box == MFrage_ ? u"Die Frage"_s : box->accessibleName();
         return dienste_.meldungen.Fragen(
-                   QStringLiteral("%1 enthält %2.\nDas kann dieser Editor nicht erhalten: Es geht verloren, "
-                                  "wenn Sie den Text ändern.\n\nTrotzdem ändern? Bei „Nein“ bleibt der Text, "
-                                  "wie er ist.")
-                       .arg(was, Aufzaehlung(verluste)),
+                   u"%1 enthält %2.\nDas kann dieser Editor nicht erhalten: Es geht verloren, "
+                   u"wenn Sie den Text ändern.\n\nTrotzdem ändern? Bei „Nein“ bleibt der Text, "
+                   u"wie er ist."_s.arg(was, Aufzaehlung(verluste)),
                    Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
     };
 }
@@ -285,8 +288,8 @@ void Kartenformular::Drucken(const std::function<std::unique_ptr<QPrinter>()> &d
     });
     const std::unique_ptr<QPrinter> papier = drucker();
     if (!papier)
-        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Es ist kein Drucker eingerichtet."));
-    papier->setDocName(QStringLiteral("Karte ") + Nummer());
+        throw StoreError(Fehler::DateiNichtGefunden, u"Es ist kein Drucker eingerichtet."_s);
+    papier->setDocName(u"Karte "_s + Nummer());
     FormularDrucken(*this, *papier);
 }
 
@@ -295,7 +298,7 @@ bool Kartenformular::eventFilter(QObject *objekt, QEvent *event)
     if (event->type() == QEvent::KeyPress) {
         const auto &taste = static_cast<const QKeyEvent &>(*event);
         if (taste.key() == Qt::Key_PageUp && taste.modifiers().testFlag(Qt::AltModifier)) {
-            dienste_.meldungen.Zeigen(QStringLiteral("Alt + PageUp"));
+            dienste_.meldungen.Zeigen(u"Alt + PageUp"_s);
             return true;
         }
     }
@@ -309,3 +312,5 @@ void Kartenformular::resizeEvent(QResizeEvent *event)
     setMinimumHeight(gitter_->minimumHeightForWidth(width()));
     bild_->Platzieren();
 }
+
+} // namespace paukfix

@@ -11,14 +11,17 @@
 
 #include <functional>
 
+class QGridLayout;
+class QLabel;
+
+namespace paukfix {
+
 class Antworten;
 class Artwahl;
 class Flaeche;
 class Formularbild;
 class KartenTextBox;
 class Kopfzeile;
-class QGridLayout;
-class QLabel;
 struct Knopfzeile;
 
 // The form of the card editor: holds the controls of a card and knows which of its texts were touched.
@@ -91,3 +94,5 @@ private:
     QLabel *hinweise_;
     QList<QWidget *> knoepfe_; // below the card; with the type no part of what is printed
 };
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 
+namespace paukfix {
+
 Kartenlauf::Kartenlauf(CardEditor &editor, QWidget *formular, QAbstractButton *rueckwaerts,
                        QAbstractButton *vorwaerts)
     : editor_(editor), formular_(formular), rueckwaerts_(rueckwaerts), vorwaerts_(vorwaerts)
@@ -15,7 +17,7 @@ Kartenlauf::Kartenlauf(CardEditor &editor, QWidget *formular, QAbstractButton *r
 
 bool Kartenlauf::eventFilter(QObject *objekt, QEvent *event)
 {
-    const auto richtung = objekt == vorwaerts_ ? CardEditor::Richtung::Vor : CardEditor::Richtung::Zurück;
+    const auto richtung = objekt == vorwaerts_ ? CardEditor::Richtung::Vor : CardEditor::Richtung::Zurueck;
     const auto istLeertaste = [event] {
         const auto &taste = static_cast<const QKeyEvent &>(*event);
         return taste.key() == Qt::Key_Space && !taste.isAutoRepeat();
@@ -47,11 +49,11 @@ bool Kartenlauf::Beginnen(CardEditor::Richtung richtung)
     if (!editor_.StoreIfDirty())
         return false;
     richtung_ = richtung;
-    Schritt();
+    Step();
     return richtung_.has_value();
 }
 
-void Kartenlauf::Schritt()
+void Kartenlauf::Step()
 {
     // A step may open a message: no further one is due while it stands, nor behind it.
     takt_.stop();
@@ -76,7 +78,9 @@ void Kartenlauf::Beenden()
 void Kartenlauf::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() == takt_.timerId())
-        Schritt();
+        Step();
     else
         QObject::timerEvent(event);
 }
+
+} // namespace paukfix

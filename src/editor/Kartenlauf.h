@@ -12,6 +12,8 @@
 class QAbstractButton;
 class QWidget;
 
+namespace paukfix {
+
 // Runs through the cards as long as one of two buttons is held, by any mouse button or the space bar. Every
 // card that is passed is seen.
 class Kartenlauf final : public QObject
@@ -30,7 +32,7 @@ protected:
 
 private:
     bool Beginnen(CardEditor::Richtung richtung);
-    void Schritt();
+    void Step();
 
     CardEditor &editor_;
     QWidget *formular_;
@@ -39,3 +41,5 @@ private:
     QBasicTimer takt_;
     std::optional<CardEditor::Richtung> richtung_; // none: nobody runs
 };
+
+} // namespace paukfix

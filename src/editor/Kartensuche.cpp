@@ -8,6 +8,8 @@
 #include <cmath>
 #include <optional>
 
+namespace paukfix {
+
 namespace {
 
 struct Suchfeld
@@ -135,10 +137,9 @@ private:
             return true;
         if (!ZumAnkreuzen())
             return false;
-        for (std::size_t i = 1; i < FeldAntwort.size(); ++i) {
+        for (std::size_t i = 1; i < FeldAntwort.size(); ++i)
             if (ImFeld(felder_.Antwort_Klartext[i], FeldAntwort[i]))
                 return true;
-        }
         return false;
     }
 
@@ -205,3 +206,5 @@ int DokumentStelle(const QTextDocument &dokument, qsizetype stelle)
     }
     return static_cast<int>(ort);
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 
 class QTextDocument;
 
+namespace paukfix {
+
 enum class Suchergebnis
 {
     Gefunden,
@@ -25,3 +27,5 @@ Suchergebnis KarteSuchen(CardStore &kartei, SearchHit &treffer, const QString &b
 // The place in the document of character `stelle` (from 0) of its plain text, in which line breaks are two
 // characters.
 int DokumentStelle(const QTextDocument &dokument, qsizetype stelle);
+
+} // namespace paukfix

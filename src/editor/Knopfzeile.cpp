@@ -7,6 +7,10 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QPushButton *Knopf(QWidget *form, const QString &text, const QString &name, const QString &zugaenglich,
@@ -21,20 +25,14 @@ QPushButton *Knopf(QWidget *form, const QString &text, const QString &name, cons
 } // namespace
 
 Knopfzeile::Knopfzeile(QWidget *form)
-    : CZZurück(Knopf(form, QStringLiteral("<<"), QStringLiteral("CZZurück"), QStringLiteral("zurückblättern"),
-                     QStringLiteral("zurückblättern, solange gedrückt"))),
-      CZurück(Knopf(form, QStringLiteral("<"), QStringLiteral("CZurück"), QStringLiteral("vorige Karte"),
-                    QStringLiteral("vorige Karte STRG+<"))),
-      CVor(Knopf(form, QStringLiteral(">"), QStringLiteral("CVor"), QStringLiteral("nächste Karte"),
-                 QStringLiteral("nächste Karte STRG + SHIFT + >"))),
-      CVVor(Knopf(form, QStringLiteral(">>"), QStringLiteral("CVVor"), QStringLiteral("vorblättern"),
-                  QStringLiteral("vorblättern, solange gedrückt"))),
-      CEOF(Knopf(form, QStringLiteral(">>|"), QStringLiteral("CEOF"), QStringLiteral("neue Karte am Ende"),
-                 QStringLiteral("neue Karte hinter der letzten"))),
-      Cadd(Knopf(form, QStringLiteral("&hinzufügen"), QStringLiteral("Cadd"), QStringLiteral("hinzufügen"),
-                 QStringLiteral("Karte hinzufügen (STRG+I)"))),
-      Cback(Knopf(form, QStringLiteral("Zu&rück"), QStringLiteral("Cback"), QStringLiteral("Zurück"),
-                  QStringLiteral("den Editor schließen"))),
+    : CZZurück(
+          Knopf(form, u"<<"_s, u"CZZurück"_s, u"zurückblättern"_s, u"zurückblättern, solange gedrückt"_s)),
+      CZurück(Knopf(form, u"<"_s, u"CZurück"_s, u"vorige Karte"_s, u"vorige Karte STRG+<"_s)),
+      CVor(Knopf(form, u">"_s, u"CVor"_s, u"nächste Karte"_s, u"nächste Karte STRG + SHIFT + >"_s)),
+      CVVor(Knopf(form, u">>"_s, u"CVVor"_s, u"vorblättern"_s, u"vorblättern, solange gedrückt"_s)),
+      CEOF(Knopf(form, u">>|"_s, u"CEOF"_s, u"neue Karte am Ende"_s, u"neue Karte hinter der letzten"_s)),
+      Cadd(Knopf(form, u"&hinzufügen"_s, u"Cadd"_s, u"hinzufügen"_s, u"Karte hinzufügen (STRG+I)"_s)),
+      Cback(Knopf(form, u"Zu&rück"_s, u"Cback"_s, u"Zurück"_s, u"den Editor schließen"_s)),
       zeile(new QHBoxLayout)
 {
     for (QPushButton *taste : {CZZurück, CZurück, CVor, CVVor, CEOF}) {
@@ -51,3 +49,5 @@ QList<QWidget *> Knopfzeile::Alle() const
 {
     return {CZZurück, CZurück, CVor, CVVor, CEOF, Cadd, Cback};
 }
+
+} // namespace paukfix

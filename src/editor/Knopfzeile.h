@@ -8,6 +8,8 @@ class QHBoxLayout;
 class QPushButton;
 class QWidget;
 
+namespace paukfix {
+
 // The buttons below a card, children of `form`, in one line.
 struct Knopfzeile
 {
@@ -19,3 +21,5 @@ struct Knopfzeile
     QPushButton *CZZurück, *CZurück, *CVor, *CVVor, *CEOF, *Cadd, *Cback;
     QHBoxLayout *zeile; // without a parent until it is put into a layout
 };
+
+} // namespace paukfix

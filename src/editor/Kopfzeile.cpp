@@ -12,6 +12,10 @@
 #include <QLineEdit>
 #include <QPainter>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A word on a rounded ground that stands out from the form.
@@ -42,17 +46,14 @@ protected:
 
 Kopfzeile::Kopfzeile(QWidget *parent)
     : QWidget(parent),
-      MaskFrageNr_(
-          Benannt(new QLineEdit(this), QStringLiteral("MaskFrageNr"), QStringLiteral("Nummer der Karte"))),
-      MaskFachNr_(Benannt(new QLabel(this), QStringLiteral("MaskFachNr"), QStringLiteral("Fach"))),
-      LabelNeu_(Benannt(new Marke(QStringLiteral("Neue Karte"), this), QStringLiteral("LabelNeu"),
-                        QStringLiteral("Neue Karte"))),
-      MaskThema_(Benannt(new Themenzeile(this), QStringLiteral("MaskThema"), QStringLiteral("Thema")))
+      MaskFrageNr_(Benannt(new QLineEdit(this), u"MaskFrageNr"_s, u"Nummer der Karte"_s)),
+      MaskFachNr_(Benannt(new QLabel(this), u"MaskFachNr"_s, u"Fach"_s)),
+      LabelNeu_(Benannt(new Marke(u"Neue Karte"_s, this), u"LabelNeu"_s, u"Neue Karte"_s)),
+      MaskThema_(Benannt(new Themenzeile(this), u"MaskThema"_s, u"Thema"_s))
 {
     MaskFrageNr_->setMaxLength(20);
-    MaskFrageNr_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000")) * 3 / 2);
-    MaskFrageNr_->setToolTip(
-        QStringLiteral("Nummer eingeben und mit der Eingabetaste zu dieser Karte springen"));
+    MaskFrageNr_->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000"_s) * 3 / 2);
+    MaskFrageNr_->setToolTip(u"Nummer eingeben und mit der Eingabetaste zu dieser Karte springen"_s);
     MaskFrageNr_->installEventFilter(this);
     connect(MaskFrageNr_, &QLineEdit::returnPressed, this, [this] {
         emit nummerEingegeben(MaskFrageNr_->text());
@@ -72,12 +73,12 @@ Kopfzeile::Kopfzeile(QWidget *parent)
     zeile->setSpacing(8);
     zeile->addWidget(MaskFrageNr_);
     zeile->addSpacing(12);
-    zeile->addWidget(new QLabel(QStringLiteral("Fach:"), this));
+    zeile->addWidget(new QLabel(u"Fach:"_s, this));
     zeile->addWidget(MaskFachNr_);
     zeile->addSpacing(12);
     zeile->addWidget(LabelNeu_);
     zeile->addSpacing(12);
-    zeile->addWidget(Beschriftung(QStringLiteral("&Thema:"), MaskThema_, this));
+    zeile->addWidget(Beschriftung(u"&Thema:"_s, MaskThema_, this));
     zeile->addWidget(MaskThema_, 1);
 }
 
@@ -129,3 +130,5 @@ bool Kopfzeile::eventFilter(QObject *objekt, QEvent *event)
     }
     return QWidget::eventFilter(objekt, event);
 }
+
+} // namespace paukfix

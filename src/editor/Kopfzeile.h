@@ -9,6 +9,9 @@
 
 class QLabel;
 class QLineEdit;
+
+namespace paukfix {
+
 class Themenzeile;
 
 // The line above a card: its number, in which another one is typed to go there, its compartment, "Neue
@@ -51,3 +54,5 @@ private:
     Themenzeile *MaskThema_;
     QObject fokuswache_; // goes before the controls do: their going moves the focus
 };
+
+} // namespace paukfix

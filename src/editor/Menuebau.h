@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+namespace paukfix {
+
 // A menu of this name at the end of the bar.
 inline QMenu *MenueBauen(QMenuBar *leiste, const QString &name, const QString &text)
 {
@@ -27,3 +29,5 @@ void EintragBauen(QMenu *menue, const QString &name, const QString &text, const 
     QObject::connect(neu, &QAction::triggered, menue, aktion);
     menue->addAction(neu);
 }
+
+} // namespace paukfix

@@ -11,8 +11,8 @@
 #include "Kartenlauf.h"
 #include "Knopfzeile.h"
 #include "Menuebau.h"
-#include "Schritt.h"
 #include "Soundbearbeiten.h"
+#include "Step.h"
 #include "Suchen.h"
 
 #include <QApplication>
@@ -23,6 +23,10 @@
 #include <QScreen>
 #include <QSessionManager>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 PFÄndern::PFÄndern(CardStore &kartei, const Dienste &dienste, SearchHit &suche, const QString &bilder,
                    QWidget *parent)
     : QMainWindow(parent),
@@ -32,8 +36,8 @@ PFÄndern::PFÄndern(CardStore &kartei, const Dienste &dienste, SearchHit &suche
       formular_(new Kartenformular(dienste, bilder, this)),
       editor_(kartei, dienste.meldungen, *formular_)
 {
-    setObjectName(QStringLiteral("PFÄndern"));
-    setWindowTitle(QStringLiteral("Merkkasten Ändern"));
+    setObjectName(u"PFÄndern"_s);
+    setWindowTitle(u"Merkkasten Ändern"_s);
     setCentralWidget(formular_);
     KnoepfeBauen();
     MenueBauen();
@@ -80,7 +84,7 @@ void PFÄndern::MenueBauen()
     connect(format_.get(), &Formatmenue::boxGewechselt, formular_, &Kartenformular::Umranden);
     formular_->Umranden(nullptr);
 
-    QMenu *extras = ::MenueBauen(menuBar(), QStringLiteral("MExtras"), QStringLiteral("E&xtras"));
+    QMenu *extras = paukfix::MenueBauen(menuBar(), u"MExtras"_s, u"E&xtras"_s);
     const auto eintrag = [this, extras](const char *name, const QString &text, const QKeySequence &taste,
                                         auto aktion) {
         EintragBauen(extras, QString::fromUtf8(name), text, taste, [this, aktion] {
@@ -88,13 +92,13 @@ void PFÄndern::MenueBauen()
             aktion();
         });
     };
-    eintrag("MHinzufügen", QStringLiteral("&hinzufügen"), Qt::CTRL | Qt::Key_I, [this] { Cadd_Click(); });
-    eintrag("MSuchen", QStringLiteral("&suchen"), Qt::Key_F3, [this] { MSuchen_Click(); });
-    eintrag("MKopieren", QStringLiteral("&kopieren"), {}, [this] { editor_.Kopieren(); });
-    eintrag("MLöschen", QStringLiteral("&löschen"), {}, [this] { editor_.Löschen(); });
-    eintrag("MDrucken", QStringLiteral("&drucken"), {}, [this] { MDrucken_Click(); });
-    eintrag("MBilder", QStringLiteral("&Bilder"), {}, [this] { MBilder_Click(); });
-    eintrag("MTon", QStringLiteral("&Ton"), {}, [this] { MTon_Click(); });
+    eintrag("MHinzufügen", u"&hinzufügen"_s, Qt::CTRL | Qt::Key_I, [this] { Cadd_Click(); });
+    eintrag("MSuchen", u"&suchen"_s, Qt::Key_F3, [this] { MSuchen_Click(); });
+    eintrag("MKopieren", u"&kopieren"_s, {}, [this] { editor_.Kopieren(); });
+    eintrag("MLöschen", u"&löschen"_s, {}, [this] { editor_.Loeschen(); });
+    eintrag("MDrucken", u"&drucken"_s, {}, [this] { MDrucken_Click(); });
+    eintrag("MBilder", u"&Bilder"_s, {}, [this] { MBilder_Click(); });
+    eintrag("MTon", u"&Ton"_s, {}, [this] { MTon_Click(); });
     new Feldtasten(this, formular_->Felder());
 }
 
@@ -153,7 +157,7 @@ void PFÄndern::MSuchen_Click()
 void PFÄndern::MDrucken_Click()
 {
     // What went wrong is told when the form is itself again.
-    Schritt(dienste_.meldungen, QStringLiteral("Fehler beim Drucken: "), [this] {
+    Step(dienste_.meldungen, u"Fehler beim Drucken: "_s, [this] {
         dienste_.meldungen.Sanduhr(true);
         const auto fertig = qScopeGuard([this] { dienste_.meldungen.Sanduhr(false); });
         formular_->Drucken(drucker);
@@ -229,3 +233,5 @@ void PFÄndern::changeEvent(QEvent *event)
     if (event->type() == QEvent::ActivationChange && !isActiveWindow())
         lauf_->Beenden();
 }
+
+} // namespace paukfix

@@ -12,10 +12,13 @@
 #include <functional>
 #include <memory>
 
+class QSessionManager;
+
+namespace paukfix {
+
 class Formatmenue;
 class Kartenformular;
 class Kartenlauf;
-class QSessionManager;
 struct Kartendateien;
 
 // The card editor: walks through the cards of the open card file, changes them and adds new ones. The window
@@ -65,3 +68,5 @@ private:
     std::unique_ptr<Formatmenue> format_;
     std::unique_ptr<Kartenlauf> lauf_;
 };
+
+} // namespace paukfix

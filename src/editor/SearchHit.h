@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The state of the card search; lives as long as the program.
 struct SearchHit
 {
@@ -15,3 +17,5 @@ struct SearchHit
     qint16 feld = 0;     // 1 topic, 2 question, 7 to 11 answers 1 to 5; 0 without a hit
     double FrageNr = 0;  // of the card with the hit
 };
+
+} // namespace paukfix

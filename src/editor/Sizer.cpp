@@ -5,6 +5,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+namespace paukfix {
+
 Sizer::Sizer(QWidget *parent) : QWidget(parent)
 {
     setCursor(Qt::SizeFDiagCursor);
@@ -32,3 +34,5 @@ void Sizer::mouseMoveEvent(QMouseEvent *event)
     if (event->buttons().testFlag(Qt::LeftButton))
         gezogen(mapToParent(event->position().toPoint()) - griff_);
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The handle at the lower right corner of the card's picture.
 class Sizer final : public QWidget
 {
@@ -24,3 +26,5 @@ protected:
 private:
     QPoint griff_; // where on the handle the mouse took hold
 };
+
+} // namespace paukfix

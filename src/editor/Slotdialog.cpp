@@ -7,7 +7,7 @@
 #include "KurzLabel.h"
 #include "Mediendatei.h"
 #include "SafeFile.h"
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -21,6 +21,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
                        SlotTexte texte, QWidget *parent)
     : QDialog(parent),
@@ -32,20 +36,19 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
     setObjectName(texte_.name);
     setWindowTitle(texte_.titel);
 
-    auto *rahmen = Benannt(new QGroupBox(texte_.frage, this), QStringLiteral("Frame1"), texte_.frage);
+    auto *rahmen = Benannt(new QGroupBox(texte_.frage, this), u"Frame1"_s, texte_.frage);
     auto *optionen = new QGridLayout(rahmen);
     optionen->setHorizontalSpacing(12);
     optionen->setColumnStretch(1, 1);
-    const QStringList namen{QStringLiteral("&Frage"), QStringLiteral("&Antwort"),
-                            QStringLiteral("fal&scher Antwort")};
+    const QStringList namen{u"&Frage"_s, u"&Antwort"_s, u"fal&scher Antwort"_s};
     for (int i = 0; i < namen.size(); ++i) {
         const auto nummer = static_cast<std::size_t>(i);
-        auto *option = Benannt(new QRadioButton(namen[i], rahmen), QStringLiteral("Option%1").arg(i + 1),
+        auto *option = Benannt(new QRadioButton(namen[i], rahmen), u"Option%1"_s.arg(i + 1),
                                QString(namen[i]).remove(u'&'));
         connect(option, &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
         Faerben(option, {{QPalette::Window, UmrissGrund(palette().color(QPalette::WindowText),
                                                         palette().color(QPalette::Window))}});
-        auto *datei = Benannt(new KurzLabel(rahmen), QStringLiteral("Belegung%1").arg(i + 1), {});
+        auto *datei = Benannt(new KurzLabel(rahmen), u"Belegung%1"_s.arg(i + 1), {});
         datei->setTextFormat(Qt::PlainText);
         datei->setPalette(Farben::Leise(palette()));
         datei->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
@@ -56,9 +59,8 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
         belegung_.at(nummer) = datei;
     }
 
-    auto *nummer =
-        Benannt(new QLabel(dateien_.frageNr, this), QStringLiteral("Fragenummer"), QStringLiteral("Fragenr"));
-    Dateiname_ = Benannt(new KurzLabel(this), QStringLiteral("Dateiname"), QStringLiteral("Dateiname"));
+    auto *nummer = Benannt(new QLabel(dateien_.frageNr, this), u"Fragenummer"_s, u"Fragenr"_s);
+    Dateiname_ = Benannt(new KurzLabel(this), u"Dateiname"_s, u"Dateiname"_s);
     for (QLabel *label : std::initializer_list<QLabel *>{nummer, Dateiname_})
         label->setTextFormat(Qt::PlainText);
     Dateiname_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
@@ -70,19 +72,18 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
         connect(neu, &QPushButton::clicked, this, tun);
         return neu;
     };
-    cmdÄndern_ = knopf(QStringLiteral("&ändern"), QStringLiteral("cmdÄndern"), [this] { cmdÄndern_Click(); });
-    cmdLöschen_ =
-        knopf(QStringLiteral("&löschen"), QStringLiteral("cmdLöschen"), [this] { cmdLöschen_Click(); });
-    QPushButton *ok = knopf(QStringLiteral("OK"), QStringLiteral("cmdOK"), [this] { accept(); });
+    cmdÄndern_ = knopf(u"&ändern"_s, u"cmdÄndern"_s, [this] { cmdÄndern_Click(); });
+    cmdLöschen_ = knopf(u"&löschen"_s, u"cmdLöschen"_s, [this] { cmdLöschen_Click(); });
+    QPushButton *ok = knopf(u"OK"_s, u"cmdOK"_s, [this] { accept(); });
     ok->setDefault(true);
 
     auto *kopf = new QHBoxLayout;
     kopf->setSpacing(6);
-    kopf->addWidget(new QLabel(QStringLiteral("Fragenr:"), this));
+    kopf->addWidget(new QLabel(u"Fragenr:"_s, this));
     kopf->addWidget(nummer, 1);
     auto *datei = new QHBoxLayout;
     datei->setSpacing(6);
-    datei->addWidget(new QLabel(QStringLiteral("Dateiname :"), this));
+    datei->addWidget(new QLabel(u"Dateiname :"_s, this));
     datei->addWidget(Dateiname_, 1);
     auto *knoepfe = new QHBoxLayout;
     knoepfe->addWidget(cmdÄndern_);
@@ -119,10 +120,10 @@ void Slotdialog::BelegungZeigen()
 {
     for (std::size_t i = 0; i < belegung_.size(); ++i) {
         const QString &name = dateien_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
-        const QString text = name.isEmpty() ? QStringLiteral("keine Datei") : Kurztext(name);
+        const QString text = name.isEmpty() ? u"keine Datei"_s : Kurztext(name);
         belegung_.at(i)->setText(text);
         belegung_.at(i)->setToolTip(Kurztext(name).toHtmlEscaped());
-        belegung_.at(i)->setAccessibleName(optionen_.at(i)->accessibleName() + QStringLiteral(": ") + text);
+        belegung_.at(i)->setAccessibleName(optionen_.at(i)->accessibleName() + u": "_s + text);
         optionen_.at(i)->setAccessibleDescription(text);
     }
 }
@@ -147,7 +148,7 @@ void Slotdialog::SlotZeigen()
         return;
     }
     NamenZeigen(name);
-    Schritt(dienste_.meldungen, texte_.fehler, [&] { Vorschau(Mediendatei(kartei_.KarteiPfad, name)); });
+    Step(dienste_.meldungen, texte_.fehler, [&] { Vorschau(Mediendatei(kartei_.KarteiPfad, name)); });
 }
 
 void Slotdialog::DateiWaehlen()
@@ -162,18 +163,18 @@ void Slotdialog::DateiWaehlen()
     const qsizetype trenner = gewaehlt.lastIndexOf(QDir::separator());
     const QString name = gewaehlt.mid(trenner + 1);
     if (!SameFile(gewaehlt.left(trenner + 1), kartei_.KarteiPfad)) {
-        dienste_.meldungen.Zeigen(texte_.fremd + QStringLiteral(" (") + kartei_.KarteiPfad + u')');
+        dienste_.meldungen.Zeigen(texte_.fremd + u" ("_s + kartei_.KarteiPfad + u')');
         return;
     }
     if (name.isEmpty())
         return;
     const QString pfad = kartei_.CardPath(name);
-    if (!Schritt(dienste_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
+    if (!Step(dienste_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
         return;
     SlotName() = name;
     NamenZeigen(name);
     dateien_.geaendert();
-    Schritt(dienste_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
+    Step(dienste_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
 }
 
 // Where no other file is taken, the slot keeps the one it has.
@@ -191,3 +192,5 @@ void Slotdialog::cmdLöschen_Click()
     VorschauLeeren();
     dateien_.geaendert();
 }
+
+} // namespace paukfix

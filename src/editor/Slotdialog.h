@@ -10,10 +10,13 @@
 #include <array>
 #include <functional>
 
-class KurzLabel;
 class QGridLayout;
 class QRadioButton;
 class QPushButton;
+
+namespace paukfix {
+
+class KurzLabel;
 
 // What a dialog for a card's media files works on.
 struct Kartendateien
@@ -81,3 +84,5 @@ private:
     QPushButton *cmdÄndern_ = nullptr;
     QPushButton *cmdLöschen_ = nullptr;
 };
+
+} // namespace paukfix

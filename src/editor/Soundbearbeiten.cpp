@@ -7,17 +7,21 @@
 
 #include <QFileInfo>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 SlotTexte Texte()
 {
-    return {QStringLiteral("Soundbearbeiten"),
-            QStringLiteral("Sound bearbeiten"),
-            QStringLiteral("Sound abspielen bei:"),
-            QStringLiteral("Sounddatei öffnen"),
-            QStringLiteral("Audiodateien (*.wav)|*.wav"),
-            QStringLiteral("Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten"),
-            QStringLiteral("Fehler beim Soundöffnen: "),
+    return {u"Soundbearbeiten"_s,
+            u"Sound bearbeiten"_s,
+            u"Sound abspielen bei:"_s,
+            u"Sounddatei öffnen"_s,
+            u"Audiodateien (*.wav)|*.wav"_s,
+            u"Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten"_s,
+            u"Fehler beim Soundöffnen: "_s,
             6};
 }
 
@@ -39,12 +43,14 @@ void Soundbearbeiten::Vorschau(const QString &pfad)
 void Soundbearbeiten::Annehmen(const QString &pfad)
 {
     if (!QFileInfo(pfad).isFile())
-        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden: „%1“").arg(pfad));
+        throw StoreError(Fehler::DateiNichtGefunden, u"Datei nicht gefunden: „%1“"_s.arg(pfad));
     if (!IsWave(pfad.toStdString()))
-        throw StoreError(Fehler::UngueltigerKlang, QStringLiteral("Keine WAV-Datei: „%1“").arg(pfad));
+        throw StoreError(Fehler::UngueltigerKlang, u"Keine WAV-Datei: „%1“"_s.arg(pfad));
 }
 
 void Soundbearbeiten::Angenommen(const QString &pfad)
 {
     Dienst().ton.Spielen(pfad);
 }
+
+} // namespace paukfix

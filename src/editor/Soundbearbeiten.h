@@ -4,6 +4,8 @@
 
 #include "Slotdialog.h"
 
+namespace paukfix {
+
 namespace Fehler {
 inline constexpr int UngueltigerKlang = 321; // no wave file, or damaged
 } // namespace Fehler
@@ -20,3 +22,5 @@ private:
     void Annehmen(const QString &pfad) override;
     void Angenommen(const QString &pfad) override;
 };
+
+} // namespace paukfix

@@ -4,7 +4,7 @@
 
 #include "Fensterbau.h"
 #include "Kartensuche.h"
-#include "Schritt.h"
+#include "Step.h"
 #include "Texttaste.h"
 
 #include <QHBoxLayout>
@@ -15,22 +15,24 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWidget *parent)
     : QDialog(parent), kartei_(kartei), meldungen_(meldungen), treffer_(treffer)
 {
-    setObjectName(QStringLiteral("Suchen"));
-    setWindowTitle(QStringLiteral("Suchen"));
-    suchtext_ = Benannt(new QLineEdit(this), QStringLiteral("suchtext"), QStringLiteral("Suchbegriff"));
+    setObjectName(u"Suchen"_s);
+    setWindowTitle(u"Suchen"_s);
+    suchtext_ = Benannt(new QLineEdit(this), u"suchtext"_s, u"Suchbegriff"_s);
     suchtext_->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
     suchtext_->installEventFilter(this);
     auto *wiederholen = new QShortcut(Qt::CTRL | Qt::Key_Y, suchtext_);
     wiederholen->setContext(Qt::WidgetShortcut);
     connect(wiederholen, &QShortcut::activated, suchtext_, &QLineEdit::redo);
-    auto *ok = Benannt(new QPushButton(QStringLiteral("&suchen"), this), QStringLiteral("COK"),
-                       QStringLiteral("suchen"));
+    auto *ok = Benannt(new QPushButton(u"&suchen"_s, this), u"COK"_s, u"suchen"_s);
     ok->setDefault(true);
-    auto *abbruch = Benannt(new QPushButton(QStringLiteral("&Abbruch"), this), QStringLiteral("CAbbruch"),
-                            QStringLiteral("Abbruch"));
+    auto *abbruch = Benannt(new QPushButton(u"&Abbruch"_s, this), u"CAbbruch"_s, u"Abbruch"_s);
     connect(ok, &QPushButton::clicked, this, [this] { COK_Click(); });
     connect(abbruch, &QPushButton::clicked, this, [this] { CAbbruch_Click(); });
 
@@ -39,7 +41,7 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
     knoepfe->addWidget(ok);
     knoepfe->addWidget(abbruch);
     auto *alles = new QVBoxLayout(this);
-    alles->addWidget(Beschriftung(QStringLiteral("Such&begriff:"), suchtext_, this));
+    alles->addWidget(Beschriftung(u"Such&begriff:"_s, suchtext_, this));
     alles->addWidget(suchtext_);
     alles->addSpacing(8);
     alles->addLayout(knoepfe);
@@ -73,14 +75,14 @@ void Suchen::COK_Click()
     if (begriff.isEmpty())
         return;
     auto ergebnis = Suchergebnis::NichtGefunden;
-    const bool gesucht = Schritt(meldungen_, QStringLiteral("Fehler beim Suchen: "),
-                                 [&] { ergebnis = KarteSuchen(kartei_, treffer_, begriff); });
+    const bool gesucht = Step(meldungen_, u"Fehler beim Suchen: "_s,
+                              [&] { ergebnis = KarteSuchen(kartei_, treffer_, begriff); });
     if (ergebnis == Suchergebnis::OhneKarten) {
-        meldungen_.Zeigen(QStringLiteral("Diese Datei ist leer"));
+        meldungen_.Zeigen(u"Diese Datei ist leer"_s);
         return;
     }
     if (gesucht && ergebnis == Suchergebnis::NichtGefunden)
-        meldungen_.Zeigen(begriff + QStringLiteral(" leider nicht gefunden"));
+        meldungen_.Zeigen(begriff + u" leider nicht gefunden"_s);
     accept();
 }
 
@@ -100,3 +102,5 @@ void Suchen::Form_Unload()
 {
     treffer_.letzterBegriff = suchtext_->text(); // there again when it opens
 }
+
+} // namespace paukfix

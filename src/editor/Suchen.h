@@ -11,6 +11,8 @@
 class QKeyEvent;
 class QLineEdit;
 
+namespace paukfix {
+
 // The search dialog: looks for a term from the current card on. Accepted when the recordset was walked; the
 // hit, if there is one, is in the search state.
 class Suchen final : public QDialog
@@ -36,3 +38,5 @@ private:
     SearchHit &treffer_;
     QLineEdit *suchtext_ = nullptr;
 };
+
+} // namespace paukfix

@@ -13,6 +13,10 @@
 #include <QMimeData>
 #include <QMouseEvent>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 void Themenzeile::Zeigen(const QString &thema)
 {
     thema_ = thema;
@@ -21,8 +25,8 @@ void Themenzeile::Zeigen(const QString &thema)
     setText(Kurztext(thema));
     if (zuLang)
         setCursorPosition(0);
-    setToolTip(zuLang ? QStringLiteral("Dieses Thema ist zu lang, um es ganz zu zeigen. Es bleibt in der "
-                                       "Kartei, wie es ist.")
+    setToolTip(zuLang ? u"Dieses Thema ist zu lang, um es ganz zu zeigen. Es bleibt in der "
+                        u"Kartei, wie es ist."_s
                       : QString());
 }
 
@@ -89,3 +93,5 @@ void Themenzeile::dropEvent(QDropEvent *event)
     event->setDropAction(einzeilig.dropAction());
     event->setAccepted(einzeilig.isAccepted());
 }
+
+} // namespace paukfix

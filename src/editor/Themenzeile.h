@@ -5,6 +5,8 @@
 #include <QClipboard>
 #include <QLineEdit>
 
+namespace paukfix {
+
 // The line of a card's topic. Text of several lines that comes into it becomes one, by whatever road.
 class Themenzeile final : public QLineEdit
 {
@@ -29,3 +31,5 @@ private:
 
     QString thema_;
 };
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <fcntl.h>
 
+namespace paukfix {
+
 FileHandle OpenFile(const QString &path, int flags, mode_t mode)
 {
     FileHandle file(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NONBLOCK, mode));
@@ -55,3 +57,5 @@ void Sync(const FileHandle &file, const QString &path)
     if (fsync(file.Get()) != 0)
         ThrowFileError(errno, path);
 }
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 #include <unistd.h>
 #include <utility>
 
+namespace paukfix {
+
 using Bytes = std::span<const std::uint8_t>;
 
 // An open file descriptor.
@@ -56,3 +58,5 @@ struct stat StatusOf(const FileHandle &file, const QString &path);
 std::int64_t SizeOf(const FileHandle &file, const QString &path);
 void WriteAll(const FileHandle &file, Bytes bytes, const QString &path);
 void Sync(const FileHandle &file, const QString &path);
+
+} // namespace paukfix

@@ -19,6 +19,10 @@
 #include <unistd.h>
 #include <vector>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 Bytes BytesOf(const QByteArray &content)
@@ -42,40 +46,35 @@ void ThrowFileError(int error, const QString &path)
 {
     switch (error) {
     case ENOENT:
-        if (QFileInfo(QFileInfo(path).path()).isDir()) {
-            throw StoreError(Fehler::DateiNichtGefunden,
-                             QStringLiteral("Datei nicht gefunden: %1").arg(path));
-        }
+        if (QFileInfo(QFileInfo(path).path()).isDir())
+            throw StoreError(Fehler::DateiNichtGefunden, u"Datei nicht gefunden: %1"_s.arg(path));
         [[fallthrough]];
     case ENOTDIR:
-        throw StoreError(Fehler::PfadNichtGefunden, QStringLiteral("Pfad nicht gefunden: %1").arg(path));
+        throw StoreError(Fehler::PfadNichtGefunden, u"Pfad nicht gefunden: %1"_s.arg(path));
     case EACCES:
     case EPERM:
-        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("Zugriff verweigert: %1").arg(path));
+        throw StoreError(Fehler::NichtErlaubt, u"Zugriff verweigert: %1"_s.arg(path));
     case EROFS:
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Der Datenträger ist schreibgeschützt: %1").arg(path));
+        throw StoreError(Fehler::NichtErlaubt, u"Der Datenträger ist schreibgeschützt: %1"_s.arg(path));
     case EISDIR:
-        throw StoreError(Fehler::NichtErlaubt, QStringLiteral("Das ist ein Verzeichnis: %1").arg(path));
+        throw StoreError(Fehler::NichtErlaubt, u"Das ist ein Verzeichnis: %1"_s.arg(path));
     case ENXIO:
     case ENODEV:
-        throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Das ist keine gewöhnliche Datei: %1").arg(path));
+        throw StoreError(Fehler::NichtErlaubt, u"Das ist keine gewöhnliche Datei: %1"_s.arg(path));
     case ENAMETOOLONG:
-        throw StoreError(Fehler::PfadNichtGefunden,
-                         QStringLiteral("Der Dateiname ist zu lang: %1").arg(path));
+        throw StoreError(Fehler::PfadNichtGefunden, u"Der Dateiname ist zu lang: %1"_s.arg(path));
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
-        throw StoreError(Fehler::DatentraegerVoll, QStringLiteral("Der Datenträger ist voll: %1").arg(path));
+        throw StoreError(Fehler::DatentraegerVoll, u"Der Datenträger ist voll: %1"_s.arg(path));
     case ENOMEM:
-        throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Zu wenig Speicher: %1").arg(path));
+        throw StoreError(Fehler::ZuWenigSpeicher, u"Zu wenig Speicher: %1"_s.arg(path));
     case EMFILE:
     case ENFILE:
-        throw StoreError(Fehler::ZuVieleDateien, QStringLiteral("Zu viele Dateien sind offen: %1").arg(path));
+        throw StoreError(Fehler::ZuVieleDateien, u"Zu viele Dateien sind offen: %1"_s.arg(path));
     default:
         throw StoreError(Fehler::GeraeteFehler,
-                         QStringLiteral("Ein-/Ausgabefehler (%1): %2").arg(QString::number(error), path));
+                         u"Ein-/Ausgabefehler (%1): %2"_s.arg(QString::number(error), path));
     }
 }
 
@@ -86,17 +85,15 @@ QByteArray ReadFile(const QString &path, qint64 limit)
     while (content.size() <= limit) {
         char buffer[16384];
         const ssize_t count = read(file.Get(), buffer, sizeof buffer);
-        if (count == 0) {
+        if (count == 0)
             return content;
-        }
-        if (count > 0) {
+        if (count > 0)
             content.append(buffer, count);
-        } else if (errno != EINTR) {
+        else if (errno != EINTR)
             ThrowFileError(errno, path);
-        }
     }
-    throw StoreError(Fehler::ZuWenigSpeicher, QStringLiteral("Die Datei ist zu groß (mehr als %1 KB): %2")
-                                                  .arg(QString::number(limit / 1024), path));
+    throw StoreError(Fehler::ZuWenigSpeicher, u"Die Datei ist zu groß (mehr als %1 KB): %2"_s.arg(
+                                                  QString::number(limit / 1024), path));
 }
 
 void WriteFileSynced(const QString &path, const QByteArray &content, mode_t mode)
@@ -114,9 +111,8 @@ void SyncFile(const QString &path)
 void SyncDirectory(const QString &path)
 {
     const FileHandle directory = OpenFile(path, O_RDONLY | O_DIRECTORY);
-    if (fsync(directory.Get()) != 0 && errno != EINVAL && errno != ENOTSUP) {
+    if (fsync(directory.Get()) != 0 && errno != EINVAL && errno != ENOTSUP)
         ThrowFileError(errno, path);
-    }
 }
 
 void ReplaceFile(const QString &temporary, const QString &target)
@@ -144,7 +140,7 @@ void RewriteFile(const QString &target, const QByteArray &content)
 {
     const QString canonical = QFileInfo(target).canonicalFilePath();
     const QString file = canonical.isEmpty() ? target : canonical;
-    const QString temporary = file + QStringLiteral(".tmp");
+    const QString temporary = file + u".tmp"_s;
     try {
         WithPlaceNamed(temporary, file, [&] {
             WriteFileSynced(temporary, content);
@@ -180,7 +176,7 @@ void KeepUnderName(const QString &file, const QString &name)
     }
     if (errno == EEXIST)
         ThrowFileError(errno, name);
-    const QString temporary = name + QStringLiteral(".tmp");
+    const QString temporary = name + u".tmp"_s;
     QFile::remove(temporary);
     try {
         WithPlaceNamed(temporary, name, [&] {
@@ -211,10 +207,10 @@ bool IsNameTaken(const QString &path)
 
 QString BesideName(const QString &path, const QString &suffix)
 {
-    constexpr qsizetype longest = 255 - 8; // bytes; room for "-journal"
+    constexpr qsizetype Longest = 255 - 8; // bytes; room for "-journal"
     const QFileInfo info(path);
     QString name = info.fileName();
-    while (!name.isEmpty() && QFile::encodeName(name + suffix).size() > longest)
+    while (!name.isEmpty() && QFile::encodeName(name + suffix).size() > Longest)
         name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
     return info.dir().filePath(name + suffix);
 }
@@ -230,9 +226,9 @@ DirectoryLock::DirectoryLock(const QString &directory)
     while (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
         if (std::chrono::steady_clock::now() > patience) {
             close(descriptor_);
-            throw StoreError(Fehler::Gesperrt,
-                             QStringLiteral("Ein anderes Programm schreibt gerade in dieses Verzeichnis: %1")
-                                 .arg(directory));
+            throw StoreError(
+                Fehler::Gesperrt,
+                u"Ein anderes Programm schreibt gerade in dieses Verzeichnis: %1"_s.arg(directory));
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
@@ -248,3 +244,5 @@ QString Resolved(const QString &place)
     const QFileInfo info(place);
     return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <functional>
 #include <sys/types.h>
 
+namespace paukfix {
+
 // Files that outlast a killed program, a full disk and a power cut. What must last is written beside its
 // place and synced, takes the place in one rename, and the directory is synced: at every moment the old or
 // the new file is there, whole. All functions throw StoreError as ThrowFileError tells.
@@ -85,3 +87,5 @@ public:
 private:
     int descriptor_;
 };
+
+} // namespace paukfix

@@ -4,6 +4,10 @@
 
 #include <new>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 StoreError::StoreError(int number, const QString &text)
     : std::runtime_error(text.toStdString()), number_(number)
 {
@@ -17,8 +21,10 @@ QString StoreError::Text() const
 QString ErrorText(const std::exception &error)
 {
     if (dynamic_cast<const std::bad_alloc *>(&error) != nullptr)
-        return QStringLiteral("Nicht genügend Speicher.");
+        return u"Nicht genügend Speicher."_s;
     if (const auto *known = dynamic_cast<const StoreError *>(&error))
         return known->Text();
-    return QStringLiteral("Unerwarteter Fehler (%1).").arg(QString::fromUtf8(error.what()));
+    return u"Unerwarteter Fehler (%1)."_s.arg(QString::fromUtf8(error.what()));
 }
+
+} // namespace paukfix

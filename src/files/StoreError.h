@@ -6,6 +6,8 @@
 
 #include <stdexcept>
 
+namespace paukfix {
+
 // Numbers that users of card files know; any other engine error keeps the engine's own code.
 namespace Fehler {
 inline constexpr int Ueberlauf = 6;
@@ -51,3 +53,5 @@ private:
 
 // The text to show for any exception: the German sentence of a StoreError or one about what happened.
 QString ErrorText(const std::exception &error);
+
+} // namespace paukfix

@@ -4,6 +4,10 @@
 
 #include <QStringConverter>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 QVariant NullToEmpty(const QVariant &value)
 {
     return value.isNull() ? QVariant(QString()) : value;
@@ -15,12 +19,11 @@ QString ZeilenumbruchEntfernen(const QString &text)
     // seen.
     QString result;
     result.reserve(text.size());
-    for (const QChar c : text) {
+    for (const QChar c : text)
         if (c == u'\n' && result.endsWith(u'\r'))
             result.chop(1);
         else
             result.append(c);
-    }
     return result;
 }
 
@@ -29,7 +32,7 @@ QString CleanFieldText(QString &text, const QString &separator)
     if (separator.size() == 1)
         text.replace(separator.front(), u' ', Qt::CaseInsensitive);
     else if (!separator.isEmpty())
-        text.replace(separator, QStringLiteral(" "), Qt::CaseInsensitive);
+        text.replace(separator, u" "_s, Qt::CaseInsensitive);
     for (const QChar c : {u'\t', u'\n', u'\r'})
         text.replace(c, u' ');
     return text;
@@ -57,11 +60,12 @@ QString WithWholeCharacters(QString text)
 {
     if (text.isValidUtf16())
         return text;
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    for (qsizetype i = 0; i < text.size(); ++i)
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i;
         else if (text[i].isSurrogate())
             text[i] = QChar::ReplacementCharacter;
-    }
     return text;
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+namespace paukfix {
+
 // A database null becomes the empty string; any other value is returned unchanged.
 QVariant NullToEmpty(const QVariant &value);
 
@@ -23,3 +25,5 @@ QString TextFromUtf8(QByteArrayView bytes);
 
 // Halves of surrogate pairs that stand alone are no characters: they become U+FFFD.
 QString WithWholeCharacters(QString text);
+
+} // namespace paukfix

@@ -9,9 +9,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace paukfix {
+
 std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, std::size_t wanted)
 {
-    constexpr std::size_t sector = 512;
+    constexpr std::size_t Sector = 512;
     std::size_t done = 0;
     std::size_t step = wanted;
     while (done < wanted) {
@@ -23,8 +25,8 @@ std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, st
             break;
         } else if (errno == EINTR) {
             continue;
-        } else if (part > sector) {
-            step = sector; // a block that cannot be read costs only itself
+        } else if (part > Sector) {
+            step = Sector; // a block that cannot be read costs only itself
         } else {
             std::fill_n(target + done, part, std::uint8_t{0});
             done += part;
@@ -51,7 +53,7 @@ std::vector<DataPart> DataParts(int file, std::int64_t size)
     return parts;
 }
 
-void CopyTolerant(const FileHandle &from, const QString &to, const Fortschritt &fortschritt)
+void CopyTolerant(const FileHandle &from, const QString &to, const Progress &progress)
 {
     const FileHandle target = OpenFile(to, O_WRONLY | O_CREAT | O_EXCL, 0600);
     const std::int64_t size = SizeOf(from, to);
@@ -60,8 +62,8 @@ void CopyTolerant(const FileHandle &from, const QString &to, const Fortschritt &
     const std::int64_t end = parts.empty() ? 0 : parts.back().to;
     for (const DataPart &part : parts)
         for (std::int64_t at = part.from; at < part.to;) {
-            if (fortschritt)
-                fortschritt(static_cast<int>(at >> 20), static_cast<int>((end >> 20) + 1));
+            if (progress)
+                progress(static_cast<int>(at >> 20), static_cast<int>((end >> 20) + 1));
             const auto wanted = static_cast<std::size_t>(
                 std::min<std::int64_t>(static_cast<std::int64_t>(block.size()), part.to - at));
             const std::size_t got = ReadTolerant(from.Get(), at, block.data(), wanted);
@@ -75,3 +77,5 @@ void CopyTolerant(const FileHandle &from, const QString &to, const Fortschritt &
     if (ftruncate(target.Get(), size) != 0)
         ThrowFileError(errno, to);
 }
+
+} // namespace paukfix

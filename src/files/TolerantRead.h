@@ -3,13 +3,15 @@
 #pragma once
 
 #include "FileHandle.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QString>
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+namespace paukfix {
 
 // What a failing disk still gives of a file.
 
@@ -29,5 +31,7 @@ std::size_t ReadTolerant(int file, std::int64_t offset, std::uint8_t *target, st
 
 // Copies an open file to `to`, where nothing may stand, for its owner alone. Blocks that the disk does not
 // give are zeros in the copy; holes stay holes. Not synced. Throws StoreError as ThrowFileError tells, and
-// what `fortschritt`, which is told of megabytes, throws.
-void CopyTolerant(const FileHandle &from, const QString &to, const Fortschritt &fortschritt = {});
+// what `progress`, which is told of megabytes, throws.
+void CopyTolerant(const FileHandle &from, const QString &to, const Progress &progress = {});
+
+} // namespace paukfix

@@ -11,19 +11,23 @@
 #include <algorithm>
 #include <optional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Of all texts of a card, in UTF-8; a row of a card file takes little more.
-constexpr qsizetype mostTextBytes = 30'000'000;
+constexpr qsizetype MostTextBytes = 30'000'000;
 
 // The first page of the definition of "Lernkarten" as the catalogue names it. `whole` tells whether all of
 // the catalogue could be read.
 std::optional<std::uint32_t> FindInCatalogue(JetFile &file, bool &whole)
 {
-    constexpr std::uint32_t cataloguePage = 2;
-    constexpr double tableType = 1;
-    constexpr std::uint32_t pageBits = 0xFFFFFF; // of an object's number
-    JetTable catalogue(file, cataloguePage);
+    constexpr std::uint32_t CataloguePage = 2;
+    constexpr double TableType = 1;
+    constexpr std::uint32_t PageBits = 0xFFFFFF; // of an object's number
+    JetTable catalogue(file, CataloguePage);
     const JetColumn *id = catalogue.Column(u"Id");
     const JetColumn *name = catalogue.Column(u"Name");
     const JetColumn *type = catalogue.Column(u"Type");
@@ -35,9 +39,9 @@ std::optional<std::uint32_t> FindInCatalogue(JetFile &file, bool &whole)
         const auto record = catalogue.Record(place);
         const auto number = record ? record->Number(*id) : std::nullopt;
         all = all && number;
-        if (number && record->Number(*type) == tableType &&
+        if (number && record->Number(*type) == TableType &&
             catalogue.Text(*record, *name).text.compare(u"Lernkarten", Qt::CaseInsensitive) == 0)
-            return static_cast<std::uint32_t>(static_cast<std::int32_t>(*number)) & pageBits;
+            return static_cast<std::uint32_t>(static_cast<std::int32_t>(*number)) & PageBits;
     }
     whole = all;
     return std::nullopt;
@@ -64,9 +68,8 @@ std::uint32_t FindCardTable(JetFile &file)
     } catch (const StoreError &) { // its definition is damaged
     }
     if (whole)
-        throw StoreError(
-            Fehler::TabelleFehlt,
-            QStringLiteral("Die Datei „%1“ enthält keine Tabelle „Lernkarten“.").arg(file.Path()));
+        throw StoreError(Fehler::TabelleFehlt,
+                         u"Die Datei „%1“ enthält keine Tabelle „Lernkarten“."_s.arg(file.Path()));
     int definitions = 1000; // more than any real database has
     for (std::uint32_t page = 0; page < file.PageCount() && definitions > 0; ++page)
         if (JetTable::IsDefinition(file, page)) {
@@ -114,19 +117,16 @@ void JetCards::BindColumns()
         const JetColumn *column = columns_[static_cast<std::size_t>(i)] = table_.Column(name);
         if (column == nullptr) {
             if (!IsIdle(name))
-                throw StoreError(Fehler::FeldFehlt,
-                                 QStringLiteral("Das Feld „%1“ fehlt in dieser Kartei.").arg(name));
+                throw StoreError(Fehler::FeldFehlt, u"Das Feld „%1“ fehlt in dieser Kartei."_s.arg(name));
             continue;
         }
         if (!Fits(column->type, KindOf(i)))
             ThrowTypeMismatch(i);
         if (KindOf(i) == CardKind::Text && column->codePage != 0 && column->codePage != 1252)
-            throw StoreError(
-                Fehler::FormatUnbekannt,
-                QStringLiteral("Das Feld „%1“ benutzt die Codeseite %2; gelesen werden nur Windows-1252 "
-                               "und Unicode.")
-                    .arg(name)
-                    .arg(column->codePage));
+            throw StoreError(Fehler::FormatUnbekannt,
+                             u"Das Feld „%1“ benutzt die Codeseite %2; gelesen werden nur Windows-1252 "
+                             u"und Unicode."_s.arg(name)
+                                 .arg(column->codePage));
     }
 }
 
@@ -175,7 +175,7 @@ SalvagedCard JetCards::Read(const CardPlan &plan)
             // A half of a character that stands alone cannot be stored and becomes a replacement character.
             QStringEncoder encode(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
             const QByteArray bytes = encode(text.text);
-            if ((!text.whole && bytes.isEmpty()) || textBytes + bytes.size() > mostTextBytes) {
+            if ((!text.whole && bytes.isEmpty()) || textBytes + bytes.size() > MostTextBytes) {
                 lost << ColumnText(column);
                 continue;
             }
@@ -184,10 +184,12 @@ SalvagedCard JetCards::Read(const CardPlan &plan)
             if (!text.whole)
                 cut << ColumnText(column);
             else if (encode.hasError())
-                card.remarks.push_back({Remark::Kind::Doubtful,
-                                        ColumnText(column) + QStringLiteral(" enthielt unlesbare Zeichen")});
+                card.remarks.push_back(
+                    {Remark::Kind::Doubtful, ColumnText(column) + u" enthielt unlesbare Zeichen"_s});
         }
     }
     RemarkGaps(card, cut, lost);
     return card;
 }
+
+} // namespace paukfix

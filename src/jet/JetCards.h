@@ -8,6 +8,8 @@
 #include <array>
 #include <vector>
 
+namespace paukfix {
+
 // The cards of a card file of the former database engine.
 class JetCards
 {
@@ -40,3 +42,5 @@ private:
     std::vector<CardPlan> plans_;
     std::uint32_t lost_ = 0;
 };
+
+} // namespace paukfix

@@ -14,6 +14,10 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 RepairReport WriteCards(const QString &from, const QString &to)
@@ -40,9 +44,9 @@ JetNames ConversionNames(const QString &path)
 {
     const QString real = QFileInfo(path).canonicalFilePath();
     for (int count = 1;; ++count) {
-        const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
-        JetNames names{BesideName(real, QStringLiteral(".altes-Format") + number),
-                       BesideName(real, QStringLiteral(".Umwandlung") + number + QStringLiteral(".txt"))};
+        const QString number = count == 1 ? QString() : u"-%1"_s.arg(count);
+        JetNames names{BesideName(real, u".altes-Format"_s + number),
+                       BesideName(real, u".Umwandlung"_s + number + u".txt"_s)};
         // The same file: a conversion was killed before the new file took its place.
         if (SameFile(names.oldFile, real, Links::Themselves) ||
             (!IsNameTaken(names.oldFile) && !IsNameTaken(names.report)))
@@ -83,3 +87,5 @@ QString ConvertJetFile(const QString &path)
     goBack.dismiss();
     return report.IsPerfect() ? QString() : names.report;
 }
+
+} // namespace paukfix

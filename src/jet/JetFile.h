@@ -11,6 +11,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // Databases of the Jet engine, version 3 and 4, in which card files were kept before: numbers, pages and
 // rows. The file is only ever opened for reading, and nothing here trusts it: every offset is checked.
 
@@ -103,3 +105,5 @@ private:
     std::uint32_t pageCount_ = 0;
     std::array<Slot, 64> slots_;
 };
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include "JetCards.h"
 #include "SalvagedSource.h"
 
+namespace paukfix {
+
 namespace {
 
 class JetSource final : public SalvagedSource
@@ -27,3 +29,5 @@ std::unique_ptr<CardSource> OpenJetCards(const QString &path)
 {
     return std::make_unique<JetSource>(path);
 }
+
+} // namespace paukfix

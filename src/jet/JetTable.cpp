@@ -9,12 +9,14 @@
 #include <unordered_set>
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 
 // Any 16-bit number can be a card's, so no more rows are of use.
-constexpr std::size_t mostRows = 1 << 16;
+constexpr std::size_t MostRows = 1 << 16;
 // Of one memo, in bytes as stored; more than a card file could take.
-constexpr std::size_t mostMemoBytes = 32 << 20;
+constexpr std::size_t MostMemoBytes = 32 << 20;
 
 QString WideText(Bytes bytes)
 {
@@ -30,14 +32,13 @@ QString CompressedText(Bytes bytes)
     QString text;
     text.reserve(static_cast<qsizetype>(bytes.size()));
     bool wide = false;
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
+    for (std::size_t at = 0; at < bytes.size(); ++at)
         if (bytes[at] == 0)
             wide = !wide;
         else if (!wide)
             text += QChar(bytes[at]);
         else if (++at < bytes.size())
             text += QChar(static_cast<ushort>(Little16(bytes, at - 1)));
-    }
     return text;
 }
 
@@ -179,22 +180,22 @@ JetTable::JetTable(JetFile &file, std::uint32_t definition)
 
 bool JetTable::IsDefinition(JetFile &file, std::uint32_t page)
 {
-    constexpr std::uint8_t definitionPage = 2;
-    return file.Page(page)[0] == definitionPage;
+    constexpr std::uint8_t DefinitionPage = 2;
+    return file.Page(page)[0] == DefinitionPage;
 }
 
 // A definition may go on in further pages.
 std::vector<std::uint8_t> JetTable::Definition()
 {
-    constexpr std::size_t mostPages = 64; // 255 columns and 32 indexes take less
-    constexpr std::size_t pageHeader = 8;
+    constexpr std::size_t MostPages = 64; // 255 columns and 32 indexes take less
+    constexpr std::size_t PageHeader = 8;
     std::vector<std::uint8_t> definition;
     std::unordered_set<std::uint32_t> visited;
     std::uint32_t page = definition_;
-    while (page != 0 && visited.size() < mostPages && IsDefinition(file_, page) &&
+    while (page != 0 && visited.size() < MostPages && IsDefinition(file_, page) &&
            visited.insert(page).second) {
         const Bytes bytes = file_.Page(page);
-        const Bytes part = bytes.subspan(definition.empty() ? 0 : pageHeader);
+        const Bytes part = bytes.subspan(definition.empty() ? 0 : PageHeader);
         definition.insert(definition.end(), part.begin(), part.end());
         page = Little32(bytes, 4);
     }
@@ -239,13 +240,13 @@ std::vector<std::uint32_t> JetTable::MappedPages(Bytes map)
     if (map[0] == 0 && map.size() > 5) {
         take(Little32(map, 1), map.subspan(5));
     } else if (map[0] == 1) {
-        constexpr std::uint8_t mapPage = 5;
+        constexpr std::uint8_t MapPage = 5;
         for (std::size_t i = 0; 1 + i * 4 + 4 <= map.size(); ++i) {
             const std::uint32_t number = Little32(map, 1 + i * 4);
             if (number == 0 || number >= file_.PageCount())
                 continue;
             const Bytes page = file_.Page(number);
-            if (page[0] == mapPage)
+            if (page[0] == MapPage)
                 take(std::uint64_t{i} * (page.size() - 4) * 8, page.subspan(4));
         }
     }
@@ -257,7 +258,7 @@ std::vector<JetPlace> JetTable::RowsIn(const std::vector<std::uint32_t> &pages)
     std::vector<JetPlace> rows;
     std::unordered_set<std::uint64_t> known;
     for (const std::uint32_t page : pages)
-        for (std::uint32_t i = 0; i < file_.RowCount(page) && rows.size() < mostRows; ++i)
+        for (std::uint32_t i = 0; i < file_.RowCount(page) && rows.size() < MostRows; ++i)
             if (const auto place = Follow({page, i});
                 place && known.insert(std::uint64_t{place->page} << 32U | place->row).second)
                 rows.push_back(*place);
@@ -267,8 +268,8 @@ std::vector<JetPlace> JetTable::RowsIn(const std::vector<std::uint32_t> &pages)
 // Where the row stands that begins at this place: it may have been moved, and moved again.
 std::optional<JetPlace> JetTable::Follow(JetPlace place)
 {
-    constexpr int mostMoves = 16;
-    for (int moves = 0; moves <= mostMoves; ++moves) {
+    constexpr int MostMoves = 16;
+    for (int moves = 0; moves <= MostMoves; ++moves) {
         const auto row = file_.Row(place);
         if (!row || row->owner != definition_ || (row->deleted && moves == 0))
             break;
@@ -304,22 +305,22 @@ JetText JetTable::Text(const JetRecord &record, const JetColumn &column)
 // A memo is stored in the row behind its head, in one row of another page, or in a chain of such rows.
 std::vector<std::uint8_t> JetTable::MemoBytes(Bytes value, bool &whole)
 {
-    constexpr std::size_t head = 12, link = 4;
-    constexpr std::uint32_t inRow = 0x80000000, inOnePage = 0x40000000, lengthBits = 0x3FFFFFFF;
+    constexpr std::size_t Head = 12, Link = 4;
+    constexpr std::uint32_t InRow = 0x80000000, InOnePage = 0x40000000, LengthBits = 0x3FFFFFFF;
     std::vector<std::uint8_t> memo;
-    if (value.size() < head)
+    if (value.size() < Head)
         return memo;
     const std::uint32_t stored = Little32(value, 0);
-    const std::size_t length = stored & lengthBits;
-    const std::size_t wanted = std::min(length, mostMemoBytes);
+    const std::size_t length = stored & LengthBits;
+    const std::size_t wanted = std::min(length, MostMemoBytes);
     const auto append = [&](Bytes part) {
         part = part.first(std::min(part.size(), wanted - memo.size()));
         memo.insert(memo.end(), part.begin(), part.end());
     };
-    if ((stored & inRow) != 0) {
-        append(value.subspan(head));
+    if ((stored & InRow) != 0) {
+        append(value.subspan(Head));
     } else {
-        const std::size_t skipped = (stored & inOnePage) != 0 ? 0 : link;
+        const std::size_t skipped = (stored & InOnePage) != 0 ? 0 : Link;
         std::unordered_set<std::uint32_t> visited;
         std::uint32_t pointer = Little32(value, 4);
         while (memo.size() < wanted && pointer != 0 && visited.insert(pointer >> 8U).second) {
@@ -348,3 +349,5 @@ bool JetTable::Take(std::size_t bytes)
     textBytesLeft_ -= static_cast<std::int64_t>(bytes);
     return textBytesLeft_ >= 0;
 }
+
+} // namespace paukfix

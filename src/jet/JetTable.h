@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // Those that card files and the catalogue use.
 enum class JetType : std::uint8_t
 {
@@ -110,3 +112,5 @@ private:
     std::vector<JetColumn> columns_;
     std::int64_t textBytesLeft_;
 };
+
+} // namespace paukfix

@@ -6,14 +6,15 @@
 #include <optional>
 #include <type_traits>
 
+namespace paukfix {
+
 namespace {
 
 std::optional<Sdl> Load()
 {
     void *library = dlopen("libSDL2-2.0.so.0", RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) {
+    if (library == nullptr)
         return std::nullopt;
-    }
     bool complete = true;
     const auto find = [&](auto &function, const char *name) {
         function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(dlsym(library, name));
@@ -43,3 +44,5 @@ const Sdl *LoadSdl()
     static const std::optional<Sdl> sdl = Load();
     return sdl ? &*sdl : nullptr;
 }
+
+} // namespace paukfix

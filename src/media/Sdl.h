@@ -4,6 +4,8 @@
 
 #include <SDL.h>
 
+namespace paukfix {
+
 // SDL, loaded at its first use: with it come some thirty libraries, whose loading would be a quarter of the
 // program's start, and most sessions begin without a sound. Each member is the function of SDL of that name.
 struct Sdl
@@ -25,3 +27,5 @@ struct Sdl
 
 // For every thread. Once loaded SDL stays to the end of the program. Null where the machine has no SDL.
 const Sdl *LoadSdl();
+
+} // namespace paukfix

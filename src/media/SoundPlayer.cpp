@@ -18,6 +18,8 @@
 #include <thread>
 #include <utility>
 
+namespace paukfix {
+
 // What the player and its thread tell each other; every member under `mutex`.
 struct SoundPlayer::State
 {
@@ -72,9 +74,8 @@ public:
     bool Open()
     {
         const Sdl *sdl = LoadSdl();
-        if (sdl == nullptr) {
+        if (sdl == nullptr)
             return false;
-        }
         CloseSilent();
         // Otherwise SDL would take SIGINT and SIGTERM for itself.
         sdl->SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
@@ -88,9 +89,8 @@ public:
     bool OpenSilent()
     {
         const Sdl *sdl = LoadSdl();
-        if (sdl == nullptr || DriverIsChosen() || (open_ && sdl->GetNumAudioDevices(0) != 0)) {
+        if (sdl == nullptr || DriverIsChosen() || (open_ && sdl->GetNumAudioDevices(0) != 0))
             return false;
-        }
         Close();
         silent_ = sdl->AudioInit("dummy") == 0;
         looked_ = std::chrono::steady_clock::now();
@@ -100,9 +100,8 @@ public:
     void Close()
     {
         CloseSilent();
-        if (std::exchange(open_, false)) {
+        if (std::exchange(open_, false))
             LoadSdl()->QuitSubSystem(SDL_INIT_AUDIO);
-        }
     }
 
     bool IsOpen() const { return open_; }
@@ -115,9 +114,8 @@ public:
 private:
     void CloseSilent()
     {
-        if (std::exchange(silent_, false)) {
+        if (std::exchange(silent_, false))
             LoadSdl()->AudioQuit();
-        }
     }
 
     bool open_ = false;
@@ -145,9 +143,8 @@ public:
 
     ~Playback()
     {
-        if (device_ != 0) {
+        if (device_ != 0)
             LoadSdl()->CloseAudioDevice(device_);
-        }
     }
 
     // False when there is no device.
@@ -175,9 +172,8 @@ private:
         position_ += samples;
         const size_t silence = length - samples;
         std::memset(out + samples, spec_.silence, silence);
-        if (tail_ > 0 && tail_ <= silence) {
+        if (tail_ > 0 && tail_ <= silence)
             ended_();
-        }
         tail_ -= std::min(tail_, silence);
     }
 
@@ -193,27 +189,22 @@ private:
 std::unique_ptr<Playback> Open(AudioSystem &audio, const std::string &path, std::function<void()> ended)
 {
     std::optional<Wave> wave = LoadWave(path);
-    if (!wave) {
+    if (!wave)
         return nullptr;
-    }
     auto playback = std::make_unique<Playback>(std::move(*wave), std::move(ended));
-    if (audio.HasJustLooked() && playback->Open()) {
+    if (audio.HasJustLooked() && playback->Open())
         return playback;
-    }
     const bool seasoned = audio.IsOpen();
-    if (audio.Open() && playback->Open()) {
+    if (audio.Open() && playback->Open())
         return playback;
-    }
     if (seasoned) {
         // A sound server that has been restarted since takes a new connection only.
         audio.Close();
-        if (audio.Open() && playback->Open()) {
+        if (audio.Open() && playback->Open())
             return playback;
-        }
     }
-    if (audio.OpenSilent() && playback->Open()) {
+    if (audio.OpenSilent() && playback->Open())
         return playback;
-    }
     audio.Close();
     return nullptr;
 }
@@ -238,9 +229,8 @@ void SoundPlayer::Work(State &state)
         playback.reset();
         std::string error;
         try {
-            if (path) {
+            if (path)
                 playback = Open(audio, *path, ended);
-            }
         } catch (const std::exception &exception) {
             error = Description(exception);
         }
@@ -249,9 +239,8 @@ void SoundPlayer::Work(State &state)
         const bool wanted = state.request == request;
         // SDL calls `ended` with its device locked: the device is not touched with our lock held.
         lock.unlock();
-        if (playback && wanted) {
+        if (playback && wanted)
             playback->Start();
-        }
         lock.lock();
         state.done = request;
         state.playing = playback != nullptr;
@@ -262,9 +251,8 @@ void SoundPlayer::Work(State &state)
     lock.unlock();
     playback.reset();
     audio.Close();
-    if (const Sdl *sdl = LoadSdl()) {
+    if (const Sdl *sdl = LoadSdl())
         sdl->TLSCleanup(); // SDL keeps its error texts for each thread
-    }
     lock.lock();
     state.finished = true;
     state.answered.notify_one();
@@ -283,20 +271,18 @@ SoundPlayer::SoundPlayer(std::function<void(const std::string &)> report, Patien
 SoundPlayer::~SoundPlayer()
 {
     std::unique_lock lock(state_->mutex);
-    if (!state_->thread.joinable()) {
+    if (!state_->thread.joinable())
         return;
-    }
     state_->quit = true;
     state_->path.reset();
     state_->asked.notify_one();
     const bool finished = state_->answered.wait_for(lock, patience_.end, [this] { return state_->finished; });
     std::thread thread = std::move(state_->thread);
     lock.unlock();
-    if (finished) {
+    if (finished)
         thread.join();
-    } else {
+    else
         thread.detach();
-    }
 }
 
 void SoundPlayer::PlaySound(const std::string &path)
@@ -307,21 +293,18 @@ void SoundPlayer::PlaySound(const std::string &path)
     } catch (const std::exception &exception) {
         message = std::string(Unexpected) + Description(exception);
     }
-    if (!message.empty()) {
+    if (!message.empty())
         report_(message);
-    }
 }
 
 std::string SoundPlayer::Start(const std::string &path)
 {
     State &state = *state_;
     std::unique_lock lock(state.mutex);
-    if (!state.thread.joinable()) {
+    if (!state.thread.joinable())
         state.thread = std::thread([shared = state_] { Work(*shared); });
-    }
-    if (state.done < state.givenUp) {
+    if (state.done < state.givenUp)
         return NoWave;
-    }
     state.path = path;
     const uint64_t request = ++state.request;
     state.asked.notify_one();
@@ -331,9 +314,8 @@ std::string SoundPlayer::Start(const std::string &path)
         ++state.request;
         return NoWave;
     }
-    if (!state.error.empty()) {
+    if (!state.error.empty())
         return Unexpected + state.error;
-    }
     return state.playing ? std::string() : NoWave;
 }
 
@@ -350,3 +332,5 @@ bool SoundPlayer::IsSilent() const
     const std::scoped_lock lock(state_->mutex);
     return state_->silent;
 }
+
+} // namespace paukfix

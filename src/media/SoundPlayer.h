@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+namespace paukfix {
+
 // Plays one wave file at a time in the background. To be used on one thread.
 //
 // Reading the file and opening the device happen on a thread of the player's own, which sleeps while nothing
@@ -50,3 +52,5 @@ private:
     Patience patience_;
     std::shared_ptr<State> state_; // shared with the thread, which may outlive the player when a device hangs
 };
+
+} // namespace paukfix

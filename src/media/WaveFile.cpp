@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 
 constexpr size_t MaxFormatBytes = 4096;
@@ -34,9 +36,8 @@ public:
     // False when there are no samples or no format before the end.
     bool Find()
     {
-        if (file_.size() < 12 || Name(0) != "RIFF" || Name(8) != "WAVE") {
+        if (file_.size() < 12 || Name(0) != "RIFF" || Name(8) != "WAVE")
             return false;
-        }
         size_t position = 12;
         while (file_.size() - position >= 8 && (format.length == 0 || data.length == 0)) {
             const size_t start = position + 8;
@@ -84,9 +85,8 @@ private:
 void Append(std::vector<Uint8> &out, std::string_view name, size_t length)
 {
     out.insert(out.end(), name.begin(), name.end());
-    for (int shift = 0; shift < 32; shift += 8) {
+    for (int shift = 0; shift < 32; shift += 8)
         out.push_back(static_cast<Uint8>(length >> shift & 0xFF));
-    }
 }
 
 // How many bytes of samples one byte of the file becomes at most.
@@ -109,14 +109,12 @@ std::optional<std::vector<Uint8>> ReadFile(const std::string &path)
 {
     const std::filesystem::path name(std::u8string(path.begin(), path.end()));
     std::error_code error;
-    if (path.find('\0') != std::string::npos || !std::filesystem::is_regular_file(name, error)) {
+    if (path.find('\0') != std::string::npos || !std::filesystem::is_regular_file(name, error))
         return std::nullopt;
-    }
     const auto size = std::filesystem::file_size(name, error);
     std::ifstream stream(name, std::ios::binary);
-    if (error || !stream) {
+    if (error || !stream)
         return std::nullopt;
-    }
     std::vector<Uint8> file(
         static_cast<size_t>(std::min<std::uintmax_t>(size, MaxWaveBytes + MaxHeaderBytes)));
     stream.read(reinterpret_cast<char *>(file.data()), static_cast<std::streamsize>(file.size()));
@@ -135,9 +133,8 @@ std::optional<Wave> DecodeWave(std::vector<Uint8> file)
 {
     Chunks chunks(file);
     const Sdl *sdl = LoadSdl();
-    if (!chunks.Find() || sdl == nullptr) {
+    if (!chunks.Find() || sdl == nullptr)
         return std::nullopt;
-    }
     // SDL reserves what a header claims before it reads, so it gets a header that tells the truth.
     const std::vector<Uint8> format(At(file, chunks.format.start),
                                     At(file, chunks.format.start + chunks.format.length));
@@ -158,15 +155,13 @@ std::optional<Wave> DecodeWave(std::vector<Uint8> file)
     Uint8 *samples = nullptr;
     Uint32 length = 0;
     if (!sdl->LoadWAV_RW(sdl->RWFromConstMem(file.data(), static_cast<int>(file.size())), 1, &wave.spec,
-                         &samples, &length)) {
+                         &samples, &length))
         return std::nullopt;
-    }
     wave.samples.reset(samples);
     wave.length = length;
     // SDL takes any rate and any number of channels from the header, but cannot play them all.
-    if (length == 0 || wave.spec.freq < MinRate || wave.spec.freq > MaxRate || wave.spec.channels > 8) {
+    if (length == 0 || wave.spec.freq < MinRate || wave.spec.freq > MaxRate || wave.spec.channels > 8)
         return std::nullopt;
-    }
     return wave;
 }
 
@@ -179,8 +174,9 @@ std::optional<Wave> LoadWave(const std::string &path)
 bool IsWave(const std::string &path)
 {
     std::optional<std::vector<Uint8>> file = ReadFile(path);
-    if (!file) {
+    if (!file)
         return false;
-    }
     return LoadSdl() == nullptr ? Chunks(*file).Find() : DecodeWave(std::move(*file)).has_value();
 }
+
+} // namespace paukfix

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+namespace paukfix {
+
 // A wave in memory, decoded to samples that an audio device takes.
 struct Wave
 {
@@ -37,3 +39,5 @@ std::optional<Wave> LoadWave(const std::string &path);
 
 // Whether LoadWave would give a wave. Without SDL the file's parts tell.
 bool IsWave(const std::string &path);
+
+} // namespace paukfix

@@ -11,6 +11,10 @@
 #include <set>
 #include <tuple>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int MostNumber = std::numeric_limits<std::int16_t>::max();
@@ -60,12 +64,11 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
 {
     std::map<int, std::vector<CardPlan>> byNumber;
     std::vector<CardPlan> without;
-    for (CardPlan &plan : candidates) {
+    for (CardPlan &plan : candidates)
         if (const auto number = Key(plan.card.number, plan.card.confirmed))
             byNumber[*number].push_back(std::move(plan));
         else
             without.push_back(std::move(plan));
-    }
     for (auto &[number, plans] : byNumber) {
         // The best copy of every row, then the row that keeps the number.
         if (plans.size() > 1)
@@ -81,8 +84,7 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
         plans.front().number = number;
         if (const auto inIndex = witness_.NumberOf(plans.front().card); inIndex && *inIndex != number)
             plans.front().remarks.push_back(
-                {Remark::Kind::Doubtful,
-                 QStringLiteral("der Index nennt die Nummer %1 für sie").arg(*inIndex)});
+                {Remark::Kind::Doubtful, u"der Index nennt die Nummer %1 für sie"_s.arg(*inIndex)});
         for (std::size_t i = 1; i < plans.size(); ++i)
             if (!witness_.SameContent(plans.front(), plans[i]))
                 without.push_back(std::move(plans[i]));
@@ -100,7 +102,7 @@ void KeyGiver::GiveNumbers(std::vector<CardPlan> candidates)
             continue;
         }
         plan.number = *number;
-        RemarkChange(plan, QStringLiteral("Nummer war unbrauchbar und kommt aus dem Index"));
+        RemarkChange(plan, u"Nummer war unbrauchbar und kommt aus dem Index"_s);
         plans_.push_back(std::move(plan));
     }
     GiveFreshNumbers(fresh);
@@ -124,10 +126,8 @@ void KeyGiver::GiveFreshNumbers(std::vector<CardPlan> &without)
         taken.insert(next++);
         while (taken.contains(next))
             ++next;
-        const QString old =
-            std::isnan(plan.card.number) ? QString() : QStringLiteral(" (%1)").arg(plan.card.number);
-        RemarkChange(plan,
-                     QStringLiteral("Nummer%1 war unbrauchbar oder schon vergeben, neu vergeben").arg(old));
+        const QString old = std::isnan(plan.card.number) ? QString() : u" (%1)"_s.arg(plan.card.number);
+        RemarkChange(plan, u"Nummer%1 war unbrauchbar oder schon vergeben, neu vergeben"_s.arg(old));
         plans_.push_back(std::move(plan));
     }
 }
@@ -154,11 +154,11 @@ void KeyGiver::GivePlaces()
                 (!place || place == known->place)) {
                 compartment = known->compartment;
                 place = known->place;
-                RemarkChange(plan, QStringLiteral("Fach war unbrauchbar und kommt aus dem Index"));
+                RemarkChange(plan, u"Fach war unbrauchbar und kommt aus dem Index"_s);
             }
         }
         if (!compartment)
-            RemarkChange(plan, QStringLiteral("Fach war unbrauchbar, liegt jetzt in „Neu“"));
+            RemarkChange(plan, u"Fach war unbrauchbar, liegt jetzt in „Neu“"_s);
         plan.compartment = compartment.value_or(FachNeu);
         if (compartment && place) {
             plan.place = *place;
@@ -175,9 +175,8 @@ void KeyGiver::GivePlaces()
             std::max(last[static_cast<std::size_t>(key.first)], key.second);
     for (CardPlan *plan : toBack) {
         plan->place = ++last[static_cast<std::size_t>(plan->compartment)];
-        RemarkChange(*plan,
-                     QStringLiteral("Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach %1")
-                         .arg(plan->compartment));
+        RemarkChange(*plan, u"Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach %1"_s.arg(
+                                plan->compartment));
     }
     for (int compartment = 0; compartment < FachAnzahl; ++compartment)
         if (last[static_cast<std::size_t>(compartment)] > MostNumber)
@@ -219,3 +218,5 @@ void ApplyKeys(SalvagedCard &card, const CardPlan &plan)
     card.values[2] = static_cast<double>(plan.place);
     card.remarks.insert(card.remarks.begin(), plan.remarks.begin(), plan.remarks.end());
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // A card that a reader has found, and what is known of it.
 struct FoundCard
 {
@@ -74,3 +76,5 @@ std::vector<CardPlan> GiveKeys(std::vector<CardPlan> candidates, const CardWitne
 void ApplyKeys(SalvagedCard &card, const CardPlan &plan);
 // The value as a compartment, 0 to 6; nothing for anything else.
 std::optional<int> WholeCompartment(double value);
+
+} // namespace paukfix

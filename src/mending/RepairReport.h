@@ -10,6 +10,8 @@
 
 #include <vector>
 
+namespace paukfix {
+
 // Cards that were not taken out of a damaged file as they were.
 struct Losses
 {
@@ -67,3 +69,5 @@ private:
     std::vector<int> lost_;
     std::array<QStringList, 4> remarks_; // by kind
 };
+
+} // namespace paukfix

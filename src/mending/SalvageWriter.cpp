@@ -11,6 +11,10 @@
 
 #include <string>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void BindCard(SQLite::Statement &insert, const SalvagedCard &card)
@@ -48,11 +52,11 @@ int WriteAll(const QString &path, const std::function<std::optional<SalvagedCard
 }
 
 // Opened anew, as what the engine has just written it still knows by heart.
-bool IsSound(const QString &path, int cards, const Fortschritt &fortschritt)
+bool IsSound(const QString &path, int cards, const Progress &progress)
 {
     try {
         CardFile file(path);
-        CheckCardFile(file.Database(), fortschritt);
+        CheckCardFile(file.Database(), progress);
         return file.Database().execAndGet("SELECT count(*) FROM Lernkarten").getInt() == cards;
     } catch (const StoreError &error) {
         if (error.Number() != Fehler::Beschaedigt)
@@ -64,16 +68,17 @@ bool IsSound(const QString &path, int cards, const Fortschritt &fortschritt)
 } // namespace
 
 int WriteSalvagedCards(const QString &path, const std::function<std::optional<SalvagedCard>()> &next,
-                       const Fortschritt &fortschritt)
+                       const Progress &progress)
 {
     CardFile::Create(path);
     try {
         const int cards = WriteAll(path, next);
-        if (!IsSound(path, cards, fortschritt))
-            throw StoreError(Fehler::Beschaedigt,
-                             QStringLiteral("Die neue Kartei ließ sich nicht fehlerfrei schreiben."));
+        if (!IsSound(path, cards, progress))
+            throw StoreError(Fehler::Beschaedigt, u"Die neue Kartei ließ sich nicht fehlerfrei schreiben."_s);
         return cards;
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, path);
     }
 }
+
+} // namespace paukfix

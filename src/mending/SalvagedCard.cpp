@@ -11,6 +11,10 @@
 #include <cmath>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Do the braces of an RTF text close, with nothing but white space behind?
@@ -32,8 +36,8 @@ bool RtfCloses(QByteArrayView text)
 void AddColumns(SalvagedCard &card, const QStringList &columns, const QString &one, const QString &many)
 {
     if (!columns.isEmpty())
-        card.remarks.push_back({Remark::Kind::Incomplete,
-                                columns.join(QStringLiteral(", ")) + (columns.size() == 1 ? one : many)});
+        card.remarks.push_back(
+            {Remark::Kind::Incomplete, columns.join(u", "_s) + (columns.size() == 1 ? one : many)});
 }
 
 } // namespace
@@ -46,8 +50,8 @@ QString ColumnText(int column)
 
 void RemarkGaps(SalvagedCard &card, const QStringList &cut, const QStringList &lost)
 {
-    AddColumns(card, cut, QStringLiteral(" bricht ab"), QStringLiteral(" brechen ab"));
-    AddColumns(card, lost, QStringLiteral(" fehlt"), QStringLiteral(" fehlen"));
+    AddColumns(card, cut, u" bricht ab"_s, u" brechen ab"_s);
+    AddColumns(card, lost, u" fehlt"_s, u" fehlen"_s);
 }
 
 std::optional<int> Whole16(double value)
@@ -81,24 +85,26 @@ void CheckContent(SalvagedCard &card)
         };
         if (const auto *text = std::get_if<QByteArray>(&value)) {
             if (!text->isValidUtf8())
-                doubt(QStringLiteral(" enthält unlesbare Zeichen"));
+                doubt(u" enthält unlesbare Zeichen"_s);
             // Some writers end an RTF text with a zero; anywhere else a zero stands for something lost.
             const bool isRtf = text->startsWith("{\\rtf");
             const QByteArrayView body =
                 isRtf && text->endsWith('\0') ? QByteArrayView(*text).chopped(1) : *text;
             if (body.contains('\0'))
-                doubt(QStringLiteral(" enthält Nullzeichen"));
+                doubt(u" enthält Nullzeichen"_s);
             if (isRtf && !RtfCloses(body))
-                doubt(QStringLiteral(" ist kein geschlossener RTF-Text"));
+                doubt(u" ist kein geschlossener RTF-Text"_s);
             if (IsShortText(column) && text->size() > MaxTextLength &&
                 QString::fromUtf8(*text).size() > MaxTextLength)
-                doubt(QStringLiteral(" ist länger als %1 Zeichen").arg(MaxTextLength));
+                doubt(u" ist länger als %1 Zeichen"_s.arg(MaxTextLength));
         } else if (auto *number = std::get_if<double>(&value)) {
             // Rounding decides what fits into 16 bits, not wholeness: the program rounds.
             if (KindOf(column) != CardKind::Text && !Whole16(std::nearbyint(*number))) {
-                doubt(QStringLiteral(" hatte den unbrauchbaren Wert %1 und steht jetzt auf 0").arg(*number));
+                doubt(u" hatte den unbrauchbaren Wert %1 und steht jetzt auf 0"_s.arg(*number));
                 *number = 0;
             }
         }
     }
 }
+
+} // namespace paukfix

@@ -14,6 +14,8 @@
 #include <variant>
 #include <vector>
 
+namespace paukfix {
+
 // What is told of a saved card in the report.
 struct Remark
 {
@@ -50,3 +52,5 @@ QString ColumnText(int column);
 void RemarkGaps(SalvagedCard &card, const QStringList &cut, const QStringList &lost);
 // The value as a 16-bit whole number; nothing for anything else.
 std::optional<int> Whole16(double value);
+
+} // namespace paukfix

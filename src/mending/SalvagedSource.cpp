@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <tuple>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 void SalvagedSource::Begin(const std::vector<CardPlan> &cards, qint64 lost)
 {
     losses_.lost = lost;
@@ -48,11 +52,13 @@ void SalvagedSource::Taken()
 
 std::optional<StoreError> SalvagedSource::DamageFound(int taken) const
 {
-    const QString text = LossText(taken, QStringLiteral("übernommen"), losses_);
+    const QString text = LossText(taken, u"übernommen"_s, losses_);
     return text.isEmpty() ? std::nullopt : std::optional(StoreError(Fehler::Beschaedigt, IsDamaged() + text));
 }
 
 QString SalvagedSource::IsDamaged() const
 {
-    return QStringLiteral("Die Datei „%1“ ist beschädigt. ").arg(path_);
+    return u"Die Datei „%1“ ist beschädigt. "_s.arg(path_);
 }
+
+} // namespace paukfix

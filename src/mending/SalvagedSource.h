@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+namespace paukfix {
+
 // The cards of a file that is read without the engine, copied under no keys: what is known of the cards that
 // damage has taken away or left in doubt is told as error 3049.
 class SalvagedSource : public CardSource
@@ -44,3 +46,5 @@ private:
     std::optional<SalvagedCard> card_;
     Losses losses_;
 };
+
+} // namespace paukfix

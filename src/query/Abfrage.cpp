@@ -9,6 +9,10 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 double Zahl(const Field &feld)
@@ -79,7 +83,7 @@ std::optional<Abfragekarte> KarteVorauslesen(CardRecordset &karten, int fach)
 QString Referenztext(const QString &klartext)
 {
     const QString text = ZeilenumbruchEntfernen(klartext);
-    const qsizetype hinweis = text.indexOf(QLatin1String("Hinweis:"));
+    const qsizetype hinweis = text.indexOf("Hinweis:"_L1);
     return hinweis < 0 ? text : Trimmed(text.left(hinweis));
 }
 
@@ -90,7 +94,7 @@ bool GetippteAntwortRichtig(const QString &klartext, const QString &eingabe)
     const auto zusammengesetzt = [](const QString &text) {
         return text.normalized(QString::NormalizationForm_C);
     };
-    return referenz == QLatin1String("Joker") ||
+    return referenz == "Joker"_L1 ||
            zusammengesetzt(ZeilenumbruchEntfernen(Trimmed(eingabe))) == zusammengesetzt(referenz);
 }
 
@@ -102,11 +106,10 @@ bool KreuzeRichtig(const Kreuze &kreuze, const Kreuze &loesung)
 std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall)
 {
     std::array<int, AntwortAnzahl> folge{};
-    for (auto platz = folge.begin(); platz != folge.end(); ++platz) {
+    for (auto platz = folge.begin(); platz != folge.end(); ++platz)
         do
             *platz = static_cast<int>(zufall.Rnd() * AntwortAnzahl);
         while (std::find(folge.begin(), platz, *platz) != platz);
-    }
     return folge;
 }
 
@@ -119,3 +122,5 @@ const QString &KlangNachUrteil(const Abfragekarte &karte, bool richtig)
 {
     return richtig || karte.Medium[8].isEmpty() ? karte.Medium[7] : karte.Medium[8];
 }
+
+} // namespace paukfix

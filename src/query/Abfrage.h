@@ -11,6 +11,8 @@
 #include <array>
 #include <optional>
 
+namespace paukfix {
+
 // The rules of a query, apart from its window.
 
 inline constexpr int AntwortAnzahl = 5;
@@ -62,3 +64,5 @@ std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall);
 // The card's own picture and sound for a verdict; empty where it has none.
 const QString &BildNachUrteil(const Abfragekarte &karte, bool richtig);
 const QString &KlangNachUrteil(const Abfragekarte &karte, bool richtig);
+
+} // namespace paukfix

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AbfrageLauf.h"
 
+namespace paukfix {
+
 std::optional<bool> AbfrageLauf::Pruefen(const Antwort &antwort)
 {
     stand_ = Stand::Geprueft;
@@ -29,3 +31,5 @@ const QString &AbfrageLauf::Klang() const
     return stand_ == Stand::Beurteilt ? KlangNachUrteil(karte_, ergebnis_ == AbfrageErgebnis::Richtig)
                                       : karte_.Medium[6];
 }
+
+} // namespace paukfix

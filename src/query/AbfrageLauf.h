@@ -8,6 +8,8 @@
 #include <optional>
 #include <variant>
 
+namespace paukfix {
+
 // What the learner answered, as far as the program can judge it: nothing, a text, or ticks.
 using Antwort = std::variant<std::monostate, QString, Kreuze>;
 
@@ -51,3 +53,5 @@ private:
     Stand stand_ = Stand::Gefragt;
     std::optional<AbfrageErgebnis> ergebnis_;
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+namespace paukfix {
+
 void TextFaerben(QWidget *widget, const QColor &farbe)
 {
     Faerben(widget, {{widget->foregroundRole(), farbe}});
@@ -30,3 +32,5 @@ void LeiseFaerben(QLabel *label, const QColor &grund)
 {
     TextFaerben(label, Farben::Leise(label->parentWidget()->palette().color(QPalette::WindowText), grund));
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 class QColor;
 
+namespace paukfix {
+
 // What the parts of the query are built with, beside Fensterbau.h.
 
 void TextFaerben(QWidget *widget, const QColor &farbe);
@@ -15,3 +17,5 @@ void UmrissFaerben(QWidget *knopf);
 // A small label, which LeiseFaerben() gives a quiet tone.
 QLabel *Beschriftung(QWidget *eltern, const QString &text);
 void LeiseFaerben(QLabel *label, const QColor &grund);
+
+} // namespace paukfix

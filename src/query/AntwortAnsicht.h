@@ -9,6 +9,10 @@
 #include <QStringList>
 #include <QWidget>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // A form of the answer on the card: takes the answer, says what it is, and shows the solution beside it.
 class AntwortAnsicht : public QWidget
 {
@@ -21,7 +25,7 @@ public:
     void SetGezeigt(bool gezeigt)
     {
         setVisible(gezeigt);
-        Erste()->setObjectName(gezeigt ? QStringLiteral("Antwort(0)") : QString());
+        Erste()->setObjectName(gezeigt ? u"Antwort(0)"_s : QString());
     }
 
     // The form for a card that has just been asked, whatever became of the last one.
@@ -47,3 +51,5 @@ signals:
 private:
     virtual QWidget *Erste() const = 0;
 };
+
+} // namespace paukfix

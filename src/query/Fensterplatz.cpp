@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <optional>
 
+namespace paukfix {
+
 namespace {
 
 // The place `fenster` where all of it is on today's screens, else moved into the one that shows most of it,
@@ -120,3 +122,5 @@ void Fensterplatz::Abschliessen()
         lage_ = vorher_;
     lage_.maximiert = fenster_.isMaximized();
 }
+
+} // namespace paukfix

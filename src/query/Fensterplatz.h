@@ -4,9 +4,12 @@
 
 #include "AppConfig.h"
 
-class Kartenflaeche;
 class QDialog;
 class QEvent;
+
+namespace paukfix {
+
+class Kartenflaeche;
 
 // Where the query's window stands and how large it is: as its learner has left it, else as the card needs it.
 class Fensterplatz
@@ -30,3 +33,5 @@ private:
     Fensterlage vorher_, lage_;
     bool benutzt_ = false; // the window has had the keyboard since its place was chosen
 };
+
+} // namespace paukfix

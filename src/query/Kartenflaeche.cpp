@@ -20,16 +20,20 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Kartenflaeche::Kartenflaeche(QWidget *eltern, Meldungen &meldungen) : Flaeche(eltern), meldungen_(meldungen)
 {
-    Benannt(this, QStringLiteral("Karte"), QStringLiteral("Karte"));
+    Benannt(this, u"Karte"_s, u"Karte"_s);
     SetUmriss(Umriss::Fein);
     auto *inhalt = new QVBoxLayout(this); // the question takes the room that the answers leave
     inhalt->setContentsMargins(22, 14, 22, 14);
     inhalt->setSpacing(10);
     inhalt->addLayout(KopfBauen());
 
-    MFrage_ = Benannt(new RichTextBox(this), QStringLiteral("MFrage"), QStringLiteral("Frage"));
+    MFrage_ = Benannt(new RichTextBox(this), u"MFrage"_s, u"Frage"_s);
     MFrage_->setReadOnly(true);
     MFrage_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     MFrage_->setFrameShape(QFrame::NoFrame);
@@ -60,11 +64,11 @@ QLayout *Kartenflaeche::KopfBauen()
         zeile->addWidget(Benannt(label, QLatin1String(name), beschriftung));
         return label;
     };
-    MaskFrageNr_ = feld(QStringLiteral("Frage Nr."), "MaskFrageNr", new QLabel(this));
+    MaskFrageNr_ = feld(u"Frage Nr."_s, "MaskFrageNr", new QLabel(this));
     zeile->addSpacing(12);
-    MaskFachNr_ = feld(QStringLiteral("Fach"), "MaskFachNr", new QLabel(this));
+    MaskFachNr_ = feld(u"Fach"_s, "MaskFachNr", new QLabel(this));
     zeile->addSpacing(12);
-    MaskThema_ = feld(QStringLiteral("Thema"), "MaskThema", new KurzLabel(this));
+    MaskThema_ = feld(u"Thema"_s, "MaskThema", new KurzLabel(this));
     zeile->setStretchFactor(MaskThema_, 1);
     return zeile;
 }
@@ -74,8 +78,8 @@ void Kartenflaeche::BildBauen()
     constexpr int Rand = 6;
     bild_ =
         std::make_unique<Kartenbild>(this, MFrage_, Kartenbild::Grenzen{.abstand{Rand, Rand, Rand, Rand}});
-    BildBox *box = Benannt(bild_->Box(), QStringLiteral("Picture1"), QStringLiteral("Bild"));
-    box->setToolTip(QStringLiteral("Das Bild lässt sich mit der Maus verschieben"));
+    BildBox *box = Benannt(bild_->Box(), u"Picture1"_s, u"Bild"_s);
+    box->setToolTip(u"Das Bild lässt sich mit der Maus verschieben"_s);
 }
 
 void Kartenflaeche::Zeigen(const Abfragekarte &karte)
@@ -128,8 +132,8 @@ void Kartenflaeche::Faerben(AbfrageLauf::Stand stand)
     const QColor text = palette().color(QPalette::WindowText);
     for (QLabel *label : kopf_)
         LeiseFaerben(label, grund);
-    ::Faerben(strich_, {{QPalette::Mid, MFrage_->hasFocus() ? palette().color(QPalette::Highlight)
-                                                            : Farben::Getoent(text, grund, 0.15)}});
+    paukfix::Faerben(strich_, {{QPalette::Mid, MFrage_->hasFocus() ? palette().color(QPalette::Highlight)
+                                                                   : Farben::Getoent(text, grund, 0.15)}});
     Ansicht().Faerben(stand);
     urteil_->Faerben();
 }
@@ -176,6 +180,8 @@ bool Kartenflaeche::eventFilter(QObject * /*frage*/, QEvent *event)
     if (!AendertText(taste, true))
         return false;
     if (!taste.isAutoRepeat())
-        meldungen_.Zeigen(QStringLiteral("Jetzt bitte nicht ändern"));
+        meldungen_.Zeigen(u"Jetzt bitte nicht ändern"_s);
     return true;
 }
+
+} // namespace paukfix

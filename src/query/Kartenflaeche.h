@@ -11,11 +11,14 @@
 #include <array>
 #include <memory>
 
-class AntwortAnsicht;
-class KreuzAnsicht;
 class QImage;
 class QLabel;
 class QLayout;
+
+namespace paukfix {
+
+class AntwortAnsicht;
+class KreuzAnsicht;
 class RichTextBox;
 class TippAnsicht;
 class UrteilZeile;
@@ -70,3 +73,5 @@ private:
     bool ankreuzen_ = false;
     QRect wunsch_; // where the card wants its picture; may be empty
 };
+
+} // namespace paukfix

@@ -16,11 +16,14 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 KreuzAnsicht::KreuzAnsicht(QWidget *eltern) : AntwortAnsicht(eltern)
 {
-    titel_ = Beschriftung(this, QStringLiteral("Was trifft zu?"));
-    Label4_ = Benannt(Beschriftung(this, QStringLiteral("richtig")), QStringLiteral("Label4"),
-                      QStringLiteral("Richtige Antworten"));
+    titel_ = Beschriftung(this, u"Was trifft zu?"_s);
+    Label4_ = Benannt(Beschriftung(this, u"richtig"_s), u"Label4"_s, u"Richtige Antworten"_s);
     PlatzHalten(Label4_);
     Label4_->hide();
     auto *kopf = new QHBoxLayout;
@@ -106,11 +109,11 @@ void KreuzAnsicht::Mischen(const std::array<int, AntwortAnzahl> &folge)
             spalte_->removeWidget(zeile.flaeche);
             spalte_->insertWidget(stelle, zeile.flaeche);
         }
-        const QString name = QStringLiteral("Antwort %1").arg(platz + 1);
+        const QString name = u"Antwort %1"_s.arg(platz + 1);
         zeile.text->setAccessibleName(name);
         zeile.kreuz->setText(QString::number(platz + 1));
-        zeile.kreuz->setAccessibleName(QStringLiteral("%1: %2").arg(name, zeile.text->PlainText()));
-        zeile.richtig->setAccessibleName(name + QStringLiteral(" ist richtig"));
+        zeile.kreuz->setAccessibleName(u"%1: %2"_s.arg(name, zeile.text->PlainText()));
+        zeile.richtig->setAccessibleName(name + u" ist richtig"_s);
     }
 }
 
@@ -152,7 +155,7 @@ void KreuzAnsicht::Faerben(AbfrageLauf::Stand stand)
         zeile.flaeche->SetUmriss(zeile.kreuz->hasFocus() ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Fein);
         if (stand != AbfrageLauf::Stand::Gefragt) {
             const bool stimmt = zeile.kreuz->isChecked() == zeile.richtig->isChecked();
-            ::Faerben(
+            paukfix::Faerben(
                 zeile.flaeche,
                 {{QPalette::Base, Farben::Getoent(stimmt ? Farben::Richtig : Farben::Falsch, karte, 0.18)}});
         }
@@ -163,7 +166,7 @@ void KreuzAnsicht::Faerben(AbfrageLauf::Stand stand)
 
 QStringList KreuzAnsicht::Hinweise() const
 {
-    return {QStringLiteral("1 bis 5 kreuzt an"), QStringLiteral("Eingabe prüft")};
+    return {u"1 bis 5 kreuzt an"_s, u"Eingabe prüft"_s};
 }
 
 bool KreuzAnsicht::Ziffer(int ziffer)
@@ -214,3 +217,5 @@ bool KreuzAnsicht::Zeile_Click(const Zeile &zeile, const QObject *objekt, const 
     zeile.kreuz->click();
     return true;
 }
+
+} // namespace paukfix

@@ -6,12 +6,15 @@
 
 #include <array>
 
-class Flaeche;
 class QCheckBox;
 class QKeyEvent;
 class QLabel;
 class QMouseEvent;
 class QVBoxLayout;
+
+namespace paukfix {
+
+class Flaeche;
 class RichTextBox;
 
 // The answer ticked on five lines, which stand in an order of their own for each card. What is right appears
@@ -60,3 +63,5 @@ private:
     bool aufgeloest_ = false;
     bool leertaste_ = false; // a tick box is being clicked by the keyboard
 };
+
+} // namespace paukfix

@@ -11,7 +11,7 @@
 #include "KarteLoeschen.h"
 #include "Kartenflaeche.h"
 #include "Mediendatei.h"
-#include "Schritt.h"
+#include "Step.h"
 #include "Texttaste.h"
 #include "UrteilZeile.h"
 
@@ -26,6 +26,10 @@
 
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 using Stand = AbfrageLauf::Stand;
 
 PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, QWidget *parent)
@@ -36,13 +40,12 @@ PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, 
 
 void PFUse::Aufbauen()
 {
-    setObjectName(QStringLiteral("PFUse"));
-    setWindowTitle(QStringLiteral("Merkkasten Abfrage"));
+    setObjectName(u"PFUse"_s);
+    setWindowTitle(u"Merkkasten Abfrage"_s);
     setWindowModality(Qt::ApplicationModal);
 
     constexpr int RahmenBreite = 6; // of the verdict's colour around the card
-    Frame1_ =
-        Benannt(new Flaeche(this, QPalette::Window), QStringLiteral("Frame1"), QStringLiteral("Ergebnis"));
+    Frame1_ = Benannt(new Flaeche(this, QPalette::Window), u"Frame1"_s, u"Ergebnis"_s);
     karte_ = new Kartenflaeche(this, dienste_.meldungen);
     for (AntwortAnsicht *form : karte_->findChildren<AntwortAnsicht *>()) {
         connect(form, &AntwortAnsicht::Fertig, this, [this] { Cpruefen_Click(); });
@@ -59,7 +62,7 @@ void PFUse::Aufbauen()
     innen->addWidget(karte_);
     stapel->addLayout(innen, 0, 0);
 
-    hinweise_ = Benannt(Beschriftung(this, {}), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
+    hinweise_ = Benannt(Beschriftung(this, {}), u"Tastenhinweise"_s, u"Tasten"_s);
     hinweise_->setAlignment(Qt::AlignCenter);
     auto *spalte = new QVBoxLayout;
     spalte->addLayout(stapel, 1);
@@ -91,23 +94,21 @@ QLayout *PFUse::KnoepfeBauen()
         connect(neu, &QPushButton::clicked, this, aktion);
         return neu;
     };
-    Clöschen_ =
-        knopf(QStringLiteral("Karte &löschen"), QStringLiteral("Clöschen"),
-              QStringLiteral("Diese Karte aus dem Merkkasten entfernen"), [this] { Clöschen_Click(); });
-    Command1_ = knopf(QStringLiteral("Karte &bearbeiten"), QStringLiteral("Command1"),
-                      QStringLiteral("Diese Karte im Karteneditor öffnen"), [this] { Command1_Click(); });
-    nochEinmal_ = knopf(QStringLiteral("♪ noch einmal"), QStringLiteral("NochEinmal"),
-                        QStringLiteral("Den Klang noch einmal abspielen (F5)"), [this] { KlangSpielen(); });
-    nochEinmal_->setAccessibleName(QStringLiteral("Klang noch einmal abspielen"));
+    Clöschen_ = knopf(u"Karte &löschen"_s, u"Clöschen"_s, u"Diese Karte aus dem Merkkasten entfernen"_s,
+                      [this] { Clöschen_Click(); });
+    Command1_ = knopf(u"Karte &bearbeiten"_s, u"Command1"_s, u"Diese Karte im Karteneditor öffnen"_s,
+                      [this] { Command1_Click(); });
+    nochEinmal_ = knopf(u"♪ noch einmal"_s, u"NochEinmal"_s, u"Den Klang noch einmal abspielen (F5)"_s,
+                        [this] { KlangSpielen(); });
+    nochEinmal_->setAccessibleName(u"Klang noch einmal abspielen"_s);
     nochEinmal_->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
     nochEinmal_->setShortcut(Qt::Key_F5);
     PlatzHalten(nochEinmal_);
     nochEinmal_->hide();
-    Cpruefen_ =
-        knopf(QStringLiteral("&Prüfen"), QStringLiteral("Cpruefen"),
-              QStringLiteral("Die Antwort prüfen (Eingabe oder Strg+P)"), [this] { Cpruefen_Click(); });
-    Command3_ = knopf(QStringLiteral("&Weiter"), QStringLiteral("Command3"),
-                      QStringLiteral("Schließen und weiter (Eingabe)"), [this] { Command3_Click(); });
+    Cpruefen_ = knopf(u"&Prüfen"_s, u"Cpruefen"_s, u"Die Antwort prüfen (Eingabe oder Strg+P)"_s,
+                      [this] { Cpruefen_Click(); });
+    Command3_ =
+        knopf(u"&Weiter"_s, u"Command3"_s, u"Schließen und weiter (Eingabe)"_s, [this] { Command3_Click(); });
     auto *strgP = new QAction(this);
     strgP->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     connect(strgP, &QAction::triggered, this, [this] { Cpruefen_Click(); });
@@ -140,8 +141,8 @@ void PFUse::Vorbereiten(int fach)
 std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
 {
     Abfragekarte karte;
-    if (!Schritt(dienste_.meldungen, QStringLiteral("Fehler beim Lesen der Karte: "),
-                 [&] { karte = KarteLesen(store_.Felder()); }))
+    if (!Step(dienste_.meldungen, u"Fehler beim Lesen der Karte: "_s,
+              [&] { karte = KarteLesen(store_.Felder()); }))
         return std::nullopt;
 
     wechsel_.Beginnen();
@@ -186,8 +187,7 @@ void PFUse::Abschliessen()
     if (platz_.Lage() == dienste_.konfig.Abfrage)
         return;
     dienste_.konfig.Abfrage = platz_.Lage();
-    dienste_.konfig.Sichern(4, QString(),
-                            QStringLiteral("Die Fensterlage konnte nicht gespeichert werden: "));
+    dienste_.konfig.Sichern(4, QString(), u"Die Fensterlage konnte nicht gespeichert werden: "_s);
 }
 
 void PFUse::done(int ergebnis)
@@ -242,14 +242,14 @@ void PFUse::HinweiseZeigen()
     if (lauf_.Wo() == Stand::Gefragt)
         tasten << karte_->Ansicht().Hinweise();
     else if (lauf_.Wo() == Stand::Beurteilt)
-        tasten << QStringLiteral("Eingabe weiter");
+        tasten << u"Eingabe weiter"_s;
     else
-        tasten << QStringLiteral("Pfeiltasten wählen") << QStringLiteral("Eingabe bestätigt");
+        tasten << u"Pfeiltasten wählen"_s << u"Eingabe bestätigt"_s;
     if (lauf_.Wo() != Stand::Gefragt)
-        tasten << QStringLiteral("Alt+R richtig") << QStringLiteral("Alt+F falsch");
+        tasten << u"Alt+R richtig"_s << u"Alt+F falsch"_s;
     if (lauf_.Wo() != Stand::Beurteilt)
-        tasten << QStringLiteral("Esc: ohne Antwort zurück");
-    hinweise_->setText(tasten.join(QStringLiteral("   ·   ")));
+        tasten << u"Esc: ohne Antwort zurück"_s;
+    hinweise_->setText(tasten.join(u"   ·   "_s));
 }
 
 // A picture stays until there is another one.
@@ -328,8 +328,7 @@ void PFUse::UrteilZeigen(bool richtig)
 {
     lauf_.Urteilen(richtig);
     UrteilZeile &urteil = karte_->Urteil();
-    urteil.Zeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? QStringLiteral("face03.ico")
-                                                                 : QStringLiteral("face01.ico")));
+    urteil.Zeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? u"face03.ico"_s : u"face01.ico"_s));
     Command3_->setAccessibleDescription(urteil.Text());
     FarbenSetzen();
     Frame1_->show();
@@ -342,7 +341,7 @@ void PFUse::UrteilZeigen(bool richtig)
     BildZeigen();
     nochEinmal_->setVisible(!lauf_.Klang().isEmpty());
     if (richtig && lauf_.Klang().isEmpty())
-        dienste_.ton.Spielen(dienste_.konfig.ProgrammDatei(QStringLiteral("Applause.wav")));
+        dienste_.ton.Spielen(dienste_.konfig.ProgrammDatei(u"Applause.wav"_s));
     else
         KlangSpielen();
 }
@@ -350,17 +349,17 @@ void PFUse::UrteilZeigen(bool richtig)
 void PFUse::Clöschen_Click()
 {
     if (IstLetzteKarte(store_.FachInfo, Erledigte::Zaehlen)) {
-        dienste_.meldungen.Zeigen(QStringLiteral("Die letzte Karte kann nicht gelöscht werden"));
+        dienste_.meldungen.Zeigen(u"Die letzte Karte kann nicht gelöscht werden"_s);
         return;
     }
-    if (dienste_.meldungen.Fragen(QStringLiteral("Diese Karte wirklich löschen"), Meldungen::Antwort::Nein) !=
+    if (dienste_.meldungen.Fragen(u"Diese Karte wirklich löschen"_s, Meldungen::Antwort::Nein) !=
         Meldungen::Antwort::Ja)
         return;
     // The end of the session may have stored the verdict meanwhile: the card is asked no more.
     if (!isVisible())
         return;
     bool geloescht = false;
-    Schritt(dienste_.meldungen, QStringLiteral("Fehler beim Löschen der Karte: "), [&] {
+    Step(dienste_.meldungen, u"Fehler beim Löschen der Karte: "_s, [&] {
         const Loeschung loeschung = KarteLoeschen(store_);
         geloescht = loeschung.geloescht;
         if (loeschung.fehler)
@@ -382,3 +381,5 @@ void PFUse::Command3_Click()
 {
     close();
 }
+
+} // namespace paukfix

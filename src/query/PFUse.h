@@ -14,13 +14,16 @@
 
 #include <optional>
 
-class Fensterwechsel;
-class Flaeche;
-class Kartenflaeche;
 class QKeyEvent;
 class QLabel;
 class QLayout;
 class QPushButton;
+
+namespace paukfix {
+
+class Fensterwechsel;
+class Flaeche;
+class Kartenflaeche;
 
 // The query window: arranges card, buttons and hints, and leads a run through its states. It is made once and
 // shown for each card.
@@ -79,3 +82,5 @@ private:
     QPushButton *Command3_ = nullptr;
     QLabel *hinweise_ = nullptr;
 };
+
+} // namespace paukfix

@@ -13,10 +13,12 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 TippAnsicht::TippAnsicht(QWidget *eltern, Meldungen &meldungen)
-    : AntwortAnsicht(eltern),
-      antwort_(FeldBauen(0, QStringLiteral("Ihre Antwort"))),
-      loesung_(FeldBauen(5, QStringLiteral("Lösung")))
+    : AntwortAnsicht(eltern), antwort_(FeldBauen(0, u"Ihre Antwort"_s)), loesung_(FeldBauen(5, u"Lösung"_s))
 {
     antwort_.text->setAcceptRichText(false);
     antwort_.text->bei_Ablehnung = [&meldungen](const QString &grund) { meldungen.Zeigen(grund); };
@@ -100,7 +102,7 @@ void TippAnsicht::Faerben(AbfrageLauf::Stand stand)
 
 QStringList TippAnsicht::Hinweise() const
 {
-    return {QStringLiteral("Eingabe prüft"), QStringLiteral("Umschalt+Eingabe neue Zeile")};
+    return {u"Eingabe prüft"_s, u"Umschalt+Eingabe neue Zeile"_s};
 }
 
 bool TippAnsicht::eventFilter(QObject * /*antwort*/, QEvent *event)
@@ -113,3 +115,5 @@ bool TippAnsicht::eventFilter(QObject * /*antwort*/, QEvent *event)
     emit Fertig();
     return true;
 }
+
+} // namespace paukfix

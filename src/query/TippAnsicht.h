@@ -4,9 +4,12 @@
 
 #include "AntwortAnsicht.h"
 
+class QLabel;
+
+namespace paukfix {
+
 class Flaeche;
 class Meldungen;
-class QLabel;
 class RichTextBox;
 
 // The answer typed into a field, beside one for the solution. On a card of an unknown answer type the learner
@@ -44,3 +47,5 @@ private:
     Feld antwort_, loesung_;
     bool selbst_ = false; // the learner judges
 };
+
+} // namespace paukfix

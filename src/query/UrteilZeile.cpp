@@ -16,6 +16,10 @@
 #include <algorithm>
 #include <array>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int GesichtGroesse = 48;
@@ -23,7 +27,7 @@ constexpr int GesichtGroesse = 48;
 // The same two faces for all cards: each is read once.
 QPixmap GesichtLesen(const QString &pfad, qreal dichte)
 {
-    const QString schluessel = QStringLiteral("%1@%2").arg(pfad).arg(dichte);
+    const QString schluessel = u"%1@%2"_s.arg(pfad).arg(dichte);
     QPixmap bild;
     if (!QPixmapCache::find(schluessel, &bild)) {
         bild = QIcon(pfad).pixmap(QSize(GesichtGroesse, GesichtGroesse), dichte);
@@ -36,11 +40,11 @@ QPixmap GesichtLesen(const QString &pfad, qreal dichte)
 
 UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
 {
-    Image1_ = Benannt(new QLabel(this), QStringLiteral("Image1"), QStringLiteral("Gesicht"));
+    Image1_ = Benannt(new QLabel(this), u"Image1"_s, u"Gesicht"_s);
     Image1_->setFixedSize(GesichtGroesse, GesichtGroesse);
-    urteil_ = Benannt(new QLabel(this), QStringLiteral("Urteil"), QStringLiteral("Urteil"));
-    Ergebnis_R_ = OptionBauen(QStringLiteral("&richtig"), QStringLiteral("Ergebnis_R"), true);
-    Ergebnis_F_ = OptionBauen(QStringLiteral("&falsch"), QStringLiteral("Ergebnis_F"), false);
+    urteil_ = Benannt(new QLabel(this), u"Urteil"_s, u"Urteil"_s);
+    Ergebnis_R_ = OptionBauen(u"&richtig"_s, u"Ergebnis_R"_s, true);
+    Ergebnis_F_ = OptionBauen(u"&falsch"_s, u"Ergebnis_F"_s, false);
 
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
@@ -55,7 +59,7 @@ UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
 QRadioButton *UrteilZeile::OptionBauen(const QString &text, const QString &name, bool richtig)
 {
     auto *option = Benannt(new QRadioButton(text, this), name, QString(text).remove(u'&'));
-    option->setToolTip(QStringLiteral("Das Urteil selbst fällen"));
+    option->setToolTip(u"Das Urteil selbst fällen"_s);
     option->installEventFilter(this);
     connect(option, &QRadioButton::toggled, this, [this, richtig](bool an) {
         if (an)
@@ -83,7 +87,7 @@ void UrteilZeile::Leeren()
 void UrteilZeile::Fragen()
 {
     show();
-    urteil_->setText(QStringLiteral("Wie war Ihre Antwort?"));
+    urteil_->setText(u"Wie war Ihre Antwort?"_s);
     Ergebnis_R_->setFocus(Qt::ShortcutFocusReason); // its mark shows what Enter would choose
 }
 
@@ -97,7 +101,7 @@ void UrteilZeile::Zeigen(bool richtig, const QString &gesicht)
 {
     gezeigt_ = richtig;
     Image1_->setPixmap(GesichtLesen(gesicht, devicePixelRatioF()));
-    urteil_->setText(richtig ? QStringLiteral("Richtig!") : QStringLiteral("Leider falsch"));
+    urteil_->setText(richtig ? u"Richtig!"_s : u"Leider falsch"_s);
     // Tab stops at the option that is selected; the arrow keys reach the other one.
     Ergebnis_R_->setFocusPolicy(richtig ? Qt::StrongFocus : Qt::ClickFocus);
     Ergebnis_F_->setFocusPolicy(richtig ? Qt::ClickFocus : Qt::StrongFocus);
@@ -144,3 +148,5 @@ bool UrteilZeile::eventFilter(QObject *objekt, QEvent *event)
         return false;
     return true;
 }
+
+} // namespace paukfix

@@ -11,6 +11,8 @@ class QLabel;
 class QPixmap;
 class QRadioButton;
 
+namespace paukfix {
+
 // The line below the answers: a face, the verdict in words, and two options by which the learner passes or
 // changes it. It has its place while it is hidden.
 class UrteilZeile final : public QWidget
@@ -48,3 +50,5 @@ private:
     QRadioButton *Ergebnis_F_ = nullptr;
     std::optional<bool> gezeigt_; // the verdict
 };
+
+} // namespace paukfix

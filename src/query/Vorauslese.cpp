@@ -9,6 +9,8 @@
 
 #include <exception>
 
+namespace paukfix {
+
 void Vorauslese::Lesen(CardStore &store, int fach)
 {
     Verwerfen();
@@ -33,3 +35,5 @@ bool Vorauslese::Gilt(const Abfragekarte &karte) const
     return gelesen_ && karte_ == karte &&
            (bild_.isNull() || QFileInfo(bilddatei_).lastModified() == geaendert_);
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 #include <QDateTime>
 #include <QImage>
 
+namespace paukfix {
+
 // The card that will probably be asked next, with the picture of its question, read while nobody waits. What
 // cannot be read is left out without a word: it is told when the card is asked.
 class Vorauslese
@@ -33,3 +35,5 @@ private:
     QString bilddatei_;
     QDateTime geaendert_; // the file, when it was read
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 
 bool FitsColumn(int column, std::uint64_t serialType)
@@ -108,13 +110,13 @@ std::optional<CardCell> ReadCardCell(const PageReader &reader, Bytes page, std::
         return std::nullopt;
 
     // With small pages the head itself goes on in the overflow pages.
-    constexpr std::uint32_t keysSize = 3 * 8;
-    constexpr std::size_t wanted = MaxCardHead + keysSize;
+    constexpr std::uint32_t KeysSize = 3 * 8;
+    constexpr std::size_t Wanted = MaxCardHead + KeysSize;
     std::vector<std::uint8_t> start(local.begin(), local.end());
-    if (start.size() < wanted && start.size() == cell->localSize)
+    if (start.size() < Wanted && start.size() == cell->localSize)
         WalkOverflow(reader, *cell, [&](std::uint32_t, Bytes part) {
             start.insert(start.end(), part.begin(), part.end());
-            return start.size() < wanted;
+            return start.size() < Wanted;
         });
     const auto shape = ReadCardShape(start, cell->payload);
     if (!shape)
@@ -186,3 +188,5 @@ std::vector<CardCell> FindCards(const PageReader &reader, Bytes page, std::uint3
     }
     return cards;
 }
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // Where the values of a card stand in its record.
 struct CardShape
 {
@@ -53,3 +55,5 @@ std::vector<CardCell> FindCards(const PageReader &reader, Bytes page, std::uint3
 // chain breaks, does not end with the record, or `visit` returns false.
 bool WalkOverflow(const PageReader &reader, const LeafCell &cell,
                   const std::function<bool(std::uint32_t page, Bytes part)> &visit);
+
+} // namespace paukfix

@@ -7,10 +7,14 @@
 #include <tuple>
 #include <unordered_set>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // So many copies of one card are looked at; a forged file may hold any number.
-constexpr std::size_t mostCopies = 16;
+constexpr std::size_t MostCopies = 16;
 
 } // namespace
 
@@ -84,7 +88,7 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
                                                   : rank(CellOf(one.card)) > rank(CellOf(other.card));
     };
     std::sort(plans.begin(), plans.end(), byRank);
-    plans.resize(std::min(plans.size(), mostCopies));
+    plans.resize(std::min(plans.size(), MostCopies));
     // Of equally whole copies the one whose content looks right stands first, else all stay in their order.
     std::vector<std::tuple<std::int64_t, bool, std::size_t, CardPlan>> judged;
     for (CardPlan &plan : plans) {
@@ -130,16 +134,16 @@ bool CardSalvage::SameContent(const CardPlan &one, const CardPlan &other) const
         return false;
     const CardBytes first = survey_.Read(oneCell), second = survey_.Read(otherCell);
     // Behind the keys, which may have changed, all values are the same.
-    constexpr std::size_t firstValue = 3;
+    constexpr std::size_t FirstValue = 3;
     const auto isThere = [](const CardBytes &record) {
-        return record.shape.offsets[firstValue] <= record.bytes.size();
+        return record.shape.offsets[FirstValue] <= record.bytes.size();
     };
     return one.card.whole && other.card.whole && isThere(first) && isThere(second) &&
-           std::equal(first.shape.types.begin() + firstValue, first.shape.types.end(),
-                      second.shape.types.begin() + firstValue) &&
-           std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[firstValue]),
+           std::equal(first.shape.types.begin() + FirstValue, first.shape.types.end(),
+                      second.shape.types.begin() + FirstValue) &&
+           std::equal(first.bytes.begin() + static_cast<std::ptrdiff_t>(first.shape.offsets[FirstValue]),
                       first.bytes.end(),
-                      second.bytes.begin() + static_cast<std::ptrdiff_t>(second.shape.offsets[firstValue]),
+                      second.bytes.begin() + static_cast<std::ptrdiff_t>(second.shape.offsets[FirstValue]),
                       second.bytes.end());
 }
 
@@ -151,11 +155,10 @@ std::optional<SalvagedCard> CardSalvage::Read(const CardPlan &plan) const
     ApplyKeys(*card, plan);
     CheckContent(*card);
     if (plan.card.disputed)
-        card->remarks.push_back(
-            {Remark::Kind::Uncertain,
-             QStringLiteral("stand in zwei Fassungen in der Datei, dies ist vielleicht die ältere")});
+        card->remarks.push_back({Remark::Kind::Uncertain,
+                                 u"stand in zwei Fassungen in der Datei, dies ist vielleicht die ältere"_s});
     if (plan.card.uncertain)
-        card->remarks.push_back({Remark::Kind::Uncertain, QStringLiteral("war vielleicht schon gelöscht")});
+        card->remarks.push_back({Remark::Kind::Uncertain, u"war vielleicht schon gelöscht"_s});
     return card;
 }
 
@@ -173,3 +176,5 @@ std::vector<int> CardSalvage::MissingNumbers() const
         missing.erase(plan.number);
     return {missing.begin(), missing.end()};
 }
+
+} // namespace paukfix

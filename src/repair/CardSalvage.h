@@ -11,6 +11,8 @@
 
 #include <vector>
 
+namespace paukfix {
+
 // Decides which of the found cards go into the repaired file, and under which keys.
 //
 // Of several copies of one row the best is taken: whole before broken, then the one whose content looks
@@ -44,3 +46,5 @@ private:
     TextEncoding encoding_;
     std::vector<CardPlan> plans_;
 };
+
+} // namespace paukfix

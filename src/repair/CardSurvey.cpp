@@ -5,30 +5,32 @@
 #include <algorithm>
 #include <unordered_set>
 
+namespace paukfix {
+
 namespace {
 
 // Far more than a card file holds; what a forged file has beyond is left out, so that memory stays bounded.
-constexpr std::size_t mostCards = 150'000;
+constexpr std::size_t MostCards = 150'000;
 // A page that so many cards claim ends their chains, so that forged chains cost no more than linear time.
-constexpr std::uint8_t mostClaims = 8;
+constexpr std::uint8_t MostClaims = 8;
 // So much of one record is read at most; a card beyond that is told to be cut.
-constexpr std::size_t longestRecord = 64'000'000;
+constexpr std::size_t LongestRecord = 64'000'000;
 
 } // namespace
 
-CardSurvey::CardSurvey(const PageReader &reader, const Fortschritt &fortschritt)
+CardSurvey::CardSurvey(const PageReader &reader, const Progress &progress)
     : reader_(reader),
-      trees_(reader, fortschritt),
-      indexes_(reader, trees_, fortschritt),
+      trees_(reader, progress),
+      indexes_(reader, trees_, progress),
       claims_(reader.PageCount() + 1),
       claimedEnds_(reader.PageCount() + 1),
       claimedBySure_(reader.PageCount() + 1)
 {
     for (const bool leaves : {true, false}) {
         std::vector<CardCell> found;
-        for (std::uint32_t number = reader.NextPage(0); number != 0 && found.size() < mostCards;
+        for (std::uint32_t number = reader.NextPage(0); number != 0 && found.size() < MostCards;
              number = reader.NextPage(number)) {
-            Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader.PageCount()));
+            Melden(progress, static_cast<int>(number), static_cast<int>(reader.PageCount()));
             const bool isLeaf = trees_.Kind(number) == PageKind::TableLeaf;
             if (isLeaf != leaves || trees_.InOther(number) || (!isLeaf && trees_.IsSound(number)))
                 continue;
@@ -167,7 +169,7 @@ bool CardSurvey::MayVisit(std::uint32_t page, bool sure) const
     // A sound leaf page is no part of a text, whatever a damaged chain says, and a page that a card which the
     // index knows has in use is no part of one that may be of an older state.
     return !(trees_.IsSound(page) && trees_.Kind(page) == PageKind::TableLeaf) &&
-           claims_[page] < mostClaims && (sure || !claimedBySure_[page]);
+           claims_[page] < MostClaims && (sure || !claimedBySure_[page]);
 }
 
 void CardSurvey::Take(const std::vector<CardCell> &found)
@@ -216,7 +218,7 @@ CardBytes CardSurvey::Read(const CardCell &card) const
             // Where the chain is broken somewhere, a page that another card claims too is that card's.
             const bool foreign = !card.whole && claims_[number] > 1;
             if (foreign || (trees_.IsSound(number) && trees_.Kind(number) == PageKind::TableLeaf) ||
-                record.bytes.size() > longestRecord)
+                record.bytes.size() > LongestRecord)
                 return false;
             record.bytes.insert(record.bytes.end(), part.begin(), part.end());
             return true;
@@ -227,3 +229,5 @@ CardBytes CardSurvey::Read(const CardCell &card) const
         record.bytes.clear();
     return record;
 }
+
+} // namespace paukfix

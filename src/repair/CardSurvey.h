@@ -3,13 +3,15 @@
 #pragma once
 
 #include "CardCells.h"
-#include "Fortschritt.h"
 #include "IndexEntries.h"
 #include "KeyGaps.h"
 #include "PageTrees.h"
+#include "Progress.h"
 
 #include <unordered_set>
 #include <vector>
+
+namespace paukfix {
 
 // The record of a card, as far as its bytes are still there.
 struct CardBytes
@@ -29,8 +31,8 @@ struct CardBytes
 class CardSurvey
 {
 public:
-    // Throws what `fortschritt` throws.
-    explicit CardSurvey(const PageReader &reader, const Fortschritt &fortschritt = {});
+    // Throws what `progress` throws.
+    explicit CardSurvey(const PageReader &reader, const Progress &progress = {});
 
     const std::vector<CardCell> &Cards() const { return cards_; }
 
@@ -84,3 +86,5 @@ private:
     std::vector<std::uint32_t> claimedEnds_;
     std::vector<bool> claimedBySure_;
 };
+
+} // namespace paukfix

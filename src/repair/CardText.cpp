@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 
 // Takes off the start of a character whose other bytes are missing.
@@ -68,13 +70,13 @@ SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding)
 
 TextEncoding FindEncoding(const CardSurvey &survey)
 {
-    constexpr std::size_t sample = 64;
+    constexpr std::size_t Sample = 64;
     std::uint64_t characters = 0, evenZeros = 0, oddZeros = 0;
     std::size_t seen = 0;
     for (const CardCell &cell : survey.Cards()) {
         if (!cell.whole)
             continue;
-        if (++seen > sample)
+        if (++seen > Sample)
             break;
         const CardBytes record = survey.Read(cell);
         for (std::size_t i = 0; i < record.shape.types.size(); ++i) {
@@ -96,3 +98,5 @@ TextEncoding FindEncoding(const CardSurvey &survey)
         return TextEncoding::Utf16BigEndian;
     return TextEncoding::Utf8;
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+namespace paukfix {
+
 enum class TextEncoding : std::uint8_t
 {
     Utf8,
@@ -19,3 +21,5 @@ TextEncoding FindEncoding(const CardSurvey &survey);
 // Takes the values out of a record. A text that breaks off is kept up to there; what lies behind the break is
 // null; both are remarked.
 SalvagedCard DecodeCard(const CardBytes &record, TextEncoding encoding);
+
+} // namespace paukfix

@@ -10,6 +10,10 @@
 
 #include <fcntl.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 FileHandle OpenLocked(const QString &path)
@@ -23,16 +27,16 @@ FileHandle OpenLocked(const QString &path)
 class DamagedCards final : public SalvagedSource
 {
 public:
-    DamagedCards(const QString &path, const Fortschritt &fortschritt)
+    DamagedCards(const QString &path, const Progress &progress)
         : SalvagedSource(path),
           file_(OpenLocked(path)),
           engine_(path, EngineReader::Access::ReadOnly),
-          state_(file_.Get(), SizeOf(file_, path), engine_, fortschritt)
+          state_(file_.Get(), SizeOf(file_, path), engine_, progress)
     {
         Begin(state_.salvage.Cards(), static_cast<qint64>(state_.salvage.MissingNumbers().size()));
     }
 
-    QString Remark() const override { return IsDamaged() + QStringLiteral("Alle Karten ließen sich lesen."); }
+    QString Remark() const override { return IsDamaged() + u"Alle Karten ließen sich lesen."_s; }
 
 private:
     std::optional<SalvagedCard> ReadCard(const CardPlan &plan) override { return state_.salvage.Read(plan); }
@@ -44,7 +48,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Fortschritt &fortschritt)
+std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Progress &progress)
 {
-    return std::make_unique<DamagedCards>(path, fortschritt);
+    return std::make_unique<DamagedCards>(path, progress);
 }
+
+} // namespace paukfix

@@ -2,9 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "DamagedState.h"
 
-DamagedState::DamagedState(int file, std::int64_t size, EngineReader &engine, const Fortschritt &fortschritt)
-    : reader(file, size, FindGeometry(file, size, fortschritt)),
-      survey(reader, fortschritt),
+namespace paukfix {
+
+DamagedState::DamagedState(int file, std::int64_t size, EngineReader &engine, const Progress &progress)
+    : reader(file, size, FindGeometry(file, size, progress)),
+      survey(reader, progress),
       salvage(survey, engine)
 {
 }
+
+} // namespace paukfix

@@ -5,14 +5,16 @@
 #include "CardSalvage.h"
 #include "CardSurvey.h"
 #include "EngineReader.h"
-#include "Fortschritt.h"
+#include "Progress.h"
+
+namespace paukfix {
 
 // Everything that reads one state of a damaged card file, held together because each part refers to the one
 // before.
 struct DamagedState
 {
     // `file` is a descriptor that must stay open, of a file of `size` bytes.
-    DamagedState(int file, std::int64_t size, EngineReader &engine, const Fortschritt &fortschritt = {});
+    DamagedState(int file, std::int64_t size, EngineReader &engine, const Progress &progress = {});
 
     DamagedState(const DamagedState &) = delete;
     DamagedState &operator=(const DamagedState &) = delete;
@@ -21,3 +23,5 @@ struct DamagedState
     CardSurvey survey;
     CardSalvage salvage;
 };
+
+} // namespace paukfix

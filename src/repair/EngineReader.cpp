@@ -13,15 +13,17 @@
 
 #include <unordered_set>
 
+namespace paukfix {
+
 namespace {
 
 // Rounds of 10,000 engine instructions after which a statement ends; a damaged tree can lead in circles.
-constexpr int mostRounds = 10'000;
-constexpr std::size_t mostRows = 200'000;
+constexpr int MostRounds = 10'000;
+constexpr std::size_t MostRows = 200'000;
 
 int CountRound(void *rounds)
 {
-    return ++*static_cast<int *>(rounds) > mostRounds ? 1 : 0;
+    return ++*static_cast<int *>(rounds) > MostRounds ? 1 : 0;
 }
 
 // Gives every statement its own time.
@@ -106,7 +108,7 @@ void EngineReader::ReadRows(const char *order)
             *database_, std::string("SELECT rowid,\"FrageNr\",\"FachNr\",\"FachLfdNr\" FROM Lernkarten "
                                     "NOT INDEXED ORDER BY rowid ") +
                             order);
-        while (rows.executeStep() && cards_.size() < mostRows) {
+        while (rows.executeStep() && cards_.size() < MostRows) {
             CardCell card;
             card.rowid = rows.getColumn(0).getInt64();
             double *const keys[] = {&card.number, &card.compartment, &card.place};
@@ -152,3 +154,5 @@ bool EngineReader::FindsNoFault()
         return false;
     }
 }
+
+} // namespace paukfix

@@ -13,6 +13,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // The cards that the database engine itself still reads out of a damaged file: from the front until it meets
 // the damage and from the back until it meets it again. It can read tables that are laid out otherwise than
 // ours.
@@ -45,3 +47,5 @@ private:
     std::array<int, CardColumnCount> columns_{}; // column of row_ by card column, -1 where the table lacks it
     std::vector<CardCell> cards_;
 };
+
+} // namespace paukfix

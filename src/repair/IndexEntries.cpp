@@ -5,10 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 namespace {
 
 // More index entries than a card file can have; what stands beyond is left out, so that memory stays bounded.
-constexpr std::size_t mostEntries = 500'000;
+constexpr std::size_t MostEntries = 500'000;
 
 // The numbers that make up a whole index record; empty where it holds anything else.
 std::vector<double> IndexNumbers(Bytes record)
@@ -33,13 +35,13 @@ std::vector<double> IndexNumbers(Bytes record)
 
 } // namespace
 
-IndexEntries::IndexEntries(const PageReader &reader, const PageTrees &trees, const Fortschritt &fortschritt)
+IndexEntries::IndexEntries(const PageReader &reader, const PageTrees &trees, const Progress &progress)
 {
     std::vector<std::uint8_t> buffer;
     for (const bool reached : {true, false}) {
         const std::size_t before = numbers_.size();
         for (std::uint32_t number = reader.NextPage(1); number != 0; number = reader.NextPage(number)) {
-            Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader.PageCount()));
+            Melden(progress, static_cast<int>(number), static_cast<int>(reader.PageCount()));
             const PageKind kind = trees.Kind(number);
             if ((kind == PageKind::IndexLeaf || kind == PageKind::IndexInterior) &&
                 (reached ? trees.InIndex(number) : trees.InNone(number) && !trees.IsFree(number)))
@@ -61,15 +63,15 @@ void IndexEntries::ReadPage(const BTreePage &page, bool sound, bool reached)
             values.back() != std::floor(values.back()))
             continue;
         const auto row = static_cast<std::int64_t>(values.back());
-        if (values.size() == 2 && numbers_.size() < mostEntries) {
+        if (values.size() == 2 && numbers_.size() < MostEntries) {
             numbers_.try_emplace(row, values[0]);
             if (reached)
                 inTree_.insert(values[0]);
             keys.push_back(values[0]);
             highest_ = std::max(highest_, values[0]);
-        } else if (values.size() == 3 && places_.size() < mostEntries) {
+        } else if (values.size() == 3 && places_.size() < MostEntries) {
             Places &places = places_[row];
-            if (places.count < mostPlaces && !KnowsPlace(row, {values[0], values[1]}))
+            if (places.count < MostPlaces && !KnowsPlace(row, {values[0], values[1]}))
                 places.known[places.count++] = {values[0], values[1]};
         }
     }
@@ -93,3 +95,5 @@ std::optional<IndexEntries::Place> IndexEntries::PlaceOf(std::int64_t row) const
     return entry == places_.end() || entry->second.count == 0 ? std::nullopt
                                                               : std::optional(entry->second.known[0]);
 }
+
+} // namespace paukfix

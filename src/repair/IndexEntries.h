@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Fortschritt.h"
 #include "KeyGaps.h"
 #include "PageTrees.h"
+#include "Progress.h"
 
 #include <array>
 #include <limits>
@@ -12,14 +12,16 @@
 #include <unordered_map>
 #include <unordered_set>
 
+namespace paukfix {
+
 // What the pages of the indexes "FrageNr" and "BoxKey" of a damaged file still know of the cards, also those
 // that no tree leads to any more. Pages of an older state may be among them, so that the pages can contradict
 // each other; an index that knows few cards proves nothing about the others.
 class IndexEntries
 {
 public:
-    // Throws what `fortschritt` throws.
-    IndexEntries(const PageReader &reader, const PageTrees &trees, const Fortschritt &fortschritt = {});
+    // Throws what `progress` throws.
+    IndexEntries(const PageReader &reader, const PageTrees &trees, const Progress &progress = {});
 
     // By the card's row: its FrageNr.
     const std::unordered_map<std::int64_t, double> &Numbers() const { return numbers_; }
@@ -49,11 +51,11 @@ public:
 
 private:
     // Entries of several states may stand side by side; more of them tell no more.
-    static constexpr std::size_t mostPlaces = 3;
+    static constexpr std::size_t MostPlaces = 3;
 
     struct Places
     {
-        std::array<Place, mostPlaces> known;
+        std::array<Place, MostPlaces> known;
         std::size_t count = 0;
     };
 
@@ -66,3 +68,5 @@ private:
     bool covers_ = false;
     double highest_ = -std::numeric_limits<double>::infinity();
 };
+
+} // namespace paukfix

@@ -6,12 +6,14 @@
 #include <cmath>
 #include <functional>
 
+namespace paukfix {
+
 namespace {
 
 // What stands beyond proves nothing, so that memory stays bounded.
-constexpr std::size_t mostGaps = 500'000;
+constexpr std::size_t MostGaps = 500'000;
 // From here on not every whole number is a double.
-constexpr double mostKey = 0x1p53;
+constexpr double MostKey = 0x1p53;
 
 } // namespace
 
@@ -25,9 +27,9 @@ void KeyGaps::AddPage(const std::vector<double> &keys)
 
 void KeyGaps::Add(double below, double above)
 {
-    if (below < -mostKey || above > mostKey || below != std::floor(below) || above != std::floor(above))
+    if (below < -MostKey || above > MostKey || below != std::floor(below) || above != std::floor(above))
         return;
-    if (above - below > 1 && gaps_.size() < mostGaps)
+    if (above - below > 1 && gaps_.size() < MostGaps)
         gaps_.emplace_back(below + 1, above - 1);
 }
 
@@ -51,3 +53,5 @@ bool KeyGaps::Contains(double key) const
                                          [](double value, const auto &gap) { return value < gap.first; });
     return behind != gaps_.begin() && key <= std::prev(behind)->second;
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+namespace paukfix {
+
 // Keys that two neighbours on one page show not to exist: whole numbers between one entry of a tree's page
 // and the next.
 class KeyGaps
@@ -25,3 +27,5 @@ private:
 
     std::vector<std::pair<double, double>> gaps_; // the keys between two others; from Finish() on apart
 };
+
+} // namespace paukfix

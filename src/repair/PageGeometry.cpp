@@ -7,6 +7,8 @@
 #include <bit>
 #include <cstring>
 
+namespace paukfix {
+
 namespace {
 
 struct Guess
@@ -43,7 +45,7 @@ std::uint64_t CountCards(Bytes bytes, std::uint32_t number, const PageGeometry &
 
 } // namespace
 
-PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortschritt)
+PageGeometry FindGeometry(int file, std::int64_t size, const Progress &progress)
 {
     std::vector<std::uint8_t> block(MaxPageSize);
     ReadTolerant(file, 0, block.data(), 100);
@@ -65,7 +67,7 @@ PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortsc
         if (part == parts.end())
             break;
         at = std::max(at, part->from / MaxPageSize * MaxPageSize);
-        Melden(fortschritt, static_cast<int>(at / MaxPageSize), static_cast<int>(size / MaxPageSize + 1));
+        Melden(progress, static_cast<int>(at / MaxPageSize), static_cast<int>(size / MaxPageSize + 1));
         ReadTolerant(file, at, block.data(), block.size());
         for (Guess &guess : guesses) {
             const std::uint32_t pageSize = guess.geometry.pageSize;
@@ -84,3 +86,5 @@ PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortsc
         return best->geometry;
     return IsPageSize(stated) ? PageGeometry{stated, stated} : PageGeometry{};
 }
+
+} // namespace paukfix

@@ -8,10 +8,12 @@
 #include <cmath>
 #include <unistd.h>
 
+namespace paukfix {
+
 namespace {
 
 // Something is kept of every page. No box needs more: with the smallest pages this is four gigabytes.
-constexpr std::int64_t mostPages = 8'000'000;
+constexpr std::int64_t MostPages = 8'000'000;
 
 } // namespace
 
@@ -48,8 +50,8 @@ bool AllZero(Bytes bytes)
 
 std::uint64_t SerialSize(std::uint64_t serialType)
 {
-    static constexpr std::uint8_t sizes[] = {0, 1, 2, 3, 4, 6, 8, 8, 0, 0, 0, 0};
-    return serialType < 12 ? sizes[serialType] : (serialType - 12) / 2;
+    static constexpr std::uint8_t Sizes[] = {0, 1, 2, 3, 4, 6, 8, 8, 0, 0, 0, 0};
+    return serialType < 12 ? Sizes[serialType] : (serialType - 12) / 2;
 }
 
 bool IsNumberType(std::uint64_t serialType)
@@ -87,7 +89,7 @@ PageReader::PageReader(int file, std::int64_t size, PageGeometry geometry)
 {
     const std::int64_t end = parts_.empty() ? 0 : parts_.back().to;
     pageCount_ =
-        static_cast<std::uint32_t>(std::min((end + geometry.pageSize - 1) / geometry.pageSize, mostPages));
+        static_cast<std::uint32_t>(std::min((end + geometry.pageSize - 1) / geometry.pageSize, MostPages));
 }
 
 std::uint32_t PageReader::NextPage(std::uint32_t number) const
@@ -274,13 +276,13 @@ std::vector<std::int64_t> BTreePage::Dividers() const
 
 FreeSpace BTreePage::FreeBlocks() const
 {
-    constexpr std::uint32_t head = 4, enough = 32;
+    constexpr std::uint32_t Head = 4, Enough = 32;
     FreeSpace found = FreeSpace::Unknown;
     for (std::uint32_t block = Big16(bytes_, header_ + 1); block != 0; block = Big16(bytes_, block)) {
         const std::uint32_t size = Big16(bytes_, block + 2);
-        if (size < head + enough)
+        if (size < Head + Enough)
             continue;
-        const Bytes content = bytes_.subspan(block + head, size - head);
+        const Bytes content = bytes_.subspan(block + Head, size - Head);
         const auto zeros = std::count(content.begin(), content.end(), std::uint8_t{0});
         if (static_cast<std::size_t>(zeros) * 2 < content.size())
             return FreeSpace::Left;
@@ -298,3 +300,5 @@ Bytes BTreePage::IndexRecord(std::uint32_t at) const
         return {};
     return bytes_.subspan(at + child + length, static_cast<std::size_t>(payload));
 }
+
+} // namespace paukfix

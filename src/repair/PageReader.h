@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 // The file format of SQLite, read without the engine: numbers, pages and the cells of b-tree pages, as
 // https://www.sqlite.org/fileformat2.html describes them. Nothing here trusts the file: every offset is
 // checked.
@@ -142,3 +144,5 @@ private:
     PageKind kind_ = PageKind::Other;
     std::uint32_t cellCount_ = 0;
 };
+
+} // namespace paukfix

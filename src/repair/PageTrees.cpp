@@ -10,6 +10,8 @@
 #include <cstring>
 #include <limits>
 
+namespace paukfix {
+
 namespace {
 
 struct RecordValue
@@ -49,7 +51,7 @@ bool IsNamed(const RecordValue &value, const char *name)
 
 } // namespace
 
-PageTrees::PageTrees(const PageReader &reader, const Fortschritt &fortschritt)
+PageTrees::PageTrees(const PageReader &reader, const Progress &progress)
     : reader_(reader),
       kinds_(reader.PageCount() + 1, PageKind::Other),
       owner_(reader.PageCount() + 1, Owner::None),
@@ -57,11 +59,11 @@ PageTrees::PageTrees(const PageReader &reader, const Fortschritt &fortschritt)
       empty_(reader.PageCount() + 1, true),
       free_(reader.PageCount() + 1)
 {
-    ClassifyPages(fortschritt);
+    ClassifyPages(progress);
     ReadFreeList();
     const std::vector<SchemaRow> rows = ReadSchema();
     bool tableFound = false;
-    for (const SchemaRow &row : rows) {
+    for (const SchemaRow &row : rows)
         if (row.object == Object::CardTable)
             tableFound = WalkTree(row.root, Owner::Table, PageKind::TableLeaf) ||
                          kinds_[row.root] == PageKind::TableInterior;
@@ -69,7 +71,6 @@ PageTrees::PageTrees(const PageReader &reader, const Fortschritt &fortschritt)
             numbersWhole_ = WalkTree(row.root, Owner::Index, PageKind::IndexLeaf);
         else if (row.object == Object::PlaceIndex)
             WalkTree(row.root, Owner::Index, PageKind::IndexLeaf);
-    }
     // What other tables own is believed only beside a table of cards: a damaged name must not hide the cards.
     for (const SchemaRow &row : rows)
         if (tableFound && (row.object == Object::OtherTable || row.object == Object::OtherIndex))
@@ -89,20 +90,20 @@ std::uint32_t PageTrees::LeafOf(std::int64_t row) const
     return leaf != leavesByRow_.end() && InTable(leaf->second, row) ? leaf->second : 0;
 }
 
-void PageTrees::ClassifyPages(const Fortschritt &fortschritt)
+void PageTrees::ClassifyPages(const Progress &progress)
 {
-    constexpr std::uint32_t markPlace = 68;
+    constexpr std::uint32_t MarkPlace = 68;
     std::vector<std::uint8_t> buffer;
     bool ours = false;
     std::uint32_t left = 0, wiped = 0;
     for (std::uint32_t number = reader_.NextPage(0); number != 0; number = reader_.NextPage(number)) {
-        Melden(fortschritt, static_cast<int>(number), static_cast<int>(reader_.PageCount()));
+        Melden(progress, static_cast<int>(number), static_cast<int>(reader_.PageCount()));
         const Bytes bytes = reader_.Read(number, buffer);
         const BTreePage page(bytes, number, reader_.Geometry());
         kinds_[number] = page.Kind();
         empty_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
-        ours = ours || (number == 1 && Big32(bytes, markPlace) == cardFileMark);
+        ours = ours || (number == 1 && Big32(bytes, MarkPlace) == CardFileMark);
         if (!sound_[number])
             continue;
         switch (page.FreeBlocks()) {
@@ -250,3 +251,5 @@ bool PageTrees::WalkTree(std::uint32_t root, Owner owner, PageKind leaf)
     }
     return whole;
 }
+
+} // namespace paukfix

@@ -2,13 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Fortschritt.h"
 #include "PageReader.h"
+#include "Progress.h"
 
 #include <cstdint>
 #include <map>
 #include <unordered_map>
 #include <vector>
+
+namespace paukfix {
 
 // What the trees, the schema and the free list of a damaged database file still tell: which pages belong to
 // the cards, and which are free. A page may be one of an older state, so that what it leads to need not be
@@ -16,8 +18,8 @@
 class PageTrees
 {
 public:
-    // Throws what `fortschritt` throws.
-    explicit PageTrees(const PageReader &reader, const Fortschritt &fortschritt = {});
+    // Throws what `progress` throws.
+    explicit PageTrees(const PageReader &reader, const Progress &progress = {});
 
     bool InTable(std::uint32_t page) const { return owner_[page] == Owner::Table; }
 
@@ -89,7 +91,7 @@ private:
         RowRange rows;
     };
 
-    void ClassifyPages(const Fortschritt &fortschritt);
+    void ClassifyPages(const Progress &progress);
     void ReadFreeList();
     std::vector<SchemaRow> ReadSchema() const;
     bool WalkTree(std::uint32_t root, Owner owner, PageKind leaf);
@@ -105,5 +107,7 @@ private:
 };
 
 // Finds page size and usable size, from the header where it is true, else from the structure of the pages.
-// Throws what `fortschritt` throws.
-PageGeometry FindGeometry(int file, std::int64_t size, const Fortschritt &fortschritt = {});
+// Throws what `progress` throws.
+PageGeometry FindGeometry(int file, std::int64_t size, const Progress &progress = {});
+
+} // namespace paukfix

@@ -13,17 +13,21 @@
 #include <QFileInfo>
 #include <SQLiteCpp/Exception.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Writes the planned cards into a new file; the report learns of every one. Returns how many were written.
 int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport &report,
-               const Fortschritt &fortschritt)
+               const Progress &progress)
 {
     auto plan = salvage.Cards().begin();
     int done = 0;
     const auto next = [&]() -> std::optional<SalvagedCard> {
         while (plan != salvage.Cards().end()) {
-            Melden(fortschritt, ++done, static_cast<int>(salvage.Cards().size()));
+            Melden(progress, ++done, static_cast<int>(salvage.Cards().size()));
             auto card = salvage.Read(*plan);
             if (!card)
                 report.AddLost(plan->number);
@@ -35,7 +39,7 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
         }
         return std::nullopt;
     };
-    const int cards = WriteSalvagedCards(newPath, next, fortschritt);
+    const int cards = WriteSalvagedCards(newPath, next, progress);
     for (const int number : salvage.MissingNumbers())
         report.AddLost(number);
     return cards;
@@ -43,13 +47,12 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
 
 [[noreturn]] void ThrowNothingToSave(const QString &path)
 {
-    throw StoreError(Fehler::Beschaedigt,
-                     QStringLiteral("In der Datei „%1“ ist nichts zu retten.").arg(path));
+    throw StoreError(Fehler::Beschaedigt, u"In der Datei „%1“ ist nichts zu retten."_s.arg(path));
 }
 
-int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt &fortschritt)
+int SaveCards(const RepairFiles &files, RepairReport &report, const Progress &progress)
 {
-    files.MakeCopy(fortschritt);
+    files.MakeCopy(progress);
     // An unfinished transaction is rolled back in the copy now.
     EngineReader engine(files.CopyPath());
     const FileHandle copy = OpenRegular(files.CopyPath());
@@ -57,11 +60,11 @@ int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt 
 
     int cards = 0;
     try {
-        auto best = std::make_unique<DamagedState>(copy.Get(), size, engine, fortschritt);
+        auto best = std::make_unique<DamagedState>(copy.Get(), size, engine, progress);
         bool journalUsed = files.HasCompanions();
         if (journalUsed && !engine.FindsNoFault()) {
             // A journal that is damaged itself can take more away than it gives back.
-            auto raw = std::make_unique<DamagedState>(files.Damaged(), files.Size(), engine, fortschritt);
+            auto raw = std::make_unique<DamagedState>(files.Damaged(), files.Size(), engine, progress);
             if (raw->salvage.WholeCards() > best->salvage.WholeCards()) {
                 best = std::move(raw);
                 journalUsed = false;
@@ -70,7 +73,7 @@ int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt 
         if (journalUsed)
             report.SetJournalUsed();
         if (!best->salvage.Cards().empty())
-            cards = WriteCards(best->salvage, files.NewPath(), report, fortschritt);
+            cards = WriteCards(best->salvage, files.NewPath(), report, progress);
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, files.NewPath());
     }
@@ -79,7 +82,7 @@ int SaveCards(const RepairFiles &files, RepairReport &report, const Fortschritt 
 
 } // namespace
 
-RepairResult RepairDatabase(const QString &path, const Fortschritt &fortschritt)
+RepairResult RepairDatabase(const QString &path, const Progress &progress)
 {
     const RepairFiles files(path);
     if (files.Size() == 0)
@@ -87,7 +90,7 @@ RepairResult RepairDatabase(const QString &path, const Fortschritt &fortschritt)
     RepairReport report;
     int cards = 0;
     try {
-        cards = SaveCards(files, report, fortschritt);
+        cards = SaveCards(files, report, progress);
         if (cards > 0)
             files.WriteReport(report.Text(files.Path(), QFileInfo(files.AsidePath()).fileName(),
                                           QDateTime::currentDateTime()));
@@ -100,3 +103,5 @@ RepairResult RepairDatabase(const QString &path, const Fortschritt &fortschritt)
     return {cards, files.AsidePath(), files.ReportPath(),
             report.Summary(QFileInfo(files.ReportPath()).fileName())};
 }
+
+} // namespace paukfix

@@ -21,27 +21,31 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString WorkDirectory(const QString &path)
 {
-    return BesideName(path, QStringLiteral(".reparatur"));
+    return BesideName(path, u".reparatur"_s);
 }
 
 QString NewFile(const QString &work)
 {
-    return work + QStringLiteral("/neu.pzb");
+    return work + u"/neu.pzb"_s;
 }
 
 QString ReportDraft(const QString &work)
 {
-    return work + QStringLiteral("/bericht.txt");
+    return work + u"/bericht.txt"_s;
 }
 
 // What is to be kept aside where it cannot just get a second name.
 QString AsideDraft(const QString &work)
 {
-    return work + QStringLiteral("/beiseite");
+    return work + u"/beiseite"_s;
 }
 
 struct ResultNames
@@ -52,9 +56,9 @@ struct ResultNames
 // Of the repair number `count` of the file, counted from 1.
 ResultNames NamesOf(const QString &path, int count)
 {
-    const QString number = count == 1 ? QString() : QStringLiteral("-%1").arg(count);
-    return {BesideName(path, QStringLiteral(".beschädigt") + number),
-            BesideName(path, QStringLiteral(".Reparatur") + number + QStringLiteral(".txt"))};
+    const QString number = count == 1 ? QString() : u"-%1"_s.arg(count);
+    return {BesideName(path, u".beschädigt"_s + number),
+            BesideName(path, u".Reparatur"_s + number + u".txt"_s)};
 }
 
 // What is wrong with the files, as it stands to who wants this file repaired.
@@ -64,14 +68,13 @@ StoreError ForRepair(const StoreError &error, const QString &path)
     switch (error.Number()) {
     case Fehler::DateiNichtGefunden:
     case Fehler::PfadNichtGefunden:
-        return named(Fehler::KarteiNichtGefunden, QStringLiteral("Die Datei „%1“ wurde nicht gefunden."));
+        return named(Fehler::KarteiNichtGefunden, u"Die Datei „%1“ wurde nicht gefunden."_s);
     case Fehler::DatentraegerVoll:
-        return named(error.Number(),
-                     QStringLiteral("Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert."));
+        return named(error.Number(), u"Der Datenträger ist voll; an der Datei „%1“ wurde nichts geändert."_s);
     case Fehler::NichtErlaubt:
-        return named(error.Number(), QStringLiteral("Neben der Datei „%1“ darf nicht geschrieben werden."));
+        return named(error.Number(), u"Neben der Datei „%1“ darf nicht geschrieben werden."_s);
     case Fehler::GeraeteFehler:
-        return named(error.Number(), QStringLiteral("Ein-/Ausgabefehler bei der Datei „%1“."));
+        return named(error.Number(), u"Ein-/Ausgabefehler bei der Datei „%1“."_s);
     default:
         return error;
     }
@@ -97,7 +100,7 @@ RepairFiles::RepairFiles(const QString &path) : path_(QFileInfo(path).canonicalF
     });
     OpenDamaged();
     work_ = WorkDirectory(path_);
-    for (const char *suffix : companionSuffixes)
+    for (const char *suffix : CompanionSuffixes)
         if (IsNameTaken(path_ + QLatin1String(suffix)))
             companions_ << QLatin1String(suffix);
     ChooseNames();
@@ -148,7 +151,7 @@ void RepairFiles::ChooseNames()
 
 QString RepairFiles::CopyPath() const
 {
-    return work_ + QStringLiteral("/kopie.pzb");
+    return work_ + u"/kopie.pzb"_s;
 }
 
 QString RepairFiles::NewPath() const
@@ -163,16 +166,16 @@ QString RepairFiles::ForUsers(QString text) const
     return text;
 }
 
-void RepairFiles::MakeCopy(const Fortschritt &fortschritt) const
+void RepairFiles::MakeCopy(const Progress &progress) const
 {
     OnFiles(path_, [&] {
-        CopyTolerant(damaged_, CopyPath(), fortschritt);
+        CopyTolerant(damaged_, CopyPath(), progress);
         for (const QString &suffix : companions_)
             if (suffix != u"-shm") // the engine makes it anew from the log
                 CopyTolerant(OpenFile(path_ + suffix, O_RDONLY | O_NOFOLLOW), CopyPath() + suffix);
     });
-    if (companions_.contains(QStringLiteral("-journal")))
-        ForgetOtherFiles(CopyPath() + QStringLiteral("-journal"));
+    if (companions_.contains(u"-journal"_s))
+        ForgetOtherFiles(CopyPath() + u"-journal"_s);
 }
 
 void RepairFiles::WriteReport(const QByteArray &text) const
@@ -259,3 +262,5 @@ void RemoveRepairLeftovers(const QString &path)
     }
     QDir(work).removeRecursively();
 }
+
+} // namespace paukfix

@@ -3,13 +3,15 @@
 #pragma once
 
 #include "FileHandle.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <cstdint>
+
+namespace paukfix {
 
 // The files around a repair: the damaged one, locked against other programs as long as this object lives, the
 // directory in which the work is done, and the names that the results get. All methods throw StoreError.
@@ -38,8 +40,8 @@ public:
     // In the working directory: a copy of the damaged file with its companions, the new file, its report.
     QString CopyPath() const;
     QString NewPath() const;
-    // What `fortschritt` throws ends it.
-    void MakeCopy(const Fortschritt &fortschritt = {}) const;
+    // What `progress` throws ends it.
+    void MakeCopy(const Progress &progress = {}) const;
     void WriteReport(const QByteArray &text) const;
 
     // An error's text with the damaged file named instead of a file of the working directory.
@@ -67,3 +69,5 @@ private:
     std::int64_t size_ = 0;
     QStringList companions_; // suffixes of the engine's files that stand beside the damaged one
 };
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 constexpr double TwipsPerPoint = 20.0;
 constexpr double HeightPerSize = 1.2; // ascent and descent together, for a usual font
@@ -47,3 +49,5 @@ void SetTextColour(QTextCharFormat &format, const QColor &colour)
     const bool automatic = !colour.isValid() || (colour.rgb() & RGB_MASK) == 0;
     format.setForeground(automatic ? QBrush(Qt::NoBrush) : QBrush(colour));
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 #include <QFont>
 #include <QTextCharFormat>
 
+namespace paukfix {
+
 // Character properties that Qt's own formats cannot say exactly. The setters give formats that are fit for
 // merging into a selection.
 
@@ -27,3 +29,5 @@ void SetCharOffset(QTextCharFormat &format, int twips, const QFont &defaultFont 
 // directions.
 QColor TextColour(const QTextCharFormat &format);
 void SetTextColour(QTextCharFormat &format, const QColor &colour);
+
+} // namespace paukfix

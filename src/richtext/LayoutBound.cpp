@@ -9,6 +9,8 @@
 #include <cmath>
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 constexpr int UsualHalfPoints = 24;
 constexpr double EmPerHalfPoint = 2.0 / 3.0; // logical pixels
@@ -85,3 +87,5 @@ void LayoutBound::Add(const QTextDocument &document, int from, int to)
             height_ += MaxHeight;
     }
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 class QTextBlockFormat;
 class QTextDocument;
 
+namespace paukfix {
+
 // How much of a text Qt lays out in a second or two. Its layout takes up to 50 bytes a character and 500 a
 // line, takes its time for each run of one format, and does not come back from lines below 8,388,607 pixels.
 // Heights are estimates for narrow boxes and generous fonts. At 12 points a million characters, 80,000 short
@@ -41,3 +43,5 @@ private:
     double paragraphLines_ = 0; // the paragraph's height if each character had a line of its own
     qsizetype runs_ = 0;
 };
+
+} // namespace paukfix

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <optional>
 
+namespace paukfix {
+
 namespace {
 constexpr qsizetype LongWord = 1'000;
 
@@ -166,12 +168,11 @@ QString PlainText(const QTextDocument &document)
     QString text;
     const QString raw = document.toRawText();
     text.reserve(raw.size());
-    for (const QChar c : raw) {
+    for (const QChar c : raw)
         if (c == QChar::ParagraphSeparator || c == QChar::LineSeparator || c == u'\uFDD0' || c == u'\uFDD1')
             text += u"\r\n";
         else if (c != QChar::ObjectReplacementCharacter)
             text += c;
-    }
     return text;
 }
 
@@ -232,3 +233,5 @@ bool InsertPlainText(QTextCursor cursor, const QString &text)
     cursor.insertText(lines.toRawText());
     return true;
 }
+
+} // namespace paukfix

@@ -12,6 +12,8 @@
 class QTextCursor;
 class QTextDocument;
 
+namespace paukfix {
+
 // RTF to and from QTextDocument, with what a rich-text box holds: font, size, bold, italic, underline,
 // strike-through, colour, raised and lowered text, paragraphs with alignment, indents, spacing and tab stops.
 //
@@ -64,3 +66,5 @@ bool IsWithinBound(const QTextDocument &document);
 // into a document.
 QByteArray FragmentToRtf(const QTextDocumentFragment &fragment, const QFont &defaultFont = {});
 std::unique_ptr<QTextDocument> DocumentFromRtf(const QByteArray &rtf);
+
+} // namespace paukfix

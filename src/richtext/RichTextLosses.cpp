@@ -12,6 +12,8 @@
 #include <optional>
 #include <vector>
 
+namespace paukfix {
+
 namespace {
 using Loss = RichTextLoss;
 
@@ -190,10 +192,9 @@ const Entry *Find(const std::array<Entry, count> &table, std::string_view word)
 quint64 BitsOf(bool (*chosen)(const Property &))
 {
     quint64 bits = 0;
-    for (std::size_t i = 0; i < Properties.size(); ++i) {
+    for (std::size_t i = 0; i < Properties.size(); ++i)
         if (chosen(Properties[i]))
             bits |= quint64{1} << i;
-    }
     return bits;
 }
 
@@ -296,7 +297,7 @@ void LossFinder::Word()
         static const quint64 paragraph =
             BitsOf([](const Property &p) { return p.reach == Reach::Paragraph; });
         on_ &= ~paragraph;
-    } else if (const Property *const property = ::Find(Properties, word)) {
+    } else if (const Property *const property = paukfix::Find(Properties, word)) {
         Apply(*property);
     } else if (IsUnderline(word)) {
         static const quint64 underlines = BitsOf([](const Property &p) { return IsUnderline(p.word); });
@@ -327,7 +328,7 @@ void LossFinder::Skip(std::string_view word)
         instruction_.clear();
         return;
     }
-    if (const Destination *const known = ::Find(Destinations, word)) {
+    if (const Destination *const known = paukfix::Find(Destinations, word)) {
         if (known->loss)
             losses_ |= *known->loss;
     } else {
@@ -355,10 +356,9 @@ void LossFinder::Text()
     if (on_ == 0)
         return;
     RichTextLosses here;
-    for (std::size_t i = 0; i < Properties.size(); ++i) {
+    for (std::size_t i = 0; i < Properties.size(); ++i)
         if ((on_ >> i & 1U) != 0)
             here |= Properties[i].loss;
-    }
     // What is hidden is lost as a whole.
     losses_ |= here.testFlag(Loss::HiddenText) ? RichTextLosses(Loss::HiddenText) : here;
 }
@@ -368,3 +368,5 @@ RichTextLosses LossesOf(QStringView text)
 {
     return IsRtf(text) ? LossFinder(text).Find() : RichTextLosses();
 }
+
+} // namespace paukfix

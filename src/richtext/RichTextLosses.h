@@ -5,6 +5,8 @@
 #include <QFlags>
 #include <QStringView>
 
+namespace paukfix {
+
 // What a text of another word processor holds and a document of ours does not: it is gone when the document
 // is written in the text's place.
 enum class RichTextLoss
@@ -27,9 +29,12 @@ enum class RichTextLoss
     Other = 1 << 15   // in a destination that is not known here
 };
 Q_DECLARE_FLAGS(RichTextLosses, RichTextLoss)
-Q_DECLARE_OPERATORS_FOR_FLAGS(RichTextLosses)
 
 // What SetRichText leaves out of `text`; nothing for text that is not RTF. Not told is what describes the
 // document as a whole (its author, style sheet, language) and what hardly shows (line spacing, kerning).
 // Takes linear time.
 RichTextLosses LossesOf(QStringView text);
+
+} // namespace paukfix
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(paukfix::RichTextLosses)

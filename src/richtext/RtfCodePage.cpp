@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "RtfCodePage.h"
 
+namespace paukfix {
+
 namespace {
 constexpr int Utf8CodePage = 65001;
 constexpr int ShiftJisCodePage = 932;
@@ -123,3 +125,5 @@ QString RtfCodePage::Decode(const QByteArray &bytes)
     decoder_.resetState();
     return decoder_(bytes);
 }
+
+} // namespace paukfix

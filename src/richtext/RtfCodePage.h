@@ -8,6 +8,8 @@
 
 #include <array>
 
+namespace paukfix {
+
 inline constexpr int WesternCodePage = 1252;
 inline constexpr int MacCodePage = 10000;
 inline constexpr int SymbolCodePage = 42; // of fonts that have pictures at the places of letters
@@ -39,3 +41,5 @@ private:
     bool multiByte_ = false;
     std::array<char16_t, 256> single_{};
 };
+
+} // namespace paukfix

@@ -10,6 +10,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 // Frame borders and the placeholder of objects: noncharacters and markers that Qt's documents are built with.
 bool IsReserved(char16_t c)
@@ -160,7 +164,7 @@ void RtfDocumentBuilder::Finish(const RtfParagraphState &paragraph, const RtfCha
     if (isFull()) {
         FlushRun();
         cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
-        cursor_.insertText(QStringLiteral(u"[\u2026]"));
+        cursor_.insertText(u"[\u2026]"_s);
     } else if (!paragraphEnded_) {
         EndParagraph(paragraph, state);
     }
@@ -196,3 +200,5 @@ const QTextBlockFormat &RtfDocumentBuilder::BlockFormat(const RtfParagraphState 
     }
     return lastBlockFormat_;
 }
+
+} // namespace paukfix

@@ -12,6 +12,8 @@
 
 class QTextDocument;
 
+namespace paukfix {
+
 // Fills a document with text and paragraphs as they come, within what Qt can lay out:
 // - A document is full at its LayoutBound. What comes after that is dropped and a last line "[…]" says so.
 // - Each format costs the loading of a font. What needs one more than MaxFormats takes the format before it.
@@ -64,3 +66,5 @@ private:
     QTextCharFormat lastCharFormat_;
     QTextBlockFormat lastBlockFormat_;
 };
+
+} // namespace paukfix

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 
+namespace paukfix {
+
 namespace {
 using A = RtfAction;
 
@@ -158,3 +160,5 @@ const RtfKeyword *FindRtfKeyword(std::string_view word)
     const auto *const found = std::lower_bound(Keywords.begin(), Keywords.end(), word, Before);
     return found != Keywords.end() && found->word == word ? found : nullptr;
 }
+
+} // namespace paukfix

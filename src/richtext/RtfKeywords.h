@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+namespace paukfix {
+
 // What a control word does. Words that are not listed do nothing.
 enum class RtfAction
 {
@@ -65,3 +67,5 @@ struct RtfKeyword
 
 // Null for a word that means nothing here.
 const RtfKeyword *FindRtfKeyword(std::string_view word);
+
+} // namespace paukfix

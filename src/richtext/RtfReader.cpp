@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 // Groups nested deeper than this share one state.
 constexpr qsizetype MaxSavedGroups = 10'000;
@@ -364,3 +366,5 @@ void RtfReader::SetDocumentCodePage(int codePage)
     text_.header.codePage = codePage;
     text_.state.codePage = codePage;
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <vector>
 
+namespace paukfix {
+
 // Reads one RTF text into a document, in one pass, without recursion, with memory in proportion to the text.
 class RtfReader
 {
@@ -44,3 +46,5 @@ private:
     bool starred_ = false;    // the token before was the star of a destination
     QTextOption::TabType tabKind_ = QTextOption::LeftTab;
 };
+
+} // namespace paukfix

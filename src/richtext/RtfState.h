@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+namespace paukfix {
+
 // What RTF's controls have set for the text to come.
 
 struct RtfCharState
@@ -69,3 +71,5 @@ inline int Twips(double pixels)
 {
     return static_cast<int>(std::lround(pixels * TwipsPerPixel));
 }
+
+} // namespace paukfix

@@ -4,6 +4,10 @@
 
 #include <QRegularExpression>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr uint LastCodePoint = 0x10FFFF;
 constexpr uint FirstCharacter = 0x20;
@@ -12,15 +16,14 @@ constexpr double MaxPoints = 1'638;
 
 std::optional<RtfSymbolField> ReadSymbolField(const QString &instruction)
 {
-    static const QRegularExpression whole(QStringLiteral("^\\s*SYMBOL\\s+(0x[0-9a-f]+|[0-9]+)(?=\\s|$)"),
+    static const QRegularExpression whole(u"^\\s*SYMBOL\\s+(0x[0-9a-f]+|[0-9]+)(?=\\s|$)"_s,
                                           QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression font(QStringLiteral("\\\\f\\s+(?:\"([^\"]*)\"|([^\\s\\\\]+))"),
+    static const QRegularExpression font(u"\\\\f\\s+(?:\"([^\"]*)\"|([^\\s\\\\]+))"_s,
                                          QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression size(QStringLiteral("\\\\s\\s+\"?([0-9]+(?:\\.[0-9])?)"),
+    static const QRegularExpression size(u"\\\\s\\s+\"?([0-9]+(?:\\.[0-9])?)"_s,
                                          QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression unicode(QStringLiteral("\\\\u(?=\\s|$)"),
-                                            QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression otherCodes(QStringLiteral("\\\\j(?=\\s|$)"),
+    static const QRegularExpression unicode(u"\\\\u(?=\\s|$)"_s, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression otherCodes(u"\\\\j(?=\\s|$)"_s,
                                                QRegularExpression::CaseInsensitiveOption);
     const auto start = whole.match(instruction);
     if (!start.hasMatch() || otherCodes.match(instruction).hasMatch())
@@ -40,3 +43,5 @@ std::optional<RtfSymbolField> ReadSymbolField(const QString &instruction)
     field.unicode = unicode.match(instruction).hasMatch();
     return field;
 }
+
+} // namespace paukfix

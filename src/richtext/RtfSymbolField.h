@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // What a field "SYMBOL 183 \\f "Symbol" \\s 12" shows.
 struct RtfSymbolField
 {
@@ -20,3 +22,5 @@ inline constexpr qsizetype MaxSymbolInstruction = 256;
 
 // Nothing for other fields, and for codes that no character has.
 std::optional<RtfSymbolField> ReadSymbolField(const QString &instruction);
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 constexpr int LastMultiple = 31'680; // twips; 22 inches
 constexpr qsizetype MaxStops = 128;
@@ -66,3 +68,5 @@ QList<QTextOption::Tab> WrittenTabs(const QList<QTextOption::Tab> &shown, RtfPar
     }
     return all;
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "RtfState.h"
 
+namespace paukfix {
+
 inline constexpr int UsualTabWidth = 720; // twips between the stops of a document that says nothing
 
 // RTF counts tab stops from the margin and takes some for granted: the indent of a hanging paragraph, and
@@ -17,3 +19,5 @@ QList<QTextOption::Tab> ShownTabs(const RtfParagraphState &paragraph, int tabWid
 // The fewest stops for RTF that ShownTabs makes `shown` of; those of `paragraph` do not count.
 QList<QTextOption::Tab> WrittenTabs(const QList<QTextOption::Tab> &shown, RtfParagraphState paragraph,
                                     int tabWidth, bool tabbed);
+
+} // namespace paukfix

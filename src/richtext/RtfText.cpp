@@ -7,6 +7,8 @@
 
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 constexpr qsizetype MaxFontName = 128;
 constexpr char16_t FirstNonAscii = 0x80;
@@ -49,15 +51,14 @@ void RtfText::FontOfKind(const RtfKeyword &keyword, int number)
             SelectFont(number);
         return;
     }
-    if (keyword.action == RtfAction::TextKind) {
+    if (keyword.action == RtfAction::TextKind)
         state.textKind = keyword.value;
-    } else if (state.textKind >= 0) {
+    else if (state.textKind >= 0)
         state.kindFonts.at(static_cast<std::size_t>(state.textKind)) = number;
-    } else if (keyword.action == RtfAction::Font) {
+    else if (keyword.action == RtfAction::Font)
         state.font = number;
-    } else {
+    else
         return; // for text from right to left
-    }
     const int ofKind =
         state.textKind >= 0 ? state.kindFonts.at(static_cast<std::size_t>(state.textKind)) : -1;
     SelectFont(ofKind >= 0 ? ofKind : state.font);
@@ -247,3 +248,5 @@ void RtfText::FinishField()
         character = RtfCodePage(WesternCodePage).Decode(static_cast<unsigned char>(character));
     PutCodePoint(character, text);
 }
+
+} // namespace paukfix

@@ -14,6 +14,8 @@
 #include <map>
 #include <vector>
 
+namespace paukfix {
+
 // The way of the characters from an RTF text into the document: which font they have, what they mean there.
 class RtfText
 {
@@ -121,3 +123,5 @@ private:
     QString fontName_;
     std::map<int, RtfCodePage> codePages_;
 };
+
+} // namespace paukfix

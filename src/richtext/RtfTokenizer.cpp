@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
 namespace {
 bool IsLetter(char16_t c)
 {
@@ -101,10 +103,9 @@ RtfTokenizer::Kind RtfTokenizer::HexByte()
 RtfTokenizer::Kind RtfTokenizer::ControlWord()
 {
     wordLength_ = 0;
-    for (; IsLetter(At(position_)); ++position_) {
+    for (; IsLetter(At(position_)); ++position_)
         if (wordLength_ < word_.size())
             word_[wordLength_++] = static_cast<char>(At(position_));
-    }
     const bool negative = At(position_) == u'-' && IsDigit(At(position_ + 1));
     if (negative)
         ++position_;
@@ -119,3 +120,5 @@ RtfTokenizer::Kind RtfTokenizer::ControlWord()
         position_ += std::clamp<qsizetype>(parameter_, 0, rtf_.size() - position_);
     return Kind::Word;
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace paukfix {
+
 // Cuts RTF into tokens, one at a time, in one pass and without allocating. Anything is RTF to it: what is no
 // control, no brace and no line break is text.
 class RtfTokenizer
@@ -58,3 +60,5 @@ private:
     unsigned char byte_ = 0;
     QStringView text_;
 };
+
+} // namespace paukfix

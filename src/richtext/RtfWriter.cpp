@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 namespace {
 constexpr double PixelsPerHalfPoint = 96.0 / 144.0;
 
@@ -62,13 +64,12 @@ void AppendCharacter(QByteArray &out, char16_t c)
     case u'\uFFFC': // a picture
         break;
     default:
-        if (c >= 0x20 && c < 0x7F) {
+        if (c >= 0x20 && c < 0x7F)
             out += static_cast<char>(c);
-        } else if (c > 0xA0 && c <= 0xFF) { // the same in Windows-1252, and known to the oldest readers
+        else if (c > 0xA0 && c <= 0xFF) // the same in Windows-1252, and known to the oldest readers
             out += "\\'" + QByteArray::number(c, 16);
-        } else {
+        else
             out += "\\u" + QByteArray::number(static_cast<qint16>(c)) + '?';
-        }
     }
 }
 
@@ -300,3 +301,5 @@ QByteArray RtfWriter::Header() const
     }
     return header;
 }
+
+} // namespace paukfix

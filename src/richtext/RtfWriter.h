@@ -11,6 +11,8 @@
 class QTextBlock;
 class QTextDocument;
 
+namespace paukfix {
+
 // Writes a document as RTF.
 class RtfWriter
 {
@@ -48,3 +50,5 @@ private:
     QList<QRgb> colours_;
     QHash<QRgb, int> colourNumbers_;
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <array>
 
+namespace paukfix {
+
 namespace {
 constexpr unsigned char FirstPlace = 0x20;
 constexpr char32_t PrivateArea = 0xF000; // where such fonts have their places in Unicode
@@ -87,10 +89,9 @@ const Table *TableOf(QStringView family)
 QHash<char32_t, unsigned char> Reversed(const Table &table)
 {
     QHash<char32_t, unsigned char> places;
-    for (std::size_t i = table.size(); i-- > 0;) { // of two places the first
+    for (std::size_t i = table.size(); i-- > 0;) // of two places the first
         if (table[i] != 0)
             places[table[i]] = static_cast<unsigned char>(i + FirstPlace);
-    }
     return places;
 }
 } // namespace
@@ -128,3 +129,5 @@ unsigned char SymbolPlace(QStringView family, char32_t character)
     static const QHash<char32_t, unsigned char> wingdings = Reversed(Wingdings);
     return (table == &Symbol ? symbol : wingdings).value(character);
 }
+
+} // namespace paukfix

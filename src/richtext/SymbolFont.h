@@ -4,6 +4,8 @@
 
 #include <QStringView>
 
+namespace paukfix {
+
 // Fonts that have pictures at the places of letters, 0x20 to 0xFF (character set 2 of RTF).
 
 // True for fonts whose name alone tells it.
@@ -18,3 +20,5 @@ char32_t SymbolCharacter(QStringView family, unsigned char place);
 
 // The place that shows the character, or 0.
 unsigned char SymbolPlace(QStringView family, char32_t character);
+
+} // namespace paukfix

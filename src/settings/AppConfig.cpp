@@ -5,9 +5,13 @@
 #include "ProgramDirectory.h"
 #include "Protokoll.h"
 #include "SafeFile.h"
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QFileInfo>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -20,19 +24,17 @@ AppConfig::AppConfig(Meldungen &meldungen) : meldungen_(meldungen) {}
 
 QString AppConfig::KonfigPfad(const char *name) const
 {
-    return ProgrammPfad + QLatin1Char('/') + QLatin1String(name);
+    return ProgrammPfad + '/'_L1 + QLatin1String(name);
 }
 
 QString AppConfig::ProgrammDatei(const QString &name) const
 {
-    const auto in = [&name](const QString &ordner) { return ordner + QLatin1Char('/') + name; };
+    const auto in = [&name](const QString &ordner) { return ordner + '/'_L1 + name; };
     QString eigene = in(ProgrammPfad);
     if (!QFileInfo(eigene).isFile()) {
-        for (const QString &ordner : Lieferpfade) {
-            if (QFileInfo(in(ordner)).isFile()) {
+        for (const QString &ordner : Lieferpfade)
+            if (QFileInfo(in(ordner)).isFile())
                 return in(ordner);
-            }
-        }
     }
     return eigene;
 }
@@ -41,14 +43,14 @@ QString AppConfig::ProgrammDatei(const QString &name) const
 bool AppConfig::Verloren() const
 {
     const QString konfig = KonfigPfad("konfig.dat");
-    return !QFileInfo::exists(konfig) && ProgrammDatei(QStringLiteral("konfig.dat")) != konfig;
+    return !QFileInfo::exists(konfig) && ProgrammDatei(u"konfig.dat"_s) != konfig;
 }
 
 // Makes "konfig.dat" again as it was shipped and returns its content; throws where that cannot be.
 QByteArray AppConfig::NeuAnlegen() const
 {
     const DirectoryLock lock(ProgrammPfad);
-    QByteArray content = ReadFile(ProgrammDatei(QStringLiteral("konfig.dat")), MaxFileSize);
+    QByteArray content = ReadFile(ProgrammDatei(u"konfig.dat"_s), MaxFileSize);
     RewriteFile(KonfigPfad("konfig.dat"), content);
     return content;
 }
@@ -60,9 +62,8 @@ void AppConfig::ReadConfig()
         ++errors;
         if (errors > MaxReports)
             return;
-        const QString last = QStringLiteral(": weitere Fehler in konfig.dat werden nicht gemeldet");
-        meldungen_.Zeigen(QStringLiteral("Fehler in Konfig_Lesen") +
-                          (errors < MaxReports ? ErrorText(error) : last));
+        const QString last = u": weitere Fehler in konfig.dat werden nicht gemeldet"_s;
+        meldungen_.Zeigen(u"Fehler in Konfig_Lesen"_s + (errors < MaxReports ? ErrorText(error) : last));
     };
 
     QByteArray content;
@@ -90,14 +91,10 @@ void AppConfig::WriteConfig(qint16 section, const QString &value)
         const QString konfig = KonfigPfad("konfig.dat");
         const QByteArray content = MitNeuemAbschnitt(ReadFile(konfig, MaxFileSize), section, value, *this);
         // A rename asks nobody whether the file that it replaces may be written.
-        if (!MayWrite(konfig)) {
-            throw StoreError(Fehler::NichtErlaubt,
-                             QStringLiteral("Die Datei ist schreibgeschützt: %1").arg(konfig));
-        }
-        if (content.size() > MaxFileSize) {
-            throw StoreError(Fehler::ZuWenigSpeicher,
-                             QStringLiteral("Die Datei würde zu groß: %1").arg(konfig));
-        }
+        if (!MayWrite(konfig))
+            throw StoreError(Fehler::NichtErlaubt, u"Die Datei ist schreibgeschützt: %1"_s.arg(konfig));
+        if (content.size() > MaxFileSize)
+            throw StoreError(Fehler::ZuWenigSpeicher, u"Die Datei würde zu groß: %1"_s.arg(konfig));
         WriteFileSynced(KonfigPfad("konfig.new"), content);
         // konfig.new stays, so konfig.dat gets a second copy in one rename: overwriting it in place would
         // leave half a file after a kill, and a hard link to konfig.new would share what is written there
@@ -130,7 +127,7 @@ void AppConfig::Sichern(qint16 section, const QString &value, const QString &kon
         if (NurDieserLauf) {
             NurMerken(section, value);
         } else if (Verloren()) {
-            Schritt(meldungen_, kontext, [&] {
+            Step(meldungen_, kontext, [&] {
                 NeuAnlegen();
                 WriteConfig(section, value);
             });
@@ -142,3 +139,5 @@ bool AppConfig::ReadIntroAnimation() const
 {
     return AnimationDesIntros(ReadFile(KonfigPfad("konfig.dat"), MaxFileSize));
 }
+
+} // namespace paukfix

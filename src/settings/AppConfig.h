@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace paukfix {
+
 // The user's settings and the file "konfig.dat" in the program directory that keeps them.
 class AppConfig : public QObject, public Einstellungen
 {
@@ -55,3 +57,5 @@ private:
 
     Meldungen &meldungen_;
 };
+
+} // namespace paukfix

@@ -7,6 +7,10 @@
 
 #include <cmath>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Bildpunkte::Bildpunkte(int anzahl, QWidget *parent) : QWidget(parent), anzahl_(anzahl)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -17,7 +21,7 @@ Bildpunkte::Bildpunkte(int anzahl, QWidget *parent) : QWidget(parent), anzahl_(a
 void Bildpunkte::SetBild(int bild)
 {
     bild_ = bild;
-    setAccessibleName(QStringLiteral("Bild %1 von %2").arg(bild + 1).arg(anzahl_));
+    setAccessibleName(u"Bild %1 von %2"_s.arg(bild + 1).arg(anzahl_));
     update();
 }
 
@@ -54,9 +58,10 @@ void Bildpunkte::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !rect().contains(event->pos()))
         return;
     int naechster = 0;
-    for (int bild = 1; bild < anzahl_; ++bild) {
+    for (int bild = 1; bild < anzahl_; ++bild)
         if (std::abs(Mitte(bild).x() - event->pos().x()) < std::abs(Mitte(naechster).x() - event->pos().x()))
             naechster = bild;
-    }
     Gewaehlt(naechster);
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The pictures of a story as a row of dots: the filled one is shown, a click asks for another.
 class Bildpunkte final : public QWidget
 {
@@ -29,3 +31,5 @@ private:
     int anzahl_;
     int bild_ = 0;
 };
+
+} // namespace paukfix

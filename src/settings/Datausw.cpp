@@ -15,18 +15,22 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), chosenFileName_(ChosenFileName)
 {
-    setObjectName(QStringLiteral("Datausw"));
-    setWindowTitle(QStringLiteral("Datei laden "));
+    setObjectName(u"Datausw"_s);
+    setWindowTitle(u"Datei laden "_s);
 
-    Hinweis_ = Benannt(new QLabel(this), QStringLiteral("Hinweis"), QStringLiteral("Hinweis"));
+    Hinweis_ = Benannt(new QLabel(this), u"Hinweis"_s, u"Hinweis"_s);
     Hinweis_->setTextFormat(Qt::PlainText);
     Hinweis_->setWordWrap(true);
 
     auto *karte = new Flaeche(this);
     karte->SetUmriss(Flaeche::Umriss::Feld);
-    Filelist_ = Benannt(new QListWidget(karte), QStringLiteral("Filelist"), QStringLiteral("Dateien"));
+    Filelist_ = Benannt(new QListWidget(karte), u"Filelist"_s, u"Dateien"_s);
     Filelist_->setFrameShape(QFrame::NoFrame);
     const int zeile = fontMetrics().height();
     Filelist_->setSpacing(zeile / 8);
@@ -35,12 +39,10 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     innen->addWidget(Filelist_);
     connect(Filelist_, &QListWidget::itemDoubleClicked, this, [this] { laden_Click(); });
 
-    laden_ = Benannt(new QPushButton(QStringLiteral("laden"), this), QStringLiteral("laden"),
-                     QStringLiteral("laden"));
+    laden_ = Benannt(new QPushButton(u"laden"_s, this), u"laden"_s, u"laden"_s);
     laden_->setDefault(true);
     connect(laden_, &QPushButton::clicked, this, [this] { laden_Click(); });
-    abbrechen_ = Benannt(new QPushButton(QStringLiteral("abbrechen"), this), QStringLiteral("abbrechen"),
-                         QStringLiteral("abbrechen"));
+    abbrechen_ = Benannt(new QPushButton(u"abbrechen"_s, this), u"abbrechen"_s, u"abbrechen"_s);
     connect(abbrechen_, &QPushButton::clicked, this, [this] { reject(); });
 
     auto *knoepfe = new QHBoxLayout;
@@ -70,8 +72,8 @@ void Datausw::Auflisten(const QString &verzeichnis, const QString &muster, const
     Filelist_->setCurrentRow(static_cast<int>(std::max<qsizetype>(namen.indexOf(vorgabe), 0)));
     laden_->setEnabled(!namen.isEmpty());
     const QString ordner = QDir::toNativeSeparators(verzeichnis);
-    Hinweis_->setText(namen.isEmpty() ? QStringLiteral("Keine Dateien in %1").arg(ordner)
-                                      : QStringLiteral("Dateien in %1").arg(ordner));
+    Hinweis_->setText(namen.isEmpty() ? u"Keine Dateien in %1"_s.arg(ordner)
+                                      : u"Dateien in %1"_s.arg(ordner));
 }
 
 void Datausw::laden_Click()
@@ -87,3 +89,5 @@ void Datausw::reject()
     chosenFileName_.clear();
     QDialog::reject();
 }
+
+} // namespace paukfix

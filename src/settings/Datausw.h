@@ -8,6 +8,8 @@ class QLabel;
 class QListWidget;
 class QPushButton;
 
+namespace paukfix {
+
 // The file chooser: one file out of a directory, picked by its name. What was picked goes into the caller's
 // `ChosenFileName`, and nothing when it is cancelled.
 class Datausw final : public QDialog
@@ -30,3 +32,5 @@ private:
     QPushButton *laden_ = nullptr;
     QPushButton *abbrechen_ = nullptr;
 };
+
+} // namespace paukfix

@@ -8,6 +8,10 @@
 #include <algorithm>
 #include <iterator>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QByteArrayView RecentFilesHeader = "[recentfiles]";
@@ -52,9 +56,8 @@ struct WindowKey
 constexpr WindowKey WindowKeys[] = {
     {"AbfragePlatz=",
      [](Fensterlage &l, QByteArrayView v) {
-         if (const auto pair = PairValue(v)) {
+         if (const auto pair = PairValue(v))
              l.platz = QPoint(pair->first, pair->second);
-         }
      },
      [](const Fensterlage &l) {
          return l.platz ? std::optional(PairText(l.platz->x(), l.platz->y())) : std::nullopt;
@@ -62,9 +65,8 @@ constexpr WindowKey WindowKeys[] = {
     {"AbfrageGroesse=",
      [](Fensterlage &l, QByteArrayView v) {
          const auto pair = PairValue(v);
-         if (pair && pair->first > 0 && pair->second > 0) {
+         if (pair && pair->first > 0 && pair->second > 0)
              l.groesse = QSize(pair->first, pair->second);
-         }
      },
      [](const Fensterlage &l) {
          return l.groesse ? std::optional(PairText(l.groesse->width(), l.groesse->height())) : std::nullopt;
@@ -100,11 +102,9 @@ QByteArrayView HeaderOf(qint16 section)
 qint16 SectionOf(QByteArrayView line)
 {
     for (const qint16 section :
-         {Abschnitt::LetzteDateien, Abschnitt::Schrift, Abschnitt::Animation, Abschnitt::Fenster}) {
-        if (SameLetters(line, HeaderOf(section))) {
+         {Abschnitt::LetzteDateien, Abschnitt::Schrift, Abschnitt::Animation, Abschnitt::Fenster})
+        if (SameLetters(line, HeaderOf(section)))
             return section;
-        }
-    }
     return 0;
 }
 
@@ -113,7 +113,7 @@ void SetRecentFile(std::array<QString, 5> &names, size_t index, QByteArrayView l
     const QString name = NameValue(line);
     if (index >= names.size()) {
         throw StoreError(Fehler::IndexAusserhalb,
-                         QStringLiteral("Index außerhalb des gültigen Bereichs: \"%1\"").arg(name));
+                         u"Index außerhalb des gültigen Bereichs: \"%1\""_s.arg(name));
     }
     names.at(index) = name;
 }
@@ -125,15 +125,12 @@ QByteArray NewEntries(qint16 section, const QString &value, const Einstellungen 
     if (section == Abschnitt::LetzteDateien && !value.isEmpty()) {
         entries = LineFromName(value) + "\r\n";
     } else if (section == Abschnitt::Schrift) {
-        for (const FontKey &key : FontKeys) {
+        for (const FontKey &key : FontKeys)
             entries += key.name + key.text(werte.schrift) + "\r\n";
-        }
     } else if (section == Abschnitt::Fenster) {
-        for (const WindowKey &key : WindowKeys) {
-            if (const auto text = key.text(werte.Abfrage)) {
+        for (const WindowKey &key : WindowKeys)
+            if (const auto text = key.text(werte.Abfrage))
                 entries += key.name + *text + "\r\n";
-            }
-        }
     } else if (section == Abschnitt::Animation) {
         entries = AnimationKey.toByteArray() + LineFromText(value) + "\r\n";
     }
@@ -148,10 +145,9 @@ void Einstellungen::ZuletztGeoeffnet(const QString &name)
     std::size_t next = 0;
     if (!name.isEmpty())
         names[next++] = name;
-    for (const QString &older : MDat) {
+    for (const QString &older : MDat)
         if (next < names.size() && !older.isEmpty() && older.compare(name, Qt::CaseInsensitive) != 0)
             names[next++] = older;
-    }
     MDat = names;
 }
 
@@ -168,30 +164,24 @@ void EinstellungenLesen(Einstellungen &werte, QByteArrayView content,
     qint16 section = 0;
     size_t recentFile = 0;
     for (const KonfigLine &line : KonfigLines(content)) {
-        if (IsComment(line.text)) {
+        if (IsComment(line.text))
             continue;
-        }
         if (IsHeader(line.text)) {
             section = SectionOf(line.text);
         } else if (section == Abschnitt::LetzteDateien) {
             tryStep([&] { SetRecentFile(werte.MDat, recentFile, line.text); });
             ++recentFile;
         } else if (section == Abschnitt::Schrift) {
-            for (const FontKey &key : FontKeys) {
-                if (const auto value = ValueBehind(line.text, key.name)) {
+            for (const FontKey &key : FontKeys)
+                if (const auto value = ValueBehind(line.text, key.name))
                     tryStep([&] { key.take(werte.schrift, *value); });
-                }
-            }
         } else if (section == Abschnitt::Animation) {
-            if (const auto value = ValueBehind(line.text, AnimationKey)) {
+            if (const auto value = ValueBehind(line.text, AnimationKey))
                 tryStep([&] { werte.Animation = BoolValue(*value); });
-            }
         } else if (section == Abschnitt::Fenster) {
-            for (const WindowKey &key : WindowKeys) {
-                if (const auto value = ValueBehind(line.text, key.name)) {
+            for (const WindowKey &key : WindowKeys)
+                if (const auto value = ValueBehind(line.text, key.name))
                     key.take(werte.Abfrage, *value);
-                }
-            }
         }
     }
 }
@@ -206,16 +196,14 @@ QByteArray MitNeuemAbschnitt(const QByteArray &content, qint16 section, const QS
     bool found = false;
     qsizetype names = 0;
     for (const KonfigLine &line : KonfigLines(content)) {
-        if (IsHeader(line.text)) {
+        if (IsHeader(line.text))
             replacing = false;
-        }
         if (!header.isEmpty() && SameLetters(line.text, header)) {
             replacing = found = true;
             names = value.isEmpty() ? 0 : 1;
             result += line.whole;
-            if (line.whole.size() == line.text.size()) { // the last line, without an end
+            if (line.whole.size() == line.text.size()) // the last line, without an end
                 result += "\r\n";
-            }
             result += entries;
         } else if (!replacing || IsComment(line.text) ||
                    (section == Abschnitt::Fenster && !IsWindowEntry(line.text))) {
@@ -228,9 +216,8 @@ QByteArray MitNeuemAbschnitt(const QByteArray &content, qint16 section, const QS
         }
     }
     if (section == Abschnitt::Fenster && !found) {
-        if (!result.isEmpty() && !result.endsWith('\n') && !result.endsWith('\r')) {
+        if (!result.isEmpty() && !result.endsWith('\n') && !result.endsWith('\r'))
             result += "\r\n";
-        }
         result += header.toByteArray() + "\r\n" + entries;
     }
     return result;
@@ -244,10 +231,11 @@ bool AnimationDesIntros(QByteArrayView content)
         if (IsHeader(line.text)) {
             inAnimation = SameLetters(line.text, AnimationHeader, Qt::CaseSensitive);
         } else if (inAnimation && !IsComment(line.text)) {
-            if (const auto value = ValueBehind(line.text, AnimationKey, Qt::CaseSensitive)) {
+            if (const auto value = ValueBehind(line.text, AnimationKey, Qt::CaseSensitive))
                 animation = BoolValue(*value);
-            }
         }
     }
     return animation;
 }
+
+} // namespace paukfix

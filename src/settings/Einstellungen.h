@@ -14,6 +14,8 @@
 #include <functional>
 #include <optional>
 
+namespace paukfix {
+
 // What the learner has made of a window; the program chooses what he has left as it was. Logical pixels of
 // the desktop, without the frame.
 struct Fensterlage
@@ -56,3 +58,5 @@ QByteArray MitNeuemAbschnitt(const QByteArray &content, qint16 section, const QS
 // The animation setting as the intro reads it: header and key in exactly this letter case, true when there is
 // none. Throws StoreError for what is no such value.
 bool AnimationDesIntros(QByteArrayView content);
+
+} // namespace paukfix

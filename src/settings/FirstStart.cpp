@@ -21,6 +21,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 MaxShippedFile = qint64{256} * 1024 * 1024; // bytes
@@ -34,21 +38,19 @@ bool HasEntry(const QString &directory, const QString &name)
 
 void MakeDirectory(const QString &path)
 {
-    if (!QDir().mkpath(path)) {
+    if (!QDir().mkpath(path))
         ThrowFileError(errno, path);
-    }
 }
 
 void Rename(const QString &from, const QString &to)
 {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
         ThrowFileError(errno, to);
-    }
 }
 
 QString SamplesOf(const ProgramPlaces &places)
 {
-    return In(places.installed, QStringLiteral("beispiele"));
+    return In(places.installed, u"beispiele"_s);
 }
 
 // Whether the place is `directory` or lies in it.
@@ -56,7 +58,7 @@ bool Inside(const QString &place, const QString &directory)
 {
     const auto canonical = [](const QString &path) {
         const QString found = QFileInfo(path).canonicalFilePath();
-        return (found.isEmpty() ? path : found) + QLatin1Char('/');
+        return (found.isEmpty() ? path : found) + '/'_L1;
     };
     return canonical(place).startsWith(canonical(directory));
 }
@@ -67,14 +69,13 @@ QByteArray WithNewNames(const QByteArray &settings, const ProgramPlaces &places)
 {
     QByteArray result;
     for (const KonfigLine &line : KonfigLines(settings)) {
-        const QString prefix = places.former + QLatin1Char('/');
+        const QString prefix = places.former + '/'_L1;
         const QString name = NameFromLine(line.text);
         const QString rest = name.mid(prefix.size());
-        if (name.startsWith(prefix) && !HasEntry(places.former, rest) && HasEntry(places.own, rest)) {
+        if (name.startsWith(prefix) && !HasEntry(places.former, rest) && HasEntry(places.own, rest))
             result += LineFromName(In(places.own, rest)) + line.whole.sliced(line.text.size()).toByteArray();
-        } else {
+        else
             result += line.whole;
-        }
     }
     return result;
 }
@@ -83,13 +84,12 @@ QByteArray WithNewNames(const QByteArray &settings, const ProgramPlaces &places)
 // overwritten the user's, the copy that the program has kept beside them.
 QByteArray FirstKonfig(const ProgramPlaces &places)
 {
-    const QString konfig = QStringLiteral("konfig.dat");
-    const QString copy = QStringLiteral("konfig.new");
+    const QString konfig = u"konfig.dat"_s;
+    const QString copy = u"konfig.new"_s;
     if (IsShared(places) && HasFile(places.former, copy)) {
         const QByteArray settings = ReadFile(In(places.former, copy), MaxShippedFile);
-        if (!settings.isEmpty()) {
+        if (!settings.isEmpty())
             return WithNewNames(settings, places);
-        }
     }
     const bool running = !HasFile(places.installed, konfig) && HasFile(places.running, konfig);
     return ReadFile(In(running ? places.running : places.installed, konfig), MaxShippedFile);
@@ -97,7 +97,7 @@ QByteArray FirstKonfig(const ProgramPlaces &places)
 
 QString StageOf(const ProgramPlaces &places)
 {
-    return In(places.own, QStringLiteral(".einrichtung"));
+    return In(places.own, u".einrichtung"_s);
 }
 
 // Earlier versions copied the program's files for each user; such copies would hide the ones that an update
@@ -109,7 +109,7 @@ void PutAside(const ProgramPlaces &places, const QString &name)
         QFile::remove(old);
         return;
     }
-    const QString aside = In(places.own, QStringLiteral("Frühere Programmdateien"));
+    const QString aside = In(places.own, u"Frühere Programmdateien"_s);
     MakeDirectory(aside);
     Rename(old, In(aside, name));
 }
@@ -126,8 +126,7 @@ bool OnOneFileSystem(const QString &one, const QString &other)
 // is not any more.
 void CheckNoneIsOpen(const QString &directory)
 {
-    QDirIterator files(directory, {QStringLiteral("*.pzb")}, QDir::Files | QDir::Hidden,
-                       QDirIterator::Subdirectories);
+    QDirIterator files(directory, {u"*.pzb"_s}, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString path = files.next();
         const QByteArray name = QFile::encodeName(path);
@@ -137,9 +136,8 @@ void CheckNoneIsOpen(const QString &directory)
             type = F_RDLCK;
             file = FileHandle(open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         }
-        if (file.Get() >= 0) {
+        if (file.Get() >= 0)
             LockCardFile(file.Get(), type, path);
-        }
     }
 }
 
@@ -147,7 +145,7 @@ void CheckNoneIsOpen(const QString &directory)
 
 QString In(const QString &directory, const QString &name)
 {
-    return directory + QLatin1Char('/') + name;
+    return directory + '/'_L1 + name;
 }
 
 bool HasFile(const QString &directory, const QString &name)
@@ -163,35 +161,32 @@ bool IsShared(const ProgramPlaces &places)
 QStringList FormerNames(const ProgramPlaces &places)
 {
     static const QRegularExpression shipped(
-        QStringLiteral("\\A(beispiele|konfig\\.(dat|new)|ueber\\.rtf|Applause\\.wav|lbox\\d\\d\\.jpg|("
-                       "face\\d\\d|paukfix)\\.ico)\\z"));
-    const QString settings = QStringLiteral("konfig.dat");
+        u"\\A(beispiele|konfig\\.(dat|new)|ueber\\.rtf|Applause\\.wav|lbox\\d\\d\\.jpg|("
+        u"face\\d\\d|paukfix)\\.ico)\\z"_s);
+    const QString settings = u"konfig.dat"_s;
     QStringList names = QDir(places.former).entryList(Everything);
-    if (IsShared(places)) {
+    if (IsShared(places))
         names.removeIf([](const QString &name) { return shipped.match(name).hasMatch(); });
-    } else if (names.removeAll(settings) > 0) {
+    else if (names.removeAll(settings) > 0)
         names << settings;
-    }
     return names;
 }
 
 void FillOwn(const ProgramPlaces &places)
 {
     const QString stage = StageOf(places);
-    if (HasFile(places.own, QStringLiteral("konfig.dat")) && !QFileInfo::exists(stage)) {
+    if (HasFile(places.own, u"konfig.dat"_s) && !QFileInfo::exists(stage))
         return;
-    }
     const QByteArray settings = FirstKonfig(places);
     MakeDirectory(places.own);
     const DirectoryLock lock(places.own);
     const QStringList samples = QDir(SamplesOf(places)).entryList(QDir::Files);
     // Settings that are gone, but not at the first start: their reader says so and makes them again.
-    const bool used = HasFile(places.own, QStringLiteral("konfig.new")) ||
+    const bool used = HasFile(places.own, u"konfig.new"_s) ||
                       std::any_of(samples.begin(), samples.end(),
                                   [&places](const QString &name) { return HasEntry(places.own, name); });
-    if (used && !QFileInfo::exists(stage)) {
+    if (used && !QFileInfo::exists(stage))
         return;
-    }
     const auto put = [&](const QString &name, const QByteArray &content) {
         if (!HasEntry(places.own, name)) {
             // Written, not copied: the user's own file is not read-only because the shipped one is.
@@ -200,10 +195,9 @@ void FillOwn(const ProgramPlaces &places)
         }
     };
     MakeDirectory(stage);
-    put(QStringLiteral("konfig.dat"), settings);
-    for (const QString &name : samples) {
+    put(u"konfig.dat"_s, settings);
+    for (const QString &name : samples)
         put(name, ReadFile(In(SamplesOf(places), name), MaxShippedFile));
-    }
     QDir(stage).removeRecursively();
     SyncDirectory(places.own);
 }
@@ -213,15 +207,13 @@ bool MoveFormer(const ProgramPlaces &places)
     const QFileInfo former(places.former);
     const bool shared = IsShared(places);
     const QStringList names = FormerNames(places);
-    if (!former.isDir() || (former.isSymLink() && !shared) || names.isEmpty()) {
+    if (!former.isDir() || (former.isSymLink() && !shared) || names.isEmpty())
         return false;
-    }
     const bool entangled =
         Inside(places.own, places.former) || Inside(places.running, places.former) ||
         (!shared && (Inside(places.installed, places.former) || Inside(places.former, places.installed)));
-    if (entangled) {
+    if (entangled)
         return false;
-    }
     CheckNoneIsOpen(places.former);
     MakeDirectory(places.own);
     const DirectoryLock lock(places.own);
@@ -231,22 +223,20 @@ bool MoveFormer(const ProgramPlaces &places)
         rmdir(QFile::encodeName(places.own).constData()); // if it is empty
         return false;
     }
-    if (shared) {
+    if (shared)
         MakeDirectory(StageOf(places)); // for FillOwn
-    }
-    for (const QString &name : names) {
-        if (name != QStringLiteral("konfig.dat") && !shared && HasFile(places.former, name) &&
-            HasFile(places.installed, name)) {
+    for (const QString &name : names)
+        if (name != u"konfig.dat"_s && !shared && HasFile(places.former, name) &&
+            HasFile(places.installed, name))
             PutAside(places, name);
-        } else {
+        else
             Rename(In(places.former, name), In(places.own, name));
-        }
-    }
     SyncDirectory(places.own);
     // Names in the list of recent files, and those that the desktop remembers, go on leading there.
     const QByteArray oldName = QFile::encodeName(places.former);
-    if (!shared && rmdir(oldName.constData()) == 0) {
+    if (!shared && rmdir(oldName.constData()) == 0)
         (void)symlink(QFile::encodeName(places.own).constData(), oldName.constData());
-    }
     return true;
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "ProgramDirectory.h"
 
+namespace paukfix {
+
 // What the first start of this version makes for a user: moved or new files. All functions throw StoreError.
 
 // The path of what is called `name` in `directory`.
@@ -27,3 +29,5 @@ bool MoveFormer(const ProgramPlaces &places);
 // Puts the settings and the sample boxes into the user's directory, where nobody has done so. A directory in
 // it shows that this has begun; every file comes there whole, in one rename.
 void FillOwn(const ProgramPlaces &places);
+
+} // namespace paukfix

@@ -5,7 +5,7 @@
 #include "Bild.h"
 #include "Bildpunkte.h"
 #include "Fensterbau.h"
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,6 +20,10 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint16 ErstesBild = 5;
@@ -28,37 +32,36 @@ constexpr qint16 LosGehts = 13;
 constexpr int Takt = 1000;        // milliseconds
 constexpr QSizeF Masse{960, 600}; // of the window at 96 dpi, in the shape of the pictures
 
-const QString Kontext = QStringLiteral("Fehler bei Form Intro Load: ");
+const QString Kontext = u"Fehler bei Form Intro Load: "_s;
 
 } // namespace
 
 Intro::Intro(const AppConfig &konfig, Meldungen &meldungen) : konfig_(konfig), meldungen_(meldungen)
 {
-    setObjectName(QStringLiteral("Intro"));
-    setWindowTitle(QStringLiteral("Merkkasten"));
-    setAccessibleName(QStringLiteral("Merkkasten"));
+    setObjectName(u"Intro"_s);
+    setWindowTitle(u"Merkkasten"_s);
+    setAccessibleName(u"Merkkasten"_s);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 // Most starts show the main window at once: nothing is built for them.
 void Intro::Aufbauen()
 {
-    setWindowIcon(QIcon(konfig_.ProgrammDatei(QStringLiteral("paukfix.ico"))));
+    setWindowIcon(QIcon(konfig_.ProgrammDatei(u"paukfix.ico"_s)));
     Timer_Intro_ = new QTimer(this);
-    Timer_Intro_->setObjectName(QStringLiteral("Timer_Intro"));
+    Timer_Intro_->setObjectName(u"Timer_Intro"_s);
     Timer_Intro_->setInterval(Takt);
     connect(Timer_Intro_, &QTimer::timeout, this, [this] { Timer_Intro_Timer(); });
 
-    Command1_ = Benannt(new QPushButton(QStringLiteral("los geht's"), this), QStringLiteral("Command1"),
-                        QStringLiteral("los geht's"));
+    Command1_ = Benannt(new QPushButton(u"los geht's"_s, this), u"Command1"_s, u"los geht's"_s);
     Schriftgroesse(Command1_, 1.3);
     const int zeile = Command1_->fontMetrics().height();
     Command1_->setMinimumSize(Command1_->sizeHint() + QSize(zeile, zeile / 3));
     connect(Command1_, &QPushButton::clicked, this, [this] { Command1_Click(); });
 
     punkte_ = new Bildpunkte(LetztesBild - ErstesBild + 1, this);
-    punkte_->setObjectName(QStringLiteral("Punkte"));
-    punkte_->setToolTip(QStringLiteral("Bilder einzeln ansehen (Pfeiltasten)"));
+    punkte_->setObjectName(u"Punkte"_s);
+    punkte_->setToolTip(u"Bilder einzeln ansehen (Pfeiltasten)"_s);
     punkte_->Gewaehlt = [this](int bild) { Blaettern(ErstesBild + bild); };
     connect(new QShortcut(Qt::Key_Left, this), &QShortcut::activated, this,
             [this] { Blaettern(gezeigt_ - 1); });
@@ -79,7 +82,7 @@ void Intro::Aufbauen()
 Intro::Ausgang Intro::Form_Load(const QString &befehlszeile)
 {
     animationOn_ = true;
-    Schritt(meldungen_, Kontext, [this] { animationOn_ = konfig_.ReadIntroAnimation(); });
+    Step(meldungen_, Kontext, [this] { animationOn_ = konfig_.ReadIntroAnimation(); });
     if (!animationOn_ || !befehlszeile.isEmpty())
         return Ausgang::Hauptfenster;
     Abspielen();
@@ -109,10 +112,8 @@ void Intro::NummerZeigen(int nummer)
 {
     gezeigt_ = nummer;
     punkte_->SetBild(nummer - ErstesBild);
-    Schritt(meldungen_, Kontext, [this] {
-        BildZeigen(
-            konfig_.ProgrammDatei(QStringLiteral("lbox%1.jpg").arg(gezeigt_, 2, 10, QLatin1Char('0'))));
-    });
+    Step(meldungen_, Kontext,
+         [this] { BildZeigen(konfig_.ProgrammDatei(u"lbox%1.jpg"_s.arg(gezeigt_, 2, 10, '0'_L1))); });
 }
 
 // The story plays too fast to be read: it is read afterwards.
@@ -181,3 +182,5 @@ void Intro::closeEvent(QCloseEvent *event)
     warten_.quit();
     event->accept();
 }
+
+} // namespace paukfix

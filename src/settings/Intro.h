@@ -10,8 +10,11 @@
 #include <QTimer>
 #include <QWidget>
 
-class Bildpunkte;
 class QPushButton;
+
+namespace paukfix {
+
+class Bildpunkte;
 
 // The window that the program starts with: a story in seven pictures, until the user presses "los geht's".
 // They run through without a pause; while the window waits, they can be looked at one by one.
@@ -68,3 +71,5 @@ private:
     QPushButton *Command1_ = nullptr;
     Bildpunkte *punkte_ = nullptr;
 };
+
+} // namespace paukfix

@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QByteArrayView UrlStart = "file://";
@@ -22,13 +26,13 @@ constexpr double MinFontSize = 1, MaxFontSize = 1638;
 [[noreturn]] void ThrowValueError(int number, const QString &what, QByteArrayView value)
 {
     // Only the beginning: the text ends up in a message box.
-    throw StoreError(number, QStringLiteral("%1: \"%2\"")
-                                 .arg(what, FromWindows1252(value.first(qMin<qsizetype>(value.size(), 60)))));
+    throw StoreError(
+        number, u"%1: \"%2\""_s.arg(what, FromWindows1252(value.first(qMin<qsizetype>(value.size(), 60)))));
 }
 
 [[noreturn]] void ThrowTypeError(QByteArrayView value)
 {
-    ThrowValueError(Fehler::TypUnvertraeglich, QStringLiteral("Typen unverträglich"), value);
+    ThrowValueError(Fehler::TypUnvertraeglich, u"Typen unverträglich"_s, value);
 }
 
 // A text without NUL and of a length that a path or a font's name can have.
@@ -40,7 +44,7 @@ bool IsSensible(const QString &text)
 [[noreturn]] void ThrowNotStorable(const QString &text)
 {
     throw StoreError(Fehler::TypUnvertraeglich,
-                     QStringLiteral("\"%1\" lässt sich in konfig.dat nicht speichern").arg(text.left(60)));
+                     u"\"%1\" lässt sich in konfig.dat nicht speichern"_s.arg(text.left(60)));
 }
 
 // The name behind the start of a file URL, nothing where it is no such URL.
@@ -48,9 +52,8 @@ std::optional<QString> NameFromUrl(QByteArrayView url)
 {
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString name = decoder.decode(QByteArray::fromPercentEncoding(url.sliced(UrlStart.size()).toByteArray()));
-    if (decoder.hasError() || name.isEmpty()) {
+    if (decoder.hasError() || name.isEmpty())
         return std::nullopt;
-    }
     return name;
 }
 
@@ -62,13 +65,11 @@ std::vector<KonfigLine> KonfigLines(QByteArrayView content)
     qsizetype start = 0;
     while (start < content.size()) {
         qsizetype end = start;
-        while (end < content.size() && content[end] != '\r' && content[end] != '\n') {
+        while (end < content.size() && content[end] != '\r' && content[end] != '\n')
             ++end;
-        }
         qsizetype next = qMin(end + 1, content.size());
-        if (next < content.size() && content[end] == '\r' && content[next] == '\n') {
+        if (next < content.size() && content[end] == '\r' && content[next] == '\n')
             ++next;
-        }
         lines.push_back({content.sliced(start, end - start), content.sliced(start, next - start)});
         start = next;
     }
@@ -93,36 +94,31 @@ bool SameLetters(QByteArrayView line, QByteArrayView text, Qt::CaseSensitivity l
 std::optional<QByteArrayView> ValueBehind(QByteArrayView line, QByteArrayView key,
                                           Qt::CaseSensitivity letterCase)
 {
-    if (line.size() < key.size() || !SameLetters(line.first(key.size()), key, letterCase)) {
+    if (line.size() < key.size() || !SameLetters(line.first(key.size()), key, letterCase))
         return std::nullopt;
-    }
     return line.sliced(key.size());
 }
 
 QByteArray LineFromName(const QString &name)
 {
-    if (!IsSensible(name)) {
+    if (!IsSensible(name))
         ThrowNotStorable(name);
-    }
     const std::optional<QByteArray> plain = ToWindows1252(name);
     const auto breaksLine = [](char c) { return c == '\r' || c == '\n'; };
     if (plain && !IsComment(*plain) && !IsHeader(*plain) && !plain->startsWith(UrlStart) &&
-        std::none_of(plain->begin(), plain->end(), breaksLine)) {
+        std::none_of(plain->begin(), plain->end(), breaksLine))
         return *plain;
-    }
     QByteArray url = UrlStart.toByteArray() + QUrl::toPercentEncoding(name, "/");
-    if (NameFromLine(url) != name) { // half a surrogate pair
+    if (NameFromLine(url) != name) // half a surrogate pair
         ThrowNotStorable(name);
-    }
     return url;
 }
 
 QString NameFromLine(QByteArrayView line)
 {
     if (line.startsWith(UrlStart)) {
-        if (const std::optional<QString> name = NameFromUrl(line)) {
+        if (const std::optional<QString> name = NameFromUrl(line))
             return *name;
-        }
     }
     return FromWindows1252(line);
 }
@@ -130,44 +126,38 @@ QString NameFromLine(QByteArrayView line)
 QByteArray LineFromText(const QString &text)
 {
     const std::optional<QByteArray> line = ToWindows1252(text);
-    if (!IsSensible(text) || !line || line->contains('\r') || line->contains('\n')) {
+    if (!IsSensible(text) || !line || line->contains('\r') || line->contains('\n'))
         ThrowNotStorable(text);
-    }
     return *line;
 }
 
 QString TextValue(QByteArrayView value)
 {
     QString text = FromWindows1252(value);
-    if (!IsSensible(text)) {
+    if (!IsSensible(text))
         ThrowTypeError(value);
-    }
     return text;
 }
 
 QString NameValue(QByteArrayView line)
 {
     QString name = NameFromLine(line);
-    if (!IsSensible(name)) {
+    if (!IsSensible(name))
         ThrowTypeError(line);
-    }
     return name;
 }
 
 bool BoolValue(QByteArrayView value)
 {
     const QByteArrayView text = value.trimmed();
-    if (SameLetters(text, "True")) {
+    if (SameLetters(text, "True"))
         return true;
-    }
-    if (SameLetters(text, "False")) {
+    if (SameLetters(text, "False"))
         return false;
-    }
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
-    if (!isNumber) {
+    if (!isNumber)
         ThrowTypeError(value);
-    }
     return number != 0;
 }
 
@@ -178,12 +168,10 @@ float SizeValue(QByteArrayView value)
     const auto isPart = [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+'; };
     bool isNumber = std::all_of(text.begin(), text.end(), isPart);
     const double size = isNumber ? text.toDouble(&isNumber) : 0;
-    if (!isNumber) {
+    if (!isNumber)
         ThrowTypeError(value);
-    }
-    if (!(size >= MinFontSize && size <= MaxFontSize)) {
-        ThrowValueError(Fehler::Ueberlauf, QStringLiteral("Schriftgröße außerhalb von 1 bis 1638"), value);
-    }
+    if (!(size >= MinFontSize && size <= MaxFontSize))
+        ThrowValueError(Fehler::Ueberlauf, u"Schriftgröße außerhalb von 1 bis 1638"_s, value);
     return static_cast<float>(size);
 }
 
@@ -191,12 +179,10 @@ qint32 ColorValue(QByteArrayView value)
 {
     bool isNumber = false;
     const qint64 color = value.trimmed().toLongLong(&isNumber);
-    if (!isNumber) {
+    if (!isNumber)
         ThrowTypeError(value);
-    }
-    if (color < std::numeric_limits<qint32>::min() || color > std::numeric_limits<qint32>::max()) {
-        ThrowValueError(Fehler::Ueberlauf, QStringLiteral("Überlauf"), value);
-    }
+    if (color < std::numeric_limits<qint32>::min() || color > std::numeric_limits<qint32>::max())
+        ThrowValueError(Fehler::Ueberlauf, u"Überlauf"_s, value);
     return static_cast<qint32>(color);
 }
 
@@ -207,9 +193,8 @@ std::optional<std::pair<int, int>> PairValue(QByteArrayView value)
     const int first = text.left(middle).toInt();
     const int second = text.mid(middle + 1).toInt();
     if (text != PairText(first, second) || qAbs(qint64{first}) > MaxPixels ||
-        qAbs(qint64{second}) > MaxPixels) {
+        qAbs(qint64{second}) > MaxPixels)
         return std::nullopt;
-    }
     return std::pair(first, second);
 }
 
@@ -221,9 +206,8 @@ QByteArray BoolText(bool value)
 QByteArray SizeText(float value)
 {
     QByteArray text = QByteArray::number(static_cast<double>(value), 'g', 7);
-    if (QLocale().decimalPoint() == QStringLiteral(",")) {
+    if (QLocale().decimalPoint() == u","_s)
         text.replace('.', ',');
-    }
     return text;
 }
 
@@ -231,3 +215,5 @@ QByteArray PairText(int first, int second)
 {
     return QByteArray::number(first) + ';' + QByteArray::number(second);
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace paukfix {
+
 // The lines and values of "konfig.dat": Windows-1252, lines ended by CR LF. Files that other editors have
 // touched are read as well: LF or CR alone ends a line too, and the last line needs no end.
 
@@ -51,3 +53,5 @@ std::optional<std::pair<int, int>> PairValue(QByteArrayView value);
 QByteArray BoolText(bool value);  // "True" or "False"
 QByteArray SizeText(float value); // with the decimal sign of the user's locale
 QByteArray PairText(int first, int second);
+
+} // namespace paukfix

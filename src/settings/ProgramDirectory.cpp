@@ -14,6 +14,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 bool MayWrite(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
@@ -26,22 +30,21 @@ QString OwnDirectory()
 {
     QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     // Without the desktop's list of directories the toolkit takes the English name.
-    if (!QDir(documents).exists() && QDir::home().exists(QStringLiteral("Dokumente"))) {
-        documents = QDir::home().filePath(QStringLiteral("Dokumente"));
-    }
-    return In(documents, QStringLiteral("Paukfix"));
+    if (!QDir(documents).exists() && QDir::home().exists(u"Dokumente"_s))
+        documents = QDir::home().filePath(u"Dokumente"_s);
+    return In(documents, u"Paukfix"_s);
 }
 
 QString FormerOwnDirectory()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/paukfix");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/paukfix"_s;
 }
 
 ProgramDirectory FindProgramDirectory(const ProgramPlaces &given)
 {
     const ProgramPlaces places{QDir::cleanPath(given.running), QDir::cleanPath(given.installed),
                                QDir::cleanPath(given.own), QDir::cleanPath(given.former)};
-    const QString settings = QStringLiteral("konfig.dat");
+    const QString settings = u"konfig.dat"_s;
     ProgramDirectory found{places.own, {places.installed, places.running}, {}, true};
     if (HasFile(places.running, settings) && MayWrite(places.running)) {
         found.path = places.running;
@@ -51,32 +54,28 @@ ProgramDirectory FindProgramDirectory(const ProgramPlaces &given)
     try {
         if (!HasFile(places.own, settings)) {
             if (MoveFormer(places)) {
-                found.message = QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher "
-                                               "lagen sie in „%2“.")
-                                    .arg(places.own, places.former);
-                if (!shared) {
+                found.message = u"Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher "
+                                u"lagen sie in „%2“."_s.arg(places.own, places.former);
+                if (!shared)
                     return found;
-                }
             } else if (!shared && HasFile(places.former, settings) && !SameFile(places.former, places.own)) {
                 found.path = places.former;
                 return found;
             } else if (shared && !FormerNames(places).isEmpty()) {
-                found.message = QStringLiteral("Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten "
-                                               "nicht nach „%2“ gebracht werden.")
-                                    .arg(places.former, places.own);
+                found.message = u"Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten "
+                                u"nicht nach „%2“ gebracht werden."_s.arg(places.former, places.own);
             }
         }
         FillOwn(places);
     } catch (const StoreError &error) {
         if (HasFile(places.own, settings)) {
-            found.message = QStringLiteral("Die Beispielkarteien konnten nicht angelegt werden: ");
+            found.message = u"Die Beispielkarteien konnten nicht angelegt werden: "_s;
         } else if (!shared && HasFile(places.former, settings)) {
-            found.message = QStringLiteral("Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: ")
-                                .arg(places.own);
+            found.message = u"Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: "_s.arg(places.own);
             found.path = places.former;
         } else {
-            found.message = QStringLiteral("Fehler bei Form Intro Load: Die Einstellungen können nicht "
-                                           "gespeichert werden: ");
+            found.message = u"Fehler bei Form Intro Load: Die Einstellungen können nicht "
+                            u"gespeichert werden: "_s;
             found.keepsSettings = false;
             found.path = HasFile(places.installed, settings) ? places.installed : places.running;
         }
@@ -84,3 +83,5 @@ ProgramDirectory FindProgramDirectory(const ProgramPlaces &given)
     }
     return found;
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace paukfix {
+
 // The directory "Paukfix" in the user's documents, as the desktop calls them ("~/Dokumente").
 QString OwnDirectory();
 // Where earlier versions kept the user's files: "~/.local/share/paukfix" where nothing else is set.
@@ -39,3 +41,5 @@ struct ProgramDirectory
 // is `installed` as well, only what is the user's is moved and the rest stays. Where no directory can be
 // written to, the shipped files are read and the message says so.
 ProgramDirectory FindProgramDirectory(const ProgramPlaces &places);
+
+} // namespace paukfix

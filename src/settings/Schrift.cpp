@@ -4,6 +4,8 @@
 
 #include "Dialoge.h"
 
+namespace paukfix {
+
 QColor Schrift::Farbe() const
 {
     return {Color & 0xFF, Color >> 8 & 0xFF, Color >> 16 & 0xFF};
@@ -32,3 +34,5 @@ void Schrift::Nehmen(const Schriftwahl &wahl)
     FontUnderline = wahl.font.underline();
     Color = wahl.farbe.red() | wahl.farbe.green() << 8 | wahl.farbe.blue() << 16;
 }
+
+} // namespace paukfix

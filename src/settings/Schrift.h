@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QString>
 
+namespace paukfix {
+
 struct Schriftwahl;
 
 // The standard font for the text of new cards, as the configuration file keeps it.
@@ -20,3 +22,5 @@ struct Schrift
     Schriftwahl Wahl() const;
     void Nehmen(const Schriftwahl &wahl);
 };
+
+} // namespace paukfix

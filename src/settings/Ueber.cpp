@@ -7,11 +7,15 @@
 #include "RichText.h"
 #include "RichTextBox.h"
 #include "SafeFile.h"
-#include "Schritt.h"
+#include "Step.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,14 +25,13 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
 
 über::über(const QString &ueberRtf, Meldungen &meldungen, QWidget *parent) : QDialog(parent)
 {
-    setObjectName(QStringLiteral("über"));
-    setWindowTitle(QStringLiteral("über Paukfix"));
+    setObjectName(u"über"_s);
+    setWindowTitle(u"über Paukfix"_s);
 
     const int zeile = fontMetrics().height();
     auto *karte = new Flaeche(this);
     karte->SetUmriss(Flaeche::Umriss::Fein);
-    RichTextBox1_ =
-        Benannt(new RichTextBox(karte), QStringLiteral("RichTextBox1"), QStringLiteral("über Paukfix"));
+    RichTextBox1_ = Benannt(new RichTextBox(karte), u"RichTextBox1"_s, u"über Paukfix"_s);
     RichTextBox1_->setReadOnly(true);
     RichTextBox1_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     RichTextBox1_->setFrameShape(QFrame::NoFrame);
@@ -37,8 +40,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     innen->setContentsMargins(zeile, zeile / 2, zeile / 4, zeile / 2);
     innen->addWidget(RichTextBox1_);
 
-    Command1_ = Benannt(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("Command1"),
-                        QStringLiteral("OK"));
+    Command1_ = Benannt(new QPushButton(u"OK"_s, this), u"Command1"_s, u"OK"_s);
     Command1_->setDefault(true);
     Command1_->setFocus();
     connect(Command1_, &QPushButton::clicked, this, [this] { accept(); });
@@ -53,8 +55,10 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     alles->addLayout(knoepfe);
     resize(zeile * 40, zeile * 34);
 
-    Schritt(meldungen, QString(), [&] {
+    Step(meldungen, QString(), [&] {
         SetRichTextBytes(*RichTextBox1_->document(), ReadFile(ueberRtf, MaxText));
         RichTextBox1_->moveCursor(QTextCursor::Start);
     });
 }
+
+} // namespace paukfix

@@ -7,6 +7,9 @@
 #include <QDialog>
 
 class QPushButton;
+
+namespace paukfix {
+
 class RichTextBox;
 
 // The about box: the text of the file "ueber.rtf".
@@ -20,3 +23,5 @@ private:
     RichTextBox *RichTextBox1_ = nullptr;
     QPushButton *Command1_ = nullptr;
 };
+
+} // namespace paukfix

@@ -15,28 +15,31 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString FachName(std::size_t fach)
 {
     if (fach == FachNeu)
-        return QStringLiteral("Fach Neu");
-    return fach == FachErledigt ? QStringLiteral("erledigt") : QStringLiteral("Fach %1").arg(fach);
+        return u"Fach Neu"_s;
+    return fach == FachErledigt ? u"erledigt"_s : u"Fach %1"_s.arg(fach);
 }
 
 } // namespace
 
 Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(parent)
 {
-    setObjectName(QStringLiteral("Statistik"));
-    setWindowTitle(QStringLiteral("Statistik"));
+    setObjectName(u"Statistik"_s);
+    setWindowTitle(u"Statistik"_s);
 
     karte_ = new Flaeche(this);
     karte_->SetUmriss(Flaeche::Umriss::Fein);
     Form_Load(werte);
 
-    cmdZurück_ = Benannt(new QPushButton(QStringLiteral("Zurück"), this), QStringLiteral("cmdZurück"),
-                         QStringLiteral("Zurück"));
+    cmdZurück_ = Benannt(new QPushButton(u"Zurück"_s, this), u"cmdZurück"_s, u"Zurück"_s);
     cmdZurück_->setDefault(true);
     cmdZurück_->setFocus();
     connect(cmdZurück_, &QPushButton::clicked, this, [this] { accept(); });
@@ -86,7 +89,7 @@ QLineEdit *Statistik::Zahl(const QString &name, const QString &zugaenglich, cons
     QLineEdit *feld = Feld(name, zugaenglich, text);
     feld->setAlignment(Qt::AlignRight);
     // The room of the largest figure, so that columns stand where they are.
-    feld->setFixedWidth(feld->fontMetrics().horizontalAdvance(QStringLiteral("+000000")));
+    feld->setFixedWidth(feld->fontMetrics().horizontalAdvance(u"+000000"_s));
     return feld;
 }
 
@@ -99,8 +102,8 @@ QLayout *Statistik::ZeitenBauen(const StatistikWerte &werte)
         zeiten->addWidget(Beschriftung(beschriftung), nummer, 0);
         zeiten->addWidget(Feld(name, beschriftung, text), nummer, 1);
     };
-    zeile(0, QStringLiteral("DatZeit"), QStringLiteral("Datum Uhrzeit:"), werte.DatZeit);
-    zeile(1, QStringLiteral("Beginn"), QStringLiteral("Sitzungsbeginn:"), werte.Beginn);
+    zeile(0, u"DatZeit"_s, u"Datum Uhrzeit:"_s, werte.DatZeit);
+    zeile(1, u"Beginn"_s, u"Sitzungsbeginn:"_s, werte.Beginn);
     return zeiten;
 }
 
@@ -115,25 +118,25 @@ QLayout *Statistik::FaecherBauen(const StatistikWerte &werte)
     tafel->setHorizontalSpacing(abstand);
     tafel->setVerticalSpacing(abstand / 4);
     tafel->setColumnStretch(4, 1);
-    tafel->addWidget(Beschriftung(QStringLiteral("Anzahl Karten:"), true), 0, 0);
-    tafel->addWidget(Beschriftung(QStringLiteral("bei Sitzungs Beginn")), 0, 1, Qt::AlignRight);
-    tafel->addWidget(Beschriftung(QStringLiteral("jetzt")), 0, 2, Qt::AlignRight);
-    tafel->addWidget(Beschriftung(QStringLiteral("Änderung")), 0, 3, Qt::AlignRight);
+    tafel->addWidget(Beschriftung(u"Anzahl Karten:"_s, true), 0, 0);
+    tafel->addWidget(Beschriftung(u"bei Sitzungs Beginn"_s), 0, 1, Qt::AlignRight);
+    tafel->addWidget(Beschriftung(u"jetzt"_s), 0, 2, Qt::AlignRight);
+    tafel->addWidget(Beschriftung(u"Änderung"_s), 0, 3, Qt::AlignRight);
     tafel->addLayout(LegendeBauen(), 0, 4);
     for (std::size_t i = 0; i < FachAnzahl; ++i) {
         const auto [beginn, jetzt] = werte.Fach[i];
         const int zeile = static_cast<int>(i) + 1;
         const auto zahl = [&](int spalte, const char *name, const QString &was, const QString &text) {
-            tafel->addWidget(Zahl(Name(name, i), FachName(i) + QLatin1Char(' ') + was, text), zeile, spalte,
+            tafel->addWidget(Zahl(Name(name, i), FachName(i) + ' '_L1 + was, text), zeile, spalte,
                              Qt::AlignRight);
         };
         tafel->addWidget(Beschriftung(FachName(i)), zeile, 0);
-        zahl(1, "BegAnz", QStringLiteral("bei Sitzungs Beginn"), QString::number(beginn));
-        zahl(2, "AktAnz", QStringLiteral("jetzt"), QString::number(jetzt));
-        zahl(3, "ÄndAnz", QStringLiteral("Änderung"), AenderungsText(jetzt - beginn));
+        zahl(1, "BegAnz", u"bei Sitzungs Beginn"_s, QString::number(beginn));
+        zahl(2, "AktAnz", u"jetzt"_s, QString::number(jetzt));
+        zahl(3, "ÄndAnz", u"Änderung"_s, AenderungsText(jetzt - beginn));
         auto *balken = new StatistikBalken(beginn, jetzt, hoechstens, karte_);
-        balken->setObjectName(QStringLiteral("Balken(%1)").arg(i));
-        balken->setAccessibleName(QStringLiteral("%1: %2, jetzt %3").arg(FachName(i)).arg(beginn).arg(jetzt));
+        balken->setObjectName(u"Balken(%1)"_s.arg(i));
+        balken->setAccessibleName(u"%1: %2, jetzt %3"_s.arg(FachName(i)).arg(beginn).arg(jetzt));
         tafel->addWidget(balken, zeile, 4);
     }
     return tafel;
@@ -151,9 +154,9 @@ QLayout *Statistik::LegendeBauen()
         legende->addSpacing(fontMetrics().height() / 4);
         legende->addWidget(Beschriftung(text));
     };
-    muster(1, {}, QStringLiteral("Beginn"));
+    muster(1, {}, u"Beginn"_s);
     legende->addSpacing(fontMetrics().height());
-    muster({}, 1, QStringLiteral("jetzt"));
+    muster({}, 1, u"jetzt"_s);
     legende->addStretch(1);
     return legende;
 }
@@ -161,7 +164,7 @@ QLayout *Statistik::LegendeBauen()
 QLayout *Statistik::FragenBauen(const StatistikWerte &werte)
 {
     auto *fragen = new QHBoxLayout;
-    fragen->addWidget(Beschriftung(QStringLiteral("Beantwortete Fragen:"), true));
+    fragen->addWidget(Beschriftung(u"Beantwortete Fragen:"_s, true));
     fragen->setSpacing(fontMetrics().height() / 4);
     const auto zahl = [&](const QString &name, int anzahl) {
         fragen->addSpacing(fontMetrics().height());
@@ -170,9 +173,11 @@ QLayout *Statistik::FragenBauen(const StatistikWerte &werte)
         feld->setAlignment(Qt::AlignLeft); // beside its name
         fragen->addWidget(feld);
     };
-    zahl(QStringLiteral("richtig"), werte.richtig);
-    zahl(QStringLiteral("falsch"), werte.falsch);
-    zahl(QStringLiteral("gesamt"), werte.gesamt);
+    zahl(u"richtig"_s, werte.richtig);
+    zahl(u"falsch"_s, werte.falsch);
+    zahl(u"gesamt"_s, werte.gesamt);
     fragen->addStretch(1);
     return fragen;
 }
+
+} // namespace paukfix

@@ -6,11 +6,14 @@
 
 #include <QDialog>
 
-class Flaeche;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QPushButton;
+
+namespace paukfix {
+
+class Flaeche;
 
 // The statistics window: what the session has changed. It shows the figures of the moment it was made.
 class Statistik final : public QDialog
@@ -31,3 +34,5 @@ private:
     Flaeche *karte_ = nullptr;
     QPushButton *cmdZurück_ = nullptr;
 };
+
+} // namespace paukfix

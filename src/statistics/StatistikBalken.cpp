@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 StatistikBalken::StatistikBalken(std::optional<int> beginn, std::optional<int> jetzt, int hoechstens,
                                  QWidget *parent)
     : QWidget(parent), beginn_(beginn), jetzt_(jetzt), hoechstens_(hoechstens)
@@ -47,3 +49,5 @@ void StatistikBalken::paintEvent(QPaintEvent *)
     maler.setBrush(voll);
     balken(jetzt_, beginn_ ? mitte + 0.5 : mitte - hoehe / 2);
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // Two bars one below the other: hollow for then, filled for now, so that they are told apart without colour.
 class StatistikBalken final : public QWidget
 {
@@ -23,3 +25,5 @@ private:
     std::optional<int> beginn_, jetzt_;
     int hoechstens_;
 };
+
+} // namespace paukfix

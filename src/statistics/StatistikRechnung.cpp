@@ -2,14 +2,18 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StatistikRechnung.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The short form leaves the seconds out: the long form's time of day, without the name of its zone.
 QString DatumUhrzeit(const QDateTime &zeit, const QLocale &sprache)
 {
     QString uhrzeit = sprache.timeFormat(QLocale::LongFormat);
-    uhrzeit.remove(QLatin1Char('t'));
-    return sprache.toString(zeit.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+    uhrzeit.remove('t'_L1);
+    return sprache.toString(zeit.date(), QLocale::ShortFormat) + ' '_L1 +
            sprache.toString(zeit.time(), uhrzeit.trimmed());
 }
 
@@ -21,8 +25,7 @@ StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt, c
     StatistikWerte werte;
     werte.DatZeit = DatumUhrzeit(jetzt, sprache);
     // Before a card file has been opened, no session has begun.
-    werte.Beginn =
-        sitzung.Beginn().isValid() ? DatumUhrzeit(sitzung.Beginn(), sprache) : QStringLiteral("\u2013");
+    werte.Beginn = sitzung.Beginn().isValid() ? DatumUhrzeit(sitzung.Beginn(), sprache) : u"\u2013"_s;
     for (std::size_t i = 0; i < FachAnzahl; ++i)
         werte.Fach[i] = {sitzung.BegAnz()[i], kartei.FachInfo[i].Anzahl};
     werte.richtig = sitzung.RichtigZaehler();
@@ -33,5 +36,7 @@ StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt, c
 
 QString AenderungsText(int aenderung)
 {
-    return (aenderung > 0 ? QStringLiteral("+") : QString()) + QString::number(aenderung);
+    return (aenderung > 0 ? u"+"_s : QString()) + QString::number(aenderung);
 }
+
+} // namespace paukfix

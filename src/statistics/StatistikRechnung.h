@@ -6,6 +6,8 @@
 
 #include <QLocale>
 
+namespace paukfix {
+
 // What the statistics window shows: the session as it is at one moment.
 struct StatistikWerte
 {
@@ -25,3 +27,5 @@ StatistikWerte StatistikLesen(const CardStore &kartei, const QDateTime &jetzt,
 
 // A gain as "+3", a loss as "-3", no change as "0".
 QString AenderungsText(int aenderung);
+
+} // namespace paukfix

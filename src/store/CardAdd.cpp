@@ -14,6 +14,8 @@
 #include <array>
 #include <string>
 
+namespace paukfix {
+
 namespace {
 
 // One INSERT that is run for every card. Values are bound before Add() and must last until then.
@@ -28,7 +30,7 @@ public:
 
     SQLite::Statement &Values() { return insert_; }
 
-    static int Parameter(std::size_t value) { return static_cast<int>(value) + firstValue; }
+    static int Parameter(std::size_t value) { return static_cast<int>(value) + FirstValue; }
 
     // False when no further card can be added.
     bool Add()
@@ -82,7 +84,7 @@ public:
     }
 
 private:
-    static constexpr int firstValue = 3; // behind card number and running number
+    static constexpr int FirstValue = 3; // behind card number and running number
 
     static std::string Sql(CardStore &store, const std::vector<int> &columns)
     {
@@ -192,11 +194,11 @@ bool CopyCard(Adder &adder, CardSource &source, std::vector<CopiedValue> &values
 bool AddImportedCard(Adder &adder, const std::vector<int> &columns, const SimpleCard &card)
 {
     const std::array texts{card.question.toStdString(), card.answer.toStdString(), card.topic.toStdString()};
-    constexpr std::array<std::size_t, 5> textOf{0, 0, 1, 1, 2}; // of the columns behind the first one
+    constexpr std::array<std::size_t, 5> TextOf{0, 0, 1, 1, 2}; // of the columns behind the first one
     try {
         adder.Values().bind(Adder::Parameter(0), 1);
-        for (std::size_t i = 0; i < textOf.size(); ++i) {
-            const std::string &text = texts[textOf[i]];
+        for (std::size_t i = 0; i < TextOf.size(); ++i) {
+            const std::string &text = texts[TextOf[i]];
             if (text.empty())
                 adder.Values().bind(Adder::Parameter(i + 1));
             else
@@ -232,7 +234,7 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
     return added;
 }
 
-AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt &fortschritt)
+AddedCards CopyAllCards(CardStore &store, CardSource &source, const Progress &progress)
 {
     AddedCards added;
     store.Karten().Past([&](SQLite::Database &database) {
@@ -245,7 +247,7 @@ AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt 
             more = CopyCard(adder, source, values);
             if (added.count > before)
                 source.Taken();
-            Melden(fortschritt, ++done, source.Count());
+            Melden(progress, ++done, source.Count());
         }
         if (const auto damage = source.DamageFound(added.count))
             adder.Note(*damage);
@@ -254,3 +256,5 @@ AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt 
     });
     return added;
 }
+
+} // namespace paukfix

@@ -3,13 +3,15 @@
 #pragma once
 
 #include "CardStore.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 #include "StoreError.h"
 
 #include <QString>
 
 #include <functional>
 #include <vector>
+
+namespace paukfix {
 
 class CardSource;
 
@@ -43,4 +45,6 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
 
 // Adds copies of the cards of `source`, in its order. A value that the source holds in another type than a
 // card can (13) is left out of its card; what damage has taken away or left in doubt is told as error 3049.
-AddedCards CopyAllCards(CardStore &store, CardSource &source, const Fortschritt &fortschritt = {});
+AddedCards CopyAllCards(CardStore &store, CardSource &source, const Progress &progress = {});
+
+} // namespace paukfix

@@ -6,6 +6,10 @@
 
 #include <QDir>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 CardFieldHandles BindFields(CardRecordset &karten)
@@ -16,7 +20,7 @@ CardFieldHandles BindFields(CardRecordset &karten)
     felder.FachLfdNr = karten[u"FachLfdNr"];
     felder.Antworttyp = karten[u"Antworttyp"];
     for (std::size_t i = 0; i < felder.Picture_name.size(); ++i)
-        felder.Picture_name[i] = karten[QStringLiteral("Picture_%1_name").arg(i + 1)];
+        felder.Picture_name[i] = karten[u"Picture_%1_name"_s.arg(i + 1)];
     felder.PictureTop = karten[u"PictureTop"];
     felder.PictureLeft = karten[u"PictureLeft"];
     felder.PictureHeight = karten[u"PictureHeight"];
@@ -24,11 +28,11 @@ CardFieldHandles BindFields(CardRecordset &karten)
     felder.Frage = karten[u"Frage"];
     felder.Frage_Klartext = karten[u"Frage_Klartext"];
     for (std::size_t i = 0; i < felder.Antwort.size(); ++i)
-        felder.Antwort[i] = karten[QStringLiteral("Antwort_%1").arg(i + 1)];
+        felder.Antwort[i] = karten[u"Antwort_%1"_s.arg(i + 1)];
     for (std::size_t i = 0; i < felder.Antwort_ch.size(); ++i)
-        felder.Antwort_ch[i] = karten[QStringLiteral("Antwort_ch_%1").arg(i + 1)];
+        felder.Antwort_ch[i] = karten[u"Antwort_ch_%1"_s.arg(i + 1)];
     for (std::size_t i = 0; i < felder.Antwort_Klartext.size(); ++i)
-        felder.Antwort_Klartext[i] = karten[QStringLiteral("Antwort_%1_Klartext").arg(i + 1)];
+        felder.Antwort_Klartext[i] = karten[u"Antwort_%1_Klartext"_s.arg(i + 1)];
     return felder;
 }
 
@@ -74,7 +78,7 @@ QString CardStore::OffenerPfad() const
 CardStore::Offen &CardStore::Offene()
 {
     if (!offen_)
-        throw StoreError(Fehler::NichtsOffen, QStringLiteral("Es ist keine Kartei geöffnet."));
+        throw StoreError(Fehler::NichtsOffen, u"Es ist keine Kartei geöffnet."_s);
     return *offen_;
 }
 
@@ -92,3 +96,5 @@ QString CardStore::CardPath(const QString &fileName) const
 {
     return QDir::toNativeSeparators(KarteiPfad) + QDir::separator() + fileName;
 }
+
+} // namespace paukfix

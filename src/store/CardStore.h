@@ -11,6 +11,8 @@
 #include <array>
 #include <memory>
 
+namespace paukfix {
+
 class CardFile;
 
 // The field handles that the program reads and writes, bound once when a card file is opened. Array members
@@ -67,3 +69,5 @@ private:
 
     std::unique_ptr<Offen> offen_;
 };
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 FachTabelle FachStartwerte()
 {
     FachTabelle tabelle{};
@@ -24,3 +26,5 @@ int ZielFach(int fach, bool richtig)
         return FachFalsch;
     return std::min((fach == FachNeu ? FachFalsch : fach) + 1, FachErledigt);
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 
 #include <array>
 
+namespace paukfix {
+
 // One compartment ("Fach") of the box; positions and widths in twips (15 twips are one logical pixel).
 struct Fach
 {
@@ -26,3 +28,5 @@ FachTabelle FachStartwerte();
 
 // Where a card of compartment `fach` goes after a right or a wrong answer.
 int ZielFach(int fach, bool richtig);
+
+} // namespace paukfix

@@ -7,6 +7,10 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint16 Hoechste16 = std::numeric_limits<qint16>::max();
@@ -17,17 +21,15 @@ int FachOf(const Field &fachNr)
 {
     const double fach = fachNr.Number();
     if (!(fach >= FachNeu && fach <= FachErledigt) || fach != static_cast<int>(fach))
-        throw StoreError(
-            Fehler::IndexAusserhalb,
-            QStringLiteral("Eine Karte liegt in Fach %1; es gibt nur die Fächer 0 bis 6.").arg(fach));
+        throw StoreError(Fehler::IndexAusserhalb,
+                         u"Eine Karte liegt in Fach %1; es gibt nur die Fächer 0 bis 6."_s.arg(fach));
     return static_cast<int>(fach);
 }
 
 } // namespace
 
 TooManyCards::TooManyCards(int fach)
-    : StoreError(Fehler::Ueberlauf,
-                 QStringLiteral("In Fach %1 liegen mehr als %2 Karten.").arg(fach).arg(Hoechste16))
+    : StoreError(Fehler::Ueberlauf, u"In Fach %1 liegen mehr als %2 Karten."_s.arg(fach).arg(Hoechste16))
 {
 }
 
@@ -88,3 +90,5 @@ void Faecher::Aufgerueckt(int fach, int lfdMax)
 {
     Finden(fach).LfdMax = Plus16(0, lfdMax);
 }
+
+} // namespace paukfix

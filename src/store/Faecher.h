@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 class CardRecordset;
 
 // A sound file, but more cards than a compartment can count.
@@ -56,3 +58,5 @@ private:
 
     FachTabelle tabelle_ = FachStartwerte();
 };
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
 namespace {
 
 void FachSetzen(CardStore &kartei, int fach, int lfdNr)
@@ -70,3 +72,5 @@ void NeuZaehlen(CardStore &kartei, int fehler) noexcept
             static_cast<qint16>(std::clamp<int>(fehler, 1, std::numeric_limits<qint16>::max()));
     }
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "CardStore.h"
 
+namespace paukfix {
+
 // The verdict of a query that counts as right; 0 is wrong.
 inline constexpr qint16 ErgebnisRichtig = -1;
 
@@ -16,3 +18,5 @@ int KarteEinordnen(CardStore &kartei, qint16 ergebnis);
 // file can no longer be read, or is no longer there, closes it and leaves in FehlerStatus `fehler`, the
 // number of the error that made it necessary.
 void NeuZaehlen(CardStore &kartei, int fehler) noexcept;
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <numeric>
 
+namespace paukfix {
+
 bool IstLetzteKarte(const Faecher &faecher, Erledigte erledigte)
 {
     const auto ende = erledigte == Erledigte::Zaehlen ? faecher.end() : faecher.begin() + FachErledigt;
@@ -47,3 +49,5 @@ std::optional<bool> StehtInDerKartei(CardRecordset &karten, double frageNr)
     }
     return steht;
 }
+
+} // namespace paukfix

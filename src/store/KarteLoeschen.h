@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // Whether the done cards (compartment 6) are cards that a box has left: for a query they are, for the editor
 // they are not.
 enum class Erledigte
@@ -31,3 +33,5 @@ Loeschung KarteLoeschen(CardStore &kartei);
 // Whether the card of this number is in the file, asked after a failure of the disk: all may have been
 // written before it. Nothing where it cannot be read.
 std::optional<bool> StehtInDerKartei(CardRecordset &karten, double frageNr);
+
+} // namespace paukfix

@@ -12,6 +12,10 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // What the repair can mend: damage of the file, and cards with a place or a number that no card can have.
@@ -42,7 +46,8 @@ void OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &me
 
 } // namespace
 
-Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Uhr &uhr, const Oeffnungsmelder &melder)
+Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
+                 const Oeffnungsmelder &melder)
 {
     using Ausgang = Oeffnung::Ausgang;
     kartei.CloseCardFile();
@@ -58,9 +63,8 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Uhr &uhr, con
             return {
                 Ausgang::AltesFormat,
                 StoreError(Fehler::FormatUnbekannt,
-                           QStringLiteral(
-                               "Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt.")
-                               .arg(path))};
+                           u"Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt."_s.arg(
+                               path))};
         }
         OpenWhole(kartei, path, melder);
     } catch (const StoreError &error) {
@@ -71,7 +75,7 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Uhr &uhr, con
     nothingHalf.dismiss();
     kartei.CurrentFileName = fileName;
     kartei.FehlerStatus = 0;
-    kartei.sitzung.StartSessionTally(uhr.Jetzt(), kartei.FachInfo);
+    kartei.sitzung.StartSessionTally(clock.Now(), kartei.FachInfo);
     return {Ausgang::Offen, {}};
 }
 
@@ -88,3 +92,5 @@ void KarteiAnlegen(CardStore &kartei, const QString &fileName)
         kartei.CloseCardFile(); // a card file is never unlinked under the engine
     fresh.TakePlace();
 }
+
+} // namespace paukfix

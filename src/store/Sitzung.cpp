@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace paukfix {
+
 void Sitzung::StartSessionTally(const QDateTime &jetzt, const FachTabelle &faecher)
 {
     Leeren();
@@ -24,3 +26,5 @@ void Sitzung::Zaehlen(bool richtig) noexcept
     if (zaehler < std::numeric_limits<qint16>::max())
         ++zaehler;
 }
+
+} // namespace paukfix

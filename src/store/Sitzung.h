@@ -8,6 +8,8 @@
 
 #include <array>
 
+namespace paukfix {
+
 // The session's tally: what the counts were when the card file was opened, and the answers since.
 class Sitzung
 {
@@ -35,3 +37,5 @@ private:
     Anzahlen begAnz_{};
     qint16 richtig_ = 0, falsch_ = 0;
 };
+
+} // namespace paukfix

@@ -7,26 +7,27 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 AExport::AExport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AExport"), QStringLiteral("ASCII-Export"),
-                      QStringLiteral("ASCII - Export"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"AExport"_s, u"ASCII-Export"_s, u"ASCII - Export"_s, parent)
 {
-    Erklaeren(
-        {QStringLiteral("Durch diese Funktion werden alle einfachen Fragen in eine ASCII-Datei ausgegeben "
-                        "(Keine Ankreuzfragen und keine Bilder). "),
-         QStringLiteral("Diese ASCII-Datei kann dann von anderen Programmen (z.B. MS-Excel oder "
-                        "MS-Word-Serienbriefmanager) importiert werden. ")});
+    Erklaeren({u"Durch diese Funktion werden alle einfachen Fragen in eine ASCII-Datei ausgegeben "
+               u"(Keine Ankreuzfragen und keine Bilder). "_s,
+               u"Diese ASCII-Datei kann dann von anderen Programmen (z.B. MS-Excel oder "
+               u"MS-Word-Serienbriefmanager) importiert werden. "_s});
     cmbTrennzeichen_ = TrennzeichenBauen();
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
-    HinweisBauen(QStringLiteral("Hinweis: Für MS-Excel sollten Sie <Tab> als Trennzeichen benutzen. "
-                                "Für MS-Word Semikolon (;)."));
+    HinweisBauen(u"Hinweis: Für MS-Excel sollten Sie <Tab> als Trennzeichen benutzen. "
+                 u"Für MS-Word Semikolon (;)."_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AExport::cmdDateiname_Click()
 {
-    lblDateiname_->setText(Ziel().Waehlen(
-        TextdateiDialog(QStringLiteral("ASCII export"), Store().KarteiPfad, QStringLiteral("txt"))));
+    lblDateiname_->setText(Ziel().Waehlen(TextdateiDialog(u"ASCII export"_s, Store().KarteiPfad, u"txt"_s)));
 }
 
 void AExport::cmdOK_Click()
@@ -42,6 +43,8 @@ void AExport::cmdOK_Click()
     if (ausgang == Ausgang::Gescheitert)
         return;
     if (ausgang == Ausgang::Gelungen)
-        Dienst().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich geschrieben"));
+        Dienst().meldungen.Zeigen(datei + u" erfolgreich geschrieben"_s);
     accept();
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+namespace paukfix {
+
 // Writes the simple cards of the open card file to a text file.
 class AExport final : public Werkzeugfenster
 {
@@ -17,3 +19,5 @@ private:
     QComboBox *cmbTrennzeichen_;
     QLineEdit *lblDateiname_;
 };
+
+} // namespace paukfix

@@ -7,26 +7,28 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AImport"), QStringLiteral("ASCII-Import"),
-                      QStringLiteral("ASCII - Import"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"AImport"_s, u"ASCII-Import"_s, u"ASCII - Import"_s, parent)
 {
-    Erklaeren(
-        {QStringLiteral("Durch diese Funktion werden einfache Fragen aus einer ASCII-Datei eingelesen und "
-                        "in das Fach Neu der aktuellen Kartei abgelegt. "),
-         QStringLiteral("Hierdurch können Daten aus anderen Anwendungen, z.B. MS-Excel oder MS-Access "
-                        "übernommen werden.")});
+    Erklaeren({u"Durch diese Funktion werden einfache Fragen aus einer ASCII-Datei eingelesen und "
+               u"in das Fach Neu der aktuellen Kartei abgelegt. "_s,
+               u"Hierdurch können Daten aus anderen Anwendungen, z.B. MS-Excel oder MS-Access "
+               u"übernommen werden."_s});
     cmbTrennzeichen_ = TrennzeichenBauen();
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
-    HinweisBauen(QStringLiteral("Hinweis: Die Datei muß folgenden Aufbau haben:"));
-    HinweisBauen(QStringLiteral("Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"));
+    HinweisBauen(u"Hinweis: Die Datei muß folgenden Aufbau haben:"_s);
+    HinweisBauen(u"Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AImport::cmdDateiname_Click()
 {
     lblDateiname_->setText(
-        Dienst().dialoge.DateiOeffnen(TextdateiDialog(QStringLiteral("ASCII import"), Store().KarteiPfad)));
+        Dienst().dialoge.DateiOeffnen(TextdateiDialog(u"ASCII import"_s, Store().KarteiPfad)));
 }
 
 void AImport::cmdOK_Click()
@@ -40,9 +42,11 @@ void AImport::cmdOK_Click()
     Ausfuehren(
         [&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
     if (ausgang == Ausgang::Gelungen)
-        Dienst().meldungen.Zeigen(datei + QStringLiteral(" erfolgreich eingelesen"));
+        Dienst().meldungen.Zeigen(datei + u" erfolgreich eingelesen"_s);
     else if (ausgang == Ausgang::Teilweise)
         Dienst().meldungen.Zeigen(TeilweiseEingelesen(zugang));
     if (ausgang != Ausgang::Gescheitert || !Store().IsOpen())
         accept();
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+namespace paukfix {
+
 // Reads simple cards from a text file into compartment 0 of the open card file.
 class AImport final : public Werkzeugfenster
 {
@@ -17,3 +19,5 @@ private:
     QComboBox *cmbTrennzeichen_;
     QLineEdit *lblDateiname_;
 };
+
+} // namespace paukfix

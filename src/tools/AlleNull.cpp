@@ -4,26 +4,30 @@
 
 #include "NachNeu.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 AlleNull::AlleNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("AlleNull"),
-                      QStringLiteral("Alle Karten nach Fach Neu"),
-                      QStringLiteral("Alle Karten nach Fach Neu"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"AlleNull"_s, u"Alle Karten nach Fach Neu"_s,
+                      u"Alle Karten nach Fach Neu"_s, parent)
 {
-    Erklaeren({QStringLiteral("Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."),
-               QStringLiteral("Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !")});
+    Erklaeren({u"Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."_s,
+               u"Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !"_s});
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void AlleNull::cmdOK_Click()
 {
-    if (Dienst().meldungen.Fragen(
-            QStringLiteral("Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"),
-            Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
+    if (Dienst().meldungen.Fragen(u"Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"_s,
+                                  Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
         return;
     Ausgang ausgang{};
     Ausfuehren([&](const Werkbank &bank) { ausgang = AlleNachNeu(bank); });
     if (ausgang == Ausgang::Gelungen)
-        Dienst().meldungen.Zeigen(QStringLiteral("Alles zurückgesetzt"));
+        Dienst().meldungen.Zeigen(u"Alles zurückgesetzt"_s);
     if (ausgang == Ausgang::Gelungen || !Store().IsOpen())
         accept();
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+namespace paukfix {
+
 // Puts all cards of the open file back into compartment 0.
 class AlleNull final : public Werkzeugfenster
 {
@@ -13,3 +15,5 @@ public:
 private:
     void cmdOK_Click();
 };
+
+} // namespace paukfix

@@ -11,6 +11,10 @@
 
 #include <memory>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool IstSieSelbst(const CardStore &store, const QString &quelle)
@@ -29,26 +33,24 @@ void NichtsUnfertiges(const QString &quelle)
     if (HasUnfinishedChange(quelle))
         throw StoreError(
             Fehler::Gesperrt,
-            QStringLiteral(
-                "In der Datei „%1“ ist eine Änderung nicht zu Ende gekommen. Bitte beenden Sie das "
-                "Programm, das sie benutzt, oder öffnen Sie sie einmal als Kartei; danach lässt sie "
-                "sich anhängen.")
-                .arg(quelle));
+            u"In der Datei „%1“ ist eine Änderung nicht zu Ende gekommen. Bitte beenden Sie das "
+            u"Programm, das sie benutzt, oder öffnen Sie sie einmal als Kartei; danach lässt sie "
+            u"sich anhängen."_s.arg(quelle));
 }
 
 // The cards of the file at `pfad`: of a sound card file, of one of the former database engine, or what a
 // repair would find in a damaged one. Throws StoreError where it has none that can be copied.
-std::unique_ptr<CardSource> OpenAppendSource(const QString &pfad, const Fortschritt &fortschritt)
+std::unique_ptr<CardSource> OpenAppendSource(const QString &pfad, const Progress &progress)
 {
     if (IsJetFile(pfad))
         return OpenJetCards(pfad);
     try {
-        return std::make_unique<CardFileSource>(pfad, fortschritt);
+        return std::make_unique<CardFileSource>(pfad, progress);
     } catch (const StoreError &fehler) {
         NichtsUnfertiges(pfad);
         if (fehler.Number() != Fehler::Beschaedigt)
             throw;
-        auto beschaedigte = OpenDamagedCards(pfad, fortschritt);
+        auto beschaedigte = OpenDamagedCards(pfad, progress);
         if (beschaedigte->Count() == 0)
             throw;
         return beschaedigte;
@@ -61,21 +63,19 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
 {
     CardStore &store = bank.store;
     if (IstSieSelbst(store, quelle)) {
-        bank.meldungen.Zeigen(QStringLiteral("Datei kann nicht an sich selbst angehängt werden ") +
-                              store.CurrentFileName);
+        bank.meldungen.Zeigen(u"Datei kann nicht an sich selbst angehängt werden "_s + store.CurrentFileName);
         return Ausgang::Gescheitert;
     }
     std::unique_ptr<CardSource> offene;
-    const bool offen = Schritt(bank.meldungen, FehlerKontext(), [&] {
-        offene = OpenAppendSource(VollerPfad(store, quelle), bank.fortschritt);
-    });
+    const bool offen = Step(bank.meldungen, FehlerKontext(),
+                            [&] { offene = OpenAppendSource(VollerPfad(store, quelle), bank.progress); });
     if (!offen)
         return Ausgang::Gescheitert;
 
     AddedCards neue;
     bool gespeichert = true;
     try {
-        InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.fortschritt); });
+        InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.progress); });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {.count = 0, .errors = {fehler}, .remark = {}};
@@ -91,3 +91,5 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
         *anzahl = neue.count;
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
+
+} // namespace paukfix

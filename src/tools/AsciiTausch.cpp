@@ -11,6 +11,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // More than a full box of long cards; a text file is read whole.
@@ -28,8 +32,7 @@ QByteArray AlsText(const Werkbank &bank, const QString &trennzeichen, std::vecto
     CardRecordset &karten = bank.store.Karten();
     CardFieldHandles &felder = bank.store.Felder();
     TextSchreiber text;
-    text.Zeile(QStringLiteral("Frage") + trennzeichen + QStringLiteral("Antwort") + trennzeichen +
-               QStringLiteral("Thema"));
+    text.Zeile(u"Frage"_s + trennzeichen + u"Antwort"_s + trennzeichen + u"Thema"_s);
     const int gesamt = karten.RecordCount();
     int gelesen = 0;
     for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
@@ -44,7 +47,7 @@ QByteArray AlsText(const Werkbank &bank, const QString &trennzeichen, std::vecto
             if (std::none_of(fehler.begin(), fehler.end(), gleich))
                 fehler.push_back(einer);
         }
-        Melden(bank.fortschritt, ++gelesen, gesamt);
+        Melden(bank.progress, ++gelesen, gesamt);
     }
     return text.Inhalt();
 }
@@ -70,23 +73,23 @@ std::optional<SimpleCard> KarteAusZeile(const QString &zeile, QChar trennzeichen
 
 QString TabText()
 {
-    return QStringLiteral("<Tab>");
+    return u"<Tab>"_s;
 }
 
 std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text)
 {
     if (text == TabText())
         return u'\t';
-    if (text == QStringLiteral(";") || text == QStringLiteral("#"))
+    if (text == u";"_s || text == u"#"_s)
         return text.front();
-    meldungen.Zeigen(QStringLiteral("Trennzeichen: ") + text + QStringLiteral("ungültig!"));
+    meldungen.Zeigen(u"Trennzeichen: "_s + text + u"ungültig!"_s);
     return std::nullopt;
 }
 
 Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen)
 {
     std::vector<StoreError> fehler;
-    const bool geschrieben = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool geschrieben = Step(bank.meldungen, FehlerKontext(), [&] {
         const QString ziel = ZielPfad(bank.store, dateiname);
         const QByteArray text = AlsText(bank, trennzeichen, fehler);
         FreshFile neu(ziel);
@@ -102,25 +105,24 @@ Ausgang AsciiExportieren(const Werkbank &bank, const QString &dateiname, QChar t
 QString TeilweiseEingelesen(const Zugang &zugang)
 {
     if (zugang.karten == 0)
-        return QStringLiteral("Es wurde keine Karte eingelesen.");
-    return QStringLiteral("%1 eingelesen; %2. Wer die Datei noch einmal einliest, hat sie doppelt.")
-        .arg(KartenText(zugang.karten), zugang.fehlen > 0
-                                            ? KartenText(zugang.fehlen) + QStringLiteral(" der Datei fehlen")
-                                            : QStringLiteral("nicht alle Texte passten hinein"));
+        return u"Es wurde keine Karte eingelesen."_s;
+    return u"%1 eingelesen; %2. Wer die Datei noch einmal einliest, hat sie doppelt."_s.arg(
+        KartenText(zugang.karten), zugang.fehlen > 0 ? KartenText(zugang.fehlen) + u" der Datei fehlen"_s
+                                                     : u"nicht alle Texte passten hinein"_s);
 }
 
 Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen, Zugang *zugang)
 {
     CardStore &store = bank.store;
     if (dateiname.isEmpty() || !QFileInfo::exists(VollerPfad(store, dateiname))) {
-        bank.meldungen.Zeigen(dateiname + QStringLiteral(" Datei nicht gefunden !"));
+        bank.meldungen.Zeigen(dateiname + u" Datei nicht gefunden !"_s);
         return Ausgang::Gescheitert;
     }
     std::optional<TextZeilen> zeilen;
-    const bool gelesen = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool gelesen = Step(bank.meldungen, FehlerKontext(), [&] {
         const QString pfad = VollerPfad(store, dateiname);
         NichtDieOffene(store, pfad);
-        Melden(bank.fortschritt, 0, 0); // reading and decoding may take long too
+        Melden(bank.progress, 0, 0); // reading and decoding may take long too
         zeilen.emplace(ReadFile(pfad, GroessteTextdatei));
     });
     if (!gelesen)
@@ -132,8 +134,8 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
     int karten = 0;
     const auto naechste = [&](SimpleCard &karte) {
         while (zeilen->Naechste(zeile)) {
-            if (bank.fortschritt && ++nummer % FortschrittSchritte == 0)
-                bank.fortschritt(zeilen->Gelesen(), zeilen->Gesamt());
+            if (bank.progress && ++nummer % ProgressSteps == 0)
+                bank.progress(zeilen->Gelesen(), zeilen->Gesamt());
             if (auto gefunden = KarteAusZeile(zeile, trennzeichen)) {
                 karte = std::move(*gefunden);
                 ++karten;
@@ -142,7 +144,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
         }
         return false;
     };
-    const bool gespeichert = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool gespeichert = Step(bank.meldungen, FehlerKontext(), [&] {
         InEinemZug(store.Karten(), [&] { neue = AddSimpleCards(store, naechste); });
     });
     if (!gespeichert) {
@@ -158,3 +160,5 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
     }
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
+
+} // namespace paukfix

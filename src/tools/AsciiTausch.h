@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // The exchange of simple cards as delimited text: a card a line, question, answer and topic parted by one
 // character, no quoting.
 
@@ -34,3 +36,5 @@ QString TeilweiseEingelesen(const Zugang &zugang);
 // that is not there is reported by its name.
 Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen,
                          Zugang *zugang = nullptr);
+
+} // namespace paukfix

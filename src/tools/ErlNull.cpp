@@ -4,15 +4,16 @@
 
 #include "NachNeu.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 ErlNull::ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("ErlNull"),
-                      QStringLiteral("Erledigte Karten nach Fach Neu"),
-                      QStringLiteral("Erledigte Karten nach Fach Neu"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"ErlNull"_s, u"Erledigte Karten nach Fach Neu"_s,
+                      u"Erledigte Karten nach Fach Neu"_s, parent)
 {
-    Erklaeren(
-        {QStringLiteral("Durch diese Funktion werden erledigte Karten wieder in das Fach Neu einsortiert."),
-         QStringLiteral(
-             "Hinweis: Wenn eine Karte alle Fächer durchlaufen hat, dann gilt sie als erledigt.")});
+    Erklaeren({u"Durch diese Funktion werden erledigte Karten wieder in das Fach Neu einsortiert."_s,
+               u"Hinweis: Wenn eine Karte alle Fächer durchlaufen hat, dann gilt sie als erledigt."_s});
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
@@ -21,7 +22,9 @@ void ErlNull::cmdOK_Click()
     std::optional<int> anzahl;
     Ausfuehren([&](const Werkbank &bank) { anzahl = ErledigteNachNeu(bank); });
     if (anzahl)
-        Dienst().meldungen.Zeigen(QString::number(*anzahl) + QStringLiteral("Karten zurückgesetzt"));
+        Dienst().meldungen.Zeigen(QString::number(*anzahl) + u"Karten zurückgesetzt"_s);
     if (anzahl || !Store().IsOpen())
         accept();
 }
+
+} // namespace paukfix

@@ -7,30 +7,32 @@
 #include <QLabel>
 #include <QLineEdit>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteianhängen"), QStringLiteral("Kartei anhängen"),
-                      QStringLiteral("Kartei anhängen"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"Karteianhängen"_s, u"Kartei anhängen"_s, u"Kartei anhängen"_s,
+                      parent)
 {
-    Erklaeren(
-        {QStringLiteral("Durch diese Funtion werden die Karten aus einer anderen Datei in die aktuelle "
-                        "Datei hineinkopiert. "),
-         QStringLiteral("Anders als beim ASCII-Import werden auch Ankreuzfragen und Schriftformatierungen "
-                        "mit übernommen."),
-         QStringLiteral("Textdateien können mit dieser Funktion nicht übernommen werden. "
-                        "(siehe ASCII-Import)")});
+    Erklaeren({u"Durch diese Funtion werden die Karten aus einer anderen Datei in die aktuelle "
+               u"Datei hineinkopiert. "_s,
+               u"Anders als beim ASCII-Import werden auch Ankreuzfragen und Schriftformatierungen "
+               u"mit übernommen."_s,
+               u"Textdateien können mit dieser Funktion nicht übernommen werden. "
+               u"(siehe ASCII-Import)"_s});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewaehlt(); });
     ergebnis_ = HinweisBauen({});
-    ergebnis_->setObjectName(QStringLiteral("Ergebnis"));
+    ergebnis_->setObjectName(u"Ergebnis"_s);
     ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void Karteianhängen::cmdDateiname_Click()
 {
-    if (KarteinameUebernehmen(
-            lblDateiname_, Dienst().dialoge.DateiOeffnen(KarteiDialog(QStringLiteral("Merkkasten anhängen"),
-                                                                      Dienst().konfig.ProgrammPfad))))
+    if (KarteinameUebernehmen(lblDateiname_, Dienst().dialoge.DateiOeffnen(KarteiDialog(
+                                                 u"Merkkasten anhängen"_s, Dienst().konfig.ProgrammPfad))))
         NeuGewaehlt(); // the same file too
 }
 
@@ -47,9 +49,8 @@ void Karteianhängen::cmdOK_Click()
     ergebnis_->clear();
     if (ausgang == Ausgang::Gescheitert)
         return;
-    ergebnis_->setText(KartenText(anzahl) + (ausgang == Ausgang::Gelungen
-                                                 ? QStringLiteral(" angehängt")
-                                                 : QStringLiteral(" angehängt, aber nicht alles")));
+    ergebnis_->setText(KartenText(anzahl) +
+                       (ausgang == Ausgang::Gelungen ? u" angehängt"_s : u" angehängt, aber nicht alles"_s));
     SetOKErlaubt(false);
     lblDateiname_->setFocus();
 }
@@ -59,3 +60,5 @@ void Karteianhängen::NeuGewaehlt()
     ergebnis_->clear();
     SetOKErlaubt(true);
 }
+
+} // namespace paukfix

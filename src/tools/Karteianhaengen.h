@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+namespace paukfix {
+
 // Copies the cards of another card file into the open one. Stays open after its work; what was appended is
 // not appended again before the file is chosen or its name typed anew.
 class Karteianhängen final : public Werkzeugfenster
@@ -19,3 +21,5 @@ private:
     QLineEdit *lblDateiname_;
     QLabel *ergebnis_; // of the last work, until the file name changes
 };
+
+} // namespace paukfix

@@ -6,30 +6,35 @@
 
 #include <QLineEdit>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Karteispiegeln"),
-                      QStringLiteral("Thema ausfiltern"), // the caption that this window has always had
-                      QStringLiteral("Kartei spiegeln"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"Karteispiegeln"_s,
+                      u"Thema ausfiltern"_s, // the caption that this window has always had
+                      u"Kartei spiegeln"_s, parent)
 {
-    Erklaeren({QStringLiteral("In der neuen Datei sind Frage und Antwort vertauscht.  "),
-               QStringLiteral("(Ankreuzfragen bleiben so wie sie sind)  "),
-               QStringLiteral("Aus einer Vokabelsammlung Deutsch/Englisch wird so eine Vokabelsammlung "
-                              "Englisch/Deutsch.")});
-    lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
+    Erklaeren({u"In der neuen Datei sind Frage und Antwort vertauscht.  "_s,
+               u"(Ankreuzfragen bleiben so wie sie sind)  "_s,
+               u"Aus einer Vokabelsammlung Deutsch/Englisch wird so eine Vokabelsammlung "
+               u"Englisch/Deutsch."_s});
+    lblDateiname_ = DateinameBauen(u"Hier bitte den Namen der zu erstellenden Datei eingeben"_s,
                                    [this] { cmdDateiname_Click(); });
-    HinweisBauen(
-        QStringLiteral("Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
-                       "Datei erstellen."));
+    HinweisBauen(u"Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
+                 u"Datei erstellen."_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
 void Karteispiegeln::cmdDateiname_Click()
 {
-    KarteinameUebernehmen(lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Merkkasten Spiegeln"),
-                                                                     Store().KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_,
+                          Ziel().Waehlen(KarteiDialog(u"Merkkasten Spiegeln"_s, Store().KarteiPfad)));
 }
 
 void Karteispiegeln::cmdOK_Click()
 {
     NeueKarteiErstellen(lblDateiname_, KarteiSpiegeln);
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+namespace paukfix {
+
 // Makes a new card file in which question and answer of every simple card are exchanged.
 class Karteispiegeln final : public Werkzeugfenster
 {
@@ -16,3 +18,5 @@ private:
 
     QLineEdit *lblDateiname_;
 };
+
+} // namespace paukfix

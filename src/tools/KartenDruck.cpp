@@ -7,6 +7,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int KartenJeSeite = 4;
@@ -61,7 +65,7 @@ public:
             }
             // What follows the last line's text is told by an ellipsis.
             QString rest = layout_.text().mid(zeile.textStart(), zeile.textLength());
-            rest = rest.remove(QChar::LineSeparator) + QStringLiteral(" …");
+            rest = rest.remove(QChar::LineSeparator) + u" …"_s;
             rest =
                 QFontMetricsF(layout_.font(), maler.device()).elidedText(rest, Qt::ElideRight, platz.width());
             maler.setFont(layout_.font());
@@ -102,8 +106,8 @@ void KartenDruck::Karte(const QString &frageNr, const QString &frage, const QStr
         return QRectF(spalte.left() + luft, oben * seite.height(), spalte.width() - 2 * luft,
                       Blockhoehe * seite.height());
     };
-    Block(block(FrageOben), frageNr + u'\n' + QStringLiteral("Frage: ") + frage);
-    Block(block(AntwortOben), QStringLiteral("Antwort: ") + antwort);
+    Block(block(FrageOben), frageNr + u'\n' + u"Frage: "_s + frage);
+    Block(block(AntwortOben), u"Antwort: "_s + antwort);
 }
 
 void KartenDruck::Abschicken()
@@ -130,8 +134,8 @@ void KartenDruck::Block(const QRectF &platz, const QString &text)
 {
     QString zeilen = text.left(MehrPasstNie);
     if (zeilen.size() < text.size())
-        zeilen += QStringLiteral("…");
-    zeilen.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        zeilen += u"…"_s;
+    zeilen.replace(u"\r\n"_s, u"\n"_s);
     for (const QChar umbruch : {u'\r', u'\n', u'\v', u'\f', u'\u2029'})
         zeilen.replace(umbruch, QChar::LineSeparator);
 
@@ -156,7 +160,7 @@ std::optional<qint16> Kartennummer(const QString &text)
     return zahl && nummer > 0 ? std::optional(nummer) : std::nullopt;
 }
 
-int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Fortschritt &fortschritt)
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Progress &progress)
 {
     KartenDruck druck(drucker);
     int gedruckt = 0;
@@ -167,8 +171,10 @@ int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, co
             druck.Karte(QString::number(*nummer), karte.question, karte.answer);
             ++gedruckt;
         }
-        Melden(fortschritt, zeile + 1, liste.Count());
+        Melden(progress, zeile + 1, liste.Count());
     }
     druck.Abschicken();
     return gedruckt;
 }
+
+} // namespace paukfix

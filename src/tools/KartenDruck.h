@@ -4,11 +4,13 @@
 
 #include "CardList.h"
 #include "Druckauftrag.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QString>
 
 #include <optional>
+
+namespace paukfix {
 
 // Prints cards to be cut out and folded: four on a page, each in a column of a quarter of its width, the
 // question from 5 % of the page's height on, the answer from 55 %. Thin lines show where to cut (drawn
@@ -41,5 +43,6 @@ std::optional<qint16> Kartennummer(const QString &text);
 
 // Prints the cards from number `von` to number `bis`, both included, in the order of the list. Returns how
 // many. Throws StoreError where a card cannot be read or the printer does not take the job.
-int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker,
-                  const Fortschritt &fortschritt = {});
+int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Progress &progress = {});
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <array>
 
+namespace paukfix {
+
 namespace {
 
 // Column0 to Column4.
@@ -100,3 +102,5 @@ void KartenModell::Gescheitert(const StoreError &fehler) const
     if (std::exchange(gemeldet_, fehler.Text()) != fehler.Text())
         leseFehler(fehler);
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The cards as a grid: number, compartment, place, question, answer. Rows are read as they are shown.
 class KartenModell final : public QAbstractTableModel
 {
@@ -41,3 +43,5 @@ private:
     mutable CardList liste_; // a cache inside
     mutable QString gemeldet_;
 };
+
+} // namespace paukfix

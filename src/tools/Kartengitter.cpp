@@ -11,8 +11,12 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Kartengitter::Kartengitter(QWidget *parent)
-    : QTableView(parent), leer_(Benannt(new QLabel(this), QStringLiteral("Leer"), QString()))
+    : QTableView(parent), leer_(Benannt(new QLabel(this), u"Leer"_s, QString()))
 {
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -27,7 +31,7 @@ Kartengitter::Kartengitter(QWidget *parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
-    horizontalHeader()->setToolTip(QStringLiteral("Ein Klick sortiert nach dieser Spalte"));
+    horizontalHeader()->setToolTip(u"Ein Klick sortiert nach dieser Spalte"_s);
 
     leer_->setTextFormat(Qt::PlainText);
     leer_->setAlignment(Qt::AlignCenter);
@@ -94,3 +98,5 @@ void Kartengitter::Einteilen()
     }
     koepfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, koepfe->minimumSectionSize()));
 }
+
+} // namespace paukfix

@@ -4,8 +4,11 @@
 
 #include <QTableView>
 
-class KartenModell;
 class QLabel;
+
+namespace paukfix {
+
+class KartenModell;
 
 // The grid of all cards. A click on a column's head sorts, Ctrl and the column's number too; the current card
 // stays the current one. The numbers get the room that their heads need, question and answer share the rest.
@@ -28,3 +31,5 @@ private:
 
     QLabel *leer_;
 };
+
+} // namespace paukfix

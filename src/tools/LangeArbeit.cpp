@@ -10,6 +10,8 @@
 
 #include <utility>
 
+namespace paukfix {
+
 namespace {
 
 constexpr int WartenMs = 300; // before the progress is shown
@@ -92,7 +94,7 @@ void LangeArbeit::Freigeben()
         widget->setEnabled(true);
 }
 
-Fortschritt LangeArbeit::Melder()
+Progress LangeArbeit::Melder()
 {
     return [this](int erledigt, int gesamt) { Zeigen(erledigt, gesamt); };
 }
@@ -109,3 +111,5 @@ void LangeArbeit::Zeigen(int erledigt, int gesamt)
     balken_.show();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
+
+} // namespace paukfix

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Fortschritt.h"
 #include "Meldungen.h"
+#include "Progress.h"
 
 #include <QElapsedTimer>
 #include <QList>
@@ -11,6 +11,8 @@
 
 class QProgressBar;
 class QWidget;
+
+namespace paukfix {
 
 // Work that may take long, as long as it lives: shows the hourglass and takes no keys and clicks; what comes
 // of these meanwhile is lost. The progress appears when the work has taken a third of a second, or at once
@@ -25,7 +27,7 @@ public:
     ~LangeArbeit() override;
 
     // Must not outlive the work.
-    Fortschritt Melder();
+    Progress Melder();
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
@@ -44,3 +46,5 @@ private:
     QElapsedTimer seit_;
     qint64 zuletzt_ = 0; // when the progress was last shown, in ms
 };
+
+} // namespace paukfix

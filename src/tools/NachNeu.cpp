@@ -4,11 +4,13 @@
 
 #include "CardBulk.h"
 
+namespace paukfix {
+
 Ausgang AlleNachNeu(const Werkbank &bank)
 {
-    const bool getan = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
         CardRecordset &karten = bank.store.Karten();
-        InEinemZug(karten, [&] { MoveAllToNew(karten, bank.fortschritt); });
+        InEinemZug(karten, [&] { MoveAllToNew(karten, bank.progress); });
     });
     NeuOeffnen(bank);
     return getan ? Ausgang::Gelungen : Ausgang::Gescheitert;
@@ -17,11 +19,13 @@ Ausgang AlleNachNeu(const Werkbank &bank)
 std::optional<int> ErledigteNachNeu(const Werkbank &bank)
 {
     int anzahl = 0;
-    const bool getan = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
         CardRecordset &karten = bank.store.Karten();
         const int lfdMax = bank.store.FachInfo[FachNeu].LfdMax;
-        InEinemZug(karten, [&] { anzahl = MoveDoneToNew(karten, lfdMax, bank.fortschritt); });
+        InEinemZug(karten, [&] { anzahl = MoveDoneToNew(karten, lfdMax, bank.progress); });
     });
     NeuOeffnen(bank);
     return getan ? std::optional(anzahl) : std::nullopt;
 }
+
+} // namespace paukfix

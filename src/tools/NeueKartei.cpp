@@ -12,6 +12,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void NeueKarteiMachen(CardStore &store, const QString &ziel,
@@ -38,13 +42,13 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
     const QString alterPfad = store.KarteiPfad;
     QString pfad;
     QString name;
-    if (!Schritt(bank.meldungen, FehlerKontext(), [&] {
+    if (!Step(bank.meldungen, FehlerKontext(), [&] {
             pfad = ZielPfad(store, ziel);
             CheckNameLength(pfad);
         }))
         return Ausgang::Gescheitert;
     bool unveraendert = false;
-    const bool gemacht = Schritt(bank.meldungen, FehlerKontext(), [&] {
+    const bool gemacht = Step(bank.meldungen, FehlerKontext(), [&] {
         // Another file may stand where the open one stood: what is copied must be what is shown.
         InEinemZug(store.Karten(), [] {});
         unveraendert = true;
@@ -69,7 +73,7 @@ QString ThemaSchluessel(QString thema)
 {
     CleanFieldText(thema, {});
     const bool leer = std::all_of(thema.begin(), thema.end(), [](QChar zeichen) { return zeichen == u' '; });
-    return leer ? QStringLiteral("<leeres Themafeld>") : thema;
+    return leer ? u"<leeres Themafeld>"_s : thema;
 }
 
 QStringList Themen(CardRecordset &karten, Field thema)
@@ -92,12 +96,14 @@ Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStrin
     return NeueKartei(bank, ziel, [&](CardRecordset &karten) {
         DeleteByTopic(
             karten, [&](const QString &thema) { return bleibt.contains(ThemaSchluessel(thema)); },
-            bank.fortschritt);
+            bank.progress);
     });
 }
 
 Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel)
 {
     return NeueKartei(bank, ziel,
-                      [&](CardRecordset &karten) { SwapQuestionAndAnswer(karten, bank.fortschritt); });
+                      [&](CardRecordset &karten) { SwapQuestionAndAnswer(karten, bank.progress); });
 }
+
+} // namespace paukfix

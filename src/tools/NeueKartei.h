@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+namespace paukfix {
+
 // Makes a new card file of the open one and opens it instead. The new file takes the place of an old one of
 // its name when it is whole and on the disk. A card file that was replaced while it was open is refused.
 // Where anything fails, the old files stand as they were and the card file that was open is opened again.
@@ -21,3 +23,5 @@ Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStrin
 
 // Exchanges question and answer of every simple card.
 Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel);
+
+} // namespace paukfix

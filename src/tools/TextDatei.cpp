@@ -11,6 +11,10 @@
 #include <algorithm>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QByteArray Utf8Marke("\xEF\xBB\xBF");
@@ -45,7 +49,7 @@ bool HatMehrbyte(QByteArrayView bytes)
 
 [[noreturn]] void KeinText(const QString &grund)
 {
-    throw StoreError(Fehler::TypUnvertraeglich, QStringLiteral("Das ist keine Textdatei: ") + grund);
+    throw StoreError(Fehler::TypUnvertraeglich, u"Das ist keine Textdatei: "_s + grund);
 }
 
 } // namespace
@@ -57,19 +61,19 @@ TextZeilen::TextZeilen(const QByteArray &inhalt) : bytes_(inhalt)
         utf8_ = true;
         stelle_ = Utf8Marke.size();
         if (!inhalt.isValidUtf8())
-            KeinText(QStringLiteral("sie ist als UTF-8 gekennzeichnet, aber kein gültiges UTF-8."));
+            KeinText(u"sie ist als UTF-8 gekennzeichnet, aber kein gültiges UTF-8."_s);
     } else if (marke == QStringConverter::Utf16LE || marke == QStringConverter::Utf16BE) {
         QStringDecoder decoder(*marke);
         const QString text = decoder.decode(inhalt);
         if (decoder.hasError() || inhalt.size() % 2 != 0)
-            KeinText(QStringLiteral("sie ist als UTF-16 gekennzeichnet, aber kein gültiges UTF-16."));
+            KeinText(u"sie ist als UTF-16 gekennzeichnet, aber kein gültiges UTF-16."_s);
         bytes_ = WithWholeCharacters(text).toUtf8();
         utf8_ = true;
     } else {
         utf8_ = HatMehrbyte(inhalt) && inhalt.isValidUtf8();
     }
     if (bytes_.contains('\0'))
-        KeinText(QStringLiteral("sie enthält Null-Zeichen."));
+        KeinText(u"sie enthält Null-Zeichen."_s);
 }
 
 bool TextZeilen::Naechste(QString &zeile)
@@ -114,3 +118,5 @@ void TextSchreiber::AufUtf8()
     bytes_ = Aus1252(bytes_).toUtf8();
     utf8_ = true;
 }
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+namespace paukfix {
+
 // Text files as they are exchanged with other programs: 8-bit in Windows-1252, UTF-8 or UTF-16.
 
 // The lines of such a file. A byte-order mark tells UTF-8 and UTF-16; without one, what is valid multi-byte
@@ -46,3 +48,5 @@ private:
     QByteArray bytes_;
     bool utf8_ = false;
 };
+
+} // namespace paukfix

@@ -17,6 +17,10 @@
 #include <QStyleOptionFrame>
 #include <QStyledItemDelegate>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Draws a topic in one line, its middle left out where it is too long; what is chosen in a list without the
@@ -83,22 +87,22 @@ protected:
 } // namespace
 
 Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
-    : Werkzeugfenster(oeffner, dienste, QStringLiteral("Themaausfiltern"), QStringLiteral("Thema ausfiltern"),
-                      QStringLiteral("Thema ausfiltern"), parent)
+    : Werkzeugfenster(oeffner, dienste, u"Themaausfiltern"_s, u"Thema ausfiltern"_s, u"Thema ausfiltern"_s,
+                      parent)
 {
-    Erklaeren({QStringLiteral("Durch diese Funktion wird eine neue Datei erstellt. "),
-               QStringLiteral("Sie können auswählen, welche der vorhandenen Themen übernommen werden. ")});
+    Erklaeren({u"Durch diese Funktion wird eine neue Datei erstellt. "_s,
+               u"Sie können auswählen, welche der vorhandenen Themen übernommen werden. "_s});
     auto *listen = new QGridLayout;
     listen->setVerticalSpacing(fontMetrics().height() / 4);
     Felder()->addLayout(listen, Felder()->rowCount(), 0, 1, 3);
-    lstÜbernehmen_ = ListeBauen(listen, QStringLiteral("&übernehmen:"), QStringLiteral("lstÜbernehmen"),
-                                [this] { lstÜbernehmen_Click(); });
-    lstNübernehmen_ = ListeBauen(listen, QStringLiteral("&nicht übernehmen:"),
-                                 QStringLiteral("lstNübernehmen"), [this] { lstNübernehmen_Click(); });
-    lblDateiname_ = DateinameBauen(QStringLiteral("Hier bitte den Namen der zu erstellenden Datei eingeben"),
+    lstÜbernehmen_ =
+        ListeBauen(listen, u"&übernehmen:"_s, u"lstÜbernehmen"_s, [this] { lstÜbernehmen_Click(); });
+    lstNübernehmen_ =
+        ListeBauen(listen, u"&nicht übernehmen:"_s, u"lstNübernehmen"_s, [this] { lstNübernehmen_Click(); });
+    lblDateiname_ = DateinameBauen(u"Hier bitte den Namen der zu erstellenden Datei eingeben"_s,
                                    [this] { cmdDateiname_Click(); });
-    HinweisBauen(QStringLiteral("Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."));
-    HinweisBauen(QStringLiteral("Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."));
+    HinweisBauen(u"Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."_s);
+    HinweisBauen(u"Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
     Form_Load();
 }
@@ -107,7 +111,7 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
                                          const std::function<void()> &click)
 {
     auto *liste = Benannt(new Themenliste(this), name, QString(text).remove(u'&').remove(u':'));
-    liste->setToolTip(QStringLiteral("zum Wechseln das Thema klicken"));
+    liste->setToolTip(u"zum Wechseln das Thema klicken"_s);
     liste->setUniformItemSizes(true);
     liste->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     liste->setItemDelegate(new Themenmaler(liste));
@@ -123,7 +127,7 @@ QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &tex
 void Themaausfiltern::Form_Load()
 {
     // Without the topics the new file would be one without cards.
-    SetOKErlaubt(Schritt(Dienst().meldungen, FehlerKontext(), [&] {
+    SetOKErlaubt(Step(Dienst().meldungen, FehlerKontext(), [&] {
         CardStore &store = Store();
         lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8]));
         lstÜbernehmen_->setCurrentRow(0);
@@ -171,8 +175,8 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
 
 void Themaausfiltern::cmdDateiname_Click()
 {
-    KarteinameUebernehmen(
-        lblDateiname_, Ziel().Waehlen(KarteiDialog(QStringLiteral("Themaausfiltern"), Store().KarteiPfad)));
+    KarteinameUebernehmen(lblDateiname_,
+                          Ziel().Waehlen(KarteiDialog(u"Themaausfiltern"_s, Store().KarteiPfad)));
 }
 
 void Themaausfiltern::cmdOK_Click()
@@ -184,3 +188,5 @@ void Themaausfiltern::cmdOK_Click()
         return ThemenAusfiltern(bank, ziel, uebernehmen);
     });
 }
+
+} // namespace paukfix

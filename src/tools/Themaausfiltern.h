@@ -6,6 +6,8 @@
 
 class QListWidget;
 
+namespace paukfix {
+
 // Makes a new card file with the cards of chosen topics.
 class Themaausfiltern final : public Werkzeugfenster
 {
@@ -29,3 +31,5 @@ private:
     QListWidget *lstNübernehmen_ = nullptr;
     QLineEdit *lblDateiname_;
 };
+
+} // namespace paukfix

@@ -28,6 +28,10 @@
 #include <limits>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool IstText(const QKeyEvent &taste)
@@ -38,8 +42,8 @@ bool IstText(const QKeyEvent &taste)
 
 QString Tasten()
 {
-    return QStringLiteral("Eingabe öffnet die Karte   ·   Tippen sucht   ·   F3 sucht weiter   ·   "
-                          "Strg+1 bis Strg+5 sortiert   ·   Esc schließt");
+    return u"Eingabe öffnet die Karte   ·   Tippen sucht   ·   F3 sucht weiter   ·   "
+           u"Strg+1 bis Strg+5 sortiert   ·   Esc schließt"_s;
 }
 
 } // namespace
@@ -47,8 +51,8 @@ QString Tasten()
 Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege wege, QWidget *parent)
     : QDialog(parent), store_(store), dienste_(dienste), wege_(std::move(wege)), inhalt_(new QWidget(this))
 {
-    setObjectName(QStringLiteral("Uebersicht"));
-    setWindowTitle(QStringLiteral("Lernkarten"));
+    setObjectName(u"Uebersicht"_s);
+    setWindowTitle(u"Lernkarten"_s);
     setModal(true);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
 
@@ -56,15 +60,13 @@ Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege 
     aussen->addWidget(inhalt_);
     auto *spalte = new QVBoxLayout(inhalt_);
     spalte->setContentsMargins(0, 0, 0, 0);
-    grdDataGrid_ =
-        Benannt(new Kartengitter(inhalt_), QStringLiteral("grdDataGrid"), QStringLiteral("Karten"));
+    grdDataGrid_ = Benannt(new Kartengitter(inhalt_), u"grdDataGrid"_s, u"Karten"_s);
     grdDataGrid_->installEventFilter(this);
     connect(grdDataGrid_, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { ZeileOeffnen(index); });
     spalte->addWidget(grdDataGrid_, 1);
     spalte->addWidget(KnoepfeBauen());
-    hinweise_ =
-        Benannt(new QLabel(Tasten(), inhalt_), QStringLiteral("Tastenhinweise"), QStringLiteral("Tasten"));
+    hinweise_ = Benannt(new QLabel(Tasten(), inhalt_), u"Tastenhinweise"_s, u"Tasten"_s);
     hinweise_->setAlignment(Qt::AlignCenter);
     Schriftgroesse(hinweise_, 0.9);
     spalte->addWidget(hinweise_);
@@ -88,23 +90,22 @@ QLineEdit *Uebersicht::Feld(QLayout *zeile, const QString &text, const QString &
 
 QWidget *Uebersicht::KnoepfeBauen()
 {
-    auto *picButtons = Benannt(new QWidget(inhalt_), QStringLiteral("picButtons"), QString());
+    auto *picButtons = Benannt(new QWidget(inhalt_), u"picButtons"_s, QString());
     auto *zeile = new QHBoxLayout(picButtons);
     zeile->setContentsMargins(0, 0, 0, 0);
     const int abstand = fontMetrics().height();
 
-    txtVon_ = Feld(zeile, QStringLiteral("&Von:"), QStringLiteral("txtVon"), 6);
-    txtBis_ = Feld(zeile, QStringLiteral("&Bis:"), QStringLiteral("txtBis"), 6);
-    txtVon_->setToolTip(QStringLiteral("Die erste FrageNr, die gedruckt wird"));
-    txtBis_->setToolTip(QStringLiteral("Die letzte FrageNr, die gedruckt wird"));
-    auto *cmdDrucken = Benannt(new QPushButton(QStringLiteral("&Drucken"), inhalt_),
-                               QStringLiteral("cmdDrucken"), QStringLiteral("Drucken"));
+    txtVon_ = Feld(zeile, u"&Von:"_s, u"txtVon"_s, 6);
+    txtBis_ = Feld(zeile, u"&Bis:"_s, u"txtBis"_s, 6);
+    txtVon_->setToolTip(u"Die erste FrageNr, die gedruckt wird"_s);
+    txtBis_->setToolTip(u"Die letzte FrageNr, die gedruckt wird"_s);
+    auto *cmdDrucken = Benannt(new QPushButton(u"&Drucken"_s, inhalt_), u"cmdDrucken"_s, u"Drucken"_s);
     cmdDrucken->setDefault(true); // for Enter in the range's fields
     connect(cmdDrucken, &QPushButton::clicked, this, [this] { cmdDrucken_Click(); });
     zeile->addWidget(cmdDrucken);
     zeile->addSpacing(abstand);
 
-    txtSuchen_ = Feld(zeile, QStringLiteral("&Suchen:"), QStringLiteral("txtSuchen"), 24);
+    txtSuchen_ = Feld(zeile, u"&Suchen:"_s, u"txtSuchen"_s, 24);
     txtSuchen_->setClearButtonEnabled(true);
     zeile->setStretchFactor(txtSuchen_, 4);
     txtSuchen_->installEventFilter(this);
@@ -115,17 +116,15 @@ QWidget *Uebersicht::KnoepfeBauen()
     connect(weiter, &QAction::triggered, this, [this] { Suchen(grdDataGrid_->currentIndex().row() + 1); });
     addAction(weiter);
 
-    fortschritt_ =
-        Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
-    fortschritt_->hide();
+    progress_ = Benannt(new QProgressBar(inhalt_), u"Fortschritt"_s, u"Fortschritt"_s);
+    progress_->hide();
     zeile->addSpacing(abstand);
-    zeile->addWidget(fortschritt_, 1);
+    zeile->addWidget(progress_, 1);
     zeile->addStretch(1);
-    datPrimaryRS_ = Benannt(new QLabel(inhalt_), QStringLiteral("datPrimaryRS"), QStringLiteral("Datensatz"));
+    datPrimaryRS_ = Benannt(new QLabel(inhalt_), u"datPrimaryRS"_s, u"Datensatz"_s);
     zeile->addWidget(datPrimaryRS_);
     zeile->addSpacing(abstand);
-    auto *cmdSchließen = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
-                                 QStringLiteral("cmdSchließen"), QStringLiteral("Zurück"));
+    auto *cmdSchließen = Benannt(new QPushButton(u"&Zurück"_s, inhalt_), u"cmdSchließen"_s, u"Zurück"_s);
     cmdSchließen->setAutoDefault(false);
     connect(cmdSchließen, &QPushButton::clicked, this, [this] { cmdSchließen_Click(); });
     zeile->addWidget(cmdSchließen);
@@ -156,8 +155,7 @@ void Uebersicht::Form_Load()
 // A notice on the grid where there are no cards.
 void Uebersicht::Form_Paint()
 {
-    grdDataGrid_->SetHinweis(QStringLiteral("Diese Datei (") + store_.CurrentFileName +
-                                 QStringLiteral(") enthält noch keine Karten"),
+    grdDataGrid_->SetHinweis(u"Diese Datei ("_s + store_.CurrentFileName + u") enthält noch keine Karten"_s,
                              modell_->rowCount() == 0);
 }
 
@@ -166,7 +164,7 @@ void Uebersicht::ZeileOeffnen(const QModelIndex &index)
     if (!index.isValid())
         return;
     bool da = false;
-    Schritt(dienste_.meldungen, FehlerKontext(), [&] {
+    Step(dienste_.meldungen, FehlerKontext(), [&] {
         const auto nummer = modell_->Liste().Whole(index.row()).numbers[0];
         CardRecordset &karten = store_.Karten();
         auto wieVorher = qScopeGuard([&karten] { karten.SetIndex(u"BoxKey"); });
@@ -187,14 +185,14 @@ void Uebersicht::cmdDrucken_Click()
 {
     if (laeuft_ || !modell_)
         return;
-    const auto von = Nummer(txtVon_, QStringLiteral("Von:"));
+    const auto von = Nummer(txtVon_, u"Von:"_s);
     if (!von)
         return;
-    const auto bis = Nummer(txtBis_, QStringLiteral("Bis:"));
+    const auto bis = Nummer(txtBis_, u"Bis:"_s);
     if (!bis)
         return;
     laeuft_ = true;
-    Schritt(dienste_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
+    Step(dienste_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
     laeuft_ = false;
     txtVon_->setText(QString::number(*von));
     txtBis_->setText(QString::number(*bis));
@@ -210,9 +208,8 @@ std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
     const auto nummer = Kartennummer(feld->text());
     if (nummer)
         return nummer;
-    dienste_.meldungen.Zeigen(QStringLiteral("Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben.")
-                                  .arg(name)
-                                  .arg(std::numeric_limits<qint16>::max()));
+    dienste_.meldungen.Zeigen(u"Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben."_s.arg(name).arg(
+        std::numeric_limits<qint16>::max()));
     feld->setFocus();
     feld->selectAll();
     return std::nullopt;
@@ -223,20 +220,20 @@ void Uebersicht::Drucken(qint16 von, qint16 bis)
 {
     const std::unique_ptr<QPrinter> drucker = wege_.drucker();
     if (!drucker) {
-        dienste_.meldungen.Zeigen(QStringLiteral("Es ist kein Drucker eingerichtet."));
+        dienste_.meldungen.Zeigen(u"Es ist kein Drucker eingerichtet."_s);
         return;
     }
     drucker->setDocName(windowTitle());
     int gedruckt = 0;
     {
-        LangeArbeit lang(dienste_.meldungen, *inhalt_, *fortschritt_);
+        LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_);
         gedruckt = KartenDrucken(modell_->Liste(), von, bis, *drucker, lang.Melder());
     }
     if (gedruckt == 0)
         dienste_.meldungen.Zeigen(
-            QStringLiteral("Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt.").arg(von).arg(bis));
+            u"Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt."_s.arg(von).arg(bis));
     else // until the user goes on
-        hinweise_->setText(KartenText(gedruckt) + QStringLiteral(" an den Drucker geschickt"));
+        hinweise_->setText(KartenText(gedruckt) + u" an den Drucker geschickt"_s);
 }
 
 void Uebersicht::Suchen(int abZeile)
@@ -244,8 +241,8 @@ void Uebersicht::Suchen(int abZeile)
     const QString text = txtSuchen_->text();
     std::optional<int> gefunden;
     if (modell_ && modell_->rowCount() > 0 && !text.isEmpty()) {
-        Schritt(dienste_.meldungen, FehlerKontext(),
-                [&] { gefunden = modell_->Liste().Find(text, abZeile % modell_->rowCount()); });
+        Step(dienste_.meldungen, FehlerKontext(),
+             [&] { gefunden = modell_->Liste().Find(text, abZeile % modell_->rowCount()); });
         if (gefunden)
             grdDataGrid_->setCurrentIndex(modell_->index(*gefunden, 0));
     }
@@ -254,8 +251,7 @@ void Uebersicht::Suchen(int abZeile)
     if (!text.isEmpty() && !gefunden)
         farben.setColor(QPalette::Text, Farben::Lesbar(Farben::Falsch, palette().color(QPalette::Base)));
     txtSuchen_->setPalette(farben);
-    txtSuchen_->setAccessibleDescription(text.isEmpty() || gefunden ? QString()
-                                                                    : QStringLiteral("nicht gefunden"));
+    txtSuchen_->setAccessibleDescription(text.isEmpty() || gefunden ? QString() : u"nicht gefunden"_s);
     datPrimaryRS_Reposition();
 }
 
@@ -264,7 +260,7 @@ void Uebersicht::datPrimaryRS_Reposition()
     const int zeile = grdDataGrid_->currentIndex().row();
     hinweise_->setText(Tasten());
     datPrimaryRS_->setText(NichtGefunden() ? txtSuchen_->accessibleDescription()
-                           : zeile >= 0    ? QStringLiteral("Record: ") + QString::number(zeile + 1)
+                           : zeile >= 0    ? u"Record: "_s + QString::number(zeile + 1)
                                            : QString());
 }
 
@@ -276,7 +272,7 @@ bool Uebersicht::NichtGefunden() const
 
 void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
 {
-    Schritt(dienste_.meldungen, QStringLiteral("Folgender Fehler ist aufgetreten:"), [&] { throw fehler; });
+    Step(dienste_.meldungen, u"Folgender Fehler ist aufgetreten:"_s, [&] { throw fehler; });
 }
 
 bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
@@ -334,3 +330,5 @@ void Uebersicht::FarbenSetzen()
     hinweise_->setPalette(leise);
     datPrimaryRS_->setPalette(leise);
 }
+
+} // namespace paukfix

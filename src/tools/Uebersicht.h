@@ -12,12 +12,15 @@
 #include <memory>
 #include <optional>
 
-class KartenModell;
-class Kartengitter;
 class QLabel;
 class QLineEdit;
 class QModelIndex;
 class QProgressBar;
+
+namespace paukfix {
+
+class KartenModell;
+class Kartengitter;
 
 // What the overview reaches beyond its window.
 struct UebersichtWege
@@ -68,6 +71,8 @@ private:
     QLineEdit *txtVon_ = nullptr;
     QLineEdit *txtBis_ = nullptr;
     QLineEdit *txtSuchen_ = nullptr;
-    QProgressBar *fortschritt_ = nullptr;
+    QProgressBar *progress_ = nullptr;
     bool laeuft_ = false;
 };
+
+} // namespace paukfix

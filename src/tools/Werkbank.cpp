@@ -11,18 +11,22 @@
 
 #include <optional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Two sentences in a row: the first one gets a full stop where it has none.
 QString Saetze(const QString &erster, const QString &zweiter)
 {
-    const bool endet = !erster.isEmpty() && QStringLiteral(".!?").contains(erster.back());
-    return erster + (endet ? QStringLiteral(" ") : QStringLiteral(". ")) + zweiter;
+    const bool endet = !erster.isEmpty() && u".!?"_s.contains(erster.back());
+    return erster + (endet ? u" "_s : u". "_s) + zweiter;
 }
 
 QString NichtsUebernommen()
 {
-    return QStringLiteral("Es wurde nichts übernommen.");
+    return u"Es wurde nichts übernommen."_s;
 }
 
 // What is known after a commit that failed. It may be on the disk all the same.
@@ -31,26 +35,26 @@ QString Verbleib(const std::optional<BoxState> &vorher, const std::optional<BoxS
     if (vorher == nachher)
         return NichtsUebernommen();
     if (!nachher)
-        return QStringLiteral("Ob etwas übernommen wurde, ist nicht bekannt.");
-    return QStringLiteral("Die Änderungen wurden trotzdem gespeichert.");
+        return u"Ob etwas übernommen wurde, ist nicht bekannt."_s;
+    return u"Die Änderungen wurden trotzdem gespeichert."_s;
 }
 
 } // namespace
 
 QString FehlerKontext()
 {
-    return QStringLiteral("Leider ist folgender Fehler Aufgetreten: ");
+    return u"Leider ist folgender Fehler Aufgetreten: "_s;
 }
 
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
 {
     for (const StoreError &einer : fehler)
-        Schritt(meldungen, FehlerKontext(), [&] { throw einer; });
+        Step(meldungen, FehlerKontext(), [&] { throw einer; });
 }
 
 QString KartenText(int anzahl)
 {
-    return anzahl == 1 ? QStringLiteral("1 Karte") : QStringLiteral("%1 Karten").arg(anzahl);
+    return anzahl == 1 ? u"1 Karte"_s : u"%1 Karten"_s.arg(anzahl);
 }
 
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
@@ -79,8 +83,8 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 
 void Oeffnen(const Werkbank &bank, QString &name)
 {
-    if (bank.fortschritt)
-        bank.fortschritt(0, 0);
+    if (bank.progress)
+        bank.progress(0, 0);
     bank.oeffner.OpenCardFile(name);
 }
 
@@ -94,7 +98,7 @@ void NeuOeffnen(const Werkbank &bank)
 QString VollerPfad(const CardStore &store, const QString &dateiname)
 {
     if (dateiname.isEmpty())
-        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Es ist kein Dateiname angegeben."));
+        throw StoreError(Fehler::DateiNichtGefunden, u"Es ist kein Dateiname angegeben."_s);
     return QDir::cleanPath(QDir(store.KarteiPfad).absoluteFilePath(QDir::fromNativeSeparators(dateiname)));
 }
 
@@ -102,7 +106,7 @@ void NichtDieOffene(const CardStore &store, const QString &pfad)
 {
     if (store.IsOpen() && SameFile(pfad, store.CardPath(store.CurrentFileName)))
         throw StoreError(Fehler::NichtErlaubt,
-                         QStringLiteral("Die Datei „%1“ ist die Kartei, die gerade geöffnet ist.").arg(pfad));
+                         u"Die Datei „%1“ ist die Kartei, die gerade geöffnet ist."_s.arg(pfad));
 }
 
 QString ZielPfad(const CardStore &store, const QString &dateiname)
@@ -110,9 +114,10 @@ QString ZielPfad(const CardStore &store, const QString &dateiname)
     QString pfad = VollerPfad(store, dateiname);
     NichtDieOffene(store, pfad);
     if (QFileInfo(pfad).isDir())
-        throw StoreError(
-            Fehler::NichtErlaubt,
-            QStringLiteral("„%1“ ist ein Ordner. Bitte auch den Namen der Datei angeben.").arg(pfad));
+        throw StoreError(Fehler::NichtErlaubt,
+                         u"„%1“ ist ein Ordner. Bitte auch den Namen der Datei angeben."_s.arg(pfad));
     CheckReplaceable(pfad);
     return pfad;
 }
+
+} // namespace paukfix

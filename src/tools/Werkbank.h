@@ -3,14 +3,16 @@
 #pragma once
 
 #include "CardStore.h"
-#include "Fortschritt.h"
 #include "KarteiOeffner.h"
-#include "Schritt.h"
+#include "Progress.h"
+#include "Step.h"
 
 #include <QString>
 
 #include <functional>
 #include <vector>
+
+namespace paukfix {
 
 // What the work of every tool stands on. The work needs no window: it reports through `meldungen`.
 struct Werkbank
@@ -18,7 +20,7 @@ struct Werkbank
     CardStore &store;
     KarteiOeffner &oeffner;
     Meldungen &meldungen;
-    Fortschritt fortschritt = {};
+    Progress progress = {};
 };
 
 // Gelungen: all was done, the success may be told. Teilweise: something was done, and what could not be was
@@ -60,3 +62,5 @@ void NichtDieOffene(const CardStore &store, const QString &pfad);
 // empty name, 3051 for the open card file and for what may not be written, 3045 for a card file that another
 // program has open.
 QString ZielPfad(const CardStore &store, const QString &dateiname);
+
+} // namespace paukfix

@@ -19,6 +19,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name,
                                  const QString &titel, const QString &ueberschrift, QWidget *parent)
     : QDialog(parent),
@@ -43,7 +47,7 @@ Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste,
     kasten_ = new QVBoxLayout(flaeche);
     kasten_->setContentsMargins(22, 14, 22, 16);
     kasten_->setSpacing(fontMetrics().height() / 2);
-    QLabel *kopf = Textzeile(ueberschrift, QStringLiteral("Überschrift"));
+    QLabel *kopf = Textzeile(ueberschrift, u"Überschrift"_s);
     Schriftgroesse(kopf, 1.5);
     kasten_->addWidget(kopf);
     kasten_->addSpacing(2);
@@ -73,46 +77,44 @@ void Werkzeugfenster::Erklaeren(const QStringList &saetze)
 {
     int nummer = 0;
     for (const QString &satz : saetze)
-        kasten_->addWidget(Textzeile(satz, QStringLiteral("Erklärung(%1)").arg(nummer++)));
+        kasten_->addWidget(Textzeile(satz, u"Erklärung(%1)"_s.arg(nummer++)));
 }
 
 QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
 {
-    leise_ << Textzeile(text, QStringLiteral("Hinweis(%1)").arg(leise_.size()));
+    leise_ << Textzeile(text, u"Hinweis(%1)"_s.arg(leise_.size()));
     hinweise_->addWidget(leise_.back());
     return leise_.back();
 }
 
 QComboBox *Werkzeugfenster::TrennzeichenBauen()
 {
-    auto *box =
-        Benannt(new QComboBox(inhalt_), QStringLiteral("cmbTrennzeichen"), QStringLiteral("Trennzeichen"));
+    auto *box = Benannt(new QComboBox(inhalt_), u"cmbTrennzeichen"_s, u"Trennzeichen"_s);
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setCompleter(nullptr);
-    box->addItems({QStringLiteral("#"), QStringLiteral(";"), TabText()});
+    box->addItems({u"#"_s, u";"_s, TabText()});
     box->setCurrentText(TabText());
     const int zeile = felder_->rowCount();
-    felder_->addWidget(Beschriftung(QStringLiteral("&Trennzeichen:"), box, inhalt_), zeile, 0);
+    felder_->addWidget(Beschriftung(u"&Trennzeichen:"_s, box, inhalt_), zeile, 0);
     felder_->addWidget(box, zeile, 1, Qt::AlignLeft);
     return box;
 }
 
 QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::function<void()> &suchen)
 {
-    auto *feld = Benannt(new QLineEdit(inhalt_), QStringLiteral("lblDateiname"), QStringLiteral("Dateiname"));
+    auto *feld = Benannt(new QLineEdit(inhalt_), u"lblDateiname"_s, u"Dateiname"_s);
     feld->setToolTip(tipp);
     // A push button: Enter on it must not run the tool.
-    auto *knopf = Benannt(new QPushButton(QStringLiteral("..."), inhalt_), QStringLiteral("cmdDateiname"),
-                          QStringLiteral("Datei suchen"));
-    knopf->setToolTip(QStringLiteral("Datei suchen"));
+    auto *knopf = Benannt(new QPushButton(u"..."_s, inhalt_), u"cmdDateiname"_s, u"Datei suchen"_s);
+    knopf->setToolTip(u"Datei suchen"_s);
     knopf->setFixedWidth(fontMetrics().averageCharWidth() * 6);
     connect(knopf, &QPushButton::clicked, this, [feld, suchen] {
         suchen();
         feld->setFocus(); // Enter runs the tool now
     });
     const int zeile = felder_->rowCount();
-    felder_->addWidget(Beschriftung(QStringLiteral("&Dateiname:"), feld, inhalt_), zeile, 0);
+    felder_->addWidget(Beschriftung(u"&Dateiname:"_s, feld, inhalt_), zeile, 0);
     felder_->addWidget(feld, zeile, 1);
     felder_->addWidget(knopf, zeile, 2);
     feld->setFocus(); // all else has its usual value already
@@ -121,20 +123,17 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
 
 void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
 {
-    fortschritt_ =
-        Benannt(new QProgressBar(inhalt_), QStringLiteral("Fortschritt"), QStringLiteral("Fortschritt"));
-    PlatzHalten(fortschritt_);
-    fortschritt_->hide();
-    cmdOK_ = Benannt(new QPushButton(QStringLiteral("OK"), inhalt_), QStringLiteral("cmdOK"),
-                     QStringLiteral("OK"));
+    progress_ = Benannt(new QProgressBar(inhalt_), u"Fortschritt"_s, u"Fortschritt"_s);
+    PlatzHalten(progress_);
+    progress_->hide();
+    cmdOK_ = Benannt(new QPushButton(u"OK"_s, inhalt_), u"cmdOK"_s, u"OK"_s);
     cmdOK_->setDefault(true);
     connect(cmdOK_, &QPushButton::clicked, this, cmdOK_Click);
-    auto *cmdZurück = Benannt(new QPushButton(QStringLiteral("&Zurück"), inhalt_),
-                              QStringLiteral("cmdZurück"), QStringLiteral("Zurück"));
+    auto *cmdZurück = Benannt(new QPushButton(u"&Zurück"_s, inhalt_), u"cmdZurück"_s, u"Zurück"_s);
     connect(cmdZurück, &QPushButton::clicked, this, [this] { cmdZurück_Click(); });
 
     auto *zeile = new QHBoxLayout;
-    zeile->addWidget(fortschritt_, 1);
+    zeile->addWidget(progress_, 1);
     zeile->addSpacing(fontMetrics().height());
     zeile->addWidget(cmdOK_);
     zeile->addWidget(cmdZurück);
@@ -171,7 +170,7 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
         return;
     laeuft_ = true;
     {
-        LangeArbeit lang(dienste_.meldungen, *inhalt_, *fortschritt_);
+        LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_);
         arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder()});
     }
     laeuft_ = false;
@@ -182,14 +181,14 @@ void Werkzeugfenster::NeueKarteiErstellen(
 {
     const QString name = QFileInfo(feld->text()).fileName();
     if (!name.isEmpty() && !name.contains(u'.'))
-        feld->setText(feld->text() + QStringLiteral(".pzb"));
+        feld->setText(feld->text() + u".pzb"_s);
     const QString ziel = feld->text();
     if ((!ziel.isEmpty() && !ziel_.IstKarteiname(ziel)) || !ziel_.DarfErstellen(ziel))
         return;
     Ausgang ausgang{};
     Ausfuehren([&](const Werkbank &bank) { ausgang = erstellen(bank, ziel); });
     if (ausgang == Ausgang::Gelungen)
-        dienste_.meldungen.Zeigen(ziel + QStringLiteral(" erfolgreich geschrieben"));
+        dienste_.meldungen.Zeigen(ziel + u" erfolgreich geschrieben"_s);
     if (ausgang == Ausgang::Gelungen || !Store().IsOpen())
         accept();
 }
@@ -219,8 +218,9 @@ DateiDialog Werkzeugfenster::TextdateiDialog(const QString &titel, const QString
                                              const QString &endung)
 {
     return {.titel = titel,
-            .filter = QStringLiteral(
-                "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*"),
+            .filter = u"Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*"_s,
             .verzeichnis = verzeichnis,
             .endung = endung};
 }
+
+} // namespace paukfix

@@ -20,6 +20,8 @@ class QProgressBar;
 class QPushButton;
 class QVBoxLayout;
 
+namespace paukfix {
+
 // The family of the tools' dialogs: heading and explanation on a card, the fields below it, progress and
 // buttons at the bottom. Enter runs the tool, Escape closes the dialog, but not while the tool is running.
 class Werkzeugfenster : public QDialog
@@ -80,9 +82,11 @@ private:
     QVBoxLayout *kasten_ = nullptr;
     QGridLayout *felder_ = nullptr;
     QVBoxLayout *hinweise_ = nullptr;
-    QProgressBar *fortschritt_ = nullptr;
+    QProgressBar *progress_ = nullptr;
     QPushButton *cmdOK_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
     QString gewaehlt_;      // in the save dialog
     bool laeuft_ = false;
 };
+
+} // namespace paukfix

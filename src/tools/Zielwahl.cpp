@@ -6,6 +6,10 @@
 
 #include <QFileInfo>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 Zielwahl::Zielwahl(const CardStore &store, Dialoge &dialoge, Meldungen &meldungen)
     : store_(store), dialoge_(dialoge), meldungen_(meldungen)
 {
@@ -22,18 +26,19 @@ QString Zielwahl::Waehlen(const DateiDialog &dialog)
 bool Zielwahl::DarfErstellen(const QString &ziel)
 {
     QFileInfo da;
-    if (!Schritt(meldungen_, FehlerKontext(), [&] { da.setFile(ZielPfad(store_, ziel)); }))
+    if (!Step(meldungen_, FehlerKontext(), [&] { da.setFile(ZielPfad(store_, ziel)); }))
         return false;
     return !da.exists() || ziel == gewaehlt_ ||
-           meldungen_.Fragen(
-               QStringLiteral("Die Datei „%1“ gibt es schon: Soll sie ersetzt werden?").arg(ziel),
-               Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
+           meldungen_.Fragen(u"Die Datei „%1“ gibt es schon: Soll sie ersetzt werden?"_s.arg(ziel),
+                             Meldungen::Antwort::Nein) == Meldungen::Antwort::Ja;
 }
 
 bool Zielwahl::IstKarteiname(const QString &name)
 {
-    const bool ist = name.endsWith(QStringLiteral(".pzb"), Qt::CaseInsensitive);
+    const bool ist = name.endsWith(u".pzb"_s, Qt::CaseInsensitive);
     if (!ist)
-        meldungen_.Zeigen(QStringLiteral("Bitte nur .pzb Dateien"));
+        meldungen_.Zeigen(u"Bitte nur .pzb Dateien"_s);
     return ist;
 }
+
+} // namespace paukfix

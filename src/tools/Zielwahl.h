@@ -8,6 +8,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The file that a tool is to make: chosen in the save dialog, or typed. What speaks against it is reported.
 class Zielwahl
 {
@@ -28,3 +30,5 @@ private:
     Meldungen &meldungen_;
     QString gewaehlt_;
 };
+
+} // namespace paukfix

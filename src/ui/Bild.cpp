@@ -15,6 +15,10 @@
 #include <cstdlib>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A file may claim any size: what could take half a gigabyte is not even begun.
@@ -25,16 +29,16 @@ constexpr qint64 MaxBytes = 128'000'000; // of the file, which is read whole
 
 [[noreturn]] void KeinBild(const QString &pfad, const QString &grund)
 {
-    throw StoreError(Fehler::UngueltigesBild, QStringLiteral("Ungültiges Bild „%1“: %2").arg(pfad, grund));
+    throw StoreError(Fehler::UngueltigesBild, u"Ungültiges Bild „%1“: %2"_s.arg(pfad, grund));
 }
 
 // The format as the file's first bytes tell it, empty for any other.
 QByteArray BildFormat(const QByteArray &anfang)
 {
     if (anfang.startsWith("BM"))
-        return QByteArrayLiteral("bmp");
+        return "bmp"_ba;
     if (anfang.startsWith("\xff\xd8\xff"))
-        return QByteArrayLiteral("jpeg");
+        return "jpeg"_ba;
     return {};
 }
 
@@ -44,28 +48,27 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
 {
     const QFileInfo info(pfad);
     if (!info.dir().exists())
-        throw StoreError(Fehler::PfadNichtGefunden, QStringLiteral("Pfad nicht gefunden: „%1“").arg(pfad));
+        throw StoreError(Fehler::PfadNichtGefunden, u"Pfad nicht gefunden: „%1“"_s.arg(pfad));
     if (!info.exists())
-        throw StoreError(Fehler::DateiNichtGefunden, QStringLiteral("Datei nicht gefunden: „%1“").arg(pfad));
+        throw StoreError(Fehler::DateiNichtGefunden, u"Datei nicht gefunden: „%1“"_s.arg(pfad));
     QFile datei(pfad);
     // A pipe or a device would keep the program waiting.
     if (!info.isFile() || !datei.open(QIODevice::ReadOnly))
-        throw StoreError(Fehler::PfadZugriff,
-                         QStringLiteral("Die Datei „%1“ kann nicht gelesen werden.").arg(pfad));
+        throw StoreError(Fehler::PfadZugriff, u"Die Datei „%1“ kann nicht gelesen werden."_s.arg(pfad));
 
     const QByteArray format = BildFormat(datei.peek(3));
     if (format.isEmpty())
-        KeinBild(pfad, QStringLiteral("weder BMP noch JPEG."));
+        KeinBild(pfad, u"weder BMP noch JPEG."_s);
     if (datei.size() > MaxBytes)
-        KeinBild(pfad, QStringLiteral("es ist zu groß."));
+        KeinBild(pfad, u"es ist zu groß."_s);
     QByteArray inhalt = datei.readAll();
     if (format == "bmp") {
         if (inhalt.size() > 18 && !KopfBekannt(inhalt))
-            KeinBild(pfad, QStringLiteral("diese Art von BMP ist nicht bekannt."));
+            KeinBild(pfad, u"diese Art von BMP ist nicht bekannt."_s);
         inhalt = MitLesbaremKopf(std::move(inhalt));
     }
     if (!(format == "bmp" ? BmpVollstaendig(inhalt) : JpegVollstaendig(inhalt)))
-        KeinBild(pfad, QStringLiteral("die Datei ist unvollständig."));
+        KeinBild(pfad, u"die Datei ist unvollständig."_s);
     inhalt.append(4, '\0'); // the padding of the last row, where it is missing
     QBuffer puffer(&inhalt);
     puffer.open(QIODevice::ReadOnly);
@@ -77,7 +80,7 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     const qint64 hoehe = std::abs(qint64{leser.size().height()});
     const qint64 maxPixel = format == "bmp" ? MaxPixelBmp : MaxPixelJpeg;
     if (breite * hoehe > maxPixel)
-        KeinBild(pfad, QStringLiteral("es ist zu groß."));
+        KeinBild(pfad, u"es ist zu groß."_s);
     const QSize groesse(static_cast<int>(breite), static_cast<int>(hoehe));
     const QSize grenze =
         (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
@@ -90,7 +93,7 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
         bild.fill(0);
     }
     if (!leser.read(&bild) || bild.isNull())
-        KeinBild(pfad, QStringLiteral("die Datei ist beschädigt oder zu groß."));
+        KeinBild(pfad, u"die Datei ist beschädigt oder zu groß."_s);
     return bild;
 }
 
@@ -110,6 +113,8 @@ QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &
             }
         }
     }
-    meldungen.Zeigen(QStringLiteral("Bilddatei nicht gefunden ") + name);
+    meldungen.Zeigen(u"Bilddatei nicht gefunden "_s + name);
     return {};
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <QSize>
 #include <QString>
 
+namespace paukfix {
+
 namespace Fehler {
 inline constexpr int PfadZugriff = 75;      // there, but not to be read
 inline constexpr int UngueltigesBild = 481; // neither BMP nor JPEG, damaged, or too large
@@ -23,3 +25,5 @@ QImage BildLesen(const QString &pfad, const QSize &platz = {});
 // from the program's. Shows what went wrong and returns a null image then.
 QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
                  Meldungen &meldungen);
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+namespace paukfix {
+
 QMargins RandUmBild(const QRect &text, const QRect &bild)
 {
     constexpr int Abstand = 10;
@@ -78,3 +80,5 @@ void BildBox::mouseReleaseEvent(QMouseEvent *event)
     gezogen_ = false;
     losgelassen();
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The margins that a text at `text` keeps free for a picture at `bild`, both on the same surface. The text
 // stands to the left of the picture where it has a third of its width there, else to the right; where neither
 // side has that much, the picture lies on the text.
@@ -44,3 +46,5 @@ private:
     QPoint griff_;     // where on the box the mouse took hold
     bool gezogen_ = false;
 };
+
+} // namespace paukfix

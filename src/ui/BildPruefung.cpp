@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+namespace paukfix {
+
 namespace {
 
 constexpr qsizetype BmpDateikopf = 14;
@@ -180,3 +182,5 @@ bool KopfBekannt(const QByteArray &datei)
         return false;
     }
 }
+
+} // namespace paukfix

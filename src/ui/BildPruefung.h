@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+namespace paukfix {
+
 // Whether all of a picture is in its file. The toolkit's readers do not tell: they give what they could read
 // of a file that was cut off, and of a bitmap's missing rows whatever the memory held.
 
@@ -19,3 +21,5 @@ QByteArray MitLesbaremKopf(QByteArray datei);
 
 // False for a BMP file with a header of a size that no known kind has.
 bool KopfBekannt(const QByteArray &datei);
+
+} // namespace paukfix

@@ -7,6 +7,10 @@
 #include <QMimeDatabase>
 #include <QStyle>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QIcon Stilsymbol(QStyle::StandardPixmap welches)
@@ -54,9 +58,11 @@ QIcon Dateisymbole::icon(const QFileInfo &datei) const
 QString Dateisymbole::type(const QFileInfo &datei) const
 {
     if (datei.isDir())
-        return datei.isRoot() ? QStringLiteral("Laufwerk") : QStringLiteral("Ordner");
-    if (datei.suffix().compare(QStringLiteral("pzb"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("Kartei");
+        return datei.isRoot() ? u"Laufwerk"_s : u"Ordner"_s;
+    if (datei.suffix().compare(u"pzb"_s, Qt::CaseInsensitive) == 0)
+        return u"Kartei"_s;
     const QMimeType art = ArtNachNamen(datei);
-    return art.isDefault() ? QStringLiteral("%1-Datei").arg(datei.suffix().toUpper()) : art.comment();
+    return art.isDefault() ? u"%1-Datei"_s.arg(datei.suffix().toUpper()) : art.comment();
 }
+
+} // namespace paukfix

@@ -23,19 +23,23 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
 {
     static Dateisymbole symbole; // the dialog's model asks it as long as the dialog lives
     fenster.setIconProvider(&symbole);
-    fenster.setObjectName(QStringLiteral("CommonDialog1"));
-    fenster.setNameFilters(ToolkitFilter(dialog.filter).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
+    fenster.setObjectName(u"CommonDialog1"_s);
+    fenster.setNameFilters(ToolkitFilter(dialog.filter).split(u";;"_s, Qt::SkipEmptyParts));
     fenster.setDefaultSuffix(dialog.endung);
     if (!dialog.vorgabe.isEmpty())
         fenster.selectFile(QDir(dialog.verzeichnis).filePath(dialog.vorgabe));
     // Sizes and dates are shown whole; the desktop's own dialog has no such table.
-    if (auto *tabelle = fenster.findChild<QTreeView *>(QStringLiteral("treeView")))
+    if (auto *tabelle = fenster.findChild<QTreeView *>(u"treeView"_s))
         tabelle->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     // Room for the table and a score of files.
     const QFontMetrics schrift = fenster.fontMetrics();
@@ -74,7 +78,7 @@ public:
           vorgabe_(vorgabe.font),
           farbe_(vorgabe.farbe.isValid() ? vorgabe.farbe : QColor(Qt::black))
     {
-        setObjectName(QStringLiteral("Schriftdialog"));
+        setObjectName(u"Schriftdialog"_s);
         setWindowTitle(tr("Schriftart"));
 
         schrift_ = new QFontDialog(MitStilnamen(vorgabe.font), this);
@@ -86,8 +90,8 @@ public:
         connect(schrift_, &QDialog::rejected, this, &QDialog::reject);
         schrift_->installEventFilter(this);
 
-        farbknopf_ = new QPushButton(QStringLiteral("&Farbe …"), this);
-        farbknopf_->setObjectName(QStringLiteral("Farbknopf"));
+        farbknopf_ = new QPushButton(u"&Farbe …"_s, this);
+        farbknopf_->setObjectName(u"Farbknopf"_s);
         farbknopf_->setAutoDefault(false);
         connect(farbknopf_, &QPushButton::clicked, this, [this] { FarbeWaehlen(); });
 
@@ -140,7 +144,7 @@ protected:
 private:
     void FarbeWaehlen()
     {
-        const QColor neu = QColorDialog::getColor(farbe_, this, QStringLiteral("Schriftfarbe"));
+        const QColor neu = QColorDialog::getColor(farbe_, this, u"Schriftfarbe"_s);
         if (neu.isValid())
             farbe_ = neu;
         FarbeZeigen();
@@ -151,7 +155,7 @@ private:
         QPixmap muster(farbknopf_->iconSize());
         muster.fill(farbe_);
         farbknopf_->setIcon(muster);
-        farbknopf_->setAccessibleName(QStringLiteral("Schriftfarbe ") + farbe_.name());
+        farbknopf_->setAccessibleName(u"Schriftfarbe "_s + farbe_.name());
     }
 
     QFont vorgabe_;
@@ -191,14 +195,14 @@ std::optional<Schriftwahl> DialogeFenster::SchriftWaehlen(const Schriftwahl &vor
 DateiDialog KarteiDialog(const QString &titel, const QString &verzeichnis)
 {
     return {.titel = titel,
-            .filter = QStringLiteral("Lerndateien (*.pzb)|*.pzb"),
+            .filter = u"Lerndateien (*.pzb)|*.pzb"_s,
             .verzeichnis = verzeichnis,
-            .endung = QStringLiteral("pzb")};
+            .endung = u"pzb"_s};
 }
 
 QString ToolkitFilter(const QString &filter)
 {
-    static const QRegularExpression Klammer(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
+    static const QRegularExpression Klammer(u"\\s*\\([^()]*\\)\\s*$"_s);
     const QStringList teile = filter.split(u'|');
     QStringList ergebnis;
     for (qsizetype i = 0; i + 1 < teile.size(); i += 2) {
@@ -206,7 +210,9 @@ QString ToolkitFilter(const QString &filter)
         name.remove(Klammer);
         QString muster = teile[i + 1];
         muster.replace(u';', u' ');
-        ergebnis << name + QStringLiteral(" (") + muster.simplified() + u')';
+        ergebnis << name + u" ("_s + muster.simplified() + u')';
     }
-    return ergebnis.join(QStringLiteral(";;"));
+    return ergebnis.join(u";;"_s);
 }
+
+} // namespace paukfix

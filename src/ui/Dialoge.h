@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // What a file dialog is asked with. The filter is a list of names and patterns in turn, parted by "|":
 // "Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg".
 struct DateiDialog
@@ -55,3 +57,5 @@ public:
 
 // The filter in the toolkit's notation: "Bitmaps (*.bmp);;JPEG (*.jpg)".
 QString ToolkitFilter(const QString &filter);
+
+} // namespace paukfix

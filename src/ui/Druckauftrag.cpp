@@ -9,6 +9,10 @@
 
 #include <dlfcn.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int DruckerFehler = 482;
@@ -44,19 +48,19 @@ Antwort AntwortDesDrucksystems()
         case NichtErlaubt:
         case NichtAngemeldet:
         case Verboten:
-            antwort.grund = QStringLiteral("Das Drucken ist dort nicht erlaubt.");
+            antwort.grund = u"Das Drucken ist dort nicht erlaubt."_s;
             break;
         case GibtEsNicht:
-            antwort.grund = QStringLiteral("Diesen Drucker gibt es nicht mehr.");
+            antwort.grund = u"Diesen Drucker gibt es nicht mehr."_s;
             break;
         case NichtErreichbar:
-            antwort.grund = QStringLiteral("Das Drucksystem ist nicht erreichbar.");
+            antwort.grund = u"Das Drucksystem ist nicht erreichbar."_s;
             break;
         case NimmtNichts:
-            antwort.grund = QStringLiteral("Er ist angehalten und nimmt zurzeit keine Aufträge an.");
+            antwort.grund = u"Er ist angehalten und nimmt zurzeit keine Aufträge an."_s;
             break;
         default:
-            antwort.grund = QStringLiteral("Das Drucksystem meldet: ") + QString::fromUtf8(text()).trimmed();
+            antwort.grund = u"Das Drucksystem meldet: "_s + QString::fromUtf8(text()).trimmed();
         }
     }
     dlclose(cups);
@@ -96,11 +100,12 @@ void Druckauftrag::Pruefen(bool angenommen, const QString &grund) const
 {
     if (angenommen)
         return;
-    QString text =
-        drucker_.printerName().isEmpty()
-            ? QStringLiteral("Der Drucker nimmt den Druckauftrag nicht an.")
-            : QStringLiteral("Der Drucker „%1“ nimmt den Druckauftrag nicht an.").arg(drucker_.printerName());
+    QString text = drucker_.printerName().isEmpty()
+                       ? u"Der Drucker nimmt den Druckauftrag nicht an."_s
+                       : u"Der Drucker „%1“ nimmt den Druckauftrag nicht an."_s.arg(drucker_.printerName());
     if (!grund.isEmpty())
         text += u' ' + grund;
     throw StoreError(DruckerFehler, text);
 }
+
+} // namespace paukfix

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace paukfix {
+
 // The default printer, or the first one where none is the default; nothing where no printer is installed (the
 // toolkit would print to a file then).
 std::unique_ptr<QPrinter> Standarddrucker();
@@ -34,3 +36,5 @@ private:
     QPrinter &drucker_;
     QPainter maler_;
 };
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 
 bool IstTaste(const QEvent &event)
@@ -136,3 +138,5 @@ bool Eingabewache::eventFilter(QObject *objekt, QEvent *event)
     aufgehoben_.push_back({objekt, std::unique_ptr<QEvent>(event->clone())});
     return true;
 }
+
+} // namespace paukfix

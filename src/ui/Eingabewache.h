@@ -11,6 +11,8 @@
 
 class QEvent;
 
+namespace paukfix {
+
 // Keeps keys and clicks, in the order in which they were made, while the card flies, the die rolls or a query
 // comes and goes: windows live on, but nobody can start something else, and no key is lost on its way from
 // one window to the next.
@@ -54,3 +56,5 @@ private:
     bool haelt_ = false;
     bool liefert_ = false; // what passes now was kept before
 };
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace paukfix {
+
 namespace {
 
 double Linear(double anteil)
@@ -67,3 +69,5 @@ QPalette Leise(const QPalette &palette)
 }
 
 } // namespace Farben
+
+} // namespace paukfix

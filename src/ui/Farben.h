@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QPalette>
 
+namespace paukfix {
+
 // The few colours that do not come from the desktop's palette. The signal colours fill areas and frames and
 // carry black where they carry text; as text on the desktop's ground they are taken through Lesbar().
 namespace Farben {
@@ -33,3 +35,5 @@ QColor Leise(const QColor &text, const QColor &grund);
 QPalette Leise(const QPalette &palette);
 
 } // namespace Farben
+
+} // namespace paukfix

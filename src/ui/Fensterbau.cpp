@@ -6,9 +6,13 @@
 
 #include <QLabel>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 QString Name(const char *feld, std::size_t index)
 {
-    return QStringLiteral("%1(%2)").arg(QString::fromUtf8(feld)).arg(index);
+    return u"%1(%2)"_s.arg(QString::fromUtf8(feld)).arg(index);
 }
 
 QLabel *Beschriftung(const QString &text, QWidget *ziel, QWidget *eltern)
@@ -44,3 +48,5 @@ QColor UmrissGrund(const QColor &text, const QColor &grund)
 {
     return Farben::Lesbar(Farben::Getoent(text, grund, 0.25), grund, Farben::KontrastUmriss + 1).lighter(140);
 }
+
+} // namespace paukfix

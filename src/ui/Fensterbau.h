@@ -11,6 +11,8 @@
 
 class QLabel;
 
+namespace paukfix {
+
 // What all windows are built with.
 
 // Gives a control the name that tests find it by, and the one that a screen reader says.
@@ -46,3 +48,5 @@ void Faerben(QWidget *widget, std::initializer_list<Farbrolle> farben);
 // What a tick box, option or entry field takes for the window's ground. The style draws their outlines as a
 // darker shade of it; on a dark one they could not be seen.
 QColor UmrissGrund(const QColor &text, const QColor &grund);
+
+} // namespace paukfix

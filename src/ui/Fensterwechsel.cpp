@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+namespace paukfix {
+
 void Fensterwechsel::Beginnen()
 {
     hin_.emplace(box_.windowHandle());
@@ -32,3 +34,5 @@ void Fensterwechsel::Beenden()
     zurueck_.reset();
     hin_.reset();
 }
+
+} // namespace paukfix

@@ -6,8 +6,11 @@
 
 #include <optional>
 
-class Eingabewache;
 class QWidget;
+
+namespace paukfix {
+
+class Eingabewache;
 
 // Takes the learner from the box to a dialog over it and back, without losing a key on the way: what is typed
 // while the dialog comes belongs to it, what is typed while it goes belongs to the box.
@@ -32,3 +35,5 @@ private:
     std::optional<Tastaturhalt> hin_;
     std::optional<Tastaturrueckgabe> zurueck_;
 };
+
+} // namespace paukfix

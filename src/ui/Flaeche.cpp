@@ -6,6 +6,8 @@
 
 #include <QPainter>
 
+namespace paukfix {
+
 Flaeche::Flaeche(QWidget *parent, QPalette::ColorRole grund) : QWidget(parent)
 {
     setBackgroundRole(grund);
@@ -46,3 +48,5 @@ void Flaeche::paintEvent(QPaintEvent *)
     maler.setPen(stift);
     maler.drawRoundedRect(QRectF(rect()).adjusted(halb, halb, -halb, -halb), Radius, Radius);
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+namespace paukfix {
+
 // A surface with rounded corners in the palette's colour of its background role.
 class Flaeche : public QWidget
 {
@@ -29,3 +31,5 @@ protected:
 private:
     Umriss umriss_ = Umriss::Keiner;
 };
+
+} // namespace paukfix

@@ -8,6 +8,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype MaxZeichen = 32'000'000; // of the HTML
@@ -142,7 +146,7 @@ private:
     // One that begins no tag, which the reader would take for one.
     void Kleinerzeichen()
     {
-        einfuegung_ = QStringLiteral("&lt;");
+        einfuegung_ = u"&lt;"_s;
         einfuegeort_ = ort_++;
         ersetzt_ = 1;
         ++text_;
@@ -192,7 +196,7 @@ private:
             bool gueltig = false;
             const int nummer = start_.toInt(&gueltig);
             if (gueltig) {
-                einfuegung_ = QStringLiteral(" style=\"-qt-list-number-prefix:'%1'\"").arg(nummer);
+                einfuegung_ = u" style=\"-qt-list-number-prefix:'%1'\""_s.arg(nummer);
                 einfuegeort_ = namensende;
                 ersetzt_ = 0;
             }
@@ -260,8 +264,7 @@ private:
         if (verborgen_ && verborgenAb_ < 0)
             verborgenAb_ = offene_.size() - 1;
         if ((element.art & Roh) != 0) {
-            const qsizetype gefunden =
-                html_.indexOf(QStringLiteral("</") + name.toString(), ort_, Qt::CaseInsensitive);
+            const qsizetype gefunden = html_.indexOf(u"</"_s + name.toString(), ort_, Qt::CaseInsensitive);
             const qsizetype ende = gefunden < 0 ? html_.size() : gefunden;
             regeln_ += html_.mid(ort_, ende - ort_).count(u'{');
             ort_ = ende;
@@ -279,10 +282,9 @@ private:
                 continue;
             qsizetype gekuerzt = offene_.size();
             for (qsizetype i = offene_.size() - 1; i >= 0 && (offene_[i].art & InFolge(folge, Haelt)) == 0;
-                 --i) {
+                 --i)
                 if ((offene_[i].art & InFolge(folge, Endet)) != 0)
                     gekuerzt = i;
-            }
             Kuerzen(gekuerzt);
         }
     }
@@ -340,3 +342,5 @@ int Listenanfang(const QString &vorsatz)
     const int anfang = vorsatz.toInt(&gueltig);
     return gueltig ? anfang : 1;
 }
+
+} // namespace paukfix

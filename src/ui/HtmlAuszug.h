@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // Why a formatted text is not taken.
 enum class Ablehnung
 {
@@ -27,3 +29,5 @@ BereitesHtml HtmlAuszug(const QString &html);
 
 // The first number of a list, from its number prefix: 1 where none was given.
 int Listenanfang(const QString &vorsatz);
+
+} // namespace paukfix

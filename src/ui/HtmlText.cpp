@@ -17,6 +17,10 @@
 #include <optional>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Pictures and style sheets that a text names are not read, from the network as little as from the disk.
@@ -62,10 +66,9 @@ QString Roemisch(int zahl)
                                               {4, "iv"},
                                               {1, "i"}}};
     QString text;
-    for (const Ziffer &ziffer : Ziffern) {
+    for (const Ziffer &ziffer : Ziffern)
         for (; zahl >= ziffer.wert; zahl -= ziffer.wert)
             text += QLatin1String(ziffer.zeichen);
-    }
     return text;
 }
 
@@ -99,10 +102,10 @@ QString Listenzeichen(QTextListFormat::Style stil, int nummer)
     case QTextListFormat::ListStyleUndefined:
         return {};
     default:
-        return QStringLiteral("• ");
+        return u"• "_s;
     }
     const bool gross = stil == QTextListFormat::ListUpperAlpha || stil == QTextListFormat::ListUpperRoman;
-    return (gross ? zeichen.toUpper() : zeichen) + QStringLiteral(". ");
+    return (gross ? zeichen.toUpper() : zeichen) + u". "_s;
 }
 
 // A bullet has the font of its item, and none of its other attributes.
@@ -113,10 +116,9 @@ QTextCharFormat Listenzeichenformat(const QTextBlock &block)
     QTextCharFormat zeichen;
     for (const QTextFormat::Property eigenschaft :
          {QTextFormat::FontFamilies, QTextFormat::FontPointSize, QTextFormat::FontPixelSize,
-          QTextFormat::FontSizeAdjustment}) {
+          QTextFormat::FontSizeAdjustment})
         if (format.hasProperty(eigenschaft))
             zeichen.setProperty(eigenschaft, format.property(eigenschaft));
-    }
     return zeichen;
 }
 
@@ -271,3 +273,5 @@ Angebot TextAusHtml(const QString &html, const QTextCharFormat &amCaret, const Q
         return {.text = nullptr, .ablehnung = Ablehnung::ZuGross};
     return {.text = Abschrift(quelle, amCaret, standard).Schreiben()};
 }
+
+} // namespace paukfix

@@ -11,6 +11,8 @@
 
 #include <memory>
 
+namespace paukfix {
+
 // What is offered as formatted text.
 struct Angebot
 {
@@ -25,3 +27,5 @@ struct Angebot
 //
 // None for a text that is too much for a card, or that the toolkit would read for seconds.
 Angebot TextAusHtml(const QString &html, const QTextCharFormat &amCaret, const QFont &standard);
+
+} // namespace paukfix

@@ -7,6 +7,10 @@
 
 #include <QFileInfo>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Ausgang = Oeffnung::Ausgang;
@@ -42,8 +46,8 @@ std::optional<StoreError> FehlerVon(Tun &&tun)
 
 } // namespace
 
-KarteiOeffner::KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Uhr &uhr)
-    : verzoegerung(uhr), kartei_(kartei), meldungen_(meldungen), uhr_(uhr)
+KarteiOeffner::KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Clock &clock)
+    : verzoegerung(clock), kartei_(kartei), meldungen_(meldungen), clock_(clock)
 {
 }
 
@@ -59,7 +63,7 @@ void KarteiOeffner::CreateCardFile(QString &fileName)
 void KarteiOeffner::OpenCardFile(QString &fileName)
 {
     const SanduhrAn sanduhr(meldungen_);
-    meldungen_.SetTitel(QStringLiteral("Merkkasten"));
+    meldungen_.SetTitel(u"Merkkasten"_s);
     kartei_.CloseCardFile();
     ResetBoxTable();
     Oeffnung oeffnung = Versuchen(fileName);
@@ -70,11 +74,11 @@ void KarteiOeffner::OpenCardFile(QString &fileName)
     if (oeffnung.ausgang != Ausgang::Offen) {
         BoxZeichnen();
         fileName.clear();
-        meldungen_.Zeigen(oeffnung.fehler->Text() + QStringLiteral(" Fcode: ") +
+        meldungen_.Zeigen(oeffnung.fehler->Text() + u" Fcode: "_s +
                           QString::number(oeffnung.fehler->Number()));
         return;
     }
-    meldungen_.SetTitel(QStringLiteral("Merkkasten (%1)").arg(fileName));
+    meldungen_.SetTitel(u"Merkkasten (%1)"_s.arg(fileName));
     BoxZeichnen();
 }
 
@@ -88,59 +92,55 @@ void KarteiOeffner::ResetBoxTable()
 
 Oeffnung KarteiOeffner::Versuchen(const QString &fileName)
 {
-    return Oeffnen(
-        kartei_, fileName, uhr_,
-        {.pruefung =
-             [this] {
-                 return WartenZeigen(
-                     QStringLiteral("Die Kartei wird geprüft."),
-                     QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet."));
-             },
-         .gezaehlt = [this] { BoxZeichnen(); }});
+    return Oeffnen(kartei_, fileName, clock_,
+                   {.pruefung =
+                        [this] {
+                            return WartenZeigen(
+                                u"Die Kartei wird geprüft."_s,
+                                u"Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet."_s);
+                        },
+                    .gezaehlt = [this] { BoxZeichnen(); }});
 }
 
 // Opens the file where the learner has it converted; else gives `oeffnung` back.
 Oeffnung KarteiOeffner::Umwandeln(const QString &fileName, Oeffnung oeffnung)
 {
     const QString path = kartei_.CardPath(fileName);
-    if (meldungen_.Fragen(
-            QStringLiteral("Die Kartei „%1“ hat noch das alte Dateiformat – soll sie umgewandelt werden (die "
-                           "alte Datei bleibt als „%2“ daneben erhalten)?")
-                .arg(QFileInfo(path).fileName(), QFileInfo(ConversionNames(path).oldFile).fileName())) !=
-        Meldungen::Antwort::Ja)
+    if (meldungen_.Fragen(u"Die Kartei „%1“ hat noch das alte Dateiformat – soll sie umgewandelt werden (die "
+                          u"alte Datei bleibt als „%2“ daneben erhalten)?"_s.arg(
+                              QFileInfo(path).fileName(),
+                              QFileInfo(ConversionNames(path).oldFile).fileName())) != Meldungen::Antwort::Ja)
         return oeffnung;
     QString report;
     if (const auto fehler = FehlerVon([&] { report = ConvertJetFile(path); }))
         return {Ausgang::Gescheitert, fehler};
     if (!report.isEmpty())
-        meldungen_.Zeigen(
-            QStringLiteral("Nicht jede Karte ließ sich unverändert übernehmen. Was geändert wurde, "
-                           "steht in „%1“.")
-                .arg(QFileInfo(report).fileName()));
+        meldungen_.Zeigen(u"Nicht jede Karte ließ sich unverändert übernehmen. Was geändert wurde, "
+                          u"steht in „%1“."_s.arg(QFileInfo(report).fileName()));
     return Versuchen(fileName);
 }
 
 // Opens the file where the learner has it repaired; else gives `oeffnung` back.
 Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
 {
-    if (meldungen_.Fragen(QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?")) !=
-        Meldungen::Antwort::Ja)
+    if (meldungen_.Fragen(u"Diese Datei ist beschädigt Reparaturversuch ?"_s) != Meldungen::Antwort::Ja)
         return oeffnung;
     RepairResult result;
     const auto fehler = FehlerVon([&] {
-        result = RepairDatabase(
-            kartei_.CardPath(fileName),
-            WartenZeigen(QStringLiteral("Die Kartei wird repariert."),
-                         QStringLiteral("Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
-                                        "geändert.")));
+        result = RepairDatabase(kartei_.CardPath(fileName),
+                                WartenZeigen(u"Die Kartei wird repariert."_s,
+                                             u"Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
+                                             u"geändert."_s));
     });
     if (fehler) {
         if (fehler->Number() != Fehler::Abgebrochen)
-            meldungen_.Zeigen(QStringLiteral("Datei kann nicht repariert werden !"));
+            meldungen_.Zeigen(u"Datei kann nicht repariert werden !"_s);
         return {Ausgang::Gescheitert, fehler};
     }
     if (!result.summary.isEmpty())
         meldungen_.Zeigen(result.summary);
-    meldungen_.Zeigen(QStringLiteral("Datei wurde repariert"));
+    meldungen_.Zeigen(u"Datei wurde repariert"_s);
     return Versuchen(fileName);
 }
+
+} // namespace paukfix

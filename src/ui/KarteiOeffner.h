@@ -8,12 +8,14 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // Makes and opens card files in front of the learner: hourglass, title, questions, what goes wrong, and the
 // box that fills while its cards are counted.
 class KarteiOeffner
 {
 public:
-    KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Uhr &uhr);
+    KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Clock &clock);
     KarteiOeffner(const KarteiOeffner &) = delete;
     KarteiOeffner &operator=(const KarteiOeffner &) = delete;
 
@@ -34,8 +36,8 @@ public:
     std::function<void()> BoxZeichnen = [] {};
     // Gives what is told how far the check or the repair of a file has come, `was` by name, for as long as it
     // takes. What that throws ends it; the opening then fails with the text `abgebrochen` as StoreError 3059.
-    std::function<Fortschritt(const QString &was, const QString &abgebrochen)> WartenZeigen =
-        [](const QString &, const QString &) { return Fortschritt(); };
+    std::function<Progress(const QString &was, const QString &abgebrochen)> WartenZeigen =
+        [](const QString &, const QString &) { return Progress(); };
     Verzoegerung verzoegerung;
 
 private:
@@ -45,5 +47,7 @@ private:
 
     CardStore &kartei_;
     Meldungen &meldungen_;
-    const Uhr &uhr_;
+    const Clock &clock_;
 };
+
+} // namespace paukfix

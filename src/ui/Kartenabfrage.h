@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // What a query leaves behind; nothing where it was closed before there was a verdict.
 enum class AbfrageErgebnis : qint16
 {
@@ -43,3 +45,5 @@ public:
     // After the verdict was stored: keeps what the learner has made of the window, which may take a message.
     virtual void Abschliessen() = 0;
 };
+
+} // namespace paukfix

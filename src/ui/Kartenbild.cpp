@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 Kartenbild::Kartenbild(QWidget *karte, RichTextBox *frage, const Grenzen &grenzen)
     : karte_(karte), frage_(frage), box_(new BildBox(karte)), grenzen_(grenzen)
 {
@@ -89,3 +91,5 @@ QRect Kartenbild::Innerhalb(QRect platz) const
     platz.moveTop(std::max(std::min(platz.top(), innen.bottom() + 1 - platz.height()), innen.top()));
     return platz;
 }
+
+} // namespace paukfix

@@ -9,9 +9,12 @@
 #include <QSize>
 #include <QString>
 
-class BildBox;
 class QImage;
 class QWidget;
+
+namespace paukfix {
+
+class BildBox;
 class RichTextBox;
 
 // The picture of a card on the card's surface: at the place that the card names or, where it names none, over
@@ -66,3 +69,5 @@ private:
     QRect platz_; // as the card says, or its learner or writer dragged it; may be empty
     bool freihalten_ = false;
 };
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QtMath>
 
+namespace paukfix {
+
 // A label that shows the beginning of a text that is too long for it, in one line.
 class KurzLabel final : public QLabel
 {
@@ -36,3 +38,5 @@ protected:
 private:
     QString Gezeigt() const { return Einzeilig(Kurztext(text())); }
 };
+
+} // namespace paukfix

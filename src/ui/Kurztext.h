@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // More than any line shows.
 inline constexpr qsizetype KurztextLaenge = 1000;
 
@@ -38,3 +40,5 @@ inline QString Einzeilig(const QString &text)
     }
     return zeile;
 }
+
+} // namespace paukfix

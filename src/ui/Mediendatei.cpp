@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 QString BlosserName(const QString &name)
 {
     return name.mid(std::max(name.lastIndexOf(u'\\'), name.lastIndexOf(u'/')) + 1);
@@ -34,3 +36,5 @@ QString Mediendatei(const QString &verzeichnis, const QString &name)
     }
     return gefunden.isEmpty() ? genau : QDir::toNativeSeparators(QDir(verzeichnis).filePath(gefunden));
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The part of a stored media name behind its last "\" or "/": names of other directories are never opened.
 QString BlosserName(const QString &name);
 
@@ -12,3 +14,5 @@ QString BlosserName(const QString &name);
 // characters). Where there is none either, or more than 50,000 names would have to be read for it, the path
 // of the exact name, at which there is nothing.
 QString Mediendatei(const QString &verzeichnis, const QString &name);
+
+} // namespace paukfix

@@ -4,6 +4,10 @@
 
 #include <QString>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // All that a lower floor says to the user: modal messages, yes/no questions and the waiting pointer.
 // Message boxes carry the application title of the moment they are shown.
 class Meldungen
@@ -37,5 +41,7 @@ public:
     void SetTitel(const QString &titel) { titel_ = titel; }
 
 private:
-    QString titel_ = QStringLiteral("Merkkasten");
+    QString titel_ = u"Merkkasten"_s;
 };
+
+} // namespace paukfix

@@ -17,6 +17,10 @@
 
 #include <memory>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype MeldungLaenge = 4000; // a name in it may be megabytes long
@@ -71,10 +75,9 @@ void DeutscheKnoepfe(QMessageBox &box)
     };
 
     for (const Knopf &k :
-         {Knopf{QMessageBox::Ok, "OK"}, Knopf{QMessageBox::Yes, "&Yes"}, Knopf{QMessageBox::No, "&No"}}) {
+         {Knopf{QMessageBox::Ok, "OK"}, Knopf{QMessageBox::Yes, "&Yes"}, Knopf{QMessageBox::No, "&No"}})
         if (QAbstractButton *knopf = box.button(k.knopf))
             knopf->setText(QCoreApplication::translate("QPlatformTheme", k.text));
-    }
 }
 
 // A short text would make a box too narrow for its own title, which tells the card file.
@@ -83,12 +86,12 @@ void TitelLesbar(QMessageBox &box)
     auto *anordnung = qobject_cast<QGridLayout *>(box.layout());
     if (!anordnung)
         return;
-    constexpr int knoepfeImRahmen = 20; // in characters: icon and up to five buttons
+    constexpr int KnoepfeImRahmen = 20; // in characters: icon and up to five buttons
     QFont schrift = box.font();         // window managers like to write titles in bold
     schrift.setBold(true);
     const QFontMetrics masse(schrift);
     const int breite =
-        masse.horizontalAdvance(box.windowTitle()) + knoepfeImRahmen * masse.averageCharWidth();
+        masse.horizontalAdvance(box.windowTitle()) + KnoepfeImRahmen * masse.averageCharWidth();
     anordnung->addItem(new QSpacerItem(breite, 0), anordnung->rowCount(), 0, 1, anordnung->columnCount());
 }
 
@@ -117,7 +120,7 @@ protected:
 
 void Vorbereiten(QMessageBox &box)
 {
-    box.setObjectName(QStringLiteral("Meldung"));
+    box.setObjectName(u"Meldung"_s);
     box.setTextFormat(Qt::PlainText);
     DeutscheKnoepfe(box);
     TitelLesbar(box);
@@ -162,7 +165,9 @@ void MeldungenFenster::Sanduhr(bool an)
 bool DeutscheTexte()
 {
     auto katalog = std::make_unique<QTranslator>(QCoreApplication::instance());
-    if (!katalog->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (!katalog->load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         return false;
     return QCoreApplication::installTranslator(katalog.release());
 }
+
+} // namespace paukfix

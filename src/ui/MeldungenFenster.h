@@ -4,6 +4,8 @@
 
 #include "Meldungen.h"
 
+namespace paukfix {
+
 // The real message boxes: modal over the active window, titled with the application title of the moment,
 // German whatever the desktop's language. Texts are shown as they are, never as markup.
 class MeldungenFenster final : public Meldungen
@@ -22,3 +24,5 @@ private:
 // Installs the toolkit's own German texts in the running application. False when the catalogue is not
 // installed.
 bool DeutscheTexte();
+
+} // namespace paukfix

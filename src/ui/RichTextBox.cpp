@@ -22,6 +22,10 @@
 #include <memory>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Draws text in a colour that cannot be read on the box's ground in a lighter or darker shade of it; the text
@@ -54,12 +58,12 @@ private:
 QString Grund(Ablehnung ablehnung)
 {
     if (ablehnung == Ablehnung::ZuVerschachtelt)
-        return QStringLiteral(
-            "Dieser Text ist zu verschachtelt und wurde nicht eingefügt: Zu viele Teile liegen ineinander, "
-            "stehen in Listen oder haben eigene Formate. Fügen Sie ihn in Stücken ein, oder erst in ein "
-            "Programm, das nur einfachen Text kennt, und von dort hierher.");
-    return QStringLiteral("Dieser Text ist zu groß und wurde nicht eingefügt. Ein Feld fasst etwa 1.000.000 "
-                          "Zeichen, 80.000 Zeilen oder 80.000 Wechsel der Schrift.");
+        return u"Dieser Text ist zu verschachtelt und wurde nicht eingefügt: Zu viele Teile liegen "
+               u"ineinander, "
+               u"stehen in Listen oder haben eigene Formate. Fügen Sie ihn in Stücken ein, oder erst in ein "
+               u"Programm, das nur einfachen Text kennt, und von dort hierher."_s;
+    return u"Dieser Text ist zu groß und wurde nicht eingefügt. Ein Feld fasst etwa 1.000.000 "
+           u"Zeichen, 80.000 Zeilen oder 80.000 Wechsel der Schrift."_s;
 }
 
 } // namespace
@@ -83,7 +87,7 @@ bool RichTextBox::ZeigeRichText(const QString &text)
 
 QString RichTextBox::PlainText() const
 {
-    return ::PlainText(*document());
+    return paukfix::PlainText(*document());
 }
 
 QString RichTextBox::RichText() const
@@ -205,3 +209,5 @@ void RichTextBox::Einmitten()
     if (viewportMargins() != rand)
         setViewportMargins(rand);
 }
+
+} // namespace paukfix

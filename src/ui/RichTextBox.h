@@ -10,6 +10,8 @@
 
 class QSyntaxHighlighter;
 
+namespace paukfix {
+
 // The one box that shows and takes formatted text. Tab moves the focus on.
 class RichTextBox : public QTextEdit
 {
@@ -62,3 +64,5 @@ private:
     int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
     bool abgelehnt_ = false;               // what was last put in did not fit
 };
+
+} // namespace paukfix

@@ -15,6 +15,8 @@
 #include <string_view>
 #include <xcb/xcb.h>
 
+namespace paukfix {
+
 namespace {
 
 // Long enough for a busy machine; what they wait for takes some ten milliseconds.
@@ -170,3 +172,5 @@ void TastenAbholen(const QWindow *fenster)
     }
     QCoreApplication::processEvents();
 }
+
+} // namespace paukfix

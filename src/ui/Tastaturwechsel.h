@@ -10,6 +10,8 @@
 
 class QWindow;
 
+namespace paukfix {
+
 // Holds the keyboard of an X server as long as it lives, but two seconds at most, whatever the program is
 // busy with: what is typed meanwhile waits in the server. Does nothing on other window systems, or where
 // `tastatur` does not have the keyboard.
@@ -55,3 +57,5 @@ private:
 // Lets pending events run until everything that was typed so far has come to its window. `fenster` is any
 // window of the program's.
 void TastenAbholen(const QWindow *fenster);
+
+} // namespace paukfix

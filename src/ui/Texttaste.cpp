@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+namespace paukfix {
+
 bool IstEingabetaste(const QKeyEvent &taste)
 {
     return taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter;
@@ -35,3 +37,5 @@ bool AendertText(const QKeyEvent &taste, bool mitRueckgaengig)
         taste.modifiers().testFlag(Qt::ControlModifier) != taste.modifiers().testFlag(Qt::AltModifier);
     return !befehl && !taste.text().isEmpty() && taste.text().front().isPrint();
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The sounds of the cards, passed in so that a test can say what was heard.
 class Ton
 {
@@ -18,3 +20,5 @@ public:
     // Harmless when nothing plays.
     virtual void Stille() = 0;
 };
+
+} // namespace paukfix

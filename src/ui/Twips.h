@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace paukfix {
+
 // Positions and sizes of cards and of the box are twips. The factor is odd and both ways round half to even,
 // so a whole number of pixels comes back unchanged.
 inline constexpr int TwipsJePixel = 15;
@@ -30,3 +32,5 @@ inline QRect PixelVonTwips(double links, double oben, double breite, double hoeh
 {
     return {PixelVonTwips(links), PixelVonTwips(oben), PixelVonTwips(breite), PixelVonTwips(hoehe)};
 }
+
+} // namespace paukfix

@@ -2,13 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Uhr.h"
+#include "Clock.h"
+
+namespace paukfix {
 
 // The delay loop: waits by reading the clock as often as it could be read in the seconds that were counted.
 class Verzoegerung
 {
 public:
-    explicit Verzoegerung(const Uhr &uhr) : uhr_(uhr) {}
+    explicit Verzoegerung(const Clock &clock) : clock_(clock) {}
 
     // Counts the clock readings of one second onto LoopsPerSecond (which stops at 2,147,483,647). Blocks for
     // one to two seconds.
@@ -20,5 +22,7 @@ public:
     qint32 LoopsLastSecond = 0; // what the last calibration alone counted: the machine's rate
 
 private:
-    const Uhr &uhr_;
+    const Clock &clock_;
 };
+
+} // namespace paukfix

@@ -9,6 +9,10 @@
 #include <limits>
 #include <memory>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int WartenMs = 500; // before it is shown
@@ -17,9 +21,9 @@ constexpr int TaktMs = 40;    // between two pictures of it
 } // namespace
 
 Wartefenster::Wartefenster(const QString &was, const QString &titel, QWidget *parent)
-    : QProgressDialog(was, QStringLiteral("Abbrechen"), 0, 0, parent)
+    : QProgressDialog(was, u"Abbrechen"_s, 0, 0, parent)
 {
-    setObjectName(QStringLiteral("Wartefenster"));
+    setObjectName(u"Wartefenster"_s);
     setWindowTitle(titel);
     setWindowModality(Qt::ApplicationModal);
     setMinimumDuration(std::numeric_limits<int>::max()); // shown by Zeigen(), never by itself
@@ -43,10 +47,12 @@ void Wartefenster::Zeigen(int erledigt, int gesamt, const QString &abgebrochen)
         throw StoreError(Fehler::Abgebrochen, abgebrochen);
 }
 
-Fortschritt WartenMitAbbruch(const QString &was, const QString &abgebrochen, const QString &titel,
-                             QWidget *parent)
+Progress WartenMitAbbruch(const QString &was, const QString &abgebrochen, const QString &titel,
+                          QWidget *parent)
 {
     const auto fenster = std::make_shared<Wartefenster>(was, titel, parent);
     return
         [fenster, abgebrochen](int erledigt, int gesamt) { fenster->Zeigen(erledigt, gesamt, abgebrochen); };
 }
+
+} // namespace paukfix

@@ -2,10 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QElapsedTimer>
 #include <QProgressDialog>
+
+namespace paukfix {
 
 // Shows how far work has come that blocks every window, and lets the learner end it. It appears when the work
 // has taken half a second.
@@ -25,5 +27,7 @@ private:
 };
 
 // A new one, which lives as long as the function that tells it of the progress.
-Fortschritt WartenMitAbbruch(const QString &was, const QString &abgebrochen, const QString &titel,
-                             QWidget *parent);
+Progress WartenMitAbbruch(const QString &was, const QString &abgebrochen, const QString &titel,
+                          QWidget *parent);
+
+} // namespace paukfix

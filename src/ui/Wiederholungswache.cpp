@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
+namespace paukfix {
+
 Wiederholungswache::Wiederholungswache()
 {
     QCoreApplication::instance()->installEventFilter(this);
@@ -33,3 +35,5 @@ bool Wiederholungswache::eventFilter(QObject *objekt, QEvent *event)
     event->setAccepted(neu.isAccepted());
     return true;
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <random>
 
+namespace paukfix {
+
 // Random numbers, passed in so that a test can say what is drawn.
 class Zufall
 {
@@ -26,3 +28,5 @@ public:
 private:
     std::mt19937 generator_;
 };
+
+} // namespace paukfix

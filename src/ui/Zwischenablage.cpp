@@ -10,15 +10,19 @@
 #include <array>
 #include <utility>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const std::array<QString, 2> RtfArten{QStringLiteral("text/rtf"), QStringLiteral("application/rtf")};
+const std::array<QString, 2> RtfArten{u"text/rtf"_s, u"application/rtf"_s};
 
 QString Klartext(const QTextDocumentFragment &fragment)
 {
     QTextDocument dokument;
     QTextCursor(&dokument).insertFragment(fragment);
-    return PlainText(dokument).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return PlainText(dokument).replace(u"\r\n"_s, u"\n"_s);
 }
 
 Angebot AusRtf(const QByteArray &rtf)
@@ -58,10 +62,9 @@ Angebot AngebotVon(const QMimeData &mime, const QTextCharFormat &amCaret, const 
 std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime)
 {
     auto kopie = std::make_unique<QMimeData>();
-    for (const QString &art : RtfArten) {
+    for (const QString &art : RtfArten)
         if (mime.hasFormat(art))
             kopie->setData(art, mime.data(art));
-    }
     if (mime.hasHtml())
         kopie->setHtml(mime.html());
     if (mime.hasText())
@@ -73,3 +76,5 @@ bool HatText(const QMimeData &mime)
 {
     return mime.hasText() || mime.hasHtml() || mime.hasFormat(RtfArten[0]) || mime.hasFormat(RtfArten[1]);
 }
+
+} // namespace paukfix

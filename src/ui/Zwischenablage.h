@@ -12,6 +12,8 @@
 
 class QMimeData;
 
+namespace paukfix {
+
 // Formatted text on its way through the clipboard and the mouse's drags.
 
 // Part of a document with that default font: as RTF, which keeps everything, as HTML and as plain text.
@@ -25,3 +27,5 @@ std::unique_ptr<QMimeData> Textkopie(const QMimeData &mime);
 
 // Whether there is text in any form.
 bool HatText(const QMimeData &mime);
+
+} // namespace paukfix

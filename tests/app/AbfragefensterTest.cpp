@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+using namespace paukfix;
+
 // The built program's query in its real window: where it stands, and a key that is held down in it.
 class AbfragefensterTest : public QObject
 {

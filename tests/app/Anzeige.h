@@ -13,6 +13,10 @@
 #include <memory>
 #include <sys/stat.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // A virtual display with a window manager, and the hands of a user on it.
 class Anzeige
 {
@@ -162,7 +166,7 @@ public:
             return false;
         Xdotool({"getactivewindow", "windowmove", QString::number(platz.x()), QString::number(platz.y()),
                  "windowsize", QString::number(masse.width()), QString::number(masse.height())});
-        const QString neu = QStringLiteral("%1x%2").arg(masse.width()).arg(masse.height());
+        const QString neu = u"%1x%2"_s.arg(masse.width()).arg(masse.height());
         return QTest::qWaitFor([&] { return Lage(titel).contains(neu); }, 30000);
     }
 
@@ -248,7 +252,7 @@ public:
             return false;
         const QByteArray inode = ':' + QByteArray::number(static_cast<qulonglong>(info.st_ino)) + ' ';
         const auto gesperrt = [&] {
-            QFile sperren(QStringLiteral("/proc/locks"));
+            QFile sperren(u"/proc/locks"_s);
             if (!sperren.open(QIODevice::ReadOnly))
                 return false;
             for (const QByteArray &zeile : sperren.readAll().split('\n'))
@@ -274,3 +278,5 @@ public:
 
     QProcess prozess;
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace paukfix;
+
 class BefehlszeileTest : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,9 @@
 
 #include <QFile>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The built program in real windows: cards are written and changed by the keyboard alone.
 class EditorLaufTest : public QObject
 {
@@ -80,7 +83,7 @@ private slots:
         QTest::addColumn<QString>("land");
         QTest::addColumn<QString>("vor");
         QTest::addColumn<QString>("zurueck");
-        const QString hier = QStringLiteral("94"); // the key left of a German Y, by its place
+        const QString hier = u"94"_s; // the key left of a German Y, by its place
         for (const char *land : {"de", "fr", "gb"})
             QTest::newRow(land) << land << "ctrl+shift+" + hier << "ctrl+" + hier;
         QTest::newRow("us: on comma and full stop") << "us"
@@ -99,7 +102,7 @@ private slots:
         QVERIFY(lauf.HatGeoeffnet(Pfad("a.pzb")));
         EditorOeffnen();
         anzeige_->Tastatur(land);
-        for (const QString &taste : {vor, vor, zurueck, QStringLiteral("x"), QStringLiteral("alt+F4")})
+        for (const QString &taste : {vor, vor, zurueck, u"x"_s, u"alt+F4"_s})
             QVERIFY(anzeige_->Taste("Merkkasten Ändern", taste));
         anzeige_->Tastatur("us");
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));

@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+using namespace paukfix;
+
 // What another program has in the real clipboard is pasted into the real editor.
 class EinfuegeLaufTest : public QObject
 {

@@ -8,6 +8,8 @@
 
 #include <csignal>
 
+using namespace paukfix;
+
 namespace {
 
 using Tasten = QList<QPair<QString, QString>>; // a window's title, and a key that is pressed there

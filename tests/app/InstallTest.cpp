@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The installed program, in a place that its user may not write to.
 class InstallTest : public QObject
 {
@@ -289,10 +292,9 @@ private slots:
         QVERIFY(anzeige_->Tasten("Lern-Box", {"alt+d", "Down", "Down", "Return"}));
         QVERIFY(lauf->HatGeoeffnet(Eigene("Latein.pzb")));
         Beenden(*lauf);
-        QCOMPARE(Meldungen(),
-                 QStringList(QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. "
-                                            "Bisher lagen sie in „%2“.")
-                                 .arg(QFileInfo(Eigene("x")).path(), QFileInfo(alt + "x").path())));
+        QCOMPARE(Meldungen(), QStringList(u"Ihre Karteien und Einstellungen liegen jetzt in „%1“. "
+                                          u"Bisher lagen sie in „%2“."_s.arg(QFileInfo(Eigene("x")).path(),
+                                                                             QFileInfo(alt + "x").path())));
         QVERIFY(!QFile::exists(Eigene("ueber.rtf")));
     }
 

@@ -11,6 +11,9 @@
 
 #include <set>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The whole program in its window, learning by the keyboard alone until it is closed or killed.
 class LernlaufTest : public QObject
 {
@@ -50,11 +53,11 @@ private slots:
         ordner_ = std::make_unique<QTemporaryDir>();
         ProgrammKopieren(ordner_->path(), Vorspann::Nein);
 
-        kartei_ = Pfad(QStringLiteral("Lernen mit Ümlaut.pzb"));
+        kartei_ = Pfad(u"Lernen mit Ümlaut.pzb"_s);
         QList<CardRecord> karten;
         for (int i = 1; i <= 40; ++i) {
             karten << MakeCard(i, i % 4, i);
-            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = QStringLiteral("ja");
+            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = u"ja"_s;
         }
         MakeCardFile(kartei_, karten);
     }
@@ -89,7 +92,7 @@ private slots:
             QVERIFY(QFile::remove(Pfad("konfig.dat")));
             QVERIFY(QFile::copy(SourceFile("assets/konfig.dat"), Pfad("konfig.dat")));
         }
-        const QString antwort = QStringLiteral("donaudampfschiffahrt");
+        const QString antwort = u"donaudampfschiffahrt"_s;
         QList<CardRecord> karten;
         for (int i = 1; i <= 30; ++i) {
             karten << MakeCard(i, 3, i);
@@ -160,9 +163,8 @@ private slots:
                         bewegt.insert(karte.FrageNr);
                     }
             const int zahl = static_cast<int>(bewegt.size());
-            QVERIFY2(
-                zahl == antworten || zahl == antworten - 1,
-                qPrintable(QStringLiteral("kill %1: %2 of %3 answers").arg(kill).arg(zahl).arg(antworten)));
+            QVERIFY2(zahl == antworten || zahl == antworten - 1,
+                     qPrintable(u"kill %1: %2 of %3 answers"_s.arg(kill).arg(zahl).arg(antworten)));
             CardFile file(kartei_);
             QCOMPARE(file.Database().execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
         }

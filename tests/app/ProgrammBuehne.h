@@ -18,6 +18,8 @@
 
 #include <memory>
 
+namespace paukfix {
+
 // The whole program in this process: all its real windows, messages and dialogs, in a program directory of
 // its own.
 class ProgrammBuehne : public QObject
@@ -48,10 +50,9 @@ protected:
 
     static QWidget *Offen(const QString &name)
     {
-        for (QWidget *fenster : QApplication::topLevelWidgets()) {
+        for (QWidget *fenster : QApplication::topLevelWidgets())
             if (fenster->objectName() == name && fenster->isVisible())
                 return fenster;
-        }
         return nullptr;
     }
 
@@ -151,3 +152,5 @@ protected:
     QStringList meldungen_;
     QString zuhause_;
 };
+
+} // namespace paukfix

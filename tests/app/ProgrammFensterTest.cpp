@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QTextEdit>
 
+using namespace paukfix;
+
 // The windows that the main window opens, and what they change for it.
 class ProgrammFensterTest : public ProgrammBuehne
 {

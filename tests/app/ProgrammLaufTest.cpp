@@ -9,6 +9,8 @@
 
 #include <csignal>
 
+using namespace paukfix;
+
 // The built program in a real window, used by keyboard.
 class ProgrammLaufTest : public QObject
 {

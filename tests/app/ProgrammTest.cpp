@@ -10,6 +10,8 @@
 #include <QListWidget>
 #include <QTextEdit>
 
+using namespace paukfix;
+
 // Starting, opening and ending.
 class ProgrammTest : public ProgrammBuehne
 {
@@ -166,9 +168,9 @@ private slots:
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         TestMeldungen andere;
-        const TestUhr uhr;
+        const TestClock clock;
         CardStore anderer;
-        KarteiOeffner oeffner(anderer, andere, uhr);
+        KarteiOeffner oeffner(anderer, andere, clock);
         anderer.KarteiPfad = ordner_->filePath("programm");
         QString name = "a.pzb";
         oeffner.OpenCardFile(name);

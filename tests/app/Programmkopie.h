@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QTest>
 
+namespace paukfix {
+
 enum class Vorspann
 {
     Ja,
@@ -28,3 +30,5 @@ inline void ProgrammKopieren(const QString &ordner, Vorspann vorspann)
         zeilen.replace("Animation=True", "Animation=False");
     QVERIFY(konfig.write(zeilen) == zeilen.size());
 }
+
+} // namespace paukfix

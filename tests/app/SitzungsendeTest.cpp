@@ -6,6 +6,8 @@
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+
 using Fragen = Sitzungsverwalter::Fragen;
 
 Q_DECLARE_METATYPE(Fragen)

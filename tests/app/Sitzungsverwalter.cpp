@@ -14,6 +14,8 @@
 // Last: it defines words like True and Status.
 #include <X11/SM/SMlib.h>
 
+namespace paukfix {
+
 struct Sitzungsverwalter::Innen
 {
     IceListenObj *horcher = nullptr;
@@ -197,3 +199,5 @@ void Sitzungsverwalter::DochNicht()
 {
     SmsShutdownCancelled(innen_->programm);
 }
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+namespace paukfix {
+
 // A desktop's session manager for one program: the program tells it that it is there, and is told that the
 // session ends. One at a time.
 class Sitzungsverwalter
@@ -44,3 +46,5 @@ private:
     struct Innen;
     std::unique_ptr<Innen> innen_;
 };
+
+} // namespace paukfix

@@ -13,6 +13,8 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+using namespace paukfix;
+
 // Whatever window of the program is open: no other program gets at the open card file.
 class SperreTest : public ProgrammBuehne
 {

@@ -6,6 +6,8 @@
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+
 using Fragen = Sitzungsverwalter::Fragen;
 
 // Texts of other word processors in the built program, in real windows.

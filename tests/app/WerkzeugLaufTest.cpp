@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+using namespace paukfix;
+
 // The built program in a real window: the file tools from its menu, by keyboard alone.
 class WerkzeugLaufTest : public QObject
 {

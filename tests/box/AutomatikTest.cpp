@@ -9,17 +9,19 @@
 #include <QTest>
 #include <QWidget>
 
+using namespace paukfix;
+
 // A clock that stands until it is set.
-class StehendeUhr final : public Uhr
+class StehendeUhr final : public Clock
 {
 public:
-    qint64 Sekunde() const override
+    qint64 Second() const override
     {
         ++gelesen;
         return sekunde;
     }
 
-    QDateTime Jetzt() const override { return {}; }
+    QDateTime Now() const override { return {}; }
 
     // Lets a second begin, and the automatic mode look at the clock.
     void Weiter()
@@ -47,8 +49,8 @@ class AutomatikTest : public QObject
     {
         QWidget fenster;
         Belegung belegung{fenster};
-        StehendeUhr uhr;
-        Automatik automatik{uhr, belegung};
+        StehendeUhr clock;
+        Automatik automatik{clock, belegung};
         QSignalSpy faellig{&automatik, &Automatik::Faellig};
         QSignalSpy umgeschaltet{&automatik, &Automatik::Umgeschaltet};
     };
@@ -61,16 +63,16 @@ private slots:
         b.automatik.MAutoschalter_Click();
         QCOMPARE(b.umgeschaltet.size(), 1);
         QCOMPARE(b.umgeschaltet[0][0].toBool(), true);
-        b.uhr.Warten();
-        b.uhr.Weiter();
-        b.uhr.Weiter();
+        b.clock.Warten();
+        b.clock.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 0);
-        b.uhr.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 1);
-        b.uhr.Weiter();
-        b.uhr.Weiter();
+        b.clock.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 1);
-        b.uhr.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 2);
     }
 
@@ -78,32 +80,32 @@ private slots:
     {
         Buehne b;
         b.automatik.MAutoschalter_Click();
-        b.uhr.Weiter();
-        b.uhr.Weiter();
+        b.clock.Weiter();
+        b.clock.Weiter();
         {
             const auto belegt = b.belegung.Belegen();
             for (int i = 0; i < 5; ++i)
-                b.uhr.Weiter();
+                b.clock.Weiter();
         }
-        b.uhr.Weiter();
-        b.uhr.Weiter();
+        b.clock.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 0);
-        b.uhr.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 1);
     }
 
     void WhatTheCardTakesIsNoPartOfThePause()
     {
         Buehne b;
-        connect(&b.automatik, &Automatik::Faellig, this, [&] { b.uhr.sekunde += 60; });
+        connect(&b.automatik, &Automatik::Faellig, this, [&] { b.clock.sekunde += 60; });
         b.automatik.MAutoschalter_Click();
         for (int i = 0; i < 3; ++i)
-            b.uhr.Weiter();
+            b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 1);
-        b.uhr.Weiter();
-        b.uhr.Weiter();
+        b.clock.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 1);
-        b.uhr.Weiter();
+        b.clock.Weiter();
         QCOMPARE(b.faellig.size(), 2);
     }
 
@@ -116,11 +118,11 @@ private slots:
         b.automatik.MAutoschalter_Click();
         b.automatik.AutomatikAus();
         QCOMPARE(b.umgeschaltet.last()[0].toBool(), false);
-        const qint64 gelesen = b.uhr.gelesen;
+        const qint64 gelesen = b.clock.gelesen;
         Buehne andere; // while that one looks twice, the first would have, too
         andere.automatik.MAutoschalter_Click();
-        andere.uhr.Warten();
-        QCOMPARE(b.uhr.gelesen, gelesen);
+        andere.clock.Warten();
+        QCOMPARE(b.clock.gelesen, gelesen);
         QCOMPARE(b.faellig.size(), 0);
     }
 };

@@ -11,6 +11,8 @@
 #include <deque>
 #include <set>
 
+using namespace paukfix;
+
 namespace {
 
 // The box with these numbers of cards in compartments 0, 1, 2, ...

@@ -11,6 +11,9 @@
 
 #include <random>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Years of learning in one box.
 class JahreTest : public QObject
 {
@@ -29,7 +32,7 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
 
     VollePlatte::Einbauen(); // which syncs nothing
     const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("box.pzb"));
+    const QString path = directory.filePath(u"box.pzb"_s);
     QList<CardRecord> cards;
     for (int i = 1; i <= 420; ++i)
         cards << MakeCard(i, i % 6, before + i);
@@ -37,12 +40,12 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
     Lernstand expected(cards);
 
     TestMeldungen messages;
-    TestUhr clock;
+    TestClock clock;
     clock.perSecond = 1;
     CardStore store;
     KarteiOeffner oeffner(store, messages, clock);
     store.KarteiPfad = directory.path();
-    QString name = QStringLiteral("box.pzb");
+    QString name = u"box.pzb"_s;
     oeffner.OpenCardFile(name);
     QVERIFY(store.IsOpen());
 
@@ -56,7 +59,7 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
         QVERIFY(ErsteKarte(store.Karten(), fach));
         const int asked = store.Felder().FrageNr.Integer();
         if (asked != expected.Schlange(fach).first())
-            QFAIL(qPrintable(QStringLiteral("answer %1: card %2 before its time").arg(answer).arg(asked)));
+            QFAIL(qPrintable(u"answer %1: card %2 before its time"_s.arg(answer).arg(asked)));
         const bool right = fach != 5 && random() % 10 < 4;
         const auto target = static_cast<std::size_t>(ZielFach(fach, right));
         const qint16 highest = store.FachInfo[target].LfdMax;

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace paukfix;
+
 namespace {
 
 constexpr qint16 Falsch = 0;
@@ -26,7 +28,7 @@ struct Kartei
     {
         pfad = verzeichnis.filePath("box.pzb");
         MakeCardFile(pfad, karten);
-        uhr.perSecond = 1;
+        clock.perSecond = 1;
         store.KarteiPfad = verzeichnis.path();
         QString name = "box.pzb";
         oeffner.OpenCardFile(name);
@@ -49,9 +51,9 @@ struct Kartei
     QTemporaryDir verzeichnis;
     QString pfad;
     TestMeldungen meldungen;
-    TestUhr uhr;
+    TestClock clock;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, uhr};
+    KarteiOeffner oeffner{store, meldungen, clock};
 };
 
 } // namespace
@@ -84,9 +86,8 @@ private slots:
         QFETCH(bool, richtig);
         QFETCH(int, nach);
         QList<CardRecord> karten;
-        for (int fach = 0; fach <= 6; ++fach) {
+        for (int fach = 0; fach <= 6; ++fach)
             karten << MakeCard(10 * fach + 1, fach, 4) << MakeCard(10 * fach + 2, fach, 9);
-        }
         Kartei kartei(karten);
         kartei.Stehen(von);
         KarteVerschieben(kartei.store, kartei.meldungen, richtig ? ErgebnisRichtig : Falsch);
@@ -103,10 +104,9 @@ private slots:
         QVERIFY(gespeichert.contains({10 * von + 1, nach, 10}));
         QCOMPARE(gespeichert.size(), karten.size());
         // Every other card is where it was.
-        for (const CardRecord &karte : karten) {
+        for (const CardRecord &karte : karten)
             if (karte.FrageNr != 10 * von + 1)
                 QVERIFY(gespeichert.contains({int(karte.FrageNr), int(karte.FachNr), int(karte.FachLfdNr)}));
-        }
     }
 
     void DoneCardIsCongratulatedOn()

@@ -17,6 +17,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Platz
@@ -80,7 +83,7 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
 {
     const int kills = qEnvironmentVariableIsSet("PAUKFIX_SHORT_TESTS") ? 20 : 220;
     QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("lernen.pzb"));
+    const QString path = directory.filePath(u"lernen.pzb"_s);
     QList<CardRecord> cards;
     for (int i = 1; i <= 300; ++i)
         cards << MakeCard(i, i % 7, i / 7 + 1);
@@ -135,10 +138,9 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         const Kasten found = KastenIn(path);
         if (found != expected) {
             QVERIFY2(open.first != 0,
-                     qPrintable(QStringLiteral("kill %1: an answer that was reported is missing").arg(kill)));
+                     qPrintable(u"kill %1: an answer that was reported is missing"_s.arg(kill)));
             Beantworten(expected, lfdMax, open.first, open.second);
-            QVERIFY2(found == expected,
-                     qPrintable(QStringLiteral("kill %1: neither before nor after").arg(kill)));
+            QVERIFY2(found == expected, qPrintable(u"kill %1: neither before nor after"_s.arg(kill)));
         }
         between += open.first != 0 ? 1 : 0;
         CardFile file(path);

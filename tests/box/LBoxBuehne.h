@@ -23,6 +23,8 @@
 #include <functional>
 #include <memory>
 
+namespace paukfix {
+
 // The real main window on real files, driven by key and mouse.
 class LBoxBuehne : public TestDienste
 {
@@ -31,7 +33,7 @@ public:
     {
         konfig.ProgrammPfad = programm.path();
         kartei.KarteiPfad = ordner.path();
-        uhr.perSecond = 2;
+        clock.perSecond = 2;
         KonfigSchreiben({}, "False");
     }
 
@@ -85,10 +87,9 @@ public:
     {
         QList<CardRecord> karten;
         int nummer = 1;
-        for (int fach = 0; fach < anzahl.size(); ++fach) {
+        for (int fach = 0; fach < anzahl.size(); ++fach)
             for (int i = 1; i <= anzahl[fach]; ++i)
                 karten << MakeCard(nummer++, fach, i);
-        }
         Oeffnen(karten);
     }
 
@@ -210,10 +211,12 @@ public:
     QTemporaryDir ordner, programm;
     QString verzeichnis = "/"; // where the program was started
     CardStore kartei;
-    KarteiOeffner oeffner{kartei, meldungen, uhr};
+    KarteiOeffner oeffner{kartei, meldungen, clock};
     BoxZustand zustand;
     std::unique_ptr<LBOX> fenster;
     std::unique_ptr<Fensterwechsel> wechsel;
     std::unique_ptr<PFUse> pfuse;
     QStringList gefragt; // the FrageNr of every query so far
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace paukfix;
+
 // The roads on which card files are opened and made.
 class LBoxDateienTest : public QObject
 {
@@ -59,20 +61,20 @@ private slots:
                 const auto *text = qobject_cast<const QLabel *>(objekt);
                 if (event->type() == QEvent::Paint && text && text->text() == "a.pzb wird geöffnet …" &&
                     lesungen < 0)
-                    lesungen = uhr->readings;
+                    lesungen = clock->readings;
                 return false;
             }
 
-            const TestUhr *uhr = nullptr;
+            const TestClock *clock = nullptr;
             qint64 lesungen = -1;
         } maler;
 
         LBoxBuehne b;
-        maler.uhr = &b.uhr;
+        maler.clock = &b.clock;
         MakeCardFile(b.Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         qApp->installEventFilter(&maler);
         b.Zeigen(b.Pfad("a.pzb"));
-        QVERIFY(b.uhr.readings > 0);
+        QVERIFY(b.clock.readings > 0);
         QCOMPARE(maler.lesungen, 0);
     }
 

@@ -5,6 +5,8 @@
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+
 // What the main window says about the next step, and that it can be read in every size.
 class LBoxHinweisTest : public QObject
 {

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QTextDocumentFragment>
 
+using namespace paukfix;
+
 // The menu: its tree letter by letter, which entries can be chosen, the settings that it changes.
 class LBoxMenueTest : public QObject
 {

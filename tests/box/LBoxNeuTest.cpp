@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <sys/stat.h>
 
+using namespace paukfix;
+
 // "neu" that fails: the learner goes on with the box that was open, and all that the window says is true.
 class LBoxNeuTest : public QObject
 {

@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace paukfix;
+
 namespace {
 
 // Watches a widget move: its places and colours, as they were painted.
@@ -161,19 +163,19 @@ private slots:
         constexpr int JeSekunde = 100'000;
         b.oeffner.verzoegerung.LoopsLastSecond = JeSekunde;
         b.oeffner.verzoegerung.LoopsPerSecond = oeffnungen * JeSekunde;
-        qint64 vorDemWurf = b.uhr.readings, nachDemWurf = 0, vorDemFlug = 0;
+        qint64 vorDemWurf = b.clock.readings, nachDemWurf = 0, vorDemFlug = 0;
         b.zufall.Wuerfe({3});
         b.NaechsteAbfrage([&](QWidget *) {
-            nachDemWurf = b.uhr.readings;
+            nachDemWurf = b.clock.readings;
             QTest::keyClicks(b.Fokus(), "Antwort 1");
             b.Taste(Qt::Key_Return);
-            vorDemFlug = b.uhr.readings;
+            vorDemFlug = b.clock.readings;
             b.Taste(Qt::Key_Return);
         });
         b.Taste(Qt::Key_W);
         QCOMPARE(b.Anzahl(4), 1);
         QVERIFY(nachDemWurf - vorDemWurf <= JeSekunde * 3 / 10);
-        QVERIFY(b.uhr.readings - vorDemFlug <= JeSekunde * 4 / 10);
+        QVERIFY(b.clock.readings - vorDemFlug <= JeSekunde * 4 / 10);
     }
 
     void KeptInputArrivesInOrder()
@@ -347,11 +349,11 @@ private slots:
         b.OeffnenMit({0, 0, 0, 0, 1});
         b.zufall.Wuerfe({1, 6, 4});
         b.oeffner.verzoegerung.LoopsPerSecond = 1'000'000;
-        const qint64 vorher = b.uhr.readings;
+        const qint64 vorher = b.clock.readings;
         QStringList gemalt;
         const Bildwache wache(b.Wuerfel(), gemalt);
         b.NaechsteAbfrage([&](QWidget *abfrage) {
-            [&] { QCOMPARE(b.uhr.readings, vorher); }();
+            [&] { QCOMPARE(b.clock.readings, vorher); }();
             [&] { QCOMPARE(gemalt.filter(QRegularExpression("^[146] #ffffff")), QStringList()); }();
             abfrage->close();
         });
@@ -422,7 +424,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({0, 0, 2, 1});
-        b.uhr.perSecond = 1; // every look at the clock sees another second
+        b.clock.perSecond = 1; // every look at the clock sees another second
         b.NaechsteAntwort(true);
         b.Menue("MAutoschalter")->trigger();
         QVERIFY(b.Menue("MAutoschalter")->isChecked());
@@ -440,12 +442,12 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({});
-        b.uhr.perSecond = 1;
-        b.uhr.readings = 0;
+        b.clock.perSecond = 1;
+        b.clock.readings = 0;
         b.Menue("MAutoschalter")->trigger();
         QTRY_COMPARE(b.meldungen.Texte(), QStringList{"Fach Nr. 0 ist leer"});
         // Noted once at the start, then read twice on every look: the third look is the third change.
-        QCOMPARE(b.uhr.readings, 1 + 3 * 2);
+        QCOMPARE(b.clock.readings, 1 + 3 * 2);
         QTRY_COMPARE(b.meldungen.Texte().size(), 2);
         b.Menue("MAutoschalter")->trigger();
     }
@@ -454,15 +456,15 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({2});
-        b.uhr.perSecond = 1'000'000;
+        b.clock.perSecond = 1'000'000;
         b.Menue("MAutoschalter")->trigger();
         int offene = 0;
         b.NaechsteAbfrage([&](QWidget *abfrage) {
             // The clock goes on while the learner thinks.
-            b.uhr.perSecond = 1;
-            const qint64 vorher = b.uhr.readings;
-            QTRY_VERIFY(b.uhr.readings > vorher + 12);
-            b.uhr.perSecond = 1'000'000;
+            b.clock.perSecond = 1;
+            const qint64 vorher = b.clock.readings;
+            QTRY_VERIFY(b.clock.readings > vorher + 12);
+            b.clock.perSecond = 1'000'000;
             for (const QWidget *fenster : QApplication::topLevelWidgets())
                 offene += fenster->isVisible() && fenster->isModal();
             QCOMPARE(QApplication::activeModalWidget(), abfrage);

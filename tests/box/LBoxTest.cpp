@@ -8,6 +8,9 @@
 #include <QAbstractButton>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Learning in the main window: compartments, capacities, moves, what the box shows.
 class LBoxTest : public QObject
 {
@@ -396,7 +399,7 @@ private slots:
         for (const QSize groesse : {b.fenster->size(), QSize(1300, 700)}) {
             b.fenster->resize(groesse);
             for (int i = 1; i <= 10; ++i) {
-                const auto *linie = b.fenster->findChild<QWidget *>(QStringLiteral("Line%1").arg(i));
+                const auto *linie = b.fenster->findChild<QWidget *>(u"Line%1"_s.arg(i));
                 QVERIFY(linie);
                 QTRY_VERIFY(linie->isVisible());
                 const QRect platz = linie->geometry();

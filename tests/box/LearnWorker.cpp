@@ -14,6 +14,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+using namespace paukfix;
+
 static void Say(const char *what, int frageNr, int ergebnis)
 {
     std::array<char, 64> line{};
@@ -27,10 +29,10 @@ int main(int argc, char *argv[])
     if (argc != 3)
         return 2;
     TestMeldungen meldungen;
-    TestUhr uhr;
-    uhr.perSecond = 1;
+    TestClock clock;
+    clock.perSecond = 1;
     CardStore kartei;
-    KarteiOeffner oeffner(kartei, meldungen, uhr);
+    KarteiOeffner oeffner(kartei, meldungen, clock);
     const QFileInfo file(QString::fromLocal8Bit(argv[1]));
     kartei.KarteiPfad = file.path();
     QString name = file.fileName();

@@ -15,6 +15,8 @@
 
 #include <functional>
 
+using namespace paukfix;
+
 using Ergebnis = std::optional<AbfrageErgebnis>;
 
 // A query without a window: it ends as it is told, after `waehrend` has been run.
@@ -54,7 +56,7 @@ struct Lernbuehne : TestDienste
 {
     Lernbuehne()
     {
-        uhr.perSecond = 2;
+        clock.perSecond = 2;
         konfig.Animation = false;
         kartei.KarteiPfad = ordner.path();
         MakeCardFile(ordner.filePath("a.pzb"),
@@ -70,7 +72,7 @@ struct Lernbuehne : TestDienste
 
     QTemporaryDir ordner;
     CardStore kartei;
-    KarteiOeffner oeffner{kartei, meldungen, uhr};
+    KarteiOeffner oeffner{kartei, meldungen, clock};
     Kasten kasten{kartei.FachInfo};
     Belegung belegung{kasten};
     Eingabewache eingabe{kasten};

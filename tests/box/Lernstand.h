@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 
+namespace paukfix {
+
 // The queues of a box in memory: which card stands behind which. What running numbers they have does not
 // matter.
 class Lernstand
@@ -64,3 +66,5 @@ public:
 private:
     std::array<QList<int>, FachAnzahl> faecher_;
 };
+
+} // namespace paukfix

@@ -15,6 +15,9 @@
 #include <algorithm>
 #include <set>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using VollePlatte::Art;
@@ -38,13 +41,13 @@ class Lernender
 public:
     explicit Lernender(const QString &ordner)
     {
-        uhr.perSecond = 1;
+        clock.perSecond = 1;
         store.KarteiPfad = ordner;
     }
 
     bool Oeffnen()
     {
-        QString name = QStringLiteral("box.pzb");
+        QString name = u"box.pzb"_s;
         oeffner.OpenCardFile(name);
         return store.IsOpen();
     }
@@ -59,16 +62,16 @@ public:
             KarteVerschieben(store, meldungen, richtig ? ErgebnisRichtig : qint16{0});
             return true;
         } catch (const StoreError &fehler) {
-            meldungen.Zeigen(QStringLiteral("Die Antwort konnte nicht gespeichert werden: ") + fehler.Text());
+            meldungen.Zeigen(u"Die Antwort konnte nicht gespeichert werden: "_s + fehler.Text());
             NeuZaehlen(store, fehler.Number());
             return false;
         }
     }
 
     TestMeldungen meldungen;
-    TestUhr uhr;
+    TestClock clock;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, uhr};
+    KarteiOeffner oeffner{store, meldungen, clock};
     int frageNr = 0; // of the last card asked
 };
 
@@ -96,7 +99,7 @@ private slots:
     void initTestCase()
     {
         VollePlatte::Einbauen();
-        original_ = directory_.filePath(QStringLiteral("original.pzb"));
+        original_ = directory_.filePath(u"original.pzb"_s);
         MakeCardFile(original_, Karten());
     }
 
@@ -116,9 +119,9 @@ private slots:
         int run = 1;
         for (;; ++run) {
             const QTemporaryDir directory;
-            const QString path = directory.filePath(QStringLiteral("box.pzb"));
+            const QString path = directory.filePath(u"box.pzb"_s);
             QVERIFY(QFile::copy(original_, path));
-            const auto what = [&] { return QStringLiteral("call %1").arg(run); };
+            const auto what = [&] { return u"call %1"_s.arg(run); };
             Lernstand stand(Karten());
             {
                 Lernender learner(directory.path());
@@ -153,7 +156,7 @@ private slots:
             QVERIFY2(Lernstand::In(path) == stand, qPrintable(what()));
             QCOMPARE(QDir(directory.path())
                          .entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
-                     QStringList{QStringLiteral("box.pzb")});
+                     QStringList{u"box.pzb"_s});
             if (!failed)
                 break;
             seen.insert(*failed);
@@ -169,7 +172,7 @@ private slots:
     void NothingThatWasReportedIsMissingAfterAPowerFailure()
     {
         const QTemporaryDir directory;
-        const QString path = directory.filePath(QStringLiteral("box.pzb"));
+        const QString path = directory.filePath(u"box.pzb"_s);
         QVERIFY(QFile::copy(original_, path));
         QList<Lernstand> states{Lernstand(Karten())};
         QList<Stromausfall::Bild> disks;
@@ -195,7 +198,7 @@ private slots:
                 QFile file(after.filePath(QFileInfo(name).fileName()));
                 QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
             }
-            const QString left = after.filePath(QStringLiteral("box.pzb"));
+            const QString left = after.filePath(u"box.pzb"_s);
             Lernender learner(after.path());
             QVERIFY2(learner.Oeffnen(), qPrintable(learner.meldungen.Texte().join(u'|')));
             learner.store.CloseCardFile();
@@ -203,7 +206,7 @@ private slots:
             const Lernstand found = Lernstand::In(left);
             const bool reported = found == states[disk.gemeldet];
             const bool next = disk.gemeldet + 1 < states.size() && found == states[disk.gemeldet + 1];
-            QVERIFY2(reported || next, qPrintable(QStringLiteral("after %1 answers").arg(disk.gemeldet)));
+            QVERIFY2(reported || next, qPrintable(u"after %1 answers"_s.arg(disk.gemeldet)));
             (reported ? older : newer) += 1;
         }
         qInfo("%d disks, %d before and %d after the answer under way", int(disks.size()), older, newer);

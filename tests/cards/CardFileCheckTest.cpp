@@ -13,6 +13,9 @@
 #include <algorithm>
 #include <functional>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 using Damage = std::function<void(QByteArray &bytes, const Box &box)>;
 
 Q_DECLARE_METATYPE(Damage)
@@ -25,7 +28,7 @@ class CardFileCheckTest : public QObject
     std::unique_ptr<QTemporaryDir> directory_;
     Box box_;
 
-    QString Path() const { return directory_->filePath(QStringLiteral("Kasten.pzb")); }
+    QString Path() const { return directory_->filePath(u"Kasten.pzb"_s); }
 
 private slots:
 

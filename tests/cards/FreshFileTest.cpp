@@ -19,6 +19,8 @@
 #include <memory>
 #include <unistd.h>
 
+using namespace paukfix;
+
 class FreshFileTest : public QObject
 {
     Q_OBJECT

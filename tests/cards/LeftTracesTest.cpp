@@ -7,6 +7,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // What the learner has deleted is gone: no byte of it stays in the card file or beside it.
 class LeftTracesTest : public QObject
 {
@@ -30,8 +33,8 @@ class LeftTracesTest : public QObject
     {
         QList<CardRecord> cards = SomeCards(5);
         cards[1].Frage = "Geheimnis" + QString(bytes, u'x') + "Geheimnis";
-        cards[1].Frage_Klartext = QStringLiteral("Geheimnis");
-        cards[1].Picture_9_Name = QStringLiteral("weg");
+        cards[1].Frage_Klartext = u"Geheimnis"_s;
+        cards[1].Picture_9_Name = u"weg"_s;
         MakeCardFile(Path(), cards);
         QCOMPARE(Traces(), 3);
     }
@@ -76,7 +79,7 @@ private slots:
         Make(bytes);
         Changed([](CardRecordset &cards) {
             cards.Edit();
-            Field(cards[u"Frage"]).Set(QStringLiteral("kurz"));
+            Field(cards[u"Frage"]).Set(u"kurz"_s);
             Field(cards[u"Frage_Klartext"]).Set(QString());
             cards.Update();
         });

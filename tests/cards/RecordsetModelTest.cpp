@@ -11,6 +11,9 @@
 #include <algorithm>
 #include <functional>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The recordset against a plain model: random operations on both, compared after each one.
 namespace {
 
@@ -263,7 +266,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
     const int steps = 150;
     for (int run = 0; run < runs; ++run) {
         QTemporaryDir directory;
-        const QString path = directory.filePath(QStringLiteral("modell.pzb"));
+        const QString path = directory.filePath(u"modell.pzb"_s);
         CardFile::Create(path);
         CardFile file(path);
         if (failing)
@@ -278,7 +281,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
         for (int step = 0; step < steps; ++step) {
             const int operation = draw(20);
             const auto what = [&] {
-                return QStringLiteral("run %1 step %2 operation %3").arg(run).arg(step).arg(operation);
+                return u"run %1 step %2 operation %3"_s.arg(run).arg(step).arg(operation);
             };
             int expected = 0;
             int actual = 0;
@@ -327,8 +330,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
                 const bool box = draw(2) == 0;
                 before = model;
                 model.SetIndex(box);
-                actual = NumberOf(
-                    [&] { recordset.SetIndex(box ? QStringLiteral("bOXkEY") : QStringLiteral("FRAGENR")); });
+                actual = NumberOf([&] { recordset.SetIndex(box ? u"bOXkEY"_s : u"FRAGENR"_s); });
                 break;
             }
             case 12:
@@ -366,7 +368,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
                     recordset[u"FrageNr"].Set(model.buffer->frage);
                 }
                 if (draw(2) == 0) {
-                    model.buffer->text = QStringLiteral("geändert %1").arg(step);
+                    model.buffer->text = u"geändert %1"_s.arg(step);
                     recordset[u"Frage_Klartext"].Set(model.buffer->text);
                 }
                 before = model;
@@ -435,7 +437,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
                 recordset.MoveFirst();
             }
             QVERIFY2(actual == expected,
-                     qPrintable(what() + QStringLiteral(": error %1, not %2").arg(actual).arg(expected)));
+                     qPrintable(what() + u": error %1, not %2"_s.arg(actual).arg(expected)));
             using enum Model::Place;
             QVERIFY2(recordset.AtBOF() == (model.place == Before || model.place == Empty),
                      qPrintable(what()));
@@ -454,10 +456,8 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
                 QCOMPARE(text, model.buffer->text);
                 QCOMPARE(frage, model.buffer->frage);
             } else if (model.place == Card) {
-                QVERIFY2(
-                    readError == 0 && text == model.here.text && frage == model.here.frage,
-                    qPrintable(what() +
-                               QStringLiteral(": stands on %1, not %2").arg(frage).arg(model.here.frage)));
+                QVERIFY2(readError == 0 && text == model.here.text && frage == model.here.frage,
+                         qPrintable(what() + u": stands on %1, not %2"_s.arg(frage).arg(model.here.frage)));
                 if (draw(2) == 0)
                     QCOMPARE(static_cast<int>(recordset[u"FachLfdNr"].Integer()), model.here.lfd);
             } else {
@@ -465,8 +465,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
             }
         }
         QCOMPARE(recordset.RecordCount(), static_cast<int>(model.cards.size()));
-        QCOMPARE(QString::fromUtf8(file.Database().execAndGet("PRAGMA integrity_check").getText()),
-                 QStringLiteral("ok"));
+        QCOMPARE(QString::fromUtf8(file.Database().execAndGet("PRAGMA integrity_check").getText()), u"ok"_s);
     }
     if (failing) {
         qInfo("%d failures, %d of operations that were done all the same, %d transactions given up", failures,

@@ -5,6 +5,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Comparison = CardRecordset::Comparison;
@@ -51,7 +54,7 @@ private:
 
 private slots:
 
-    void initTestCase() { path_ = directory_.filePath(QStringLiteral("karten.pzb")); }
+    void initTestCase() { path_ = directory_.filePath(u"karten.pzb"_s); }
 
     void WalkFollowsCompartmentThenRunningNumber()
     {
@@ -156,7 +159,7 @@ private slots:
         cards_->MoveNext();
         QCOMPARE(FrageNr(*cards_), 2);
         cards_->SetIndex(u"FRAGENR");
-        QCOMPARE(cards_->Index(), QStringLiteral("FrageNr"));
+        QCOMPARE(cards_->Index(), u"FrageNr"_s);
         QCOMPARE(FrageNr(*cards_), 2);
         cards_->Delete();
         cards_->SetIndex(u"boxkey");
@@ -201,13 +204,13 @@ private slots:
     {
         Open({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
         cards_->Edit();
-        (*cards_)[u"Frage"].Set(QStringLiteral("anders"));
-        QCOMPARE((*cards_)[u"frage"].Text(), QStringLiteral("anders"));
+        (*cards_)[u"Frage"].Set(u"anders"_s);
+        QCOMPARE((*cards_)[u"frage"].Text(), u"anders"_s);
         cards_->MoveNext();
         cards_->MovePrevious();
-        QCOMPARE((*cards_)[u"Frage"].Text(), QStringLiteral("Frage 1"));
+        QCOMPARE((*cards_)[u"Frage"].Text(), u"Frage 1"_s);
         VERIFY_ERROR(3020, cards_->Update());
-        VERIFY_ERROR(3020, (*cards_)[u"Frage"].Set(QStringLiteral("x")));
+        VERIFY_ERROR(3020, (*cards_)[u"Frage"].Set(u"x"_s));
         cards_->AddNew();
         cards_->MoveFirst();
         VERIFY_ERROR(3020, cards_->Update());
@@ -241,7 +244,7 @@ private slots:
         VERIFY_ERROR(6, tryWith(u"FachLfdNr", 32768));
         VERIFY_ERROR(6, tryWith(u"PictureTop", -32769));
         VERIFY_ERROR(3163, tryWith(u"Picture_9_Name", QString(251, u'x')));
-        VERIFY_ERROR(13, tryWith(u"FachNr", QStringLiteral("zwei")));
+        VERIFY_ERROR(13, tryWith(u"FachNr", u"zwei"_s));
         VERIFY_ERROR(13, tryWith(u"Frage", 7));
         tryWith(u"Picture_9_Name", QString(250, u'ä'));
         tryWith(u"FachLfdNr", 32767);
@@ -255,10 +258,10 @@ private slots:
         Open({MakeCard(1, 0, 1)});
         cards_->Edit();
         (*cards_)[u"PictureLeft"].Set(120);
-        (*cards_)[u"Picture_3_name"].Set(QStringLiteral("haus.jpg"));
+        (*cards_)[u"Picture_3_name"].Set(u"haus.jpg"_s);
         cards_->Update();
         QCOMPARE(cards_->Read().Pictureleft, 120.0);
-        QCOMPARE(cards_->Read().Picture_3_Name, QStringLiteral("haus.jpg"));
+        QCOMPARE(cards_->Read().Picture_3_Name, u"haus.jpg"_s);
         VERIFY_ERROR(3265, (*cards_)[u"Picture_10_name"]);
     }
 
@@ -266,8 +269,7 @@ private slots:
     {
         Open({MakeCard(1, 0, 1)});
         for (const QString &text :
-             {QStringLiteral("007"), QStringLiteral("1e3"), QStringLiteral(" "), QStringLiteral(""),
-              QStringLiteral("Grüße\r\n𝄞\u00a0€"), QString(2, QChar(0))}) {
+             {u"007"_s, u"1e3"_s, u" "_s, u""_s, u"Grüße\r\n𝄞\u00a0€"_s, QString(2, QChar(0))}) {
             cards_->Edit();
             (*cards_)[u"Antwort_1"].Set(text);
             (*cards_)[u"Picture_9_Name"].Set(text);
@@ -322,21 +324,21 @@ private slots:
         VERIFY_ERROR(61, cards_->Update());
         if (cards_->InTransaction())
             cards_->Rollback();
-        QCOMPARE((*cards_)[u"Frage"].Text(), QStringLiteral("Frage 1"));
+        QCOMPARE((*cards_)[u"Frage"].Text(), u"Frage 1"_s);
         QCOMPARE(cards_->RecordCount(), 2);
     }
 
     void WritesIntoAFileThatIsNoLongerThereAreRefused()
     {
         Open({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
-        const QString moved = path_ + QStringLiteral(".weg");
+        const QString moved = path_ + u".weg"_s;
         QVERIFY(QFile::rename(path_, moved));
         cards_->Edit();
-        (*cards_)[u"Frage"].Set(QStringLiteral("ins Leere"));
+        (*cards_)[u"Frage"].Set(u"ins Leere"_s);
         VERIFY_ERROR(3024, cards_->Update());
         QVERIFY(QFile::rename(moved, path_));
         cards_->Update();
-        QCOMPARE((*cards_)[u"Frage"].Text(), QStringLiteral("ins Leere"));
+        QCOMPARE((*cards_)[u"Frage"].Text(), u"ins Leere"_s);
     }
 };
 

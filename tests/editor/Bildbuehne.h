@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QMouseEvent>
 
+namespace paukfix {
+
 // A picture of one colour; `name` says the format.
 inline void BildSchreiben(const QString &pfad, QSize groesse, const QColor &farbe)
 {
@@ -90,3 +92,5 @@ inline void Klick(QWidget &dialog, const char *name)
     auto *widget = dialog.findChild<QWidget *>(QString::fromUtf8(name));
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
 }
+
+} // namespace paukfix

@@ -5,6 +5,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class CardEditorStoreTest : public QObject
 {
     Q_OBJECT
@@ -14,13 +17,13 @@ private slots:
     void FirstCardOfAFileGetsNumber1AndTheRecordsetStandsOnIt()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.editor.cardDirty = true;
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.store.HighestCardNumber, qint16(1));
         QCOMPARE(w.Nummer(), 1);
         QVERIFY(w.form.kopf.neu);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         QVERIFY(w.form.blatt.Frage.isEmpty());
         QVERIFY(!w.editor.cardDirty);
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
@@ -31,8 +34,8 @@ private slots:
     {
         Werk w({MakeCard(7, 3, 4), MakeCard(4, 0, 9)});
         w.editor.CEOF();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("8"));
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        QCOMPARE(w.form.kopf.FrageNr, u"8"_s);
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.editor.cardDirty = true;
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
@@ -41,8 +44,8 @@ private slots:
         QCOMPARE(cards[1].FrageNr, 8.0);
         QCOMPARE(cards[1].FachNr, 0.0);
         QCOMPARE(cards[1].FachLfdNr, 10.0);
-        QCOMPARE(cards[1].Frage, QStringLiteral("f"));
-        QCOMPARE(cards[1].Antwort_1_Klartext, QStringLiteral("a"));
+        QCOMPARE(cards[1].Frage, u"f"_s);
+        QCOMPARE(cards[1].Antwort_1_Klartext, u"a"_s);
         QCOMPARE(cards[1].Antworttyp, 1.0);
     }
 
@@ -50,12 +53,12 @@ private slots:
     {
         Werk w(Drei());
         w.editor.CVor();
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.StoreCard());
         QVERIFY(!w.editor.cardDirty);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         CardRecord expected = MakeCard(2, 0, 2);
-        expected.Frage = expected.Frage_Klartext = QStringLiteral("neu");
+        expected.Frage = expected.Frage_Klartext = u"neu"_s;
         expected.PictureTop = BildlageVorgabe.oben;
         expected.Pictureleft = BildlageVorgabe.links;
         expected.Picturewidth = BildlageVorgabe.breite;
@@ -66,10 +69,10 @@ private slots:
     void WithoutAQuestionNothingIsStored()
     {
         Werk w;
-        w.form.Tippen({}, QStringLiteral("a"));
+        w.form.Tippen({}, u"a"_s);
         QVERIFY(!w.editor.StoreCard());
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
-        QCOMPARE(w.form.fokus, QStringLiteral("MFrage"));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Frage eingegeben"_s));
+        QCOMPARE(w.form.fokus, u"MFrage"_s);
         QCOMPARE(w.editor.validationFailed, qint16(1));
         QCOMPARE(w.store.FehlerStatus, qint16(1));
         QCOMPARE(w.store.HighestCardNumber, qint16(0));
@@ -78,43 +81,43 @@ private slots:
     void WithoutAnAnswerNothingIsStored()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), {});
+        w.form.Tippen(u"f"_s, {});
         QVERIFY(!w.editor.StoreCard());
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Antwort eingegeben")));
-        QCOMPARE(w.form.fokus, QStringLiteral("Antwort(0)"));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Antwort eingegeben"_s));
+        QCOMPARE(w.form.fokus, u"Antwort(0)"_s);
     }
 
     void MissingQuestionIsSaidBeforeMissingAnswer()
     {
         Werk w;
         QVERIFY(!w.editor.StoreCard());
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Frage eingegeben"_s));
     }
 
     void TextInAHiddenBoxIsAnswerEnough()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), {});
-        w.form.blatt.Antwort[2] = w.form.blatt.Antwort_Klartext[2] = QStringLiteral("drei");
+        w.form.Tippen(u"f"_s, {});
+        w.form.blatt.Antwort[2] = w.form.blatt.Antwort_Klartext[2] = u"drei"_s;
         QVERIFY(w.editor.StoreCard());
-        QCOMPARE(w.kartei.Stored()[0].Antwort_3_Klartext, QStringLiteral("drei"));
+        QCOMPARE(w.kartei.Stored()[0].Antwort_3_Klartext, u"drei"_s);
     }
 
     void TickedEmptyAnswerIsRefusedAndTheLastOneGetsTheFocus()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.form.blatt.art = Antwortart::Ankreuzen;
         w.form.blatt.Antwort_ch = {true, true, false, true, false};
         QVERIFY(!w.editor.StoreCard());
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Leere Antwort angekreuzt")));
-        QCOMPARE(w.form.fokus, QStringLiteral("Antwort(3)"));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Leere Antwort angekreuzt"_s));
+        QCOMPARE(w.form.fokus, u"Antwort(3)"_s);
     }
 
     void TickCardWithoutAnyTickIsStored()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.form.blatt.art = Antwortart::Ankreuzen;
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.kartei.Stored()[0].Antworttyp, 2.0);
@@ -123,7 +126,7 @@ private slots:
     void TicksOfAHiddenTypeAreNoMistake()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.form.blatt.Antwort_ch[4] = true;
         QVERIFY(w.editor.StoreCard());
         QVERIFY(!w.kartei.Stored()[0].Antwort_ch_5);
@@ -133,7 +136,7 @@ private slots:
     {
         CardRecord card = MakeCard(1, 0, 1);
         card.Antworttyp = 2;
-        card.Antwort_2 = card.Antwort_2_Klartext = QStringLiteral("zwei");
+        card.Antwort_2 = card.Antwort_2_Klartext = u"zwei"_s;
         card.Antwort_ch_2 = true;
         Werk w({card});
         QCOMPARE(w.form.blatt.art, Antwortart::Ankreuzen);
@@ -172,7 +175,7 @@ private slots:
         card.Antwort_ch_1 = true;
         Werk w({card});
         QVERIFY(w.form.blatt.Antwort_ch[0]);
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.StoreCard());
         QVERIFY(w.kartei.Stored()[0].Antwort_ch_1);
     }
@@ -180,21 +183,21 @@ private slots:
     void EmptiedPlainAnswerNameAndTopicKeepTheRecordsValue()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Antwort_2 = card.Antwort_2_Klartext = QStringLiteral("zwei");
-        card.Picture_1_Name = QStringLiteral("bild.bmp");
-        card.Picture_7_Name = QStringLiteral("ton.wav");
+        card.Antwort_2 = card.Antwort_2_Klartext = u"zwei"_s;
+        card.Picture_1_Name = u"bild.bmp"_s;
+        card.Picture_7_Name = u"ton.wav"_s;
         Werk w({card});
-        QCOMPARE(w.form.blatt.pictureNames[0], QStringLiteral("bild.bmp"));
-        QCOMPARE(w.form.blatt.pictureNames[6], QStringLiteral("ton.wav"));
+        QCOMPARE(w.form.blatt.pictureNames[0], u"bild.bmp"_s);
+        QCOMPARE(w.form.blatt.pictureNames[6], u"ton.wav"_s);
         w.form.blatt.Antwort[1] = w.form.blatt.Antwort_Klartext[1] = QString();
         w.form.blatt.pictureNames = {};
         w.form.blatt.Thema.clear();
         QVERIFY(w.editor.StoreCard());
         const CardRecord stored = w.kartei.Stored()[0];
         QCOMPARE(stored.Antwort_2, QString());
-        QCOMPARE(stored.Antwort_2_Klartext, QStringLiteral("zwei"));
-        QCOMPARE(stored.Picture_1_Name, QStringLiteral("bild.bmp"));
-        QCOMPARE(stored.Picture_7_Name, QStringLiteral("ton.wav"));
+        QCOMPARE(stored.Antwort_2_Klartext, u"zwei"_s);
+        QCOMPARE(stored.Picture_1_Name, u"bild.bmp"_s);
+        QCOMPARE(stored.Picture_7_Name, u"ton.wav"_s);
         QCOMPARE(stored.Picture_9_Name, card.Picture_9_Name);
     }
 
@@ -225,25 +228,25 @@ private slots:
     {
         Werk w(Drei());
         w.editor.CVor();
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         w.store.Karten().MoveLast();
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.Nummer(), 2);
-        QCOMPARE(w.store.Karten().Index(), QStringLiteral("BoxKey"));
+        QCOMPARE(w.store.Karten().Index(), u"BoxKey"_s);
         const QList<CardRecord> cards = w.kartei.Stored();
-        QCOMPARE(cards[1].Frage, QStringLiteral("neu"));
-        QCOMPARE(cards[2].Frage, QStringLiteral("Frage 3"));
+        QCOMPARE(cards[1].Frage, u"neu"_s);
+        QCOMPARE(cards[2].Frage, u"Frage 3"_s);
     }
 
     void CardThatIsGoneCannotBeStored()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         w.store.Karten().Delete();
         QVERIFY(!w.editor.StoreCard());
-        QCOMPARE(w.kartei.messages.Texte(),
-                 QStringList(QStringLiteral(
-                     "Fehler beim Speichern der Karte: Die Karte Nr. 1 ist nicht mehr in der Kartei.")));
+        QCOMPARE(
+            w.kartei.messages.Texte(),
+            QStringList(u"Fehler beim Speichern der Karte: Die Karte Nr. 1 ist nicht mehr in der Kartei."_s));
         QVERIFY(w.editor.cardDirty);
     }
 
@@ -251,17 +254,17 @@ private slots:
     {
         Werk w(Drei());
         w.editor.CEOF();
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.form.blatt.Thema = QString(251, u'x');
         w.editor.cardDirty = true;
         QVERIFY(!w.editor.StoreCard());
-        QVERIFY(w.kartei.messages.Texte().constFirst().contains(QStringLiteral("250")));
-        QCOMPARE(w.form.blatt.Frage, QStringLiteral("f"));
+        QVERIFY(w.kartei.messages.Texte().constFirst().contains(u"250"_s));
+        QCOMPARE(w.form.blatt.Frage, u"f"_s);
         QVERIFY(w.form.kopf.neu);
         QVERIFY(w.editor.cardDirty);
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
         // The number is gone, the card is not.
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("5"));
+        QCOMPARE(w.form.kopf.FrageNr, u"5"_s);
         w.form.blatt.Thema = QString(250, u'x');
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(3));
@@ -287,11 +290,11 @@ private slots:
     void FileThatWasTakenAwayIsSaidAndTheFormKeepsWhatWasTyped()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QFile::remove(w.kartei.Path());
         QVERIFY(!w.editor.StoreCard());
         QVERIFY(w.editor.cardDirty);
-        QCOMPARE(w.form.blatt.Frage, QStringLiteral("neu"));
+        QCOMPARE(w.form.blatt.Frage, u"neu"_s);
         QCOMPARE(w.kartei.messages.gezeigt.size(), 1);
     }
 
@@ -299,7 +302,7 @@ private slots:
     {
         Werk w({MakeCard(32767, 0, 1)});
         w.editor.CEOF();
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.editor.cardDirty = true;
         QVERIFY(!w.editor.StoreCard());
         QCOMPARE(
@@ -308,17 +311,17 @@ private slots:
                         "32767 ist vergeben."));
         QCOMPARE(w.store.HighestCardNumber, qint16(32767));
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
-        QCOMPARE(w.form.blatt.Frage, QStringLiteral("f"));
+        QCOMPARE(w.form.blatt.Frage, u"f"_s);
     }
 
     void FullCompartmentCounterLosesANumberButNoCard()
     {
         Werk w({MakeCard(1, 0, 32767)});
         w.editor.CEOF();
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.editor.cardDirty = true;
         QVERIFY(!w.editor.StoreCard());
-        QVERIFY(w.kartei.messages.Texte().constFirst().contains(QStringLiteral("Überlauf")));
+        QVERIFY(w.kartei.messages.Texte().constFirst().contains(u"Überlauf"_s));
         QCOMPARE(w.store.FachInfo[0].LfdMax, qint16(32767));
         QCOMPARE(w.kartei.Stored().size(), 1);
     }
@@ -328,7 +331,7 @@ private slots:
         Werk w(Drei());
         w.Aendern({});
         QVERIFY(!w.editor.StoreCard());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.StoreCard());
         QCOMPARE(w.store.FehlerStatus, qint16(0));
         QCOMPARE(w.editor.validationFailed, qint16(0));

@@ -5,6 +5,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class CardEditorTest : public QObject
 {
     Q_OBJECT
@@ -14,11 +17,11 @@ private slots:
     void OpensOnTheFirstCardWhenThereIsNoCurrentOne()
     {
         Werk w(Drei());
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
-        QCOMPARE(w.form.kopf.FachNr, QStringLiteral("0"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
+        QCOMPARE(w.form.kopf.FachNr, u"0"_s);
         QVERIFY(!w.form.kopf.neu);
-        QCOMPARE(w.form.blatt.Frage, QStringLiteral("Frage 1"));
-        QCOMPARE(w.form.blatt.Thema, QStringLiteral("Thema 1"));
+        QCOMPARE(w.form.blatt.Frage, u"Frage 1"_s);
+        QCOMPARE(w.form.blatt.Thema, u"Thema 1"_s);
     }
 
     void OpensOnTheCurrentCard()
@@ -26,8 +29,8 @@ private slots:
         Werk w(Drei());
         w.store.Karten().MoveLast();
         w.editor.Load();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
-        QCOMPARE(w.form.kopf.FachNr, QStringLiteral("2"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
+        QCOMPARE(w.form.kopf.FachNr, u"2"_s);
     }
 
     void OpensOnTheFirstCardFromThePlaceOfADeletedOne()
@@ -36,7 +39,7 @@ private slots:
         w.store.Karten().MoveLast();
         w.store.Karten().Delete();
         w.editor.Load();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
 
@@ -46,28 +49,28 @@ private slots:
         w.store.Karten().SetIndex(u"FrageNr");
         w.store.Karten().MoveFirst();
         w.editor.Load();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
         w.editor.CVor();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         // Neither a jump, nor storing, nor a copy changes it.
-        w.editor.Springen(QStringLiteral("1"));
-        w.Aendern(QStringLiteral("neu"));
+        w.editor.Springen(u"1"_s);
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.StoreCard());
         w.editor.Kopieren();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("4"));
+        QCOMPARE(w.form.kopf.FrageNr, u"4"_s);
         w.editor.CZurück();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
         // The box goes on in its own.
         w.editor.Geschlossen();
-        QCOMPARE(w.store.Karten().Index(), QStringLiteral("BoxKey"));
+        QCOMPARE(w.store.Karten().Index(), u"BoxKey"_s);
     }
 
     void OpensAnEmptyFileOnTheBlankNewCard()
     {
         Werk w;
         QVERIFY(w.form.kopf.neu);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
-        QCOMPARE(w.form.kopf.FachNr, QStringLiteral("0"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
+        QCOMPARE(w.form.kopf.FachNr, u"0"_s);
         QCOMPARE(w.form.blatt.art, Antwortart::Text);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
@@ -77,15 +80,15 @@ private slots:
         Werk w(Drei());
         w.editor.CVor();
         w.editor.CVor();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
         w.editor.CVor();
         QVERIFY(w.form.kopf.neu);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("4"));
+        QCOMPARE(w.form.kopf.FrageNr, u"4"_s);
         const int gezeigt = w.form.gezeigt;
         w.editor.CVor();
         QCOMPARE(w.form.gezeigt, gezeigt);
         w.editor.CZurück();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
 
@@ -98,17 +101,17 @@ private slots:
         w.editor.CZurück();
         QCOMPARE(w.form.gezeigt, gezeigt);
         w.editor.CVor();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
 
     void MovingOnStoresAChangedCardFirst()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         w.editor.CVor();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("neu"));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"neu"_s);
     }
 
     void MovingOnStaysOnACardThatMayNotBeStored()
@@ -118,7 +121,7 @@ private slots:
             w.kartei.messages.gezeigt.clear();
             w.Aendern({});
             command();
-            QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+            QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Frage eingegeben"_s));
             QCOMPARE(w.Nummer(), 1);
             QVERIFY(w.editor.cardDirty);
             QVERIFY(!w.form.kopf.neu);
@@ -126,10 +129,10 @@ private slots:
         stays([&] { w.editor.CVor(); });
         stays([&] { w.editor.CZurück(); });
         stays([&] { w.editor.CEOF(); });
-        stays([&] { w.editor.Springen(QStringLiteral("3")); });
+        stays([&] { w.editor.Springen(u"3"_s); });
         stays([&] { w.editor.Kopieren(); });
         stays([&] { QVERIFY(!w.editor.StoreIfDirty()); });
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"Frage 1"_s);
     }
 
     void EndButtonGoesBehindTheLastCard()
@@ -148,15 +151,15 @@ private slots:
         Werk w(Drei());
         QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Vor));
         QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Vor));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
         QVERIFY(!w.editor.Laufschritt(CardEditor::Richtung::Vor));
         QVERIFY(w.form.kopf.neu);
         QVERIFY(!w.editor.Laufschritt(CardEditor::Richtung::Vor));
-        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurück));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
-        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurück));
-        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurück));
-        QVERIFY(!w.editor.Laufschritt(CardEditor::Richtung::Zurück));
+        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurueck));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
+        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurueck));
+        QVERIFY(w.editor.Laufschritt(CardEditor::Richtung::Zurueck));
+        QVERIFY(!w.editor.Laufschritt(CardEditor::Richtung::Zurueck));
         QVERIFY(w.form.kopf.neu);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
@@ -164,55 +167,55 @@ private slots:
     void JumpFindsTheCardAndGoesOnInBoxOrder()
     {
         Werk w({MakeCard(1, 3, 1), MakeCard(2, 0, 1), MakeCard(3, 1, 1)});
-        w.editor.Springen(QStringLiteral(" 3 "));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
-        QCOMPARE(w.store.Karten().Index(), QStringLiteral("BoxKey"));
+        w.editor.Springen(u" 3 "_s);
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
+        QCOMPARE(w.store.Karten().Index(), u"BoxKey"_s);
         w.editor.CVor();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
 
     void JumpBeyondTheLastNumberSaysSoAndTakesTheNearestBelow()
     {
         Werk w(Drei());
-        w.editor.Springen(QStringLiteral("99"));
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Karte nicht gefunden: 99")));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        w.editor.Springen(u"99"_s);
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Karte nicht gefunden: 99"_s));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
     }
 
     void JumpIntoAGapTakesTheNextNumberAbove()
     {
         Werk w({MakeCard(1, 0, 1), MakeCard(5, 0, 2), MakeCard(9, 0, 3)});
-        w.editor.Springen(QStringLiteral("3"));
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Karte nicht gefunden: 3")));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("5"));
+        w.editor.Springen(u"3"_s);
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Karte nicht gefunden: 3"_s));
+        QCOMPARE(w.form.kopf.FrageNr, u"5"_s);
     }
 
     void JumpToWhatIsNoNumberStaysOnTheCard()
     {
         Werk w(Drei());
         w.editor.CVor();
-        for (const auto &text : {QStringLiteral("abc"), QString(), QStringLiteral("nan")}) {
+        for (const auto &text : {u"abc"_s, QString(), u"nan"_s}) {
             w.editor.Springen(text);
-            QCOMPARE(w.kartei.messages.Texte().constLast(), QStringLiteral("Karte nicht gefunden: ") + text);
-            QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+            QCOMPARE(w.kartei.messages.Texte().constLast(), u"Karte nicht gefunden: "_s + text);
+            QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         }
-        QCOMPARE(w.store.Karten().Index(), QStringLiteral("BoxKey"));
+        QCOMPARE(w.store.Karten().Index(), u"BoxKey"_s);
     }
 
     void JumpWorksFromTheBlankNewCard()
     {
         Werk w(Drei());
         w.editor.CEOF();
-        w.editor.Springen(QStringLiteral("2"));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        w.editor.Springen(u"2"_s);
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         QVERIFY(!w.form.kopf.neu);
     }
 
     void JumpInAnEmptyFileShowsTheBlankNewCard()
     {
         Werk w;
-        w.editor.Springen(QStringLiteral("1"));
+        w.editor.Springen(u"1"_s);
         QVERIFY(w.form.kopf.neu);
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
     }
@@ -220,23 +223,23 @@ private slots:
     void JumpStoresAChangedCardFirst()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
-        w.editor.Springen(QStringLiteral("3"));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
+        w.editor.Springen(u"3"_s);
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"neu"_s);
     }
 
     void CopyBecomesANewCardAndIsShown()
     {
         CardRecord card = MakeCard(4, 3, 2);
-        card.Picture_1_Name = QStringLiteral("bild.bmp");
+        card.Picture_1_Name = u"bild.bmp"_s;
         card.Antworttyp = 2;
         card.Antwort_ch_1 = true;
         Werk w({card});
         w.editor.Kopieren();
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Karte kopiert nach: 5")));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("5"));
-        QCOMPARE(w.form.kopf.FachNr, QStringLiteral("0"));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Karte kopiert nach: 5"_s));
+        QCOMPARE(w.form.kopf.FrageNr, u"5"_s);
+        QCOMPARE(w.form.kopf.FachNr, u"0"_s);
         QVERIFY(!w.form.kopf.neu);
         const QList<CardRecord> cards = w.kartei.Stored();
         QCOMPARE(cards.size(), 2);
@@ -250,22 +253,22 @@ private slots:
     void CopyStoresTheChangedCardFirstAndCopiesTheChange()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         w.editor.Kopieren();
         const QList<CardRecord> cards = w.kartei.Stored();
-        QCOMPARE(cards[0].Frage, QStringLiteral("neu"));
+        QCOMPARE(cards[0].Frage, u"neu"_s);
         QCOMPARE(cards[2].FrageNr, 4.0);
-        QCOMPARE(cards[2].Frage, QStringLiteral("neu"));
+        QCOMPARE(cards[2].Frage, u"neu"_s);
     }
 
     void CopyOfAFreshlyTypedCardStoresItTwice()
     {
         Werk w;
-        w.form.Tippen(QStringLiteral("f"), QStringLiteral("a"));
+        w.form.Tippen(u"f"_s, u"a"_s);
         w.editor.cardDirty = true;
         w.editor.Kopieren();
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Karte kopiert nach: 2")));
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Karte kopiert nach: 2"_s));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         QCOMPARE(w.kartei.Stored().size(), 2);
     }
 
@@ -274,7 +277,7 @@ private slots:
         Werk w(Drei());
         w.editor.CEOF();
         w.editor.Kopieren();
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Frage eingegeben"_s));
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
     }
 
@@ -282,19 +285,17 @@ private slots:
     {
         Werk w(Drei());
         w.editor.CEOF();
-        w.editor.Löschen();
-        QCOMPARE(w.kartei.messages.Texte(),
-                 QStringList(QStringLiteral("Eine neue Karte kann nicht gelöscht werden")));
+        w.editor.Loeschen();
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Eine neue Karte kann nicht gelöscht werden"_s));
     }
 
     void LastCardOfCompartments0To5IsNotDeletedThoughOthersAreDone()
     {
         Werk w({MakeCard(1, 2, 1), MakeCard(2, 6, 1), MakeCard(3, 6, 2)});
-        w.editor.Löschen();
+        w.editor.Loeschen();
         w.editor.CVor();
-        w.editor.Löschen();
-        QCOMPARE(w.kartei.messages.Texte(),
-                 QStringList(2, QStringLiteral("Die letzte Karte kann nicht gelöscht werden")));
+        w.editor.Loeschen();
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(2, u"Die letzte Karte kann nicht gelöscht werden"_s));
         QCOMPARE(w.kartei.Stored().size(), 3);
     }
 
@@ -302,11 +303,11 @@ private slots:
     {
         Werk w({MakeCard(1, 6, 1), MakeCard(2, 6, 2)});
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja, Meldungen::Antwort::Ja};
-        w.editor.Löschen();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
-        w.editor.Löschen();
+        w.editor.Loeschen();
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
+        w.editor.Loeschen();
         QVERIFY(w.form.kopf.neu);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("3"));
+        QCOMPARE(w.form.kopf.FrageNr, u"3"_s);
         QCOMPARE(w.store.FachInfo[6].Anzahl, qint16(0));
         QVERIFY(w.kartei.Stored().isEmpty());
     }
@@ -314,13 +315,13 @@ private slots:
     void DeletedCardIsGoneAndTheNextOneIsShown()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("verworfen"));
+        w.Aendern(u"verworfen"_s);
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        w.editor.Löschen();
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Diese Karte wirklich löschen")));
+        w.editor.Loeschen();
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Diese Karte wirklich löschen"_s));
         QCOMPARE(w.kartei.messages.vorgaben, QList{Meldungen::Antwort::Nein});
         QVERIFY(!w.editor.cardDirty);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("2"));
+        QCOMPARE(w.form.kopf.FrageNr, u"2"_s);
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(w.store.HighestCardNumber, qint16(3));
         QCOMPARE(w.kartei.Stored().size(), 2);
@@ -332,16 +333,16 @@ private slots:
         w.editor.CEOF();
         w.editor.CZurück();
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        w.editor.Löschen();
+        w.editor.Loeschen();
         QVERIFY(w.form.kopf.neu);
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("4"));
+        QCOMPARE(w.form.kopf.FrageNr, u"4"_s);
     }
 
     void DeclinedDeleteChangesNothing()
     {
         Werk w(Drei());
-        w.editor.Löschen();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("1"));
+        w.editor.Loeschen();
+        QCOMPARE(w.form.kopf.FrageNr, u"1"_s);
         QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
     }
 
@@ -351,19 +352,19 @@ private slots:
         for (int i = 1; i <= 10; ++i)
             cards << MakeCard(i, 0, i);
         Werk w(cards);
-        w.editor.Springen(QStringLiteral("5"));
+        w.editor.Springen(u"5"_s);
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        w.editor.Löschen();
+        w.editor.Loeschen();
         w.editor.CEOF();
-        QCOMPARE(w.form.kopf.FrageNr, QStringLiteral("11"));
+        QCOMPARE(w.form.kopf.FrageNr, u"11"_s);
     }
 
     void LeavingStoresAChangedCard()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.Verlassen());
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("neu"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"neu"_s);
     }
 
     void LeavingAnUnstorableCardAsksWithNoAsDefault()
@@ -377,7 +378,7 @@ private slots:
         QVERIFY(w.editor.cardDirty);
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         QVERIFY(w.editor.Verlassen());
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"Frage 1"_s);
     }
 
     void EndOfTheSessionStoresWhatCanBeStored_data()
@@ -391,11 +392,11 @@ private slots:
     {
         QFETCH(bool, darfFragen);
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QVERIFY(w.editor.SitzungEndet(darfFragen));
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
         QVERIFY(!w.editor.cardDirty);
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("neu"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"neu"_s);
     }
 
     void EndOfTheSessionIsCancelledUnlessTheWriterDiscards()
@@ -408,7 +409,7 @@ private slots:
         QVERIFY(w.editor.SitzungEndet(true));
         QVERIFY(!w.editor.cardDirty);
         QCOMPARE(w.kartei.messages.vorgaben, QList<Meldungen::Antwort>(2, Meldungen::Antwort::Nein));
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"Frage 1"_s);
     }
 
     void EndOfTheSessionThatMayNotAskIsCancelledForAnUnfinishedCard()
@@ -418,30 +419,30 @@ private slots:
         QVERIFY(!w.editor.SitzungEndet(false));
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
         QVERIFY(w.editor.cardDirty);
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"Frage 1"_s);
     }
 
     void EndOfTheSessionThatMayNotAskIsCancelledWhereStoringFails()
     {
         Werk w(Drei());
-        w.Aendern(QStringLiteral("neu"));
+        w.Aendern(u"neu"_s);
         QFile::remove(w.kartei.Path());
         QVERIFY(!w.editor.SitzungEndet(false));
         QVERIFY(w.editor.cardDirty);
-        QCOMPARE(w.form.blatt.Frage, QStringLiteral("neu"));
+        QCOMPARE(w.form.blatt.Frage, u"neu"_s);
     }
 
     void EndOfTheSessionStoresNothingThatIsNotChanged()
     {
         Werk w(Drei());
-        w.form.blatt.Frage = QStringLiteral("nicht getippt");
+        w.form.blatt.Frage = u"nicht getippt"_s;
         QVERIFY(w.editor.SitzungEndet(true));
         QVERIFY(w.editor.SitzungEndet(false));
         w.form.blatt.Frage_Klartext.clear(); // not fit to be stored, and not changed
         QVERIFY(w.editor.SitzungEndet(true));
         QVERIFY(w.editor.SitzungEndet(false));
         QVERIFY(w.kartei.messages.gezeigt.isEmpty());
-        QCOMPARE(w.kartei.Stored()[0].Frage, QStringLiteral("Frage 1"));
+        QCOMPARE(w.kartei.Stored()[0].Frage, u"Frage 1"_s);
     }
 
     void FailedCheckDoesNotOutliveTheEditor()

@@ -7,6 +7,10 @@
 
 #include <functional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // A form that keeps what it is given, plain text as rich text.
 class TestFormular final : public Kartensicht
 {
@@ -27,9 +31,9 @@ public:
 
     void Gespeichert() override { ++gespeichert; }
 
-    void FokusAufFrage() override { fokus = QStringLiteral("MFrage"); }
+    void FokusAufFrage() override { fokus = u"MFrage"_s; }
 
-    void FokusAufAntwort(std::size_t box) override { fokus = QStringLiteral("Antwort(%1)").arg(box); }
+    void FokusAufAntwort(std::size_t box) override { fokus = u"Antwort(%1)"_s.arg(box); }
 
     void Tippen(const QString &frage, const QString &antwort)
     {
@@ -67,3 +71,5 @@ inline QList<CardRecord> Drei()
 {
     return {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 2, 1)};
 }
+
+} // namespace paukfix

@@ -8,9 +8,12 @@
 #include <QTest>
 #include <QTextDocument>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
-CardRecord Card(int number, const QString &question, const QString &answer = QStringLiteral("a"))
+CardRecord Card(int number, const QString &question, const QString &answer = u"a"_s)
 {
     CardRecord card = MakeCard(number, 0, number);
     card.Picture_9_Name = QString();
@@ -45,7 +48,7 @@ private slots:
 
     void LowerCaseTermFindsCapitalsAndUmlauts()
     {
-        Suche s({Card(1, QStringLiteral("nichts")), Card(2, QStringLiteral("Die ÜBUNG"))});
+        Suche s({Card(1, u"nichts"_s), Card(2, u"Die ÜBUNG"_s)});
         QVERIFY(s.Finde("übung"));
         QCOMPARE(s.Nummer(), 2);
         QCOMPARE(s.hit.FrageNr, 2.0);
@@ -59,16 +62,15 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("term");
         QTest::addColumn<double>("position");
-        QTest::newRow("ascii") << QStringLiteral("Kein PLATZ") << QStringLiteral("platz") << 6.0;
-        QTest::newRow("sharp s") << QStringLiteral("Der FUßBALL") << QStringLiteral("fußball") << 5.0;
-        QTest::newRow("capital sharp s") << QStringLiteral("FUẞBALL") << QStringLiteral("fußball") << 1.0;
-        QTest::newRow("k and s alone") << QStringLiteral("ein KSK hier") << QStringLiteral("ksk") << 5.0;
-        QTest::newRow("long s, Kelvin sign")
-            << QStringLiteral("Haſe 3 \u212A") << QStringLiteral("hase 3 k") << 1.0;
-        QTest::newRow("cyrillic") << QStringLiteral("ДОБРЫЙ ДЕНЬ") << QStringLiteral("день") << 8.0;
-        QTest::newRow("astral before") << QStringLiteral("😀 Wort") << QStringLiteral("wort") << 4.0;
-        QTest::newRow("overlapping start") << QStringLiteral("anananas") << QStringLiteral("ananas") << 3.0;
-        QTest::newRow("not there") << QStringLiteral("anana anan") << QStringLiteral("ananas") << 0.0;
+        QTest::newRow("ascii") << u"Kein PLATZ"_s << u"platz"_s << 6.0;
+        QTest::newRow("sharp s") << u"Der FUßBALL"_s << u"fußball"_s << 5.0;
+        QTest::newRow("capital sharp s") << u"FUẞBALL"_s << u"fußball"_s << 1.0;
+        QTest::newRow("k and s alone") << u"ein KSK hier"_s << u"ksk"_s << 5.0;
+        QTest::newRow("long s, Kelvin sign") << u"Haſe 3 \u212A"_s << u"hase 3 k"_s << 1.0;
+        QTest::newRow("cyrillic") << u"ДОБРЫЙ ДЕНЬ"_s << u"день"_s << 8.0;
+        QTest::newRow("astral before") << u"😀 Wort"_s << u"wort"_s << 4.0;
+        QTest::newRow("overlapping start") << u"anananas"_s << u"ananas"_s << 3.0;
+        QTest::newRow("not there") << u"anana anan"_s << u"ananas"_s << 0.0;
     }
 
     void LetterCaseIsIgnoredInEveryScript()
@@ -83,13 +85,13 @@ private slots:
 
     void FieldsAreSearchedInTheirOrder()
     {
-        CardRecord card = Card(1, QStringLiteral("x Wort"), QStringLiteral("xx Wort"));
-        card.Picture_9_Name = QStringLiteral("Wort");
+        CardRecord card = Card(1, u"x Wort"_s, u"xx Wort"_s);
+        card.Picture_9_Name = u"Wort"_s;
         card.Antworttyp = 2;
-        card.Antwort_2_Klartext = QStringLiteral("2 Wort");
-        card.Antwort_3_Klartext = QStringLiteral("33 Wort");
-        card.Antwort_4_Klartext = QStringLiteral("444 Wort");
-        card.Antwort_5_Klartext = QStringLiteral("55555 Wort");
+        card.Antwort_2_Klartext = u"2 Wort"_s;
+        card.Antwort_3_Klartext = u"33 Wort"_s;
+        card.Antwort_4_Klartext = u"444 Wort"_s;
+        card.Antwort_5_Klartext = u"55555 Wort"_s;
         Suche s({card});
         const QList<QPair<int, double>> expected{{1, 1}, {2, 3}, {7, 4}, {8, 3}, {9, 4}, {10, 5}, {11, 7}};
         for (const auto &[feld, position] : expected) {
@@ -103,10 +105,10 @@ private slots:
 
     void Answer5HasTheCodeOfAnswer4()
     {
-        CardRecord card = Card(1, QStringLiteral("f"));
+        CardRecord card = Card(1, u"f"_s);
         card.Antworttyp = 2;
-        card.Antwort_4_Klartext = QStringLiteral("..Wort");
-        card.Antwort_5_Klartext = QStringLiteral("..Wort");
+        card.Antwort_4_Klartext = u"..Wort"_s;
+        card.Antwort_5_Klartext = u"..Wort"_s;
         Suche s({card});
         QVERIFY(s.Finde("wort"));
         QCOMPARE(s.hit.feld, qint16(10));
@@ -116,8 +118,7 @@ private slots:
 
     void TermTwiceInAQuestionIsFoundOnce()
     {
-        Suche s({Card(1, QStringLiteral("Wort und Wort"), QStringLiteral("kein Wort")),
-                 Card(2, QStringLiteral("Wort"))});
+        Suche s({Card(1, u"Wort und Wort"_s, u"kein Wort"_s), Card(2, u"Wort"_s)});
         QVERIFY(s.Finde("wort"));
         QCOMPARE(s.hit.feld, qint16(2));
         QCOMPARE(s.hit.position, 1.0);
@@ -129,16 +130,15 @@ private slots:
 
     void Answer3OfASimpleCardIsNotSearched()
     {
-        CardRecord card = Card(1, QStringLiteral("f"));
-        card.Antwort_3_Klartext = QStringLiteral("Wort");
+        CardRecord card = Card(1, u"f"_s);
+        card.Antwort_3_Klartext = u"Wort"_s;
         Suche s({card});
         QVERIFY(!s.Finde("wort"));
     }
 
     void SearchFromTheLastCardWrapsAndEndsAtTheStartCard()
     {
-        Suche s({Card(1, QStringLiteral("eins")), Card(2, QStringLiteral("zwei")),
-                 Card(3, QStringLiteral("drei"))});
+        Suche s({Card(1, u"eins"_s), Card(2, u"zwei"_s), Card(3, u"drei"_s)});
         s.kartei.store.Karten().MoveLast();
         QVERIFY(s.Finde("eins"));
         QCOMPARE(s.Nummer(), 1);
@@ -150,7 +150,7 @@ private slots:
 
     void SearchFromBehindTheLastCardBeginsWithTheFirst()
     {
-        Suche s({Card(1, QStringLiteral("Wort")), Card(2, QStringLiteral("Wort"))});
+        Suche s({Card(1, u"Wort"_s), Card(2, u"Wort"_s)});
         s.hit.letzterSchluessel = 9e12;
         s.kartei.store.Karten().MoveLast();
         s.kartei.store.Karten().MoveNext();
@@ -164,7 +164,7 @@ private slots:
 
     void SearchFromBeforeTheFirstCardBeginsWithTheFirst()
     {
-        Suche s({Card(1, QStringLiteral("Wort")), Card(2, QStringLiteral("Wort"))});
+        Suche s({Card(1, u"Wort"_s), Card(2, u"Wort"_s)});
         s.kartei.store.Karten().MovePrevious();
         QVERIFY(s.Finde("wort"));
         QCOMPARE(s.Nummer(), 1);
@@ -172,8 +172,7 @@ private slots:
 
     void NewTermSkipsLowerKeysUntilTheWalkWraps()
     {
-        Suche s({Card(1, QStringLiteral("neu")), Card(2, QStringLiteral("mitte")),
-                 Card(3, QStringLiteral("alt")), Card(4, QStringLiteral("ende"))});
+        Suche s({Card(1, u"neu"_s), Card(2, u"mitte"_s), Card(3, u"alt"_s), Card(4, u"ende"_s)});
         QVERIFY(s.Finde("alt"));
         QCOMPARE(s.Nummer(), 3);
         s.kartei.store.Karten().MoveFirst();
@@ -187,7 +186,7 @@ private slots:
 
     void OnlyHitIsNotFoundASecondTimeButAThird()
     {
-        Suche s({Card(1, QStringLiteral("eins")), Card(2, QStringLiteral("Wort"))});
+        Suche s({Card(1, u"eins"_s), Card(2, u"Wort"_s)});
         QVERIFY(s.Finde("wort"));
         QVERIFY(!s.Finde("wort"));
         QVERIFY(s.Finde("wort"));
@@ -195,7 +194,7 @@ private slots:
 
     void SingleCardIsSearched()
     {
-        Suche s({Card(1, QStringLiteral("Wort"))});
+        Suche s({Card(1, u"Wort"_s)});
         QVERIFY(s.Finde("wort"));
         QVERIFY(!s.Finde("fehlt"));
         QCOMPARE(s.Nummer(), 1);
@@ -205,14 +204,14 @@ private slots:
     {
         Suche s({});
         s.hit.letzterSchluessel = 5;
-        QCOMPARE(KarteSuchen(s.kartei.store, s.hit, QStringLiteral("x")), Suchergebnis::OhneKarten);
+        QCOMPARE(KarteSuchen(s.kartei.store, s.hit, u"x"_s), Suchergebnis::OhneKarten);
         QCOMPARE(s.hit.letzterSchluessel, 5.0);
     }
 
     void NullTextsAndForeignTypesHoldNoHit()
     {
         CardRecord card = Card(1, QString(), QString());
-        Suche s({card, Card(2, QStringLiteral("Wort"))});
+        Suche s({card, Card(2, u"Wort"_s)});
         s.kartei.store.CloseCardFile();
         {
             CardFile file(s.kartei.Path());
@@ -228,7 +227,7 @@ private slots:
     void PositionsBehindLineBreaksLeadToTheSamePlaceInTheBox()
     {
         QTextDocument document;
-        SetRichText(document, QStringLiteral(R"({\rtf1 erste\par zweite\line dritte\par\par Wort hier})"));
+        SetRichText(document, uR"({\rtf1 erste\par zweite\line dritte\par\par Wort hier})"_s);
         const QString text = PlainText(document);
         for (qsizetype at = 0; at < text.size(); ++at) {
             if (text[at] == u'\n')
@@ -239,7 +238,7 @@ private slots:
             else
                 QCOMPARE(there, text[at]);
         }
-        const int wort = DokumentStelle(document, text.indexOf(QStringLiteral("Wort")));
+        const int wort = DokumentStelle(document, text.indexOf(u"Wort"_s));
         QCOMPARE(document.characterAt(wort), QChar(u'W'));
         QCOMPARE(DokumentStelle(document, 10'000), document.characterCount() - 1);
     }

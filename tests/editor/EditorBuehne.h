@@ -19,6 +19,10 @@
 #include <deque>
 #include <functional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // The real editor on a real card file, driven by key and mouse.
 class EditorBuehne
 {
@@ -30,11 +34,11 @@ public:
         : kartei(cards)
     {
         konfig.ProgrammPfad = programm.path();
-        konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
+        konfig.schrift = {u"Liberation Sans"_s, 12};
         TestDienste &d = kartei.dienste;
         fenster = std::make_unique<PFÄndern>(kartei.store,
                                              Dienste{fensterMeldungen ? *fensterMeldungen : d.meldungen,
-                                                     d.dialoge, d.uhr, d.zufall, d.ton, d.konfig},
+                                                     d.dialoge, d.clock, d.zufall, d.ton, d.konfig},
                                              suche, bilder.isEmpty() ? kartei.directory.path() : bilder);
         fenster->drucker = [this] { return drucker ? drucker() : nullptr; };
         fenster->geschlossen = [this] { ++geschlossen; };
@@ -130,17 +134,17 @@ public:
     // Does this in the modal dialog of that name as soon as it is open.
     void ImDialog(const QString &name, std::function<void(QWidget &dialog)> tun)
     {
-        auto *uhr = new QTimer(fenster.get());
-        QObject::connect(uhr, &QTimer::timeout, uhr, [this, uhr, name, tun = std::move(tun)] {
+        auto *clock = new QTimer(fenster.get());
+        QObject::connect(clock, &QTimer::timeout, clock, [this, clock, name, tun = std::move(tun)] {
             QWidget *dialog = QApplication::activeModalWidget();
             if (!dialog || dialog->objectName() != name)
                 return;
-            uhr->stop();
-            uhr->deleteLater();
+            clock->stop();
+            clock->deleteLater();
             tun(*dialog);
             ++dialogeBenutzt;
         });
-        uhr->start(5);
+        clock->start(5);
     }
 
     QStringList Meldungstexte()
@@ -171,9 +175,11 @@ inline CardRecord Tickkarte(int nummer)
 {
     CardRecord card = MakeCard(nummer, 0, nummer);
     card.Antworttyp = 2;
-    card.Antwort_2 = card.Antwort_2_Klartext = QStringLiteral("zwei");
-    card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("drei");
-    card.Antwort_5 = card.Antwort_5_Klartext = QStringLiteral("fünf");
+    card.Antwort_2 = card.Antwort_2_Klartext = u"zwei"_s;
+    card.Antwort_3 = card.Antwort_3_Klartext = u"drei"_s;
+    card.Antwort_5 = card.Antwort_5_Klartext = u"fünf"_s;
     card.Antwort_ch_2 = card.Antwort_ch_5 = true;
     return card;
 }
+
+} // namespace paukfix

@@ -10,6 +10,9 @@
 #include <algorithm>
 #include <functional>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using VollePlatte::Art;
@@ -52,14 +55,14 @@ private:
     static void NeueTippen(Werk &w)
     {
         w.editor.CEOF();
-        w.form.Tippen(lang, QStringLiteral("neue Antwort"));
+        w.form.Tippen(lang, u"neue Antwort"_s);
         w.editor.cardDirty = true;
     }
 
     static void Aendern(Werk &w)
     {
-        w.editor.Springen(QStringLiteral("3"));
-        w.form.Tippen(lang, QStringLiteral("andere Antwort"));
+        w.editor.Springen(u"3"_s);
+        w.form.Tippen(lang, u"andere Antwort"_s);
         w.editor.cardDirty = true;
     }
 
@@ -110,7 +113,7 @@ private slots:
                 failed = VollePlatte::Gescheitert().has_value();
                 VollePlatte::Scheitern(0);
                 const QStringList texts = w.kartei.messages.Texte();
-                const QString what = QStringLiteral("call %1: ").arg(run) + texts.join(u'|');
+                const QString what = u"call %1: "_s.arg(run) + texts.join(u'|');
                 for (const QString &text : texts)
                     QVERIFY2(IsGermanMessage(text), qPrintable(what));
                 QVERIFY2(stored || !texts.isEmpty(), qPrintable(what));
@@ -126,7 +129,7 @@ private slots:
                 const QList<CardRecord> found = w.kartei.Stored();
                 QCOMPARE(FaultIn(w.kartei.Path()), QString());
                 QCOMPARE(QDir(w.kartei.directory.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-                const QString all = what + QStringLiteral(" %1 cards").arg(found.size());
+                const QString all = what + u" %1 cards"_s.arg(found.size());
                 if (!again && !stored) {
                     QVERIFY2(found == before || found == after, qPrintable(all));
                 } else {
@@ -156,10 +159,10 @@ private slots:
     {
         for (int run = 1;; ++run) {
             Werk w(Karten());
-            w.editor.Springen(QStringLiteral("3"));
+            w.editor.Springen(u"3"_s);
             w.kartei.messages.antworten.push_back(Meldungen::Antwort::Ja);
             VollePlatte::Scheitern(run, Art::Halb);
-            w.editor.Löschen();
+            w.editor.Loeschen();
             const bool failed = VollePlatte::Gescheitert().has_value();
             VollePlatte::Scheitern(0);
             for (const QString &text : w.kartei.messages.Texte())
@@ -190,21 +193,20 @@ private slots:
         QFETCH(bool, ersetzt);
         Werk w(Karten());
         handlung.beginnen(w);
-        const QString moved = w.kartei.directory.filePath(QStringLiteral("weg.pzb"));
+        const QString moved = w.kartei.directory.filePath(u"weg.pzb"_s);
         QVERIFY(QFile::rename(w.kartei.Path(), moved));
         const QList<CardRecord> other{MakeCard(1, 5, 1)};
         if (ersetzt)
             MakeCardFile(w.kartei.Path(), other);
         QVERIFY(!handlung.fertig(w));
         QCOMPARE(w.kartei.messages.Texte(),
-                 QStringList{QStringLiteral("Fehler beim Speichern der Karte: Die Datei „%1“ wurde gelöscht, "
-                                            "umbenannt oder ersetzt, während sie offen war.")
-                                 .arg(w.kartei.Path())});
+                 QStringList{u"Fehler beim Speichern der Karte: Die Datei „%1“ wurde gelöscht, "
+                             u"umbenannt oder ersetzt, während sie offen war."_s.arg(w.kartei.Path())});
         QVERIFY(w.editor.cardDirty);
         QCOMPARE(w.form.blatt.Frage, lang);
         // What stands in its place is not touched, and nothing lies beside it.
         if (ersetzt) {
-            QVERIFY(!QFile::exists(w.kartei.Path() + QStringLiteral("-journal")));
+            QVERIFY(!QFile::exists(w.kartei.Path() + u"-journal"_s));
             QCOMPARE(ReadCards(w.kartei.Path()), other);
             QVERIFY(QFile::remove(w.kartei.Path()));
         }

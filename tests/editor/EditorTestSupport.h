@@ -12,6 +12,10 @@
 
 #include <memory>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // An open card file in a directory of its own.
 struct TestKartei
 {
@@ -22,11 +26,11 @@ struct TestKartei
         Open();
     }
 
-    QString Path() const { return directory.filePath(QStringLiteral("karten.pzb")); }
+    QString Path() const { return directory.filePath(u"karten.pzb"_s); }
 
     void Open()
     {
-        QString name = QStringLiteral("karten.pzb");
+        QString name = u"karten.pzb"_s;
         oeffner.OpenCardFile(name);
         QVERIFY(!name.isEmpty());
     }
@@ -42,5 +46,7 @@ struct TestKartei
     TestDienste dienste;
     TestMeldungen &messages = dienste.meldungen;
     CardStore store;
-    KarteiOeffner oeffner{store, dienste.meldungen, dienste.uhr};
+    KarteiOeffner oeffner{store, dienste.meldungen, dienste.clock};
 };
+
+} // namespace paukfix

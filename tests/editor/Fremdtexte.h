@@ -12,6 +12,8 @@
 #include <array>
 #include <optional>
 
+namespace paukfix {
+
 // Texts as other word processors leave them in a card file, and a card file's bytes past our own store.
 
 namespace Fremdtexte {
@@ -156,3 +158,5 @@ inline QList<QByteArray> Lesen(const QString &pfad, const char *feld)
 }
 
 } // namespace Fremdtexte
+
+} // namespace paukfix

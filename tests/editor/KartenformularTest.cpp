@@ -10,6 +10,9 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The form without window, commands and card file.
@@ -18,7 +21,7 @@ struct Formularbuehne
     Formularbuehne()
     {
         dienste.konfig.ProgrammPfad = programm.path();
-        BildSchreiben(ordner.filePath(QStringLiteral("rot.bmp")), {200, 150}, Qt::red);
+        BildSchreiben(ordner.filePath(u"rot.bmp"_s), {200, 150}, Qt::red);
         form.Anfuegen(Knopfzeile(&form));
         form.resize(1000, 700);
         form.show();
@@ -45,16 +48,16 @@ struct Formularbuehne
 Kartenblatt Blatt(Antwortart art)
 {
     Kartenblatt blatt;
-    blatt.Frage = QStringLiteral("Wie viele?");
-    blatt.Antwort = {QStringLiteral("eins"), QStringLiteral("zwei"), {}, {}, QStringLiteral("fünf")};
+    blatt.Frage = u"Wie viele?"_s;
+    blatt.Antwort = {u"eins"_s, u"zwei"_s, {}, {}, u"fünf"_s};
     blatt.Antwort_ch = {false, true, false, false, true};
     blatt.art = art;
-    blatt.Thema = QStringLiteral("Zahlen");
+    blatt.Thema = u"Zahlen"_s;
     blatt.lage = {1500, 1500, 3000, 1500};
     return blatt;
 }
 
-const Kartenkopf Kopf{QStringLiteral("12"), QStringLiteral("3")};
+const Kartenkopf Kopf{u"12"_s, u"3"_s};
 
 } // namespace
 
@@ -73,32 +76,32 @@ private slots:
         const Kartenblatt blatt = b.form.Inhalt();
         QVERIFY(!blatt.Frage_bearbeitet);
         QCOMPARE(blatt.Antwort_bearbeitet, (std::array<bool, AntwortBoxen>{}));
-        QCOMPARE(blatt.Frage_Klartext, QStringLiteral("Wie viele?"));
-        QCOMPARE(blatt.Antwort_Klartext[4], QStringLiteral("fünf"));
+        QCOMPARE(blatt.Frage_Klartext, u"Wie viele?"_s);
+        QCOMPARE(blatt.Antwort_Klartext[4], u"fünf"_s);
         QCOMPARE(blatt.Antwort_ch, Blatt(Antwortart::Ankreuzen).Antwort_ch);
         QCOMPARE(blatt.art, Antwortart::Ankreuzen);
-        QCOMPARE(blatt.Thema, QStringLiteral("Zahlen"));
+        QCOMPARE(blatt.Thema, u"Zahlen"_s);
         QVERIFY(blatt.lage == Blatt(Antwortart::Ankreuzen).lage);
-        QCOMPARE(b.form.Nummer(), QStringLiteral("12"));
+        QCOMPARE(b.form.Nummer(), u"12"_s);
     }
 
     void ItKnowsWhichTextWasTouched()
     {
         Formularbuehne b;
         b.form.Zeigen(Blatt(Antwortart::Ankreuzen), Kopf);
-        QTest::keyClicks(b.Box("Antwort(1)"), QStringLiteral("x"));
+        QTest::keyClicks(b.Box("Antwort(1)"), u"x"_s);
         QCOMPARE(b.geaendert.size(), 1);
         Kartenblatt blatt = b.form.Inhalt();
         QVERIFY(!blatt.Frage_bearbeitet);
         QCOMPARE(blatt.Antwort_bearbeitet,
                  (std::array<bool, AntwortBoxen>{false, true, false, false, false}));
-        QTest::keyClicks(b.Box("MFrage"), QStringLiteral("y"));
+        QTest::keyClicks(b.Box("MFrage"), u"y"_s);
         QVERIFY(b.form.Inhalt().Frage_bearbeitet);
         b.form.Gespeichert();
         blatt = b.form.Inhalt();
         QVERIFY(!blatt.Frage_bearbeitet);
         QCOMPARE(blatt.Antwort_bearbeitet, (std::array<bool, AntwortBoxen>{}));
-        QCOMPARE(blatt.Frage_Klartext, QStringLiteral("yWie viele?"));
+        QCOMPARE(blatt.Frage_Klartext, u"yWie viele?"_s);
     }
 
     void TypeAndTicksAreSaidApartFromTexts()
@@ -120,9 +123,9 @@ private slots:
     {
         Formularbuehne b;
         b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
-        QTest::keyClicks(b.Box("MFrage"), QStringLiteral("y"));
-        b.form.KopfZeigen({QStringLiteral("13"), QStringLiteral("0"), true});
-        QCOMPARE(b.form.Nummer(), QStringLiteral("13"));
+        QTest::keyClicks(b.Box("MFrage"), u"y"_s);
+        b.form.KopfZeigen({u"13"_s, u"0"_s, true});
+        QCOMPARE(b.form.Nummer(), u"13"_s);
         QVERIFY(b.Finde<QLabel>("LabelNeu")->isVisible());
         QVERIFY(b.form.Inhalt().Frage_bearbeitet);
     }
@@ -133,16 +136,16 @@ private slots:
         b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
         QSignalSpy nummer(&b.form, &Kartenformular::nummerEingegeben);
         auto *zeile = b.Finde<QLineEdit>("MaskFrageNr");
-        QTest::keyClicks(zeile, QStringLiteral("7"));
-        QCOMPARE(b.form.Nummer(), QStringLiteral("12"));
+        QTest::keyClicks(zeile, u"7"_s);
+        QCOMPARE(b.form.Nummer(), u"12"_s);
         QTest::keyClick(zeile, Qt::Key_Escape);
-        QCOMPARE(zeile->text(), QStringLiteral("12"));
+        QCOMPARE(zeile->text(), u"12"_s);
         QVERIFY(nummer.isEmpty());
         zeile->selectAll();
-        QTest::keyClicks(zeile, QStringLiteral("7"));
+        QTest::keyClicks(zeile, u"7"_s);
         QTest::keyClick(zeile, Qt::Key_Return);
         QCOMPARE(nummer.size(), 1);
-        QCOMPARE(nummer[0][0].toString(), QStringLiteral("7"));
+        QCOMPARE(nummer[0][0].toString(), u"7"_s);
         QVERIFY(b.geaendert.isEmpty());
     }
 
@@ -163,7 +166,7 @@ private slots:
     {
         Formularbuehne b;
         Kartenblatt blatt = Blatt(Antwortart::Text);
-        blatt.pictureNames[2] = QStringLiteral("rot.bmp");
+        blatt.pictureNames[2] = u"rot.bmp"_s;
         b.form.Zeigen(blatt, Kopf);
         QVERIFY(b.Finde<BildBox>("Picture1")->isVisible());
         b.form.Dateien()[2].clear();
@@ -177,7 +180,7 @@ private slots:
     {
         Formularbuehne b;
         Kartenblatt blatt = Blatt(Antwortart::Text);
-        blatt.pictureNames[0] = QStringLiteral("rot.bmp");
+        blatt.pictureNames[0] = u"rot.bmp"_s;
         b.form.Zeigen(blatt, Kopf);
         bool gefragt = false;
         const auto keiner = [&]() -> std::unique_ptr<QPrinter> {

@@ -9,6 +9,9 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Two buttons, the commands, and a form that only keeps what it is shown.
@@ -97,7 +100,7 @@ private slots:
         w.Aendern(QString());
         QTest::mousePress(w.vorwaerts, Qt::LeftButton);
         QVERIFY(!w.vorwaerts->isDown());
-        QCOMPARE(w.kartei.messages.Texte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QCOMPARE(w.kartei.messages.Texte(), QStringList(u"Keine Frage eingegeben"_s));
         for (int i = 0; i < 5; ++i)
             QCoreApplication::processEvents();
         QCOMPARE(w.Nummer(), 1);

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class PFAendernBildTest : public QObject
 {
     Q_OBJECT
@@ -16,7 +19,7 @@ private slots:
 
     void PictureIsShownAtItsPlaceWithItsHandle()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         QVERIFY(b.Bild()->isVisible());
         QCOMPARE(b.Farbe(), QColor(Qt::red));
@@ -27,19 +30,19 @@ private slots:
 
     void LastOfTheThreePicturesStaysVisible()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"), {}, QStringLiteral("blau.jpg"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s, {}, u"blau.jpg"_s)});
         b.Zeigen();
         QVERIFY(b.Farbe().blue() > 200 && b.Farbe().red() < 60);
     }
 
     void PictureOfOneCardDoesNotStayForTheNext()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), MakeCard(2, 0, 2)});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s), MakeCard(2, 0, 2)});
         b.Zeigen();
         b.Klick("CVor");
         QVERIFY(!b.Bild()->isVisible());
         QVERIFY(!b.Steuerung("Sizer")->isVisible());
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("CVor");
         QVERIFY(!b.Bild()->isVisible());
         QCOMPARE(b.Bild()->geometry(), PixelVonTwips(BildlageVorgabe.links, BildlageVorgabe.oben,
@@ -49,22 +52,21 @@ private slots:
 
     void PictureInTheProgramsDirectoryIsFoundToo()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("eigen.bmp"))});
-        BildSchreiben(b.programm.filePath(QStringLiteral("eigen.bmp")), {20, 20}, Qt::yellow);
+        Bildbuehne b({Bildkarte(1, u"eigen.bmp"_s)});
+        BildSchreiben(b.programm.filePath(u"eigen.bmp"_s), {20, 20}, Qt::yellow);
         b.Zeigen();
         QCOMPARE(b.Farbe(), QColor(Qt::yellow));
     }
 
     void PictureJustBesideTheCardFileIsNotFoundFromElsewhereThoughTheDialogShowsIt()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))}, QDir::rootPath());
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)}, QDir::rootPath());
         b.Zeigen();
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Bilddatei nicht gefunden rot.bmp")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Bilddatei nicht gefunden rot.bmp"_s));
         QVERIFY(!b.Bild()->isVisible());
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
-            const auto *bild =
-                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
             QCOMPARE(bild->pixmap().size(), QSize(200, 150));
             dialog.close();
         });
@@ -72,13 +74,11 @@ private slots:
 
     void NamesWithADirectoryAreReducedAndShownAsStored()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("C:\\Karten\\rot.bmp")),
-                      Bildkarte(2, QStringLiteral("../../x/fehlt.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"C:\\Karten\\rot.bmp"_s), Bildkarte(2, u"../../x/fehlt.bmp"_s)});
         b.Zeigen();
         QCOMPARE(b.Farbe(), QColor(Qt::red));
         b.Klick("CVor");
-        QCOMPARE(b.Meldungstexte(),
-                 QStringList(QStringLiteral("Bilddatei nicht gefunden ../../x/fehlt.bmp")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Bilddatei nicht gefunden ../../x/fehlt.bmp"_s));
     }
 
     void FileThatIsNoPictureGivesAMessageAndNothingElse_data()
@@ -110,8 +110,8 @@ private slots:
     void FileThatIsNoPictureGivesAMessageAndNothingElse()
     {
         QFETCH(QByteArray, inhalt);
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), Bildkarte(2, QStringLiteral("falsch.bmp")),
-                      Bildkarte(3, QStringLiteral("blau.jpg"))});
+        Bildbuehne b(
+            {Bildkarte(1, u"rot.bmp"_s), Bildkarte(2, u"falsch.bmp"_s), Bildkarte(3, u"blau.jpg"_s)});
         QFile falsch(b.Datei("falsch.bmp"));
         QVERIFY(falsch.open(QIODevice::WriteOnly) && falsch.write(inhalt) == inhalt.size());
         falsch.close();
@@ -119,23 +119,23 @@ private slots:
         b.Klick("CVor");
         const QStringList texte = b.Meldungstexte();
         QCOMPARE(texte.size(), 1);
-        QVERIFY2(texte[0].startsWith(QStringLiteral("Ungültiges Bild")) && IsGermanMessage(texte[0]),
+        QVERIFY2(texte[0].startsWith(u"Ungültiges Bild"_s) && IsGermanMessage(texte[0]),
                  qPrintable(texte[0]));
         QVERIFY(!b.Bild()->isVisible() && !b.Steuerung("Sizer")->isVisible());
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("CVor");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         QVERIFY(b.Bild()->isVisible() && b.Farbe().blue() > 200);
         QCOMPARE(b.Meldungstexte(), QStringList());
         const CardRecord card = b.kartei.Stored()[1];
-        QCOMPARE(card.Frage_Klartext, QStringLiteral("xFrage 2"));
-        QCOMPARE(card.Picture_1_Name, QStringLiteral("falsch.bmp"));
+        QCOMPARE(card.Frage_Klartext, u"xFrage 2"_s);
+        QCOMPARE(card.Picture_1_Name, u"falsch.bmp"_s);
         QCOMPARE(card.Pictureleft, 3007.0);
     }
 
     void PictureIsToldByItsContentNotItsName()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("jpeg.bmp")), Bildkarte(2, QStringLiteral("bitmap.jpg"))});
+        Bildbuehne b({Bildkarte(1, u"jpeg.bmp"_s), Bildkarte(2, u"bitmap.jpg"_s)});
         QVERIFY(QFile::copy(b.Datei("blau.jpg"), b.Datei("jpeg.bmp")));
         QVERIFY(QFile::copy(b.Datei("rot.bmp"), b.Datei("bitmap.jpg")));
         b.Zeigen();
@@ -147,11 +147,11 @@ private slots:
 
     void KeyboardLeavesThePictureWithIt()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), MakeCard(2, 0, 2)});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s), MakeCard(2, 0, 2)});
         b.Zeigen();
         b.Bild()->setFocus();
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
         b.Taste(Qt::Key_Right); // would have been a change of the answer's type
         QVERIFY(b.fenster->close());
@@ -162,7 +162,7 @@ private slots:
 
     void DraggedPictureIsStoredWhereItWasPut()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         const QRect vorher = b.Bild()->geometry();
         b.Ziehen(b.Bild(), {40, 30});
@@ -179,7 +179,7 @@ private slots:
 
     void HandleIsHiddenWhileThePictureIsHeld()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         QTest::mousePress(b.Bild(), Qt::LeftButton);
         QVERIFY(!b.Steuerung("Sizer")->isVisible());
@@ -189,13 +189,13 @@ private slots:
 
     void PressOnThePictureIsAChangeButMovesNothing()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         b.Ersetzen("MFrage", {});
         b.Klick("Picture1");
         b.Klick("CVor"); // has to store, and may not
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
-        b.Tippen("MFrage", QStringLiteral("f"));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
+        b.Tippen("MFrage", u"f"_s);
         b.Klick("CVor");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Pictureleft, 3007.0);
@@ -205,14 +205,14 @@ private slots:
     void PressOnPictureOrHandleAloneStoresTheCard_data()
     {
         QTest::addColumn<QString>("was");
-        QTest::newRow("picture") << QStringLiteral("Picture1");
-        QTest::newRow("handle") << QStringLiteral("Sizer");
+        QTest::newRow("picture") << u"Picture1"_s;
+        QTest::newRow("handle") << u"Sizer"_s;
     }
 
     void PressOnPictureOrHandleAloneStoresTheCard()
     {
         QFETCH(QString, was);
-        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
+        CardRecord card = Bildkarte(1, u"rot.bmp"_s);
         card.Antworttyp = 1.25;
         Bildbuehne b({card});
         b.Zeigen();
@@ -224,7 +224,7 @@ private slots:
 
     void PictureStaysWithinTheFormsMargins()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         QWidget *form = b.Steuerung("Formular");
         const QSize bild = b.Bild()->size();
@@ -251,7 +251,7 @@ private slots:
 
     void HandleSizesThePicture()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         const QRect vorher = b.Bild()->geometry();
         b.Ziehen(b.Steuerung("Sizer"), {50, 20});
@@ -274,7 +274,7 @@ private slots:
 
     void ArrowKeysMoveAndSizeThePicture()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         const QRect vorher = b.Bild()->geometry();
         b.Bild()->setFocus();
@@ -291,25 +291,25 @@ private slots:
 
     void TabGoesFromTheQuestionToItsPictureAndOn()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         QStringList folge;
         for (int i = 0; i < 4; ++i) {
             folge << b.fenster->focusWidget()->objectName();
             b.Taste(Qt::Key_Tab);
         }
-        QCOMPARE(folge.join(u' '), QStringLiteral("MFrage Picture1 Antwort_T Antwort(0)"));
+        QCOMPARE(folge.join(u' '), u"MFrage Picture1 Antwort_T Antwort(0)"_s);
     }
 
     void PictureStoredOutsideTheWindowIsShownWithinAndKeptAsStored()
     {
-        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
+        CardRecord card = Bildkarte(1, u"rot.bmp"_s);
         card.Pictureleft = 30000;
         card.PictureTop = 25000;
         Bildbuehne b({card});
         b.Zeigen();
         QVERIFY(b.Steuerung("Formular")->rect().contains(b.Bild()->geometry()));
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Pictureleft, 30000.0);
         QCOMPARE(b.kartei.Stored()[0].PictureTop, 25000.0);
@@ -317,7 +317,7 @@ private slots:
 
     void ShowingAndStoringAHundredTimesLeavesThePictureWhereItWas()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp")), MakeCard(2, 0, 2)});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s), MakeCard(2, 0, 2)});
         b.Zeigen();
         for (int i = 0; i < 100; ++i) {
             b.Klick("Cadd");
@@ -333,7 +333,7 @@ private slots:
 
     void QuestionMakesRoomBesideThePicture()
     {
-        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
+        CardRecord card = Bildkarte(1, u"rot.bmp"_s);
         card.Pictureleft = BildlageVorgabe.links;
         card.PictureTop = BildlageVorgabe.oben;
         Bildbuehne b({card, MakeCard(2, 0, 2)});

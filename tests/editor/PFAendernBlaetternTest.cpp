@@ -5,6 +5,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The key left of "Y" on a German keyboard, as the window system delivers it there.
@@ -12,7 +15,7 @@ void TasteLinksVonY(QWidget *ziel, Qt::KeyboardModifiers umschalter)
 {
     const bool gross = umschalter.testFlag(Qt::ShiftModifier);
     QKeyEvent taste(QEvent::KeyPress, gross ? Qt::Key_Greater : Qt::Key_Less, umschalter, 94, 0, 0,
-                    gross ? QStringLiteral(">") : QStringLiteral("<"));
+                    gross ? u">"_s : u"<"_s);
     QApplication::sendEvent(ziel, &taste);
 }
 
@@ -30,16 +33,16 @@ private slots:
         b.Zeigen();
         b.Klick("CVor");
         b.Klick("CVor");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
-        QCOMPARE(b.Text("MaskFachNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
+        QCOMPARE(b.Text("MaskFachNr"), u"2"_s);
         b.Klick("CVor");
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("4"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"4"_s);
         QCOMPARE(b.Text("MFrage"), QString());
         b.Klick("CVor");
         QVERIFY(b.Neu());
         b.Klick("CZurück");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         for (int i = 0; i < 3; ++i)
             b.Klick("CZurück");
         QVERIFY(b.Neu());
@@ -63,10 +66,10 @@ private slots:
         QWidget *ziel = b.Steuerung(qPrintable(feld));
         ziel->setFocus();
         TasteLinksVonY(ziel, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
+        QCOMPARE(b.Text("MFrage"), u"Frage 2"_s);
         TasteLinksVonY(ziel, Qt::ControlModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
     }
 
     // As on a British keyboard, where "\\" and "|" are there.
@@ -79,29 +82,29 @@ private slots:
             QApplication::sendEvent(b.Steuerung("MFrage"), &druck);
         };
         taste(Qt::Key_Bar, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         taste(Qt::Key_Backslash, Qt::ControlModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 1"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
+        QCOMPARE(b.Text("MFrage"), u"Frage 1"_s);
     }
 
     void SignsGoBackAndOnWhereTheyAreOnOtherKeys()
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        constexpr quint32 punkt = 60;
-        constexpr quint32 komma = 59;
+        constexpr quint32 Punkt = 60;
+        constexpr quint32 Komma = 59;
         const auto taste = [&](Qt::Key key, quint32 ort) {
             QKeyEvent druck(QEvent::KeyPress, key, Qt::ControlModifier | Qt::ShiftModifier, ort, 0, 0);
             QApplication::sendEvent(b.Steuerung("MFrage"), &druck);
         };
-        taste(Qt::Key_Greater, punkt);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-        taste(Qt::Key_Less, komma);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        taste(Qt::Key_Greater, Punkt);
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
+        taste(Qt::Key_Less, Komma);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         // Without Ctrl they are text.
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("<>"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("<>Frage 1"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"<>"_s);
+        QCOMPARE(b.Text("MFrage"), u"<>Frage 1"_s);
     }
 
     void ShortcutsWithoutAPlaceMeanTheGermanKey()
@@ -109,11 +112,11 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         b.Taste(Qt::Key_Less, Qt::ControlModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         b.Taste(Qt::Key_Greater, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
     }
 
     void EndButtonOpensABlankCardBehindTheLast()
@@ -122,9 +125,9 @@ private slots:
         b.Zeigen();
         b.Klick("CEOF");
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("4"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"4"_s);
         b.Klick("CZurück");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
     }
 
     // --- Jump, copy, delete
@@ -133,21 +136,21 @@ private slots:
     {
         EditorBuehne b({MakeCard(1, 3, 1), MakeCard(2, 0, 1), MakeCard(3, 1, 1)});
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", QStringLiteral("3"));
+        b.Ersetzen("MaskFrageNr", u"3"_s);
         b.Taste(Qt::Key_Return);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 3"));
+        QCOMPARE(b.Text("MFrage"), u"Frage 3"_s);
         b.Klick("CVor");
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 1"));
+        QCOMPARE(b.Text("MFrage"), u"Frage 1"_s);
     }
 
     void JumpBeyondTheLastSaysSoAndShowsTheNearestBelow()
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", QStringLiteral("77"));
+        b.Ersetzen("MaskFrageNr", u"77"_s);
         b.Taste(Qt::Key_Enter);
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Karte nicht gefunden: 77")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Karte nicht gefunden: 77"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
     }
 
     void JumpFromATypedNewCardStoresItFirst()
@@ -155,11 +158,11 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
-        b.Ersetzen("MaskFrageNr", QStringLiteral("2"));
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
+        b.Ersetzen("MaskFrageNr", u"2"_s);
         b.Taste(Qt::Key_Return);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 2"));
+        QCOMPARE(b.Text("MFrage"), u"Frage 2"_s);
         QCOMPARE(b.kartei.Stored().size(), 4);
     }
 
@@ -168,10 +171,10 @@ private slots:
         EditorBuehne b({Tickkarte(1)});
         b.Zeigen();
         b.Menue("MExtras", "MKopieren");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Karte kopiert nach: 2")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Karte kopiert nach: 2"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QVERIFY(!b.Neu());
-        QCOMPARE(b.Text("Antwort(4)"), QStringLiteral("fünf"));
+        QCOMPARE(b.Text("Antwort(4)"), u"fünf"_s);
         const QList<CardRecord> cards = b.kartei.Stored();
         QCOMPARE(cards.size(), 2);
         QVERIFY(cards[1].Antwort_ch_2 && cards[1].Antwort_ch_5 && !cards[1].Antwort_ch_1);
@@ -181,31 +184,31 @@ private slots:
     void TextThatIsTooLongForTheFormStaysAsItIs()
     {
         CardRecord lang = MakeCard(1, 0, 1);
-        lang.Frage = QStringLiteral("{\\rtf1\\fs3276 ") + QStringLiteral("\\line ").repeated(5'000) + u'}';
+        lang.Frage = u"{\\rtf1\\fs3276 "_s + u"\\line "_s.repeated(5'000) + u'}';
         EditorBuehne b({lang});
         b.Zeigen();
-        QVERIFY(b.Text("MFrage").endsWith(QStringLiteral("[…]")));
+        QVERIFY(b.Text("MFrage").endsWith(u"[…]"_s));
         QCOMPARE(
             b.Steuerung("MFrage")->toolTip(),
             QString("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der Kartei, wie er ist."));
-        b.Ersetzen("MFrage", QStringLiteral("weg"));
+        b.Ersetzen("MFrage", u"weg"_s);
         b.Auswaehlen("MFrage", 0, 2);
         b.Taste(Qt::Key_F, Qt::ControlModifier);
-        b.Ersetzen("MaskThema", QStringLiteral("anderes"));
-        b.Ersetzen("Antwort(0)", QStringLiteral("kurz"));
+        b.Ersetzen("MaskThema", u"anderes"_s);
+        b.Ersetzen("Antwort(0)", u"kurz"_s);
         b.Klick("Cadd");
         b.Menue("MExtras", "MKopieren");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Karte kopiert nach: 2")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Karte kopiert nach: 2"_s));
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("frei"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("frei"));
+        b.Tippen("MFrage", u"frei"_s);
+        QCOMPARE(b.Text("MFrage"), u"frei"_s);
         const QList<CardRecord> cards = b.kartei.Stored();
         QCOMPARE(cards.size(), 2);
         for (const CardRecord &card : cards) {
             QCOMPARE(card.Frage, lang.Frage);
             QCOMPARE(card.Frage_Klartext, lang.Frage_Klartext);
-            QCOMPARE(card.Picture_9_Name, QStringLiteral("anderes"));
-            QCOMPARE(card.Antwort_1_Klartext, QStringLiteral("kurz"));
+            QCOMPARE(card.Picture_9_Name, u"anderes"_s);
+            QCOMPARE(card.Antwort_1_Klartext, u"kurz"_s);
         }
     }
 
@@ -215,10 +218,10 @@ private slots:
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
         b.Menue("MExtras", "MLöschen");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         b.Menue("MExtras", "MLöschen");
-        QCOMPARE(b.Meldungstexte(), QStringList(2, QStringLiteral("Diese Karte wirklich löschen")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Meldungstexte(), QStringList(2, u"Diese Karte wirklich löschen"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QCOMPARE(b.kartei.store.FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(b.kartei.Stored().size(), 2);
     }
@@ -230,9 +233,8 @@ private slots:
         b.Menue("MExtras", "MLöschen");
         b.Klick("CEOF");
         b.Menue("MExtras", "MLöschen");
-        QCOMPARE(b.Meldungstexte(),
-                 (QStringList{QStringLiteral("Die letzte Karte kann nicht gelöscht werden"),
-                              QStringLiteral("Eine neue Karte kann nicht gelöscht werden")}));
+        QCOMPARE(b.Meldungstexte(), (QStringList{u"Die letzte Karte kann nicht gelöscht werden"_s,
+                                                 u"Eine neue Karte kann nicht gelöscht werden"_s}));
     }
 
     void NumbersGoOnAfterADelete()
@@ -242,15 +244,15 @@ private slots:
             cards << MakeCard(i, 0, i);
         EditorBuehne b(cards);
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", QStringLiteral("5"));
+        b.Ersetzen("MaskFrageNr", u"5"_s);
         b.Taste(Qt::Key_Return);
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         b.Menue("MExtras", "MLöschen");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("6"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"6"_s);
         b.Klick("CEOF");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("11"));
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"11"_s);
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("Cadd");
         const QList<CardRecord> stored = b.kartei.Stored();
         QCOMPARE(stored.size(), 10);

@@ -16,6 +16,9 @@
 
 #include <algorithm>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Prints into a file and reads it back with the tools of another house.
@@ -37,22 +40,20 @@ struct Druckbuehne : EditorBuehne
     QString Gedruckt() const
     {
         QProcess text;
-        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pfad, QStringLiteral("-")});
+        text.start(u"pdftotext"_s, {u"-layout"_s, pfad, u"-"_s});
         if (!text.waitForFinished() || text.exitCode() != 0)
-            return QStringLiteral("pdftotext failed: ") + text.errorString();
+            return u"pdftotext failed: "_s + text.errorString();
         return QString::fromUtf8(text.readAllStandardOutput());
     }
 
     // The first page, 96 pixels an inch, the white around it cut off.
     QImage Seite() const
     {
-        const QString bild = kartei.directory.filePath(QStringLiteral("seite"));
+        const QString bild = kartei.directory.filePath(u"seite"_s);
         QProcess seite;
-        seite.start(QStringLiteral("pdftoppm"),
-                    {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("96"),
-                     QStringLiteral("-singlefile"), pfad, bild});
+        seite.start(u"pdftoppm"_s, {u"-png"_s, u"-r"_s, u"96"_s, u"-singlefile"_s, pfad, bild});
         seite.waitForFinished();
-        return QImage(bild + QStringLiteral(".png"));
+        return QImage(bild + u".png"_s);
     }
 
     // The words of the first page, and where they stand on its picture.
@@ -65,10 +66,10 @@ struct Druckbuehne : EditorBuehne
     QList<Wort> Woerter() const
     {
         QProcess text;
-        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), pfad, QStringLiteral("-")});
+        text.start(u"pdftotext"_s, {u"-bbox"_s, pfad, u"-"_s});
         text.waitForFinished();
-        static const QRegularExpression wort(QStringLiteral(
-            R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)<)re"));
+        static const QRegularExpression wort(
+            uR"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)<)re"_s);
         QList<Wort> woerter;
         const QString ausgabe = QString::fromUtf8(text.readAllStandardOutput());
         for (const QRegularExpressionMatch &fund : wort.globalMatch(ausgabe)) {
@@ -78,12 +79,11 @@ struct Druckbuehne : EditorBuehne
         return woerter;
     }
 
-    QString pfad = kartei.directory.filePath(QStringLiteral("druck.pdf"));
+    QString pfad = kartei.directory.filePath(u"druck.pdf"_s);
 };
 
-const QStringList NichtGedruckt{
-    QStringLiteral("CZZurück"), QStringLiteral("CVVor"), QStringLiteral("CZurück"), QStringLiteral("CVor"),
-    QStringLiteral("Cadd"),     QStringLiteral("Cback"), QStringLiteral("Frame2"),  QStringLiteral("CEOF")};
+const QStringList NichtGedruckt{u"CZZurück"_s, u"CVVor"_s, u"CZurück"_s, u"CVor"_s,
+                                u"Cadd"_s,     u"Cback"_s, u"Frame2"_s,  u"CEOF"_s};
 
 QPalette Dunkel()
 {
@@ -110,10 +110,10 @@ private slots:
     void PrintHoldsTheCardWithoutTheNavigation()
     {
         CardRecord card = MakeCard(17, 3, 1);
-        card.Frage = QStringLiteral("Was ist ein Kranich?");
-        card.Antwort_1 = QStringLiteral("Ein Schreitvogel");
-        card.Antwort_2 = QStringLiteral("Unsichtbares");
-        card.Picture_9_Name = QStringLiteral("Vogelkunde");
+        card.Frage = u"Was ist ein Kranich?"_s;
+        card.Antwort_1 = u"Ein Schreitvogel"_s;
+        card.Antwort_2 = u"Unsichtbares"_s;
+        card.Picture_9_Name = u"Vogelkunde"_s;
         Druckbuehne b({card});
         b.Zeigen();
         b.Drucken();
@@ -131,18 +131,18 @@ private slots:
     {
         CardRecord card = MakeCard(1, 0, 1);
         card.Antworttyp = 2;
-        card.Antwort_1 = QStringLiteral("Amsel");
-        card.Antwort_2 = QStringLiteral("Drossel");
-        card.Antwort_3 = QStringLiteral("Fink");
-        card.Antwort_4 = QStringLiteral("Star");
-        card.Antwort_5 = QStringLiteral("Meise");
+        card.Antwort_1 = u"Amsel"_s;
+        card.Antwort_2 = u"Drossel"_s;
+        card.Antwort_3 = u"Fink"_s;
+        card.Antwort_4 = u"Star"_s;
+        card.Antwort_5 = u"Meise"_s;
         Druckbuehne b({card});
         b.Zeigen();
         b.Drucken();
         const QString text = b.Gedruckt();
         for (const char *da : {"Amsel", "Drossel", "Fink", "Star", "Meise"})
             QVERIFY2(text.contains(QString::fromUtf8(da)), da);
-        QCOMPARE(text.count(QStringLiteral("richtig")), 5);
+        QCOMPARE(text.count(u"richtig"_s), 5);
     }
 
     void NewCardIsPrintedAsItStands()
@@ -150,13 +150,13 @@ private slots:
         Druckbuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("halb fertig"));
+        b.Tippen("MFrage", u"halb fertig"_s);
         b.Drucken();
         const QString text = b.Gedruckt();
-        QVERIFY(text.contains(QStringLiteral("Neue Karte")));
-        QVERIFY(text.contains(QStringLiteral("halb fertig")));
+        QVERIFY(text.contains(u"Neue Karte"_s));
+        QVERIFY(text.contains(u"halb fertig"_s));
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("halb fertig"));
+        QCOMPARE(b.Text("MFrage"), u"halb fertig"_s);
         QCOMPARE(b.kartei.store.HighestCardNumber, qint16(3));
     }
 
@@ -186,14 +186,14 @@ private slots:
         QApplication::setPalette(Dunkel());
         {
             CardRecord card = MakeCard(1, 0, 1);
-            card.Picture_1_Name = QStringLiteral("b.bmp");
+            card.Picture_1_Name = u"b.bmp"_s;
             card.Pictureleft = 6000;
             card.PictureTop = 1500;
             card.Picturewidth = card.Pictureheight = 3000;
             Druckbuehne b({card});
             QImage bild(200, 200, QImage::Format_RGB32);
             bild.fill(Qt::magenta);
-            QVERIFY(bild.save(b.kartei.directory.filePath(QStringLiteral("b.bmp"))));
+            QVERIFY(bild.save(b.kartei.directory.filePath(u"b.bmp"_s)));
             b.Zeigen();
             b.Drucken();
             const QImage seite = b.Seite();
@@ -228,14 +228,13 @@ private slots:
             b.Drucken(); // on the light grey ground that the first left
             const QImage seite = b.Seite();
             const QList<Druckbuehne::Wort> woerter = b.Woerter();
-            QCOMPARE(std::ranges::count(woerter, QStringLiteral("richtig"), &Druckbuehne::Wort::text), 5);
+            QCOMPARE(std::ranges::count(woerter, u"richtig"_s, &Druckbuehne::Wort::text), 5);
             for (const Druckbuehne::Wort &wort : woerter) {
                 int dunkelstes = 255;
                 const QRect lage = wort.lage.toAlignedRect() & seite.rect();
-                for (int y = lage.top(); y <= lage.bottom(); ++y) {
+                for (int y = lage.top(); y <= lage.bottom(); ++y)
                     for (int x = lage.left(); x <= lage.right(); ++x)
                         dunkelstes = std::min(dunkelstes, seite.pixelColor(x, y).lightness());
-                }
                 QVERIFY2(dunkelstes < 100, qPrintable(wort.text));
             }
         }
@@ -288,8 +287,7 @@ private slots:
         b.drucker = nullptr;
         b.Zeigen();
         b.Drucken();
-        QCOMPARE(b.Meldungstexte(),
-                 QStringList(QStringLiteral("Fehler beim Drucken: Es ist kein Drucker eingerichtet.")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Fehler beim Drucken: Es ist kein Drucker eingerichtet."_s));
         for (const QString &name : NichtGedruckt)
             QVERIFY(b.Steuerung(name.toUtf8().constData())->isVisible());
         QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
@@ -321,12 +319,11 @@ private slots:
     void PrinterThatFailsIsSaidAndAllIsBack()
     {
         Druckbuehne b(DreiKarten());
-        b.pfad = QStringLiteral("/nirgends/druck.pdf");
+        b.pfad = u"/nirgends/druck.pdf"_s;
         b.Zeigen();
         b.Drucken();
-        QCOMPARE(
-            b.Meldungstexte(),
-            QStringList(QStringLiteral("Fehler beim Drucken: Der Drucker nimmt den Druckauftrag nicht an.")));
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(u"Fehler beim Drucken: Der Drucker nimmt den Druckauftrag nicht an."_s));
         QVERIFY(!b.kartei.messages.sanduhr);
         QVERIFY(b.Steuerung("CVor")->isVisible());
     }
@@ -343,10 +340,10 @@ private slots:
         QCOMPARE(druckserver->Dokumente(), 1);
         druckserver->SetAntwort(Druckserver::NimmtNichts);
         b.Drucken();
-        QCOMPARE(b.Meldungstexte(),
-                 QStringList(QStringLiteral(
-                     "Fehler beim Drucken: Der Drucker „Buero“ nimmt den Druckauftrag nicht an. Er ist "
-                     "angehalten und nimmt zurzeit keine Aufträge an.")));
+        QCOMPARE(
+            b.Meldungstexte(),
+            QStringList(u"Fehler beim Drucken: Der Drucker „Buero“ nimmt den Druckauftrag nicht an. Er ist "
+                        u"angehalten und nimmt zurzeit keine Aufträge an."_s));
         QCOMPARE(druckserver->Auftraege(), 2);
         QVERIFY(b.Steuerung("CVor")->isVisible());
     }

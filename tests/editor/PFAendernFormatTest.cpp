@@ -12,14 +12,17 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A card whose question is "aaa bbb ccc", the middle word italic.
 CardRecord Gemischt()
 {
     CardRecord card = MakeCard(1, 0, 1);
-    card.Frage = QStringLiteral(R"({\rtf1{\fonttbl{\f0 Liberation Serif;}}\f0\fs24 aaa \i bbb\i0  ccc\par})");
-    card.Frage_Klartext = QStringLiteral("aaa bbb ccc");
+    card.Frage = uR"({\rtf1{\fonttbl{\f0 Liberation Serif;}}\f0\fs24 aaa \i bbb\i0  ccc\par})"_s;
+    card.Frage_Klartext = u"aaa bbb ccc"_s;
     return card;
 }
 
@@ -111,7 +114,7 @@ private slots:
         // By the keyboard, through the menu bar.
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_O, Qt::AltModifier);
-        auto *liste = b.fenster->findChild<QMenu *>(QStringLiteral("MFont"));
+        auto *liste = b.fenster->findChild<QMenu *>(u"MFont"_s);
         QTRY_VERIFY(liste->isVisible());
         QTest::keyClick(liste, Qt::Key_F);
         QTRY_VERIFY(!Fett(b, 0));
@@ -137,7 +140,7 @@ private slots:
         b.Box("MFrage")->installEventFilter(&desktop);
         b.Auswaehlen("MFrage", 0, 3);
         b.Taste(taste, Qt::ControlModifier);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa bbb ccc"));
+        QCOMPARE(b.Text("MFrage"), u"aaa bbb ccc"_s);
         const QTextCharFormat format = FormatBei(b, 0);
         const bool klein = taste == Qt::Key_H || taste == Qt::Key_T;
         QCOMPARE(format.fontWeight() >= QFont::DemiBold, taste == Qt::Key_F || klein);
@@ -200,7 +203,7 @@ private slots:
         const QTextCharFormat format = FormatBei(b, 0);
         QCOMPARE(CharOffset(format), 0);
         QCOMPARE(format.baselineOffset(), 0.0);
-        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Small Fonts")));
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Small Fonts"_s));
         QCOMPARE(format.fontPointSize(), 7.0);
         QVERIFY(Fett(b, 0));
     }
@@ -214,9 +217,9 @@ private slots:
         b.Auswaehlen("MFrage", 8, 11);
         b.Menue("MFont", "MFontTief");
         const QString rtf = Gespeichert(b);
-        QVERIFY(rtf.contains(QStringLiteral("\\up5")));
-        QVERIFY(rtf.contains(QStringLiteral("\\dn2")));
-        QVERIFY(rtf.contains(QStringLiteral("Small Fonts")));
+        QVERIFY(rtf.contains(u"\\up5"_s));
+        QVERIFY(rtf.contains(u"\\dn2"_s));
+        QVERIFY(rtf.contains(u"Small Fonts"_s));
         QTextDocument document;
         SetRichText(document, rtf);
         QTextCursor cursor(&document);
@@ -232,11 +235,11 @@ private slots:
         b.Zeigen();
         b.Auswaehlen("MFrage", 3, 3);
         b.Taste(Qt::Key_F, Qt::ControlModifier);
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("XY"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"XY"_s);
         b.Taste(Qt::Key_F, Qt::ControlModifier);
         b.Taste(Qt::Key_K, Qt::ControlModifier);
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("Z"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaaXYZ bbb ccc"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"Z"_s);
+        QCOMPARE(b.Text("MFrage"), u"aaaXYZ bbb ccc"_s);
         QVERIFY(!Fett(b, 2) && Fett(b, 3) && Fett(b, 4) && !Fett(b, 5));
         QVERIFY(FormatBei(b, 5).fontItalic() && !FormatBei(b, 4).fontItalic());
     }
@@ -252,8 +255,8 @@ private slots:
         if (taste == Qt::Key_N)
             b.Taste(Qt::Key_H, Qt::ControlModifier); // so that there is something to take back
         b.Taste(taste, Qt::ControlModifier);
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("X"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaXa bbb ccc"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"X"_s);
+        QCOMPARE(b.Text("MFrage"), u"aaXa bbb ccc"_s);
         const bool klein = taste == Qt::Key_H || taste == Qt::Key_T || taste == Qt::Key_N;
         for (const int stelle : {1, 2, 3}) {
             const bool neu = stelle == 2;
@@ -302,7 +305,7 @@ private slots:
         b.Taste(Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(CharOffset(FormatBei(b, 0)), 50);
         QVERIFY(Fett(b, 0));
-        QVERIFY(Gespeichert(b).contains(QStringLiteral("\\up5")));
+        QVERIFY(Gespeichert(b).contains(u"\\up5"_s));
     }
 
     void FontDialogWantsASelection()
@@ -311,7 +314,7 @@ private slots:
         b.Zeigen();
         b.Auswaehlen("MFrage", 3, 3);
         b.Menue("MFont", "MSchriftart");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Bitte erst Text Auswählen")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Bitte erst Text Auswählen"_s));
         QVERIFY(!b.dialoge.schriftVorgabe);
     }
 
@@ -319,7 +322,7 @@ private slots:
     {
         EditorBuehne b({Gemischt()});
         b.Zeigen();
-        QFont font(QStringLiteral("Liberation Mono"), 18);
+        QFont font(u"Liberation Mono"_s, 18);
         font.setBold(true);
         font.setStrikeOut(true);
         font.setUnderline(true);
@@ -327,16 +330,16 @@ private slots:
         b.Auswaehlen("MFrage", 4, 7);
         b.Menue("MFont", "MSchriftart");
         const Schriftwahl vorgabe = b.dialoge.schriftVorgabe.value();
-        QCOMPARE(vorgabe.font.family(), QStringLiteral("Liberation Serif"));
+        QCOMPARE(vorgabe.font.family(), u"Liberation Serif"_s);
         QCOMPARE(vorgabe.font.pointSizeF(), 12.0);
         QVERIFY(vorgabe.font.italic() && !vorgabe.font.bold());
         const QTextCharFormat format = FormatBei(b, 5);
-        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Liberation Mono")));
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Liberation Mono"_s));
         QCOMPARE(format.fontPointSize(), 18.0);
         QVERIFY(Fett(b, 5) && !format.fontItalic() && format.fontStrikeOut() && format.fontUnderline());
         QCOMPARE(format.foreground().color(), QColor(Qt::red));
         QVERIFY(!Fett(b, 1));
-        QVERIFY(Gespeichert(b).contains(QStringLiteral("\\red255")));
+        QVERIFY(Gespeichert(b).contains(u"\\red255"_s));
     }
 
     void FontDialogPresetsOnlyWhatTheWholeSelectionShares()
@@ -357,9 +360,9 @@ private slots:
     void OwnBoxesKeepEverything()
     {
         CardRecord card = Gemischt();
-        card.Frage = QStringLiteral(
-            R"({\rtf1{\fonttbl{\f0 Liberation Serif;}}{\colortbl;\red200\green0\blue0;}\qc\li300\f0)"
-            R"(\fs36\cf1\b Ein\up5 hoch\up0\ul unter\strike durch\par\pard\plain\i zwei\~drei\par})");
+        card.Frage =
+            uR"({\rtf1{\fonttbl{\f0 Liberation Serif;}}{\colortbl;\red200\green0\blue0;}\qc\li300\f0)"
+            uR"(\fs36\cf1\b Ein\up5 hoch\up0\ul unter\strike durch\par\pard\plain\i zwei\~drei\par})"_s;
         EditorBuehne b({card});
         b.Zeigen();
         b.Steuerung("MFrage")->setFocus();
@@ -370,9 +373,9 @@ private slots:
         b.Taste(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(ToRtf(*b.Box("Antwort(0)")->document()), ToRtf(*b.Box("MFrage")->document()));
         // Other programs get plain text as they expect it, with the no-break space.
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Einhochunterdurch\nzwei\u00A0drei"));
+        QCOMPARE(QApplication::clipboard()->text(), u"Einhochunterdurch\nzwei\u00A0drei"_s);
         QVERIFY(QApplication::clipboard()->mimeData()->hasHtml());
-        QVERIFY(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/rtf")).startsWith("{\\rtf"));
+        QVERIFY(QApplication::clipboard()->mimeData()->data(u"text/rtf"_s).startsWith("{\\rtf"));
     }
 
     void PartOfALineIsPastedIntoTheLine()
@@ -383,7 +386,7 @@ private slots:
         b.Taste(Qt::Key_C, Qt::ControlModifier);
         b.Auswaehlen("Antwort(0)", 3, 3);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antbbbwort 1"));
+        QCOMPARE(b.Text("Antwort(0)"), u"Antbbbwort 1"_s);
         QVERIFY(FormatBei(b, 4, "Antwort(0)").fontItalic());
         QVERIFY(!FormatBei(b, 0, "Antwort(0)").fontItalic());
     }
@@ -393,20 +396,20 @@ private slots:
         EditorBuehne b({Gemischt()});
         b.Zeigen();
         auto *mime = new QMimeData;
-        mime->setHtml(QStringLiteral(
-            "<html><head><link rel='stylesheet' href='file:///etc/passwd'></head><body><p>Ein <b>fettes</b> "
-            "<span "
-            "style='color:#00aa00'>Wort</span><img src='file:///etc/hostname'><img "
-            "src='http://127.0.0.1:9/x.png'></p>"
-            "<table border='1'><tr><td>links</td><td style='background:#ff0'>rechts</td></tr></table>"
-            "<ul><li>Punkt</li></ul></body></html>"));
-        mime->setText(QStringLiteral("nur Text"));
+        mime->setHtml(
+            u"<html><head><link rel='stylesheet' href='file:///etc/passwd'></head><body><p>Ein <b>fettes</b> "
+            u"<span "
+            u"style='color:#00aa00'>Wort</span><img src='file:///etc/hostname'><img "
+            u"src='http://127.0.0.1:9/x.png'></p>"
+            u"<table border='1'><tr><td>links</td><td style='background:#ff0'>rechts</td></tr></table>"
+            u"<ul><li>Punkt</li></ul></body></html>"_s);
+        mime->setText(u"nur Text"_s);
         QApplication::clipboard()->setMimeData(mime);
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_A, Qt::ControlModifier);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
         // The table's texts are lines of their own.
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Ein fettes Wort\r\nlinks\trechts\r\n\r\n• Punkt"));
+        QCOMPARE(b.Text("MFrage"), u"Ein fettes Wort\r\nlinks\trechts\r\n\r\n• Punkt"_s);
         QVERIFY(Fett(b, 5));
         QCOMPARE(FormatBei(b, 12).foreground().color(), QColor(0, 0xAA, 0));
         const QTextDocument *dokument = b.Box("MFrage")->document();
@@ -429,13 +432,13 @@ private slots:
         EditorBuehne b({Gemischt()});
         b.Zeigen();
         auto *mime = new QMimeData;
-        mime->setData(QStringLiteral("text/rtf"), "{\\rtf1\\ansi gr\\'fc\\b n\\b0\\par}");
-        mime->setHtml(QStringLiteral("<i>falsch</i>"));
+        mime->setData(u"text/rtf"_s, "{\\rtf1\\ansi gr\\'fc\\b n\\b0\\par}");
+        mime->setHtml(u"<i>falsch</i>"_s);
         QApplication::clipboard()->setMimeData(mime);
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_A, Qt::ControlModifier);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("grün"));
+        QCOMPARE(b.Text("MFrage"), u"grün"_s);
         QVERIFY(Fett(b, 3) && !Fett(b, 0));
     }
 
@@ -443,10 +446,10 @@ private slots:
     {
         EditorBuehne b({Gemischt()});
         b.Zeigen();
-        QApplication::clipboard()->setText(QStringLiteral("<b>neu</b>"));
+        QApplication::clipboard()->setText(u"<b>neu</b>"_s);
         b.Auswaehlen("MFrage", 5, 5);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa b<b>neu</b>bb ccc"));
+        QCOMPARE(b.Text("MFrage"), u"aaa b<b>neu</b>bb ccc"_s);
         QVERIFY(FormatBei(b, 8).fontItalic());
     }
 
@@ -457,13 +460,13 @@ private slots:
         QApplication::clipboard()->setImage(QImage(10, 10, QImage::Format_RGB32));
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("aaa bbb ccc"));
+        QCOMPARE(b.Text("MFrage"), u"aaa bbb ccc"_s);
         auto *mime = new QMimeData;
-        mime->setData(QStringLiteral("text/rtf"), "no rtf at all");
-        mime->setText(QStringLiteral("Text"));
+        mime->setData(u"text/rtf"_s, "no rtf at all");
+        mime->setText(u"Text"_s);
         QApplication::clipboard()->setMimeData(mime);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Textaaa bbb ccc"));
+        QCOMPARE(b.Text("MFrage"), u"Textaaa bbb ccc"_s);
     }
 
     void PastingCanBeUndoneInOneStep()
@@ -474,9 +477,9 @@ private slots:
         b.Taste(Qt::Key_C, Qt::ControlModifier);
         b.Auswaehlen("Antwort(0)", 0, 3);
         b.Taste(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("aaa bbb cccwort 1"));
+        QCOMPARE(b.Text("Antwort(0)"), u"aaa bbb cccwort 1"_s);
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antwort 1"));
+        QCOMPARE(b.Text("Antwort(0)"), u"Antwort 1"_s);
     }
 };
 

@@ -8,6 +8,9 @@
 #include <QScrollBar>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class PFAendernKarteTest : public QObject
 {
     Q_OBJECT
@@ -18,12 +21,12 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        QCOMPARE(b.fenster->windowTitle(), QStringLiteral("Merkkasten Ändern"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        QCOMPARE(b.Text("MaskFachNr"), QStringLiteral("0"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 1"));
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("Antwort 1"));
-        QCOMPARE(b.Text("MaskThema"), QStringLiteral("Thema 1"));
+        QCOMPARE(b.fenster->windowTitle(), u"Merkkasten Ändern"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
+        QCOMPARE(b.Text("MaskFachNr"), u"0"_s);
+        QCOMPARE(b.Text("MFrage"), u"Frage 1"_s);
+        QCOMPARE(b.Text("Antwort(0)"), u"Antwort 1"_s);
+        QCOMPARE(b.Text("MaskThema"), u"Thema 1"_s);
         QVERIFY(!b.Neu());
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
     }
@@ -47,28 +50,28 @@ private slots:
         EditorBuehne b({});
         b.Zeigen();
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        b.Tippen("MFrage", QStringLiteral("eins?"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
+        b.Tippen("MFrage", u"eins?"_s);
         b.Taste(Qt::Key_Tab);
-        b.Tippen("Antwort(0)", QStringLiteral("ja"));
-        b.Tippen("MaskThema", QStringLiteral("Zahlen"));
+        b.Tippen("Antwort(0)", u"ja"_s);
+        b.Tippen("MaskThema", u"Zahlen"_s);
         b.Klick("Cadd");
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QCOMPARE(b.Text("MFrage"), QString());
         QCOMPARE(b.Text("MaskThema"), QString());
         QCOMPARE(b.kartei.store.HighestCardNumber, qint16(1));
         QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), 1);
         // The next card can be typed at once.
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
-        b.Tippen("MFrage", QStringLiteral("zwei?"));
-        b.Tippen("Antwort(0)", QStringLiteral("nein"));
+        b.Tippen("MFrage", u"zwei?"_s);
+        b.Tippen("Antwort(0)", u"nein"_s);
         b.Taste(Qt::Key_I, Qt::ControlModifier);
         const QList<CardRecord> cards = b.kartei.Stored();
         QCOMPARE(cards.size(), 2);
-        QCOMPARE(cards[0].Frage_Klartext, QStringLiteral("eins?"));
-        QCOMPARE(cards[0].Picture_9_Name, QStringLiteral("Zahlen"));
-        QVERIFY(cards[0].Frage.startsWith(QStringLiteral("{\\rtf")));
+        QCOMPARE(cards[0].Frage_Klartext, u"eins?"_s);
+        QCOMPARE(cards[0].Picture_9_Name, u"Zahlen"_s);
+        QVERIFY(cards[0].Frage.startsWith(u"{\\rtf"_s));
         QCOMPARE(cards[1].FrageNr, 2.0);
         QCOMPARE(cards[1].FachLfdNr, 2.0);
     }
@@ -76,45 +79,45 @@ private slots:
     void NewCardComesInTheStandardFont()
     {
         EditorBuehne b({});
-        b.konfig.schrift = {QStringLiteral("Liberation Serif"), 15, true, true, false, true, 0x0000FF};
+        b.konfig.schrift = {u"Liberation Serif"_s, 15, true, true, false, true, 0x0000FF};
         b.Zeigen();
         QVERIFY(!b.Box("MFrage")->document()->isUndoAvailable()); // the font least of all
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Tippen("Antwort(4)", {});
         const QTextCharFormat format = b.Box("MFrage")->currentCharFormat();
-        QCOMPARE(format.fontFamilies().toStringList(), QStringList(QStringLiteral("Liberation Serif")));
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Liberation Serif"_s));
         QCOMPARE(format.fontPointSize(), 15.0);
         QCOMPARE(format.fontWeight(), int(QFont::Bold));
         QVERIFY(format.fontItalic() && format.fontUnderline() && !format.fontStrikeOut());
         QCOMPARE(format.foreground().color(), QColor(255, 0, 0)); // red is the lowest byte
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("Cadd");
         const QString rtf = b.kartei.Stored()[0].Frage;
-        QVERIFY(rtf.contains(QStringLiteral("Liberation Serif")));
-        QVERIFY(rtf.contains(QStringLiteral("\\fs30")));
+        QVERIFY(rtf.contains(u"Liberation Serif"_s));
+        QVERIFY(rtf.contains(u"\\fs30"_s));
     }
 
     void TextOfSeveralLinesIsStoredWithCrLf()
     {
         EditorBuehne b({});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("a"));
+        b.Tippen("MFrage", u"a"_s);
         b.Taste(Qt::Key_Return);
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("b"));
-        b.Tippen("Antwort(0)", QStringLiteral("c"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"b"_s);
+        b.Tippen("Antwort(0)", u"c"_s);
         b.Klick("Cadd");
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("a\r\nb"));
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"a\r\nb"_s);
     }
 
     void MissingQuestionIsSaidAndGetsTheFocus()
     {
         EditorBuehne b({});
         b.Zeigen();
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("Cadd");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("a"));
+        QCOMPARE(b.Text("Antwort(0)"), u"a"_s);
         QCOMPARE(b.kartei.store.FehlerStatus, qint16(1));
     }
 
@@ -122,9 +125,9 @@ private slots:
     {
         EditorBuehne b({});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("MFrage", u"f"_s);
         b.Klick("Cadd");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Antwort eingegeben")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Antwort eingegeben"_s));
         QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
     }
 
@@ -132,14 +135,14 @@ private slots:
     {
         EditorBuehne b({});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("MFrage", u"f"_s);
         b.Klick("Antwort_K");
-        b.Tippen("Antwort(1)", QStringLiteral("a"));
+        b.Tippen("Antwort(1)", u"a"_s);
         for (const char *kreuz : {"Check1(0)", "Check1(1)", "Check1(3)"})
             QTest::mouseClick(b.Steuerung(kreuz), Qt::LeftButton, {},
                               QPoint(8, b.Steuerung(kreuz)->height() / 2));
         b.Klick("Cadd");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Leere Antwort angekreuzt")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Leere Antwort angekreuzt"_s));
         QVERIFY(b.Steuerung("Antwort(3)")->hasFocus());
         QVERIFY(b.kartei.Stored().isEmpty());
     }
@@ -148,15 +151,15 @@ private slots:
     {
         EditorBuehne b({});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("MFrage", u"f"_s);
         b.Klick("Antwort_K");
-        b.Tippen("Antwort(1)", QStringLiteral("a"));
+        b.Tippen("Antwort(1)", u"a"_s);
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Antworttyp, 2.0);
         QVERIFY(!card.Antwort_ch_1 && !card.Antwort_ch_2);
-        QCOMPARE(card.Antwort_2_Klartext, QStringLiteral("a"));
+        QCOMPARE(card.Antwort_2_Klartext, u"a"_s);
     }
 
     void TicksAreShownAsTheyWereStored()
@@ -165,10 +168,10 @@ private slots:
         b.Zeigen();
         QVERIFY(b.Finde<QRadioButton>("Antwort_K")->isChecked());
         for (int i = 0; i < 5; ++i) {
-            auto *kreuz = b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)));
+            auto *kreuz = b.Finde<QCheckBox>(qPrintable(u"Check1(%1)"_s.arg(i)));
             QVERIFY(kreuz->isVisible());
             QCOMPARE(kreuz->isChecked(), i == 1 || i == 4);
-            QVERIFY(b.Steuerung(qPrintable(QStringLiteral("Antwort(%1)").arg(i)))->isVisible());
+            QVERIFY(b.Steuerung(qPrintable(u"Antwort(%1)"_s.arg(i)))->isVisible());
         }
     }
 
@@ -183,13 +186,13 @@ private slots:
         QApplication::processEvents();
         const int hoch = b.Steuerung("Antwort(0)")->height();
         for (int i = 0; i < 5; ++i) {
-            QCOMPARE(b.Steuerung(qPrintable(QStringLiteral("Antwort(%1)").arg(i)))->isVisible(), i == 0);
-            QVERIFY(!b.Steuerung(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isVisible());
+            QCOMPARE(b.Steuerung(qPrintable(u"Antwort(%1)"_s.arg(i)))->isVisible(), i == 0);
+            QVERIFY(!b.Steuerung(qPrintable(u"Check1(%1)"_s.arg(i)))->isVisible());
         }
         b.Klick("Antwort_K");
         QApplication::processEvents();
         QVERIFY(hoch > 3 * b.Steuerung("Antwort(0)")->height());
-        QCOMPARE(b.Text("Antwort(4)"), QStringLiteral("fünf"));
+        QCOMPARE(b.Text("Antwort(4)"), u"fünf"_s);
         QVERIFY(b.Finde<QCheckBox>("Check1(4)")->isChecked());
         // Nothing else has moved.
         QCOMPARE(b.Steuerung("MFrage")->geometry(), frage);
@@ -208,10 +211,10 @@ private slots:
         QFETCH(int, taste);
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", QStringLiteral("99"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("99"));
+        b.Ersetzen("MaskFrageNr", u"99"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"99"_s);
         b.Taste(taste);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         QVERIFY(b.fenster->isVisible());
     }
 
@@ -222,8 +225,8 @@ private slots:
         b.Steuerung("CEOF")->setFocus();
         b.Taste(Qt::Key_Space);
         QVERIFY(b.Neu());
-        QTest::keyClicks(b.fenster->focusWidget(), QStringLiteral("Neues"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Neues"));
+        QTest::keyClicks(b.fenster->focusWidget(), u"Neues"_s);
+        QCOMPARE(b.Text("MFrage"), u"Neues"_s);
     }
 
     void TextAnswerHasItsWholeFieldAndALineOfATickCardLeavesTheTickItsRoom()
@@ -247,7 +250,7 @@ private slots:
         b.fenster->resize(b.fenster->minimumSizeHint());
         b.Klick("CEOF");
         b.Klick("Antwort_K");
-        b.Tippen("Antwort(1)", QStringLiteral("Grafin"));
+        b.Tippen("Antwort(1)", u"Grafin"_s);
         QApplication::processEvents();
         for (const char *name : {"Antwort(0)", "Antwort(1)"})
             QVERIFY2(!b.Box(name)->verticalScrollBar()->isVisible(), name);
@@ -266,20 +269,20 @@ private slots:
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Antworttyp, 1.0);
         QVERIFY(!card.Antwort_ch_1 && card.Antwort_ch_2 && card.Antwort_ch_5);
-        QCOMPARE(card.Antwort_5_Klartext, QStringLiteral("fünf"));
+        QCOMPARE(card.Antwort_5_Klartext, u"fünf"_s);
     }
 
     void TextCardWithItsAnswerInAHiddenBoxIsStored()
     {
         CardRecord card = MakeCard(1, 0, 1);
         card.Antwort_1 = card.Antwort_1_Klartext = QString();
-        card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("drei");
+        card.Antwort_3 = card.Antwort_3_Klartext = u"drei"_s;
         EditorBuehne b({card});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("xFrage 1"));
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"xFrage 1"_s);
     }
 
     void EmptiedAnswerKeepsItsPlainTextInTheRecord()
@@ -289,8 +292,8 @@ private slots:
         b.Ersetzen("Antwort(2)", {});
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Antwort_3_Klartext, QStringLiteral("drei"));
-        QVERIFY(!card.Antwort_3.contains(QStringLiteral("drei")));
+        QCOMPARE(card.Antwort_3_Klartext, u"drei"_s);
+        QVERIFY(!card.Antwort_3.contains(u"drei"_s));
     }
 
     void CardWithoutATypeShowsNoneAndKeepsNone()
@@ -302,7 +305,7 @@ private slots:
         b.Klick("CVor");
         QVERIFY(!b.Finde<QRadioButton>("Antwort_T")->isChecked());
         QVERIFY(!b.Finde<QRadioButton>("Antwort_K")->isChecked());
-        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MFrage", u"neu"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[1].Antworttyp, 0.0);
     }
@@ -314,12 +317,12 @@ private slots:
         card.Antwort_ch_3 = true;
         EditorBuehne b({card});
         b.Zeigen();
-        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MFrage", u"neu"_s);
         b.Klick("Cadd");
         QCOMPARE(b.Meldungstexte(), QStringList());
         QVERIFY(b.Steuerung("Antwort(0)")->isVisible() && !b.Steuerung("Antwort(2)")->isVisible());
         const CardRecord stored = b.kartei.Stored()[0];
-        QCOMPARE(stored.Frage_Klartext, QStringLiteral("neu"));
+        QCOMPARE(stored.Frage_Klartext, u"neu"_s);
         QVERIFY(stored.Antwort_ch_3);
     }
 
@@ -333,8 +336,7 @@ private slots:
         QVERIFY(b.Finde<QRadioButton>("Antwort_T")->isChecked());
         b.Klick("Antwort_K");
         for (int i = 0; i < 5; ++i)
-            QCOMPARE(b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isChecked(),
-                     i == 1 || i == 4);
+            QCOMPARE(b.Finde<QCheckBox>(qPrintable(u"Check1(%1)"_s.arg(i)))->isChecked(), i == 1 || i == 4);
         b.Klick("CVor");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Antworttyp, 2.0);
@@ -362,13 +364,13 @@ private slots:
         b.Zeigen();
         switch (was) {
         case 0:
-            b.Tippen("MFrage", QStringLiteral("neu "));
+            b.Tippen("MFrage", u"neu "_s);
             break;
         case 1:
-            b.Tippen("Antwort(4)", QStringLiteral("neu "));
+            b.Tippen("Antwort(4)", u"neu "_s);
             break;
         case 2:
-            b.Ersetzen("MaskThema", QStringLiteral("neu "));
+            b.Ersetzen("MaskThema", u"neu "_s);
             break;
         case 3:
             QTest::mouseClick(b.Steuerung("Check1(0)"), Qt::LeftButton, {}, QPoint(8, 8));
@@ -386,11 +388,11 @@ private slots:
             break;
         }
         b.Klick("CVor");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Frage_Klartext.startsWith(QStringLiteral("neu ")), was == 0);
-        QCOMPARE(card.Antwort_5_Klartext.startsWith(QStringLiteral("neu ")), was == 1);
-        QCOMPARE(card.Picture_9_Name, was == 2 ? QStringLiteral("neu ") : QStringLiteral("Thema 1"));
+        QCOMPARE(card.Frage_Klartext.startsWith(u"neu "_s), was == 0);
+        QCOMPARE(card.Antwort_5_Klartext.startsWith(u"neu "_s), was == 1);
+        QCOMPARE(card.Picture_9_Name, was == 2 ? u"neu "_s : u"Thema 1"_s);
         QCOMPARE(card.Antwort_ch_1, was == 3 || was == 6);
         QCOMPARE(card.Antworttyp, was == 4 || was == 5 ? 1.0 : 2.0);
     }

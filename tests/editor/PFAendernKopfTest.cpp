@@ -11,6 +11,9 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The lines above and between a card's texts: number, topic, type and ticks.
 class PFAendernKopfTest : public QObject
 {
@@ -36,10 +39,10 @@ private slots:
         b.Zeigen();
         auto *thema = b.Finde<QLineEdit>("MaskThema");
         thema->setFocus();
-        const QString lines = QStringLiteral("\r\nErdkunde\r\nFlüsse\n\nund\u2029Seen\n");
+        const QString lines = u"\r\nErdkunde\r\nFlüsse\n\nund\u2029Seen\n"_s;
         QApplication::clipboard()->setText(lines);
         b.Taste(Qt::Key_End);
-        QTest::keyClicks(thema, QStringLiteral("a"));
+        QTest::keyClicks(thema, u"a"_s);
         if (weg == 0) {
             b.Taste(Qt::Key_V, Qt::ControlModifier);
         } else if (weg == 1) {
@@ -61,23 +64,23 @@ private slots:
             QDropEvent fall(ende, Qt::CopyAction, &mime, Qt::LeftButton, {});
             QApplication::sendEvent(thema, &fall);
         }
-        QCOMPARE(thema->text(), QStringLiteral("Thema 1aErdkunde Flüsse und Seen"));
+        QCOMPARE(thema->text(), u"Thema 1aErdkunde Flüsse und Seen"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.store.Felder().Picture_name[8].Text(), thema->text());
         if (weg != 3) {
             thema->setFocus();
             b.Taste(Qt::Key_Z, Qt::ControlModifier);
-            QCOMPARE(thema->text(), QStringLiteral("Thema 1a"));
+            QCOMPARE(thema->text(), u"Thema 1a"_s);
         }
     }
 
     void TopicWithLinesThatNobodyTouchesKeepsThem()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Picture_9_Name = QStringLiteral("eins\r\nzwei");
+        card.Picture_9_Name = u"eins\r\nzwei"_s;
         EditorBuehne b({card});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Picture_9_Name, card.Picture_9_Name);
     }
@@ -96,14 +99,14 @@ private slots:
         }
         b.kartei.Open();
         b.Zeigen();
-        QVERIFY(b.Text("MaskThema").size() < 2000 && b.Text("MaskThema").startsWith(QStringLiteral("MMM")));
-        b.Tippen("MaskThema", QStringLiteral("x"));
-        b.Tippen("MFrage", QStringLiteral("neu "));
+        QVERIFY(b.Text("MaskThema").size() < 2000 && b.Text("MaskThema").startsWith(u"MMM"_s));
+        b.Tippen("MaskThema", u"x"_s);
+        b.Tippen("MFrage", u"neu "_s);
         b.Klick("CVor");
         QVERIFY(b.Meldungstexte().isEmpty());
         QVERIFY(!b.Finde<QLineEdit>("MaskThema")->isReadOnly());
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Frage_Klartext, QStringLiteral("neu Frage 1"));
+        QCOMPARE(card.Frage_Klartext, u"neu Frage 1"_s);
         QVERIFY(card.Picture_9_Name == riesig && card.Picture_6_Name == riesig);
     }
 
@@ -112,12 +115,12 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         auto *nummer = b.Finde<QLineEdit>("MaskFrageNr");
-        b.Ersetzen("MaskFrageNr", QStringLiteral("3"));
+        b.Ersetzen("MaskFrageNr", u"3"_s);
         b.Taste(Qt::Key_Return);
-        QCOMPARE(nummer->selectedText(), QStringLiteral("3"));
-        QTest::keyClicks(nummer, QStringLiteral("2"));
+        QCOMPARE(nummer->selectedText(), u"3"_s);
+        QTest::keyClicks(nummer, u"2"_s);
         b.Taste(Qt::Key_Return);
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("Frage 2"));
+        QCOMPARE(b.Text("MFrage"), u"Frage 2"_s);
     }
 
     // --- A new card on which nothing is written
@@ -142,8 +145,8 @@ private slots:
         b.Steuerung("MFrage")->setFocus();
         for (const int taste : {Qt::Key_F, Qt::Key_K, Qt::Key_U, Qt::Key_H, Qt::Key_T})
             b.Taste(taste, Qt::ControlModifier);
-        if (weg == QStringLiteral("MSuchen")) {
-            b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) { dialog.close(); });
+        if (weg == u"MSuchen"_s) {
+            b.ImDialog(u"Suchen"_s, [](QWidget &dialog) { dialog.close(); });
             b.Taste(Qt::Key_F3);
             QTRY_COMPARE(b.dialogeBenutzt, 1);
         } else {
@@ -163,14 +166,14 @@ private slots:
         QTest::mouseClick(b.Steuerung("Check1(0)"), Qt::LeftButton, {}, QPoint(8, 8));
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_F, Qt::ControlModifier);
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         QVERIFY(b.fenster->close());
         QVERIFY(b.Meldungstexte().isEmpty());
         const CardRecord card = b.kartei.Stored()[0];
         QVERIFY(card.Antworttyp == 2.0 && card.Antwort_ch_1);
-        QVERIFY(card.Frage.contains(QStringLiteral("\\b")));
-        QVERIFY(card.Antwort_3.startsWith(QStringLiteral("{\\rtf"))); // as all texts of a new card
+        QVERIFY(card.Frage.contains(u"\\b"_s));
+        QVERIFY(card.Antwort_3.startsWith(u"{\\rtf"_s)); // as all texts of a new card
     }
 };
 

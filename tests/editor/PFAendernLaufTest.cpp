@@ -9,6 +9,9 @@
 #include <QTest>
 #include <sqlite3.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Notes the number that the form shows whenever it is painted.
@@ -127,8 +130,8 @@ private slots:
         QTest::addColumn<QString>("knopf");
         QTest::addColumn<int>("von");
         QTest::addColumn<QString>("zuletzt");
-        QTest::newRow("forward") << QStringLiteral("CVVor") << Voll - 100 << QString::number(Voll);
-        QTest::newRow("back") << QStringLiteral("CZZurück") << 100 << QStringLiteral("1");
+        QTest::newRow("forward") << u"CVVor"_s << Voll - 100 << QString::number(Voll);
+        QTest::newRow("back") << u"CZZurück"_s << 100 << u"1"_s;
     }
 
     void HeldButtonStopsAtTheEndsOfAFullBoxWithoutAnError()
@@ -151,7 +154,7 @@ private slots:
         QTest::mouseRelease(lauf, Qt::LeftButton);
         QVERIFY(b.Neu());
         QVERIFY(b.Meldungstexte().isEmpty());
-        b.Klick(knopf == QStringLiteral("CVVor") ? "CZurück" : "CVor");
+        b.Klick(knopf == u"CVVor"_s ? "CZurück" : "CVor");
         QCOMPARE(b.Text("MaskFrageNr"), zuletzt);
     }
 
@@ -194,7 +197,7 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CVVor");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
     }
 
     void RunIsHeldByTheSpaceBarToo()
@@ -216,8 +219,8 @@ private slots:
         QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
         Umlaufen();
         QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         QVERIFY(!b.Finde<QAbstractButton>("CVVor")->isDown());
     }
 
@@ -235,7 +238,7 @@ private slots:
         for (int i = 1; i <= 20; ++i) {
             cards << MakeCard(i, 0, i);
             if (i >= karte)
-                cards.last().Picture_1_Name = QStringLiteral("fehlt.bmp");
+                cards.last().Picture_1_Name = u"fehlt.bmp"_s;
         }
         MeldungenFenster meldungen;
         EditorBuehne b(cards, &meldungen);
@@ -243,15 +246,15 @@ private slots:
         // Closes what opens, a few rounds of the event loop later.
         QStringList gesehen;
         int runden = 0;
-        QTimer uhr;
-        connect(&uhr, &QTimer::timeout, this, [&] {
+        QTimer clock;
+        connect(&clock, &QTimer::timeout, this, [&] {
             auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
             if (!box || ++runden % 4 != 0)
                 return;
             gesehen << box->text();
             box->accept();
         });
-        uhr.start(5);
+        clock.start(5);
         auto *knopf = b.Finde<QAbstractButton>("CVVor");
         QTest::mousePress(knopf, Qt::LeftButton);
         QTRY_VERIFY(!gesehen.isEmpty() && !QApplication::activeModalWidget());
@@ -262,16 +265,16 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(b.fenster.get()));
         Umlaufen();
         QCOMPARE(b.Text("MaskFrageNr").toInt(), karte);
-        QCOMPARE(gesehen, QStringList(QStringLiteral("Bilddatei nicht gefunden fehlt.bmp")));
+        QCOMPARE(gesehen, QStringList(u"Bilddatei nicht gefunden fehlt.bmp"_s));
     }
 
     void RunStoresAChangedCardFirst()
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("neu "));
+        b.Tippen("MFrage", u"neu "_s);
         b.Klick("CVVor");
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("neu Frage 1"));
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"neu Frage 1"_s);
     }
 };
 

@@ -5,6 +5,9 @@
 
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString DialogText(QWidget &dialog, const char *name)
@@ -29,25 +32,25 @@ private slots:
 
     void DialogShowsTheSlotsOfTheThreeMoments()
     {
-        Bildbuehne b({Bildkarte(7, QStringLiteral("rot.bmp"), {}, QStringLiteral("blau.jpg"))});
+        Bildbuehne b({Bildkarte(7, u"rot.bmp"_s, {}, u"blau.jpg"_s)});
         b.Zeigen();
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
-            QCOMPARE(dialog.windowTitle(), QStringLiteral("Bild bearbeiten"));
-            QCOMPARE(DialogText(dialog, "Fragenummer"), QStringLiteral("7"));
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), u"Bild bearbeiten"_s);
+            QCOMPARE(DialogText(dialog, "Fragenummer"), u"7"_s);
             QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
             Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
             Klick(dialog, "Option3");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
             Klick(dialog, "Option2"); // is empty: the file dialog asks and is cancelled
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
             QVERIFY(!Frei(dialog, "cmdÄndern"));
             Klick(dialog, "cmdOK");
         });
         QCOMPARE(b.dialoge.gefragt.size(), 1);
-        QCOMPARE(b.dialoge.gefragt[0].titel, QStringLiteral("Bilddatei öffnen"));
-        QCOMPARE(b.dialoge.gefragt[0].filter, QStringLiteral("Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"));
+        QCOMPARE(b.dialoge.gefragt[0].titel, u"Bilddatei öffnen"_s);
+        QCOMPARE(b.dialoge.gefragt[0].filter, u"Bitmaps (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"_s);
         QCOMPARE(b.dialoge.gefragt[0].verzeichnis, b.kartei.directory.path());
         QVERIFY(b.Meldungstexte().isEmpty());
     }
@@ -57,18 +60,18 @@ private slots:
         Bildbuehne b(DreiKarten());
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("rot.bmp"), b.Datei("blau.jpg")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             Klick(dialog, "Option3");
             dialog.close();
         });
         QVERIFY(b.Farbe().blue() > 200); // slot 3 after slot 1
         b.Klick("CVor");
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Picture_1_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(card.Picture_1_Name, u"rot.bmp"_s);
         QCOMPARE(card.Picture_2_Name, QString());
-        QCOMPARE(card.Picture_3_Name, QStringLiteral("blau.jpg"));
+        QCOMPARE(card.Picture_3_Name, u"blau.jpg"_s);
         QCOMPARE(card.Pictureleft, BildlageVorgabe.links);
         QCOMPARE(card.Picturewidth, BildlageVorgabe.breite);
     }
@@ -77,63 +80,61 @@ private slots:
     void PictureOfTheSameDirectoryThroughALinkIsTaken()
     {
         Bildbuehne b(DreiKarten());
-        const QString link = b.programm.filePath(QStringLiteral("link"));
+        const QString link = b.programm.filePath(u"link"_s);
         QVERIFY(QFile::link(b.kartei.directory.path(), link));
         QVERIFY(QFile::exists(b.Datei("rot.bmp")));
         b.Zeigen();
-        b.dialoge.pfade = {link + QStringLiteral("/rot.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.dialoge.pfade = {link + u"/rot.bmp"_s};
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QVERIFY2(b.Meldungstexte().isEmpty(), qPrintable(b.Meldungstexte().join(u'|')));
         b.Klick("CVor");
-        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, u"rot.bmp"_s);
     }
 
     void PictureOfAnotherDirectoryIsRefusedAndTheSlotStays()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
-        BildSchreiben(b.programm.filePath(QStringLiteral("fremd.bmp")), {10, 10}, Qt::black);
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
+        BildSchreiben(b.programm.filePath(u"fremd.bmp"_s), {10, 10}, Qt::black);
         b.Zeigen();
-        b.dialoge.pfade = {b.programm.filePath(QStringLiteral("fremd.bmp"))};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.dialoge.pfade = {b.programm.filePath(u"fremd.bmp"_s)};
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option2");
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
             Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QCOMPARE(b.Meldungstexte(),
-                 QStringList(
-                     QStringLiteral("Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten (%1)")
-                         .arg(b.kartei.directory.path())));
+                 QStringList(u"Bitte nur Bilder aus dem gleichen Verzeichnis wie die Merkkasten (%1)"_s.arg(
+                     b.kartei.directory.path())));
     }
 
     void RefusedOrCancelledChangeLeavesTheSlotsOldPicture_data()
     {
         QTest::addColumn<QString>("datei");
-        QTest::newRow("another directory") << QStringLiteral("anderswo/fremd.bmp");
-        QTest::newRow("no picture") << QStringLiteral("text.bmp");
+        QTest::newRow("another directory") << u"anderswo/fremd.bmp"_s;
+        QTest::newRow("no picture") << u"text.bmp"_s;
         QTest::newRow("cancelled") << QString();
     }
 
     void RefusedOrCancelledChangeLeavesTheSlotsOldPicture()
     {
         QFETCH(QString, datei);
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         QFile text(b.Datei("text.bmp"));
         QVERIFY(text.open(QIODevice::WriteOnly) && text.write("kein Bild") > 0);
         text.close();
         b.Zeigen();
         b.dialoge.pfade = {datei.isEmpty() ? datei : b.Datei(qPrintable(datei))};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
             Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
-            const auto *bild =
-                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
             QCOMPARE(bild->pixmap().size(), QSize(200, 150));
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
             dialog.close();
@@ -142,9 +143,9 @@ private slots:
         QCOMPARE(b.Meldungstexte().size(), datei.isEmpty() ? 0 : 1);
         QVERIFY(b.Bild()->isVisible());
         QCOMPARE(b.Farbe(), QColor(Qt::red));
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("Cadd");
-        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, u"rot.bmp"_s);
     }
 
     // Its buttons are for a slot that names a file; the option itself asks again.
@@ -153,24 +154,24 @@ private slots:
         Bildbuehne b(DreiKarten());
         b.Zeigen();
         b.dialoge.pfade = {QString(), QString(), b.Datei("rot.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option2"); // cancelled
             QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
             Klick(dialog, "cmdÄndern");
             QCOMPARE(b.dialoge.gefragt.size(), 1);
             Klick(dialog, "Option2");
             QCOMPARE(b.dialoge.gefragt.size(), 2);
-            QTest::keyClick(dialog.findChild<QWidget *>(QStringLiteral("Option2")), Qt::Key_Space);
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QTest::keyClick(dialog.findChild<QWidget *>(u"Option2"_s), Qt::Key_Space);
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
             Klick(dialog, "cmdLöschen");
             b.dialoge.pfade = {b.Datei("blau.jpg")};
             Klick(dialog, "Option2"); // is empty again
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
             dialog.close();
         });
         b.Klick("CVor");
-        QCOMPARE(b.kartei.Stored()[0].Picture_2_Name, QStringLiteral("blau.jpg"));
+        QCOMPARE(b.kartei.Stored()[0].Picture_2_Name, u"blau.jpg"_s);
     }
 
     void TooLargePictureIsCutAndSaidForEachSide()
@@ -178,12 +179,11 @@ private slots:
         Bildbuehne b(DreiKarten());
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("gross.bmp"), b.Datei("hoch.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
-            const auto *bild =
-                dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QStringLiteral("Picture1")));
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
+            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
             Klick(dialog, "Option1");
             QCOMPARE(bild->pixmap().size(), bild->size());
-            const QString text = QStringLiteral("Das Bild ist zu groß, Ränder werden abgeschnitten");
+            const QString text = u"Das Bild ist zu groß, Ränder werden abgeschnitten"_s;
             QCOMPARE(b.Meldungstexte(), (QStringList{text, text}));
             Klick(dialog, "Option2");
             QCOMPARE(bild->pixmap().size(), QSize(100, bild->height()));
@@ -200,25 +200,24 @@ private slots:
         text.close();
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("text.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
             QVERIFY(!Frei(dialog, "cmdLöschen"));
             dialog.close();
         });
-        QCOMPARE(
-            b.Meldungstexte(),
-            QStringList(QStringLiteral("Fehler beim Bildöffnen: Ungültiges Bild „%1“: weder BMP noch JPEG.")
-                            .arg(b.Datei("text.bmp"))));
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(u"Fehler beim Bildöffnen: Ungültiges Bild „%1“: weder BMP noch JPEG."_s.arg(
+                     b.Datei("text.bmp"))));
         b.Klick("CVor");
         QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QString());
     }
 
     void ClearedSlotKeepsItsNameInTheRecord()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
             Klick(dialog, "cmdLöschen");
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
@@ -226,42 +225,42 @@ private slots:
             dialog.close();
         });
         QVERIFY(!b.Bild()->isVisible());
-        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MFrage", u"neu"_s);
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Frage_Klartext, QStringLiteral("neu"));
-        QCOMPARE(card.Picture_1_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(card.Frage_Klartext, u"neu"_s);
+        QCOMPARE(card.Picture_1_Name, u"rot.bmp"_s);
     }
 
     void ChangeAsksForAnotherFile()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("rot.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("blau.jpg")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
             Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("blau.jpg"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
             dialog.close();
         });
         b.Klick("CVor");
-        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, QStringLiteral("blau.jpg"));
+        QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, u"blau.jpg"_s);
     }
 
     void MissingFileOfASlotCanBeReplaced()
     {
-        Bildbuehne b({Bildkarte(1, QStringLiteral("fehlt.bmp"))});
+        Bildbuehne b({Bildkarte(1, u"fehlt.bmp"_s)});
         b.Zeigen();
         b.Meldungstexte();
         b.dialoge.pfade = {b.Datei("rot.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             QCOMPARE(b.Meldungstexte(),
-                     QStringList(QStringLiteral("Fehler beim Bildöffnen: Datei nicht gefunden: „%1“")
-                                     .arg(b.Datei("fehlt.bmp"))));
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("fehlt.bmp"));
+                     QStringList(
+                         u"Fehler beim Bildöffnen: Datei nicht gefunden: „%1“"_s.arg(b.Datei("fehlt.bmp"))));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"fehlt.bmp"_s);
             Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("rot.bmp"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QCOMPARE(b.Farbe(), QColor(Qt::red));
@@ -272,33 +271,33 @@ private slots:
     void SoundsUseSlots6To8AndAreHeardOnce()
     {
         CardRecord card = MakeCard(3, 0, 1);
-        card.Picture_2_Name = QStringLiteral("rot.bmp");
-        card.Picture_6_Name = QStringLiteral("C:\\x\\a.wav");
+        card.Picture_2_Name = u"rot.bmp"_s;
+        card.Picture_6_Name = u"C:\\x\\a.wav"_s;
         Bildbuehne b({card});
         KlangSchreiben(b.Datei("a.wav"));
         KlangSchreiben(b.Datei("b.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("b.wav")};
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
-            QCOMPARE(dialog.windowTitle(), QStringLiteral("Sound bearbeiten"));
-            QCOMPARE(DialogText(dialog, "Fragenummer"), QStringLiteral("3"));
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), u"Sound bearbeiten"_s);
+            QCOMPARE(DialogText(dialog, "Fragenummer"), u"3"_s);
             Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("C:\\x\\a.wav"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"C:\\x\\a.wav"_s);
             QCOMPARE(b.ton.gespielt, QStringList(b.Datei("a.wav")));
             Klick(dialog, "Option2");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QStringLiteral("b.wav"));
+            QCOMPARE(DialogText(dialog, "Dateiname"), u"b.wav"_s);
             QCOMPARE(b.ton.gespielt, (QStringList{b.Datei("a.wav"), b.Datei("b.wav")}));
             QCOMPARE(b.ton.stillen, 0);
             Klick(dialog, "cmdOK");
         });
         QCOMPARE(b.ton.gespielt.size(), 2);
         QCOMPARE(b.ton.stillen, 1);
-        QCOMPARE(b.dialoge.gefragt[0].titel, QStringLiteral("Sounddatei öffnen"));
-        QCOMPARE(b.dialoge.gefragt[0].filter, QStringLiteral("Audiodateien (*.wav)|*.wav"));
+        QCOMPARE(b.dialoge.gefragt[0].titel, u"Sounddatei öffnen"_s);
+        QCOMPARE(b.dialoge.gefragt[0].filter, u"Audiodateien (*.wav)|*.wav"_s);
         b.Klick("CVor");
         const CardRecord stored = b.kartei.Stored()[0];
-        QCOMPARE(stored.Picture_7_Name, QStringLiteral("b.wav"));
-        QCOMPARE(stored.Picture_2_Name, QStringLiteral("rot.bmp"));
+        QCOMPARE(stored.Picture_7_Name, u"b.wav"_s);
+        QCOMPARE(stored.Picture_2_Name, u"rot.bmp"_s);
     }
 
     void SoundWithTheAnswerIsSlot7AndNeverThePictureOfSlot2()
@@ -307,12 +306,12 @@ private slots:
         KlangSchreiben(b.Datei("a.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("a.wav")};
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option2");
             dialog.close();
         });
         // The picture dialog's "Antwort" is another slot: it finds none and asks.
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option2");
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
             dialog.close();
@@ -320,25 +319,24 @@ private slots:
         QCOMPARE(b.dialoge.gefragt.size(), 2);
         b.Klick("CVor");
         const CardRecord stored = b.kartei.Stored()[0];
-        QCOMPARE(stored.Picture_7_Name, QStringLiteral("a.wav"));
+        QCOMPARE(stored.Picture_7_Name, u"a.wav"_s);
         QCOMPARE(stored.Picture_2_Name, QString());
-        QCOMPARE(stored.Picture_9_Name, QStringLiteral("Thema 1"));
+        QCOMPARE(stored.Picture_9_Name, u"Thema 1"_s);
     }
 
     void SoundOfAnotherDirectoryIsRefused()
     {
         Bildbuehne b(DreiKarten());
         b.Zeigen();
-        b.dialoge.pfade = {b.programm.filePath(QStringLiteral("x.wav"))};
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+        b.dialoge.pfade = {b.programm.filePath(u"x.wav"_s)};
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option3");
             QCOMPARE(DialogText(dialog, "Dateiname"), QString());
             dialog.close();
         });
         QCOMPARE(b.Meldungstexte(),
-                 QStringList(
-                     QStringLiteral("Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten (%1)")
-                         .arg(b.kartei.directory.path())));
+                 QStringList(u"Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten (%1)"_s.arg(
+                     b.kartei.directory.path())));
         b.Klick("CVor");
         QCOMPARE(b.kartei.Stored()[0].Picture_8_Name, QString());
     }
@@ -346,14 +344,14 @@ private slots:
     void MissingSoundIsSaidAndNotPlayed()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Picture_8_Name = QStringLiteral("weg.wav");
+        card.Picture_8_Name = u"weg.wav"_s;
         Bildbuehne b({card});
         b.Zeigen();
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option3");
             QCOMPARE(b.Meldungstexte(),
-                     QStringList(QStringLiteral("Fehler beim Soundöffnen: Datei nicht gefunden: „%1“")
-                                     .arg(b.Datei("weg.wav"))));
+                     QStringList(
+                         u"Fehler beim Soundöffnen: Datei nicht gefunden: „%1“"_s.arg(b.Datei("weg.wav"))));
             QVERIFY(b.ton.gespielt.isEmpty());
             dialog.close();
         });
@@ -362,25 +360,25 @@ private slots:
     void EmptiedSoundKeepsItsNameInTheRecord()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Picture_6_Name = QStringLiteral("a.wav");
+        card.Picture_6_Name = u"a.wav"_s;
         Bildbuehne b({card});
         b.Zeigen();
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
             Klick(dialog, "Option1");
             Klick(dialog, "cmdLöschen");
             dialog.close();
         });
         b.Klick("CVor");
-        QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, QStringLiteral("a.wav"));
+        QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, u"a.wav"_s);
     }
 
     void EscapeClosesTheDialogs()
     {
         Bildbuehne b(DreiKarten());
         b.Zeigen();
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"),
+        b.Dialog("MBilder", u"Bildbearbeiten"_s,
                  [](QWidget &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"),
+        b.Dialog("MTon", u"Soundbearbeiten"_s,
                  [](QWidget &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
         QVERIFY(b.fenster->close());
         QCOMPARE(b.kartei.Stored()[0], MakeCard(1, 0, 1));

@@ -8,6 +8,9 @@
 #include <QMessageBox>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 CardRecord Karte(int nummer, const QString &frage, const QString &antwort, const QString &thema)
@@ -27,8 +30,8 @@ struct Suchbuehne : EditorBuehne
     void Suche(const QString &begriff)
     {
         const int vorher = dialogeBenutzt;
-        ImDialog(QStringLiteral("Suchen"), [begriff](QWidget &dialog) {
-            auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
+        ImDialog(u"Suchen"_s, [begriff](QWidget &dialog) {
+            auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
             // Replaces the last term, which is selected.
             for (const QChar zeichen : begriff)
                 QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, zeichen, Qt::NoModifier);
@@ -52,15 +55,14 @@ private slots:
 
     void HitIsShownWithTheCaretOnIt()
     {
-        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, QStringLiteral("Wie heißt der Fluß?"),
-                                               QStringLiteral("Die ELBE"), QStringLiteral("Erdkunde"))});
+        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, u"Wie heißt der Fluß?"_s, u"Die ELBE"_s, u"Erdkunde"_s)});
         b.Zeigen();
-        b.Suche(QStringLiteral("fluß"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        b.Suche(u"fluß"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
         QCOMPARE(b.Box("MFrage")->textCursor().position(), 14);
-        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("Fluß"));
-        b.Suche(QStringLiteral("elbe"));
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), u"Fluß"_s);
+        b.Suche(u"elbe"_s);
         QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
         QCOMPARE(b.Box("Antwort(0)")->textCursor().position(), 4);
         QVERIFY(b.Meldungstexte().isEmpty());
@@ -68,13 +70,12 @@ private slots:
 
     void HitInTheTopicIsMarkedThere()
     {
-        Suchbuehne b({MakeCard(1, 0, 1),
-                      Karte(2, QStringLiteral("f"), QStringLiteral("a"), QStringLiteral("die Erdkunde"))});
+        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, u"f"_s, u"a"_s, u"die Erdkunde"_s)});
         b.Zeigen();
-        b.Suche(QStringLiteral("ERD"));
+        b.Suche(u"ERD"_s);
         auto *thema = b.Finde<QLineEdit>("MaskThema");
         QVERIFY(thema->hasFocus());
-        QCOMPARE(thema->selectedText(), QStringLiteral("Erd"));
+        QCOMPARE(thema->selectedText(), u"Erd"_s);
         QCOMPARE(thema->cursorPosition(), 4);
         // The menu acts on text boxes only, and none has the keyboard now.
         QVERIFY(!b.fenster->findChild<QMenu *>("MFont")->isEnabled());
@@ -85,13 +86,13 @@ private slots:
     {
         CardRecord card = MakeCard(2, 0, 2);
         card.Antworttyp = 2;
-        card.Antwort_4 = QStringLiteral(R"({\rtf1 eins\par zwei\line drei Nadel\par})");
-        card.Antwort_4_Klartext = QStringLiteral("eins\r\nzwei\r\ndrei Nadel");
+        card.Antwort_4 = uR"({\rtf1 eins\par zwei\line drei Nadel\par})"_s;
+        card.Antwort_4_Klartext = u"eins\r\nzwei\r\ndrei Nadel"_s;
         Suchbuehne b({MakeCard(1, 0, 1), card});
         b.Zeigen();
-        b.Suche(QStringLiteral("nadel"));
+        b.Suche(u"nadel"_s);
         QVERIFY(b.Steuerung("Antwort(3)")->hasFocus());
-        QCOMPARE(b.Box("Antwort(3)")->textCursor().selectedText(), QStringLiteral("Nadel"));
+        QCOMPARE(b.Box("Antwort(3)")->textCursor().selectedText(), u"Nadel"_s);
         QCOMPARE(b.Box("Antwort(3)")->textCursor().position(), 15);
     }
 
@@ -100,9 +101,9 @@ private slots:
         Suchbuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CVor");
-        b.Suche(QStringLiteral("Kranich"));
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Kranich leider nicht gefunden")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        b.Suche(u"Kranich"_s);
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Kranich leider nicht gefunden"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QCOMPARE(b.suche.feld, qint16(0));
     }
 
@@ -112,16 +113,16 @@ private slots:
         Suchbuehne b(DreiKarten(), &meldungen);
         b.Zeigen();
         QString gesagt;
-        QTimer uhr;
-        connect(&uhr, &QTimer::timeout, this, [&] {
+        QTimer clock;
+        connect(&clock, &QTimer::timeout, this, [&] {
             if (auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget())) {
                 gesagt = box->text();
                 QTest::keyClick(box, Qt::Key_Return);
             }
         });
-        uhr.start(5);
-        b.Suche(QStringLiteral("Kranich"));
-        QCOMPARE(gesagt, QStringLiteral("Kranich leider nicht gefunden"));
+        clock.start(5);
+        b.Suche(u"Kranich"_s);
+        QCOMPARE(gesagt, u"Kranich leider nicht gefunden"_s);
         QCOMPARE(QApplication::focusWidget(), b.Steuerung("MFrage"));
     }
 
@@ -130,8 +131,8 @@ private slots:
         Suchbuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Suche(QStringLiteral("Frage"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        b.Suche(u"Frage"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
     }
 
     void SearchWrapsFromTheLastCardToTheFirst()
@@ -140,22 +141,22 @@ private slots:
         b.Zeigen();
         b.Klick("CEOF");
         b.Klick("CZurück");
-        b.Suche(QStringLiteral("Frage 1"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        b.Suche(u"Frage 1"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
     }
 
     void TermTwiceInOneQuestionIsFoundOnce()
     {
         const auto karte = [](int nummer, const QString &frage) {
-            return Karte(nummer, frage, QStringLiteral("a"), QStringLiteral("t"));
+            return Karte(nummer, frage, u"a"_s, u"t"_s);
         };
-        Suchbuehne b({karte(1, QStringLiteral("Rose und rose")), karte(2, QStringLiteral("eine Rose"))});
+        Suchbuehne b({karte(1, u"Rose und rose"_s), karte(2, u"eine Rose"_s)});
         b.Zeigen();
-        b.Suche(QStringLiteral("rose"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
+        b.Suche(u"rose"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         QCOMPARE(b.Box("MFrage")->textCursor().position(), 0);
-        b.Suche(QStringLiteral("rose"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        b.Suche(u"rose"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QCOMPARE(b.Box("MFrage")->textCursor().position(), 5);
         QCOMPARE(b.Meldungstexte(), QStringList());
     }
@@ -174,14 +175,14 @@ private slots:
         QFETCH(bool, gefunden);
         CardRecord card = MakeCard(2, 0, 2);
         card.Antworttyp = typ;
-        card.Antwort_3 = card.Antwort_3_Klartext = QStringLiteral("Kranich");
+        card.Antwort_3 = card.Antwort_3_Klartext = u"Kranich"_s;
         Suchbuehne b({MakeCard(1, 0, 1), card});
         b.Zeigen();
-        b.Suche(QStringLiteral("Kranich"));
-        QCOMPARE(b.Text("MaskFrageNr"), gefunden ? QStringLiteral("2") : QStringLiteral("1"));
+        b.Suche(u"Kranich"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), gefunden ? u"2"_s : u"1"_s);
         QCOMPARE(b.Steuerung("Antwort(2)")->hasFocus(), gefunden);
         QCOMPARE(b.Meldungstexte(),
-                 gefunden ? QStringList() : QStringList(QStringLiteral("Kranich leider nicht gefunden")));
+                 gefunden ? QStringList() : QStringList(u"Kranich leider nicht gefunden"_s));
     }
 
     void SearchFromTheLastCardEndsWhenItComesRoundToIt()
@@ -190,57 +191,56 @@ private slots:
         b.Zeigen();
         b.Klick("CEOF");
         b.Klick("CZurück");
-        b.Suche(QStringLiteral("Frage 3"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        b.Suche(u"Frage 3"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         QCOMPARE(b.Meldungstexte(), QStringList());
         // The next search passes the first two cards and stops at the third, without its hit.
-        b.Suche(QStringLiteral("Frage 3"));
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Frage 3 leider nicht gefunden")));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        b.Suche(u"Frage 3"_s);
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Frage 3 leider nicht gefunden"_s));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         QVERIFY(!b.Neu());
     }
 
     void LowerCaseFindsCapitalsAndUmlauts()
     {
-        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, QStringLiteral("WAS IST EINE ÜBUNG?"), QStringLiteral("a"),
-                                               QStringLiteral("t"))});
+        Suchbuehne b({MakeCard(1, 0, 1), Karte(2, u"WAS IST EINE ÜBUNG?"_s, u"a"_s, u"t"_s)});
         b.Zeigen();
-        b.Suche(QStringLiteral("übung"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("ÜBUNG"));
+        b.Suche(u"übung"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), u"ÜBUNG"_s);
     }
 
     void RepeatedSearchGoesOnToTheNextHit()
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.Suche(QStringLiteral("frage"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        b.Suche(QStringLiteral("frage"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-        b.Suche(QStringLiteral("frage"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        b.Suche(u"frage"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
+        b.Suche(u"frage"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
+        b.Suche(u"frage"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
     }
 
     void DialogKeepsItsTermForTheProgramsRun()
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
-            QCOMPARE(dialog.windowTitle(), QStringLiteral("Suchen"));
-            QTest::keyClicks(dialog.findChild<QWidget *>(QStringLiteral("suchtext")), QStringLiteral("Rest"));
-            QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("CAbbruch")), Qt::LeftButton);
+        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
+            QCOMPARE(dialog.windowTitle(), u"Suchen"_s);
+            QTest::keyClicks(dialog.findChild<QWidget *>(u"suchtext"_s), u"Rest"_s);
+            QTest::mouseClick(dialog.findChild<QWidget *>(u"CAbbruch"_s), Qt::LeftButton);
         });
         b.Menue("MExtras", "MSuchen");
-        QCOMPARE(b.suche.letzterBegriff, QStringLiteral("Rest"));
+        QCOMPARE(b.suche.letzterBegriff, u"Rest"_s);
         b.Klick("Cback");
         b.Zeigen();
-        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
-            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(QStringLiteral("suchtext")));
-            QCOMPARE(text->text(), QStringLiteral("Rest"));
+        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
+            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(u"suchtext"_s));
+            QCOMPARE(text->text(), u"Rest"_s);
             // An empty term searches nothing, and the dialog stays.
             text->clear();
-            QTest::mouseClick(dialog.findChild<QWidget *>(QStringLiteral("COK")), Qt::LeftButton);
+            QTest::mouseClick(dialog.findChild<QWidget *>(u"COK"_s), Qt::LeftButton);
             QVERIFY(dialog.isVisible());
             QTest::keyClick(text, Qt::Key_Escape);
         });
@@ -253,16 +253,16 @@ private slots:
     void UndoAndRedoWorkInTheSearchBox()
     {
         Suchbuehne b(DreiKarten());
-        b.suche.letzterBegriff = QStringLiteral("Rest");
+        b.suche.letzterBegriff = u"Rest"_s;
         b.Zeigen();
-        b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
-            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(QStringLiteral("suchtext")));
+        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
+            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(u"suchtext"_s));
             QTest::keyClick(text, Qt::Key_End);
-            QTest::keyClicks(text, QStringLiteral("xyz"));
+            QTest::keyClicks(text, u"xyz"_s);
             QTest::keyClick(text, Qt::Key_Z, Qt::ControlModifier);
-            QCOMPARE(text->text(), QStringLiteral("Rest"));
+            QCOMPARE(text->text(), u"Rest"_s);
             QTest::keyClick(text, Qt::Key_Y, Qt::ControlModifier);
-            QCOMPARE(text->text(), QStringLiteral("Restxyz"));
+            QCOMPARE(text->text(), u"Restxyz"_s);
             QTest::keyClick(text, Qt::Key_Escape);
         });
         b.Taste(Qt::Key_F3);
@@ -275,33 +275,33 @@ private slots:
         QList<CardRecord> karten;
         for (int nummer = 1; nummer <= 100; ++nummer)
             karten << Karte(nummer, QString(400, u'r'), QString(), QString());
-        karten.back().Frage_Klartext = QStringLiteral("Gesucht");
+        karten.back().Frage_Klartext = u"Gesucht"_s;
         Suchbuehne b(karten);
         b.Zeigen();
         b.kartei.store.Karten().Beside(
             [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
         VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
-        b.Suche(QStringLiteral("Gesucht"));
+        b.Suche(u"Gesucht"_s);
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         QCOMPARE(b.Meldungstexte(),
-                 QStringList(QStringLiteral("Fehler beim Suchen: Ein-/Ausgabefehler bei der Datei „%1“.")
-                                 .arg(b.kartei.Path())));
+                 QStringList(
+                     u"Fehler beim Suchen: Ein-/Ausgabefehler bei der Datei „%1“."_s.arg(b.kartei.Path())));
         // The next search finds it.
         b.kartei.messages.gezeigt.clear();
-        b.Suche(QStringLiteral("Gesucht"));
+        b.Suche(u"Gesucht"_s);
         QCOMPARE(b.Meldungstexte(), QStringList());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("100"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"100"_s);
     }
 
     void EmptyFileIsSaid()
     {
         Suchbuehne b(QList<CardRecord>{});
         b.Zeigen();
-        b.ImDialog(QStringLiteral("Suchen"), [&b](QWidget &dialog) {
-            auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
-            QTest::keyClicks(text, QStringLiteral("x"));
+        b.ImDialog(u"Suchen"_s, [&b](QWidget &dialog) {
+            auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
+            QTest::keyClicks(text, u"x"_s);
             QTest::keyClick(text, Qt::Key_Enter);
-            QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Diese Datei ist leer")));
+            QCOMPARE(b.Meldungstexte(), QStringList(u"Diese Datei ist leer"_s));
             dialog.close();
         });
         b.Menue("MExtras", "MSuchen");
@@ -312,10 +312,10 @@ private slots:
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", QStringLiteral("ganz neu"));
-        b.Suche(QStringLiteral("ganz neu"));
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("1"));
-        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), QStringLiteral("ganz neu"));
+        b.Ersetzen("MFrage", u"ganz neu"_s);
+        b.Suche(u"ganz neu"_s);
+        QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
+        QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), u"ganz neu"_s);
     }
 
     void CardThatMayNotBeStoredKeepsTheSearchAway()
@@ -324,7 +324,7 @@ private slots:
         b.Zeigen();
         b.Ersetzen("MFrage", {});
         b.Taste(Qt::Key_F3);
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Frage eingegeben")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
         QVERIFY(!QApplication::activeModalWidget());
     }
 };

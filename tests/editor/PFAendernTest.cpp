@@ -6,6 +6,9 @@
 #include <QLabel>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class PFAendernTest : public QObject
 {
     Q_OBJECT
@@ -20,7 +23,7 @@ private slots:
         b.Zeigen();
         b.Steuerung("MFrage")->setFocus();
         b.Taste(Qt::Key_PageUp, Qt::AltModifier);
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Alt + PageUp")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Alt + PageUp"_s));
         b.Steuerung("Antwort(0)")->setFocus();
         b.Taste(Qt::Key_PageUp, Qt::AltModifier);
         QVERIFY(b.Meldungstexte().isEmpty());
@@ -46,17 +49,17 @@ private slots:
         b.Steuerung(name)->setFocus();
         b.Taste(Qt::Key_Home, Qt::ControlModifier);
         b.Taste(Qt::Key_Home);
-        QTest::keyClicks(b.Steuerung(name), QStringLiteral("xyz"));
+        QTest::keyClicks(b.Steuerung(name), u"xyz"_s);
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(b.Text(name), vorher);
         // Showing the card is nothing that could be undone.
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(b.Text(name), vorher);
         b.Taste(Qt::Key_Y, Qt::ControlModifier);
-        QCOMPARE(b.Text(name), QStringLiteral("xyz") + vorher);
+        QCOMPARE(b.Text(name), u"xyz"_s + vorher);
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
         b.Taste(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text(name), QStringLiteral("xyz") + vorher);
+        QCOMPARE(b.Text(name), u"xyz"_s + vorher);
     }
 
     void TabGoesThroughAllControlsOnce()
@@ -71,11 +74,10 @@ private slots:
             if (b.fenster->focusWidget()->objectName() == folge.front())
                 break;
         }
-        QCOMPARE(
-            folge.join(u' '),
-            QStringLiteral("MaskFrageNr MaskThema MFrage Antwort_K Antwort(0) Check1(0) Antwort(1) Check1(1) "
-                           "Antwort(2) Check1(2) Antwort(3) Check1(3) Antwort(4) Check1(4) CZZurück CZurück "
-                           "CVor CVVor CEOF Cadd Cback"));
+        QCOMPARE(folge.join(u' '),
+                 u"MaskFrageNr MaskThema MFrage Antwort_K Antwort(0) Check1(0) Antwort(1) Check1(1) "
+                 u"Antwort(2) Check1(2) Antwort(3) Check1(3) Antwort(4) Check1(4) CZZurück CZurück "
+                 u"CVor CVVor CEOF Cadd Cback"_s);
     }
 
     void EveryControlHasAnAccessibleName()
@@ -84,8 +86,7 @@ private slots:
         b.Zeigen();
         int gesehen = 0;
         for (const QWidget *widget : b.fenster->findChildren<QWidget *>()) {
-            if (widget->focusPolicy() == Qt::NoFocus ||
-                widget->objectName().startsWith(QStringLiteral("qt_")))
+            if (widget->focusPolicy() == Qt::NoFocus || widget->objectName().startsWith(u"qt_"_s))
                 continue;
             QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
             ++gesehen;
@@ -124,20 +125,20 @@ private slots:
     void CaptionsAndTooltipsReadAsUsersKnowThem()
     {
         EditorBuehne b(DreiKarten());
-        QCOMPARE(b.Finde<QAbstractButton>("CEOF")->text(), QStringLiteral(">>|"));
-        QCOMPARE(b.Steuerung("CVor")->toolTip(), QStringLiteral("nächste Karte STRG + SHIFT + >"));
-        QCOMPARE(b.Steuerung("CZurück")->toolTip(), QStringLiteral("vorige Karte STRG+<"));
-        QCOMPARE(b.Steuerung("Cadd")->toolTip(), QStringLiteral("Karte hinzufügen (STRG+I)"));
-        QCOMPARE(b.Text("LabelNeu"), QStringLiteral("Neue Karte"));
+        QCOMPARE(b.Finde<QAbstractButton>("CEOF")->text(), u">>|"_s);
+        QCOMPARE(b.Steuerung("CVor")->toolTip(), u"nächste Karte STRG + SHIFT + >"_s);
+        QCOMPARE(b.Steuerung("CZurück")->toolTip(), u"vorige Karte STRG+<"_s);
+        QCOMPARE(b.Steuerung("Cadd")->toolTip(), u"Karte hinzufügen (STRG+I)"_s);
+        QCOMPARE(b.Text("LabelNeu"), u"Neue Karte"_s);
         const auto texte = [&](const char *menue) {
             QStringList liste;
             for (const QAction *eintrag : b.fenster->findChild<QMenu *>(QString::fromUtf8(menue))->actions())
                 liste << eintrag->text().remove(u'&');
             return liste.join(u'|');
         };
-        QCOMPARE(texte("MFont"), QStringLiteral("Schriftart||Fett|Kursiv|Unterstrichen|Hochgestellt|"
-                                                "Normalgestellt|Tiefgestellt"));
-        QCOMPARE(texte("MExtras"), QStringLiteral("hinzufügen|suchen|kopieren|löschen|drucken|Bilder|Ton"));
+        QCOMPARE(texte("MFont"), u"Schriftart||Fett|Kursiv|Unterstrichen|Hochgestellt|"
+                                 u"Normalgestellt|Tiefgestellt"_s);
+        QCOMPARE(texte("MExtras"), u"hinzufügen|suchen|kopieren|löschen|drucken|Bilder|Ton"_s);
     }
 
     // --- Closing
@@ -146,12 +147,12 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("neu "));
+        b.Tippen("MFrage", u"neu "_s);
         b.Klick("Cback");
         QVERIFY(!b.fenster->isVisible());
         QCOMPARE(b.geschlossen, 1);
         QCOMPARE(b.ton.stillen, 1);
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("neu Frage 1"));
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"neu Frage 1"_s);
     }
 
     void CardThatMayNotBeStoredKeepsTheEditorOpenUnlessItIsDiscarded()
@@ -164,8 +165,8 @@ private slots:
         QCOMPARE(b.geschlossen, 0);
         QCOMPARE(b.kartei.messages.vorgaben, QList{Meldungen::Antwort::Nein});
         QCOMPARE(b.Meldungstexte(),
-                 (QStringList{QStringLiteral("Keine Frage eingegeben"),
-                              QStringLiteral("Diese Karte ist nicht gespeichert. Änderungen verwerfen?")}));
+                 (QStringList{u"Keine Frage eingegeben"_s,
+                              u"Diese Karte ist nicht gespeichert. Änderungen verwerfen?"_s}));
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         QVERIFY(b.fenster->close());
         QCOMPARE(b.geschlossen, 1);
@@ -180,20 +181,20 @@ private slots:
         b.Ersetzen("MFrage", {});
         QApplication::closeAllWindows();
         QVERIFY(b.fenster->isVisible());
-        QTest::keyClicks(b.Steuerung("MFrage"), QStringLiteral("doch"));
+        QTest::keyClicks(b.Steuerung("MFrage"), u"doch"_s);
         QApplication::closeAllWindows();
         QVERIFY(!b.fenster->isVisible());
-        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, QStringLiteral("doch"));
+        QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"doch"_s);
     }
 
     void CardThatCannotBeStoredOffersToBeDiscarded()
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("neu "));
+        b.Tippen("MFrage", u"neu "_s);
         QFile::remove(b.kartei.Path());
         QVERIFY(!b.fenster->close());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("neu Frage 1"));
+        QCOMPARE(b.Text("MFrage"), u"neu Frage 1"_s);
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         QVERIFY(b.fenster->close());
         QCOMPARE(b.geschlossen, 1);
@@ -204,15 +205,15 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Ersetzen("MaskThema", QString(251, u'x'));
         b.Klick("Cadd");
         QCOMPARE(b.Meldungstexte().size(), 1);
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
+        QCOMPARE(b.Text("MFrage"), u"f"_s);
         QCOMPARE(b.Text("MaskThema").size(), 251);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("5"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"5"_s);
         QCOMPARE(b.kartei.store.FachInfo[0].Anzahl, qint16(2));
         b.Steuerung("MaskThema")->setFocus();
         b.Taste(Qt::Key_End);
@@ -230,7 +231,7 @@ private slots:
         b.Klick("CVor");
         b.Klick("Cback");
         b.Zeigen();
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         b.Klick("Cback");
         QCOMPARE(b.geschlossen, 2);
     }

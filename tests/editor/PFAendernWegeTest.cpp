@@ -6,6 +6,9 @@
 #include <QCheckBox>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A road that leads away from the shown card.
@@ -38,7 +41,7 @@ private:
         QTest::newRow("key back") << Weg([](EditorBuehne &b) { b.Taste(Qt::Key_Less, Qt::ControlModifier); })
                                   << false;
         QTest::newRow("jump") << Weg([](EditorBuehne &b) {
-            b.Ersetzen("MaskFrageNr", QStringLiteral("3"));
+            b.Ersetzen("MaskFrageNr", u"3"_s);
             b.Taste(Qt::Key_Return);
         }) << false;
         QTest::newRow("copy") << Weg([](EditorBuehne &b) { b.Menue("MExtras", "MKopieren"); }) << false;
@@ -57,13 +60,13 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CVor");
-        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MFrage", u"neu"_s);
         weg(b);
         QCOMPARE(b.fenster->isVisible(), !schliesst);
         const QList<CardRecord> cards = b.kartei.Stored();
         QCOMPARE(cards[0], MakeCard(1, 0, 1));
         QCOMPARE(cards[1].FrageNr, 2.0);
-        QCOMPARE(cards[1].Frage_Klartext, QStringLiteral("neu"));
+        QCOMPARE(cards[1].Frage_Klartext, u"neu"_s);
         QCOMPARE(cards.last(), MakeCard(3, 2, 1));
     }
 
@@ -77,14 +80,14 @@ private slots:
         b.Zeigen();
         b.Klick("CVor");
         b.Ersetzen("MFrage", {});
-        b.Tippen("Antwort(0)", QStringLiteral("neue "));
+        b.Tippen("Antwort(0)", u"neue "_s);
         weg(b);
         QVERIFY(b.fenster->isVisible());
         const QStringList texte = b.Meldungstexte();
         QCOMPARE(texte.size(), schliesst ? 2 : 1); // who would close is asked whether to discard
-        QCOMPARE(texte[0], QStringLiteral("Keine Frage eingegeben"));
+        QCOMPARE(texte[0], u"Keine Frage eingegeben"_s);
         QVERIFY(b.Steuerung("MFrage")->hasFocus());
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("neue Antwort 2"));
+        QCOMPARE(b.Text("Antwort(0)"), u"neue Antwort 2"_s);
         QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), 2);
         QVERIFY(!b.Neu());
         QCOMPARE(b.kartei.Stored(), DreiKarten());
@@ -95,13 +98,13 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("CVor");
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
-        QCOMPARE(b.Text("Antwort(0)"), QStringLiteral("a"));
+        QCOMPARE(b.Text("MFrage"), u"f"_s);
+        QCOMPARE(b.Text("Antwort(0)"), u"a"_s);
         QCOMPARE(b.kartei.store.HighestCardNumber, qint16(3));
     }
 
@@ -110,27 +113,27 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("f"));
+        b.Tippen("MFrage", u"f"_s);
         b.Klick("CZurück");
-        QCOMPARE(b.Meldungstexte(), QStringList(QStringLiteral("Keine Antwort eingegeben")));
+        QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Antwort eingegeben"_s));
         QVERIFY(b.Neu());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        QCOMPARE(b.Text("MFrage"), u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("CZurück");
         QVERIFY(!b.Neu());
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("3"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         // It is the last of its compartment, and so before the one that is shown.
         b.Klick("CZurück");
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("4"));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("f"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"4"_s);
+        QCOMPARE(b.Text("MFrage"), u"f"_s);
         QCOMPARE(b.kartei.Stored().size(), 4);
     }
 
     void NothingOfOneCardLeaksIntoTheNext()
     {
         CardRecord voll = Tickkarte(1);
-        voll.Picture_6_Name = QStringLiteral("a.wav");
-        voll.Picture_8_Name = QStringLiteral("b.wav");
+        voll.Picture_6_Name = u"a.wav"_s;
+        voll.Picture_8_Name = u"b.wav"_s;
         CardRecord leer = MakeCard(2, 0, 2);
         leer.Picture_9_Name = QString();
         EditorBuehne b({voll, leer});
@@ -138,8 +141,8 @@ private slots:
         b.Klick("CVor");
         b.Klick("Antwort_K"); // so that ticks would be written
         b.Klick("CEOF");
-        b.Tippen("MFrage", QStringLiteral("f"));
-        b.Tippen("Antwort(0)", QStringLiteral("a"));
+        b.Tippen("MFrage", u"f"_s);
+        b.Tippen("Antwort(0)", u"a"_s);
         b.Klick("Antwort_K");
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
@@ -160,12 +163,12 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", QStringLiteral("neu"));
+        b.Ersetzen("MFrage", u"neu"_s);
         b.Ersetzen("MaskThema", {});
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
-        QCOMPARE(card.Frage_Klartext, QStringLiteral("neu"));
-        QCOMPARE(card.Picture_9_Name, QStringLiteral("Thema 1"));
+        QCOMPARE(card.Frage_Klartext, u"neu"_s);
+        QCOMPARE(card.Picture_9_Name, u"Thema 1"_s);
     }
 
     void TicksSetByMouseAreShownAgainAndCanBeTakenAway()
@@ -181,8 +184,7 @@ private slots:
         b.Klick("CVor");
         b.Klick("CZurück");
         for (int i = 0; i < 5; ++i)
-            QCOMPARE(b.Finde<QCheckBox>(qPrintable(QStringLiteral("Check1(%1)").arg(i)))->isChecked(),
-                     i == 1 || i == 4);
+            QCOMPARE(b.Finde<QCheckBox>(qPrintable(u"Check1(%1)"_s.arg(i)))->isChecked(), i == 1 || i == 4);
         MausAuf(b, "Check1(4)");
         b.Klick("CVor");
         const CardRecord stored = b.kartei.Stored()[0];
@@ -205,8 +207,8 @@ private slots:
         b.Zeigen();
         b.Steuerung(qPrintable(feld))->setFocus();
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(b.Text("MaskFrageNr"), QStringLiteral("2"));
-        QCOMPARE(b.fenster->focusWidget()->objectName(), QStringLiteral("Antwort(0)"));
+        QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
+        QCOMPARE(b.fenster->focusWidget()->objectName(), u"Antwort(0)"_s);
     }
 };
 

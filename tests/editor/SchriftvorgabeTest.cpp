@@ -8,15 +8,18 @@
 #include <QFontDialog>
 #include <QPushButton>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // "aaa " in a serif of 14 points, bold and red, "bbb" in a fixed one of 18, and "ccc" in no font at all.
 CardRecord Karte()
 {
     CardRecord card = MakeCard(1, 0, 1);
-    card.Frage = QStringLiteral(
-        R"({\rtf1{\fonttbl{\f0 Liberation Serif;}{\f1 Liberation Mono;}}{\colortbl;\red200\green0\blue0;})"
-        R"(\f0\fs28\b\cf1 aaa \plain\f1\fs36 bbb\plain  ccc\par})");
+    card.Frage =
+        uR"({\rtf1{\fonttbl{\f0 Liberation Serif;}{\f1 Liberation Mono;}}{\colortbl;\red200\green0\blue0;})"
+        uR"(\f0\fs28\b\cf1 aaa \plain\f1\fs36 bbb\plain  ccc\par})"_s;
     return card;
 }
 
@@ -32,13 +35,13 @@ private slots:
     void AMixedSelectionStartsFromTheStandardFont()
     {
         EditorBuehne b({Karte()});
-        b.konfig.schrift = {QStringLiteral("Liberation Sans"), 12};
+        b.konfig.schrift = {u"Liberation Sans"_s, 12};
         b.konfig.schrift.Color = 0x800000; // blue
         b.Zeigen();
         b.Auswaehlen("MFrage", 0, 7);
         b.Menue("MFont", "MSchriftart");
         const Schriftwahl vorgabe = b.dialoge.schriftVorgabe.value();
-        QCOMPARE(vorgabe.font.family(), QStringLiteral("Liberation Sans"));
+        QCOMPARE(vorgabe.font.family(), u"Liberation Sans"_s);
         QCOMPARE(vorgabe.font.pointSizeF(), 12.0);
         QVERIFY(!vorgabe.font.bold());
         QCOMPARE(vorgabe.farbe, QColor(0, 0, 0x80));
@@ -50,7 +53,7 @@ private slots:
         b.Zeigen();
         b.Auswaehlen("MFrage", 8, 11);
         b.Menue("MFont", "MSchriftart");
-        QCOMPARE(b.dialoge.schriftVorgabe.value().font.family(), QStringLiteral("Liberation Sans"));
+        QCOMPARE(b.dialoge.schriftVorgabe.value().font.family(), u"Liberation Sans"_s);
     }
 
     void WhatTheSelectionSharesIsTaken()
@@ -60,7 +63,7 @@ private slots:
         b.Auswaehlen("MFrage", 0, 3);
         b.Menue("MFont", "MSchriftart");
         const Schriftwahl vorgabe = b.dialoge.schriftVorgabe.value();
-        QCOMPARE(vorgabe.font.family(), QStringLiteral("Liberation Serif"));
+        QCOMPARE(vorgabe.font.family(), u"Liberation Serif"_s);
         QCOMPARE(vorgabe.font.pointSizeF(), 14.0);
         QVERIFY(vorgabe.font.bold());
         QCOMPARE(vorgabe.farbe, QColor(200, 0, 0));
@@ -87,7 +90,7 @@ private slots:
         b.Zeigen();
         b.Auswaehlen("MFrage", 0, 11);
         b.Menue("MFont", "MSchriftart"); // is cancelled
-        b.ImDialog(QStringLiteral("Schriftdialog"), [](QWidget &dialog) {
+        b.ImDialog(u"Schriftdialog"_s, [](QWidget &dialog) {
             dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
         });
         DialogeFenster dialoge;

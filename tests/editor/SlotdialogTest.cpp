@@ -5,6 +5,9 @@
 
 #include <QScreen>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QLabel *Etikett(QWidget &dialog, const char *name)
@@ -30,7 +33,7 @@ private slots:
     {
         QTest::addColumn<QString>("vorher");
         QTest::newRow("empty slot") << QString();
-        QTest::newRow("slot with a sound") << QStringLiteral("gut.wav");
+        QTest::newRow("slot with a sound") << u"gut.wav"_s;
     }
 
     void FileThatIsNoSoundIsRefusedAndTheSlotStays()
@@ -43,40 +46,37 @@ private slots:
         TextSchreiben(b.Datei("text.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("text.wav")};
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             if (!vorher.isEmpty())
                 Klick(dialog, "cmdÄndern");
             QCOMPARE(Etikett(dialog, "Dateiname")->text(), vorher);
-            QCOMPARE(dialog.findChild<QWidget *>(QStringLiteral("cmdÄndern"))->isEnabled(),
-                     !vorher.isEmpty());
+            QCOMPARE(dialog.findChild<QWidget *>(u"cmdÄndern"_s)->isEnabled(), !vorher.isEmpty());
             dialog.close();
         });
         QCOMPARE(b.dialoge.gefragt.size(), 1);
-        QCOMPARE(
-            b.Meldungstexte(),
-            QStringList(
-                QStringLiteral("Fehler beim Soundöffnen: Keine WAV-Datei: „%1“").arg(b.Datei("text.wav"))));
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(u"Fehler beim Soundöffnen: Keine WAV-Datei: „%1“"_s.arg(b.Datei("text.wav"))));
         QVERIFY(!b.ton.gespielt.contains(b.Datei("text.wav")));
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
     }
 
     void FormAndDialogsFindNamesOfAnotherCase()
     {
-        CardRecord card = Bildkarte(1, QStringLiteral("ROT.bmp"));
-        card.Picture_6_Name = QStringLiteral("Gut.WAV");
+        CardRecord card = Bildkarte(1, u"ROT.bmp"_s);
+        card.Picture_6_Name = u"Gut.WAV"_s;
         Bildbuehne b({card});
         KlangSchreiben(b.Datei("gut.wav"));
         b.Zeigen();
         QCOMPARE(b.Farbe(), QColor(Qt::red));
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
-            QVERIFY(!dialog.findChild<QLabel *>(QStringLiteral("Picture1"))->pixmap().isNull());
+            QVERIFY(!dialog.findChild<QLabel *>(u"Picture1"_s)->pixmap().isNull());
             dialog.close();
         });
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             dialog.close();
         });
@@ -87,19 +87,17 @@ private slots:
     void SlotWhoseFileIsNoSoundSaysSo()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Picture_7_Name = QStringLiteral("text.wav");
+        card.Picture_7_Name = u"text.wav"_s;
         Bildbuehne b({card});
         TextSchreiben(b.Datei("text.wav"));
         b.Zeigen();
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option2");
-            QCOMPARE(Etikett(dialog, "Dateiname")->text(), QStringLiteral("text.wav"));
+            QCOMPARE(Etikett(dialog, "Dateiname")->text(), u"text.wav"_s);
             dialog.close();
         });
-        QCOMPARE(
-            b.Meldungstexte(),
-            QStringList(
-                QStringLiteral("Fehler beim Soundöffnen: Keine WAV-Datei: „%1“").arg(b.Datei("text.wav"))));
+        QCOMPARE(b.Meldungstexte(),
+                 QStringList(u"Fehler beim Soundöffnen: Keine WAV-Datei: „%1“"_s.arg(b.Datei("text.wav"))));
     }
 
     void EachMomentShowsItsFile_data()
@@ -112,18 +110,16 @@ private slots:
     void EachMomentShowsItsFile()
     {
         QFETCH(bool, bild);
-        CardRecord card = Bildkarte(1, QStringLiteral("rot.bmp"));
-        card.Picture_8_Name = QStringLiteral("C:\\x\\a.wav");
+        CardRecord card = Bildkarte(1, u"rot.bmp"_s);
+        card.Picture_8_Name = u"C:\\x\\a.wav"_s;
         Bildbuehne b({card});
         KlangSchreiben(b.Datei("b.wav"));
         b.Zeigen();
         b.dialoge.pfade = {b.Datei(bild ? "blau.jpg" : "b.wav")};
-        b.Dialog(bild ? "MBilder" : "MTon",
-                 bild ? QStringLiteral("Bildbearbeiten") : QStringLiteral("Soundbearbeiten"),
+        b.Dialog(bild ? "MBilder" : "MTon", bild ? u"Bildbearbeiten"_s : u"Soundbearbeiten"_s,
                  [&](QWidget &dialog) {
-                     const QString keine = QStringLiteral("keine Datei");
-                     QStringList namen{bild ? QStringLiteral("rot.bmp") : keine, keine,
-                                       bild ? keine : QStringLiteral("C:\\x\\a.wav")};
+                     const QString keine = u"keine Datei"_s;
+                     QStringList namen{bild ? u"rot.bmp"_s : keine, keine, bild ? keine : u"C:\\x\\a.wav"_s};
                      const auto gezeigt = [&] {
                          return QStringList{Etikett(dialog, "Belegung1")->text(),
                                             Etikett(dialog, "Belegung2")->text(),
@@ -131,12 +127,11 @@ private slots:
                      };
                      QCOMPARE(gezeigt(), namen);
                      QVERIFY(b.dialoge.gefragt.isEmpty());
-                     QCOMPARE(Etikett(dialog, "Belegung2")->accessibleName(),
-                              QStringLiteral("Antwort: keine Datei"));
-                     const auto *option = dialog.findChild<QWidget *>(QStringLiteral("Option2"));
+                     QCOMPARE(Etikett(dialog, "Belegung2")->accessibleName(), u"Antwort: keine Datei"_s);
+                     const auto *option = dialog.findChild<QWidget *>(u"Option2"_s);
                      QCOMPARE(option->accessibleDescription(), keine);
                      Klick(dialog, "Option2");
-                     namen[1] = bild ? QStringLiteral("blau.jpg") : QStringLiteral("b.wav");
+                     namen[1] = bild ? u"blau.jpg"_s : u"b.wav"_s;
                      QCOMPARE(gezeigt(), namen);
                      QCOMPARE(option->accessibleDescription(), namen[1]);
                      Klick(dialog, "cmdLöschen");
@@ -149,10 +144,10 @@ private slots:
     void ALongNameDoesNotWidenTheDialog()
     {
         CardRecord card = MakeCard(1, 0, 1);
-        card.Picture_6_Name = QString(150, u'm') + QStringLiteral(".wav");
+        card.Picture_6_Name = QString(150, u'm') + u".wav"_s;
         Bildbuehne b({card});
         b.Zeigen();
-        b.Dialog("MTon", QStringLiteral("Soundbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             Klick(dialog, "Option1");
             QVERIFY2(dialog.width() < 400, qPrintable(QString::number(dialog.width())));
             dialog.close();
@@ -167,7 +162,7 @@ private slots:
         BildSchreiben(b.Datei("foto.bmp"), {400, 590}, Qt::green);
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("foto.bmp")};
-        b.Dialog("MBilder", QStringLiteral("Bildbearbeiten"), [&](QWidget &dialog) {
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
             const QLabel *bild = Etikett(dialog, "Picture1");
             Klick(dialog, "Option1");
             QVERIFY(b.Meldungstexte().isEmpty());

@@ -13,6 +13,9 @@
 #include <QMimeData>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Handlung = std::function<void(Bildbuehne &)>;
@@ -24,7 +27,7 @@ QList<CardRecord> Gerippe()
 {
     QList<CardRecord> karten;
     for (int i = 1; i <= Karten; ++i) {
-        karten << Bildkarte(i, QStringLiteral("rot.bmp"));
+        karten << Bildkarte(i, u"rot.bmp"_s);
         karten.back().Antworttyp = i % 2 + 1.25; // storing rounds it: that is how it is seen
     }
     return karten;
@@ -82,7 +85,7 @@ struct Treubuehne : Bildbuehne
 const QList<std::pair<const char *, Handlung>> &Handlungen()
 {
     static const QList<std::pair<const char *, Handlung>> alle{
-        {"topic", [](Bildbuehne &b) { b.Tippen("MaskThema", QStringLiteral("neu")); }},
+        {"topic", [](Bildbuehne &b) { b.Tippen("MaskThema", u"neu"_s); }},
         {"type",
          [](Bildbuehne &b) {
              b.Klick("Antwort_K");
@@ -104,7 +107,7 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
          }},
         {"window, colours and scrolling",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", QStringLiteral("x"));
+             b.Tippen("MaskThema", u"x"_s);
              b.fenster->resize(1200, 900);
              QPalette dunkel(Qt::white, Qt::black);
              dunkel.setColor(QPalette::Base, Qt::black);
@@ -117,7 +120,7 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
          }},
         {"marked and copied",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", QStringLiteral("x"));
+             b.Tippen("MaskThema", u"x"_s);
              for (const char *feld : {"MFrage", "Antwort(0)"}) {
                  b.Steuerung(feld)->setFocus();
                  b.Taste(Qt::Key_A, Qt::ControlModifier);
@@ -127,24 +130,24 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
          }},
         {"typed and undone",
          [](Bildbuehne &b) {
-             b.Tippen("Antwort(0)", QStringLiteral("viel"));
+             b.Tippen("Antwort(0)", u"viel"_s);
              b.Taste(Qt::Key_Backspace);
              b.Taste(Qt::Key_Return);
              for (int i = 0; i < 10; ++i)
                  b.Taste(Qt::Key_Z, Qt::ControlModifier);
-             b.Tippen("MaskThema", QStringLiteral("x"));
+             b.Tippen("MaskThema", u"x"_s);
          }},
         {"formats at the caret",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", QStringLiteral("x"));
+             b.Tippen("MaskThema", u"x"_s);
              b.Steuerung("Antwort(0)")->setFocus();
              for (const int taste : {Qt::Key_F, Qt::Key_K, Qt::Key_H})
                  b.Taste(taste, Qt::ControlModifier);
          }},
         {"asked and left",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", QStringLiteral("x"));
-             b.Tippen("MFrage", QStringLiteral("xy")); // No is the answer
+             b.Tippen("MaskThema", u"x"_s);
+             b.Tippen("MFrage", u"xy"_s); // No is the answer
              b.Taste(Qt::Key_Delete);
              b.Taste(Qt::Key_B, Qt::ControlModifier);
              QCOMPARE(b.kartei.messages.vorgaben.size(), 3);
@@ -168,15 +171,15 @@ const QList<std::pair<const char *, Handlung>> &Wege()
          [](Bildbuehne &b) { b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier); }},
         {"jump",
          [](Bildbuehne &b) {
-             b.Ersetzen("MaskFrageNr", QStringLiteral("4"));
+             b.Ersetzen("MaskFrageNr", u"4"_s);
              b.Taste(Qt::Key_Return);
          }},
         {"search",
          [](Bildbuehne &b) {
              const int vorher = b.dialogeBenutzt;
-             b.ImDialog(QStringLiteral("Suchen"), [](QWidget &dialog) {
-                 auto *text = dialog.findChild<QWidget *>(QStringLiteral("suchtext"));
-                 QTest::keyClicks(text, QStringLiteral("e"));
+             b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
+                 auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
+                 QTest::keyClicks(text, u"e"_s);
                  QTest::keyClick(text, Qt::Key_Return);
              });
              b.Taste(Qt::Key_F3);
@@ -195,14 +198,14 @@ CardRecord Bildtextkarte(int nummer = 1)
 {
     CardRecord karte = MakeCard(nummer, 0, nummer);
     karte.Frage = QString::fromLatin1(MitBild);
-    karte.Frage_Klartext = QStringLiteral("eins zwei");
+    karte.Frage_Klartext = u"eins zwei"_s;
     return karte;
 }
 
 const auto BildFrage =
-    QStringLiteral("Die Frage enthält Bilder und Fußnoten.\nDas kann dieser Editor nicht erhalten: Es geht "
-                   "verloren, wenn Sie "
-                   "den Text ändern.\n\nTrotzdem ändern? Bei „Nein“ bleibt der Text, wie er ist.");
+    u"Die Frage enthält Bilder und Fußnoten.\nDas kann dieser Editor nicht erhalten: Es geht "
+    u"verloren, wenn Sie "
+    u"den Text ändern.\n\nTrotzdem ändern? Bei „Nein“ bleibt der Text, wie er ist."_s;
 
 } // namespace
 
@@ -220,10 +223,9 @@ private slots:
         QTest::addColumn<Handlung>("handlung");
         QTest::addColumn<Handlung>("weg");
         QTest::addColumn<bool>("kopiert");
-        for (const auto &[was, handlung] : Handlungen()) {
+        for (const auto &[was, handlung] : Handlungen())
             for (const auto &[wohin, weg] : Wege())
                 QTest::addRow("%s, %s", was, wohin) << handlung << weg << (qstrcmp(wohin, "copy") == 0);
-        }
     }
 
     void TextsThatNobodyChangedStayByteForByte()
@@ -249,27 +251,27 @@ private slots:
         EditorBuehne b({Bildtextkarte()});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", QStringLiteral("ab"));
+        b.Tippen("MFrage", u"ab"_s);
         b.Taste(Qt::Key_Return);
         b.Taste(Qt::Key_Delete);
         QCOMPARE(b.kartei.messages.vorgaben, QList{Meldungen::Antwort::Nein});
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
         b.Klick("Cadd");
-        b.Tippen("MFrage", QStringLiteral("c")); // stored, it holds no such thing any more
+        b.Tippen("MFrage", u"c"_s); // stored, it holds no such thing any more
         b.Klick("Cback");
         QVERIFY(b.Meldungstexte().isEmpty());
         const CardRecord karte = b.kartei.Stored()[0];
-        QVERIFY(!karte.Frage.contains(QStringLiteral("pict")));
-        QCOMPARE(karte.Frage_Klartext, QStringLiteral("ab\r\ncins zwei"));
+        QVERIFY(!karte.Frage.contains(u"pict"_s));
+        QCOMPARE(karte.Frage_Klartext, u"ab\r\ncins zwei"_s);
     }
 
     void WithoutAYesTheTextStaysAndTheCardIsNotEvenChanged()
     {
         EditorBuehne b({Bildtextkarte()});
         b.Zeigen();
-        b.Tippen("MFrage", QStringLiteral("a"));
+        b.Tippen("MFrage", u"a"_s);
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("eins zwei"));
+        QCOMPARE(b.Text("MFrage"), u"eins zwei"_s);
         b.Klick("Cback");
         QCOMPARE(b.kartei.Stored()[0], Bildtextkarte());
     }
@@ -310,7 +312,7 @@ private slots:
         QTest::newRow("menu, delete") << menue("edit-delete");
         QTest::newRow("dropped") << Handlung([](Bildbuehne &b) {
             QMimeData mime;
-            mime.setText(QStringLiteral("gezogen"));
+            mime.setText(u"gezogen"_s);
             QWidget *feld = b.Box("MFrage")->viewport();
             QDragEnterEvent herein(QPoint(5, 5), Qt::MoveAction, &mime, Qt::LeftButton, {});
             QApplication::sendEvent(feld, &herein);
@@ -326,12 +328,12 @@ private slots:
         QTest::newRow("bold") << taste(Qt::Key_F, Qt::ControlModifier);
         QTest::newRow("raised") << Handlung([](Bildbuehne &b) { b.Menue("MFont", "MFonthoch"); });
         QTest::newRow("font") << Handlung([](Bildbuehne &b) {
-            b.dialoge.schrift = Schriftwahl{QFont(QStringLiteral("Arial"), 20), Qt::red};
+            b.dialoge.schrift = Schriftwahl{QFont(u"Arial"_s, 20), Qt::red};
             b.Menue("MFont", "MSchriftart");
         });
         QTest::newRow("accent") << Handlung([](Bildbuehne &b) {
             QInputMethodEvent eingabe;
-            eingabe.setCommitString(QStringLiteral("é"));
+            eingabe.setCommitString(u"é"_s);
             QApplication::sendEvent(b.Box("MFrage"), &eingabe);
         });
     }
@@ -341,12 +343,12 @@ private slots:
         QFETCH(Handlung, weg);
         Bildbuehne b({Bildtextkarte()});
         b.Zeigen();
-        QApplication::clipboard()->setText(QStringLiteral("neu"));
+        QApplication::clipboard()->setText(u"neu"_s);
         b.Auswaehlen("MFrage", 1, 3);
         weg(b);
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
         const QString vorher = ToRtf(*b.Box("MFrage")->document());
-        QCOMPARE(b.Text("MFrage"), QStringLiteral("eins zwei"));
+        QCOMPARE(b.Text("MFrage"), u"eins zwei"_s);
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         weg(b);
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
@@ -370,16 +372,16 @@ private slots:
             b.Taste(taste);
         // The text of another program, by the mouse, that is not let go here.
         QMimeData mime;
-        mime.setText(QStringLiteral("gezogen"));
+        mime.setText(u"gezogen"_s);
         QDragEnterEvent herein(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, {});
         QApplication::sendEvent(box->viewport(), &herein);
         QDragLeaveEvent hinaus;
         QApplication::sendEvent(box->viewport(), &hinaus);
         QTest::mouseClick(box->viewport(), Qt::MiddleButton);
         // A screen reader's hand.
-        QTextCursor(box->document()).insertText(QStringLiteral("x"));
+        QTextCursor(box->document()).insertText(u"x"_s);
         QVERIFY(b.Meldungstexte().isEmpty());
-        b.Tippen("MaskThema", QStringLiteral("x"));
+        b.Tippen("MaskThema", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Frage, QString::fromLatin1(MitBild));
     }
@@ -388,20 +390,20 @@ private slots:
     {
         CardRecord karte = Bildtextkarte();
         karte.Antworttyp = 2;
-        karte.Antwort_2 = QStringLiteral("{\\rtf1 {\\highlight1 a}\\v b\\v0{\\*\\neu c}}");
+        karte.Antwort_2 = u"{\\rtf1 {\\highlight1 a}\\v b\\v0{\\*\\neu c}}"_s;
         EditorBuehne b({karte});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", QStringLiteral("x"));
-        b.Tippen("Antwort(1)", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
+        b.Tippen("Antwort(1)", u"x"_s);
         const QStringList texte = b.Meldungstexte();
         QCOMPARE(texte.size(), 2);
-        QVERIFY2(texte[1].startsWith(QStringLiteral("Antwort 2 enthält verborgenen Text, farbig hinterlegten "
-                                                    "Text und Inhalte eines anderen Programms.")),
+        QVERIFY2(texte[1].startsWith(u"Antwort 2 enthält verborgenen Text, farbig hinterlegten "
+                                     u"Text und Inhalte eines anderen Programms."_s),
                  qPrintable(texte[1]));
         b.Klick("Cadd");
         const CardRecord danach = b.kartei.Stored()[0];
-        QCOMPARE(danach.Frage_Klartext, QStringLiteral("xeins zwei"));
+        QCOMPARE(danach.Frage_Klartext, u"xeins zwei"_s);
         QCOMPARE(danach.Antwort_2, karte.Antwort_2);
     }
 
@@ -410,9 +412,9 @@ private slots:
         EditorBuehne b({Bildtextkarte(1), Bildtextkarte(2)});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja, Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         b.Klick("CVor");
-        b.Tippen("MFrage", QStringLiteral("x"));
+        b.Tippen("MFrage", u"x"_s);
         QCOMPARE(b.Meldungstexte().size(), 2);
     }
 
@@ -420,14 +422,14 @@ private slots:
     void CardWithAPictureForAQuestionIsStoredWithANewTopic()
     {
         CardRecord karte = MakeCard(1, 0, 1);
-        karte.Frage = QStringLiteral("{\\rtf1{\\pict 00}\\par}");
-        karte.Frage_Klartext = QStringLiteral(" ");
+        karte.Frage = u"{\\rtf1{\\pict 00}\\par}"_s;
+        karte.Frage_Klartext = u" "_s;
         EditorBuehne b({karte});
         b.Zeigen();
-        b.Ersetzen("MaskThema", QStringLiteral("neu"));
+        b.Ersetzen("MaskThema", u"neu"_s);
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
-        karte.Picture_9_Name = QStringLiteral("neu");
+        karte.Picture_9_Name = u"neu"_s;
         karte.PictureTop = BildlageVorgabe.oben;
         karte.Pictureleft = BildlageVorgabe.links;
         karte.Picturewidth = BildlageVorgabe.breite;
@@ -452,7 +454,7 @@ private slots:
             for (int schritt = 0; schritt < 40; ++schritt) {
                 switch (zufall.bounded(8)) {
                 case 0:
-                    QTest::keyClicks(box, QStringLiteral("ab"));
+                    QTest::keyClicks(box, u"ab"_s);
                     break;
                 case 1:
                     b.Taste(Qt::Key_Return);

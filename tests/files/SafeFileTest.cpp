@@ -17,6 +17,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+
 class SafeFileTest : public QObject
 {
     Q_OBJECT

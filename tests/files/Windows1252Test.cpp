@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace paukfix;
+
 class Windows1252Test : public QObject
 {
     Q_OBJECT

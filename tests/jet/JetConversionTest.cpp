@@ -21,6 +21,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class JetConversionTest : public QObject
 {
     Q_OBJECT
@@ -47,13 +50,13 @@ struct Laden
 {
     Laden()
     {
-        uhr.perSecond = 3; // each opening counts on
+        clock.perSecond = 3; // each opening counts on
         store.KarteiPfad = directory.path();
     }
 
     QString Path(const QString &name) const { return directory.filePath(name); }
 
-    void Put(const QByteArray &bytes, const QString &name = QStringLiteral("alt.pzb")) const
+    void Put(const QByteArray &bytes, const QString &name = u"alt.pzb"_s) const
     {
         WriteFileSynced(Path(name), bytes);
     }
@@ -65,7 +68,7 @@ struct Laden
         return QDir(directory.path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
     }
 
-    bool Open(const QString &file = QStringLiteral("alt.pzb"))
+    bool Open(const QString &file = u"alt.pzb"_s)
     {
         QString name = file;
         oeffner.OpenCardFile(name);
@@ -74,9 +77,9 @@ struct Laden
 
     QTemporaryDir directory;
     TestMeldungen meldungen;
-    TestUhr uhr;
+    TestClock clock;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, uhr};
+    KarteiOeffner oeffner{store, meldungen, clock};
 };
 
 QList<CardRecord> SomeCards()
@@ -84,8 +87,8 @@ QList<CardRecord> SomeCards()
     QList<CardRecord> cards;
     for (int i = 1; i <= 40; ++i)
         cards << MakeCard(i, i % 7, i / 7 + 1);
-    cards[3].Picture_1_Name = QStringLiteral("Bär.bmp");
-    cards[3].Picture_6_Name = QStringLiteral("Bär.wav");
+    cards[3].Picture_1_Name = u"Bär.bmp"_s;
+    cards[3].Picture_6_Name = u"Bär.wav"_s;
     cards[3].Antworttyp = 2;
     cards[3].Antwort_ch_2 = cards[3].Picture_4_endlos = true;
     cards[3].PictureTop = 120;
@@ -104,9 +107,9 @@ QByteArray FormerFile(int version, const QList<CardRecord> &cards)
     return lab.Bytes();
 }
 
-const auto question = QStringLiteral("Die Kartei „alt.pzb“ hat noch das alte Dateiformat – soll sie "
-                                     "umgewandelt werden (die alte Datei bleibt als "
-                                     "„alt.pzb.altes-Format“ daneben erhalten)?");
+const auto question = u"Die Kartei „alt.pzb“ hat noch das alte Dateiformat – soll sie "
+                      u"umgewandelt werden (die alte Datei bleibt als "
+                      u"„alt.pzb.altes-Format“ daneben erhalten)?"_s;
 
 } // namespace
 
@@ -132,7 +135,7 @@ void JetConversionTest::AfterYesTheFileIsOpenWithTheOldOneBesideIt()
     QVERIFY(laden.Open());
     QCOMPARE(laden.meldungen.Texte(), QStringList{question});
     QVERIFY(laden.meldungen.gezeigt.front().frage);
-    QCOMPARE(laden.store.CurrentFileName, QStringLiteral("alt.pzb"));
+    QCOMPARE(laden.store.CurrentFileName, u"alt.pzb"_s);
     QCOMPARE(laden.store.HighestCardNumber, qint16(40));
     QCOMPARE(laden.store.FachInfo[3].Anzahl, qint16(6));
     laden.store.CloseCardFile();
@@ -169,7 +172,7 @@ void JetConversionTest::WhatCannotBeReadIsRefusedWithoutAQuestion_data()
     QTest::newRow("password") << locked.Bytes()
                               << "ist mit einem Kennwort geschützt und lässt sich nicht lesen. Fcode: 3031";
     JetLab other(4);
-    other.tableName = QStringLiteral("Kunden");
+    other.tableName = u"Kunden"_s;
     QTest::newRow("another database") << other.Bytes() << "enthält keine Tabelle „Lernkarten“. Fcode: 3078";
     // No card can be found, and our repair knows nothing of such files.
     QTest::newRow("cut off behind its first page")
@@ -211,8 +214,7 @@ void JetConversionTest::BrokenRulesAreMendedAndNamedInTheReport()
     laden.store.CloseCardFile();
     QStringList found;
     for (const CardRecord &card : ReadCards(laden.Path("alt.pzb")))
-        found << QStringLiteral("%1/%2/%3/%4 %5")
-                     .arg(card.FachNr)
+        found << u"%1/%2/%3/%4 %5"_s.arg(card.FachNr)
                      .arg(card.FachLfdNr)
                      .arg(card.FrageNr)
                      .arg(card.PictureTop)
@@ -248,9 +250,8 @@ void JetConversionTest::DamagedPageIsNamedInTheReport()
     laden.store.CloseCardFile();
     QCOMPARE(ReadCards(laden.Path("alt.pzb")).size(), 6);
     const QString report = QString::fromUtf8(laden.Bytes("alt.pzb.Umwandlung.txt"));
-    QVERIFY(report.contains(QStringLiteral("Nicht übernommen:        3 Karten")));
-    QVERIFY(
-        report.contains(QStringLiteral("Die alte Datei zählt 3 Karten mehr, als sich in ihr lesen ließen.")));
+    QVERIFY(report.contains(u"Nicht übernommen:        3 Karten"_s));
+    QVERIFY(report.contains(u"Die alte Datei zählt 3 Karten mehr, als sich in ihr lesen ließen."_s));
 }
 
 void JetConversionTest::LinkIsFollowedAndANameInUseIsNotTaken()
@@ -313,7 +314,7 @@ void JetConversionTest::FullDiskLeavesTheOldFile()
     const bool opened = laden.Open();
     VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
     QVERIFY(!opened);
-    QVERIFY(laden.meldungen.Texte().back().contains(QStringLiteral("Der Datenträger ist voll")));
+    QVERIFY(laden.meldungen.Texte().back().contains(u"Der Datenträger ist voll"_s));
     QCOMPARE(laden.Names(), QStringList{"alt.pzb"});
     QCOMPARE(laden.Bytes("alt.pzb"), old);
 }
@@ -373,7 +374,7 @@ void JetConversionTest::AKillAtAnyMomentLeavesTheOldFileOrBoth()
         QVERIFY2(names.size() <= 5, qPrintable(names.join(u' ')));
     }
     QVERIFY2(before > kills / 10 && after > kills / 10,
-             qPrintable(QStringLiteral("%1 before, %2 after").arg(before).arg(after)));
+             qPrintable(u"%1 before, %2 after"_s.arg(before).arg(after)));
 }
 
 PAUKFIX_CORE_TEST(JetConversionTest)

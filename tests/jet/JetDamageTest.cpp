@@ -12,6 +12,8 @@
 #include <bit>
 #include <functional>
 
+using namespace paukfix;
+
 // Card files of the former engine that cannot be read, are damaged, or are made to harm.
 class JetDamageTest : public QObject
 {
@@ -326,15 +328,15 @@ void JetDamageTest::OneMemoAskedForByManyIsNotReadForAll()
 // The old engine took more in one card than a row of a card file can hold.
 void JetDamageTest::TextsThatNoCardFileCanHoldAreNamed()
 {
-    constexpr int half = 16'000'000; // of what a row can hold
+    constexpr int Half = 16'000'000; // of what a row can hold
     JetLab lab(3);
     lab.memo = JetLab::Memo::Chained;
     CardRecord card = MakeCard(1, 0, 1);
-    card.Frage = QString(half, u'x');
-    card.Antwort_1 = QString(half, u'y');
+    card.Frage = QString(Half, u'x');
+    card.Antwort_1 = QString(Half, u'y');
     lab.Add(card);
     const SalvagedCard found = Read(lab.Bytes()).cards.value(0);
-    QCOMPARE(found.Text(frage).size(), half);
+    QCOMPARE(found.Text(frage).size(), Half);
     QCOMPARE(found.Text(CardColumnIndex(u"Antwort_1_Klartext")), card.Antwort_1_Klartext);
     QCOMPARE(Remarks(found), QStringList{"Antwort 1 fehlt"});
 }

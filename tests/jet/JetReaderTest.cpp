@@ -11,6 +11,9 @@
 
 #include <fcntl.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Card files of the former engine as it left them.
 class JetReaderTest : public QObject
 {
@@ -38,14 +41,13 @@ namespace {
 SalvagedCard Expected(const JetLab::Row &row)
 {
     SalvagedCard card;
-    for (std::size_t i = 0; i < row.size(); ++i) {
+    for (std::size_t i = 0; i < row.size(); ++i)
         if (const auto *text = std::get_if<QString>(&row[i]))
             card.values[i] = text->toUtf8();
         else if (const auto *number = std::get_if<double>(&row[i]))
             card.values[i] = *number;
         else if (const auto *flag = std::get_if<bool>(&row[i]))
             card.values[i] = *flag ? -1.0 : 0.0;
-    }
     return card;
 }
 
@@ -62,7 +64,7 @@ void CheckRows(JetLab &lab, const QList<JetLab::Row> &rows)
         for (int column = 0; column < CardColumnCount; ++column)
             QVERIFY2(found.cards[i].values[static_cast<std::size_t>(column)] ==
                          expected.values[static_cast<std::size_t>(column)],
-                     qPrintable(QStringLiteral("card %1, %2").arg(i).arg(ColumnText(column))));
+                     qPrintable(u"card %1, %2"_s.arg(i).arg(ColumnText(column))));
     }
 }
 
@@ -72,7 +74,7 @@ JetLab::Row FullRow(int number)
     JetLab::Row row = JetLab::RowOf(MakeCard(number, number % 7, number));
     for (std::size_t i = 3; i < row.size(); ++i) {
         const auto kind = static_cast<int>(CardColumns()[i].member.index());
-        const QString text = QStringLiteral("%1 ü %2").arg(number).arg(i);
+        const QString text = u"%1 ü %2"_s.arg(number).arg(i);
         row[i] = kind == 0   ? JetLab::Value(static_cast<double>(i) * 1.25 - number)
                  : kind == 1 ? JetLab::Value(text)
                              : JetLab::Value((i + static_cast<std::size_t>(number)) % 2 == 0);
@@ -196,8 +198,8 @@ void JetReaderTest::CharactersOutsideTheCodePageAreKept()
         lab.compress = compress;
         JetLab::Row row = JetLab::RowOf(MakeCard(1, 0, 1));
         // No character with a zero in its lower byte, so that it can be compressed.
-        row[frage] = QStringLiteral("日本 dazwischen русский € 🙂 zurück");
-        row[36] = QStringLiteral("Ā hat eine Null im unteren Byte");
+        row[frage] = u"日本 dazwischen русский € 🙂 zurück"_s;
+        row[36] = u"Ā hat eine Null im unteren Byte"_s;
         CheckRows(lab, {row});
     }
 }
@@ -206,7 +208,7 @@ void JetReaderTest::BytesTheCodePageLacksStayControlCharacters()
 {
     JetLab lab(3);
     CardRecord card = MakeCard(1, 0, 1);
-    card.Frage = QStringLiteral("12345 €");
+    card.Frage = u"12345 €"_s;
     lab.Add(card);
     QByteArray bytes = lab.Bytes();
     bytes.replace("12345 \x80", "\x81\x8D\x8F\x90\x9D \x80");
@@ -217,11 +219,11 @@ void JetReaderTest::HalfCharactersAreReplacedAndRemarked()
 {
     JetLab lab(4);
     CardRecord card = MakeCard(1, 0, 1);
-    card.Frage = QStringLiteral("a") + QChar(0xD83D) + QStringLiteral("b😀");
+    card.Frage = u"a"_s + QChar(0xD83D) + u"b😀"_s;
     lab.compress = false;
     lab.Add(card);
     const SalvagedCard found = Read(lab.Bytes()).cards.value(0);
-    QCOMPARE(found.Text(frage), QStringLiteral("a\uFFFDb😀"));
+    QCOMPARE(found.Text(frage), u"a\uFFFDb😀"_s);
     QCOMPARE(Remarks(found), QStringList{"Frage enthielt unlesbare Zeichen"});
 }
 
@@ -245,7 +247,7 @@ void JetReaderTest::MovedRowIsReadOnceAndNotAfterItsPointerWasDeleted()
         lab.Delete(1);
         const Found found = Read(lab.Bytes());
         QCOMPARE(Numbers(found), (QStringList{"1", "3"}));
-        QCOMPARE(found.cards[0].Text(frage), QStringLiteral("Frage 1"));
+        QCOMPARE(found.cards[0].Text(frage), u"Frage 1"_s);
     }
 }
 
@@ -266,7 +268,7 @@ void JetReaderTest::FileIsOpenedForReadingOnly()
     const QString path = Put(directory, bytes);
     JetCards cards(path);
     int open = 0;
-    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QDir descriptors(u"/proc/self/fd"_s);
     for (const QString &name : descriptors.entryList(QDir::Files | QDir::System))
         if (QFile::symLinkTarget(descriptors.filePath(name)) == path) {
             ++open;

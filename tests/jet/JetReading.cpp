@@ -5,9 +5,13 @@
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 QString Put(const QTemporaryDir &directory, const QByteArray &bytes)
 {
-    const QString path = directory.filePath(QStringLiteral("früher.pzb"));
+    const QString path = directory.filePath(u"früher.pzb"_s);
     WriteFileSynced(path, bytes);
     return path;
 }
@@ -48,3 +52,5 @@ JetLab Three(int version)
         lab.Add(MakeCard(i, 0, i));
     return lab;
 }
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+namespace paukfix {
+
 // What tests of the reader of the former engine's card files have in common.
 
 // Column of the question.
@@ -29,3 +31,5 @@ QStringList Remarks(const SalvagedCard &card);
 QStringList Numbers(const Found &found);
 // A file with the cards 1 to 3.
 JetLab Three(int version);
+
+} // namespace paukfix

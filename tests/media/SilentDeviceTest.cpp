@@ -5,6 +5,9 @@
 #include "TestProgram.h"
 #include "WaveBuilder.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // A system without any sound device, made by a sound server that is not there and a configuration of ALSA
 // that knows none; this machine's own devices are out of reach.
 class SilentDeviceTest : public SoundStage
@@ -18,9 +21,8 @@ private:
     void PlugIn(const QString &name) const
     {
         const QString device =
-            QStringLiteral("pcm.null { type null }\n"
-                           "pcm.!default { type file slave.pcm null format raw file \"%1\" }")
-                .arg(Path(name));
+            u"pcm.null { type null }\n"
+            u"pcm.!default { type file slave.pcm null format raw file \"%1\" }"_s.arg(Path(name));
         qputenv("ALSA_CONFIG_PATH", QFile::encodeName(Write(name + ".conf", device.toUtf8())));
     }
 

@@ -16,6 +16,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // What is heard, what is said, and what is left behind.
 class SoundPlayerTest : public SoundStage
 {
@@ -150,7 +153,7 @@ void SoundPlayerTest::EndedSoundLeavesNoDeviceAndNoThread()
 void SoundPlayerTest::SameSoundPlaysAgain()
 {
     const QString wave = Write("a.wav", Pcm(16, 1, 3000).file);
-    for (const QString &name : {QStringLiteral("1.raw"), QStringLiteral("2.raw"), QStringLiteral("3.raw")}) {
+    for (const QString &name : {u"1.raw"_s, u"2.raw"_s, u"3.raw"_s}) {
         ListenTo(name);
         Play(wave);
         QTRY_VERIFY_WITH_TIMEOUT(!Sounds(name), BusyMachine);

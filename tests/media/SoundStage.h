@@ -13,13 +13,16 @@
 #include <chrono>
 #include <memory>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 constexpr int BusyMachine = 60000; // ms that a wait may take where the machine has much else to do
 
 // Threads of this process: those of the test, the player's, and SDL's while a device is open.
 inline int Threads()
 {
-    return static_cast<int>(
-        QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+    return static_cast<int>(QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }
 
 // A player, and SDL's disk device, which writes what would be heard into a file.
@@ -81,7 +84,7 @@ protected:
     // Whether a device is still writing into the file `name`.
     bool Sounds(const QString &name) const
     {
-        const QDir descriptors(QStringLiteral("/proc/self/fd"));
+        const QDir descriptors(u"/proc/self/fd"_s);
         for (const QString &entry :
              descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
             if (QFile::symLinkTarget(descriptors.filePath(entry)) == Path(name))
@@ -91,9 +94,11 @@ protected:
 
     void Play(const QString &path) { player_->PlaySound(path.toStdString()); }
 
-    const QString NoWave = QStringLiteral("Keine WAV-Datei nicht vorhanden !");
+    const QString NoWave = u"Keine WAV-Datei nicht vorhanden !"_s;
     std::unique_ptr<QTemporaryDir> directory_;
     std::unique_ptr<SoundPlayer> player_;
     QStringList messages_;
     int ownThreads_ = 0;
 };
+
+} // namespace paukfix

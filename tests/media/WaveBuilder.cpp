@@ -9,6 +9,8 @@
 #include <cmath>
 #include <limits>
 
+namespace paukfix {
+
 namespace {
 
 qint16 Clamped(int value)
@@ -228,3 +230,5 @@ BuiltWave MsAdpcm(int blocks, int blockAlign)
         .tag = 2, .blockAlign = static_cast<quint16>(blockAlign), .bits = 4, .extra = extra};
     return {PlainWave(format, data), heard};
 }
+
+} // namespace paukfix

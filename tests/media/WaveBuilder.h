@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QList>
 
+namespace paukfix {
+
 // Builds wave files, right ones and careless ones, byte by byte.
 
 struct WaveFormat
@@ -42,3 +44,5 @@ BuiltWave Float(int frames);
 // Whole blocks of ADPCM, each of `blockAlign` bytes.
 BuiltWave ImaAdpcm(int channels, int blocks, int blockAlign = 256);
 BuiltWave MsAdpcm(int blocks, int blockAlign = 256);
+
+} // namespace paukfix

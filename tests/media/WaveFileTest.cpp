@@ -11,6 +11,8 @@
 
 #include <random>
 
+using namespace paukfix;
+
 class WaveFileTest : public QObject
 {
     Q_OBJECT

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace paukfix;
+
 using Stand = AbfrageLauf::Stand;
 
 // A card from its question to what the query leaves behind, without a window.

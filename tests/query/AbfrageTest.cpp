@@ -10,6 +10,9 @@
 
 #include <map>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Folge = std::array<int, AntwortAnzahl>;
@@ -35,14 +38,14 @@ private slots:
                                           << "Bär" << true;
         QTest::newRow("no dots") << "Bär"
                                  << "Bar" << false;
-        QTest::newRow("only alike") << QStringLiteral("x\u00B2") << "x2" << false;
+        QTest::newRow("only alike") << u"x\u00B2"_s << "x2" << false;
         QTest::newRow("other case") << "Berlin"
                                     << "berlin" << false;
         QTest::newRow("blanks around the input") << "Berlin"
                                                  << "  Berlin   " << true;
         QTest::newRow("tab around the input") << "Berlin"
                                               << "Berlin\t" << false;
-        QTest::newRow("no-break space is no blank") << "Berlin" << QStringLiteral("Berlin\u00a0") << false;
+        QTest::newRow("no-break space is no blank") << "Berlin" << u"Berlin\u00a0"_s << false;
         QTest::newRow("blank inside") << "Ber lin"
                                       << "Berlin" << false;
         QTest::newRow("number stays text") << "007"

@@ -26,6 +26,8 @@
 #include <memory>
 #include <optional>
 
+namespace paukfix {
+
 // What a query left behind, or the verdict that it shows.
 using Ergebnis = std::optional<AbfrageErgebnis>;
 inline constexpr Ergebnis Nichts;
@@ -88,7 +90,7 @@ public:
     {
         if (!fenster)
             fenster = std::make_unique<PFUse>(
-                store, Dienste{meldungen, dienste.dialoge, dienste.uhr, zufall, dienste.ton, konfig},
+                store, Dienste{meldungen, dienste.dialoge, dienste.clock, zufall, dienste.ton, konfig},
                 wechsel);
     }
 
@@ -155,7 +157,7 @@ public:
     TestMeldungen &meldungen = dienste.meldungen;
     AppConfig &konfig = dienste.konfig;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, dienste.uhr};
+    KarteiOeffner oeffner{store, meldungen, dienste.clock};
     Zufall &zufall;
     QStringList &klaenge = dienste.ton.gespielt;
     int &stille = dienste.ton.stillen;
@@ -193,3 +195,5 @@ inline CardRecord KreuzKarte(const QString &richtig)
         karte.*kreuze[i] = richtig.contains(QString::number(i + 1));
     return karte;
 }
+
+} // namespace paukfix

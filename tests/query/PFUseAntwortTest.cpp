@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <set>
 
+using namespace paukfix;
+
 // Answering a card and judging the answer.
 class PFUseAntwortTest : public QObject
 {

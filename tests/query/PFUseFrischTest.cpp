@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace paukfix;
+
 namespace {
 
 // Draws the same for every window.

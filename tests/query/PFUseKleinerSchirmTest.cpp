@@ -7,6 +7,9 @@
 #include <QScreen>
 #include <QScrollBar>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The query on a screen of 1024 by 600 pixels.
 class PFUseKleinerSchirmTest : public QObject
 {
@@ -40,7 +43,7 @@ private slots:
         CardRecord karte = kreuz ? KreuzKarte("1") : TippKarte("x");
         if (lang)
             karte.Frage = karte.Antwort_1 = karte.Antwort_2 = karte.Antwort_3 = karte.Antwort_4 =
-                karte.Antwort_5 = QStringLiteral("Ein langer Text. ").repeated(60);
+                karte.Antwort_5 = u"Ein langer Text. "_s.repeated(60);
         if (bild) {
             karte.Picture_1_Name = "b.bmp";
             QImage muster(300, 270, QImage::Format_RGB32);
@@ -74,10 +77,9 @@ private slots:
                 QVERIFY(picture->height() >= 60);
             }
             // A single line has nothing to scroll.
-            if (kreuz && !lang) {
+            if (kreuz && !lang)
                 for (int i = 0; i < 5; ++i)
                     QVERIFY(!b.Text(QString("Antwort(%1)").arg(i))->verticalScrollBar()->isVisible());
-            }
         });
     }
 };

@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+using namespace paukfix;
+
 // Where the query stands, on two screens: 1024 by 600 pixels, and 1200 by 900 to the right of it. Windows of
 // this platform have a frame of two pixels at the left and the top.
 class PFUseLageTest : public QObject

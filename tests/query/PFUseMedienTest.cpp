@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QImage>
 
+using namespace paukfix;
+
 // Pictures, sounds and faces of a query.
 class PFUseMedienTest : public QObject
 {

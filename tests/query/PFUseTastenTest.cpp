@@ -3,6 +3,8 @@
 #include "AbfrageTestSupport.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+
 // What the query says about its keys, and that they do it: self-judged cards, the way back, a sound again.
 class PFUseTastenTest : public QObject
 {

@@ -3,6 +3,8 @@
 #include "AbfrageTestSupport.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+
 // Showing a card, the keys, and what closing the window means.
 class PFUseTest : public QObject
 {

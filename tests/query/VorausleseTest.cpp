@@ -5,6 +5,9 @@
 #include "AbfrageTestSupport.h"
 #include "TestProgram.h"
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The card that will probably be asked next.
 class VorausleseTest : public QObject
 {
@@ -35,7 +38,7 @@ private slots:
         karte.Picture_6_Name = "k6.wav";
         karte.Picture_7_Name = "k7.wav";
         karte.Picture_8_Name = "k8.wav";
-        karte.Picture_9_Name = QStringLiteral("Größen");
+        karte.Picture_9_Name = u"Größen"_s;
         karte.PictureTop = 150;
         karte.Pictureleft = 300;
         karte.Picturewidth = 450;

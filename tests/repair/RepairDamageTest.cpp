@@ -15,6 +15,9 @@
 #include <functional>
 #include <memory>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Damage = std::function<void(QByteArray &bytes, const Box &box, Random &random)>;
@@ -169,7 +172,7 @@ class RepairDamageTest : public QObject
     QMap<QByteArray, QMap<int, Tally>> tallies_;
     Tally all_;
 
-    QString Path() const { return directory_->filePath(QStringLiteral("Kasten.pzb")); }
+    QString Path() const { return directory_->filePath(u"Kasten.pzb"_s); }
 
     void Clear()
     {
@@ -336,10 +339,10 @@ private slots:
         Random random(static_cast<quint32>(seed));
         Overwrite(bytes, 0, seed % 2 == 0 ? 0 : 100, random);
         WriteFile(Path(), bytes);
-        WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+        WriteFile(Path() + u"-journal"_s, amid.journal);
         Require("hot journal left over", box, everyCard, false);
-        QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
-        QCOMPARE(ReadFile(Path() + QStringLiteral(".beschädigt-journal")), amid.journal);
+        QVERIFY(!QFile::exists(Path() + u"-journal"_s));
+        QCOMPARE(ReadFile(Path() + u".beschädigt-journal"_s), amid.journal);
     }
 
     void NothingToSaveLeavesEverythingAsItWas_data()
@@ -368,7 +371,7 @@ private slots:
         }
         QCOMPARE(ReadFile(Path()), bytes);
         QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 QStringList{QStringLiteral("Kasten.pzb")});
+                 QStringList{u"Kasten.pzb"_s});
     }
 
     void cleanupTestCase()

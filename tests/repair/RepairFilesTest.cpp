@@ -20,6 +20,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Does not take the child's end away from who waits for it.
@@ -30,8 +33,7 @@ bool HasEnded(pid_t child)
            info.si_pid == child;
 }
 
-const auto takenBack =
-    QStringLiteral("\nEin Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen.\n");
+const auto takenBack = u"\nEin Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen.\n"_s;
 
 } // namespace
 
@@ -42,10 +44,7 @@ class RepairFilesTest : public QObject
 
     std::unique_ptr<QTemporaryDir> directory_;
 
-    QString Path(const QString &name = QStringLiteral("Kasten.pzb")) const
-    {
-        return directory_->filePath(name);
-    }
+    QString Path(const QString &name = u"Kasten.pzb"_s) const { return directory_->filePath(name); }
 
     QStringList Names() const
     {
@@ -68,22 +67,22 @@ private slots:
     {
         MakeCardFile(Path(), SomeCards(5));
         const RepairResult first = RepairDatabase(Path()), second = RepairDatabase(Path());
-        QCOMPARE(QFileInfo(first.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt"));
-        QCOMPARE(QFileInfo(second.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
-        QCOMPARE(QFileInfo(second.report).fileName(), QStringLiteral("Kasten.pzb.Reparatur-2.txt"));
+        QCOMPARE(QFileInfo(first.damagedFile).fileName(), u"Kasten.pzb.beschädigt"_s);
+        QCOMPARE(QFileInfo(second.damagedFile).fileName(), u"Kasten.pzb.beschädigt-2"_s);
+        QCOMPARE(QFileInfo(second.report).fileName(), u"Kasten.pzb.Reparatur-2.txt"_s);
         QCOMPARE(Names().size(), 5);
     }
 
     void LongNameAndSymbolicLinkAreFollowed()
     {
-        const QString real = Path(QStringLiteral("ü").repeated(117) + QStringLiteral(".pzb"));
+        const QString real = Path(u"ü"_s.repeated(117) + u".pzb"_s);
         MakeCardFile(real, SomeCards(5));
         QVERIFY(QFile::link(real, Path()));
         const RepairResult result = RepairDatabase(Path());
         QVERIFY(QFileInfo(Path()).isSymLink());
         QVERIFY(!QFileInfo(real).isSymLink());
         QVERIFY(QFile::exists(result.damagedFile));
-        QVERIFY(result.damagedFile.endsWith(QStringLiteral(".beschädigt")));
+        QVERIFY(result.damagedFile.endsWith(u".beschädigt"_s));
         QCOMPARE(ReadCards(Path()).size(), 5);
     }
 
@@ -93,9 +92,9 @@ private slots:
         MakeCardFile(Path(), SomeCards(5));
         DestroyFirstPage();
         const QByteArray damaged = ReadFile(Path());
-        QVERIFY(QFile::link(Path(), Path(QStringLiteral("Kasten.pzb.beschädigt"))));
+        QVERIFY(QFile::link(Path(), Path(u"Kasten.pzb.beschädigt"_s)));
         const RepairResult result = RepairDatabase(Path());
-        QCOMPARE(QFileInfo(result.damagedFile).fileName(), QStringLiteral("Kasten.pzb.beschädigt-2"));
+        QCOMPARE(QFileInfo(result.damagedFile).fileName(), u"Kasten.pzb.beschädigt-2"_s);
         QCOMPARE(ReadFile(result.damagedFile), damaged);
         QCOMPARE(ReadCards(Path()).size(), 5);
     }
@@ -141,10 +140,10 @@ private slots:
         QByteArray journal = amid.journal;
         journal.replace(16, 4, QByteArray::fromHex("00000002")); // pages that the file had before
         WriteFile(Path(), box.bytes);
-        WriteFile(Path() + QStringLiteral("-journal"), journal);
+        WriteFile(Path() + u"-journal"_s, journal);
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size());
-        QVERIFY(!QFile::exists(Path() + QStringLiteral("-journal")));
+        QVERIFY(!QFile::exists(Path() + u"-journal"_s));
         QVERIFY(!QString::fromUtf8(ReadFile(result.report)).contains(takenBack));
     }
 
@@ -153,7 +152,7 @@ private slots:
         const Box box = MakeBox(directory_->path(), {.cards = 300});
         const Box amid = AmidTransaction(directory_->path(), box);
         WriteFile(Path(), amid.bytes);
-        WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+        WriteFile(Path() + u"-journal"_s, amid.journal);
         QVERIFY(QString::fromUtf8(ReadFile(RepairDatabase(Path()).report)).contains(takenBack));
     }
 
@@ -204,7 +203,7 @@ private slots:
     void FullDiskLeavesEverythingAsItWas()
     {
         const Box box = MakeBox(directory_->path(), {.cards = 300});
-        QFile::remove(Path(QStringLiteral("werkstatt.pzb")));
+        QFile::remove(Path(u"werkstatt.pzb"_s));
         WriteFile(Path(), box.bytes);
         DestroyFirstPage();
         const QByteArray before = ReadFile(Path());
@@ -219,7 +218,7 @@ private slots:
                 failed += error.Number() == Fehler::DatentraegerVoll ? 1 : 0;
                 texts << error.Text();
             }
-            QCOMPARE(Names(), QStringList{QStringLiteral("Kasten.pzb")});
+            QCOMPARE(Names(), QStringList{u"Kasten.pzb"_s});
             QCOMPARE(ReadFile(Path()), before);
         }
         QCOMPARE(failed, 4);
@@ -242,7 +241,7 @@ private slots:
             for (const QString &name : directory.entryList(QDir::Files))
                 QFile::remove(directory.filePath(name));
             WriteFile(Path(), amid.bytes);
-            WriteFile(Path() + QStringLiteral("-journal"), amid.journal);
+            WriteFile(Path() + u"-journal"_s, amid.journal);
         };
         lay();
         RepairDatabase(Path());
@@ -263,8 +262,8 @@ private slots:
             const auto reached = [&] {
                 if (run % 3 == 0)
                     return waiting.nsecsElapsed() / 1000 > moment;
-                return run % 3 == 1 ? QFile::exists(Path() + QStringLiteral(".beschädigt"))
-                                    : !QFile::exists(Path() + QStringLiteral("-journal"));
+                return run % 3 == 1 ? QFile::exists(Path() + u".beschädigt"_s)
+                                    : !QFile::exists(Path() + u"-journal"_s);
             };
             while (!reached() && !HasEnded(child) && waiting.elapsed() < 60'000) {
             }
@@ -274,7 +273,7 @@ private slots:
             killed += WIFSIGNALED(status) ? 1 : 0;
             RemoveRepairLeftovers(Path());
             QVERIFY(QFile::exists(Path()));
-            QVERIFY(!QFile::exists(Path() + QStringLiteral(".reparatur")));
+            QVERIFY(!QFile::exists(Path() + u".reparatur"_s));
             // Whichever file lies there, the engine reads every card out of it.
             {
                 SQLite::Database database(Path().toStdString(), SQLite::OPEN_READWRITE);
@@ -354,15 +353,14 @@ private slots:
         DestroyFirstPage();
         TestMeldungen meldungen;
         meldungen.antworten = {Meldungen::Antwort::Ja};
-        const TestUhr uhr;
+        const TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("Kasten.pzb");
+        QString name = u"Kasten.pzb"_s;
         oeffner.OpenCardFile(name);
-        QCOMPARE(meldungen.Texte(),
-                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                              QStringLiteral("Datei wurde repariert")}));
+        QCOMPARE(meldungen.Texte(), (QStringList{u"Diese Datei ist beschädigt Reparaturversuch ?"_s,
+                                                 u"Datei wurde repariert"_s}));
         QVERIFY(store.IsOpen());
         QCOMPARE(store.HighestCardNumber, qint16(20));
     }
@@ -372,31 +370,30 @@ private slots:
     {
         MakeCardFile(Path(), SomeCards(2000));
         TestMeldungen meldungen;
-        const TestUhr uhr;
+        const TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = directory_->path();
         int told = 0;
         // Before the engine begins, and while it compares the table with its indexes.
         for (const int last : {1, 10}) {
             told = 0;
             meldungen.gezeigt.clear();
-            oeffner.WartenZeigen = [&](const QString &, const QString &abgebrochen) -> Fortschritt {
+            oeffner.WartenZeigen = [&](const QString &, const QString &abgebrochen) -> Progress {
                 return [&told, last, abgebrochen](int, int) {
                     if (++told == last)
                         throw StoreError(Fehler::Abgebrochen, abgebrochen);
                 };
             };
-            QString name = QStringLiteral("Kasten.pzb");
+            QString name = u"Kasten.pzb"_s;
             oeffner.OpenCardFile(name);
             QCOMPARE(told, last);
             QVERIFY(name.isEmpty() && !store.IsOpen());
-            QCOMPARE(meldungen.Texte(),
-                     QStringList(QStringLiteral("Die Prüfung wurde abgebrochen; die Kartei ist "
-                                                "nicht geöffnet. Fcode: 3059")));
+            QCOMPARE(meldungen.Texte(), QStringList(u"Die Prüfung wurde abgebrochen; die Kartei ist "
+                                                    u"nicht geöffnet. Fcode: 3059"_s));
         }
-        oeffner.WartenZeigen = [](const QString &, const QString &) { return Fortschritt(); };
-        QString name = QStringLiteral("Kasten.pzb");
+        oeffner.WartenZeigen = [](const QString &, const QString &) { return Progress(); };
+        QString name = u"Kasten.pzb"_s;
         oeffner.OpenCardFile(name);
         QVERIFY(store.IsOpen());
     }
@@ -407,9 +404,9 @@ private slots:
         DestroyFirstPage();
         const QByteArray before = ReadFile(Path());
         TestMeldungen meldungen;
-        const TestUhr uhr;
+        const TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = directory_->path();
         int steps = 0;
         RepairDatabase(Path(), [&](int, int) { ++steps; });
@@ -421,21 +418,21 @@ private slots:
             meldungen.gezeigt.clear();
             meldungen.antworten = {Meldungen::Antwort::Ja};
             int told = 0;
-            oeffner.WartenZeigen = [&](const QString &was, const QString &abgebrochen) -> Fortschritt {
-                if (was != QStringLiteral("Die Kartei wird repariert."))
+            oeffner.WartenZeigen = [&](const QString &was, const QString &abgebrochen) -> Progress {
+                if (was != u"Die Kartei wird repariert."_s)
                     return {};
                 return [&told, last, abgebrochen](int, int) {
                     if (++told == last)
                         throw StoreError(Fehler::Abgebrochen, abgebrochen);
                 };
             };
-            QString name = QStringLiteral("Kasten.pzb");
+            QString name = u"Kasten.pzb"_s;
             oeffner.OpenCardFile(name);
             QVERIFY(name.isEmpty() && !store.IsOpen());
             QCOMPARE(meldungen.Texte(),
-                     (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                                  QStringLiteral("Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
-                                                 "geändert. Fcode: 3059")}));
+                     (QStringList{u"Diese Datei ist beschädigt Reparaturversuch ?"_s,
+                                  u"Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
+                                  u"geändert. Fcode: 3059"_s}));
             QCOMPARE(Names(), QStringList("Kasten.pzb"));
             QCOMPARE(ReadFile(Path()), before);
         }
@@ -447,16 +444,16 @@ private slots:
         MakeCardFile(Path(), SomeCards(200));
         QFile file(Path());
         QVERIFY(file.open(QIODevice::ReadWrite));
-        constexpr qint64 size = qint64(20) << 30;
-        QVERIFY(file.resize(size));
-        QVERIFY(file.seek(size - 4096) && file.write(QByteArray(4096, 'x')) == 4096);
+        constexpr qint64 Size = qint64(20) << 30;
+        QVERIFY(file.resize(Size));
+        QVERIFY(file.seek(Size - 4096) && file.write(QByteArray(4096, 'x')) == 4096);
         file.close();
         int told = 0;
         const RepairResult result = RepairDatabase(Path(), [&](int, int) { ++told; });
         QCOMPARE(result.cards, 200);
         QVERIFY2(told < 100, qPrintable(QString::number(told)));
         QVERIFY(QFileInfo(Path()).size() < 1'000'000);
-        QCOMPARE(QFileInfo(result.damagedFile).size(), size);
+        QCOMPARE(QFileInfo(result.damagedFile).size(), Size);
     }
 
     void FailingDiskHasItsNumber()
@@ -500,20 +497,19 @@ private slots:
         file.close();
         TestMeldungen meldungen;
         meldungen.antworten = {Meldungen::Antwort::Ja};
-        const TestUhr uhr;
+        const TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("Kasten.pzb");
+        QString name = u"Kasten.pzb"_s;
         oeffner.OpenCardFile(name);
-        QCOMPARE(
-            meldungen.Texte(),
-            (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                         QStringLiteral("%1 Karten wurden gerettet; Spuren von %2 weiteren ließen sich nicht "
-                                        "mehr lesen. Einzelheiten stehen in „Kasten.pzb.Reparatur.txt“.")
-                             .arg(QLocale(QLocale::German).toString(store.Karten().RecordCount()))
-                             .arg(2000 - store.Karten().RecordCount()),
-                         QStringLiteral("Datei wurde repariert")}));
+        QCOMPARE(meldungen.Texte(),
+                 (QStringList{u"Diese Datei ist beschädigt Reparaturversuch ?"_s,
+                              u"%1 Karten wurden gerettet; Spuren von %2 weiteren ließen sich nicht "
+                              u"mehr lesen. Einzelheiten stehen in „Kasten.pzb.Reparatur.txt“."_s
+                                  .arg(QLocale(QLocale::German).toString(store.Karten().RecordCount()))
+                                  .arg(2000 - store.Karten().RecordCount()),
+                              u"Datei wurde repariert"_s}));
         QVERIFY(store.IsOpen());
         QVERIFY(store.Karten().RecordCount() > 1500);
     }

@@ -14,6 +14,9 @@
 #include <functional>
 #include <memory>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool ShortRun()
@@ -228,7 +231,7 @@ class RepairMixTest : public QObject
     QList<Past> pasts_;
     QMap<QByteArray, Tally> tallies_;
 
-    QString Path() const { return directory_->filePath(QStringLiteral("Kasten.pzb")); }
+    QString Path() const { return directory_->filePath(u"Kasten.pzb"_s); }
 
     Past MakePast(int cards, bool wiped, quint32 seed)
     {
@@ -256,7 +259,7 @@ class RepairMixTest : public QObject
             report = ReadFile(result.report);
             report = report.mid(std::max<qsizetype>(0, report.indexOf("\nUngewisse Karten")));
             report = report.startsWith("\nUngewisse") ? report : QByteArray();
-            if (report.isEmpty() != !result.summary.contains(QStringLiteral("ungewiss")))
+            if (report.isEmpty() != !result.summary.contains(u"ungewiss"_s))
                 faults += "summary: " + result.summary.toUtf8();
             tally.uncertain = report.count("\nKarte ");
             QFile::remove(result.damagedFile);

@@ -16,6 +16,9 @@
 
 #include <algorithm>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Length of the engine's variable-length number at `at`.
@@ -45,10 +48,7 @@ class RepairTest : public QObject
 
     std::unique_ptr<QTemporaryDir> directory_;
 
-    QString Path(const QString &name = QStringLiteral("Kasten.pzb")) const
-    {
-        return directory_->filePath(name);
-    }
+    QString Path(const QString &name = u"Kasten.pzb"_s) const { return directory_->filePath(name); }
 
     void Sql(const std::string &sql)
     {
@@ -87,7 +87,7 @@ private slots:
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, 50);
         QCOMPARE(ReadCards(Path()), before);
-        QVERIFY(Report(result).contains(QStringLiteral("ohne Beanstandung:     50 Karten")));
+        QVERIFY(Report(result).contains(u"ohne Beanstandung:     50 Karten"_s));
     }
 
     void EveryPageSizeIsReadWithoutHeader_data()
@@ -126,8 +126,7 @@ private slots:
         const auto found = ReadDigests(Path());
         QCOMPARE(found.value(victim.marker), victim.digest);
         QCOMPARE(found.value(hit.marker), hit.digest);
-        QVERIFY(
-            Report(result).contains(QStringLiteral("): Nummer war unbrauchbar und kommt aus dem Index\n")));
+        QVERIFY(Report(result).contains(u"): Nummer war unbrauchbar und kommt aus dem Index\n"_s));
     }
 
     void NumberThatTheIndexContradictsIsNamed()
@@ -141,10 +140,8 @@ private slots:
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size());
         const QString report = Report(result);
-        const QRegularExpression line(
-            QStringLiteral("\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
-                           "für sie\n")
-                .arg(hit.number));
+        const QRegularExpression line(u"\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
+                                      u"für sie\n"_s.arg(hit.number));
         QVERIFY2(report.contains(line), qPrintable(report));
     }
 
@@ -164,7 +161,7 @@ private slots:
         WriteFile(Path(), bytes);
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(Cards()[hit->number].FachNr, before[hit->number].FachNr);
-        QVERIFY(Report(result).contains(QStringLiteral("): Fach war unbrauchbar und kommt aus dem Index\n")));
+        QVERIFY(Report(result).contains(u"): Fach war unbrauchbar und kommt aus dem Index\n"_s));
     }
 
     void TheReportIsCompared()
@@ -216,10 +213,10 @@ private slots:
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, 20);
         const auto cards = Cards();
-        QCOMPARE(cards[5].Frage, QStringLiteral("Frage 12")); // the newer row
-        QCOMPARE(cards[21].Frage, QStringLiteral("Frage 5"));
-        QVERIFY(Report(result).contains(QStringLiteral(
-            "Karte 21 („Frage 5“): Nummer (5) war unbrauchbar oder schon vergeben, neu vergeben\n")));
+        QCOMPARE(cards[5].Frage, u"Frage 12"_s); // the newer row
+        QCOMPARE(cards[21].Frage, u"Frage 5"_s);
+        QVERIFY(Report(result).contains(
+            u"Karte 21 („Frage 5“): Nummer (5) war unbrauchbar oder schon vergeben, neu vergeben\n"_s));
     }
 
     void OneCardInTwoRowsIsKeptOnce()
@@ -228,7 +225,7 @@ private slots:
         Sql("DROP INDEX FrageNr; DROP INDEX BoxKey; INSERT INTO Lernkarten SELECT * FROM Lernkarten WHERE "
             "FrageNr=7");
         QCOMPARE(RepairDatabase(Path()).cards, 20);
-        QCOMPARE(Cards()[7].Frage, QStringLiteral("Frage 7"));
+        QCOMPARE(Cards()[7].Frage, u"Frage 7"_s);
     }
 
     void TwoCardsOnOnePlaceSendTheLaterToTheBack()
@@ -241,8 +238,8 @@ private slots:
         QCOMPARE(cards[3].FachLfdNr, 3.0);
         QCOMPARE(cards[8].FachNr, 3.0);
         QCOMPARE(cards[8].FachLfdNr, 25.0); // behind 24, the last one there
-        QVERIFY(Report(result).contains(QStringLiteral(
-            "Karte 8 („Frage 8“): Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach 3\n")));
+        QVERIFY(Report(result).contains(
+            u"Karte 8 („Frage 8“): Platz war unbrauchbar oder besetzt, liegt jetzt hinten in Fach 3\n"_s));
     }
 
     void FullCompartmentIsClosedUp()
@@ -280,11 +277,10 @@ private slots:
         QCOMPARE(cards[7].Picturewidth, 0.0);
         QVERIFY(!cards.contains(4) && !cards.contains(5));
         QCOMPARE(QSet<QString>({cards[31].Frage, cards[32].Frage}),
-                 QSet<QString>({QStringLiteral("Frage 4"), QStringLiteral("Frage 5")}));
+                 QSet<QString>({u"Frage 4"_s, u"Frage 5"_s}));
         const QString report = Report(result);
-        QVERIFY(report.contains(
-            QStringLiteral("Karte 1 („Frage 1“): Fach war unbrauchbar, liegt jetzt in „Neu“")));
-        QVERIFY(report.contains(QStringLiteral("Picturewidth hatte den unbrauchbaren Wert 99999")));
+        QVERIFY(report.contains(u"Karte 1 („Frage 1“): Fach war unbrauchbar, liegt jetzt in „Neu“"_s));
+        QVERIFY(report.contains(u"Picturewidth hatte den unbrauchbaren Wert 99999"_s));
     }
 
     void DoubtfulContentIsKeptAndNamed()
@@ -304,20 +300,20 @@ private slots:
             database.execAndGet("SELECT length(Picture_1_Name) FROM Lernkarten WHERE FrageNr=4").getInt(),
             400);
         const QString report = Report(result);
-        QVERIFY(report.contains(QStringLiteral("Karte 1 („Frage 1“): Antwort 1 enthält unlesbare Zeichen")));
-        QVERIFY(report.contains(QStringLiteral("Frage ist kein geschlossener RTF-Text")));
-        QVERIFY(!report.contains(QStringLiteral("Karte 3")));
-        QVERIFY(report.contains(QStringLiteral("Picture 1 Name ist länger als 250 Zeichen")));
-        QVERIFY(report.contains(QStringLiteral("zweifelhafter Inhalt:  3 Karten")));
-        QVERIFY2(result.summary.contains(QStringLiteral("; 3 davon haben zweifelhaften Inhalt.")),
+        QVERIFY(report.contains(u"Karte 1 („Frage 1“): Antwort 1 enthält unlesbare Zeichen"_s));
+        QVERIFY(report.contains(u"Frage ist kein geschlossener RTF-Text"_s));
+        QVERIFY(!report.contains(u"Karte 3"_s));
+        QVERIFY(report.contains(u"Picture 1 Name ist länger als 250 Zeichen"_s));
+        QVERIFY(report.contains(u"zweifelhafter Inhalt:  3 Karten"_s));
+        QVERIFY2(result.summary.contains(u"; 3 davon haben zweifelhaften Inhalt."_s),
                  qPrintable(result.summary));
     }
 
     void BrokenChainKeepsWhatStandsBeforeTheBreak()
     {
         CardRecord longCard = MakeCard(4, 1, 40);
-        longCard.Antwort_1 = QStringLiteral("größer ").repeated(3000);
-        longCard.Antwort_1_Klartext = QStringLiteral("Ende ").repeated(1000);
+        longCard.Antwort_1 = u"größer "_s.repeated(3000);
+        longCard.Antwort_1_Klartext = u"Ende "_s.repeated(1000);
         MakeCardFile(Path(), {MakeCard(1, 0, 1), longCard, MakeCard(9, 0, 2)});
         QByteArray bytes = ReadFile(Path());
         const qint64 page = bytes.lastIndexOf("größer") / 4096;
@@ -331,10 +327,10 @@ private slots:
         QVERIFY(longCard.Antwort_1.startsWith(card.Antwort_1));
         QCOMPARE(card.Antwort_1_Klartext, QString());
         const QString report = Report(result);
-        QVERIFY(report.contains(QStringLiteral("lückenhaft:            1 Karte\n")));
+        QVERIFY(report.contains(u"lückenhaft:            1 Karte\n"_s));
         QVERIFY(report.contains(
-            QStringLiteral("\nLückenhafte Karten\nWas nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.\n"
-                           "Karte 4 („Frage 4“): Antwort 1 bricht ab; Antwort 1 Klartext fehlt\n")));
+            u"\nLückenhafte Karten\nWas nicht mehr zu lesen war, fehlt; nichts wurde ergänzt.\n"
+            u"Karte 4 („Frage 4“): Antwort 1 bricht ab; Antwort 1 Klartext fehlt\n"_s));
     }
 
     void LostCardsAreNamedFromTheIndex()
@@ -350,9 +346,9 @@ private slots:
         WriteFile(Path(), bytes);
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size() - lost.size());
-        QVERIFY(Report(result).contains(QStringLiteral("\nNicht gerettet\nVon diesen Karten ist nur noch die "
-                                                       "Nummer bekannt: ") +
-                                        lost.join(QStringLiteral(", ")) + u'\n'));
+        QVERIFY(Report(result).contains(u"\nNicht gerettet\nVon diesen Karten ist nur noch die "
+                                        u"Nummer bekannt: "_s +
+                                        lost.join(u", "_s) + u'\n'));
     }
 
     void DeletedCardsStayDeletedWhereTheEngineDidNotWipe()
@@ -384,10 +380,10 @@ private slots:
 
     void NumbersGivenAgainAreNotDeniedByAnOldIndexPage()
     {
-        constexpr int pageSize = 4096, index = 3; // the page of "FrageNr", which is one leaf here
+        constexpr int PageSize = 4096, Index = 3; // the page of "FrageNr", which is one leaf here
         MakeCardFile(Path(), SomeCards(100));
         Sql("DELETE FROM Lernkarten WHERE FrageNr=98");
-        const QByteArray old = ReadFile(Path()).mid((index - 1) * pageSize, pageSize);
+        const QByteArray old = ReadFile(Path()).mid((Index - 1) * PageSize, PageSize);
         QCOMPARE(old[0], '\x0a');
         Sql("DELETE FROM Lernkarten WHERE FrageNr>98");
         for (const std::string number : {"98", "99", "100"})
@@ -409,7 +405,7 @@ private slots:
         RepairDatabase(Path());
         const auto cards = Cards();
         QCOMPARE(cards.size(), 150);
-        QCOMPARE(cards[7].Frage, QStringLiteral("Frage 7"));
+        QCOMPARE(cards[7].Frage, u"Frage 7"_s);
     }
 
     void TableLaidOutOtherwiseIsReadThroughTheEngine()
@@ -418,7 +414,7 @@ private slots:
         Sql("ALTER TABLE Lernkarten ADD COLUMN Zusatz TEXT; UPDATE Lernkarten SET Zusatz='x'; DROP INDEX "
             "FrageNr");
         QCOMPARE(RepairDatabase(Path()).cards, 100);
-        QCOMPARE(Cards()[42].Antwort_1_Klartext, QStringLiteral("Antwort 42"));
+        QCOMPARE(Cards()[42].Antwort_1_Klartext, u"Antwort 42"_s);
     }
 
     // Then the one table is read through the engine, which knows the row by its place only.
@@ -428,7 +424,7 @@ private slots:
         Sql("ALTER TABLE Lernkarten ADD COLUMN Zusatz TEXT; UPDATE Lernkarten SET Zusatz='x';"
             "UPDATE Lernkarten SET FrageNr=NULL WHERE FrageNr=4");
         QCOMPARE(RepairDatabase(Path()).cards, 10);
-        QCOMPARE(Cards()[11].Frage, QStringLiteral("Frage 4"));
+        QCOMPARE(Cards()[11].Frage, u"Frage 4"_s);
     }
 
     // As a write that went astray leaves it: the index still knows all, the tree leads to one leaf.
@@ -465,7 +461,7 @@ private slots:
         // The first cards are found, then the pages turn to zeros.
         int pages = 0;
         const auto fail = [&](int page, int) {
-            pages += page == FortschrittSchritte ? 1 : 0;
+            pages += page == ProgressSteps ? 1 : 0;
             if (pages == 4) // after the trees and the indexes
                 WriteFile(Path(), QByteArray(size, '\0'));
         };
@@ -479,27 +475,25 @@ private slots:
 
     void SummaryNamesWhatIsLostAndIncomplete()
     {
-        QCOMPARE(LossText(5, QStringLiteral("gerettet"), {}), QString());
-        QCOMPARE(LossText(8, QStringLiteral("gerettet"), {.lost = 1992}),
-                 QStringLiteral(
-                     "8 Karten wurden gerettet; Spuren von 1.992 weiteren ließen sich nicht mehr lesen."));
-        QCOMPARE(LossText(1, QStringLiteral("gerettet"), {.lost = 1, .incomplete = 1, .uncertain = 1}),
-                 QStringLiteral("1 Karte wurde gerettet; 1 davon ist lückenhaft; 1 davon ist ungewiss; "
-                                "Spuren von 1 weiteren Karte ließen sich nicht mehr lesen."));
-        QCOMPARE(LossText(9, QStringLiteral("gerettet"), {.doubtful = 1}),
-                 QStringLiteral("9 Karten wurden gerettet; 1 davon hat zweifelhaften Inhalt."));
-        QCOMPARE(LossText(9, QStringLiteral("gerettet"), {.doubtful = 2}),
-                 QStringLiteral("9 Karten wurden gerettet; 2 davon haben zweifelhaften Inhalt."));
-        QCOMPARE(
-            LossText(1000, QStringLiteral("gerettet"), {.incomplete = 2, .uncertain = 3}),
-            QStringLiteral("1.000 Karten wurden gerettet; 2 davon sind lückenhaft; 3 davon sind ungewiss."));
+        QCOMPARE(LossText(5, u"gerettet"_s, {}), QString());
+        QCOMPARE(LossText(8, u"gerettet"_s, {.lost = 1992}),
+                 u"8 Karten wurden gerettet; Spuren von 1.992 weiteren ließen sich nicht mehr lesen."_s);
+        QCOMPARE(LossText(1, u"gerettet"_s, {.lost = 1, .incomplete = 1, .uncertain = 1}),
+                 u"1 Karte wurde gerettet; 1 davon ist lückenhaft; 1 davon ist ungewiss; "
+                 u"Spuren von 1 weiteren Karte ließen sich nicht mehr lesen."_s);
+        QCOMPARE(LossText(9, u"gerettet"_s, {.doubtful = 1}),
+                 u"9 Karten wurden gerettet; 1 davon hat zweifelhaften Inhalt."_s);
+        QCOMPARE(LossText(9, u"gerettet"_s, {.doubtful = 2}),
+                 u"9 Karten wurden gerettet; 2 davon haben zweifelhaften Inhalt."_s);
+        QCOMPARE(LossText(1000, u"gerettet"_s, {.incomplete = 2, .uncertain = 3}),
+                 u"1.000 Karten wurden gerettet; 2 davon sind lückenhaft; 3 davon sind ungewiss."_s);
     }
 
     void TextsInUtf16AreRead_data()
     {
         QTest::addColumn<QString>("encoding");
-        QTest::newRow("little endian") << QStringLiteral("UTF-16le");
-        QTest::newRow("big endian") << QStringLiteral("UTF-16be");
+        QTest::newRow("little endian") << u"UTF-16le"_s;
+        QTest::newRow("big endian") << u"UTF-16be"_s;
     }
 
     void TextsInUtf16AreRead()
@@ -508,7 +502,7 @@ private slots:
         MakeCardFile(Path(), SomeCards(50));
         const QList<CardRecord> before = ReadCards(Path());
         // A database keeps its encoding: the rows are carried over into another one.
-        SQLite::Database to(Path(QStringLiteral("anders.pzb")).toStdString(),
+        SQLite::Database to(Path(u"anders.pzb"_s).toStdString(),
                             SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         to.exec("PRAGMA encoding='" + encoding.toStdString() + "'");
         {
@@ -516,7 +510,7 @@ private slots:
             to.exec(from.execAndGet("SELECT sql FROM sqlite_schema WHERE type='table'").getString());
             SQLite::Statement rows(from, "SELECT * FROM Lernkarten");
             SQLite::Statement insert(to, "INSERT INTO Lernkarten VALUES(" +
-                                             QStringLiteral("?,").repeated(51).toStdString() + "?)");
+                                             u"?,"_s.repeated(51).toStdString() + "?)");
             SQLite::Transaction transaction(to);
             while (rows.executeStep()) {
                 for (int i = 0; i < CardColumnCount; ++i)
@@ -531,7 +525,7 @@ private slots:
             transaction.commit();
         }
         QFile::remove(Path());
-        QVERIFY(QFile::copy(Path(QStringLiteral("anders.pzb")), Path()));
+        QVERIFY(QFile::copy(Path(u"anders.pzb"_s), Path()));
         DestroyFirstPage();
         QCOMPARE(RepairDatabase(Path()).cards, 50);
         QCOMPARE(ReadCards(Path()), before);

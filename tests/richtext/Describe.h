@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+namespace paukfix {
+
 // A document as one readable text, for comparing: paragraphs one a line, each with its format in parentheses
 // where it has one, pieces of text with theirs in brackets: "(center li720)[b 12pt]bold[] plain". A line
 // separator is written as "/".
@@ -92,3 +94,5 @@ inline QString Describe(const QTextDocument &document)
     }
     return lines.join(u'\n');
 }
+
+} // namespace paukfix

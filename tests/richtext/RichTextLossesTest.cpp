@@ -8,14 +8,17 @@
 #include <QTest>
 #include <QTextDocument>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 using Loss = RichTextLoss;
 
 QString Rtf(const char *body)
 {
-    return QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Arial;}}"
-                          "{\\colortbl ;\\red255\\green255\\blue0;}\r\n") +
-           QString::fromLatin1(body) + QStringLiteral("\\par\r\n}\r\n");
+    return u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Arial;}}"
+           u"{\\colortbl ;\\red255\\green255\\blue0;}\r\n"_s +
+           QString::fromLatin1(body) + u"\\par\r\n}\r\n"_s;
 }
 } // namespace
 
@@ -116,7 +119,7 @@ private slots:
 
     void TextThatIsNoRtfLosesNothing()
     {
-        QCOMPARE(int(LossesOf(QStringLiteral("a {\\pict 00}"))), 0);
+        QCOMPARE(int(LossesOf(u"a {\\pict 00}"_s)), 0);
         QCOMPARE(int(LossesOf(QString())), 0);
     }
 
@@ -131,15 +134,14 @@ private slots:
 
     void HostileTextsAreReadInLinearTime()
     {
-        QString deep = QStringLiteral("{\\rtf1 ");
+        QString deep = u"{\\rtf1 "_s;
         for (int i = 0; i < 300'000; ++i)
-            deep += QStringLiteral("{\\b");
+            deep += u"{\\b"_s;
         QCOMPARE(int(LossesOf(deep)), 0);
-        QCOMPARE(int(LossesOf(deep + QStringLiteral("{\\pict"))), int(Loss::Pictures));
-        QCOMPARE(int(LossesOf(QStringLiteral("{\\rtf1 {\\*\\fldinst ") + QString(1'000'000, u'x') +
-                              QStringLiteral("}}"))),
+        QCOMPARE(int(LossesOf(deep + u"{\\pict"_s)), int(Loss::Pictures));
+        QCOMPARE(int(LossesOf(u"{\\rtf1 {\\*\\fldinst "_s + QString(1'000'000, u'x') + u"}}"_s)),
                  int(Loss::Fields));
-        QCOMPARE(int(LossesOf(QStringLiteral("{\\rtf1}}}}}}{{\\pict"))), 0);
+        QCOMPARE(int(LossesOf(u"{\\rtf1}}}}}}{{\\pict"_s)), 0);
     }
 };
 

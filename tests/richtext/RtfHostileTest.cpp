@@ -8,6 +8,9 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Texts that are made to hurt. Each must be read, laid out and written again; none may take the test's time.
 class RtfHostileTest : public QObject
 {
@@ -107,7 +110,7 @@ void RtfHostileTest::EndsInAShownText()
     QTextDocument document;
     SetRichText(document, rtf);
     const QString text = PlainText(document);
-    QVERIFY2(text.endsWith(end) || text.endsWith(QStringLiteral(u"[…]")), qPrintable(text.right(50)));
+    QVERIFY2(text.endsWith(end) || text.endsWith(u"[…]"_s), qPrintable(text.right(50)));
     LayOut(document);
     QTextDocument again;
     SetRichText(again, ToRtf(document));
@@ -131,7 +134,7 @@ void RtfHostileTest::TooMuchTextEndsInALineThatSaysSo()
     for (const QString &text : texts) {
         QTextDocument document;
         QVERIFY(!SetRichText(document, text));
-        QVERIFY(PlainText(document).endsWith(QStringLiteral(u"\r\n[…]")));
+        QVERIFY(PlainText(document).endsWith(u"\r\n[…]"_s));
         LayOut(document);
     }
 }

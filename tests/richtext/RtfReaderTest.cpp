@@ -10,6 +10,9 @@
 #include <QTest>
 #include <QTextLayout>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class RtfReaderTest : public QObject
 {
     Q_OBJECT
@@ -47,7 +50,7 @@ void RtfReaderTest::Shows_data()
     row("line breaks of the file are none", "ab\r\nc\nd", "abcd");
     row("blank after a word is its end", R"(\b  x)", "[b] x");
     row("escaped braces and backslash", R"(\{a\\b\})", R"({a\b})");
-    row("raw characters beyond ASCII", "ä€😀", QStringLiteral(u"ä€😀"));
+    row("raw characters beyond ASCII", "ä€😀", u"ä€😀"_s);
     row("raw tab", "a\tb", "a\tb");
 
     row("last par is no line", R"(a\par)", "a");
@@ -66,103 +69,93 @@ void RtfReaderTest::Shows_data()
     row("what follows the last brace", R"(a}b{c)", "a");
 
     row("tab", R"(a\tab b)", "a\tb");
-    row("dashes", R"(a\emdash b\endash c)", QStringLiteral(u"a—b–c"));
-    row("quotes", R"(\lquote a\rquote\ldblquote b\rdblquote)", QStringLiteral(u"‘a’“b”"));
-    row("bullet", R"(\bullet  a)", QStringLiteral(u"• a"));
-    row("spaces", R"(\~\emspace\enspace\qmspace)", QStringLiteral(u"\u00A0\u2003\u2002\u2005"));
-    row("hyphens", R"(a\-b\_c)", QStringLiteral(u"a\u00ADb\u2011c"));
-    row("joiners", R"(\zwj\zwnj\ltrmark\rtlmark\zwbo\zwnbo)",
-        QStringLiteral(u"\u200D\u200C\u200E\u200F\u200B\u2060"));
+    row("dashes", R"(a\emdash b\endash c)", u"a—b–c"_s);
+    row("quotes", R"(\lquote a\rquote\ldblquote b\rdblquote)", u"‘a’“b”"_s);
+    row("bullet", R"(\bullet  a)", u"• a"_s);
+    row("spaces", R"(\~\emspace\enspace\qmspace)", u"\u00A0\u2003\u2002\u2005"_s);
+    row("hyphens", R"(a\-b\_c)", u"a\u00ADb\u2011c"_s);
+    row("joiners", R"(\zwj\zwnj\ltrmark\rtlmark\zwbo\zwnbo)", u"\u200D\u200C\u200E\u200F\u200B\u2060"_s);
     row("table cells", R"(a\cell b\cell\row c)", "a\tb\t\nc");
 
-    row("hex", R"(\'e4\'F6\'dF)", QStringLiteral(u"äöß"));
-    row("hex in Windows-1252", R"(\'80\'84\'93)", QStringLiteral(u"€„“"));
-    row("open places of Windows-1252", R"(\'81\'8d\'8f\'90\'9d)",
-        QStringLiteral(u"\u0081\u008D\u008F\u0090\u009D"));
-    row("open place of another page", R"(\ansicpg1253 \'d2)", QStringLiteral(u"Ò"));
+    row("hex", R"(\'e4\'F6\'dF)", u"äöß"_s);
+    row("hex in Windows-1252", R"(\'80\'84\'93)", u"€„“"_s);
+    row("open places of Windows-1252", R"(\'81\'8d\'8f\'90\'9d)", u"\u0081\u008D\u008F\u0090\u009D"_s);
+    row("open place of another page", R"(\ansicpg1253 \'d2)", u"Ò"_s);
     row("hex without digits", R"(a\'zzb\')", "azzb");
     row("hex with one digit", R"(a\'4)", "a4");
-    row("code page of the document", R"(\ansicpg1251 \'e4)", QStringLiteral(u"д"));
-    row("unknown code page", R"(\ansicpg4711 \'e4)", QStringLiteral(u"ä"));
-    row("Mac", R"(\mac \'8a)", QStringLiteral(u"ä"));
-    row("DOS", R"(\pc \'84\pca \'84)", QStringLiteral(u"ää"));
-    row("code page of the font", R"({\f2 \'e4}\'e4)", QStringLiteral(u"[Cyr]д[]ä"));
-    row("font without character set has the document's", R"(\ansicpg1251 {\f5 \'e4})",
-        QStringLiteral(u"[None]д"));
-    row("cpg of a font", R"({\f6 \'e4})", QStringLiteral(u"[Page]δ"));
-    row("symbol bullet", R"({\f4 \'b7})", QStringLiteral(u"[Symbol]•"));
+    row("code page of the document", R"(\ansicpg1251 \'e4)", u"д"_s);
+    row("unknown code page", R"(\ansicpg4711 \'e4)", u"ä"_s);
+    row("Mac", R"(\mac \'8a)", u"ä"_s);
+    row("DOS", R"(\pc \'84\pca \'84)", u"ää"_s);
+    row("code page of the font", R"({\f2 \'e4}\'e4)", u"[Cyr]д[]ä"_s);
+    row("font without character set has the document's", R"(\ansicpg1251 {\f5 \'e4})", u"[None]д"_s);
+    row("cpg of a font", R"({\f6 \'e4})", u"[Page]δ"_s);
+    row("symbol bullet", R"({\f4 \'b7})", u"[Symbol]•"_s);
     row("Greek letters of the symbol font", R"({\f4 abc\'44\\\{\}\u-3999?\u61537?}a)",
-        QStringLiteral(u"[Symbol]αβχΔ∴{}αα[]a"));
-    row("places of the symbol font by their number", R"({\f4 \u183\'b7\u-3913\'b7})",
-        QStringLiteral(u"[Symbol]••"));
-    row("places without a character", R"({\f4 \'f0})", QStringLiteral(u"[Symbol]\uF0F0"));
+        u"[Symbol]αβχΔ∴{}αα[]a"_s);
+    row("places of the symbol font by their number", R"({\f4 \u183\'b7\u-3913\'b7})", u"[Symbol]••"_s);
+    row("places without a character", R"({\f4 \'f0})", u"[Symbol]\uF0F0"_s);
     row("what is no place", R"({\f4 a\u257?\emdash\u8364?b\tab\~\line})",
-        QStringLiteral(u"[Symbol]α[]ā—€[Symbol]β\t\u00A0/"));
-    row("Wingdings", R"({\f8 JKL\'fc\'e0\u-3854?\'20\'ff})",
-        QStringLiteral(u"[Wingdings]☺😐☹✔🡪⇩ \uF0FF"));
-    row("Wingdings by its name alone", R"({\f9 J})", QStringLiteral(u"[wingdings]☺"));
+        u"[Symbol]α[]ā—€[Symbol]β\t\u00A0/"_s);
+    row("Wingdings", R"({\f8 JKL\'fc\'e0\u-3854?\'20\'ff})", u"[Wingdings]☺😐☹✔🡪⇩ \uF0FF"_s);
+    row("Wingdings by its name alone", R"({\f9 J})", u"[wingdings]☺"_s);
     row("a letter font of that name", R"({\f10 J})", "[Symbol]J");
-    row("a symbol font that nobody knows", R"({\f11 J\'e4\u-3999?})",
-        QStringLiteral(u"[Eigene]\uF04A\uF0E4\uF061"));
+    row("a symbol font that nobody knows", R"({\f11 J\'e4\u-3999?})", u"[Eigene]\uF04A\uF0E4\uF061"_s);
 
     row("symbol field", R"(a{\field{\*\fldinst SYMBOL 183 \\f "Symbol" \\s 12}{\fldrslt\f1\fs20}}b)",
-        QStringLiteral(u"a[Symbol 12pt]•[]b"));
+        u"a[Symbol 12pt]•[]b"_s);
     row("symbol field in groups",
         R"({\field{\*\fldinst {\b SYMBOL 0xF04A \\f Wingdings\\h }}{\fldrslt {x}}}b)",
-        QStringLiteral(u"[Wingdings b]☺[]b"));
+        u"[Wingdings b]☺[]b"_s);
     row("symbol field in the text's font",
-        R"({\field{\*\fldinst SYMBOL 163}{\fldrslt }}{\f4\field{\*\fldinst symbol 97}})",
-        QStringLiteral(u"£[Symbol]α"));
+        R"({\field{\*\fldinst SYMBOL 163}{\fldrslt }}{\f4\field{\*\fldinst symbol 97}})", u"£[Symbol]α"_s);
     row("symbol field with a character", R"({\field{\*\fldinst SYMBOL 8734 \\u \\f "Arial"}{\fldrslt ?}})",
-        QStringLiteral(u"[Arial]∞"));
+        u"[Arial]∞"_s);
     row("symbol field that is none",
         R"({\field{\*\fldinst SYMBOL x}{\fldrslt r}}{\field{\*\fldinst SYMBOL 7}{\fldrslt s}})", "rs");
     row("symbol field within a field",
         R"({\field{\*\fldinst HYPERLINK "x"}{\fldrslt a{\field{\*\fldinst SYMBOL 74 \\f "Wingdings"}{\fldrslt q}}b}}c)",
-        QStringLiteral(u"a[Wingdings]☺[]bc"));
+        u"a[Wingdings]☺[]bc"_s);
     row("hidden symbol field", R"({\v{\field{\*\fldinst SYMBOL 183}{\fldrslt }}}b)", "b");
 
-    row("Japanese with a backslash as second byte", R"({\f3 \'83\\\'83\'41\'83\{x\\y})",
-        QStringLiteral(u"[Jp]ソアボx\\y"));
-    row("letters of one byte", R"({\f3 \'b1\\\'b1\{})", QStringLiteral(u"[Jp]ｱ\\ｱ{"));
-    row("font of double-byte text", R"(\loch\af1\hich\af1\dbch\f3 \'83\'41\loch\f1 a)",
-        QStringLiteral(u"[Jp]ア[Arial]a"));
+    row("Japanese with a backslash as second byte", R"({\f3 \'83\\\'83\'41\'83\{x\\y})", u"[Jp]ソアボx\\y"_s);
+    row("letters of one byte", R"({\f3 \'b1\\\'b1\{})", u"[Jp]ｱ\\ｱ{"_s);
+    row("font of double-byte text", R"(\loch\af1\hich\af1\dbch\f3 \'83\'41\loch\f1 a)", u"[Jp]ア[Arial]a"_s);
     row("associated font of double-byte text",
-        R"({\f1\hich\af2\dbch\af3\loch\f1 a\dbch \'83\'41\hich \'e4}\'e4)",
-        QStringLiteral(u"[Arial]a[Jp]ア[Cyr]д[]ä"));
+        R"({\f1\hich\af2\dbch\af3\loch\f1 a\dbch \'83\'41\hich \'e4}\'e4)", u"[Arial]a[Jp]ア[Cyr]д[]ä"_s);
     row("associated font of text from right to left", R"(\f1\rtlch\fcs1 \af2 \ltrch\fcs0 \'e4)",
-        QStringLiteral(u"[Arial]ä"));
-    row("plain ends the kinds", R"(\dbch\af3 \plain \'e4)", QStringLiteral(u"ä"));
+        u"[Arial]ä"_s);
+    row("plain ends the kinds", R"(\dbch\af3 \plain \'e4)", u"ä"_s);
 
     row("table within a table",
         R"(\intbl\itap2 a\nestcell{\nonesttables\par}b\nestcell{\*\nesttableprops\trowd\cellx1{\b x}\par\nestrow}{\nonesttables\par}c\nestcell{\*\nesttableprops\nestrow}\pard\intbl d\cell\row e)",
         "a\tb\t\nc\t\nd\t\ne");
 
-    row("Japanese", R"({\f3 \'83\'41\'83C})", QStringLiteral(u"[Jp]アイ"));
+    row("Japanese", R"({\f3 \'83\'41\'83C})", u"[Jp]アイ"_s);
     row("Japanese cut off", R"({\f3 \'83}x)", "x");
-    row("Japanese and ASCII", R"({\f3 a\'83\'41b\par c})", QStringLiteral(u"[Jp]aアb\n[Jp]c"));
+    row("Japanese and ASCII", R"({\f3 a\'83\'41b\par c})", u"[Jp]aアb\n[Jp]c"_s);
     row("Chinese and Korean", R"({\ansicpg936 \'c4\'e3}{\ansicpg949 \'b0\'a1}{\ansicpg950 \'a7\'41})",
-        QStringLiteral(u"你가你"));
-    row("UTF-8", R"(\ansicpg65001 \'c3\'a4)", QStringLiteral(u"ä"));
+        u"你가你"_s);
+    row("UTF-8", R"(\ansicpg65001 \'c3\'a4)", u"ä"_s);
 
-    row("unicode", R"(\u228?)", QStringLiteral(u"ä"));
-    row("unicode with hex for others", R"(\u8364\'80x)", QStringLiteral(u"€x"));
-    row("unicode with a blank after it", R"(\u228 ?x)", QStringLiteral(u"äx"));
+    row("unicode", R"(\u228?)", u"ä"_s);
+    row("unicode with hex for others", R"(\u8364\'80x)", u"€x"_s);
+    row("unicode with a blank after it", R"(\u228 ?x)", u"äx"_s);
     row("unicode, negative", R"(\u-3913?)", QString(QChar(0xF0B7)));
-    row("unicode, surrogate pair", R"(\u-10179?\u-8704?)", QStringLiteral(u"😀"));
-    row("unicode, whole astral number", R"(\u128512?)", QStringLiteral(u"😀"));
-    row("unicode, half a pair", R"(a\u-10179?b\u-8704?)", QStringLiteral(u"a\uFFFDb\uFFFD"));
-    row("unicode, halves in two formats", R"(\u-10179?\b\u-8704?)", QStringLiteral(u"\uFFFD[b]\uFFFD"));
+    row("unicode, surrogate pair", R"(\u-10179?\u-8704?)", u"😀"_s);
+    row("unicode, whole astral number", R"(\u128512?)", u"😀"_s);
+    row("unicode, half a pair", R"(a\u-10179?b\u-8704?)", u"a\uFFFDb\uFFFD"_s);
+    row("unicode, halves in two formats", R"(\u-10179?\b\u-8704?)", u"\uFFFD[b]\uFFFD"_s);
     row("unicode, beyond all planes", R"(a\u9999999?b)", "ab");
-    row("unicode, nothing for others", R"(\uc0\u228 x)", QStringLiteral(u"äx"));
-    row("unicode, two for others", R"(\uc2\u228 xyz)", QStringLiteral(u"äz"));
-    row("unicode, two bytes for others", R"(\uc2\u12450\'83\'41z)", QStringLiteral(u"アz"));
-    row("uc belongs to the group", R"({\uc0\u228 x}\u228 xy)", QStringLiteral(u"äxäy"));
-    row("replacement ends at a brace", R"({\u228}x\uc3\u246{y}z)", QStringLiteral(u"äxöyz"));
-    row("replacement is an escape", R"(\u228\{x\u228\~x)", QStringLiteral(u"äxäx"));
-    row("replacement is a named character", R"(\u8212\emdash x)", QStringLiteral(u"—x"));
-    row("replacement is missing", R"(\u228\b x)", QStringLiteral(u"ä[b]x"));
-    row("replacement is binary", R"(\u228\bin3 {}{x)", QStringLiteral(u"äx"));
+    row("unicode, nothing for others", R"(\uc0\u228 x)", u"äx"_s);
+    row("unicode, two for others", R"(\uc2\u228 xyz)", u"äz"_s);
+    row("unicode, two bytes for others", R"(\uc2\u12450\'83\'41z)", u"アz"_s);
+    row("uc belongs to the group", R"({\uc0\u228 x}\u228 xy)", u"äxäy"_s);
+    row("replacement ends at a brace", R"({\u228}x\uc3\u246{y}z)", u"äxöyz"_s);
+    row("replacement is an escape", R"(\u228\{x\u228\~x)", u"äxäx"_s);
+    row("replacement is a named character", R"(\u8212\emdash x)", u"—x"_s);
+    row("replacement is missing", R"(\u228\b x)", u"ä[b]x"_s);
+    row("replacement is binary", R"(\u228\bin3 {}{x)", u"äx"_s);
     row("unicode line and paragraph", R"(a\u8232?b\u8233?c)", "a/b\nc");
     row("unicode line feed is a line", R"(a\u10?b)", "a/b");
     row("reserved characters", R"(a\u0?\u-560?\u-559?\u-4?b)", "ab"); // 0, FDD0, FDD1, FFFC
@@ -175,7 +168,7 @@ void RtfReaderTest::Shows_data()
     row("size", R"(\fs24 a\fs17 b\fs0 c\fs-5 d)", "[12pt]a[8.5pt]b[]cd");
     row("size beyond measure", R"(\fs999999999999 a)", "[1638pt]a");
     row("fonts", R"(\f1 a\f0 b\f99 c)", "[Arial]a[]bc");
-    row("font name in pieces", R"(\f7 a)", QStringLiteral(u"[Größe 7]a"));
+    row("font name in pieces", R"(\f7 a)", u"[Größe 7]a"_s);
     row("colours", R"(\cf1 a\cf2 b\cf0 c)", "[#ff0000]a[#000080]b[]c");
     row("black is automatic", R"(\cf3 a\cf4 b)", "ab");
     row("unknown colours are automatic", R"(\cf99 a\cf-1 b)", "ab");
@@ -222,7 +215,7 @@ void RtfReaderTest::Shows_data()
     row("object", R"({\object\objemb{\*\objdata 01}{\result x}}a)", "a");
     row("header and footer", R"({\header x}{\footerl y}{\footnote z}a)", "a");
     row("field shows its result", R"({\field{\*\fldinst HYPERLINK "x"}{\fldrslt a}}b)", "ab");
-    row("old list text is text", R"({\pntext\'b7\tab}{\*\pn\pnlvlblt}a)", QStringLiteral(u"·\ta"));
+    row("old list text is text", R"({\pntext\'b7\tab}{\*\pn\pnlvlblt}a)", u"·\ta"_s);
     row("destination in the document's group", R"(a\info b\pict c)", "abc");
     row("table in the document's group", R"(a\fonttbl b\colortbl c)", "abc");
     row("skipped destination keeps the state", R"({\b{\info\i}x})", "[b]x");
@@ -255,17 +248,14 @@ void RtfReaderTest::ShowsBytes_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("raw bytes of the code page")
-        << QByteArray("{\\rtf1\\ansicpg1251 \xE4}") << QStringLiteral(u"д");
+    QTest::newRow("raw bytes of the code page") << QByteArray("{\\rtf1\\ansicpg1251 \xE4}") << u"д"_s;
     QTest::newRow("raw bytes of the font")
-        << QByteArray("{\\rtf1{\\fonttbl{\\f0\\fcharset128 J;}}\\f0 \x83\x41 a}")
-        << QStringLiteral(u"[J]ア a");
-    QTest::newRow("raw bytes that no page has")
-        << QByteArray("{\\rtf1 \x81\x80}") << QStringLiteral(u"\u0081€");
-    QTest::newRow("raw bytes for others") << QByteArray("{\\rtf1\\u1076\xE4x}") << QStringLiteral(u"дx");
-    QTest::newRow("plain UTF-8") << QByteArray("\xC3\xA4\r\nb") << QStringLiteral(u"ä\nb");
-    QTest::newRow("plain UTF-8 with its mark") << QByteArray("\xEF\xBB\xBF\xC3\xA4") << QStringLiteral(u"ä");
-    QTest::newRow("plain Windows-1252") << QByteArray("\x84\xE4\x93") << QStringLiteral(u"„ä“");
+        << QByteArray("{\\rtf1{\\fonttbl{\\f0\\fcharset128 J;}}\\f0 \x83\x41 a}") << u"[J]ア a"_s;
+    QTest::newRow("raw bytes that no page has") << QByteArray("{\\rtf1 \x81\x80}") << u"\u0081€"_s;
+    QTest::newRow("raw bytes for others") << QByteArray("{\\rtf1\\u1076\xE4x}") << u"дx"_s;
+    QTest::newRow("plain UTF-8") << QByteArray("\xC3\xA4\r\nb") << u"ä\nb"_s;
+    QTest::newRow("plain UTF-8 with its mark") << QByteArray("\xEF\xBB\xBF\xC3\xA4") << u"ä"_s;
+    QTest::newRow("plain Windows-1252") << QByteArray("\x84\xE4\x93") << u"„ä“"_s;
     QTest::newRow("RTF behind a mark") << QByteArray("\xEF\xBB\xBF{\\rtf1 a}") << "a";
     QTest::newRow("nothing") << QByteArray() << "";
 }
@@ -303,7 +293,7 @@ void RtfReaderTest::WholeFilesOfOtherPrograms_data()
         << QString("(sa200)[Calibri 11pt #0000ff]Straße\n(sa200)[Calibri 11pt]");
     QTest::newRow("default font")
         << QString("{\\rtf1\\deff1{\\fonttbl{\\f0 A;}{\\f1\\fcharset204 B;}}\\'e4{\\f0 a}\\b\\plain b}")
-        << QStringLiteral(u"[B]д[A]a[B]b");
+        << u"[B]д[A]a[B]b"_s;
     QTest::newRow("word processor")
         << QString(
                "{\\rtf1\\adeflang1025\\ansi\\ansicpg1252\\uc1\\adeff0\\deff0\\stshfdbch0{\\fonttbl{"
@@ -334,11 +324,11 @@ void RtfReaderTest::PlainTextHasCrLfBetweenLines()
 {
     QTextDocument document;
     SetRichText(document, QString(R"({\rtf1 a\~b\par\line c\par\par})"));
-    QCOMPARE(PlainText(document), QStringLiteral(u"a\u00A0b\r\n\r\nc\r\n"));
+    QCOMPARE(PlainText(document), u"a\u00A0b\r\n\r\nc\r\n"_s);
 
     // Not RTF: the text as it is, whatever ends its lines.
-    SetRichText(document, QStringLiteral(u"a\u00A0\\par b\r\nc\nd\re\vf\fg\r\n"));
-    QCOMPARE(PlainText(document), QStringLiteral(u"a\u00A0\\par b\r\nc\r\nd\r\ne\r\nf\r\ng\r\n"));
+    SetRichText(document, u"a\u00A0\\par b\r\nc\nd\re\vf\fg\r\n"_s);
+    QCOMPARE(PlainText(document), u"a\u00A0\\par b\r\nc\r\nd\r\ne\r\nf\r\ng\r\n"_s);
 
     SetRichText(document, QString());
     QCOMPARE(PlainText(document), QString());
@@ -410,10 +400,9 @@ QImage Paint(QTextDocument &document, const QColor &textColour, const QColor &gr
 int FirstRowWithInk(const QImage &image)
 {
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             if (image.pixelColor(x, y) != image.pixelColor(image.width() - 1, image.height() - 1))
                 return y;
-        }
     }
     return -1;
 }
@@ -500,10 +489,9 @@ void RtfReaderTest::AutomaticColourFollowsThePalette()
         SetRichText(document, QString(rtf));
         const QImage image = Paint(document, Qt::white, Qt::black);
         int brightest = 0;
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             for (int y = 0; y < image.height(); ++y)
                 brightest = std::max(brightest, qGray(image.pixel(x, y)));
-        }
         return brightest;
     };
     QVERIFY(brightestInk(R"({\rtf1{\colortbl;}\cf0 xxx})") > 200);

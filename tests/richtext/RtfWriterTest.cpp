@@ -15,6 +15,9 @@
 
 #include <functional>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class RtfWriterTest : public QObject
 {
     Q_OBJECT
@@ -64,7 +67,7 @@ void RtfWriterTest::Writes_data()
     row("euro", "€", none, R"(\u8364?)");
     row("astral", "😀", none, R"(\u-10179?\u-8704?)");
     row("control characters", QString(QChar(0x81)) + QChar(1), none, R"(\u129?\u1?)");
-    row("named", QStringLiteral(u"\t\u2028\u00A0\u00AD\u2011"), none, R"(\tab \line \~\-\_)");
+    row("named", u"\t\u2028\u00A0\u00AD\u2011"_s, none, R"(\tab \line \~\-\_)");
     row(
         "bold", "a", [](QTextCharFormat &f) { f.setFontWeight(QFont::Bold); }, R"(\plain\b a)");
     row(
@@ -207,7 +210,7 @@ private:
         for (int count = 1 + Below(12); count > 0; --count) {
             switch (Below(5)) {
             case 0:
-                text += QStringLiteral(u"\\{}\t\u2028\u00A0\u00AD\u2011?;'*-0 ")[Below(14)];
+                text += u"\\{}\t\u2028\u00A0\u00AD\u2011?;'*-0 "_s[Below(14)];
                 break;
             case 1:
                 text += QChar(0xA1 + Below(0x500));
@@ -276,7 +279,7 @@ void RtfWriterTest::SymbolsKeepTheirFontAndCharacterSet()
         "\\plain  a\\par\r\n}\r\n";
     QTextDocument document;
     QVERIFY(SetRichText(document, head + "}\r\n" + body));
-    QCOMPARE(PlainText(document), QStringLiteral(u"α•\t∴☺\U0001F589\uF0FF\uF050\uF0E4 a"));
+    QCOMPARE(PlainText(document), u"α•\t∴☺\U0001F589\uF0FF\uF050\uF0E4 a"_s);
     QCOMPARE(ToRtf(document), head + "}\r\n" + body);
     // The same through the clipboard.
     QCOMPARE(FragmentToRtf(QTextDocumentFragment(&document)),
@@ -289,7 +292,7 @@ void RtfWriterTest::SymbolsKeepTheirFontAndCharacterSet()
     QTextDocument again;
     SetRichText(again, ToRtf(document));
     QCOMPARE(PlainText(again), PlainText(document));
-    QCOMPARE(Describe(again).section("[", 0, 3), QStringLiteral(u"[Symbol]α[]aß[Symbol]•\t∴"));
+    QCOMPARE(Describe(again).section("[", 0, 3), u"[Symbol]α[]aß[Symbol]•\t∴"_s);
 
     // And what gets another font is a usual character in it.
     cursor.select(QTextCursor::Document);
@@ -455,7 +458,7 @@ void RtfWriterTest::WordProcessorReadsTheText()
     QFile text(directory.filePath("card.txt"));
     QVERIFY(text.open(QIODevice::ReadOnly));
     QCOMPARE(QString::fromUtf8(text.readAll()).remove(QChar::ByteOrderMark).remove(u'\r').trimmed(),
-             QStringLiteral(u"Straße € 😀\nH2O"));
+             u"Straße € 😀\nH2O"_s);
     QFile pdf(directory.filePath("card.pdf"));
     QVERIFY(pdf.open(QIODevice::ReadOnly));
     QVERIFY(pdf.readAll().startsWith("%PDF"));

@@ -12,6 +12,9 @@
 #include <QtEndian>
 #include <QtTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The files that are shipped beside the program, as the build makes them.
 class AssetsTest : public QObject
 {
@@ -37,16 +40,16 @@ private:
     {
         const QByteArray wave = Bytes(path);
         const char *data = wave.constData();
-        constexpr qsizetype header = 44;
-        if (wave.size() < header || !wave.startsWith("RIFF") || wave.mid(8, 8) != "WAVEfmt " ||
+        constexpr qsizetype Header = 44;
+        if (wave.size() < Header || !wave.startsWith("RIFF") || wave.mid(8, 8) != "WAVEfmt " ||
             qFromLittleEndian<quint32>(data + 4) != quint32(wave.size() - 8) ||
             qFromLittleEndian<quint16>(data + 20) != 1 || qFromLittleEndian<quint32>(data + 24) != 44100 ||
             qFromLittleEndian<quint16>(data + 34) != 16 ||
-            qFromLittleEndian<quint32>(data + 40) != quint32(wave.size() - header))
+            qFromLittleEndian<quint32>(data + 40) != quint32(wave.size() - Header))
             return {};
         *channels = qFromLittleEndian<quint16>(data + 22);
         QList<qint16> samples;
-        for (qsizetype i = header; i + 1 < wave.size(); i += 2)
+        for (qsizetype i = Header; i + 1 < wave.size(); i += 2)
             samples << qFromLittleEndian<qint16>(data + i);
         return samples;
     }
@@ -74,7 +77,7 @@ private:
         tool.waitForFinished(-1);
         const bool made = QFile::exists(dir.filePath("d.png"));
         const QString said = QString::fromUtf8(tool.readAllStandardError());
-        return made == said.isEmpty() ? said : QStringLiteral("made %1, said %2").arg(made).arg(said);
+        return made == said.isEmpty() ? said : u"made %1, said %2"_s.arg(made).arg(said);
     }
 
 private slots:
@@ -128,7 +131,7 @@ private slots:
     {
         QSet<QByteArray> seen;
         for (int i = 5; i <= 11; ++i) {
-            const QString path = (ProgramDir() + "/lbox%1.jpg").arg(i, 2, 10, QLatin1Char('0'));
+            const QString path = (ProgramDir() + "/lbox%1.jpg").arg(i, 2, 10, '0'_L1);
             QCOMPARE(Picture(path, "jpeg").size(), QSize(1920, 1200));
             QVERIFY(QFileInfo(path).size() < 400'000);
             seen.insert(Bytes(path));

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace paukfix;
+
 // The readable form of card files: what it makes of a card, and that a mistake is named with its line.
 class KartentextTest : public QObject
 {

@@ -14,6 +14,9 @@
 
 #include <array>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The built sample boxes: they open, hold the cards of their texts, and are boxes one can learn with.
 class SamplesTest : public QObject
 {
@@ -51,9 +54,9 @@ private slots:
         QString name = box + ".pzb";
         QVERIFY(QFile::copy(BoxPath(box), dir.filePath(name)));
         TestMeldungen meldungen;
-        TestUhr uhr;
+        TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = dir.path();
         oeffner.OpenCardFile(name);
         QCOMPARE(meldungen.Texte(), QStringList());
@@ -105,12 +108,12 @@ private slots:
             if (card.Antworttyp != 1)
                 continue;
             const QString text = ZeilenumbruchEntfernen(card.Antwort_1_Klartext);
-            const qsizetype hint = text.indexOf(QLatin1String("Hinweis:"));
+            const qsizetype hint = text.indexOf("Hinweis:"_L1);
             const QString answer = hint < 0 ? text : Trimmed(text.left(hint));
             QVERIFY(!answer.isEmpty());
             QCOMPARE(Trimmed(answer), answer);
             for (const QChar c : answer)
-                QVERIFY2(c.unicode() < 0x80 || QStringLiteral("äöüÄÖÜß").contains(c), qPrintable(answer));
+                QVERIFY2(c.unicode() < 0x80 || u"äöüÄÖÜß"_s.contains(c), qPrintable(answer));
         }
     }
 

@@ -14,6 +14,8 @@
 
 #include <memory>
 
+using namespace paukfix;
+
 // The file chooser on a real directory, by key and mouse.
 class DatauswTest : public QObject
 {

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace paukfix;
+
 // What the learner has made of the query's window, in the section "[Fenster]".
 class FensterlageTest : public KonfigFixture
 {

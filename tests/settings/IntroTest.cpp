@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <QTimerEvent>
 
+using namespace paukfix;
+
 namespace {
 
 const QString Kontext = "Fehler bei Form Intro Load: ";

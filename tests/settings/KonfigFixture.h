@@ -13,6 +13,8 @@
 #include <memory>
 #include <string_view>
 
+namespace paukfix {
+
 // A program directory with a konfig.dat, and the settings that are read from it and written to it.
 class KonfigFixture : public QObject
 {
@@ -92,3 +94,5 @@ protected:
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
 };
+
+} // namespace paukfix

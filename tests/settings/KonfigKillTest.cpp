@@ -11,6 +11,8 @@
 
 #include <random>
 
+using namespace paukfix;
+
 // Kills a process that writes settings, and looks at what it left.
 class KonfigKillTest : public QObject
 {

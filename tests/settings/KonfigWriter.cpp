@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace paukfix;
+
 int main(int argc, char **argv)
 {
     if (argc < 4)

@@ -21,6 +21,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Root may write everywhere: the test goes on as an ordinary user.
@@ -362,10 +365,8 @@ void ProgramDirectoryTest::FormerDirectoryIsMovedOnceAndSaysSo()
     MakeFormer();
     const ProgramDirectory found = Found();
     QCOMPARE(found.path, user_);
-    QCOMPARE(found.message,
-             QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
-                            "sie in „%2“.")
-                 .arg(user_, former_));
+    QCOMPARE(found.message, u"Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
+                            u"sie in „%2“."_s.arg(user_, former_));
     CheckMoved();
     // Names that are remembered elsewhere lead to the same files.
     QVERIFY(QFileInfo(former_).isSymLink());
@@ -444,10 +445,9 @@ void ProgramDirectoryTest::FormerDirectoryStaysWhileACardFileIsOpen()
         const FileHandle other = OpenByOther(former_ + '/' + name);
         const ProgramDirectory found = Found();
         QCOMPARE(found.path, former_);
-        QCOMPARE(found.message,
-                 QStringLiteral("Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: Die "
-                                "Datei „%2“ ist gesperrt: ein anderes Programm hat sie geöffnet.")
-                     .arg(user_, former_ + '/' + name));
+        QCOMPARE(found.message, u"Ihre Karteien konnten nicht alle nach „%1“ gebracht werden: Die "
+                                u"Datei „%2“ ist gesperrt: ein anderes Programm hat sie geöffnet."_s.arg(
+                                    user_, former_ + '/' + name));
         QVERIFY(found.keepsSettings);
         QCOMPARE(Names(former_), before);
         QVERIFY(!QFile::exists(user_));
@@ -489,10 +489,8 @@ void ProgramDirectoryTest::UsersFilesAmongInstalledOnesAreMoved()
     }
     const ProgramDirectory found = Found();
     QCOMPARE(found.path, user_);
-    QCOMPARE(found.message,
-             QStringLiteral("Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
-                            "sie in „%2“.")
-                 .arg(user_, former_));
+    QCOMPARE(found.message, u"Ihre Karteien und Einstellungen liegen jetzt in „%1“. Bisher lagen "
+                            u"sie in „%2“."_s.arg(user_, former_));
     QVERIFY(found.keepsSettings);
     QCOMPARE(Read(user_ + "/konfig.dat"), "[recentfiles]\r\n" + user_.toUtf8() + "/Latein.pzb\r\n" +
                                               former_.toUtf8() + "/gone.pzb\r\n[Font]\r\nFontName=mine\r\n");
@@ -541,10 +539,8 @@ void ProgramDirectoryTest::UsersFilesAmongInstalledOnesThatCannotBeMovedStay()
     Write(user_ + "/Latein.pzb", "another");
     const ProgramDirectory found = Found();
     QCOMPARE(found.path, user_);
-    QCOMPARE(found.message,
-             QStringLiteral("Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten nicht nach "
-                            "„%2“ gebracht werden.")
-                 .arg(former_, user_));
+    QCOMPARE(found.message, u"Ihre bisherigen Karteien liegen noch in „%1“: Sie konnten nicht nach "
+                            u"„%2“ gebracht werden."_s.arg(former_, user_));
     QCOMPARE(Names(installed_), before);
     QCOMPARE(Read(user_ + "/Latein.pzb"), "another");
     QVERIFY(Read(user_ + "/konfig.dat").contains("FontName=mine"));

@@ -10,6 +10,9 @@
 
 #include <sys/stat.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 using namespace std::string_view_literals;
 
 class ReadConfigTest : public KonfigFixture
@@ -208,7 +211,7 @@ void ReadConfigTest::UnreadableValueIsReportedAndKeepsTheOldOne_data()
     const auto row = [](const char *line, const char *text) {
         const QString value = QString(line).section('=', 1);
         QTest::newRow(line) << QString(line)
-                            << QStringLiteral("Fehler in Konfig_Lesen%1: \"%2\"").arg(QString(text), value);
+                            << u"Fehler in Konfig_Lesen%1: \"%2\""_s.arg(QString(text), value);
     };
     row("FontSize=groß", "Typen unverträglich");
     row("FontSize=", "Typen unverträglich");

@@ -12,6 +12,8 @@
 
 #include <memory>
 
+using namespace paukfix;
+
 class UeberTest : public QObject
 {
     Q_OBJECT

@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 using namespace std::string_view_literals;
 
 class WriteConfigTest : public KonfigFixture
@@ -251,7 +254,7 @@ void WriteConfigTest::TextThatTheFileCannotHoldIsRefused()
     QCOMPARE(WriteError(2, "Dummy"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(3, "False\nx"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(1, QString(QChar(0xD800))), Fehler::TypUnvertraeglich);
-    QCOMPARE(WriteError(1, QStringLiteral("a") + QChar::Null + "b.pzb"), Fehler::TypUnvertraeglich);
+    QCOMPARE(WriteError(1, u"a"_s + QChar::Null + "b.pzb"), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteError(1, QString(5000, 'x')), Fehler::TypUnvertraeglich);
     QCOMPARE(WriteErrorText(3, "False\nx"), QString("\"False\nx\" lässt sich in konfig.dat nicht speichern"));
     QCOMPARE(WriteErrorText(1, QString(5000, 'x')),

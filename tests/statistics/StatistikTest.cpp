@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace paukfix;
+
 namespace {
 
 QString Text(const QWidget &fenster, const QString &name)
@@ -58,7 +60,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({1});
-        const QDateTime spaeter = b.uhr.jetzt.addSecs(3600);
+        const QDateTime spaeter = b.clock.jetzt.addSecs(3600);
         const StatistikWerte werte = StatistikLesen(b.kartei, spaeter, QLocale(QLocale::German));
         QCOMPARE(werte.Beginn, "21.11.26 09:30:00");
         QCOMPARE(werte.DatZeit, "21.11.26 10:30:00");
@@ -69,7 +71,7 @@ private slots:
     void WithoutACardFileNoSessionHasBegun()
     {
         LBoxBuehne b;
-        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.jetzt, QLocale(QLocale::German));
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.jetzt, QLocale(QLocale::German));
         QCOMPARE(werte.Beginn, "–");
         QCOMPARE(werte.DatZeit, "21.11.26 09:30:00");
         const Statistik fenster(werte);
@@ -83,7 +85,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({3, 1, 0, 2, 0, 0, 4});
-        const Statistik fenster(StatistikLesen(b.kartei, b.uhr.Jetzt()));
+        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(fenster.windowTitle(), "Statistik");
         QCOMPARE(Spalte(fenster, "BegAnz"), (QStringList{"3", "1", "0", "2", "0", "0", "4"}));
         QCOMPARE(Spalte(fenster, "AktAnz"), (QStringList{"3", "1", "0", "2", "0", "0", "4"}));
@@ -98,7 +100,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.Lernen(Qt::Key_N, true);
-        const Statistik fenster(StatistikLesen(b.kartei, b.uhr.Jetzt()));
+        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(Spalte(fenster, "ÄndAnz"), (QStringList{"-1", "0", "+1", "0", "0", "0", "0"}));
         QCOMPARE(Spalte(fenster, "BegAnz"), (QStringList{"2", "0", "0", "0", "0", "0", "0"}));
         QCOMPARE(Spalte(fenster, "AktAnz"), (QStringList{"1", "0", "1", "0", "0", "0", "0"}));
@@ -112,7 +114,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({0, 2});
         b.Lernen(Qt::Key_1, false);
-        const Statistik fenster(StatistikLesen(b.kartei, b.uhr.Jetzt()));
+        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(Spalte(fenster, "ÄndAnz"), (QStringList{"0", "0", "0", "0", "0", "0", "0"}));
         QCOMPARE(Text(fenster, "falsch"), "1");
         QCOMPARE(Text(fenster, "gesamt"), "1");
@@ -127,7 +129,7 @@ private slots:
             QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
         });
         b.Taste(Qt::Key_N);
-        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.Jetzt());
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.Now());
         QCOMPARE(werte.Fach[0].beginn, 2);
         QCOMPARE(werte.Fach[0].jetzt, 1);
         QCOMPARE(werte.gesamt, 0);
@@ -140,9 +142,9 @@ private slots:
         b.Lernen(Qt::Key_N, true);
         MakeCardFile(b.Pfad("b.pzb"), {MakeCard(1, 4, 1)});
         b.dialoge.pfade = {b.Pfad("b.pzb")};
-        b.uhr.jetzt = b.uhr.jetzt.addDays(1);
+        b.clock.jetzt = b.clock.jetzt.addDays(1);
         b.Menue("Möffnen")->trigger();
-        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.Jetzt(), QLocale(QLocale::German));
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.Now(), QLocale(QLocale::German));
         QCOMPARE(werte.Beginn, "22.11.26 09:30:00");
         QCOMPARE(werte.Fach[4].beginn, 1);
         QCOMPARE(werte.gesamt, 0);
@@ -171,7 +173,7 @@ private slots:
             b.Lernen(Qt::Key_N, true);
         }
         QVERIFY(!b.kartei.IsOpen());
-        const StatistikWerte werte = StatistikLesen(b.kartei, b.uhr.Jetzt());
+        const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.Now());
         QCOMPARE(werte.Beginn, "–");
         QCOMPARE(werte.richtig, 0);
         QCOMPARE(werte.falsch, 0);
@@ -185,7 +187,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({2});
-        const Statistik fenster(StatistikLesen(b.kartei, b.uhr.Jetzt()));
+        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         b.Lernen(Qt::Key_N, true);
         QCOMPARE(Text(fenster, "gesamt"), "0");
     }

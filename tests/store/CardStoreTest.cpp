@@ -12,6 +12,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class CardStoreTest : public QObject
 {
     Q_OBJECT
@@ -19,7 +22,7 @@ class CardStoreTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> directory_;
     std::unique_ptr<TestMeldungen> meldungen_;
-    std::unique_ptr<TestUhr> uhr_;
+    std::unique_ptr<TestClock> clock_;
     std::unique_ptr<CardStore> store_;
     std::unique_ptr<KarteiOeffner> oeffner_;
 
@@ -47,9 +50,9 @@ private:
         QCOMPARE(Open(name), QString());
         QVERIFY(!meldungen_->gezeigt.isEmpty());
         const auto &last = meldungen_->gezeigt.last();
-        QVERIFY2(last.text.endsWith(QStringLiteral(" Fcode: %1").arg(number)), qPrintable(last.text));
+        QVERIFY2(last.text.endsWith(u" Fcode: %1"_s.arg(number)), qPrintable(last.text));
         QVERIFY2(last.text.size() > 20, qPrintable(last.text));
-        QCOMPARE(last.titel, QStringLiteral("Merkkasten"));
+        QCOMPARE(last.titel, u"Merkkasten"_s);
         QVERIFY(!meldungen_->sanduhr);
         QVERIFY(!store_->IsOpen());
         QVERIFY(store_->FehlerStatus > 0);
@@ -64,9 +67,9 @@ private slots:
     {
         directory_ = std::make_unique<QTemporaryDir>();
         meldungen_ = std::make_unique<TestMeldungen>();
-        uhr_ = std::make_unique<TestUhr>();
+        clock_ = std::make_unique<TestClock>();
         store_ = std::make_unique<CardStore>();
-        oeffner_ = std::make_unique<KarteiOeffner>(*store_, *meldungen_, *uhr_);
+        oeffner_ = std::make_unique<KarteiOeffner>(*store_, *meldungen_, *clock_);
         store_->KarteiPfad = directory_->path();
     }
 
@@ -79,9 +82,9 @@ private slots:
 
     void CreatedFileHoldsTheTableItsColumnsInOrderAndTwoIndexes()
     {
-        QString name = QStringLiteral("neu.pzb");
+        QString name = u"neu.pzb"_s;
         oeffner_->CreateCardFile(name);
-        QCOMPARE(name, QStringLiteral("neu.pzb"));
+        QCOMPARE(name, u"neu.pzb"_s);
         store_->CloseCardFile();
         SQLite::Database database(Path(name).toStdString());
         SQLite::Statement tables(database, "SELECT group_concat(type || ' ' || name, ',') FROM "
@@ -110,7 +113,7 @@ private slots:
 
     void CreatedFileFindsFieldsWithoutRegardToCase()
     {
-        QString name = QStringLiteral("neu.pzb");
+        QString name = u"neu.pzb"_s;
         oeffner_->CreateCardFile(name);
         QVERIFY(store_->Karten().HasField(u"PictureLeft"));
         QVERIFY(store_->Karten().HasField(u"Picture_3_name"));
@@ -118,7 +121,7 @@ private slots:
 
     void EmptyNewFileHasAllCountsZero()
     {
-        QString name = QStringLiteral("neu.pzb");
+        QString name = u"neu.pzb"_s;
         oeffner_->CreateCardFile(name);
         for (const Fach &fach : store_->FachInfo) {
             QCOMPARE(fach.Anzahl, qint16(0));
@@ -138,20 +141,19 @@ private slots:
 
     void CreatingReplacesAnExistingFileWithoutAQuestion()
     {
-        Make(QStringLiteral("alt.pzb"), {MakeCard(1, 0, 1)});
-        QString name = QStringLiteral("alt.pzb");
+        Make(u"alt.pzb"_s, {MakeCard(1, 0, 1)});
+        QString name = u"alt.pzb"_s;
         oeffner_->CreateCardFile(name);
         QVERIFY(meldungen_->gezeigt.isEmpty());
         QCOMPARE(store_->FachInfo[0].Anzahl, qint16(0));
-        QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden),
-                 QStringList{QStringLiteral("alt.pzb")});
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"alt.pzb"_s});
     }
 
     void CreatingOverTheOpenFileClosesItFirst()
     {
-        Make(QStringLiteral("alt.pzb"), {MakeCard(1, 0, 1)});
-        QCOMPARE(Open(QStringLiteral("alt.pzb")), QStringLiteral("alt.pzb"));
-        QString name = QStringLiteral("alt.pzb");
+        Make(u"alt.pzb"_s, {MakeCard(1, 0, 1)});
+        QCOMPARE(Open(u"alt.pzb"_s), u"alt.pzb"_s);
+        QString name = u"alt.pzb"_s;
         oeffner_->CreateCardFile(name);
         QVERIFY(store_->IsOpen());
         QCOMPARE(store_->Karten().RecordCount(), 0);
@@ -159,9 +161,9 @@ private slots:
 
     void CreatingWhereNothingMayBeWrittenThrowsAndKeepsTheOpenFile()
     {
-        Make(QStringLiteral("offen.pzb"), {MakeCard(1, 0, 1)});
-        Open(QStringLiteral("offen.pzb"));
-        QString name = QStringLiteral("gibtsnicht/neu.pzb");
+        Make(u"offen.pzb"_s, {MakeCard(1, 0, 1)});
+        Open(u"offen.pzb"_s);
+        QString name = u"gibtsnicht/neu.pzb"_s;
         QVERIFY_EXCEPTION_THROWN(oeffner_->CreateCardFile(name), StoreError);
         QVERIFY(store_->IsOpen());
         QVERIFY(!meldungen_->sanduhr);
@@ -169,29 +171,28 @@ private slots:
 
     void OpeningCountsTheCardsAndTakesTheLastRunningNumber()
     {
-        Make(QStringLiteral("zwei.pzb"),
-             {MakeCard(7, 0, 1), MakeCard(2, 3, 1), MakeCard(9, 3, 2), MakeCard(4, 3, 5)});
-        QCOMPARE(Open(QStringLiteral("zwei.pzb")), QStringLiteral("zwei.pzb"));
+        Make(u"zwei.pzb"_s, {MakeCard(7, 0, 1), MakeCard(2, 3, 1), MakeCard(9, 3, 2), MakeCard(4, 3, 5)});
+        QCOMPARE(Open(u"zwei.pzb"_s), u"zwei.pzb"_s);
         QCOMPARE(store_->FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(store_->FachInfo[3].Anzahl, qint16(3));
         QCOMPARE(store_->FachInfo[3].LfdMax, qint16(5));
         for (const std::size_t leer : {1U, 2U, 4U, 5U, 6U})
             QCOMPARE(store_->FachInfo[leer].Anzahl, qint16(0));
         QCOMPARE(store_->HighestCardNumber, qint16(9));
-        QCOMPARE(store_->CurrentFileName, QStringLiteral("zwei.pzb"));
-        QCOMPARE(meldungen_->Titel(), QStringLiteral("Merkkasten (zwei.pzb)"));
+        QCOMPARE(store_->CurrentFileName, u"zwei.pzb"_s);
+        QCOMPARE(meldungen_->Titel(), u"Merkkasten (zwei.pzb)"_s);
         QCOMPARE(store_->FehlerStatus, qint16(0));
         QVERIFY(store_->Karten().AtEOF());
-        QCOMPARE(store_->Karten().Index(), QStringLiteral("BoxKey"));
+        QCOMPARE(store_->Karten().Index(), u"BoxKey"_s);
     }
 
     void OpeningClearsWhatAKillLeft()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
         QVERIFY(QDir(directory_->path()).mkdir("a.pzb.reparatur"));
         WriteFileSynced(Path("a.pzb.reparatur/kopie"), "halb");
         WriteFileSynced(Path(".paukfix-0123.neu"), "halb");
-        Open(QStringLiteral("a.pzb"));
+        Open(u"a.pzb"_s);
         QCOMPARE(store_->FachInfo[0].Anzahl, qint16(1));
         QCOMPARE(QDir(directory_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList("a.pzb"));
@@ -199,8 +200,8 @@ private slots:
 
     void OpeningResetsTheBoxTableToItsStartValues()
     {
-        Make(QStringLiteral("a.pzb"), {});
-        Open(QStringLiteral("a.pzb"));
+        Make(u"a.pzb"_s, {});
+        Open(u"a.pzb"_s);
         const std::array<qint16, 6> links{390, 3390, 3630, 3990, 4710, 5790};
         const std::array<qint16, 6> breiteMax{1750, 200, 310, 680, 1030, 1750};
         const std::array<qint16, 6> kapazitaet{700, 50, 100, 250, 400, 700};
@@ -218,22 +219,22 @@ private slots:
         QList<CardRecord> cards;
         for (int i = 1; i <= 34; ++i)
             cards << MakeCard(i, 0, i);
-        Make(QStringLiteral("viele.pzb"), cards);
+        Make(u"viele.pzb"_s, cards);
         QList<qint16> seen;
         oeffner_->BoxZeichnen = [&] { seen << store_->FachInfo[0].Anzahl; };
-        Open(QStringLiteral("viele.pzb"));
+        Open(u"viele.pzb"_s);
         QCOMPARE(seen, (QList<qint16>{0, 11, 22, 33, 34}));
     }
 
     void OpeningBeginsTheSession()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 6, 1)});
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1), MakeCard(2, 6, 1)});
         for (int i = 0; i < 5; ++i)
             store_->sitzung.Zaehlen(true);
         for (int i = 0; i < 6; ++i)
             store_->sitzung.Zaehlen(false);
-        Open(QStringLiteral("a.pzb"));
-        QCOMPARE(store_->sitzung.Beginn(), uhr_->jetzt);
+        Open(u"a.pzb"_s);
+        QCOMPARE(store_->sitzung.Beginn(), clock_->jetzt);
         QCOMPARE(store_->sitzung.RichtigZaehler(), qint16(0));
         QCOMPARE(store_->sitzung.FalschZaehler(), qint16(0));
         QCOMPARE(store_->sitzung.BegAnz(), (std::array<qint16, 7>{1, 0, 0, 0, 0, 0, 1}));
@@ -241,12 +242,12 @@ private slots:
 
     void DelayLoopGrowsWithEveryFileAndStopsAtItsLargestValue()
     {
-        Make(QStringLiteral("a.pzb"), {});
-        uhr_->perSecond = 1000;
-        Open(QStringLiteral("a.pzb"));
+        Make(u"a.pzb"_s, {});
+        clock_->perSecond = 1000;
+        Open(u"a.pzb"_s);
         const qint32 once = oeffner_->verzoegerung.LoopsPerSecond;
         QVERIFY(once > 900 && once <= 1000);
-        Open(QStringLiteral("a.pzb"));
+        Open(u"a.pzb"_s);
         QVERIFY(oeffner_->verzoegerung.LoopsPerSecond > once + 900);
         oeffner_->verzoegerung.LoopsPerSecond = std::numeric_limits<qint32>::max() - 3;
         oeffner_->verzoegerung.CalibrateDelayLoop();
@@ -256,9 +257,9 @@ private slots:
     void DelayReadsTheClockInProportion()
     {
         oeffner_->verzoegerung.LoopsPerSecond = 5000;
-        uhr_->readings = 0;
+        clock_->readings = 0;
         oeffner_->verzoegerung.DelayMilliseconds(300);
-        QCOMPARE(uhr_->readings, qint64(1500));
+        QCOMPARE(clock_->readings, qint64(1500));
     }
 
     void FehlerStatusIsAboveZeroFromTheStart() { QVERIFY(store_->FehlerStatus > 0); }
@@ -272,52 +273,52 @@ private slots:
 
     void FailedOpenLeavesNoFileOpenAndTheNameUnchanged()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        Open(QStringLiteral("a.pzb"));
-        VerifyRefused(QStringLiteral("fehlt.pzb"), 3024);
-        QCOMPARE(store_->CurrentFileName, QStringLiteral("a.pzb"));
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
+        Open(u"a.pzb"_s);
+        VerifyRefused(u"fehlt.pzb"_s, 3024);
+        QCOMPARE(store_->CurrentFileName, u"a.pzb"_s);
     }
 
     void DirectoryTextAndEmptyFilesAreRefused()
     {
-        QVERIFY(QDir(directory_->path()).mkdir(QStringLiteral("ordner.pzb")));
-        VerifyRefused(QStringLiteral("ordner.pzb"), 3051);
-        VerifyRefused(QStringLiteral("nirgends/a.pzb"), 76);
-        QFile text(Path(QStringLiteral("text.pzb")));
+        QVERIFY(QDir(directory_->path()).mkdir(u"ordner.pzb"_s));
+        VerifyRefused(u"ordner.pzb"_s, 3051);
+        VerifyRefused(u"nirgends/a.pzb"_s, 76);
+        QFile text(Path(u"text.pzb"_s));
         QVERIFY(text.open(QIODevice::WriteOnly));
         text.write(QByteArray("Das ist keine Kartei.\r\n").repeated(100));
         text.close();
-        VerifyRefused(QStringLiteral("text.pzb"), 3049);
+        VerifyRefused(u"text.pzb"_s, 3049);
         QCOMPARE(meldungen_->Texte().at(meldungen_->gezeigt.size() - 2),
-                 QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
-        QFile empty(Path(QStringLiteral("leer.pzb")));
+                 u"Diese Datei ist beschädigt Reparaturversuch ?"_s);
+        QFile empty(Path(u"leer.pzb"_s));
         QVERIFY(empty.open(QIODevice::WriteOnly));
         empty.close();
-        VerifyRefused(QStringLiteral("leer.pzb"), 3049);
+        VerifyRefused(u"leer.pzb"_s, 3049);
         QCOMPARE(QFileInfo(empty.fileName()).size(), 0);
     }
 
     void DeclinedRepairEndsWithTheReportForDamage()
     {
-        QFile text(Path(QStringLiteral("text.pzb")));
+        QFile text(Path(u"text.pzb"_s));
         QVERIFY(text.open(QIODevice::WriteOnly));
         text.write("kaputt");
         text.close();
         meldungen_->antworten = {Meldungen::Antwort::Nein};
-        VerifyRefused(QStringLiteral("text.pzb"), 3049);
+        VerifyRefused(u"text.pzb"_s, 3049);
         QCOMPARE(meldungen_->gezeigt.size(), 2);
         QVERIFY(meldungen_->gezeigt.first().frage);
     }
 
     void RepairThatFindsNothingSaysSo()
     {
-        QFile text(Path(QStringLiteral("text.pzb")));
+        QFile text(Path(u"text.pzb"_s));
         QVERIFY(text.open(QIODevice::WriteOnly));
         text.write("kaputt");
         text.close();
         meldungen_->antworten = {Meldungen::Antwort::Ja};
-        VerifyRefused(QStringLiteral("text.pzb"), 3049);
-        QCOMPARE(meldungen_->Texte().at(1), QStringLiteral("Datei kann nicht repariert werden !"));
+        VerifyRefused(u"text.pzb"_s, 3049);
+        QCOMPARE(meldungen_->Texte().at(1), u"Datei kann nicht repariert werden !"_s);
         QCOMPARE(meldungen_->gezeigt.size(), 3);
     }
 
@@ -327,15 +328,15 @@ private slots:
             Make(QLatin1String(name), {MakeCard(1, 0, 1)});
             Sql(QLatin1String(name), "PRAGMA application_id=0");
         }
-        Sql(QStringLiteral("tabelle.pzb"), "ALTER TABLE Lernkarten RENAME TO Anderes");
-        VerifyRefused(QStringLiteral("tabelle.pzb"), 3078);
-        Sql(QStringLiteral("feld.pzb"), "ALTER TABLE Lernkarten DROP COLUMN Antwort_ch_3");
-        VerifyRefused(QStringLiteral("feld.pzb"), 3265);
-        Sql(QStringLiteral("index.pzb"), "DROP INDEX BoxKey");
-        VerifyRefused(QStringLiteral("index.pzb"), 3015);
-        Sql(QStringLiteral("sicht.pzb"),
+        Sql(u"tabelle.pzb"_s, "ALTER TABLE Lernkarten RENAME TO Anderes");
+        VerifyRefused(u"tabelle.pzb"_s, 3078);
+        Sql(u"feld.pzb"_s, "ALTER TABLE Lernkarten DROP COLUMN Antwort_ch_3");
+        VerifyRefused(u"feld.pzb"_s, 3265);
+        Sql(u"index.pzb"_s, "DROP INDEX BoxKey");
+        VerifyRefused(u"index.pzb"_s, 3015);
+        Sql(u"sicht.pzb"_s,
             "ALTER TABLE Lernkarten RENAME TO Echt; CREATE VIEW Lernkarten AS SELECT * FROM Echt");
-        VerifyRefused(QStringLiteral("sicht.pzb"), 3078);
+        VerifyRefused(u"sicht.pzb"_s, 3078);
     }
 
     // A file that bears our mark had all this when it was made.
@@ -364,16 +365,15 @@ private slots:
     {
         QFETCH(QByteArray, sql);
         QFETCH(bool, repaired);
-        const QString name = QStringLiteral("a.pzb");
+        const QString name = u"a.pzb"_s;
         Make(name, {MakeCard(1, 0, 1), MakeCard(2, 3, 1)});
         Sql(name, sql.constData());
         VerifyRefused(name, 3049);
-        QCOMPARE(meldungen_->Texte().first(),
-                 QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
+        QCOMPARE(meldungen_->Texte().first(), u"Diese Datei ist beschädigt Reparaturversuch ?"_s);
         if (repaired) {
             meldungen_->antworten = {Meldungen::Antwort::Ja};
             QCOMPARE(Open(name), name);
-            QCOMPARE(meldungen_->Texte().last(), QStringLiteral("Datei wurde repariert"));
+            QCOMPARE(meldungen_->Texte().last(), u"Datei wurde repariert"_s);
             QCOMPARE(store_->Karten().RecordCount(), 2);
         }
     }
@@ -391,26 +391,25 @@ private slots:
     void HeadersThatTheEngineCannotReadAreDamage()
     {
         QFETCH(int, place);
-        const QString name = QStringLiteral("a.pzb");
+        const QString name = u"a.pzb"_s;
         Make(name, {MakeCard(1, 0, 1)});
         QFile file(Path(name));
         QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(place) && file.write("\x77", 1) == 1);
         file.close();
         meldungen_->antworten = {Meldungen::Antwort::Ja};
         QCOMPARE(Open(name), name);
-        QCOMPARE(meldungen_->Texte(),
-                 (QStringList{QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"),
-                              QStringLiteral("Datei wurde repariert")}));
+        QCOMPARE(meldungen_->Texte(), (QStringList{u"Diese Datei ist beschädigt Reparaturversuch ?"_s,
+                                                   u"Datei wurde repariert"_s}));
         QCOMPARE(store_->Karten().RecordCount(), 1);
     }
 
     void ForeignFileWithoutTheUnreadColumnsOpens()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        Sql(QStringLiteral("a.pzb"), "PRAGMA application_id=0;"
-                                     "ALTER TABLE Lernkarten DROP COLUMN Picture_4_endlos;"
-                                     "ALTER TABLE Lernkarten DROP COLUMN Picture_4_type");
-        QCOMPARE(Open(QStringLiteral("a.pzb")), QStringLiteral("a.pzb"));
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
+        Sql(u"a.pzb"_s, "PRAGMA application_id=0;"
+                        "ALTER TABLE Lernkarten DROP COLUMN Picture_4_endlos;"
+                        "ALTER TABLE Lernkarten DROP COLUMN Picture_4_type");
+        QCOMPARE(Open(u"a.pzb"_s), u"a.pzb"_s);
         store_->Karten().MoveFirst();
         QCOMPARE(store_->Karten().Read(), MakeCard(1, 0, 1));
     }
@@ -427,70 +426,67 @@ private slots:
             {"UPDATE Lernkarten SET FrageNr=NULL WHERE FrageNr=2", 94},
         }};
         for (const auto &[sql, number] : cases) {
-            QFile::remove(Path(QStringLiteral("a.pzb")));
-            Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 4, 1)});
-            Sql(QStringLiteral("a.pzb"), sql);
+            QFile::remove(Path(u"a.pzb"_s));
+            Make(u"a.pzb"_s, {MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 4, 1)});
+            Sql(u"a.pzb"_s, sql);
             meldungen_->gezeigt.clear();
-            VerifyRefused(QStringLiteral("a.pzb"), number);
-            QCOMPARE(meldungen_->Texte().first(),
-                     QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
+            VerifyRefused(u"a.pzb"_s, number);
+            QCOMPARE(meldungen_->Texte().first(), u"Diese Datei ist beschädigt Reparaturversuch ?"_s);
             // The repair gives the bad card a place and a number of its own.
             meldungen_->antworten = {Meldungen::Antwort::Ja};
-            QCOMPARE(Open(QStringLiteral("a.pzb")), QStringLiteral("a.pzb"));
+            QCOMPARE(Open(u"a.pzb"_s), u"a.pzb"_s);
             const int cards = store_->Karten().RecordCount();
             QCOMPARE(cards, 3);
             QCOMPARE(std::accumulate(store_->FachInfo.begin(), store_->FachInfo.end(), 0,
                                      [](int sum, const Fach &fach) { return sum + fach.Anzahl; }),
                      cards);
             store_->CloseCardFile();
-            QCOMPARE(FaultIn(Path(QStringLiteral("a.pzb"))), QString());
+            QCOMPARE(FaultIn(Path(u"a.pzb"_s)), QString());
         }
     }
 
     void ABoxWithTooManyCardsIsNotDamaged()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        Sql(QStringLiteral("a.pzb"),
-            "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<32768) "
-            "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) SELECT i-32769,0,i-32769 FROM n");
-        VerifyRefused(QStringLiteral("a.pzb"), 6);
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
+        Sql(u"a.pzb"_s, "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<32768) "
+                        "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) SELECT i-32769,0,i-32769 FROM n");
+        VerifyRefused(u"a.pzb"_s, 6);
         QCOMPARE(meldungen_->gezeigt.size(), 1);
     }
 
     void NewerFormatIsRefused()
     {
-        Make(QStringLiteral("a.pzb"), {});
-        Sql(QStringLiteral("a.pzb"),
-            "PRAGMA user_version=2; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT");
-        VerifyRefused(QStringLiteral("a.pzb"), 3343);
+        Make(u"a.pzb"_s, {});
+        Sql(u"a.pzb"_s, "PRAGMA user_version=2; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT");
+        VerifyRefused(u"a.pzb"_s, 3343);
     }
 
     void FileThatAnotherProgramHoldsIsRefusedAtOnce()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
         CardStore other;
-        KarteiOeffner oeffner(other, *meldungen_, *uhr_);
+        KarteiOeffner oeffner(other, *meldungen_, *clock_);
         other.KarteiPfad = store_->KarteiPfad;
-        QString name = QStringLiteral("a.pzb");
+        QString name = u"a.pzb"_s;
         oeffner.OpenCardFile(name);
-        VerifyRefused(QStringLiteral("a.pzb"), 3045);
-        name = QStringLiteral("a.pzb");
+        VerifyRefused(u"a.pzb"_s, 3045);
+        name = u"a.pzb"_s;
         QVERIFY_EXCEPTION_THROWN(oeffner_->CreateCardFile(name), StoreError);
         other.Karten().MoveFirst();
-        QCOMPARE(other.Felder().Frage.Text(), QStringLiteral("Frage 1"));
+        QCOMPARE(other.Felder().Frage.Text(), u"Frage 1"_s);
     }
 
     void FileThatMayNotBeWrittenIsRefusedAtTheOpen()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        const QByteArray path = QFile::encodeName(Path(QStringLiteral("a.pzb")));
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
+        const QByteArray path = QFile::encodeName(Path(u"a.pzb"_s));
         QCOMPARE(::chmod(path.constData(), 0444), 0);
         QCOMPARE(::chmod(QFile::encodeName(directory_->path()).constData(), 0777), 0);
         // The superuser may write everything: become somebody else for the open.
         const bool root = ::geteuid() == 0;
         if (root)
             QCOMPARE(::seteuid(65534), 0);
-        VerifyRefused(QStringLiteral("a.pzb"), 3051);
+        VerifyRefused(u"a.pzb"_s, 3051);
         QCOMPARE(::chmod(QFile::encodeName(directory_->path()).constData(), 0555) == 0, !root);
         if (root)
             QCOMPARE(::seteuid(0), 0);
@@ -498,7 +494,7 @@ private slots:
         QCOMPARE(::chmod(QFile::encodeName(directory_->path()).constData(), 0555), 0);
         if (root)
             QCOMPARE(::seteuid(65534), 0);
-        VerifyRefused(QStringLiteral("a.pzb"), 3051);
+        VerifyRefused(u"a.pzb"_s, 3051);
         if (root)
             QCOMPARE(::seteuid(0), 0);
         QCOMPARE(::chmod(QFile::encodeName(directory_->path()).constData(), 0777), 0);
@@ -508,49 +504,49 @@ private slots:
     {
         QString deep = directory_->path();
         while (deep.size() < 300)
-            deep += QStringLiteral("/Äpfel und Öl mit ß %1").arg(QString(20, u'x'));
+            deep += u"/Äpfel und Öl mit ß %1"_s.arg(QString(20, u'x'));
         QVERIFY(QDir().mkpath(deep));
         store_->KarteiPfad = deep;
-        const QString file = QStringLiteral("Übung eins.pzb");
+        const QString file = u"Übung eins.pzb"_s;
         MakeCardFile(deep + u'/' + file, {MakeCard(1, 2, 1)});
         QCOMPARE(Open(file), file);
-        QCOMPARE(meldungen_->Titel(), QStringLiteral("Merkkasten (Übung eins.pzb)"));
+        QCOMPARE(meldungen_->Titel(), u"Merkkasten (Übung eins.pzb)"_s);
     }
 
     void WhatAForeignFileHoldsBesidesIsNeitherRunNorLost()
     {
-        Make(QStringLiteral("a.pzb"), {MakeCard(1, 0, 1)});
-        Sql(QStringLiteral("a.pzb"),
+        Make(u"a.pzb"_s, {MakeCard(1, 0, 1)});
+        Sql(u"a.pzb"_s,
             "CREATE TABLE Notizen(t); INSERT INTO Notizen VALUES('bleibt');"
             "CREATE TRIGGER boese AFTER UPDATE ON Lernkarten BEGIN DELETE FROM Lernkarten; END;"
             "CREATE TRIGGER boese2 BEFORE UPDATE ON Lernkarten BEGIN UPDATE Notizen SET t='weg'; END");
-        QCOMPARE(Open(QStringLiteral("a.pzb")), QStringLiteral("a.pzb"));
+        QCOMPARE(Open(u"a.pzb"_s), u"a.pzb"_s);
         store_->Karten().MoveFirst();
         store_->Karten().Edit();
         store_->Felder().FachLfdNr.Set(8);
         store_->Karten().Update();
         QCOMPARE(store_->Karten().RecordCount(), 1);
         store_->CloseCardFile();
-        SQLite::Database database(Path(QStringLiteral("a.pzb")).toStdString());
+        SQLite::Database database(Path(u"a.pzb"_s).toStdString());
         QCOMPARE(database.execAndGet("SELECT t FROM Notizen").getString(), std::string("bleibt"));
         QCOMPARE(database.execAndGet("SELECT count(*) FROM sqlite_schema WHERE type='trigger'").getInt(), 2);
     }
 
     void CleanFieldTextFlattensSeparatorTabsAndLineBreaks()
     {
-        QString text = QStringLiteral("a;b");
-        QCOMPARE(CleanFieldText(text, QStringLiteral(";")), QStringLiteral("a b"));
-        QCOMPARE(text, QStringLiteral("a b"));
-        text = QStringLiteral("a;b\tc\r\nd");
-        QCOMPARE(CleanFieldText(text, QString()), QStringLiteral("a;b c  d"));
-        text = QStringLiteral("1x2X3");
-        QCOMPARE(CleanFieldText(text, QStringLiteral("x")), QStringLiteral("1 2 3"));
+        QString text = u"a;b"_s;
+        QCOMPARE(CleanFieldText(text, u";"_s), u"a b"_s);
+        QCOMPARE(text, u"a b"_s);
+        text = u"a;b\tc\r\nd"_s;
+        QCOMPARE(CleanFieldText(text, QString()), u"a;b c  d"_s);
+        text = u"1x2X3"_s;
+        QCOMPARE(CleanFieldText(text, u"x"_s), u"1 2 3"_s);
     }
 
     void ZeilenumbruchEntfernenTakesPairsOnly()
     {
-        QCOMPARE(ZeilenumbruchEntfernen(QStringLiteral("a\r\nb\nc\rd\r\n")), QStringLiteral("ab\nc\rd"));
-        QCOMPARE(ZeilenumbruchEntfernen(QStringLiteral("a\r\r\n\nb")), QStringLiteral("ab"));
+        QCOMPARE(ZeilenumbruchEntfernen(u"a\r\nb\nc\rd\r\n"_s), u"ab\nc\rd"_s);
+        QCOMPARE(ZeilenumbruchEntfernen(u"a\r\r\n\nb"_s), u"ab"_s);
         QCOMPARE(ZeilenumbruchEntfernen(QString()), QString());
     }
 
@@ -558,14 +554,14 @@ private slots:
     {
         QCOMPARE(NullToEmpty({}), QVariant(QString()));
         QCOMPARE(NullToEmpty(7), QVariant(7));
-        QCOMPARE(NullToEmpty(QStringLiteral("x")), QVariant(QStringLiteral("x")));
+        QCOMPARE(NullToEmpty(u"x"_s), QVariant(u"x"_s));
     }
 
     void TrimmedTakesBlanksOnly()
     {
-        QCOMPARE(Trimmed(QStringLiteral("  a b\t ")), QStringLiteral("a b\t"));
-        QCOMPARE(Trimmed(QStringLiteral("\u00a0x\u00a0")), QStringLiteral("\u00a0x\u00a0"));
-        QCOMPARE(Trimmed(QStringLiteral("   ")), QString());
+        QCOMPARE(Trimmed(u"  a b\t "_s), u"a b\t"_s);
+        QCOMPARE(Trimmed(u"\u00a0x\u00a0"_s), u"\u00a0x\u00a0"_s);
+        QCOMPARE(Trimmed(u"   "_s), QString());
     }
 };
 

@@ -14,6 +14,9 @@
 #include <algorithm>
 #include <random>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A box on disk, open in a store of its own.
@@ -22,7 +25,7 @@ struct Kasten
     explicit Kasten(const QList<CardRecord> &karten)
     {
         MakeCardFile(verzeichnis.filePath("box.pzb"), karten);
-        uhr.perSecond = 1;
+        clock.perSecond = 1;
         kartei.KarteiPfad = verzeichnis.path();
         Oeffnen();
     }
@@ -74,16 +77,16 @@ struct Kasten
 
     QTemporaryDir verzeichnis;
     TestMeldungen meldungen;
-    TestUhr uhr;
+    TestClock clock;
     CardStore kartei;
-    KarteiOeffner oeffner{kartei, meldungen, uhr};
+    KarteiOeffner oeffner{kartei, meldungen, clock};
 };
 
 void Importieren(CardStore &kartei, int karten)
 {
     kartei.Karten().BeginTrans();
     AddSimpleCards(kartei, [&](SimpleCard &karte) {
-        karte = {QStringLiteral("Frage"), QStringLiteral("Antwort"), {}};
+        karte = {u"Frage"_s, u"Antwort"_s, {}};
         return karten-- > 0;
     });
     kartei.Karten().CommitTrans();

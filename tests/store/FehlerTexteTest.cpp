@@ -24,6 +24,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // What the user reads when something fails, word for word.
 class FehlerTexteTest : public QObject
 {
@@ -32,7 +35,7 @@ class FehlerTexteTest : public QObject
 private:
     QTemporaryDir directory_;
 
-    QString Path(const QString &name = QStringLiteral("a.pzb")) const { return directory_.filePath(name); }
+    QString Path(const QString &name = u"a.pzb"_s) const { return directory_.filePath(name); }
 
     // The text with the file's path replaced by DATEI and the directory's by ORDNER.
     QString Text(const std::function<void()> &step) const
@@ -40,9 +43,7 @@ private:
         try {
             step();
         } catch (const StoreError &error) {
-            return error.Text()
-                .replace(Path(), QStringLiteral("DATEI"))
-                .replace(directory_.path(), QStringLiteral("ORDNER"));
+            return error.Text().replace(Path(), u"DATEI"_s).replace(directory_.path(), u"ORDNER"_s);
         }
         return {};
     }
@@ -239,7 +240,7 @@ private slots:
     void MisuseOfTheCards()
     {
         TestMeldungen messages;
-        const TestUhr clock;
+        const TestClock clock;
         CardStore store;
         KarteiOeffner oeffner(store, messages, clock);
         QCOMPARE(Text([&] { store.Karten(); }), QString("Es ist keine Kartei geöffnet."));
@@ -252,7 +253,7 @@ private slots:
         QCOMPARE(Text([&] { cards.Update(); }), QString("Die Karte wird gerade nicht geändert."));
         cards.Edit();
         QCOMPARE(Text([&] {
-                     Field(nr).Set(QStringLiteral("zwei"));
+                     Field(nr).Set(u"zwei"_s);
                      cards.Update();
                  }),
                  QString("Typen unverträglich im Feld „FrageNr“."));
@@ -277,11 +278,11 @@ private slots:
     {
         Sql("UPDATE Lernkarten SET FachNr=7 WHERE FrageNr=2");
         TestMeldungen messages;
-        const TestUhr clock;
+        const TestClock clock;
         CardStore store;
         KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_.path();
-        QString name = QStringLiteral("a.pzb");
+        QString name = u"a.pzb"_s;
         oeffner.OpenCardFile(name);
         QCOMPARE(messages.Texte(),
                  (QStringList{"Diese Datei ist beschädigt Reparaturversuch ?",
@@ -313,7 +314,7 @@ private slots:
     {
         QCOMPARE(ErrorText(std::bad_alloc()), QString("Nicht genügend Speicher."));
         QCOMPARE(ErrorText(std::out_of_range("array::at")), QString("Unerwarteter Fehler (array::at)."));
-        QCOMPARE(ErrorText(StoreError(9, QStringLiteral("Fächer"))), QString("Fächer"));
+        QCOMPARE(ErrorText(StoreError(9, u"Fächer"_s)), QString("Fächer"));
     }
 };
 

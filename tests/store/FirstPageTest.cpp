@@ -13,9 +13,12 @@
 
 #include <sys/stat.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr qsizetype pageSize = 4096;
+constexpr qsizetype PageSize = 4096;
 
 QByteArray Big32(quint32 value)
 {
@@ -25,7 +28,7 @@ QByteArray Big32(quint32 value)
     return bytes;
 }
 
-const QString directory = QStringLiteral("directory");
+const QString directory = u"directory"_s;
 
 } // namespace
 
@@ -52,11 +55,11 @@ class FirstPageTest : public QObject
     {
         TestMeldungen messages;
         messages.antworten = {answer};
-        const TestUhr clock;
+        const TestClock clock;
         CardStore store;
         KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("a.pzb");
+        QString name = u"a.pzb"_s;
         oeffner.OpenCardFile(name);
         return {messages.Texte().value(0) == "Diese Datei ist beschädigt Reparaturversuch ?", store.IsOpen(),
                 messages.Texte()};
@@ -74,8 +77,7 @@ class FirstPageTest : public QObject
         if (!opening.asked && !opening.messages.isEmpty())
             return "told: " + opening.messages.join(" | ");
         if (ReadCards(Path()) != cards_)
-            return opening.asked ? QStringLiteral("the repair gave other cards")
-                                 : QStringLiteral("opened with other cards");
+            return opening.asked ? u"the repair gave other cards"_s : u"opened with other cards"_s;
         return {};
     }
 
@@ -91,8 +93,8 @@ private slots:
         directory_ = std::make_unique<QTemporaryDir>();
         cards_ = SomeCards(12);
         for (CardRecord &card : cards_) {
-            card.Antwort_1_Klartext = QStringLiteral("007");
-            card.Picture_9_Name = QStringLiteral("1e3");
+            card.Antwort_1_Klartext = u"007"_s;
+            card.Picture_9_Name = u"1e3"_s;
         }
         MakeCardFile(Path(), cards_);
         cards_ = ReadCards(Path());
@@ -118,16 +120,16 @@ private slots:
         QFETCH(int, first);
         QFETCH(int, step);
         QStringList faults;
-        for (qsizetype place = first; place < pageSize; place += step) {
+        for (qsizetype place = first; place < PageSize; place += step) {
             QByteArray bytes = sound_;
             bytes[place] = static_cast<char>(change == 256 ? 0 : bytes[place] ^ change);
             if (bytes == sound_)
                 continue;
             if (const QString fault = FaultOf(bytes); !fault.isEmpty())
-                faults << QStringLiteral("byte %1: %2").arg(place).arg(fault);
+                faults << u"byte %1: %2"_s.arg(place).arg(fault);
         }
-        QVERIFY2(faults.isEmpty(), qPrintable(QStringLiteral("%1 bytes:\n").arg(faults.size()) +
-                                              faults.mid(0, 40).join(u'\n')));
+        QVERIFY2(faults.isEmpty(),
+                 qPrintable(u"%1 bytes:\n"_s.arg(faults.size()) + faults.mid(0, 40).join(u'\n')));
     }
 
     void EveryValueOfTheHeadersVersionsIsHarmless()
@@ -138,7 +140,7 @@ private slots:
                 QByteArray bytes = sound_;
                 bytes[place] = static_cast<char>(value);
                 if (const QString fault = FaultOf(bytes); !fault.isEmpty())
-                    faults << QStringLiteral("byte %1 = %2: %3").arg(place).arg(value).arg(fault);
+                    faults << u"byte %1 = %2: %3"_s.arg(place).arg(value).arg(fault);
             }
         QCOMPARE(faults, QStringList());
     }
@@ -170,7 +172,7 @@ private slots:
     {
         QFETCH(int, pages);
         QFETCH(bool, ours);
-        const auto count = static_cast<int>(sound_.size() / pageSize);
+        const auto count = static_cast<int>(sound_.size() / PageSize);
         QByteArray bytes = sound_;
         bytes.replace(28, 4, Big32(static_cast<quint32>(count + pages)));
         if (!ours)
@@ -183,7 +185,7 @@ private slots:
 
     void WhatStandsBehindTheLastPageIsDamage()
     {
-        for (const qsizetype more : {qsizetype{1}, pageSize, 3 * pageSize}) {
+        for (const qsizetype more : {qsizetype{1}, PageSize, 3 * PageSize}) {
             const QByteArray bytes = sound_ + QByteArray(more, '\0');
             WriteFile(Path(), bytes);
             QVERIFY(Open(Meldungen::Antwort::Nein).asked);

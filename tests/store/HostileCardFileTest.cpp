@@ -12,6 +12,9 @@
 #include <algorithm>
 #include <sys/resource.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The CREATE text of the table with one part replaced by another.
@@ -55,7 +58,7 @@ class HostileCardFileTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> directory_;
     TestMeldungen messages_;
-    TestUhr clock_;
+    TestClock clock_;
     std::unique_ptr<CardStore> store_;
     std::unique_ptr<KarteiOeffner> oeffner_;
 
@@ -63,7 +66,7 @@ private:
 
     void Make(const QByteArray &sql) const
     {
-        SQLite::Database database(Path(QStringLiteral("a.pzb")).toStdString(),
+        SQLite::Database database(Path(u"a.pzb"_s).toStdString(),
                                   SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         database.exec(sql.toStdString());
     }
@@ -82,7 +85,7 @@ private:
 
     bool Open()
     {
-        QString name = QStringLiteral("a.pzb");
+        QString name = u"a.pzb"_s;
         oeffner_->OpenCardFile(name);
         return store_->IsOpen();
     }
@@ -247,17 +250,15 @@ private slots:
         QVERIFY2(opened == (number == 0), qPrintable(messages_.Texte().join(u'|')));
         for (const QString &text : messages_.Texte())
             QVERIFY2(IsGermanMessage(text), qPrintable(text));
-        if (!opened) {
+        if (!opened)
             QVERIFY2(Number() == number, qPrintable(messages_.Texte().last()));
-        } else {
+        else
             QCOMPARE(Learn(), learning);
-        }
         store_->CloseCardFile();
-        SQLite::Database database(Path(QStringLiteral("a.pzb")).toStdString());
+        SQLite::Database database(Path(u"a.pzb"_s).toStdString());
         if (sql.contains("opfer"))
             QCOMPARE(database.execAndGet("SELECT count(*) FROM opfer").getInt(), 1);
-        QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden),
-                 QStringList{QStringLiteral("a.pzb")});
+        QCOMPARE(QDir(directory_->path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.pzb"_s});
     }
 
     // A text of 900 MB, declared in a cell whose pages are not there, or lead in a circle.
@@ -271,40 +272,40 @@ private slots:
     void ATextDeclaredLongerThanTheFileIsDamage()
     {
         QFETCH(bool, circle);
-        MakeCardFile(Path(QStringLiteral("a.pzb")), {MakeCard(1, 0, 1)});
-        QByteArray bytes = Bytes(QStringLiteral("a.pzb"));
-        constexpr qsizetype page = 4096;
-        const qsizetype leaf = bytes.indexOf(QByteArray("\x0d\x00\x00\x00\x01", 5), page);
-        QVERIFY(leaf > 0 && leaf % page == 0);
+        MakeCardFile(Path(u"a.pzb"_s), {MakeCard(1, 0, 1)});
+        QByteArray bytes = Bytes(u"a.pzb"_s);
+        constexpr qsizetype Page = 4096;
+        const qsizetype leaf = bytes.indexOf(QByteArray("\x0d\x00\x00\x00\x01", 5), Page);
+        QVERIFY(leaf > 0 && leaf % Page == 0);
 
-        constexpr quint64 length = 900'000'000;
+        constexpr quint64 Length = 900'000'000;
         QByteArray types;
         for (const CardColumn &column : CardColumns())
-            types += qstrcmp(column.name, "Frage_Klartext") == 0 ? Varint(13 + 2 * length) : QByteArray(1, 0);
+            types += qstrcmp(column.name, "Frage_Klartext") == 0 ? Varint(13 + 2 * Length) : QByteArray(1, 0);
         const QByteArray record = Varint(static_cast<quint64>(types.size()) + 1) + types;
-        const quint64 payload = static_cast<quint64>(record.size()) + length;
+        const quint64 payload = static_cast<quint64>(record.size()) + Length;
         // As many bytes as the format keeps in the page.
-        constexpr quint64 most = page - 35, least = (page - 12) * 32 / 255 - 23;
-        quint64 local = least + (payload - least) % (page - 4);
-        if (local > most)
-            local = least;
+        constexpr quint64 Most = Page - 35, Least = (Page - 12) * 32 / 255 - 23;
+        quint64 local = Least + (payload - Least) % (Page - 4);
+        if (local > Most)
+            local = Least;
         QByteArray cell = Varint(payload) + Varint(1) + record;
         cell += QByteArray(static_cast<qsizetype>(local) - record.size(), 'x');
-        const auto last = static_cast<quint32>(bytes.size() / page + 1);
+        const auto last = static_cast<quint32>(bytes.size() / Page + 1);
         cell += Big32(circle ? last : last + 7);
-        const qsizetype at = page - cell.size();
+        const qsizetype at = Page - cell.size();
         bytes.replace(leaf + 5, 2, Big32(static_cast<quint32>(at)).last(2));
         bytes.replace(leaf + 8, 2, Big32(static_cast<quint32>(at)).last(2));
         bytes.replace(leaf + at, cell.size(), cell);
-        bytes += Big32(last) + QByteArray(page - 4, 'x');
+        bytes += Big32(last) + QByteArray(Page - 4, 'x');
         bytes.replace(28, 4, Big32(last));
-        Put(QStringLiteral("a.pzb"), bytes);
+        Put(u"a.pzb"_s, bytes);
 
         messages_.antworten = {Meldungen::Antwort::Ja};
         Open();
         for (const QString &text : messages_.Texte())
-            QVERIFY2(IsGermanMessage(text) || text.startsWith(QStringLiteral("Datei ")), qPrintable(text));
-        QCOMPARE(messages_.Texte().first(), QStringLiteral("Diese Datei ist beschädigt Reparaturversuch ?"));
+            QVERIFY2(IsGermanMessage(text) || text.startsWith(u"Datei "_s), qPrintable(text));
+        QCOMPARE(messages_.Texte().first(), u"Diese Datei ist beschädigt Reparaturversuch ?"_s);
         rusage usage{};
         QCOMPARE(getrusage(RUSAGE_SELF, &usage), 0);
         QVERIFY2(usage.ru_maxrss < 512 * 1024, qPrintable(QString::number(usage.ru_maxrss)));
@@ -313,21 +314,21 @@ private slots:
     // A journal may name another one, which the engine opens wherever it is, and deletes.
     void AJournalReachesNoOtherFile()
     {
-        MakeCardFile(Path(QStringLiteral("a.pzb")), {MakeCard(1, 0, 1)});
-        const QString victim = Path(QStringLiteral("opfer.txt"));
-        Put(QStringLiteral("opfer.txt"), QByteArray("wichtig", 8));
+        MakeCardFile(Path(u"a.pzb"_s), {MakeCard(1, 0, 1)});
+        const QString victim = Path(u"opfer.txt"_s);
+        Put(u"opfer.txt"_s, QByteArray("wichtig", 8));
         const QByteArray name = QFile::encodeName(victim);
         const QByteArray mark("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7", 8);
         quint32 sum = 0;
         for (const char c : name)
             sum += static_cast<quint32>(static_cast<signed char>(c));
         // A header without pages for a file of as many pages as there are, then the name.
-        const auto pages = static_cast<quint32>(Bytes(QStringLiteral("a.pzb")).size() / 4096);
+        const auto pages = static_cast<quint32>(Bytes(u"a.pzb"_s).size() / 4096);
         QByteArray journal = mark + Big32(0) + Big32(1) + Big32(pages) + Big32(512) + Big32(4096);
         journal.append(512 - journal.size(), '\0');
         journal += Big32(0x40000000 / 4096 + 1) + name + Big32(static_cast<quint32>(name.size())) +
                    Big32(sum) + mark;
-        Put(QStringLiteral("a.pzb-journal"), journal);
+        Put(u"a.pzb-journal"_s, journal);
 
         QVERIFY(!Open());
         QCOMPARE(Number(), 3049);

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+using namespace paukfix;
+
 // A second run of the program: opens the card file, says the number of the error or 0, and keeps the file
 // open until its input ends.
 int main(int, char **argv)

@@ -10,6 +10,8 @@
 #include <QTest>
 #include <SQLiteCpp/Database.h>
 
+using namespace paukfix;
+
 using Ausgang = Oeffnung::Ausgang;
 
 // The opening of card files without anybody to ask: what it returns, and what it leaves.
@@ -19,7 +21,7 @@ class OeffnungTest : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> directory_;
-    TestUhr uhr_;
+    TestClock clock_;
     std::unique_ptr<CardStore> kartei_;
 
     QString Path(const QString &name) const { return directory_->filePath(name); }
@@ -34,7 +36,7 @@ private:
     void OpenGoodBox()
     {
         MakeCardFile(Path("gut.pzb"), {MakeCard(4, 0, 1), MakeCard(9, 3, 5)});
-        QCOMPARE(Oeffnen(*kartei_, "gut.pzb", uhr_).ausgang, Ausgang::Offen);
+        QCOMPARE(Oeffnen(*kartei_, "gut.pzb", clock_).ausgang, Ausgang::Offen);
         kartei_->Karten().MoveFirst();
         KarteEinordnen(*kartei_, ErgebnisRichtig);
         QCOMPARE(kartei_->sitzung.RichtigZaehler(), qint16(1));
@@ -73,7 +75,7 @@ private slots:
     void AnOpenBoxIsCountedAndHasASession()
     {
         MakeCardFile(Path("a.pzb"), {MakeCard(4, 0, 1), MakeCard(9, 3, 5)});
-        const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", uhr_);
+        const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", clock_);
         QCOMPARE(oeffnung.ausgang, Ausgang::Offen);
         QVERIFY(!oeffnung.fehler);
         QVERIFY(kartei_->IsOpen());
@@ -82,7 +84,7 @@ private slots:
         QCOMPARE(kartei_->FehlerStatus, qint16(0));
         QCOMPARE(kartei_->HighestCardNumber, qint16(9));
         QCOMPARE(kartei_->FachInfo[3].LfdMax, qint16(5));
-        QCOMPARE(kartei_->sitzung.Beginn(), uhr_.jetzt);
+        QCOMPARE(kartei_->sitzung.Beginn(), clock_.jetzt);
         QCOMPARE(kartei_->sitzung.BegAnz(), (Sitzung::Anzahlen{1, 0, 0, 1, 0, 0, 0}));
     }
 
@@ -124,7 +126,7 @@ private slots:
         }
         const QByteArray before = ReadFile(Path("a.pzb"), 1 << 26);
         OpenGoodBox();
-        const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", uhr_);
+        const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", clock_);
         QCOMPARE(static_cast<int>(oeffnung.ausgang), ausgang);
         QCOMPARE(oeffnung.fehler->Number(), nummer);
         VerifyNothingOpen();
@@ -133,13 +135,13 @@ private slots:
         // Neither file is held.
         if (!sql.isEmpty())
             Sql("a.pzb", "BEGIN EXCLUSIVE; COMMIT");
-        QCOMPARE(Oeffnen(*kartei_, "gut.pzb", uhr_).ausgang, Ausgang::Offen);
+        QCOMPARE(Oeffnen(*kartei_, "gut.pzb", clock_).ausgang, Ausgang::Offen);
     }
 
     void AMissingFileClosesWhatWasOpen()
     {
         OpenGoodBox();
-        const Oeffnung oeffnung = Oeffnen(*kartei_, "fehlt.pzb", uhr_);
+        const Oeffnung oeffnung = Oeffnen(*kartei_, "fehlt.pzb", clock_);
         QCOMPARE(oeffnung.ausgang, Ausgang::Gescheitert);
         QCOMPARE(oeffnung.fehler->Number(), Fehler::KarteiNichtGefunden);
         VerifyNothingOpen();
@@ -154,21 +156,21 @@ private slots:
         MakeCardFile(Path("a.pzb"), karten);
         const auto ende = [] { throw StoreError(Fehler::Abgebrochen, "genug"); };
         int gezaehlt = 0;
-        const Oeffnungsmelder pruefung{.pruefung = [&] { return Fortschritt([&](int, int) { ende(); }); }};
+        const Oeffnungsmelder pruefung{.pruefung = [&] { return Progress([&](int, int) { ende(); }); }};
         const Oeffnungsmelder zaehlung{.gezaehlt = [&] {
             gezaehlt = kartei_->FachInfo[0].Anzahl;
             ende();
         }};
         for (const auto *melder : {&pruefung, &zaehlung}) {
             OpenGoodBox();
-            const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", uhr_, *melder);
+            const Oeffnung oeffnung = Oeffnen(*kartei_, "a.pzb", clock_, *melder);
             QCOMPARE(oeffnung.ausgang, Ausgang::Gescheitert);
             QCOMPARE(oeffnung.fehler->Number(), Fehler::Abgebrochen);
             VerifyNothingOpen();
             QFile::remove(Path("gut.pzb"));
         }
         QCOMPARE(gezaehlt, 11);
-        QCOMPARE(Oeffnen(*kartei_, "a.pzb", uhr_).ausgang, Ausgang::Offen);
+        QCOMPARE(Oeffnen(*kartei_, "a.pzb", clock_).ausgang, Ausgang::Offen);
         QCOMPARE(kartei_->FachInfo[0].Anzahl, qint16(15));
     }
 
@@ -179,7 +181,7 @@ private slots:
         QVERIFY(kartei_->IsOpen());
         QCOMPARE(kartei_->OffenerPfad(), Path("gut.pzb"));
         QCOMPARE(kartei_->sitzung.RichtigZaehler(), qint16(1));
-        QCOMPARE(Oeffnen(*kartei_, "neu.pzb", uhr_).ausgang, Ausgang::Offen);
+        QCOMPARE(Oeffnen(*kartei_, "neu.pzb", clock_).ausgang, Ausgang::Offen);
         QCOMPARE(kartei_->Karten().RecordCount(), 0);
     }
 
@@ -193,7 +195,7 @@ private slots:
         }
         QCOMPARE(sitzung.RichtigZaehler(), qint16(32'767));
         QCOMPARE(sitzung.FalschZaehler(), qint16(16'384));
-        sitzung.StartSessionTally(uhr_.jetzt, FachStartwerte());
+        sitzung.StartSessionTally(clock_.jetzt, FachStartwerte());
         QCOMPARE(sitzung.RichtigZaehler(), qint16(0));
     }
 };

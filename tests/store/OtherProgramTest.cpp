@@ -18,6 +18,9 @@
 #include <optional>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Asks card 1 for a new place, as an answer does.
@@ -63,7 +66,7 @@ class OtherProgramTest : public QObject
 
     std::unique_ptr<QTemporaryDir> directory_;
 
-    QString Path(const QString &name = QStringLiteral("a.pzb")) const { return directory_->filePath(name); }
+    QString Path(const QString &name = u"a.pzb"_s) const { return directory_->filePath(name); }
 
     // The error of one more answer, the path replaced by DATEI.
     std::optional<StoreError> Error(CardRecordset &cards) const
@@ -71,7 +74,7 @@ class OtherProgramTest : public QObject
         try {
             Answer(cards);
         } catch (const StoreError &error) {
-            return StoreError(error.Number(), error.Text().replace(Path(), QStringLiteral("DATEI")));
+            return StoreError(error.Number(), error.Text().replace(Path(), u"DATEI"_s));
         }
         return std::nullopt;
     }
@@ -305,11 +308,11 @@ private slots:
         QCOMPARE(QFileInfo(Path()).size(), half);
         // The next opening offers the repair.
         TestMeldungen messages;
-        const TestUhr clock;
+        const TestClock clock;
         CardStore store;
         KarteiOeffner oeffner(store, messages, clock);
         store.KarteiPfad = directory_->path();
-        QString name = QStringLiteral("a.pzb");
+        QString name = u"a.pzb"_s;
         oeffner.OpenCardFile(name);
         QCOMPARE(messages.Texte().constFirst(), QString("Diese Datei ist beschädigt Reparaturversuch ?"));
     }

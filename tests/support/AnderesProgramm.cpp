@@ -9,6 +9,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // Runs in a process of its own: there POSIX locks are asked of the system as any other program does.
 static bool SeesLock(const QString &path)
 {
@@ -32,7 +36,7 @@ QString OtherProgram(const QString &path, const QString &sql)
 {
     QProcess other;
     other.setProcessChannelMode(QProcess::MergedChannels);
-    other.start(QStringLiteral("sqlite3"), {path, sql});
+    other.start(u"sqlite3"_s, {path, sql});
     if (!other.waitForFinished())
         qFatal("sqlite3 does not end");
     return QString::fromUtf8(other.readAll());
@@ -41,9 +45,11 @@ QString OtherProgram(const QString &path, const QString &sql)
 QString GapInLock(const QString &path)
 {
     if (!SeesLock(path))
-        return QStringLiteral("no lock on ") + path;
+        return u"no lock on "_s + path;
     for (const char *sql : {"SELECT count(*) FROM Lernkarten", "UPDATE Lernkarten SET Antworttyp=1"})
         if (const QString answer = OtherProgram(path, QLatin1String(sql)); !answer.contains(u"locked"))
-            return QStringLiteral("%1 got: %2").arg(QLatin1String(sql), answer);
+            return u"%1 got: %2"_s.arg(QLatin1String(sql), answer);
     return {};
 }
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // What other programs meet at a card file that is open here.
 
 // What the engine's own program says to `sql`, run to its end.
@@ -12,3 +14,5 @@ QString OtherProgram(const QString &path, const QString &sql);
 // Why the file is not locked against every other program, asked from second processes: one looks for a lock
 // where the engine's lie, the engine's own program reads and writes. Empty where it is locked.
 QString GapInLock(const QString &path);
+
+} // namespace paukfix

@@ -12,6 +12,10 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 int Big16(const QByteArray &bytes, qint64 at)
@@ -327,7 +331,7 @@ QList<const CardTruth *> Box::Untouched(const QByteArray &damaged) const
 
 Box MakeBox(const QString &directory, const BoxOptions &options)
 {
-    const QString path = directory + QStringLiteral("/werkstatt.pzb");
+    const QString path = directory + u"/werkstatt.pzb"_s;
     QFile::remove(path);
     CardFile::Create(path);
     SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
@@ -365,7 +369,7 @@ Box MakeBox(const QString &directory, const BoxOptions &options)
 
 Box AfterTransaction(const QString &directory, const Box &box, quint32 seed, bool secureDelete)
 {
-    const QString path = directory + QStringLiteral("/werkstatt.pzb");
+    const QString path = directory + u"/werkstatt.pzb"_s;
     WriteFile(path, box.bytes);
     QSet<QByteArray> ever = box.deletedMarkers;
     {
@@ -384,7 +388,7 @@ Box AfterTransaction(const QString &directory, const Box &box, quint32 seed, boo
 
 Box AmidTransaction(const QString &directory, const Box &box)
 {
-    const QString path = directory + QStringLiteral("/werkstatt.pzb");
+    const QString path = directory + u"/werkstatt.pzb"_s;
     WriteFile(path, box.bytes);
     Box amid = box;
     SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
@@ -394,7 +398,7 @@ Box AmidTransaction(const QString &directory, const Box &box)
     SQLite::Transaction transaction(database);
     Work(database, random);
     amid.bytes = ReadFile(path);
-    amid.journal = ReadFile(path + QStringLiteral("-journal"));
+    amid.journal = ReadFile(path + u"-journal"_s);
     return amid;
 }
 
@@ -412,3 +416,5 @@ QHash<QByteArray, QByteArray> ReadDigests(const QString &path)
     }
     return digests;
 }
+
+} // namespace paukfix

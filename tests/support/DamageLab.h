@@ -13,6 +13,8 @@
 
 #include <random>
 
+namespace paukfix {
+
 // Where a card lies in its file and what it says. Found through the engine's own page statistics, not through
 // the code that repairs.
 struct CardTruth
@@ -71,3 +73,5 @@ QByteArray ReadFile(const QString &path);
 using Random = std::mt19937;
 // From 0 to below `below`.
 int Pick(Random &random, qint64 below);
+
+} // namespace paukfix

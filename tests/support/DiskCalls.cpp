@@ -11,6 +11,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+namespace paukfix {
+
 static DiskCalls *current = nullptr;
 
 DiskCalls::DiskCalls()
@@ -63,3 +65,5 @@ extern "C" int faccessat(int directory, const char *path, int mode, int flags) n
     }
     return static_cast<int>(::syscall(SYS_faccessat2, directory, path, mode, flags));
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace paukfix {
+
 // The system's own functions on files, seen and spoiled by the test that has made one of these, as long as it
 // lives: a program that uses it calls them through here. One at a time.
 class DiskCalls
@@ -23,3 +25,5 @@ public:
     QString readOnlyDirectory;
     std::function<int(const QString &to)> renameFails = [](const QString &) { return 0; }; // an error, or 0
 };
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 #include <functional>
 #include <utility>
 
+namespace paukfix {
+
 // What a user does while the program waits in a window: scenes that are tried again and again until each has
 // happened, one after the other.
 class Drehbuch
@@ -41,3 +43,5 @@ private:
     std::deque<Szene> szenen_;
     QTimer takt_;
 };
+
+} // namespace paukfix

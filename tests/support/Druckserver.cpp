@@ -11,6 +11,10 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Takt = 20; // milliseconds between two looks at the end
@@ -90,7 +94,7 @@ void Senden(int verbindung, const QByteArray &bytes)
 
 Druckserver::Druckserver() : lauscher_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
-    const QByteArray pfad = QFile::encodeName(verzeichnis_.filePath(QStringLiteral("cups.sock")));
+    const QByteArray pfad = QFile::encodeName(verzeichnis_.filePath(u"cups.sock"_s));
     sockaddr_un adresse = {};
     adresse.sun_family = AF_UNIX;
     std::memcpy(adresse.sun_path, pfad.constData(), static_cast<size_t>(pfad.size()));
@@ -193,3 +197,5 @@ QByteArray Druckserver::Antworten(const QByteArray &anfrage)
     Attribut(antwort, 0x48, "attributes-natural-language", "de");
     return antwort + inhalt + '\x03';
 }
+
+} // namespace paukfix

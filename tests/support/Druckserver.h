@@ -9,6 +9,10 @@
 #include <thread>
 #include <vector>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // A printing system with one printer, as the toolkit's plugin sees it: answers the Internet Printing Protocol
 // (RFC 8010, 8011) at a socket of its own, as long as it lives. One at a time; made before the first printer
 // is asked for.
@@ -23,7 +27,7 @@ public:
     Druckserver &operator=(const Druckserver &) = delete;
     ~Druckserver();
 
-    static QString Drucker() { return QStringLiteral("Buero"); }
+    static QString Drucker() { return u"Buero"_s; }
 
     // The status that new jobs get: 0 takes them.
     void SetAntwort(int status) { antwort_ = status; }
@@ -43,3 +47,5 @@ private:
     std::thread annahme_;
     std::vector<std::thread> verbindungen_;
 };
+
+} // namespace paukfix

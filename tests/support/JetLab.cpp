@@ -11,34 +11,38 @@
 #include <numeric>
 #include <optional>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int flagType = 1, longType = 4, integerType = 3, doubleType = 7, textType = 10, memoType = 12;
-constexpr std::uint16_t deletedFlag = 0x8000, movedFlag = 0x4000;
-constexpr std::uint32_t longOwner = 0x4C41564C;
+constexpr int FlagType = 1, LongType = 4, IntegerType = 3, DoubleType = 7, TextType = 10, MemoType = 12;
+constexpr std::uint16_t DeletedFlag = 0x8000, MovedFlag = 0x4000;
+constexpr std::uint32_t LongOwner = 0x4C41564C;
 
 int TypeOf(int column)
 {
     switch (KindOf(column)) {
     case CardKind::Number:
-        return doubleType;
+        return DoubleType;
     case CardKind::Flag:
-        return flagType;
+        return FlagType;
     case CardKind::Text:
         break;
     }
-    return QByteArray(CardColumns()[static_cast<std::size_t>(column)].declaredType) == "LONGTEXT" ? memoType
-                                                                                                  : textType;
+    return QByteArray(CardColumns()[static_cast<std::size_t>(column)].declaredType) == "LONGTEXT" ? MemoType
+                                                                                                  : TextType;
 }
 
 bool IsFixed(int type)
 {
-    return type != textType && type != memoType;
+    return type != TextType && type != MemoType;
 }
 
 int FixedSize(int type)
 {
-    return type == doubleType ? 8 : type == longType ? 4 : type == integerType ? 2 : 0;
+    return type == DoubleType ? 8 : type == LongType ? 4 : type == IntegerType ? 2 : 0;
 }
 
 // Nothing for a text that the compression cannot hold.
@@ -62,11 +66,11 @@ std::optional<QByteArray> Compressed(const QString &text)
 
 void CodeHeader(QByteArray &page, int length)
 {
-    constexpr std::array<std::uint8_t, 4> key{0xC7, 0xDA, 0x39, 0x6B};
+    constexpr std::array<std::uint8_t, 4> Key{0xC7, 0xDA, 0x39, 0x6B};
     std::array<int, 256> box{};
     std::iota(box.begin(), box.end(), 0);
     for (int i = 0, j = 0; i < 256; ++i) {
-        j = (j + box[static_cast<std::size_t>(i)] + key[static_cast<std::size_t>(i % 4)]) % 256;
+        j = (j + box[static_cast<std::size_t>(i)] + Key[static_cast<std::size_t>(i % 4)]) % 256;
         std::swap(box[static_cast<std::size_t>(i)], box[static_cast<std::size_t>(j)]);
     }
     int i = 0, j = 0;
@@ -146,7 +150,7 @@ std::pair<int, int> JetLab::Store(std::uint32_t owner, const Stored &row, bool f
             }
     const int number = nextPage_++;
     dataPages_[number] = {owner, {row}};
-    if (owner == longOwner)
+    if (owner == LongOwner)
         longPages_ << number;
     return {number, 0};
 }
@@ -173,7 +177,7 @@ QByteArray JetLab::MemoBytes(const QString &text)
         break;
     case Memo::OnePage:
         flags = 0x40000000;
-        pointer = pointerTo(Store(longOwner, {0, content}, false));
+        pointer = pointerTo(Store(LongOwner, {0, content}, false));
         break;
     case Memo::Chained: {
         const int most = std::min(chainPart, PageSize() - (version_ == 3 ? 10 : 14) - 2 - 4);
@@ -183,7 +187,7 @@ QByteArray JetLab::MemoBytes(const QString &text)
         for (auto part = parts.crbegin(); part != parts.crend(); ++part) {
             QByteArray bytes;
             Put(bytes, pointer, 4);
-            pointer = pointerTo(Store(longOwner, {0, bytes + *part}, true));
+            pointer = pointerTo(Store(LongOwner, {0, bytes + *part}, true));
         }
     }
     }
@@ -207,18 +211,18 @@ QByteArray JetLab::RowBytes(const Row &row)
             retyped.contains(QLatin1String(CardColumns()[static_cast<std::size_t>(i)].name));
         const int type = TypeOf(i);
         bool there = !retypedAway && !std::holds_alternative<std::monostate>(value);
-        if (type == flagType)
+        if (type == FlagType)
             there = there && std::get<bool>(value);
         if (there)
             mask[i / 8] = static_cast<char>(mask[i / 8] | 1 << i % 8);
-        if (type == doubleType)
+        if (type == DoubleType)
             Put(bytes, there ? std::bit_cast<std::uint64_t>(std::get<double>(value)) : 0, 8);
         if (IsFixed(type))
             continue;
         starts.push_back(variable.size());
         if (there)
             variable +=
-                type == memoType ? MemoBytes(std::get<QString>(value)) : TextBytes(std::get<QString>(value));
+                type == MemoType ? MemoBytes(std::get<QString>(value)) : TextBytes(std::get<QString>(value));
     }
     const qsizetype fixedEnd = bytes.size();
     starts.push_back(variable.size());
@@ -348,14 +352,14 @@ QByteArray JetLab::HeaderPage() const
     Put(coded, codePage, 2);
     Put(coded, databaseKey, 4);
     QByteArray secret = password.leftJustified(version_ == 3 ? 20 : 40, '\0');
-    constexpr double made = 38143.5;
+    constexpr double Made = 38143.5;
     if (version_ == 4)
         for (int i = 0; i < secret.size(); ++i)
-            secret[i] = static_cast<char>(secret[i] ^ (static_cast<int>(made) >> i % 4 * 8));
+            secret[i] = static_cast<char>(secret[i] ^ (static_cast<int>(Made) >> i % 4 * 8));
     page.replace(0x3C, 6 + secret.size(), coded + secret);
     if (version_ == 4) {
         QByteArray date;
-        Put(date, std::bit_cast<std::uint64_t>(made), 8);
+        Put(date, std::bit_cast<std::uint64_t>(Made), 8);
         page.replace(0x72, 8, date);
     }
     CodeHeader(page, version_ == 3 ? 126 : 128);
@@ -403,7 +407,7 @@ QByteArray JetLab::Bytes()
     for (int i = 0; i < CardColumnCount; ++i) {
         const QString name = QLatin1String(CardColumns()[static_cast<std::size_t>(i)].name);
         columns.push_back({retyped.contains(name) ? retyped.at(name) : TypeOf(i), fixed});
-        fixed += TypeOf(i) == doubleType ? 8 : 0;
+        fixed += TypeOf(i) == DoubleType ? 8 : 0;
         names << (renamed.contains(name) ? renamed.at(name) : name);
     }
     for (const Planned &row : rows_)
@@ -417,12 +421,12 @@ QByteArray JetLab::Bytes()
         const QByteArray bytes = row.raw.isEmpty() ? RowBytes(row.values) : row.raw;
         Stored stored{0, bytes};
         if (row.moved) {
-            const auto [page, place] = Store(owner, {deletedFlag, bytes}, true);
-            stored = {movedFlag, {}};
+            const auto [page, place] = Store(owner, {DeletedFlag, bytes}, true);
+            stored = {MovedFlag, {}};
             Put(stored.bytes, Pointer(page, place), 4);
         }
         if (row.deleted)
-            stored.flags |= deletedFlag;
+            stored.flags |= DeletedFlag;
         std::tie(row.page, row.place) = Store(owner, stored, row.ownPage);
     }
     QList<int> owned;
@@ -432,9 +436,8 @@ QByteArray JetLab::Bytes()
 
     // The catalogue: a row for the table, after one for something else.
     pages_[CataloguePage].clear();
-    PutDefinition(Definition({{longType, 0}, {integerType, 4}, {textType, 0}},
-                             {QStringLiteral("Id"), QStringLiteral("Type"), QStringLiteral("Name")},
-                             Pointer(MapPage, 0), 2, 0),
+    PutDefinition(Definition({{LongType, 0}, {IntegerType, 4}, {TextType, 0}},
+                             {u"Id"_s, u"Type"_s, u"Name"_s}, Pointer(MapPage, 0), 2, 0),
                   CataloguePage);
     const auto catalogueRow = [&](std::uint64_t id, std::uint64_t type, const QString &name) {
         const int unit = v4 ? 2 : 1;
@@ -450,8 +453,7 @@ QByteArray JetLab::Bytes()
         Put(row, 7, 1);
         return row;
     };
-    const int cataloguePage =
-        Store(CataloguePage, {0, catalogueRow(0x0F000001, 3, QStringLiteral("Tables"))}, true).first;
+    const int cataloguePage = Store(CataloguePage, {0, catalogueRow(0x0F000001, 3, u"Tables"_s)}, true).first;
     Store(CataloguePage, {0, catalogueRow(static_cast<std::uint64_t>(definitionPage_), 1, tableName)}, false);
 
     const QByteArray catalogueMap = UsageMap({cataloguePage});
@@ -481,3 +483,5 @@ int JetLab::RowEntryAt(int row) const
     const Planned &planned = rows_[static_cast<std::size_t>(row)];
     return planned.page * PageSize() + (version_ == 3 ? 10 : 14) + 2 * planned.place;
 }
+
+} // namespace paukfix

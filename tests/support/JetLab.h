@@ -15,6 +15,10 @@
 #include <variant>
 #include <vector>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // Writes databases of the former engine, version 3 and 4, as far as card files need them: one table, its
 // catalogue, usage maps and long texts. What tests want to be odd can be set before Bytes().
 class JetLab
@@ -40,7 +44,7 @@ public:
     std::uint32_t databaseKey = 0;
     QByteArray password;
     // Of the table.
-    QString tableName = QStringLiteral("Lernkarten");
+    QString tableName = u"Lernkarten"_s;
     int mapType = 0;
     int realIndexes = 2; // many make the definition go over several pages
     std::uint16_t columnCodePage = 1252;
@@ -131,3 +135,5 @@ private:
     int definitionPage_ = 0;
     QList<int> longPages_;
 };
+
+} // namespace paukfix

@@ -5,6 +5,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
+namespace paukfix {
+
 // As long as it lives the process may have so much of a resource and no more.
 class ResourceLimit
 {
@@ -41,3 +43,5 @@ private:
     void (*signal_)(int);
     ResourceLimit limit_;
 };
+
+} // namespace paukfix

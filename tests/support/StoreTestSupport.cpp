@@ -5,6 +5,10 @@
 #include <QFile>
 #include <SQLiteCpp/Statement.h>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr)
 {
     CardRecord card;
@@ -12,9 +16,9 @@ CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr)
     card.FachNr = fachNr;
     card.FachLfdNr = fachLfdNr;
     card.Antworttyp = 1;
-    card.Frage = card.Frage_Klartext = QStringLiteral("Frage %1").arg(frageNr);
-    card.Antwort_1 = card.Antwort_1_Klartext = QStringLiteral("Antwort %1").arg(frageNr);
-    card.Picture_9_Name = QStringLiteral("Thema %1").arg(frageNr % 7);
+    card.Frage = card.Frage_Klartext = u"Frage %1"_s.arg(frageNr);
+    card.Antwort_1 = card.Antwort_1_Klartext = u"Antwort %1"_s.arg(frageNr);
+    card.Picture_9_Name = u"Thema %1"_s.arg(frageNr % 7);
     return card;
 }
 
@@ -62,7 +66,7 @@ QString FaultIn(const QString &path)
             return QString::fromStdString(found);
         const QStringList table = rows("NOT INDEXED");
         if (rows("INDEXED BY FrageNr") != table || rows("INDEXED BY BoxKey") != table)
-            return QStringLiteral("indexes and table disagree");
+            return u"indexes and table disagree"_s;
     } catch (const SQLite::Exception &error) {
         return QString::fromUtf8(error.what());
     }
@@ -71,13 +75,13 @@ QString FaultIn(const QString &path)
 
 bool IsGermanMessage(const QString &text)
 {
-    static const QStringList english{
-        QStringLiteral("disk I/O"),     QStringLiteral("unable to"),  QStringLiteral("database "),
-        QStringLiteral("malformed"),    QStringLiteral("constraint"), QStringLiteral("read-only"),
-        QStringLiteral("not an error"), QStringLiteral("error"),      QStringLiteral("cannot "),
-        QStringLiteral("no such"),      QStringLiteral("locked")};
+    static const QStringList english{u"disk I/O"_s,   u"unable to"_s, u"database "_s,    u"malformed"_s,
+                                     u"constraint"_s, u"read-only"_s, u"not an error"_s, u"error"_s,
+                                     u"cannot "_s,    u"no such"_s,   u"locked"_s};
     for (const QString &word : english)
         if (text.contains(word))
             return false;
-    return text.size() > 15 && text.contains(u' ') && !text.contains(QStringLiteral("%1"));
+    return text.size() > 15 && text.contains(u' ') && !text.contains(u"%1"_s);
 }
+
+} // namespace paukfix

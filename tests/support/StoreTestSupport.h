@@ -4,8 +4,8 @@
 
 #include "CardFile.h"
 #include "CardRecordset.h"
+#include "Clock.h"
 #include "Meldungen.h"
-#include "Uhr.h"
 
 #include <QList>
 #include <QStringList>
@@ -13,6 +13,8 @@
 
 #include <deque>
 #include <functional>
+
+namespace paukfix {
 
 // What tests of all floors need: a directory of their own, cards, answers to questions, a clock that does not
 // wait.
@@ -69,12 +71,12 @@ public:
 };
 
 // A clock whose second changes after `perSecond` readings.
-class TestUhr final : public Uhr
+class TestClock final : public Clock
 {
 public:
-    qint64 Sekunde() const override { return readings++ / perSecond; }
+    qint64 Second() const override { return readings++ / perSecond; }
 
-    QDateTime Jetzt() const override { return jetzt; }
+    QDateTime Now() const override { return jetzt; }
 
     mutable qint64 readings = 0;
     qint64 perSecond = 1000;
@@ -96,3 +98,5 @@ QString FaultIn(const QString &path);
 
 // Whether a message is one that users can read: a whole German sentence, nothing of the engine's own English.
 bool IsGermanMessage(const QString &text);
+
+} // namespace paukfix

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace paukfix {
+
 namespace {
 
 constexpr qint64 Sektor = 512; // bytes; what a disk writes whole or not at all
@@ -102,3 +104,5 @@ void Stromausfall::Aufnehmen()
         bilder.append(bild);
     }
 }
+
+} // namespace paukfix

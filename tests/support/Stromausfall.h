@@ -9,6 +9,8 @@
 #include <map>
 #include <random>
 
+namespace paukfix {
+
 // Watches the disk and keeps what it may hold when the power fails at some moment: of what was not synced
 // yet, each piece of 512 bytes is there or not, in any order.
 class Stromausfall final : public VollePlatte::Zeuge
@@ -71,3 +73,5 @@ private:
     int gemeldet_ = 0;
     std::mt19937 zufall_{4711};
 };
+
+} // namespace paukfix

@@ -9,6 +9,8 @@
 #include <deque>
 #include <functional>
 
+namespace paukfix {
+
 // Answers file and font dialogs with what was set, else cancels, and keeps what was asked. For tests that
 // link the floor of the dialogs.
 class TestDialoge final : public Dialoge
@@ -51,3 +53,5 @@ private:
         return pfad;
     }
 };
+
+} // namespace paukfix

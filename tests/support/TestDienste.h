@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+namespace paukfix {
+
 // Notes what is played.
 class TestTon final : public Ton
 {
@@ -27,10 +29,12 @@ struct TestDienste
 {
     TestMeldungen meldungen;
     TestDialoge dialoge;
-    TestUhr uhr;
+    TestClock clock;
     TestZufall zufall;
     TestTon ton;
     AppConfig konfig{meldungen};
 
-    Dienste Alle() { return {meldungen, dialoge, uhr, zufall, ton, konfig}; }
+    Dienste Alle() { return {meldungen, dialoge, clock, zufall, ton, konfig}; }
 };
+
+} // namespace paukfix

@@ -2,27 +2,33 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "TestPlaces.h"
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 QString SourceFile(const QString &name)
 {
-    return QStringLiteral(SOURCE_DIR "/") + name;
+    return u"" SOURCE_DIR u"/"_s + name;
 }
 
 QString BuildFile(const QString &name)
 {
-    return QStringLiteral(BUILD_DIR "/") + name;
+    return u"" BUILD_DIR u"/"_s + name;
 }
 
 QString ProgramDir()
 {
-    return BuildFile(QStringLiteral("bin"));
+    return BuildFile(u"bin"_s);
 }
 
 QString WorkerPath(const QString &name)
 {
-    return BuildFile(QStringLiteral("tests/") + name);
+    return BuildFile(u"tests/"_s + name);
 }
 
 QString CMakeProgram()
 {
-    return QStringLiteral(CMAKE);
+    return u"" CMAKE u""_s;
 }
+
+} // namespace paukfix

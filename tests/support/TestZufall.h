@@ -7,6 +7,8 @@
 #include <deque>
 #include <initializer_list>
 
+namespace paukfix {
+
 // Random numbers that are said beforehand, then 0.
 class TestZufall final : public Zufall
 {
@@ -32,3 +34,5 @@ public:
 
     std::deque<double> zahlen;
 };
+
+} // namespace paukfix

@@ -6,6 +6,8 @@
 
 #include <map>
 
+namespace paukfix {
+
 namespace {
 
 using VollePlatte::Art;
@@ -208,3 +210,5 @@ void VollePlatte::SetZeuge(Zeuge *neuer)
 {
     zeuge = neuer;
 }
+
+} // namespace paukfix

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace paukfix {
+
 // A disk that can be full or broken, fail once, or be watched: every file that the database engine opens from
 // Einbauen() on stands on it. It syncs nothing, so that tests are fast.
 namespace VollePlatte {
@@ -69,3 +71,5 @@ public:
 void SetZeuge(Zeuge *zeuge);
 
 } // namespace VollePlatte
+
+} // namespace paukfix

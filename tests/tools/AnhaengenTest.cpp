@@ -10,6 +10,9 @@
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class AnhaengenTest : public QObject
 {
     Q_OBJECT
@@ -53,7 +56,7 @@ CardRecord FullCard(int number, int fach, int place)
     for (const CardColumn &column : CardColumns()) {
         ++i;
         if (const auto *text = std::get_if<QString CardRecord::*>(&column.member))
-            card.*(*text) = QStringLiteral("%1 \u00fc %2").arg(QLatin1String(column.name)).arg(number);
+            card.*(*text) = u"%1 \u00fc %2"_s.arg(QLatin1String(column.name)).arg(number);
         else if (const auto *flag = std::get_if<bool CardRecord::*>(&column.member))
             card.*(*flag) = i % 2 == 0;
         else
@@ -78,8 +81,7 @@ void AnhaengenTest::CardsLandBehindThoseInNeuInBoxOrder()
     const QList<CardRecord> cards = w.Karten();
     QStringList found;
     for (const CardRecord &card : cards)
-        found << QStringLiteral("%1/%2/%3 %4")
-                     .arg(card.FrageNr)
+        found << u"%1/%2/%3 %4"_s.arg(card.FrageNr)
                      .arg(card.FachNr)
                      .arg(card.FachLfdNr)
                      .arg(card.Frage_Klartext);
@@ -99,9 +101,9 @@ void AnhaengenTest::EveryMappedFieldIsCopiedAndNoOther()
     expected.FachLfdNr = 1;
     for (const CardColumn &column : CardColumns()) {
         const QLatin1String name(column.name);
-        if (name.endsWith(QLatin1String("_type")))
+        if (name.endsWith("_type"_L1))
             expected.*std::get<QString CardRecord::*>(column.member) = QString();
-        if (name.endsWith(QLatin1String("_endlos")))
+        if (name.endsWith("_endlos"_L1))
             expected.*std::get<bool CardRecord::*>(column.member) = false;
     }
     QCOMPARE(w.Karten(), QList{expected});
@@ -193,7 +195,7 @@ void AnhaengenTest::OpenFileItselfIsRefused()
     w.Oeffnen({MakeCard(1, 0, 1)});
     QVERIFY(QFile::link(w.Pfad("offen.pzb"), w.Pfad("verweis.pzb")));
     for (const QString &path :
-         {w.Pfad("offen.pzb"), w.Pfad("verweis.pzb"), w.Pfad("./offen.pzb"), QStringLiteral("offen.pzb")}) {
+         {w.Pfad("offen.pzb"), w.Pfad("verweis.pzb"), w.Pfad("./offen.pzb"), u"offen.pzb"_s}) {
         w.meldungen.gezeigt.clear();
         QCOMPARE(KarteiAnhaengen(w.bank, path), Ausgang::Gescheitert);
         QCOMPARE(w.meldungen.Texte(),
@@ -440,7 +442,7 @@ void AnhaengenTest::UnfinishedChangeInTheSourceIsNamed()
         SQLite::Database database(w.Pfad("anderes.pzb").toStdString(), SQLite::OPEN_READWRITE);
         database.exec("PRAGMA cache_size=2; PRAGMA cache_spill=2; BEGIN; UPDATE Lernkarten SET Frage='halb'");
         // As the power's going leaves them.
-        for (const QString &name : {QString(), QStringLiteral("-journal")})
+        for (const QString &name : {QString(), u"-journal"_s})
             QVERIFY(QFile::copy(w.Pfad("anderes.pzb" + name), w.Pfad("quelle.pzb" + name)));
         database.exec("ROLLBACK");
     }
@@ -472,7 +474,7 @@ void AnhaengenTest::SoundSourceIsReadWithItsLog()
         SQLite::Database database(w.Pfad("anderes.pzb").toStdString(), SQLite::OPEN_READWRITE);
         database.exec("PRAGMA journal_mode=WAL; PRAGMA wal_autocheckpoint=0; "
                       "UPDATE Lernkarten SET Frage_Klartext='im Log'");
-        for (const QString &name : {QString(), QStringLiteral("-wal")})
+        for (const QString &name : {QString(), u"-wal"_s})
             QVERIFY(QFile::copy(w.Pfad("anderes.pzb" + name), w.Pfad("quelle.pzb" + name)));
     }
     const QByteArray bytes = w.Bytes("quelle.pzb"), log = w.Bytes("quelle.pzb-wal");
@@ -548,9 +550,9 @@ void AnhaengenTest::FileOfTheFormerEngineIsAppendedAsItIs()
         expected.FachLfdNr = 5;
         for (const CardColumn &column : CardColumns()) {
             const QLatin1String name(column.name);
-            if (name.endsWith(QLatin1String("_type")))
+            if (name.endsWith("_type"_L1))
                 expected.*std::get<QString CardRecord::*>(column.member) = QString();
-            if (name.endsWith(QLatin1String("_endlos")))
+            if (name.endsWith("_endlos"_L1))
                 expected.*std::get<bool CardRecord::*>(column.member) = false;
         }
         QCOMPARE(cards[1], expected);

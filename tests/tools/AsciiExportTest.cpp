@@ -8,6 +8,9 @@
 
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class AsciiExportTest : public QObject
 {
     Q_OBJECT
@@ -160,10 +163,9 @@ void AsciiExportTest::CharactersOutsideTheCodePageMakeItUtf8()
     second.Antwort_1_Klartext = "мышь";
     w.Oeffnen({first, second});
     QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
-    QCOMPARE(w.Bytes("a.txt"), QByteArray("\xEF\xBB\xBF") +
-                                   QStringLiteral("Frage;Antwort;Thema\r\nGröße – klein;Antwort 1;Thema 1\r\n"
-                                                  "Frage 2;мышь;Thema 2\r\n")
-                                       .toUtf8());
+    QCOMPARE(w.Bytes("a.txt"),
+             QByteArray("\xEF\xBB\xBF") + u"Frage;Antwort;Thema\r\nGröße – klein;Antwort 1;Thema 1\r\n"
+                                          u"Frage 2;мышь;Thema 2\r\n"_s.toUtf8());
 }
 
 void AsciiExportTest::TextsThatWouldBeTakenForUtf8MakeItUtf8()
@@ -259,7 +261,7 @@ void AsciiExportTest::OpenCardFileIsRefusedHoweverItIsSpelled()
     QCOMPARE(::link(qPrintable(w.Pfad("offen.pzb")), qPrintable(w.Pfad("hart.pzb"))), 0);
     for (const QString &spelled : {w.Pfad("offen.pzb"), w.Pfad("./offen.pzb"),
                                    w.Pfad("../") + QDir(w.Pfad("")).dirName() + "/offen.pzb",
-                                   w.Pfad("weich.pzb"), w.Pfad("hart.pzb"), QStringLiteral("offen.pzb")}) {
+                                   w.Pfad("weich.pzb"), w.Pfad("hart.pzb"), u"offen.pzb"_s}) {
         w.meldungen.gezeigt.clear();
         QCOMPARE(AsciiExportieren(w.bank, spelled, u';'), Ausgang::Gescheitert);
         QVERIFY(MeldetFehler(w.meldungen));

@@ -10,6 +10,9 @@
 
 #include <limits>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class AsciiImportTest : public QObject
 {
     Q_OBJECT
@@ -240,11 +243,10 @@ void AsciiImportTest::EncodingsAreRecognised_data()
     QTest::newRow("decomposed") << QString("Gro\u0308\u00DFe;b").toUtf8() << "Größe";
     QStringEncoder decomposed(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
     QTest::newRow("decomposed UTF-16") << QByteArray(decomposed(QString("Ba\u0308r;b"))) << "Bär";
-    QTest::newRow("what becomes a separator") << QStringLiteral(u"a\u037Eä;b").toUtf8() << "a;ä";
+    QTest::newRow("what becomes a separator") << u"a\u037Eä;b"_s.toUtf8() << "a;ä";
     QTest::newRow("half a character in UTF-16")
-        << QByteArray("\xFF\xFE\x3D\xD8\x61\0;\0\x62\0", 10) << QStringLiteral(u"\uFFFDa");
-    QTest::newRow("FEFF behind the mark")
-        << QStringLiteral(u"\uFEFF\uFEFFa;b").toUtf8() << QStringLiteral(u"\uFEFFa");
+        << QByteArray("\xFF\xFE\x3D\xD8\x61\0;\0\x62\0", 10) << u"\uFFFDa"_s;
+    QTest::newRow("FEFF behind the mark") << u"\uFEFF\uFEFFa;b"_s.toUtf8() << u"\uFEFFa"_s;
     QTest::newRow("Windows-1252") << QByteArray("Gr\xF6\xDF"
                                                 "e \x96 5 \x80;b\r\n")
                                   << "Größe – 5 €";
@@ -421,7 +423,7 @@ void AsciiImportTest::BrokenDiskTakesNothingOver()
     Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.Schreiben("a.txt", QByteArray("a;b\r\n").repeated(200));
-    w.bank.fortschritt = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Kaputt); };
+    w.bank.progress = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Kaputt); };
     // The disk is well again before the file is opened again.
     w.oeffner.BoxZeichnen = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gescheitert);
@@ -454,7 +456,7 @@ void AsciiImportTest::OpenCardFileAndDirectoryAndPipeAreRefused()
 {
     Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    for (const QString &path : {w.Pfad("offen.pzb"), w.verzeichnis.path(), QStringLiteral("/dev/zero")}) {
+    for (const QString &path : {w.Pfad("offen.pzb"), w.verzeichnis.path(), u"/dev/zero"_s}) {
         w.meldungen.gezeigt.clear();
         QCOMPARE(AsciiImportieren(w.bank, path, u';'), Ausgang::Gescheitert);
         QVERIFY(MeldetFehler(w.meldungen));

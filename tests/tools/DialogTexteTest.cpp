@@ -18,6 +18,9 @@
 
 #include <memory>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The texts of the dialogs letter by letter, and their keyboard.
 class DialogTexteTest : public QObject
 {
@@ -176,7 +179,7 @@ void DialogTexteTest::FieldsHaveTheirTipsAndContents()
 {
     Fensterbuehne w;
     w.Oeffnen({MakeCard(1, 0, 1)});
-    for (const QString &name : {QStringLiteral("AExport"), QStringLiteral("AImport")}) {
+    for (const QString &name : {u"AExport"_s, u"AImport"_s}) {
         const auto dialog = Dialog(w, name);
         const auto *separators = Control<QComboBox>(*dialog, "cmbTrennzeichen");
         QVERIFY(separators->isEditable());

@@ -19,6 +19,8 @@
 #include <QPushButton>
 #include <QStyledItemDelegate>
 
+using namespace paukfix;
+
 // The dialogs at work, driven by key and mouse.
 class DialogeTest : public QObject
 {

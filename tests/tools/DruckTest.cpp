@@ -12,6 +12,9 @@
 #include <QRegularExpression>
 #include <QTableView>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Prints ranges of cards to PDF and reads back what was printed where.
 class DruckTest : public QObject
 {
@@ -269,7 +272,7 @@ void DruckTest::FontIsFourteenPoints()
 void DruckTest::LongTextIsSetSmallerAndStaysWhole()
 {
     QList<CardRecord> karten = Karten(2);
-    karten[0].Antwort_1_Klartext = QStringLiteral("Ein langer Satz. ").repeated(40) + "Ende";
+    karten[0].Antwort_1_Klartext = u"Ein langer Satz. "_s.repeated(40) + "Ende";
     Presse presse(karten);
     presse.Drucken("1", "2");
     QVERIFY(!presse.Seiten().front().contains(QChar(0x2026)));
@@ -286,7 +289,7 @@ void DruckTest::LongTextIsSetSmallerAndStaysWhole()
 void DruckTest::TextThatFitsInNoSizeEndsInAnEllipsis()
 {
     QList<CardRecord> karten = Karten(2);
-    karten[0].Frage_Klartext = QStringLiteral("Wort ").repeated(2000);
+    karten[0].Frage_Klartext = u"Wort "_s.repeated(2000);
     karten[0].Antwort_1_Klartext = QString(30000, QChar('\n')) + "Ende"; // nothing to be seen but the mark
     Presse presse(karten);
     presse.Drucken("1", "2");
@@ -327,9 +330,9 @@ void DruckTest::NothingRunsIntoANeighbour()
 {
     QFETCH(QPageLayout::Orientation, lage);
     QList<CardRecord> karten = Karten(4);
-    const QStringList texts{QStringLiteral("Wort ").repeated(2000), QString(3000, QChar('x')),
-                            QStringLiteral("Zeile\r\n\tmit Abstand\r\n").repeated(100),
-                            QStringLiteral("\u05E9\u05DC\u05D5\u05DD ").repeated(500)};
+    const QStringList texts{u"Wort "_s.repeated(2000), QString(3000, QChar('x')),
+                            u"Zeile\r\n\tmit Abstand\r\n"_s.repeated(100),
+                            u"\u05E9\u05DC\u05D5\u05DD "_s.repeated(500)};
     for (int i = 0; i < 4; ++i)
         karten[i].Frage_Klartext = karten[i].Antwort_1_Klartext = texts[i];
     Presse presse(karten, lage);

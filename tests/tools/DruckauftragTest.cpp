@@ -13,6 +13,8 @@
 #include <memory>
 #include <optional>
 
+using namespace paukfix;
+
 // What becomes of the overview's print job: taken, refused, or no printer at all.
 class DruckauftragTest : public QObject
 {

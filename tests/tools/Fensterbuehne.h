@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+namespace paukfix {
+
 // The directory of card files with all that the tools' windows work on.
 struct Fensterbuehne : Werkstatt
 {
@@ -67,3 +69,5 @@ inline void CheckNames(const QWidget &window)
         QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
     }
 }
+
+} // namespace paukfix

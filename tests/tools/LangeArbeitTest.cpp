@@ -13,6 +13,8 @@
 
 #include <utility>
 
+using namespace paukfix;
+
 // How a dialog looks while its tool is running.
 class LangeArbeitTest : public QObject
 {

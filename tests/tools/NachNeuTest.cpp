@@ -9,6 +9,9 @@
 
 #include <limits>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class NachNeuTest : public QObject
 {
     Q_OBJECT
@@ -34,7 +37,7 @@ QStringList Places(Werkstatt &w)
 {
     QStringList places;
     for (const CardRecord &card : w.Karten())
-        places << QStringLiteral("%1:%2/%3").arg(card.FrageNr).arg(card.FachNr).arg(card.FachLfdNr);
+        places << u"%1:%2/%3"_s.arg(card.FrageNr).arg(card.FachNr).arg(card.FachLfdNr);
     return places;
 }
 

@@ -11,6 +11,9 @@
 
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class NeueKarteiTest : public QObject
 {
     Q_OBJECT
@@ -293,7 +296,7 @@ void NeueKarteiTest::OpenFileIsRefusedHoweverItIsSpelled()
     QCOMPARE(::link(qPrintable(w.Pfad("offen.pzb")), qPrintable(w.Pfad("hart.pzb"))), 0);
     const qint32 openings = w.oeffner.verzoegerung.LoopsPerSecond;
     for (const QString &spelled : {w.Pfad("offen.pzb"), w.Pfad("weich.pzb"), w.Pfad("hart.pzb"),
-                                   w.Pfad(".//offen.pzb"), QStringLiteral("offen.pzb")}) {
+                                   w.Pfad(".//offen.pzb"), u"offen.pzb"_s}) {
         w.meldungen.gezeigt.clear();
         QCOMPARE(KarteiSpiegeln(w.bank, spelled), Ausgang::Gescheitert);
         QVERIFY(MeldetFehler(w.meldungen));
@@ -409,7 +412,7 @@ void NeueKarteiTest::DiskThatFillsDuringTheWorkLeavesTheOldTarget()
         cards << MakeCard(i, 0, i);
     w.Oeffnen(cards);
     MakeCardFile(w.Pfad("neu.pzb"), {MakeCard(99, 0, 1)});
-    w.bank.fortschritt = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Voll); };
+    w.bank.progress = [](int, int) { VollePlatte::Setzen(VollePlatte::Zustand::Voll); };
     QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad("neu.pzb")), Ausgang::Gescheitert);
     VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
     QVERIFY(MeldetFehler(w.meldungen));

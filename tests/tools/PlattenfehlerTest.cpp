@@ -12,6 +12,9 @@
 
 #include <functional>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using VollePlatte::Art;
@@ -26,18 +29,17 @@ QList<CardRecord> Karten()
     return karten;
 }
 
-const QString NichtsUebernommen = QStringLiteral("Es wurde nichts übernommen.");
-const QString TrotzdemGespeichert = QStringLiteral("Die Änderungen wurden trotzdem gespeichert.");
+const QString NichtsUebernommen = u"Es wurde nichts übernommen."_s;
+const QString TrotzdemGespeichert = u"Die Änderungen wurden trotzdem gespeichert."_s;
 
 // What a file holds, as text; nothing for one that is not there.
 QString Inhalt(const QString &pfad)
 {
     if (!QFile::exists(pfad))
-        return QStringLiteral("fehlt");
+        return u"fehlt"_s;
     QString inhalt = FaultIn(pfad);
     for (const CardRecord &karte : ReadCards(pfad))
-        inhalt += QStringLiteral("%1 %2 %3 %4 %5|")
-                      .arg(karte.FrageNr)
+        inhalt += u"%1 %2 %3 %4 %5|"_s.arg(karte.FrageNr)
                       .arg(karte.FachNr)
                       .arg(karte.FachLfdNr)
                       .arg(karte.Frage_Klartext, karte.Antwort_1_Klartext);
@@ -107,7 +109,7 @@ private slots:
             Vorbereiten(w);
             w.store.CloseCardFile();
             openBefore = Inhalt(w.Pfad("offen.pzb"));
-            QString name = QStringLiteral("offen.pzb");
+            QString name = u"offen.pzb"_s;
             w.oeffner.OpenCardFile(name);
             // The tool reads from the disk, not what the engine has read while the file was opened.
             w.store.Karten().Beside(
@@ -116,15 +118,13 @@ private slots:
             werkzeug(w.bank);
             const bool failed = VollePlatte::Gescheitert().has_value();
             VollePlatte::Scheitern(0);
-            const auto what = [&] {
-                return QStringLiteral("call %1: ").arg(run) + w.meldungen.Texte().join(u'|');
-            };
+            const auto what = [&] { return u"call %1: "_s.arg(run) + w.meldungen.Texte().join(u'|'); };
             for (const QString &text : w.meldungen.Texte())
                 QVERIFY2(IsGermanMessage(text), qPrintable(what()));
             // The work goes on with the same file.
             if (!w.store.IsOpen()) {
                 QVERIFY2(!w.meldungen.gezeigt.isEmpty(), qPrintable(what()));
-                name = QStringLiteral("offen.pzb");
+                name = u"offen.pzb"_s;
                 w.oeffner.OpenCardFile(name);
                 QVERIFY2(w.store.IsOpen(), qPrintable(what()));
             }
@@ -156,7 +156,7 @@ private slots:
     {
         Werkstatt w;
         QList<CardRecord> cards;
-        for (int i = 1; i <= 2 * FortschrittSchritte; ++i)
+        for (int i = 1; i <= 2 * ProgressSteps; ++i)
             cards << MakeCard(i, i % 7, i);
         w.Oeffnen(cards);
         const QList<CardRecord> before = w.Karten();

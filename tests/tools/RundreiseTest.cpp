@@ -11,6 +11,9 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Random boxes through the tools and back.
 class RundreiseTest : public QObject
 {
@@ -61,7 +64,7 @@ void RundreiseTest::ExportAndImportGiveBackTheSameCards()
     for (int round = 0; round < Runden(60); ++round) {
         Werkstatt w;
         w.Oeffnen(Box(60));
-        const QChar separator = QStringLiteral("\t;#")[random_.bounded(3)];
+        const QChar separator = u"\t;#"_s[random_.bounded(3)];
         QStringList expected{"Frage|Antwort|Thema"};
         for (CardRecord &card : w.Karten())
             if (card.Antworttyp == 1)
@@ -87,19 +90,19 @@ void RundreiseTest::CharactersThatAreNoTextComeThrough()
     CardRecordset &karten = w.store.Karten();
     karten.MoveFirst();
     karten.Edit();
-    w.store.Felder().Frage_Klartext.Set(QStringLiteral(u"\uFEFFä"));
+    w.store.Felder().Frage_Klartext.Set(u"\uFEFFä"_s);
     w.store.Felder().Antwort_Klartext[0].Set(QString("b") + QChar(0) + "c");
     w.store.Felder().Picture_name[8].Set(QString("d") + QChar(0xD83D));
     karten.Update();
-    QCOMPARE(w.Karten()[0].Frage_Klartext, QStringLiteral(u"\uFEFFä"));
-    QCOMPARE(w.Karten()[0].Picture_9_Name, QStringLiteral(u"d\uFFFD"));
+    QCOMPARE(w.Karten()[0].Frage_Klartext, u"\uFEFFä"_s);
+    QCOMPARE(w.Karten()[0].Picture_9_Name, u"d\uFFFD"_s);
     QCOMPARE(AsciiExportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     w.Oeffnen({}, "leer.pzb");
     QCOMPARE(AsciiImportieren(w.bank, w.Pfad("a.txt"), u';'), Ausgang::Gelungen);
     const CardRecord karte = w.Karten().value(1);
-    QCOMPARE(karte.Frage_Klartext, QStringLiteral(u"\uFEFFä"));
+    QCOMPARE(karte.Frage_Klartext, u"\uFEFFä"_s);
     QCOMPARE(karte.Antwort_1_Klartext, "bc");
-    QCOMPARE(karte.Picture_9_Name, QStringLiteral(u"d\uFFFD"));
+    QCOMPARE(karte.Picture_9_Name, u"d\uFFFD"_s);
     QCOMPARE(w.meldungen.Texte(), QStringList());
 }
 
@@ -145,7 +148,7 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
                     }
                 break;
             case 2: {
-                const QString source = w.Pfad(QStringLiteral("quelle%1.pzb").arg(step));
+                const QString source = w.Pfad(u"quelle%1.pzb"_s.arg(step));
                 MakeCardFile(source, Box(10));
                 for (const CardRecord &card : ReadCards(source))
                     neu(card);
@@ -153,8 +156,7 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
                 break;
             }
             case 3:
-                QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad(QStringLiteral("neu%1.pzb").arg(++file))),
-                         Ausgang::Gelungen);
+                QCOMPARE(KarteiSpiegeln(w.bank, w.Pfad(u"neu%1.pzb"_s.arg(++file))), Ausgang::Gelungen);
                 for (CardRecord &card : model)
                     if (card.Antworttyp == 1) {
                         std::swap(card.Frage, card.Antwort_1);
@@ -164,7 +166,7 @@ void RundreiseTest::ToolsAgreeWithAModelOfTheBox()
             default: {
                 QStringList topics = Themen(w.store.Karten(), w.store.Felder().Picture_name[8]);
                 topics.removeIf([&](const QString &) { return random_.bounded(3) == 0; });
-                QCOMPARE(ThemenAusfiltern(w.bank, w.Pfad(QStringLiteral("neu%1.pzb").arg(++file)), topics),
+                QCOMPARE(ThemenAusfiltern(w.bank, w.Pfad(u"neu%1.pzb"_s.arg(++file)), topics),
                          Ausgang::Gelungen);
                 model.removeIf([&](const CardRecord &card) {
                     return !topics.contains(ThemaSchluessel(card.Picture_9_Name));

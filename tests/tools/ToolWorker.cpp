@@ -12,6 +12,9 @@
 #include <map>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 static void Say(const char *what)
 {
     const QByteArray line = QByteArray(what) + '\n';
@@ -24,12 +27,12 @@ int main(int argc, char *argv[])
     if (argc != 3)
         return 2;
     TestMeldungen meldungen;
-    TestUhr uhr;
-    uhr.perSecond = 1;
+    TestClock clock;
+    clock.perSecond = 1;
     CardStore store;
-    KarteiOeffner oeffner(store, meldungen, uhr);
+    KarteiOeffner oeffner(store, meldungen, clock);
     store.KarteiPfad = QString::fromLocal8Bit(argv[2]);
-    QString name = QStringLiteral("offen.pzb");
+    QString name = u"offen.pzb"_s;
     oeffner.OpenCardFile(name);
     const Werkbank bank{store, oeffner, meldungen};
     const std::map<QByteArray, std::function<bool()>> tools{

@@ -18,6 +18,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // Kills the tools at random moments: what is left is the old file or the new one, whole.
 class ToolsKillTest : public QObject
 {
@@ -175,7 +178,7 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
         }
         const QVariant found = content(directory.path());
         QVERIFY2(found == old || found == fresh,
-                 qPrintable(QStringLiteral("kill %1: neither the old nor the new file").arg(kill)));
+                 qPrintable(u"kill %1: neither the old nor the new file"_s.arg(kill)));
         ++(found == old ? before : after);
         if (made != "offen.pzb")
             QCOMPARE(ReadCards(directory.filePath("offen.pzb")).size(), CardCount);
@@ -187,11 +190,11 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
         }
         // The next start clears what the kill left.
         TestMeldungen meldungen;
-        TestUhr uhr;
+        TestClock clock;
         CardStore store;
-        KarteiOeffner oeffner(store, meldungen, uhr);
+        KarteiOeffner oeffner(store, meldungen, clock);
         store.KarteiPfad = directory.path();
-        QString name = QStringLiteral("offen.pzb");
+        QString name = u"offen.pzb"_s;
         oeffner.OpenCardFile(name);
         QCOMPARE(meldungen.Texte(), QStringList());
         store.CloseCardFile();

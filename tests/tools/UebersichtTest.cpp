@@ -11,6 +11,9 @@
 #include <QPushButton>
 #include <QTableView>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 class UebersichtTest : public QObject
 {
     Q_OBJECT
@@ -320,13 +323,13 @@ void UebersichtTest::SearchFindsWhatTheGridShows_data()
                                      << "glück und";
     QTest::newRow("empty line") << "viel Glück\r\n\r\nund Segen"
                                 << "glück  und";
-    QTest::newRow("line separator") << QStringLiteral("viel Glück\u2028und Segen") << "glück und";
+    QTest::newRow("line separator") << u"viel Glück\u2028und Segen"_s << "glück und";
     QTest::newRow("tab") << "viel Glück\tund Segen"
                          << "glück und";
-    QTest::newRow("no-break space") << QStringLiteral("viel Glück\u00A0und Segen") << "glück und";
-    QTest::newRow("no-break space typed") << "viel Glück und Segen" << QStringLiteral("glück\u00A0und");
-    QTest::newRow("letter with its mark") << QStringLiteral("viel Glu\u0308ck") << "glück";
-    QTest::newRow("mark typed behind the letter") << "viel Glück" << QStringLiteral("glu\u0308ck");
+    QTest::newRow("no-break space") << u"viel Glück\u00A0und Segen"_s << "glück und";
+    QTest::newRow("no-break space typed") << "viel Glück und Segen" << u"glück\u00A0und"_s;
+    QTest::newRow("letter with its mark") << u"viel Glu\u0308ck"_s << "glück";
+    QTest::newRow("mark typed behind the letter") << "viel Glück" << u"glu\u0308ck"_s;
 }
 
 void UebersichtTest::SearchFindsWhatTheGridShows()
@@ -453,7 +456,7 @@ void UebersichtTest::ReadingLeavesAnEditAlone()
     w.store.Karten().MoveFirst();
     const qint16 current = w.store.Felder().FrageNr.Integer();
     w.store.Karten().Edit();
-    w.store.Felder().Frage_Klartext.Set(QStringLiteral("halb fertig"));
+    w.store.Felder().Frage_Klartext.Set(u"halb fertig"_s);
     {
         Blick blick(w);
         Show(blick.fenster);
@@ -517,8 +520,7 @@ void UebersichtTest::WorksWithKeysAlone()
         QTest::keyClick(blick.fenster.focusWidget(), Qt::Key_Tab);
     }
     for (const QString &name :
-         {QStringLiteral("grdDataGrid"), QStringLiteral("txtVon"), QStringLiteral("txtBis"),
-          QStringLiteral("cmdDrucken"), QStringLiteral("txtSuchen"), QStringLiteral("cmdSchließen")})
+         {u"grdDataGrid"_s, u"txtVon"_s, u"txtBis"_s, u"cmdDrucken"_s, u"txtSuchen"_s, u"cmdSchließen"_s})
         QVERIFY2(reached.contains(name), qPrintable(name));
     QTest::keyClick(&blick.fenster, Qt::Key_Z, Qt::AltModifier);
     QTRY_VERIFY(!blick.fenster.isVisible());

@@ -12,19 +12,23 @@
 #include <QDir>
 #include <QFile>
 
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
 // A directory of card files with an open one, for one test.
 struct Werkstatt : TestDienste
 {
     Werkstatt()
     {
-        uhr.perSecond = 3; // each opening counts on
+        clock.perSecond = 3; // each opening counts on
         store.KarteiPfad = verzeichnis.path();
     }
 
     QString Pfad(const QString &name) const { return verzeichnis.filePath(name); }
 
     // Makes a card file with these cards and opens it.
-    void Oeffnen(const QList<CardRecord> &karten, const QString &name = QStringLiteral("offen.pzb"))
+    void Oeffnen(const QList<CardRecord> &karten, const QString &name = u"offen.pzb"_s)
     {
         MakeCardFile(Pfad(name), karten);
         QString offen = name;
@@ -70,13 +74,15 @@ struct Werkstatt : TestDienste
 
     QTemporaryDir verzeichnis;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, uhr};
+    KarteiOeffner oeffner{store, meldungen, clock};
     Werkbank bank{store, oeffner, meldungen};
 };
 
 // Where a tool says that a failure left nothing behind.
 inline bool MeldetFehler(const TestMeldungen &meldungen)
 {
-    return meldungen.gezeigt.size() == 1 && meldungen.gezeigt.front().text.startsWith(
-                                                QStringLiteral("Leider ist folgender Fehler Aufgetreten: "));
+    return meldungen.gezeigt.size() == 1 &&
+           meldungen.gezeigt.front().text.startsWith(u"Leider ist folgender Fehler Aufgetreten: "_s);
 }
+
+} // namespace paukfix

@@ -15,6 +15,8 @@
 
 #include <memory>
 
+using namespace paukfix;
+
 // The file that a tool is to make: what stands there already is replaced only when the user wants it.
 class ZielTest : public QObject
 {
@@ -147,7 +149,7 @@ void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
     QFETCH(QString, name);
     ZweiKarteien w;
     DialogeFenster dialoge;
-    const auto dialog = Dialog(w.oeffner, {w.meldungen, dialoge, w.uhr, w.zufall, w.ton, w.konfig}, name);
+    const auto dialog = Dialog(w.oeffner, {w.meldungen, dialoge, w.clock, w.zufall, w.ton, w.konfig}, name);
     Show(*dialog);
     int asked = 0;
     const auto write = [](const QString &text) {

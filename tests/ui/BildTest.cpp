@@ -16,6 +16,9 @@
 #include <malloc.h>
 #include <sys/stat.h>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QColor Rot(200, 30, 30);
@@ -53,10 +56,9 @@ QByteArray Jpeg(const QImage &bild, bool stufen = false)
 QImage Verlauf()
 {
     QImage bild(320, 240, QImage::Format_RGB32);
-    for (int y = 0; y < bild.height(); ++y) {
+    for (int y = 0; y < bild.height(); ++y)
         for (int x = 0; x < bild.width(); ++x)
             bild.setPixelColor(x, y, QColor(x * 37 % 256, y * 91 % 256, x * y % 256));
-    }
     return bild;
 }
 
@@ -295,9 +297,8 @@ private slots:
         QCOMPARE(bild.size(), QSize(5, 3));
         for (int y = 0; y < 3; ++y) {
             for (int x = 0; x < 5; ++x) {
-                QVERIFY2(
-                    Gleicht(bild.pixelColor(x, y), x == 0 && y == 0 ? Gruen : Rot),
-                    qPrintable(QStringLiteral("%1,%2: %3").arg(x).arg(y).arg(bild.pixelColor(x, y).name())));
+                QVERIFY2(Gleicht(bild.pixelColor(x, y), x == 0 && y == 0 ? Gruen : Rot),
+                         qPrintable(u"%1,%2: %3"_s.arg(x).arg(y).arg(bild.pixelColor(x, y).name())));
                 QCOMPARE(bild.pixelColor(x, y).alpha(), 255);
             }
         }
@@ -556,7 +557,7 @@ private slots:
             for (int x = 0; x < 5; ++x) {
                 const bool gesetzt = (x == 0 && y == 2) || (x == 4 && y == 1);
                 QVERIFY2(Gleicht(bild.pixelColor(x, y), gesetzt ? Gruen : Rot),
-                         qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                         qPrintable(u"%1,%2"_s.arg(x).arg(y)));
             }
         }
     }

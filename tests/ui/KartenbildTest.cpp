@@ -12,6 +12,9 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A card of 600 x 400 pixels whose question stands 20 pixels from three of its edges, 200 high.
@@ -24,7 +27,7 @@ struct Karte
         flaeche.show();
         QImage rot(80, 60, QImage::Format_RGB32);
         rot.fill(Qt::red);
-        if (!rot.save(ordner.filePath(QStringLiteral("rot.bmp"))))
+        if (!rot.save(ordner.filePath(u"rot.bmp"_s)))
             qFatal("no picture");
     }
 
@@ -195,7 +198,7 @@ private slots:
         QVERIFY(k.Zeigen("rot.bmp"));
         k.meldungen.gezeigt.clear();
         QVERIFY(!k.Zeigen("fehlt.bmp"));
-        QCOMPARE(k.meldungen.Texte(), QStringList(QStringLiteral("Bilddatei nicht gefunden fehlt.bmp")));
+        QCOMPARE(k.meldungen.Texte(), QStringList(u"Bilddatei nicht gefunden fehlt.bmp"_s));
         QVERIFY(!k.Zeigen(""));
         QCOMPARE(k.meldungen.Texte().size(), 1);
         QVERIFY(!k.bild.Box()->isHidden());

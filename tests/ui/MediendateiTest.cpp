@@ -12,6 +12,8 @@
 #include <memory>
 #include <sys/stat.h>
 
+using namespace paukfix;
+
 class MediendateiTest : public QObject
 {
     Q_OBJECT

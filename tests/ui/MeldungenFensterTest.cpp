@@ -21,6 +21,9 @@
 #include <QTimer>
 #include <QTreeView>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 // The real boxes and dialogs, looked at and answered while they are open.
 class MeldungenFensterTest : public QObject
 {
@@ -73,8 +76,8 @@ private slots:
             text = box.text();
             QTest::keyClick(&box, Qt::Key_Return);
         });
-        meldungen.Zeigen(QStringLiteral("Bilddatei nicht gefunden ") + QString(10'000'000, u'M'));
-        QVERIFY(text.startsWith(QStringLiteral("Bilddatei nicht gefunden MMM")) && text.endsWith(u'…'));
+        meldungen.Zeigen(u"Bilddatei nicht gefunden "_s + QString(10'000'000, u'M'));
+        QVERIFY(text.startsWith(u"Bilddatei nicht gefunden MMM"_s) && text.endsWith(u'…'));
         QVERIFY(text.size() < 5000);
         QVERIFY(groesse.width() <= QGuiApplication::primaryScreen()->size().width());
     }
@@ -343,8 +346,7 @@ private slots:
             const auto *tabelle = fenster.findChild<QTreeView *>("treeView");
             QTRY_VERIFY(tabelle->model()->rowCount(tabelle->rootIndex()) == 1);
             QTRY_VERIFY2(tabelle->header()->length() <= tabelle->viewport()->width(),
-                         qPrintable(QStringLiteral("%1 in %2 of %3")
-                                        .arg(tabelle->header()->length())
+                         qPrintable(u"%1 in %2 of %3"_s.arg(tabelle->header()->length())
                                         .arg(tabelle->viewport()->width())
                                         .arg(fenster.width())));
             QTest::keyClick(&fenster, Qt::Key_Escape);

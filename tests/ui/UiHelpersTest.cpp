@@ -4,7 +4,7 @@
 #include "Farben.h"
 #include "KurzLabel.h"
 #include "RichTextBox.h"
-#include "Schritt.h"
+#include "Step.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 #include "Twips.h"
@@ -17,6 +17,9 @@
 #include <QVBoxLayout>
 
 #include <limits>
+
+using namespace paukfix;
+using namespace Qt::StringLiterals;
 
 class UiHelpersTest : public QObject
 {
@@ -59,10 +62,10 @@ private slots:
     void LabelForOneLineMeasuresNoMoreThanALine()
     {
         KurzLabel label;
-        label.setText(QStringLiteral("kurz"));
+        label.setText(u"kurz"_s);
         const QSize kurz = label.sizeHint();
-        QVERIFY(kurz.width() >= label.fontMetrics().horizontalAdvance(QStringLiteral("kurz")));
-        label.setText(QStringLiteral("kurz\nund lang"));
+        QVERIFY(kurz.width() >= label.fontMetrics().horizontalAdvance(u"kurz"_s));
+        label.setText(u"kurz\nund lang"_s);
         QCOMPARE(label.sizeHint().height(), kurz.height());
         label.setText(QString(50'000, u'M'));
         QVERIFY(label.sizeHint().width() < 100'000);
@@ -72,10 +75,10 @@ private slots:
 
     void ShortTextEndsBetweenCharacters()
     {
-        QCOMPARE(Kurztext(QStringLiteral("abc"), 3), QStringLiteral("abc"));
-        QCOMPARE(Kurztext(QStringLiteral("abcd"), 3), QStringLiteral("abc…"));
-        QCOMPARE(Kurztext(QStringLiteral("ab😀d"), 3), QStringLiteral("ab…"));
-        QCOMPARE(Einzeilig(QStringLiteral("\r\na\r\n\r\nb\u2028c\n")), QStringLiteral("a b c"));
+        QCOMPARE(Kurztext(u"abc"_s, 3), u"abc"_s);
+        QCOMPARE(Kurztext(u"abcd"_s, 3), u"abc…"_s);
+        QCOMPARE(Kurztext(u"ab😀d"_s, 3), u"ab…"_s);
+        QCOMPARE(Einzeilig(u"\r\na\r\n\r\nb\u2028c\n"_s), u"a b c"_s);
     }
 
     void PixelsSurviveTheWayThroughTwips()
@@ -111,8 +114,8 @@ private slots:
     {
         TestMeldungen meldungen;
         bool danach = false;
-        QVERIFY(!Schritt(meldungen, "Fehler beim Tun ", [] { throw StoreError(3021, "Kein Datensatz."); }));
-        QVERIFY(Schritt(meldungen, "Fehler danach ", [&] { danach = true; }));
+        QVERIFY(!Step(meldungen, "Fehler beim Tun ", [] { throw StoreError(3021, "Kein Datensatz."); }));
+        QVERIFY(Step(meldungen, "Fehler danach ", [&] { danach = true; }));
         QVERIFY(danach);
         QCOMPARE(meldungen.Texte(), QStringList("Fehler beim Tun Kein Datensatz."));
     }

@@ -11,6 +11,8 @@
 #include <QTimer>
 #include <QWidget>
 
+using namespace paukfix;
+
 class WartefensterTest : public QObject
 {
     Q_OBJECT
@@ -29,7 +31,7 @@ private slots:
     {
         QWidget haupt;
         haupt.show();
-        const Fortschritt melden = WartenMitAbbruch("Etwas wird getan.", "Ende.", "Titel", &haupt);
+        const Progress melden = WartenMitAbbruch("Etwas wird getan.", "Ende.", "Titel", &haupt);
         for (int i = 0; i < 100; ++i)
             melden(i, 100);
         QVERIFY(Offenes() == nullptr);
@@ -41,7 +43,7 @@ private slots:
         haupt.show();
         QString text;
         {
-            const Fortschritt melden = WartenMitAbbruch("Etwas wird getan.", "Ende.", "Titel", &haupt);
+            const Progress melden = WartenMitAbbruch("Etwas wird getan.", "Ende.", "Titel", &haupt);
             const auto bisEsDaIst = [&] {
                 while (Offenes() == nullptr)
                     melden(3, 7);

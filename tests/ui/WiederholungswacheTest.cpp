@@ -9,6 +9,8 @@
 #include <QWidget>
 #include <QWindow>
 
+using namespace paukfix;
+
 // Counts what comes to it.
 class Taster final : public QWidget
 {

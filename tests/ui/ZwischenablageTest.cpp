@@ -13,6 +13,9 @@
 #include <QTextBlock>
 #include <QTextList>
 
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Format
@@ -38,7 +41,7 @@ private:
     {
         auto *mime = new QMimeData;
         mime->setHtml(html);
-        mime->setText(QStringLiteral("nicht dieser"));
+        mime->setText(u"nicht dieser"_s);
         QApplication::clipboard()->setMimeData(mime);
         QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
     }
@@ -358,7 +361,7 @@ private slots:
         QApplication::clipboard()->setText(QString("a") + QChar(0xD83D) + "b" + QChar(0xDE00) +
                                            QChar(0xFEFF));
         QTest::keyClick(box_.get(), Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(box_->PlainText(), QStringLiteral(u"a\uFFFDb\uFFFD\uFEFF"));
+        QCOMPARE(box_->PlainText(), u"a\uFFFDb\uFFFD\uFEFF"_s);
     }
 
     void BetweenOwnBoxesEverythingIsKept()

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace paukfix {
+
 // The names beside a card file of the former database engine that a conversion gives: to the old file, and to
 // the report where there is something to tell.
 struct JetNames
@@ -27,3 +29,5 @@ void CheckConvertible(const QString &path);
 // untouched. A kill at any moment leaves the old file under its old name, or the new one there with the old
 // one beside it.
 QString ConvertJetFile(const QString &path);
+
+} // namespace paukfix

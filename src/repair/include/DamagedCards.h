@@ -3,12 +3,16 @@
 #pragma once
 
 #include "CardSource.h"
-#include "Fortschritt.h"
+#include "Progress.h"
 
 #include <QString>
 
 #include <memory>
 
+namespace paukfix {
+
 // What a repair would find in the damaged card file, which is only read: nothing is written to it or beside
-// it. Throws StoreError 3024, 3051, 3045 (in use by another program), and whatever `fortschritt` throws.
-std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Fortschritt &fortschritt = {});
+// it. Throws StoreError 3024, 3051, 3045 (in use by another program), and whatever `progress` throws.
+std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Progress &progress = {});
+
+} // namespace paukfix

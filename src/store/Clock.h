@@ -4,24 +4,28 @@
 
 #include <QDateTime>
 
+namespace paukfix {
+
 // The clock, passed in so that tests do not wait.
-class Uhr
+class Clock
 {
 public:
-    Uhr() = default;
-    Uhr(const Uhr &) = delete;
-    Uhr &operator=(const Uhr &) = delete;
-    virtual ~Uhr() = default;
+    Clock() = default;
+    Clock(const Clock &) = delete;
+    Clock &operator=(const Clock &) = delete;
+    virtual ~Clock() = default;
 
     // The time of day in whole seconds. Any two readings in the same second are equal; nothing else is
     // promised (it falls back at midnight). Cheap: the delay loop reads it millions of times.
-    virtual qint64 Sekunde() const = 0;
-    virtual QDateTime Jetzt() const = 0;
+    virtual qint64 Second() const = 0;
+    virtual QDateTime Now() const = 0;
 };
 
-class SystemUhr final : public Uhr
+class SystemClock final : public Clock
 {
 public:
-    qint64 Sekunde() const override;
-    QDateTime Jetzt() const override;
+    qint64 Second() const override;
+    QDateTime Now() const override;
 };
+
+} // namespace paukfix

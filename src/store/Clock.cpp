@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Uhr.h"
+#include "Clock.h"
 
 #include <ctime>
 
-qint64 SystemUhr::Sekunde() const
+namespace paukfix {
+
+qint64 SystemClock::Second() const
 {
     return std::time(nullptr);
 }
 
-QDateTime SystemUhr::Jetzt() const
+QDateTime SystemClock::Now() const
 {
     return QDateTime::currentDateTime();
 }
+
+} // namespace paukfix

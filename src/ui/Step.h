@@ -8,11 +8,13 @@
 #include <exception>
 #include <utility>
 
+namespace paukfix {
+
 // "Report and carry on": runs one step of a handler. Where it throws, shows `kontext` followed directly by
 // the error's text. Tells whether the step succeeded; the handler decides whether the next one still makes
 // sense.
 template <typename Tun>
-bool Schritt(Meldungen &meldungen, const QString &kontext, Tun &&tun)
+bool Step(Meldungen &meldungen, const QString &kontext, Tun &&tun)
 {
     try {
         std::forward<Tun>(tun)();
@@ -22,3 +24,5 @@ bool Schritt(Meldungen &meldungen, const QString &kontext, Tun &&tun)
         return false;
     }
 }
+
+} // namespace paukfix
