@@ -95,7 +95,14 @@ void Fensterplatz::Waehlen(const Fensterlage &lage, Kartenflaeche &karte)
     }
     groesse = groesse.expandedTo({inhalt.minimumSize().width(), mindestHoehe()});
     fenster_.resize(lage.groesse ? groesse : groesse.boundedTo(hoechstens));
-    fenster_.setAttribute(Qt::WA_Moved, platz.has_value()); // else it comes in the middle of the box
+    // In the middle of the box. The toolkit would put it there too, but at another place once it knows the
+    // frame.
+    if (const QWidget *eltern = fenster_.parentWidget(); eltern && !platz) {
+        QRect mitte({}, fenster_.size());
+        mitte.moveCenter(eltern->window()->geometry().center());
+        platz = mitte.topLeft();
+    }
+    fenster_.setAttribute(Qt::WA_Moved, platz.has_value());
     if (platz)
         fenster_.setGeometry(AufDenSchirm({*platz, fenster_.size()}, fenster_));
     if (lage.maximiert)

@@ -15,6 +15,7 @@
 #include "Texttaste.h"
 #include "UrteilZeile.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QGridLayout>
@@ -22,6 +23,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcutEvent>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -266,9 +268,18 @@ void PFUse::KlangSpielen()
         dienste_.ton.Spielen(Mediendatei(store_.KarteiPfad, lauf_.Klang()));
 }
 
-// An Enter that is held down must not check and close in one go.
-bool PFUse::eventFilter(QObject * /*objekt*/, QEvent *event)
+// A shortcut clicks at once: the toolkit takes a tenth of a second, and the next key, or the next card, would
+// come first. And an Enter that is held down must not check and close in one go.
+bool PFUse::eventFilter(QObject *objekt, QEvent *event)
 {
+    auto *knopf = qobject_cast<QAbstractButton *>(objekt);
+    if (event->type() == QEvent::Shortcut && knopf &&
+        !static_cast<const QShortcutEvent &>(*event).isAmbiguous()) {
+        if (knopf->focusPolicy() & Qt::ClickFocus)
+            knopf->setFocus();
+        knopf->click();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     const auto &taste = static_cast<const QKeyEvent &>(*event);

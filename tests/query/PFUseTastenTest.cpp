@@ -37,6 +37,17 @@ private slots:
 
     void init() { b_ = std::make_unique<AbfrageBuehne>(); }
 
+    // Within the tenth of a second that the toolkit takes to click a button by its shortcut.
+    void AKeyRightBehindAShortcutFindsItDone()
+    {
+        const auto ausgang = b_->Fragen(MakeCard(1, 0, 1), [&] {
+            b_->Antworten("x");
+            b_->Taste(Qt::Key_R, Qt::AltModifier);
+            b_->Taste(Qt::Key_Return);
+        });
+        QCOMPARE(ausgang, Richtig);
+    }
+
     void TheOptionThatEnterWouldChooseIsMarked()
     {
         b_->Fragen(SelbstKarte(), [&] {
