@@ -43,6 +43,18 @@ QRect AufDenSchirm(QRect fenster, const QWidget &dialog)
     return fenster;
 }
 
+// In the middle of the box, a title bar higher. Nothing where there is none: then the toolkit chooses.
+// (The toolkit's choice changes once it knows the window's frame.)
+std::optional<QPoint> UeberDerBox(const QDialog &dialog)
+{
+    const QWidget *box = dialog.parentWidget();
+    if (!box || !box->window()->windowHandle())
+        return std::nullopt;
+    const QMargins rahmen = box->window()->windowHandle()->frameMargins();
+    const QPoint mitte = box->mapToGlobal(QPoint(box->width() / 2, box->height() / 2));
+    return mitte - QPoint(dialog.width() / 2 + rahmen.left(), dialog.height() / 2 + rahmen.top());
+}
+
 // Lets the layouts of a window that is not shown know what has changed in their parts: they learn of it one
 // from the other, from the innermost outwards.
 void Anordnen(QWidget &teil)
@@ -93,7 +105,8 @@ void Fensterplatz::Waehlen(const Fensterlage &lage, Kartenflaeche &karte)
     }
     groesse = groesse.expandedTo({inhalt.minimumSize().width(), mindestHoehe()});
     fenster_.resize(lage.groesse ? groesse : groesse.boundedTo(hoechstens));
-    fenster_.setAttribute(Qt::WA_Moved, platz.has_value()); // else it comes in the middle of the box
+    if (!platz)
+        platz = UeberDerBox(fenster_);
     if (platz)
         fenster_.setGeometry(AufDenSchirm({*platz, fenster_.size()}, fenster_));
     if (lage.maximiert)

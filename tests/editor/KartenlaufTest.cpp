@@ -106,7 +106,8 @@ private slots:
     void ItEndsWhereAnotherWindowComesInFront()
     {
         Laufwerk w(Karten(20));
-        w.vorwaerts->setFocusPolicy(Qt::NoFocus); // its going would end the run too
+        for (QPushButton *knopf : {w.vorwaerts, w.rueckwaerts})
+            knopf->setFocusPolicy(Qt::NoFocus); // that it goes would end the run too
         w.Zeigen();
         QWidget anderes;
         w.NachKarten(3, [&] {
