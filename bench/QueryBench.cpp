@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
+#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
@@ -120,8 +121,15 @@ public:
             const bool is = object->objectName() == awaited ||
                             (widget->parentWidget() && widget->parentWidget()->objectName() == awaited);
             // What is painted goes to the server when the event that had it painted is over.
-            QMetaObject::invokeMethod(
-                this, [this, is] { Stamp(is); }, Qt::QueuedConnection);
+            seen_ = seen_ || is;
+            if (!std::exchange(pending_, true))
+                QMetaObject::invokeMethod(
+                    this,
+                    [this] {
+                        pending_ = false;
+                        Stamp(std::exchange(seen_, false));
+                    },
+                    Qt::QueuedConnection);
         } else if (event->type() == QEvent::Expose) {
             Stamp(object->objectName() == awaited + QLatin1String("Window")); // shown again as it was painted
         } else if (key || event->type() == QEvent::FocusIn) {
@@ -141,6 +149,8 @@ private:
             first.compare_exchange_strong(none, now);
         last = now;
     }
+
+    bool pending_ = false, seen_ = false;
 };
 
 struct Times
