@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
+#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
@@ -85,7 +86,7 @@ private:
         {
             uint8_t major = 0, minor = 0;
             uint16_t length = 0;
-            uint8_t type, detail;
+            uint8_t type = 0, detail = 0;
             uint16_t unused = 0;
             uint32_t time = 0, root = 0, unused2[2] = {};
             uint16_t x = 0, y = 0;
@@ -123,8 +124,15 @@ public:
             const bool is = object->objectName() == awaited ||
                             (widget->parentWidget() && widget->parentWidget()->objectName() == awaited);
             // What is painted goes to the server when the event that had it painted is over.
-            QMetaObject::invokeMethod(
-                this, [this, is] { Stamp(is); }, Qt::QueuedConnection);
+            seen_ = seen_ || is;
+            if (!std::exchange(pending_, true))
+                QMetaObject::invokeMethod(
+                    this,
+                    [this] {
+                        pending_ = false;
+                        Stamp(std::exchange(seen_, false));
+                    },
+                    Qt::QueuedConnection);
         } else if (event->type() == QEvent::Expose) {
             Stamp(object->objectName() == awaited + "Window"_L1); // shown again as it was painted
         } else if (key || event->type() == QEvent::FocusIn) {
@@ -144,6 +152,8 @@ private:
             first.compare_exchange_strong(none, now);
         last = now;
     }
+
+    bool pending_ = false, seen_ = false;
 };
 
 struct Times

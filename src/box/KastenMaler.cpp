@@ -7,6 +7,7 @@
 #include <QFontInfo>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 #include <algorithm>
 
@@ -24,9 +25,8 @@ QFont Passend(QFont schrift, const QString &text, int breite)
     return schrift;
 }
 
-void WanneMalen(QPainter &maler, const QRect &platz, const QColor &farbe)
+void WanneZeichnen(QPainter &maler, const QRectF &wanne, const QColor &farbe)
 {
-    const QRectF wanne(platz);
     const double rundung = 12;
     const double dicke = 5;
     maler.setPen(Qt::NoPen);
@@ -49,6 +49,29 @@ void WanneMalen(QPainter &maler, const QRect &platz, const QColor &farbe)
     licht.setColorAt(1, farbe);
     maler.setBrush(licht);
     maler.drawRoundedRect(wanne, rundung, rundung);
+}
+
+// The large surfaces are most of the box's painting: each is drawn once for its size.
+void WanneMalen(QPainter &maler, const QRect &platz, const QColor &farbe)
+{
+    constexpr int Unten = 24; // for handle and shadow
+    const qreal dichte = maler.device()->devicePixelRatio();
+    const QString schluessel = QStringLiteral("Wanne %1x%2@%3 %4")
+                                   .arg(platz.width())
+                                   .arg(platz.height())
+                                   .arg(dichte)
+                                   .arg(farbe.name());
+    QPixmap bild;
+    if (!QPixmapCache::find(schluessel, &bild)) {
+        bild = QPixmap((QSizeF(platz.width(), platz.height() + Unten) * dichte).toSize());
+        bild.setDevicePixelRatio(dichte);
+        bild.fill(Qt::transparent);
+        QPainter zeichner(&bild);
+        zeichner.setRenderHint(QPainter::Antialiasing);
+        WanneZeichnen(zeichner, QRectF(QPointF(), QSizeF(platz.size())), farbe);
+        QPixmapCache::insert(schluessel, bild);
+    }
+    maler.drawPixmap(platz.topLeft(), bild);
 }
 
 // A tick on the uppermost done card.

@@ -45,6 +45,18 @@ QRect AufDenSchirm(QRect fenster, const QWidget &dialog)
     return fenster;
 }
 
+// In the middle of the box, a title bar higher. Nothing where there is none: then the toolkit chooses.
+// (The toolkit's choice changes once it knows the window's frame.)
+std::optional<QPoint> UeberDerBox(const QDialog &dialog)
+{
+    const QWidget *box = dialog.parentWidget();
+    if (!box || !box->window()->windowHandle())
+        return std::nullopt;
+    const QMargins rahmen = box->window()->windowHandle()->frameMargins();
+    const QPoint mitte = box->mapToGlobal(QPoint(box->width() / 2, box->height() / 2));
+    return mitte - QPoint(dialog.width() / 2 + rahmen.left(), dialog.height() / 2 + rahmen.top());
+}
+
 // Lets the layouts of a window that is not shown know what has changed in their parts: they learn of it one
 // from the other, from the innermost outwards.
 void Anordnen(QWidget &teil)
@@ -95,14 +107,8 @@ void Fensterplatz::Waehlen(const Fensterlage &lage, Kartenflaeche &karte)
     }
     groesse = groesse.expandedTo({inhalt.minimumSize().width(), mindestHoehe()});
     fenster_.resize(lage.groesse ? groesse : groesse.boundedTo(hoechstens));
-    // In the middle of the box. The toolkit would put it there too, but at another place once it knows the
-    // frame.
-    if (const QWidget *eltern = fenster_.parentWidget(); eltern && !platz) {
-        QRect mitte({}, fenster_.size());
-        mitte.moveCenter(eltern->window()->geometry().center());
-        platz = mitte.topLeft();
-    }
-    fenster_.setAttribute(Qt::WA_Moved, platz.has_value());
+    if (!platz)
+        platz = UeberDerBox(fenster_);
     if (platz)
         fenster_.setGeometry(AufDenSchirm({*platz, fenster_.size()}, fenster_));
     if (lage.maximiert)

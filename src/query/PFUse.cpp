@@ -135,7 +135,7 @@ void PFUse::Vorbereiten(int fach)
     TabFolge();
     FarbenSetzen();
     platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
-    winId(); // the window system's side of the window
+    create(); // the window system's side of the window; winId() would give one to each part of the box too
     karte_->BildZeigen(voraus_.Bild());
     grab(); // texts are laid out and the picture is scaled when they are painted first
 }

@@ -294,6 +294,21 @@ private slots:
         }
     }
 
+    // Each part of the box would be a window of the window system's, and be painted by itself.
+    void MadeReadyTheQueryHasItsWindowAndTheBoxStaysOne()
+    {
+        b_->Oeffnen({TippKarte("x")});
+        QWidget box;
+        QWidget teil(&box);
+        box.show();
+        PFUse abfrage(b_->store, b_->dienste.Alle(), b_->wechsel, &box);
+        abfrage.Vorbereiten(0);
+        QVERIFY(abfrage.windowHandle() && abfrage.windowHandle()->handle());
+        QVERIFY(!abfrage.isVisible());
+        QVERIFY(!teil.windowHandle());
+        QVERIFY(!teil.testAttribute(Qt::WA_NativeWindow));
+    }
+
     // It says what is shown, becomes active and gets the focus; a window that stays is no exception.
     void AScreenReaderIsToldOfEveryQuestion()
     {
