@@ -56,11 +56,8 @@ void WanneMalen(QPainter &maler, const QRect &platz, const QColor &farbe)
 {
     constexpr int Unten = 24; // for handle and shadow
     const qreal dichte = maler.device()->devicePixelRatio();
-    const QString schluessel = QStringLiteral("Wanne %1x%2@%3 %4")
-                                   .arg(platz.width())
-                                   .arg(platz.height())
-                                   .arg(dichte)
-                                   .arg(farbe.name());
+    const QString schluessel =
+        u"Wanne %1x%2@%3 %4"_s.arg(platz.width()).arg(platz.height()).arg(dichte).arg(farbe.name());
     QPixmap bild;
     if (!QPixmapCache::find(schluessel, &bild)) {
         bild = QPixmap((QSizeF(platz.width(), platz.height() + Unten) * dichte).toSize());
