@@ -88,7 +88,6 @@ void Kartenflaeche::Zeigen(const Abfragekarte &karte)
     const bool mitBild = std::any_of(karte.Medium.begin() + 1, karte.Medium.begin() + 4,
                                      [](const QString &name) { return !name.isEmpty(); });
     wunsch_ = mitBild ? karte.Bildplatz : QRect();
-    bild_->SetPlatz(wunsch_);
     bild_->SetFreihalten(mitBild);
     BildZeigen({});
 

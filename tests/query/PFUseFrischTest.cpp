@@ -226,7 +226,9 @@ private:
             b_->Klick(b_->Option(Wurf(2) ? "Ergebnis_R" : "Ergebnis_F"));
             break;
         case 10:
-            QTest::mousePress(b_->Knopf(Wurf(2) ? "Command3" : "Cpruefen"), Qt::LeftButton); // and no release
+            for (const char *name : {"Command3", "Cpruefen", "NochEinmal"})
+                if (b_->Knopf(name)->isVisible() && Wurf(2))
+                    QTest::mousePress(b_->Knopf(name), Qt::LeftButton); // and no release
             break;
         default:
             b_->Knopf("Cpruefen")->click();
