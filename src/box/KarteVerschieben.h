@@ -9,6 +9,6 @@ namespace paukfix {
 
 // Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws
 // StoreError.
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, qint16 ergebnis);
+void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig);
 
 } // namespace paukfix

@@ -80,7 +80,7 @@ void Lernlauf::UrteilSpeichern(AbfrageErgebnis urteil)
     if (!std::exchange(offen_, false))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, static_cast<qint16>(urteil));
+        KarteVerschieben(teile_.kartei, teile_.meldungen, urteil == AbfrageErgebnis::Richtig);
     } catch (const std::exception &fehler) {
         LesefehlerMelden(NichtGespeichert, fehler);
     }
@@ -94,7 +94,7 @@ bool Lernlauf::SitzungEndet()
     offen_ = false;
     abfrage_->Schliessen();
     try {
-        KarteEinordnen(teile_.kartei, static_cast<qint16>(*urteil));
+        KarteEinordnen(teile_.kartei, *urteil == AbfrageErgebnis::Richtig);
         return true;
     } catch (const std::exception &) {
         QMetaObject::invokeMethod(

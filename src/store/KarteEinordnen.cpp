@@ -40,9 +40,8 @@ void Aufruecken(CardStore &kartei, int ziel, Faecher &danach)
 
 } // namespace
 
-int KarteEinordnen(CardStore &kartei, qint16 ergebnis)
+int KarteEinordnen(CardStore &kartei, bool richtig)
 {
-    const bool richtig = ergebnis == ErgebnisRichtig;
     const int alt = kartei.Felder().FachNr.Integer();
     const int neu = ZielFach(alt, richtig);
 

@@ -6,13 +6,10 @@
 
 namespace paukfix {
 
-// The verdict of a query that counts as right; 0 is wrong.
-inline constexpr qint16 ErgebnisRichtig = -1;
-
 // Moves the current card by its answer to the back of its new compartment, durably, and keeps counts and
 // session counters in step. Returns the new compartment. Throws StoreError; FachInfo and the counters are
 // then as they were.
-int KarteEinordnen(CardStore &kartei, qint16 ergebnis);
+int KarteEinordnen(CardStore &kartei, bool richtig);
 
 // Counts the cards of the open file anew, after something went wrong. Where the
 // file can no longer be read, or is no longer there, closes it and leaves in FehlerStatus `fehler`, the

@@ -41,10 +41,10 @@ Kasten KastenIn(const QString &path)
 }
 
 // Where an answer must have put the card: at the back of its new compartment.
-void Beantworten(Kasten &kasten, std::array<int, FachAnzahl> &lfdMax, int frageNr, int ergebnis)
+void Beantworten(Kasten &kasten, std::array<int, FachAnzahl> &lfdMax, int frageNr, bool richtig)
 {
     Platz &platz = kasten.at(frageNr);
-    platz.fach = ZielFach(platz.fach, ergebnis == ErgebnisRichtig);
+    platz.fach = ZielFach(platz.fach, richtig);
     platz.lfd = ++lfdMax[static_cast<std::size_t>(platz.fach)];
 }
 

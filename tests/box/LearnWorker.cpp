@@ -16,10 +16,10 @@
 
 using namespace paukfix;
 
-static void Say(const char *what, int frageNr, int ergebnis)
+static void Say(const char *what, int frageNr, bool richtig)
 {
     std::array<char, 64> line{};
-    const int length = std::snprintf(line.data(), line.size(), "%s %d %d\n", what, frageNr, ergebnis);
+    const int length = std::snprintf(line.data(), line.size(), "%s %d %d\n", what, frageNr, richtig ? 1 : 0);
     if (write(STDOUT_FILENO, line.data(), static_cast<size_t>(length)) != length)
         _exit(2);
 }
@@ -40,15 +40,15 @@ int main(int argc, char *argv[])
     if (name.isEmpty())
         return 3;
     QRandomGenerator random(static_cast<quint32>(std::atoi(argv[2])));
-    Say("offen", 0, 0);
+    Say("offen", 0, false);
     for (;;) {
         const int fach = static_cast<int>(random.bounded(6));
         if (!ErsteKarte(kartei.Karten(), fach))
             continue;
-        const qint16 ergebnis = random.bounded(3) == 0 ? 0 : ErgebnisRichtig;
+        const bool richtig = random.bounded(3) != 0;
         const int frageNr = kartei.Felder().FrageNr.Integer();
-        Say("will", frageNr, ergebnis);
-        KarteVerschieben(kartei, meldungen, ergebnis);
-        Say("hat", frageNr, ergebnis);
+        Say("will", frageNr, richtig);
+        KarteVerschieben(kartei, meldungen, richtig);
+        Say("hat", frageNr, richtig);
     }
 }
