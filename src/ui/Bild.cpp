@@ -97,24 +97,30 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     return bild;
 }
 
-QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
-                 Meldungen &meldungen)
+QImage BildSuchen(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                  const QSize &platz)
 {
     for (const QString &verzeichnis : {karteiPfad, programmPfad}) {
         try {
-            if (BlosserName(name).isEmpty())
-                throw StoreError(Fehler::DateiNichtGefunden, name);
-            return BildLesen(Mediendatei(verzeichnis, name));
+            if (!BlosserName(name).isEmpty())
+                return BildLesen(Mediendatei(verzeichnis, name), platz);
         } catch (const StoreError &fehler) {
-            if (fehler.Number() != Fehler::DateiNichtGefunden &&
-                fehler.Number() != Fehler::PfadNichtGefunden) {
-                meldungen.Zeigen(fehler.Text());
-                return {};
-            }
+            if (fehler.Number() != Fehler::DateiNichtGefunden && fehler.Number() != Fehler::PfadNichtGefunden)
+                throw;
         }
     }
-    meldungen.Zeigen(u"Bilddatei nicht gefunden "_s + name);
-    return {};
+    throw StoreError(Fehler::DateiNichtGefunden, u"Bilddatei nicht gefunden "_s + name);
+}
+
+QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                 Meldungen &meldungen, const QSize &platz)
+{
+    try {
+        return BildSuchen(name, karteiPfad, programmPfad, platz);
+    } catch (const StoreError &fehler) {
+        meldungen.Zeigen(fehler.Text());
+        return {};
+    }
 }
 
 } // namespace paukfix

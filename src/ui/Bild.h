@@ -22,8 +22,11 @@ inline constexpr int UngueltigesBild = 481; // neither BMP nor JPEG, damaged, or
 QImage BildLesen(const QString &pfad, const QSize &platz = {});
 
 // The picture that a card names (Mediendatei): from the directory of the card file or, where it is not there,
-// from the program's. Shows what went wrong and returns a null image then.
+// from the program's; `platz` as above. Throws StoreError with the text that tells it.
+QImage BildSuchen(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                  const QSize &platz = {});
+// The same; shows what went wrong and returns a null image then.
 QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
-                 Meldungen &meldungen);
+                 Meldungen &meldungen, const QSize &platz = {});
 
 } // namespace paukfix
