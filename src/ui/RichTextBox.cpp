@@ -4,9 +4,11 @@
 
 #include "CharFormat.h"
 #include "Farben.h"
+#include "Lupe.h"
 #include "RichText.h"
 #include "Zwischenablage.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QDropEvent>
 #include <QEvent>
@@ -68,11 +70,26 @@ QString Grund(Ablehnung ablehnung)
 
 } // namespace
 
-RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent)
+RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent), lupe_(std::make_unique<Lupe>(*this))
 {
     setTabChangesFocus(true);
     farben_ = new Farbausgleich(document(), *this);
     connect(this, &QTextEdit::textChanged, this, [this] { ReviseWrapping(*document()); });
+}
+
+// The layout measures for the lens until it has gone.
+RichTextBox::~RichTextBox()
+{
+    document()->documentLayout()->setPaintDevice(viewport());
+}
+
+void RichTextBox::SetFaktor(double faktor)
+{
+    lupe_->SetFaktor(faktor);
+    document()->documentLayout()->setPaintDevice(lupe_.get());
+    document()->markContentsDirty(0, document()->characterCount());
+    updateGeometry();
+    Einmitten();
 }
 
 bool RichTextBox::ZeigeRichText(const QString &text)
@@ -181,6 +198,7 @@ int RichTextBox::heightForWidth(int breite) const
     if (document()->characterCount() > hoechstens_ * 300)
         return hoechstens + rand;
     const std::unique_ptr<QTextDocument> probe(document()->clone());
+    probe->documentLayout()->setPaintDevice(document()->documentLayout()->paintDevice());
     probe->setTextWidth(breite - rand);
     return std::min(static_cast<int>(std::ceil(probe->size().height())), hoechstens) + rand;
 }

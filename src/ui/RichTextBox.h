@@ -7,16 +7,20 @@
 #include <QTextEdit>
 
 #include <functional>
+#include <memory>
 
 class QSyntaxHighlighter;
 
 namespace paukfix {
+
+class Lupe;
 
 // The one box that shows and takes formatted text. Tab moves the focus on.
 class RichTextBox : public QTextEdit
 {
 public:
     explicit RichTextBox(QWidget *parent = nullptr);
+    ~RichTextBox() override;
 
     // Shows RTF, or plain text where it is none. False when the text is too long to be shown whole: what the
     // box holds then must not be stored over it.
@@ -31,6 +35,9 @@ public:
 
     // Leaves room at the sides that the text flows around.
     void SetRand(const QMargins &rand) { setViewportMargins(rand); }
+
+    // Shows all text, with its indents and tab stops, this many times as large. The document keeps its sizes.
+    void SetFaktor(double faktor);
 
     // Makes the box as high as its text, up to `zeilen` lines; in a higher one the text stands in the middle.
     void SetHoechstens(int zeilen);
@@ -60,6 +67,7 @@ private:
     void Einmitten();
     Ablehnung Einfuegen(const QMimeData &quelle);
 
+    std::unique_ptr<Lupe> lupe_;           // what the text is measured for
     QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
     int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
     bool abgelehnt_ = false;               // what was last put in did not fit
