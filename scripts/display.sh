@@ -17,10 +17,10 @@ wait_until() { # a condition: true once it holds, false when it does not within 
     done
 }
 
-open_display() {
+open_display() { # DIRECTORY [SIZE, 1280x860 unless told]
     stage="$1"
     mkfifo "$stage/display"
-    Xvfb -displayfd 3 -screen 0 1280x860x24 -nolisten tcp -noreset 3>"$stage/display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${2:-1280x860}x24" -nolisten tcp -noreset 3>"$stage/display" >/dev/null 2>&1 &
     started+=($!)
     local number
     read -r number <"$stage/display"

@@ -94,6 +94,8 @@ RichTextBox::~RichTextBox()
 
 void RichTextBox::SetFaktor(double faktor)
 {
+    if (lupe_->Faktor() == faktor && document()->documentLayout()->paintDevice() == lupe_.get())
+        return;
     lupe_->SetFaktor(faktor);
     document()->documentLayout()->setPaintDevice(lupe_.get());
     document()->markContentsDirty(0, document()->characterCount());

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardFacts.h"
+
+#include "TextHelpers.h"
+
+#include <QCollator>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <algorithm>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+QStringList Topics(CardRecordset &cards)
+{
+    QStringList topics;
+    cards.Beside([&](SQLite::Database &database) {
+        SQLite::Statement read(database,
+                               R"(SELECT DISTINCT CAST("Picture_9_Name" AS TEXT) FROM "Lernkarten" )"
+                               R"(WHERE length("Picture_9_Name") BETWEEN 1 AND 250)");
+        while (read.executeStep()) {
+            const SQLite::Column topic = read.getColumn(0);
+            const char *text = topic.getText();
+            topics << TextFromUtf8({text, topic.getBytes()});
+        }
+    });
+    QCollator german(QLocale(QLocale::German, QLocale::Germany));
+    german.setCaseSensitivity(Qt::CaseInsensitive);
+    german.setNumericMode(true);
+    std::sort(topics.begin(), topics.end(), german);
+    return topics;
+}
+
+CardPlace PlaceOfCurrent(CardRecordset &cards)
+{
+    CardPlace place;
+    const bool byNumber = cards.Index().compare(u"FrageNr"_s, Qt::CaseInsensitive) == 0;
+    const bool current = !cards.AtBOF() && !cards.AtEOF();
+    const double key = current ? cards[byNumber ? u"FrageNr" : u"FachNr"].Number() : 0;
+    const double second = current && !byNumber ? cards[u"FachLfdNr"].Number() : 0;
+    cards.Beside([&](SQLite::Database &database) {
+        place.of = database.execAndGet(R"(SELECT count(*) FROM "Lernkarten")").getInt();
+        if (!current)
+            return;
+        SQLite::Statement count(
+            database, byNumber
+                          ? R"(SELECT count(*) FROM "Lernkarten" WHERE "FrageNr"<=?1)"
+                          : R"(SELECT count(*) FROM "Lernkarten" WHERE ("FachNr","FachLfdNr")<=(?1,?2))");
+        count.bind(1, key);
+        if (!byNumber)
+            count.bind(2, second);
+        if (count.executeStep())
+            place.number = count.getColumn(0).getInt();
+    });
+    return place;
+}
+
+} // namespace paukfix

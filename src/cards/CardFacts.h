@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "CardRecordset.h"
+
+#include <QStringList>
+
+namespace paukfix {
+
+// What is asked of all cards at once, by one statement beside the cursor. All throw StoreError.
+
+// The topics of the cards, each once, as a German dictionary orders them; none that is longer than a card of
+// this program can have.
+QStringList Topics(CardRecordset &cards);
+
+// The place of the current card among `of` cards in the order of the current index, from 1; 0 where there is
+// no current card.
+struct CardPlace
+{
+    int number = 0;
+    int of = 0;
+};
+
+CardPlace PlaceOfCurrent(CardRecordset &cards);
+
+} // namespace paukfix
