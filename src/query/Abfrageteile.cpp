@@ -47,7 +47,7 @@ QPalette Kartenpalette(const QPalette &fenster)
     QPalette palette = fenster;
     for (const auto gruppe : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         palette.setColor(gruppe, QPalette::Window, farben.karte);
-        palette.setColor(gruppe, QPalette::Base, farben.karte);
+        palette.setColor(gruppe, QPalette::Base, farben.feld);
         palette.setColor(gruppe, QPalette::WindowText, farben.tinte);
         palette.setColor(gruppe, QPalette::Text, farben.tinte);
         palette.setColor(gruppe, QPalette::PlaceholderText, farben.leiseTinte);

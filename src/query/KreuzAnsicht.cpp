@@ -102,7 +102,6 @@ int KreuzAnsicht::Hoehe(int breite) const
 
 void KreuzAnsicht::SetKompakt(bool kompakt)
 {
-    titel_->setVisible(!kompakt);
     for (KreuzZeile *zeile : zeilen_)
         zeile->SetKompakt(kompakt);
     spalte_->setSpacing(kompakt ? 3 : 4);

@@ -77,10 +77,10 @@ void KreuzZeile::Zeigen(const QString &antwort)
     vermerk_->clear();
     vermerk_->hide();
     text_->setFont(Kartenschrift(font()));
-    text_->SetFaktor(Kartenfaktor(font(), Schriftgrad::Gross));
     text_->ZeigeRichText(antwort);
     leer_ = text_->PlainText().trimmed().isEmpty();
-    text_->setPlaceholderText(leer_ ? u"leer"_s : QString());
+    text_->setPlaceholderText(leer_ ? u"leer"_s : QString()); // never larger than the window's font
+    text_->SetFaktor(Kartenfaktor(font(), leer_ ? 1 : Schriftgrad::Gross));
     for (Kaestchen *kaestchen : {kreuz_, richtig_}) {
         kaestchen->setChecked(false);
         kaestchen->setDown(false);

@@ -33,6 +33,14 @@ qsizetype HinweisStelle(const QString &text)
     return text.indexOf("Hinweis:"_L1);
 }
 
+// As large as the window's font.
+QTextCharFormat Hinweisgroesse()
+{
+    QTextCharFormat format;
+    format.setFontPointSize(Kartenschrift({}).pointSizeF() / Schriftgrad::Gross);
+    return format;
+}
+
 } // namespace
 
 QTextCharFormat Buchstabenmarke(const QPalette &palette, bool richtig)
@@ -95,6 +103,10 @@ void Loesungsfeld::Vorbereiten(const Abfragekarte &karte)
     ende.movePosition(QTextCursor::End);
     while (!ende.atStart() && kern_.characterAt(ende.position() - 1).isSpace())
         ende.deletePreviousChar();
+    QTextCursor hinten(&ganz_);
+    hinten.setPosition(static_cast<int>(hinweis));
+    hinten.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    hinten.mergeCharFormat(Hinweisgroesse());
 }
 
 void Loesungsfeld::SetKompakt(bool kompakt)
@@ -143,9 +155,7 @@ void Loesungsfeld::Vergleichen(const QList<Stelle> &stellen, const QString &wort
         marken << Textmarke{stelle.anfang, stelle.laenge, Buchstabenmarke(palette(), true)};
     const QString text = text_->document()->toRawText();
     if (const qsizetype hinweis = HinweisStelle(text); hinweis >= 0) {
-        QTextCharFormat kleiner;
-        kleiner.setFontPointSize(text_->font().pointSizeF() / Schriftgrad::Gross);
-        marken << Textmarke{hinweis, text.size() - hinweis, kleiner};
+        marken << Textmarke{hinweis, text.size() - hinweis, Hinweisgroesse()};
     }
     text_->SetMarken(marken);
     worte_->setText(worte);

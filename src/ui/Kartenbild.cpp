@@ -120,13 +120,14 @@ QRect Kartenbild::NebenText(QRect platz) const
 {
     const QRect frage = Frageplatz();
     const QSize raum(frage.width() * 2 / 5, frage.height());
-    if (platz.width() > raum.width() || platz.height() > raum.height())
+    const int mitte = platz.center().x();
+    const bool kleiner = platz.width() > raum.width() || platz.height() > raum.height();
+    if (kleiner)
         platz.setSize(platz.size().scaled(raum, Qt::KeepAspectRatio).expandedTo({1, 1}));
     platz = Hinein(platz, frage);
-    // In the middle it would leave too little on both sides.
-    if (RandUmBild(frage, platz).isNull())
-        platz.moveLeft(platz.center().x() < frage.center().x() ? frage.left()
-                                                               : frage.right() + 1 - platz.width());
+    // One that cannot stand as it was put, or would leave too little on both sides, stands at an edge.
+    if (kleiner || RandUmBild(frage, platz).isNull())
+        platz.moveLeft(mitte < frage.center().x() ? frage.left() : frage.right() + 1 - platz.width());
     return platz;
 }
 
