@@ -20,7 +20,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollArea>
-#include <QVBoxLayout>
+#include <QScrollBar>
 #include <QVariantAnimation>
 
 #include <algorithm>
@@ -60,12 +60,7 @@ Kartenflaeche::Kartenflaeche(QWidget *eltern, Meldungen &meldungen)
     auto *formen = new QWidget;
     tippen_ = new TippAnsicht(formen, meldungen_);
     kreuze_ = new KreuzAnsicht(formen);
-    auto *spalte = new QVBoxLayout(formen);
-    spalte->setContentsMargins(Ringrand, Ringrand, Ringrand, Ringrand);
-    spalte->addWidget(tippen_);
-    spalte->addWidget(kreuze_);
     rolle_->setWidget(formen);
-    rolle_->setWidgetResizable(true);
     rolle_->setFrameShape(QFrame::NoFrame);
     rolle_->setFocusPolicy(Qt::NoFocus);
     rolle_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -101,6 +96,7 @@ void Kartenflaeche::Zeigen(const Abfragekarte &karte, int uebrig)
     Faerben();
     blende_->stop();
     Frame1_->hide();
+    Frame1_->setPalette({});
     BildZeigen({});
     kopf_->Zeigen(karte, uebrig);
     // Of the two forms the one that is there holds the name of the first answer.
@@ -109,8 +105,7 @@ void Kartenflaeche::Zeigen(const Abfragekarte &karte, int uebrig)
         form->SetGezeigt(form == &Ansicht());
     Ansicht().Zeigen(karte);
     urteil_->Leeren();
-    const int spalte = QFontInfo(font()).pixelSize() * 57;
-    MFrage_->Zeigen(karte.Frage, !mitBild_, spalte);
+    MFrage_->Zeigen(karte.Frage, !mitBild_, Spalte());
     bild_->SetPlatz(wunsch_);
     bild_->SetFreihalten(mitBild_);
     Anordnen();
@@ -200,36 +195,61 @@ int Kartenflaeche::Kopfhoehe() const
     return masse.kopf + kopf_->sizeHint().height() + masse.unterKopf + 2;
 }
 
+// The widest that a text is, where there is no picture.
+int Kartenflaeche::Spalte() const
+{
+    return QFontInfo(font()).pixelSize() * 57;
+}
+
 int Kartenflaeche::Mindestfrage() const
 {
     return fontMetrics().lineSpacing() * 7 / 2;
 }
 
+// A small card is tight; so is one whose answers would have to be scrolled otherwise.
 void Kartenflaeche::Anordnen()
 {
-    const QRect karte = Karte();
-    kompakt_ = karte.height() < fontMetrics().height() * (ankreuzen_ ? KleinKreuz : KleinTipp);
-    const Masse &masse = kompakt_ ? Klein : Gross;
-    Ansicht().SetKompakt(kompakt_);
-    urteil_->SetKompakt(kompakt_);
-    const int innen = karte.width() - 2 * masse.rand;
-    kopf_->setGeometry(masse.rand, masse.kopf, innen, kopf_->sizeHint().height());
+    const int klein = fontMetrics().height() * (ankreuzen_ ? KleinKreuz : KleinTipp);
+    if (Karte().height() < klein || !Anordnen(false))
+        Anordnen(true);
+    update();
+}
 
+bool Kartenflaeche::Anordnen(bool kompakt)
+{
+    const QRect karte = Karte();
+    kompakt_ = kompakt;
+    const Masse &masse = kompakt ? Klein : Gross;
+    Ansicht().SetKompakt(kompakt);
+    urteil_->SetKompakt(kompakt);
+    const int innen = karte.width() - 2 * masse.rand;
     // One line on a large card is a poster; long lines are hard to read.
-    const int spalte = mitBild_ ? innen : std::min(innen, QFontInfo(font()).pixelSize() * 57);
+    const int spalte = mitBild_ ? innen : std::min(innen, Spalte());
     const int links = (karte.width() - spalte) / 2;
     const int urteil = urteil_->sizeHint().height();
     const int um = 2 * masse.zone + masse.vorUrteil + urteil - 2 * Ringrand;
     const int raum = karte.height() - Kopfhoehe() - Mindestfrage() - 2 * masse.frage - um;
-    const int formen = std::max(0, std::min(Ansicht().Hoehe(spalte) + 2 * Ringrand, raum));
+    int breite = spalte;
+    int hoehe = Ansicht().Hoehe(breite);
+    const bool passt = hoehe + 2 * Ringrand <= raum;
+    if (!passt) {
+        if (!kompakt)
+            return false;
+        breite -= rolle_->verticalScrollBar()->sizeHint().width();
+        hoehe = Ansicht().Hoehe(breite);
+    }
+    const int formen = std::max(0, std::min(hoehe + 2 * Ringrand, raum));
     zone_ = karte.height() - um - formen;
     rolle_->setGeometry(links - Ringrand, zone_ + masse.zone - Ringrand, spalte + 2 * Ringrand, formen);
+    rolle_->widget()->resize(breite + 2 * Ringrand, hoehe + 2 * Ringrand);
+    Ansicht().setGeometry(Ringrand, Ringrand, breite, hoehe);
     urteil_->setGeometry(links, karte.height() - masse.zone - urteil, spalte, urteil);
+    kopf_->setGeometry(masse.rand, masse.kopf, innen, kopf_->sizeHint().height());
     const int oben = Kopfhoehe() + masse.frage;
     MFrage_->setGeometry(masse.rand, oben, innen, std::max(0, zone_ - masse.frage - oben));
     Frame1_->setGeometry(0, 0, Urteilskante::Breite + 1, karte.height());
     bild_->Platzieren();
-    update();
+    return passt;
 }
 
 void Kartenflaeche::resizeEvent(QResizeEvent *event)

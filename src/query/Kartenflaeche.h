@@ -81,9 +81,11 @@ protected:
 private:
     void BildBauen();
     void Anordnen();
+    bool Anordnen(bool kompakt);
     QRect Karte() const;
     int Kopfhoehe() const;
     int Mindestfrage() const;
+    int Spalte() const;
 
     Meldungen &meldungen_;
     Kartenkopf *kopf_ = nullptr;

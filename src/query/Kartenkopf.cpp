@@ -58,7 +58,7 @@ void Kartenkopf::Zeigen(const Abfragekarte &karte, int uebrig)
     MaskFrageNr_->setText(karte.FrageNr);
     MaskFrageNr_->setAccessibleName(u"Frage Nr. %1"_s.arg(karte.FrageNr));
     MaskFachNr_->setText(QString::number(karte.FachNr));
-    MaskFachNr_->setAccessibleName(u"Fach %1"_s.arg(karte.FachNr) + (karte.FachNr == 0 ? u", Neu"_s : u""_s));
+    MaskFachNr_->setAccessibleName(u"Fach %1"_s.arg(karte.FachNr));
     neu_->setVisible(karte.FachNr == 0);
     MaskThema_->setText(karte.Thema);
     MaskThema_->setToolTip(thema.toHtmlEscaped());

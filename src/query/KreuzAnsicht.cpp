@@ -7,11 +7,9 @@
 #include "RichTextBox.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScrollBar>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -25,24 +23,13 @@ KreuzAnsicht::KreuzAnsicht(QWidget *eltern) : AntwortAnsicht(eltern)
     titel_ = Beschriftung(this, u"Ihre Wahl: Was trifft zu?"_s);
     Label4_ = Beschriftung(this, u"richtig"_s);
     Label4_->setObjectName(u"Label4"_s);
-    PlatzHalten(Label4_);
     Label4_->hide();
-    auto *kopf = new QHBoxLayout;
-    kopf->setContentsMargins(12, 0, 12, 0); // over the ticks
-    kopf->addWidget(titel_, 1);
-    kopf->addWidget(Label4_);
-
-    spalte_ = new QVBoxLayout(this);
-    spalte_->setContentsMargins(0, 0, 0, 0);
-    spalte_->setSpacing(4);
-    spalte_->addLayout(kopf);
     for (std::size_t i = 0; i < zeilen_.size(); ++i) {
         auto *zeile = zeilen_[i] = new KreuzZeile(i, this);
         zeile->installEventFilter(this);
         zeile->Kreuz()->installEventFilter(this);
         zeile->Text()->viewport()->installEventFilter(this);
         connect(zeile->Kreuz(), &QCheckBox::clicked, this, [this] { Check1_Click(); });
-        spalte_->addWidget(zeile);
         zeileAmPlatz_[i] = i;
     }
 }
@@ -68,15 +55,9 @@ void KreuzAnsicht::Mischen(const std::array<int, AntwortAnzahl> &folge)
 {
     for (std::size_t i = 0; i < folge.size(); ++i)
         zeileAmPlatz_[static_cast<std::size_t>(folge[i])] = i;
-    for (std::size_t platz = 0; platz < zeileAmPlatz_.size(); ++platz) {
-        KreuzZeile *zeile = zeilen_[zeileAmPlatz_[platz]];
-        const int stelle = static_cast<int>(platz) + 1; // below the title
-        if (spalte_->indexOf(zeile) != stelle) {
-            spalte_->removeWidget(zeile);
-            spalte_->insertWidget(stelle, zeile);
-        }
-        zeile->SetPlatz(static_cast<int>(platz));
-    }
+    for (std::size_t platz = 0; platz < zeileAmPlatz_.size(); ++platz)
+        zeilen_[zeileAmPlatz_[platz]]->SetPlatz(static_cast<int>(platz));
+    Anordnen();
 }
 
 Antwort KreuzAnsicht::Gegeben() const
@@ -97,14 +78,39 @@ void KreuzAnsicht::Aufloesen(const Abfragekarte &karte, bool /*vergleichen*/)
 
 int KreuzAnsicht::Hoehe(int breite) const
 {
-    return spalte_->totalHeightForWidth(breite);
+    int hoehe = titel_->sizeHint().height();
+    for (const KreuzZeile *zeile : zeilen_)
+        hoehe += abstand_ + zeile->Hoehe(breite);
+    return hoehe;
 }
 
 void KreuzAnsicht::SetKompakt(bool kompakt)
 {
     for (KreuzZeile *zeile : zeilen_)
         zeile->SetKompakt(kompakt);
-    spalte_->setSpacing(kompakt ? 3 : 4);
+    abstand_ = kompakt ? 3 : 4;
+    Anordnen();
+}
+
+void KreuzAnsicht::resizeEvent(QResizeEvent *event)
+{
+    AntwortAnsicht::resizeEvent(event);
+    Anordnen();
+}
+
+void KreuzAnsicht::Anordnen()
+{
+    constexpr int Rand = 12; // of the titles, over the ticks
+    const QSize rechts = Label4_->sizeHint();
+    int oben = titel_->sizeHint().height();
+    titel_->setGeometry(Rand, 0, width() - 2 * Rand - rechts.width(), oben);
+    Label4_->setGeometry(width() - Rand - rechts.width(), 0, rechts.width(), oben);
+    for (const std::size_t i : zeileAmPlatz_) {
+        const int hoehe = zeilen_[i]->Hoehe(width());
+        oben += abstand_;
+        zeilen_[i]->setGeometry(0, oben, width(), hoehe);
+        oben += hoehe;
+    }
 }
 
 QList<QWidget *> KreuzAnsicht::Tabfolge() const

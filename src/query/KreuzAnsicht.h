@@ -11,7 +11,6 @@
 class QKeyEvent;
 class QLabel;
 class QMouseEvent;
-class QVBoxLayout;
 
 namespace paukfix {
 
@@ -42,9 +41,11 @@ public:
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *Erste() const override;
+    void Anordnen();
     QStringList Richtige() const;
     void Check1_Click();
     bool Check1_KeyPress(const KreuzZeile &zeile, const QKeyEvent &taste);
@@ -52,9 +53,9 @@ private:
 
     std::array<KreuzZeile *, AntwortAnzahl> zeilen_{};
     std::array<std::size_t, AntwortAnzahl> zeileAmPlatz_{}; // which line stands at a place, from the top
-    QVBoxLayout *spalte_ = nullptr;
     QLabel *titel_ = nullptr;
     QLabel *Label4_ = nullptr;
+    int abstand_ = 4; // between the lines
     bool aufgeloest_ = false;
     bool leertaste_ = false; // a tick box is being clicked by the keyboard
 };

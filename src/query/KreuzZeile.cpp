@@ -9,7 +9,6 @@
 
 #include <QCheckBox>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QPainter>
 
 #include <algorithm>
@@ -17,6 +16,14 @@
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Rand = 12, RandOben = 2; // around and between the parts
+
+const QString NichtAngekreuzt = u"richtig, nicht angekreuzt"_s; // the longest of what a line says
+
+} // namespace
 
 // A tick box that can be reached, but not changed, once it is fixed.
 class KreuzZeile::Kaestchen final : public QCheckBox
@@ -51,22 +58,13 @@ KreuzZeile::KreuzZeile(std::size_t nummer, QWidget *eltern)
     text_->setFrameShape(QFrame::NoFrame);
     text_->viewport()->setAutoFillBackground(false);
     text_->document()->setDocumentMargin(0);
-    text_->SetHoechstens(4);
     vermerk_->setTextFormat(Qt::PlainText);
     vermerk_->setObjectName(Name("Vermerk", nummer));
-    vermerk_->hide();
+    vermerk_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     richtig_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    richtig_->setFocusPolicy(Qt::TabFocus);
     richtig_->fest = true;
-    PlatzHalten(richtig_);
     richtig_->hide();
-
-    auto *zeile = new QHBoxLayout(this);
-    zeile->setContentsMargins(12, 2, 12, 2);
-    zeile->setSpacing(12);
-    zeile->addWidget(kreuz_);
-    zeile->addWidget(text_, 1);
-    zeile->addWidget(vermerk_);
-    zeile->addWidget(richtig_);
 }
 
 void KreuzZeile::Zeigen(const QString &antwort)
@@ -74,8 +72,9 @@ void KreuzZeile::Zeigen(const QString &antwort)
     lage_ = Lage::Gefragt;
     vermerk_->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     HalbfettSetzen(vermerk_);
+    vermerk_->setFixedWidth(vermerk_->fontMetrics().horizontalAdvance(NichtAngekreuzt) + 1); // keeps its place
     vermerk_->clear();
-    vermerk_->hide();
+    vermerk_->setPalette({});
     text_->setFont(Kartenschrift(font()));
     text_->ZeigeRichText(antwort);
     leer_ = text_->PlainText().trimmed().isEmpty();
@@ -87,8 +86,6 @@ void KreuzZeile::Zeigen(const QString &antwort)
         kaestchen->SetFarbe({});
     }
     kreuz_->fest = false;
-    kreuz_->setFocusPolicy(Qt::StrongFocus);
-    richtig_->setFocusPolicy(Qt::NoFocus);
     richtig_->hide();
     update();
 }
@@ -102,7 +99,33 @@ void KreuzZeile::SetPlatz(int platz)
 
 void KreuzZeile::SetKompakt(bool kompakt)
 {
-    setMinimumHeight(std::max(kompakt ? 28 : 36, text_->Zeilenhoehe() + 4));
+    text_->SetHoechstens(kompakt ? 2 : 4);
+    mindestens_ = std::max(kompakt ? 28 : 36, fontMetrics().height() + 10);
+}
+
+int KreuzZeile::Hoehe(int breite) const
+{
+    return std::max(mindestens_, text_->heightForWidth(Textplatz({breite, 0}).width()) + 2 * RandOben);
+}
+
+QRect KreuzZeile::Textplatz(QSize zeile) const
+{
+    const int links = Rand + kreuz_->sizeHint().width() + Rand;
+    const int rechts = zeile.width() - 3 * Rand - vermerk_->width() - richtig_->sizeHint().width();
+    return {links, RandOben, rechts - links, zeile.height() - 2 * RandOben};
+}
+
+void KreuzZeile::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const QRect text = Textplatz(size());
+    text_->setGeometry(text);
+    const auto setzen = [&](QWidget *teil, int links, QSize groesse) {
+        teil->setGeometry(links, (height() - groesse.height()) / 2, groesse.width(), groesse.height());
+    };
+    setzen(kreuz_, Rand, kreuz_->sizeHint());
+    setzen(vermerk_, text.right() + 1 + Rand, {vermerk_->width(), vermerk_->sizeHint().height()});
+    setzen(richtig_, width() - Rand - richtig_->sizeHint().width(), richtig_->sizeHint());
 }
 
 void KreuzZeile::Aufloesen(bool richtig)
@@ -111,14 +134,11 @@ void KreuzZeile::Aufloesen(bool richtig)
     lage_ = richtig ? Lage::Richtig : angekreuzt ? Lage::Falsch : Lage::Schlicht;
     kreuz_->fest = true;
     richtig_->setChecked(richtig);
-    richtig_->setFocusPolicy(Qt::TabFocus);
     richtig_->show();
-    if (lage_ != Lage::Schlicht) {
+    if (lage_ != Lage::Schlicht)
         vermerk_->setText(!richtig     ? u"falsch angekreuzt"_s
                           : angekreuzt ? u"richtig"_s
-                                       : u"richtig, nicht angekreuzt"_s);
-        vermerk_->show();
-    }
+                                       : NichtAngekreuzt);
     Faerben();
     Benennen();
 }

@@ -23,6 +23,7 @@ public:
     // Where it stands, from the top, from 0.
     void SetPlatz(int platz);
     void SetKompakt(bool kompakt);
+    int Hoehe(int breite) const;
     // From here on the ticks can only be read.
     void Aufloesen(bool richtig);
 
@@ -38,6 +39,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     enum class Lage
@@ -50,6 +52,7 @@ private:
 
     class Kaestchen;
 
+    QRect Textplatz(QSize zeile) const;
     void Faerben();
     void Benennen();
 
@@ -60,6 +63,7 @@ private:
     Lage lage_ = Lage::Gefragt;
     bool leer_ = false; // the card has no answer here
     int platz_ = 0;
+    int mindestens_ = 0; // pixels high
 };
 
 } // namespace paukfix

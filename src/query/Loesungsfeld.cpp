@@ -77,6 +77,7 @@ Loesungsfeld::Loesungsfeld(QWidget *eltern)
 void Loesungsfeld::Vorbereiten(const Abfragekarte &karte)
 {
     hide();
+    mass_ = {};
     const QFont klein = Schriftgrad::In(font(), Schriftgrad::Klein);
     titel_->setFont(klein);
     worte_->setFont(klein);
@@ -112,32 +113,38 @@ void Loesungsfeld::Vorbereiten(const Abfragekarte &karte)
 void Loesungsfeld::SetKompakt(bool kompakt)
 {
     kompakt_ = kompakt;
+    mass_ = {};
     text_->setVerticalScrollBarPolicy(kompakt ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     Anordnen();
 }
 
 int Loesungsfeld::Zeilen(int breite) const
 {
-    const int hoechstens = kompakt_ ? MaxZeilenKompakt : MaxZeilen;
-    const QTextDocument &text = hinweis_->text().isEmpty() ? ganz_ : kern_;
-    if (text.characterCount() > Lang)
-        return hoechstens;
-    const double hoehe =
-        text_->Bedarf(text, breite - Einzug, Kartenfaktor(font(), Schriftgrad::Gross)).height();
-    return std::clamp(static_cast<int>(std::lround(hoehe / text_->Zeilenhoehe())), 1, hoechstens);
+    return Messen(breite).zeilen;
 }
 
 int Loesungsfeld::Hoehe(int breite) const
 {
+    return Messen(breite).hoehe;
+}
+
+const Loesungsfeld::Mass &Loesungsfeld::Messen(int breite) const
+{
+    if (mass_.breite == breite)
+        return mass_;
     const int zeile = text_->Zeilenhoehe();
-    if (kompakt_)
-        return zeile * Zeilen(breite) + 2;
-    const int kopf = titel_->sizeHint().height() + Abstand;
-    if (ganz_.characterCount() > Lang)
-        return kopf + zeile * MaxZeilen;
-    const double hoehe =
-        text_->Bedarf(ganz_, breite - Einzug, Kartenfaktor(font(), Schriftgrad::Gross)).height();
-    return kopf + std::clamp(static_cast<int>(std::ceil(hoehe)) + 2, zeile, zeile * MaxZeilen);
+    const int hoechstens = zeile * (kompakt_ ? MaxZeilenKompakt : MaxZeilen);
+    const auto hoehe = [&](const QTextDocument &text) {
+        if (text.characterCount() > Lang)
+            return hoechstens;
+        const double bedarf =
+            text_->Bedarf(text, breite - Einzug, Kartenfaktor(font(), Schriftgrad::Gross)).height();
+        return std::clamp(static_cast<int>(std::ceil(bedarf)), zeile, hoechstens);
+    };
+    const int ganz = hoehe(ganz_), kern = hinweis_->text().isEmpty() ? ganz : hoehe(kern_);
+    mass_ = {breite, kern / zeile,
+             kompakt_ ? kern + 2 : titel_->sizeHint().height() + Abstand + ganz + 2};
+    return mass_;
 }
 
 void Loesungsfeld::Zeigen(const Abfragekarte &karte)

@@ -44,6 +44,15 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    // What the solution takes at a width.
+    struct Mass
+    {
+        int breite = -1;
+        int zeilen = 0; // without the hint, as far as they are shown at once
+        int hoehe = 0;
+    };
+
+    const Mass &Messen(int breite) const;
     void Anordnen();
 
     QLabel *titel_;
@@ -52,6 +61,7 @@ private:
     QLabel *hinweis_; // where there is no room for it below the solution
     QTextDocument ganz_, kern_; // the stored solution, with and without its hint
     bool kompakt_ = false;
+    mutable Mass mass_; // the last one, as each is asked for many times
 };
 
 // A mark of letters that differ, in the colours of a right or a wrong text.

@@ -95,6 +95,8 @@ void UrteilZeile::Leeren()
         label->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     urteil_->clear();
     satz_->clear();
+    satz_->setToolTip({});
+    setToolTip({});
     Image1_->clear();
     for (QRadioButton *option : {Ergebnis_R_, Ergebnis_F_}) {
         option->setAutoExclusive(false); // or one of them would stay chosen
