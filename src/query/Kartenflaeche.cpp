@@ -44,6 +44,23 @@ struct Masse
 constexpr Masse Gross{32, 14, 8, 8, 16, 12};
 constexpr Masse Klein{18, 8, 5, 6, 8, 6};
 
+QRect Karte(const QWidget &flaeche)
+{
+    return flaeche.rect().adjusted(0, 0, 0, -Stapel);
+}
+
+// The widest that a text is, where there is no picture.
+int Spalte(const QWidget &flaeche)
+{
+    return QFontInfo(flaeche.font()).pixelSize() * 57;
+}
+
+// The least height of the question.
+int Mindestfrage(const QWidget &flaeche)
+{
+    return flaeche.fontMetrics().lineSpacing() * 7 / 2;
+}
+
 // Lines of the window's font below which a card is small.
 constexpr int KleinTipp = 26, KleinKreuz = 30;
 
@@ -105,7 +122,7 @@ void Kartenflaeche::Zeigen(const Abfragekarte &karte, int uebrig)
         form->SetGezeigt(form == &Ansicht());
     Ansicht().Zeigen(karte);
     urteil_->Leeren();
-    MFrage_->Zeigen(karte.Frage, !mitBild_, Spalte());
+    MFrage_->Zeigen(karte.Frage, !mitBild_, Spalte(*this));
     bild_->SetPlatz(wunsch_);
     bild_->SetFreihalten(mitBild_);
     Anordnen();
@@ -171,22 +188,12 @@ void Kartenflaeche::BildZeigen(const QImage &bild)
     bild_->Box()->SetBild({});
 }
 
-QSize Kartenflaeche::sizeHint() const
-{
-    return minimumSizeHint();
-}
-
 QSize Kartenflaeche::minimumSizeHint() const
 {
     const int zeile = fontMetrics().height();
     const int formen = zeile * 5;
-    return {zeile * 30, Klein.kopf + kopf_->sizeHint().height() + Klein.unterKopf + 2 + Mindestfrage() +
+    return {zeile * 30, Klein.kopf + kopf_->sizeHint().height() + Klein.unterKopf + 2 + Mindestfrage(*this) +
                             2 * Klein.zone + formen + Klein.vorUrteil + zeile * 2 + Stapel};
-}
-
-QRect Kartenflaeche::Karte() const
-{
-    return rect().adjusted(0, 0, 0, -Stapel);
 }
 
 int Kartenflaeche::Kopfhoehe() const
@@ -195,40 +202,29 @@ int Kartenflaeche::Kopfhoehe() const
     return masse.kopf + kopf_->sizeHint().height() + masse.unterKopf + 2;
 }
 
-// The widest that a text is, where there is no picture.
-int Kartenflaeche::Spalte() const
-{
-    return QFontInfo(font()).pixelSize() * 57;
-}
-
-int Kartenflaeche::Mindestfrage() const
-{
-    return fontMetrics().lineSpacing() * 7 / 2;
-}
-
 // A small card is tight; so is one whose answers would have to be scrolled otherwise.
 void Kartenflaeche::Anordnen()
 {
     const int klein = fontMetrics().height() * (ankreuzen_ ? KleinKreuz : KleinTipp);
-    if (Karte().height() < klein || !Anordnen(false))
+    if (Karte(*this).height() < klein || !Anordnen(false))
         Anordnen(true);
     update();
 }
 
 bool Kartenflaeche::Anordnen(bool kompakt)
 {
-    const QRect karte = Karte();
+    const QRect karte = Karte(*this);
     kompakt_ = kompakt;
     const Masse &masse = kompakt ? Klein : Gross;
     Ansicht().SetKompakt(kompakt);
     urteil_->SetKompakt(kompakt);
     const int innen = karte.width() - 2 * masse.rand;
     // One line on a large card is a poster; long lines are hard to read.
-    const int spalte = mitBild_ ? innen : std::min(innen, Spalte());
+    const int spalte = mitBild_ ? innen : std::min(innen, Spalte(*this));
     const int links = (karte.width() - spalte) / 2;
     const int urteil = urteil_->sizeHint().height();
     const int um = 2 * masse.zone + masse.vorUrteil + urteil - 2 * Ringrand;
-    const int raum = karte.height() - Kopfhoehe() - Mindestfrage() - 2 * masse.frage - um;
+    const int raum = karte.height() - Kopfhoehe() - Mindestfrage(*this) - 2 * masse.frage - um;
     int breite = spalte;
     int hoehe = Ansicht().Hoehe(breite);
     const bool passt = hoehe + 2 * Ringrand <= raum;
@@ -262,7 +258,7 @@ void Kartenflaeche::resizeEvent(QResizeEvent *event)
 void Kartenflaeche::paintEvent(QPaintEvent *)
 {
     const Hausfarben &farben = HausfarbenZu(palette());
-    const QRectF karte = QRectF(Karte()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QRectF karte = QRectF(Karte(*this)).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.setPen(farben.umriss);

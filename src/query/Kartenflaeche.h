@@ -66,7 +66,6 @@ public:
     // Shows a picture until the next one; none for a null image.
     void BildZeigen(const QImage &bild);
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 signals:
@@ -82,10 +81,7 @@ private:
     void BildBauen();
     void Anordnen();
     bool Anordnen(bool kompakt);
-    QRect Karte() const;
     int Kopfhoehe() const;
-    int Mindestfrage() const;
-    int Spalte() const;
 
     Meldungen &meldungen_;
     Kartenkopf *kopf_ = nullptr;
