@@ -43,8 +43,10 @@ public:
     virtual QList<QWidget *> Tabfolge() const = 0;
     // The keys that answer, as Tastenkappe shows them; empty where the form shows them itself.
     virtual QString Hinweise() const = 0;
+
     // After a wrong answer: what would have been right, in a sentence; empty where it can be seen.
     virtual QString Erklaerung() const { return {}; }
+
     // What the solution says beside the verdict, for those who hear it.
     virtual QString Ansage() const = 0;
 

@@ -65,10 +65,14 @@ void Fragetext::Anpassen()
                 break;
         }
     }
+    const int frei = raum.height() - static_cast<int>(std::ceil(bedarf.height()));
+    const bool passt = frei >= 0 && document()->characterCount() < Lang;
+    // A bar that was there once would take the width for which it stays.
+    setVerticalScrollBarPolicy(passt ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     SetFaktor(faktor);
     QMargins rand = rand_;
     // Of a text that must be scrolled all lines are as wide as can be.
-    if (const int frei = raum.height() - static_cast<int>(std::ceil(bedarf.height())); frei >= 0) {
+    if (passt) {
         rand.setTop(rand.top() + frei / 2);
         const int breit = std::min(static_cast<int>(std::ceil(bedarf.width())) + 1, breite);
         if (mitte_)

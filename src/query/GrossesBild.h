@@ -29,7 +29,7 @@ private:
     void Schliessen();
 
     QImage bild_;
-    QPixmap skaliert_; // bild_ in the present size
+    QPixmap skaliert_;         // bild_ in the present size
     QPointer<QWidget> vorher_; // what had the keyboard
 };
 

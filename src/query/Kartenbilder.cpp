@@ -6,12 +6,6 @@
 
 namespace paukfix {
 
-namespace {
-
-constexpr int Vorrat = 2; // times as large as needed: it is sharp, and stays so in a somewhat larger window
-
-} // namespace
-
 void Kartenbilder::SetOrte(const QString &karteiPfad, const QString &programmPfad)
 {
     karteiPfad_ = karteiPfad;
@@ -21,9 +15,8 @@ void Kartenbilder::SetOrte(const QString &karteiPfad, const QString &programmPfa
 
 QImage Kartenbilder::Laden(const QString &name, const QSize &platz, Meldungen &meldungen)
 {
-    const QSize raum = platz * Vorrat;
-    const QImage bild = BildLaden(name, karteiPfad_, programmPfad_, meldungen, raum);
-    Merken(bild.isNull() ? QString() : name, raum);
+    const QImage bild = BildLaden(name, karteiPfad_, programmPfad_, meldungen, platz);
+    Merken(bild.isNull() ? QString() : name, platz);
     return bild;
 }
 
@@ -32,7 +25,7 @@ QImage Kartenbilder::Groesser(const QSize &platz)
     const bool genug = platz.width() <= platz_.width() && platz.height() <= platz_.height();
     if (name_.isEmpty() || platz_.isEmpty() || genug)
         return {};
-    platz_ = platz * Vorrat;
+    platz_ = platz;
     try {
         return BildSuchen(name_, karteiPfad_, programmPfad_, platz_);
     } catch (const StoreError &) {

@@ -10,8 +10,8 @@
 
 namespace paukfix {
 
-// Reads the pictures of a card not much larger than they are shown, as a large one takes time, and again where
-// more of one can be seen. Sizes are pixels of the screen.
+// Reads the pictures of a card not much larger than they are shown, as a large one takes time, and again
+// where more of one can be seen. Sizes are pixels of the screen.
 class Kartenbilder
 {
 public:

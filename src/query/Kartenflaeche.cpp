@@ -31,7 +31,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Stapel = 10; // what is seen of the cards below
+constexpr int Stapel = 10;  // what is seen of the cards below
 constexpr int Blende = 120; // ms in which the verdict's colours appear
 constexpr int Ringrand = 4; // around the forms, for the ring of what has the keyboard
 
@@ -67,10 +67,14 @@ constexpr int KleinTipp = 26, KleinKreuz = 30;
 } // namespace
 
 Kartenflaeche::Kartenflaeche(QWidget *eltern, Meldungen &meldungen)
-    : QWidget(eltern), meldungen_(meldungen), kopf_(new Kartenkopf(this)),
-      MFrage_(Benannt(new Fragetext(this), u"MFrage"_s, u"Frage"_s)), rolle_(new QScrollArea(this)),
+    : QWidget(eltern),
+      meldungen_(meldungen),
+      kopf_(new Kartenkopf(this)),
+      MFrage_(Benannt(new Fragetext(this), u"MFrage"_s, u"Frage"_s)),
+      rolle_(new QScrollArea(this)),
       urteil_(new UrteilZeile(this)),
-      Frame1_(Benannt(new Urteilskante(this), u"Frame1"_s, u"Ergebnis"_s)), blende_(new QVariantAnimation(this))
+      Frame1_(Benannt(new Urteilskante(this), u"Frame1"_s, u"Ergebnis"_s)),
+      blende_(new QVariantAnimation(this))
 {
     Benannt(this, u"Karte"_s, u"Karte"_s);
     MFrage_->installEventFilter(this);
@@ -95,7 +99,8 @@ Kartenflaeche::Kartenflaeche(QWidget *eltern, Meldungen &meldungen)
 
 void Kartenflaeche::BildBauen()
 {
-    bild_ = std::make_unique<Kartenbild>(this, MFrage_, Kartenbild::Grenzen{.abstand = {}, .nebenText = true});
+    bild_ =
+        std::make_unique<Kartenbild>(this, MFrage_, Kartenbild::Grenzen{.abstand = {}, .nebenText = true});
     BildBox *box = Benannt(bild_->Box(), u"Picture1"_s, u"Bild"_s);
     box->setToolTip(u"Ein Klick zeigt das Bild groß; mit der Maus lässt es sich verschieben"_s);
     box->setFocusPolicy(Qt::TabFocus);

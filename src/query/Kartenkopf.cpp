@@ -65,8 +65,7 @@ void Kartenkopf::Zeigen(const Abfragekarte &karte, int uebrig)
     MaskThema_->setAccessibleName(u"Thema %1"_s.arg(thema));
     for (QLabel *label : {themaTitel_, MaskThema_})
         label->setVisible(!karte.Thema.isEmpty());
-    uebrig_->setText(uebrig > 0 ? u"noch %1 in diesem Fach"_s.arg(uebrig)
-                                : u"die letzte in diesem Fach"_s);
+    uebrig_->setText(uebrig > 0 ? u"noch %1 in diesem Fach"_s.arg(uebrig) : u"die letzte in diesem Fach"_s);
 }
 
 } // namespace paukfix

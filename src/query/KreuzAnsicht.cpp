@@ -140,14 +140,14 @@ QString KreuzAnsicht::Erklaerung() const
 {
     constexpr qsizetype Kurz = 40; // more would not fit beside the verdict
     const QStringList richtig = Richtige();
-    return richtig.size() == 1 && richtig[0].size() <= Kurz ? u"%1 wäre richtig."_s.arg(richtig[0]) : QString();
+    return richtig.size() == 1 && richtig[0].size() <= Kurz ? u"%1 wäre richtig."_s.arg(richtig[0])
+                                                            : QString();
 }
 
 QString KreuzAnsicht::Ansage() const
 {
     const QStringList richtig = Richtige();
-    return richtig.isEmpty() ? u"Keine Antwort ist richtig."_s
-                             : u"Richtig: %1."_s.arg(richtig.join(u"; "_s));
+    return richtig.isEmpty() ? u"Keine Antwort ist richtig."_s : u"Richtig: %1."_s.arg(richtig.join(u"; "_s));
 }
 
 bool KreuzAnsicht::Ziffer(int ziffer)

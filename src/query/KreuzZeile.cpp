@@ -48,8 +48,10 @@ protected:
 };
 
 KreuzZeile::KreuzZeile(std::size_t nummer, QWidget *eltern)
-    : QWidget(eltern), kreuz_(Benannt(new Kaestchen(this), Name("Check1", nummer), {})),
-      text_(Benannt(new RichTextBox(this), Name("Antwort", nummer), {})), vermerk_(new QLabel(this)),
+    : QWidget(eltern),
+      kreuz_(Benannt(new Kaestchen(this), Name("Check1", nummer), {})),
+      text_(Benannt(new RichTextBox(this), Name("Antwort", nummer), {})),
+      vermerk_(new QLabel(this)),
       richtig_(Benannt(new Kaestchen(this), Name("Check2", nummer), {}))
 {
     text_->setReadOnly(true);
@@ -72,7 +74,8 @@ void KreuzZeile::Zeigen(const QString &antwort)
     lage_ = Lage::Gefragt;
     vermerk_->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     HalbfettSetzen(vermerk_);
-    vermerk_->setFixedWidth(vermerk_->fontMetrics().horizontalAdvance(NichtAngekreuzt) + 1); // keeps its place
+    vermerk_->setFixedWidth(vermerk_->fontMetrics().horizontalAdvance(NichtAngekreuzt) +
+                            1); // keeps its place
     vermerk_->clear();
     vermerk_->setPalette({});
     text_->setFont(Kartenschrift(font()));
@@ -136,9 +139,7 @@ void KreuzZeile::Aufloesen(bool richtig)
     richtig_->setChecked(richtig);
     richtig_->show();
     if (lage_ != Lage::Schlicht)
-        vermerk_->setText(!richtig     ? u"falsch angekreuzt"_s
-                          : angekreuzt ? u"richtig"_s
-                                       : NichtAngekreuzt);
+        vermerk_->setText(!richtig ? u"falsch angekreuzt"_s : angekreuzt ? u"richtig"_s : NichtAngekreuzt);
     Faerben();
     Benennen();
 }

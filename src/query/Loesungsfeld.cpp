@@ -23,8 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Abstand = 4;    // between a label and its text
-constexpr int MaxZeilen = 5;  // of a solution, more are scrolled
+constexpr int Abstand = 4;   // between a label and its text
+constexpr int MaxZeilen = 5; // of a solution, more are scrolled
 constexpr int MaxZeilenKompakt = 2;
 constexpr int Lang = 1500; // characters: more fill the room anyway
 
@@ -55,9 +55,11 @@ QTextCharFormat Buchstabenmarke(const QPalette &palette, bool richtig)
 }
 
 Loesungsfeld::Loesungsfeld(QWidget *eltern)
-    : QWidget(eltern), titel_(Beschriftung(this, u"Lösung"_s)),
+    : QWidget(eltern),
+      titel_(Beschriftung(this, u"Lösung"_s)),
       text_(Benannt(new RichTextBox(this), Name("Antwort", 5), u"Lösung"_s)),
-      worte_(new KurzLabel(this)), hinweis_(new KurzLabel(this))
+      worte_(new KurzLabel(this)),
+      hinweis_(new KurzLabel(this))
 {
     text_->setReadOnly(true);
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -142,8 +144,7 @@ const Loesungsfeld::Mass &Loesungsfeld::Messen(int breite) const
         return std::clamp(static_cast<int>(std::ceil(bedarf)), zeile, hoechstens);
     };
     const int ganz = hoehe(ganz_), kern = hinweis_->text().isEmpty() ? ganz : hoehe(kern_);
-    mass_ = {breite, kern / zeile,
-             kompakt_ ? kern + 2 : titel_->sizeHint().height() + Abstand + ganz + 2};
+    mass_ = {breite, kern / zeile, kompakt_ ? kern + 2 : titel_->sizeHint().height() + Abstand + ganz + 2};
     return mass_;
 }
 

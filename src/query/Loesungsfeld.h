@@ -58,7 +58,7 @@ private:
     QLabel *titel_;
     RichTextBox *text_;
     QLabel *worte_;
-    QLabel *hinweis_; // where there is no room for it below the solution
+    QLabel *hinweis_;           // where there is no room for it below the solution
     QTextDocument ganz_, kern_; // the stored solution, with and without its hint
     bool kompakt_ = false;
     mutable Mass mass_; // the last one, as each is asked for many times

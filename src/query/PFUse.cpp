@@ -356,8 +356,7 @@ void PFUse::UrteilZeigen(bool richtig)
     karte_->UrteilZeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? u"face03.ico"_s : u"face01.ico"_s),
                          satz, dienste_.konfig.Animation);
     // Is said with the button that gets the keyboard.
-    Command3_->setAccessibleDescription(
-        u"%1 %2"_s.arg(karte_->Urteil().Text(), karte_->Ansicht().Ansage()));
+    Command3_->setAccessibleDescription(u"%1 %2"_s.arg(karte_->Urteil().Text(), karte_->Ansicht().Ansage()));
     Command3_->setEnabled(true);
     Command3_->show();
     Command3_->setDefault(true);

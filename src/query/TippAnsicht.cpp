@@ -9,8 +9,8 @@
 #include "Meldungen.h"
 #include "RichTextBox.h"
 #include "Tastenkappe.h"
-#include "Texttaste.h"
 #include "TextHelpers.h"
+#include "Texttaste.h"
 #include "Unterschied.h"
 
 #include <QKeyEvent>
@@ -54,9 +54,12 @@ QList<Stelle> Verschoben(QList<Stelle> stellen, qsizetype um)
 } // namespace
 
 TippAnsicht::TippAnsicht(QWidget *eltern, Meldungen &meldungen)
-    : AntwortAnsicht(eltern), titel_(Beschriftung(this, u"Ihre Antwort"_s)), feld_(new Flaeche(this)),
+    : AntwortAnsicht(eltern),
+      titel_(Beschriftung(this, u"Ihre Antwort"_s)),
+      feld_(new Flaeche(this)),
       antwort_(Benannt(new RichTextBox(feld_), Name("Antwort", 0), u"Ihre Antwort"_s)),
-      tasten_(new Tastenkappe({}, this)), loesung_(new Loesungsfeld(this))
+      tasten_(new Tastenkappe({}, this)),
+      loesung_(new Loesungsfeld(this))
 {
     antwort_->setAcceptRichText(false);
     antwort_->bei_Ablehnung = [&meldungen](const QString &grund) { meldungen.Zeigen(grund); };
@@ -105,8 +108,7 @@ void TippAnsicht::Aufloesen(const Abfragekarte &karte, bool vergleichen)
     loesung_->Zeigen(karte);
     // What is shown may be another text than the plain one that counts.
     const QString gezeigt = loesung_->Text()->document()->toRawText();
-    if (!vergleichen ||
-        Referenztext(loesung_->Text()->PlainText()) != Referenztext(karte.Antwort_1_Klartext))
+    if (!vergleichen || Referenztext(loesung_->Text()->PlainText()) != Referenztext(karte.Antwort_1_Klartext))
         return;
     const QString getippt = antwort_->document()->toRawText();
     const Stelle links = Verglichen(getippt, true), rechts = Verglichen(gezeigt, false);

@@ -32,8 +32,8 @@ enum class Art
     Gleich,
     Grossschreibung,
     Anders,
-    Fehlt,   // in what was typed
-    ZuViel,  // in what was typed
+    Fehlt,    // in what was typed
+    ZuViel,   // in what was typed
     Getauscht // two letters beside each other
 };
 
@@ -160,7 +160,9 @@ QString Anzahl(const std::vector<const Zeichen *> &zeichen)
     const Wort wort = WortFuer(zeichen);
     if (zeichen.size() > 1)
         return u"%1 %2"_s.arg(zeichen.size()).arg(wort.mehrzahl);
-    return (wort.einzahl == u"Ziffer" ? u"eine "_s : wort.einzahl == u"Buchstabe" ? u"ein "_s : u"ein "_s) +
+    return (wort.einzahl == u"Ziffer"      ? u"eine "_s
+            : wort.einzahl == u"Buchstabe" ? u"ein "_s
+                                           : u"ein "_s) +
            wort.einzahl;
 }
 

@@ -7,8 +7,8 @@
 #include "KurzLabel.h"
 #include "Texttaste.h"
 
-#include <QHBoxLayout>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>

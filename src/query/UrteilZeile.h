@@ -11,8 +11,8 @@ class QRadioButton;
 
 namespace paukfix {
 
-// The row below the answers, in the tint of the verdict: a face, the verdict in words and where the card goes,
-// and two options by which the learner passes or changes it.
+// The row below the answers, in the tint of the verdict: a face, the verdict in words and where the card
+// goes, and two options by which the learner passes or changes it.
 class UrteilZeile final : public QWidget
 {
     Q_OBJECT

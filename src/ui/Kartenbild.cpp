@@ -95,16 +95,17 @@ QRect Kartenbild::Bildplatz() const
     return platz;
 }
 
-// A picture without a place stands at the right edge, however wide it is: what is shown after it needs no other
-// room.
+// A picture without a place stands at the right edge, however wide it is: what is shown after it needs no
+// other room.
 QRect Kartenbild::Eingepasst() const
 {
     QRect platz = Bildplatz();
     if (!grenzen_.nebenText || !platz_.isEmpty() || box_->Bild().isNull())
         return platz;
     const QSize groesse = box_->Bild().size().scaled(platz.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
-    return {QPoint(platz.right() + 1 - groesse.width(), platz.top() + (platz.height() - groesse.height()) / 2),
-            groesse};
+    return {
+        QPoint(platz.right() + 1 - groesse.width(), platz.top() + (platz.height() - groesse.height()) / 2),
+        groesse};
 }
 
 QRect Kartenbild::Innerhalb(QRect platz) const

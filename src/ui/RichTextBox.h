@@ -11,7 +11,6 @@
 #include <functional>
 #include <memory>
 
-
 namespace paukfix {
 
 class Lupe;
@@ -52,7 +51,8 @@ public:
     void SetFaktor(double faktor);
     // Of a line in the font that the box was given, as large as it is shown.
     int Zeilenhoehe() const;
-    // How wide this box would show `text` by itself, and how high in `breite` pixels, `faktor` times as large.
+    // How wide this box would show `text` by itself, and how high in `breite` pixels, `faktor` times as
+    // large.
     QSizeF Bedarf(const QTextDocument &text, int breite, double faktor) const;
 
     // Makes the box as high as its text, up to `zeilen` lines; in a higher one the text stands in the middle.
@@ -85,10 +85,10 @@ private:
     void Einmitten();
     Ablehnung Einfuegen(const QMimeData &quelle);
 
-    std::unique_ptr<Lupe> lupe_;           // what the text is measured for
-    Farbausgleich *farben_ = nullptr;      // keeps the text's colours readable, and draws its marks
-    int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
-    bool abgelehnt_ = false;               // what was last put in did not fit
+    std::unique_ptr<Lupe> lupe_;      // what the text is measured for
+    Farbausgleich *farben_ = nullptr; // keeps the text's colours readable, and draws its marks
+    int hoechstens_ = 0;              // lines; 0 leaves the height to the layout
+    bool abgelehnt_ = false;          // what was last put in did not fit
 };
 
 } // namespace paukfix

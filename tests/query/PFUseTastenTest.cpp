@@ -55,8 +55,7 @@ private slots:
             b_->Antworten("x");
             QCOMPARE(b_->FokusName(), "Ergebnis_R");
             QVERIFY(b_->fenster->testAttribute(Qt::WA_KeyboardFocusChange));
-            QVERIFY2(Hinweise().startsWith("Pfeiltasten wählen · Eingabe bestätigt"),
-                     qPrintable(Hinweise()));
+            QVERIFY2(Hinweise().startsWith("Pfeiltasten wählen · Eingabe bestätigt"), qPrintable(Hinweise()));
         });
     }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "TestProgram.h"
 #include "Unterschied.h"
+
+#include "TestProgram.h"
 
 #include <QTest>
 
