@@ -65,7 +65,9 @@ private slots:
 
     void TheHeadSaysWhereTheCardIs()
     {
-        b_->Oeffnen({TippKarte("x"), MakeCard(90, 0, 90), MakeCard(91, 0, 91), MakeCard(92, 5, 1)});
+        CardRecord ohneThema = TippKarte("x");
+        ohneThema.Picture_9_Name.clear();
+        b_->Oeffnen({ohneThema, MakeCard(90, 0, 90), MakeCard(91, 0, 91), MakeCard(92, 5, 1)});
         b_->Fragen([&] {
             QCOMPARE(b_->Text("MaskFachNr"), "0");
             QVERIFY(b_->Finde("FachName")->isVisible());
