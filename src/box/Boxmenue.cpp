@@ -107,7 +107,8 @@ void Boxmenue::FensterBauen()
     mZuruecknehmen_ =
         Eintrag(aendern, u"MZurücknehmen"_s, QString(), [this] { teile_.ruecknahme.Zuruecknehmen(); });
     mZuruecknehmen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-    mWiederholen_ = Eintrag(aendern, u"MWiederholen"_s, QString(), [this] { teile_.ruecknahme.Wiederholen(); });
+    mWiederholen_ =
+        Eintrag(aendern, u"MWiederholen"_s, QString(), [this] { teile_.ruecknahme.Wiederholen(); });
     mWiederholen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
     VerlaufZeigen();
 

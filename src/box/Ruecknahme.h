@@ -27,8 +27,8 @@ public:
     void Wiederholen();
 
 signals:
-    // The box may hold other cards. `getan` says what was done ("Antwort auf Frage 12 zurückgenommen"), and is
-    // empty where it failed, of which the learner is told next.
+    // The box may hold other cards. `getan` says what was done ("Antwort auf Frage 12 zurückgenommen"), and
+    // is empty where it failed, of which the learner is told next.
     void BoxGeaendert(const QString &getan);
     // It failed, and the learner is about to be told.
     void Gescheitert();

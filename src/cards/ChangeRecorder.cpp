@@ -2,7 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ChangeRecorder.h"
 
+#include "CardRecord.h"
+#include "CardValue.h"
+
 #include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
 #include <cstring>
@@ -70,12 +74,34 @@ CardChanges::Value Copy(sqlite3_value *value)
 ChangeRecorder::ChangeRecorder(SQLite::Database &database, CardChanges &into, std::function<void()> first)
     : database_(database), into_(into), first_(std::move(first))
 {
+    SQLite::Statement columns(database, "SELECT cid,name FROM pragma_table_info('Lernkarten') ORDER BY cid");
+    while (columns.executeStep()) {
+        all_.push_back(columns.getColumn(0).getInt());
+        const int known = CardColumnIndex(QString::fromUtf8(columns.getColumn(1).getText()));
+        if (known == ColFachNr || known == ColFachLfdNr)
+            places_.push_back(all_.back());
+    }
     sqlite3_preupdate_hook(database_.getHandle(), &ChangeRecorder::Changing, this);
 }
 
 ChangeRecorder::~ChangeRecorder()
 {
     sqlite3_preupdate_hook(database_.getHandle(), nullptr, nullptr);
+}
+
+ChangeRecorder::OnlyPlaces::OnlyPlaces(SQLite::Database &database)
+    : recorder_(static_cast<ChangeRecorder *>(sqlite3_preupdate_hook(database.getHandle(), nullptr, nullptr)))
+{
+    if (!recorder_)
+        return;
+    sqlite3_preupdate_hook(database.getHandle(), &ChangeRecorder::Changing, recorder_);
+    recorder_->onlyPlaces_ = true;
+}
+
+ChangeRecorder::OnlyPlaces::~OnlyPlaces()
+{
+    if (recorder_)
+        recorder_->onlyPlaces_ = false;
 }
 
 // The engine is in the midst of a statement: nothing may be thrown through it.
@@ -107,8 +133,7 @@ void ChangeRecorder::Note(sqlite3 *database, int kind, long long row)
     }
     const bool deleted = kind == SQLITE_DELETE;
     changed.kind = deleted ? CardChanges::Kind::Deleted : CardChanges::Kind::Changed;
-    const int columns = sqlite3_preupdate_count(database);
-    for (int column = 0; column < columns; ++column) {
+    for (const int column : onlyPlaces_ && !deleted ? places_ : all_) {
         sqlite3_value *before = nullptr;
         sqlite3_value *after = nullptr;
         if (sqlite3_preupdate_old(database, column, &before) != SQLITE_OK ||

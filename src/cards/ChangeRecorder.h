@@ -5,6 +5,7 @@
 #include "CardChanges.h"
 
 #include <functional>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_value;
@@ -27,6 +28,20 @@ public:
     ChangeRecorder &operator=(const ChangeRecorder &) = delete;
     ~ChangeRecorder();
 
+    // As long as one lives, the updates of the database write compartment and running number of cards and
+    // nothing else, so that nothing else need be compared: for work on many cards.
+    class OnlyPlaces
+    {
+    public:
+        explicit OnlyPlaces(SQLite::Database &database);
+        OnlyPlaces(const OnlyPlaces &) = delete;
+        OnlyPlaces &operator=(const OnlyPlaces &) = delete;
+        ~OnlyPlaces();
+
+    private:
+        ChangeRecorder *recorder_; // of the database, where there is one
+    };
+
 private:
     static void Changing(void *recorder, sqlite3 *database, int kind, const char *schema, const char *table,
                          long long rowBefore, long long rowAfter);
@@ -36,6 +51,8 @@ private:
     SQLite::Database &database_;
     CardChanges &into_;
     std::function<void()> first_;
+    std::vector<int> all_, places_; // columns of the table
+    bool onlyPlaces_ = false;
 };
 
 } // namespace paukfix
