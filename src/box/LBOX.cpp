@@ -39,7 +39,8 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.clock, belegung_),
       aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
-      menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
+      ruecknahme_(kartei_, dienste.meldungen),
+      menue_({*this, dienste, belegung_, aktionen_, automatik_, ruecknahme_, fenster_})
 {
     setObjectName(u"LBOX"_s);
     setWindowTitle(u"Lern-Box"_s);
@@ -139,6 +140,9 @@ void LBOX::Verbinden()
         },
         Qt::DirectConnection);
 
+    connect(&ruecknahme_, &Ruecknahme::BoxGeaendert, this, &LBOX::BoxZeichnen);
+    connect(&ruecknahme_, &Ruecknahme::Gescheitert, this, &LBOX::Gescheitert);
+
     connect(&automatik_, &Automatik::Umgeschaltet, lAutomatik_, &QLabel::setVisible);
     connect(&automatik_, &Automatik::Faellig, this,
             [this] { lernlauf_.Image0_Click(zustand_.VollstesFach); });
@@ -188,6 +192,7 @@ void LBOX::BoxZeichnen()
 {
     kasten_->Zeigen(Rechnen());
     HinweiseZeigen();
+    menue_.VerlaufZeigen();
     ruhe_.start();
 }
 

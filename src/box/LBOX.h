@@ -13,6 +13,7 @@
 #include "Kartenflug.h"
 #include "LBoxFenster.h"
 #include "Lernlauf.h"
+#include "Ruecknahme.h"
 #include "Wuerfelspiel.h"
 
 #include <QMainWindow>
@@ -102,6 +103,7 @@ private:
     Wuerfelspiel wuerfelspiel_;
     Automatik automatik_;
     KarteiAktionen aktionen_;
+    Ruecknahme ruecknahme_;
     Boxmenue menue_;
     QToolButton *lKartei_ = nullptr;
     QLabel *lTasten_ = nullptr;
