@@ -58,12 +58,12 @@ private slots:
         const auto *label = b.Finde<QLabel>("LTongeraet");
         const auto *tasten = b.Finde<QLabel>("LTasten");
         QVERIFY(!label->isVisible());
-        b.fenster->SetTongeraet(false);
+        b.fenster->Status().SetTongeraet(false);
         QVERIFY(label->isVisible());
         QCOMPARE(label->text(), "kein Tongerät");
         QTRY_VERIFY(tasten->width() >= tasten->sizeHint().width() &&
                     label->width() >= label->sizeHint().width());
-        b.fenster->SetTongeraet(true);
+        b.fenster->Status().SetTongeraet(true);
         QVERIFY(!label->isVisible());
     }
 
@@ -127,9 +127,9 @@ private slots:
     void TheDieStandsBesideItsKeyInEverySize()
     {
         const FachTabelle tabelle = FachStartwerte();
-        const QSize kleinste = KastenMasse::Mindestgroesse();
+        const QSize kleinste = KastenMasse::Mindestgroesse(QApplication::font());
         for (const QSize groesse : {kleinste, QSize(1190, 560), QSize(1190, 900), QSize(2500, 1300)}) {
-            const KastenMasse masse(groesse, tabelle);
+            const KastenMasse masse(groesse, tabelle, QApplication::font());
             QVERIFY(masse.wuerfel.bottom() < masse.wuerfelTaste.top());
             QVERIFY(QRect(QPoint(), groesse).contains(masse.wuerfelTaste));
         }
