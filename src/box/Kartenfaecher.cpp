@@ -19,6 +19,8 @@ constexpr double Neigung = 62; // from one card to the next
 constexpr double Teilung = 24; // from one upright edge to the next, at least 3 pixels
 constexpr double Schmal = 320; // a compartment in which a fan would leave the front face no room
 
+constexpr double Spiel = 0.035; // by which cards differ in height
+
 constexpr int AlleEinzeln = 13; // so many cards are all drawn
 constexpr int Gelehnt = 6;      // so many lean in front of the upright ones, at least
 
@@ -75,7 +77,7 @@ Kartenfaecher::Kartenfaecher(int anzahl, const Platz &platz) : platz_(platz)
         karten_.push_back({.fuss = platz.innen.left() + abstand * i,
                            .dicke = i + 1 == gezeigt ? vorn : dicke,
                            .neigung = schritt * std::max(0, i + 1 - stehend),
-                           .hoehe = platz.innen.height() * (1 - 0.04 * streuung),
+                           .hoehe = platz.innen.height() * (1 - Spiel * streuung),
                            .steht = i < stehend});
     }
 }

@@ -149,7 +149,7 @@ bool KastenMasse::Passt(Stufe versuch, double zahl, QSize fenster, const QFont &
         return QFontMetrics(font).horizontalAdvance(text);
     };
     // Two digits in the narrowest compartment, and its capacity; the button beside the drawer.
-    const double platz = Pixel(310) - 4;
+    const double platz = Pixel(310) - 2;
     return breite(zahlSchrift, u"88"_s) <= platz &&
            (!mitKapazitaet || breite(kleineSchrift, u"/ 50"_s) <= platz) &&
            (!gross ||

@@ -31,11 +31,11 @@ void Schild::paintEvent(QPaintEvent *)
 {
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
-    const QFont schrift = KastenMaler::Passend(font(), text(), width() - 6);
+    const QFont schrift = KastenMaler::Passend(font(), text(), width() - 8);
     const QFontMetrics metrik(schrift);
     // As wide as its text asks for, but never wider than its compartment.
     const double breite =
-        std::min<double>(width() - 2, metrik.horizontalAdvance(text()) + 0.8 * metrik.height());
+        std::min<double>(width() - 6, metrik.horizontalAdvance(text()) + 0.8 * metrik.height());
     const double hoehe = std::min<double>(height() - 2, 1.35 * metrik.height());
     const QRectF platz((width() - breite) / 2, (height() - hoehe) / 2, breite, hoehe);
     maler.setPen(Qt::NoPen);

@@ -137,7 +137,6 @@ Kastenkopf::Kastenkopf(QWidget &kasten)
     weiter_->setObjectName(u"Weiter"_s);
     weiter_->setProperty("leitend", true);
     weiter_->setAutoDefault(false);
-    weiter_->setIcon(Symbol(Symbole::Karte));
     connect(weiter_, &QPushButton::clicked, this, &Kastenkopf::WeiterGewaehlt);
     taste_->setObjectName(u"LWeiter"_s);
     karten_->setObjectName(u"LKarten"_s);
@@ -159,7 +158,8 @@ void Kastenkopf::KnopfAnordnen(const KastenMasse &masse)
     weiter_->setFont(masse.knopfSchrift);
     const int zeile = weiter_->fontMetrics().height();
     const bool mitBild = masse.stufe < Stufe::OhneAntworten;
-    weiter_->setIconSize(mitBild ? QSize(zeile, zeile) : QSize(0, 0));
+    weiter_->setIcon(mitBild ? Symbol(Symbole::Karte) : QIcon());
+    weiter_->setIconSize({zeile * 3 / 2, zeile});
     const int breite = weiter_->fontMetrics().horizontalAdvance(weiter_->text()) + (mitBild ? 4 : 2) * zeile;
     const int oben = masse.stufe < Stufe::OhneAntworten ? grad * 5 / 4 : grad / 2;
     weiter_->setGeometry(masse.einladung.left(), oben,

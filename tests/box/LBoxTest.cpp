@@ -205,7 +205,7 @@ private slots:
         b.OeffnenMit({3});
         for (int i = 0; i < 3; ++i) {
             b.Lernen(Qt::Key_N, true);
-            QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(b.fenster.get()));
+            QTRY_COMPARE(QApplication::focusWidget(), b.Finde<>("Weiter"));
         }
         QCOMPARE(b.gefragt, (QStringList{"1", "2", "3"}));
         QCOMPARE(b.Anzahl(2), 3);
