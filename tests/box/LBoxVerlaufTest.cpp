@@ -31,6 +31,8 @@ private slots:
         QCOMPARE(b.Anzahl(1), 2);
         QCOMPARE(b.Anzahl(2), 1);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
+        QCOMPARE(b.Text("LGeschehen"), "Antwort auf Frage 1 zurückgenommen");
+        QCOMPARE(b.Text("LBilanz"), "");
         QCOMPARE(Text(b, "MZurücknehmen"), "nichts zurückzunehmen");
         QVERIFY(!b.Menue("MZurücknehmen")->isEnabled());
         QCOMPARE(Text(b, "MWiederholen"), "Antwort auf Frage 1 wiederholen");
@@ -41,6 +43,8 @@ private slots:
         QCOMPARE(b.Anzahl(1), 1);
         QCOMPARE(b.Anzahl(2), 2);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
+        QCOMPARE(b.Text("LGeschehen"), "Antwort auf Frage 1 wiederholt");
+        QCOMPARE(b.Text("LBilanz"), "1 richtig, 0 falsch, 1 aufgestiegen");
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(b.meldungen.Texte(), QStringList());
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {1, 2}, {3}, {}, {}, {}, {}}));
@@ -55,6 +59,17 @@ private slots:
         b.Lernen(Qt::Key_Return, true);
         QCOMPARE(b.gefragt, (QStringList{"1", "1"}));
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {2, 3}, {1}, {}, {}, {}, {}}));
+    }
+
+    void TheSessionForgetsWhatWasTakenBack()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 3});
+        b.Lernen(Qt::Key_1, true);
+        b.Lernen(Qt::Key_1, true);
+        QCOMPARE(b.Text("LBilanz"), "2 richtig, 0 falsch, 2 aufgestiegen");
+        b.Taste(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(b.Text("LBilanz"), "1 richtig, 0 falsch, 1 aufgestiegen");
     }
 
     void StepsGoBackOneByOneThroughTheMenu()
