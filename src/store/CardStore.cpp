@@ -58,6 +58,7 @@ CardStore::~CardStore() = default;
 void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
 {
     CloseCardFile();
+    datei->beforeChange = [this] { VorAenderung(); };
     offen_ = std::make_unique<Offen>(std::move(datei));
 }
 
