@@ -119,7 +119,7 @@ private slots:
         QCOMPARE(geoeffnet, (QStringList{"Export", "AlleNeu"}));
         QCOMPARE(b.meldungen.Texte(), QStringList());
         QVERIFY(b.Balken(3)->isVisible());
-        QCOMPARE(b.zustand.VollstesFach, 3);
+        QCOMPARE(b.fenster->VollstesFach(), 3);
     }
 
     void TheGuardClearsFehlerStatusOnAReadableFile()
