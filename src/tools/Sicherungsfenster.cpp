@@ -99,8 +99,7 @@ QWidget *Sicherungsfenster::KnoepfeBauen()
     auto *knoepfe = new QHBoxLayout(zeile);
     knoepfe->setContentsMargins({});
     const auto knopf = [&](const QString &name, const QString &text, auto tun) {
-        auto *neu = new QPushButton(text, zeile);
-        neu->setObjectName(name);
+        auto *neu = Benannt(new QPushButton(text, zeile), name, QString(text).remove(u'&'));
         neu->setAutoDefault(false);
         connect(neu, &QPushButton::clicked, this, tun);
         return neu;
