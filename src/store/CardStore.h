@@ -5,6 +5,7 @@
 #include "CardRecordset.h"
 #include "Faecher.h"
 #include "Sitzung.h"
+#include "Verlauf.h"
 
 #include <QString>
 
@@ -44,6 +45,7 @@ public:
     Sitzung sitzung;
     // Called before the first write of each change of the open file.
     std::function<void()> VorAenderung = [] {};
+    Verlauf verlauf{*this};
     qint16 HighestCardNumber = 0;
     qint16 FehlerStatus = 1; // above 0 while no usable card file is open
 
