@@ -11,6 +11,7 @@
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
 #include "ProgramDirectory.h"
+#include "Sicherungsfenster.h"
 #include "Statistik.h"
 #include "Themaausfiltern.h"
 #include "Ueber.h"
@@ -49,6 +50,12 @@ void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
     if (!gefunden.message.isEmpty())
         meldungen_.Zeigen(gefunden.message);
     kartei_.KarteiPfad = konfig_.ProgrammPfad;
+    sicherungen_ = std::make_unique<Sicherungen>(konfig_.ProgrammPfad + u"/Sicherungen"_s, clock_);
+    // Told when nothing is under way: a change of the box may be waiting for its backup.
+    QObject::connect(
+        sicherungen_.get(), &Sicherungen::Gescheitert, sicherungen_.get(),
+        [this](const QString &text) { meldungen_.Zeigen(text); }, Qt::QueuedConnection);
+    oeffner_.SichernMit(*sicherungen_);
 }
 
 bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
@@ -74,6 +81,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
     fenster.Manzeigen = [this] { UebersichtZeigen(); };
+    fenster.MSicherungen = [this] { SicherungenZeigen(); };
     fenster.MAscii_Export = Werkzeug<AExport>();
     fenster.MAscii_Import = Werkzeug<AImport>();
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
@@ -139,6 +147,15 @@ void Programm::UebersichtZeigen()
     Uebersicht(kartei_, dienste_, {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
     if (lbox_->isVisible())
         lbox_->activateWindow();
+}
+
+void Programm::SicherungenZeigen()
+{
+    Sicherungsfenster fenster(oeffner_, *sicherungen_, dienste_, lbox_.get());
+    QObject::connect(&fenster, &Sicherungsfenster::NeueKartei, lbox_.get(),
+                     [this](const QString &pfad) { lbox_->Aktionen().DateiOeffnen(pfad); });
+    fenster.exec();
+    lbox_->activateWindow();
 }
 
 void Programm::UeberZeigen()

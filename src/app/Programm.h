@@ -52,6 +52,7 @@ private:
     template <typename Fenster>
     std::function<void()> Werkzeug();
     void UebersichtZeigen();
+    void SicherungenZeigen();
     void UeberZeigen();
     QString KarteiWaehlen();
 
@@ -66,6 +67,7 @@ private:
     Dienste dienste_{meldungen_, dialoge_, clock_, zufall_, ton_, konfig_};
     CardStore kartei_;
     KarteiOeffner oeffner_{kartei_, meldungen_, clock_};
+    std::unique_ptr<Sicherungen> sicherungen_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
     std::unique_ptr<Fensterwechsel> wechsel_;

@@ -83,6 +83,7 @@ void Boxmenue::DateiBauen()
         mDat_[i] = Eintrag(datei, u"MDat(%1)"_s.arg(i + 1), QString(),
                            [this, i] { teile_.aktionen.ZuletztOeffnen(i); });
     Strich(datei, u"MS2"_s);
+    FensterEintrag(datei, u"MSicherungen"_s, u"Si&cherungen"_s, &LBoxFenster::MSicherungen);
     Eintrag(datei, u"MEnde"_s, u"&Ende"_s, [this] {
         teile_.fenster.close();
     })->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

@@ -84,6 +84,13 @@ void KarteiAktionen::Oeffnen()
     emit Fertig();
 }
 
+void KarteiAktionen::DateiOeffnen(const QString &pfad)
+{
+    if (KarteiOeffnen(pfad))
+        InListe(pfad);
+    emit Fertig();
+}
+
 void KarteiAktionen::ZuletztOeffnen(std::size_t i)
 {
     KarteiOeffnen(teile_.dienste.konfig.MDat.at(i));

@@ -36,6 +36,8 @@ public:
     void Oeffnen();
     // A file opened from the list of recent files keeps its place in it. `i` counts from 0.
     void ZuletztOeffnen(std::size_t i);
+    // Opens the card file at `pfad`, which joins the recent ones.
+    void DateiOeffnen(const QString &pfad);
     // Opens another file of KarteiPfad, named without directory; nothing where `name` is empty.
     void Wechseln(const QString &name);
     // Probes the open card file and sets FehlerStatus; says "Bitte erst eine Datei öffnen" where there is

@@ -13,6 +13,7 @@ struct LBoxFenster
 {
     std::function<void()> MKarten; // the card editor, on the current card, not modal
     std::function<void()> Manzeigen;
+    std::function<void()> MSicherungen;
     std::function<void()> MAscii_Export, MAscii_Import;
     std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln;
     std::function<void()> MAlleNeu, MErledigtNeu;

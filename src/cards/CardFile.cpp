@@ -242,6 +242,7 @@ void CardFile::CheckUnchanged() const
         throw StoreError(Fehler::Gesperrt,
                          DateiSatz(path_) +
                              u"wurde von einem anderen Programm geändert, während sie offen war."_s);
+    beforeChange();
 }
 
 void CardFile::NoteState()

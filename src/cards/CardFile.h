@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <sys/types.h>
 
@@ -43,13 +44,17 @@ public:
 
     const QString &Path() const { return path_; }
 
+    // Called before the first write of each change, once it is known that there will be one: the file is
+    // still as it was.
+    std::function<void()> beforeChange = [] {};
+
     // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
     // then would go into an unlinked file. Takes a lock that a network drive has lost anew; throws 3045 where
     // another program has the file by now.
     void CheckStillInPlace() const;
 
     // The same before the first write; throws 3045 also where another program has changed the file since the
-    // state was noted: the engine, relying on its lock, would not look.
+    // state was noted: the engine, relying on its lock, would not look. Calls beforeChange then.
     void CheckUnchanged() const;
 
     // After each commit that was reported as done; after one that failed nothing is known.

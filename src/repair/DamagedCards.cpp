@@ -53,4 +53,20 @@ std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Progress
     return std::make_unique<DamagedCards>(path, progress);
 }
 
+RepairOutlook LookAtDamaged(const QString &path, const Progress &progress)
+{
+    const FileHandle file = OpenLocked(path);
+    EngineReader engine(path, EngineReader::Access::ReadOnly);
+    const DamagedState state(file.Get(), SizeOf(file, path), engine, progress);
+    const auto &cards = state.salvage.Cards();
+    RepairOutlook outlook;
+    outlook.known = static_cast<int>(cards.size() + state.salvage.MissingNumbers().size());
+    int done = 0;
+    for (const CardPlan &plan : cards) {
+        Melden(progress, ++done, static_cast<int>(cards.size()));
+        outlook.saved += state.salvage.Read(plan) ? 1 : 0;
+    }
+    return outlook;
+}
+
 } // namespace paukfix

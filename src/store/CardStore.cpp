@@ -61,6 +61,7 @@ CardStore::~CardStore()
 void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
 {
     CloseCardFile();
+    datei->beforeChange = [this] { VorAenderung(); };
     offen_ = std::make_unique<Offen>(std::move(datei));
     verlauf.Folgen(*offen_->datei);
 }

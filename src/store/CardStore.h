@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace paukfix {
@@ -42,6 +43,8 @@ public:
     QString ChosenFileName;  // what was picked in the last file chooser; empty when it was cancelled
     Faecher FachInfo;
     Sitzung sitzung;
+    // Called before the first write of each change of the open file.
+    std::function<void()> VorAenderung = [] {};
     Verlauf verlauf{*this};
     qint16 HighestCardNumber = 0;
     qint16 FehlerStatus = 1; // above 0 while no usable card file is open

@@ -170,6 +170,7 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
     if (laeuft_)
         return;
     laeuft_ = true;
+    oeffner_.VorEingriff();
     {
         LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_);
         arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder()});

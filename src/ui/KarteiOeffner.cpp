@@ -2,10 +2,19 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteiOeffner.h"
 
+#include "DamagedCards.h"
 #include "JetConversion.h"
 #include "Repair.h"
+#include "SafeFile.h"
+#include "Sicherungsstand.h"
+#include "TextHelpers.h"
+#include "Zeittext.h"
+#include "Zurueckholen.h"
 
 #include <QFileInfo>
+#include <QLocale>
+
+#include <numeric>
 
 namespace paukfix {
 
@@ -14,6 +23,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Ausgang = Oeffnung::Ausgang;
+
+const QString Beschaedigt = u".beschädigt"_s; // behind the name of a damaged file that is kept
 
 // The hourglass as long as it lives; the default pointer comes back whatever happens.
 class SanduhrAn
@@ -42,6 +53,17 @@ std::optional<StoreError> FehlerVon(Tun &&tun)
     } catch (const std::exception &fehler) {
         return StoreError(Fehler::ZuWenigSpeicher, ErrorText(fehler));
     }
+}
+
+int Kartenzahl(const CardStore &kartei)
+{
+    return std::accumulate(kartei.FachInfo.begin(), kartei.FachInfo.end(), 0,
+                           [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
+}
+
+QString Zahl(int zahl)
+{
+    return QLocale(QLocale::German).toString(zahl);
 }
 
 } // namespace
@@ -80,6 +102,26 @@ void KarteiOeffner::OpenCardFile(QString &fileName)
     }
     meldungen_.SetTitel(u"Merkkasten (%1)"_s.arg(fileName));
     BoxZeichnen();
+    // While the learner looks at the box: the first answer need not wait for the copy.
+    Tagessicherung();
+}
+
+void KarteiOeffner::SichernMit(Sicherungen &sicherungen)
+{
+    sicherungen_ = &sicherungen;
+    kartei_.VorAenderung = [this] { Tagessicherung(); };
+}
+
+void KarteiOeffner::Tagessicherung()
+{
+    if (sicherungen_ && kartei_.IsOpen())
+        sicherungen_->VorAenderung(kartei_.OffenerPfad(), Kartenzahl(kartei_));
+}
+
+void KarteiOeffner::VorEingriff()
+{
+    if (sicherungen_ && kartei_.IsOpen())
+        sicherungen_->VorEingriff(kartei_.OffenerPfad(), Kartenzahl(kartei_));
 }
 
 void KarteiOeffner::ResetBoxTable()
@@ -111,6 +153,8 @@ Oeffnung KarteiOeffner::Umwandeln(const QString &fileName, Oeffnung oeffnung)
                               QFileInfo(path).fileName(),
                               QFileInfo(ConversionNames(path).oldFile).fileName())) != Meldungen::Antwort::Ja)
         return oeffnung;
+    if (sicherungen_)
+        sicherungen_->Aufheben(path, u".altes-Format"_s);
     QString report;
     if (const auto fehler = FehlerVon([&] { report = ConvertJetFile(path); }))
         return {Ausgang::Gescheitert, fehler};
@@ -120,17 +164,28 @@ Oeffnung KarteiOeffner::Umwandeln(const QString &fileName, Oeffnung oeffnung)
     return Versuchen(fileName);
 }
 
-// Opens the file where the learner has it repaired; else gives `oeffnung` back.
+// Opens the file where the learner has it repaired, or has a backup take its place; else gives `oeffnung`
+// back.
 Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
 {
-    if (meldungen_.Fragen(u"Diese Datei ist beschädigt Reparaturversuch ?"_s) != Meldungen::Antwort::Ja)
+    const QString path = kartei_.CardPath(fileName);
+    const auto sicherung = sicherungen_ ? sicherungen_->NeuesteGute(path) : std::nullopt;
+    switch (RettungWaehlen(path, sicherung)) {
+    case Rettung::Keine:
         return oeffnung;
+    case Rettung::Sicherung:
+        return Zurueckholen(fileName, *sicherung);
+    case Rettung::Reparatur:
+        break;
+    }
+    if (sicherungen_)
+        sicherungen_->Aufheben(path, Beschaedigt);
     RepairResult result;
     const auto fehler = FehlerVon([&] {
-        result = RepairDatabase(kartei_.CardPath(fileName),
-                                WartenZeigen(u"Die Kartei wird repariert."_s,
-                                             u"Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
-                                             u"geändert."_s));
+        result =
+            RepairDatabase(path, WartenZeigen(u"Die Kartei wird repariert."_s,
+                                              u"Die Reparatur wurde abgebrochen; an der Datei wurde nichts "
+                                              u"geändert."_s));
     });
     if (fehler) {
         if (fehler->Number() != Fehler::Abgebrochen)
@@ -139,8 +194,61 @@ Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
     }
     if (!result.summary.isEmpty())
         meldungen_.Zeigen(result.summary);
-    meldungen_.Zeigen(u"Datei wurde repariert"_s);
+    if (meldungen_.Waehlen(u"Datei wurde repariert"_s, {u"&OK"_s, u"&Bericht lesen"_s}, 0) == 1)
+        BerichtZeigen(result.report);
     return Versuchen(fileName);
+}
+
+KarteiOeffner::Rettung KarteiOeffner::RettungWaehlen(const QString &path,
+                                                     const std::optional<Sicherung> &sicherung)
+{
+    const QString frage = u"Diese Datei ist beschädigt Reparaturversuch ?"_s;
+    if (!sicherung)
+        return meldungen_.Fragen(frage) == Meldungen::Antwort::Ja ? Rettung::Reparatur : Rettung::Keine;
+    QString reparatur = u"nichts zu retten"_s;
+    FehlerVon([&] {
+        const RepairOutlook aussicht = LookAtDamaged(
+            path, WartenZeigen(u"Die Kartei wird geprüft."_s, u"Die Prüfung wurde abgebrochen."_s));
+        if (aussicht.saved > 0)
+            reparatur = u"%1 von %2 Karten"_s.arg(Zahl(aussicht.saved), Zahl(aussicht.known));
+    });
+    QString gesichert = u"beschädigt"_s;
+    FehlerVon([&] { gesichert = Zahl(KarteiZaehlen(sicherung->datei).karten) + u" Karten"_s; });
+    const QString wahl = u"%1\n\nReparatur: %2\nSicherung von %3: %4"_s.arg(
+        frage, reparatur, ZeitText(sicherung->zeit, clock_.Now().date()), gesichert);
+    constexpr qsizetype Abbruch = 1;
+    switch (
+        meldungen_.Waehlen(wahl, {u"&Ja, reparieren"_s, u"&Nein"_s, u"&Sicherung zurückholen"_s}, Abbruch)) {
+    case 0:
+        return Rettung::Reparatur;
+    case 2:
+        return Rettung::Sicherung;
+    default:
+        return Rettung::Keine;
+    }
+}
+
+// The damaged file is kept among the backups.
+Oeffnung KarteiOeffner::Zurueckholen(const QString &fileName, const Sicherung &sicherung)
+{
+    const QString path = kartei_.CardPath(fileName);
+    if (!sicherungen_->Aufheben(path, Beschaedigt))
+        return {Ausgang::Gescheitert,
+                StoreError(Fehler::DatentraegerVoll,
+                           u"Die beschädigte Datei konnte nicht aufgehoben werden; an ihr wurde nichts "
+                           u"geändert."_s)};
+    if (const auto fehler = FehlerVon([&] { paukfix::Zurueckholen(kartei_, sicherung.datei, path); }))
+        return {Ausgang::Gescheitert, fehler};
+    return Versuchen(fileName);
+}
+
+void KarteiOeffner::BerichtZeigen(const QString &datei)
+{
+    constexpr qint64 Laengster = 8 << 20; // bytes
+    if (const auto fehler = FehlerVon([&] {
+            meldungen_.Bericht(QFileInfo(datei).fileName(), TextFromUtf8(ReadFile(datei, Laengster)));
+        }))
+        meldungen_.Zeigen(fehler->Text());
 }
 
 } // namespace paukfix

@@ -4,6 +4,7 @@
 
 #include "Meldungen.h"
 #include "Oeffnung.h"
+#include "Sicherungen.h"
 #include "Verzoegerung.h"
 
 #include <functional>
@@ -29,6 +30,11 @@ public:
     // Empties the box, shows it so, and measures the clock.
     void ResetBoxTable();
 
+    // Backups are made before a box changes, and offered beside the repair; none before this is called.
+    void SichernMit(Sicherungen &sicherungen);
+    // A tool is about to change the open box.
+    void VorEingriff();
+
     // The box that is opened.
     CardStore &Kartei() { return kartei_; }
 
@@ -44,10 +50,22 @@ private:
     Oeffnung Versuchen(const QString &fileName);
     Oeffnung Umwandeln(const QString &fileName, Oeffnung oeffnung);
     Oeffnung Reparieren(const QString &fileName, Oeffnung oeffnung);
+    // What becomes of a damaged file.
+    enum class Rettung
+    {
+        Reparatur,
+        Keine,
+        Sicherung
+    };
+    Rettung RettungWaehlen(const QString &path, const std::optional<Sicherung> &sicherung);
+    Oeffnung Zurueckholen(const QString &fileName, const Sicherung &sicherung);
+    void BerichtZeigen(const QString &datei);
+    void Tagessicherung();
 
     CardStore &kartei_;
     Meldungen &meldungen_;
     const Clock &clock_;
+    Sicherungen *sicherungen_ = nullptr;
 };
 
 } // namespace paukfix

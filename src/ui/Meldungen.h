@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace paukfix {
 
@@ -33,6 +34,11 @@ public:
     virtual void Zeigen(const QString &text, Symbol symbol = Symbol::Keins) = 0;
     // Asks `text` with Yes and No and the question icon; closing the box without a choice is No.
     virtual Antwort Fragen(const QString &text, Antwort vorgabe = Antwort::Ja) = 0;
+    // Asks `text` with a button for each of `knoepfe`, the first of which answers Enter. Returns which was
+    // chosen; closing the box is `abbruch`.
+    virtual qsizetype Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch) = 0;
+    // A longer text to be read, under `titel`, until it is closed.
+    virtual void Bericht(const QString &titel, const QString &text) = 0;
     // The hourglass pointer; it does not count calls: `false` restores the default pointer.
     virtual void Sanduhr(bool an) = 0;
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "MeldungenFenster.h"
 
+#include "Berichtfenster.h"
 #include "Kurztext.h"
 #include "Protokoll.h"
 
@@ -152,6 +153,31 @@ Meldungen::Antwort MeldungenFenster::Fragen(const QString &text, Antwort vorgabe
     Fragebox box(Titel(), Gezeigt(text), vorgabe == Antwort::Ja ? QMessageBox::Yes : QMessageBox::No);
     Vorbereiten(box);
     return box.exec() == QMessageBox::Yes ? Antwort::Ja : Antwort::Nein;
+}
+
+qsizetype MeldungenFenster::Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch)
+{
+    const OhneSanduhr ohne(sanduhr_);
+    QMessageBox box(QMessageBox::Question, Titel(), Gezeigt(text), QMessageBox::NoButton,
+                    QApplication::activeWindow());
+    for (const QString &knopf : knoepfe)
+        box.addButton(knopf, QMessageBox::ActionRole);
+    const QList<QAbstractButton *> reihe = box.buttons();
+    for (QAbstractButton *knopf : reihe) {
+        if (knopf->text() == knoepfe.first())
+            box.setDefaultButton(qobject_cast<QPushButton *>(knopf));
+        if (knopf->text() == knoepfe[abbruch])
+            box.setEscapeButton(knopf);
+    }
+    Vorbereiten(box);
+    box.exec();
+    return box.clickedButton() ? knoepfe.indexOf(box.clickedButton()->text()) : abbruch;
+}
+
+void MeldungenFenster::Bericht(const QString &titel, const QString &text)
+{
+    const OhneSanduhr ohne(sanduhr_);
+    Berichtfenster(titel, text, QApplication::activeWindow()).exec();
 }
 
 void MeldungenFenster::Sanduhr(bool an)

@@ -15,6 +15,8 @@ public:
 
     void Zeigen(const QString &text, Symbol symbol = Symbol::Keins) override;
     Antwort Fragen(const QString &text, Antwort vorgabe = Antwort::Ja) override;
+    qsizetype Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch) override;
+    void Bericht(const QString &titel, const QString &text) override;
     void Sanduhr(bool an) override;
 
 private:

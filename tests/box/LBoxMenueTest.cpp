@@ -27,7 +27,7 @@ private slots:
         const QList<QPair<QString, QStringList>> baum{
             {"MDatei|Datei",
              {"Mneu|neu", "Möffnen|öffnen", "MStrich|-", "MDat(1)|", "MDat(2)|", "MDat(3)|", "MDat(4)|",
-              "MDat(5)|", "MS2|-", "MEnde|Ende"}},
+              "MDat(5)|", "MS2|-", "MSicherungen|Sicherungen", "MEnde|Ende"}},
             {"MAuto|Automatik", {"MAutoschalter|einschalten"}},
             {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
               "MZurücknehmen|nichts zurückzunehmen", "MWiederholen|nichts zu wiederholen"}},
@@ -75,7 +75,7 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -86,9 +86,10 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, nullptr, nullptr});
-        for (const QString name : {"MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
-                                   "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu"}) {
+                      oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+        for (const QString name :
+             {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
+              "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});

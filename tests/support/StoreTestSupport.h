@@ -47,6 +47,23 @@ public:
         return antwort;
     }
 
+    // Takes the next choice that was set, else `abbruch`.
+    qsizetype Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch) override
+    {
+        gezeigt.append({text, Titel(), true, Symbol::Keins});
+        knopfreihen.append(knoepfe);
+        if (wahlen.empty())
+            return abbruch;
+        const qsizetype wahl = wahlen.front();
+        wahlen.pop_front();
+        return wahl;
+    }
+
+    void Bericht(const QString &titel, const QString &text) override
+    {
+        berichte.append(titel + u'\n' + text);
+    }
+
     void Sanduhr(bool an) override
     {
         sanduhr = an;
@@ -65,6 +82,9 @@ public:
     QList<Gezeigt> gezeigt;
     QList<Antwort> vorgaben;
     std::deque<Antwort> antworten;
+    std::deque<qsizetype> wahlen;
+    QList<QStringList> knopfreihen; // of the choices that were asked for
+    QStringList berichte;
     bool sanduhr = false;
     std::function<void()> beiSanduhr = [] {}; // when the hourglass appears
     std::function<void()> beiFrage = [] {};   // while a question is read

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTemporaryDir>
@@ -62,6 +63,47 @@ private slots:
         });
         meldungen.Zeigen("a < b && <b>fett</b>");
         QVERIFY(gesehen);
+    }
+
+    void AChoiceIsMadeByButtonByEnterAndByClosing()
+    {
+        MeldungenFenster meldungen;
+        const QStringList knoepfe{"&Ja, reparieren", "&Nein", "&Sicherung zurückholen"};
+        const auto waehlen = [&](const std::function<void(QMessageBox &)> &tun) {
+            Waehrend<QMessageBox>(tun);
+            return meldungen.Waehlen("Was nun?", knoepfe, 1);
+        };
+        QCOMPARE(waehlen([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }), 0);
+        QCOMPARE(waehlen([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }), 1);
+        QCOMPARE(waehlen([](QMessageBox &box) {
+                     QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
+                     QTRY_VERIFY(!box.isVisible());
+                 }),
+                 2);
+        QCOMPARE(waehlen([](QMessageBox &box) {
+                     QCOMPARE(box.buttons().size(), 3);
+                     for (QAbstractButton *knopf : box.buttons())
+                         if (knopf->text() == "&Sicherung zurückholen")
+                             QTest::mouseClick(knopf, Qt::LeftButton);
+                 }),
+                 2);
+    }
+
+    void AReportIsReadInAWindowOfItsOwn()
+    {
+        MeldungenFenster meldungen;
+        QString gelesen;
+        Waehrend<QDialog>([&](QDialog &fenster) {
+            QCOMPARE(fenster.windowTitle(), "box.Reparatur.txt");
+            auto *text = fenster.findChild<QPlainTextEdit *>();
+            gelesen = text->toPlainText();
+            QVERIFY(text->isReadOnly());
+            QTest::keyClick(text, Qt::Key_Tab);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QVERIFY(!fenster.isVisible());
+        });
+        meldungen.Bericht("box.Reparatur.txt", "Frage 7: verloren\nFrage 8: <b>ganz</b>");
+        QCOMPARE(gelesen, "Frage 7: verloren\nFrage 8: <b>ganz</b>");
     }
 
     void AMessageWithAnEndlessNameFitsTheScreen()
