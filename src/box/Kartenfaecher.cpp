@@ -36,9 +36,9 @@ unsigned Streuung(std::size_t i)
 QColor Kartenfarbe(std::size_t i)
 {
     const unsigned streuung = Streuung(i) % 17;
-    if (streuung < 2)
+    if (streuung < 1)
         return KastenFarben::Rosa;
-    if (streuung < 5)
+    if (streuung < 3)
         return KastenFarben::Himmel;
     return KastenFarben::Papier;
 }
@@ -50,6 +50,14 @@ QColor Ueber(const QColor &grund, const QColor &farbe, double anteil)
     };
     return {misch(grund.red(), farbe.red()), misch(grund.green(), farbe.green()),
             misch(grund.blue(), farbe.blue())};
+}
+
+// One pixel wide. Of the pens that is the quick one, and a full box has a thousand lines.
+QPen Haarlinie(const QPainter &maler, const QColor &farbe)
+{
+    QPen stift(farbe, maler.device()->devicePixelRatio());
+    stift.setCosmetic(true);
+    return stift;
 }
 
 } // namespace
@@ -96,18 +104,19 @@ void Kartenfaecher::Malen(QPainter &maler) const
         const Karte &karte = karten_[i];
         const bool vorderste = i + 1 == karten_.size();
         const QColor farbe = vorderste ? KastenFarben::Honig : Kartenfarbe(platz_.saat + i);
-        const QPen aussen(Ueber(farbe, KastenFarben::Tinte, 0.63), 1);
-        const QPen innen(Ueber(farbe, KastenFarben::Tinte, 0.2), 1);
+        const QPen aussen = Haarlinie(maler, Ueber(farbe, KastenFarben::Tinte, 0.63));
+        const QPen innen = Haarlinie(maler, Ueber(farbe, KastenFarben::Tinte, 0.2));
         const double oben = boden - karte.hoehe;
         const QPointF fussLinks(karte.fuss, boden), fussRechts(karte.fuss + karte.dicke, boden);
         const QPointF kopfLinks(karte.fuss + karte.neigung, oben),
             kopfRechts = kopfLinks + QPointF(karte.dicke, 0);
 
-        // The face. Of an upright card only what stands out above the next one is seen.
+        // The face. Of a card behind an upright one only what stands out above that is seen.
+        const bool verdeckt = !vorderste && karten_[i + 1].steht;
         maler.setBrush(farbe);
         maler.setPen(innen);
-        const double unten = karte.steht ? oben + 0.08 * karte.hoehe : boden;
-        const QPointF blattUnten = karte.steht ? QPointF(fussRechts.x(), unten) : fussRechts;
+        const double unten = verdeckt ? oben + 0.08 * karte.hoehe : boden;
+        const QPointF blattUnten = verdeckt ? QPointF(fussRechts.x(), unten) : fussRechts;
         const std::array<QPointF, 4> blatt{kopfRechts, kopfRechts + tiefe, blattUnten + tiefe, blattUnten};
         maler.drawConvexPolygon(blatt.data(), 4);
         if (!karte.steht) {

@@ -75,11 +75,9 @@ void Kasten::Zeigen(const BoxBild &bild)
     const QString erledigt = u"erledigt: %1 Karten"_s.arg(tabelle_[FachErledigt].Anzahl);
     if (erledigt != erledigt_->accessibleName())
         erledigt_->setAccessibleName(erledigt);
-    std::array<qint16, FachAnzahl> anzahl{};
     for (std::size_t i = 0; i < FachAnzahl; ++i)
-        anzahl[i] = tabelle_[i].Anzahl;
-    if (std::exchange(gezaehlt_, anzahl) != anzahl)
-        Verwerfen();
+        if (std::exchange(gezaehlt_[i], tabelle_[i].Anzahl) != tabelle_[i].Anzahl)
+            Verwerfen(masse_.Spalte(i));
 }
 
 void Kasten::ZeigenLaufend(const BoxBild &bild)
@@ -110,8 +108,9 @@ void Kasten::timerEvent(QTimerEvent *event)
         Zeigen(bild_);
     } else if (event->timerId() == ticken_.timerId()) {
         ticken_.stop();
-        tickt_.fill(false);
-        Verwerfen();
+        for (std::size_t i = 0; i < FachAnzahl; ++i)
+            if (std::exchange(tickt_[i], false))
+                Verwerfen(masse_.Spalte(i));
     } else {
         QWidget::timerEvent(event);
     }
@@ -144,8 +143,11 @@ void Kasten::SetHinweis(const QString &text, std::function<void()> tun)
 
 void Kasten::SetUnterwegs(int fach)
 {
-    if (std::exchange(unterwegs_, fach) != fach)
-        Verwerfen();
+    if (fach == unterwegs_)
+        return;
+    for (const int eines : {std::exchange(unterwegs_, fach), fach})
+        if (eines >= 0)
+            Verwerfen(masse_.Spalte(static_cast<std::size_t>(eines)));
 }
 
 QPoint Kasten::Vorderste(int fach) const
@@ -172,7 +174,7 @@ void Kasten::Anordnen()
     if (!hinweis_->text().isEmpty())
         HinweisLegen();
     faecher_->Zeigen(tabelle_, bild_, masse_, zustand_ == Kastenkopf::Zustand::Offen);
-    Verwerfen();
+    Verwerfen(masse_.bild);
 }
 
 void Kasten::HinweisLegen()
@@ -185,23 +187,28 @@ void Kasten::HinweisLegen()
     hinweis_->raise();
 }
 
-void Kasten::Verwerfen()
+void Kasten::Verwerfen(const QRegion &was)
 {
-    gemaltes_ = QPixmap();
-    update(masse_.bild);
+    veraltet_ += was;
+    update(was);
 }
 
 void Kasten::BildMalen()
 {
     const qreal dichte = devicePixelRatioF();
-    if (!gemaltes_.isNull() && gemaltes_.devicePixelRatio() == dichte)
+    const QSize groesse = (masse_.bild.size().toSizeF() * dichte).toSize();
+    if (gemaltes_.size() != groesse || gemaltes_.devicePixelRatio() != dichte) {
+        gemaltes_ = QPixmap(groesse);
+        gemaltes_.setDevicePixelRatio(dichte);
+        veraltet_ = masse_.bild;
+    }
+    if (veraltet_.isEmpty())
         return;
-    gemaltes_ = QPixmap((masse_.bild.size().toSizeF() * dichte).toSize());
-    gemaltes_.setDevicePixelRatio(dichte);
-    gemaltes_.fill(palette().color(backgroundRole()));
     QPainter maler(&gemaltes_);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.translate(-masse_.bild.topLeft());
+    maler.setClipRegion(std::exchange(veraltet_, {}));
+    maler.fillRect(masse_.bild, palette().color(backgroundRole()));
     KastenMaler(maler, palette(), masse_)
         .Malen({.tabelle = tabelle_,
                 .fuellung = faecher_->Fuellung(),
@@ -231,7 +238,7 @@ void Kasten::changeEvent(QEvent *event)
     if (event->type() == QEvent::FontChange)
         Anordnen();
     else if (event->type() == QEvent::PaletteChange)
-        Verwerfen();
+        Verwerfen(masse_.bild);
 }
 
 } // namespace paukfix

@@ -23,7 +23,7 @@ class Zettel;
 
 // The picture of the box: a drawer of cards seen from the front, its compartments side by side, beside it the
 // done cards, the card that is asked and the die; above it what comes next. It shows what it is given and
-// decides nothing. What it has drawn it keeps, so that showing the window again costs nothing.
+// decides nothing. What it has drawn it keeps, and draws anew only the compartments that have changed.
 class Kasten final : public QWidget
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ private:
     void Anordnen();
     void HinweisLegen();
     void Malen();
-    void Verwerfen();
+    void Verwerfen(const QRegion &was);
     void BildMalen();
 
     const FachTabelle &tabelle_;
@@ -86,7 +86,8 @@ private:
     Kartenrahmen *karte_ = nullptr;
     WuerfelBild *wuerfel_ = nullptr;
     Zettel *hinweis_ = nullptr;
-    QPixmap gemaltes_;                          // the drawn box; null where it has to be drawn anew
+    QRegion veraltet_;                          // of what is drawn, on this widget
+    QPixmap gemaltes_;                          // the drawn box
     std::array<qint16, FachAnzahl> gezaehlt_{}; // the counts in it
     std::array<bool, FachAnzahl> tickt_{};
     int unterwegs_ = -1;

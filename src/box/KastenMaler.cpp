@@ -150,6 +150,8 @@ void KastenMaler::Trennwand(int links, int rechts)
 
 void KastenMaler::Karten(std::size_t fach, const Ansicht &ansicht)
 {
+    if (!maler_.clipBoundingRect().intersects(masse_.Spalte(fach)))
+        return;
     const int fehlt = ansicht.unterwegs == static_cast<int>(fach) ? 1 : 0;
     const Kartenfaecher faecher(ansicht.tabelle[fach].Anzahl - fehlt,
                                 {.saat = fach * 97,

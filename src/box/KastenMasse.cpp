@@ -172,6 +172,13 @@ std::array<int, FachSichtbar> KastenMasse::Fuellung(const FachTabelle &tabelle, 
     return breiten;
 }
 
+QRect KastenMasse::Spalte(std::size_t fachNr) const
+{
+    const QRect innen = fachNr == FachErledigt ? stapel : fach.at(fachNr);
+    const int rand = Ganz(wand) + 2;
+    return {innen.left() - rand, bild.top(), innen.width() + 2 * rand + Ganz(tiefe.x()), bild.height()};
+}
+
 QRect KastenMasse::Karte(double links, double oben) const
 {
     return {QPoint(Ganz(links_ + Pixel(links)), Ganz(Pixel(oben))), karte};

@@ -47,6 +47,8 @@ public:
 
     // How many pixels the cards of each compartment take from its left.
     std::array<int, FachSichtbar> Fuellung(const FachTabelle &tabelle, const BoxBild &bild) const;
+    // What is drawn of compartment `fach`, 0 to 6, and in front of it.
+    QRect Spalte(std::size_t fach) const;
     // The place of the asked card whose left top corner stands at these twips.
     QRect Karte(double links, double oben) const;
 

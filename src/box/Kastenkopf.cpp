@@ -31,6 +31,19 @@ QString Ganze(int zahl)
     return QLocale(QLocale::German).toString(zahl);
 }
 
+// In the colour of the letters beside it.
+QIcon Kartensymbol(QSize groesse, const QWidget &knopf)
+{
+    QPixmap bild(groesse * knopf.devicePixelRatio());
+    bild.fill(Qt::transparent);
+    QPainter maler(&bild);
+    maler.setRenderHint(QPainter::Antialiasing);
+    SymbolMalen(maler, bild.rect(), Symbole::Karte, HausfarbenZu(knopf.palette()).akzentTinte);
+    maler.end();
+    bild.setDevicePixelRatio(knopf.devicePixelRatio());
+    return bild;
+}
+
 // Keys are the window's, where they mean the same and more.
 class Weiterknopf final : public QPushButton
 {
@@ -158,7 +171,7 @@ void Kastenkopf::KnopfAnordnen(const KastenMasse &masse)
     weiter_->setFont(masse.knopfSchrift);
     const int zeile = weiter_->fontMetrics().height();
     const bool mitBild = masse.stufe < Stufe::OhneAntworten;
-    weiter_->setIcon(mitBild ? Symbol(Symbole::Karte) : QIcon());
+    weiter_->setIcon(mitBild ? Kartensymbol({zeile * 3 / 2, zeile}, *weiter_) : QIcon());
     weiter_->setIconSize({zeile * 3 / 2, zeile});
     const int breite = weiter_->fontMetrics().horizontalAdvance(weiter_->text()) + (mitBild ? 4 : 2) * zeile;
     const int oben = masse.stufe < Stufe::OhneAntworten ? grad * 5 / 4 : grad / 2;
