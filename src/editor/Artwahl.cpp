@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Artwahl.h"
 
+#include "Farben.h"
 #include "Fensterbau.h"
 
 #include <QButtonGroup>
@@ -24,7 +25,10 @@ Artwahl::Artwahl(QWidget *parent)
     Benannt(this, u"Frame2"_s, u"Antwort als:"_s);
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
-    zeile->addWidget(new QLabel(u"Antwort als:"_s, this));
+    zeile->setSpacing(16);
+    auto *frage = new QLabel(u"Antwort als:"_s, this);
+    frage->setPalette(Farben::Leise(palette()));
+    zeile->addWidget(frage);
     for (QRadioButton *knopf : {Antwort_T_, Antwort_K_}) {
         art_->addButton(knopf);
         connect(knopf, &QRadioButton::clicked, this, &Artwahl::gewaehlt);
@@ -50,12 +54,6 @@ Antwortart Artwahl::Art() const
     if (Antwort_K_->isChecked())
         return Antwortart::Ankreuzen;
     return Antwort_T_->isChecked() ? Antwortart::Text : Antwortart::Keine;
-}
-
-void Artwahl::FarbenSetzen(const QColor &umriss)
-{
-    for (QWidget *knopf : {Antwort_T_, Antwort_K_})
-        Faerben(knopf, {{QPalette::Window, umriss}});
 }
 
 QList<QWidget *> Artwahl::Tabfolge() const

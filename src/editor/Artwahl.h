@@ -22,7 +22,6 @@ public:
     // A card may say neither.
     void Zeigen(Antwortart art);
     Antwortart Art() const;
-    void FarbenSetzen(const QColor &umriss);
 
     QList<QWidget *> Tabfolge() const;
 

@@ -55,6 +55,16 @@ auto NachNummer(CardRecordset &karten)
     return zurueck;
 }
 
+// A place that cannot be counted is no reason not to show the card.
+CardPlace Platz(CardRecordset &karten)
+{
+    try {
+        return PlaceOfCurrent(karten);
+    } catch (const StoreError &) {
+        return {};
+    }
+}
+
 bool AufKarte(const CardFieldHandles &felder)
 {
     try {
@@ -106,6 +116,7 @@ bool CardEditor::ShowCard()
         kopf.FrageNr = QString::number(nummer_, 'g', 15);
         kopf.FachNr = QString::number(felder.FachNr.Integer());
         blatt = BlattLesen(felder);
+        kopf.platz = Platz(kartei_.Karten());
     });
     // What cannot be read must not leave the last card in the form.
     if (!gelesen) {
@@ -120,7 +131,7 @@ bool CardEditor::ShowCard()
 
 Kartenkopf CardEditor::NeuerKopf() const
 {
-    return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true};
+    return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true, {}};
 }
 
 void CardEditor::NewCardForm()
@@ -166,7 +177,7 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
         neu_ = false;
         cardDirty = true;
         nummer_ = kartei_.HighestCardNumber;
-        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
+        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu), false, {}});
         return false;
     }
     if (!gespeichert) {

@@ -2,8 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardFacts.h"
 #include "Kartenablage.h"
 #include "Meldungen.h"
+
+#include <functional>
+#include <utility>
 
 namespace paukfix {
 
@@ -13,6 +17,26 @@ struct Kartenkopf
     QString FrageNr;
     QString FachNr;
     bool neu = false; // "Neue Karte"
+    CardPlace platz;  // in the order in which one walks; without a number where it is not known
+};
+
+// Whether something was changed; tells when that changes.
+class Merker
+{
+public:
+    Merker &operator=(bool wert)
+    {
+        if (std::exchange(wert_, wert) != wert)
+            gewechselt(wert);
+        return *this;
+    }
+
+    operator bool() const { return wert_; }
+
+    std::function<void(bool)> gewechselt = [](bool) {};
+
+private:
+    bool wert_ = false;
 };
 
 // The form as the editor's commands see it.
@@ -48,7 +72,7 @@ public:
 
     CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular);
 
-    bool cardDirty = false;      // the shown card was changed and not stored
+    Merker cardDirty;            // the shown card was changed and not stored
     qint16 validationFailed = 0; // 1 after a check that the card did not pass
 
     // The form holds a card that is not stored yet.

@@ -20,7 +20,7 @@ inline QMenu *MenueBauen(QMenuBar *leiste, const QString &name, const QString &t
 
 // An entry of this name at the end of the menu, and what it does.
 template <typename Aktion>
-void EintragBauen(QMenu *menue, const QString &name, const QString &text, const QKeySequence &taste,
+QAction *EintragBauen(QMenu *menue, const QString &name, const QString &text, const QKeySequence &taste,
                   Aktion aktion)
 {
     auto *neu = new QAction(text, menue);
@@ -28,6 +28,7 @@ void EintragBauen(QMenu *menue, const QString &name, const QString &text, const 
     neu->setShortcut(taste);
     QObject::connect(neu, &QAction::triggered, menue, aktion);
     menue->addAction(neu);
+    return neu;
 }
 
 } // namespace paukfix

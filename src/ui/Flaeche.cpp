@@ -21,7 +21,6 @@ void Flaeche::SetUmriss(Umriss umriss)
 
 void Flaeche::paintEvent(QPaintEvent *)
 {
-    constexpr qreal Radius = 8;
     const QColor grund = palette().color(backgroundRole());
     const QColor schwach = Farben::Getoent(palette().color(foregroundRole()), grund, 0.25);
     QPen stift(schwach);

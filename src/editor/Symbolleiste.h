@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Symbole.h"
+
+#include <QList>
+#include <QWidget>
+
+class QAction;
+class QToolButton;
+
+namespace paukfix {
+
+// The icons above the form, in groups: each does what an action of the window does and is as enabled and as
+// checked as it is. They stand in one line or, where it is too narrow, in two; the last line ends with one
+// more widget.
+class Symbolleiste final : public QWidget
+{
+public:
+    // `amEnde` becomes a child.
+    Symbolleiste(QWidget *amEnde, QWidget *parent);
+
+    // The next icons stand apart from those before.
+    void Gruppe();
+    // The icon's tooltip is the action's text and key.
+    void Anfuegen(QAction *aktion, Symbole symbol);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    int Gruppenbreite(qsizetype gruppe) const;
+    void Anordnen();
+
+    QList<QList<QToolButton *>> gruppen_;
+    QList<int> striche_; // x of the lines between the groups of the first row; then of the second
+    QWidget *amEnde_;
+};
+
+} // namespace paukfix
