@@ -3,6 +3,7 @@
 #include "KarteEinordnen.h"
 
 #include "CardBulk.h"
+#include "CardTransaction.h"
 
 #include <algorithm>
 #include <limits>
@@ -24,18 +25,12 @@ void Aufruecken(CardStore &kartei, int ziel, Faecher &danach)
 {
     CardRecordset &karten = kartei.Karten();
     const double frageNr = kartei.Felder().FrageNr.Number();
-    karten.BeginTrans();
-    try {
-        karten.Past([&](SQLite::Database &database) {
-            danach.Aufgerueckt(ziel, CloseUpCompartment(database, ziel, frageNr) - 1);
-            danach.Anhaengen(ziel);
-        });
-        karten.CommitTrans();
-    } catch (...) {
-        if (karten.InTransaction())
-            karten.Rollback();
-        throw;
-    }
+    CardTransaction zug(karten);
+    karten.Past([&](SQLite::Database &database) {
+        danach.Aufgerueckt(ziel, CloseUpCompartment(database, ziel, frageNr) - 1);
+        danach.Anhaengen(ziel);
+    });
+    zug.Commit();
 }
 
 } // namespace

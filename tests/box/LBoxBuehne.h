@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Drehbuch.h"
 #include "FachBild.h"
 #include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
@@ -12,26 +13,21 @@
 #include "WuerfelBild.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QTest>
-#include <QTimer>
 
-#include <deque>
 #include <functional>
 #include <memory>
 
 namespace paukfix {
 
 // The real main window on real files, driven by key and mouse.
-class LBoxBuehne : public TestDienste
+class LBoxBuehne : public TestDienste, public Hand
 {
 public:
     LBoxBuehne()
     {
-        konfig.ProgrammPfad = programm.path();
         kartei.KarteiPfad = ordner.path();
         clock.perSecond = 2;
         KonfigSchreiben({}, "False");
@@ -66,8 +62,8 @@ public:
         pfuse = std::make_unique<PFUse>(kartei, Alle(), *wechsel, fenster.get());
         fenster->SetAbfrage(*pfuse);
         fenster->SetFenster(std::move(offen));
-        fenster->show();
-        QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
+        Nimm(*fenster);
+        Hand::Zeigen();
         // It reads the configuration after its first painting, and opens what there is to open.
         QTRY_VERIFY(!konfig.schrift.FontName.isEmpty());
         QCoreApplication::processEvents();
@@ -96,15 +92,6 @@ public:
     // Where names without directory lie.
     QString Arbeitsverzeichnis() const { return fenster->Aktionen().Arbeitsverzeichnis(); }
 
-    template <typename Teil = QWidget>
-    Teil *Finde(const QString &name) const
-    {
-        auto *teil = dynamic_cast<Teil *>(fenster->findChild<QObject *>(name));
-        if (!teil)
-            qFatal("no %s", qPrintable(name));
-        return teil;
-    }
-
     QAction *Menue(const QString &name) const { return Finde<QAction>(name); }
 
     KaShape *Balken(int fach) const { return Finde<KaShape>(QString("KaShape(%1)").arg(fach)); }
@@ -114,7 +101,7 @@ public:
     {
         const QImage bild = fenster->grab().toImage();
         const double mass = bild.devicePixelRatio();
-        const auto *image0 = Finde<>(QString("Image0(%1)").arg(fach));
+        const auto *image0 = Finde(QString("Image0(%1)").arg(fach));
         const QRect innen(image0->mapTo(fenster.get(), QPoint()), image0->size());
         const auto rotBei = [&](QPoint punkt, QPoint nachAussen) {
             for (int weit = -1; weit <= 8; ++weit) {
@@ -132,51 +119,22 @@ public:
 
     WuerfelBild *Wuerfel() const { return Finde<WuerfelBild>("PicWürfel"); }
 
-    void Klick(const QString &name) const
-    {
-        const QWidget *teil = Finde<>(name);
-        QTest::mouseClick(fenster->windowHandle(), Qt::LeftButton, {},
-                          teil->mapTo(fenster.get(), teil->rect().center()));
-    }
-
-    // Whatever has the focus. A window that has just been closed hands it on with the next events.
-    static QWidget *Fokus()
-    {
-        if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
-            qFatal("nothing has the focus");
-        return QApplication::focusWidget();
-    }
-
-    void Taste(Qt::Key taste, Qt::KeyboardModifiers dazu = Qt::NoModifier) const
-    {
-        QTest::keyClick(Fokus(), taste, dazu);
-    }
-
     // What the learner does in the next query: `lernen` gets its window when it has become active.
     void NaechsteAbfrage(std::function<void(QWidget *)> lernen)
     {
-        auto *warten = new QTimer(fenster.get());
-        QObject::connect(warten, &QTimer::timeout, warten, [this, warten, lernen = std::move(lernen)] {
-            QWidget *abfrage = QApplication::activeModalWidget();
-            if (!abfrage || QApplication::activeWindow() != abfrage || !QApplication::focusWidget())
-                return;
-            warten->deleteLater();
-            warten->stop();
-            const QLabel *nummer = abfrage->findChild<QLabel *>("MaskFrageNr");
-            gefragt << (nummer ? nummer->text() : QString());
-            lernen(abfrage);
-            if (abfrage->isVisible())
-                abfrage->close();
-        });
-        warten->start(1);
+        abfragen.Dazu(Drehbuch::In("PFUse", [this, lernen = std::move(lernen)](QWidget &abfrage) {
+            gefragt << Hand(abfrage).Text("MaskFrageNr");
+            lernen(&abfrage);
+            if (abfrage.isVisible())
+                abfrage.close();
+        }));
     }
 
     // The next query is answered by keyboard: right or wrong, Enter, Enter.
     void NaechsteAntwort(bool richtig)
     {
         NaechsteAbfrage([this, richtig](QWidget *) {
-            const QString antwort = richtig ? "Antwort " + gefragt.last() : QString("weiss nicht");
-            QTest::keyClicks(QApplication::focusWidget(), antwort);
+            Tippe(richtig ? "Antwort " + gefragt.last() : QString("weiss nicht"));
             Taste(Qt::Key_Return);
             Taste(Qt::Key_Return);
         });
@@ -208,7 +166,7 @@ public:
         return faecher;
     }
 
-    QTemporaryDir ordner, programm;
+    QTemporaryDir ordner;
     QString verzeichnis = "/"; // where the program was started
     CardStore kartei;
     KarteiOeffner oeffner{kartei, meldungen, clock};
@@ -216,6 +174,7 @@ public:
     std::unique_ptr<LBOX> fenster;
     std::unique_ptr<Fensterwechsel> wechsel;
     std::unique_ptr<PFUse> pfuse;
+    Drehbuch abfragen;   // what is done in those to come
     QStringList gefragt; // the FrageNr of every query so far
 };
 

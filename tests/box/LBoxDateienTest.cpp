@@ -344,7 +344,7 @@ private slots:
         QVERIFY(!b.Balken(2)->isVisible());
         QVERIFY(b.Balken(3)->isVisible());
         QCOMPARE(b.zustand.VollstesFach, 3);
-        QCOMPARE(b.Finde<>("Image0(3)")->accessibleName(),
+        QCOMPARE(b.Finde("Image0(3)")->accessibleName(),
                  QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
     }
 

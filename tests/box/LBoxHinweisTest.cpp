@@ -90,7 +90,7 @@ private slots:
         b.Zeigen();
         QCOMPARE(Tasten(b), "");
         QVERIFY(!IstMarkiert(b));
-        QCOMPARE(b.Finde<>("Image0(0)")->accessibleName(), "Fach Neu: 0 von 700 Karten");
+        QCOMPARE(b.Finde("Image0(0)")->accessibleName(), "Fach Neu: 0 von 700 Karten");
         MakeCardFile(b.Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         b.dialoge.pfade = {b.Pfad("a.pzb"), b.Pfad("fehlt.pzb")};
         b.Menue("Möffnen")->trigger();

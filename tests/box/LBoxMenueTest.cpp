@@ -241,7 +241,7 @@ private slots:
         QCOMPARE(text.count(u'…'), 1);
         QVERIFY(b.fenster->fontMetrics().horizontalAdvance(text) <
                 b.fenster->fontMetrics().averageCharWidth() * 80);
-        QVERIFY(b.fenster->findChild<QMenu *>("MDatei")->toolTipsVisible());
+        QVERIFY(b.Finde<QMenu>("MDatei")->toolTipsVisible());
         QCOMPARE(QTextDocumentFragment::fromHtml(eintrag->toolTip()).toPlainText(), pfad);
         // A name that is wider than the screen cannot be whole.
         QVERIFY(b.fenster->fontMetrics().horizontalAdvance(b.Menue("MDat(2)")->text()) <

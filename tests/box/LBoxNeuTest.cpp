@@ -26,7 +26,7 @@ class LBoxNeuTest : public QObject
         QCOMPARE(b.kartei.KarteiPfad, b.ordner.path());
         QCOMPARE(b.meldungen.Titel(), QString("Merkkasten (a.pzb)"));
         QCOMPARE(b.Finde<QToolButton>("LKartei")->text(), QString("a.pzb"));
-        QVERIFY(b.Finde<>("Image0(1)")->accessibleName().startsWith("Fach 1: 2 von"));
+        QVERIFY(b.Finde("Image0(1)")->accessibleName().startsWith("Fach 1: 2 von"));
         QVERIFY(b.Balken(0)->isVisible());
         QVERIFY(b.Balken(1)->isVisible());
         QCOMPARE(b.Menue("MDat(1)")->isVisible(), false);

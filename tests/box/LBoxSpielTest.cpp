@@ -88,7 +88,7 @@ private slots:
         LBoxBuehne b;
         b.KonfigSchreiben({}, "True");
         b.OeffnenMit({0, 0, 0, 1});
-        auto *karte = b.Finde<>("Karte");
+        auto *karte = b.Finde("Karte");
         Zuschauer zuschauer(karte);
         int gespeichertUnterwegs = -1;
         zuschauer.unterwegs = [&] {
@@ -97,7 +97,7 @@ private slots:
         b.Lernen(Qt::Key_3, richtig);
         QVERIFY(zuschauer.orte.size() >= 3);
         QCOMPARE(zuschauer.farben.last(), farbe);
-        QCOMPARE(zuschauer.orte.last().x(), b.Finde<>(ziel)->x());
+        QCOMPARE(zuschauer.orte.last().x(), b.Finde(ziel)->x());
         QCOMPARE(gespeichertUnterwegs, 0);
         QVERIFY(!karte->isVisible());
     }
@@ -106,11 +106,11 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({0, 0, 0, 1});
-        QWidget *karte = b.Finde<>("Karte");
+        QWidget *karte = b.Finde("Karte");
         QPoint liegt;
         b.NaechsteAbfrage([&](QWidget *) {
             liegt = karte->pos();
-            QTest::keyClicks(b.Fokus(), "Antwort 1");
+            b.Tippe("Antwort 1");
             b.Taste(Qt::Key_Return);
             b.Taste(Qt::Key_Return);
         });
@@ -124,7 +124,7 @@ private slots:
         LBoxBuehne b;
         b.KonfigSchreiben({}, "True");
         b.OeffnenMit({0, 0, 1, 1});
-        Zuschauer zuschauer(b.Finde<>("Karte"));
+        Zuschauer zuschauer(b.Finde("Karte"));
         bool gedrueckt = false;
         zuschauer.unterwegs = [&] {
             if (gedrueckt || zuschauer.farben.last() != QColor(0, 255, 0))
@@ -167,7 +167,7 @@ private slots:
         b.zufall.Wuerfe({3});
         b.NaechsteAbfrage([&](QWidget *) {
             nachDemWurf = b.clock.readings;
-            QTest::keyClicks(b.Fokus(), "Antwort 1");
+            b.Tippe("Antwort 1");
             b.Taste(Qt::Key_Return);
             vorDemFlug = b.clock.readings;
             b.Taste(Qt::Key_Return);
@@ -371,12 +371,10 @@ private slots:
         fenster.MKarten = [&] { ++geoeffnet; };
         b.Zeigen(b.Pfad("a.pzb"), std::move(fenster));
         b.zufall.Wuerfe({6});
-        b.NaechsteAbfrage([](QWidget *abfrage) {
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
-        });
+        b.NaechsteAbfrage([](QWidget *abfrage) { Hand(*abfrage).Klick("Command1"); });
         b.Klick("PicWürfel");
         QCOMPARE(geoeffnet, 1);
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QCOMPARE(b.Anzahl(0), 1);
     }
 
@@ -410,12 +408,10 @@ private slots:
         b.OeffnenMit({2});
         b.zufall.Wuerfe({6});
         b.meldungen.antworten = {Meldungen::Antwort::Ja};
-        b.NaechsteAbfrage([](QWidget *abfrage) {
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
-        });
+        b.NaechsteAbfrage([](QWidget *abfrage) { Hand(*abfrage).Klick("Clöschen"); });
         b.Klick("PicWürfel");
         QCOMPARE(b.Anzahl(0), 1);
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QCOMPARE(b.meldungen.gezeigt.size(), 1); // the question alone
         QCOMPARE(b.Gespeichert()[0], QList<int>{2});
     }

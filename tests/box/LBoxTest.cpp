@@ -190,7 +190,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({1, 1, 0, 1});
-        auto *fach3 = b.Finde<>("Image0(3)");
+        auto *fach3 = b.Finde("Image0(3)");
         for (int i = 0; i < 20 && QApplication::focusWidget() != fach3; ++i)
             b.Taste(Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), fach3);
@@ -254,7 +254,7 @@ private slots:
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         QCOMPARE(b.kartei.sitzung.FalschZaehler(), 0);
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QCOMPARE(b.Gespeichert()[0], (QList<int>{1, 2}));
     }
 
@@ -263,14 +263,13 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({1});
         b.NaechsteAbfrage([&b](QWidget *abfrage) {
-            QTest::keyClicks(QApplication::focusWidget(), "fast richtig");
+            b.Tippe("fast richtig");
             b.Taste(Qt::Key_Return);
             QVERIFY(b.pfuse->Urteil() == AbfrageErgebnis::Falsch);
-            auto *richtig = dynamic_cast<QAbstractButton *>(abfrage->findChild<QWidget *>("Ergebnis_R"));
-            QVERIFY(richtig);
-            QTest::mouseClick(richtig, Qt::LeftButton, {}, {10, richtig->height() / 2});
-            QVERIFY(richtig->isChecked());
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Command3"), Qt::LeftButton);
+            const Hand hand(*abfrage);
+            hand.Klick("Ergebnis_R");
+            QVERIFY(hand.Finde<QAbstractButton>("Ergebnis_R")->isChecked());
+            hand.Klick("Command3");
         });
         b.Taste(Qt::Key_N);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
@@ -284,7 +283,7 @@ private slots:
         b.OeffnenMit({1});
         bool angeboten = true;
         b.NaechsteAbfrage(
-            [&](QWidget *abfrage) { angeboten = abfrage->findChild<QWidget *>("Command1")->isEnabled(); });
+            [&](QWidget *abfrage) { angeboten = Hand(*abfrage).Finde("Command1")->isEnabled(); });
         b.Taste(Qt::Key_N);
         QVERIFY(!angeboten);
     }
@@ -294,13 +293,11 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.meldungen.antworten = {Meldungen::Antwort::Ja};
-        b.NaechsteAbfrage([](QWidget *abfrage) {
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
-        });
+        b.NaechsteAbfrage([](QWidget *abfrage) { Hand(*abfrage).Klick("Clöschen"); });
         b.Taste(Qt::Key_N);
         QCOMPARE(b.Anzahl(0), 1);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler() + b.kartei.sitzung.FalschZaehler(), 0);
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{2}, {}, {}, {}, {}, {}, {}}));
     }
 
@@ -314,12 +311,10 @@ private slots:
         b.fenster->SetFenster(offen);
         b.Menue("MAutoschalter")->trigger();
         QVERIFY(b.Menue("MAutoschalter")->isChecked());
-        b.NaechsteAbfrage([](QWidget *abfrage) {
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
-        });
+        b.NaechsteAbfrage([](QWidget *abfrage) { Hand(*abfrage).Klick("Command1"); });
         b.Taste(Qt::Key_N);
         QCOMPARE(bearbeitet, QString("1"));
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QVERIFY(!b.Menue("MAutoschalter")->isChecked());
         QCOMPARE(b.Menue("MAutoschalter")->text(), QString("einschalten"));
         QCOMPARE(b.Anzahl(0), 2);
@@ -329,10 +324,10 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({1});
-        QVERIFY(!b.Finde<>("Karte")->isVisible());
+        QVERIFY(!b.Finde("Karte")->isVisible());
         QString nummer;
         b.NaechsteAbfrage([&](QWidget *) {
-            QVERIFY(b.Finde<>("Karte")->isVisible());
+            QVERIFY(b.Finde("Karte")->isVisible());
             nummer = b.Finde<QLabel>("MFrageNr")->text();
             QCOMPARE(b.Finde<QLabel>("FrageNr")->text(), QString("FrageNr:"));
         });
@@ -347,14 +342,14 @@ private slots:
         QVERIFY(b.Balken(0)->isVisible());
         QVERIFY(b.Balken(1)->isVisible());
         QVERIFY(!b.Balken(2)->isVisible());
-        const int voll = b.Finde<>("Image0(3)")->width();
+        const int voll = b.Finde("Image0(3)")->width();
         QCOMPARE(b.Balken(3)->width(), voll);
-        QCOMPARE(b.Balken(0)->width(), b.Finde<>("Image0(0)")->width());
-        const double anteil = double(b.Balken(1)->width()) / b.Finde<>("Image0(1)")->width();
+        QCOMPARE(b.Balken(0)->width(), b.Finde("Image0(0)")->width());
+        const double anteil = double(b.Balken(1)->width()) / b.Finde("Image0(1)")->width();
         QVERIFY(anteil > 0.4 && anteil < 0.6);
         QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 100);
-        QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(), QString("Fach 1: 25 von 50 Karten"));
-        QCOMPARE(b.Finde<>("Image0(3)")->accessibleName(),
+        QCOMPARE(b.Finde("Image0(1)")->accessibleName(), QString("Fach 1: 25 von 50 Karten"));
+        QCOMPARE(b.Finde("Image0(3)")->accessibleName(),
                  QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
     }
 
@@ -362,7 +357,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({0, 51});
-        QCOMPARE(b.Finde<>("Image0(1)")->accessibleName(),
+        QCOMPARE(b.Finde("Image0(1)")->accessibleName(),
                  QString("Fach 1: 51 von 50 Karten, zu voll, vollstes Fach"));
     }
 
@@ -375,7 +370,7 @@ private slots:
         b.fenster->BoxZeichnen();
         const QImage bild = b.fenster->grab().toImage();
         const auto platz = [&](const QString &name) {
-            const QWidget *fach = b.Finde<>(name);
+            const QWidget *fach = b.Finde(name);
             return QRect(fach->mapTo(b.fenster.get(), QPoint()), fach->size());
         };
         const QRect eins = platz("Image0(1)"), zwei = platz("Image0(2)");
@@ -395,18 +390,17 @@ private slots:
     {
         LBoxBuehne b;
         b.Zeigen(); // no compartment is marked as the fullest
-        b.Finde<>("Hinweis")->hide();
+        b.Finde("Hinweis")->hide();
         for (const QSize groesse : {b.fenster->size(), QSize(1300, 700)}) {
             b.fenster->resize(groesse);
             for (int i = 1; i <= 10; ++i) {
-                const auto *linie = b.fenster->findChild<QWidget *>(u"Line%1"_s.arg(i));
-                QVERIFY(linie);
+                const auto *linie = b.Finde<QWidget>(u"Line%1"_s.arg(i));
                 QTRY_VERIFY(linie->isVisible());
                 const QRect platz = linie->geometry();
                 QCOMPARE(std::min(platz.width(), platz.height()), 1);
                 QVERIFY(std::max(platz.width(), platz.height()) > 50);
                 for (int fach = 0; fach < 6; ++fach)
-                    QVERIFY(!platz.intersects(b.Finde<>(QString("Image0(%1)").arg(fach))->geometry()));
+                    QVERIFY(!platz.intersects(b.Finde(QString("Image0(%1)").arg(fach))->geometry()));
                 // Seen on the wall, with the wall on both sides.
                 const QImage bild = linie->parentWidget()->grab().toImage();
                 const bool steht = platz.width() == 1;
@@ -427,12 +421,12 @@ private slots:
         for (const QSize groesse : {QSize(760, 480), QSize(1500, 700)}) {
             b.fenster->resize(groesse);
             QTRY_COMPARE(b.fenster->size(), groesse);
-            const double mass = b.Finde<>("Image0(0)")->width() / 1750.0;
+            const double mass = b.Finde("Image0(0)")->width() / 1750.0;
             const QList<int> breiten{1750, 200, 310, 680, 1030, 1750},
                 links{390, 3390, 3630, 3990, 4710, 5790};
-            const int nullpunkt = b.Finde<>("Image0(0)")->x() - qRound(390 * mass);
+            const int nullpunkt = b.Finde("Image0(0)")->x() - qRound(390 * mass);
             for (int i = 0; i < 6; ++i) {
-                const QWidget *fach = b.Finde<>(QString("Image0(%1)").arg(i));
+                const QWidget *fach = b.Finde(QString("Image0(%1)").arg(i));
                 QVERIFY(qAbs(fach->width() - breiten[i] * mass) <= 2);
                 QVERIFY(qAbs(fach->x() - nullpunkt - links[i] * mass) <= 3);
             }
@@ -450,7 +444,7 @@ private slots:
                                    "3x richtig beantwortet",
                                    "4x richtig beantwortet"};
         for (int i = 0; i < 6; ++i)
-            QCOMPARE(b.Finde<>(QString("Image0(%1)").arg(i))->toolTip(), tooltips[i]);
+            QCOMPARE(b.Finde(QString("Image0(%1)").arg(i))->toolTip(), tooltips[i]);
         QCOMPARE(b.Wuerfel()->toolTip(), QString("Zufallsauswahl"));
     }
 
@@ -459,7 +453,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2, 0, 1});
         b.NaechsteAbfrage([&](QWidget *) {
-            QTest::keyClicks(QApplication::focusWidget(), "Antwort 1");
+            b.Tippe("Antwort 1");
             b.Taste(Qt::Key_Return);
             VollePlatte::Setzen(VollePlatte::Zustand::Voll);
             b.Taste(Qt::Key_Return);
@@ -473,7 +467,7 @@ private slots:
         QCOMPARE(b.Anzahl(2), 1);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
         QCOMPARE(b.kartei.FehlerStatus, 0);
-        QCOMPARE(b.Finde<>("Image0(0)")->accessibleName(), QString("Fach Neu: 2 von 700 Karten"));
+        QCOMPARE(b.Finde("Image0(0)")->accessibleName(), QString("Fach Neu: 2 von 700 Karten"));
 
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         b.Lernen(Qt::Key_N, true);
@@ -486,7 +480,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.NaechsteAbfrage([&](QWidget *) {
-            QTest::keyClicks(QApplication::focusWidget(), "Antwort 1");
+            b.Tippe("Antwort 1");
             b.Taste(Qt::Key_Return);
             QVERIFY(QFile::rename(b.Pfad("a.pzb"), b.Pfad("weg.pzb")));
             b.Taste(Qt::Key_Return);

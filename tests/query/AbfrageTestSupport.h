@@ -3,25 +3,21 @@
 #pragma once
 
 #include "CardStore.h"
+#include "Drehbuch.h"
 #include "Eingabewache.h"
 #include "Fensterwechsel.h"
 #include "KarteiOeffner.h"
 #include "PFUse.h"
 #include "TestDienste.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QDeadlineTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QTextEdit>
-#include <QTimer>
-#include <QWindow>
 #include <SQLiteCpp/Database.h>
 
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,15 +33,14 @@ inline constexpr Ergebnis Bearbeiten = AbfrageErgebnis::Bearbeiten;
 inline constexpr Ergebnis Geloescht = AbfrageErgebnis::Geloescht;
 
 // Asks cards of a real card file in the real window, driven by key and mouse.
-class AbfrageBuehne
+class AbfrageBuehne : public TestDienste, public Hand
 {
 public:
     AbfrageBuehne() : AbfrageBuehne(eigener_) {}
 
-    explicit AbfrageBuehne(Zufall &gegeben) : zufall(gegeben)
+    explicit AbfrageBuehne(Zufall &gegeben) : zufall_(gegeben)
     {
         store.KarteiPfad = kartei.path();
-        konfig.ProgrammPfad = programm.path();
         oeffner.BoxZeichnen = [] {};
     }
 
@@ -69,29 +64,19 @@ public:
     Ergebnis Fragen(const std::function<void()> &lernen)
     {
         FensterBauen();
-        const QDeadlineTimer frist(30000);
-        QTimer warten;
-        QObject::connect(&warten, &QTimer::timeout, &warten, [&] {
-            const bool bereit = fenster->isActiveWindow() && QApplication::focusWidget();
-            if (!bereit && !frist.hasExpired())
-                return;
-            warten.stop();
-            if (bereit)
-                lernen();
-            else
-                QTest::qFail("the window did not become active", __FILE__, __LINE__);
+        const Drehbuch buch({Drehbuch::In("PFUse", [&](QWidget &) {
+            lernen();
             fenster->close();
-        });
-        warten.start(1);
+        })});
         return fenster->Fragen(true);
     }
 
     void FensterBauen()
     {
         if (!fenster)
-            fenster = std::make_unique<PFUse>(
-                store, Dienste{meldungen, dienste.dialoge, dienste.clock, zufall, dienste.ton, konfig},
-                wechsel);
+            fenster = std::make_unique<PFUse>(store, Dienste{meldungen, dialoge, clock, zufall_, ton, konfig},
+                                              wechsel);
+        Nimm(*fenster);
     }
 
     // One card in a file of two, with another one that stays as it is.
@@ -103,34 +88,9 @@ public:
         return Fragen(lernen);
     }
 
-    template <typename Widget>
-    Widget *Finde(const QString &name) const
-    {
-        auto *widget = fenster->findChild<Widget *>(name);
-        if (!widget)
-            qFatal("no %s", qPrintable(name));
-        return widget;
-    }
-
-    QTextEdit *Text(const QString &name) const { return Finde<QTextEdit>(name); }
-
-    QLabel *Label(const QString &name) const { return Finde<QLabel>(name); }
-
-    QPushButton *Knopf(const QString &name) const { return Finde<QPushButton>(name); }
-
     QCheckBox *Check1(int i) const { return Finde<QCheckBox>(QString("Check1(%1)").arg(i)); }
 
     QCheckBox *Check2(int i) const { return Finde<QCheckBox>(QString("Check2(%1)").arg(i)); }
-
-    QRadioButton *Option(const QString &name) const { return Finde<QRadioButton>(name); }
-
-    // To whatever has the focus, as the keyboard does.
-    void Taste(Qt::Key taste, Qt::KeyboardModifiers dazu = Qt::NoModifier) const
-    {
-        QTest::keyClick(QApplication::focusWidget(), taste, dazu);
-    }
-
-    void Tippe(const QString &text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
 
     // Types `eingabe` and presses Enter.
     void Antworten(const QString &eingabe) const
@@ -139,28 +99,9 @@ public:
         Taste(Qt::Key_Return);
     }
 
-    // At the widget's place in the window: whatever lies on top of it gets the click.
-    void Klick(const QWidget *widget) const
-    {
-        QTest::mouseClick(fenster->windowHandle(), Qt::LeftButton, {},
-                          widget->mapTo(fenster.get(), widget->rect().center()));
-    }
-
-    QString FokusName() const
-    {
-        const QWidget *fokus = QApplication::focusWidget();
-        return fokus ? fokus->objectName() : QString();
-    }
-
-    QTemporaryDir kartei, programm;
-    TestDienste dienste;
-    TestMeldungen &meldungen = dienste.meldungen;
-    AppConfig &konfig = dienste.konfig;
+    QTemporaryDir kartei;
     CardStore store;
-    KarteiOeffner oeffner{store, meldungen, dienste.clock};
-    Zufall &zufall;
-    QStringList &klaenge = dienste.ton.gespielt;
-    int &stille = dienste.ton.stillen;
+    KarteiOeffner oeffner{store, meldungen, clock};
     QWidget box; // stands for the window that the keyboard comes from
     Eingabewache wache{box};
     Fensterwechsel wechsel{wache, box};
@@ -168,6 +109,7 @@ public:
 
 private:
     MersenneZufall eigener_;
+    Zufall &zufall_;
 };
 
 // A card to be answered by typing.

@@ -35,7 +35,7 @@ private:
         const Ergebnis ausgang = b_->Fragen(KreuzKarte(richtig), [&] {
             for (const QChar zeile : kreuze)
                 b_->Klick(b_->Check1(zeile.digitValue() - 1));
-            b_->Klick(b_->Knopf("Cpruefen"));
+            b_->Klick("Cpruefen");
         });
         return ausgang ? static_cast<qint16>(*ausgang) : qint16(98);
     }
@@ -81,7 +81,7 @@ private slots:
         b_->Fragen(TippKarte("eins\r\nzwei"), [&] {
             b_->Tippe("eins");
             b_->Taste(Qt::Key_Return, Qt::ShiftModifier);
-            QVERIFY(!b_->Knopf("Command3")->isEnabled());
+            QVERIFY(!b_->Finde<QPushButton>("Command3")->isEnabled());
             b_->Tippe("zwei");
             b_->Taste(Qt::Key_Return);
         });
@@ -91,7 +91,7 @@ private slots:
     void PastedLinesAreJoinedToo()
     {
         b_->Fragen(TippKarte("eins\r\nzwei"), [&] {
-            b_->Text("Antwort(0)")->setPlainText("eins\nzwei");
+            b_->Finde<QTextEdit>("Antwort(0)")->setPlainText("eins\nzwei");
             b_->Taste(Qt::Key_Return);
         });
         QCOMPARE(b_->fenster->Urteil(), Richtig);
@@ -103,9 +103,10 @@ private slots:
         karte.Antwort_1 = "{\\rtf1 \\b Berlin\\b0  Hinweis: gro\\'df\\par}";
         b_->Fragen(karte, [&] {
             b_->Antworten("Bonn");
-            QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "Berlin Hinweis: groß");
-            QVERIFY(QTextCursor(b_->Text("Antwort(5)")->document()).charFormat().fontWeight() >= QFont::Bold);
-            QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "Bonn");
+            QCOMPARE(b_->Text("Antwort(5)"), "Berlin Hinweis: groß");
+            QVERIFY(QTextCursor(b_->Finde<QTextEdit>("Antwort(5)")->document()).charFormat().fontWeight() >=
+                    QFont::Bold);
+            QCOMPARE(b_->Text("Antwort(0)"), "Bonn");
         });
         QCOMPARE(b_->fenster->Urteil(), Falsch);
     }
@@ -143,18 +144,18 @@ private slots:
                 QVERIFY(!b_->Check1(i)->isChecked());
                 QVERIFY(!b_->Check2(i)->isVisible());
             }
-            QVERIFY(!b_->Label("Label4")->isVisible());
-            QCOMPARE(b_->Text("Antwort(2)")->toPlainText(), "drei");
+            QVERIFY(!b_->Finde<QLabel>("Label4")->isVisible());
+            QCOMPARE(b_->Text("Antwort(2)"), "drei");
             b_->Klick(b_->Check1(1));
-            b_->Klick(b_->Knopf("Cpruefen"));
-            QVERIFY(b_->Label("Label4")->isVisible());
+            b_->Klick("Cpruefen");
+            QVERIFY(b_->Finde<QLabel>("Label4")->isVisible());
             for (int i = 0; i < 5; ++i) {
                 QVERIFY(b_->Check2(i)->isVisible());
                 QCOMPARE(b_->Check2(i)->isChecked(), i == 0 || i == 2);
                 QCOMPARE(b_->Check1(i)->isChecked(), i == 1);
                 // What was ticked stands as it was judged.
                 b_->Klick(b_->Check1(i));
-                b_->Klick(b_->Text(QString("Antwort(%1)").arg(i))->viewport());
+                b_->Klick(b_->Finde<QTextEdit>(QString("Antwort(%1)").arg(i))->viewport());
                 QCOMPARE(b_->Check1(i)->isChecked(), i == 1);
                 QCOMPARE(b_->Check2(i)->isChecked(), i == 0 || i == 2);
             }
@@ -167,7 +168,7 @@ private slots:
             b_->Klick(b_->Check1(2));
             QCOMPARE(b_->FokusName(), "Cpruefen");
             b_->Check1(3)->setFocus();
-            b_->Klick(b_->Text("Antwort(0)")->viewport());
+            b_->Klick(b_->Finde<QTextEdit>("Antwort(0)")->viewport());
             QVERIFY(b_->Check1(0)->isChecked());
             QCOMPARE(b_->FokusName(), "Cpruefen");
         });
@@ -193,7 +194,7 @@ private slots:
             b_->Taste(Qt::Key_6);
             b_->Taste(Qt::Key_0);
             b_->Taste(Qt::Key_Return);
-            QVERIFY(b_->Knopf("Command3")->isEnabled());
+            QVERIFY(b_->Finde<QPushButton>("Command3")->isEnabled());
             b_->Taste(Qt::Key_1);
             QVERIFY(!b_->Check1(zeilen[0])->isChecked());
         });
@@ -215,7 +216,8 @@ private slots:
                     const auto mitte = [&](QWidget *w) {
                         return w->mapTo(b_->fenster.get(), w->rect().center()).y();
                     };
-                    QVERIFY(qAbs(mitte(b_->Check1(i)) - mitte(b_->Text(QString("Antwort(%1)").arg(i)))) <= 2);
+                    QVERIFY(qAbs(mitte(b_->Check1(i)) - mitte(b_->Finde(QString("Antwort(%1)").arg(i)))) <=
+                            2);
                     QVERIFY(qAbs(mitte(b_->Check1(i)) - mitte(b_->Check2(i))) <= 2);
                     b_->Taste(Qt::Key_Tab);
                 }
@@ -236,9 +238,9 @@ private slots:
         b_->Fragen(karte, [&] {
             b_->Check1(0)->setFocus();
             b_->Taste(Qt::Key_PageDown);
-            QVERIFY(b_->Text("Antwort(0)")->verticalScrollBar()->value() > 0);
+            QVERIFY(b_->Finde<QTextEdit>("Antwort(0)")->verticalScrollBar()->value() > 0);
             b_->Taste(Qt::Key_PageUp);
-            QCOMPARE(b_->Text("Antwort(0)")->verticalScrollBar()->value(), 0);
+            QCOMPARE(b_->Finde<QTextEdit>("Antwort(0)")->verticalScrollBar()->value(), 0);
         });
     }
 
@@ -257,15 +259,15 @@ private slots:
         b_->Oeffnen({TippKarte("x"), MakeCard(90, 5, 90)});
         Sql(qPrintable("UPDATE Lernkarten SET Antworttyp=" + typ));
         const auto pruefen = [&] {
-            QVERIFY(b_->Text("Antwort(0)")->isVisible());
+            QVERIFY(b_->Finde<QTextEdit>("Antwort(0)")->isVisible());
             b_->Antworten("x");
             QCOMPARE(b_->fenster->Urteil(), Nichts);
-            QCOMPARE(b_->Text("Antwort(5)")->toPlainText(), "x");
-            QVERIFY(!b_->Knopf("Command3")->isEnabled());
+            QCOMPARE(b_->Text("Antwort(5)"), "x");
+            QVERIFY(!b_->Finde<QPushButton>("Command3")->isEnabled());
             QVERIFY(!b_->Finde<QWidget>("Frame1")->isVisible());
-            QVERIFY(!b_->Option("Ergebnis_R")->isChecked());
-            QVERIFY(!b_->Option("Ergebnis_F")->isChecked());
-            QCOMPARE(b_->klaenge, QStringList());
+            QVERIFY(!b_->Finde<QRadioButton>("Ergebnis_R")->isChecked());
+            QVERIFY(!b_->Finde<QRadioButton>("Ergebnis_F")->isChecked());
+            QCOMPARE(b_->ton.gespielt, QStringList());
         };
         QCOMPARE(b_->Fragen([&] {
             pruefen();
@@ -275,8 +277,8 @@ private slots:
 
         QCOMPARE(b_->Fragen([&] {
             pruefen();
-            b_->Klick(b_->Option("Ergebnis_F"));
-            QVERIFY(b_->Knopf("Command3")->isEnabled());
+            b_->Klick("Ergebnis_F");
+            QVERIFY(b_->Finde<QPushButton>("Command3")->isEnabled());
         }),
                  Falsch);
 
@@ -298,10 +300,10 @@ private slots:
             QWidget *rahmen = b_->Finde<QWidget>("Frame1");
             QVERIFY(rahmen->isVisible());
             QCOMPARE(rahmen->palette().color(QPalette::Window), QColor(0, 255, 0));
-            QVERIFY(b_->Option("Ergebnis_R")->isChecked());
+            QVERIFY(b_->Finde<QRadioButton>("Ergebnis_R")->isChecked());
             QVERIFY(b_->fenster->grab().toImage().pixelColor(rahmen->mapTo(
                         b_->fenster.get(), QPoint(3, rahmen->height() / 2))) == QColor(0, 255, 0));
-            b_->Klick(b_->Option("Ergebnis_F"));
+            b_->Klick("Ergebnis_F");
             QCOMPARE(rahmen->palette().color(QPalette::Window), QColor(255, 0, 0));
             QCOMPARE(b_->FokusName(), "Command3");
         });
@@ -313,12 +315,12 @@ private slots:
         const Ergebnis ausgang = b_->Fragen(TippKarte("Berlin"), [&] {
             b_->Antworten("Bonn");
             QCOMPARE(b_->fenster->Urteil(), Falsch);
-            b_->Klick(b_->Option("Ergebnis_R"));
+            b_->Klick("Ergebnis_R");
             QCOMPARE(b_->fenster->Urteil(), Richtig);
-            b_->Klick(b_->Option("Ergebnis_F"));
+            b_->Klick("Ergebnis_F");
             QCOMPARE(b_->fenster->Urteil(), Falsch);
             b_->Taste(Qt::Key_R, Qt::AltModifier);
-            QVERIFY(QTest::qWaitFor([&] { return b_->Option("Ergebnis_R")->isChecked(); }));
+            QVERIFY(QTest::qWaitFor([&] { return b_->Finde<QRadioButton>("Ergebnis_R")->isChecked(); }));
             QCOMPARE(b_->FokusName(), "Command3");
             b_->Taste(Qt::Key_Return);
         });
@@ -329,12 +331,12 @@ private slots:
     {
         b_->Fragen(TippKarte("Berlin"), [&] {
             b_->Antworten("Bonn");
-            b_->Klick(b_->Option("Ergebnis_R"));
-            b_->Klick(b_->Text("Antwort(0)")->viewport());
+            b_->Klick("Ergebnis_R");
+            b_->Klick(b_->Finde<QTextEdit>("Antwort(0)")->viewport());
             b_->Tippe("x");
-            QCOMPARE(b_->Text("Antwort(0)")->toPlainText(), "Bonn");
+            QCOMPARE(b_->Text("Antwort(0)"), "Bonn");
             b_->Taste(Qt::Key_P, Qt::ControlModifier);
-            QVERIFY(!b_->Knopf("Cpruefen")->isEnabled());
+            QVERIFY(!b_->Finde<QPushButton>("Cpruefen")->isEnabled());
             QCOMPARE(b_->fenster->Urteil(), Richtig);
             b_->Taste(Qt::Key_Return);
             QVERIFY(!b_->fenster->isVisible());
@@ -364,7 +366,7 @@ private slots:
             };
             const auto vorher = lage();
             b_->Taste(Qt::Key_Return);
-            QVERIFY(b_->Option("Ergebnis_R")->isVisible());
+            QVERIFY(b_->Finde<QRadioButton>("Ergebnis_R")->isVisible());
             QCoreApplication::sendPostedEvents();
             QCoreApplication::processEvents();
             QCOMPARE(lage(), vorher);

@@ -197,7 +197,7 @@ private:
             b_->Taste(static_cast<Qt::Key>(Qt::Key_1 + Wurf(5)));
             break;
         case 4:
-            b_->Text("MFrage")->selectAll();
+            b_->Finde<QTextEdit>("MFrage")->selectAll();
             break;
         case 5:
             for (QTextEdit *text : b_->fenster->findChildren<QTextEdit *>())
@@ -223,15 +223,15 @@ private:
             }
             break;
         case 9:
-            b_->Klick(b_->Option(Wurf(2) ? "Ergebnis_R" : "Ergebnis_F"));
+            b_->Klick(Wurf(2) ? "Ergebnis_R" : "Ergebnis_F");
             break;
         case 10:
             for (const char *name : {"Command3", "Cpruefen", "NochEinmal"})
-                if (b_->Knopf(name)->isVisible() && Wurf(2))
-                    QTest::mousePress(b_->Knopf(name), Qt::LeftButton); // and no release
+                if (b_->Finde<QPushButton>(name)->isVisible() && Wurf(2))
+                    QTest::mousePress(b_->Finde<QPushButton>(name), Qt::LeftButton); // and no release
             break;
         default:
-            b_->Knopf("Cpruefen")->click();
+            b_->Finde<QPushButton>("Cpruefen")->click();
             break;
         }
     }
@@ -303,7 +303,7 @@ private slots:
         QWidget box;
         QWidget teil(&box);
         box.show();
-        PFUse abfrage(b_->store, b_->dienste.Alle(), b_->wechsel, &box);
+        PFUse abfrage(b_->store, b_->Alle(), b_->wechsel, &box);
         abfrage.Vorbereiten(0);
         QVERIFY(abfrage.windowHandle() && abfrage.windowHandle()->handle());
         QVERIFY(!abfrage.isVisible());

@@ -56,7 +56,7 @@ private slots:
         }
         b.Fragen(karte, [&] {
             b.Taste(Qt::Key_Return); // the verdict needs its place too
-            QTRY_VERIFY(b.Option("Ergebnis_R")->isVisible());
+            QTRY_VERIFY(b.Finde<QRadioButton>("Ergebnis_R")->isVisible());
             // A tenth is left to title bars and panels.
             const int hoehe = std::max(b.fenster->height(), b.fenster->minimumSizeHint().height());
             QVERIFY2(hoehe <= schirm.height() * 9 / 10, qPrintable(QString::number(hoehe)));
@@ -65,13 +65,14 @@ private slots:
                 const QRect lage(widget->mapTo(b.fenster.get(), QPoint()), widget->size());
                 QVERIFY2(b.fenster->rect().contains(lage) && lage.height() >= 12, name);
             }
-            QVERIFY(b.Text("MFrage")->height() >= 3 * b.Text("MFrage")->fontMetrics().lineSpacing());
+            QVERIFY(b.Finde<QTextEdit>("MFrage")->height() >=
+                    3 * b.Finde<QTextEdit>("MFrage")->fontMetrics().lineSpacing());
             // A picture that was made for a larger screen does not lie on the answers.
             if (bild && !lang) {
                 const QWidget *picture = b.Finde<QWidget>("Picture1");
                 const int unten = picture->mapTo(b.fenster.get(), QPoint(0, picture->height())).y();
                 for (int i = 0; i < (kreuz ? 5 : 1); ++i) {
-                    const QWidget *antwort = b.Text(QString("Antwort(%1)").arg(i));
+                    const QWidget *antwort = b.Finde(QString("Antwort(%1)").arg(i));
                     QVERIFY(unten <= antwort->mapTo(b.fenster.get(), QPoint()).y());
                 }
                 QVERIFY(picture->height() >= 60);
@@ -79,7 +80,8 @@ private slots:
             // A single line has nothing to scroll.
             if (kreuz && !lang)
                 for (int i = 0; i < 5; ++i)
-                    QVERIFY(!b.Text(QString("Antwort(%1)").arg(i))->verticalScrollBar()->isVisible());
+                    QVERIFY(
+                        !b.Finde<QTextEdit>(QString("Antwort(%1)").arg(i))->verticalScrollBar()->isVisible());
         });
     }
 };

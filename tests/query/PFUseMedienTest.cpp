@@ -63,7 +63,7 @@ private slots:
     {
         b_->Fragen(VolleKarte(), [&] {
             QCOMPARE(Gezeigt(), QColor(Qt::red));
-            QCOMPARE(b_->klaenge, QStringList(KarteiDatei("frage.wav")));
+            QCOMPARE(b_->ton.gespielt, QStringList(KarteiDatei("frage.wav")));
         });
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
@@ -81,10 +81,10 @@ private slots:
         QVERIFY(klang.open(QIODevice::WriteOnly));
         b_->Fragen(karte, [&] {
             QCOMPARE(Gezeigt(), QColor(Qt::red));
-            QCOMPARE(b_->klaenge, QStringList(KarteiDatei("fRAGE.wav")));
+            QCOMPARE(b_->ton.gespielt, QStringList(KarteiDatei("fRAGE.wav")));
             Antworten("ja");
             QCOMPARE(Gezeigt(), QColor(Qt::black));
-            QCOMPARE(b_->klaenge.last(), KarteiDatei("FEHLT.wav"));
+            QCOMPARE(b_->ton.gespielt.last(), KarteiDatei("FEHLT.wav"));
         });
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
@@ -93,10 +93,10 @@ private slots:
     {
         b_->Fragen(TippKarte("ja"), [&] {
             QVERIFY(!Bild()->isVisible());
-            QCOMPARE(b_->klaenge, QStringList());
+            QCOMPARE(b_->ton.gespielt, QStringList());
             Antworten("nein");
             QVERIFY(!Bild()->isVisible());
-            QCOMPARE(b_->klaenge, QStringList());
+            QCOMPARE(b_->ton.gespielt, QStringList());
         });
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
@@ -106,7 +106,7 @@ private slots:
         b_->Fragen(VolleKarte(), [&] {
             Antworten("ja");
             QCOMPARE(Gezeigt(), QColor(Qt::green));
-            QCOMPARE(b_->klaenge, QStringList({KarteiDatei("frage.wav"), KarteiDatei("richtig.wav")}));
+            QCOMPARE(b_->ton.gespielt, QStringList({KarteiDatei("frage.wav"), KarteiDatei("richtig.wav")}));
         });
     }
 
@@ -115,7 +115,7 @@ private slots:
         b_->Fragen(VolleKarte(), [&] {
             Antworten("nein");
             QCOMPARE(Gezeigt(), QColor(Qt::blue));
-            QCOMPARE(b_->klaenge.last(), KarteiDatei("falsch.wav"));
+            QCOMPARE(b_->ton.gespielt.last(), KarteiDatei("falsch.wav"));
         });
     }
 
@@ -127,7 +127,7 @@ private slots:
         b_->Fragen(karte, [&] {
             Antworten("nein");
             QCOMPARE(Gezeigt(), QColor(Qt::green));
-            QCOMPARE(b_->klaenge.last(), KarteiDatei("richtig.wav"));
+            QCOMPARE(b_->ton.gespielt.last(), KarteiDatei("richtig.wav"));
         });
     }
 
@@ -135,7 +135,7 @@ private slots:
     {
         b_->Fragen(TippKarte("ja"), [&] {
             Antworten("ja");
-            QCOMPARE(b_->klaenge, QStringList(ProgrammDatei("Applause.wav")));
+            QCOMPARE(b_->ton.gespielt, QStringList(ProgrammDatei("Applause.wav")));
         });
     }
 
@@ -143,12 +143,12 @@ private slots:
     {
         b_->Fragen(VolleKarte(), [&] {
             Antworten("nein");
-            b_->Klick(b_->Option("Ergebnis_R"));
+            b_->Klick("Ergebnis_R");
             QCOMPARE(Gezeigt(), QColor(Qt::green));
-            QCOMPARE(b_->klaenge.last(), KarteiDatei("richtig.wav"));
-            const qsizetype anzahl = b_->klaenge.size();
-            b_->Klick(b_->Option("Ergebnis_R"));
-            QCOMPARE(b_->klaenge.size(), anzahl);
+            QCOMPARE(b_->ton.gespielt.last(), KarteiDatei("richtig.wav"));
+            const qsizetype anzahl = b_->ton.gespielt.size();
+            b_->Klick("Ergebnis_R");
+            QCOMPARE(b_->ton.gespielt.size(), anzahl);
         });
     }
 
@@ -170,7 +170,7 @@ private slots:
         b_->Fragen(karte, [&] {
             QCOMPARE(b_->meldungen.Texte(), QStringList("Bilddatei nicht gefunden C:\\Alt\\fehlt.jpg"));
             QVERIFY(!Bild()->isVisible());
-            QCOMPARE(b_->klaenge, QStringList(KarteiDatei("frage.wav")));
+            QCOMPARE(b_->ton.gespielt, QStringList(KarteiDatei("frage.wav")));
             Antworten("ja");
             QCOMPARE(Gezeigt(), QColor(Qt::green));
         });
@@ -215,7 +215,7 @@ private slots:
     {
         CardRecord karte = TippKarte("ja");
         karte.Picture_6_Name = "..\\..\\etc\\laut.wav";
-        b_->Fragen(karte, [&] { QCOMPARE(b_->klaenge, QStringList(KarteiDatei("laut.wav"))); });
+        b_->Fragen(karte, [&] { QCOMPARE(b_->ton.gespielt, QStringList(KarteiDatei("laut.wav"))); });
     }
 
     void ThePictureStandsWhereTheCardSays()
@@ -228,7 +228,7 @@ private slots:
         b_->Fragen(karte, [&] {
             QCOMPARE(Bild()->geometry(), QRect(300, 50, 210, 120));
             // The question makes room: nothing of it lies under the picture, nor under one that comes later.
-            const auto *frage = b_->Text("MFrage")->viewport();
+            const auto *frage = b_->Finde<QTextEdit>("MFrage")->viewport();
             const QRect text(frage->mapTo(Bild()->parentWidget(), QPoint()), frage->size());
             QVERIFY(!text.intersects(Bild()->geometry()));
             Antworten("ja");
@@ -239,7 +239,7 @@ private slots:
     void APictureWithoutAPlaceStandsBesideTheQuestion()
     {
         b_->Fragen(VolleKarte(), [&] {
-            const QRect frage = b_->Text("MFrage")->geometry();
+            const QRect frage = b_->Finde<QTextEdit>("MFrage")->geometry();
             QVERIFY(frage.contains(Bild()->geometry()));
             QCOMPARE(Bild()->geometry().right(), frage.right());
         });
@@ -310,11 +310,13 @@ private slots:
         Malen(ProgrammDatei("face03.ico"), Qt::green, {48, 48});
         Malen(ProgrammDatei("face01.ico"), Qt::red, {48, 48});
         b_->Fragen(TippKarte("ja"), [&] {
-            const auto gesicht = [&] { return b_->Label("Image1")->pixmap().toImage().pixelColor(20, 20); };
-            QVERIFY(b_->Label("Image1")->pixmap().isNull());
+            const auto gesicht = [&] {
+                return b_->Finde<QLabel>("Image1")->pixmap().toImage().pixelColor(20, 20);
+            };
+            QVERIFY(b_->Finde<QLabel>("Image1")->pixmap().isNull());
             Antworten("ja");
             QCOMPARE(gesicht(), QColor(Qt::green));
-            b_->Klick(b_->Option("Ergebnis_F"));
+            b_->Klick("Ergebnis_F");
             QCOMPARE(gesicht(), QColor(Qt::red));
         });
     }
@@ -326,7 +328,8 @@ private slots:
         for (int karte = 0; karte < 2; ++karte) {
             b_->Fragen(TippKarte("ja"), [&] {
                 Antworten("ja");
-                QCOMPARE(b_->Label("Image1")->pixmap().toImage().pixelColor(20, 20), QColor(Qt::green));
+                QCOMPARE(b_->Finde<QLabel>("Image1")->pixmap().toImage().pixelColor(20, 20),
+                         QColor(Qt::green));
             });
             QFile::remove(datei);
         }
@@ -337,8 +340,8 @@ private slots:
         b_->konfig.ProgrammPfad = "/gibt/es/nicht";
         b_->Fragen(TippKarte("ja"), [&] {
             Antworten("ja");
-            QVERIFY(b_->Label("Image1")->pixmap().isNull());
-            b_->Klick(b_->Option("Ergebnis_F"));
+            QVERIFY(b_->Finde<QLabel>("Image1")->pixmap().isNull());
+            b_->Klick("Ergebnis_F");
         });
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }

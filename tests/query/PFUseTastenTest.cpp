@@ -13,7 +13,7 @@ class PFUseTastenTest : public QObject
 private:
     std::unique_ptr<AbfrageBuehne> b_;
 
-    QString Hinweise() const { return b_->Label("Tastenhinweise")->text(); }
+    QString Hinweise() const { return b_->Text("Tastenhinweise"); }
 
     // A card that the learner judges.
     static CardRecord SelbstKarte()
@@ -51,7 +51,7 @@ private slots:
     void TheOptionThatEnterWouldChooseIsMarked()
     {
         b_->Fragen(SelbstKarte(), [&] {
-            b_->Klick(b_->Text("Antwort(0)")); // the mouse takes the marks away
+            b_->Klick("Antwort(0)"); // the mouse takes the marks away
             b_->Antworten("x");
             QCOMPARE(b_->FokusName(), "Ergebnis_R");
             QVERIFY(b_->fenster->testAttribute(Qt::WA_KeyboardFocusChange));
@@ -80,11 +80,11 @@ private slots:
             QCOMPARE(b_->FokusName(), "Ergebnis_F");
             b_->Taste(Qt::Key(zurueck), dazu);
             QCOMPARE(b_->FokusName(), "Ergebnis_R");
-            QVERIFY(!b_->Option("Ergebnis_R")->isChecked());
+            QVERIFY(!b_->Finde<QRadioButton>("Ergebnis_R")->isChecked());
             b_->Taste(Qt::Key(hin));
-            QVERIFY(!b_->Option("Ergebnis_F")->isChecked());
+            QVERIFY(!b_->Finde<QRadioButton>("Ergebnis_F")->isChecked());
             b_->Taste(Qt::Key_Return);
-            QVERIFY(b_->Option("Ergebnis_F")->isChecked());
+            QVERIFY(b_->Finde<QRadioButton>("Ergebnis_F")->isChecked());
             QCOMPARE(b_->FokusName(), "Command3");
         });
         QCOMPARE(ausgang, Falsch);
@@ -109,26 +109,26 @@ private slots:
     void TheSoundOfTheMomentIsPlayedAgain()
     {
         b_->Fragen(KlangKarte("frage.wav", "richtig.wav"), [&] {
-            const QPushButton *knopf = b_->Knopf("NochEinmal");
+            const QPushButton *knopf = b_->Finde<QPushButton>("NochEinmal");
             QVERIFY(knopf->isVisible());
             QVERIFY(!knopf->accessibleName().isEmpty());
             b_->Tippe("ja");
             b_->Klick(knopf);
-            QCOMPARE(b_->klaenge, QStringList({Datei("frage.wav"), Datei("frage.wav")}));
+            QCOMPARE(b_->ton.gespielt, QStringList({Datei("frage.wav"), Datei("frage.wav")}));
             QCOMPARE(b_->FokusName(), "Antwort(0)");
             b_->Taste(Qt::Key_F5);
-            QTRY_COMPARE(b_->klaenge.size(), 3);
-            QCOMPARE(b_->klaenge.last(), Datei("frage.wav"));
+            QTRY_COMPARE(b_->ton.gespielt.size(), 3);
+            QCOMPARE(b_->ton.gespielt.last(), Datei("frage.wav"));
             b_->Taste(Qt::Key_Return);
-            QCOMPARE(b_->klaenge.last(), Datei("richtig.wav"));
+            QCOMPARE(b_->ton.gespielt.last(), Datei("richtig.wav"));
             b_->Taste(Qt::Key_F5);
-            QTRY_COMPARE(b_->klaenge.size(), 5);
-            QCOMPARE(b_->klaenge.last(), Datei("richtig.wav"));
+            QTRY_COMPARE(b_->ton.gespielt.size(), 5);
+            QCOMPARE(b_->ton.gespielt.last(), Datei("richtig.wav"));
             QCOMPARE(b_->FokusName(), "Command3");
             b_->Taste(Qt::Key_Tab);
             QCOMPARE(b_->FokusName(), "NochEinmal");
             b_->Taste(Qt::Key_Space);
-            QCOMPARE(b_->klaenge.size(), 6);
+            QCOMPARE(b_->ton.gespielt.size(), 6);
         });
         QCOMPARE(b_->meldungen.Texte(), QStringList());
     }
@@ -137,7 +137,7 @@ private slots:
     {
         for (const auto &[frage, richtig] : {std::pair("frage.wav", ""), std::pair("", "richtig.wav")}) {
             b_->Fragen(KlangKarte(frage, richtig), [&, frage = QString(frage)] {
-                const QPushButton *knopf = b_->Knopf("NochEinmal");
+                const QPushButton *knopf = b_->Finde<QPushButton>("NochEinmal");
                 const auto plaetze = [&] {
                     QList<QRect> orte;
                     for (const char *name : {"Clöschen", "Command1", "Cpruefen", "Command3", "MFrage"})
@@ -154,11 +154,11 @@ private slots:
         // The applause is the program's own.
         b_->Fragen(TippKarte("ja"), [&] {
             b_->Antworten("ja");
-            QVERIFY(!b_->Knopf("NochEinmal")->isVisible());
-            const auto gespielt = b_->klaenge.size();
+            QVERIFY(!b_->Finde<QPushButton>("NochEinmal")->isVisible());
+            const auto gespielt = b_->ton.gespielt.size();
             b_->Taste(Qt::Key_F5);
             QCoreApplication::processEvents();
-            QCOMPARE(b_->klaenge.size(), gespielt);
+            QCOMPARE(b_->ton.gespielt.size(), gespielt);
         });
     }
 };

@@ -2,30 +2,18 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Statistik.h"
 
-#include "Drehbuch.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
-
-#include <QLineEdit>
-#include <QPushButton>
 
 using namespace paukfix;
 
 namespace {
 
-QString Text(const QWidget &fenster, const QString &name)
-{
-    const auto *feld = fenster.findChild<QLineEdit *>(name);
-    if (!feld)
-        qFatal("no %s", qPrintable(name));
-    return feld->text();
-}
-
-QStringList Spalte(const QWidget &fenster, const QString &name)
+QStringList Spalte(QWidget &fenster, const QString &name)
 {
     QStringList texte;
     for (int i = 0; i < 7; ++i)
-        texte << Text(fenster, QString("%1(%2)").arg(name).arg(i));
+        texte << Hand(fenster).Text(QString("%1(%2)").arg(name).arg(i));
     return texte;
 }
 
@@ -74,25 +62,25 @@ private slots:
         const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.jetzt, QLocale(QLocale::German));
         QCOMPARE(werte.Beginn, "–");
         QCOMPARE(werte.DatZeit, "21.11.26 09:30:00");
-        const Statistik fenster(werte);
+        Statistik fenster(werte);
         for (const char *spalte : {"BegAnz", "AktAnz", "ÄndAnz"})
             QCOMPARE(Spalte(fenster, QString::fromUtf8(spalte)),
                      (QStringList{"0", "0", "0", "0", "0", "0", "0"}));
-        QCOMPARE(Text(fenster, "gesamt"), "0");
+        QCOMPARE(Hand(fenster).Text("gesamt"), "0");
     }
 
     void RightAfterOpeningNothingHasChanged()
     {
         LBoxBuehne b;
         b.OeffnenMit({3, 1, 0, 2, 0, 0, 4});
-        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
+        Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(fenster.windowTitle(), "Statistik");
         QCOMPARE(Spalte(fenster, "BegAnz"), (QStringList{"3", "1", "0", "2", "0", "0", "4"}));
         QCOMPARE(Spalte(fenster, "AktAnz"), (QStringList{"3", "1", "0", "2", "0", "0", "4"}));
         QCOMPARE(Spalte(fenster, "ÄndAnz"), (QStringList{"0", "0", "0", "0", "0", "0", "0"}));
-        QCOMPARE(Text(fenster, "richtig"), "0");
-        QCOMPARE(Text(fenster, "falsch"), "0");
-        QCOMPARE(Text(fenster, "gesamt"), "0");
+        QCOMPARE(Hand(fenster).Text("richtig"), "0");
+        QCOMPARE(Hand(fenster).Text("falsch"), "0");
+        QCOMPARE(Hand(fenster).Text("gesamt"), "0");
     }
 
     void ARightAnswerOnANewCardMovesOneCount()
@@ -100,13 +88,13 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.Lernen(Qt::Key_N, true);
-        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
+        Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(Spalte(fenster, "ÄndAnz"), (QStringList{"-1", "0", "+1", "0", "0", "0", "0"}));
         QCOMPARE(Spalte(fenster, "BegAnz"), (QStringList{"2", "0", "0", "0", "0", "0", "0"}));
         QCOMPARE(Spalte(fenster, "AktAnz"), (QStringList{"1", "0", "1", "0", "0", "0", "0"}));
-        QCOMPARE(Text(fenster, "richtig"), "1");
-        QCOMPARE(Text(fenster, "falsch"), "0");
-        QCOMPARE(Text(fenster, "gesamt"), "1");
+        QCOMPARE(Hand(fenster).Text("richtig"), "1");
+        QCOMPARE(Hand(fenster).Text("falsch"), "0");
+        QCOMPARE(Hand(fenster).Text("gesamt"), "1");
     }
 
     void AWrongAnswerInCompartment1RaisesFalschAlone()
@@ -114,10 +102,10 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({0, 2});
         b.Lernen(Qt::Key_1, false);
-        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
+        Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         QCOMPARE(Spalte(fenster, "ÄndAnz"), (QStringList{"0", "0", "0", "0", "0", "0", "0"}));
-        QCOMPARE(Text(fenster, "falsch"), "1");
-        QCOMPARE(Text(fenster, "gesamt"), "1");
+        QCOMPARE(Hand(fenster).Text("falsch"), "1");
+        QCOMPARE(Hand(fenster).Text("gesamt"), "1");
     }
 
     void ADeletedCardIsNoAnswer()
@@ -125,9 +113,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.meldungen.antworten = {Meldungen::Antwort::Ja};
-        b.NaechsteAbfrage([](QWidget *abfrage) {
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Clöschen"), Qt::LeftButton);
-        });
+        b.NaechsteAbfrage([](QWidget *abfrage) { Hand(*abfrage).Klick("Clöschen"); });
         b.Taste(Qt::Key_N);
         const StatistikWerte werte = StatistikLesen(b.kartei, b.clock.Now());
         QCOMPARE(werte.Fach[0].beginn, 2);
@@ -187,9 +173,9 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({2});
-        const Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
+        Statistik fenster(StatistikLesen(b.kartei, b.clock.Now()));
         b.Lernen(Qt::Key_N, true);
-        QCOMPARE(Text(fenster, "gesamt"), "0");
+        QCOMPARE(Hand(fenster).Text("gesamt"), "0");
     }
 
     void ZurueckClosesIt_data()
@@ -205,12 +191,12 @@ private slots:
     {
         QFETCH(int, taste);
         Statistik fenster(StatistikWerte{});
-        fenster.show();
-        QVERIFY(QTest::qWaitForWindowActive(&fenster));
+        const Hand hand(fenster);
+        hand.Zeigen();
         if (taste)
-            QTest::keyClick(fenster.focusWidget(), Qt::Key(taste));
+            hand.Taste(Qt::Key(taste));
         else
-            QTest::mouseClick(fenster.findChild<QPushButton *>("cmdZurück"), Qt::LeftButton);
+            hand.Klick("cmdZurück");
         QVERIFY(!fenster.isVisible());
     }
 
@@ -224,7 +210,7 @@ private slots:
         fenster.show();
         QVERIFY(QTest::qWaitForWindowExposed(&fenster));
         const auto helligkeit = [&](int fach, double x, double y) {
-            QWidget *balken = fenster.findChild<QWidget *>(QString("Balken(%1)").arg(fach));
+            QWidget *balken = Hand(fenster).Finde(QString("Balken(%1)").arg(fach));
             const QImage bild = balken->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
             return qGray(bild.pixel(int(bild.width() * x),
                                     int(bild.height() / 2.0 + balken->fontMetrics().height() * y)));
@@ -234,7 +220,7 @@ private slots:
         QVERIFY(std::abs(helligkeit(0, 0.25, 0.2) - grund) > 40); // filled
         QCOMPARE(helligkeit(0, 0.75, 0.2), grund);                // half as long
         QVERIFY(std::abs(helligkeit(1, 0.9, 0.2) - grund) > 40);
-        QCOMPARE(fenster.findChild<QWidget *>("Balken(0)")->accessibleName(), "Fach Neu: 10, jetzt 5");
+        QCOMPARE(Hand(fenster).Finde("Balken(0)")->accessibleName(), "Fach Neu: 10, jetzt 5");
     }
 };
 

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreTestSupport.h"
 
+#include "CardTransaction.h"
+
 #include <QFile>
 #include <SQLiteCpp/Statement.h>
 
@@ -27,13 +29,13 @@ void MakeCardFile(const QString &path, const QList<CardRecord> &cards)
     CardFile::Create(path);
     CardFile file(path);
     CardRecordset recordset(file);
-    recordset.BeginTrans();
+    CardTransaction transaction(recordset);
     for (const CardRecord &card : cards) {
         recordset.AddNew();
         recordset.Write(card);
         recordset.Update();
     }
-    recordset.CommitTrans();
+    transaction.Commit();
 }
 
 QList<CardRecord> ReadCards(const QString &path)

@@ -24,9 +24,12 @@ public:
 };
 
 // The services of a test: questions and dialogs are answered beforehand, nothing waits, chance and sounds are
-// noted; the settings are the real ones, in a directory that the test gives them.
+// noted; the settings are the real ones, in a directory of their own.
 struct TestDienste
 {
+    TestDienste() { konfig.ProgrammPfad = programm.path(); }
+
+    QTemporaryDir programm;
     TestMeldungen meldungen;
     TestDialoge dialoge;
     TestClock clock;
