@@ -18,13 +18,6 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int Abstand = 8; // between the lines of a tick card, in pixels
-constexpr int Zeilen = static_cast<int>(AntwortBoxen);
-
-} // namespace
-
 Antworten::Antworten(const QTextCharFormat &standard, double faktor, QWidget *parent)
     : QScrollArea(parent), flaeche_(new QWidget), zeilen_(new QGridLayout(flaeche_))
 {
@@ -110,13 +103,16 @@ void Antworten::FeldZeigen(std::size_t nummer)
     const bool ankreuzen = !Check1_[nummer]->isHidden();
     const bool leer = ankreuzen && Antwort_[nummer]->IstLeer();
     feld_[nummer]->SetRichtig(ankreuzen && Check1_[nummer]->isChecked());
-    Antwort_[nummer]->setPlaceholderText(leer ? u"leer"_s : QString());
+    feld_[nummer]->SetLeer(leer && !gedruckt_);
     Antwort_[nummer]->setAccessibleDescription(leer ? u"leer"_s : QString());
 }
 
-void Antworten::SetAlleZeigen(bool alle)
+void Antworten::SetGedruckt(bool gedruckt)
 {
-    setMinimumHeight(alle ? flaeche_->minimumSizeHint().height() : zeile_ * 2 + Abstand);
+    gedruckt_ = gedruckt;
+    setMinimumHeight(gedruckt ? flaeche_->minimumSizeHint().height() : zeile_ * 2 + Abstand);
+    for (std::size_t i = 0; i < AntwortBoxen; ++i)
+        FeldZeigen(i);
 }
 
 void Antworten::Fokus(std::size_t box)

@@ -23,8 +23,8 @@ class Antworten final : public QScrollArea
     Q_OBJECT
 
 public:
-    // Texts are shown `faktor` times as large. `standard` is what an empty answer is typed in: a line of it is
-    // seen whole.
+    // Texts are shown `faktor` times as large. `standard` is what an empty answer is typed in: a line of it
+    // is seen whole.
     Antworten(const QTextCharFormat &standard, double faktor, QWidget *parent);
 
     void Zeigen(const Kartenblatt &blatt, const QTextCharFormat &standard);
@@ -39,16 +39,23 @@ public:
     const std::array<KartenTextBox *, AntwortBoxen> &Boxen() const { return Antwort_; }
 
     QList<QWidget *> Tabfolge() const;
-    // For paper: no answer is scrolled away while this holds.
-    void SetAlleZeigen(bool alle);
+
+    // The height of five answers, in pixels.
+    int Ganz() const { return 5 * zeile_ + 4 * Abstand; }
+
+    // For paper: no answer is scrolled away while this holds, and an empty line says nothing.
+    void SetGedruckt(bool gedruckt);
 
 signals:
     void kreuzGeaendert(); // by the writer
 
 private:
+    static constexpr int Abstand = 8; // between the lines of a tick card, in pixels
+
     void FeldZeigen(std::size_t nummer);
 
-    int zeile_; // height of one answer, in pixels
+    bool gedruckt_ = false;
+    int zeile_ = 0; // height of one answer, in pixels
     QWidget *flaeche_;
     std::array<KartenTextBox *, AntwortBoxen> Antwort_{};
     std::array<QCheckBox *, AntwortBoxen> Check1_{};

@@ -4,13 +4,35 @@
 
 #include "Fensterbau.h"
 #include "Hausfarben.h"
+#include "Schriftgrade.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QPainter>
 
 namespace paukfix {
 
-Antwortfeld::Antwortfeld(QWidget *parent) : Flaeche(parent) {}
+using namespace Qt::StringLiterals;
+
+Antwortfeld::Antwortfeld(QWidget *parent) : Flaeche(parent), leer_(new QLabel(u"leer"_s, this))
+{
+    leer_->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
+    leer_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    leer_->hide();
+    FarbenSetzen();
+}
+
+void Antwortfeld::SetLeer(bool leer)
+{
+    leer_->setVisible(leer);
+    leer_->raise();
+}
+
+void Antwortfeld::resizeEvent(QResizeEvent *event)
+{
+    Flaeche::resizeEvent(event);
+    leer_->setGeometry(14, 0, leer_->sizeHint().width(), height());
+}
 
 void Antwortfeld::SetRichtig(bool richtig)
 {
@@ -27,12 +49,13 @@ void Antwortfeld::FarbenSetzen()
         Faerben(this, {{QPalette::Base, HausfarbenZu(palette()).richtigGrund}});
     else
         setPalette({});
+    Faerben(leer_, {{QPalette::WindowText, HausfarbenZu(palette()).leiseTinte}});
 }
 
 void Antwortfeld::changeEvent(QEvent *event)
 {
     Flaeche::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && richtig_)
+    if (event->type() == QEvent::PaletteChange && leer_)
         FarbenSetzen();
 }
 

@@ -20,15 +20,14 @@ Artwahl::Artwahl(QWidget *parent)
           Benannt(new QRadioButton(u"Text/&Zahl"_s, this), u"Antwort_T"_s, u"Antwort als Text oder Zahl"_s)),
       Antwort_K_(
           Benannt(new QRadioButton(u"An&kreuzen"_s, this), u"Antwort_K"_s, u"Antwort zum Ankreuzen"_s)),
-      art_(new QButtonGroup(this))
+      art_(new QButtonGroup(this)),
+      frage_(new QLabel(u"Antwort als:"_s, this))
 {
     Benannt(this, u"Frame2"_s, u"Antwort als:"_s);
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
     zeile->setSpacing(16);
-    auto *frage = new QLabel(u"Antwort als:"_s, this);
-    frage->setPalette(Farben::Leise(palette()));
-    zeile->addWidget(frage);
+    zeile->addWidget(frage_);
     for (QRadioButton *knopf : {Antwort_T_, Antwort_K_}) {
         art_->addButton(knopf);
         connect(knopf, &QRadioButton::clicked, this, &Artwahl::gewaehlt);
@@ -54,6 +53,11 @@ Antwortart Artwahl::Art() const
     if (Antwort_K_->isChecked())
         return Antwortart::Ankreuzen;
     return Antwort_T_->isChecked() ? Antwortart::Text : Antwortart::Keine;
+}
+
+void Artwahl::FarbenSetzen(const QPalette &form)
+{
+    frage_->setPalette(Farben::Leise(form));
 }
 
 QList<QWidget *> Artwahl::Tabfolge() const

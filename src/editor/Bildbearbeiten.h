@@ -19,6 +19,7 @@ private:
     void Vorschau(const QString &pfad) override;
     void Belegen(Slotkarte &karte, const QString &pfad) override;
     void VorschauLeeren() override;
+
     Slotvorschau *EigeneVorschau() override { return Picture1_; }
 
     void Annehmen(const QString &pfad) override;

@@ -55,9 +55,12 @@ auto NachNummer(CardRecordset &karten)
     return zurueck;
 }
 
-// A place that cannot be counted is no reason not to show the card.
-CardPlace Platz(CardRecordset &karten)
+// The place of the card that was come to: one on or back from a known one, else it is counted. One that
+// cannot be counted is no reason not to show the card.
+CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<CardEditor::Richtung> schritt)
 {
+    if (schritt && vorher.number > 0)
+        return {vorher.number + (schritt == CardEditor::Richtung::Vor ? 1 : -1), vorher.of};
     try {
         return PlaceOfCurrent(karten);
     } catch (const StoreError &) {
@@ -106,7 +109,7 @@ void CardEditor::AktuelleZeigen()
         NewCardForm();
 }
 
-bool CardEditor::ShowCard()
+bool CardEditor::ShowCard(std::optional<Richtung> schritt)
 {
     Kartenblatt blatt;
     Kartenkopf kopf;
@@ -116,7 +119,7 @@ bool CardEditor::ShowCard()
         kopf.FrageNr = QString::number(nummer_, 'g', 15);
         kopf.FachNr = QString::number(felder.FachNr.Integer());
         blatt = BlattLesen(felder);
-        kopf.platz = Platz(kartei_.Karten());
+        platz_ = kopf.platz = Platz(kartei_.Karten(), platz_, schritt);
     });
     // What cannot be read must not leave the last card in the form.
     if (!gelesen) {
@@ -131,13 +134,14 @@ bool CardEditor::ShowCard()
 
 Kartenkopf CardEditor::NeuerKopf() const
 {
-    return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true, {}};
+    return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true};
 }
 
 void CardEditor::NewCardForm()
 {
     neu_ = true;
     cardDirty = false;
+    platz_ = {};
     formular_.Zeigen({}, NeuerKopf());
 }
 
@@ -177,7 +181,7 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
         neu_ = false;
         cardDirty = true;
         nummer_ = kartei_.HighestCardNumber;
-        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu), false, {}});
+        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
         return false;
     }
     if (!gespeichert) {
@@ -237,7 +241,7 @@ void CardEditor::Schritte(Richtung richtung)
         if (AmEnde(karten, richtung))
             NewCardForm();
         else
-            ShowCard();
+            ShowCard(richtung);
     });
 }
 
@@ -262,7 +266,7 @@ bool CardEditor::Laufschritt(Richtung richtung)
         if (AmEnde(karten, richtung))
             NewCardForm();
         else
-            weiter = ShowCard();
+            weiter = ShowCard(richtung);
     });
     return weiter;
 }
@@ -354,6 +358,7 @@ void CardEditor::Loeschen()
     if (!geloescht)
         return;
     cardDirty = false;
+    platz_ = {};
     CVor();
 }
 

@@ -7,6 +7,7 @@
 #include "Meldungen.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace paukfix {
@@ -16,8 +17,8 @@ struct Kartenkopf
 {
     QString FrageNr;
     QString FachNr;
-    bool neu = false; // "Neue Karte"
-    CardPlace platz;  // in the order in which one walks; without a number where it is not known
+    bool neu = false;     // "Neue Karte"
+    CardPlace platz = {}; // in the order in which one walks; without a number where it is not known
 };
 
 // Whether something was changed; tells when that changes.
@@ -115,7 +116,7 @@ private:
     bool StoreNew(const Kartenblatt &blatt, Vorlage vorlage);
     bool StoreExisting(const Kartenblatt &blatt);
     void StandOnShownCard();
-    bool ShowCard();
+    bool ShowCard(std::optional<Richtung> schritt = std::nullopt);
     void Schritte(Richtung richtung);
     Kartenkopf NeuerKopf() const;
 
@@ -124,6 +125,7 @@ private:
     Kartensicht &formular_;
     bool neu_ = true;
     double nummer_ = 0; // of the shown card, while it is not new
+    CardPlace platz_;   // of the shown card; without a number where it must be counted
 };
 
 } // namespace paukfix

@@ -25,10 +25,14 @@ struct Textfarbe
 };
 
 const std::array Textfarben{
-    Textfarbe{"&automatisch", {}},          Textfarbe{"&Rot", {0xC0, 0x1C, 0x1C}},
-    Textfarbe{"&Orange", {0xC2, 0x5E, 0x00}}, Textfarbe{"&Braun", {0x7A, 0x4A, 0x1E}},
-    Textfarbe{"&Grün", {0x1B, 0x7A, 0x3D}},  Textfarbe{"&Türkis", {0x00, 0x75, 0x80}},
-    Textfarbe{"B&lau", {0x1D, 0x4F, 0xB8}},  Textfarbe{"&Violett", {0x7A, 0x2E, 0xA8}},
+    Textfarbe{"&automatisch", {}},
+    Textfarbe{"&Rot", {0xC0, 0x1C, 0x1C}},
+    Textfarbe{"&Orange", {0xC2, 0x5E, 0x00}},
+    Textfarbe{"&Braun", {0x7A, 0x4A, 0x1E}},
+    Textfarbe{"&Grün", {0x1B, 0x7A, 0x3D}},
+    Textfarbe{"&Türkis", {0x00, 0x75, 0x80}},
+    Textfarbe{"B&lau", {0x1D, 0x4F, 0xB8}},
+    Textfarbe{"&Violett", {0x7A, 0x2E, 0xA8}},
 };
 
 QIcon Farbfeld(const QColor &farbe)
@@ -63,16 +67,21 @@ Formatmenue::Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *le
     };
     eintrag("MSchriftart", u"&Schriftart"_s, {}, [this] { MSchriftart_Click(); });
     MFont_->addSeparator()->setObjectName(u"MStrich1"_s);
-    QAction *fett = eintrag("MFontFett", u"&Fett"_s, Qt::CTRL | Qt::Key_F, [this] { Formatieren(FettFormat); });
-    QAction *kursiv = eintrag("MFontKursiv", u"&Kursiv"_s, Qt::CTRL | Qt::Key_K, [this] { Formatieren(KursivFormat); });
+    QAction *fett =
+        eintrag("MFontFett", u"&Fett"_s, Qt::CTRL | Qt::Key_F, [this] { Formatieren(FettFormat); });
+    QAction *kursiv =
+        eintrag("MFontKursiv", u"&Kursiv"_s, Qt::CTRL | Qt::Key_K, [this] { Formatieren(KursivFormat); });
     QAction *unterstrichen = eintrag("MFontUnterstrichen", u"&Unterstrichen"_s, Qt::CTRL | Qt::Key_U,
-            [this] { Formatieren(UnterstrichenFormat); });
-    QAction *hoch = eintrag("MFonthoch", u"&Hochgestellt"_s, Qt::CTRL | Qt::Key_H,
-            [this] { Formatieren([](const Auswahlformat &) { return HochgestelltFormat(); }); });
-    QAction *normal = eintrag("MFontNormal", u"&Normalgestellt"_s, Qt::CTRL | Qt::Key_N,
-            [this] { Formatieren([](const Auswahlformat &) { return NormalgestelltFormat(); }); });
-    QAction *tief = eintrag("MFontTief", u"&Tiefgestellt"_s, Qt::CTRL | Qt::Key_T,
-            [this] { Formatieren([](const Auswahlformat &) { return TiefgestelltFormat(); }); });
+                                     [this] { Formatieren(UnterstrichenFormat); });
+    QAction *hoch = eintrag("MFonthoch", u"&Hochgestellt"_s, Qt::CTRL | Qt::Key_H, [this] {
+        Formatieren([](const Auswahlformat &) { return HochgestelltFormat(); });
+    });
+    QAction *normal = eintrag("MFontNormal", u"&Normalgestellt"_s, Qt::CTRL | Qt::Key_N, [this] {
+        Formatieren([](const Auswahlformat &) { return NormalgestelltFormat(); });
+    });
+    QAction *tief = eintrag("MFontTief", u"&Tiefgestellt"_s, Qt::CTRL | Qt::Key_T, [this] {
+        Formatieren([](const Auswahlformat &) { return TiefgestelltFormat(); });
+    });
     for (QAction *aktion : {fett, kursiv, unterstrichen, hoch, normal, tief})
         aktion->setCheckable(true);
     auto *farbe = new QAction(u"Textfarbe"_s, this);

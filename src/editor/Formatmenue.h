@@ -19,8 +19,8 @@ class KartenTextBox;
 
 // The menu "Format", its commands and two more that only the bar of icons has: the colour and the way back to
 // the standard font. They act on the text box of the form that has the keyboard, which is outlined, and show
-// the format at its caret; where none has it, they are disabled. The menu itself, and another window in front,
-// take the keyboard just for a while.
+// the format at its caret; where none has it, they are disabled. The menu itself, and another window in
+// front, take the keyboard just for a while.
 class Formatmenue final : public QObject
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ private:
     Dienste dienste_;
     QWidget *formular_;
     QMenu *MFont_;
-    QList<QAction *> aktionen_;      // all of them
+    QList<QAction *> aktionen_;   // all of them
     QPointer<KartenTextBox> box_; // that the commands act on
 };
 

@@ -185,6 +185,7 @@ QRect Formularbild::Ausweichen(QRect platz) const
             zone = AufFormular(feld);
         }
     }
+    zone.adjust(0, 2, -4, -2);
     const QSize hoechstens(zone.width() * 3 / 5, zone.height());
     if (platz.width() > hoechstens.width() || platz.height() > hoechstens.height())
         platz.setSize(platz.size().scaled(hoechstens, Qt::KeepAspectRatio).expandedTo({1, 1}));

@@ -28,7 +28,8 @@ public:
     // Outlines that field as the one that has the keyboard.
     void Umranden(bool aktiv);
 
-    // Gets the pictures and sounds that are pasted or dropped; outlives the box. The text stays as it is then.
+    // Gets the pictures and sounds that are pasted or dropped; outlives the box. The text stays as it is
+    // then.
     Medienannahme *medien = nullptr;
 
     // Asks whether a text may lose these. Without an answer it may not.

@@ -5,6 +5,7 @@
 #include "Antworten.h"
 #include "Artwahl.h"
 #include "BildBox.h"
+#include "Farben.h"
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "Formatierung.h"
@@ -13,6 +14,7 @@
 #include "KartenTextBox.h"
 #include "Kartensuche.h"
 #include "Kopfzeile.h"
+#include "Themenzeile.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -23,6 +25,7 @@
 #include <QTextCursor>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -55,8 +58,8 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
       frageFeld_(new Flaeche(this)),
       MFrage_(Benannt(new KartenTextBox(frageFeld_), u"MFrage"_s, u"Frage"_s)),
       art_(new Artwahl(this)),
-      antworten_(
-          new Antworten(StandardFormat(dienste.konfig.schrift), Kartenfaktor(dienste.konfig.schrift, font()), this)),
+      antworten_(new Antworten(StandardFormat(dienste.konfig.schrift),
+                               Kartenfaktor(dienste.konfig.schrift, font()), this)),
       bild_(new Formularbild(this, MFrage_))
 {
     Benannt(this, u"Formular"_s, u"Karte"_s);
@@ -110,9 +113,9 @@ void Kartenformular::Anfuegen(const Knopfzeile &knoepfe)
     zeilen_->addSpacing(12);
     zeilen_->addLayout(knoepfe.zeile);
     knoepfe_ = knoepfe;
-    const QList<QWidget *> folge = kopf_->Tabfolge()
-                                   << MFrage_ << bild_->Box() << art_->Tabfolge() << antworten_->Tabfolge()
-                                   << knoepfe.Alle();
+    FarbenSetzen();
+    const QList<QWidget *> folge = kopf_->Tabfolge() << MFrage_ << bild_->Box() << art_->Tabfolge()
+                                                     << antworten_->Tabfolge() << knoepfe.Alle();
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
 }
@@ -233,6 +236,9 @@ void Kartenformular::FarbenSetzen()
     // A dark desktop's text could not be read on it.
     if (gedruckt_)
         Faerben(this, {{QPalette::Window, HellGrau}, {QPalette::WindowText, Qt::black}});
+    art_->FarbenSetzen(palette());
+    if (knoepfe_)
+        knoepfe_->platz->setPalette(Farben::Leise(palette()));
 }
 
 void Kartenformular::NebensachenZeigen(bool sichtbar)
@@ -242,7 +248,7 @@ void Kartenformular::NebensachenZeigen(bool sichtbar)
             knopf->setVisible(sichtbar);
     art_->setVisible(sichtbar);
     bild_->SetGriffSichtbar(sichtbar);
-    antworten_->SetAlleZeigen(!sichtbar);
+    antworten_->SetGedruckt(!sichtbar);
 }
 
 void Kartenformular::Drucken(const std::function<std::unique_ptr<QPrinter>()> &drucker)
@@ -289,6 +295,12 @@ void Kartenformular::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     const int rand = width() < SchmalesFenster ? 12 : 24;
     zeilen_->setContentsMargins(rand, rand / 2, rand, 12);
+    // Question and answers share what they have, but the answers are seen whole before the question grows.
+    const int beide = frageFeld_->height() + antworten_->height();
+    const int antworten = std::max(antworten_->Ganz(), beide / 2);
+    zeilen_->setStretchFactor(frageFeld_, std::max(beide - antworten, 1));
+    zeilen_->setStretchFactor(antworten_, antworten);
+    zeilen_->activate();
     bild_->Platzieren();
 }
 

@@ -3,7 +3,6 @@
 #include "Knopfzeile.h"
 
 #include "CardEditor.h"
-#include "Farben.h"
 #include "Fensterbau.h"
 #include "Symbole.h"
 #include "Tastenkappe.h"
@@ -11,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyleOptionButton>
 
 namespace paukfix {
 
@@ -28,11 +28,28 @@ QPushButton *Knopf(QWidget *form, const QString &text, const QString &name, cons
     return neu;
 }
 
-// Shows an icon; a screen reader says what it does, and its sign.
+// A button whose caption is drawn as an icon.
+class Pfeilknopf final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void initStyleOption(QStyleOptionButton *option) const override
+    {
+        QPushButton::initStyleOption(option);
+        option->text.clear();
+    }
+};
+
+// A screen reader says the caption, and what it does.
 QPushButton *Pfeil(QWidget *form, Symbole symbol, const QString &zeichen, const QString &name,
                    const QString &zweck, const QString &tipp)
 {
-    QPushButton *neu = Knopf(form, {}, name, u"%1 %2"_s.arg(zeichen, zweck), tipp);
+    QPushButton *neu = Benannt(new Pfeilknopf(zeichen, form), name, u"%1 %2"_s.arg(zeichen, zweck));
+    neu->setToolTip(tipp);
+    neu->setAutoDefault(false);
+    PlatzHalten(neu);
     neu->setIcon(Symbol(symbol));
     neu->setIconSize({20, 20});
     neu->setFixedWidth(44);
@@ -44,7 +61,8 @@ QPushButton *Pfeil(QWidget *form, Symbole symbol, const QString &zeichen, const 
 Knopfzeile::Knopfzeile(QWidget *form)
     : CZZurück(Pfeil(form, Symbole::Schnellzurueck, u"<<"_s, u"CZZurück"_s, u"zurückblättern"_s,
                      u"zurückblättern, solange gedrückt"_s)),
-      CZurück(Pfeil(form, Symbole::Zurueck, u"<"_s, u"CZurück"_s, u"vorige Karte"_s, u"vorige Karte STRG+<"_s)),
+      CZurück(
+          Pfeil(form, Symbole::Zurueck, u"<"_s, u"CZurück"_s, u"vorige Karte"_s, u"vorige Karte STRG+<"_s)),
       CVor(Pfeil(form, Symbole::Vor, u">"_s, u"CVor"_s, u"nächste Karte"_s,
                  u"nächste Karte STRG + SHIFT + >"_s)),
       CVVor(Pfeil(form, Symbole::Schnellvor, u">>"_s, u"CVVor"_s, u"vorblättern"_s,
@@ -60,7 +78,6 @@ Knopfzeile::Knopfzeile(QWidget *form)
     platz->setObjectName(u"Kartenplatz"_s);
     platz->setTextFormat(Qt::PlainText);
     platz->setAlignment(Qt::AlignCenter);
-    platz->setPalette(Farben::Leise(form->palette()));
     tasten->setObjectName(u"Tastenhinweise"_s);
     for (QWidget *label : {static_cast<QWidget *>(platz), static_cast<QWidget *>(tasten)})
         PlatzHalten(label);

@@ -5,6 +5,7 @@
 #include "FachNummern.h"
 #include "Fensterbau.h"
 #include "Hausfarben.h"
+#include "Schriftgrade.h"
 #include "Symbole.h"
 #include "Themenzeile.h"
 
@@ -50,9 +51,41 @@ protected:
     }
 };
 
+// A small button that says how many there are.
+class Medienknopf final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+    QSize sizeHint() const override
+    {
+        constexpr int Bild = 16;
+        return {fontMetrics().horizontalAdvance(text()) + Bild + 32, fontMetrics().height() + 10};
+    }
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        constexpr int Bild = 16;
+        const Hausfarben &farben = HausfarbenZu(palette());
+        QPainter maler(this);
+        maler.setRenderHint(QPainter::Antialiasing);
+        const QRectF feld = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        maler.setPen(farben.umriss);
+        maler.setBrush(isDown() || underMouse() ? farben.gewaehlt : QColor(Qt::transparent));
+        maler.drawRoundedRect(feld, feld.height() / 2, feld.height() / 2);
+        icon().paint(&maler, QRect(11, (height() - Bild) / 2, Bild, Bild));
+        maler.setPen(palette().color(QPalette::WindowText));
+        maler.drawText(rect().adjusted(Bild + 18, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft, text());
+    }
+};
+
 QPushButton *Medienmarke(const QString &name, Symbole symbol, const QString &tipp, QWidget *eltern)
 {
-    auto *marke = new QPushButton(eltern);
+    auto *marke = new Medienknopf(eltern);
+    marke->setFont(Schriftgrad::In(marke->font(), Schriftgrad::Klein));
     marke->setObjectName(name);
     marke->setIcon(Symbol(symbol));
     marke->setToolTip(tipp);
@@ -147,11 +180,14 @@ QString Kopfzeile::Thema() const
 
 void Kopfzeile::DateienZeigen(const Bildnamen &namen)
 {
-    const auto zeigen = [&](QPushButton *marke, std::size_t erster, const QString &eines, const QString &viele) {
+    const auto zeigen = [&](QPushButton *marke, std::size_t erster, const QString &eines,
+                            const QString &viele) {
         const auto vorhanden = std::count_if(namen.begin() + erster, namen.begin() + erster + Momente,
                                              [](const QString &name) { return !name.isEmpty(); });
         marke->setText(u"%1 %2"_s.arg(vorhanden).arg(vorhanden == 1 ? eines : viele));
+        marke->setAccessibleName(marke->text());
         marke->setVisible(vorhanden > 0);
+        marke->updateGeometry();
     };
     zeigen(bilder_, ErsterBildplatz, u"Bild"_s, u"Bilder"_s);
     zeigen(toene_, ErsterTonplatz, u"Ton"_s, u"Töne"_s);

@@ -35,6 +35,7 @@ public:
 
     // Puts the caret before `laenge` characters from `stelle` (from 0) on and marks them.
     void ThemaMarkieren(qsizetype stelle, qsizetype laenge);
+
     QLineEdit *Nummernfeld() const { return MaskFrageNr_; }
 
     Themenzeile *Themenfeld() const { return MaskThema_; }

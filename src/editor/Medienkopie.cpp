@@ -101,8 +101,7 @@ QString Danebenlegen(const Medium &medium, const QString &verzeichnis)
     const QDir ort(verzeichnis);
     const QString name = FreierName(verzeichnis, medium.name);
     const QString platz = ort.filePath(name);
-    const QString daneben =
-        ort.filePath(u".paukfix-%1.tmp"_s.arg(QCoreApplication::applicationPid()));
+    const QString daneben = ort.filePath(u".paukfix-%1.tmp"_s.arg(QCoreApplication::applicationPid()));
     QFile::remove(daneben); // only this process could have made it
     const auto aufraeumen = qScopeGuard([&] { QFile::remove(daneben); });
     WithPlaceNamed(daneben, platz, [&] {

@@ -21,7 +21,7 @@ inline QMenu *MenueBauen(QMenuBar *leiste, const QString &name, const QString &t
 // An entry of this name at the end of the menu, and what it does.
 template <typename Aktion>
 QAction *EintragBauen(QMenu *menue, const QString &name, const QString &text, const QKeySequence &taste,
-                  Aktion aktion)
+                      Aktion aktion)
 {
     auto *neu = new QAction(text, menue);
     neu->setObjectName(name);

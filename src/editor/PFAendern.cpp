@@ -115,6 +115,7 @@ void PFÄndern::LeisteBauen()
         const char *name; // of the action; none between groups
         Symbole symbol;
     };
+
     constexpr std::array Eintraege{
         Eintrag{"MFontFett", Symbole::Fett},
         Eintrag{"MFontKursiv", Symbole::Kursiv},
@@ -167,8 +168,8 @@ void PFÄndern::FormularVerbinden()
         }
         return themen;
     };
-    auto *annahme = new Medienannahme(kartei_, dienste_.meldungen, formular_->Dateien(), formular_,
-                                      formular_->Felder());
+    auto *annahme =
+        new Medienannahme(kartei_, dienste_.meldungen, formular_->Dateien(), formular_, formular_->Felder());
     annahme->angenommen = [this] {
         Geaendert();
         formular_->BilderZeigen();
@@ -180,7 +181,7 @@ void PFÄndern::GroesseWaehlen()
 {
     const int zeile = fontMetrics().height();
     const QSize schirm = screen()->availableSize() * 0.9;
-    resize(QSize(zeile * 56, zeile * 42).expandedTo({900, 620}).boundedTo(schirm));
+    resize(QSize(zeile * 62, zeile * 46).expandedTo({1000, 740}).boundedTo(schirm));
 }
 
 void PFÄndern::Form_Load()

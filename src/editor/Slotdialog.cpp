@@ -70,10 +70,11 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
     kopf->addWidget(new QLabel(u"Fragenr:"_s, this));
     kopf->addWidget(nummer);
     auto *knoepfe = new QHBoxLayout;
-    auto *hinweis = new KurzLabel(texte_.art == Medienart::Bild
-                                      ? u"Ein Bild, das Sie hierher ziehen, wird neben die Kartei kopiert."_s
-                                      : u"Eine Datei, die Sie hierher ziehen, wird neben die Kartei kopiert."_s,
-                                  this);
+    auto *hinweis =
+        new KurzLabel(texte_.art == Medienart::Bild
+                          ? u"Ein Bild, das Sie hierher ziehen, wird neben die Kartei kopiert."_s
+                          : u"Eine Datei, die Sie hierher ziehen, wird neben die Kartei kopiert."_s,
+                      this);
     hinweis->setPalette(Farben::Leise(palette()));
     hinweis->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     knoepfe->addWidget(cmdÄndern_);
@@ -84,6 +85,7 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
     knoepfe->addSpacing(24);
     knoepfe->addWidget(cmdOK_);
     auto *alles = new QVBoxLayout(this);
+    alles->setContentsMargins(24, 18, 24, 18);
     alles->setSpacing(Abstand);
     alles->addLayout(kopf);
     alles->addWidget(rolle_, 1);
@@ -114,9 +116,7 @@ void Slotdialog::KartenBauen()
         connect(karte->Option(), &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
         karte->geklickt = [karte] { karte->Option()->click(); };
         karte->gebracht = [this, i](const Medium &medium) { Bringen(i, medium); };
-        karte->anzuhoeren = [this, i] {
-            dienste_.ton.Spielen(Mediendatei(kartei_.KarteiPfad, SlotName(i)));
-        };
+        karte->anzuhoeren = [this, i] { dienste_.ton.Spielen(Mediendatei(kartei_.KarteiPfad, SlotName(i))); };
         reihe_->addWidget(karte, 1);
     }
     Dateiname_ = Benannt(new KurzLabel(this), u"Dateiname"_s, {});
@@ -222,8 +222,8 @@ void Slotdialog::DateiWaehlen()
 
 void Slotdialog::Bringen(int welche, const Medium &medium)
 {
-    const auto name = MediumAnbieten(medium, static_cast<std::size_t>(welche), kartei_.KarteiPfad,
-                                     dienste_.meldungen);
+    const auto name =
+        MediumAnbieten(medium, static_cast<std::size_t>(welche), kartei_.KarteiPfad, dienste_.meldungen);
     if (!name)
         return;
     gewaehlt_ = welche;

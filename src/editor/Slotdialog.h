@@ -33,14 +33,14 @@ struct Kartendateien
 struct SlotTexte
 {
     Medienart art = Medienart::Bild;
-    QString name;               // of the window's object
-    QString titel;              // of the window
-    QString frage;              // above the options
-    QString dialog;             // title of the file dialog
-    QString filter;             // of the file dialog
-    QString alle;               // name of the file dialog's entry for all types
-    QString fremd;              // the beginning of the message for a file of another directory
-    QString fehler;             // the beginning of the message for a file that cannot be opened
+    QString name;                // of the window's object
+    QString titel;               // of the window
+    QString frage;               // above the options
+    QString dialog;              // title of the file dialog
+    QString filter;              // of the file dialog
+    QString alle;                // name of the file dialog's entry for all types
+    QString fremd;               // the beginning of the message for a file of another directory
+    QString fehler;              // the beginning of the message for a file that cannot be opened
     std::size_t ersterPlatz = 0; // of the three among the names: question, right answer, wrong answer
 };
 

@@ -79,7 +79,7 @@ Slotkarte::Slotkarte(int nummer, Medienart art, QWidget *parent)
     auto *alles = new QVBoxLayout(this);
     alles->setContentsMargins(12, 10, 12, 10);
     alles->setSpacing(8);
-    alles->addWidget(option_);
+    alles->addWidget(option_, 0, Qt::AlignLeft);
     alles->addLayout(bildplatz_, 1);
     alles->addLayout(datei);
     FarbenSetzen();
@@ -100,9 +100,7 @@ void Slotkarte::DauerZeigen(const std::optional<QString> &dauer)
     abspielen_->setVisible(dauer && !dauer->isEmpty());
     dauer_->setVisible(abspielen_->isVisibleTo(this));
     dauer_->setText(dauer.value_or(QString()));
-    vorschau_->SetHinweis(!dauer            ? QString()
-                          : dauer->isEmpty() ? u"lässt sich nicht abspielen"_s
-                                             : u" "_s);
+    vorschau_->SetHinweis(!dauer ? QString() : dauer->isEmpty() ? u"lässt sich nicht abspielen"_s : u" "_s);
 }
 
 void Slotkarte::Waehlen(bool gewaehlt, Slotvorschau *vorschau, KurzLabel *name)
@@ -155,7 +153,8 @@ void Slotkarte::dropEvent(QDropEvent *event)
         return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    QMetaObject::invokeMethod(this, [this, medium] { gebracht(*medium); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, medium] { gebracht(*medium); }, Qt::QueuedConnection);
 }
 
 void Slotkarte::changeEvent(QEvent *event)

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+class QLabel;
 class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
@@ -25,8 +26,8 @@ public:
     // `nummer` from 1 on; what is dropped must be of this kind.
     Slotkarte(int nummer, Medienart art, QWidget *parent);
 
-    std::function<void()> geklickt = [] {};                       // on what it holds
-    std::function<void()> anzuhoeren = [] {};                     // its sound
+    std::function<void()> geklickt = [] {};                               // on what it holds
+    std::function<void()> anzuhoeren = [] {};                             // its sound
     std::function<void(const Medium &)> gebracht = [](const Medium &) {}; // dropped on it
 
     QRadioButton *Option() const { return option_; }

@@ -83,12 +83,14 @@ void Slotvorschau::AufforderungMalen(QPainter &maler) const
     const Hausfarben &farben = HausfarbenZu(palette());
     const QString text = hinweis_.isEmpty() ? aufforderung_ : hinweis_;
     const int breite = width() - 16;
-    const int hoch =
-        fontMetrics().boundingRect(0, 0, breite, height(), Qt::AlignHCenter | Qt::TextWordWrap, text).height();
+    const int hoch = fontMetrics()
+                         .boundingRect(0, 0, breite, height(), Qt::AlignHCenter | Qt::TextWordWrap, text)
+                         .height();
     const bool mitZeichen = Zeichen + 12 + hoch <= height() - 8;
     const int oben = (height() - hoch - (mitZeichen ? Zeichen + 12 : 0)) / 2;
     if (mitZeichen)
-        SymbolMalen(maler, QRectF((width() - Zeichen) / 2.0, oben, Zeichen, Zeichen), symbol_, farben.leiseTinte);
+        SymbolMalen(maler, QRectF((width() - Zeichen) / 2.0, oben, Zeichen, Zeichen), symbol_,
+                    farben.leiseTinte);
     maler.setPen(farben.leiseTinte);
     maler.drawText(QRect(8, mitZeichen ? oben + Zeichen + 12 : oben, breite, hoch),
                    Qt::AlignHCenter | Qt::TextWordWrap, text);

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QToolButton>
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr int Knopf = 34; // pixels, at the usual resolution
 constexpr int Bild = 20;
-constexpr int Zwischen = 4;  // between the icons of a group
+constexpr int Zwischen = 4;        // between the icons of a group
 constexpr int Gruppenabstand = 17; // with a line in its middle
 constexpr int Rand = 16;
 constexpr int Oben = 4;
@@ -118,7 +119,8 @@ bool Symbolleiste::event(QEvent *event)
 void Symbolleiste::paintEvent(QPaintEvent *)
 {
     QPainter maler(this);
-    maler.setPen(Farben::Getoent(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.3));
+    maler.setPen(
+        Farben::Getoent(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.3));
     int y = Oben;
     for (const int x : striche_) {
         if (x < 0)
@@ -126,7 +128,8 @@ void Symbolleiste::paintEvent(QPaintEvent *)
         else
             maler.drawLine(x, y + 4, x, y + Knopf - 5);
     }
-    maler.setPen(Farben::Getoent(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.15));
+    maler.setPen(
+        Farben::Getoent(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.15));
     maler.drawLine(0, height() - 1, width(), height() - 1);
 }
 
