@@ -4,6 +4,7 @@
 
 #include "Antwortfeld.h"
 #include "Fensterbau.h"
+#include "Hausfarben.h"
 #include "KartenTextBox.h"
 
 #include <QCheckBox>
@@ -13,6 +14,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <cmath>
 
 namespace paukfix {
 
@@ -49,6 +51,7 @@ Antworten::Antworten(const QTextCharFormat &standard, double faktor, QWidget *pa
         connect(kreuz, &QCheckBox::toggled, this, [this, i] { FeldZeigen(i); });
         connect(box, &QTextEdit::textChanged, this, [this, i] { FeldZeigen(i); });
         feld->layout()->addWidget(kreuz);
+        feld->layout()->setAlignment(kreuz, Qt::AlignTop); // beside the first line
         feld->setMinimumHeight(zeile_);
         zeilen_->addWidget(feld, static_cast<int>(i), 0);
         Antwort_[i] = box;
@@ -93,8 +96,15 @@ void Antworten::ArtZeigen(Antwortart art)
         feld_[i]->setVisible(ankreuzen || i == 0);
         Check1_[i]->setVisible(ankreuzen);
         zeilen_->setRowStretch(static_cast<int>(i), ankreuzen || i == 0 ? 1 : 0);
-        FeldZeigen(i);
     }
+    FelderZeigen();
+}
+
+void Antworten::FelderZeigen()
+{
+    zeilen_->activate();
+    for (std::size_t i = 0; i < AntwortBoxen; ++i)
+        FeldZeigen(i);
 }
 
 // A right answer looks right, and a line that is not used says so.
@@ -102,7 +112,19 @@ void Antworten::FeldZeigen(std::size_t nummer)
 {
     const bool ankreuzen = !Check1_[nummer]->isHidden();
     const bool leer = ankreuzen && Antwort_[nummer]->IstLeer();
-    feld_[nummer]->SetRichtig(ankreuzen && Check1_[nummer]->isChecked());
+    const bool richtig = ankreuzen && Check1_[nummer]->isChecked();
+    feld_[nummer]->SetRichtig(richtig);
+    const Hausfarben &farben = HausfarbenZu(palette());
+    QCheckBox *kreuz = Check1_[nummer];
+    if (gedruckt_)
+        kreuz->setPalette({});
+    else
+        Faerben(kreuz, {{QPalette::WindowText, richtig ? farben.richtigText : farben.leiseTinte}});
+    kreuz->setProperty("zeichenfarbe", richtig ? farben.richtigText : QColor());
+    // A text that is lower than its line stands in the middle.
+    const int hoch = static_cast<int>(std::ceil(Antwort_[nummer]->document()->size().height()));
+    const int frei = ankreuzen ? (feld_[nummer]->height() - hoch) / 2 : 0;
+    feld_[nummer]->layout()->setContentsMargins(10, std::max(frei, 4), 10, 4);
     feld_[nummer]->SetLeer(leer && !gedruckt_);
     Antwort_[nummer]->setAccessibleDescription(leer ? u"leer"_s : QString());
 }
@@ -111,8 +133,20 @@ void Antworten::SetGedruckt(bool gedruckt)
 {
     gedruckt_ = gedruckt;
     setMinimumHeight(gedruckt ? flaeche_->minimumSizeHint().height() : zeile_ * 2 + Abstand);
-    for (std::size_t i = 0; i < AntwortBoxen; ++i)
-        FeldZeigen(i);
+    FelderZeigen();
+}
+
+void Antworten::resizeEvent(QResizeEvent *event)
+{
+    QScrollArea::resizeEvent(event);
+    FelderZeigen();
+}
+
+void Antworten::changeEvent(QEvent *event)
+{
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && feld_.back())
+        FelderZeigen();
 }
 
 void Antworten::Fokus(std::size_t box)

@@ -49,10 +49,15 @@ public:
 signals:
     void kreuzGeaendert(); // by the writer
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
 private:
     static constexpr int Abstand = 8; // between the lines of a tick card, in pixels
 
     void FeldZeigen(std::size_t nummer);
+    void FelderZeigen();
 
     bool gedruckt_ = false;
     int zeile_ = 0; // height of one answer, in pixels

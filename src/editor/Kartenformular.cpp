@@ -297,7 +297,7 @@ void Kartenformular::resizeEvent(QResizeEvent *event)
     zeilen_->setContentsMargins(rand, rand / 2, rand, 12);
     // Question and answers share what they have, but the answers are seen whole before the question grows.
     const int beide = frageFeld_->height() + antworten_->height();
-    const int antworten = std::max(antworten_->Ganz(), beide / 2);
+    const int antworten = std::clamp(antworten_->Ganz(), beide / 2, beide * 3 / 5);
     zeilen_->setStretchFactor(frageFeld_, std::max(beide - antworten, 1));
     zeilen_->setStretchFactor(antworten_, antworten);
     zeilen_->activate();

@@ -16,11 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Knopf = 34; // pixels, at the usual resolution
-constexpr int Bild = 20;
-constexpr int Zwischen = 4;        // between the icons of a group
-constexpr int Gruppenabstand = 17; // with a line in its middle
-constexpr int Rand = 16;
+constexpr int Bild = 20; // pixels, at the usual resolution
 constexpr int Oben = 4;
 
 } // namespace
@@ -51,54 +47,59 @@ void Symbolleiste::Anfuegen(QAction *aktion, Symbole symbol)
     knopf->setAccessibleName(text);
     knopf->setAutoRaise(true);
     knopf->setIconSize({Bild, Bild});
-    knopf->setFixedSize(Knopf, Knopf);
     knopf->setFocusPolicy(Qt::NoFocus); // the text keeps the keyboard; all is reached by menu and key
     if (aktion->menu())
         knopf->setPopupMode(QToolButton::InstantPopup);
     gruppen_.last().append(knopf);
-    setMinimumWidth(Gruppenbreite(0) + 2 * Rand);
+    setMinimumWidth(320);
 }
 
 int Symbolleiste::Gruppenbreite(qsizetype gruppe) const
 {
     const auto anzahl = static_cast<int>(gruppen_.at(gruppe).size());
-    return anzahl * (Knopf + Zwischen) - Zwischen;
+    return anzahl * (masse_.knopf + masse_.zwischen) - masse_.zwischen;
 }
 
-// The second line, where there is one, begins with the first group that does not go into the first beside
-// what stands at the end.
+// Of all in one line.
+int Symbolleiste::Breite() const
+{
+    int alle = 2 * masse_.rand + amEnde_->width();
+    for (qsizetype i = 0; i < gruppen_.size(); ++i)
+        alle += Gruppenbreite(i) + masse_.gruppen;
+    return alle;
+}
+
 void Symbolleiste::Anordnen()
 {
     amEnde_->adjustSize();
-    int alle = -Gruppenabstand;
-    for (qsizetype i = 0; i < gruppen_.size(); ++i)
-        alle += Gruppenbreite(i) + Gruppenabstand;
-    const int platz = width() - 2 * Rand;
-    const bool eine = alle + Gruppenabstand + amEnde_->width() <= platz;
+    masse_ = Weit;
+    if (Breite() > width())
+        masse_ = Eng;
+    const bool eine = Breite() <= width();
+    const int platz = width() - 2 * masse_.rand;
     striche_.clear();
     int x = 0;
     int zeile = 0;
-    const auto y = [&zeile] { return Oben + zeile * (Knopf + Zwischen); };
+    const auto y = [&] { return Oben + zeile * (masse_.knopf + masse_.zwischen); };
     for (qsizetype i = 0; i < gruppen_.size(); ++i) {
-        if (x > 0 && !eine && zeile == 0 && x + Gruppenabstand + Gruppenbreite(i) > platz) {
+        // The second line has the last two groups.
+        if (!eine && i == gruppen_.size() - 2) {
             x = 0;
             ++zeile;
             striche_.append(-1);
         }
         if (x > 0) {
-            striche_.append(Rand + x + Gruppenabstand / 2);
-            x += Gruppenabstand;
+            striche_.append(masse_.rand + x + masse_.gruppen / 2);
+            x += masse_.gruppen;
         }
         for (QToolButton *knopf : gruppen_.at(i)) {
-            knopf->move(Rand + x, y());
-            x += Knopf + Zwischen;
+            knopf->setGeometry(masse_.rand + x, y(), masse_.knopf, masse_.knopf);
+            x += masse_.knopf + masse_.zwischen;
         }
-        x -= Zwischen;
+        x -= masse_.zwischen;
     }
-    if (!eine && x + Gruppenabstand + amEnde_->width() > platz)
-        ++zeile; // what stands at the end has a line of its own
-    amEnde_->move(width() - Rand - amEnde_->width(), y() + (Knopf - amEnde_->height()) / 2);
-    setFixedHeight(y() + Knopf + Oben + 1);
+    amEnde_->move(masse_.rand + platz - amEnde_->width(), y() + (masse_.knopf - amEnde_->height()) / 2);
+    setFixedHeight(y() + masse_.knopf + Oben + 1);
     update();
 }
 
@@ -124,9 +125,9 @@ void Symbolleiste::paintEvent(QPaintEvent *)
     int y = Oben;
     for (const int x : striche_) {
         if (x < 0)
-            y += Knopf + Zwischen;
+            y += masse_.knopf + masse_.zwischen;
         else
-            maler.drawLine(x, y + 4, x, y + Knopf - 5);
+            maler.drawLine(x, y + 4, x, y + masse_.knopf - 5);
     }
     maler.setPen(
         Farben::Getoent(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.15));

@@ -3,6 +3,7 @@
 #include "Flaeche.h"
 
 #include "Farben.h"
+#include "Hausfarben.h"
 
 #include <QPainter>
 
@@ -37,7 +38,7 @@ void Flaeche::paintEvent(QPaintEvent *)
         stift.setStyle(Qt::DashLine);
         break;
     case Umriss::Fokus:
-        stift = QPen(Farben::Lesbar(palette().color(QPalette::Highlight), grund, Farben::KontrastUmriss), 2);
+        stift = QPen(Farben::Lesbar(HausfarbenZu(palette()).fokus, grund, Farben::KontrastUmriss), 2);
         break;
     }
     const qreal halb = stift.widthF() / 2;
