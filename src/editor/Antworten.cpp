@@ -8,6 +8,7 @@
 #include "KartenTextBox.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QTextCharFormat>
