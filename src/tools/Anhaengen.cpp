@@ -9,6 +9,8 @@
 #include "JournalFile.h"
 #include "SafeFile.h"
 
+#include <QFileInfo>
+
 #include <memory>
 
 namespace paukfix {
@@ -90,6 +92,20 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
     if (anzahl)
         *anzahl = neue.count;
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
+}
+
+std::optional<int> KartenIn(const CardStore &store, const QString &quelle)
+{
+    try {
+        if (quelle.isEmpty() || IstSieSelbst(store, quelle))
+            return std::nullopt;
+        const QString pfad = VollerPfad(store, quelle);
+        if (!QFileInfo(pfad).isFile() || IsJetFile(pfad))
+            return std::nullopt;
+        return CardFileSource(pfad).Count();
+    } catch (const StoreError &) { // told when it is to be appended
+        return std::nullopt;
+    }
 }
 
 } // namespace paukfix

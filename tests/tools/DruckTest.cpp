@@ -4,13 +4,18 @@
 #include "TestProgram.h"
 #include "Uebersicht.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPageLayout>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTableView>
+#include <QTimer>
 
 using namespace paukfix;
 using namespace Qt::StringLiterals;
@@ -39,6 +44,8 @@ private slots:
     void NoNumberGetsAMessage_data();
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
+    void SelectedCardsArePrintedWhereThereIsNoRange();
+    void PreviewShowsThePagesAndPrintsNothing();
 };
 
 namespace {
@@ -450,6 +457,49 @@ void DruckTest::NumbersAreNormalised()
     QFile::remove(presse.Pfad("druck.pdf"));
     QTest::keyClick(Control<QLineEdit>(*presse.fenster, "txtBis"), Qt::Key_Return);
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
+}
+
+void DruckTest::SelectedCardsArePrintedWhereThereIsNoRange()
+{
+    Presse presse(Karten(4));
+    auto *gitter = Control<QTableView>(*presse.fenster, "grdDataGrid");
+    const auto *vorhaben = Control<QLabel>(*presse.fenster, "Vorhaben");
+    QCOMPARE(vorhaben->text(), "1 gewählte Karte");
+    QTest::keyClick(gitter, Qt::Key_Down);
+    QTest::keyClick(gitter, Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(vorhaben->text(), "2 gewählte Karten");
+    presse.Drucken("", "");
+    QCOMPARE(presse.WoerterIn(0, true).front().text, "2");
+    QCOMPARE(presse.WoerterIn(1, true).front().text, "3");
+    QVERIFY(presse.WoerterIn(2, true).isEmpty());
+    QCOMPARE(Control<QLabel>(*presse.fenster, "Tastenhinweise")->text(), "2 Karten an den Drucker geschickt");
+    // A range wins, and counts also what a filter hides.
+    Control<QLineEdit>(*presse.fenster, "txtSuchen")->setText("Frage 4");
+    Control<QLineEdit>(*presse.fenster, "txtVon")->setText("1");
+    QCOMPARE(vorhaben->text(), "");
+    Control<QLineEdit>(*presse.fenster, "txtBis")->setText("3");
+    QCOMPARE(vorhaben->text(), "3 Karten");
+}
+
+void DruckTest::PreviewShowsThePagesAndPrintsNothing()
+{
+    Presse presse(Karten(9));
+    int seiten = 0;
+    QTimer zuschauer;
+    QObject::connect(&zuschauer, &QTimer::timeout, [&] {
+        auto *vorschau = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+        if (!vorschau || !vorschau->isVisible())
+            return;
+        seiten = vorschau->findChild<QPrintPreviewWidget *>()->pageCount();
+        vorschau->reject();
+    });
+    zuschauer.start(10);
+    Control<QLineEdit>(*presse.fenster, "txtVon")->setText("1");
+    Control<QLineEdit>(*presse.fenster, "txtBis")->setText("9");
+    Click(*presse.fenster, "cmdVorschau");
+    QCOMPARE(seiten, 3);
+    QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
+    QVERIFY(presse.meldungen.gezeigt.isEmpty());
 }
 
 PAUKFIX_TEST(DruckTest)
