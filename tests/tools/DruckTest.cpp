@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Fensterbuehne.h"
 #include "TestProgram.h"
 #include "Uebersicht.h"
+#include "Werkstatt.h"
 
 #include <QApplication>
 #include <QImage>
@@ -59,7 +59,7 @@ struct Wort
 };
 
 // A window with a card file that prints to a PDF file.
-struct Presse : Fensterbuehne
+struct Presse : Werkstatt
 {
     explicit Presse(const QList<CardRecord> &karten, QPageLayout::Orientation lage = QPageLayout::Portrait,
                     const QMarginsF &raender = {})
@@ -76,7 +76,7 @@ struct Presse : Fensterbuehne
                                                                       drucker->setPageMargins(raender);
                                                                       return drucker;
                                                                   }});
-        Show(*fenster);
+        Hand(*fenster).Zeigen();
     }
 
     static std::unique_ptr<QPrinter> Drucker(const QString &pfad)
@@ -90,9 +90,9 @@ struct Presse : Fensterbuehne
 
     void Drucken(const QString &von, const QString &bis) const
     {
-        Control<QLineEdit>(*fenster, "txtVon")->setText(von);
-        Control<QLineEdit>(*fenster, "txtBis")->setText(bis);
-        Click(*fenster, "cmdDrucken");
+        Hand(*fenster).Finde<QLineEdit>("txtVon")->setText(von);
+        Hand(*fenster).Finde<QLineEdit>("txtBis")->setText(bis);
+        Hand(*fenster).Klick("cmdDrucken");
     }
 
     static QByteArray Lauf(const QString &programm, const QStringList &argumente)
@@ -442,28 +442,28 @@ void DruckTest::NoNumberGetsAMessage()
     QCOMPARE(presse.meldungen.Texte(),
              QStringList{"Bitte bei „" + field + "“ eine ganze Zahl von 1 bis 32767 eingeben."});
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
-    QVERIFY(Control<QLineEdit>(*presse.fenster, field == "Von:" ? "txtVon" : "txtBis")->hasFocus());
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtVon")->text(), von);
+    QVERIFY(Hand(*presse.fenster).Finde<QLineEdit>(field == "Von:" ? "txtVon" : "txtBis")->hasFocus());
+    QCOMPARE(Hand(*presse.fenster).Text("txtVon"), von);
 }
 
 void DruckTest::NumbersAreNormalised()
 {
     Presse presse(Karten(3));
     presse.Drucken("  +2", " 0003 ");
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtVon")->text(), "2");
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtBis")->text(), "3");
+    QCOMPARE(Hand(*presse.fenster).Text("txtVon"), "2");
+    QCOMPARE(Hand(*presse.fenster).Text("txtBis"), "3");
     QCOMPARE(presse.Seiten().join(' ').count("Antwort:"), 2);
     // Enter in a field of the range prints too.
     QFile::remove(presse.Pfad("druck.pdf"));
-    QTest::keyClick(Control<QLineEdit>(*presse.fenster, "txtBis"), Qt::Key_Return);
+    Hand(*presse.fenster).Taste("txtBis", Qt::Key_Return);
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
 }
 
 void DruckTest::SelectedCardsArePrintedWhereThereIsNoRange()
 {
     Presse presse(Karten(4));
-    auto *gitter = Control<QTableView>(*presse.fenster, "grdDataGrid");
-    const auto *vorhaben = Control<QLabel>(*presse.fenster, "Vorhaben");
+    auto *gitter = Hand(*presse.fenster).Finde<QTableView>("grdDataGrid");
+    const auto *vorhaben = Hand(*presse.fenster).Finde<QLabel>("Vorhaben");
     QCOMPARE(vorhaben->text(), "1 gewählte Karte");
     QTest::keyClick(gitter, Qt::Key_Down);
     QTest::keyClick(gitter, Qt::Key_Down, Qt::ShiftModifier);
@@ -472,12 +472,13 @@ void DruckTest::SelectedCardsArePrintedWhereThereIsNoRange()
     QCOMPARE(presse.WoerterIn(0, true).front().text, "2");
     QCOMPARE(presse.WoerterIn(1, true).front().text, "3");
     QVERIFY(presse.WoerterIn(2, true).isEmpty());
-    QCOMPARE(Control<QLabel>(*presse.fenster, "Tastenhinweise")->text(), "2 Karten an den Drucker geschickt");
+    QCOMPARE(Hand(*presse.fenster).Finde<QLabel>("Tastenhinweise")->text(),
+             "2 Karten an den Drucker geschickt");
     // A range wins, and counts also what a filter hides.
-    Control<QLineEdit>(*presse.fenster, "txtSuchen")->setText("Frage 4");
-    Control<QLineEdit>(*presse.fenster, "txtVon")->setText("1");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtSuchen")->setText("Frage 4");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtVon")->setText("1");
     QCOMPARE(vorhaben->text(), "");
-    Control<QLineEdit>(*presse.fenster, "txtBis")->setText("3");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtBis")->setText("3");
     QCOMPARE(vorhaben->text(), "3 Karten");
 }
 
@@ -494,9 +495,9 @@ void DruckTest::PreviewShowsThePagesAndPrintsNothing()
         vorschau->reject();
     });
     zuschauer.start(10);
-    Control<QLineEdit>(*presse.fenster, "txtVon")->setText("1");
-    Control<QLineEdit>(*presse.fenster, "txtBis")->setText("9");
-    Click(*presse.fenster, "cmdVorschau");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtVon")->setText("1");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtBis")->setText("9");
+    Hand(*presse.fenster).Klick("cmdVorschau");
     QCOMPARE(seiten, 3);
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
     QVERIFY(presse.meldungen.gezeigt.isEmpty());

@@ -4,13 +4,14 @@
 #include "AImport.h"
 #include "AlleNull.h"
 #include "ErlNull.h"
-#include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
 #include "TestProgram.h"
 #include "Themaausfiltern.h"
+#include "Werkstatt.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 
 using namespace paukfix;
@@ -22,7 +23,10 @@ class VorhabenTest : public QObject
     Q_OBJECT
 
 private:
-    static QString Vorhaben(const QWidget &fenster) { return Control<QLabel>(fenster, "Vorhaben")->text(); }
+    static QString Vorhaben(const QWidget &fenster)
+    {
+        return Hand(fenster).Finde<QLabel>("Vorhaben")->text();
+    }
 
     // Three typed cards (one with a picture, one with a sound and done), a ticked one in compartment 2.
     static QList<CardRecord> Karten()
@@ -39,7 +43,7 @@ private slots:
 
     void ExportTellsWhatStaysOut()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen(Karten());
         QCOMPARE(Vorhaben(AExport(w.oeffner, w.Alle())),
                  "3 Karten, 2 davon ohne Bild und Ton; 1 zum Ankreuzen bleibt aus.");
@@ -49,33 +53,33 @@ private slots:
 
     void ImportCountsTheLinesOfTheFile()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen({});
         w.Schreiben("text.txt", "a\tb\r\n\r\nc\td\te\r\nohne;\r\n");
         AImport fenster(w.oeffner, w.Alle());
-        Show(fenster);
+        Hand(fenster).Zeigen();
         QCOMPARE(Vorhaben(fenster), "");
-        Type(fenster, "lblDateiname", w.Pfad("text.txt"));
+        Hand(fenster).Ersetze("lblDateiname", w.Pfad("text.txt"));
         QCOMPARE(Vorhaben(fenster), "2 Karten kommen ins Fach Neu; 1 Zeile ohne Trennzeichen bleibt aus.");
-        Control<QComboBox>(fenster, "cmbTrennzeichen")->setCurrentText(";");
+        Hand(fenster).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText(";");
         QCOMPARE(Vorhaben(fenster), "1 Karte kommt ins Fach Neu; 2 Zeilen ohne Trennzeichen bleiben aus.");
-        Control<QComboBox>(fenster, "cmbTrennzeichen")->setCurrentText(",");
+        Hand(fenster).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText(",");
         QCOMPARE(Vorhaben(fenster), "");
         QVERIFY(w.meldungen.gezeigt.isEmpty());
     }
 
     void AppendCountsTheCardsOfTheFile()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         MakeCardFile(w.Pfad("quelle.pzb"), Karten());
         w.Oeffnen({});
         w.Schreiben("kaputt.pzb", "nichts");
         Karteianhängen fenster(w.oeffner, w.Alle());
-        Show(fenster);
-        Type(fenster, "lblDateiname", w.Pfad("quelle.pzb"));
+        Hand(fenster).Zeigen();
+        Hand(fenster).Ersetze("lblDateiname", w.Pfad("quelle.pzb"));
         QCOMPARE(Vorhaben(fenster), "4 Karten kommen ins Fach Neu.");
         for (const char *andere : {"kaputt.pzb", "fehlt.pzb", "offen.pzb"}) {
-            Type(fenster, "lblDateiname", w.Pfad(andere));
+            Hand(fenster).Ersetze("lblDateiname", w.Pfad(andere));
             QCOMPARE(Vorhaben(fenster), "");
         }
         QVERIFY(w.meldungen.gezeigt.isEmpty());
@@ -83,12 +87,12 @@ private slots:
 
     void FilterCountsWhatIsKept()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen(Karten());
         Themaausfiltern fenster(w.oeffner, w.Alle());
-        Show(fenster);
+        Hand(fenster).Zeigen();
         QCOMPARE(Vorhaben(fenster), "4 Karten kommen in die neue Datei; keine bleibt aus.");
-        auto *liste = Control<QListWidget>(fenster, "lstÜbernehmen");
+        auto *liste = Hand(fenster).Finde<QListWidget>("lstÜbernehmen");
         liste->setCurrentItem(liste->findItems("Obst", Qt::MatchExactly).value(0));
         QTest::keyClick(liste, Qt::Key_Space);
         QCOMPARE(Vorhaben(fenster), "3 Karten kommen in die neue Datei; 1 Karte bleibt aus.");
@@ -96,7 +100,7 @@ private slots:
 
     void MirrorTellsWhatStaysAsItIs()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen(Karten());
         QCOMPARE(Vorhaben(Karteispiegeln(w.oeffner, w.Alle())),
                  "3 Karten mit vertauschten Seiten; 1 zum Ankreuzen unverändert.");
@@ -104,7 +108,7 @@ private slots:
 
     void BackToNewTellsHowMany()
     {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen(Karten());
         QCOMPARE(Vorhaben(AlleNull(w.oeffner, w.Alle())),
                  "4 Karten kommen nach Neu, 3 davon aus anderen Fächern.");
