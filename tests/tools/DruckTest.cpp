@@ -45,6 +45,7 @@ private slots:
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
     void SelectedCardsArePrintedWhereThereIsNoRange();
+    void PreviewShowsThePagesAndPrintsNothing_data();
     void PreviewShowsThePagesAndPrintsNothing();
 };
 
@@ -66,16 +67,17 @@ struct Presse : Werkstatt
         : blatt(lage == QPageLayout::Portrait ? Blatt : Blatt.transposed())
     {
         Oeffnen(karten);
-        fenster = std::make_unique<Uebersicht>(store, Alle(),
-                                               UebersichtWege{.bearbeiten = [] {},
-                                                              .drucker =
-                                                                  [this, lage, raender] {
-                                                                      auto drucker =
-                                                                          Drucker(Pfad("druck.pdf"));
-                                                                      drucker->setPageOrientation(lage);
-                                                                      drucker->setPageMargins(raender);
-                                                                      return drucker;
-                                                                  }});
+        fenster = std::make_unique<Uebersicht>(
+            store, Alle(),
+            UebersichtWege{.bearbeiten = [] {},
+                           .drucker = [this, lage, raender]() -> std::unique_ptr<QPrinter> {
+                               if (ohneDrucker)
+                                   return nullptr;
+                               auto drucker = Drucker(Pfad("druck.pdf"));
+                               drucker->setPageOrientation(lage);
+                               drucker->setPageMargins(raender);
+                               return drucker;
+                           }});
         Hand(*fenster).Zeigen();
     }
 
@@ -150,6 +152,8 @@ struct Presse : Werkstatt
 
     std::unique_ptr<Uebersicht> fenster;
     QSizeF blatt;
+
+    bool ohneDrucker = false;
 };
 
 QList<CardRecord> Karten(int anzahl)
@@ -482,9 +486,18 @@ void DruckTest::SelectedCardsArePrintedWhereThereIsNoRange()
     QCOMPARE(vorhaben->text(), "3 Karten");
 }
 
+void DruckTest::PreviewShowsThePagesAndPrintsNothing_data()
+{
+    QTest::addColumn<bool>("printer");
+    QTest::newRow("of a printer") << true;
+    QTest::newRow("without a printer") << false;
+}
+
 void DruckTest::PreviewShowsThePagesAndPrintsNothing()
 {
+    QFETCH(bool, printer);
     Presse presse(Karten(9));
+    presse.ohneDrucker = !printer;
     int seiten = 0;
     QTimer zuschauer;
     QObject::connect(&zuschauer, &QTimer::timeout, [&] {
