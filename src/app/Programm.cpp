@@ -13,15 +13,18 @@
 #include "ProgramDirectory.h"
 #include "Sicherungsfenster.h"
 #include "Statistik.h"
+#include "Tastenliste.h"
 #include "Themaausfiltern.h"
 #include "Ueber.h"
 #include "Uebersicht.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -163,6 +166,21 @@ void Programm::UeberZeigen()
     über(konfig_.ProgrammDatei(u"ueber.rtf"_s), meldungen_, lbox_.get()).exec();
     lbox_->show();
     lbox_->activateWindow();
+}
+
+// Where the keyboard is: a message, or a dialog of the editor, stands over the window whose keys are meant.
+void Programm::TastenZeigen()
+{
+    QWidget *fenster = QApplication::activeWindow();
+    const QList<Tastengruppe> gruppen = AlleTasten();
+    const auto beschrieben = [&gruppen](const QString &name) {
+        return std::ranges::any_of(gruppen,
+                                   [&](const Tastengruppe &gruppe) { return gruppe.fenster == name; });
+    };
+    const QWidget *gemeint = fenster;
+    while (gemeint && gemeint->parentWidget() && !beschrieben(gemeint->objectName()))
+        gemeint = gemeint->parentWidget()->window();
+    Tastenfenster(gruppen, gemeint ? gemeint->objectName() : QString(), fenster).exec();
 }
 
 QString Programm::KarteiWaehlen()

@@ -15,6 +15,7 @@
 #include "Programmende.h"
 #include "SearchHit.h"
 #include "Statuszeile.h"
+#include "Tastenfenster.h"
 #include "Tonausgabe.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
@@ -54,10 +55,12 @@ private:
     void UebersichtZeigen();
     void SicherungenZeigen();
     void UeberZeigen();
+    static void TastenZeigen();
     QString KarteiWaehlen();
 
     Programmende ende_{[this] { return lbox_ && lbox_->Beschaeftigt(); }};
     Wiederholungswache wiederholungen_;
+    Hilfetaste hilfe_{[] { TastenZeigen(); }};
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;
     SystemClock clock_;

@@ -58,4 +58,22 @@ CardPlace PlaceOfCurrent(CardRecordset &cards)
     return place;
 }
 
+CardKinds KindsOfCards(CardRecordset &cards)
+{
+    CardKinds kinds;
+    cards.Beside([&](SQLite::Database &database) {
+        SQLite::Statement count(
+            database,
+            R"(SELECT sum("Antworttyp"=1),)"
+            R"(sum("Antworttyp"=1 AND coalesce("Picture_1_Name",'')||coalesce("Picture_2_Name",'')||)"
+            R"(coalesce("Picture_3_Name",'')||coalesce("Picture_6_Name",'')||coalesce("Picture_7_Name",'')||)"
+            R"(coalesce("Picture_8_Name",'')<>''),count(*) FROM "Lernkarten")");
+        count.executeStep();
+        kinds.typed = count.getColumn(0).getInt();
+        kinds.typedWithMedia = count.getColumn(1).getInt();
+        kinds.others = count.getColumn(2).getInt() - kinds.typed;
+    });
+    return kinds;
+}
+
 } // namespace paukfix

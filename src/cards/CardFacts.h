@@ -24,4 +24,14 @@ struct CardPlace
 
 CardPlace PlaceOfCurrent(CardRecordset &cards);
 
+// How many cards want which kind of answer.
+struct CardKinds
+{
+    int typed = 0;
+    int typedWithMedia = 0; // of these, with a picture or a sound
+    int others = 0;         // ticked ones
+};
+
+CardKinds KindsOfCards(CardRecordset &cards);
+
 } // namespace paukfix

@@ -10,6 +10,7 @@
 #include <SQLiteCpp/Statement.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace paukfix {
@@ -19,11 +20,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr const char *WholeRow =
-    R"(SELECT "FrageNr","FachNr","FachLfdNr","Frage_Klartext","Antwort_1_Klartext" FROM "Lernkarten" )"
-    "WHERE _rowid_=?1";
+    R"(SELECT "FrageNr","FachNr","FachLfdNr","Frage_Klartext","Antwort_1_Klartext","Picture_9_Name" )"
+    R"(FROM "Lernkarten" WHERE _rowid_=?1)";
 constexpr const char *RowBeginnings =
     R"(SELECT "FrageNr","FachNr","FachLfdNr",substr("Frage_Klartext",1,400),)"
-    R"(substr("Antwort_1_Klartext",1,400) FROM "Lernkarten" WHERE _rowid_=?1)";
+    R"(substr("Antwort_1_Klartext",1,400),substr("Picture_9_Name",1,400) FROM "Lernkarten" WHERE _rowid_=?1)";
+constexpr const char *AllRows =
+    R"(SELECT "FrageNr","FachNr","FachLfdNr","Frage_Klartext","Antwort_1_Klartext","Picture_9_Name",_rowid_ )"
+    R"(FROM "Lernkarten")";
 
 QString TextOf(const SQLite::Column &value)
 {
@@ -31,18 +35,26 @@ QString TextOf(const SQLite::Column &value)
     return TextFromUtf8({text, value.getBytes()});
 }
 
+// The row that a statement stands on.
+CardList::Row RowOfCard(SQLite::Statement &statement)
+{
+    CardList::Row row;
+    for (std::size_t i = 0; i < row.numbers.size(); ++i)
+        if (const SQLite::Column value = statement.getColumn(static_cast<int>(i)); !value.isNull())
+            row.numbers[i] = value.getDouble();
+    row.question = TextOf(statement.getColumn(3));
+    row.answer = TextOf(statement.getColumn(4));
+    row.topic = TextOf(statement.getColumn(5));
+    return row;
+}
+
 // Reads one row with a statement that is prepared for all of them.
 CardList::Row ReadRow(SQLite::Statement &statement, std::int64_t id)
 {
     CardList::Row row;
     statement.bind(1, id);
-    if (statement.executeStep()) {
-        for (std::size_t i = 0; i < row.numbers.size(); ++i)
-            if (const SQLite::Column value = statement.getColumn(static_cast<int>(i)); !value.isNull())
-                row.numbers[i] = value.getDouble();
-        row.question = TextOf(statement.getColumn(3));
-        row.answer = TextOf(statement.getColumn(4));
-    }
+    if (statement.executeStep())
+        row = RowOfCard(statement);
     statement.reset();
     return row;
 }
@@ -57,7 +69,32 @@ bool Matches(const CardList::Row &row, const QString &text)
 {
     return (row.numbers[0] && QString::number(*row.numbers[0]).startsWith(text)) ||
            Comparable(row.question).contains(text, Qt::CaseInsensitive) ||
-           Comparable(row.answer).contains(text, Qt::CaseInsensitive);
+           Comparable(row.answer).contains(text, Qt::CaseInsensitive) ||
+           Comparable(row.topic).contains(text, Qt::CaseInsensitive);
+}
+
+const char *NumberColumn(CardList::Column column)
+{
+    switch (column) {
+    case CardList::Column::FachNr:
+        return "FachNr";
+    case CardList::Column::FachLfdNr:
+        return "FachLfdNr";
+    default:
+        return "FrageNr";
+    }
+}
+
+const char *TextColumn(CardList::Column column)
+{
+    switch (column) {
+    case CardList::Column::Antwort:
+        return "Antwort_1_Klartext";
+    case CardList::Column::Thema:
+        return "Picture_9_Name";
+    default:
+        return "Frage_Klartext";
+    }
 }
 
 } // namespace
@@ -82,14 +119,11 @@ void CardList::Sort(Column column, bool ascending)
     std::vector<std::int64_t> order;
     cards_.Beside([&](SQLite::Database &database) {
         if (column < Column::Frage) {
-            const char *const key = column == Column::FrageNr  ? "FrageNr"
-                                    : column == Column::FachNr ? "FachNr"
-                                                               : "FachLfdNr";
-            SQLite::Statement read(database,
-                                   u"SELECT _rowid_ FROM \"Lernkarten\" "
-                                   u"ORDER BY \"%1\" %2, \"FrageNr\""_s
-                                       .arg(QLatin1String(key), QLatin1String(ascending ? "ASC" : "DESC"))
-                                       .toStdString());
+            SQLite::Statement read(
+                database,
+                u"SELECT _rowid_ FROM \"Lernkarten\" ORDER BY \"%1\" %2, \"FrageNr\""_s
+                    .arg(QLatin1String(NumberColumn(column)), QLatin1String(ascending ? "ASC" : "DESC"))
+                    .toStdString());
             while (read.executeStep())
                 order.push_back(read.getColumn(0).getInt64());
             return;
@@ -98,10 +132,9 @@ void CardList::Sort(Column column, bool ascending)
         german.setCaseSensitivity(Qt::CaseInsensitive);
         std::vector<std::pair<QCollatorSortKey, std::int64_t>> keys;
         SQLite::Statement read(
-            database,
-            column == Column::Frage
-                ? R"(SELECT _rowid_,substr("Frage_Klartext",1,80) FROM "Lernkarten" ORDER BY "FrageNr")"
-                : R"(SELECT _rowid_,substr("Antwort_1_Klartext",1,80) FROM "Lernkarten" ORDER BY "FrageNr")");
+            database, u"SELECT _rowid_,substr(\"%1\",1,80) FROM \"Lernkarten\" ORDER BY \"FrageNr\""_s
+                          .arg(QLatin1String(TextColumn(column)))
+                          .toStdString());
         while (read.executeStep())
             keys.emplace_back(german.sortKey(TextOf(read.getColumn(1))), read.getColumn(0).getInt64());
         std::stable_sort(keys.begin(), keys.end(), [&](const auto &one, const auto &other) {
@@ -110,7 +143,15 @@ void CardList::Sort(Column column, bool ascending)
         for (const auto &[key, id] : keys)
             order.push_back(id);
     });
-    order_ = std::move(order);
+    all_ = std::move(order);
+    Show();
+}
+
+void CardList::Show()
+{
+    order_.clear();
+    std::copy_if(all_.begin(), all_.end(), std::back_inserter(order_),
+                 [this](std::int64_t id) { return filter_.isEmpty() || hits_.contains(id); });
     blocks_.clear();
 }
 
@@ -141,29 +182,56 @@ void CardList::Load(int blockNumber)
         blocks_.pop_back();
 }
 
-CardList::Row CardList::Whole(int row)
+CardList::Row CardList::Whole(std::int64_t id)
 {
     Row whole;
     cards_.Beside([&](SQLite::Database &database) {
         SQLite::Statement read(database, WholeRow);
-        whole = ReadRow(read, Id(row));
+        whole = ReadRow(read, id);
     });
     return whole;
 }
 
-std::optional<int> CardList::Find(const QString &text, int from)
+void CardList::Filter(const QString &text)
 {
-    std::optional<int> found;
     const QString wanted = Comparable(text);
+    std::unordered_set<std::int64_t> hits;
+    if (!wanted.isEmpty())
+        cards_.Beside([&](SQLite::Database &database) {
+            // What is typed on finds a part of what was found; to walk in the order of the file is quicker
+            // than to look up many.
+            if (!filter_.isEmpty() && wanted.startsWith(filter_) && order_.size() < all_.size() / 8) {
+                SQLite::Statement read(database, WholeRow);
+                for (const std::int64_t id : order_)
+                    if (Matches(ReadRow(read, id), wanted))
+                        hits.insert(id);
+                return;
+            }
+            SQLite::Statement walk(database, AllRows);
+            while (walk.executeStep())
+                if (Matches(RowOfCard(walk), wanted))
+                    hits.insert(walk.getColumn(6).getInt64());
+        });
+    hits_ = std::move(hits);
+    filter_ = wanted;
+    Show();
+}
+
+std::vector<std::int64_t> CardList::Numbered(int from, int to)
+{
+    std::unordered_set<std::int64_t> within;
     cards_.Beside([&](SQLite::Database &database) {
-        SQLite::Statement read(database, WholeRow);
-        for (int i = 0; i < Count() && !found; ++i) {
-            const int row = (from + i) % Count();
-            if (Matches(ReadRow(read, Id(row)), wanted))
-                found = row;
-        }
+        SQLite::Statement read(database,
+                               R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FrageNr" BETWEEN ?1 AND ?2)");
+        read.bind(1, from);
+        read.bind(2, to);
+        while (read.executeStep())
+            within.insert(read.getColumn(0).getInt64());
     });
-    return found;
+    std::vector<std::int64_t> numbered;
+    std::copy_if(all_.begin(), all_.end(), std::back_inserter(numbered),
+                 [&](std::int64_t id) { return within.contains(id); });
+    return numbered;
 }
 
 std::optional<int> CardList::RowOf(std::int64_t id) const

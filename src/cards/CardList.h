@@ -11,6 +11,7 @@
 #include <functional>
 #include <list>
 #include <optional>
+#include <unordered_set>
 #include <vector>
 
 namespace paukfix {
@@ -30,33 +31,40 @@ public:
         FachNr,
         FachLfdNr,
         Frage,
-        Antwort
+        Antwort,
+        Thema
     };
 
     struct Row
     {
         std::array<std::optional<double>, 3> numbers; // FrageNr, FachNr, FachLfdNr
-        QString question, answer;                     // plain texts
+        QString question, answer, topic;              // plain texts
     };
 
     // Lists all cards by their numbers. `cards` must outlive the list.
     explicit CardList(CardRecordset &cards);
 
+    // The rows that are shown, of all that there are.
     int Count() const { return static_cast<int>(order_.size()); }
+
+    int Total() const { return static_cast<int>(all_.size()); }
 
     // Numbers by value, texts as a German dictionary does (by their beginnings); equal ones by card number.
     void Sort(Column column, bool ascending);
 
     // Of long texts only the beginning.
     const Row &At(int row);
-    // The whole texts.
-    Row Whole(int row);
+    // The whole texts of a card.
+    Row Whole(std::int64_t id);
 
-    // The first row from `from` on, and round to it again, whose card number begins with `text` or whose
-    // question or answer, in one line, contains it, letter case ignored.
-    std::optional<int> Find(const QString &text, int from);
+    // From now on shows only the cards whose number begins with `text` or whose question, answer or topic, in
+    // one line, contains it, letter case ignored; all for an empty text. The order stays.
+    void Filter(const QString &text);
 
-    // The card in a row, whatever the order: for finding it again after a sort.
+    // The cards whose numbers lie from `from` to `to`, both included, shown or not, in the order of the list.
+    std::vector<std::int64_t> Numbered(int from, int to);
+
+    // The card in a row, whatever the order: for finding it again after a sort or a filter.
     std::int64_t Id(int row) const { return order_[static_cast<std::size_t>(row)]; }
 
     std::optional<int> RowOf(std::int64_t id) const;
@@ -72,10 +80,14 @@ private:
     };
 
     void Load(int blockNumber);
+    void Show();
 
     CardRecordset &cards_;
-    std::vector<std::int64_t> order_;
-    std::list<Block> blocks_; // latest first
+    std::vector<std::int64_t> all_;
+    std::vector<std::int64_t> order_; // of all, those that are shown
+    QString filter_;
+    std::unordered_set<std::int64_t> hits_; // of the filter, where there is one
+    std::list<Block> blocks_;               // latest first
 };
 
 } // namespace paukfix

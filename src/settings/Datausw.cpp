@@ -3,7 +3,6 @@
 #include "Datausw.h"
 
 #include "Fensterbau.h"
-#include "Flaeche.h"
 
 #include <QCollator>
 #include <QDir>
@@ -24,23 +23,19 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     setObjectName(u"Datausw"_s);
     setWindowTitle(u"Datei laden "_s);
 
-    Hinweis_ = Benannt(new QLabel(this), u"Hinweis"_s, u"Hinweis"_s);
+    Hinweis_ = new QLabel(this);
+    Hinweis_->setObjectName(u"Hinweis"_s);
     Hinweis_->setTextFormat(Qt::PlainText);
     Hinweis_->setWordWrap(true);
 
-    auto *karte = new Flaeche(this);
-    karte->SetUmriss(Flaeche::Umriss::Feld);
-    Filelist_ = Benannt(new QListWidget(karte), u"Filelist"_s, u"Dateien"_s);
-    Filelist_->setFrameShape(QFrame::NoFrame);
+    Filelist_ = Benannt(new QListWidget(this), u"Filelist"_s, u"Dateien"_s);
     const int zeile = fontMetrics().height();
     Filelist_->setSpacing(zeile / 8);
-    auto *innen = new QVBoxLayout(karte);
-    innen->setContentsMargins(zeile / 2, zeile / 2, zeile / 2, zeile / 2);
-    innen->addWidget(Filelist_);
     connect(Filelist_, &QListWidget::itemDoubleClicked, this, [this] { laden_Click(); });
 
     laden_ = Benannt(new QPushButton(u"laden"_s, this), u"laden"_s, u"laden"_s);
     laden_->setDefault(true);
+    laden_->setProperty("leitend", true);
     connect(laden_, &QPushButton::clicked, this, [this] { laden_Click(); });
     abbrechen_ = Benannt(new QPushButton(u"abbrechen"_s, this), u"abbrechen"_s, u"abbrechen"_s);
     connect(abbrechen_, &QPushButton::clicked, this, [this] { reject(); });
@@ -53,7 +48,7 @@ Datausw::Datausw(QString &ChosenFileName, QWidget *parent) : QDialog(parent), ch
     alles->setContentsMargins(zeile, zeile, zeile, zeile);
     alles->setSpacing(zeile / 2);
     alles->addWidget(Hinweis_);
-    alles->addWidget(karte, 1);
+    alles->addWidget(Filelist_, 1);
     alles->addLayout(knoepfe);
     resize(zeile * 26, zeile * 20);
     Filelist_->setFocus();

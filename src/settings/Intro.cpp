@@ -54,6 +54,7 @@ void Intro::Aufbauen()
     connect(Timer_Intro_, &QTimer::timeout, this, [this] { Timer_Intro_Timer(); });
 
     Command1_ = Benannt(new QPushButton(u"los geht's"_s, this), u"Command1"_s, u"los geht's"_s);
+    Command1_->setProperty("leitend", true);
     Schriftgroesse(Command1_, 1.3);
     const int zeile = Command1_->fontMetrics().height();
     Command1_->setMinimumSize(Command1_->sizeHint() + QSize(zeile, zeile / 3));

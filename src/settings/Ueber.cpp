@@ -42,6 +42,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
 
     Command1_ = Benannt(new QPushButton(u"OK"_s, this), u"Command1"_s, u"OK"_s);
     Command1_->setDefault(true);
+    Command1_->setProperty("leitend", true);
     Command1_->setFocus();
     connect(Command1_, &QPushButton::clicked, this, [this] { accept(); });
 

@@ -3,6 +3,7 @@
 #include "AExport.h"
 
 #include "AsciiTausch.h"
+#include "CardFacts.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -22,6 +23,16 @@ AExport::AExport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     HinweisBauen(u"Hinweis: Für MS-Excel sollten Sie <Tab> als Trennzeichen benutzen. "
                  u"Für MS-Word Semikolon (;)."_s);
+    Step(dienste.meldungen, FehlerKontext(), [this] {
+        const CardKinds arten = KindsOfCards(Store().Karten());
+        QString text = KartenText(arten.typed);
+        if (arten.typedWithMedia > 0)
+            text += u", %1 davon ohne Bild und Ton"_s.arg(arten.typedWithMedia);
+        if (arten.others > 0)
+            text += u"; %1 zum Ankreuzen %2 aus"_s.arg(arten.others)
+                        .arg(arten.others == 1 ? u"bleibt"_s : u"bleiben"_s);
+        VorhabenZeigen(text + u'.');
+    });
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 

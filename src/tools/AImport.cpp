@@ -22,7 +22,25 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     HinweisBauen(u"Hinweis: Die Datei muß folgenden Aufbau haben:"_s);
     HinweisBauen(u"Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"_s);
+    connect(cmbTrennzeichen_, &QComboBox::currentTextChanged, this, &AImport::ZugangZeigen);
+    connect(lblDateiname_, &QLineEdit::textChanged, this, &AImport::ZugangZeigen);
     KnoepfeBauen([this] { cmdOK_Click(); });
+}
+
+void AImport::ZugangZeigen()
+{
+    const auto trennzeichen = Trennzeichen(cmbTrennzeichen_->currentText());
+    const auto zahl =
+        trennzeichen ? ZeilenZaehlen(Store(), lblDateiname_->text(), *trennzeichen) : std::nullopt;
+    QString text;
+    if (zahl) {
+        text = Kommen(zahl->karten) + u" ins Fach Neu"_s;
+        if (zahl->andere > 0)
+            text += zahl->andere == 1 ? u"; 1 Zeile ohne Trennzeichen bleibt aus"_s
+                                      : u"; %1 Zeilen ohne Trennzeichen bleiben aus"_s.arg(zahl->andere);
+        text += u'.';
+    }
+    VorhabenZeigen(text);
 }
 
 void AImport::cmdDateiname_Click()

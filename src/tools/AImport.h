@@ -15,6 +15,7 @@ public:
 private:
     void cmdDateiname_Click();
     void cmdOK_Click();
+    void ZugangZeigen();
 
     QComboBox *cmbTrennzeichen_;
     QLineEdit *lblDateiname_;

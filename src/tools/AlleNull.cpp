@@ -4,6 +4,8 @@
 
 #include "NachNeu.h"
 
+#include <numeric>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,12 @@ AlleNull::AlleNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *pare
 {
     Erklaeren({u"Durch diese Funktion werden alle Karten wieder in das Fach Neu einsortiert."_s,
                u"Hinweis: Diese Funktion kann n i c h t rückgängig gemacht werden !"_s});
+    const int karten = std::accumulate(Store().FachInfo.begin(), Store().FachInfo.end(), 0,
+                                       [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
+    VorhabenZeigen(Kommen(karten) + u" nach Neu, "_s +
+                   (karten == Store().FachInfo[0].Anzahl
+                        ? u"wo sie schon sind."_s
+                        : u"%1 davon aus anderen Fächern."_s.arg(karten - Store().FachInfo[0].Anzahl)));
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 

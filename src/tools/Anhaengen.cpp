@@ -95,4 +95,18 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
 
+std::optional<int> KartenIn(const CardStore &store, const QString &quelle)
+{
+    try {
+        if (quelle.isEmpty() || IstSieSelbst(store, quelle))
+            return std::nullopt;
+        const QString pfad = VollerPfad(store, quelle);
+        if (!QFileInfo(pfad).isFile() || IsJetFile(pfad))
+            return std::nullopt;
+        return CardFileSource(pfad).Count();
+    } catch (const StoreError &) { // told when it is to be appended
+        return std::nullopt;
+    }
+}
+
 } // namespace paukfix

@@ -76,12 +76,19 @@ QString TabText()
     return u"<Tab>"_s;
 }
 
-std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text)
+std::optional<QChar> Trennzeichen(const QString &text)
 {
     if (text == TabText())
         return u'\t';
     if (text == u";"_s || text == u"#"_s)
         return text.front();
+    return std::nullopt;
+}
+
+std::optional<QChar> Trennzeichen(Meldungen &meldungen, const QString &text)
+{
+    if (const auto zeichen = Trennzeichen(text))
+        return zeichen;
     meldungen.Zeigen(u"Trennzeichen: "_s + text + u"ungültig!"_s);
     return std::nullopt;
 }
@@ -109,6 +116,30 @@ QString TeilweiseEingelesen(const Zugang &zugang)
     return u"%1 eingelesen; %2. Wer die Datei noch einmal einliest, hat sie doppelt."_s.arg(
         KartenText(zugang.karten), zugang.fehlen > 0 ? KartenText(zugang.fehlen) + u" der Datei fehlen"_s
                                                      : u"nicht alle Texte passten hinein"_s);
+}
+
+std::optional<Zeilenzahl> ZeilenZaehlen(const CardStore &store, const QString &dateiname, QChar trennzeichen)
+{
+    constexpr qint64 Gleich = qint64{4} << 20; // bytes that are read before anybody notices
+    try {
+        if (dateiname.isEmpty())
+            return std::nullopt;
+        const QString pfad = VollerPfad(store, dateiname);
+        const QFileInfo datei(pfad);
+        if (!datei.isFile() || datei.size() > Gleich)
+            return std::nullopt;
+        NichtDieOffene(store, pfad);
+        TextZeilen zeilen(ReadFile(pfad, Gleich));
+        Zeilenzahl zahl;
+        for (QString zeile; zeilen.Naechste(zeile);)
+            if (zeile.contains(trennzeichen))
+                ++zahl.karten;
+            else if (!zeile.isEmpty())
+                ++zahl.andere;
+        return zahl;
+    } catch (const StoreError &) { // told when it is to be read in
+        return std::nullopt;
+    }
 }
 
 Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar trennzeichen, Zugang *zugang)

@@ -14,6 +14,9 @@ ErlNull::ErlNull(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
 {
     Erklaeren({u"Durch diese Funktion werden erledigte Karten wieder in das Fach Neu einsortiert."_s,
                u"Hinweis: Wenn eine Karte alle Fächer durchlaufen hat, dann gilt sie als erledigt."_s});
+    const int erledigt = Store().FachInfo[6].Anzahl;
+    VorhabenZeigen(erledigt == 0 ? u"Es gibt keine erledigten Karten."_s
+                                 : Kommen(erledigt) + u" nach Neu."_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 

@@ -52,6 +52,7 @@ void Karteianhängen::cmdOK_Click()
     ergebnis_->setText(KartenText(anzahl) +
                        (ausgang == Ausgang::Gelungen ? u" angehängt"_s : u" angehängt, aber nicht alles"_s));
     SetOKErlaubt(false);
+    VorhabenZeigen({});
     lblDateiname_->setFocus();
 }
 
@@ -59,6 +60,8 @@ void Karteianhängen::NeuGewaehlt()
 {
     ergebnis_->clear();
     SetOKErlaubt(true);
+    const auto karten = KartenIn(Store(), lblDateiname_->text());
+    VorhabenZeigen(karten ? Kommen(*karten) + u" ins Fach Neu."_s : QString());
 }
 
 } // namespace paukfix

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Karteispiegeln.h"
 
+#include "CardFacts.h"
 #include "NeueKartei.h"
 
 #include <QLineEdit>
@@ -23,6 +24,13 @@ Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, Q
                                    [this] { cmdDateiname_Click(); });
     HinweisBauen(u"Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
                  u"Datei erstellen."_s);
+    Step(dienste.meldungen, FehlerKontext(), [this] {
+        const CardKinds arten = KindsOfCards(Store().Karten());
+        QString text = KartenText(arten.typed) + u" mit vertauschten Seiten"_s;
+        if (arten.others > 0)
+            text += u"; %1 zum Ankreuzen unverändert"_s.arg(arten.others);
+        VorhabenZeigen(text + u'.');
+    });
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 

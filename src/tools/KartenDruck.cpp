@@ -160,18 +160,19 @@ std::optional<qint16> Kartennummer(const QString &text)
     return zahl && nummer > 0 ? std::optional(nummer) : std::nullopt;
 }
 
-int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Progress &progress)
+int KartenDrucken(CardList &liste, const std::vector<std::int64_t> &karten, QPrinter &drucker,
+                  const Progress &progress)
 {
     KartenDruck druck(drucker);
     int gedruckt = 0;
-    for (int zeile = 0; zeile < liste.Count(); ++zeile) {
-        const auto nummer = liste.At(zeile).numbers[0];
-        if (nummer && *nummer >= von && *nummer <= bis) {
-            const CardList::Row karte = liste.Whole(zeile);
-            druck.Karte(QString::number(*nummer), karte.question, karte.answer);
+    int zaehler = 0;
+    for (const std::int64_t id : karten) {
+        const CardList::Row karte = liste.Whole(id);
+        if (karte.numbers[0]) {
+            druck.Karte(QString::number(*karte.numbers[0]), karte.question, karte.answer);
             ++gedruckt;
         }
-        Melden(progress, zeile + 1, liste.Count());
+        Melden(progress, ++zaehler, static_cast<int>(karten.size()));
     }
     druck.Abschicken();
     return gedruckt;

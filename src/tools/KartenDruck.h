@@ -8,7 +8,9 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace paukfix {
 
@@ -41,8 +43,9 @@ private:
 // The card number that a text stands for: a whole number from 1 to 32767, blanks around it allowed.
 std::optional<qint16> Kartennummer(const QString &text);
 
-// Prints the cards from number `von` to number `bis`, both included, in the order of the list. Returns how
-// many. Throws StoreError where a card cannot be read or the printer does not take the job.
-int KartenDrucken(CardList &liste, qint16 von, qint16 bis, QPrinter &drucker, const Progress &progress = {});
+// Prints these cards of the list, in their order. Returns how many: those that have gone meanwhile are left
+// out. Throws StoreError where a card cannot be read or the printer does not take the job.
+int KartenDrucken(CardList &liste, const std::vector<std::int64_t> &karten, QPrinter &drucker,
+                  const Progress &progress = {});
 
 } // namespace paukfix

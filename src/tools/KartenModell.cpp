@@ -5,13 +5,14 @@
 #include <QPixmap>
 
 #include <array>
+#include <unordered_map>
 
 namespace paukfix {
 
 namespace {
 
-// Column0 to Column4.
-constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"};
+// Column0 to Column5.
+constexpr std::array Spalten{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort", "Thema"};
 
 // Room of so many pixels before the questions: the numbers before them end at their column's right edge.
 QPixmap Abstand(int breite)
@@ -53,7 +54,7 @@ QVariant KartenModell::data(const QModelIndex &index, int role) const
         const CardList::Row &zeile = liste_.At(index.row());
         if (spalte < zeile.numbers.size())
             return zeile.numbers[spalte] ? QString::number(*zeile.numbers[spalte]) : QString();
-        return OneLine(spalte == Column3 ? zeile.question : zeile.answer);
+        return OneLine(spalte == Column3 ? zeile.question : spalte == Column4 ? zeile.answer : zeile.topic);
     } catch (const StoreError &fehler) {
         Gescheitert(fehler);
         return {};
@@ -88,13 +89,28 @@ void KartenModell::sort(int spalte, Qt::SortOrder folge)
     } catch (const StoreError &fehler) {
         Gescheitert(fehler);
     }
+    // Of many selected rows each is looked for.
+    std::unordered_map<std::int64_t, int> zeilen;
+    for (int zeile = 0; zeile < liste_.Count(); ++zeile)
+        zeilen.emplace(liste_.Id(zeile), zeile);
     QModelIndexList neue;
     for (qsizetype i = 0; i < alte.size(); ++i) {
-        const auto zeile = liste_.RowOf(karten[static_cast<std::size_t>(i)]);
-        neue << (zeile ? index(*zeile, alte[i].column()) : QModelIndex());
+        const auto zeile = zeilen.find(karten[static_cast<std::size_t>(i)]);
+        neue << (zeile == zeilen.end() ? QModelIndex() : index(zeile->second, alte[i].column()));
     }
     changePersistentIndexList(alte, neue);
     emit layoutChanged({}, VerticalSortHint);
+}
+
+void KartenModell::Filtern(const QString &text)
+{
+    beginResetModel();
+    try {
+        liste_.Filter(text);
+    } catch (const StoreError &fehler) {
+        Gescheitert(fehler);
+    }
+    endResetModel();
 }
 
 void KartenModell::Gescheitert(const StoreError &fehler) const

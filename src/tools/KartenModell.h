@@ -11,7 +11,7 @@
 
 namespace paukfix {
 
-// The cards as a grid: number, compartment, place, question, answer. Rows are read as they are shown.
+// The cards as a grid: number, compartment, place, question, answer, topic. Rows are read as they are shown.
 class KartenModell final : public QAbstractTableModel
 {
 public:
@@ -21,7 +21,8 @@ public:
         Column1, // FachNr
         Column2, // FachLfdNr
         Column3, // Frage
-        Column4  // Antwort
+        Column4, // Antwort
+        Column5  // Thema
     };
 
     KartenModell(CardRecordset &karten, QObject *parent);
@@ -36,6 +37,8 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation richtung, int role) const override;
     void sort(int spalte, Qt::SortOrder folge) override;
+    // Shows the cards that `text` is found in; see CardList::Filter.
+    void Filtern(const QString &text);
 
 private:
     void Gescheitert(const StoreError &fehler) const;

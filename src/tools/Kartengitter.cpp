@@ -19,7 +19,7 @@ Kartengitter::Kartengitter(QWidget *parent)
     : QTableView(parent), leer_(Benannt(new QLabel(this), u"Leer"_s, QString()))
 {
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setAlternatingRowColors(true);
     setShowGrid(false);
@@ -96,7 +96,11 @@ void Kartengitter::Einteilen()
         koepfe->resizeSection(spalte, breite);
         rest -= breite;
     }
-    koepfe->resizeSection(KartenModell::Column3, std::max(rest * 3 / 5, koepfe->minimumSectionSize()));
+    const int thema = std::max(rest / 5, koepfe->minimumSectionSize());
+    const int frage = std::max((rest - thema) * 9 / 16, koepfe->minimumSectionSize());
+    koepfe->resizeSection(KartenModell::Column3, frage);
+    koepfe->resizeSection(KartenModell::Column4,
+                          std::max(rest - thema - frage, koepfe->minimumSectionSize()));
 }
 
 } // namespace paukfix

@@ -10,8 +10,9 @@ namespace paukfix {
 
 class KartenModell;
 
-// The grid of all cards. A click on a column's head sorts, Ctrl and the column's number too; the current card
-// stays the current one. The numbers get the room that their heads need, question and answer share the rest.
+// The grid of all cards, several of which can be selected. A click on a column's head sorts, Ctrl and the
+// column's number too; the current card stays the current one. The numbers get the room that their heads
+// need, question, answer and topic share the rest.
 class Kartengitter final : public QTableView
 {
 public:

@@ -12,6 +12,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace paukfix {
 
@@ -77,17 +78,17 @@ QString ThemaSchluessel(QString thema)
     return leer ? u"<leeres Themafeld>"_s : thema;
 }
 
-QStringList Themen(CardRecordset &karten, Field thema)
+QStringList Themen(CardRecordset &karten, Field thema, QHash<QString, int> *zahlen)
 {
     QStringList themen;
-    QSet<QString> bekannt;
+    QHash<QString, int> bekannt;
     for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
         const QString schluessel = ThemaSchluessel(thema.Text());
-        if (bekannt.contains(schluessel))
-            continue;
-        bekannt.insert(schluessel);
-        themen << schluessel;
+        if (++bekannt[schluessel] == 1)
+            themen << schluessel;
     }
+    if (zahlen)
+        *zahlen = std::move(bekannt);
     return themen;
 }
 

@@ -4,6 +4,7 @@
 
 #include "Werkbank.h"
 
+#include <QHash>
 #include <QStringList>
 
 namespace paukfix {
@@ -15,8 +16,9 @@ namespace paukfix {
 // The topic of a card as it is offered: on one line, and a name of its own where there is none.
 QString ThemaSchluessel(QString thema);
 
-// Every topic of the cards once, in the order in which it is first met. Moves the cursor.
-QStringList Themen(CardRecordset &karten, Field thema);
+// Every topic of the cards once, in the order in which it is first met; `zahlen` gets how many cards have it.
+// Moves the cursor.
+QStringList Themen(CardRecordset &karten, Field thema, QHash<QString, int> *zahlen = nullptr);
 
 // Keeps the cards whose topic is among `uebernehmen`, as they are.
 Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &uebernehmen);

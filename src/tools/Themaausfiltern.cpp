@@ -13,8 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPainter>
-#include <QStyleOptionFrame>
 #include <QStyledItemDelegate>
 
 namespace paukfix {
@@ -60,30 +58,6 @@ protected:
     }
 };
 
-// A list that shows by its frame that it has the keyboard, as text fields do.
-class Themenliste final : public QListWidget
-{
-public:
-    using QListWidget::QListWidget;
-
-protected:
-    bool event(QEvent *event) override
-    {
-        const bool getan = QListWidget::event(event);
-        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
-            update();
-        if (event->type() == QEvent::Paint && hasFocus()) {
-            QStyleOptionFrame rahmen;
-            rahmen.initFrom(this);
-            rahmen.lineWidth = 1;
-            rahmen.state |= QStyle::State_Sunken | QStyle::State_HasFocus;
-            QPainter maler(this);
-            style()->drawPrimitive(QStyle::PE_FrameLineEdit, &rahmen, &maler, this);
-        }
-        return getan;
-    }
-};
-
 } // namespace
 
 Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
@@ -110,7 +84,7 @@ Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste,
 QListWidget *Themaausfiltern::ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
                                          const std::function<void()> &click)
 {
-    auto *liste = Benannt(new Themenliste(this), name, QString(text).remove(u'&').remove(u':'));
+    auto *liste = Benannt(new QListWidget(this), name, QString(text).remove(u'&').remove(u':'));
     liste->setToolTip(u"zum Wechseln das Thema klicken"_s);
     liste->setUniformItemSizes(true);
     liste->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -129,10 +103,25 @@ void Themaausfiltern::Form_Load()
     // Without the topics the new file would be one without cards.
     SetOKErlaubt(Step(Dienst().meldungen, FehlerKontext(), [&] {
         CardStore &store = Store();
-        lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8]));
+        lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8], &zahlen_));
         lstÜbernehmen_->setCurrentRow(0);
     }));
+    AuswahlZeigen();
     lstÜbernehmen_->setFocus();
+}
+
+void Themaausfiltern::AuswahlZeigen()
+{
+    const auto summe = [this](const QListWidget &liste) {
+        int karten = 0;
+        for (int i = 0; i < liste.count(); ++i)
+            karten += zahlen_.value(liste.item(i)->text());
+        return karten;
+    };
+    const int aus = summe(*lstNübernehmen_);
+    VorhabenZeigen(Kommen(summe(*lstÜbernehmen_)) + u" in die neue Datei; "_s +
+                   (aus == 0 ? u"keine bleibt aus."_s
+                             : KartenText(aus) + (aus == 1 ? u" bleibt aus."_s : u" bleiben aus."_s)));
 }
 
 void Themaausfiltern::lstÜbernehmen_Click()
@@ -153,6 +142,7 @@ void Themaausfiltern::Wechseln(QListWidget &von, QListWidget &nach)
     nach.addItem(eintrag);
     if (nach.currentRow() < 0)
         nach.setCurrentRow(0);
+    AuswahlZeigen();
 }
 
 bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)

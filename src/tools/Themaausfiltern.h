@@ -4,6 +4,8 @@
 
 #include "Werkzeugfenster.h"
 
+#include <QHash>
+
 class QListWidget;
 
 namespace paukfix {
@@ -19,17 +21,19 @@ protected:
 
 private:
     void Form_Load();
+    void AuswahlZeigen();
     void cmdDateiname_Click();
     void cmdOK_Click();
     QListWidget *ListeBauen(QGridLayout *listen, const QString &text, const QString &name,
                             const std::function<void()> &click);
     void lstÜbernehmen_Click();
     void lstNübernehmen_Click();
-    static void Wechseln(QListWidget &von, QListWidget &nach);
+    void Wechseln(QListWidget &von, QListWidget &nach);
 
     QListWidget *lstÜbernehmen_ = nullptr;
     QListWidget *lstNübernehmen_ = nullptr;
     QLineEdit *lblDateiname_;
+    QHash<QString, int> zahlen_; // cards of each topic
 };
 
 } // namespace paukfix

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Uebersicht.h"
 
+#include "Druckleiste.h"
 #include "Farben.h"
 #include "Fensterbau.h"
-#include "KartenDruck.h"
 #include "KartenModell.h"
 #include "Kartengitter.h"
-#include "LangeArbeit.h"
+#include "Tastenkappe.h"
 #include "Texttaste.h"
 #include "Werkbank.h"
 
@@ -18,14 +18,12 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <limits>
 #include <utility>
 
 namespace paukfix {
@@ -42,8 +40,8 @@ bool IstText(const QKeyEvent &taste)
 
 QString Tasten()
 {
-    return u"Eingabe öffnet die Karte   ·   Tippen sucht   ·   F3 sucht weiter   ·   "
-           u"Strg+1 bis Strg+5 sortiert   ·   Esc schließt"_s;
+    return u"[Eingabe] öffnet die Karte · Tippen filtert · [F3] nächste Karte · "
+           u"[Strg]+[1] bis [Strg]+[6] sortiert · [Umschalt]+[↓] wählt mehrere · [F1] alle Tasten"_s;
 }
 
 } // namespace
@@ -60,15 +58,16 @@ Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege 
     aussen->addWidget(inhalt_);
     auto *spalte = new QVBoxLayout(inhalt_);
     spalte->setContentsMargins(0, 0, 0, 0);
+    spalte->setSpacing(12);
+    spalte->addLayout(SuchzeileBauen());
     grdDataGrid_ = Benannt(new Kartengitter(inhalt_), u"grdDataGrid"_s, u"Karten"_s);
     grdDataGrid_->installEventFilter(this);
     connect(grdDataGrid_, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { ZeileOeffnen(index); });
     spalte->addWidget(grdDataGrid_, 1);
     spalte->addWidget(KnoepfeBauen());
-    hinweise_ = Benannt(new QLabel(Tasten(), inhalt_), u"Tastenhinweise"_s, u"Tasten"_s);
-    hinweise_->setAlignment(Qt::AlignCenter);
-    Schriftgroesse(hinweise_, 0.9);
+    hinweise_ = new Tastenkappe(Tasten(), inhalt_);
+    hinweise_->setObjectName(u"Tastenhinweise"_s);
     spalte->addWidget(hinweise_);
 
     resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 38)
@@ -79,56 +78,40 @@ Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege 
     grdDataGrid_->setFocus();
 }
 
-QLineEdit *Uebersicht::Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen)
+QLayout *Uebersicht::SuchzeileBauen()
 {
-    auto *feld = Benannt(new QLineEdit(inhalt_), name, QString(text).remove(u'&').remove(u':'));
-    feld->setMaximumWidth(fontMetrics().averageCharWidth() * (zeichen + 3));
-    zeile->addWidget(Beschriftung(text, feld, inhalt_));
-    zeile->addWidget(feld);
-    return feld;
+    auto *zeile = new QHBoxLayout;
+    txtSuchen_ = Benannt(new QLineEdit(inhalt_), u"txtSuchen"_s, u"Suchen"_s);
+    txtSuchen_->setPlaceholderText(u"Nummer, Frage, Antwort oder Thema"_s);
+    txtSuchen_->setClearButtonEnabled(true);
+    txtSuchen_->installEventFilter(this);
+    connect(txtSuchen_, &QLineEdit::textChanged, this, &Uebersicht::Filtern);
+    treffer_ = new QLabel(inhalt_);
+    treffer_->setObjectName(u"Treffer"_s);
+    zeile->addWidget(Beschriftung(u"&Suchen:"_s, txtSuchen_, inhalt_));
+    zeile->addWidget(txtSuchen_, 1);
+    zeile->addWidget(treffer_);
+    auto *weiter = new QAction(this);
+    weiter->setShortcut(Qt::Key_F3);
+    connect(weiter, &QAction::triggered, this, &Uebersicht::NaechsterTreffer);
+    addAction(weiter);
+    return zeile;
 }
 
 QWidget *Uebersicht::KnoepfeBauen()
 {
-    auto *picButtons = Benannt(new QWidget(inhalt_), u"picButtons"_s, QString());
-    auto *zeile = new QHBoxLayout(picButtons);
-    zeile->setContentsMargins(0, 0, 0, 0);
-    const int abstand = fontMetrics().height();
-
-    txtVon_ = Feld(zeile, u"&Von:"_s, u"txtVon"_s, 6);
-    txtBis_ = Feld(zeile, u"&Bis:"_s, u"txtBis"_s, 6);
-    txtVon_->setToolTip(u"Die erste FrageNr, die gedruckt wird"_s);
-    txtBis_->setToolTip(u"Die letzte FrageNr, die gedruckt wird"_s);
-    auto *cmdDrucken = Benannt(new QPushButton(u"&Drucken"_s, inhalt_), u"cmdDrucken"_s, u"Drucken"_s);
-    cmdDrucken->setDefault(true); // for Enter in the range's fields
-    connect(cmdDrucken, &QPushButton::clicked, this, [this] { cmdDrucken_Click(); });
-    zeile->addWidget(cmdDrucken);
-    zeile->addSpacing(abstand);
-
-    txtSuchen_ = Feld(zeile, u"&Suchen:"_s, u"txtSuchen"_s, 24);
-    txtSuchen_->setClearButtonEnabled(true);
-    zeile->setStretchFactor(txtSuchen_, 4);
-    txtSuchen_->installEventFilter(this);
-    connect(txtSuchen_, &QLineEdit::textChanged, this,
-            [this] { Suchen(std::max(0, grdDataGrid_->currentIndex().row())); });
-    auto *weiter = new QAction(this);
-    weiter->setShortcut(Qt::Key_F3);
-    connect(weiter, &QAction::triggered, this, [this] { Suchen(grdDataGrid_->currentIndex().row() + 1); });
-    addAction(weiter);
-
-    progress_ = Benannt(new QProgressBar(inhalt_), u"Fortschritt"_s, u"Fortschritt"_s);
-    progress_->hide();
-    zeile->addSpacing(abstand);
-    zeile->addWidget(progress_, 1);
-    zeile->addStretch(1);
-    datPrimaryRS_ = Benannt(new QLabel(inhalt_), u"datPrimaryRS"_s, u"Datensatz"_s);
-    zeile->addWidget(datPrimaryRS_);
-    zeile->addSpacing(abstand);
+    drucken_ = new Druckleiste(dienste_, wege_.drucker, inhalt_);
+    drucken_->gedruckt = [this](int karten) { // until the user goes on
+        hinweise_->SetTasten(KartenText(karten) + u" an den Drucker geschickt"_s);
+    };
+    datPrimaryRS_ = new QLabel(inhalt_);
+    datPrimaryRS_->setObjectName(u"datPrimaryRS"_s);
+    drucken_->Anfuegen(datPrimaryRS_);
     auto *cmdSchließen = Benannt(new QPushButton(u"&Zurück"_s, inhalt_), u"cmdSchließen"_s, u"Zurück"_s);
     cmdSchließen->setAutoDefault(false);
     connect(cmdSchließen, &QPushButton::clicked, this, [this] { cmdSchließen_Click(); });
-    zeile->addWidget(cmdSchließen);
-    return picButtons;
+    drucken_->Anfuegen(cmdSchließen);
+    return drucken_;
 }
 
 void Uebersicht::Form_Load()
@@ -147,7 +130,14 @@ void Uebersicht::Form_Load()
     connect(grdDataGrid_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
             [this] { datPrimaryRS_Reposition(); });
     connect(grdDataGrid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this] { datPrimaryRS_Reposition(); });
+            [this](const QModelIndex &index) {
+                if (index.isValid())
+                    karte_ = modell_->Liste().Id(index.row());
+                datPrimaryRS_Reposition();
+            });
+    karte_ = modell_->rowCount() > 0 ? std::optional(modell_->Liste().Id(0)) : std::nullopt;
+    drucken_->Zeigen(*modell_, *grdDataGrid_);
+    TrefferZeigen();
     datPrimaryRS_Reposition();
     Form_Paint();
 }
@@ -165,7 +155,7 @@ void Uebersicht::ZeileOeffnen(const QModelIndex &index)
         return;
     bool da = false;
     Step(dienste_.meldungen, FehlerKontext(), [&] {
-        const auto nummer = modell_->Liste().Whole(index.row()).numbers[0];
+        const auto nummer = modell_->Liste().Whole(modell_->Liste().Id(index.row())).numbers[0];
         CardRecordset &karten = store_.Karten();
         auto wieVorher = qScopeGuard([&karten] { karten.SetIndex(u"BoxKey"); });
         karten.SetIndex(u"FrageNr"); // in which the editor then walks
@@ -181,93 +171,65 @@ void Uebersicht::ZeileOeffnen(const QModelIndex &index)
     wege_.bearbeiten();
 }
 
-void Uebersicht::cmdDrucken_Click()
-{
-    if (laeuft_ || !modell_)
-        return;
-    const auto von = Nummer(txtVon_, u"Von:"_s);
-    if (!von)
-        return;
-    const auto bis = Nummer(txtBis_, u"Bis:"_s);
-    if (!bis)
-        return;
-    laeuft_ = true;
-    Step(dienste_.meldungen, FehlerKontext(), [&] { Drucken(*von, *bis); });
-    laeuft_ = false;
-    txtVon_->setText(QString::number(*von));
-    txtBis_->setText(QString::number(*bis));
-}
-
 void Uebersicht::cmdSchließen_Click()
 {
     reject();
 }
 
-std::optional<qint16> Uebersicht::Nummer(QLineEdit *feld, const QString &name)
+// The current card stays the current one; where the filter hides it, until it comes back.
+void Uebersicht::Filtern()
 {
-    const auto nummer = Kartennummer(feld->text());
-    if (nummer)
-        return nummer;
-    dienste_.meldungen.Zeigen(u"Bitte bei „%1“ eine ganze Zahl von 1 bis %2 eingeben."_s.arg(name).arg(
-        std::numeric_limits<qint16>::max()));
-    feld->setFocus();
-    feld->selectAll();
-    return std::nullopt;
-}
-
-// In the order in which the grid shows the cards.
-void Uebersicht::Drucken(qint16 von, qint16 bis)
-{
-    const std::unique_ptr<QPrinter> drucker = wege_.drucker();
-    if (!drucker) {
-        dienste_.meldungen.Zeigen(u"Es ist kein Drucker eingerichtet."_s);
+    if (!modell_)
         return;
+    const auto karte = karte_;
+    modell_->Filtern(txtSuchen_->text());
+    if (modell_->rowCount() > 0) {
+        const auto zeile = karte ? modell_->Liste().RowOf(*karte) : std::nullopt;
+        grdDataGrid_->setCurrentIndex(modell_->index(zeile.value_or(0), 0));
+        grdDataGrid_->scrollTo(grdDataGrid_->currentIndex());
     }
-    drucker->setDocName(windowTitle());
-    int gedruckt = 0;
-    {
-        LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_);
-        gedruckt = KartenDrucken(modell_->Liste(), von, bis, *drucker, lang.Melder());
-    }
-    if (gedruckt == 0)
-        dienste_.meldungen.Zeigen(
-            u"Von %1 bis %2 gibt es keine Karte; es wurde nichts gedruckt."_s.arg(von).arg(bis));
-    else // until the user goes on
-        hinweise_->setText(KartenText(gedruckt) + u" an den Drucker geschickt"_s);
+    if (karte && !txtSuchen_->text().isEmpty())
+        karte_ = karte;
+    TrefferZeigen();
+    datPrimaryRS_Reposition();
 }
 
-void Uebersicht::Suchen(int abZeile)
+void Uebersicht::TrefferZeigen()
 {
-    const QString text = txtSuchen_->text();
-    std::optional<int> gefunden;
-    if (modell_ && modell_->rowCount() > 0 && !text.isEmpty()) {
-        Step(dienste_.meldungen, FehlerKontext(),
-             [&] { gefunden = modell_->Liste().Find(text, abZeile % modell_->rowCount()); });
-        if (gefunden)
-            grdDataGrid_->setCurrentIndex(modell_->index(*gefunden, 0));
-    }
     // Nothing found is told without colour too.
     QPalette farben;
-    if (!text.isEmpty() && !gefunden)
+    if (NichtGefunden())
         farben.setColor(QPalette::Text, Farben::Lesbar(Farben::Falsch, palette().color(QPalette::Base)));
     txtSuchen_->setPalette(farben);
-    txtSuchen_->setAccessibleDescription(text.isEmpty() || gefunden ? QString() : u"nicht gefunden"_s);
-    datPrimaryRS_Reposition();
+    txtSuchen_->setAccessibleDescription(NichtGefunden() ? u"nicht gefunden"_s : QString());
+    const int alle = modell_->Liste().Total();
+    treffer_->setText(txtSuchen_->text().isEmpty()
+                          ? KartenText(alle)
+                          : u"%1 von %2"_s.arg(modell_->rowCount()).arg(KartenText(alle)));
+    drucken_->VorhabenZeigen();
+}
+
+void Uebersicht::NaechsterTreffer()
+{
+    if (!modell_ || modell_->rowCount() == 0)
+        return;
+    const int zeile = grdDataGrid_->currentIndex().row() + 1;
+    grdDataGrid_->setCurrentIndex(modell_->index(zeile % modell_->rowCount(), 0));
 }
 
 void Uebersicht::datPrimaryRS_Reposition()
 {
     const int zeile = grdDataGrid_->currentIndex().row();
-    hinweise_->setText(Tasten());
-    datPrimaryRS_->setText(NichtGefunden() ? txtSuchen_->accessibleDescription()
+    hinweise_->SetTasten(Tasten());
+    datPrimaryRS_->setText(NichtGefunden() ? u"nicht gefunden"_s
                            : zeile >= 0    ? u"Record: "_s + QString::number(zeile + 1)
                                            : QString());
 }
 
-// The search has a text that no card holds; the current row is none of its then.
+// The search has a text that no card holds.
 bool Uebersicht::NichtGefunden() const
 {
-    return !txtSuchen_->accessibleDescription().isEmpty();
+    return modell_ && modell_->rowCount() == 0 && !txtSuchen_->text().isEmpty();
 }
 
 void Uebersicht::datPrimaryRS_Error(const StoreError &fehler)
@@ -313,7 +275,7 @@ bool Uebersicht::eventFilter(QObject *objekt, QEvent *event)
 
 void Uebersicht::reject()
 {
-    if (!laeuft_)
+    if (!drucken_->Laeuft())
         QDialog::reject();
 }
 
@@ -326,9 +288,8 @@ void Uebersicht::changeEvent(QEvent *event)
 
 void Uebersicht::FarbenSetzen()
 {
-    const QPalette leise = Farben::Leise(palette());
-    hinweise_->setPalette(leise);
-    datPrimaryRS_->setPalette(leise);
+    datPrimaryRS_->setPalette(Farben::Leise(palette()));
+    drucken_->VorhabenZeigen();
 }
 
 } // namespace paukfix

@@ -8,19 +8,22 @@
 
 #include <QDialog>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QModelIndex;
-class QProgressBar;
 
 namespace paukfix {
 
+class Druckleiste;
 class KartenModell;
 class Kartengitter;
+class Tastenkappe;
 
 // What the overview reaches beyond its window.
 struct UebersichtWege
@@ -32,7 +35,8 @@ struct UebersichtWege
 };
 
 // All cards of the open file in a grid. A row opens the card editor by Enter and by double click; a range of
-// card numbers can be printed; a column's head sorts; what is typed is searched for.
+// card numbers or the selected rows can be printed; a column's head sorts; what is typed leaves the cards
+// that hold it.
 class Uebersicht final : public QDialog
 {
 public:
@@ -45,17 +49,16 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    QLayout *SuchzeileBauen();
     QWidget *KnoepfeBauen();
-    QLineEdit *Feld(QLayout *zeile, const QString &text, const QString &name, int zeichen);
     void Form_Load();
     void Form_Paint();
     void FarbenSetzen();
     void ZeileOeffnen(const QModelIndex &index);
-    void cmdDrucken_Click();
     void cmdSchließen_Click();
-    std::optional<qint16> Nummer(QLineEdit *feld, const QString &name);
-    void Drucken(qint16 von, qint16 bis);
-    void Suchen(int abZeile);
+    void Filtern();
+    void NaechsterTreffer();
+    void TrefferZeigen();
     bool NichtGefunden() const;
     void datPrimaryRS_Reposition();
     void datPrimaryRS_Error(const StoreError &fehler);
@@ -67,12 +70,11 @@ private:
     KartenModell *modell_ = nullptr; // nothing where the cards cannot be read
     Kartengitter *grdDataGrid_ = nullptr;
     QLabel *datPrimaryRS_ = nullptr;
-    QLabel *hinweise_ = nullptr;
-    QLineEdit *txtVon_ = nullptr;
-    QLineEdit *txtBis_ = nullptr;
+    QLabel *treffer_ = nullptr;
+    Tastenkappe *hinweise_ = nullptr;
     QLineEdit *txtSuchen_ = nullptr;
-    QProgressBar *progress_ = nullptr;
-    bool laeuft_ = false;
+    Druckleiste *drucken_ = nullptr;
+    std::optional<std::int64_t> karte_; // the current one, also while a filter hides it
 };
 
 } // namespace paukfix

@@ -58,6 +58,11 @@ QString KartenText(int anzahl)
     return anzahl == 1 ? u"1 Karte"_s : u"%1 Karten"_s.arg(anzahl);
 }
 
+QString Kommen(int anzahl)
+{
+    return KartenText(anzahl) + (anzahl == 1 ? u" kommt"_s : u" kommen"_s);
+}
+
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 {
     std::optional<BoxState> vorher;

@@ -40,6 +40,8 @@ void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
 
 // "1 Karte", "2 Karten".
 QString KartenText(int anzahl);
+// "1 Karte kommt", "2 Karten kommen".
+QString Kommen(int anzahl);
 
 // Runs `arbeit` as one transaction over the open cards: all of it is kept or nothing. Where it or the commit
 // throws, the StoreError thrown says which, as the file shows it; it should be opened again then.

@@ -61,13 +61,18 @@ Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste,
     hinweise_ = new QVBoxLayout;
     hinweise_->setSpacing(dicht / 2);
     spalte_->addLayout(hinweise_);
+    vorhaben_ = Textzeile({}, u"Vorhaben"_s);
+    QFont fett = vorhaben_->font();
+    fett.setWeight(QFont::DemiBold);
+    vorhaben_->setFont(fett);
     // Lines of about seventy letters read well.
     inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 88);
 }
 
 QLabel *Werkzeugfenster::Textzeile(const QString &text, const QString &name)
 {
-    auto *label = Benannt(new QLabel(text, inhalt_), name, text.trimmed());
+    auto *label = new QLabel(text, inhalt_);
+    label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     return label;
@@ -85,6 +90,11 @@ QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
     leise_ << Textzeile(text, u"Hinweis(%1)"_s.arg(leise_.size()));
     hinweise_->addWidget(leise_.back());
     return leise_.back();
+}
+
+void Werkzeugfenster::VorhabenZeigen(const QString &text)
+{
+    vorhaben_->setText(text);
 }
 
 QComboBox *Werkzeugfenster::TrennzeichenBauen()
@@ -142,6 +152,8 @@ void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
         spalte_->setStretchFactor(felder_, 1); // lists take the room of a larger window
     else
         spalte_->addStretch(1);
+    vorhaben_->setMinimumHeight(vorhaben_->fontMetrics().height()); // nothing jumps when it comes
+    spalte_->addWidget(vorhaben_);
     spalte_->addLayout(zeile);
     FarbenSetzen();
     // As high as the wrapped texts need, whatever the screen.

@@ -39,6 +39,9 @@ protected:
     QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
     QLabel *HinweisBauen(const QString &text);
 
+    // One line above the buttons that tells what OK would do. Nothing where that is not known.
+    void VorhabenZeigen(const QString &text);
+
     QGridLayout *Felder() { return felder_; }
 
     void KnoepfeBauen(const std::function<void()> &cmdOK_Click);
@@ -82,6 +85,7 @@ private:
     QVBoxLayout *kasten_ = nullptr;
     QGridLayout *felder_ = nullptr;
     QVBoxLayout *hinweise_ = nullptr;
+    QLabel *vorhaben_ = nullptr;
     QProgressBar *progress_ = nullptr;
     QPushButton *cmdOK_ = nullptr;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour

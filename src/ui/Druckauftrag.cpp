@@ -5,6 +5,7 @@
 #include "Protokoll.h"
 #include "StoreError.h"
 
+#include <QPaintEngine>
 #include <QPrinterInfo>
 
 #include <dlfcn.h>
@@ -90,8 +91,9 @@ void Druckauftrag::NeueSeite()
 void Druckauftrag::Abschicken()
 {
     Pruefen(maler_.end());
-    if (!drucker_.outputFileName().isEmpty())
-        return; // a file
+    const bool nurAngesehen = drucker_.paintEngine()->type() == QPaintEngine::Picture;
+    if (nurAngesehen || !drucker_.outputFileName().isEmpty())
+        return; // a preview, or a file
     const Antwort antwort = AntwortDesDrucksystems();
     Pruefen(antwort.angenommen, antwort.grund);
 }

@@ -190,6 +190,11 @@ void Hausstil::drawPrimitive(PrimitiveElement element, const QStyleOption *optio
             Stilmaler::Feld(*painter, *option, option->palette.color(QPalette::Base));
         else
             painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+        // A figure that can be copied has no frame, but is a stop of the keyboard.
+        if (rahmen && rahmen->lineWidth <= 0 && (option->state & State_ReadOnly) &&
+            (option->state & State_HasFocus))
+            Stilmaler::Ring(*painter, option->rect, Stilmaler::KleinerRadius,
+                            Stilmaler::Fokus(option->palette));
         return;
     }
     case PE_FrameLineEdit:
@@ -315,6 +320,8 @@ QSize Hausstil::sizeFromContents(ContentsType type, const QStyleOption *option, 
     }
     case CT_ToolButton:
         return (size + QSize(14, 14)).expandedTo({34, 34});
+    case CT_ItemViewItem: // the ring of the current row stands clear of its text
+        return QProxyStyle::sizeFromContents(type, option, size, widget) + QSize(0, 6);
     case CT_LineEdit: {
         const auto *rahmen = qstyleoption_cast<const QStyleOptionFrame *>(option);
         if (!rahmen || rahmen->lineWidth <= 0)

@@ -167,7 +167,8 @@ void DialogTexteTest::TextsStandLetterByLetter()
     QStringList shown;
     for (const QLabel *label : dialog->findChildren<QLabel *>()) {
         QCOMPARE(label->textFormat() == Qt::PlainText || label->buddy(), true);
-        if (!label->text().isEmpty()) // what comes of the work has its place already
+        // What comes of the work has its place already; what it will do is counted.
+        if (!label->text().isEmpty() && label->objectName() != "Vorhaben")
             shown << Hand::Gezeigt(label);
     }
     QCOMPARE(shown, labels);

@@ -4,13 +4,18 @@
 #include "Uebersicht.h"
 #include "Werkstatt.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPageLayout>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTableView>
+#include <QTimer>
 
 using namespace paukfix;
 using namespace Qt::StringLiterals;
@@ -39,6 +44,9 @@ private slots:
     void NoNumberGetsAMessage_data();
     void NoNumberGetsAMessage();
     void NumbersAreNormalised();
+    void SelectedCardsArePrintedWhereThereIsNoRange();
+    void PreviewShowsThePagesAndPrintsNothing_data();
+    void PreviewShowsThePagesAndPrintsNothing();
 };
 
 namespace {
@@ -59,16 +67,17 @@ struct Presse : Werkstatt
         : blatt(lage == QPageLayout::Portrait ? Blatt : Blatt.transposed())
     {
         Oeffnen(karten);
-        fenster = std::make_unique<Uebersicht>(store, Alle(),
-                                               UebersichtWege{.bearbeiten = [] {},
-                                                              .drucker =
-                                                                  [this, lage, raender] {
-                                                                      auto drucker =
-                                                                          Drucker(Pfad("druck.pdf"));
-                                                                      drucker->setPageOrientation(lage);
-                                                                      drucker->setPageMargins(raender);
-                                                                      return drucker;
-                                                                  }});
+        fenster = std::make_unique<Uebersicht>(
+            store, Alle(),
+            UebersichtWege{.bearbeiten = [] {},
+                           .drucker = [this, lage, raender]() -> std::unique_ptr<QPrinter> {
+                               if (ohneDrucker)
+                                   return nullptr;
+                               auto drucker = Drucker(Pfad("druck.pdf"));
+                               drucker->setPageOrientation(lage);
+                               drucker->setPageMargins(raender);
+                               return drucker;
+                           }});
         Hand(*fenster).Zeigen();
     }
 
@@ -143,6 +152,8 @@ struct Presse : Werkstatt
 
     std::unique_ptr<Uebersicht> fenster;
     QSizeF blatt;
+
+    bool ohneDrucker = false;
 };
 
 QList<CardRecord> Karten(int anzahl)
@@ -450,6 +461,59 @@ void DruckTest::NumbersAreNormalised()
     QFile::remove(presse.Pfad("druck.pdf"));
     Hand(*presse.fenster).Taste("txtBis", Qt::Key_Return);
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
+}
+
+void DruckTest::SelectedCardsArePrintedWhereThereIsNoRange()
+{
+    Presse presse(Karten(4));
+    auto *gitter = Hand(*presse.fenster).Finde<QTableView>("grdDataGrid");
+    const auto *vorhaben = Hand(*presse.fenster).Finde<QLabel>("Vorhaben");
+    QCOMPARE(vorhaben->text(), "1 gewählte Karte");
+    QTest::keyClick(gitter, Qt::Key_Down);
+    QTest::keyClick(gitter, Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(vorhaben->text(), "2 gewählte Karten");
+    presse.Drucken("", "");
+    QCOMPARE(presse.WoerterIn(0, true).front().text, "2");
+    QCOMPARE(presse.WoerterIn(1, true).front().text, "3");
+    QVERIFY(presse.WoerterIn(2, true).isEmpty());
+    QCOMPARE(Hand(*presse.fenster).Finde<QLabel>("Tastenhinweise")->text(),
+             "2 Karten an den Drucker geschickt");
+    // A range wins, and counts also what a filter hides.
+    Hand(*presse.fenster).Finde<QLineEdit>("txtSuchen")->setText("Frage 4");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtVon")->setText("1");
+    QCOMPARE(vorhaben->text(), "");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtBis")->setText("3");
+    QCOMPARE(vorhaben->text(), "3 Karten");
+}
+
+void DruckTest::PreviewShowsThePagesAndPrintsNothing_data()
+{
+    QTest::addColumn<bool>("printer");
+    QTest::newRow("of a printer") << true;
+    QTest::newRow("without a printer") << false;
+}
+
+void DruckTest::PreviewShowsThePagesAndPrintsNothing()
+{
+    QFETCH(bool, printer);
+    Presse presse(Karten(9));
+    presse.ohneDrucker = !printer;
+    int seiten = 0;
+    QTimer zuschauer;
+    QObject::connect(&zuschauer, &QTimer::timeout, [&] {
+        auto *vorschau = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+        if (!vorschau || !vorschau->isVisible())
+            return;
+        seiten = vorschau->findChild<QPrintPreviewWidget *>()->pageCount();
+        vorschau->reject();
+    });
+    zuschauer.start(10);
+    Hand(*presse.fenster).Finde<QLineEdit>("txtVon")->setText("1");
+    Hand(*presse.fenster).Finde<QLineEdit>("txtBis")->setText("9");
+    Hand(*presse.fenster).Klick("cmdVorschau");
+    QCOMPARE(seiten, 3);
+    QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
+    QVERIFY(presse.meldungen.gezeigt.isEmpty());
 }
 
 PAUKFIX_TEST(DruckTest)

@@ -30,11 +30,13 @@ private slots:
     void KeysSort();
     void TextsSortAsInADictionary();
     void SortingKeepsTheCurrentCard();
-    void TypingFindsARow();
+    void TypingLeavesTheRowsThatMatch();
+    void FilterAndBackKeepsTheCurrentCard();
+    void SortingKeepsWhatIsSelected();
     void SearchFindsWhatTheGridShows_data();
     void SearchFindsWhatTheGridShows();
     void NothingFoundIsTold();
-    void RowsAreReadWhenTheyAreShown();
+    void RowsAreReadWhenTheyAreHand::Gezeigt();
     void FullBoxScrollsToItsEnd();
     void DataErrorIsToldOnce();
     void ClosedFileIsADataError();
@@ -89,6 +91,8 @@ QList<CardRecord> Five()
     const QStringList questions{"Zebra", "äpfel", "Apfel", "Öl", "Ofen"};
     for (int i = 0; i < cards.size(); ++i)
         cards[i].Frage_Klartext = questions[i];
+    for (const int fruit : {1, 2})
+        cards[fruit].Picture_9_Name = "Obst";
     return cards;
 }
 
@@ -104,14 +108,15 @@ void UebersichtTest::ShowsAllCardsUnderTheirHeads()
     QStringList heads;
     for (int i = 0; i < blick.gitter->model()->columnCount(); ++i)
         heads << blick.gitter->model()->headerData(i, Qt::Horizontal).toString();
-    QCOMPARE(heads, (QStringList{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort"}));
+    QCOMPARE(heads, (QStringList{"FrageNr", "FachNr", "FachLfdNr", "Frage", "Antwort", "Thema"}));
     QCOMPARE(blick.Spalte(0), (QStringList{"1", "2", "4", "10", "33"}));
     QCOMPARE(blick.Zelle(1, 1), "3");
     QCOMPARE(blick.Zelle(1, 2), "4");
     QCOMPARE(blick.Zelle(1, 3), "äpfel");
     QCOMPARE(blick.Zelle(1, 4), "Antwort 2");
-    QCOMPARE(Hand(blick.fenster).Text("cmdDrucken"), "Drucken");
-    QCOMPARE(Hand(blick.fenster).Text("cmdSchließen"), "Zurück");
+    QCOMPARE(blick.Zelle(1, 5), "Obst");
+    QCOMPARE(Hand(blick.fenster).Finde<QPushButton>("cmdDrucken")->text().remove('&'), "Drucken");
+    QCOMPARE(Hand(blick.fenster).Finde<QPushButton>("cmdSchließen")->text().remove('&'), "Zurück");
     QStringList labels;
     for (const QLabel *label : Hand(blick.fenster).Finde("picButtons")->findChildren<QLabel *>())
         labels << Hand::Gezeigt(label);
@@ -275,40 +280,93 @@ void UebersichtTest::SortingKeepsTheCurrentCard()
     QCOMPARE(w.store.Felder().FrageNr.Integer(), qint16(10));
 }
 
-void UebersichtTest::TypingFindsARow()
+void UebersichtTest::TypingLeavesTheRowsThatMatch()
 {
     Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
     Hand(blick.fenster).Zeigen();
     auto *field = Hand(blick.fenster).Finde<QLineEdit>("txtSuchen");
+    const auto *hits = Hand(blick.fenster).Finde<QLabel>("Treffer");
+    QCOMPARE(hits->text(), "5 Karten");
     QTest::keyClick(blick.gitter, Qt::Key_Z);
     QVERIFY(field->hasFocus());
     QTest::keyClicks(field, "eb");
     QCOMPARE(field->text(), "zeb");
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 3), "Zebra");
-    // A card number, from its first digit on.
+    QCOMPARE(blick.Spalte(3), QStringList{"Zebra"});
+    QCOMPARE(hits->text(), "1 von 5 Karten");
+    QCOMPARE(blick.gitter->currentIndex().row(), 0);
+    // A card number, from its first digit on; umlauts without regard to case; the answer; the topic.
     field->setText("33");
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "33");
-    // Umlauts without regard to case, and in the answer; F3 goes on and round.
+    QCOMPARE(blick.Spalte(0), QStringList{"33"});
     field->setText("ÄPF");
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 3), "äpfel");
-    field->setText("pfel");
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 3), "äpfel");
-    QTest::keyClick(&blick.fenster, Qt::Key_F3);
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 3), "Apfel");
-    QTest::keyClick(&blick.fenster, Qt::Key_F3);
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 3), "äpfel");
+    QCOMPARE(blick.Spalte(3), QStringList{"äpfel"});
     field->setText("antwort 4");
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "4");
+    QCOMPARE(blick.Spalte(0), QStringList{"4"});
+    field->setText("obs");
+    QCOMPARE(blick.Spalte(0), (QStringList{"2", "33"}));
+    QCOMPARE(hits->text(), "2 von 5 Karten");
+    // F3 goes on and round, the arrow into the grid; heads sort what is left.
+    QCOMPARE(blick.gitter->currentIndex().row(), 0);
+    QTest::keyClick(&blick.fenster, Qt::Key_F3);
+    QCOMPARE(blick.gitter->currentIndex().row(), 1);
+    QTest::keyClick(&blick.fenster, Qt::Key_F3);
+    QCOMPARE(blick.gitter->currentIndex().row(), 0);
     QTest::keyClick(field, Qt::Key_Down);
     QVERIFY(blick.gitter->hasFocus());
-    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "10");
+    QCOMPARE(blick.Datensatz(), "Record: 2");
+    QTest::keyClick(&blick.fenster, Qt::Key_1, Qt::ControlModifier);
+    QCOMPARE(blick.Spalte(0), (QStringList{"33", "2"}));
+    QCOMPARE(blick.Datensatz(), "Record: 1");
+    // Typing on narrows, taking back widens.
     QTest::keyClicks(blick.gitter, "O");
+    QCOMPARE(blick.gitter->model()->rowCount(), 5); // an answer has it, too
     QTest::keyClicks(field, "fen");
+    QCOMPARE(blick.Spalte(0), QStringList{"1"});
     QTest::keyClick(field, Qt::Key_Return);
     QCOMPARE(blick.bearbeitet, 1);
     QCOMPARE(w.store.Felder().Frage_Klartext.Text(), "Ofen");
+}
+
+void UebersichtTest::FilterAndBackKeepsTheCurrentCard()
+{
+    Werkstatt w;
+    w.Oeffnen(Five());
+    Blick blick(w);
+    Hand(blick.fenster).Zeigen();
+    blick.gitter->setCurrentIndex(blick.gitter->model()->index(3, 0));
+    auto *field = Hand(blick.fenster).Finde<QLineEdit>("txtSuchen");
+    field->setText("obst"); // without the card
+    field->setText("");
+    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "10");
+    field->setText("zeb"); // with it
+    QCOMPARE(blick.Datensatz(), "Record: 1");
+    field->setText("");
+    QCOMPARE(blick.Datensatz(), "Record: 4");
+    field->setText("obst");
+    QTest::keyClick(&blick.fenster, Qt::Key_F3); // goes to another one
+    field->setText("");
+    QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "33");
+}
+
+void UebersichtTest::SortingKeepsWhatIsSelected()
+{
+    Werkstatt w;
+    w.Oeffnen(Five());
+    Blick blick(w);
+    Hand(blick.fenster).Zeigen();
+    QTest::keyClick(blick.gitter, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(blick.gitter, Qt::Key_Down, Qt::ShiftModifier);
+    const auto selected = [&] {
+        QStringList numbers;
+        for (const QModelIndex &row : blick.gitter->selectionModel()->selectedRows())
+            numbers << row.data().toString();
+        numbers.sort();
+        return numbers;
+    };
+    QCOMPARE(selected(), (QStringList{"1", "2", "4"}));
+    blick.KopfKlick(3);
+    QCOMPARE(selected(), (QStringList{"1", "2", "4"}));
 }
 
 void UebersichtTest::SearchFindsWhatTheGridShows_data()
@@ -362,7 +420,8 @@ void UebersichtTest::NothingFoundIsTold()
     field->setFocus();
     QTest::keyClicks(field, "gibt es nicht");
     QCOMPARE(blick.Datensatz(), "nicht gefunden");
-    QCOMPARE(blick.gitter->currentIndex().row(), 1);
+    QCOMPARE(Hand(blick.fenster).Finde<QLabel>("Treffer")->text(), "0 von 5 Karten");
+    QCOMPARE(blick.gitter->model()->rowCount(), 0);
     QTest::keyClick(field, Qt::Key_Return); // there is no card to be opened
     QCOMPARE(blick.bearbeitet, 0);
     QVERIFY(blick.fenster.isVisible());
@@ -376,7 +435,7 @@ void UebersichtTest::NothingFoundIsTold()
     QVERIFY(!blick.fenster.isVisible());
 }
 
-void UebersichtTest::RowsAreReadWhenTheyAreShown()
+void UebersichtTest::RowsAreReadWhenTheyAreHand::Gezeigt()
 {
     Werkstatt w;
     QList<CardRecord> cards;
@@ -519,8 +578,8 @@ void UebersichtTest::WorksWithKeysAlone()
         reached << blick.fenster.focusWidget()->objectName();
         QTest::keyClick(blick.fenster.focusWidget(), Qt::Key_Tab);
     }
-    for (const QString &name :
-         {u"grdDataGrid"_s, u"txtVon"_s, u"txtBis"_s, u"cmdDrucken"_s, u"txtSuchen"_s, u"cmdSchließen"_s})
+    for (const QString &name : {u"grdDataGrid"_s, u"txtVon"_s, u"txtBis"_s, u"cmdDrucken"_s, u"cmdVorschau"_s,
+                                u"txtSuchen"_s, u"cmdSchließen"_s})
         QVERIFY2(reached.contains(name), qPrintable(name));
     QTest::keyClick(&blick.fenster, Qt::Key_Z, Qt::AltModifier);
     QTRY_VERIFY(!blick.fenster.isVisible());

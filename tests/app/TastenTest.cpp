@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "ProgrammBuehne.h"
+#include "Tastenliste.h"
+#include "TestProgram.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QMenuBar>
+#include <QTreeWidget>
+
+using namespace paukfix;
+
+// The list of all keys: it comes in every window, and is complete.
+class TastenTest : public ProgrammBuehne
+{
+    Q_OBJECT
+
+private:
+    static QString Gruppe(const QString &fenster)
+    {
+        QString text;
+        for (const Tastengruppe &gruppe : AlleTasten())
+            if (gruppe.fenster == fenster)
+                for (const auto &[tasten, was] : gruppe.zeilen)
+                    text += QString(tasten).remove('[').remove(']') + '\n';
+        return text;
+    }
+
+    // The window's shortcuts and underlined letters that its group does not name.
+    static QStringList Ungenannte(const QWidget &fenster)
+    {
+        QSet<QString> tasten;
+        const auto buchstabe = [&tasten](const QString &text) {
+            if (const QKeySequence taste = QKeySequence::mnemonic(text); !taste.isEmpty())
+                tasten << taste.toString();
+        };
+        for (const QAction *eintrag : fenster.findChildren<QAction *>())
+            if (!eintrag->shortcut().isEmpty())
+                tasten << eintrag->shortcut().toString();
+        for (const QMenuBar *menue : fenster.findChildren<QMenuBar *>())
+            for (const QAction *eintrag : menue->actions())
+                buchstabe(eintrag->text());
+        for (const QAbstractButton *knopf : fenster.findChildren<QAbstractButton *>())
+            buchstabe(knopf->text());
+        for (const QLabel *label : fenster.findChildren<QLabel *>())
+            if (label->buddy())
+                buchstabe(label->text());
+        const QString genannt = Gruppe(fenster.objectName());
+        QStringList fehlen;
+        for (QString taste : tasten)
+            if (!genannt.contains(taste.replace("Ctrl", "Strg").replace("Shift", "Umschalt")))
+                fehlen << taste;
+        fehlen.sort();
+        return fehlen;
+    }
+
+    static Drehbuch::Szene Vergleichen(const QString &name, QStringList &fehlen)
+    {
+        return Drehbuch::In(name, [&fehlen](QWidget &fenster) { fehlen << Ungenannte(fenster); });
+    }
+
+private slots:
+
+    void init() { Aufstellen(); }
+
+    void cleanup() { Abraeumen(); }
+
+    void F1ShowsTheKeysOfTheWindowThatHasTheKeyboard()
+    {
+        OeffnenMitZweiDateien();
+        QString gruppe;
+        const auto lesen = Drehbuch::In("Tastenfenster", [&gruppe](QWidget &fenster) {
+            gruppe = Hand(fenster).Finde<QTreeWidget>("Tastenliste")->currentItem()->text(0);
+            Hand(fenster).Taste(Qt::Key_F1); // a second one does nothing
+            Hand(fenster).Taste(Qt::Key_Escape);
+        });
+        {
+            const Drehbuch buch({lesen});
+            Hand::An("LBOX").Taste(Qt::Key_F1);
+            QVERIFY(buch.Fertig());
+            QCOMPARE(gruppe, "Im Kasten");
+        }
+        {
+            const Drehbuch buch(
+                {Taste("Uebersicht", Qt::Key_F1), lesen, Taste("Uebersicht", Qt::Key_Escape)});
+            Waehlen("Manzeigen");
+            QVERIFY(buch.Fertig());
+            QCOMPARE(gruppe, "In der Übersicht");
+        }
+        {
+            const Drehbuch buch({Taste("PFUse", Qt::Key_F1), lesen, Taste("PFUse", Qt::Key_Escape)});
+            Hand::An("LBOX").Taste(Qt::Key_N);
+            QVERIFY(buch.Fertig());
+            QCOMPARE(gruppe, "In der Abfrage");
+        }
+    }
+
+    void EveryShortcutAndUnderlinedLetterIsNamed()
+    {
+        OeffnenMitZweiDateien();
+        QStringList fehlen = Ungenannte(*Hand::Offen("LBOX"));
+        {
+            const Drehbuch buch({Vergleichen("Uebersicht", fehlen), Taste("Uebersicht", Qt::Key_Escape)});
+            Waehlen("Manzeigen");
+            QVERIFY(buch.Fertig());
+        }
+        {
+            const Drehbuch buch({Vergleichen("PFUse", fehlen), Taste("PFUse", Qt::Key_Escape)});
+            Hand::An("LBOX").Taste(Qt::Key_N);
+            QVERIFY(buch.Fertig());
+        }
+        Waehlen("MKarten");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        fehlen << Ungenannte(*Hand::Offen("PFÄndern"));
+        QCOMPARE(fehlen, QStringList());
+    }
+};
+
+PAUKFIX_TEST(TastenTest)
+#include "TastenTest.moc"
