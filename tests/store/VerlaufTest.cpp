@@ -6,12 +6,15 @@
 #include "KarteEinordnen.h"
 #include "KarteLoeschen.h"
 #include "KarteiOeffner.h"
+#include "SafeFile.h"
 #include "StoreTestSupport.h"
+#include "Stromausfall.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
 #include <SQLiteCpp/Statement.h>
 
@@ -482,6 +485,55 @@ private slots:
                 return;
             }
         }
+    }
+
+    void NothingThatWasTakenBackComesAgainAfterAPowerFailure()
+    {
+        Kasten kasten(VieleKarten());
+        CardStore &kartei = kasten.kartei;
+        kartei.CloseCardFile();
+        QList<QByteArray> staende;
+        QList<Stromausfall::Bild> platten;
+        {
+            Stromausfall strom;
+            kasten.Oeffnen();
+            staende << kasten.Stand();
+            const std::function<void()> schritte[] = {
+                [&] { kasten.Antworten(3, false); }, [&] { kartei.verlauf.Zuruecknehmen(); },
+                [&] { Importieren(kartei, 3, u"neu"_s); }, [&] { kartei.verlauf.Zuruecknehmen(); },
+                [&] { kartei.verlauf.Wiederholen(); }};
+            for (const auto &schritt : schritte) {
+                schritt();
+                staende << kasten.Stand();
+                strom.Gemeldet();
+            }
+            kartei.CloseCardFile();
+            platten = strom.bilder;
+        }
+        QVERIFY(platten.size() > 100);
+        int vor = 0, nach = 0; // of the disks in the midst of a step
+        for (const Stromausfall::Bild &platte : platten) {
+            const QTemporaryDir danach;
+            for (const auto &[name, bytes] : platte.dateien)
+                WriteFileSynced(danach.filePath(QFileInfo(name).fileName()), bytes);
+            CardStore offen;
+            TestMeldungen meldungen;
+            KarteiOeffner oeffner(offen, meldungen, kasten.clock);
+            offen.KarteiPfad = danach.path();
+            QString name = u"box.pzb"_s;
+            oeffner.OpenCardFile(name);
+            QVERIFY2(offen.IsOpen(), qPrintable(meldungen.Texte().join(u'|')));
+            offen.CloseCardFile();
+            const QString pfad = danach.filePath(u"box.pzb"_s);
+            QCOMPARE(FaultIn(pfad), QString());
+            const QByteArray inhalt = InhaltDerDatei(pfad);
+            const bool davor = inhalt == staende[platte.gemeldet];
+            QVERIFY2(davor ||
+                         (platte.gemeldet + 1 < staende.size() && inhalt == staende[platte.gemeldet + 1]),
+                     qPrintable(u"after %1 steps"_s.arg(platte.gemeldet)));
+            (davor ? vor : nach) += 1;
+        }
+        QVERIFY(vor > 0 && nach > 0);
     }
 };
 
