@@ -43,6 +43,10 @@ public:
 
     const QString &Path() const { return path_; }
 
+    // Is it a file of ours from before the sums of pages, with nothing beside the cards in it? Then
+    // GivePageSums can give it theirs. Throws StoreError.
+    bool LacksPageSums();
+
     // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
     // then would go into an unlinked file. Takes a lock that a network drive has lost anew; throws 3045 where
     // another program has the file by now.

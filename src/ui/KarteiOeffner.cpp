@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteiOeffner.h"
 
+#include "GivePageSums.h"
 #include "JetConversion.h"
 #include "Repair.h"
 
@@ -71,6 +72,8 @@ void KarteiOeffner::OpenCardFile(QString &fileName)
         oeffnung = Umwandeln(fileName, oeffnung);
     if (oeffnung.ausgang == Ausgang::Beschaedigt)
         oeffnung = Reparieren(fileName, oeffnung);
+    if (oeffnung.ohnePruefsummen)
+        oeffnung = PruefsummenGeben(fileName, oeffnung);
     if (oeffnung.ausgang != Ausgang::Offen) {
         BoxZeichnen();
         fileName.clear();
@@ -140,6 +143,31 @@ Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
     if (!result.summary.isEmpty())
         meldungen_.Zeigen(result.summary);
     meldungen_.Zeigen(u"Datei wurde repariert"_s);
+    return Versuchen(fileName);
+}
+
+// Gives the open file the sums of its pages where the learner agrees; else gives `oeffnung` back. Where that
+// fails, the file is opened as it was.
+Oeffnung KarteiOeffner::PruefsummenGeben(const QString &fileName, Oeffnung oeffnung)
+{
+    const QString path = kartei_.CardPath(fileName);
+    const QString datei = QFileInfo(path).canonicalFilePath();
+    if (ohnePruefsummen_.contains(datei))
+        return oeffnung;
+    ohnePruefsummen_.insert(datei);
+    if (meldungen_.Fragen(
+            u"Die Kartei „%1“ stammt von einer älteren Version und hat noch keine Prüfsummen, an "
+            u"denen jede Beschädigung zu erkennen ist – soll sie welche bekommen (ältere Versionen "
+            u"von Paukfix öffnen sie dann nicht mehr)?"_s.arg(QFileInfo(path).fileName())) !=
+        Meldungen::Antwort::Ja)
+        return oeffnung;
+    kartei_.CloseCardFile();
+    const auto fehler = FehlerVon([&] {
+        GivePageSums(path, WartenZeigen(u"Die Kartei bekommt Prüfsummen."_s,
+                                        u"Das wurde abgebrochen; an der Datei wurde nichts geändert."_s));
+    });
+    if (fehler)
+        meldungen_.Zeigen(fehler->Text() + u" Die Kartei bleibt ohne Prüfsummen."_s);
     return Versuchen(fileName);
 }
 

@@ -140,8 +140,9 @@ private slots:
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size());
         const QString report = Report(result);
-        const QRegularExpression line(u"\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
-                                      u"für sie\n"_s.arg(hit.number));
+        const QRegularExpression line(
+            u"\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
+            u"für sie; steht auf einer Seite, deren Prüfsumme nicht stimmt\n"_s.arg(hit.number));
         QVERIFY2(report.contains(line), qPrintable(report));
     }
 
@@ -194,7 +195,8 @@ private slots:
                 "Karten mit zweifelhaftem Inhalt\n"
                 "Sie sind so aufgehoben, wie sie in der Datei standen. Bitte nachsehen.\n"
                 "Karte 7 („Frage 7“): Picturewidth hatte den unbrauchbaren Wert 99999 und "
-                "steht jetzt auf 0; Frage enthält Nullzeichen\n"
+                "steht jetzt auf 0; Frage enthält Nullzeichen; Frage („ab“) und Frage Klartext („Frage“) "
+                "sagen Verschiedenes, beide sind aufgehoben\n"
                 "\n"
                 "Neu eingeordnete Karten\n"
                 "Ihr Inhalt ist, wie er war; Nummer, Fach oder Platz waren nicht zu "
@@ -288,7 +290,8 @@ private slots:
         MakeCardFile(Path(), SomeCards(10));
         Sql("UPDATE Lernkarten SET Antwort_1=CAST(x'4142C3FF43' AS TEXT) WHERE FrageNr=1;"
             "UPDATE Lernkarten SET Frage='{\\rtf1 offen {' WHERE FrageNr=2;"
-            "UPDATE Lernkarten SET Frage='{\\rtf1 zu \\} }'||char(13,10) WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET Frage='{\\rtf1 zu \\} }'||char(13,10),Frage_Klartext='zu }' WHERE "
+            "FrageNr=3;"
             "UPDATE Lernkarten SET Picture_1_Name=replace(hex(zeroblob(200)),'0','ü') WHERE FrageNr=4");
         DestroyFirstPage();
         const RepairResult result = RepairDatabase(Path());
