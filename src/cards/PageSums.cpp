@@ -30,8 +30,9 @@ PageSum SumOf(Bytes page)
     const std::size_t end = page.size() - PageSumSize;
     std::uint32_t one = 0, other = 0;
     for (std::size_t at = 0; at < end; at += 8) {
-        one += qFromLittleEndian<std::uint32_t>(&page[at]) + other;
-        other += qFromLittleEndian<std::uint32_t>(&page[at + 4]) + one;
+        // In this order each of the two waits for one addition only.
+        one = (one + qFromLittleEndian<std::uint32_t>(&page[at])) + other;
+        other = (other + qFromLittleEndian<std::uint32_t>(&page[at + 4])) + one;
     }
     PageSum sum;
     qToLittleEndian(one, sum.data());
