@@ -4,6 +4,7 @@
 
 #include "CardFile.h"
 #include "CardRecordset.h"
+#include "CardTransaction.h"
 #include "KarteiOeffner.h"
 
 #include <QTemporaryDir>
@@ -39,7 +40,7 @@ const QString &BigFile()
         CardFile::Create(name);
         CardFile file(name);
         CardRecordset cards(file);
-        cards.BeginTrans();
+        CardTransaction transaction(cards);
         for (int i = 1; i <= CardCount; ++i) {
             CardRecord card;
             card.FrageNr = (i * 7919) % CardCount + 1;
@@ -59,7 +60,7 @@ const QString &BigFile()
             cards.Write(card);
             cards.Update();
         }
-        cards.CommitTrans();
+        transaction.Commit();
         return name;
     }();
     return path;

@@ -4,7 +4,7 @@
 // mkbox CARDS.txt BOX.pzb: makes a card file of its text form. The pictures and sounds that the cards name
 // must lie beside BOX.pzb. A file that stands there is replaced when the new one is complete.
 #include "CardFile.h"
-#include "CardRecordset.h"
+#include "CardTransaction.h"
 #include "Kartentext.h"
 
 #include <QCoreApplication>
@@ -53,10 +53,10 @@ void WriteBox(const std::vector<CardRecord> &cards, const QString &path)
     CardFile::Create(path);
     CardFile file(path);
     CardRecordset recordset(file);
-    recordset.BeginTrans();
+    CardTransaction transaction(recordset);
     for (const CardRecord &card : cards)
         AddCard(recordset, card);
-    recordset.CommitTrans();
+    transaction.Commit();
 }
 
 void Run(const QStringList &arguments)

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Befehlszeile.h"
 #include "Endsignale.h"
+#include "Hausstil.h"
 #include "MeldungenFenster.h"
 #include "Programm.h"
 
@@ -37,6 +38,7 @@ int main(int argc, char *argv[])
     // The toolkit's dialogs would keep settings of their own: they find no place for them.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
     DeutscheTexte();
+    Hausstil::Einrichten();
 
     const Befehlszeile befehl = BefehlszeileLesen(QApplication::arguments());
     if (befehl.art == Befehlszeile::Art::Fehler) {

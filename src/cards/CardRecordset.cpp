@@ -266,46 +266,6 @@ void CardRecordset::Write(const CardRecord &card)
             std::visit([&](auto member) { Field(this, i).Set(card.*member); }, CardColumns()[Bit(i)].member);
 }
 
-void CardRecordset::BeginTrans()
-{
-    cursor_->Guarded([&] {
-        cursor_->scan.Stop();
-        // A journal must not come to lie beside another file that stands in this one's place by now.
-        cursor_->file.CheckUnchanged();
-        cursor_->database.exec("BEGIN IMMEDIATE");
-        cursor_->inTransaction = true;
-    });
-}
-
-void CardRecordset::CommitTrans()
-{
-    cursor_->Guarded([&] {
-        cursor_->scan.Stop();
-        cursor_->file.CheckStillInPlace();
-        cursor_->database.exec("COMMIT");
-        cursor_->inTransaction = false;
-        cursor_->file.NoteState();
-    });
-}
-
-void CardRecordset::Rollback()
-{
-    cursor_->Guarded([&] {
-        cursor_->scan.Stop();
-        cursor_->file.ForgetState();
-        if (cursor_->inTransaction && sqlite3_get_autocommit(cursor_->database.getHandle()) == 0)
-            cursor_->database.exec("ROLLBACK");
-        cursor_->inTransaction = false;
-        cursor_->buffer.reset();
-        cursor_->FindCardAgain();
-    });
-}
-
-bool CardRecordset::InTransaction() const
-{
-    return cursor_->inTransaction && sqlite3_get_autocommit(cursor_->database.getHandle()) == 0;
-}
-
 void CardRecordset::Past(const std::function<void(SQLite::Database &)> &work)
 {
     cursor_->Guarded([&] {

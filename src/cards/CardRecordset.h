@@ -68,8 +68,6 @@ public:
 
     // Stands on the first card of "FrageNr" order. `file` must outlive the recordset.
     explicit CardRecordset(CardFile &file);
-    CardRecordset(const CardRecordset &) = delete;
-    CardRecordset &operator=(const CardRecordset &) = delete;
     ~CardRecordset();
 
     // "BoxKey" or "FrageNr", named without regard to case; the current card stays. 3015 for any other name.
@@ -109,13 +107,6 @@ public:
     CardRecord Read();
     void Write(const CardRecord &card); // into the edit buffer
 
-    // Work over many cards: nothing is kept until CommitTrans. After an error ask InTransaction(): the engine
-    // may have rolled everything back itself.
-    void BeginTrans();
-    void CommitTrans();
-    void Rollback();
-    bool InTransaction() const;
-
     // Work on many cards at once, past the cursor: reading ends before it, engine errors become StoreErrors,
     // and afterwards the cursor finds its card again where it now stands. In a file that was empty it then
     // stands before the first card, as after that card's Update.
@@ -124,7 +115,9 @@ public:
     void Beside(const std::function<void(SQLite::Database &)> &read);
 
 private:
+    friend class CardTransaction;
     friend class Field;
+
     std::unique_ptr<CardCursor> cursor_;
 };
 

@@ -3,11 +3,14 @@
 #include "KarteEinordnen.h"
 
 #include "CardBulk.h"
+#include "CardTransaction.h"
 
 #include <algorithm>
 #include <limits>
 
 namespace paukfix {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -24,18 +27,12 @@ void Aufruecken(CardStore &kartei, int ziel, Faecher &danach)
 {
     CardRecordset &karten = kartei.Karten();
     const double frageNr = kartei.Felder().FrageNr.Number();
-    karten.BeginTrans();
-    try {
-        karten.Past([&](SQLite::Database &database) {
-            danach.Aufgerueckt(ziel, CloseUpCompartment(database, ziel, frageNr) - 1);
-            danach.Anhaengen(ziel);
-        });
-        karten.CommitTrans();
-    } catch (...) {
-        if (karten.InTransaction())
-            karten.Rollback();
-        throw;
-    }
+    CardTransaction zug(karten);
+    karten.Past([&](SQLite::Database &database) {
+        danach.Aufgerueckt(ziel, CloseUpCompartment(database, ziel, frageNr) - 1);
+        danach.Anhaengen(ziel);
+    });
+    zug.Commit();
 }
 
 } // namespace
@@ -44,6 +41,7 @@ int KarteEinordnen(CardStore &kartei, bool richtig)
 {
     const int alt = kartei.Felder().FachNr.Integer();
     const int neu = ZielFach(alt, richtig);
+    const Aenderung schritt(kartei, u"Antwort auf Frage %1"_s.arg(kartei.Felder().FrageNr.Number()));
 
     // First the file, then the counts: what could not be stored is not counted.
     Faecher danach = kartei.FachInfo;

@@ -4,6 +4,7 @@
 
 #include "CardBulk.h"
 #include "CardFile.h"
+#include "CardTransaction.h"
 #include "FreshFile.h"
 #include "TextHelpers.h"
 
@@ -28,9 +29,9 @@ void NeueKarteiMachen(CardStore &store, const QString &ziel,
         CopyFile(quelle, pfad);
         CardFile datei(pfad);
         CardRecordset karten(datei);
-        karten.BeginTrans();
+        CardTransaction zug(karten);
         aendern(karten);
-        karten.CommitTrans();
+        zug.Commit();
     });
     neu.TakePlace();
 }

@@ -4,6 +4,7 @@
 
 #include "CardBulk.h"
 #include "CardFile.h"
+#include "CardTransaction.h"
 #include "SafeFile.h"
 
 #include <QDir>
@@ -61,17 +62,19 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 {
     std::optional<BoxState> vorher;
     bool versucht = false;
+    std::optional<CardTransaction> zug;
     try {
-        karten.BeginTrans();
+        zug.emplace(karten);
         vorher = StateOfBox(karten);
         arbeit();
         versucht = true;
-        karten.CommitTrans();
+        zug->Commit();
     } catch (const std::exception &fehler) {
         const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
         std::optional<BoxState> nachher;
         try {
-            karten.Rollback();
+            if (zug)
+                zug->Rollback();
             nachher = StateOfBox(karten);
         } catch (const StoreError &) { // the engine rolls back when the file is closed
         }
@@ -91,8 +94,10 @@ void Oeffnen(const Werkbank &bank, QString &name)
 void NeuOeffnen(const Werkbank &bank)
 {
     QString name = bank.store.CurrentFileName;
-    if (!name.isEmpty())
-        Oeffnen(bank, name);
+    if (name.isEmpty())
+        return;
+    const VerlaufBewahren verlauf(bank.store);
+    Oeffnen(bank, name);
 }
 
 QString VollerPfad(const CardStore &store, const QString &dateiname)

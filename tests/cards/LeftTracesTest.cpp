@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardBulk.h"
+#include "CardTransaction.h"
 #include "DamageLab.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
@@ -94,9 +95,9 @@ private slots:
         QFETCH(int, bytes);
         Make(bytes);
         Changed([](CardRecordset &cards) {
-            cards.BeginTrans();
+            CardTransaction transaction(cards);
             DeleteByTopic(cards, [](const QString &topic) { return topic != u"weg"; }, {});
-            cards.CommitTrans();
+            transaction.Commit();
         });
         QCOMPARE(Traces(), 0);
         QCOMPARE(ReadCards(Path()).size(), 4);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardTransaction.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 #include "VollePlatte.h"
@@ -277,6 +278,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
         const auto draw = [&](int limit) { return static_cast<int>(random.bounded(limit)); };
         const int span = 3 + draw(30); // small spans collide, large ones leave gaps
         std::optional<Model> beforeTransaction;
+        std::optional<CardTransaction> transaction;
 
         for (int step = 0; step < steps; ++step) {
             const int operation = draw(20);
@@ -386,16 +388,16 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
                 if (!beforeTransaction) {
                     model.buffer.reset();
                     recordset.CancelUpdate();
-                    actual = NumberOf([&] { recordset.BeginTrans(); });
+                    actual = NumberOf([&] { transaction.emplace(recordset); });
                     if (actual == 0)
                         beforeTransaction = model;
                 } else if (draw(2) == 0) {
                     before = model;
-                    actual = NumberOf([&] { recordset.CommitTrans(); });
+                    actual = NumberOf([&] { transaction->Commit(); });
                     if (actual == 0)
                         beforeTransaction.reset();
                 } else {
-                    actual = NumberOf([&] { recordset.Rollback(); });
+                    actual = NumberOf([&] { transaction->Rollback(); });
                     if (actual != 0)
                         break;
                     const bool wasDeleted = model.place == Model::Place::Deleted;
@@ -412,7 +414,7 @@ void RecordsetModelTest::RandomOperationsGiveTheSameAsAPlainSortedList()
             }
             if (failing && VollePlatte::Gescheitert() && actual != expected) {
                 ++failures;
-                const bool lost = beforeTransaction && !recordset.InTransaction();
+                const bool lost = beforeTransaction && !transaction->IsOpen();
                 const Model after = std::exchange(model, Stored(file.Database(), before));
                 QVERIFY2(SameCards(model, before) || SameCards(model, after) ||
                              (lost && SameCards(model, *beforeTransaction)),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardTransaction.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -300,17 +301,19 @@ private slots:
     void TransactionIsKeptWholeOrNotAtAll()
     {
         Open({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
-        cards_->BeginTrans();
-        cards_->Delete();
-        cards_->AddNew();
-        cards_->Write(MakeCard(9, 6, 1));
-        cards_->Update();
-        cards_->Rollback();
+        {
+            const CardTransaction left(*cards_);
+            cards_->Delete();
+            cards_->AddNew();
+            cards_->Write(MakeCard(9, 6, 1));
+            cards_->Update();
+        }
         QCOMPARE(cards_->RecordCount(), 2);
         QCOMPARE(FrageNr(*cards_), 1);
-        cards_->BeginTrans();
+        CardTransaction transaction(*cards_);
         cards_->Delete();
-        cards_->CommitTrans();
+        transaction.Commit();
+        QVERIFY(!transaction.IsOpen());
         QCOMPARE(cards_->RecordCount(), 1);
     }
 
@@ -318,12 +321,12 @@ private slots:
     {
         Open({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
         file_->Database().exec("PRAGMA max_page_count=1"); // the disk is full from here on
-        cards_->BeginTrans();
+        CardTransaction transaction(*cards_);
         cards_->Edit();
         (*cards_)[u"Frage"].Set(QString(200'000, u'x'));
         VERIFY_ERROR(61, cards_->Update());
-        if (cards_->InTransaction())
-            cards_->Rollback();
+        if (transaction.IsOpen())
+            transaction.Rollback();
         QCOMPARE((*cards_)[u"Frage"].Text(), u"Frage 1"_s);
         QCOMPARE(cards_->RecordCount(), 2);
     }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardAdd.h"
 #include "CardBulk.h"
+#include "CardTransaction.h"
 #include "KarteEinordnen.h"
 #include "KarteLoeschen.h"
 #include "KarteiOeffner.h"
@@ -84,12 +85,12 @@ struct Kasten
 
 void Importieren(CardStore &kartei, int karten)
 {
-    kartei.Karten().BeginTrans();
+    CardTransaction zug(kartei.Karten());
     AddSimpleCards(kartei, [&](SimpleCard &karte) {
         karte = {u"Frage"_s, u"Antwort"_s, {}};
         return karten-- > 0;
     });
-    kartei.Karten().CommitTrans();
+    zug.Commit();
 }
 
 } // namespace
@@ -156,10 +157,10 @@ private slots:
                 Importieren(kartei, 1 + rnd(5));
                 wohin = FachNeu;
             } else if (tun < 94) {
-                kartei.Karten().BeginTrans();
+                CardTransaction zug(kartei.Karten());
                 rnd(2) == 0 ? MoveAllToNew(kartei.Karten())
                             : MoveDoneToNew(kartei.Karten(), kartei.FachInfo[FachNeu].LfdMax);
-                kartei.Karten().CommitTrans();
+                zug.Commit();
                 NeuZaehlen(kartei, Fehler::DatentraegerVoll);
                 gezaehlt = true;
             } else if (tun < 97) {

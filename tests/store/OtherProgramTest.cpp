@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
+#include "CardTransaction.h"
 #include "DamageLab.h"
 #include "JetSource.h"
 #include "JournalFile.h"
@@ -110,8 +111,9 @@ private slots:
             CardRecordset cards(file);
             for (int i = 0; i < answers; ++i)
                 Answer(cards);
+            std::optional<CardTransaction> zug;
             if (transaction) {
-                cards.BeginTrans();
+                zug.emplace(cards);
                 Answer(cards);
             }
             QVERIFY(QFile::rename(Path(), Path("weg.pzb")));
@@ -123,8 +125,8 @@ private slots:
                                   QFile::encodeName(Path() + suffix).constData()),
                          0);
             if (transaction) {
-                QVERIFY_EXCEPTION_THROWN(cards.CommitTrans(), StoreError);
-                cards.Rollback();
+                QVERIFY_EXCEPTION_THROWN(zug->Commit(), StoreError);
+                zug->Rollback();
             }
             QCOMPARE(Error(cards)->Number(), Fehler::KarteiNichtGefunden);
         }
@@ -287,7 +289,7 @@ private slots:
                          QString("Die Datei „DATEI“ wurde von einem anderen Programm geändert, "
                                  "während sie offen war."));
             }
-            QVERIFY_EXCEPTION_THROWN(cards.BeginTrans(), StoreError);
+            QVERIFY_EXCEPTION_THROWN(CardTransaction zug(cards), StoreError);
         }
         // The other program knows nothing of the sums of pages; the repair gives both changes.
         try {

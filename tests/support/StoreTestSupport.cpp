@@ -3,6 +3,7 @@
 #include "StoreTestSupport.h"
 
 #include "CardSchema.h"
+#include "CardTransaction.h"
 #include "EngineLocks.h"
 #include "PageSums.h"
 
@@ -49,13 +50,13 @@ void AddCards(const QString &path, const QList<CardRecord> &cards)
 {
     CardFile file(path);
     CardRecordset recordset(file);
-    recordset.BeginTrans();
+    CardTransaction transaction(recordset);
     for (const CardRecord &card : cards) {
         recordset.AddNew();
         recordset.Write(card);
         recordset.Update();
     }
-    recordset.CommitTrans();
+    transaction.Commit();
 }
 
 } // namespace

@@ -5,10 +5,14 @@
 #include <QCoreApplication>
 #include <QTest>
 #ifdef QT_WIDGETS_LIB
+#include "Hausstil.h"
+
 #include <QApplication>
 #elif defined(QT_GUI_LIB)
 #include <QGuiApplication>
 #endif
+
+#include <type_traits>
 
 // A folder's test classes are one program; each makes itself known to it with one of the macros below, and is
 // run by "PROGRAM CLASS [arguments of Qt Test]".
@@ -36,6 +40,10 @@ template <typename Test, typename Application>
 int RunTest(int argc, char *argv[])
 {
     const Application application(argc, argv);
+#ifdef QT_WIDGETS_LIB
+    if constexpr (std::is_same_v<Application, QApplication>)
+        paukfix::Hausstil::Einrichten(); // windows as users see them
+#endif
     Test test;
     return QTest::qExec(&test, argc, argv);
 }

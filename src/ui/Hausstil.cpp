@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Hausstil.h"
+
+#include "Farben.h"
+#include "Hausfarben.h"
+#include "Stilmaler.h"
+#include "Symbole.h"
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFocusFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QSlider>
+#include <QStyleOption>
+#include <QTabBar>
+
+#include <algorithm>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Knopfpolster = 16; // left and right of a button's text
+constexpr int Feldpolster = 8;   // left and right of a field's text
+
+int Hoehe(const QStyleOption *option, int bei18, int mehr)
+{
+    return std::max(bei18, option->fontMetrics.height() + mehr);
+}
+
+Stilmaler::Knopfart Art(const QWidget *widget)
+{
+    if (widget && widget->property("leitend").toBool())
+        return Stilmaler::Knopfart::Leitend;
+    if (widget && widget->property("loeschend").toBool())
+        return Stilmaler::Knopfart::Loeschend;
+    return Stilmaler::Knopfart::Gewoehnlich;
+}
+
+QColor Zeichenfarbe(const QWidget *widget)
+{
+    return widget ? widget->property("zeichenfarbe").value<QColor>() : QColor();
+}
+
+QFont Knopfschrift(QFont schrift, Stilmaler::Knopfart art)
+{
+    if (art == Stilmaler::Knopfart::Leitend)
+        schrift.setWeight(QFont::DemiBold);
+    return schrift;
+}
+
+// Fields show the keyboard in their outline, lists and tables too.
+bool TraegtRingAussen(const QWidget *widget)
+{
+    const QVariant wunsch = widget->property("fokusring");
+    if (wunsch.isValid())
+        return wunsch.toBool();
+    return qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QSlider *>(widget) ||
+           qobject_cast<const QLabel *>(widget);
+}
+
+// A tick box or option may be wider than what it shows.
+QRect Ringplatz(const QWidget *widget)
+{
+    if (!qobject_cast<const QCheckBox *>(widget) && !qobject_cast<const QRadioButton *>(widget))
+        return widget->rect();
+    const QSize groesse = widget->sizeHint().boundedTo(widget->size());
+    const QRect platz(0, (widget->height() - groesse.height()) / 2, groesse.width(), groesse.height());
+    return QStyle::visualRect(widget->layoutDirection(), widget->rect(), platz);
+}
+
+const QAbstractScrollArea *Rolle(const QWidget *widget)
+{
+    return qobject_cast<const QAbstractScrollArea *>(widget);
+}
+
+// The frame of a list or text field; its viewport lies in the middle.
+void RahmenNeu(QWidget *widget)
+{
+    if (const QAbstractScrollArea *rolle = Rolle(widget))
+        widget->update(QRegion(widget->rect()).subtracted(rolle->viewport()->geometry()));
+    else if (widget)
+        widget->update();
+}
+
+void Klappfeld(QPainter &maler, const QStyle &stil, const QStyleOptionComboBox &option, const QWidget *widget)
+{
+    if (option.frame) {
+        const bool offen = option.state & (QStyle::State_On | QStyle::State_Sunken);
+        Stilmaler::Feld(maler, option,
+                        option.editable ? option.palette.color(QPalette::Base)
+                        : offen         ? HausfarbenZu(option.palette).gewaehlt
+                                        : Stilmaler::Knopfgrund(option.palette));
+    }
+    if (option.subControls & QStyle::SC_ComboBoxArrow)
+        Stilmaler::Pfeil(
+            maler, stil.subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, widget), false,
+            option.palette.color(option.editable ? QPalette::Text : QPalette::ButtonText));
+}
+
+void Drehfeld(QPainter &maler, const QStyle &stil, const QStyleOptionSpinBox &option, const QWidget *widget)
+{
+    if (option.frame)
+        Stilmaler::Feld(maler, option, option.palette.color(QPalette::Base));
+    if (option.buttonSymbols == QAbstractSpinBox::NoButtons)
+        return;
+    const auto pfeil = [&](QStyle::SubControl teil, QAbstractSpinBox::StepEnabledFlag schritt) {
+        const bool geht = (option.stepEnabled & schritt) && (option.state & QStyle::State_Enabled);
+        Stilmaler::Pfeil(maler, stil.subControlRect(QStyle::CC_SpinBox, &option, teil, widget),
+                         teil == QStyle::SC_SpinBoxUp,
+                         option.palette.color(geht ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    };
+    pfeil(QStyle::SC_SpinBoxUp, QAbstractSpinBox::StepUpEnabled);
+    pfeil(QStyle::SC_SpinBoxDown, QAbstractSpinBox::StepDownEnabled);
+}
+
+} // namespace
+
+Hausstil::Hausstil() : QProxyStyle(u"Fusion"_s)
+{
+    connect(qApp, &QApplication::focusChanged, this, &Hausstil::FokusFolgen);
+}
+
+void Hausstil::Einrichten()
+{
+    QApplication::setStyle(new Hausstil); // the application takes it
+}
+
+// Selections are petrol, in whatever the desktop has them.
+void Hausstil::polish(QPalette &palette)
+{
+    QProxyStyle::polish(palette);
+    constexpr QColor Petrol(0x2F, 0x6B, 0x7E);
+    const Hausfarben &haus = HausfarbenZu(palette);
+    palette.setColor(QPalette::Active, QPalette::Highlight, Petrol);
+    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, haus.gewaehlt);
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                     palette.color(QPalette::Active, QPalette::Text));
+    const QColor grund = palette.color(QPalette::Base);
+    for (const auto gruppe : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(gruppe, QPalette::Link, Farben::Lesbar(haus.fokus, grund));
+        palette.setColor(gruppe, QPalette::LinkVisited, Farben::Lesbar(haus.fokus, grund));
+        palette.setColor(gruppe, QPalette::PlaceholderText, Farben::Lesbar(haus.leise, grund));
+    }
+}
+
+void Hausstil::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QComboBox *>(widget))
+        widget->setAttribute(Qt::WA_Hover);
+}
+
+// The ring is a widget of the window over all others: nothing that the control stands in cuts it off.
+void Hausstil::FokusFolgen(QWidget *vorher, QWidget *jetzt)
+{
+    for (QWidget *widget : {vorher, jetzt})
+        if (widget)
+            RahmenNeu(widget);
+    if (jetzt && !jetzt->isWindow() && TraegtRingAussen(jetzt)) {
+        if (!ring_)
+            ring_ = new QFocusFrame(jetzt->window());
+        ring_->setWidget(jetzt);
+        ring_->show(); // it stays away from a control that is not laid out yet, and would not come back
+    } else if (ring_) {
+        ring_->setWidget(nullptr);
+    }
+}
+
+void Hausstil::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                             const QWidget *widget) const
+{
+    switch (element) {
+    case PE_PanelLineEdit: {
+        const auto *rahmen = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        if (rahmen && rahmen->lineWidth > 0)
+            Stilmaler::Feld(*painter, *option, option->palette.color(QPalette::Base));
+        else
+            painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+        return;
+    }
+    case PE_FrameLineEdit:
+        Stilmaler::Feld(*painter, *option);
+        return;
+    case PE_Frame:
+        if (const QAbstractScrollArea *rolle = Rolle(widget)) {
+            const QWidget *innen = rolle->viewport();
+            Stilmaler::Feld(*painter, *option, innen->palette().color(innen->backgroundRole()));
+            return;
+        }
+        break;
+    case PE_FrameGroupBox: {
+        QStyleOption rahmen = *option; // below the title
+        rahmen.state &= ~State_HasFocus;
+        const auto *gruppe = qobject_cast<const QGroupBox *>(widget);
+        if (gruppe && !gruppe->title().isEmpty())
+            rahmen.rect.setTop(rahmen.rect.top() + option->fontMetrics.height() + 3);
+        Stilmaler::Feld(*painter, rahmen);
+        return;
+    }
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        Stilmaler::Haken(*painter, *option, Zeichenfarbe(widget));
+        return;
+    case PE_IndicatorRadioButton:
+        Stilmaler::Punkt(*painter, *option, Zeichenfarbe(widget));
+        return;
+    case PE_PanelButtonTool:
+        Stilmaler::Werkzeugknopf(*painter, *option);
+        return;
+    case PE_FrameFocusRect:
+        // A ring is around the control already, or the field's outline is one.
+        if (!widget || !(TraegtRingAussen(widget) || qobject_cast<const QComboBox *>(widget))) {
+            const auto *fokus = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
+            const QColor grund = fokus && fokus->backgroundColor.isValid()
+                                     ? fokus->backgroundColor
+                                     : option->palette.color(QPalette::Window);
+            Stilmaler::Ring(
+                *painter, option->rect, Stilmaler::KleinerRadius,
+                Farben::Lesbar(HausfarbenZu(option->palette).fokus, grund, Farben::KontrastUmriss));
+        }
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void Hausstil::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                           const QWidget *widget) const
+{
+    if (element == CE_FocusFrame) {
+        const auto *rahmen = qobject_cast<const QFocusFrame *>(widget);
+        if (!rahmen || !rahmen->widget())
+            return;
+        constexpr int Rand = Stilmaler::Ringbreite + Stilmaler::Ringabstand;
+        const bool zeile = Ringplatz(rahmen->widget()) != rahmen->widget()->rect() ||
+                           !qobject_cast<const QPushButton *>(rahmen->widget());
+        Stilmaler::Ring(*painter, QRectF(Ringplatz(rahmen->widget())).adjusted(0, 0, 2 * Rand, 2 * Rand),
+                        zeile ? Stilmaler::Radius - 2 : Stilmaler::Radius + Rand - 1,
+                        Stilmaler::Fokus(rahmen->window()->palette()));
+        return;
+    }
+    const auto *knopf = qstyleoption_cast<const QStyleOptionButton *>(option);
+    if (knopf && element == CE_PushButtonBevel) {
+        Stilmaler::Knopf(*painter, *knopf, Art(widget));
+        return;
+    }
+    if (knopf && element == CE_PushButtonLabel) {
+        QStyleOptionButton beschriftet = *knopf;
+        beschriftet.palette.setColor(QPalette::ButtonText, Stilmaler::Knopftext(knopf->palette, Art(widget)));
+        painter->save();
+        painter->setFont(Knopfschrift(painter->font(), Art(widget)));
+        QProxyStyle::drawControl(element, &beschriftet, painter, widget);
+        painter->restore();
+        return;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Hausstil::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                  QPainter *painter, const QWidget *widget) const
+{
+    if (const auto *klappfeld = qstyleoption_cast<const QStyleOptionComboBox *>(option))
+        Klappfeld(*painter, *proxy(), *klappfeld, widget);
+    else if (const auto *drehfeld = qstyleoption_cast<const QStyleOptionSpinBox *>(option))
+        Drehfeld(*painter, *proxy(), *drehfeld, widget);
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect Hausstil::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
+{
+    const auto *rahmen = qstyleoption_cast<const QStyleOptionFrame *>(option);
+    if (element == SE_LineEditContents && rahmen && rahmen->lineWidth > 0)
+        return option->rect.adjusted(Feldpolster, Stilmaler::Ringbreite, -Feldpolster,
+                                     -Stilmaler::Ringbreite);
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
+QSize Hausstil::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                 const QWidget *widget) const
+{
+    switch (type) {
+    case CT_PushButton: {
+        const auto *knopf = qstyleoption_cast<const QStyleOptionButton *>(option);
+        if (!knopf)
+            break;
+        const bool leitend = Art(widget) == Stilmaler::Knopfart::Leitend;
+        int breite = size.width() + 2 * Knopfpolster;
+        if (leitend) {
+            const QFont schrift = widget->font();
+            breite += QFontMetrics(Knopfschrift(schrift, Stilmaler::Knopfart::Leitend))
+                          .size(Qt::TextShowMnemonic, knopf->text)
+                          .width() -
+                      QFontMetrics(schrift).size(Qt::TextShowMnemonic, knopf->text).width();
+        }
+        const int mindestens = leitend ? 128 : knopf->text.isEmpty() ? 44 : 76;
+        const int polster = leitend ? 22 : 18;
+        return {std::max(breite, mindestens),
+                std::max(Hoehe(option, leitend ? 40 : 36, polster), size.height() + polster)};
+    }
+    case CT_ToolButton:
+        return (size + QSize(14, 14)).expandedTo({34, 34});
+    case CT_LineEdit: {
+        const auto *rahmen = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        if (!rahmen || rahmen->lineWidth <= 0)
+            break;
+        return {size.width() + 2 * Feldpolster, std::max(Hoehe(option, 32, 14), size.height() + 4)};
+    }
+    case CT_ComboBox:
+    case CT_SpinBox: {
+        const QSize groesse = QProxyStyle::sizeFromContents(type, option, size, widget);
+        return {groesse.width() + Feldpolster, std::max(groesse.height(), Hoehe(option, 32, 14))};
+    }
+    default:
+        break;
+    }
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+int Hausstil::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+{
+    switch (metric) {
+    case PM_DefaultFrameWidth:
+        // As much as the corners are round: the viewport is square.
+        if (Rolle(widget))
+            return 4;
+        break;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+        return 18;
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return 16;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+        return 8;
+    case PM_ButtonIconSize:
+        return 20;
+    case PM_FocusFrameHMargin:
+    case PM_FocusFrameVMargin:
+        return Stilmaler::Ringbreite + Stilmaler::Ringabstand;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        break;
+    }
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+int Hausstil::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                        QStyleHintReturn *returnData) const
+{
+    switch (hint) {
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
+    case SH_FocusFrame_AboveWidget:
+        return 1;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QIcon Hausstil::standardIcon(StandardPixmap pixmap, const QStyleOption *option, const QWidget *widget) const
+{
+    switch (pixmap) {
+    case SP_MessageBoxQuestion:
+        return Symbol(Symbole::Frage);
+    case SP_MessageBoxWarning:
+    case SP_MessageBoxCritical:
+        return Symbol(Symbole::Ausruf);
+    case SP_MessageBoxInformation:
+        return Symbol(Symbole::Hinweis);
+    case SP_LineEditClearButton:
+        return Symbol(Symbole::Leeren);
+    default:
+        return QProxyStyle::standardIcon(pixmap, option, widget);
+    }
+}
+
+} // namespace paukfix
