@@ -74,11 +74,11 @@ SQLite::Database OpenFloor(const QString &path)
     return database;
 }
 
-void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner)
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner, const QString &path)
 {
-    store.KarteiPfad = BigFile().section(u'/', 0, -2);
+    store.KarteiPfad = path.section(u'/', 0, -2);
     for (auto _ : state) {
-        QString name = BigFile().section(u'/', -1);
+        QString name = path.section(u'/', -1);
         oeffner.OpenCardFile(name);
         if (name.isEmpty())
             state.SkipWithError("not opened");

@@ -28,8 +28,9 @@ QString Rtf(const QString &plain);
 // A box of 32,767 cards with texts of usual length, made once.
 const QString &BigFile();
 
-// Measures the opening of the big box.
-void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner);
+// Measures the opening of a big box.
+void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner,
+                       const QString &path = BigFile());
 
 // A card file as the store opens it, without the store.
 SQLite::Database OpenFloor(const QString &path = BigFile());

@@ -1,27 +1,50 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-// The card store beside plain SQLite doing the same rows in the same run. Read the ratios, not the times: a
-// case named "Store/X" stands against "Floor/X".
+// The card store beside plain SQLite doing the same rows in the same run, and on a file whose pages have no
+// sums. Read the ratios, not the times: a case named "Store/X" stands against "Floor/X" and "NoSums/X".
 #include "BigBox.h"
 #include "CardFile.h"
 #include "CardRecordset.h"
 #include "KarteEinordnen.h"
 #include "KarteiOeffner.h"
+#include "StoreTestSupport.h"
 
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
 using namespace paukfix;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-void StoreOpen(benchmark::State &state)
+// The big box in the format from before the sums.
+const QString &FormerBigFile()
 {
+    static const QString path = [] {
+        QString name = BigFile() + u".ohne.pzb"_s;
+        MakeEmptyCardFile(name, 4096, false);
+        CardFile file(name);
+        file.Database().exec("ATTACH '" + BigFile().toStdString() +
+                             "' AS big; INSERT INTO main.Lernkarten SELECT * FROM big.Lernkarten "
+                             "ORDER BY _rowid_; DETACH big");
+        return name;
+    }();
+    return path;
+}
+
+const QString &FileWith(bool sums)
+{
+    return sums ? BigFile() : FormerBigFile();
+}
+
+void StoreOpen(benchmark::State &state, bool sums)
+{
+    const QString &path = FileWith(sums);
     StillMeldungen meldungen;
     const HastyClock clock;
     CardStore store;
     KarteiOeffner oeffner(store, meldungen, clock);
-    OpenAgainAndAgain(state, store, oeffner);
+    OpenAgainAndAgain(state, store, oeffner, path);
 }
 
 void FloorOpen(benchmark::State &state)
@@ -40,9 +63,9 @@ void FloorOpen(benchmark::State &state)
     }
 }
 
-void StoreWalk(benchmark::State &state)
+void StoreWalk(benchmark::State &state, bool sums)
 {
-    CardFile file(BigFile());
+    CardFile file(FileWith(sums));
     CardRecordset cards(file);
     cards.SetIndex(u"BoxKey");
     std::array<Field, 5> fields{cards[u"Picture_9_Name"], cards[u"Frage"], cards[u"Frage_Klartext"],
@@ -74,9 +97,9 @@ void FloorWalk(benchmark::State &state)
     }
 }
 
-void StoreSeekAndRead(benchmark::State &state)
+void StoreSeekAndRead(benchmark::State &state, bool sums)
 {
-    CardFile file(BigFile());
+    CardFile file(FileWith(sums));
     CardRecordset cards(file);
     cards.SetIndex(u"FrageNr");
     int number = 1;
@@ -108,9 +131,9 @@ void FloorSeekAndRead(benchmark::State &state)
 }
 
 // An answer: the first card of a compartment goes to the back of the queue, durably.
-void StoreAnswer(benchmark::State &state)
+void StoreAnswer(benchmark::State &state, bool sums)
 {
-    CardFile file(BigFile());
+    CardFile file(FileWith(sums));
     CardRecordset cards(file);
     cards.SetIndex(u"BoxKey");
     Field fachNr = cards[u"FachNr"];
@@ -169,13 +192,23 @@ void StoreVerdict(benchmark::State &state, bool back)
 }
 
 BENCHMARK(FloorOpen)->Name("Floor/Open")->Unit(benchmark::kMillisecond);
-BENCHMARK(StoreOpen)->Name("Store/Open")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StoreOpen, sums, true)->Name("Store/Open")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StoreOpen, noSums, false)->Name("NoSums/Open")->Unit(benchmark::kMillisecond);
 BENCHMARK(FloorWalk)->Name("Floor/Walk")->Unit(benchmark::kMillisecond);
-BENCHMARK(StoreWalk)->Name("Store/Walk")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StoreWalk, sums, true)->Name("Store/Walk")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StoreWalk, noSums, false)->Name("NoSums/Walk")->Unit(benchmark::kMillisecond);
 BENCHMARK(FloorSeekAndRead)->Name("Floor/SeekAndRead")->Unit(benchmark::kMicrosecond);
-BENCHMARK(StoreSeekAndRead)->Name("Store/SeekAndRead")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(StoreSeekAndRead, sums, true)->Name("Store/SeekAndRead")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(StoreSeekAndRead, noSums, false)->Name("NoSums/SeekAndRead")->Unit(benchmark::kMicrosecond);
 BENCHMARK(FloorAnswer)->Name("Floor/Answer")->Unit(benchmark::kMicrosecond)->UseRealTime();
-BENCHMARK(StoreAnswer)->Name("Store/Answer")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK_CAPTURE(StoreAnswer, sums, true)
+    ->Name("Store/Answer")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(StoreAnswer, noSums, false)
+    ->Name("NoSums/Answer")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(StoreVerdict, give, false)
     ->Name("Store/Verdict")
     ->Unit(benchmark::kMicrosecond)

@@ -6,6 +6,7 @@
 #include "EngineLocks.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
+#include "PageSums.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 
@@ -107,9 +108,10 @@ QString Absolute(const QString &path)
 SQLite::Database OpenDatabase(const QString &path, int flags)
 {
     UseOpenFileLocks();
+    UsePageSums();
     try {
         // One thread uses a card file, so the engine need not lock each of its calls against others.
-        return {QFile::encodeName(path).constData(), flags | SQLite::OPEN_NOMUTEX};
+        return {QFile::encodeName(path).constData(), flags | SQLite::OPEN_NOMUTEX | SQLite::OPEN_URI};
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, path);
     }
@@ -154,6 +156,8 @@ void ThrowStoreError(const SQLite::Exception &error, const QString &path)
     case SQLITE_TOOBIG:
         throw StoreError(Fehler::TextZuLang, u"Ein Text in der Datei „%1“ ist zu lang."_s.arg(path));
     case SQLITE_IOERR:
+        if (error.getExtendedErrorCode() == SQLITE_IOERR_DATA) // a page's sum does not fit
+            ThrowDamaged(path);
         throw StoreError(Fehler::GeraeteFehler, u"Ein-/Ausgabefehler bei der Datei „%1“."_s.arg(path));
     case SQLITE_CONSTRAINT:
         if (error.getExtendedErrorCode() == SQLITE_CONSTRAINT_UNIQUE ||
@@ -211,9 +215,18 @@ void CardFile::Create(const QString &path)
     const QString absolute = Absolute(path);
     SQLite::Database database = OpenDatabase(absolute, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
     Translated(database, absolute, [&] {
+        int room = PageSumSize;
+        sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_RESERVE_BYTES, &room);
         Harden(database);
         database.exec("PRAGMA synchronous=EXTRA; BEGIN;" + NewFileSql() + "COMMIT");
     });
+}
+
+bool CardFile::LacksPageSums()
+{
+    bool lacks = false;
+    Translated(database_, path_, [&] { lacks = HasFormerFormat(database_); });
+    return lacks;
 }
 
 // Does something else stand where the file stood?

@@ -47,6 +47,9 @@ public:
     // Called before the first write of each change, once it is known that there will be one: the file is
     // still as it was.
     std::function<void()> beforeChange = [] {};
+    // Is it a file of ours from before the sums of pages, with nothing beside the cards in it? Then
+    // GivePageSums can give it theirs. Throws StoreError.
+    bool LacksPageSums();
 
     // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
     // then would go into an unlinked file. Takes a lock that a network drive has lost anew; throws 3045 where

@@ -3,6 +3,7 @@
 #include "CardFileCheck.h"
 
 #include "CardFile.h"
+#include "CardSchema.h"
 #include "StoreError.h"
 
 #include <QFile>
@@ -19,23 +20,28 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The check walks the trees from their ends, which is the slowest way to read from a disk. Reading the file
-// once in its order first brings it into the system's cache.
-void ReadAhead(SQLite::Database &database, const Progress &progress)
+// once in its order first brings it into the system's cache. It is also what compares the sums of pages that
+// the trees do not lead to. False where one does not fit.
+bool ReadAhead(SQLite::Database &database, const Progress &progress)
 {
     constexpr sqlite3_int64 Most = 512 << 20; // bytes; beyond that the cache might not hold it
     sqlite3_file *file = nullptr;
     sqlite3_int64 size = 0;
     if (sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
         file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
-        return;
+        return true;
     std::vector<char> block(std::size_t{1} << 20);
-    size = std::min(size, Most);
+    if (!CardFileHeader(database).NamesSums())
+        size = std::min(size, Most);
     for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(block.size())) {
         if (progress)
             progress(static_cast<int>(at >> 20), static_cast<int>((size >> 20) + 1));
-        // A read beyond the end fails, and a true fault meets the check itself.
-        file->pMethods->xRead(file, block.data(), static_cast<int>(block.size()), at);
+        const auto part = std::min(static_cast<sqlite3_int64>(block.size()), size - at);
+        // A true fault of the disk meets the check itself.
+        if (file->pMethods->xRead(file, block.data(), static_cast<int>(part), at) == SQLITE_IOERR_DATA)
+            return false;
     }
+    return true;
 }
 
 // Lets the engine tell that it is at work, and end it: an exception must not pass through the engine.
@@ -84,10 +90,10 @@ private:
 void CheckCardFile(SQLite::Database &database, const Progress &progress)
 {
     const QString path = QFile::decodeName(sqlite3_db_filename(database.getHandle(), "main"));
-    ReadAhead(database, progress);
     const Waechter wache(database, progress);
     try {
-        if (database.execAndGet("PRAGMA main.integrity_check(1)").getString() == "ok")
+        if (ReadAhead(database, progress) &&
+            database.execAndGet("PRAGMA main.integrity_check(1)").getString() == "ok")
             return;
     } catch (const SQLite::Exception &error) {
         wache.Rethrow();

@@ -3,6 +3,7 @@
 #include "CardSchema.h"
 
 #include "CardRecord.h"
+#include "PageSums.h"
 #include "StoreError.h"
 
 #include <QStringList>
@@ -17,8 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FormatVersion = 1;   // in user_version
-constexpr int HighestVersion = 99; // no version of the program will write more
+constexpr int FormatVersion = FirstVersionWithSums; // in user_version
+constexpr int FormerVersion = 1;                    // without sums
+constexpr int HighestVersion = 99;                  // no version of the program will write more
 
 int HeaderNumber(SQLite::Database &database, const char *pragma)
 {
@@ -69,13 +71,14 @@ struct SchemaEntry
     QString sql;
 };
 
-// What a card file of ours holds, letter by letter: the engine keeps the texts as they were given to it.
-std::array<SchemaEntry, 3> OurSchema()
+// What a card file of ours holds, letter by letter: the engine keeps the texts as they were given to it. They
+// differ between versions, so that no changed byte makes one of the other.
+std::array<SchemaEntry, 3> OurSchema(int version)
 {
     QString columns;
     for (const CardColumn &column : CardColumns()) {
         if (!columns.isEmpty())
-            columns += u',';
+            columns += version == FormerVersion ? u","_s : u", "_s;
         columns += u"\"%1\" %2"_s.arg(QLatin1String(column.name), QLatin1String(column.declaredType));
     }
     return {{
@@ -86,11 +89,11 @@ std::array<SchemaEntry, 3> OurSchema()
 }
 
 // One changed letter gives a column another name, or another affinity: the text 007 becomes 7 then.
-bool HasOurSchema(SQLite::Database &database)
+bool HasOurSchema(SQLite::Database &database, int version)
 {
     SQLite::Statement found(database, "SELECT count(*) FROM sqlite_schema WHERE type = ?1 AND name = ?2 AND "
                                       "tbl_name = 'Lernkarten' AND sql = ?3");
-    const auto entries = OurSchema();
+    const auto entries = OurSchema(version);
     for (const SchemaEntry &entry : entries) {
         found.bind(1, entry.type);
         found.bind(2, entry.name);
@@ -106,20 +109,25 @@ bool HasOurSchema(SQLite::Database &database)
 
 // Our own files have just our schema: what differs is damage. A newer format has another schema and a higher
 // version, so that no single changed byte passes for it.
-void CheckOurSchema(SQLite::Database &database, const QString &path)
+void CheckOurSchema(SQLite::Database &database, const CardFileHeader &header, const QString &path)
 {
     const int version = HeaderNumber(database, "PRAGMA user_version");
-    const bool isOurs = HasOurSchema(database);
-    if (!isOurs && version > FormatVersion && version <= HighestVersion)
+    const bool isFormer = HasOurSchema(database, FormerVersion);
+    const bool isPresent = HasOurSchema(database, FormatVersion);
+    if (!isFormer && !isPresent && version > FormatVersion && version <= HighestVersion)
         throw StoreError(Fehler::FormatUnbekannt,
                          DateiSatz(path) + u"wurde mit einer neueren Version von Paukfix geschrieben."_s);
-    if (!isOurs || version > FormatVersion)
+    if (!(isFormer && version <= FormerVersion) &&
+        !(isPresent && version == FormatVersion && header.NamesSums()))
         ThrowDamaged(path);
 }
 
 // A file of another program, without our mark, is welcome as long as it has the table and the indexes.
-void CheckForeignSchema(SQLite::Database &database, const QString &path)
+void CheckForeignSchema(SQLite::Database &database, const CardFileHeader &header, const QString &path)
 {
+    // Whoever copies our table into a file of his own does not keep room for sums in it: the mark is damaged.
+    if (header.HasRoomForSums() && HasOurSchema(database, FormatVersion))
+        ThrowDamaged(path);
     SQLite::Statement table(database,
                             "SELECT type, sql LIKE 'CREATE VIRTUAL%' FROM sqlite_schema "
                             "WHERE name = 'Lernkarten' COLLATE NOCASE AND type IN ('table', 'view')");
@@ -144,10 +152,10 @@ void CheckContent(SQLite::Database &database, const QString &path)
 {
     const CardFileHeader header(database);
     if (header.IsOurs()) {
-        CheckOurSchema(database, path);
+        CheckOurSchema(database, header, path);
         CheckNothingComputed(database, path); // in what else stands in the file
     } else {
-        CheckForeignSchema(database, path);
+        CheckForeignSchema(database, header, path);
     }
     if (!header.IsRead())
         throw StoreError(Fehler::GeraeteFehler, u"Ein-/Ausgabefehler bei der Datei „%1“."_s.arg(path));
@@ -180,6 +188,16 @@ bool CardFileHeader::IsOurs() const
     return isRead_ && At(68) == CardFileMark;
 }
 
+bool CardFileHeader::HasRoomForSums() const
+{
+    return isRead_ && bytes_[20] == PageSumSize;
+}
+
+bool CardFileHeader::NamesSums() const
+{
+    return isRead_ && NamesPageSums(bytes_);
+}
+
 bool CardFileHeader::CountsItsPages() const
 {
     if (bytes_[19] == 2 || (!IsOurs() && (At(28) == 0 || At(24) != At(92))))
@@ -188,10 +206,18 @@ bool CardFileHeader::CountsItsPages() const
     return At(28) * (pageSize == 1 ? 65536 : pageSize) == size_;
 }
 
+bool HasFormerFormat(SQLite::Database &database)
+{
+    const CardFileHeader header(database);
+    return header.IsOurs() && !header.NamesSums() && HasOurSchema(database, FormerVersion) &&
+           database.execAndGet("SELECT count(*) FROM sqlite_schema").getInt() ==
+               static_cast<int>(OurSchema(FormerVersion).size());
+}
+
 std::string NewFileSql()
 {
     QString sql = u"PRAGMA application_id=%1; PRAGMA user_version=%2;"_s.arg(CardFileMark).arg(FormatVersion);
-    for (const SchemaEntry &entry : OurSchema())
+    for (const SchemaEntry &entry : OurSchema(FormatVersion))
         sql += entry.sql + u';';
     return sql.toStdString();
 }

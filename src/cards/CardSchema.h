@@ -28,6 +28,12 @@ public:
     // Versions beyond those that the engine knows make it refuse to write.
     bool HasFormatOfEngine() const { return bytes_[18] <= 2 && bytes_[19] <= 2; }
 
+    // Does each page keep the bytes free that a sum takes?
+    bool HasRoomForSums() const;
+
+    // Does it say that its pages have sums (PageSums.h)?
+    bool NamesSums() const;
+
     // Does the file have as many pages as its header counts? The engine takes the header's word where both
     // counts of changes agree, and would not see what an older header leaves out. In a file that is changed
     // through a log (byte 19) both may be older than the log: nothing is said then.
@@ -44,7 +50,15 @@ private:
 // Our mark at byte 68 of the header, the application id: "Pauk" in ASCII.
 inline constexpr std::uint32_t CardFileMark = 0x5061756b;
 
-// What makes an empty database a card file of ours: statements with a semicolon behind each.
+// The first version of our format whose pages have sums, in the header's user_version.
+inline constexpr std::uint32_t FirstVersionWithSums = 2;
+
+// Is it a file of ours from the time before the sums, with nothing beside the cards in it? Throws
+// SQLite::Exception.
+bool HasFormerFormat(SQLite::Database &database);
+
+// What makes an empty database a card file of ours, where it keeps room for the sums: statements with a
+// semicolon behind each.
 std::string NewFileSql();
 
 // Throws StoreError where the open database is no sound card file: 3049, 3343, in a file without our mark

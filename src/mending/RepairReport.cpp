@@ -117,6 +117,13 @@ QByteArray RepairReport::Text(const QString &path, const QString &oldName, const
     };
     if (!remarks_[3].isEmpty())
         lines.insert(lines.size() - 1, line(u"  ungewiss"_s, Cards(remarks_[3].size())));
+    if (wrongSums_ > 0)
+        lines << QString()
+              << (pages_ == 1 ? u"Die Prüfsumme der einzigen Seite stimmt nicht."_s
+                              : u"Bei %1 von %2 Seiten der Datei stimmt die Prüfsumme nicht."_s.arg(
+                                    QString::number(wrongSums_), QString::number(pages_)))
+              << u"Der Datenträger hat etwas verändert, oder ein Programm, das keine Prüfsummen kennt, hat "
+                 u"in die Datei geschrieben."_s;
     if (journalUsed_)
         lines << QString() << u"Ein Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen."_s;
     if (!lost_.empty()) {

@@ -56,6 +56,13 @@ public:
     // Is every card as it was?
     bool IsPerfect() const;
 
+    // Pages of the file that do not fit their sums.
+    void SetWrongSums(std::uint32_t pages, std::uint32_t ofPages)
+    {
+        wrongSums_ = pages;
+        pages_ = ofPages;
+    }
+
     void SetJournalUsed() { journalUsed_ = true; }
 
     // In UTF-8.
@@ -65,6 +72,7 @@ private:
     Occasion occasion_;
     int cards_ = 0, perfect_ = 0;
     std::uint32_t missing_ = 0;
+    std::uint32_t wrongSums_ = 0, pages_ = 0;
     bool journalUsed_ = false;
     std::vector<int> lost_;
     std::array<QStringList, 4> remarks_; // by kind

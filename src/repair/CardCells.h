@@ -40,6 +40,7 @@ struct CardCell : FoundCard
     bool inside = false;      // begins inside a card that a pointer leads to
     bool pointed = true; // the page's own pointers lead to it, false where it was found by searching the page
     bool free = false;   // its page is on the free list
+    bool doubted = false;         // one of its pages does not fit its sum
     std::uint32_t pageFaults = 0; // cards of its page that the indexes contradict
 };
 

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardSalvage.h"
 
+#include "TextContradictions.h"
+
 #include <algorithm>
 #include <set>
 #include <tuple>
@@ -89,23 +91,26 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
     };
     std::sort(plans.begin(), plans.end(), byRank);
     plans.resize(std::min(plans.size(), MostCopies));
-    // Of equally whole copies the one whose content looks right stands first, else all stay in their order.
-    std::vector<std::tuple<std::int64_t, bool, std::size_t, CardPlan>> judged;
+    // Of equally whole copies the one whose pages fit their sums stands first, then the one whose content
+    // looks right, else all stay in their order.
+    using Rank = std::tuple<std::int64_t, bool, bool, std::size_t>;
+    std::vector<std::pair<Rank, CardPlan>> judged;
     for (CardPlan &plan : plans) {
         auto card = ReadValues(CellOf(plan.card));
-        if (card)
+        if (card) {
             CheckContent(*card);
+            RemarkContradictions(*card);
+        }
         const std::size_t doubts = card ? card->remarks.size() : 0;
-        judged.emplace_back(plan.card.rowid, !plan.card.whole, doubts, std::move(plan));
+        const Rank rank{plan.card.rowid, !plan.card.whole, CellOf(plan.card).doubted, doubts};
+        judged.emplace_back(rank, std::move(plan));
     }
-    std::stable_sort(judged.begin(), judged.end(), [](const auto &one, const auto &other) {
-        return std::tie(std::get<0>(one), std::get<1>(one), std::get<2>(one)) <
-               std::tie(std::get<0>(other), std::get<1>(other), std::get<2>(other));
-    });
+    std::stable_sort(judged.begin(), judged.end(),
+                     [](const auto &one, const auto &other) { return one.first < other.first; });
     std::size_t best = 0;
     for (std::size_t i = 1; i < judged.size(); ++i) {
-        FoundCard &first = std::get<3>(judged[best]).card;
-        const CardCell &rival = CellOf(std::get<3>(judged[i]).card);
+        FoundCard &first = judged[best].second.card;
+        const CardCell &rival = CellOf(judged[i].second.card);
         if (first.rowid != rival.rowid)
             best = i;
         else if (rival.whole && (!survey_.IsWiped() || (!rival.free && survey_.MayBeInUse(rival))) &&
@@ -114,7 +119,7 @@ void CardSalvage::SortCopies(std::vector<CardPlan> &plans) const
     }
     plans.clear();
     for (auto &entry : judged)
-        plans.push_back(std::move(std::get<3>(entry)));
+        plans.push_back(std::move(entry.second));
 }
 
 std::optional<SalvagedCard> CardSalvage::ReadValues(const CardCell &cell) const
@@ -154,6 +159,11 @@ std::optional<SalvagedCard> CardSalvage::Read(const CardPlan &plan) const
         return std::nullopt;
     ApplyKeys(*card, plan);
     CheckContent(*card);
+    if (plan.card.whole)
+        RemarkContradictions(*card);
+    if (CellOf(plan.card).doubted)
+        card->remarks.push_back(
+            {Remark::Kind::Doubtful, u"steht auf einer Seite, deren Prüfsumme nicht stimmt"_s});
     if (plan.card.disputed)
         card->remarks.push_back({Remark::Kind::Uncertain,
                                  u"stand in zwei Fassungen in der Datei, dies ist vielleicht die ältere"_s});

@@ -15,8 +15,9 @@ namespace paukfix {
 
 // Decides which of the found cards go into the repaired file, and under which keys.
 //
-// Of several copies of one row the best is taken: whole before broken, then the one whose content looks
-// right, then the one that the table's tree leads to. GiveKeys() tells how the cards get their keys.
+// Of several copies of one row the best is taken: whole before broken, then the one on pages that fit their
+// sums, then the one whose content looks right, then the one that the table's tree leads to. GiveKeys() tells
+// how the cards get their keys.
 class CardSalvage final : private CardWitness
 {
 public:

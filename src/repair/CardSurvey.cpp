@@ -38,7 +38,7 @@ CardSurvey::CardSurvey(const PageReader &reader, const Progress &progress)
             for (const CardCell &card : cards)
                 rowsSeen_.insert(card.rowid);
             found.insert(found.end(), cards.begin(), cards.end());
-            if (isLeaf && trees_.IsSound(number) && !cards.empty())
+            if (isLeaf && trees_.IsWhole(number) && !cards.empty())
                 AddRowGaps(number);
         }
         if (leaves)
@@ -186,12 +186,14 @@ void CardSurvey::TakeOne(CardCell card, bool sure)
     std::vector<std::uint8_t> buffer;
     reader_.Read(card.page, buffer);
     const auto cell = ReadLeafCell(buffer, reader_.Geometry().usable, card.offset);
+    card.doubted = trees_.HasWrongSum(card.page);
     // What a failing medium has given once it may not give again.
     card.whole =
         cell && cell->rowid == card.rowid && !card.overwritten && cell->end <= reader_.Present(card.page) &&
         WalkOverflow(reader_, *cell, [&](std::uint32_t page, Bytes part) {
             if (!MayVisit(page, sure))
                 return false;
+            card.doubted = card.doubted || trees_.HasWrongSum(page);
             ++claims_[page];
             claimedBySure_[page] = claimedBySure_[page] || sure;
             claimedEnds_[page] = std::max(claimedEnds_[page], static_cast<std::uint32_t>(4 + part.size()));

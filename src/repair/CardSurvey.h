@@ -38,6 +38,8 @@ public:
 
     const IndexEntries &Indexes() const { return indexes_; }
 
+    const PageTrees &Trees() const { return trees_; }
+
     // Is what was deleted wiped in this file?
     bool IsWiped() const { return trees_.IsWiped(); }
 

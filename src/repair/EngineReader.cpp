@@ -5,6 +5,7 @@
 #include "CardFile.h"
 #include "CardValue.h"
 #include "EngineLocks.h"
+#include "PageSums.h"
 
 #include <QFile>
 #include <SQLiteCpp/Column.h>
@@ -60,6 +61,7 @@ SalvagedCard::Value ValueOf(const SQLite::Column &column, bool isText)
 EngineReader::EngineReader(const QString &path, Access access)
 {
     UseOpenFileLocks();
+    UsePageSums();
     try {
         const QByteArray name = QFile::encodeName(path);
         if (access == Access::ReadOnly) // "immutable": neither locks nor journals are looked at

@@ -46,14 +46,14 @@ IndexEntries::IndexEntries(const PageReader &reader, const PageTrees &trees, con
             if ((kind == PageKind::IndexLeaf || kind == PageKind::IndexInterior) &&
                 (reached ? trees.InIndex(number) : trees.InNone(number) && !trees.IsFree(number)))
                 ReadPage(BTreePage(reader.Read(number, buffer), number, reader.Geometry()),
-                         trees.IsSound(number), reached);
+                         trees.IsWhole(number), reached);
         }
         covers_ = trees.NumbersWhole() && (reached || numbers_.size() == before);
     }
     gaps_.Finish();
 }
 
-void IndexEntries::ReadPage(const BTreePage &page, bool sound, bool reached)
+void IndexEntries::ReadPage(const BTreePage &page, bool whole, bool reached)
 {
     std::vector<double> keys;
     const std::vector<std::uint32_t> offsets = page.CellOffsets();
@@ -76,7 +76,7 @@ void IndexEntries::ReadPage(const BTreePage &page, bool sound, bool reached)
         }
     }
     // Between the entries of an interior page lie whole pages.
-    if (sound && page.Kind() == PageKind::IndexLeaf && keys.size() == offsets.size())
+    if (whole && page.Kind() == PageKind::IndexLeaf && keys.size() == offsets.size())
         gaps_.AddPage(keys);
 }
 

@@ -59,7 +59,7 @@ private:
         std::size_t count = 0;
     };
 
-    void ReadPage(const BTreePage &page, bool sound, bool reached);
+    void ReadPage(const BTreePage &page, bool whole, bool reached);
 
     std::unordered_map<std::int64_t, double> numbers_;
     std::unordered_set<double> inTree_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardCells.h"
+#include "PageSums.h"
 #include "PageTrees.h"
 
 #include <algorithm>
@@ -14,7 +15,8 @@ namespace {
 struct Guess
 {
     PageGeometry geometry;
-    std::uint64_t cards = 0; // cells seen that look like cards when the file is read so
+    std::uint64_t cards = 0;   // cells seen that look like cards when the file is read so
+    std::uint64_t fitting = 0; // pages whose sum fits then
 };
 
 bool IsPageSize(std::uint32_t size)
@@ -55,9 +57,14 @@ PageGeometry FindGeometry(int file, std::int64_t size, const Progress &progress)
 
     std::vector<Guess> guesses;
     for (std::uint32_t pageSize = MinPageSize; pageSize <= MaxPageSize; pageSize *= 2) {
-        if (reserved != 0 && pageSize - reserved >= 480)
+        if (reserved != 0 && reserved != PageSumSize && pageSize - reserved >= 480)
             guesses.push_back({{pageSize, pageSize - reserved}});
+        const Guess withRoom{{pageSize, pageSize - PageSumSize}};
+        if (reserved == PageSumSize)
+            guesses.push_back(withRoom);
         guesses.push_back({{pageSize, pageSize}});
+        if (reserved != PageSumSize)
+            guesses.push_back(withRoom);
     }
     const std::vector<DataPart> parts = DataParts(file, size);
     auto part = parts.begin();
@@ -72,10 +79,21 @@ PageGeometry FindGeometry(int file, std::int64_t size, const Progress &progress)
         for (Guess &guess : guesses) {
             const std::uint32_t pageSize = guess.geometry.pageSize;
             const auto pageCount = static_cast<std::uint64_t>((size + pageSize - 1) / pageSize);
-            for (std::uint32_t page = 0; page < MaxPageSize; page += pageSize)
-                guess.cards += CountCards(Bytes(block).subspan(page, pageSize), at + page == 0 ? 1 : 2,
-                                          guess.geometry, pageCount);
+            for (std::uint32_t from = 0; from < MaxPageSize; from += pageSize) {
+                const Bytes page = Bytes(block).subspan(from, pageSize);
+                guess.cards += CountCards(page, at + from == 0 ? 1 : 2, guess.geometry, pageCount);
+                if (pageSize - guess.geometry.usable == PageSumSize && !AllZero(page) && PageSumFits(page))
+                    ++guess.fitting;
+            }
         }
+    }
+    // No sum fits by accident.
+    const auto sums =
+        std::max_element(guesses.begin(), guesses.end(),
+                         [](const Guess &one, const Guess &other) { return one.fitting < other.fitting; });
+    if (sums->fitting > 0) {
+        sums->geometry.hasSums = true;
+        return sums->geometry;
     }
     // Of two that read equally many cards the smaller one is right: cells fill a page from its end.
     const Guess *best = nullptr;

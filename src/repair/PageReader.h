@@ -38,6 +38,7 @@ struct PageGeometry
 {
     std::uint32_t pageSize = 4096;
     std::uint32_t usable = 4096; // page size without the reserved bytes at its end
+    bool hasSums = false;        // pages end in their checksums, and one at least fits
 };
 
 // Reads whole pages of an open file, whatever its state.

@@ -3,6 +3,7 @@
 #include "PageTrees.h"
 
 #include "CardSchema.h"
+#include "PageSums.h"
 
 #include <QByteArray>
 
@@ -56,6 +57,7 @@ PageTrees::PageTrees(const PageReader &reader, const Progress &progress)
       kinds_(reader.PageCount() + 1, PageKind::Other),
       owner_(reader.PageCount() + 1, Owner::None),
       sound_(reader.PageCount() + 1),
+      wrong_(reader.PageCount() + 1),
       empty_(reader.PageCount() + 1, true),
       free_(reader.PageCount() + 1)
 {
@@ -103,6 +105,8 @@ void PageTrees::ClassifyPages(const Progress &progress)
         kinds_[number] = page.Kind();
         empty_[number] = AllZero(bytes);
         sound_[number] = page.IsSound() && reader_.Present(number) >= reader_.Geometry().usable;
+        wrong_[number] = reader_.Geometry().hasSums && !PageSumFits(bytes);
+        wrongSums_ += wrong_[number] ? 1 : 0;
         ours = ours || (number == 1 && Big32(bytes, MarkPlace) == CardFileMark);
         if (!sound_[number])
             continue;
@@ -243,7 +247,7 @@ bool PageTrees::WalkTree(std::uint32_t root, Owner owner, PageKind leaf)
             continue;
         }
         owner_[number] = owner;
-        whole = whole && sound_[number];
+        whole = whole && IsWhole(number);
         if (kinds_[number] == interior)
             AddChildren(BTreePage(reader_.Read(number, buffer), number, reader_.Geometry()), rows, open);
         else if (owner == Owner::Table && rows_.emplace(number, rows).second)

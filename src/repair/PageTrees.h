@@ -43,6 +43,15 @@ public:
     // Is the page a b-tree page without a fault?
     bool IsSound(std::uint32_t page) const { return sound_[page]; }
 
+    // Is it one, and does its sum fit, where the file has sums? What it lacks may be believed then.
+    bool IsWhole(std::uint32_t page) const { return sound_[page] && !wrong_[page]; }
+
+    // Does the page not fit its sum? Never in a file without sums.
+    bool HasWrongSum(std::uint32_t page) const { return wrong_[page]; }
+
+    // How many such pages there are.
+    std::uint32_t WrongSums() const { return wrongSums_; }
+
     PageKind Kind(std::uint32_t page) const { return kinds_[page]; }
 
     // Has the file more pages than its header says, so that its first pages are of an older state?
@@ -100,7 +109,8 @@ private:
     const PageReader &reader_;
     std::vector<PageKind> kinds_;
     std::vector<Owner> owner_;
-    std::vector<bool> sound_, empty_, free_;
+    std::vector<bool> sound_, wrong_, empty_, free_;
+    std::uint32_t wrongSums_ = 0;
     std::unordered_map<std::uint32_t, RowRange> rows_;  // of the table's leaf pages
     std::map<std::int64_t, std::uint32_t> leavesByRow_; // by the highest row that each can have
     bool wipes_ = false, numbersWhole_ = false, hasGrown_ = false;

@@ -4,6 +4,7 @@
 
 #include "CardFile.h"
 #include "DamagedState.h"
+#include "PageSums.h"
 #include "RepairFiles.h"
 #include "RepairReport.h"
 #include "SalvageWriter.h"
@@ -45,6 +46,20 @@ int WriteCards(const CardSalvage &salvage, const QString &newPath, RepairReport 
     return cards;
 }
 
+void ReportWrongSums(const DamagedState &state, RepairReport &report)
+{
+    constexpr std::size_t HeaderSize = 100;
+    const std::uint32_t pages = state.reader.PageCount();
+    if (state.reader.Geometry().hasSums) {
+        report.SetWrongSums(state.survey.Trees().WrongSums(), pages);
+        return;
+    }
+    // None fits: another program has written the file anew.
+    std::vector<std::uint8_t> buffer;
+    if (pages > 0 && NamesPageSums(state.reader.Read(1, buffer).first(HeaderSize)))
+        report.SetWrongSums(pages, pages);
+}
+
 [[noreturn]] void ThrowNothingToSave(const QString &path)
 {
     throw StoreError(Fehler::Beschaedigt, u"In der Datei „%1“ ist nichts zu retten."_s.arg(path));
@@ -70,6 +85,7 @@ int SaveCards(const RepairFiles &files, RepairReport &report, const Progress &pr
                 journalUsed = false;
             }
         }
+        ReportWrongSums(*best, report);
         if (journalUsed)
             report.SetJournalUsed();
         if (!best->salvage.Cards().empty())

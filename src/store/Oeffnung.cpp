@@ -34,14 +34,17 @@ bool IsDamage(const StoreError &error)
     }
 }
 
-void OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
+// Whether GivePageSums can give the file the sums of its pages.
+bool OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
 {
     auto file = std::make_unique<CardFile>(path);
     CheckCardFile(file->Database(), melder.pruefung());
     RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
     ClearFreshFiles(QFileInfo(Resolved(path)).path());
+    const bool lacksSums = file->LacksPageSums();
     kartei.Uebernehmen(std::move(file));
     kartei.HighestCardNumber = kartei.FachInfo.Zaehlen(kartei.Karten(), melder.gezaehlt);
+    return lacksSums;
 }
 
 } // namespace
@@ -54,6 +57,7 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
     auto nothingHalf = qScopeGuard([&] { kartei.CloseCardFile(); });
     const QString path = kartei.CardPath(fileName);
     bool former = false;
+    bool lacksSums = false;
     try {
         former = IsJetFile(path);
         if (former) {
@@ -66,7 +70,7 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
                            u"Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt."_s.arg(
                                path))};
         }
-        OpenWhole(kartei, path, melder);
+        lacksSums = OpenWhole(kartei, path, melder);
     } catch (const StoreError &error) {
         return {IsDamage(error) && !former ? Ausgang::Beschaedigt : Ausgang::Gescheitert, error};
     } catch (const std::exception &error) {
@@ -76,7 +80,7 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
     kartei.CurrentFileName = fileName;
     kartei.FehlerStatus = 0;
     kartei.sitzung.StartSessionTally(clock.Now(), kartei.FachInfo);
-    return {Ausgang::Offen, {}};
+    return {Ausgang::Offen, {}, lacksSums};
 }
 
 void KarteiAnlegen(CardStore &kartei, const QString &fileName)

@@ -24,6 +24,7 @@ struct Oeffnung
 
     Ausgang ausgang = Ausgang::Gescheitert;
     std::optional<StoreError> fehler;
+    bool ohnePruefsummen = false; // open, and GivePageSums can give its pages their sums
 };
 
 // What is told while a file is opened.

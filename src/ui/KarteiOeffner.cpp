@@ -3,6 +3,7 @@
 #include "KarteiOeffner.h"
 
 #include "DamagedCards.h"
+#include "GivePageSums.h"
 #include "JetConversion.h"
 #include "Repair.h"
 #include "SafeFile.h"
@@ -93,6 +94,8 @@ void KarteiOeffner::OpenCardFile(QString &fileName)
         oeffnung = Umwandeln(fileName, oeffnung);
     if (oeffnung.ausgang == Ausgang::Beschaedigt)
         oeffnung = Reparieren(fileName, oeffnung);
+    if (oeffnung.ohnePruefsummen)
+        oeffnung = PruefsummenGeben(fileName, oeffnung);
     if (oeffnung.ausgang != Ausgang::Offen) {
         BoxZeichnen();
         fileName.clear();
@@ -249,6 +252,32 @@ void KarteiOeffner::BerichtZeigen(const QString &datei)
             meldungen_.Bericht(QFileInfo(datei).fileName(), TextFromUtf8(ReadFile(datei, Laengster)));
         }))
         meldungen_.Zeigen(fehler->Text());
+}
+
+// Gives the open file the sums of its pages where the learner agrees; else gives `oeffnung` back. Where that
+// fails, the file is opened as it was.
+Oeffnung KarteiOeffner::PruefsummenGeben(const QString &fileName, Oeffnung oeffnung)
+{
+    const QString path = kartei_.CardPath(fileName);
+    const QString datei = QFileInfo(path).canonicalFilePath();
+    if (ohnePruefsummen_.contains(datei))
+        return oeffnung;
+    ohnePruefsummen_.insert(datei);
+    if (meldungen_.Fragen(
+            u"Die Kartei „%1“ stammt von einer älteren Version und hat noch keine Prüfsummen, an "
+            u"denen jede Beschädigung zu erkennen ist – soll sie welche bekommen (ältere Versionen "
+            u"von Paukfix öffnen sie dann nicht mehr)?"_s.arg(QFileInfo(path).fileName())) !=
+        Meldungen::Antwort::Ja)
+        return oeffnung;
+    VorEingriff();
+    kartei_.CloseCardFile();
+    const auto fehler = FehlerVon([&] {
+        GivePageSums(path, WartenZeigen(u"Die Kartei bekommt Prüfsummen."_s,
+                                        u"Das wurde abgebrochen; an der Datei wurde nichts geändert."_s));
+    });
+    if (fehler)
+        meldungen_.Zeigen(fehler->Text() + u" Die Kartei bleibt ohne Prüfsummen."_s);
+    return Versuchen(fileName);
 }
 
 } // namespace paukfix

@@ -7,6 +7,8 @@
 #include "Sicherungen.h"
 #include "Verzoegerung.h"
 
+#include <QSet>
+
 #include <functional>
 
 namespace paukfix {
@@ -23,8 +25,9 @@ public:
     // Replaces KarteiPfad/fileName by a new, empty card file and opens it. Nothing happens for an empty name.
     // Throws StoreError where the file cannot be made.
     void CreateCardFile(QString &fileName);
-    // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine and whether to
-    // repair a damaged one. On failure reports it, leaves no file open and empties `fileName`: never pass
+    // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine, whether to
+    // repair a damaged one, and, once in a run of the program for each file, whether an older one is to have
+    // the sums of its pages. On failure reports it, leaves no file open and empties `fileName`: never pass
     // CurrentFileName itself.
     void OpenCardFile(QString &fileName);
     // Empties the box, shows it so, and measures the clock.
@@ -61,11 +64,13 @@ private:
     Oeffnung Zurueckholen(const QString &fileName, const Sicherung &sicherung);
     void BerichtZeigen(const QString &datei);
     void Tagessicherung();
+    Oeffnung PruefsummenGeben(const QString &fileName, Oeffnung oeffnung);
 
     CardStore &kartei_;
     Meldungen &meldungen_;
     const Clock &clock_;
     Sicherungen *sicherungen_ = nullptr;
+    QSet<QString> ohnePruefsummen_; // files that are to stay as they are
 };
 
 } // namespace paukfix

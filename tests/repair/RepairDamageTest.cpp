@@ -167,7 +167,7 @@ class RepairDamageTest : public QObject
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> directory_;
-    QMap<int, Box> boxes_;
+    QMap<int, std::array<Box, 2>> boxes_; // without and with sums of their pages
     QList<QByteArray> order_;
     QMap<QByteArray, QMap<int, Tally>> tallies_;
     Tally all_;
@@ -249,9 +249,13 @@ private slots:
     {
         directory_ = std::make_unique<QTemporaryDir>();
         for (const Size &size : Sizes())
-            boxes_[size.cards] = MakeBox(directory_->path(), {.cards = size.cards});
-        QVERIFY(!boxes_[1000].freePages.isEmpty());
-        QVERIFY(!boxes_[1000].deletedMarkers.isEmpty());
+            for (const bool sums : {false, true})
+                boxes_[size.cards].at(sums ? 1 : 0) =
+                    MakeBox(directory_->path(), {.cards = size.cards, .sums = sums});
+        for (const Box &box : boxes_[1000]) {
+            QVERIFY(!box.freePages.isEmpty());
+            QVERIFY(!box.deletedMarkers.isEmpty());
+        }
     }
 
     void cleanup() { Clear(); }
@@ -273,7 +277,7 @@ private slots:
         QFETCH(int, kind);
         QFETCH(int, cards);
         QFETCH(int, seed);
-        const Box &box = boxes_[cards];
+        const Box &box = boxes_[cards].at(seed % 2);
         Random random(static_cast<quint32>(seed) * 1000 + static_cast<quint32>(kind));
         QByteArray bytes = box.bytes;
         Kinds()[kind].damage(bytes, box, random);
@@ -287,7 +291,7 @@ private slots:
     {
         QFETCH(int, cards);
         QFETCH(int, seed);
-        const Box &before = boxes_[cards];
+        const Box &before = boxes_[cards].at(seed % 2);
         const Box after = AfterTransaction(directory_->path(), before);
         QHash<QByteArray, QByteArray> digestsBefore, digestsAfter;
         for (const CardTruth &card : before.cards)
@@ -327,7 +331,7 @@ private slots:
     {
         QFETCH(int, cards);
         QFETCH(int, seed);
-        const Box &box = boxes_[cards];
+        const Box &box = boxes_[cards].at(seed % 2);
         const Box amid = AmidTransaction(directory_->path(), box);
         QVERIFY(amid.journal.size() > box.pageSize);
         QVERIFY(cards < 1000 || amid.bytes != box.bytes);
@@ -355,7 +359,7 @@ private slots:
         QTest::newRow("random bytes") << noise;
         QTest::newRow("zeros") << QByteArray(100'000, '\0');
         QTest::newRow("a text") << QByteArray("Frage;Antwort\r\n").repeated(1000);
-        QTest::newRow("half a header") << boxes_[10].bytes.left(50);
+        QTest::newRow("half a header") << boxes_[10][1].bytes.left(50);
     }
 
     void NothingToSaveLeavesEverythingAsItWas()

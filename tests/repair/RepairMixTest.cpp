@@ -233,11 +233,12 @@ class RepairMixTest : public QObject
 
     QString Path() const { return directory_->filePath(u"Kasten.pzb"_s); }
 
-    Past MakePast(int cards, bool wiped, quint32 seed)
+    Past MakePast(int cards, bool wiped, quint32 seed, bool sums)
     {
         Past past;
         past.wiped = wiped;
-        past.evenings << MakeBox(directory_->path(), {.cards = cards, .secureDelete = wiped, .seed = seed});
+        past.evenings << MakeBox(directory_->path(),
+                                 {.cards = cards, .secureDelete = wiped, .sums = sums, .seed = seed});
         for (quint32 evening = 1; evening <= 6; ++evening)
             past.evenings << AfterTransaction(directory_->path(), past.Now(), seed * 100 + evening, wiped);
         return past;
@@ -293,7 +294,8 @@ private slots:
         for (const int cards : ShortRun() ? QList<int>{600} : QList<int>{40, 600, 2000})
             for (const bool wiped : {true, false})
                 for (quint32 seed = 1; seed <= (ShortRun() || cards > 1000 ? 1 : 3); ++seed)
-                    pasts_ << MakePast(cards, wiped, seed);
+                    for (const bool sums : {true, false})
+                        pasts_ << MakePast(cards, wiped, seed, sums);
     }
 
     void NothingIsLostAndNothingComesBack_data()

@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -140,8 +141,9 @@ private slots:
         const RepairResult result = RepairDatabase(Path());
         QCOMPARE(result.cards, box.cards.size());
         const QString report = Report(result);
-        const QRegularExpression line(u"\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
-                                      u"für sie\n"_s.arg(hit.number));
+        const QRegularExpression line(
+            u"\nKarte 30001( \\(„.*“\\))?: der Index nennt die Nummer %1 "
+            u"für sie; steht auf einer Seite, deren Prüfsumme nicht stimmt\n"_s.arg(hit.number));
         QVERIFY2(report.contains(line), qPrintable(report));
     }
 
@@ -194,7 +196,8 @@ private slots:
                 "Karten mit zweifelhaftem Inhalt\n"
                 "Sie sind so aufgehoben, wie sie in der Datei standen. Bitte nachsehen.\n"
                 "Karte 7 („Frage 7“): Picturewidth hatte den unbrauchbaren Wert 99999 und "
-                "steht jetzt auf 0; Frage enthält Nullzeichen\n"
+                "steht jetzt auf 0; Frage enthält Nullzeichen; Frage („ab“) und Frage Klartext („Frage“) "
+                "sagen Verschiedenes, beide sind aufgehoben\n"
                 "\n"
                 "Neu eingeordnete Karten\n"
                 "Ihr Inhalt ist, wie er war; Nummer, Fach oder Platz waren nicht zu "
@@ -288,7 +291,8 @@ private slots:
         MakeCardFile(Path(), SomeCards(10));
         Sql("UPDATE Lernkarten SET Antwort_1=CAST(x'4142C3FF43' AS TEXT) WHERE FrageNr=1;"
             "UPDATE Lernkarten SET Frage='{\\rtf1 offen {' WHERE FrageNr=2;"
-            "UPDATE Lernkarten SET Frage='{\\rtf1 zu \\} }'||char(13,10) WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET Frage='{\\rtf1 zu \\} }'||char(13,10),Frage_Klartext='zu }' WHERE "
+            "FrageNr=3;"
             "UPDATE Lernkarten SET Picture_1_Name=replace(hex(zeroblob(200)),'0','ü') WHERE FrageNr=4");
         DestroyFirstPage();
         const RepairResult result = RepairDatabase(Path());
@@ -349,6 +353,99 @@ private slots:
         QVERIFY(Report(result).contains(u"\nNicht gerettet\nVon diesen Karten ist nur noch die "
                                         u"Nummer bekannt: "_s +
                                         lost.join(u", "_s) + u'\n'));
+    }
+
+    // Of two states of a card's page the one is taken that fits its sum, whatever the tree says.
+    void WhatStandsOnAPageThatFitsItsSumIsPreferred()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 1000});
+        const CardTruth &card = box.cards[100];
+        const qint64 page = card.extents.first().from / 4096 * 4096;
+        QByteArray bytes = box.bytes;
+        bytes.replace(qint64(box.freePages.last() - 1) * 4096, 4096, bytes.mid(page, 4096));
+        const qint64 letter = bytes.indexOf(card.marker.left(4), card.extents.first().from);
+        QVERIFY(letter > 0 && letter < card.extents.first().to);
+        bytes[letter] = static_cast<char>(bytes[letter] ^ 2);
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
+        QCOMPARE(ReadDigests(Path()).value(card.marker), card.digest);
+        QVERIFY(Report(result).contains(
+            u"\nBei 1 von %1 Seiten der Datei stimmt die Prüfsumme nicht.\n"_s.arg(bytes.size() / 4096)));
+    }
+
+    void CardsOnPagesThatDoNotFitTheirSumsAreNamed()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const CardTruth &card = box.cards[100];
+        QByteArray bytes = box.bytes;
+        const qint64 page = card.extents.first().from / 4096;
+        const qint64 inside = card.extents.first().to - 5; // of the card's last text
+        bytes[inside] = static_cast<char>(bytes[inside] ^ 1);
+        WriteFile(Path(), bytes);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
+        const QString report = Report(result);
+        for (const CardTruth &other : box.cards) {
+            const bool hit = std::any_of(other.extents.begin(), other.extents.end(),
+                                         [&](const auto &extent) { return extent.from / 4096 == page; });
+            const QRegularExpression line(
+                u"\nKarte %1( \\(„.*“\\))?: .*Seite, deren Prüfsumme nicht stimmt\n"_s.arg(other.number));
+            QCOMPARE(report.contains(line), hit);
+        }
+    }
+
+    // Another program that writes the file anew keeps the room for sums and fills none in.
+    void AFileThatAnotherProgramWroteAnewGivesAllCardsWithoutDoubts()
+    {
+        MakeCardFile(Path(), SomeCards(200));
+        const auto before = Cards();
+        QProcess other;
+        other.start("sqlite3", {Path(), "VACUUM"});
+        QVERIFY(other.waitForFinished());
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, 200);
+        QCOMPARE(result.summary, QString());
+        const auto pages = QFileInfo(result.damagedFile).size() / 4096;
+        QVERIFY(Report(result).contains(
+            u"\nBei %1 von %1 Seiten der Datei stimmt die Prüfsumme nicht.\nDer Datenträger hat etwas "
+            u"verändert, "
+            u"oder ein Programm, das keine Prüfsummen kennt, hat in die Datei geschrieben.\n"_s.arg(pages)));
+        QCOMPARE(Cards(), before);
+    }
+
+    void AnOlderFileGetsItsSumsWithTheRepair()
+    {
+        MakeFormerCardFile(Path(), SomeCards(20));
+        DestroyFirstPage();
+        RepairDatabase(Path());
+        QVERIFY(!CardFile(Path()).LacksPageSums());
+        QCOMPARE(static_cast<int>(ReadFile(Path())[20]), 8);
+    }
+
+    void AContradictionOfTheTwoFormsOfATextIsNamedAndBothAreKept()
+    {
+        MakeFormerCardFile(Path(), SomeCards(6));
+        Sql("UPDATE Lernkarten SET Frage='{\\rtf1\\ansi {\\b der} H\\''fcndchen\\par ist hier\\par}',"
+            "Frage_Klartext='der Hündchen'||char(13,10)||'ist  hier' WHERE FrageNr=1;"
+            "UPDATE Lernkarten SET Antwort_1='{\\rtf1 der Hund}',Antwort_1_Klartext='der Hand' WHERE "
+            "FrageNr=2;"
+            "UPDATE Lernkarten SET Antwort_1='' WHERE FrageNr=3;"
+            "UPDATE Lernkarten SET Frage_Klartext='Frage' WHERE FrageNr=4");
+        DestroyFirstPage();
+        const RepairResult result = RepairDatabase(Path());
+        const QString report = Report(result);
+        QVERIFY2(report.contains(
+                     u"\nKarte 2 („Frage 2“): Antwort 1 („Hund“) und Antwort 1 Klartext („Hand“) sagen "
+                     u"Verschiedenes, beide sind aufgehoben\n"
+                     u"Karte 4 („Frage“): Frage („4“) und Frage Klartext (nichts) sagen Verschiedenes, "
+                     u"beide sind aufgehoben\n"_s),
+                 qPrintable(report));
+        QVERIFY(report.contains(u"zweifelhafter Inhalt:  2 Karten"_s));
+        const auto cards = Cards();
+        QCOMPARE(cards[2].Antwort_1, u"{\\rtf1 der Hund}"_s);
+        QCOMPARE(cards[2].Antwort_1_Klartext, u"der Hand"_s);
+        QCOMPARE(cards[4].Frage_Klartext, u"Frage"_s);
     }
 
     void DeletedCardsStayDeletedWhereTheEngineDidNotWipe()

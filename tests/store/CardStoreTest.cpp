@@ -356,7 +356,7 @@ private slots:
             << QByteArray("ALTER TABLE Lernkarten RENAME COLUMN Antwort_1 TO Antwort_9") << true;
         QTest::newRow("index too many") << QByteArray("CREATE INDEX mehr ON Lernkarten(Frage)") << true;
         QTest::newRow("version of a newer format, schema of this one")
-            << QByteArray("PRAGMA user_version=2") << true;
+            << QByteArray("PRAGMA user_version=3") << true;
         QTest::newRow("version that nobody writes") << QByteArray("PRAGMA user_version=16777217") << true;
         QTest::newRow("table gone") << QByteArray("DROP TABLE Lernkarten") << false;
     }
@@ -457,7 +457,7 @@ private slots:
     void NewerFormatIsRefused()
     {
         Make(u"a.pzb"_s, {});
-        Sql(u"a.pzb"_s, "PRAGMA user_version=2; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT");
+        Sql(u"a.pzb"_s, "PRAGMA user_version=3; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT");
         VerifyRefused(u"a.pzb"_s, 3343);
     }
 

@@ -126,7 +126,7 @@ private slots:
                                << "Die Datei „DATEI“ enthält keine Tabelle „Lernkarten“.";
         QTest::newRow("index") << QByteArray("PRAGMA application_id=0; DROP INDEX BoxKey")
                                << "Die Datei „DATEI“ hat keinen Index „BoxKey“.";
-        QTest::newRow("version") << QByteArray("PRAGMA user_version=2;"
+        QTest::newRow("version") << QByteArray("PRAGMA user_version=3;"
                                                "ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT")
                                  << "Die Datei „DATEI“ wurde mit einer neueren Version von Paukfix "
                                     "geschrieben.";

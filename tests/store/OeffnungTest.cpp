@@ -109,7 +109,7 @@ private slots:
             "WITH RECURSIVE n(i) AS (SELECT 3 UNION ALL SELECT i+1 FROM n WHERE i<32769) "
             "INSERT INTO Lernkarten(FrageNr,FachNr,FachLfdNr) SELECT i-32769,0,i-32769 FROM n",
             Ausgang::Gescheitert, Fehler::Ueberlauf);
-        row("a newer format", "PRAGMA user_version=2; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT",
+        row("a newer format", "PRAGMA user_version=3; ALTER TABLE Lernkarten ADD COLUMN Neues LONGTEXT",
             Ausgang::Gescheitert, Fehler::FormatUnbekannt);
     }
 

@@ -6,6 +6,7 @@
 #include "JetSource.h"
 #include "JournalFile.h"
 #include "KarteiOeffner.h"
+#include "Repair.h"
 #include "SafeFile.h"
 #include "StoreError.h"
 #include "StoreTestSupport.h"
@@ -290,6 +291,14 @@ private slots:
             }
             QVERIFY_EXCEPTION_THROWN(CardTransaction zug(cards), StoreError);
         }
+        // The other program knows nothing of the sums of pages; the repair gives both changes.
+        try {
+            const CardFile file(Path());
+            QFAIL("not noticed");
+        } catch (const StoreError &error) {
+            QCOMPARE(error.Number(), Fehler::Beschaedigt);
+        }
+        RepairDatabase(Path());
         QCOMPARE(FaultIn(Path()), QString());
         const QList<CardRecord> cards = ReadCards(Path());
         QCOMPARE(cards[0].FachLfdNr, 2.0);

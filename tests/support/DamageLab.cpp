@@ -333,10 +333,10 @@ Box MakeBox(const QString &directory, const BoxOptions &options)
 {
     const QString path = directory + u"/werkstatt.pzb"_s;
     QFile::remove(path);
-    CardFile::Create(path);
+    MakeEmptyCardFile(path, options.pageSize, options.sums);
     SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
-    database.exec("PRAGMA synchronous=OFF; PRAGMA page_size=" + std::to_string(options.pageSize) +
-                  "; VACUUM; PRAGMA secure_delete=" + (options.secureDelete ? "ON" : "OFF"));
+    database.exec(std::string("PRAGMA synchronous=OFF; PRAGMA secure_delete=") +
+                  (options.secureDelete ? "ON" : "OFF"));
     Random random(options.seed);
     {
         SQLite::Transaction transaction(database);

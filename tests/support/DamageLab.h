@@ -51,6 +51,7 @@ struct BoxOptions
     int cards = 1000;
     int pageSize = 4096;
     bool secureDelete = true;
+    bool sums = true; // of the pages
     quint32 seed = 1;
 };
 

@@ -2,10 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "StoreTestSupport.h"
 
+#include "CardSchema.h"
 #include "CardTransaction.h"
+#include "EngineLocks.h"
+#include "PageSums.h"
 
 #include <QFile>
 #include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
 
 namespace paukfix {
 
@@ -24,9 +28,26 @@ CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr)
     return card;
 }
 
-void MakeCardFile(const QString &path, const QList<CardRecord> &cards)
+void MakeEmptyCardFile(const QString &path, int pageSize, bool sums)
 {
-    CardFile::Create(path);
+    UseOpenFileLocks();
+    UsePageSums();
+    SQLite::Database database(QFile::encodeName(path).toStdString(),
+                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    QString sql = QString::fromStdString(NewFileSql());
+    if (sums) {
+        int room = PageSumSize;
+        sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_RESERVE_BYTES, &room);
+    } else {
+        sql.replace(u"user_version=2;"_s, u"user_version=1;"_s).replace(u", \""_s, u",\""_s);
+    }
+    database.exec("PRAGMA page_size=" + std::to_string(pageSize) + "; BEGIN;" + sql.toStdString() + "COMMIT");
+}
+
+namespace {
+
+void AddCards(const QString &path, const QList<CardRecord> &cards)
+{
     CardFile file(path);
     CardRecordset recordset(file);
     CardTransaction transaction(recordset);
@@ -36,6 +57,20 @@ void MakeCardFile(const QString &path, const QList<CardRecord> &cards)
         recordset.Update();
     }
     transaction.Commit();
+}
+
+} // namespace
+
+void MakeCardFile(const QString &path, const QList<CardRecord> &cards)
+{
+    CardFile::Create(path);
+    AddCards(path, cards);
+}
+
+void MakeFormerCardFile(const QString &path, const QList<CardRecord> &cards)
+{
+    MakeEmptyCardFile(path, 4096, false);
+    AddCards(path, cards);
 }
 
 QList<CardRecord> ReadCards(const QString &path)

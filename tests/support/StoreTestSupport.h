@@ -109,6 +109,12 @@ CardRecord MakeCard(int frageNr, int fachNr, int fachLfdNr);
 // Makes a card file with these cards at `path`, through the store's own format and recordset.
 void MakeCardFile(const QString &path, const QList<CardRecord> &cards);
 
+// The same in the format from before the sums of pages.
+void MakeFormerCardFile(const QString &path, const QList<CardRecord> &cards);
+
+// Makes an empty card file at `path`, with pages of that size, with sums or in the format from before them.
+void MakeEmptyCardFile(const QString &path, int pageSize, bool sums);
+
 // All cards of the file at `path`, in box order, read with a recordset of its own.
 QList<CardRecord> ReadCards(const QString &path);
 

@@ -338,7 +338,7 @@ void AnhaengenTest::DamagedSourceGivesAllThatCanBeRead()
     QList<CardRecord> source;
     for (int i = 1; i <= 2000; ++i) {
         source << MakeCard(i, 0, i);
-        source.back().Frage = QString(300, QChar('x'));
+        source.back().Frage = source.back().Frage_Klartext = QString(300, QChar('x'));
     }
     MakeCardFile(w.Pfad("quelle.pzb"), source);
     QByteArray bytes = w.Bytes("quelle.pzb");
