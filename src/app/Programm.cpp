@@ -15,6 +15,7 @@
 #include "Themaausfiltern.h"
 #include "Ueber.h"
 #include "Uebersicht.h"
+#include "Verlauf.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -71,6 +72,9 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
     QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
+    verlauf_ =
+        std::make_unique<Verlaufsbuch>(kartei_, clock_, konfig_.ProgrammPfad + u"/verlauf.sqlite"_s);
+    QObject::connect(lbox_.get(), &LBOX::BoxGezeichnet, lbox_.get(), [this] { verlauf_->Nachsehen(); });
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
     fenster.Manzeigen = [this] { UebersichtZeigen(); };
@@ -82,6 +86,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, clock_.Now()), lbox_.get()).exec(); };
+    fenster.MVerlauf = [this] { VerlaufOeffnen(); };
     fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
@@ -139,6 +144,12 @@ void Programm::UebersichtZeigen()
     Uebersicht(kartei_, dienste_, {.bearbeiten = [this] { EditorZeigen(); }}, lbox_.get()).exec();
     if (lbox_->isVisible())
         lbox_->activateWindow();
+}
+
+void Programm::VerlaufOeffnen()
+{
+    VerlaufZeigen(*verlauf_, kartei_.CurrentFileName, clock_.Now().date(), meldungen_, lbox_.get());
+    lbox_->activateWindow();
 }
 
 void Programm::UeberZeigen()

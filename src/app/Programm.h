@@ -16,6 +16,7 @@
 #include "Programmende.h"
 #include "SearchHit.h"
 #include "Tonausgabe.h"
+#include "Verlaufsbuch.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
 #include "Zufall.h"
@@ -52,6 +53,7 @@ private:
     template <typename Fenster>
     std::function<void()> Werkzeug();
     void UebersichtZeigen();
+    void VerlaufOeffnen();
     void UeberZeigen();
     QString KarteiWaehlen();
 
@@ -67,6 +69,7 @@ private:
     CardStore kartei_;
     KarteiOeffner oeffner_{kartei_, meldungen_, clock_};
     BoxZustand zustand_;
+    std::unique_ptr<Verlaufsbuch> verlauf_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
     std::unique_ptr<Fensterwechsel> wechsel_;

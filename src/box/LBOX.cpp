@@ -189,6 +189,7 @@ void LBOX::BoxZeichnen()
     kasten_->Zeigen(Rechnen());
     HinweiseZeigen();
     ruhe_.start();
+    emit BoxGezeichnet();
 }
 
 // What the window says about the open file.

@@ -36,7 +36,7 @@ private slots:
               "MThema_ausfiltern|Thema ausfiltern", "MKartei_anhängen|Kartei anhängen",
               "MKartei_spiegeln|Kartei spiegeln", "MAlleNeu|Alle Karten nach Neu",
               "MErledigtNeu|erledigte Karten nach Neu ", "MStrich3|-", "MAnimation|Animation", "MStrich5|-",
-              "MStatistik|Statistik anzeigen", "Mstrich4|-"}},
+              "MStatistik|Statistik anzeigen", "Mstrich4|-", "MVerlauf|Verlauf"}},
             {"Minfo|Info", {"Müber|über Paukfix"}},
         };
         QList<QPair<QString, QStringList>> gefunden;
@@ -65,6 +65,7 @@ private slots:
                                  "MAlleNeu",
                                  "MErledigtNeu",
                                  "MStatistik",
+                                 "MVerlauf",
                                  "Müber"};
         for (const QString &name : fremde)
             QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
@@ -74,7 +75,7 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -85,9 +86,9 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, nullptr, nullptr});
+                      oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString name : {"MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
-                                   "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu"}) {
+                                   "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});
