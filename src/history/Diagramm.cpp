@@ -124,9 +124,9 @@ void Diagramm::SkalaMalen(QPainter &maler, const QRectF &feld, const Wertachse &
 void Diagramm::TageMalen(QPainter &maler, const QRectF &feld) const
 {
     const Hausfarben &farben = Farbsatz();
-    const QFontMetricsF schrift(maler.font());
     const Zeitachse tage = Tage();
     const auto nennen = [&](int tag, const QString &text) {
+        const QFontMetricsF schrift(maler.font());
         const double breite = schrift.horizontalAdvance(text) + 2;
         const double mitte = tage.X(tag + 0.5, feld);
         const double x = std::clamp(mitte - breite / 2, feld.left() - Luecke,
@@ -134,7 +134,8 @@ void Diagramm::TageMalen(QPainter &maler, const QRectF &feld) const
         maler.drawText(QRectF(x, feld.bottom() + Luecke, breite, schrift.height()), Qt::AlignCenter, text);
     };
     maler.setPen(farben.leiseTinte);
-    const double platz = schrift.horizontalAdvance(Tagname(werte_.von, werte_.heute) + u"00 "_s);
+    const double platz = QFontMetricsF(maler.font())
+                             .horizontalAdvance(Tagname(werte_.von, werte_.heute) + u"0000"_s);
     for (const int tag : tage.Marken(platz, feld))
         nennen(tag, Tagname(werte_.von.addDays(tag), werte_.heute));
     QFont fett = maler.font();

@@ -14,7 +14,7 @@ namespace paukfix {
 
 namespace {
 
-constexpr int Rand = 16; // device-independent pixels, left and right
+constexpr int Rand = 16; // device-independent pixels, left and right; less where there is little room
 
 } // namespace
 
@@ -75,7 +75,8 @@ void Kennzahl::paintEvent(QPaintEvent *)
     };
     const QFont zahl = Zahlschrift();
     const QFont worte = Schriftgrad::In(font(), Schriftgrad::Klein);
-    QRectF platz = QRectF(rect()).adjusted(Rand, flach_ ? 0 : 8, -Rand, flach_ ? 0 : -8);
+    QRectF platz = QRectF(rect()).adjusted(flach_ ? Rand / 2 : Rand, flach_ ? 0 : 8, flach_ ? -Rand / 2 : -Rand,
+                                           flach_ ? 0 : -8);
     if (flach_) {
         platz.setLeft(platz.left() + zeile(platz, zahl, farben.tinte, text_.zahl) + Rand / 2.0);
         zeile(platz, worte, farben.leiseTinte, text_.worte);

@@ -71,9 +71,9 @@ Verlauf::Verlauf(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft, 
     // Tab goes as the eye does; the box's own window opens at the button that leads back.
     setTabOrder(zeitraum_->buttons().last(), reiter_);
     setTabOrder(reiter_, ansicht_);
-    setTabOrder(ansicht_, chkTabelle_);
+    setTabOrder(ansicht_, cmdTabelle_);
     const QSize schirm = screen()->availableSize();
-    resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 44).boundedTo(schirm * 0.9));
+    resize(QSize(fontMetrics().height() * 68, fontMetrics().height() * 46).boundedTo(schirm * 0.9));
 }
 
 QBoxLayout *Verlauf::KopfBauen(const QString &kartei)
@@ -145,9 +145,12 @@ void Verlauf::InhaltBauen()
     ansicht_->setTabKeyNavigation(false);
     ansicht_->setCornerButtonEnabled(false);
     ansicht_->verticalHeader()->hide();
-    ansicht_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    ansicht_->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"00.00.0000 "_s));
-    ansicht_->horizontalHeader()->setHighlightSections(false);
+    QHeaderView *kopf = ansicht_->horizontalHeader();
+    kopf->setSectionResizeMode(QHeaderView::Stretch);
+    kopf->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    kopf->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"erledigt  "_s));
+    kopf->setMinimumHeight(fontMetrics().height() * 2);
+    kopf->setHighlightSections(false);
     connect(new QShortcut(QKeySequence::Copy, ansicht_, nullptr, nullptr, Qt::WidgetShortcut),
             &QShortcut::activated, this, [this] { cmdKopieren_Click(); });
 
@@ -158,9 +161,8 @@ void Verlauf::InhaltBauen()
 
 QBoxLayout *Verlauf::KnoepfeBauen()
 {
-    chkTabelle_ = Knopf(u"als &Tabelle"_s, u"chkTabelle"_s, this);
-    chkTabelle_->setCheckable(true);
-    connect(chkTabelle_, &QPushButton::toggled, this, &Verlauf::chkTabelle_Click);
+    cmdTabelle_ = Knopf(u"als &Tabelle"_s, u"cmdTabelle"_s, this);
+    connect(cmdTabelle_, &QPushButton::clicked, this, &Verlauf::cmdTabelle_Click);
     QPushButton *kopieren = Knopf(u"Tabelle &kopieren"_s, u"cmdKopieren"_s, this);
     connect(kopieren, &QPushButton::clicked, this, &Verlauf::cmdKopieren_Click);
     auto *zurueck = new QPushButton(u"Zu&rück"_s, this);
@@ -172,9 +174,12 @@ QBoxLayout *Verlauf::KnoepfeBauen()
 
     auto *knoepfe = new QHBoxLayout;
     knoepfe->setSpacing(8);
-    knoepfe->addWidget(chkTabelle_);
+    knoepfe->addWidget(cmdTabelle_);
     knoepfe->addWidget(kopieren);
-    knoepfe->addStretch(1);
+    lKopiert_ = new QLabel(this);
+    lKopiert_->setObjectName(u"LKopiert"_s);
+    lKopiert_->setWordWrap(true);
+    knoepfe->addWidget(lKopiert_, 1);
     knoepfe->addWidget(zurueck);
     return knoepfe;
 }
@@ -196,12 +201,11 @@ void Verlauf::ZeitraumZeigen()
 
 void Verlauf::ReiterZeigen()
 {
-    const bool bilder = !chkTabelle_->isChecked();
-    reiter_->setVisible(niedrig_ && bilder);
+    reiter_->setVisible(niedrig_ && !alsTabelle_);
     antworten_->setVisible(!niedrig_ || reiter_->currentIndex() == 0);
     faecher_->setVisible(!niedrig_ || reiter_->currentIndex() == 1);
     antworten_->SetMitTagen(niedrig_); // else they stand below the lower picture
-    inhalt_->setCurrentIndex(bilder ? 0 : 1);
+    inhalt_->setCurrentIndex(alsTabelle_ ? 1 : 0);
 }
 
 void Verlauf::resizeEvent(QResizeEvent *event)
@@ -225,15 +229,18 @@ void Verlauf::Anordnen()
         Kennzahl *kennzahl = kennzahlen_.at(static_cast<std::size_t>(i));
         kennzahl->SetFlach(niedrig_ && schmal);
         kennzahlenPlatz_->addWidget(kennzahl, schmal ? i / 2 : 0, schmal ? i % 2 : i);
+        // The last one has most to say.
+        kennzahlenPlatz_->setColumnStretch(i, schmal && i > 1 ? 0 : i == (schmal ? 1 : 3) ? 5 : 4);
     }
     ReiterZeigen();
 }
 
-void Verlauf::chkTabelle_Click(bool tabelle)
+void Verlauf::cmdTabelle_Click()
 {
-    chkTabelle_->setText(tabelle ? u"als &Bild"_s : u"als &Tabelle"_s);
+    alsTabelle_ = !alsTabelle_;
+    cmdTabelle_->setText(alsTabelle_ ? u"als &Bild"_s : u"als &Tabelle"_s);
     ReiterZeigen();
-    if (tabelle)
+    if (alsTabelle_)
         ansicht_->setFocus();
 }
 
@@ -241,9 +248,8 @@ void Verlauf::cmdKopieren_Click()
 {
     QGuiApplication::clipboard()->setText(TabelleAlsText(werte_));
     const auto tage = werte_.bekannt.size();
-    lHinweis_->setText(tage == 1 ? u"1 Tag liegt in der Zwischenablage."_s
+    lKopiert_->setText(tage == 1 ? u"1 Tag liegt in der Zwischenablage."_s
                                  : u"%1 Tage liegen in der Zwischenablage."_s.arg(tage));
-    lHinweis_->show();
 }
 
 void VerlaufZeigen(Verlaufsbuch &buch, const QString &kartei, const QDate &heute, Meldungen &meldungen,

@@ -45,13 +45,14 @@ private:
     void ZeitraumZeigen();
     void ReiterZeigen();
     void Anordnen();
-    void chkTabelle_Click(bool tabelle);
+    void cmdTabelle_Click();
     void cmdKopieren_Click();
 
     std::vector<Tagesstand> tage_;
     Verlaufswerte werte_;
     QDate heute_;
-    bool niedrig_ = false; // too low for both pictures
+    bool niedrig_ = false;     // too low for both pictures
+    bool alsTabelle_ = false;
     QButtonGroup *zeitraum_ = nullptr;
     QGridLayout *kennzahlenPlatz_ = nullptr;
     std::array<Kennzahl *, 4> kennzahlen_{};
@@ -61,7 +62,8 @@ private:
     Faecherbild *faecher_ = nullptr;
     QTableView *ansicht_ = nullptr;
     VerlaufTabelle *tabelle_ = nullptr;
-    QPushButton *chkTabelle_ = nullptr;
+    QPushButton *cmdTabelle_ = nullptr;
+    QLabel *lKopiert_ = nullptr;
     QLabel *lHinweis_ = nullptr;
 };
 
