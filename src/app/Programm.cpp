@@ -63,7 +63,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
         return false;
     lbox_ = std::make_unique<LBOX>(
-        kartei_, oeffner_, zustand_, dienste_,
+        kartei_, oeffner_, dienste_,
         Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
     // To read the icon and to make the query takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "AppConfig.h"
-#include "BoxZustand.h"
 #include "CardStore.h"
 #include "Clock.h"
 #include "Dienste.h"
@@ -15,6 +14,7 @@
 #include "PFUse.h"
 #include "Programmende.h"
 #include "SearchHit.h"
+#include "Statuszeile.h"
 #include "Tonausgabe.h"
 #include "Verlaufsbuch.h"
 #include "Werkzeugfenster.h"
@@ -63,12 +63,11 @@ private:
     DialogeFenster dialoge_;
     SystemClock clock_;
     MersenneZufall zufall_;
-    Tonausgabe ton_{meldungen_, [this](bool da) { lbox_->SetTongeraet(da); }};
+    Tonausgabe ton_{meldungen_, [this](bool da) { lbox_->Status().SetTongeraet(da); }};
     AppConfig konfig_{meldungen_};
     Dienste dienste_{meldungen_, dialoge_, clock_, zufall_, ton_, konfig_};
     CardStore kartei_;
     KarteiOeffner oeffner_{kartei_, meldungen_, clock_};
-    BoxZustand zustand_;
     std::unique_ptr<Verlaufsbuch> verlauf_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;

@@ -6,25 +6,14 @@
 
 namespace paukfix {
 
-// The cards of one compartment as the edges that are seen from above: its fill bar. The cards stand from its
-// left to its right edge, the next one in front.
+// The fill bar of a compartment: so wide do its cards stand on the floor. They are drawn with the box.
 class KaShape final : public QWidget
 {
 public:
     explicit KaShape(QWidget *parent);
-
-    // `anzahl` cards, which take `breite` pixels from the left.
-    void SetKarten(int anzahl, int breite);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    int anzahl_ = 0;
-    int breite_ = 0;
 };
 
-// The inside of a compartment, which is pressed to ask its first card.
+// The inside of a compartment, which is pressed to ask its first card: what lies over the drawn box.
 class FachBild final : public BildKnopf
 {
 public:

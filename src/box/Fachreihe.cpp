@@ -4,19 +4,17 @@
 
 #include "FachBild.h"
 #include "KastenFarben.h"
-#include "KastenMaler.h"
 #include "KastenTeile.h"
 
+#include <QMouseEvent>
+
 #include <algorithm>
-#include <cmath>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int KleinsterBalken = 3; // pixels; a compartment with one card is not an empty one
 
 // Letter by letter, the two blanks at the end of one included.
 const std::array<QString, FachSichtbar> Tooltips{
@@ -28,7 +26,7 @@ const std::array<QString, FachSichtbar> Tooltips{
     u"4x richtig beantwortet"_s,
 };
 
-QString Fachname(std::size_t fach)
+QString Aufschrift(std::size_t fach)
 {
     return fach == FachNeu ? u"Neu"_s : QString::number(fach);
 }
@@ -52,19 +50,21 @@ Fachreihe::Fachreihe(QWidget &kasten) : QObject(&kasten), kasten_(kasten)
                 [this, i] { emit Gewaehlt(static_cast<int>(i)); });
         kaShape_[i] = new KaShape(image0_[i]);
         kaShape_[i]->setObjectName(u"KaShape(%1)"_s.arg(i));
-        schild_[i] = new Schild(Fachname(i), &kasten);
+        schild_[i] = new Schild(Aufschrift(i), &kasten);
         schild_[i]->setObjectName(u"Label%1"_s.arg(i + 1));
     }
     rahmen_ = new Rahmen(&kasten);
+    kasten.setMouseTracking(true);
+    kasten.installEventFilter(this);
 }
 
 void Fachreihe::Anordnen(const KastenMasse &masse)
 {
-    const QFont schrift = KastenMaler::Schrift(kasten_.font(), masse, KastenMaler::Gross, true);
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
         image0_[i]->setGeometry(masse.fach[i]);
         schild_[i]->setGeometry(masse.schild[i]);
-        schild_[i]->setFont(schrift);
+        schild_[i]->setFont(masse.schildSchrift);
+        fuesse_[i] = masse.schild[i] | masse.zaehler[i];
     }
     LinienLegen(masse);
 }
@@ -72,20 +72,16 @@ void Fachreihe::Anordnen(const KastenMasse &masse)
 void Fachreihe::LinienLegen(const KastenMasse &masse)
 {
     const auto &fach = masse.fach;
-    const int oben = fach[0].top();
-    const int unten = fach[0].bottom() + 3;
     std::size_t naechste = 0;
-    const auto senkrecht = [&](int zuvor, int danach) {
-        const int x = (zuvor + danach) / 2;
-        line_[naechste++]->setGeometry(x, oben, 1, unten - oben);
-        return x;
+    const auto senkrecht = [&](int zuvor, int danach, int oben) {
+        line_[naechste++]->setGeometry((zuvor + danach) / 2, oben, 1, masse.neu.boden - oben);
     };
-    const auto umreissen = [&](const QRect &wanne, std::size_t erstes, std::size_t letztes) {
-        const int links = senkrecht(wanne.left(), fach[erstes].left());
+    const auto umreissen = [&](const KastenMasse::Wanne &wanne, std::size_t erstes, std::size_t letztes) {
+        senkrecht(wanne.vorn.left(), fach[erstes].left(), wanne.vorn.top());
         for (std::size_t i = erstes; i < letztes; ++i)
-            senkrecht(fach[i].right(), fach[i + 1].left());
-        const int rechts = senkrecht(fach[letztes].right(), wanne.right());
-        line_[naechste++]->setGeometry(links, unten, rechts - links + 1, 1);
+            senkrecht(fach[i].right(), fach[i + 1].left(), masse.trennerOben);
+        senkrecht(fach[letztes].right(), wanne.vorn.right(), wanne.vorn.top());
+        line_[naechste++]->setGeometry(wanne.vorn.left(), wanne.boden + 1, wanne.vorn.width(), 1);
     };
     umreissen(masse.neu, FachNeu, FachNeu);
     umreissen(masse.lernen, 1, FachSichtbar - 1);
@@ -93,28 +89,14 @@ void Fachreihe::LinienLegen(const KastenMasse &masse)
 
 void Fachreihe::Zeigen(const FachTabelle &tabelle, const BoxBild &bild, const KastenMasse &masse, bool offen)
 {
-    BalkenSetzen(tabelle, bild, masse);
-    VollstesMarkieren(bild.VollstesFach, offen);
-    NamenSetzen(tabelle, bild, offen);
-}
-
-void Fachreihe::BalkenSetzen(const FachTabelle &tabelle, const BoxBild &bild, const KastenMasse &masse)
-{
+    fuellung_ = masse.Fuellung(tabelle, bild);
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
-        const Fach &fach = tabelle[i];
         const QSize innen = image0_[i]->size();
-        // The Neu bar keeps its width; how far its cards reach is the share of its capacity all the same.
-        const double twips =
-            i == FachNeu && fach.Kapazitaet > 0
-                ? std::min(1.0, double(std::max<qint16>(fach.Anzahl, 0)) / fach.Kapazitaet) * fach.BreiteMax
-                : bild.Breite[i];
-        const int breite =
-            std::clamp(static_cast<int>(std::lround(masse.Pixel(twips))),
-                       fach.Anzahl > 0 ? KleinsterBalken : 0, std::max(innen.width(), KleinsterBalken));
-        kaShape_[i]->setGeometry(0, 0, i == FachNeu ? innen.width() : breite, innen.height());
-        kaShape_[i]->SetKarten(fach.Anzahl, breite);
+        kaShape_[i]->setGeometry(0, 0, i == FachNeu ? innen.width() : fuellung_[i], innen.height());
         kaShape_[i]->setVisible(bild.balken[i]);
     }
+    VollstesMarkieren(bild.VollstesFach, offen);
+    NamenSetzen(tabelle, bild, offen);
 }
 
 void Fachreihe::VollstesMarkieren(int fach, bool offen)
@@ -130,26 +112,53 @@ void Fachreihe::VollstesMarkieren(int fach, bool offen)
 void Fachreihe::NamenSetzen(const FachTabelle &tabelle, const BoxBild &bild, bool offen)
 {
     for (std::size_t i = 0; i < FachSichtbar; ++i) {
-        QString name =
-            u"Fach %1: %2 von %3 Karten"_s.arg(Fachname(i)).arg(tabelle[i].Anzahl).arg(tabelle[i].Kapazitaet);
+        stand_[i] = u"%1 von %2 Karten"_s.arg(tabelle[i].Anzahl).arg(tabelle[i].Kapazitaet);
         if (UeberKapazitaet(tabelle[i]))
-            name += u", zu voll"_s;
+            stand_[i] += u", zu voll"_s;
         if (offen && static_cast<int>(i) == bild.VollstesFach)
-            name += u", vollstes Fach"_s;
+            stand_[i] += u", vollstes Fach"_s;
+        const QString name = u"Fach %1: %2"_s.arg(Aufschrift(i), stand_[i]);
         if (name != image0_[i]->accessibleName())
             image0_[i]->setAccessibleName(name);
     }
+}
+
+bool Fachreihe::eventFilter(QObject *, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        Hervorheben(FachBei(static_cast<QMouseEvent *>(event)->pos()));
+        return false;
+    case QEvent::Leave:
+        Hervorheben(-1);
+        return false;
+    case QEvent::MouseButtonRelease: {
+        const auto *maus = static_cast<QMouseEvent *>(event);
+        const int fach = FachBei(maus->pos());
+        if (maus->button() == Qt::LeftButton && fach >= 0)
+            image0_.at(static_cast<std::size_t>(fach))->click();
+        return false;
+    }
+    default:
+        return false;
+    }
+}
+
+int Fachreihe::FachBei(QPoint punkt) const
+{
+    const auto *fuss = std::find_if(fuesse_.begin(), fuesse_.end(),
+                                    [&](const QRect &platz) { return platz.contains(punkt); });
+    return fuss == fuesse_.end() ? -1 : static_cast<int>(fuss - fuesse_.begin());
 }
 
 void Fachreihe::Hervorheben(int fach)
 {
     for (std::size_t i = 0; i < FachSichtbar; ++i)
         image0_[i]->SetHervorgehoben(static_cast<int>(i) == fach);
-}
-
-void Fachreihe::Druecken(int fach)
-{
-    image0_.at(static_cast<std::size_t>(fach))->click();
+    kasten_.setCursor(fach >= 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    kasten_.setToolTip(
+        fach < 0 ? QString()
+                 : u"%1: %2"_s.arg(Erklaerung(fach).trimmed(), stand_.at(static_cast<std::size_t>(fach))));
 }
 
 const QString &Fachreihe::Erklaerung(int fach)

@@ -6,37 +6,41 @@
 #include "Eingabewache.h"
 #include "Farben.h"
 #include "Kartenrahmen.h"
+#include "Kasten.h"
 
 namespace paukfix {
 
 namespace {
 
-constexpr int Flugdauer = 300, Flugpause = 15; // milliseconds
+constexpr int Flugdauer = 360, Flugpause = 15; // milliseconds
 
 } // namespace
 
 void Kartenflug::Legen(const QString &frageNr)
 {
-    karte_.Legen(frageNr, FlugLinks, FlugOben);
+    kasten_.Karte().Legen(frageNr, FlugLinks, FlugOben);
 }
 
-void Kartenflug::KarteAnimieren(int ziel, bool richtig)
+void Kartenflug::KarteAnimieren(int von, int ziel, bool richtig)
 {
     if (!konfig_.Animation)
         return;
-    karte_.SetFarbe(richtig ? Farben::Richtig : Farben::Falsch);
-    karte_.repaint();
+    Kartenrahmen &karte = kasten_.Karte();
+    const QPoint start = kasten_.Vorderste(von);
+    kasten_.SetUnterwegs(von);
+    karte.SetFarbe(richtig ? Farben::Richtig : Farben::Falsch);
     const Bewegungstakt takt(verzoegerung_, Flugdauer, Flugpause);
     for (int schritt = 1; schritt <= takt.Schritte() && !takt.IstUm() && !eingabe_.Unterbrochen();
          ++schritt) {
-        karte_.Fliegen(ziel, double(schritt) / takt.Schritte());
+        karte.Fliegen(start, ziel, double(schritt) / takt.Schritte());
         takt.Pause();
     }
 }
 
 void Kartenflug::Verbergen()
 {
-    karte_.hide();
+    kasten_.Karte().hide();
+    kasten_.SetUnterwegs(-1);
 }
 
 } // namespace paukfix

@@ -8,7 +8,7 @@
 namespace paukfix {
 
 class Eingabewache;
-class Kartenrahmen;
+class Kasten;
 
 // The card that is asked, on the box: it lies beside the compartments while it is asked, flies to its new
 // one, and goes.
@@ -19,20 +19,20 @@ public:
     static constexpr qint16 FlugLinks = 2280, FlugOben = 975;
 
     // All must outlive it.
-    Kartenflug(Kartenrahmen &karte, const Verzoegerung &verzoegerung, const AppConfig &konfig,
+    Kartenflug(Kasten &kasten, const Verzoegerung &verzoegerung, const AppConfig &konfig,
                Eingabewache &eingabe)
-        : karte_(karte), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
+        : kasten_(kasten), verzoegerung_(verzoegerung), konfig_(konfig), eingabe_(eingabe)
     {
     }
 
     void Legen(const QString &frageNr);
-    // Colours the card by its verdict and takes it to compartment `ziel`. A key or click, which is kept, ends
-    // the flight. Nothing happens where animations are off.
-    void KarteAnimieren(int ziel, bool richtig);
+    // Colours the card by its verdict and takes it from compartment `von` to `ziel`. A key or click, which is
+    // kept, ends the flight. Nothing happens where animations are off.
+    void KarteAnimieren(int von, int ziel, bool richtig);
     void Verbergen();
 
 private:
-    Kartenrahmen &karte_;
+    Kasten &kasten_;
     const Verzoegerung &verzoegerung_;
     const AppConfig &konfig_;
     Eingabewache &eingabe_;

@@ -16,6 +16,13 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Parts of the flight's time.
+constexpr double Steigen = 80.0 / 360, Einsinken = 80.0 / 360;
+
+} // namespace
+
 Kartenrahmen::Kartenrahmen(const KastenMasse &masse, QWidget *parent)
     : QFrame(parent), masse_(masse), frageNr_(new QLabel(u"FrageNr:"_s, this)), mFrageNr_(new QLabel(this))
 {
@@ -41,11 +48,12 @@ Kartenrahmen::Kartenrahmen(const KastenMasse &masse, QWidget *parent)
 
 void Kartenrahmen::Legen(const QString &frageNr, double links, double oben)
 {
-    von_ = {links, oben};
+    liegt_ = {links, oben};
     mFrageNr_->setText(frageNr);
     mFrageNr_->setAccessibleName(u"Frage Nummer "_s + frageNr);
     SetFarbe(KastenFarben::Honig);
     setGeometry(masse_.Karte(links, oben));
+    clearMask();
     raise();
     show();
 }
@@ -59,27 +67,38 @@ void Kartenrahmen::SetFarbe(const QColor &farbe)
     setPalette(farben);
 }
 
-void Kartenrahmen::Fliegen(int ziel, double anteil)
+void Kartenrahmen::Fliegen(QPoint von, int ziel, double zeit)
 {
-    const QRect von = masse_.Karte(von_.x(), von_.y());
-    QRect nach = von;
-    nach.moveCenter(ziel < FachSichtbar ? masse_.fach.at(static_cast<std::size_t>(ziel)).center()
-                                        : masse_.stapel.center());
-    if (ziel < FachSichtbar)
-        nach.moveLeft(masse_.fach.at(static_cast<std::size_t>(ziel)).left());
-    // Leaves and arrives gently, in a small arc.
-    const double weg = anteil * anteil * (3 - 2 * anteil);
-    const double bogen = -0.35 * height() * std::sin(3.14159265 * anteil);
-    move(static_cast<int>(std::lround(von.x() + weg * (nach.x() - von.x()))),
-         static_cast<int>(std::lround(von.y() + weg * (nach.y() - von.y()) + bogen)));
-    parentWidget()->repaint();
+    const QRect nach = ziel < FachSichtbar ? masse_.fach.at(static_cast<std::size_t>(ziel)) : masse_.stapel;
+    const int hoehe = height();
+    const double oben = std::max(2.0, von.y() + masse_.tiefe.y() - hoehe - 4);
+    // How much of the card is to be seen above the cards that it comes out of or goes behind.
+    const auto weich = [](double t) { return t * t * (3 - 2 * t); };
+    const double steigt = weich(std::clamp(zeit / Steigen, 0.0, 1.0));
+    const double fliegt = weich(std::clamp((zeit - Steigen) / (1 - Steigen - Einsinken), 0.0, 1.0));
+    const double sinkt = weich(std::clamp((zeit - 1 + Einsinken) / Einsinken, 0.0, 1.0));
+    const double bodenVon = von.y() + masse_.tiefe.y() / 2, bodenNach = nach.top() + masse_.tiefe.y() / 2;
+    double y = oben;
+    double sichtbar = hoehe;
+    if (steigt < 1) {
+        y = bodenVon - (bodenVon - oben) * steigt;
+        sichtbar = bodenVon - y;
+    } else if (sinkt > 0) {
+        y = oben + (bodenNach - oben) * sinkt;
+        sichtbar = bodenNach - y;
+    }
+    const QRect vorher = geometry();
+    move(static_cast<int>(std::lround(von.x() + (nach.left() - von.x()) * fliegt)),
+         static_cast<int>(std::lround(y)));
+    setMask(QRect(0, 0, width(), std::clamp(static_cast<int>(std::lround(sichtbar)), 1, hoehe)));
+    parentWidget()->repaint(vorher | geometry());
 }
 
 void Kartenrahmen::Anordnen(const QFont &klein, const QFont &gross)
 {
     frageNr_->setFont(klein);
     mFrageNr_->setFont(gross);
-    setGeometry(masse_.Karte(von_.x(), von_.y()));
+    setGeometry(masse_.Karte(liegt_.x(), liegt_.y()));
 }
 
 void Kartenrahmen::paintEvent(QPaintEvent *)

@@ -21,8 +21,9 @@ public:
     // Shows the card with its number, its left top corner at these twips.
     void Legen(const QString &frageNr, double links, double oben);
     void SetFarbe(const QColor &farbe);
-    // Paints the card at `anteil` (0 to 1) of its way from where it lies to compartment `ziel`.
-    void Fliegen(int ziel, double anteil);
+    // Paints the card at `zeit` (0 to 1) of its flight: it rises out of the cards at `von`, which is a place
+    // on its parent, flies above them, and slips into compartment `ziel` at the back.
+    void Fliegen(QPoint von, int ziel, double zeit);
     // After the places have changed.
     void Anordnen(const QFont &klein, const QFont &gross);
 
@@ -31,7 +32,7 @@ protected:
 
 private:
     const KastenMasse &masse_;
-    QPointF von_; // twips
+    QPointF liegt_; // twips
     QLabel *frageNr_ = nullptr;
     QLabel *mFrageNr_ = nullptr;
 };

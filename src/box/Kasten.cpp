@@ -3,6 +3,7 @@
 #include "Kasten.h"
 
 #include "Fachreihe.h"
+#include "Kartenfaecher.h"
 #include "Kartenrahmen.h"
 #include "KastenMaler.h"
 #include "KastenTeile.h"
@@ -25,6 +26,7 @@ namespace {
 // Milliseconds from one picture to the next while a file is opened: every second one that the display can
 // show, so that painting costs a fraction of the reading.
 constexpr qint64 Bildabstand = 33;
+constexpr int Tickdauer = 40; // milliseconds
 
 } // namespace
 
@@ -32,7 +34,7 @@ Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), t
 {
     setObjectName(u"Kasten"_s);
     setAccessibleName(u"Lernkasten"_s);
-    setMouseTracking(true);
+    kopf_ = new Kastenkopf(*this);
     faecher_ = new Fachreihe(*this);
     connect(faecher_, &Fachreihe::Gewaehlt, this, &Kasten::FachGewaehlt);
     erledigt_ = new Schild(u"erledigt"_s, this);
@@ -54,22 +56,30 @@ Kasten::Kasten(const FachTabelle &tabelle, QWidget *parent) : QWidget(parent), t
 
 QSize Kasten::sizeHint() const
 {
-    const int breite = 70 * fontMetrics().height();
+    const int breite = 78 * fontMetrics().height();
     return QSize(breite, KastenMasse::Hoehe(breite)).expandedTo(minimumSizeHint());
 }
 
 QSize Kasten::minimumSizeHint() const
 {
     // A small screen is shown the whole box all the same.
-    return KastenMasse::Mindestgroesse().boundedTo(screen()->availableSize() * 0.8);
+    return KastenMasse::Mindestgroesse(font()).boundedTo(screen()->availableSize() * 0.8);
 }
 
 void Kasten::Zeigen(const BoxBild &bild)
 {
     bild_ = bild;
     gezeigt_.start();
-    faecher_->Zeigen(tabelle_, bild_, masse_, offen_);
-    update();
+    kopf_->Zeigen(tabelle_, bild_.VollstesFach, zustand_);
+    faecher_->Zeigen(tabelle_, bild_, masse_, zustand_ == Kastenkopf::Zustand::Offen);
+    const QString erledigt = u"erledigt: %1 Karten"_s.arg(tabelle_[FachErledigt].Anzahl);
+    if (erledigt != erledigt_->accessibleName())
+        erledigt_->setAccessibleName(erledigt);
+    std::array<qint16, FachAnzahl> anzahl{};
+    for (std::size_t i = 0; i < FachAnzahl; ++i)
+        anzahl[i] = tabelle_[i].Anzahl;
+    if (std::exchange(gezaehlt_, anzahl) != anzahl)
+        Verwerfen();
 }
 
 void Kasten::ZeigenLaufend(const BoxBild &bild)
@@ -85,12 +95,26 @@ void Kasten::ZeigenLaufend(const BoxBild &bild)
     Malen();
 }
 
+void Kasten::ZeigenTickend(const BoxBild &bild)
+{
+    for (std::size_t i = 0; i < FachAnzahl; ++i)
+        tickt_[i] = tabelle_[i].Anzahl != gezaehlt_[i];
+    ticken_.start(Tickdauer, this);
+    Zeigen(bild);
+}
+
 void Kasten::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() != nachholen_.timerId())
-        return QWidget::timerEvent(event);
-    nachholen_.stop();
-    Zeigen(bild_);
+    if (event->timerId() == nachholen_.timerId()) {
+        nachholen_.stop();
+        Zeigen(bild_);
+    } else if (event->timerId() == ticken_.timerId()) {
+        ticken_.stop();
+        tickt_.fill(false);
+        Verwerfen();
+    } else {
+        QWidget::timerEvent(event);
+    }
 }
 
 void Kasten::Malen()
@@ -100,9 +124,10 @@ void Kasten::Malen()
     gezeigt_.start();
 }
 
-void Kasten::SetOffen(bool offen)
+void Kasten::SetZustand(Kastenkopf::Zustand zustand)
 {
-    offen_ = offen;
+    if (std::exchange(zustand_, zustand) != zustand)
+        Zeigen(bild_);
 }
 
 void Kasten::SetHinweis(const QString &text, std::function<void()> tun)
@@ -112,39 +137,84 @@ void Kasten::SetHinweis(const QString &text, std::function<void()> tun)
         return;
     hinweis_->setText(text);
     hinweis_->setVisible(!text.isEmpty());
-    Anordnen();
+    if (!text.isEmpty())
+        HinweisLegen();
     gezeigt_.invalidate(); // what comes next is painted at once, as it may be followed by a long silence
+}
+
+void Kasten::SetUnterwegs(int fach)
+{
+    if (std::exchange(unterwegs_, fach) != fach)
+        Verwerfen();
+}
+
+QPoint Kasten::Vorderste(int fach) const
+{
+    const auto i = static_cast<std::size_t>(fach);
+    const Kartenfaecher faecher(std::max<int>(tabelle_.at(i).Anzahl, 1),
+                                {.saat = i * 97,
+                                 .innen = masse_.fach.at(i).toRectF(),
+                                 .gefuellt = double(faecher_->Fuellung().at(i)),
+                                 .pixelJeTwip = masse_.Pixel(1),
+                                 .tiefe = masse_.tiefe});
+    return faecher.Vorderste().toPoint();
 }
 
 void Kasten::Anordnen()
 {
-    masse_ = KastenMasse(size(), tabelle_);
+    masse_ = KastenMasse(size(), tabelle_, font());
+    kopf_->Anordnen(masse_);
     faecher_->Anordnen(masse_);
     erledigt_->setGeometry(masse_.stapelSchild);
-    erledigt_->setFont(KastenMaler::Schrift(font(), masse_, KastenMaler::Klein, true));
+    erledigt_->setFont(masse_.schildSchrift);
     wuerfel_->setGeometry(masse_.wuerfel);
-    karte_->Anordnen(KastenMaler::Schrift(font(), masse_, KastenMaler::Klein),
-                     KastenMaler::Schrift(font(), masse_, 1.7, true));
+    karte_->Anordnen(masse_.kleineSchrift, masse_.schildSchrift);
     if (!hinweis_->text().isEmpty())
         HinweisLegen();
-    faecher_->Zeigen(tabelle_, bild_, masse_, offen_);
+    faecher_->Zeigen(tabelle_, bild_, masse_, zustand_ == Kastenkopf::Zustand::Offen);
+    Verwerfen();
 }
 
 void Kasten::HinweisLegen()
 {
-    hinweis_->setFont(KastenMaler::Schrift(font(), masse_, KastenMaler::Gross));
+    hinweis_->setFont(masse_.knopfSchrift);
     const int zeile = hinweis_->fontMetrics().height();
     hinweis_->setContentsMargins(2 * zeile, zeile + 22, 2 * zeile, zeile + 8);
     hinweis_->adjustSize();
-    hinweis_->move(rect().center() - hinweis_->rect().center());
+    hinweis_->move(masse_.bild.center() - hinweis_->rect().center());
     hinweis_->raise();
 }
 
-void Kasten::paintEvent(QPaintEvent *)
+void Kasten::Verwerfen()
 {
-    QPainter maler(this);
+    gemaltes_ = QPixmap();
+    update(masse_.bild);
+}
+
+void Kasten::BildMalen()
+{
+    const qreal dichte = devicePixelRatioF();
+    if (!gemaltes_.isNull() && gemaltes_.devicePixelRatio() == dichte)
+        return;
+    gemaltes_ = QPixmap((masse_.bild.size().toSizeF() * dichte).toSize());
+    gemaltes_.setDevicePixelRatio(dichte);
+    gemaltes_.fill(palette().color(backgroundRole()));
+    QPainter maler(&gemaltes_);
     maler.setRenderHint(QPainter::Antialiasing);
-    KastenMaler(maler, *this, masse_).Malen(tabelle_);
+    maler.translate(-masse_.bild.topLeft());
+    KastenMaler(maler, palette(), masse_)
+        .Malen({.tabelle = tabelle_,
+                .fuellung = faecher_->Fuellung(),
+                .unterwegs = unterwegs_,
+                .tickt = tickt_});
+}
+
+void Kasten::paintEvent(QPaintEvent *event)
+{
+    if (event->rect().intersects(masse_.bild)) {
+        BildMalen();
+        QPainter(this).drawPixmap(masse_.bild.topLeft(), gemaltes_);
+    }
     if (!std::exchange(gemalt_, true))
         QTimer::singleShot(0, this, &Kasten::Gemalt);
 }
@@ -160,40 +230,8 @@ void Kasten::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         Anordnen();
-}
-
-int Kasten::FachBei(QPoint punkt) const
-{
-    for (std::size_t i = 0; i < FachSichtbar; ++i)
-        if (masse_.schild[i].contains(punkt) || masse_.zaehler[i].contains(punkt))
-            return static_cast<int>(i);
-    return -1;
-}
-
-void Kasten::Hervorheben(int fach)
-{
-    faecher_->Hervorheben(fach);
-    setCursor(fach >= 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    setToolTip(fach >= 0 ? Fachreihe::Erklaerung(fach) : QString());
-}
-
-void Kasten::mouseMoveEvent(QMouseEvent *event)
-{
-    Hervorheben(FachBei(event->pos()));
-}
-
-void Kasten::leaveEvent(QEvent *event)
-{
-    QWidget::leaveEvent(event);
-    Hervorheben(-1);
-}
-
-// Name and count belong to the compartment: the narrow ones are easier to hit that way.
-void Kasten::mouseReleaseEvent(QMouseEvent *event)
-{
-    const int fach = FachBei(event->pos());
-    if (event->button() == Qt::LeftButton && fach >= 0)
-        faecher_->Druecken(fach);
+    else if (event->type() == QEvent::PaletteChange)
+        Verwerfen();
 }
 
 } // namespace paukfix

@@ -4,9 +4,11 @@
 
 #include "BoxRechnung.h"
 #include "KastenMasse.h"
+#include "Kastenkopf.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <QPixmap>
 #include <QWidget>
 
 #include <functional>
@@ -19,8 +21,9 @@ class Schild;
 class WuerfelBild;
 class Zettel;
 
-// The picture of the box: a drawer of cards seen from above, its compartments side by side, beside it the
-// done cards, the card that is asked and the die. It shows what it is given and decides nothing.
+// The picture of the box: a drawer of cards seen from the front, its compartments side by side, beside it the
+// done cards, the card that is asked and the die; above it what comes next. It shows what it is given and
+// decides nothing. What it has drawn it keeps, so that showing the window again costs nothing.
 class Kasten final : public QWidget
 {
     Q_OBJECT
@@ -34,15 +37,23 @@ public:
     // The same for calls that come by the thousand while no event loop runs: shown at most at the display's
     // rate, and painted then, without taking input.
     void ZeigenLaufend(const BoxBild &bild);
+    // The same, and counts that have changed tick for a moment.
+    void ZeigenTickend(const BoxBild &bild);
 
-    // Without an open file no compartment is marked as the fullest. Shown with the next counts.
-    void SetOffen(bool offen);
+    // Without an open file no compartment is marked as the fullest.
+    void SetZustand(Kastenkopf::Zustand zustand);
     // A note across the box; none where the text is empty. `tun` is what a click on it does, if anything.
     void SetHinweis(const QString &text, std::function<void()> tun = {});
+    // The front card of compartment `fach` is in the air; none where it is below 0.
+    void SetUnterwegs(int fach);
+    // Where that card has left its compartment, on this widget. Only for a compartment that has cards.
+    QPoint Vorderste(int fach) const;
 
     Kartenrahmen &Karte() { return *karte_; }
 
     WuerfelBild &Wuerfel() { return *wuerfel_; }
+
+    Kastenkopf &Kopf() { return *kopf_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -55,9 +66,6 @@ signals:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void leaveEvent(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
@@ -65,20 +73,25 @@ private:
     void Anordnen();
     void HinweisLegen();
     void Malen();
-    int FachBei(QPoint punkt) const;
-    void Hervorheben(int fach);
+    void Verwerfen();
+    void BildMalen();
 
     const FachTabelle &tabelle_;
     BoxBild bild_;
-    bool offen_ = false;
+    Kastenkopf::Zustand zustand_ = Kastenkopf::Zustand::Wartend;
     KastenMasse masse_;
+    Kastenkopf *kopf_ = nullptr;
     Fachreihe *faecher_ = nullptr;
     Schild *erledigt_ = nullptr;
     Kartenrahmen *karte_ = nullptr;
     WuerfelBild *wuerfel_ = nullptr;
     Zettel *hinweis_ = nullptr;
+    QPixmap gemaltes_;                          // the drawn box; null where it has to be drawn anew
+    std::array<qint16, FachAnzahl> gezaehlt_{}; // the counts in it
+    std::array<bool, FachAnzahl> tickt_{};
+    int unterwegs_ = -1;
     QElapsedTimer gezeigt_;
-    QBasicTimer nachholen_;
+    QBasicTimer nachholen_, ticken_;
     bool gemalt_ = false;
 };
 

@@ -2,12 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KastenMaler.h"
 
+#include "Hausfarben.h"
+#include "Kartenfaecher.h"
 #include "KastenFarben.h"
-
-#include <QFontInfo>
-#include <QPainter>
-#include <QPainterPath>
-#include <QPixmapCache>
 
 #include <algorithm>
 
@@ -17,213 +14,265 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Makes the font smaller until `text` is no wider than `breite`.
-QFont Passend(QFont schrift, const QString &text, int breite)
+constexpr int Stapellagen = 60; // of more done cards so many are seen
+
+template <std::size_t Ecken>
+void Flaeche(QPainter &maler, const QColor &farbe, const std::array<QPointF, Ecken> &ecken)
+{
+    maler.setPen(Qt::NoPen);
+    maler.setBrush(farbe);
+    maler.drawConvexPolygon(ecken.data(), static_cast<int>(Ecken));
+}
+
+// The corners of a pixel rectangle as a painter sees them.
+struct Kasten
+{
+    explicit Kasten(const QRect &platz)
+        : links(platz.left()), rechts(platz.right() + 1), oben(platz.top()), unten(platz.bottom() + 1)
+    {
+    }
+
+    double links, rechts, oben, unten;
+};
+
+} // namespace
+
+QFont KastenMaler::Passend(QFont schrift, const QString &text, int breite)
 {
     while (schrift.pixelSize() > 6 && QFontMetrics(schrift).horizontalAdvance(text) > breite)
         schrift.setPixelSize(schrift.pixelSize() - 1);
     return schrift;
 }
 
-void WanneZeichnen(QPainter &maler, const QRectF &wanne, const QColor &farbe)
+void KastenMaler::Malen(const Ansicht &ansicht)
 {
-    const double rundung = 12;
-    const double dicke = 5;
-    maler.setPen(Qt::NoPen);
-    // The handle at the front.
-    const double griff = std::clamp(wanne.width() * 0.2, 30.0, 90.0);
-    const QRectF messing(wanne.center().x() - griff / 2, wanne.bottom() - 6, griff, 20);
-    maler.setBrush(QColor(0, 0, 0, 40));
-    maler.drawRoundedRect(messing.translated(0, 4), 7, 7);
-    maler.setBrush(KastenFarben::HonigDunkel.darker(125));
-    maler.drawRoundedRect(messing, 7, 7);
-    maler.setBrush(KastenFarben::HonigDunkel);
-    maler.drawRoundedRect(messing.adjusted(0, 0, 0, -3), 7, 7);
-    maler.setBrush(QColor(0, 0, 0, 40));
-    maler.drawRoundedRect(wanne.adjusted(0, 4, 0, dicke + 4), rundung, rundung);
-    maler.setBrush(farbe.darker(140));
-    maler.drawRoundedRect(wanne.adjusted(0, 0, 0, dicke), rundung, rundung);
-    QLinearGradient licht(wanne.topLeft(), wanne.bottomLeft());
-    licht.setColorAt(0, farbe.lighter(112));
-    licht.setColorAt(0.15, farbe);
-    licht.setColorAt(1, farbe);
-    maler.setBrush(licht);
-    maler.drawRoundedRect(wanne, rundung, rundung);
-}
-
-// The large surfaces are most of the box's painting: each is drawn once for its size.
-void WanneMalen(QPainter &maler, const QRect &platz, const QColor &farbe)
-{
-    constexpr int Unten = 24; // for handle and shadow
-    const qreal dichte = maler.device()->devicePixelRatio();
-    const QString schluessel =
-        u"Wanne %1x%2@%3 %4"_s.arg(platz.width()).arg(platz.height()).arg(dichte).arg(farbe.name());
-    QPixmap bild;
-    if (!QPixmapCache::find(schluessel, &bild)) {
-        bild = QPixmap((QSizeF(platz.width(), platz.height() + Unten) * dichte).toSize());
-        bild.setDevicePixelRatio(dichte);
-        bild.fill(Qt::transparent);
-        QPainter zeichner(&bild);
-        zeichner.setRenderHint(QPainter::Antialiasing);
-        WanneZeichnen(zeichner, QRectF(QPointF(), QSizeF(platz.size())), farbe);
-        QPixmapCache::insert(schluessel, bild);
+    const Farben petrol{KastenFarben::Petrol, KastenFarben::PetrolDunkel, KastenFarben::PetrolSeite,
+                        KastenFarben::PetrolBoden, KastenFarben::PetrolHell};
+    const Farben minze{KastenFarben::MinzeDunkel, KastenFarben::MinzeInnen, KastenFarben::MinzeSeite,
+                       KastenFarben::MinzeBoden, KastenFarben::Minze};
+    for (const KastenMasse::Wanne &wanne : {masse_.neu, masse_.lernen, masse_.erledigt})
+        Schatten(wanne);
+    Hinten(masse_.neu, petrol);
+    Karten(FachNeu, ansicht);
+    Vorn(masse_.neu, petrol);
+    Hinten(masse_.lernen, petrol);
+    for (std::size_t i = 1; i < FachSichtbar; ++i) {
+        // From left to right: what leans over a wall is hidden behind it.
+        if (i > 1)
+            Trennwand(masse_.fach[i - 1].right() + 1, masse_.fach[i].left());
+        Karten(i, ansicht);
     }
-    maler.drawPixmap(platz.topLeft(), bild);
+    Vorn(masse_.lernen, petrol);
+    Hinten(masse_.erledigt, minze);
+    Stapel(ansicht.tabelle[FachErledigt].Anzahl);
+    Vorn(masse_.erledigt, minze);
+    for (std::size_t i = 0; i < FachSichtbar; ++i)
+        Zaehler(masse_.zaehler[i], ansicht.tabelle[i], masse_.stufe < KastenMasse::Stufe::OhneKapazitaet,
+                ansicht.tickt[i]);
+    Zaehler(masse_.stapelZaehler, ansicht.tabelle[FachErledigt], false, ansicht.tickt[FachErledigt]);
+    Taste();
 }
 
-// A tick on the uppermost done card.
-void HakenMalen(QPainter &maler, double seite)
+void KastenMaler::Schatten(const KastenMasse::Wanne &wanne)
 {
-    maler.setPen(QPen(KastenFarben::Koralle, seite * 0.03, Qt::SolidLine, Qt::RoundCap));
-    maler.drawLine(QPointF(-seite * 0.34, -seite * 0.28), QPointF(seite * 0.34, -seite * 0.28));
-    maler.setPen(Qt::NoPen);
-    maler.setBrush(KastenFarben::Minze);
-    maler.drawEllipse(QPointF(0, seite * 0.08), seite * 0.24, seite * 0.24);
-    QPainterPath haken;
-    haken.moveTo(-seite * 0.10, seite * 0.08);
-    haken.lineTo(-seite * 0.02, seite * 0.16);
-    haken.lineTo(seite * 0.12, seite * 0.00);
-    maler.setBrush(Qt::NoBrush);
-    maler.setPen(QPen(KastenFarben::Papier, seite * 0.07, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    maler.drawPath(haken);
+    const Kasten k(wanne.vorn);
+    maler_.setPen(Qt::NoPen);
+    maler_.setBrush(QColor(0, 0, 0, 34));
+    const double hoehe = masse_.Pixel(85);
+    maler_.drawEllipse(QRectF(k.links, k.unten - hoehe * 0.35, k.rechts - k.links + masse_.tiefe.x(), hoehe));
 }
 
-constexpr int Stapellagen = 8;
-constexpr std::array<double, 4> Stapeldrehung{6, -7, 3, -2};
-
-} // namespace
-
-QFont KastenMaler::Schrift(const QFont &schrift, const KastenMasse &masse, double groesse, bool fett)
+// Inside, floor and the upper edges that stand behind the cards.
+void KastenMaler::Hinten(const KastenMasse::Wanne &wanne, const Farben &farben)
 {
-    const double kasten = masse.Pixel(15) / 1.5;
-    const double mass = std::clamp(kasten, 0.9, 1.7) + 0.6 * std::max(0.0, kasten - 1.7);
-    QFont neu = schrift;
-    neu.setPixelSize(std::max(1, static_cast<int>(QFontInfo(schrift).pixelSize() * mass * groesse)));
-    neu.setBold(fett);
-    return neu;
+    const Kasten k(wanne.vorn);
+    const QPointF tiefe = masse_.tiefe;
+    const double wand = masse_.wand, kante = wand * 0.4;
+    const QPointF innen(k.links + wand, k.oben), rechts(k.rechts - wand, k.oben);
+    const double boden = wanne.boden;
+    Flaeche<4>(maler_, farben.kante,
+               {QPointF(k.links, k.oben), QPointF(k.links, k.oben) + tiefe, QPointF(k.rechts, k.oben) + tiefe,
+                QPointF(k.rechts, k.oben)});
+    // The back wall ends below its upper edge.
+    const QPointF hinten = tiefe + QPointF(-kante * tiefe.x() / std::max(1.0, -tiefe.y()), kante);
+    Flaeche<5>(maler_, farben.innen,
+               {innen, innen + hinten, QPointF(k.rechts + tiefe.x() - wand - kante, innen.y() + hinten.y()),
+                QPointF(rechts.x(), boden), QPointF(innen.x(), boden)});
+    Flaeche<4>(maler_, farben.boden,
+               {QPointF(innen.x(), boden), QPointF(innen.x(), boden) + tiefe,
+                QPointF(rechts.x(), boden + tiefe.y()), QPointF(rechts.x(), boden)});
+    Flaeche<4>(maler_, farben.seite,
+               {innen, innen + hinten, QPointF(innen.x() + hinten.x(), boden + tiefe.y()),
+                QPointF(innen.x(), boden)});
+    // The left wall's near edge.
+    Flaeche<4>(maler_, farben.vorn,
+               {QPointF(k.links, k.oben), innen, QPointF(innen.x(), boden + 1), QPointF(k.links, boden + 1)});
 }
 
-QFont KastenMaler::Schrift(double groesse, bool fett) const
+// The right wall and the near one, which hide what leans over them.
+void KastenMaler::Vorn(const KastenMasse::Wanne &wanne, const Farben &farben)
 {
-    return Schrift(kasten_.font(), masse_, groesse, fett);
+    const Kasten k(wanne.vorn);
+    const QPointF tiefe = masse_.tiefe;
+    const double wand = masse_.wand, boden = wanne.boden, rundung = std::min(9.0, wand);
+    const QPointF oben(k.rechts, k.oben);
+    Flaeche<4>(maler_, farben.seite,
+               {oben, oben + tiefe, QPointF(k.rechts, k.unten - rundung) + tiefe,
+                QPointF(k.rechts, k.unten - rundung)});
+    // Below, the corners are round.
+    Flaeche<3>(maler_, farben.seite,
+               {QPointF(k.rechts - rundung, k.unten), QPointF(k.rechts, k.unten - rundung - 1),
+                QPointF(k.rechts, k.unten - rundung - 1) + tiefe});
+    Flaeche<4>(maler_, farben.kante,
+               {oben - QPointF(wand, 0), oben - QPointF(wand, 0) + tiefe, oben + tiefe, oben});
+    Flaeche<4>(
+        maler_, farben.vorn,
+        {oben - QPointF(wand, 0), oben, QPointF(k.rechts, boden + 1), QPointF(k.rechts - wand, boden + 1)});
+    maler_.setPen(Qt::NoPen);
+    maler_.setBrush(farben.vorn);
+    const QRectF unten(k.links, boden, k.rechts - k.links, k.unten - boden);
+    maler_.drawRoundedRect(unten, rundung, rundung);
+    maler_.drawRect(unten.adjusted(0, 0, 0, -unten.height() / 2));
 }
 
-void KastenMaler::Malen(const FachTabelle &tabelle)
+void KastenMaler::Trennwand(int links, int rechts)
 {
-    WanneMalen(maler_, masse_.neu, KastenFarben::Petrol);
-    WanneMalen(maler_, masse_.lernen, KastenFarben::Petrol);
-    for (std::size_t i = 0; i < FachSichtbar; ++i) {
-        ZaehlerMalen(masse_.zaehler[i], tabelle[i], true);
-        if (UeberKapazitaet(tabelle[i]))
-            WarnungMalen(masse_.zaehler[i]);
-    }
-    StapelMalen(tabelle[FachErledigt]);
-    TasteMalen();
+    const QPointF tiefe = masse_.tiefe;
+    const double oben = masse_.trennerOben, boden = masse_.lernen.boden;
+    const QPointF eckeLinks(links, oben), eckeRechts(rechts, oben);
+    Flaeche<4>(maler_, KastenFarben::PetrolSeite,
+               {eckeRechts, eckeRechts + tiefe, QPointF(rechts, boden) + tiefe, QPointF(rechts, boden)});
+    Flaeche<4>(maler_, KastenFarben::PetrolHell,
+               {eckeLinks, eckeLinks + tiefe, eckeRechts + tiefe, eckeRechts});
+    Flaeche<4>(maler_, KastenFarben::Petrol,
+               {eckeLinks, eckeRechts, QPointF(rechts, boden + 1), QPointF(links, boden + 1)});
 }
 
-void KastenMaler::TasteMalen()
+void KastenMaler::Karten(std::size_t fach, const Ansicht &ansicht)
 {
-    const QFont schrift = Schrift(Klein, true);
-    const double seite = QFontMetrics(schrift).height() * 1.25;
-    const QColor farbe = kasten_.palette().color(QPalette::WindowText);
-    const QRectF taste(masse_.wuerfelTaste.center().x() - seite / 2, masse_.wuerfelTaste.top() + 2, seite,
-                       seite);
-    maler_.setBrush(Qt::NoBrush);
-    maler_.setPen(QPen(farbe, 1));
-    maler_.drawRoundedRect(taste, 3.5, 3.5);
-    maler_.setFont(schrift);
-    maler_.drawText(taste, Qt::AlignCenter, u"W"_s);
+    const int fehlt = ansicht.unterwegs == static_cast<int>(fach) ? 1 : 0;
+    const Kartenfaecher faecher(ansicht.tabelle[fach].Anzahl - fehlt,
+                                {.saat = fach * 97,
+                                 .innen = masse_.fach[fach].toRectF(),
+                                 .gefuellt = double(ansicht.fuellung[fach]),
+                                 .pixelJeTwip = masse_.Pixel(1),
+                                 .tiefe = masse_.tiefe});
+    if (faecher.Karten().empty())
+        faecher.LeerMalen(maler_, 0.86 * (masse_.lernen.boden - masse_.trennerOben));
+    else
+        faecher.Malen(maler_);
 }
 
-void KastenMaler::ZaehlerMalen(const QRect &platz, const Fach &fach, bool mitKapazitaet)
+// Done cards lie one on the other.
+void KastenMaler::Stapel(int anzahl)
 {
-    const QString anzahl = QString::number(fach.Anzahl);
-    maler_.setPen(KastenFarben::Papier);
-    QRect zeile = platz;
-    const int breite = platz.width() - 6; // numbers of neighbours must not read as one
-    const QFont gross = Passend(Schrift(Gross, true), anzahl, breite);
-    maler_.setFont(gross);
-    maler_.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, anzahl);
-    if (!mitKapazitaet)
-        return;
-    zeile.setTop(zeile.top() + QFontMetrics(Schrift(Gross, true)).height());
-    const QString kapazitaet = u"/ %1"_s.arg(fach.Kapazitaet);
-    maler_.setFont(Passend(Schrift(Klein), kapazitaet, breite));
-    maler_.setPen(KastenFarben::PapierSchatten);
-    maler_.drawText(zeile, Qt::AlignHCenter | Qt::AlignTop, kapazitaet);
-}
-
-void KastenMaler::StapelMalen(const Fach &fach)
-{
-    QRect wanne = masse_.lernen;
-    wanne.setLeft(masse_.stapel.left());
-    wanne.setRight(masse_.stapel.right());
-    WanneMalen(maler_, wanne, KastenFarben::MinzeDunkel);
-    ZaehlerMalen(masse_.stapelZaehler, fach, false);
-
-    const double seite = masse_.stapel.width() * 0.66;
-    const QRectF karte(-seite / 2, -seite * 0.46, seite, seite * 0.92);
-    const double rundung = seite * 0.16;
-    const QPointF mitte = QRectF(masse_.stapel).center();
-    const int anzahl = std::max<int>(fach.Anzahl, 0);
-    if (anzahl == 0) {
+    const QRectF platz = masse_.stapel.toRectF();
+    const QPointF tiefe = masse_.tiefe * 0.78;
+    const double spiel = platz.width() * 0.02;
+    const QRectF unterste(platz.left() + spiel, platz.bottom(), platz.width() * 0.9, 0);
+    const auto deckel = [&](const QRectF &karte) {
+        return std::array<QPointF, 4>{karte.topLeft(), karte.topLeft() + tiefe, karte.topRight() + tiefe,
+                                      karte.topRight()};
+    };
+    if (anzahl < 1) {
+        QPen strich(KastenFarben::PapierSchatten, 1.4, Qt::CustomDashLine);
+        strich.setDashPattern({3, 3});
+        maler_.setPen(strich);
         maler_.setBrush(Qt::NoBrush);
-        maler_.setPen(QPen(KastenFarben::Papier, 1.6, Qt::DashLine));
-        maler_.setOpacity(0.6);
-        maler_.drawRoundedRect(karte.translated(mitte), rundung, rundung);
-        maler_.setOpacity(1);
+        maler_.drawConvexPolygon(deckel(unterste.translated(0, -3)).data(), 4);
         return;
     }
-    // A pile that grows, but stays a pile: one more card lies there for twice as many.
-    int lagen = 1;
-    for (int rest = anzahl; rest > 1 && lagen < Stapellagen; rest /= 2)
-        ++lagen;
+    const double dicke = std::min(masse_.Pixel(27), platz.height() * 0.8 / Stapellagen);
+    const QPen strich(QColor(0x33, 0x30, 0x4A, 110), 1);
+    const int lagen = std::min(anzahl, Stapellagen);
     for (int lage = 0; lage < lagen; ++lage) {
         const bool oberste = lage + 1 == lagen;
-        maler_.save();
-        maler_.translate(mitte + QPointF(0, (lagen / 2.0 - lage) * seite * 0.07));
-        maler_.rotate(oberste ? -4 : Stapeldrehung[static_cast<std::size_t>(lage) % Stapeldrehung.size()]);
-        const QColor farbe = oberste         ? KastenFarben::Honig
-                             : lage % 3 == 1 ? KastenFarben::Himmel
-                                             : KastenFarben::Papier;
-        maler_.setPen(Qt::NoPen);
-        maler_.setBrush(farbe.darker(128));
-        maler_.drawRoundedRect(karte.translated(0, seite * 0.045), rundung, rundung);
+        const unsigned streuung = static_cast<unsigned>(lage) * 2654435761u >> 7;
+        const QColor farbe = oberste              ? KastenFarben::Papier
+                             : streuung % 17 == 0 ? KastenFarben::Rosa
+                             : streuung % 9 == 0  ? KastenFarben::Himmel
+                                                  : KastenFarben::Papier;
+        const QRectF karte =
+            unterste.translated(spiel * (streuung % 5 - 2.0), -dicke * (lage + 1)).adjusted(0, 0, 0, dicke);
+        maler_.setPen(strich);
+        maler_.setBrush(farbe.darker(118));
+        const std::array<QPointF, 4> seite{karte.topRight(), karte.topRight() + tiefe,
+                                           karte.bottomRight() + tiefe, karte.bottomRight()};
+        maler_.drawConvexPolygon(seite.data(), 4);
         maler_.setBrush(farbe);
-        maler_.drawRoundedRect(karte, rundung, rundung);
-        if (oberste)
-            HakenMalen(maler_, seite);
-        maler_.restore();
+        maler_.drawRect(karte);
+        // What the next card leaves free of it.
+        maler_.drawConvexPolygon(deckel(karte).data(), 4);
+        if (!oberste)
+            continue;
+        const QPointF mitte = (deckel(karte)[0] + deckel(karte)[2]) / 2;
+        const double breite = karte.width() * 0.19;
+        maler_.setPen(Qt::NoPen);
+        maler_.setBrush(KastenFarben::MinzeDunkel);
+        maler_.drawEllipse(mitte, breite, breite * 0.52);
+        maler_.setPen(QPen(KastenFarben::Papier, std::max(1.5, breite * 0.16), Qt::SolidLine, Qt::RoundCap,
+                           Qt::RoundJoin));
+        maler_.setBrush(Qt::NoBrush);
+        maler_.drawPolyline(std::array<QPointF, 3>{mitte + QPointF(-breite * 0.42, 0),
+                                                   mitte + QPointF(-breite * 0.1, breite * 0.22),
+                                                   mitte + QPointF(breite * 0.5, -breite * 0.22)}
+                                .data(),
+                            3);
     }
 }
 
-void KastenMaler::WarnungMalen(const QRect &platz)
+void KastenMaler::Zaehler(const QRect &platz, const Fach &fach, bool mitKapazitaet, bool tickt)
 {
-    const QFont schrift = Schrift(0.72, true);
-    const QFontMetrics metrik(schrift);
-    const double hoehe = metrik.height() * 1.3;
-    const QString text = u"zu voll"_s;
-    const double luecke = hoehe * 0.3;
-    const double mitText = hoehe + luecke + metrik.horizontalAdvance(text);
-    const bool textPasst = mitText <= platz.width();
-    double links = platz.center().x() - (textPasst ? mitText : hoehe) / 2 + 0.5;
-    const QRectF zeichen(links, platz.bottom() - hoehe, hoehe, hoehe);
-    QPainterPath dreieck;
-    dreieck.moveTo(zeichen.center().x(), zeichen.top());
-    dreieck.lineTo(zeichen.right(), zeichen.bottom());
-    dreieck.lineTo(zeichen.left(), zeichen.bottom());
-    dreieck.closeSubpath();
-    maler_.setPen(QPen(KastenFarben::Honig, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    maler_.setBrush(KastenFarben::Honig);
-    maler_.drawPath(dreieck);
-    maler_.setFont(schrift);
-    maler_.setPen(KastenFarben::Tinte);
-    maler_.drawText(zeichen.adjusted(0, hoehe * 0.16, 0, 0), Qt::AlignCenter, u"!"_s);
-    if (textPasst) {
-        maler_.setPen(KastenFarben::Papier);
-        maler_.drawText(QRectF(zeichen.right() + luecke, zeichen.top(), mitText, hoehe),
-                        Qt::AlignLeft | Qt::AlignVCenter, text);
+    const bool zuVoll = fach.Kapazitaet > 0 && UeberKapazitaet(fach);
+    const QString anzahl = QString::number(fach.Anzahl);
+    QRect zeile = platz;
+    zeile.setHeight(QFontMetrics(masse_.zahlSchrift).height());
+    if (tickt) // as the wheel of a counter does
+        zeile.translate(0, -zeile.height() / 5);
+    Zahl(zeile, anzahl, masse_.zahlSchrift, zuVoll && !mitKapazitaet);
+    if (!mitKapazitaet || fach.Kapazitaet == 0)
+        return;
+    QFont schrift = masse_.kleineSchrift;
+    if (zuVoll)
+        schrift.setWeight(QFont::DemiBold);
+    zeile = platz;
+    zeile.setTop(platz.top() + QFontMetrics(masse_.zahlSchrift).height() + 1);
+    zeile.setHeight(QFontMetrics(schrift).height() + 2);
+    Zahl(zeile, u"/ %1"_s.arg(fach.Kapazitaet), schrift, zuVoll);
+}
+
+// White on the wall, or red on paper as a warning.
+void KastenMaler::Zahl(const QRect &zeile, const QString &text, const QFont &schrift, bool warnung)
+{
+    const int breite = zeile.width() - (warnung ? 10 : 4); // numbers of neighbours must not read as one
+    const QFont passend = Passend(schrift, text, breite);
+    if (warnung) {
+        const QFontMetrics metrik(passend);
+        const double weit =
+            std::min<double>(zeile.width() - 6, metrik.horizontalAdvance(text) + 0.8 * metrik.height());
+        maler_.setPen(Qt::NoPen);
+        maler_.setBrush(KastenFarben::Papier);
+        maler_.drawRoundedRect(QRectF(zeile.center().x() + 0.5 - weit / 2, zeile.top(), weit, zeile.height()),
+                               4, 4);
     }
+    maler_.setFont(passend);
+    maler_.setPen(warnung ? KastenFarben::Warnung : KastenFarben::Papier);
+    maler_.drawText(zeile, Qt::AlignCenter, text);
+}
+
+void KastenMaler::Taste()
+{
+    QFont schrift = masse_.kleineSchrift;
+    const Hausfarben &farben = HausfarbenZu(palette_);
+    const double seite = QFontMetrics(schrift).height() * 1.3;
+    const QRectF taste(masse_.wuerfelTaste.center().x() + 0.5 - seite / 2, masse_.wuerfelTaste.top() + 0.5,
+                       seite, seite * 0.9);
+    maler_.setBrush(Qt::NoBrush);
+    maler_.setPen(QPen(farben.umriss, 1));
+    maler_.drawRoundedRect(taste, 4, 4);
+    maler_.setFont(schrift);
+    maler_.setPen(farben.leise);
+    maler_.drawText(taste, Qt::AlignCenter, u"W"_s);
 }
 
 } // namespace paukfix

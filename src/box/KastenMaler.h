@@ -4,40 +4,53 @@
 
 #include "KastenMasse.h"
 
-#include <QFont>
 #include <QPainter>
 #include <QWidget>
 
 namespace paukfix {
 
-// Paints what of the box is no widget: the trays, the counts, the pile of done cards, the name of the die's
-// key.
+// Paints what of the box is no widget: the trays, the cards, the counts, the name of the die's key.
 class KastenMaler
 {
 public:
-    // Few sizes: each costs a part of the program's start.
-    static constexpr double Gross = 1.15, Klein = 0.9;
+    // What is to be seen.
+    struct Ansicht
+    {
+        const FachTabelle &tabelle;
+        std::array<int, FachSichtbar> fuellung{}; // pixels
+        int unterwegs = -1;                       // the compartment whose front card is in the air
+        std::array<bool, FachAnzahl> tickt{};     // counts that have just changed
+    };
 
-    // `maler` paints on `kasten`; all must outlive it.
-    KastenMaler(QPainter &maler, const QWidget &kasten, const KastenMasse &masse)
-        : maler_(maler), kasten_(kasten), masse_(masse)
+    // `palette` is that of the window around the box. All must outlive it.
+    KastenMaler(QPainter &maler, const QPalette &palette, const KastenMasse &masse)
+        : maler_(maler), palette_(palette), masse_(masse)
     {
     }
 
-    void Malen(const FachTabelle &tabelle);
+    void Malen(const Ansicht &ansicht);
 
-    // `schrift` larger in a large box, though not as much as the box. `groesse` is a share of it.
-    static QFont Schrift(const QFont &schrift, const KastenMasse &masse, double groesse, bool fett = false);
+    // Makes the font smaller until `text` is no wider than `breite`.
+    static QFont Passend(QFont schrift, const QString &text, int breite);
 
 private:
-    QFont Schrift(double groesse, bool fett = false) const;
-    void ZaehlerMalen(const QRect &platz, const Fach &fach, bool mitKapazitaet);
-    void TasteMalen();
-    void StapelMalen(const Fach &fach);
-    void WarnungMalen(const QRect &platz);
+    struct Farben
+    {
+        QColor vorn, innen, seite, boden, kante;
+    };
+
+    void Schatten(const KastenMasse::Wanne &wanne);
+    void Hinten(const KastenMasse::Wanne &wanne, const Farben &farben);
+    void Vorn(const KastenMasse::Wanne &wanne, const Farben &farben);
+    void Trennwand(int links, int rechts);
+    void Karten(std::size_t fach, const Ansicht &ansicht);
+    void Stapel(int anzahl);
+    void Zaehler(const QRect &platz, const Fach &fach, bool mitKapazitaet, bool tickt);
+    void Zahl(const QRect &zeile, const QString &text, const QFont &schrift, bool warnung);
+    void Taste();
 
     QPainter &maler_;
-    const QWidget &kasten_;
+    const QPalette &palette_;
     const KastenMasse &masse_;
 };
 

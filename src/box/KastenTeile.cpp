@@ -4,6 +4,7 @@
 
 #include "Farben.h"
 #include "KastenFarben.h"
+#include "KastenMaler.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -30,16 +31,23 @@ void Schild::paintEvent(QPaintEvent *)
 {
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
-    const QFontMetrics metrik(font());
+    const QFont schrift = KastenMaler::Passend(font(), text(), width() - 8);
+    const QFontMetrics metrik(schrift);
     // As wide as its text asks for, but never wider than its compartment.
-    const double breite = std::min<double>(width(), metrik.horizontalAdvance(text()) + 1.3 * metrik.height());
-    const double hoehe = std::min<double>(height(), 1.5 * metrik.height());
+    const double breite =
+        std::min<double>(width() - 6, metrik.horizontalAdvance(text()) + 0.8 * metrik.height());
+    const double hoehe = std::min<double>(height() - 2, 1.35 * metrik.height());
     const QRectF platz((width() - breite) / 2, (height() - hoehe) / 2, breite, hoehe);
-    maler.setPen(betont_ ? QPen(Farben::VollstesFach, 2.4) : QPen(KastenFarben::PapierSchatten, 1));
+    maler.setPen(Qt::NoPen);
     maler.setBrush(KastenFarben::Papier);
-    const double rundung = std::min(breite, hoehe) * 0.28;
-    maler.drawRoundedRect(platz.adjusted(1.5, 1.5, -1.5, -1.5), rundung, rundung);
+    maler.drawRoundedRect(betont_ ? platz.adjusted(-1, -1, 1, 1) : platz, 4, 4);
+    if (betont_) {
+        maler.setBrush(Qt::NoBrush);
+        maler.setPen(QPen(Farben::VollstesFach, 2));
+        maler.drawRoundedRect(platz.adjusted(1, 1, -1, -1), 4, 4);
+    }
     maler.setPen(KastenFarben::Tinte);
+    maler.setFont(schrift);
     maler.drawText(platz, Qt::AlignCenter, text());
 }
 
@@ -53,12 +61,11 @@ void Rahmen::paintEvent(QPaintEvent *)
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.setBrush(Qt::NoBrush);
-    // A light seam makes the red plain on the dark box.
-    const QRectF innen = QRectF(rect()).adjusted(2, 2, -2, -2);
-    maler.setPen(QPen(KastenFarben::Papier, 4));
-    maler.drawRoundedRect(innen, 7, 7);
-    maler.setPen(QPen(Farben::VollstesFach, 2.6));
-    maler.drawRoundedRect(innen, 7, 7);
+    const QRectF mitte = QRectF(rect()).adjusted(3, 3, -3, -3);
+    maler.setPen(QPen(KastenFarben::Papier, 6));
+    maler.drawRoundedRect(mitte, 6, 6);
+    maler.setPen(QPen(Farben::VollstesFach, 3));
+    maler.drawRoundedRect(mitte, 6, 6);
 }
 
 Zettel::Zettel(QWidget *parent) : QLabel(parent)

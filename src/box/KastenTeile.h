@@ -8,13 +8,13 @@
 
 namespace paukfix {
 
-// The name of a compartment on a paper plate.
+// The name of a compartment on a paper plate on the near wall.
 class Schild final : public QLabel
 {
 public:
     Schild(const QString &text, QWidget *parent);
 
-    // The letter of the text that is its key is underlined.
+    // The plate of the fullest compartment has its red border too.
     void SetBetont(bool betont);
 
 protected:
@@ -24,13 +24,13 @@ private:
     bool betont_ = false;
 };
 
-// The red border around the fullest compartment.
+// The red border around the fullest compartment, between two light ones: red alone is not seen on the box.
 class Rahmen final : public QWidget
 {
 public:
     explicit Rahmen(QWidget *parent);
 
-    static constexpr int Dicke = 5; // pixels that it stands out on each side
+    static constexpr int Dicke = 6; // pixels that it stands out on each side
 
 protected:
     void paintEvent(QPaintEvent *event) override;

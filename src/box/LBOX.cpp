@@ -4,7 +4,7 @@
 
 #include "BoxRechnung.h"
 #include "Kasten.h"
-#include "KurzLabel.h"
+#include "Statuszeile.h"
 #include "Wartefenster.h"
 #include "Wuerfel.h"
 
@@ -12,11 +12,9 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QLabel>
+#include <QPushButton>
 #include <QScreen>
 #include <QSessionManager>
-#include <QStatusBar>
-#include <QToolButton>
 
 #include <utility>
 
@@ -24,36 +22,42 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
-LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
-           const Programmstart &start, QWidget *parent)
+LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, const Programmstart &start,
+           QWidget *parent)
     : QMainWindow(parent),
       kartei_(kartei),
       oeffner_(oeffner),
-      zustand_(zustand),
       dienste_(dienste),
       befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
-      flug_(kasten_->Karte(), oeffner_.verzoegerung, dienste.konfig, eingabe_),
+      flug_(*kasten_, oeffner_.verzoegerung, dienste.konfig, eingabe_),
       lernlauf_({kartei_, dienste.meldungen, belegung_, eingabe_, flug_}),
       wuerfelspiel_(
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.clock, belegung_),
       aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
-      menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_})
+      ruecknahme_(kartei_, dienste.meldungen),
+      menue_({*this, dienste, belegung_, aktionen_, automatik_, ruecknahme_, fenster_}),
+      status_(new Statuszeile(this))
 {
     setObjectName(u"LBOX"_s);
     setWindowTitle(u"Lern-Box"_s);
     setAccessibleName(u"Lern-Box"_s);
-    // Keys belong to the window until Tab takes them to a part of the box.
+    // Keys are the window's; what has the focus from the start does what Enter does.
     setFocusPolicy(Qt::StrongFocus);
+    setFocusProxy(&kasten_->Kopf().Weiter());
     setCentralWidget(kasten_);
-    StatuszeileBauen();
+    setStatusBar(status_);
+    karteiWechseln_ = new QAction(this);
+    karteiWechseln_->setObjectName(u"KarteiWechseln"_s);
+    karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+    addAction(karteiWechseln_);
     Verbinden();
     oeffner_.BoxZeichnen = [this] {
         kasten_->ZeigenLaufend(Rechnen());
         // A tool that has opened another file tells its success before it ends.
         if (kartei_.FehlerStatus == 0)
-            lKartei_->setText(Boxmenue::OhneKuerzel(kartei_.CurrentFileName));
+            status_->SetKartei(Boxmenue::OhneKuerzel(kartei_.CurrentFileName), false);
     };
     oeffner_.WartenZeigen = [this](const QString &was, const QString &abgebrochen) {
         return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
@@ -70,56 +74,27 @@ LBOX::~LBOX()
     dienste_.konfig.disconnect(this); // the settings outlive the window
 }
 
-void LBOX::StatuszeileBauen()
-{
-    lKartei_ = new QToolButton(this);
-    lKartei_->setObjectName(u"LKartei"_s);
-    lKartei_->setAutoRaise(true);
-    lKartei_->setToolTip(u"Andere Kartei dieses Ordners laden (Strg+L)"_s);
-    karteiWechseln_ = new QAction(this);
-    karteiWechseln_->setObjectName(u"KarteiWechseln"_s);
-    karteiWechseln_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
-    addAction(karteiWechseln_);
-    // Without a choice of files the button is a plain label.
-    QPalette farben = lKartei_->palette();
-    farben.setColor(QPalette::Disabled, QPalette::ButtonText, farben.color(QPalette::WindowText));
-    lKartei_->setPalette(farben);
-    lAutomatik_ = new QLabel(u"Automatik läuft"_s, this);
-    lAutomatik_->setObjectName(u"LAutomatik"_s);
-    QFont betont = lAutomatik_->font();
-    betont.setBold(true);
-    lAutomatik_->setFont(betont);
-    lAutomatik_->hide();
-    lTongeraet_ = new QLabel(u"kein Tongerät"_s, this);
-    lTongeraet_->setObjectName(u"LTongeraet"_s);
-    lTongeraet_->setToolTip(u"Das System bietet kein Tongerät an: Töne spielen stumm. "
-                            u"Ein Gerät, das später kommt, wird von selbst gefunden."_s);
-    lTongeraet_->setContentsMargins(0, 0, 2 * fontMetrics().averageCharWidth(), 0);
-    lTongeraet_->hide();
-    lTasten_ = new KurzLabel(this);
-    lTasten_->setObjectName(u"LTasten"_s);
-    statusBar()->addWidget(lKartei_);
-    statusBar()->addPermanentWidget(lAutomatik_);
-    statusBar()->addPermanentWidget(lTongeraet_);
-    statusBar()->addPermanentWidget(lTasten_);
-}
-
 void LBOX::Verbinden()
 {
     connect(kasten_, &Kasten::Gemalt, this, &LBOX::Form_Load);
     connect(kasten_, &Kasten::FachGewaehlt, &lernlauf_, &Lernlauf::Image0_Click);
     connect(kasten_, &Kasten::WuerfelGewaehlt, this, [this] { wuerfelspiel_.PicWürfel_Click(); });
-    connect(karteiWechseln_, &QAction::triggered, this, &LBOX::KarteiWechseln_Click);
-    connect(lKartei_, &QToolButton::clicked, karteiWechseln_, &QAction::trigger);
+    connect(&kasten_->Kopf(), &Kastenkopf::WeiterGewaehlt, this, &LBOX::Weiter);
+    connect(karteiWechseln_, &QAction::triggered, this, [this] {
+        if (!belegung_.IstGesperrt())
+            aktionen_.Wechseln(fenster_.KarteiWechseln());
+    });
+    connect(status_, &Statuszeile::KarteiGewaehlt, karteiWechseln_, &QAction::trigger);
 
     ruhe_.setSingleShot(true);
     ruhe_.setInterval(30);
-    connect(&ruhe_, &QTimer::timeout, this, [this] { lernlauf_.Vorbereiten(zustand_.VollstesFach); });
+    connect(&ruhe_, &QTimer::timeout, this, [this] { lernlauf_.Vorbereiten(vollstesFach_); });
     connect(&lernlauf_, &Lernlauf::Zurueckgekehrt, this, [this] {
         show();
         activateWindow();
         setFocus();
     });
+    connect(&lernlauf_, &Lernlauf::Bewegt, this, &LBOX::Bewegt);
     connect(&lernlauf_, &Lernlauf::BoxGeaendert, this, &LBOX::BoxZeichnen);
     connect(&lernlauf_, &Lernlauf::BearbeitenGewuenscht, this, [this] {
         automatik_.AutomatikAus();
@@ -139,14 +114,23 @@ void LBOX::Verbinden()
         },
         Qt::DirectConnection);
 
-    connect(&automatik_, &Automatik::Umgeschaltet, lAutomatik_, &QLabel::setVisible);
-    connect(&automatik_, &Automatik::Faellig, this,
-            [this] { lernlauf_.Image0_Click(zustand_.VollstesFach); });
+    connect(&ruecknahme_, &Ruecknahme::BoxGeaendert, this, [this](const QString &getan) {
+        if (!getan.isEmpty()) {
+            geschehen_ = getan;
+            bilanz_.Nachsehen(kartei_.Karten());
+        }
+        BoxZeichnen();
+    });
+    connect(&ruecknahme_, &Ruecknahme::Gescheitert, this, &LBOX::Gescheitert);
+
+    connect(&automatik_, &Automatik::Umgeschaltet, status_, &Statuszeile::SetAutomatik);
+    connect(&automatik_, &Automatik::Faellig, this, [this] { lernlauf_.Image0_Click(vollstesFach_); });
 
     connect(&aktionen_, &KarteiAktionen::WirdAngelegt, this,
             [this](const QString &name) { kasten_->SetHinweis(name + u" wird angelegt …"_s); });
     connect(&aktionen_, &KarteiAktionen::WirdGeoeffnet, this, [this](const QString &name) {
-        lKartei_->setText(QString());
+        status_->SetKartei(QString(), false);
+        geschehen_.clear();
         kasten_->SetHinweis(name + u" wird geöffnet …"_s);
     });
     connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::StandZeigen);
@@ -170,24 +154,25 @@ void LBOX::SetFenster(LBoxFenster fenster)
     StandZeigen();
 }
 
-void LBOX::KarteiWechseln_Click()
-{
-    if (!belegung_.IstGesperrt())
-        aktionen_.Wechseln(fenster_.KarteiWechseln());
-}
-
 BoxBild LBOX::Rechnen()
 {
     const BoxBild bild = BoxRechnen(kartei_.FachInfo);
-    zustand_.VollstesFach = bild.VollstesFach;
-    kasten_->SetOffen(kartei_.IsOpen());
+    vollstesFach_ = bild.VollstesFach;
+    kasten_->SetZustand(kartei_.IsOpen()                     ? Kastenkopf::Zustand::Offen
+                        : geladen_ && !belegung_.IstBelegt() ? Kastenkopf::Zustand::Geschlossen
+                                                             : Kastenkopf::Zustand::Wartend);
     return bild;
 }
 
 void LBOX::BoxZeichnen()
 {
-    kasten_->Zeigen(Rechnen());
+    const BoxBild bild = Rechnen();
+    if (dienste_.konfig.Animation)
+        kasten_->ZeigenTickend(bild);
+    else
+        kasten_->Zeigen(bild);
     HinweiseZeigen();
+    menue_.VerlaufZeigen();
     ruhe_.start();
     emit BoxGezeichnet();
 }
@@ -195,14 +180,21 @@ void LBOX::BoxZeichnen()
 // What the window says about the open file.
 void LBOX::StandZeigen()
 {
-    lKartei_->setText(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName)
-                                       : u"Keine Kartei geöffnet"_s);
-    lKartei_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
-    karteiWechseln_->setEnabled(static_cast<bool>(fenster_.KarteiWechseln));
+    const bool waehlbar = static_cast<bool>(fenster_.KarteiWechseln);
+    status_->SetKartei(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName)
+                                        : u"Keine Kartei geöffnet"_s,
+                       waehlbar);
+    karteiWechseln_->setEnabled(waehlbar);
     BoxZeichnen();
 }
 
-// The next step, wherever the keys of the box lead to none.
+void LBOX::Bewegt(const Bewegung &bewegung)
+{
+    geschehen_ = Geschehen(bewegung, kartei_.FachInfo);
+    bilanz_.Zaehlen(bewegung, kartei_.sitzung);
+}
+
+// The next step, wherever the keys of the box lead to none, and what was done so far.
 void LBOX::HinweiseZeigen()
 {
     QString zettel;
@@ -217,34 +209,35 @@ void LBOX::HinweiseZeigen()
         zettel = u"Noch keine Karten: ändern › Karten legt welche an."_s;
         tun = [this] { findChild<QAction *>(u"MKarten"_s)->trigger(); };
     }
-    kasten_->SetHinweis(zettel, std::move(tun));
-    lTasten_->setText(zettel.isEmpty() ? Tastenhinweis() : QString());
-    lTasten_->setToolTip(lTasten_->text()); // a small window may show its beginning only
-}
-
-QString LBOX::Tastenhinweis() const
-{
-    if (!kartei_.IsOpen())
-        return {};
+    const bool offen = kartei_.IsOpen();
     // Compartments 1 and 2, both too full, are in each other's way and in that of all others; no other two
     // can be.
-    if (KartenImSpiel(kartei_.FachInfo) > 0 && !IrgendeinFachSpielbar(kartei_.FachInfo))
-        return u"Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
-               u"oder Extras › Alle Karten nach Neu"_s;
-    const int fach = zustand_.VollstesFach;
-    return u"Eingabe: %1    1 bis 5, N: Fach wählen    W: würfeln"_s.arg(
-        fach == FachNeu ? u"Neu"_s : u"Fach %1"_s.arg(fach));
+    const bool gesperrt =
+        offen && KartenImSpiel(kartei_.FachInfo) > 0 && !IrgendeinFachSpielbar(kartei_.FachInfo);
+    status_->SetGeschehen(gesperrt ? u"Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
+                                     u"oder Extras › Alle Karten nach Neu"_s
+                          : offen ? geschehen_
+                                  : QString());
+    status_->SetBilanz(offen ? bilanz_.Text(kartei_.sitzung) : QString());
+    status_->SetTasten(
+        offen && zettel.isEmpty() && !gesperrt ? u"[1] bis [5], [N] Fach wählen · [W] würfeln"_s : QString());
+    kasten_->Kopf().SetAntworten(offen ? Bilanz::Seither(kartei_.sitzung, QDate::currentDate()) : QString());
+    kasten_->SetHinweis(zettel, std::move(tun));
 }
 
-void LBOX::SetTongeraet(bool vorhanden)
+// What Enter does, and the button that leads.
+void LBOX::Weiter()
 {
-    lTongeraet_->setVisible(!vorhanden);
+    if (kartei_.IsOpen())
+        lernlauf_.Image0_Click(vollstesFach_);
+    else
+        findChild<QAction *>(u"Möffnen"_s)->trigger();
 }
 
 void LBOX::Form_KeyPress(const QKeyEvent &taste)
 {
     if (taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter || taste.key() == Qt::Key_Space) {
-        lernlauf_.Image0_Click(zustand_.VollstesFach);
+        Weiter();
         return;
     }
     const QString text = taste.text();

@@ -5,25 +5,24 @@
 #include "Automatik.h"
 #include "Belegung.h"
 #include "BoxRechnung.h"
-#include "BoxZustand.h"
 #include "Boxmenue.h"
 #include "Dienste.h"
 #include "Eingabewache.h"
+#include "Geschehen.h"
 #include "KarteiAktionen.h"
 #include "Kartenflug.h"
 #include "LBoxFenster.h"
 #include "Lernlauf.h"
+#include "Ruecknahme.h"
 #include "Wuerfelspiel.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
-class QLabel;
-class QToolButton;
-
 namespace paukfix {
 
 class Kasten;
+class Statuszeile;
 
 // How the program was started.
 struct Programmstart
@@ -39,9 +38,9 @@ class LBOX final : public QMainWindow
     Q_OBJECT
 
 public:
-    // Box, opener and state must outlive it.
-    LBOX(CardStore &kartei, KarteiOeffner &oeffner, BoxZustand &zustand, const Dienste &dienste,
-         const Programmstart &start, QWidget *parent = nullptr);
+    // Box and opener must outlive it.
+    LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, const Programmstart &start,
+         QWidget *parent = nullptr);
     ~LBOX() override;
 
     void SetFenster(LBoxFenster fenster);
@@ -53,8 +52,11 @@ public:
 
     // Draws the box anew from FachInfo, and sets VollstesFach.
     void BoxZeichnen();
-    // Whether the system offers a device for sounds; the status line says where it does not.
-    void SetTongeraet(bool vorhanden);
+
+    // The compartment with the highest fill ratio as of the last redraw of the box; 0 while 1 to 5 are empty.
+    int VollstesFach() const { return vollstesFach_; }
+
+    Statuszeile &Status() { return *status_; }
 
     Automatik &Automatisch() { return automatik_; }
 
@@ -80,19 +82,17 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void StatuszeileBauen();
     void Verbinden();
     void Form_Load();
     void Form_KeyPress(const QKeyEvent &taste);
-    void KarteiWechseln_Click();
+    void Weiter();
+    void Bewegt(const Bewegung &bewegung);
     BoxBild Rechnen();
     void StandZeigen();
     void HinweiseZeigen();
-    QString Tastenhinweis() const;
 
     CardStore &kartei_;
     KarteiOeffner &oeffner_;
-    BoxZustand &zustand_;
     Dienste dienste_;
     QString befehlszeile_;
     LBoxFenster fenster_;
@@ -104,11 +104,12 @@ private:
     Wuerfelspiel wuerfelspiel_;
     Automatik automatik_;
     KarteiAktionen aktionen_;
+    Ruecknahme ruecknahme_;
     Boxmenue menue_;
-    QToolButton *lKartei_ = nullptr;
-    QLabel *lTasten_ = nullptr;
-    QLabel *lAutomatik_ = nullptr;
-    QLabel *lTongeraet_ = nullptr;
+    Statuszeile *status_;
+    Bilanz bilanz_;
+    QString geschehen_; // what happened last to the open file
+    int vollstesFach_ = 0;
     QAction *karteiWechseln_ = nullptr;
     QTimer ruhe_; // of the box: then its next query is made ready
     bool geladen_ = false;

@@ -53,8 +53,10 @@ void Lernlauf::Image0_Click(int fach)
 void Lernlauf::KarteAbfragen()
 {
     // Read before there is a verdict: what fails behind it would be in the way of storing it.
-    const int fach = teile_.kartei.Felder().FachNr.Integer();
-    teile_.flug.Legen(QString::number(teile_.kartei.Felder().FrageNr.Number()));
+    Bewegung bewegung;
+    bewegung.frageNr = teile_.kartei.Felder().FrageNr.Integer();
+    bewegung.von = teile_.kartei.Felder().FachNr.Integer();
+    teile_.flug.Legen(QString::number(bewegung.frageNr));
     offen_ = true;
     const auto vorbei = qScopeGuard([this] { offen_ = false; });
     const std::optional<AbfrageErgebnis> ergebnis = abfrage_->Fragen(bearbeitbar_);
@@ -62,10 +64,13 @@ void Lernlauf::KarteAbfragen()
     if (!bearbeiten)
         emit Zurueckgekehrt();
     if (IstUrteil(ergebnis)) {
-        const bool richtig = ergebnis == AbfrageErgebnis::Richtig;
-        teile_.flug.KarteAnimieren(ZielFach(fach, richtig), richtig);
+        bewegung.richtig = ergebnis == AbfrageErgebnis::Richtig;
+        bewegung.nach = ZielFach(bewegung.von, bewegung.richtig);
+        teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
         teile_.flug.Verbergen();
-        UrteilSpeichern(*ergebnis);
+        UrteilSpeichern(bewegung);
+    } else if (ergebnis == AbfrageErgebnis::Geloescht) {
+        emit Bewegt(bewegung);
     }
     teile_.flug.Verbergen();
     emit BoxGeaendert();
@@ -75,12 +80,13 @@ void Lernlauf::KarteAbfragen()
 }
 
 // Unless the end of the session has done so.
-void Lernlauf::UrteilSpeichern(AbfrageErgebnis urteil)
+void Lernlauf::UrteilSpeichern(Bewegung bewegung)
 {
     if (!std::exchange(offen_, false))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, urteil == AbfrageErgebnis::Richtig);
+        KarteVerschieben(teile_.kartei, teile_.meldungen, bewegung.richtig);
+        emit Bewegt(bewegung);
     } catch (const std::exception &fehler) {
         LesefehlerMelden(NichtGespeichert, fehler);
     }

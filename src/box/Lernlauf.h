@@ -5,6 +5,7 @@
 #include "Belegung.h"
 #include "CardStore.h"
 #include "Eingabewache.h"
+#include "Geschehen.h"
 #include "Kartenabfrage.h"
 #include "Kartenflug.h"
 
@@ -55,6 +56,8 @@ public:
 signals:
     // A query is over: its window has gone, but its verdict is not stored yet.
     void Zurueckgekehrt();
+    // A card was moved by its verdict, and that is stored, or it was deleted.
+    void Bewegt(const paukfix::Bewegung &bewegung);
     // The counts of the box may have changed.
     void BoxGeaendert();
     // The learner wants to edit the current card.
@@ -65,7 +68,7 @@ signals:
     void KarteiVerloren();
 
 private:
-    void UrteilSpeichern(AbfrageErgebnis urteil);
+    void UrteilSpeichern(Bewegung bewegung);
 
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;

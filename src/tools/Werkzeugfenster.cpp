@@ -128,6 +128,7 @@ void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
     progress_->hide();
     cmdOK_ = Benannt(new QPushButton(u"OK"_s, inhalt_), u"cmdOK"_s, u"OK"_s);
     cmdOK_->setDefault(true);
+    cmdOK_->setProperty("leitend", true);
     connect(cmdOK_, &QPushButton::clicked, this, cmdOK_Click);
     auto *cmdZurück = Benannt(new QPushButton(u"&Zurück"_s, inhalt_), u"cmdZurück"_s, u"Zurück"_s);
     connect(cmdZurück, &QPushButton::clicked, this, [this] { cmdZurück_Click(); });

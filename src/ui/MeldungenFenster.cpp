@@ -124,6 +124,8 @@ void Vorbereiten(QMessageBox &box)
     box.setTextFormat(Qt::PlainText);
     DeutscheKnoepfe(box);
     TitelLesbar(box);
+    if (QPushButton *vorgabe = box.defaultButton())
+        vorgabe->setProperty("leitend", true);
     qCInfo(LogMeldung).noquote() << box.text();
 }
 
@@ -139,6 +141,7 @@ void MeldungenFenster::Zeigen(const QString &text, Symbol symbol)
     const OhneSanduhr ohne(sanduhr_);
     QMessageBox box(symbol == Symbol::Ausruf ? QMessageBox::Warning : QMessageBox::NoIcon, Titel(),
                     Gezeigt(text), QMessageBox::Ok, QApplication::activeWindow());
+    box.setDefaultButton(QMessageBox::Ok);
     Vorbereiten(box);
     box.exec();
 }

@@ -168,11 +168,13 @@ void Punkt(QPainter &maler, const QStyleOption &option, const QColor &farbe)
     const QColor zeichen =
         Farben::Lesbar(farbe.isValid() ? farbe : HausfarbenZu(option.palette).fokus, grund);
     const QRectF feld = option.rect;
-    Rundes(maler, feld, feld.width() / 2, Feldrand(option, an ? zeichen : QColor()), grund);
+    QPen rand = Feldrand(option, an ? zeichen : QColor());
+    rand.setWidthF(1.3); // a round line of 1 px would be too faint
+    Rundes(maler, feld, feld.width() / 2, rand, grund);
     if (!an)
         return;
-    const qreal rand = feld.width() / 4;
-    Rundes(maler, feld.adjusted(rand, rand, -rand, -rand), feld.width() / 4, Qt::NoPen,
+    const qreal luft = feld.width() / 4;
+    Rundes(maler, feld.adjusted(luft, luft, -luft, -luft), feld.width() / 4, Qt::NoPen,
            option.state & QStyle::State_Enabled ? zeichen : Zurueckgenommen(zeichen, option.palette));
 }
 

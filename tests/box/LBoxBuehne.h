@@ -8,6 +8,7 @@
 #include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "PFUse.h"
+#include "Statuszeile.h"
 #include "StoreTestSupport.h"
 #include "TestDienste.h"
 #include "WuerfelBild.h"
@@ -55,9 +56,8 @@ public:
     // Shows the window and waits until it has loaded.
     void Zeigen(const QString &befehlszeile = {}, LBoxFenster offen = {})
     {
-        fenster =
-            std::make_unique<LBOX>(kartei, oeffner, zustand, Alle(),
-                                   Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
+        fenster = std::make_unique<LBOX>(
+            kartei, oeffner, Alle(), Programmstart{.befehlszeile = befehlszeile, .verzeichnis = verzeichnis});
         wechsel = std::make_unique<Fensterwechsel>(fenster->Eingabe(), *fenster);
         pfuse = std::make_unique<PFUse>(kartei, Alle(), *wechsel, fenster.get());
         fenster->SetAbfrage(*pfuse);
@@ -170,7 +170,6 @@ public:
     QString verzeichnis = "/"; // where the program was started
     CardStore kartei;
     KarteiOeffner oeffner{kartei, meldungen, clock};
-    BoxZustand zustand;
     std::unique_ptr<LBOX> fenster;
     std::unique_ptr<Fensterwechsel> wechsel;
     std::unique_ptr<PFUse> pfuse;

@@ -343,7 +343,7 @@ private slots:
         b.Menue("Möffnen")->trigger();
         QVERIFY(!b.Balken(2)->isVisible());
         QVERIFY(b.Balken(3)->isVisible());
-        QCOMPARE(b.zustand.VollstesFach, 3);
+        QCOMPARE(b.fenster->VollstesFach(), 3);
         QCOMPARE(b.Finde("Image0(3)")->accessibleName(),
                  QString("Fach 3: 250 von 250 Karten, vollstes Fach"));
     }
@@ -399,7 +399,7 @@ private slots:
         QCOMPARE(b.Anzahl(6), 4681);
         QCOMPARE(BoxRechnen(b.kartei.FachInfo).Breite[1], 200);
         QCOMPARE(b.kartei.HighestCardNumber, 32767);
-        QCOMPARE(b.zustand.VollstesFach, 1);
+        QCOMPARE(b.fenster->VollstesFach(), 1);
     }
 };
 

@@ -29,7 +29,8 @@ private slots:
              {"Mneu|neu", "Möffnen|öffnen", "MStrich|-", "MDat(1)|", "MDat(2)|", "MDat(3)|", "MDat(4)|",
               "MDat(5)|", "MS2|-", "MEnde|Ende"}},
             {"MAuto|Automatik", {"MAutoschalter|einschalten"}},
-            {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart"}},
+            {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
+              "MZurücknehmen|nichts zurückzunehmen", "MWiederholen|nichts zu wiederholen"}},
             {"Mübersicht|Übersicht", {"Manzeigen|anzeigen"}},
             {"MExtras|Extras",
              {"MAscii_Export|ASCII Export", "MAscii_Import|ASCII Import", "Mstrich2|-",
@@ -119,7 +120,7 @@ private slots:
         QCOMPARE(geoeffnet, (QStringList{"Export", "AlleNeu"}));
         QCOMPARE(b.meldungen.Texte(), QStringList());
         QVERIFY(b.Balken(3)->isVisible());
-        QCOMPARE(b.zustand.VollstesFach, 3);
+        QCOMPARE(b.fenster->VollstesFach(), 3);
     }
 
     void TheGuardClearsFehlerStatusOnAReadableFile()

@@ -71,7 +71,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({2});
-        QCOMPARE(b.zustand.VollstesFach, 0);
+        QCOMPARE(b.fenster->VollstesFach(), 0);
         QVERIFY(b.RotUmrandet(0));
         b.Lernen(Qt::Key_Return, true);
         QCOMPARE(b.gefragt, QStringList{"1"});
@@ -82,7 +82,7 @@ private slots:
         LBoxBuehne b;
         b.OeffnenMit({2});
         b.Lernen(Qt::Key_Return, false);
-        QCOMPARE(b.zustand.VollstesFach, 1);
+        QCOMPARE(b.fenster->VollstesFach(), 1);
         for (int i = 0; i < 6; ++i)
             QCOMPARE(b.RotUmrandet(i), i == 1);
     }
@@ -205,7 +205,7 @@ private slots:
         b.OeffnenMit({3});
         for (int i = 0; i < 3; ++i) {
             b.Lernen(Qt::Key_N, true);
-            QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(b.fenster.get()));
+            QTRY_COMPARE(QApplication::focusWidget(), b.Finde<>("Weiter"));
         }
         QCOMPARE(b.gefragt, (QStringList{"1", "2", "3"}));
         QCOMPARE(b.Anzahl(2), 3);

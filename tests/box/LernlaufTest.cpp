@@ -77,7 +77,7 @@ struct Lernbuehne : TestDienste
     Belegung belegung{kasten};
     Eingabewache eingabe{kasten};
     TestAbfrage abfrage;
-    Kartenflug flug{kasten.Karte(), oeffner.verzoegerung, konfig, eingabe};
+    Kartenflug flug{kasten, oeffner.verzoegerung, konfig, eingabe};
     Lernlauf lauf{{kartei, meldungen, belegung, eingabe, flug}};
     Wuerfelspiel spiel{{kartei, oeffner.verzoegerung, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
 };

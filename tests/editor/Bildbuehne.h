@@ -79,18 +79,9 @@ struct Bildbuehne : EditorBuehne
     // Opens the picture or sound dialog and does this in it.
     void Dialog(const char *menue, const QString &name, std::function<void(QWidget &)> tun)
     {
-        const int vorher = dialogeBenutzt;
-        ImDialog(name, std::move(tun));
+        const Drehbuch buch({Drehbuch::In(name, std::move(tun))});
         Menue("MExtras", menue);
-        QTRY_COMPARE(dialogeBenutzt, vorher + 1);
     }
 };
-
-// In a dialog of the editor.
-inline void Klick(QWidget &dialog, const char *name)
-{
-    auto *widget = dialog.findChild<QWidget *>(QString::fromUtf8(name));
-    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
-}
 
 } // namespace paukfix

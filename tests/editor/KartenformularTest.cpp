@@ -6,8 +6,6 @@
 #include "Knopfzeile.h"
 #include "TestProgram.h"
 
-#include <QCheckBox>
-#include <QRadioButton>
 #include <QSignalSpy>
 
 using namespace paukfix;
@@ -16,31 +14,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The form without window, commands and card file.
-struct Formularbuehne
+struct Formularbuehne : TestDienste, Hand
 {
     Formularbuehne()
     {
-        dienste.konfig.ProgrammPfad = programm.path();
         BildSchreiben(ordner.filePath(u"rot.bmp"_s), {200, 150}, Qt::red);
         form.Anfuegen(Knopfzeile(&form));
         form.resize(1000, 700);
         form.show();
+        Nimm(form);
     }
 
-    template <typename Widget>
-    Widget *Finde(const char *name)
-    {
-        auto *widget = dynamic_cast<Widget *>(form.findChild<QWidget *>(QString::fromUtf8(name)));
-        if (!widget)
-            qFatal("no control %s", name);
-        return widget;
-    }
+    RichTextBox *Box(const QString &name) { return Finde<RichTextBox>(name); }
 
-    RichTextBox *Box(const char *name) { return Finde<RichTextBox>(name); }
-
-    QTemporaryDir ordner, programm;
-    TestDienste dienste;
-    Kartenformular form{dienste.Alle(), ordner.path(), nullptr};
+    QTemporaryDir ordner;
+    Kartenformular form{Alle(), ordner.path(), nullptr};
     QSignalSpy geaendert{&form, &Kartenformular::geaendert};
     QSignalSpy auswahl{&form, &Kartenformular::auswahlGeaendert};
 };
@@ -109,11 +97,10 @@ private slots:
         Formularbuehne b;
         b.form.Zeigen(Blatt(Antwortart::Text), Kopf);
         QVERIFY(!b.Box("Antwort(1)")->isVisible());
-        QTest::mouseClick(b.Finde<QRadioButton>("Antwort_K"), Qt::LeftButton);
+        b.Klick("Antwort_K");
         QCOMPARE(b.auswahl.size(), 1);
         QVERIFY(b.Box("Antwort(1)")->isVisible());
-        auto *kreuz = b.Finde<QCheckBox>("Check1(0)");
-        QTest::mouseClick(kreuz, Qt::LeftButton, {}, QPoint(8, kreuz->height() / 2));
+        b.Klick("Check1(0)");
         QCOMPARE(b.auswahl.size(), 2);
         QVERIFY(b.form.Inhalt().Antwort_ch[0]);
         QVERIFY(b.geaendert.isEmpty());
@@ -173,7 +160,7 @@ private slots:
         b.form.BilderZeigen();
         QVERIFY(!b.Finde<BildBox>("Picture1")->isVisible());
         QVERIFY(b.form.Inhalt().lage == blatt.lage);
-        QVERIFY(b.dienste.meldungen.gezeigt.isEmpty());
+        QVERIFY(b.meldungen.gezeigt.isEmpty());
     }
 
     void WithoutAPrinterTheFormIsItselfAgainButGrey()

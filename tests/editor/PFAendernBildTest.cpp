@@ -24,8 +24,8 @@ private slots:
         QVERIFY(b.Bild()->isVisible());
         QCOMPARE(b.Farbe(), QColor(Qt::red));
         QCOMPARE(b.Bild()->geometry(), PixelVonTwips(3007, 1203, 3001, 2003));
-        QVERIFY(b.Steuerung("Sizer")->isVisible());
-        QCOMPARE(b.Steuerung("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
+        QVERIFY(b.Finde("Sizer")->isVisible());
+        QCOMPARE(b.Finde("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
     }
 
     void LastOfTheThreePicturesStaysVisible()
@@ -41,8 +41,8 @@ private slots:
         b.Zeigen();
         b.Klick("CVor");
         QVERIFY(!b.Bild()->isVisible());
-        QVERIFY(!b.Steuerung("Sizer")->isVisible());
-        b.Tippen("MFrage", u"x"_s);
+        QVERIFY(!b.Finde("Sizer")->isVisible());
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("CVor");
         QVERIFY(!b.Bild()->isVisible());
         QCOMPARE(b.Bild()->geometry(), PixelVonTwips(BildlageVorgabe.links, BildlageVorgabe.oben,
@@ -65,8 +65,8 @@ private slots:
         QCOMPARE(b.Meldungstexte(), QStringList(u"Bilddatei nicht gefunden rot.bmp"_s));
         QVERIFY(!b.Bild()->isVisible());
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
+            Hand(dialog).Klick("Option1");
+            const auto *bild = Hand(dialog).Finde<QLabel>("Picture1");
             QCOMPARE(bild->pixmap().size(), QSize(200, 150));
             dialog.close();
         });
@@ -121,8 +121,8 @@ private slots:
         QCOMPARE(texte.size(), 1);
         QVERIFY2(texte[0].startsWith(u"Ungültiges Bild"_s) && IsGermanMessage(texte[0]),
                  qPrintable(texte[0]));
-        QVERIFY(!b.Bild()->isVisible() && !b.Steuerung("Sizer")->isVisible());
-        b.Tippen("MFrage", u"x"_s);
+        QVERIFY(!b.Bild()->isVisible() && !b.Finde("Sizer")->isVisible());
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("CVor");
         QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
         QVERIFY(b.Bild()->isVisible() && b.Farbe().blue() > 200);
@@ -152,7 +152,7 @@ private slots:
         b.Bild()->setFocus();
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
-        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QVERIFY(b.Finde("MFrage")->hasFocus());
         b.Taste(Qt::Key_Right); // would have been a change of the answer's type
         QVERIFY(b.fenster->close());
         QCOMPARE(b.kartei.Stored()[1], MakeCard(2, 0, 2));
@@ -167,8 +167,8 @@ private slots:
         const QRect vorher = b.Bild()->geometry();
         b.Ziehen(b.Bild(), {40, 30});
         QCOMPARE(b.Bild()->geometry(), vorher.translated(40, 30));
-        QVERIFY(b.Steuerung("Sizer")->isVisible());
-        QCOMPARE(b.Steuerung("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
+        QVERIFY(b.Finde("Sizer")->isVisible());
+        QCOMPARE(b.Finde("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
         b.Klick("CVor");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Pictureleft, double(TwipsVonPixel(vorher.left() + 40)));
@@ -182,20 +182,20 @@ private slots:
         Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         QTest::mousePress(b.Bild(), Qt::LeftButton);
-        QVERIFY(!b.Steuerung("Sizer")->isVisible());
+        QVERIFY(!b.Finde("Sizer")->isVisible());
         QTest::mouseRelease(b.Bild(), Qt::LeftButton);
-        QVERIFY(b.Steuerung("Sizer")->isVisible());
+        QVERIFY(b.Finde("Sizer")->isVisible());
     }
 
     void PressOnThePictureIsAChangeButMovesNothing()
     {
         Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
-        b.Ersetzen("MFrage", {});
+        b.Ersetze("MFrage", {});
         b.Klick("Picture1");
         b.Klick("CVor"); // has to store, and may not
         QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
-        b.Tippen("MFrage", u"f"_s);
+        b.Tippe("MFrage", u"f"_s);
         b.Klick("CVor");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Pictureleft, 3007.0);
@@ -226,7 +226,7 @@ private slots:
     {
         Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
-        QWidget *form = b.Steuerung("Formular");
+        QWidget *form = b.Finde("Formular");
         const QSize bild = b.Bild()->size();
         const auto geht = [&](const QPoint &ort) {
             b.Bild()->move(200, 100);
@@ -254,14 +254,14 @@ private slots:
         Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         const QRect vorher = b.Bild()->geometry();
-        b.Ziehen(b.Steuerung("Sizer"), {50, 20});
+        b.Ziehen(b.Finde("Sizer"), {50, 20});
         QCOMPARE(b.Bild()->geometry(), QRect(vorher.topLeft(), vorher.size() + QSize(50, 20)));
-        QCOMPARE(b.Steuerung("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
+        QCOMPARE(b.Finde("Sizer")->geometry().bottomRight(), b.Bild()->geometry().bottomRight());
         // Beyond the margin it does not go, nor to nothing.
         const QRect gross = b.Bild()->geometry();
-        b.Ziehen(b.Steuerung("Sizer"), {5000, 5000});
+        b.Ziehen(b.Finde("Sizer"), {5000, 5000});
         QCOMPARE(b.Bild()->geometry(), gross);
-        b.Ziehen(b.Steuerung("Sizer"), {-2 * gross.width(), 0});
+        b.Ziehen(b.Finde("Sizer"), {-2 * gross.width(), 0});
         QVERIFY(b.Bild()->width() >= 24);
         const QSize groesse = b.Bild()->size();
         b.Klick("CVor");
@@ -308,8 +308,8 @@ private slots:
         card.PictureTop = 25000;
         Bildbuehne b({card});
         b.Zeigen();
-        QVERIFY(b.Steuerung("Formular")->rect().contains(b.Bild()->geometry()));
-        b.Tippen("MFrage", u"x"_s);
+        QVERIFY(b.Finde("Formular")->rect().contains(b.Bild()->geometry()));
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Pictureleft, 30000.0);
         QCOMPARE(b.kartei.Stored()[0].PictureTop, 25000.0);
@@ -339,10 +339,9 @@ private slots:
         Bildbuehne b({card, MakeCard(2, 0, 2)});
         b.Zeigen();
         const QWidget *text = b.Box("MFrage")->viewport();
-        QVERIFY(text->mapTo(b.Steuerung("Formular"), text->rect().topRight()).x() < b.Bild()->x());
+        QVERIFY(text->mapTo(b.Finde("Formular"), text->rect().topRight()).x() < b.Bild()->x());
         b.Klick("CVor");
-        QVERIFY(text->mapTo(b.Steuerung("Formular"), text->rect().topRight()).x() >
-                b.Bild()->geometry().right());
+        QVERIFY(text->mapTo(b.Finde("Formular"), text->rect().topRight()).x() > b.Bild()->geometry().right());
     }
 };
 

@@ -63,7 +63,7 @@ private slots:
         QFETCH(QString, feld);
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        QWidget *ziel = b.Steuerung(qPrintable(feld));
+        QWidget *ziel = b.Finde(qPrintable(feld));
         ziel->setFocus();
         TasteLinksVonY(ziel, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
@@ -79,7 +79,7 @@ private slots:
         b.Zeigen();
         const auto taste = [&](Qt::Key key, Qt::KeyboardModifiers umschalter) {
             QKeyEvent druck(QEvent::KeyPress, key, umschalter, 94, 0, 0);
-            QApplication::sendEvent(b.Steuerung("MFrage"), &druck);
+            QApplication::sendEvent(b.Finde("MFrage"), &druck);
         };
         taste(Qt::Key_Bar, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
@@ -96,14 +96,14 @@ private slots:
         constexpr quint32 Komma = 59;
         const auto taste = [&](Qt::Key key, quint32 ort) {
             QKeyEvent druck(QEvent::KeyPress, key, Qt::ControlModifier | Qt::ShiftModifier, ort, 0, 0);
-            QApplication::sendEvent(b.Steuerung("MFrage"), &druck);
+            QApplication::sendEvent(b.Finde("MFrage"), &druck);
         };
         taste(Qt::Key_Greater, Punkt);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         taste(Qt::Key_Less, Komma);
         QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         // Without Ctrl they are text.
-        QTest::keyClicks(b.Steuerung("MFrage"), u"<>"_s);
+        b.Tippe("MFrage", u"<>"_s);
         QCOMPARE(b.Text("MFrage"), u"<>Frage 1"_s);
     }
 
@@ -136,7 +136,7 @@ private slots:
     {
         EditorBuehne b({MakeCard(1, 3, 1), MakeCard(2, 0, 1), MakeCard(3, 1, 1)});
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", u"3"_s);
+        b.Ersetze("MaskFrageNr", u"3"_s);
         b.Taste(Qt::Key_Return);
         QCOMPARE(b.Text("MFrage"), u"Frage 3"_s);
         b.Klick("CVor");
@@ -147,7 +147,7 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", u"77"_s);
+        b.Ersetze("MaskFrageNr", u"77"_s);
         b.Taste(Qt::Key_Enter);
         QCOMPARE(b.Meldungstexte(), QStringList(u"Karte nicht gefunden: 77"_s));
         QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
@@ -158,9 +158,9 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
-        b.Ersetzen("MaskFrageNr", u"2"_s);
+        b.Tippe("MFrage", u"f"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
+        b.Ersetze("MaskFrageNr", u"2"_s);
         b.Taste(Qt::Key_Return);
         QCOMPARE(b.Text("MFrage"), u"Frage 2"_s);
         QCOMPARE(b.kartei.Stored().size(), 4);
@@ -189,18 +189,18 @@ private slots:
         b.Zeigen();
         QVERIFY(b.Text("MFrage").endsWith(u"[…]"_s));
         QCOMPARE(
-            b.Steuerung("MFrage")->toolTip(),
+            b.Finde("MFrage")->toolTip(),
             QString("Dieser Text ist zu lang, um ihn ganz zu zeigen. Er bleibt in der Kartei, wie er ist."));
-        b.Ersetzen("MFrage", u"weg"_s);
+        b.Ersetze("MFrage", u"weg"_s);
         b.Auswaehlen("MFrage", 0, 2);
         b.Taste(Qt::Key_F, Qt::ControlModifier);
-        b.Ersetzen("MaskThema", u"anderes"_s);
-        b.Ersetzen("Antwort(0)", u"kurz"_s);
+        b.Ersetze("MaskThema", u"anderes"_s);
+        b.Ersetze("Antwort(0)", u"kurz"_s);
         b.Klick("Cadd");
         b.Menue("MExtras", "MKopieren");
         QCOMPARE(b.Meldungstexte(), QStringList(u"Karte kopiert nach: 2"_s));
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"frei"_s);
+        b.Tippe("MFrage", u"frei"_s);
         QCOMPARE(b.Text("MFrage"), u"frei"_s);
         const QList<CardRecord> cards = b.kartei.Stored();
         QCOMPARE(cards.size(), 2);
@@ -244,15 +244,15 @@ private slots:
             cards << MakeCard(i, 0, i);
         EditorBuehne b(cards);
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", u"5"_s);
+        b.Ersetze("MaskFrageNr", u"5"_s);
         b.Taste(Qt::Key_Return);
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         b.Menue("MExtras", "MLöschen");
         QCOMPARE(b.Text("MaskFrageNr"), u"6"_s);
         b.Klick("CEOF");
         QCOMPARE(b.Text("MaskFrageNr"), u"11"_s);
-        b.Tippen("MFrage", u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
+        b.Tippe("MFrage", u"f"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
         b.Klick("Cadd");
         const QList<CardRecord> stored = b.kartei.Stored();
         QCOMPARE(stored.size(), 10);

@@ -150,7 +150,7 @@ private slots:
         Druckbuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"halb fertig"_s);
+        b.Tippe("MFrage", u"halb fertig"_s);
         b.Drucken();
         const QString text = b.Gedruckt();
         QVERIFY(text.contains(u"Neue Karte"_s));
@@ -170,9 +170,9 @@ private slots:
             gedruckt = true;
             [&] { // a macro of the test returns from here
                 for (const QString &name : NichtGedruckt)
-                    QVERIFY2(!b.Steuerung(name.toUtf8().constData())->isVisible(), qPrintable(name));
+                    QVERIFY2(!b.Finde(name.toUtf8().constData())->isVisible(), qPrintable(name));
                 QVERIFY(b.kartei.messages.sanduhr);
-                QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(Qt::white));
+                QCOMPARE(b.Finde("Formular")->palette().color(QPalette::Window), QColor(Qt::white));
             }();
             return pdf();
         };
@@ -257,22 +257,22 @@ private slots:
         {
             Druckbuehne b(DreiKarten());
             b.Zeigen();
-            const QColor textgrund = b.Steuerung("MFrage")->palette().color(QPalette::Base);
-            b.Steuerung("Antwort(0)")->setFocus();
+            const QColor textgrund = b.Finde("MFrage")->palette().color(QPalette::Base);
+            b.Finde("Antwort(0)")->setFocus();
             b.Drucken();
             for (const QString &name : NichtGedruckt)
-                QVERIFY2(b.Steuerung(name.toUtf8().constData())->isVisible(), qPrintable(name));
-            const QPalette palette = b.Steuerung("Formular")->palette();
+                QVERIFY2(b.Finde(name.toUtf8().constData())->isVisible(), qPrintable(name));
+            const QPalette palette = b.Finde("Formular")->palette();
             QCOMPARE(palette.color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
-            for (const QLabel *label : b.Steuerung("Formular")->findChildren<QLabel *>()) {
+            for (const QLabel *label : b.Finde("Formular")->findChildren<QLabel *>()) {
                 if (label->isVisible())
                     QVERIFY2(Farben::Kontrast(label->palette().color(QPalette::WindowText),
                                               label->palette().color(QPalette::Window)) >= 4.5,
                              qPrintable(label->objectName() + label->text()));
             }
             // The boxes are the desktop's again, and the keyboard is where it was.
-            QCOMPARE(b.Steuerung("MFrage")->palette().color(QPalette::Base), textgrund);
-            QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
+            QCOMPARE(b.Finde("MFrage")->palette().color(QPalette::Base), textgrund);
+            QVERIFY(b.Finde("Antwort(0)")->hasFocus());
             QVERIFY(!b.kartei.messages.sanduhr);
             // Printing is no change.
             QVERIFY(b.fenster->close());
@@ -289,8 +289,8 @@ private slots:
         b.Drucken();
         QCOMPARE(b.Meldungstexte(), QStringList(u"Fehler beim Drucken: Es ist kein Drucker eingerichtet."_s));
         for (const QString &name : NichtGedruckt)
-            QVERIFY(b.Steuerung(name.toUtf8().constData())->isVisible());
-        QCOMPARE(b.Steuerung("Formular")->palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+            QVERIFY(b.Finde(name.toUtf8().constData())->isVisible());
+        QCOMPARE(b.Finde("Formular")->palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
     }
 
     void FailureIsToldWhenTheFormIsItselfAgain()
@@ -301,15 +301,11 @@ private slots:
         b.Zeigen();
         bool knoepfe = false;
         QColor grund;
-        const Drehbuch buch({[&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return false;
-            knoepfe = b.Steuerung("CVor")->isVisible();
-            grund = b.Steuerung("Formular")->palette().color(QPalette::Window);
-            box->accept();
-            return true;
-        }});
+        const Drehbuch buch({Drehbuch::In<QMessageBox>([&](QMessageBox &box) {
+            knoepfe = b.Finde("CVor")->isVisible();
+            grund = b.Finde("Formular")->palette().color(QPalette::Window);
+            box.accept();
+        })});
         b.Drucken();
         QVERIFY(buch.Fertig());
         QVERIFY(knoepfe);
@@ -325,7 +321,7 @@ private slots:
         QCOMPARE(b.Meldungstexte(),
                  QStringList(u"Fehler beim Drucken: Der Drucker nimmt den Druckauftrag nicht an."_s));
         QVERIFY(!b.kartei.messages.sanduhr);
-        QVERIFY(b.Steuerung("CVor")->isVisible());
+        QVERIFY(b.Finde("CVor")->isVisible());
     }
 
     // The real road: the printer that the system offers.
@@ -345,7 +341,7 @@ private slots:
             QStringList(u"Fehler beim Drucken: Der Drucker „Buero“ nimmt den Druckauftrag nicht an. Er ist "
                         u"angehalten und nimmt zurzeit keine Aufträge an."_s));
         QCOMPARE(druckserver->Auftraege(), 2);
-        QVERIFY(b.Steuerung("CVor")->isVisible());
+        QVERIFY(b.Finde("CVor")->isVisible());
     }
 
 private:

@@ -18,7 +18,7 @@ namespace {
 class Malzeuge final : public QObject
 {
 public:
-    explicit Malzeuge(EditorBuehne &b) : b_(b) { b.Steuerung("Formular")->installEventFilter(this); }
+    explicit Malzeuge(EditorBuehne &b) : b_(b) { b.Finde("Formular")->installEventFilter(this); }
 
     bool eventFilter(QObject *, QEvent *event) override
     {
@@ -104,9 +104,9 @@ private slots:
         EditorBuehne b(VolleBox());
         b.Zeigen();
         const Malzeuge gemalt(b);
-        QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
+        QTest::mousePress(b.Finde("CVVor"), Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(b.Text("MaskFrageNr").toInt() > 300, Geduld);
-        QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
+        QTest::mouseRelease(b.Finde("CVVor"), Qt::LeftButton);
         const int dort = b.Text("MaskFrageNr").toInt();
         QVERIFY(dort < Voll);
         for (int i = 2; i <= dort; ++i)
@@ -115,9 +115,9 @@ private slots:
         QCOMPARE(b.Text("MaskFrageNr").toInt(), dort);
         QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), dort);
 
-        QTest::mousePress(b.Steuerung("CZZurück"), Qt::RightButton);
+        QTest::mousePress(b.Finde("CZZurück"), Qt::RightButton);
         QTRY_VERIFY_WITH_TIMEOUT(b.Text("MaskFrageNr").toInt() < dort - 50, Geduld);
-        QTest::mouseRelease(b.Steuerung("CZZurück"), Qt::RightButton);
+        QTest::mouseRelease(b.Finde("CZZurück"), Qt::RightButton);
         const int hier = b.Text("MaskFrageNr").toInt();
         QVERIFY(hier > 1);
         Umlaufen();
@@ -141,10 +141,10 @@ private slots:
         QFETCH(QString, zuletzt);
         EditorBuehne b(VolleBox());
         b.Zeigen();
-        b.Ersetzen("MaskFrageNr", QString::number(von));
+        b.Ersetze("MaskFrageNr", QString::number(von));
         b.Taste(Qt::Key_Return);
         const Malzeuge gemalt(b);
-        QWidget *lauf = b.Steuerung(qPrintable(knopf));
+        QWidget *lauf = b.Finde(qPrintable(knopf));
         QTest::mousePress(lauf, Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(b.Neu(), Geduld);
         QVERIFY(gemalt.gesehen.contains(zuletzt.toInt()));
@@ -164,9 +164,9 @@ private slots:
         EditorBuehne b(VolleBox());
         b.Zeigen();
         Mitschrift::Vergessen();
-        QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
+        QTest::mousePress(b.Finde("CVVor"), Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(b.Text("MaskFrageNr").toInt() > 200, Geduld);
-        QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
+        QTest::mouseRelease(b.Finde("CVVor"), Qt::LeftButton);
         const int schritte = b.Text("MaskFrageNr").toInt() - 1;
         // A row for each card, and a few until it is known what is read of each.
         QVERIFY(Mitschrift::zeilen >= schritte);
@@ -181,12 +181,12 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         for (const char *knopf : {"CVVor", "CZZurück"}) {
-            QTest::mousePress(b.Steuerung(knopf), Qt::LeftButton);
+            QTest::mousePress(b.Finde(knopf), Qt::LeftButton);
             QTRY_VERIFY(b.Neu());
             Umlaufen();
-            QTest::mouseRelease(b.Steuerung(knopf), Qt::LeftButton);
+            QTest::mouseRelease(b.Finde(knopf), Qt::LeftButton);
             // Pressed at the end, it stays there.
-            QTest::mouseClick(b.Steuerung(knopf), Qt::LeftButton);
+            b.Klick(knopf);
             QVERIFY(b.Neu());
         }
         QVERIFY(b.Meldungstexte().isEmpty());
@@ -204,10 +204,10 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Steuerung("CVVor")->setFocus();
-        QTest::keyPress(b.Steuerung("CVVor"), Qt::Key_Space);
+        b.Finde("CVVor")->setFocus();
+        QTest::keyPress(b.Finde("CVVor"), Qt::Key_Space);
         QTRY_VERIFY(b.Neu());
-        QTest::keyRelease(b.Steuerung("CVVor"), Qt::Key_Space);
+        QTest::keyRelease(b.Finde("CVVor"), Qt::Key_Space);
         QVERIFY(b.Meldungstexte().isEmpty());
     }
 
@@ -215,10 +215,10 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", {});
-        QTest::mousePress(b.Steuerung("CVVor"), Qt::LeftButton);
+        b.Ersetze("MFrage", {});
+        QTest::mousePress(b.Finde("CVVor"), Qt::LeftButton);
         Umlaufen();
-        QTest::mouseRelease(b.Steuerung("CVVor"), Qt::LeftButton);
+        QTest::mouseRelease(b.Finde("CVVor"), Qt::LeftButton);
         QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
         QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         QVERIFY(!b.Finde<QAbstractButton>("CVVor")->isDown());
@@ -246,15 +246,14 @@ private slots:
         // Closes what opens, a few rounds of the event loop later.
         QStringList gesehen;
         int runden = 0;
-        QTimer clock;
-        connect(&clock, &QTimer::timeout, this, [&] {
+        const Drehbuch buch({[&] {
             auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box || ++runden % 4 != 0)
-                return;
+            if (!box || ++runden < 4)
+                return false;
             gesehen << box->text();
             box->accept();
-        });
-        clock.start(5);
+            return true;
+        }});
         auto *knopf = b.Finde<QAbstractButton>("CVVor");
         QTest::mousePress(knopf, Qt::LeftButton);
         QTRY_VERIFY(!gesehen.isEmpty() && !QApplication::activeModalWidget());
@@ -272,7 +271,7 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", u"neu "_s);
+        b.Tippe("MFrage", u"neu "_s);
         b.Klick("CVVor");
         QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"neu Frage 1"_s);
     }

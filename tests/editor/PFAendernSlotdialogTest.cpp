@@ -10,14 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString DialogText(QWidget &dialog, const char *name)
-{
-    return dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QString::fromUtf8(name)))->text();
-}
-
 bool Frei(QWidget &dialog, const char *name)
 {
-    return dialog.findChild<QWidget *>(QString::fromUtf8(name))->isEnabled();
+    return Hand(dialog).Finde(name)->isEnabled();
 }
 
 } // namespace
@@ -36,17 +31,17 @@ private slots:
         b.Zeigen();
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
             QCOMPARE(dialog.windowTitle(), u"Bild bearbeiten"_s);
-            QCOMPARE(DialogText(dialog, "Fragenummer"), u"7"_s);
+            QCOMPARE(Hand(dialog).Text("Fragenummer"), u"7"_s);
             QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
-            Klick(dialog, "Option3");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
-            Klick(dialog, "Option2"); // is empty: the file dialog asks and is cancelled
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Hand(dialog).Klick("Option3");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"blau.jpg"_s);
+            Hand(dialog).Klick("Option2"); // is empty: the file dialog asks and is cancelled
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
             QVERIFY(!Frei(dialog, "cmdÄndern"));
-            Klick(dialog, "cmdOK");
+            Hand(dialog).Klick("cmdOK");
         });
         QCOMPARE(b.dialoge.gefragt.size(), 1);
         QCOMPARE(b.dialoge.gefragt[0].titel, u"Bilddatei öffnen"_s);
@@ -61,9 +56,9 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("rot.bmp"), b.Datei("blau.jpg")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
-            Klick(dialog, "Option3");
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
+            Hand(dialog).Klick("Option3");
             dialog.close();
         });
         QVERIFY(b.Farbe().blue() > 200); // slot 3 after slot 1
@@ -86,8 +81,8 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {link + u"/rot.bmp"_s};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QVERIFY2(b.Meldungstexte().isEmpty(), qPrintable(b.Meldungstexte().join(u'|')));
@@ -102,10 +97,10 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.programm.filePath(u"fremd.bmp"_s)};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option2");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            Hand(dialog).Klick("Option2");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QCOMPARE(b.Meldungstexte(),
@@ -131,10 +126,10 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {datei.isEmpty() ? datei : b.Datei(qPrintable(datei))};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
-            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
+            Hand(dialog).Klick("Option1");
+            Hand(dialog).Klick("cmdÄndern");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
+            const auto *bild = Hand(dialog).Finde<QLabel>("Picture1");
             QCOMPARE(bild->pixmap().size(), QSize(200, 150));
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
             dialog.close();
@@ -143,7 +138,7 @@ private slots:
         QCOMPARE(b.Meldungstexte().size(), datei.isEmpty() ? 0 : 1);
         QVERIFY(b.Bild()->isVisible());
         QCOMPARE(b.Farbe(), QColor(Qt::red));
-        b.Tippen("MFrage", u"x"_s);
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Picture_1_Name, u"rot.bmp"_s);
     }
@@ -155,19 +150,19 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {QString(), QString(), b.Datei("rot.bmp")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option2"); // cancelled
+            Hand(dialog).Klick("Option2"); // cancelled
             QVERIFY(!Frei(dialog, "cmdÄndern") && !Frei(dialog, "cmdLöschen"));
-            Klick(dialog, "cmdÄndern");
+            Hand(dialog).Klick("cmdÄndern");
             QCOMPARE(b.dialoge.gefragt.size(), 1);
-            Klick(dialog, "Option2");
+            Hand(dialog).Klick("Option2");
             QCOMPARE(b.dialoge.gefragt.size(), 2);
-            QTest::keyClick(dialog.findChild<QWidget *>(u"Option2"_s), Qt::Key_Space);
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            QTest::keyClick(Hand(dialog).Finde("Option2"), Qt::Key_Space);
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
             QVERIFY(Frei(dialog, "cmdÄndern") && Frei(dialog, "cmdLöschen"));
-            Klick(dialog, "cmdLöschen");
+            Hand(dialog).Klick("cmdLöschen");
             b.dialoge.pfade = {b.Datei("blau.jpg")};
-            Klick(dialog, "Option2"); // is empty again
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
+            Hand(dialog).Klick("Option2"); // is empty again
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"blau.jpg"_s);
             dialog.close();
         });
         b.Klick("CVor");
@@ -180,12 +175,12 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("gross.bmp"), b.Datei("hoch.bmp")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            const auto *bild = dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(u"Picture1"_s));
-            Klick(dialog, "Option1");
+            const auto *bild = Hand(dialog).Finde<QLabel>("Picture1");
+            Hand(dialog).Klick("Option1");
             QCOMPARE(bild->pixmap().size(), bild->size());
             const QString text = u"Das Bild ist zu groß, Ränder werden abgeschnitten"_s;
             QCOMPARE(b.Meldungstexte(), (QStringList{text, text}));
-            Klick(dialog, "Option2");
+            Hand(dialog).Klick("Option2");
             QCOMPARE(bild->pixmap().size(), QSize(100, bild->height()));
             QCOMPARE(b.Meldungstexte(), QStringList(text));
             dialog.close();
@@ -201,8 +196,8 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("text.bmp")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
             QVERIFY(!Frei(dialog, "cmdLöschen"));
             dialog.close();
         });
@@ -218,14 +213,14 @@ private slots:
         Bildbuehne b({Bildkarte(1, u"rot.bmp"_s)});
         b.Zeigen();
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            Klick(dialog, "cmdLöschen");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Hand(dialog).Klick("Option1");
+            Hand(dialog).Klick("cmdLöschen");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
             QVERIFY(!Frei(dialog, "cmdLöschen") && !Frei(dialog, "cmdÄndern"));
             dialog.close();
         });
         QVERIFY(!b.Bild()->isVisible());
-        b.Ersetzen("MFrage", u"neu"_s);
+        b.Ersetze("MFrage", u"neu"_s);
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Frage_Klartext, u"neu"_s);
@@ -238,9 +233,9 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("blau.jpg")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"blau.jpg"_s);
+            Hand(dialog).Klick("Option1");
+            Hand(dialog).Klick("cmdÄndern");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"blau.jpg"_s);
             dialog.close();
         });
         b.Klick("CVor");
@@ -254,13 +249,13 @@ private slots:
         b.Meldungstexte();
         b.dialoge.pfade = {b.Datei("rot.bmp")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
+            Hand(dialog).Klick("Option1");
             QCOMPARE(b.Meldungstexte(),
                      QStringList(
                          u"Fehler beim Bildöffnen: Datei nicht gefunden: „%1“"_s.arg(b.Datei("fehlt.bmp"))));
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"fehlt.bmp"_s);
-            Klick(dialog, "cmdÄndern");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"rot.bmp"_s);
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"fehlt.bmp"_s);
+            Hand(dialog).Klick("cmdÄndern");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"rot.bmp"_s);
             dialog.close();
         });
         QCOMPARE(b.Farbe(), QColor(Qt::red));
@@ -280,15 +275,15 @@ private slots:
         b.dialoge.pfade = {b.Datei("b.wav")};
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
             QCOMPARE(dialog.windowTitle(), u"Sound bearbeiten"_s);
-            QCOMPARE(DialogText(dialog, "Fragenummer"), u"3"_s);
-            Klick(dialog, "Option1");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"C:\\x\\a.wav"_s);
+            QCOMPARE(Hand(dialog).Text("Fragenummer"), u"3"_s);
+            Hand(dialog).Klick("Option1");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"C:\\x\\a.wav"_s);
             QCOMPARE(b.ton.gespielt, QStringList(b.Datei("a.wav")));
-            Klick(dialog, "Option2");
-            QCOMPARE(DialogText(dialog, "Dateiname"), u"b.wav"_s);
+            Hand(dialog).Klick("Option2");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"b.wav"_s);
             QCOMPARE(b.ton.gespielt, (QStringList{b.Datei("a.wav"), b.Datei("b.wav")}));
             QCOMPARE(b.ton.stillen, 0);
-            Klick(dialog, "cmdOK");
+            Hand(dialog).Klick("cmdOK");
         });
         QCOMPARE(b.ton.gespielt.size(), 2);
         QCOMPARE(b.ton.stillen, 1);
@@ -307,13 +302,13 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("a.wav")};
         b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option2");
+            Hand(dialog).Klick("Option2");
             dialog.close();
         });
         // The picture dialog's "Antwort" is another slot: it finds none and asks.
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option2");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Hand(dialog).Klick("Option2");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
             dialog.close();
         });
         QCOMPARE(b.dialoge.gefragt.size(), 2);
@@ -330,8 +325,8 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.programm.filePath(u"x.wav"_s)};
         b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option3");
-            QCOMPARE(DialogText(dialog, "Dateiname"), QString());
+            Hand(dialog).Klick("Option3");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), QString());
             dialog.close();
         });
         QCOMPARE(b.Meldungstexte(),
@@ -348,7 +343,7 @@ private slots:
         Bildbuehne b({card});
         b.Zeigen();
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option3");
+            Hand(dialog).Klick("Option3");
             QCOMPARE(b.Meldungstexte(),
                      QStringList(
                          u"Fehler beim Soundöffnen: Datei nicht gefunden: „%1“"_s.arg(b.Datei("weg.wav"))));
@@ -364,8 +359,8 @@ private slots:
         Bildbuehne b({card});
         b.Zeigen();
         b.Dialog("MTon", u"Soundbearbeiten"_s, [](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            Klick(dialog, "cmdLöschen");
+            Hand(dialog).Klick("Option1");
+            Hand(dialog).Klick("cmdLöschen");
             dialog.close();
         });
         b.Klick("CVor");

@@ -29,16 +29,11 @@ struct Suchbuehne : EditorBuehne
     // Opens the dialog by its key, types the term and presses Enter.
     void Suche(const QString &begriff)
     {
-        const int vorher = dialogeBenutzt;
-        ImDialog(u"Suchen"_s, [begriff](QWidget &dialog) {
-            auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
-            // Replaces the last term, which is selected.
-            for (const QChar zeichen : begriff)
-                QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, zeichen, Qt::NoModifier);
-            QTest::keyClick(text, Qt::Key_Return);
-        });
+        const Drehbuch buch({Drehbuch::In(u"Suchen"_s, [this, &begriff](QWidget &) {
+            Tippe(begriff); // replaces the last term, which is selected
+            Taste(Qt::Key_Return);
+        })});
         Taste(Qt::Key_F3);
-        QTRY_COMPARE(dialogeBenutzt, vorher + 1);
         QVERIFY(QTest::qWaitForWindowActive(fenster.get()));
     }
 };
@@ -59,11 +54,11 @@ private slots:
         b.Zeigen();
         b.Suche(u"fluß"_s);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
-        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QVERIFY(b.Finde("MFrage")->hasFocus());
         QCOMPARE(b.Box("MFrage")->textCursor().position(), 14);
         QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), u"Fluß"_s);
         b.Suche(u"elbe"_s);
-        QVERIFY(b.Steuerung("Antwort(0)")->hasFocus());
+        QVERIFY(b.Finde("Antwort(0)")->hasFocus());
         QCOMPARE(b.Box("Antwort(0)")->textCursor().position(), 4);
         QVERIFY(b.Meldungstexte().isEmpty());
     }
@@ -78,8 +73,8 @@ private slots:
         QCOMPARE(thema->selectedText(), u"Erd"_s);
         QCOMPARE(thema->cursorPosition(), 4);
         // The menu acts on text boxes only, and none has the keyboard now.
-        QVERIFY(!b.fenster->findChild<QMenu *>("MFont")->isEnabled());
-        QVERIFY(!b.Eintrag("MFontFett")->isEnabled());
+        QVERIFY(!b.Finde<QMenu>("MFont")->isEnabled());
+        QVERIFY(!b.Finde<QAction>("MFontFett")->isEnabled());
     }
 
     void HitBehindLineBreaksIsFoundInItsPlace()
@@ -91,7 +86,7 @@ private slots:
         Suchbuehne b({MakeCard(1, 0, 1), card});
         b.Zeigen();
         b.Suche(u"nadel"_s);
-        QVERIFY(b.Steuerung("Antwort(3)")->hasFocus());
+        QVERIFY(b.Finde("Antwort(3)")->hasFocus());
         QCOMPARE(b.Box("Antwort(3)")->textCursor().selectedText(), u"Nadel"_s);
         QCOMPARE(b.Box("Antwort(3)")->textCursor().position(), 15);
     }
@@ -113,17 +108,13 @@ private slots:
         Suchbuehne b(DreiKarten(), &meldungen);
         b.Zeigen();
         QString gesagt;
-        QTimer clock;
-        connect(&clock, &QTimer::timeout, this, [&] {
-            if (auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                gesagt = box->text();
-                QTest::keyClick(box, Qt::Key_Return);
-            }
-        });
-        clock.start(5);
+        const Drehbuch buch({Drehbuch::In<QMessageBox>([&](QMessageBox &box) {
+            gesagt = box.text();
+            Hand(box).Taste(Qt::Key_Return);
+        })});
         b.Suche(u"Kranich"_s);
         QCOMPARE(gesagt, u"Kranich leider nicht gefunden"_s);
-        QCOMPARE(QApplication::focusWidget(), b.Steuerung("MFrage"));
+        QCOMPARE(QApplication::focusWidget(), b.Finde("MFrage"));
     }
 
     void SearchFromTheBlankCardBehindTheLastBeginsWithTheFirst()
@@ -180,7 +171,7 @@ private slots:
         b.Zeigen();
         b.Suche(u"Kranich"_s);
         QCOMPARE(b.Text("MaskFrageNr"), gefunden ? u"2"_s : u"1"_s);
-        QCOMPARE(b.Steuerung("Antwort(2)")->hasFocus(), gefunden);
+        QCOMPARE(b.Finde("Antwort(2)")->hasFocus(), gefunden);
         QCOMPARE(b.Meldungstexte(),
                  gefunden ? QStringList() : QStringList(u"Kranich leider nicht gefunden"_s));
     }
@@ -226,26 +217,26 @@ private slots:
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
+        const Drehbuch abbruch({Drehbuch::In(u"Suchen"_s, [](QWidget &dialog) {
             QCOMPARE(dialog.windowTitle(), u"Suchen"_s);
-            QTest::keyClicks(dialog.findChild<QWidget *>(u"suchtext"_s), u"Rest"_s);
-            QTest::mouseClick(dialog.findChild<QWidget *>(u"CAbbruch"_s), Qt::LeftButton);
-        });
+            Hand(dialog).Tippe("suchtext", u"Rest"_s);
+            Hand(dialog).Klick("CAbbruch");
+        })});
         b.Menue("MExtras", "MSuchen");
         QCOMPARE(b.suche.letzterBegriff, u"Rest"_s);
         b.Klick("Cback");
         b.Zeigen();
-        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
-            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(u"suchtext"_s));
+        const Drehbuch leer({Drehbuch::In(u"Suchen"_s, [](QWidget &dialog) {
+            auto *text = Hand(dialog).Finde<QLineEdit>("suchtext");
             QCOMPARE(text->text(), u"Rest"_s);
             // An empty term searches nothing, and the dialog stays.
             text->clear();
-            QTest::mouseClick(dialog.findChild<QWidget *>(u"COK"_s), Qt::LeftButton);
+            Hand(dialog).Klick("COK");
             QVERIFY(dialog.isVisible());
             QTest::keyClick(text, Qt::Key_Escape);
-        });
+        })});
         b.Menue("MExtras", "MSuchen");
-        QCOMPARE(b.dialogeBenutzt, 2);
+        QVERIFY(leer.Fertig());
         QVERIFY(b.Meldungstexte().isEmpty());
         QCOMPARE(b.suche.letzterBegriff, QString());
     }
@@ -255,8 +246,8 @@ private slots:
         Suchbuehne b(DreiKarten());
         b.suche.letzterBegriff = u"Rest"_s;
         b.Zeigen();
-        b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
-            auto *text = dynamic_cast<QLineEdit *>(dialog.findChild<QWidget *>(u"suchtext"_s));
+        const Drehbuch buch({Drehbuch::In(u"Suchen"_s, [](QWidget &dialog) {
+            auto *text = Hand(dialog).Finde<QLineEdit>("suchtext");
             QTest::keyClick(text, Qt::Key_End);
             QTest::keyClicks(text, u"xyz"_s);
             QTest::keyClick(text, Qt::Key_Z, Qt::ControlModifier);
@@ -264,9 +255,9 @@ private slots:
             QTest::keyClick(text, Qt::Key_Y, Qt::ControlModifier);
             QCOMPARE(text->text(), u"Restxyz"_s);
             QTest::keyClick(text, Qt::Key_Escape);
-        });
+        })});
         b.Taste(Qt::Key_F3);
-        QCOMPARE(b.dialogeBenutzt, 1);
+        QVERIFY(buch.Fertig());
     }
 
     void DiskThatFailsWhileSearchingIsSaid()
@@ -297,13 +288,13 @@ private slots:
     {
         Suchbuehne b(QList<CardRecord>{});
         b.Zeigen();
-        b.ImDialog(u"Suchen"_s, [&b](QWidget &dialog) {
-            auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
+        const Drehbuch buch({Drehbuch::In(u"Suchen"_s, [&b](QWidget &dialog) {
+            auto *text = Hand(dialog).Finde("suchtext");
             QTest::keyClicks(text, u"x"_s);
             QTest::keyClick(text, Qt::Key_Enter);
             QCOMPARE(b.Meldungstexte(), QStringList(u"Diese Datei ist leer"_s));
             dialog.close();
-        });
+        })});
         b.Menue("MExtras", "MSuchen");
         QVERIFY(b.Neu());
     }
@@ -312,7 +303,7 @@ private slots:
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", u"ganz neu"_s);
+        b.Ersetze("MFrage", u"ganz neu"_s);
         b.Suche(u"ganz neu"_s);
         QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         QCOMPARE(b.Box("MFrage")->textCursor().selectedText(), u"ganz neu"_s);
@@ -322,7 +313,7 @@ private slots:
     {
         Suchbuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", {});
+        b.Ersetze("MFrage", {});
         b.Taste(Qt::Key_F3);
         QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Frage eingegeben"_s));
         QVERIFY(!QApplication::activeModalWidget());

@@ -21,10 +21,10 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Steuerung("MFrage")->setFocus();
+        b.Finde("MFrage")->setFocus();
         b.Taste(Qt::Key_PageUp, Qt::AltModifier);
         QCOMPARE(b.Meldungstexte(), QStringList(u"Alt + PageUp"_s));
-        b.Steuerung("Antwort(0)")->setFocus();
+        b.Finde("Antwort(0)")->setFocus();
         b.Taste(Qt::Key_PageUp, Qt::AltModifier);
         QVERIFY(b.Meldungstexte().isEmpty());
         QVERIFY(b.fenster->close());
@@ -46,10 +46,10 @@ private slots:
         b.Zeigen();
         const QByteArray name = feld.toUtf8();
         const QString vorher = b.Text(name);
-        b.Steuerung(name)->setFocus();
+        b.Finde(name)->setFocus();
         b.Taste(Qt::Key_Home, Qt::ControlModifier);
         b.Taste(Qt::Key_Home);
-        QTest::keyClicks(b.Steuerung(name), u"xyz"_s);
+        QTest::keyClicks(b.Finde(name), u"xyz"_s);
         b.Taste(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(b.Text(name), vorher);
         // Showing the card is nothing that could be undone.
@@ -66,7 +66,7 @@ private slots:
     {
         EditorBuehne b({Tickkarte(1)});
         b.Zeigen();
-        b.Steuerung("MaskFrageNr")->setFocus();
+        b.Finde("MaskFrageNr")->setFocus();
         QStringList folge;
         for (int i = 0; i < 40; ++i) {
             folge << b.fenster->focusWidget()->objectName();
@@ -103,9 +103,9 @@ private slots:
                                                        {Qt::Key_F, "MFrage"},
                                                        {Qt::Key_A, "Antwort(0)"}};
         for (const auto &[taste, feld] : wege) {
-            b.Steuerung("Cback")->setFocus();
+            b.Finde("Cback")->setFocus();
             b.Taste(taste, Qt::AltModifier);
-            QVERIFY2(b.Steuerung(feld)->hasFocus(), feld);
+            QVERIFY2(b.Finde(feld)->hasFocus(), feld);
         }
         QString tasten;
         const auto sammle = [&](const QString &text) {
@@ -113,12 +113,12 @@ private slots:
             if (und >= 0)
                 tasten += text[und + 1].toLower();
         };
-        for (const QLabel *label : b.Steuerung("Formular")->findChildren<QLabel *>())
+        for (const QLabel *label : b.Finde("Formular")->findChildren<QLabel *>())
             sammle(label->text());
-        for (const QAbstractButton *knopf : b.Steuerung("Formular")->findChildren<QAbstractButton *>())
+        for (const QAbstractButton *knopf : b.Finde("Formular")->findChildren<QAbstractButton *>())
             sammle(knopf->text());
-        sammle(b.Eintrag("MFont")->text());
-        sammle(b.Eintrag("MExtras")->text());
+        sammle(b.Finde<QAction>("MFont")->text());
+        sammle(b.Finde<QAction>("MExtras")->text());
         QCOMPARE(QSet<QChar>(tasten.begin(), tasten.end()).size(), tasten.size());
     }
 
@@ -126,13 +126,13 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         QCOMPARE(b.Finde<QAbstractButton>("CEOF")->text(), u">>|"_s);
-        QCOMPARE(b.Steuerung("CVor")->toolTip(), u"nächste Karte STRG + SHIFT + >"_s);
-        QCOMPARE(b.Steuerung("CZurück")->toolTip(), u"vorige Karte STRG+<"_s);
-        QCOMPARE(b.Steuerung("Cadd")->toolTip(), u"Karte hinzufügen (STRG+I)"_s);
+        QCOMPARE(b.Finde("CVor")->toolTip(), u"nächste Karte STRG + SHIFT + >"_s);
+        QCOMPARE(b.Finde("CZurück")->toolTip(), u"vorige Karte STRG+<"_s);
+        QCOMPARE(b.Finde("Cadd")->toolTip(), u"Karte hinzufügen (STRG+I)"_s);
         QCOMPARE(b.Text("LabelNeu"), u"Neue Karte"_s);
         const auto texte = [&](const char *menue) {
             QStringList liste;
-            for (const QAction *eintrag : b.fenster->findChild<QMenu *>(QString::fromUtf8(menue))->actions())
+            for (const QAction *eintrag : b.Finde<QMenu>(menue)->actions())
                 liste << eintrag->text().remove(u'&');
             return liste.join(u'|');
         };
@@ -147,7 +147,7 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", u"neu "_s);
+        b.Tippe("MFrage", u"neu "_s);
         b.Klick("Cback");
         QVERIFY(!b.fenster->isVisible());
         QCOMPARE(b.geschlossen, 1);
@@ -159,7 +159,7 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", {});
+        b.Ersetze("MFrage", {});
         b.Klick("Cback");
         QVERIFY(b.fenster->isVisible());
         QCOMPARE(b.geschlossen, 0);
@@ -178,10 +178,10 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", {});
+        b.Ersetze("MFrage", {});
         QApplication::closeAllWindows();
         QVERIFY(b.fenster->isVisible());
-        QTest::keyClicks(b.Steuerung("MFrage"), u"doch"_s);
+        b.Tippe("MFrage", u"doch"_s);
         QApplication::closeAllWindows();
         QVERIFY(!b.fenster->isVisible());
         QCOMPARE(b.kartei.Stored()[0].Frage_Klartext, u"doch"_s);
@@ -191,7 +191,7 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Tippen("MFrage", u"neu "_s);
+        b.Tippe("MFrage", u"neu "_s);
         QFile::remove(b.kartei.Path());
         QVERIFY(!b.fenster->close());
         QCOMPARE(b.Text("MFrage"), u"neu Frage 1"_s);
@@ -205,9 +205,9 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
-        b.Ersetzen("MaskThema", QString(251, u'x'));
+        b.Tippe("MFrage", u"f"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
+        b.Ersetze("MaskThema", QString(251, u'x'));
         b.Klick("Cadd");
         QCOMPARE(b.Meldungstexte().size(), 1);
         QVERIFY(b.Neu());
@@ -215,7 +215,7 @@ private slots:
         QCOMPARE(b.Text("MaskThema").size(), 251);
         QCOMPARE(b.Text("MaskFrageNr"), u"5"_s);
         QCOMPARE(b.kartei.store.FachInfo[0].Anzahl, qint16(2));
-        b.Steuerung("MaskThema")->setFocus();
+        b.Finde("MaskThema")->setFocus();
         b.Taste(Qt::Key_End);
         b.Taste(Qt::Key_Backspace);
         b.Klick("Cadd");

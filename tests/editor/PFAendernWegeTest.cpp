@@ -14,12 +14,6 @@ namespace {
 // A road that leads away from the shown card.
 using Weg = std::function<void(EditorBuehne &)>;
 
-void MausAuf(EditorBuehne &b, const char *kreuz)
-{
-    QWidget *widget = b.Steuerung(kreuz);
-    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Weg)
@@ -41,7 +35,7 @@ private:
         QTest::newRow("key back") << Weg([](EditorBuehne &b) { b.Taste(Qt::Key_Less, Qt::ControlModifier); })
                                   << false;
         QTest::newRow("jump") << Weg([](EditorBuehne &b) {
-            b.Ersetzen("MaskFrageNr", u"3"_s);
+            b.Ersetze("MaskFrageNr", u"3"_s);
             b.Taste(Qt::Key_Return);
         }) << false;
         QTest::newRow("copy") << Weg([](EditorBuehne &b) { b.Menue("MExtras", "MKopieren"); }) << false;
@@ -60,7 +54,7 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CVor");
-        b.Ersetzen("MFrage", u"neu"_s);
+        b.Ersetze("MFrage", u"neu"_s);
         weg(b);
         QCOMPARE(b.fenster->isVisible(), !schliesst);
         const QList<CardRecord> cards = b.kartei.Stored();
@@ -79,14 +73,14 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CVor");
-        b.Ersetzen("MFrage", {});
-        b.Tippen("Antwort(0)", u"neue "_s);
+        b.Ersetze("MFrage", {});
+        b.Tippe("Antwort(0)", u"neue "_s);
         weg(b);
         QVERIFY(b.fenster->isVisible());
         const QStringList texte = b.Meldungstexte();
         QCOMPARE(texte.size(), schliesst ? 2 : 1); // who would close is asked whether to discard
         QCOMPARE(texte[0], u"Keine Frage eingegeben"_s);
-        QVERIFY(b.Steuerung("MFrage")->hasFocus());
+        QVERIFY(b.Finde("MFrage")->hasFocus());
         QCOMPARE(b.Text("Antwort(0)"), u"neue Antwort 2"_s);
         QCOMPARE(int(b.kartei.store.Felder().FrageNr.Integer()), 2);
         QVERIFY(!b.Neu());
@@ -98,8 +92,8 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
+        b.Tippe("MFrage", u"f"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
         b.Klick("CVor");
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
         QVERIFY(b.Neu());
@@ -113,12 +107,12 @@ private slots:
         EditorBuehne b(DreiKarten());
         b.Zeigen();
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"f"_s);
+        b.Tippe("MFrage", u"f"_s);
         b.Klick("CZurück");
         QCOMPARE(b.Meldungstexte(), QStringList(u"Keine Antwort eingegeben"_s));
         QVERIFY(b.Neu());
         QCOMPARE(b.Text("MFrage"), u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
         b.Klick("CZurück");
         QVERIFY(!b.Neu());
         QCOMPARE(b.Text("MaskFrageNr"), u"3"_s);
@@ -141,8 +135,8 @@ private slots:
         b.Klick("CVor");
         b.Klick("Antwort_K"); // so that ticks would be written
         b.Klick("CEOF");
-        b.Tippen("MFrage", u"f"_s);
-        b.Tippen("Antwort(0)", u"a"_s);
+        b.Tippe("MFrage", u"f"_s);
+        b.Tippe("Antwort(0)", u"a"_s);
         b.Klick("Antwort_K");
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
@@ -163,8 +157,8 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        b.Ersetzen("MFrage", u"neu"_s);
-        b.Ersetzen("MaskThema", {});
+        b.Ersetze("MFrage", u"neu"_s);
+        b.Ersetze("MaskThema", {});
         b.Klick("Cadd");
         const CardRecord card = b.kartei.Stored()[0];
         QCOMPARE(card.Frage_Klartext, u"neu"_s);
@@ -179,13 +173,13 @@ private slots:
         EditorBuehne b({card, MakeCard(2, 0, 2)});
         b.Zeigen();
         b.Klick("Antwort_K");
-        MausAuf(b, "Check1(1)");
-        MausAuf(b, "Check1(4)");
+        b.Klick("Check1(1)");
+        b.Klick("Check1(4)");
         b.Klick("CVor");
         b.Klick("CZurück");
         for (int i = 0; i < 5; ++i)
             QCOMPARE(b.Finde<QCheckBox>(qPrintable(u"Check1(%1)"_s.arg(i)))->isChecked(), i == 1 || i == 4);
-        MausAuf(b, "Check1(4)");
+        b.Klick("Check1(4)");
         b.Klick("CVor");
         const CardRecord stored = b.kartei.Stored()[0];
         QCOMPARE(stored.Antworttyp, 2.0);
@@ -205,7 +199,7 @@ private slots:
         QFETCH(QString, feld);
         EditorBuehne b({Tickkarte(1), MakeCard(2, 0, 2)});
         b.Zeigen();
-        b.Steuerung(qPrintable(feld))->setFocus();
+        b.Finde(qPrintable(feld))->setFocus();
         b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(b.Text("MaskFrageNr"), u"2"_s);
         QCOMPARE(b.fenster->focusWidget()->objectName(), u"Antwort(0)"_s);

@@ -90,9 +90,9 @@ private slots:
         b.Zeigen();
         b.Auswaehlen("MFrage", 0, 11);
         b.Menue("MFont", "MSchriftart"); // is cancelled
-        b.ImDialog(u"Schriftdialog"_s, [](QWidget &dialog) {
+        const Drehbuch buch({Drehbuch::In(u"Schriftdialog"_s, [](QWidget &dialog) {
             dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
-        });
+        })});
         DialogeFenster dialoge;
         const auto wahl = dialoge.SchriftWaehlen(b.dialoge.schriftVorgabe.value());
         QVERIFY(wahl);

@@ -10,11 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QLabel *Etikett(QWidget &dialog, const char *name)
-{
-    return dynamic_cast<QLabel *>(dialog.findChild<QWidget *>(QString::fromUtf8(name)));
-}
-
 void TextSchreiben(const QString &pfad)
 {
     QFile datei(pfad);
@@ -47,18 +42,18 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("text.wav")};
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
+            Hand(dialog).Klick("Option1");
             if (!vorher.isEmpty())
-                Klick(dialog, "cmdÄndern");
-            QCOMPARE(Etikett(dialog, "Dateiname")->text(), vorher);
-            QCOMPARE(dialog.findChild<QWidget *>(u"cmdÄndern"_s)->isEnabled(), !vorher.isEmpty());
+                Hand(dialog).Klick("cmdÄndern");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), vorher);
+            QCOMPARE(Hand(dialog).Finde("cmdÄndern")->isEnabled(), !vorher.isEmpty());
             dialog.close();
         });
         QCOMPARE(b.dialoge.gefragt.size(), 1);
         QCOMPARE(b.Meldungstexte(),
                  QStringList(u"Fehler beim Soundöffnen: Keine WAV-Datei: „%1“"_s.arg(b.Datei("text.wav"))));
         QVERIFY(!b.ton.gespielt.contains(b.Datei("text.wav")));
-        b.Tippen("MFrage", u"x"_s);
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Picture_6_Name, vorher);
     }
@@ -72,12 +67,12 @@ private slots:
         b.Zeigen();
         QCOMPARE(b.Farbe(), QColor(Qt::red));
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
-            QVERIFY(!dialog.findChild<QLabel *>(u"Picture1"_s)->pixmap().isNull());
+            Hand(dialog).Klick("Option1");
+            QVERIFY(!Hand(dialog).Finde<QLabel>("Picture1")->pixmap().isNull());
             dialog.close();
         });
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
+            Hand(dialog).Klick("Option1");
             dialog.close();
         });
         QVERIFY(b.ton.gespielt.contains(b.Datei("gut.wav")));
@@ -92,8 +87,8 @@ private slots:
         TextSchreiben(b.Datei("text.wav"));
         b.Zeigen();
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option2");
-            QCOMPARE(Etikett(dialog, "Dateiname")->text(), u"text.wav"_s);
+            Hand(dialog).Klick("Option2");
+            QCOMPARE(Hand(dialog).Text("Dateiname"), u"text.wav"_s);
             dialog.close();
         });
         QCOMPARE(b.Meldungstexte(),
@@ -121,20 +116,19 @@ private slots:
                      const QString keine = u"keine Datei"_s;
                      QStringList namen{bild ? u"rot.bmp"_s : keine, keine, bild ? keine : u"C:\\x\\a.wav"_s};
                      const auto gezeigt = [&] {
-                         return QStringList{Etikett(dialog, "Belegung1")->text(),
-                                            Etikett(dialog, "Belegung2")->text(),
-                                            Etikett(dialog, "Belegung3")->text()};
+                         return QStringList{Hand(dialog).Text("Belegung1"), Hand(dialog).Text("Belegung2"),
+                                            Hand(dialog).Text("Belegung3")};
                      };
                      QCOMPARE(gezeigt(), namen);
                      QVERIFY(b.dialoge.gefragt.isEmpty());
-                     QCOMPARE(Etikett(dialog, "Belegung2")->accessibleName(), u"Antwort: keine Datei"_s);
-                     const auto *option = dialog.findChild<QWidget *>(u"Option2"_s);
+                     QCOMPARE(Hand(dialog).Finde("Belegung2")->accessibleName(), u"Antwort: keine Datei"_s);
+                     const auto *option = Hand(dialog).Finde("Option2");
                      QCOMPARE(option->accessibleDescription(), keine);
-                     Klick(dialog, "Option2");
+                     Hand(dialog).Klick("Option2");
                      namen[1] = bild ? u"blau.jpg"_s : u"b.wav"_s;
                      QCOMPARE(gezeigt(), namen);
                      QCOMPARE(option->accessibleDescription(), namen[1]);
-                     Klick(dialog, "cmdLöschen");
+                     Hand(dialog).Klick("cmdLöschen");
                      namen[1] = keine;
                      QCOMPARE(gezeigt(), namen);
                      dialog.close();
@@ -148,7 +142,7 @@ private slots:
         Bildbuehne b({card});
         b.Zeigen();
         b.Dialog("MTon", u"Soundbearbeiten"_s, [&](QWidget &dialog) {
-            Klick(dialog, "Option1");
+            Hand(dialog).Klick("Option1");
             QVERIFY2(dialog.width() < 400, qPrintable(QString::number(dialog.width())));
             dialog.close();
         });
@@ -163,8 +157,8 @@ private slots:
         b.Zeigen();
         b.dialoge.pfade = {b.Datei("foto.bmp")};
         b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
-            const QLabel *bild = Etikett(dialog, "Picture1");
-            Klick(dialog, "Option1");
+            const QLabel *bild = Hand(dialog).Finde<QLabel>("Picture1");
+            Hand(dialog).Klick("Option1");
             QVERIFY(b.Meldungstexte().isEmpty());
             QCOMPARE(bild->pixmap().size(), QSize(400, 590));
             QVERIFY(bild->width() <= 800 && bild->height() <= 600);

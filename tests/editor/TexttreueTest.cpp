@@ -85,7 +85,7 @@ struct Treubuehne : Bildbuehne
 const QList<std::pair<const char *, Handlung>> &Handlungen()
 {
     static const QList<std::pair<const char *, Handlung>> alle{
-        {"topic", [](Bildbuehne &b) { b.Tippen("MaskThema", u"neu"_s); }},
+        {"topic", [](Bildbuehne &b) { b.Tippe("MaskThema", u"neu"_s); }},
         {"type",
          [](Bildbuehne &b) {
              b.Klick("Antwort_K");
@@ -94,7 +94,7 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
         {"tick",
          [](Bildbuehne &b) {
              b.Klick("Antwort_K");
-             QTest::mouseClick(b.Steuerung("Check1(0)"), Qt::LeftButton, {}, QPoint(8, 8));
+             b.Klick("Check1(0)");
          }},
         {"picture moved",
          [](Bildbuehne &b) {
@@ -107,22 +107,22 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
          }},
         {"window, colours and scrolling",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", u"x"_s);
+             b.Tippe("MaskThema", u"x"_s);
              b.fenster->resize(1200, 900);
              QPalette dunkel(Qt::white, Qt::black);
              dunkel.setColor(QPalette::Base, Qt::black);
              b.fenster->setPalette(dunkel);
              QApplication::processEvents();
              b.fenster->setPalette({});
-             b.Steuerung("MFrage")->setFocus();
+             b.Finde("MFrage")->setFocus();
              b.Taste(Qt::Key_End, Qt::ControlModifier);
              b.Taste(Qt::Key_PageDown);
          }},
         {"marked and copied",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", u"x"_s);
+             b.Tippe("MaskThema", u"x"_s);
              for (const char *feld : {"MFrage", "Antwort(0)"}) {
-                 b.Steuerung(feld)->setFocus();
+                 b.Finde(feld)->setFocus();
                  b.Taste(Qt::Key_A, Qt::ControlModifier);
                  b.Taste(Qt::Key_C, Qt::ControlModifier);
                  b.Taste(Qt::Key_Left, Qt::ShiftModifier);
@@ -130,24 +130,24 @@ const QList<std::pair<const char *, Handlung>> &Handlungen()
          }},
         {"typed and undone",
          [](Bildbuehne &b) {
-             b.Tippen("Antwort(0)", u"viel"_s);
+             b.Tippe("Antwort(0)", u"viel"_s);
              b.Taste(Qt::Key_Backspace);
              b.Taste(Qt::Key_Return);
              for (int i = 0; i < 10; ++i)
                  b.Taste(Qt::Key_Z, Qt::ControlModifier);
-             b.Tippen("MaskThema", u"x"_s);
+             b.Tippe("MaskThema", u"x"_s);
          }},
         {"formats at the caret",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", u"x"_s);
-             b.Steuerung("Antwort(0)")->setFocus();
-             for (const int taste : {Qt::Key_F, Qt::Key_K, Qt::Key_H})
+             b.Tippe("MaskThema", u"x"_s);
+             b.Finde("Antwort(0)")->setFocus();
+             for (const Qt::Key taste : {Qt::Key_F, Qt::Key_K, Qt::Key_H})
                  b.Taste(taste, Qt::ControlModifier);
          }},
         {"asked and left",
          [](Bildbuehne &b) {
-             b.Tippen("MaskThema", u"x"_s);
-             b.Tippen("MFrage", u"xy"_s); // No is the answer
+             b.Tippe("MaskThema", u"x"_s);
+             b.Tippe("MFrage", u"xy"_s); // No is the answer
              b.Taste(Qt::Key_Delete);
              b.Taste(Qt::Key_B, Qt::ControlModifier);
              QCOMPARE(b.kartei.messages.vorgaben.size(), 3);
@@ -171,19 +171,16 @@ const QList<std::pair<const char *, Handlung>> &Wege()
          [](Bildbuehne &b) { b.Taste(Qt::Key_Less, Qt::ControlModifier | Qt::ShiftModifier); }},
         {"jump",
          [](Bildbuehne &b) {
-             b.Ersetzen("MaskFrageNr", u"4"_s);
+             b.Ersetze("MaskFrageNr", u"4"_s);
              b.Taste(Qt::Key_Return);
          }},
         {"search",
          [](Bildbuehne &b) {
-             const int vorher = b.dialogeBenutzt;
-             b.ImDialog(u"Suchen"_s, [](QWidget &dialog) {
-                 auto *text = dialog.findChild<QWidget *>(u"suchtext"_s);
-                 QTest::keyClicks(text, u"e"_s);
-                 QTest::keyClick(text, Qt::Key_Return);
-             });
+             const Drehbuch buch({Drehbuch::In(u"Suchen"_s, [](QWidget &dialog) {
+                 Hand(dialog).Tippe(u"e"_s);
+                 Hand(dialog).Taste(Qt::Key_Return);
+             })});
              b.Taste(Qt::Key_F3);
-             QTRY_COMPARE(b.dialogeBenutzt, vorher + 1);
          }},
         {"copy", [](Bildbuehne &b) { b.Menue("MExtras", "MKopieren"); }},
         {"Cback", [](Bildbuehne &b) { b.Klick("Cback"); }},
@@ -251,13 +248,13 @@ private slots:
         EditorBuehne b({Bildtextkarte()});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", u"ab"_s);
+        b.Tippe("MFrage", u"ab"_s);
         b.Taste(Qt::Key_Return);
         b.Taste(Qt::Key_Delete);
         QCOMPARE(b.kartei.messages.vorgaben, QList{Meldungen::Antwort::Nein});
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
         b.Klick("Cadd");
-        b.Tippen("MFrage", u"c"_s); // stored, it holds no such thing any more
+        b.Tippe("MFrage", u"c"_s); // stored, it holds no such thing any more
         b.Klick("Cback");
         QVERIFY(b.Meldungstexte().isEmpty());
         const CardRecord karte = b.kartei.Stored()[0];
@@ -269,7 +266,7 @@ private slots:
     {
         EditorBuehne b({Bildtextkarte()});
         b.Zeigen();
-        b.Tippen("MFrage", u"a"_s);
+        b.Tippe("MFrage", u"a"_s);
         QCOMPARE(b.Meldungstexte(), QStringList(BildFrage));
         QCOMPARE(b.Text("MFrage"), u"eins zwei"_s);
         b.Klick("Cback");
@@ -279,7 +276,7 @@ private slots:
     void EveryRoadToAChangeAsks_data()
     {
         QTest::addColumn<Handlung>("weg");
-        const auto taste = [](int code, Qt::KeyboardModifiers dazu = {}) {
+        const auto taste = [](Qt::Key code, Qt::KeyboardModifiers dazu = {}) {
             return Handlung([=](Bildbuehne &b) { b.Taste(code, dazu); });
         };
         QTest::newRow("Delete") << taste(Qt::Key_Delete);
@@ -366,9 +363,9 @@ private slots:
         b.Zeigen();
         RichTextBox *box = b.Box("MFrage");
         b.Auswaehlen("MFrage", 1, 3);
-        for (const int taste : {Qt::Key_C, Qt::Key_A, Qt::Key_Z, Qt::Key_Y, Qt::Key_Home, Qt::Key_End})
+        for (const Qt::Key taste : {Qt::Key_C, Qt::Key_A, Qt::Key_Z, Qt::Key_Y, Qt::Key_Home, Qt::Key_End})
             b.Taste(taste, Qt::ControlModifier);
-        for (const int taste : {Qt::Key_Left, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Escape, Qt::Key_Tab})
+        for (const Qt::Key taste : {Qt::Key_Left, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Escape, Qt::Key_Tab})
             b.Taste(taste);
         // The text of another program, by the mouse, that is not let go here.
         QMimeData mime;
@@ -381,7 +378,7 @@ private slots:
         // A screen reader's hand.
         QTextCursor(box->document()).insertText(u"x"_s);
         QVERIFY(b.Meldungstexte().isEmpty());
-        b.Tippen("MaskThema", u"x"_s);
+        b.Tippe("MaskThema", u"x"_s);
         b.Klick("Cadd");
         QCOMPARE(b.kartei.Stored()[0].Frage, QString::fromLatin1(MitBild));
     }
@@ -394,8 +391,8 @@ private slots:
         EditorBuehne b({karte});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", u"x"_s);
-        b.Tippen("Antwort(1)", u"x"_s);
+        b.Tippe("MFrage", u"x"_s);
+        b.Tippe("Antwort(1)", u"x"_s);
         const QStringList texte = b.Meldungstexte();
         QCOMPARE(texte.size(), 2);
         QVERIFY2(texte[1].startsWith(u"Antwort 2 enthält verborgenen Text, farbig hinterlegten "
@@ -412,9 +409,9 @@ private slots:
         EditorBuehne b({Bildtextkarte(1), Bildtextkarte(2)});
         b.Zeigen();
         b.kartei.messages.antworten = {Meldungen::Antwort::Ja, Meldungen::Antwort::Ja};
-        b.Tippen("MFrage", u"x"_s);
+        b.Tippe("MFrage", u"x"_s);
         b.Klick("CVor");
-        b.Tippen("MFrage", u"x"_s);
+        b.Tippe("MFrage", u"x"_s);
         QCOMPARE(b.Meldungstexte().size(), 2);
     }
 
@@ -426,7 +423,7 @@ private slots:
         karte.Frage_Klartext = u" "_s;
         EditorBuehne b({karte});
         b.Zeigen();
-        b.Ersetzen("MaskThema", u"neu"_s);
+        b.Ersetze("MaskThema", u"neu"_s);
         b.Klick("Cadd");
         QVERIFY(b.Meldungstexte().isEmpty());
         karte.Picture_9_Name = u"neu"_s;

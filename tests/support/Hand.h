@@ -71,21 +71,32 @@ public:
     }
 
     // Whatever has the keyboard. A window that has just been closed hands it on with the next events.
-    static QWidget *Fokus()
+    QWidget *Fokus() const
     {
-        if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
+        const auto da = [this] {
+            QWidget *modal = QApplication::activeModalWidget();
+            Aktivieren(modal ? modal : griff_.data());
+            return QApplication::focusWidget() != nullptr;
+        };
+        if (!QTest::qWaitFor(da))
             qFatal("nothing has the focus");
         return QApplication::focusWidget();
     }
 
-    static QString FokusName() { return QApplication::focusWidget() ? Fokus()->objectName() : QString(); }
+    QString FokusName() const { return Fokus()->objectName(); }
 
-    static void Taste(Qt::Key taste, Qt::KeyboardModifiers dazu = {})
+    void Taste(Qt::Key taste, Qt::KeyboardModifiers dazu = {}) const
     {
         QTest::keyClick(Fokus(), taste, dazu);
     }
 
-    static void Tippe(const QString &text)
+    void Taste(const QString &feld, Qt::Key taste, Qt::KeyboardModifiers dazu = {}) const
+    {
+        Finde(feld)->setFocus();
+        Taste(taste, dazu);
+    }
+
+    void Tippe(const QString &text) const
     {
         for (const QChar zeichen : text)
             QTest::sendKeyEvent(QTest::Click, Fokus(),
@@ -124,9 +135,7 @@ public:
         const QWidget *modal = QApplication::activeModalWidget();
         if (!fenster || (modal && modal != fenster))
             return nullptr;
-        // The platform of the tests gives the keyboard back to none when a dialog closes.
-        if (!QApplication::activeWindow())
-            fenster->activateWindow();
+        Aktivieren(fenster);
         return fenster->isActiveWindow() ? fenster : nullptr;
     }
 
@@ -140,6 +149,14 @@ public:
     }
 
 private:
+    // The platform of the tests gives the keyboard back to none when a dialog or menu closes.
+    static void Aktivieren(QWidget *fenster)
+    {
+        const QWidget *aktiv = QApplication::activeWindow();
+        if (!aktiv || !aktiv->isVisible())
+            fenster->activateWindow();
+    }
+
     QPointer<QWidget> griff_;
 };
 
