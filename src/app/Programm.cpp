@@ -15,7 +15,7 @@
 #include "Themaausfiltern.h"
 #include "Ueber.h"
 #include "Uebersicht.h"
-#include "Verlauf.h"
+#include "VerlaufFenster.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -72,8 +72,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
     QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
-    verlauf_ =
-        std::make_unique<Verlaufsbuch>(kartei_, clock_, konfig_.ProgrammPfad + u"/verlauf.sqlite"_s);
+    verlauf_ = std::make_unique<Verlaufsbuch>(kartei_, clock_, konfig_.ProgrammPfad + u"/verlauf.sqlite"_s);
     QObject::connect(lbox_.get(), &LBOX::BoxGezeichnet, lbox_.get(), [this] { verlauf_->Nachsehen(); });
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };

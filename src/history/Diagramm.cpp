@@ -95,7 +95,8 @@ void Diagramm::paintEvent(QPaintEvent *)
     titel.setWeight(QFont::DemiBold);
     maler.setFont(titel);
     maler.setPen(farben.tinte);
-    maler.drawText(QRectF(rect()).adjusted(Rand, Rand * 0.75, -Rand, 0), Qt::AlignLeft | Qt::AlignTop, Titel());
+    maler.drawText(QRectF(rect()).adjusted(Rand, Rand * 0.75, -Rand, 0), Qt::AlignLeft | Qt::AlignTop,
+                   Titel());
 
     const QRectF feld = Feld();
     if (feld.width() < 1 || feld.height() < 1 || werte_.tage.empty())
@@ -116,8 +117,8 @@ void Diagramm::SkalaMalen(QPainter &maler, const QRectF &feld, const Wertachse &
         maler.setPen(linie);
         maler.drawLine(QPointF(feld.left(), y), QPointF(feld.right(), y));
         maler.setPen(farben.leiseTinte);
-        maler.drawText(QRectF(0, y - zeile / 2, feld.left() - Luecke, zeile), Qt::AlignRight | Qt::AlignVCenter,
-                       QString::number(std::abs(wert)));
+        maler.drawText(QRectF(0, y - zeile / 2, feld.left() - Luecke, zeile),
+                       Qt::AlignRight | Qt::AlignVCenter, QString::number(std::abs(wert)));
     }
 }
 
@@ -134,8 +135,8 @@ void Diagramm::TageMalen(QPainter &maler, const QRectF &feld) const
         maler.drawText(QRectF(x, feld.bottom() + Luecke, breite, schrift.height()), Qt::AlignCenter, text);
     };
     maler.setPen(farben.leiseTinte);
-    const double platz = QFontMetricsF(maler.font())
-                             .horizontalAdvance(Tagname(werte_.von, werte_.heute) + u"0000"_s);
+    const double platz =
+        QFontMetricsF(maler.font()).horizontalAdvance(Tagname(werte_.von, werte_.heute) + u"0000"_s);
     for (const int tag : tage.Marken(platz, feld))
         nennen(tag, Tagname(werte_.von.addDays(tag), werte_.heute));
     QFont fett = maler.font();

@@ -46,7 +46,8 @@ protected:
     // The lines of the scale with their numbers, below what is painted next.
     void SkalaMalen(QPainter &maler, const QRectF &feld, const Wertachse &achse) const;
     // Right of the field, centred at `y`.
-    void NameMalen(QPainter &maler, const QRectF &feld, double y, const QString &text, const QColor &farbe) const;
+    void NameMalen(QPainter &maler, const QRectF &feld, double y, const QString &text,
+                   const QColor &farbe) const;
 
 private:
     QRectF Feld() const;

@@ -55,10 +55,9 @@ Kartenabdruck::Kartenabdruck(CardRecordset &karten)
         const auto ende = nummern.begin() + static_cast<std::ptrdiff_t>(std::min(nummern.size(), Stichprobe));
         std::partial_sort(nummern.begin(), ende, nummern.end());
         vollstaendig_ = ende == nummern.end();
-        SQLite::Statement eine(database,
-                               R"(SELECT substr(CAST("Frage_Klartext" AS TEXT),1,?2),)"
-                               R"(substr(CAST("Antwort_1_Klartext" AS TEXT),1,?2) )"
-                               R"(FROM "Lernkarten" WHERE "FrageNr"=?1)");
+        SQLite::Statement eine(database, R"(SELECT substr(CAST("Frage_Klartext" AS TEXT),1,?2),)"
+                                         R"(substr(CAST("Antwort_1_Klartext" AS TEXT),1,?2) )"
+                                         R"(FROM "Lernkarten" WHERE "FrageNr"=?1)");
         for (auto wahl = nummern.begin(); wahl != ende; ++wahl) {
             eine.reset();
             eine.bind(1, wahl->second);

@@ -46,7 +46,7 @@ private:
         auto operator<=>(const Karte &) const = default;
     };
 
-    bool vollstaendig_ = true; // no card was left out for want of room
+    bool vollstaendig_ = true;  // no card was left out for want of room
     std::vector<Karte> karten_; // by `nummer`
 };
 

@@ -66,7 +66,8 @@ void Kennzahl::paintEvent(QPaintEvent *)
     maler.setBrush(farben.karte);
     maler.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
 
-    const auto zeile = [&](const QRectF &platz, const QFont &schrift, const QColor &farbe, const QString &text) {
+    const auto zeile = [&](const QRectF &platz, const QFont &schrift, const QColor &farbe,
+                           const QString &text) {
         maler.setFont(schrift);
         maler.setPen(farbe);
         const QString gekuerzt = QFontMetricsF(schrift).elidedText(text, Qt::ElideRight, platz.width());
@@ -75,8 +76,8 @@ void Kennzahl::paintEvent(QPaintEvent *)
     };
     const QFont zahl = Zahlschrift();
     const QFont worte = Schriftgrad::In(font(), Schriftgrad::Klein);
-    QRectF platz = QRectF(rect()).adjusted(flach_ ? Rand / 2 : Rand, flach_ ? 0 : 8, flach_ ? -Rand / 2 : -Rand,
-                                           flach_ ? 0 : -8);
+    QRectF platz = QRectF(rect()).adjusted(flach_ ? Rand / 2 : Rand, flach_ ? 0 : 8,
+                                           flach_ ? -Rand / 2 : -Rand, flach_ ? 0 : -8);
     if (flach_) {
         platz.setLeft(platz.left() + zeile(platz, zahl, farben.tinte, text_.zahl) + Rand / 2.0);
         zeile(platz, worte, farben.leiseTinte, text_.worte);

@@ -52,14 +52,15 @@ Prognose Vorhersagen(const std::vector<Tagesstand> &tage, const QDate &heute)
             continue;
         // No more than what the answers can have done: the rest was a tool, the editor or an import.
         const int schritte = Getan(tage[i].karten) - Getan(tage[i - 1].karten);
-        fortschritt += std::clamp(schritte, tage[i].richtig - SchritteZurueck * tage[i].falsch,
-                                  tage[i].richtig);
+        fortschritt +=
+            std::clamp(schritte, tage[i].richtig - SchritteZurueck * tage[i].falsch, tage[i].richtig);
     }
     const qint64 ueber = std::min<qint64>(Rueckblick, tage.front().tag.daysTo(heute));
     if (fortschritt <= 0 || ueber <= 0)
         return {Art::Unbekannt, {}};
     const double dauer = std::ceil(static_cast<double>(offen) * static_cast<double>(ueber) / fortschritt);
-    return dauer > Fern ? Prognose{Art::Fern, {}} : Prognose{Art::Am, heute.addDays(static_cast<qint64>(dauer))};
+    return dauer > Fern ? Prognose{Art::Fern, {}}
+                        : Prognose{Art::Am, heute.addDays(static_cast<qint64>(dauer))};
 }
 
 } // namespace paukfix

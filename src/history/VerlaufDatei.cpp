@@ -104,7 +104,8 @@ void Hinstellen(SQLite::Database &datei, std::int64_t nummer, const Verlaufsbox 
     stellen.exec();
 }
 
-void TagEintragen(SQLite::Database &datei, std::int64_t nummer, const QDate &tag, const Tagesaenderung &aenderung)
+void TagEintragen(SQLite::Database &datei, std::int64_t nummer, const QDate &tag,
+                  const Tagesaenderung &aenderung)
 {
     const std::string name = tag.toString(Qt::ISODate).toStdString();
     if (aenderung.karten) {
@@ -300,14 +301,15 @@ void VerlaufDatei::Beantworten(const Verlaufsbox &box, bool dieselbe)
             return;
         if (dieselbe) {
             const char *alt = "(SELECT vielleicht FROM box WHERE nummer=?1)";
-            for (const std::string &befehl : {
-                     "INSERT INTO tag SELECT ?1,tag,richtig,falsch,neu,fach1,fach2,fach3,fach4,fach5,erledigt "
-                     "FROM tag WHERE box="s + alt +
-                         " ON CONFLICT DO UPDATE SET richtig=richtig+excluded.richtig, "
-                         "falsch=falsch+excluded.falsch",
-                     "DELETE FROM tag WHERE box="s + alt,
-                     "UPDATE box SET vielleicht=?1 WHERE nummer<>?1 AND vielleicht="s + alt,
-                     "DELETE FROM box WHERE nummer="s + alt})
+            for (const std::string &befehl :
+                 {"INSERT INTO tag SELECT ?1,tag,richtig,falsch,neu,fach1,fach2,fach3,fach4,fach5,erledigt "
+                  "FROM tag WHERE box="s +
+                      alt +
+                      " ON CONFLICT DO UPDATE SET richtig=richtig+excluded.richtig, "
+                      "falsch=falsch+excluded.falsch",
+                  "DELETE FROM tag WHERE box="s + alt,
+                  "UPDATE box SET vielleicht=?1 WHERE nummer<>?1 AND vielleicht="s + alt,
+                  "DELETE FROM box WHERE nummer="s + alt})
                 Ausfuehren(datei, befehl.c_str(), *nummer);
         }
         Ausfuehren(datei, "UPDATE box SET vielleicht=NULL WHERE nummer=?1", *nummer);

@@ -27,8 +27,7 @@ QVariant VerlaufTabelle::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return Tabellenzeile(tage_.at(static_cast<std::size_t>(index.row()))).at(index.column());
     case Qt::AccessibleTextRole: // a number alone says nothing
-        return QVariant(Tabellenkopf().at(index.column()) + u' ' +
-                        data(index, Qt::DisplayRole).toString());
+        return QVariant(Tabellenkopf().at(index.column()) + u' ' + data(index, Qt::DisplayRole).toString());
     case Qt::TextAlignmentRole:
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     default:

@@ -65,28 +65,22 @@ void Verlaufsbuch::Nachsehen()
     const QDateTime beginn = kartei_.IsOpen() ? kartei_.sitzung.Beginn() : QDateTime();
     const QString pfad = kartei_.OffenerPfad();
     if (box_.sitzung != beginn || offen_ != pfad) {
-        Abschliessen();
-        if (!beginn.isValid())
-            return;
-        offen_ = pfad;
-        box_ = {.pfad = QFileInfo(pfad).canonicalFilePath(), .sitzung = beginn, .abdruck = {}};
+        Schreiben();
+        gesehen_.reset();
+        box_.abdruck = {};
+        box_.sitzung = beginn;
+        if (beginn.isValid() && offen_ != pfad) {
+            mitschriften_.clear();
+            offen_ = pfad;
+            box_.pfad = QFileInfo(pfad).canonicalFilePath();
+        }
     }
-    if (!box_.sitzung.isValid())
+    if (!beginn.isValid())
         return;
-    mitschrift_.Sehen(clock_.Now().date(), kartei_.sitzung.RichtigZaehler(), kartei_.sitzung.FalschZaehler(),
-                      Gezaehlt(kartei_.FachInfo));
+    mitschriften_[beginn].Sehen(clock_.Now().date(), kartei_.sitzung.RichtigZaehler(),
+                                kartei_.sitzung.FalschZaehler(), Gezaehlt(kartei_.FachInfo));
     if (!ruhe_.isActive())
         ruhe_.start();
-}
-
-// The session is over: its print is the last one that was taken.
-void Verlaufsbuch::Abschliessen()
-{
-    Schreiben();
-    box_ = {};
-    offen_.clear();
-    gesehen_.reset();
-    mitschrift_ = {};
 }
 
 // A walk over the numbers of all cards: taken anew only where cards have come or gone.
@@ -109,9 +103,9 @@ void Verlaufsbuch::AbdruckNehmen()
 void Verlaufsbuch::Schreiben()
 {
     ruhe_.stop();
-    Tagesaenderungen neu = mitschrift_.Abholen();
     if (!box_.sitzung.isValid())
         return;
+    Tagesaenderungen neu = mitschriften_[box_.sitzung].Abholen();
     AbdruckNehmen();
     {
         const QMutexLocker sperre(&schloss_);

@@ -11,12 +11,14 @@
 #include <QThreadPool>
 #include <QTimer>
 
+#include <map>
+
 namespace paukfix {
 
 // Keeps the history of the open box. It is told whenever the box may have changed, reads then what the
-// session has counted, and half a second later writes it on a thread of its own: no answer waits for it, and a
-// kill costs the history the answers of that half second. What cannot be written is
-// kept and tried again with the next change; nobody is told while learning.
+// session has counted, and half a second later writes it on a thread of its own: no answer waits for it, and
+// a kill costs the history the answers of that half second. What cannot be written is kept and tried again
+// with the next change; nobody is told while learning.
 class Verlaufsbuch
 {
 public:
@@ -44,7 +46,6 @@ public:
     void BeiseiteGesagt();
 
 private:
-    void Abschliessen();
     void Schreiben();
     void Abarbeiten();
     void Warten();
@@ -52,11 +53,13 @@ private:
 
     CardStore &kartei_;
     const Clock &clock_;
-    VerlaufDatei datei_; // the thread's own, until Warten() has returned
-    QString offen_;      // the path of the box as it was opened
-    Verlaufsbox box_;    // of the session that is written down; without a beginning there is none
+    VerlaufDatei datei_;         // the thread's own, until Warten() has returned
+    QString offen_;              // the path of the box as it was opened
+    Verlaufsbox box_;            // of the session that is written down; without a beginning there is none
     std::optional<int> gesehen_; // how many cards the box had when its print was taken
-    Mitschrift mitschrift_;
+    // Of all sessions of that file by their beginnings: what is taken back may lie before it was opened
+    // again.
+    std::map<QDateTime, Mitschrift> mitschriften_;
     QTimer ruhe_;
     QMutex schloss_; // of the next two
     std::vector<Verlaufseintrag> wartend_;

@@ -32,10 +32,9 @@ QString PrognoseInWorten(const Verlaufswerte &werte)
     const QLocale deutsch(QLocale::German);
     switch (werte.prognose.art) {
     case Prognose::Art::Am:
-        return u"erledigt; alle etwa am %1"_s.arg(
-            deutsch.toString(werte.prognose.tag, werte.heute.daysTo(werte.prognose.tag) < OhneJahr
-                                                     ? u"d. MMMM"_s
-                                                     : u"d. MMMM yyyy"_s));
+        return u"erledigt; alle etwa am %1"_s.arg(deutsch.toString(
+            werte.prognose.tag,
+            werte.heute.daysTo(werte.prognose.tag) < OhneJahr ? u"d. MMMM"_s : u"d. MMMM yyyy"_s));
     case Prognose::Art::Fern:
         return u"erledigt; alle in mehr als 5 Jahren"_s;
     case Prognose::Art::Unbekannt:
@@ -106,7 +105,8 @@ QString Tagname(const QDate &tag, const QDate &heute)
 
 QString AntwortenInWorten(const Verlaufswerte &werte)
 {
-    QStringList worte{u"%1 richtig und %2 falsch %3"_s.arg(werte.richtig).arg(werte.falsch).arg(ImZeitraum(werte))};
+    QStringList worte{
+        u"%1 richtig und %2 falsch %3"_s.arg(werte.richtig).arg(werte.falsch).arg(ImZeitraum(werte))};
     if (!werte.bekannt.empty() && werte.bekannt.back().tag == werte.heute)
         worte << u"heute %1 richtig und %2 falsch"_s.arg(werte.bekannt.back().richtig)
                      .arg(werte.bekannt.back().falsch);

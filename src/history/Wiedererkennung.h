@@ -17,12 +17,13 @@ namespace paukfix {
 struct BekannteBox
 {
     std::int64_t nummer = 0;
-    QString pfad;      // where its file was seen last
-    bool dort = true;  // false: another box has taken that place since
+    QString pfad;     // where its file was seen last
+    bool dort = true; // false: another box has taken that place since
     Kartenabdruck abdruck;
 };
 
-// Which of the known boxes an opened one is: certainly one, perhaps one (its learner is to be asked), or none.
+// Which of the known boxes an opened one is: certainly one, perhaps one (its learner is to be asked), or
+// none.
 struct Wiedererkennung
 {
     std::optional<std::int64_t> sicher, vielleicht;

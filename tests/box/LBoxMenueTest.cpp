@@ -29,7 +29,8 @@ private slots:
              {"Mneu|neu", "Möffnen|öffnen", "MStrich|-", "MDat(1)|", "MDat(2)|", "MDat(3)|", "MDat(4)|",
               "MDat(5)|", "MS2|-", "MEnde|Ende"}},
             {"MAuto|Automatik", {"MAutoschalter|einschalten"}},
-            {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
+            {"Mändern|ändern",
+             {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
               "MZurücknehmen|nichts zurückzunehmen", "MWiederholen|nichts zu wiederholen"}},
             {"Mübersicht|Übersicht", {"Manzeigen|anzeigen"}},
             {"MExtras|Extras",
@@ -56,18 +57,9 @@ private slots:
     {
         LBoxBuehne b;
         b.Zeigen();
-        const QStringList fremde{"MKarten",
-                                 "Manzeigen",
-                                 "MAscii_Export",
-                                 "MAscii_Import",
-                                 "MThema_ausfiltern",
-                                 "MKartei_anhängen",
-                                 "MKartei_spiegeln",
-                                 "MAlleNeu",
-                                 "MErledigtNeu",
-                                 "MStatistik",
-                                 "MVerlauf",
-                                 "Müber"};
+        const QStringList fremde{"MKarten",           "Manzeigen",        "MAscii_Export",    "MAscii_Import",
+                                 "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
+                                 "MErledigtNeu",      "MStatistik",       "MVerlauf",         "Müber"};
         for (const QString &name : fremde)
             QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
         for (const QString name : {"Mneu", "Möffnen", "MEnde", "MAutoschalter", "MSchriftart", "MAnimation"})
@@ -88,8 +80,9 @@ private slots:
         const auto oeffnen = [&] { ++geoeffnet; };
         b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
                       oeffnen, oeffnen, oeffnen, nullptr, nullptr});
-        for (const QString name : {"MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
-                                   "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu", "MVerlauf"}) {
+        for (const QString name :
+             {"MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern", "MKartei_anhängen",
+              "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});

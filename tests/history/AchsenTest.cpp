@@ -38,10 +38,7 @@ private slots:
         QCOMPARE(achse.Y(-achse.unten, feld), 220.0);
     }
 
-    void LittleRoomStillHasSteps()
-    {
-        QCOMPARE(Wertachse::Fuer(30, 9, 0).schritt, 50);
-    }
+    void LittleRoomStillHasSteps() { QCOMPARE(Wertachse::Fuer(30, 9, 0).schritt, 50); }
 
     void NamesOfDaysDoNotTouch()
     {

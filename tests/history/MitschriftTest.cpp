@@ -73,8 +73,7 @@ private slots:
         m.Sehen(Heute, 4, 2, Karten);
         m.Abholen();
         m.Sehen(Heute, 1, 1, {7});
-        QCOMPARE(m.Abholen(),
-                 (Tagesaenderungen{{Gestern, {-2, -1, {}}}, {Heute, {-1, 0, Kartenzahlen{7}}}}));
+        QCOMPARE(m.Abholen(), (Tagesaenderungen{{Gestern, {-2, -1, {}}}, {Heute, {-1, 0, Kartenzahlen{7}}}}));
         // And given again, it is today's.
         m.Sehen(Heute, 2, 1, Karten);
         QCOMPARE(m.Abholen(), (Tagesaenderungen{{Heute, {1, 0, Karten}}}));

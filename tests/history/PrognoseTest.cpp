@@ -63,8 +63,7 @@ private slots:
 
     void MoreWrongThanRightHasNoEnd()
     {
-        const std::vector<Tagesstand> tage{{Heute.addDays(-1), 0, 0, {0, 0, 5}},
-                                           {Heute, 1, 3, {0, 3, 1, 1}}};
+        const std::vector<Tagesstand> tage{{Heute.addDays(-1), 0, 0, {0, 0, 5}}, {Heute, 1, 3, {0, 3, 1, 1}}};
         QCOMPARE(Vorhersagen(tage, Heute).art, Prognose::Art::Unbekannt);
     }
 
@@ -92,8 +91,7 @@ private slots:
 
     void WhatTakesYearsIsNoDate()
     {
-        const std::vector<Tagesstand> tage{{Heute.addDays(-1), 0, 0, {30000}},
-                                           {Heute, 1, 0, {29999, 0, 1}}};
+        const std::vector<Tagesstand> tage{{Heute.addDays(-1), 0, 0, {30000}}, {Heute, 1, 0, {29999, 0, 1}}};
         QCOMPARE(Vorhersagen(tage, Heute).art, Prognose::Art::Fern);
     }
 

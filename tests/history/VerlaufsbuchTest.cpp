@@ -89,8 +89,8 @@ private slots:
         b.clock.jetzt = b.clock.jetzt.addSecs(20);
         b.Antworten(true);
         b.Antworten(false);
-        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}},
-                                                    {Tag.addDays(1), 1, 1, {17, 1, 2}}}));
+        QCOMPARE(b.Tage(),
+                 (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}, {Tag.addDays(1), 1, 1, {17, 1, 2}}}));
     }
 
     void AnAnswerThatIsTakenBackIsGone()
@@ -99,14 +99,33 @@ private slots:
         b.Anlegen("a.pzb");
         b.Oeffnen("a.pzb");
         b.Antworten(true);
-        const Sitzung sitzung = b.kartei.sitzung;
-        const Faecher faecher = b.kartei.FachInfo;
         b.Antworten(false);
         QCOMPARE(b.Tage()[0].falsch, 1);
-        b.kartei.sitzung = sitzung;
-        b.kartei.FachInfo = faecher;
-        b.buch->Nachsehen();
+        b.Zuruecknehmen();
         QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}}));
+        b.kartei.verlauf.Wiederholen();
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 1, {18, 1, 1}}}));
+    }
+
+    // A tool opens the file again; what was learned before can still be taken back.
+    void AnAnswerFromBeforeTheFileWasOpenedAgainIsGoneToo()
+    {
+        Verlaufsbuehne b;
+        b.Anlegen("a.pzb");
+        b.Oeffnen("a.pzb");
+        b.Antworten(true);
+        b.Antworten(true);
+        {
+            const VerlaufBewahren bewahren(b.kartei);
+            b.Oeffnen("a.pzb");
+        }
+        b.Antworten(true);
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 3, 0, {17, 0, 3}}}));
+        b.Zuruecknehmen();
+        b.Zuruecknehmen();
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}}));
+        b.kartei.verlauf.Wiederholen();
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 2, 0, {18, 0, 2}}}));
     }
 
     void EachBoxHasItsOwnDays()
@@ -373,7 +392,8 @@ private slots:
         b.Oeffnen("a.pzb");
         b.Tage();
         b.Beenden();
-        SQLite::Database(b.Verlaufspfad().toStdString(), SQLite::OPEN_READWRITE).exec("PRAGMA user_version=9");
+        SQLite::Database(b.Verlaufspfad().toStdString(), SQLite::OPEN_READWRITE)
+            .exec("PRAGMA user_version=9");
         const QByteArray vorher = ReadFile(b.Verlaufspfad(), 1 << 20);
         b.Starten();
         b.Oeffnen("a.pzb");

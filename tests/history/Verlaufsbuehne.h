@@ -64,6 +64,13 @@ public:
         buch->Nachsehen();
     }
 
+    // What was done last.
+    void Zuruecknehmen()
+    {
+        kartei.verlauf.Zuruecknehmen();
+        buch->Nachsehen();
+    }
+
     std::vector<Tagesstand> Tage() const { return buch->Lesen().stand.tage; }
 
     QTemporaryDir ordner;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Verlauf.h"
+#include "VerlaufFenster.h"
 
 #include "Diagramm.h"
 #include "Fensterbau.h"
@@ -41,8 +41,8 @@ QPushButton *Knopf(const QString &text, const QString &name, QWidget *eltern)
 
 } // namespace
 
-Verlauf::Verlauf(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft, const QDate &heute,
-                 QWidget *parent)
+VerlaufFenster::VerlaufFenster(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft,
+                               const QDate &heute, QWidget *parent)
     : QDialog(parent), tage_(auskunft.stand.tage), heute_(heute)
 {
     setObjectName(u"Verlauf"_s);
@@ -76,7 +76,7 @@ Verlauf::Verlauf(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft, 
     resize(QSize(fontMetrics().height() * 68, fontMetrics().height() * 46).boundedTo(schirm * 0.9));
 }
 
-QBoxLayout *Verlauf::KopfBauen(const QString &kartei)
+QBoxLayout *VerlaufFenster::KopfBauen(const QString &kartei)
 {
     auto *name = new QLabel(kartei, this);
     name->setObjectName(u"LKartei"_s);
@@ -107,7 +107,7 @@ QBoxLayout *Verlauf::KopfBauen(const QString &kartei)
     return kopf;
 }
 
-void Verlauf::KennzahlenBauen()
+void VerlaufFenster::KennzahlenBauen()
 {
     kennzahlenPlatz_->setSpacing(12);
     constexpr std::array<const char *, 4> Namen{"richtig", "falsch", "inFolge", "erledigt"};
@@ -117,7 +117,7 @@ void Verlauf::KennzahlenBauen()
     }
 }
 
-void Verlauf::InhaltBauen()
+void VerlaufFenster::InhaltBauen()
 {
     reiter_ = new QTabBar(this);
     reiter_->setObjectName(u"Reiter"_s);
@@ -159,12 +159,12 @@ void Verlauf::InhaltBauen()
     inhalt_->addWidget(ansicht_);
 }
 
-QBoxLayout *Verlauf::KnoepfeBauen()
+QBoxLayout *VerlaufFenster::KnoepfeBauen()
 {
     cmdTabelle_ = Knopf(u"als &Tabelle"_s, u"cmdTabelle"_s, this);
-    connect(cmdTabelle_, &QPushButton::clicked, this, &Verlauf::cmdTabelle_Click);
+    connect(cmdTabelle_, &QPushButton::clicked, this, &VerlaufFenster::cmdTabelle_Click);
     QPushButton *kopieren = Knopf(u"Tabelle &kopieren"_s, u"cmdKopieren"_s, this);
-    connect(kopieren, &QPushButton::clicked, this, &Verlauf::cmdKopieren_Click);
+    connect(kopieren, &QPushButton::clicked, this, &VerlaufFenster::cmdKopieren_Click);
     auto *zurueck = new QPushButton(u"Zu&rück"_s, this);
     zurueck->setObjectName(u"cmdZurück"_s);
     zurueck->setProperty("leitend", true);
@@ -184,7 +184,7 @@ QBoxLayout *Verlauf::KnoepfeBauen()
     return knoepfe;
 }
 
-void Verlauf::ZeitraumZeigen()
+void VerlaufFenster::ZeitraumZeigen()
 {
     werte_ = Auswerten(tage_, static_cast<Zeitraum>(zeitraum_->checkedId()), heute_);
     const std::array texte{RichtigText(werte_), FalschText(werte_), FolgeText(werte_), ErledigtText(werte_)};
@@ -199,7 +199,7 @@ void Verlauf::ZeitraumZeigen()
     }
 }
 
-void Verlauf::ReiterZeigen()
+void VerlaufFenster::ReiterZeigen()
 {
     reiter_->setVisible(niedrig_ && !alsTabelle_);
     antworten_->setVisible(!niedrig_ || reiter_->currentIndex() == 0);
@@ -208,14 +208,14 @@ void Verlauf::ReiterZeigen()
     inhalt_->setCurrentIndex(alsTabelle_ ? 1 : 0);
 }
 
-void Verlauf::resizeEvent(QResizeEvent *event)
+void VerlaufFenster::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
     Anordnen();
 }
 
 // A small window shows one picture at a time, and a narrow one two numbers beside each other.
-void Verlauf::Anordnen()
+void VerlaufFenster::Anordnen()
 {
     constexpr int SchmalePixel = 800;
     const int zeile = fontMetrics().height();
@@ -235,7 +235,7 @@ void Verlauf::Anordnen()
     ReiterZeigen();
 }
 
-void Verlauf::cmdTabelle_Click()
+void VerlaufFenster::cmdTabelle_Click()
 {
     alsTabelle_ = !alsTabelle_;
     cmdTabelle_->setText(alsTabelle_ ? u"als &Bild"_s : u"als &Tabelle"_s);
@@ -244,7 +244,7 @@ void Verlauf::cmdTabelle_Click()
         ansicht_->setFocus();
 }
 
-void Verlauf::cmdKopieren_Click()
+void VerlaufFenster::cmdKopieren_Click()
 {
     QGuiApplication::clipboard()->setText(TabelleAlsText(werte_));
     const auto tage = werte_.bekannt.size();
@@ -271,7 +271,7 @@ void VerlaufZeigen(Verlaufsbuch &buch, const QString &kartei, const QDate &heute
         buch.Beantworten(meldungen.Fragen(frage) == Meldungen::Antwort::Ja);
         auskunft = buch.Lesen();
     }
-    Verlauf(kartei, auskunft, heute, parent).exec();
+    VerlaufFenster(kartei, auskunft, heute, parent).exec();
 }
 
 } // namespace paukfix

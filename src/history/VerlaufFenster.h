@@ -27,12 +27,12 @@ class VerlaufTabelle;
 
 // The window "Verlauf": a box's answers and compartments over days, as pictures and as a table. It shows what
 // was known when it was opened.
-class Verlauf final : public QDialog
+class VerlaufFenster final : public QDialog
 {
 public:
     // `kartei` is the name of the box.
-    Verlauf(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft, const QDate &heute,
-            QWidget *parent = nullptr);
+    VerlaufFenster(const QString &kartei, const Verlaufsbuch::Auskunft &auskunft, const QDate &heute,
+                   QWidget *parent = nullptr);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -51,7 +51,7 @@ private:
     std::vector<Tagesstand> tage_;
     Verlaufswerte werte_;
     QDate heute_;
-    bool niedrig_ = false;     // too low for both pictures
+    bool niedrig_ = false; // too low for both pictures
     bool alsTabelle_ = false;
     QButtonGroup *zeitraum_ = nullptr;
     QGridLayout *kennzahlenPlatz_ = nullptr;

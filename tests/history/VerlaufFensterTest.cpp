@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Verlauf.h"
+#include "VerlaufFenster.h"
 
 #include "Diagramm.h"
 #include "Drehbuch.h"
@@ -76,7 +76,7 @@ double Kontrast(const QList<QColor> &farben)
 } // namespace
 
 // The real window, by key and mouse.
-class VerlaufTest : public QObject
+class VerlaufFensterTest : public QObject
 {
     Q_OBJECT
 
@@ -88,7 +88,7 @@ private slots:
 
     void EachNumberIsASentence()
     {
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         QCOMPARE(fenster.windowTitle(), "Verlauf");
@@ -106,7 +106,7 @@ private slots:
 
     void PicturesAreReadInWords()
     {
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         const auto beschreibung = [&](const char *name) {
@@ -125,31 +125,31 @@ private slots:
 
     void ThePeriodIsChosenByKeyAndMouse()
     {
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         const QString dreissig = hand.Text("richtig");
         hand.Klick("Zeitraum(1)");
         QVERIFY(hand.Text("richtig").endsWith(" richtig in 12 Wochen"));
         QCOMPARE(hand.Finde<QTableView>("Tabelle")->model()->rowCount(), 60);
-        Hand::Taste(Qt::Key_A, Qt::AltModifier);
+        hand.Taste(Qt::Key_A, Qt::AltModifier);
         QTRY_VERIFY2(hand.Text("richtig").endsWith(" richtig seit dem 23. Sept."),
                      qPrintable(hand.Text("richtig")));
-        Hand::Taste(Qt::Key_3, Qt::AltModifier);
+        hand.Taste(Qt::Key_3, Qt::AltModifier);
         QTRY_COMPARE(hand.Text("richtig"), dreissig);
         hand.Finde("Zeitraum(0)")->setFocus();
-        Hand::Taste(Qt::Key_Right);
+        hand.Taste(Qt::Key_Right);
         QVERIFY(hand.Text("richtig").endsWith(" richtig in 12 Wochen"));
     }
 
     void TheTableShowsTheSameNumbers()
     {
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         auto *tabelle = hand.Finde<QTableView>("Tabelle");
         QVERIFY(!tabelle->isVisible());
-        Hand::Taste(Qt::Key_T, Qt::AltModifier);
+        hand.Taste(Qt::Key_T, Qt::AltModifier);
         QTRY_VERIFY(tabelle->isVisible()); // a key presses a button as long as can be seen
         QVERIFY(!hand.Finde("Antwortbild")->isVisible());
         QCOMPARE(hand.Text("cmdTabelle"), "als Bild");
@@ -164,10 +164,10 @@ private slots:
         // Today is in sight, and the keys go through the days.
         QCOMPARE(tabelle->currentIndex().row(), 29);
         QVERIFY(tabelle->viewport()->rect().contains(tabelle->visualRect(tabelle->currentIndex()).center()));
-        QCOMPARE(Hand::FokusName(), "Tabelle");
-        Hand::Taste(Qt::Key_Up);
+        QCOMPARE(hand.FokusName(), "Tabelle");
+        hand.Taste(Qt::Key_Up);
         QCOMPARE(tabelle->currentIndex().row(), 28);
-        Hand::Taste(Qt::Key_B, Qt::AltModifier);
+        hand.Taste(Qt::Key_B, Qt::AltModifier);
         QTRY_VERIFY(!tabelle->isVisible());
         QVERIFY(hand.Finde("Antwortbild")->isVisible());
     }
@@ -184,22 +184,21 @@ private slots:
     {
         QFETCH(int, weg);
         QGuiApplication::clipboard()->clear();
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         if (weg == 0) {
             hand.Klick("cmdKopieren");
         } else if (weg == 1) {
-            Hand::Taste(Qt::Key_K, Qt::AltModifier);
+            hand.Taste(Qt::Key_K, Qt::AltModifier);
         } else {
             hand.Klick("cmdTabelle");
-            Hand::Taste(Qt::Key_C, Qt::ControlModifier);
+            hand.Taste(Qt::Key_C, Qt::ControlModifier);
         }
         QTRY_VERIFY(!QGuiApplication::clipboard()->text().isEmpty());
         const QStringList zeilen = QGuiApplication::clipboard()->text().split('\n');
         QCOMPARE(zeilen.size(), 32); // with the head, and nothing behind the last line's end
-        QCOMPARE(zeilen[0],
-                 "Tag\trichtig\tfalsch\tNeu\tFach 1\tFach 2\tFach 3\tFach 4\tFach 5\terledigt");
+        QCOMPARE(zeilen[0], "Tag\trichtig\tfalsch\tNeu\tFach 1\tFach 2\tFach 3\tFach 4\tFach 5\terledigt");
         QCOMPARE(zeilen[30], "21.11.2026\t24\t6\t35\t8\t13\t9\t8\t7\t7");
         QCOMPARE(zeilen[31], "");
         QCOMPARE(hand.Text("LKopiert"), "30 Tage liegen in der Zwischenablage.");
@@ -217,10 +216,10 @@ private slots:
     void ZurueckClosesIt()
     {
         QFETCH(int, taste);
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         hand.Zeigen();
-        QCOMPARE(Hand::FokusName(), "cmdZurück");
+        QCOMPARE(hand.FokusName(), "cmdZurück");
         if (taste)
             hand.Taste(Qt::Key(taste), taste == Qt::Key_R ? Qt::AltModifier : Qt::NoModifier);
         else
@@ -230,7 +229,7 @@ private slots:
 
     void ASmallWindowShowsOnePictureAtATime()
     {
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         fenster.resize(1000, 800);
         hand.Zeigen();
@@ -242,7 +241,7 @@ private slots:
         QVERIFY(hand.Finde("Antwortbild")->isVisible() && !hand.Finde("Faecherbild")->isVisible());
         QCOMPARE(hand.Finde("richtig")->y(), hand.Finde("falsch")->y());
         QVERIFY(hand.Finde("erledigt")->y() > hand.Finde("richtig")->y());
-        Hand::Taste(Qt::Key_F, Qt::AltModifier);
+        hand.Taste(Qt::Key_F, Qt::AltModifier);
         QVERIFY(!hand.Finde("Antwortbild")->isVisible() && hand.Finde("Faecherbild")->isVisible());
         // All of it lies in the window, and nothing on anything else.
         QList<QRect> orte;
@@ -269,7 +268,7 @@ private slots:
     {
         QFETCH(bool, dunkel);
         Einfaerben(dunkel);
-        Verlauf fenster("Englisch.pzb", Beispiel(), Heute);
+        VerlaufFenster fenster("Englisch.pzb", Beispiel(), Heute);
         const Hand hand(fenster);
         fenster.resize(1100, 800);
         hand.Zeigen();
@@ -316,7 +315,7 @@ private slots:
     {
         Verlaufsbuch::Auskunft auskunft;
         auskunft.stand.tage = {{Heute, 0, 0, {3}}};
-        Verlauf fenster("Neu.pzb", auskunft, Heute);
+        VerlaufFenster fenster("Neu.pzb", auskunft, Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         QCOMPARE(hand.Text("richtig"), "0 richtig in 30 Tagen");
@@ -325,7 +324,7 @@ private slots:
         QVERIFY(!hand.Finde("LHinweis")->isVisible());
         fenster.grab();
         // And one of which nothing is known at all.
-        Verlauf leer("Neu.pzb", {}, Heute);
+        VerlaufFenster leer("Neu.pzb", {}, Heute);
         QCOMPARE(Hand(leer).Text("erledigt"), "0 von 0 erledigt");
         leer.grab();
     }
@@ -334,7 +333,7 @@ private slots:
     {
         Verlaufsbuch::Auskunft auskunft = Beispiel();
         auskunft.fehler = "Der Datenträger ist voll.";
-        Verlauf fenster("Englisch.pzb", auskunft, Heute);
+        VerlaufFenster fenster("Englisch.pzb", auskunft, Heute);
         const Hand hand(fenster);
         hand.Zeigen();
         QCOMPARE(hand.Text("LHinweis"),
@@ -358,7 +357,7 @@ private slots:
         {
             const Drehbuch buch({Drehbuch::In("Verlauf", [&](QWidget &fenster) {
                 gezeigt = Hand(fenster).Text("richtig");
-                Hand::Taste(Qt::Key_Escape);
+                Hand(fenster).Taste(Qt::Key_Escape);
             })});
             VerlaufZeigen(*b.buch, "kopie.pzb", b.clock.jetzt.date(), b.meldungen, nullptr);
         }
@@ -367,7 +366,8 @@ private slots:
                  QStringList{"Der Verlauf kennt viele dieser Karten aus „" + b.Pfad("a.pzb") +
                              "“. Gehört der Verlauf von dort zu dieser Kartei?"});
         // Not again.
-        const Drehbuch buch({Drehbuch::In("Verlauf", [&](QWidget &) { Hand::Taste(Qt::Key_Escape); })});
+        const Drehbuch buch(
+            {Drehbuch::In("Verlauf", [](QWidget &fenster) { Hand(fenster).Taste(Qt::Key_Escape); })});
         VerlaufZeigen(*b.buch, "kopie.pzb", b.clock.jetzt.date(), b.meldungen, nullptr);
         QCOMPARE(b.meldungen.gezeigt.size(), 1);
     }
@@ -384,7 +384,8 @@ private slots:
         b.Anlegen("a.pzb");
         b.Oeffnen("a.pzb");
         for (int i = 0; i < 2; ++i) {
-            const Drehbuch buch({Drehbuch::In("Verlauf", [&](QWidget &) { Hand::Taste(Qt::Key_Escape); })});
+            const Drehbuch buch(
+                {Drehbuch::In("Verlauf", [](QWidget &fenster) { Hand(fenster).Taste(Qt::Key_Escape); })});
             VerlaufZeigen(*b.buch, "a.pzb", b.clock.jetzt.date(), b.meldungen, nullptr);
         }
         QCOMPARE(b.meldungen.Texte(),
@@ -396,5 +397,5 @@ private:
     QPalette palette_;
 };
 
-PAUKFIX_TEST(VerlaufTest)
-#include "VerlaufTest.moc"
+PAUKFIX_TEST(VerlaufFensterTest)
+#include "VerlaufFensterTest.moc"
