@@ -17,6 +17,7 @@
 #include "Themaausfiltern.h"
 #include "Ueber.h"
 #include "Uebersicht.h"
+#include "VerlaufFenster.h"
 
 #include <QApplication>
 #include <QDir>
@@ -81,6 +82,8 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
     QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);
+    verlauf_ = std::make_unique<Verlaufsbuch>(kartei_, clock_, konfig_.ProgrammPfad + u"/verlauf.sqlite"_s);
+    QObject::connect(lbox_.get(), &LBOX::BoxGezeichnet, lbox_.get(), [this] { verlauf_->Nachsehen(); });
     LBoxFenster fenster;
     fenster.MKarten = [this] { EditorZeigen(); };
     fenster.Manzeigen = [this] { UebersichtZeigen(); };
@@ -93,6 +96,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, clock_.Now()), lbox_.get()).exec(); };
+    fenster.MVerlauf = [this] { VerlaufOeffnen(); };
     fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
@@ -158,6 +162,12 @@ void Programm::SicherungenZeigen()
     QObject::connect(&fenster, &Sicherungsfenster::NeueKartei, lbox_.get(),
                      [this](const QString &pfad) { lbox_->Aktionen().DateiOeffnen(pfad); });
     fenster.exec();
+    lbox_->activateWindow();
+}
+
+void Programm::VerlaufOeffnen()
+{
+    VerlaufZeigen(*verlauf_, kartei_.CurrentFileName, clock_.Now().date(), meldungen_, lbox_.get());
     lbox_->activateWindow();
 }
 

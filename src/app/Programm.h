@@ -17,6 +17,7 @@
 #include "Statuszeile.h"
 #include "Tastenfenster.h"
 #include "Tonausgabe.h"
+#include "Verlaufsbuch.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
 #include "Zufall.h"
@@ -54,6 +55,7 @@ private:
     std::function<void()> Werkzeug();
     void UebersichtZeigen();
     void SicherungenZeigen();
+    void VerlaufOeffnen();
     void UeberZeigen();
     static void TastenZeigen();
     QString KarteiWaehlen();
@@ -71,6 +73,7 @@ private:
     CardStore kartei_;
     KarteiOeffner oeffner_{kartei_, meldungen_, clock_};
     std::unique_ptr<Sicherungen> sicherungen_;
+    std::unique_ptr<Verlaufsbuch> verlauf_;
     SearchHit suche_;
     std::unique_ptr<LBOX> lbox_;
     std::unique_ptr<Fensterwechsel> wechsel_;

@@ -136,6 +136,7 @@ void Boxmenue::ExtrasBauen()
     FensterEintrag(extras, u"MStatistik"_s, u"Statistik an&zeigen"_s, &LBoxFenster::MStatistik,
                    Braucht::Nichts);
     Strich(extras, u"Mstrich4"_s);
+    FensterEintrag(extras, u"MVerlauf"_s, u"&Verlauf"_s, &LBoxFenster::MVerlauf);
 }
 
 QAction *Boxmenue::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)

@@ -174,6 +174,7 @@ void LBOX::BoxZeichnen()
     HinweiseZeigen();
     menue_.VerlaufZeigen();
     ruhe_.start();
+    emit BoxGezeichnet();
 }
 
 // What the window says about the open file.

@@ -68,6 +68,8 @@ public:
 signals:
     // The window has been painted for the first time.
     void Gemalt();
+    // The box was drawn anew: it may have changed.
+    void BoxGezeichnet();
     // The window was to be closed while something was under way: the program is to end as soon as that is
     // over.
     void BeendenGewuenscht();

@@ -18,6 +18,7 @@ struct LBoxFenster
     std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln;
     std::function<void()> MAlleNeu, MErledigtNeu;
     std::function<void()> MStatistik;
+    std::function<void()> MVerlauf;
     std::function<void()> Müber;
     // Lets the user pick a card file of KarteiPfad; returns its name without directory, or nothing.
     std::function<QString()> KarteiWechseln;

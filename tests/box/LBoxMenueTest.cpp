@@ -29,7 +29,8 @@ private slots:
              {"Mneu|neu", "Möffnen|öffnen", "MStrich|-", "MDat(1)|", "MDat(2)|", "MDat(3)|", "MDat(4)|",
               "MDat(5)|", "MS2|-", "MSicherungen|Sicherungen", "MEnde|Ende"}},
             {"MAuto|Automatik", {"MAutoschalter|einschalten"}},
-            {"Mändern|ändern", {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
+            {"Mändern|ändern",
+             {"MKarten|Karten ", "MS3|-", "MSchriftart|StandardSchriftart", "MS4|-",
               "MZurücknehmen|nichts zurückzunehmen", "MWiederholen|nichts zu wiederholen"}},
             {"Mübersicht|Übersicht", {"Manzeigen|anzeigen"}},
             {"MExtras|Extras",
@@ -37,7 +38,7 @@ private slots:
               "MThema_ausfiltern|Thema ausfiltern", "MKartei_anhängen|Kartei anhängen",
               "MKartei_spiegeln|Kartei spiegeln", "MAlleNeu|Alle Karten nach Neu",
               "MErledigtNeu|erledigte Karten nach Neu ", "MStrich3|-", "MAnimation|Animation", "MStrich5|-",
-              "MStatistik|Statistik anzeigen", "Mstrich4|-"}},
+              "MStatistik|Statistik anzeigen", "Mstrich4|-", "MVerlauf|Verlauf"}},
             {"Minfo|Info", {"Müber|über Paukfix"}},
         };
         QList<QPair<QString, QStringList>> gefunden;
@@ -56,17 +57,9 @@ private slots:
     {
         LBoxBuehne b;
         b.Zeigen();
-        const QStringList fremde{"MKarten",
-                                 "Manzeigen",
-                                 "MAscii_Export",
-                                 "MAscii_Import",
-                                 "MThema_ausfiltern",
-                                 "MKartei_anhängen",
-                                 "MKartei_spiegeln",
-                                 "MAlleNeu",
-                                 "MErledigtNeu",
-                                 "MStatistik",
-                                 "Müber"};
+        const QStringList fremde{"MKarten",           "Manzeigen",        "MAscii_Export",    "MAscii_Import",
+                                 "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
+                                 "MErledigtNeu",      "MStatistik",       "MVerlauf",         "Müber"};
         for (const QString &name : fremde)
             QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
         for (const QString name : {"Mneu", "Möffnen", "MEnde", "MAutoschalter", "MSchriftart", "MAnimation"})
@@ -75,7 +68,7 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -86,10 +79,10 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                      oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString name :
              {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
-              "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu"}) {
+              "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});
