@@ -8,6 +8,12 @@
 
 #include <algorithm>
 
+// The toolkit's own way from a key to the shortcut that it may be, which its test library offers as well.
+QT_BEGIN_NAMESPACE
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject *o, ulong timestamp, int k, Qt::KeyboardModifiers mods,
+                                               const QString &text, bool autorep, ushort count);
+QT_END_NAMESPACE
+
 namespace paukfix {
 
 namespace {
@@ -27,6 +33,17 @@ bool IstDruck(const QEvent &event)
 {
     return event.type() == QEvent::KeyPress || event.type() == QEvent::Shortcut ||
            event.type() == QEvent::MouseButtonPress;
+}
+
+// Whether a key that is sent past the window system was a shortcut; it has been done then.
+bool AlsKuerzel(QObject *fenster, const QEvent &event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto &taste = static_cast<const QKeyEvent &>(event);
+    return qt_sendShortcutOverrideEvent(fenster, static_cast<ulong>(taste.timestamp()), taste.key(),
+                                        taste.modifiers(), taste.text(), taste.isAutoRepeat(),
+                                        static_cast<ushort>(taste.count()));
 }
 
 bool IstLoslassen(const QEvent &event)
@@ -89,7 +106,8 @@ void Eingabewache::Liefern()
         empfaenger = ziel_->windowHandle();
     if (empfaenger) {
         liefert_ = true;
-        QCoreApplication::sendEvent(empfaenger, eingabe.event.get());
+        if (!AlsKuerzel(empfaenger, *eingabe.event))
+            QCoreApplication::sendEvent(empfaenger, eingabe.event.get());
         liefert_ = false;
     }
     Weiter();

@@ -48,6 +48,27 @@ private slots:
         QCOMPARE(ausgang, Richtig);
     }
 
+    // The toolkit finds no shortcut for a key that comes before the window can be used.
+    void AShortcutThatWasKeptWhileTheWindowCameIsDoneThere()
+    {
+        const auto kommt = [this](Qt::Key taste, Qt::KeyboardModifiers dazu) {
+            for (const QEvent::Type was : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent event(was, taste, dazu);
+                QApplication::sendEvent(b_->fenster->windowHandle(), &event);
+            }
+        };
+        const auto ausgang = b_->Fragen(TippKarte("x"), [&] {
+            b_->wache.Halten();
+            kommt(Qt::Key_P, Qt::ControlModifier);
+            kommt(Qt::Key_R, Qt::AltModifier);
+            QCOMPARE(b_->fenster->Urteil(), Nichts);
+            b_->wache.Weitergeben(*b_->fenster);
+            QTRY_COMPARE(b_->fenster->Urteil(), Richtig);
+            QCOMPARE(b_->Text("Antwort(0)"), QString());
+        });
+        QCOMPARE(ausgang, Richtig);
+    }
+
     void TheOptionThatEnterWouldChooseIsMarked()
     {
         b_->Fragen(SelbstKarte(), [&] {
