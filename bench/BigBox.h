@@ -42,6 +42,10 @@ public:
 
     Antwort Fragen(const QString &, Antwort) override { return Antwort::Nein; }
 
+    qsizetype Waehlen(const QString &, const QStringList &, qsizetype abbruch) override { return abbruch; }
+
+    void Bericht(const QString &, const QString &) override {}
+
     void Sanduhr(bool) override {}
 };
 

@@ -2,11 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Sicherungsfenster.h"
 
-#include "Fensterbuehne.h"
 #include "Hand.h"
 #include "KarteEinordnen.h"
 #include "ResourceLimit.h"
 #include "TestProgram.h"
+#include "Werkstatt.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -18,7 +18,7 @@ using namespace paukfix;
 namespace {
 
 // A box of five cards that was learned on three days.
-struct DreiTage : Fensterbuehne
+struct DreiTage : Werkstatt
 {
     DreiTage()
     {

@@ -36,7 +36,7 @@ private slots:
     void SearchFindsWhatTheGridShows_data();
     void SearchFindsWhatTheGridShows();
     void NothingFoundIsTold();
-    void RowsAreReadWhenTheyAreHand::Gezeigt();
+    void RowsAreReadWhenTheyAreShown();
     void FullBoxScrollsToItsEnd();
     void DataErrorIsToldOnce();
     void ClosedFileIsADataError();
@@ -435,7 +435,7 @@ void UebersichtTest::NothingFoundIsTold()
     QVERIFY(!blick.fenster.isVisible());
 }
 
-void UebersichtTest::RowsAreReadWhenTheyAreHand::Gezeigt()
+void UebersichtTest::RowsAreReadWhenTheyAreShown()
 {
     Werkstatt w;
     QList<CardRecord> cards;

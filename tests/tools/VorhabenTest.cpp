@@ -23,7 +23,7 @@ class VorhabenTest : public QObject
     Q_OBJECT
 
 private:
-    static QString Vorhaben(const QWidget &fenster)
+    static QString Vorhaben(QWidget &fenster)
     {
         return Hand(fenster).Finde<QLabel>("Vorhaben")->text();
     }

@@ -263,8 +263,10 @@ private slots:
             Hand(fenster).Taste(Qt::Key_Return);
         });
         DialogeFenster dialoge;
-        QCOMPARE(dialoge.DateiOeffnen(
-                     {"Merkkasten öffnen", "Lerndateien (*.pzb)|*.pzb", verzeichnis.path(), "pzb", {}, true}),
+        QCOMPARE(dialoge.DateiOeffnen({.titel = "Merkkasten öffnen",
+                                       .filter = "Lerndateien (*.pzb)|*.pzb",
+                                       .verzeichnis = verzeichnis.path(),
+                                       .endung = "pzb"}),
                  verzeichnis.filePath("a.pzb"));
     }
 
@@ -276,8 +278,11 @@ private slots:
             Hand(fenster).Taste(Qt::Key_Return);
         });
         DialogeFenster dialoge;
-        QCOMPARE(dialoge.DateiSpeichern({"Merkkasten anlegen", "Lerndateien (*.pzb)|*.pzb",
-                                         verzeichnis.path(), "pzb", "neu", true}),
+        QCOMPARE(dialoge.DateiSpeichern({.titel = "Merkkasten anlegen",
+                                         .filter = "Lerndateien (*.pzb)|*.pzb",
+                                         .verzeichnis = verzeichnis.path(),
+                                         .endung = "pzb",
+                                         .vorgabe = "neu"}),
                  verzeichnis.filePath("neu.pzb"));
     }
 
@@ -286,7 +291,9 @@ private slots:
         DialogeFenster dialoge;
         const Drehbuch buch =
             Waehrend<QFileDialog>([](QFileDialog &fenster) { Hand(fenster).Taste(Qt::Key_Escape); });
-        QCOMPARE(dialoge.DateiOeffnen({"t", "f|*.f", QDir::tempPath(), "f", {}, true}), QString());
+        QCOMPARE(dialoge.DateiOeffnen(
+                     {.titel = "t", .filter = "f|*.f", .verzeichnis = QDir::tempPath(), .endung = "f"}),
+                 QString());
         const Drehbuch danach =
             Waehrend<QDialog>([](QDialog &fenster) { Hand(fenster).Taste(Qt::Key_Escape); });
         QVERIFY(!dialoge.SchriftWaehlen({QFont(), Qt::black}));
