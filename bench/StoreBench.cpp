@@ -5,6 +5,7 @@
 #include "BigBox.h"
 #include "CardFile.h"
 #include "CardRecordset.h"
+#include "KarteEinordnen.h"
 #include "KarteiOeffner.h"
 
 #include <SQLiteCpp/Database.h>
@@ -145,6 +146,28 @@ void FloorAnswer(benchmark::State &state)
     }
 }
 
+// An answer in the open box, with counts and history, or taking it back: each is measured while the other is
+// done beside the clock.
+void StoreVerdict(benchmark::State &state, bool back)
+{
+    CardStore store;
+    store.Uebernehmen(std::make_unique<CardFile>(BigFile()));
+    store.FachInfo.Zaehlen(store.Karten());
+    for (auto _ : state) {
+        if (back)
+            state.PauseTiming();
+        store.Karten().Seek(CardRecordset::Comparison::AtLeast, 2);
+        KarteEinordnen(store, true);
+        if (back)
+            state.ResumeTiming();
+        else
+            state.PauseTiming();
+        store.verlauf.Zuruecknehmen();
+        if (!back)
+            state.ResumeTiming();
+    }
+}
+
 BENCHMARK(FloorOpen)->Name("Floor/Open")->Unit(benchmark::kMillisecond);
 BENCHMARK(StoreOpen)->Name("Store/Open")->Unit(benchmark::kMillisecond);
 BENCHMARK(FloorWalk)->Name("Floor/Walk")->Unit(benchmark::kMillisecond);
@@ -153,6 +176,14 @@ BENCHMARK(FloorSeekAndRead)->Name("Floor/SeekAndRead")->Unit(benchmark::kMicrose
 BENCHMARK(StoreSeekAndRead)->Name("Store/SeekAndRead")->Unit(benchmark::kMicrosecond);
 BENCHMARK(FloorAnswer)->Name("Floor/Answer")->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(StoreAnswer)->Name("Store/Answer")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK_CAPTURE(StoreVerdict, give, false)
+    ->Name("Store/Verdict")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(StoreVerdict, back, true)
+    ->Name("Store/VerdictBack")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include "Automatik.h"
 #include "KarteiAktionen.h"
+#include "Ruecknahme.h"
 
 #include <QAction>
 #include <QApplication>
@@ -102,6 +103,14 @@ void Boxmenue::FensterBauen()
     FensterEintrag(aendern, u"MKarten"_s, u"&Karten "_s, &LBoxFenster::MKarten);
     Strich(aendern, u"MS3"_s);
     Eintrag(aendern, u"MSchriftart"_s, u"&StandardSchriftart"_s, [this] { MSchriftart_Click(); });
+    Strich(aendern, u"MS4"_s);
+    mZuruecknehmen_ =
+        Eintrag(aendern, u"MZurücknehmen"_s, QString(), [this] { teile_.ruecknahme.Zuruecknehmen(); });
+    mZuruecknehmen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    mWiederholen_ =
+        Eintrag(aendern, u"MWiederholen"_s, QString(), [this] { teile_.ruecknahme.Wiederholen(); });
+    mWiederholen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
+    VerlaufZeigen();
 
     QMenu *uebersicht = Menue(u"Mübersicht"_s, u"Ü&bersicht"_s);
     // The overview checks by itself, in words of its own.
@@ -166,6 +175,16 @@ void Boxmenue::Freischalten()
 {
     for (const FensterVerweis &verweis : verweise_)
         verweis.eintrag->setEnabled(static_cast<bool>(teile_.oeffnet.*verweis.oeffnet));
+}
+
+void Boxmenue::VerlaufZeigen()
+{
+    const auto zeigen = [](QAction *eintrag, const QString &was, const QString &sonst) {
+        eintrag->setText(OhneKuerzel(was.isEmpty() ? sonst : was));
+        eintrag->setEnabled(!was.isEmpty());
+    };
+    zeigen(mZuruecknehmen_, teile_.ruecknahme.Zurueckzunehmen(), u"nichts zurückzunehmen"_s);
+    zeigen(mWiederholen_, teile_.ruecknahme.Wiederholbar(), u"nichts zu wiederholen"_s);
 }
 
 void Boxmenue::AutomatikZeigen(bool an)

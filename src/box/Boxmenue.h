@@ -20,6 +20,7 @@ namespace paukfix {
 
 class Automatik;
 class KarteiAktionen;
+class Ruecknahme;
 
 // The menu of the main window: what stands in it, what each entry does, and how it shows the settings.
 class Boxmenue final : public QObject
@@ -35,6 +36,7 @@ public:
         const Belegung &belegung;
         KarteiAktionen &aktionen;
         Automatik &automatik;
+        Ruecknahme &ruecknahme;
         const LBoxFenster &oeffnet; // called as it is when an entry is chosen
     };
 
@@ -42,6 +44,8 @@ public:
 
     // After `oeffnet` has changed: enables the entries that have something to open.
     void Freischalten();
+    // After every change of the box: names what can be taken back and done again.
+    void VerlaufZeigen();
     // After every reading of the configuration.
     void KonfigZeigen();
 
@@ -82,6 +86,8 @@ private:
     std::vector<FensterVerweis> verweise_;
     std::array<QAction *, 5> mDat_{};
     QAction *mStrich_ = nullptr;
+    QAction *mZuruecknehmen_ = nullptr;
+    QAction *mWiederholen_ = nullptr;
     QAction *mAnimation_ = nullptr;
     QAction *mAutoschalter_ = nullptr;
 };

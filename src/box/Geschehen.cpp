@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Geschehen.h"
 
+#include "CardRecordset.h"
+
 #include <algorithm>
 
 namespace paukfix {
@@ -48,6 +50,27 @@ void Bilanz::Zaehlen(const Bewegung &bewegung, const Sitzung &sitzung)
     }
     const int anfangs = karten_.value(bewegung.frageNr, {bewegung.von, 0}).first;
     karten_.insert(bewegung.frageNr, {anfangs, *bewegung.nach});
+}
+
+void Bilanz::Nachsehen(CardRecordset &karten)
+{
+    const QString vorher = karten.Index();
+    try {
+        const Field fachNr = karten[u"FachNr"];
+        karten.SetIndex(u"FrageNr");
+        for (auto karte = karten_.begin(); karte != karten_.end();) {
+            karten.Seek(CardRecordset::Comparison::Equal, karte.key());
+            if (karten.NoMatch()) {
+                karte = karten_.erase(karte);
+            } else {
+                karte->second = fachNr.Integer();
+                ++karte;
+            }
+        }
+        karten.SetIndex(vorher);
+    } catch (const StoreError &) { // whoever reads next says what is wrong
+        karten_.clear();
+    }
 }
 
 QString Bilanz::Text(const Sitzung &sitzung) const

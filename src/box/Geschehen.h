@@ -13,6 +13,8 @@
 
 namespace paukfix {
 
+class CardRecordset;
+
 // What a query has made of a card.
 struct Bewegung
 {
@@ -35,6 +37,8 @@ class Bilanz
 public:
     // An answer of `sitzung`, counted there already. Another session begins anew.
     void Zaehlen(const Bewegung &bewegung, const Sitzung &sitzung);
+    // Answers were taken back or given again: looks where the cards stand now. Moves the cursor.
+    void Nachsehen(CardRecordset &karten);
 
     // Both are empty while nothing was answered.
     QString Text(const Sitzung &sitzung) const;

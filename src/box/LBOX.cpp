@@ -36,7 +36,8 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, co
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.clock, belegung_),
       aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
-      menue_({*this, dienste, belegung_, aktionen_, automatik_, fenster_}),
+      ruecknahme_(kartei_, dienste.meldungen),
+      menue_({*this, dienste, belegung_, aktionen_, automatik_, ruecknahme_, fenster_}),
       status_(new Statuszeile(this))
 {
     setObjectName(u"LBOX"_s);
@@ -113,6 +114,15 @@ void LBOX::Verbinden()
         },
         Qt::DirectConnection);
 
+    connect(&ruecknahme_, &Ruecknahme::BoxGeaendert, this, [this](const QString &getan) {
+        if (!getan.isEmpty()) {
+            geschehen_ = getan;
+            bilanz_.Nachsehen(kartei_.Karten());
+        }
+        BoxZeichnen();
+    });
+    connect(&ruecknahme_, &Ruecknahme::Gescheitert, this, &LBOX::Gescheitert);
+
     connect(&automatik_, &Automatik::Umgeschaltet, status_, &Statuszeile::SetAutomatik);
     connect(&automatik_, &Automatik::Faellig, this, [this] { lernlauf_.Image0_Click(vollstesFach_); });
 
@@ -162,6 +172,7 @@ void LBOX::BoxZeichnen()
     else
         kasten_->Zeigen(bild);
     HinweiseZeigen();
+    menue_.VerlaufZeigen();
     ruhe_.start();
 }
 

@@ -13,6 +13,7 @@
 #include "Kartenflug.h"
 #include "LBoxFenster.h"
 #include "Lernlauf.h"
+#include "Ruecknahme.h"
 #include "Wuerfelspiel.h"
 
 #include <QMainWindow>
@@ -101,6 +102,7 @@ private:
     Wuerfelspiel wuerfelspiel_;
     Automatik automatik_;
     KarteiAktionen aktionen_;
+    Ruecknahme ruecknahme_;
     Boxmenue menue_;
     Statuszeile *status_;
     Bilanz bilanz_;

@@ -3,6 +3,7 @@
 #include "CardBulk.h"
 
 #include "CardValue.h"
+#include "ChangeRecorder.h"
 #include "FachNummern.h"
 
 #include <SQLiteCpp/Database.h>
@@ -79,6 +80,7 @@ void CheckFits(std::int64_t lfdNr)
 
 int CloseUpCompartment(SQLite::Database &database, int fachNr, std::optional<double> zuletzt)
 {
+    const ChangeRecorder::OnlyPlaces places(database);
     SQLite::Statement away(database,
                            R"(UPDATE "Lernkarten" SET "FachLfdNr"="FachLfdNr"+?1 WHERE "FachNr"=?2)");
     away.bind(1, StepAside);
@@ -118,6 +120,7 @@ int MoveAllToNew(CardRecordset &cards, const Progress &progress)
 {
     int moved = 0;
     cards.Past([&](SQLite::Database &database) {
+        const ChangeRecorder::OnlyPlaces places(database);
         const Rows rows =
             FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" INDEXED BY "FrageNr" ORDER BY "FrageNr")");
         CheckFits(Count(rows));
@@ -141,6 +144,7 @@ int MoveDoneToNew(CardRecordset &cards, int lfdMax, const Progress &progress)
             FindRows(database, R"(SELECT _rowid_ FROM "Lernkarten" WHERE "FachNr"=6 ORDER BY "FachLfdNr")");
         if (lfdMax + static_cast<std::int64_t>(rows.size()) > Highest16)
             lfdMax = CloseUpCompartment(database, FachNeu);
+        const ChangeRecorder::OnlyPlaces places(database);
         CheckFits(lfdMax + static_cast<std::int64_t>(rows.size()));
         WriteRows(database, R"(UPDATE "Lernkarten" SET "FachNr"=0,"FachLfdNr"=?2 WHERE _rowid_=?1)", rows,
                   progress,

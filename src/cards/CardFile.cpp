@@ -256,6 +256,8 @@ std::optional<CardFile::State> CardFile::ReadState() const
     struct stat info = {};
     if (locked_ < 0 || ::fstat(locked_, &info) != 0)
         return std::nullopt;
+    state.device = info.st_dev;
+    state.inode = info.st_ino;
     state.size = info.st_size;
     if (::pread(locked_, state.changes.data(), state.changes.size(), Place) < 0)
         return std::nullopt;

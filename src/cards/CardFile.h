@@ -57,16 +57,21 @@ public:
 
     void ForgetState() { state_.reset(); }
 
-private:
+    // What tells one state of the file from another one, and from any other file's.
     struct State
     {
+        dev_t device = 0;
+        ino_t inode = 0;
         off_t size = 0;
         std::array<std::uint8_t, 4> changes{}; // the header's count of them
 
         bool operator==(const State &) const = default;
     };
 
+    // The state on the disk; nothing where it cannot be read or the file is not locked.
     std::optional<State> ReadState() const;
+
+private:
     bool IsReplaced() const;
 
     QString path_;

@@ -28,6 +28,7 @@ qint16 NaechsteNummer(CardStore &kartei)
 
 Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
 {
+    const Aenderung schritt(kartei, u"Neue Karte %1"_s.arg(kartei.HighestCardNumber + 1));
     Ablage ablage;
     Faecher danach = kartei.FachInfo;
     bool versucht = false;
@@ -69,6 +70,7 @@ Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
 void KarteUeberschreiben(CardStore &kartei, const Kartenblatt &blatt)
 {
     CardRecordset &karten = kartei.Karten();
+    const Aenderung schritt(kartei, u"Änderung an Karte %1"_s.arg(kartei.Felder().FrageNr.Number()));
     const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
     karten.Edit();
     WriteFields(blatt, kartei.Felder());

@@ -53,16 +53,21 @@ struct CardStore::Offen
 
 CardStore::CardStore() = default;
 
-CardStore::~CardStore() = default;
+CardStore::~CardStore()
+{
+    CloseCardFile(); // the history follows the file until then
+}
 
 void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
 {
     CloseCardFile();
     offen_ = std::make_unique<Offen>(std::move(datei));
+    verlauf.Folgen(*offen_->datei);
 }
 
 void CardStore::CloseCardFile() noexcept
 {
+    verlauf.Loslassen();
     offen_.reset();
     FehlerStatus = 1;
     HighestCardNumber = 0;

@@ -5,6 +5,7 @@
 #include "CardRecordset.h"
 #include "Faecher.h"
 #include "Sitzung.h"
+#include "Verlauf.h"
 
 #include <QString>
 
@@ -41,6 +42,7 @@ public:
     QString ChosenFileName;  // what was picked in the last file chooser; empty when it was cancelled
     Faecher FachInfo;
     Sitzung sitzung;
+    Verlauf verlauf{*this};
     qint16 HighestCardNumber = 0;
     qint16 FehlerStatus = 1; // above 0 while no usable card file is open
 

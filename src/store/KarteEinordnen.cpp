@@ -10,6 +10,8 @@
 
 namespace paukfix {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void FachSetzen(CardStore &kartei, int fach, int lfdNr)
@@ -39,6 +41,7 @@ int KarteEinordnen(CardStore &kartei, bool richtig)
 {
     const int alt = kartei.Felder().FachNr.Integer();
     const int neu = ZielFach(alt, richtig);
+    const Aenderung schritt(kartei, u"Antwort auf Frage %1"_s.arg(kartei.Felder().FrageNr.Number()));
 
     // First the file, then the counts: what could not be stored is not counted.
     Faecher danach = kartei.FachInfo;

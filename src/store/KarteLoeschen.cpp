@@ -7,6 +7,8 @@
 
 namespace paukfix {
 
+using namespace Qt::StringLiterals;
+
 bool IstLetzteKarte(const Faecher &faecher, Erledigte erledigte)
 {
     const auto ende = erledigte == Erledigte::Zaehlen ? faecher.end() : faecher.begin() + FachErledigt;
@@ -18,6 +20,7 @@ Loeschung KarteLoeschen(CardStore &kartei)
 {
     CardRecordset &karten = kartei.Karten();
     const double frageNr = kartei.Felder().FrageNr.Number();
+    const Aenderung schritt(kartei, u"Löschen der Karte %1"_s.arg(frageNr));
     Faecher danach = kartei.FachInfo;
     danach.Entnehmen(kartei.Felder().FachNr.Integer());
     Loeschung loeschung;

@@ -9,6 +9,8 @@
 #include "JournalFile.h"
 #include "SafeFile.h"
 
+#include <QFileInfo>
+
 #include <memory>
 
 namespace paukfix {
@@ -75,6 +77,7 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
     AddedCards neue;
     bool gespeichert = true;
     try {
+        const Aenderung schritt(store, u"Anhängen von „%1“"_s.arg(QFileInfo(quelle).fileName()));
         InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.progress); });
     } catch (const StoreError &fehler) {
         gespeichert = false;

@@ -145,6 +145,7 @@ Ausgang AsciiImportieren(const Werkbank &bank, const QString &dateiname, QChar t
         return false;
     };
     const bool gespeichert = Step(bank.meldungen, FehlerKontext(), [&] {
+        const Aenderung schritt(store, u"Import von „%1“"_s.arg(QFileInfo(dateiname).fileName()));
         InEinemZug(store.Karten(), [&] { neue = AddSimpleCards(store, naechste); });
     });
     if (!gespeichert) {

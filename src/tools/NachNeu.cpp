@@ -6,10 +6,13 @@
 
 namespace paukfix {
 
+using namespace Qt::StringLiterals;
+
 Ausgang AlleNachNeu(const Werkbank &bank)
 {
     const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
         CardRecordset &karten = bank.store.Karten();
+        const Aenderung schritt(bank.store, u"Alle Karten nach Neu"_s);
         InEinemZug(karten, [&] { MoveAllToNew(karten, bank.progress); });
     });
     NeuOeffnen(bank);
@@ -22,6 +25,7 @@ std::optional<int> ErledigteNachNeu(const Werkbank &bank)
     const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
         CardRecordset &karten = bank.store.Karten();
         const int lfdMax = bank.store.FachInfo[FachNeu].LfdMax;
+        const Aenderung schritt(bank.store, u"Erledigte Karten nach Neu"_s);
         InEinemZug(karten, [&] { anzahl = MoveDoneToNew(karten, lfdMax, bank.progress); });
     });
     NeuOeffnen(bank);

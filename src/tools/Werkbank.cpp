@@ -94,8 +94,10 @@ void Oeffnen(const Werkbank &bank, QString &name)
 void NeuOeffnen(const Werkbank &bank)
 {
     QString name = bank.store.CurrentFileName;
-    if (!name.isEmpty())
-        Oeffnen(bank, name);
+    if (name.isEmpty())
+        return;
+    const VerlaufBewahren verlauf(bank.store);
+    Oeffnen(bank, name);
 }
 
 QString VollerPfad(const CardStore &store, const QString &dateiname)

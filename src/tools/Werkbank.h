@@ -47,7 +47,8 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);
 
 // Opens the card file `name` in KarteiPfad and tells that this takes a while. A failure empties `name`.
 void Oeffnen(const Werkbank &bank, QString &name);
-// Opens the open card file again, which rebuilds FachInfo. Nothing happens where there has never been one.
+// Opens the open card file again, which rebuilds FachInfo and keeps the history. Nothing happens where there
+// has never been one.
 void NeuOeffnen(const Werkbank &bank);
 
 // A file name as it was chosen or typed, in full; a name without directory lies beside the open card file.

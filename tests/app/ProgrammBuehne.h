@@ -14,8 +14,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTest>
-#include <QToolButton>
 
+#include <functional>
 #include <memory>
 
 namespace paukfix {
@@ -48,55 +48,44 @@ protected:
 
     QString Pfad(const QString &name) const { return ordner_->filePath("programm/" + name); }
 
-    static QWidget *Offen(const QString &name)
-    {
-        for (QWidget *fenster : QApplication::topLevelWidgets())
-            if (fenster->objectName() == name && fenster->isVisible())
-                return fenster;
-        return nullptr;
-    }
-
-    // The window of this name when it can be used.
-    static QWidget *Bereit(const QString &name)
-    {
-        QWidget *fenster = Offen(name);
-        const QWidget *modal = QApplication::activeModalWidget();
-        return fenster && (!modal || modal == fenster) && QApplication::activeWindow() == fenster ? fenster
-                                                                                                  : nullptr;
-    }
-
     static Drehbuch::Szene Taste(const QString &name, Qt::Key taste, Qt::KeyboardModifiers dazu = {})
     {
-        return [=] {
-            QWidget *fenster = Bereit(name);
-            if (!fenster || !fenster->focusWidget())
-                return false;
-            QTest::keyClick(fenster->focusWidget(), taste, dazu);
-            return true;
-        };
+        return Drehbuch::In(name, [=](QWidget &fenster) { Hand(fenster).Taste(taste, dazu); });
+    }
+
+    // Types into the field that has the keyboard in this window.
+    static Drehbuch::Szene Schreiben(const QString &name, const QString &text)
+    {
+        return Drehbuch::In(name, [=](QWidget &fenster) { Hand(fenster).Tippe(text); });
+    }
+
+    // Reads what a control of this window shows.
+    static Drehbuch::Szene Lesen(const QString &name, const QString &was, QString &text)
+    {
+        return Drehbuch::In(name, [=, &text](QWidget &fenster) { text = Hand(fenster).Text(was); });
     }
 
     // Reads the next message and closes it.
     Drehbuch::Szene Meldung()
     {
-        return [this] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box || !box->isActiveWindow())
-                return false;
-            meldungen_ << box->text();
-            QTest::keyClick(box, Qt::Key_Return);
-            return true;
-        };
+        return Drehbuch::In<QMessageBox>([this](QMessageBox &box) {
+            meldungen_ << box.text();
+            Hand(box).Taste(Qt::Key_Return);
+        });
     }
 
-    // Cancels the dialog that asks for a card file.
-    static bool DialogAbbrechen()
+    // Does this in the dialog that asks for a card file.
+    static Drehbuch::Szene ImDialog(const std::function<void(QFileDialog &)> &tun)
     {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (!dialog || dialog->windowTitle() != "Merkkasten öffnen")
-            return false;
-        dialog->reject();
-        return true;
+        return Drehbuch::In<QFileDialog>([tun](QFileDialog &dialog) {
+            QCOMPARE(dialog.windowTitle(), "Merkkasten öffnen");
+            tun(dialog);
+        });
+    }
+
+    static Drehbuch::Szene DialogAbbrechen()
+    {
+        return ImDialog([](QFileDialog &dialog) { dialog.reject(); });
     }
 
     // `letzte` is a recent file.
@@ -118,34 +107,17 @@ protected:
         MachProgramm();
         QVERIFY(programm_->Starten(Pfad("a.pzb")));
         QTRY_COMPARE(Kartei(), "a.pzb");
-        QTRY_VERIFY(Bereit("LBOX"));
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
     }
 
-    static void Waehlen(const char *eintrag)
+    static void Waehlen(const QString &eintrag)
     {
-        auto *aktion = Offen("LBOX")->findChild<QAction *>(QString::fromUtf8(eintrag));
-        QVERIFY(aktion && aktion->isEnabled());
+        auto *aktion = Hand::An("LBOX").Finde<QAction>(eintrag);
+        QVERIFY(aktion->isEnabled());
         aktion->trigger();
     }
 
-    // Types into the field that has the keyboard in this window.
-    static Drehbuch::Szene Schreiben(const QString &name, const QString &text)
-    {
-        return [=] {
-            QWidget *fenster = Bereit(name);
-            if (!fenster || !fenster->focusWidget())
-                return false;
-            QTest::keyClicks(fenster->focusWidget(), text);
-            return true;
-        };
-    }
-
-    static QString Kartei()
-    {
-        const QWidget *lbox = Offen("LBOX");
-        const auto *knopf = lbox ? lbox->findChild<QToolButton *>("LKartei") : nullptr;
-        return knopf ? knopf->text() : QString();
-    }
+    static QString Kartei() { return Hand::Offen("LBOX") ? Hand::An("LBOX").Text("LKartei") : QString(); }
 
     std::unique_ptr<QTemporaryDir> ordner_;
     std::unique_ptr<Programm> programm_;

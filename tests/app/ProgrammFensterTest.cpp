@@ -20,18 +20,9 @@ private:
     void EditorOeffnen()
     {
         OeffnenMitZweiDateien();
-        auto *karten = Offen("LBOX")->findChild<QAction *>("MKarten");
-        QVERIFY(karten->isEnabled());
-        karten->trigger();
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        QVERIFY(!Offen("LBOX"));
-    }
-
-    static void Tippen(const char *feld, const QString &text)
-    {
-        auto *box = Offen("PFÄndern")->findChild<QTextEdit *>(QString::fromUtf8(feld));
-        box->setFocus();
-        QTest::keyClicks(box, text);
+        Waehlen("MKarten");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        QVERIFY(!Hand::Offen("LBOX"));
     }
 
 private slots:
@@ -54,7 +45,7 @@ private slots:
             const Drehbuch buch({Taste(QString::fromUtf8(name), Qt::Key_Escape)});
             Waehlen(eintrag);
             QVERIFY(buch.Fertig());
-            QVERIFY(!Offen(QString::fromUtf8(name)));
+            QVERIFY(!Hand::Offen(QString::fromUtf8(name)));
         }
         QCOMPARE(Kartei(), "a.pzb");
     }
@@ -82,11 +73,11 @@ private slots:
         const Drehbuch buch({Taste("Uebersicht", Qt::Key_Down), Taste("Uebersicht", Qt::Key_Return)});
         Waehlen("Manzeigen");
         QVERIFY(buch.Fertig());
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        QVERIFY(!Offen("Uebersicht") && !Offen("LBOX"));
-        QCOMPARE(Offen("PFÄndern")->findChild<QTextEdit *>("MFrage")->toPlainText(), "Frage 2");
-        Offen("PFÄndern")->close();
-        QTRY_VERIFY(Bereit("LBOX"));
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        QVERIFY(!Hand::Offen("Uebersicht") && !Hand::Offen("LBOX"));
+        QCOMPARE(Hand::An("PFÄndern").Text("MFrage"), "Frage 2");
+        Hand::Offen("PFÄndern")->close();
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
     }
 
     void FromTheOverviewTheEditorWalksByNumberAndTheBoxGoesOnInItsOwnOrder()
@@ -95,66 +86,61 @@ private slots:
                      {MakeCard(1, 3, 1), MakeCard(2, 0, 2), MakeCard(3, 1, 1), MakeCard(4, 0, 1)});
         MachProgramm();
         QVERIFY(programm_->Starten(Pfad("a.pzb")));
-        QTRY_VERIFY(Bereit("LBOX") && Kartei() == "a.pzb");
+        QTRY_VERIFY(Hand::Bereit("LBOX") && Kartei() == "a.pzb");
         const Drehbuch buch({Taste("Uebersicht", Qt::Key_Down), Taste("Uebersicht", Qt::Key_Return)});
         Waehlen("Manzeigen");
         QVERIFY(buch.Fertig());
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        const auto nummer = [] { return Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr"); };
-        const auto weiter = [](const char *knopf) {
-            QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>(QString::fromUtf8(knopf)),
-                              Qt::LeftButton);
-        };
-        QCOMPARE(nummer()->text(), "2");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        const auto nummer = [] { return Hand::An("PFÄndern").Text("MaskFrageNr"); };
+        const auto weiter = [](const QString &knopf) { Hand::An("PFÄndern").Klick(knopf); };
+        QCOMPARE(nummer(), "2");
         weiter("CVor");
-        QCOMPARE(nummer()->text(), "3");
-        nummer()->setFocus();
-        QTest::keyClicks(nummer(), "1");
-        QTest::keyClick(nummer(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(nummer(), "1");
-        QTest::keyClick(nummer(), Qt::Key_Return);
-        QCOMPARE(nummer()->text(), "1");
+        QCOMPARE(nummer(), "3");
+        Hand::An("PFÄndern").Tippe("MaskFrageNr", "1");
+        Hand::An("PFÄndern").Ersetze("MaskFrageNr", "1");
+        Hand::An("PFÄndern").Taste(Qt::Key_Return);
+        QCOMPARE(nummer(), "1");
         weiter("CVor");
-        QCOMPARE(nummer()->text(), "2");
-        QTest::keyClicks(Offen("PFÄndern")->findChild<QTextEdit *>("MFrage"), "neu ");
+        QCOMPARE(nummer(), "2");
+        Hand::An("PFÄndern").Tippe("MFrage", "neu ");
         weiter("CVor");
-        QCOMPARE(nummer()->text(), "3");
+        QCOMPARE(nummer(), "3");
         weiter("CZurück");
         weiter("CZurück");
-        QCOMPARE(nummer()->text(), "1");
-        Offen("PFÄndern")->close();
-        QTRY_VERIFY(Bereit("LBOX"));
+        QCOMPARE(nummer(), "1");
+        Hand::Offen("PFÄndern")->close();
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
         // Opened from the box it walks through the box again.
         Waehlen("MKarten");
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        QCOMPARE(nummer()->text(), "1");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        QCOMPARE(nummer(), "1");
         weiter("CZurück");
-        QCOMPARE(nummer()->text(), "3");
+        QCOMPARE(nummer(), "3");
         weiter("CZurück");
-        QCOMPARE(nummer()->text(), "2");
-        Offen("PFÄndern")->close();
-        QTRY_VERIFY(Bereit("LBOX"));
+        QCOMPARE(nummer(), "2");
+        Hand::Offen("PFÄndern")->close();
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
     }
 
     void TheOverviewNeedsAnOpenFile()
     {
         Konfig("False");
         MachProgramm();
-        const Drehbuch anfang({&DialogAbbrechen});
+        const Drehbuch anfang({DialogAbbrechen()});
         QVERIFY(programm_->Starten({}));
         QTRY_VERIFY(anfang.Fertig());
         const Drehbuch buch({Meldung()});
         Waehlen("Manzeigen");
         QVERIFY(buch.Fertig());
         QCOMPARE(meldungen_, QStringList{"Bitte zuerst eine Datei öffnen"});
-        QVERIFY(!Offen("Uebersicht"));
+        QVERIFY(!Hand::Offen("Uebersicht"));
     }
 
     void TheCardFileIsChangedByKeyboardAlone()
     {
         OeffnenMitZweiDateien();
         const Drehbuch buch({Taste("Datausw", Qt::Key_Down), Taste("Datausw", Qt::Key_Return)});
-        QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+        Hand::An("LBOX").Taste(Qt::Key_L, Qt::ControlModifier);
         QVERIFY(buch.Fertig());
         QTRY_COMPARE(Kartei(), "b.pzb");
     }
@@ -162,15 +148,15 @@ private slots:
     void TheEditorStandsInForTheBoxAndAddsACardToIt()
     {
         EditorOeffnen();
-        QCOMPARE(Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr")->text(), "1");
-        QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>("CEOF"), Qt::LeftButton);
-        Tippen("MFrage", "neu");
-        Tippen("Antwort(0)", "ja");
-        QTest::keyClick(Offen("PFÄndern"), Qt::Key_I, Qt::ControlModifier);
-        QTest::mouseClick(Offen("PFÄndern")->findChild<QWidget *>("Cback"), Qt::LeftButton);
-        QTRY_VERIFY(Bereit("LBOX"));
-        QVERIFY(!Offen("PFÄndern"));
-        const auto *fach = Offen("LBOX")->findChild<QWidget *>("Image0(0)");
+        QCOMPARE(Hand::An("PFÄndern").Text("MaskFrageNr"), "1");
+        Hand::An("PFÄndern").Klick("CEOF");
+        Hand::An("PFÄndern").Tippe("MFrage", "neu");
+        Hand::An("PFÄndern").Tippe("Antwort(0)", "ja");
+        Hand::An("PFÄndern").Taste(Qt::Key_I, Qt::ControlModifier);
+        Hand::An("PFÄndern").Klick("Cback");
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
+        QVERIFY(!Hand::Offen("PFÄndern"));
+        const auto *fach = Hand::An("LBOX").Finde<QWidget>("Image0(0)");
         QVERIFY2(fach->accessibleName().contains("Neu: 3 von"), qPrintable(fach->accessibleName()));
         programm_.reset();
         QCOMPARE(ReadCards(Pfad("a.pzb")).at(2).Frage_Klartext, "neu");
@@ -179,21 +165,16 @@ private slots:
     void TheQuerySendsItsCardToTheEditor()
     {
         OeffnenMitZweiDateien();
-        const Drehbuch buch({[] {
-            QWidget *abfrage = Bereit("PFUse");
-            if (!abfrage)
-                return false;
-            QTest::mouseClick(abfrage->findChild<QWidget *>("Command1"), Qt::LeftButton);
-            return true;
-        }});
-        QTest::keyClick(Offen("LBOX"), Qt::Key_N);
+        const Drehbuch buch(
+            {Drehbuch::In("PFUse", [](QWidget &abfrage) { Hand(abfrage).Klick("Command1"); })});
+        Hand::An("LBOX").Taste(Qt::Key_N);
         QVERIFY(buch.Fertig());
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        QVERIFY(!Offen("LBOX") && !Offen("PFUse"));
-        QCOMPARE(Offen("PFÄndern")->findChild<QLineEdit *>("MaskFrageNr")->text(), "1");
-        Tippen("MFrage", "anders ");
-        Offen("PFÄndern")->close();
-        QTRY_VERIFY(Bereit("LBOX"));
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        QVERIFY(!Hand::Offen("LBOX") && !Hand::Offen("PFUse"));
+        QCOMPARE(Hand::An("PFÄndern").Text("MaskFrageNr"), "1");
+        Hand::An("PFÄndern").Tippe("MFrage", "anders ");
+        Hand::Offen("PFÄndern")->close();
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
         programm_.reset();
         QVERIFY(ReadCards(Pfad("a.pzb")).at(0).Frage_Klartext.startsWith("anders "));
     }
@@ -214,13 +195,13 @@ private slots:
         Konfig("False");
         MachProgramm();
         QVERIFY(programm_->Starten(Pfad("a.pzb")));
-        QTRY_VERIFY(Bereit("LBOX") && Kartei() == "a.pzb");
-        const auto *hinweis = Offen("LBOX")->findChild<QLabel *>("LTongeraet");
+        QTRY_VERIFY(Hand::Bereit("LBOX") && Kartei() == "a.pzb");
+        const auto *hinweis = Hand::An("LBOX").Finde<QLabel>("LTongeraet");
         QVERIFY(!hinweis->isVisible()); // nobody has looked for a device yet
         const auto zeigt = [&] {
             const Drehbuch buch(
                 {Schreiben("PFUse", "ja"), Taste("PFUse", Qt::Key_Return), Taste("PFUse", Qt::Key_Return)});
-            QTest::keyClick(Offen("LBOX"), Qt::Key_N);
+            Hand::An("LBOX").Taste(Qt::Key_N);
             return buch.Fertig() && hinweis->isVisible();
         };
         for (int i = 0; i < 3; ++i)
@@ -241,19 +222,17 @@ private slots:
     void UnsavedWorkIsSeenToBeforeTheProgramEnds()
     {
         EditorOeffnen();
-        Tippen("MFrage", "halb ");
-        auto *antwort = Offen("PFÄndern")->findChild<QTextEdit *>("Antwort(0)");
-        antwort->selectAll();
-        QTest::keyClick(antwort, Qt::Key_Delete);
+        Hand::An("PFÄndern").Tippe("MFrage", "halb ");
+        Hand::An("PFÄndern").Ersetze("Antwort(0)", {});
         const Drehbuch bleiben({Meldung(), Meldung()}); // no answer; discard? no
-        QVERIFY(!Offen("PFÄndern")->close());
+        QVERIFY(!Hand::Offen("PFÄndern")->close());
         QVERIFY(bleiben.Fertig());
         QCOMPARE(meldungen_.at(0), "Keine Antwort eingegeben");
         QVERIFY(meldungen_.at(1).contains("verwerfen"));
-        QVERIFY(Offen("PFÄndern") && !Offen("LBOX"));
-        Tippen("Antwort(0)", "ja");
+        QVERIFY(Hand::Offen("PFÄndern") && !Hand::Offen("LBOX"));
+        Hand::An("PFÄndern").Tippe("Antwort(0)", "ja");
         QApplication::closeAllWindows();
-        QVERIFY(!Offen("PFÄndern") && !Offen("LBOX"));
+        QVERIFY(!Hand::Offen("PFÄndern") && !Hand::Offen("LBOX"));
         programm_.reset();
         QVERIFY(ReadCards(Pfad("a.pzb")).at(0).Frage_Klartext.startsWith("halb "));
     }
@@ -261,42 +240,31 @@ private slots:
     void TheAutomaticModeDoesNotAskWhileCardsAreEdited()
     {
         OeffnenMitZweiDateien();
-        auto *automatik = Offen("LBOX")->findChild<QAction *>("MAutoschalter");
+        auto *automatik = Hand::An("LBOX").Finde<QAction>("MAutoschalter");
         automatik->trigger();
         QVERIFY(automatik->isChecked());
-        Offen("LBOX")->findChild<QAction *>("MKarten")->trigger();
+        Hand::An("LBOX").Finde<QAction>("MKarten")->trigger();
         QVERIFY(!automatik->isChecked());
-        Offen("PFÄndern")->close();
+        Hand::Offen("PFÄndern")->close();
     }
 
     void TheEditorOpensAgainWithItsSizeAndTheSearchTerm()
     {
         EditorOeffnen();
-        Offen("PFÄndern")->resize(1100, 800);
-        const Drehbuch suche({[] {
-                                  QWidget *suchen = Bereit("Suchen");
-                                  if (!suchen)
-                                      return false;
-                                  QTest::keyClicks(suchen->findChild<QLineEdit *>("suchtext"), "xyz");
-                                  QTest::keyClick(suchen, Qt::Key_Escape);
-                                  return true;
-                              },
-                              [] {
-                                  QWidget *suchen = Bereit("Suchen");
-                                  if (!suchen || suchen->findChild<QLineEdit *>("suchtext")->text() != "xyz")
-                                      return false;
-                                  QTest::keyClick(suchen, Qt::Key_Escape);
-                                  return true;
-                              }});
-        QTest::keyClick(Offen("PFÄndern"), Qt::Key_F3);
-        Offen("PFÄndern")->close();
-        QTRY_VERIFY(Bereit("LBOX"));
-        Offen("LBOX")->findChild<QAction *>("MKarten")->trigger();
-        QTRY_VERIFY(Bereit("PFÄndern"));
-        QCOMPARE(Offen("PFÄndern")->size(), QSize(1100, 800));
-        QTest::keyClick(Offen("PFÄndern"), Qt::Key_F3);
+        Hand::Offen("PFÄndern")->resize(1100, 800);
+        QString begriff;
+        const Drehbuch suche({Schreiben("Suchen", "xyz"), Taste("Suchen", Qt::Key_Escape),
+                              Lesen("Suchen", "suchtext", begriff), Taste("Suchen", Qt::Key_Escape)});
+        Hand::An("PFÄndern").Taste(Qt::Key_F3);
+        Hand::Offen("PFÄndern")->close();
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
+        Hand::An("LBOX").Finde<QAction>("MKarten")->trigger();
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        QCOMPARE(Hand::Offen("PFÄndern")->size(), QSize(1100, 800));
+        Hand::An("PFÄndern").Taste(Qt::Key_F3);
         QVERIFY(suche.Fertig());
-        Offen("PFÄndern")->close();
+        QCOMPARE(begriff, "xyz");
+        Hand::Offen("PFÄndern")->close();
     }
 };
 

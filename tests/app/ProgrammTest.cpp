@@ -21,14 +21,10 @@ private:
     // Answers the question that is open by its button.
     Drehbuch::Szene Frage(QMessageBox::StandardButton antwort)
     {
-        return [this, antwort] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box || !box->isActiveWindow() || !box->button(antwort))
-                return false;
-            meldungen_ << box->text();
-            QTest::mouseClick(box->button(antwort), Qt::LeftButton);
-            return true;
-        };
+        return Drehbuch::In<QMessageBox>([this, antwort](QMessageBox &box) {
+            meldungen_ << box.text();
+            Hand::Klick(box.button(antwort));
+        });
     }
 
     void FrueherenAnlegen() const
@@ -40,25 +36,12 @@ private:
         datei.write(lab.Bytes());
     }
 
-    bool DialogWaehlen() const
+    Drehbuch::Szene DialogWaehlen() const
     {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (!dialog || dialog->windowTitle() != "Merkkasten öffnen")
-            return false;
-        auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
-        name->setText(Pfad("früher.pzb"));
-        QTest::keyClick(name, Qt::Key_Return);
-        return true;
-    }
-
-    static bool LetzteWaehlen()
-    {
-        QWidget *fenster = Bereit("Datausw");
-        if (!fenster)
-            return false;
-        QTest::keyClick(fenster->focusWidget(), Qt::Key_End);
-        QTest::keyClick(fenster->focusWidget(), Qt::Key_Return);
-        return true;
+        return ImDialog([this](QFileDialog &dialog) {
+            Hand(dialog).Ersetze("fileNameEdit", Pfad("früher.pzb"));
+            Hand(dialog).Taste(Qt::Key_Return);
+        });
     }
 
 private slots:
@@ -71,7 +54,7 @@ private slots:
     {
         MachProgramm();
         const Drehbuch buch(
-            {Taste("Intro", Qt::Key_Return), [] { return !Offen("Intro") && DialogAbbrechen(); }});
+            {Taste("Intro", Qt::Key_Return), [] { return !Hand::Offen("Intro"); }, DialogAbbrechen()});
         QVERIFY(programm_->Starten({}));
         QTRY_VERIFY(buch.Fertig());
         QTRY_COMPARE(Kartei(), "Keine Kartei geöffnet");
@@ -81,12 +64,9 @@ private slots:
     void ClosingTheIntroEndsTheProgram()
     {
         MachProgramm();
-        const Drehbuch buch({[] {
-            QWidget *intro = Bereit("Intro");
-            return intro && intro->close();
-        }});
+        const Drehbuch buch({Drehbuch::In("Intro", [](QWidget &intro) { intro.close(); })});
         QVERIFY(!programm_->Starten({}));
-        QVERIFY(!Offen("LBOX"));
+        QVERIFY(!Hand::Offen("LBOX"));
     }
 
     void WithAnArgumentTheFileOpensAtOnce()
@@ -94,7 +74,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         MachProgramm();
         QVERIFY(programm_->Starten(Pfad("a.pzb")));
-        QVERIFY(!Offen("Intro"));
+        QVERIFY(!Hand::Offen("Intro"));
         QTRY_COMPARE(Kartei(), "a.pzb");
     }
 
@@ -102,10 +82,10 @@ private slots:
     {
         Konfig("False");
         MachProgramm();
-        const Drehbuch buch({&DialogAbbrechen});
+        const Drehbuch buch({DialogAbbrechen()});
         QVERIFY(programm_->Starten({}));
-        QVERIFY(!Offen("Intro"));
-        QVERIFY(Offen("LBOX"));
+        QVERIFY(!Hand::Offen("Intro"));
+        QVERIFY(Hand::Offen("LBOX"));
         QTRY_VERIFY(buch.Fertig());
     }
 
@@ -118,7 +98,7 @@ private slots:
         QVERIFY(QDir().mkpath(ordner_->filePath("share")));
         QVERIFY(QDir().rename(ordner_->filePath("programm"), ordner_->filePath("share/paukfix")));
         MachProgramm();
-        const Drehbuch buch({Meldung(), Taste("Intro", Qt::Key_Return), Meldung(), &DialogAbbrechen});
+        const Drehbuch buch({Meldung(), Taste("Intro", Qt::Key_Return), Meldung(), DialogAbbrechen()});
         QVERIFY(programm_->Starten({}));
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(meldungen_.size(), 2);
@@ -146,7 +126,7 @@ private slots:
         for (const char *nummer : {"06", "11"})
             QVERIFY(QFile::remove(Pfad(QString("lbox%1.jpg").arg(nummer))));
         MachProgramm();
-        const Drehbuch buch({Meldung(), Meldung(), Taste("Intro", Qt::Key_Space), &DialogAbbrechen});
+        const Drehbuch buch({Meldung(), Meldung(), Taste("Intro", Qt::Key_Space), DialogAbbrechen()});
         QVERIFY(programm_->Starten({}));
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(meldungen_.size(), 2);
@@ -158,7 +138,7 @@ private slots:
     void AnArgumentThatIsNoCardFileLeadsToTheDialog()
     {
         MachProgramm();
-        const Drehbuch buch({Meldung(), &DialogAbbrechen});
+        const Drehbuch buch({Meldung(), DialogAbbrechen()});
         QVERIFY(programm_->Starten(Pfad("ueber.rtf")));
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(meldungen_, QStringList{"Bitte nur .pzb Dateien"});
@@ -188,35 +168,21 @@ private slots:
     {
         OeffnenMitZweiDateien();
         QString anzahl, ueber;
-        const Drehbuch buch({[&] {
-                                 const QWidget *fenster = Bereit("Statistik");
-                                 if (!fenster)
-                                     return false;
-                                 anzahl = fenster->findChild<QLineEdit *>("AktAnz(0)")->text();
-                                 return true;
-                             },
-                             Taste("Statistik", Qt::Key_Return),
-                             [&] {
-                                 const QWidget *fenster = Bereit("über");
-                                 if (!fenster)
-                                     return false;
-                                 ueber = fenster->findChild<QTextEdit *>("RichTextBox1")->toPlainText();
-                                 return true;
-                             },
-                             Taste("über", Qt::Key_Return)});
+        const Drehbuch buch({Lesen("Statistik", "AktAnz(0)", anzahl), Taste("Statistik", Qt::Key_Return),
+                             Lesen("über", "RichTextBox1", ueber), Taste("über", Qt::Key_Return)});
         for (const char *name : {"MStatistik", "Müber"})
             Waehlen(name);
         QVERIFY(buch.Fertig());
         QCOMPARE(anzahl, "2");
         QVERIFY(ueber.startsWith("Paukfix"));
-        QTRY_VERIFY(Bereit("LBOX"));
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
     }
 
     void CancellingTheChooserKeepsTheFile()
     {
         OeffnenMitZweiDateien();
         const Drehbuch buch({Taste("Datausw", Qt::Key_Escape)});
-        QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+        Hand::An("LBOX").Taste(Qt::Key_L, Qt::ControlModifier);
         QVERIFY(buch.Fertig());
         QCOMPARE(Kartei(), "a.pzb");
     }
@@ -241,14 +207,17 @@ private slots:
             if (weg == "recent file")
                 Konfig("True", Pfad("früher.pzb"));
             OeffnenMitZweiDateien();
-            const Drehbuch buch({weg == "dialog"         ? Drehbuch::Szene([this] { return DialogWaehlen(); })
-                                 : weg == "file chooser" ? Drehbuch::Szene(&LetzteWaehlen)
-                                                         : Drehbuch::Szene([] { return true; }),
-                                 Frage(QMessageBox::Yes)});
+            std::deque<Drehbuch::Szene> szenen{Frage(QMessageBox::Yes)};
+            if (weg == "dialog")
+                szenen.push_front(DialogWaehlen());
             if (weg == "file chooser")
-                QTest::keyClick(Offen("LBOX"), Qt::Key_L, Qt::ControlModifier);
+                szenen.insert(szenen.begin(),
+                              {Taste("Datausw", Qt::Key_End), Taste("Datausw", Qt::Key_Return)});
+            const Drehbuch buch(szenen);
+            if (weg == "file chooser")
+                Hand::An("LBOX").Taste(Qt::Key_L, Qt::ControlModifier);
             else
-                Offen("LBOX")->findChild<QAction *>(weg == "dialog" ? "Möffnen" : "MDat(1)")->trigger();
+                Hand::An("LBOX").Finde<QAction>(weg == "dialog" ? "Möffnen" : "MDat(1)")->trigger();
             QTRY_VERIFY(buch.Fertig());
         }
         QTRY_COMPARE(Kartei(), "früher.pzb");

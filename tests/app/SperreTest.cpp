@@ -59,46 +59,15 @@ private:
         };
     }
 
-    // The window when nothing lies over it any more. The platform of the tests gives the keyboard back to
-    // none.
-    static QWidget *Oben(const QString &name)
-    {
-        QWidget *fenster = Offen(name);
-        const QWidget *modal = QApplication::activeModalWidget();
-        return !modal || modal == fenster ? fenster : nullptr;
-    }
-
     // Looks again when the file dialog has gone; `name` is the window that had opened it.
     Drehbuch::Szene Danach(const QString &name)
     {
-        return [=, this] {
-            if (!Oben(name))
-                return false;
-            Fragen("nach " + name);
-            return true;
-        };
+        return Drehbuch::In(name, [=, this](QWidget &) { Fragen("nach " + name); });
     }
 
-    static Drehbuch::Szene Schliessen(const QString &name)
+    static Drehbuch::Szene Klick(const QString &name, const QString &knopf)
     {
-        return [=] {
-            QWidget *fenster = Oben(name);
-            if (fenster)
-                QTest::keyClick(fenster, Qt::Key_Escape);
-            return fenster != nullptr;
-        };
-    }
-
-    static Drehbuch::Szene Klick(const QString &fenster, const char *knopf)
-    {
-        return [=] {
-            QWidget *offen = Oben(fenster);
-            auto *ziel = offen ? offen->findChild<QAbstractButton *>(QString::fromUtf8(knopf)) : nullptr;
-            if (!ziel)
-                return false;
-            ziel->click();
-            return true;
-        };
+        return Drehbuch::In(name, [=](QWidget &fenster) { Hand(fenster).Klick(knopf); });
     }
 
     // One file of every kind that the program lists beside the card files.
@@ -147,8 +116,8 @@ private slots:
             {"MKartei_spiegeln", "Karteispiegeln"},
         }};
         for (const auto &[eintrag, name] : werkzeuge) {
-            const Drehbuch buch(
-                {Klick(name, "cmdDateiname"), Dateidialog(), Danach(name), Schliessen(name), Danach("LBOX")});
+            const Drehbuch buch({Klick(name, "cmdDateiname"), Dateidialog(), Danach(name),
+                                 Taste(name, Qt::Key_Escape), Danach("LBOX")});
             Waehlen(eintrag);
             QTRY_VERIFY(buch.Fertig());
         }
@@ -159,12 +128,12 @@ private slots:
     void DialogsOfTheEditorKeepTheLock()
     {
         Waehlen("MKarten");
-        QTRY_VERIFY(Bereit("PFÄndern"));
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
         for (const auto &[eintrag, name] :
              {std::pair{"MBilder", "Bildbearbeiten"}, {"MTon", "Soundbearbeiten"}}) {
-            const Drehbuch buch(
-                {Klick(name, "Option3"), Dateidialog(), Danach(name), Schliessen(name), Danach("PFÄndern")});
-            Offen("PFÄndern")->findChild<QAction *>(eintrag)->trigger();
+            const Drehbuch buch({Klick(name, "Option3"), Dateidialog(), Danach(name),
+                                 Taste(name, Qt::Key_Escape), Danach("PFÄndern")});
+            Hand::An("PFÄndern").Finde<QAction>(eintrag)->trigger();
             QTRY_VERIFY(buch.Fertig());
         }
         QCOMPARE(dialoge_, 2);
@@ -174,7 +143,7 @@ private slots:
     void AFileThatIsTakenFromADialogKeepsTheLock()
     {
         Waehlen("MKarten");
-        QTRY_VERIFY(Bereit("PFÄndern"));
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
         const Drehbuch buch({Klick("Bildbearbeiten", "Option3"),
                              [this] {
                                  auto *dialog = Gelistet();
@@ -185,8 +154,9 @@ private slots:
                                  QMetaObject::invokeMethod(dialog, "accept");
                                  return true;
                              },
-                             Danach("Bildbearbeiten"), Schliessen("Bildbearbeiten"), Danach("PFÄndern")});
-        Offen("PFÄndern")->findChild<QAction *>("MBilder")->trigger();
+                             Danach("Bildbearbeiten"), Taste("Bildbearbeiten", Qt::Key_Escape),
+                             Danach("PFÄndern")});
+        Hand::An("PFÄndern").Finde<QAction>("MBilder")->trigger();
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(luecken_, QStringList());
     }

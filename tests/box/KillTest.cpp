@@ -16,6 +16,7 @@
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 using namespace paukfix;
 using namespace Qt::StringLiterals;
@@ -40,22 +41,65 @@ Kasten KastenIn(const QString &path)
     return kasten;
 }
 
-// Where an answer must have put the card: at the back of its new compartment.
-void Beantworten(Kasten &kasten, std::array<int, FachAnzahl> &lfdMax, int frageNr, bool richtig)
+struct Stand
 {
-    Platz &platz = kasten.at(frageNr);
-    platz.fach = ZielFach(platz.fach, richtig);
-    platz.lfd = ++lfdMax[static_cast<std::size_t>(platz.fach)];
+    Kasten kasten;
+    std::array<int, FachAnzahl> lfdMax{};
+};
+
+Stand StandIn(const QString &path)
+{
+    Stand stand{KastenIn(path)};
+    for (const auto &[frageNr, platz] : stand.kasten) {
+        int &most = stand.lfdMax[static_cast<std::size_t>(platz.fach)];
+        most = std::max(most, platz.lfd);
+    }
+    return stand;
 }
 
-std::array<int, FachAnzahl> LfdMax(const Kasten &kasten)
+// What a worker makes of the box, step by step; what was taken back can be done again until the next change.
+class Verlaufsmodell
 {
-    std::array<int, FachAnzahl> most{};
-    for (const auto &[frageNr, platz] : kasten)
-        most[static_cast<std::size_t>(platz.fach)] =
-            std::max(most[static_cast<std::size_t>(platz.fach)], platz.lfd);
-    return most;
-}
+public:
+    explicit Verlaufsmodell(Stand stand) : staende_{std::move(stand)} {}
+
+    const Kasten &Jetzt() const { return staende_[ort_].kasten; }
+
+    void Schritt(const QByteArray &was, int frageNr, bool richtig)
+    {
+        if (was == "zurueck") {
+            --ort_;
+        } else if (was == "wieder") {
+            ++ort_;
+        } else {
+            Stand stand = staende_[ort_];
+            if (was == "antwort")
+                Beantworten(stand, frageNr, richtig);
+            else
+                Importieren(stand);
+            staende_.resize(++ort_);
+            staende_.push_back(std::move(stand));
+        }
+    }
+
+private:
+    // Where an answer must have put the card: at the back of its new compartment.
+    static void Beantworten(Stand &stand, int frageNr, bool richtig)
+    {
+        Platz &platz = stand.kasten.at(frageNr);
+        platz.fach = ZielFach(platz.fach, richtig);
+        platz.lfd = ++stand.lfdMax[static_cast<std::size_t>(platz.fach)];
+    }
+
+    static void Importieren(Stand &stand)
+    {
+        for (int i = 0; i < 3; ++i)
+            stand.kasten[stand.kasten.rbegin()->first + 1] = {FachNeu, ++stand.lfdMax[FachNeu]};
+    }
+
+    std::vector<Stand> staende_;
+    std::size_t ort_ = 0;
+};
 
 // Reads from `pipe` until its end, or until `lines` lines are there.
 void ReadLines(int pipe, QByteArray &said, qsizetype lines)
@@ -76,11 +120,20 @@ class KillTest : public QObject
     Q_OBJECT
 
 private slots:
-    void EveryAnswerIsThereOnceAfterAKillAtAnyMoment();
+    void EveryStepIsThereOnceAfterAKillAtAnyMoment_data();
+    void EveryStepIsThereOnceAfterAKillAtAnyMoment();
 };
 
-void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
+void KillTest::EveryStepIsThereOnceAfterAKillAtAnyMoment_data()
 {
+    QTest::addColumn<bool>("wenden");
+    QTest::newRow("answers") << false;
+    QTest::newRow("answers and imports, taken back and done again") << true;
+}
+
+void KillTest::EveryStepIsThereOnceAfterAKillAtAnyMoment()
+{
+    QFETCH(bool, wenden);
     const int kills = qEnvironmentVariableIsSet("PAUKFIX_SHORT_TESTS") ? 20 : 220;
     QTemporaryDir directory;
     const QString path = directory.filePath(u"lernen.pzb"_s);
@@ -93,7 +146,7 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
     int between = 0; // kills that hit between "will" and "hat"
     int answers = 0;
     for (int kill = 0; kill < kills; ++kill) {
-        Kasten expected = KastenIn(path);
+        Verlaufsmodell expected(StandIn(path));
         std::array<int, 2> pipe{};
         QCOMPARE(::pipe(pipe.data()), 0);
         const QByteArray seed = QByteArray::number(kill);
@@ -102,7 +155,8 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         if (worker == 0) {
             dup2(pipe[1], STDOUT_FILENO);
             close(pipe[0]);
-            execl(program.constData(), program.constData(), qPrintable(path), seed.constData(), nullptr);
+            execl(program.constData(), program.constData(), qPrintable(path), seed.constData(),
+                  wenden ? "wenden" : nullptr, nullptr);
             _exit(127);
         }
         close(pipe[1]);
@@ -119,30 +173,28 @@ void KillTest::EveryAnswerIsThereOnceAfterAKillAtAnyMoment()
         ReadLines(pipe[0], said, std::numeric_limits<qsizetype>::max());
         close(pipe[0]);
 
-        std::array<int, FachAnzahl> lfdMax = LfdMax(expected);
-        std::pair<int, int> open; // announced and not yet reported as stored; 0 for none
+        QList<QByteArray> open; // announced and not yet reported as stored
         for (const QByteArray &line : said.split('\n')) {
             const QList<QByteArray> words = line.split(' ');
-            if (words.size() != 3 || words[0] == "offen")
+            if (words.size() != 4 || words[0] == "offen")
                 continue;
-            const std::pair answer{words[1].toInt(), words[2].toInt()};
             if (words[0] == "will") {
-                open = answer;
+                open = words;
             } else {
                 QCOMPARE(words[0], QByteArray("hat"));
-                Beantworten(expected, lfdMax, answer.first, answer.second);
-                open = {};
+                expected.Schritt(words[1], words[2].toInt(), words[3].toInt() != 0);
+                open.clear();
                 ++answers;
             }
         }
         const Kasten found = KastenIn(path);
-        if (found != expected) {
-            QVERIFY2(open.first != 0,
-                     qPrintable(u"kill %1: an answer that was reported is missing"_s.arg(kill)));
-            Beantworten(expected, lfdMax, open.first, open.second);
-            QVERIFY2(found == expected, qPrintable(u"kill %1: neither before nor after"_s.arg(kill)));
+        if (found != expected.Jetzt()) {
+            QVERIFY2(!open.isEmpty(),
+                     qPrintable(u"kill %1: a step that was reported is missing"_s.arg(kill)));
+            expected.Schritt(open[1], open[2].toInt(), open[3].toInt() != 0);
+            QVERIFY2(found == expected.Jetzt(), qPrintable(u"kill %1: neither before nor after"_s.arg(kill)));
         }
-        between += open.first != 0 ? 1 : 0;
+        between += open.isEmpty() ? 0 : 1;
         CardFile file(path);
         QCOMPARE(file.Database().execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
     }

@@ -2,13 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Datausw.h"
 
+#include "Hand.h"
 #include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -17,7 +16,7 @@
 using namespace paukfix;
 
 // The file chooser on a real directory, by key and mouse.
-class DatauswTest : public QObject
+class DatauswTest : public QObject, private Hand
 {
     Q_OBJECT
 
@@ -32,7 +31,7 @@ private:
         QVERIFY(datei.open(QIODevice::WriteOnly));
     }
 
-    QListWidget *Liste() const { return fenster_->findChild<QListWidget *>("Filelist"); }
+    QListWidget *Liste() const { return Finde<QListWidget>("Filelist"); }
 
     QStringList Namen() const
     {
@@ -46,13 +45,8 @@ private:
     {
         fenster_ = std::make_unique<Datausw>(chosenFileName_);
         fenster_->Auflisten(ordner_->path(), "*.pzb", vorgabe);
-        fenster_->show();
-        QVERIFY(QTest::qWaitForWindowActive(fenster_.get()));
-    }
-
-    void Klick(const QString &name) const
-    {
-        QTest::mouseClick(fenster_->findChild<QPushButton *>(name), Qt::LeftButton);
+        Nimm(*fenster_);
+        Hand::Zeigen();
     }
 
 private slots:
@@ -73,9 +67,9 @@ private slots:
         Zeigen();
         QCOMPARE(fenster_->windowTitle(), "Datei laden ");
         QCOMPARE(Namen(), (QStringList{"A.PZB", "b.pzb", "karte 9.pzb", "karte 10.pzb"}));
-        QCOMPARE(fenster_->findChild<QPushButton *>("laden")->text(), "laden");
-        QCOMPARE(fenster_->findChild<QPushButton *>("abbrechen")->text(), "abbrechen");
-        QVERIFY(fenster_->findChild<QLabel *>("Hinweis")->text().contains(ordner_->path()));
+        QCOMPARE(Text("laden"), "laden");
+        QCOMPARE(Text("abbrechen"), "abbrechen");
+        QVERIFY(Text("Hinweis").contains(ordner_->path()));
     }
 
     void LadenTakesTheSelectedName()
@@ -102,7 +96,7 @@ private slots:
         if (wie == "abbrechen")
             Klick("abbrechen");
         else if (wie == "Esc")
-            QTest::keyClick(fenster_->focusWidget(), Qt::Key_Escape);
+            Taste(Qt::Key_Escape);
         else
             fenster_->close();
         QCOMPARE(chosenFileName_, "");
@@ -132,8 +126,8 @@ private slots:
     void TheKeyboardAloneIsEnough()
     {
         Zeigen();
-        QTest::keyClick(fenster_->focusWidget(), Qt::Key_Down);
-        QTest::keyClick(fenster_->focusWidget(), Qt::Key_Return);
+        Taste(Qt::Key_Down);
+        Taste(Qt::Key_Return);
         QCOMPARE(chosenFileName_, "b.pzb");
         QVERIFY(!fenster_->isVisible());
     }
@@ -141,8 +135,8 @@ private slots:
     void TypingFindsAName()
     {
         Zeigen();
-        QTest::keyClicks(fenster_->focusWidget(), "kar");
-        QTest::keyClick(fenster_->focusWidget(), Qt::Key_Return);
+        Tippe("kar");
+        Taste(Qt::Key_Return);
         QCOMPARE(chosenFileName_, "karte 9.pzb");
     }
 
@@ -152,8 +146,8 @@ private slots:
             QVERIFY(QFile::remove(ordner_->filePath(name)));
         Zeigen();
         QVERIFY(Namen().isEmpty());
-        QVERIFY(!fenster_->findChild<QPushButton *>("laden")->isEnabled());
-        QTest::keyClick(fenster_->focusWidget(), Qt::Key_Escape);
+        QVERIFY(!Finde("laden")->isEnabled());
+        Taste(Qt::Key_Escape);
         QCOMPARE(chosenFileName_, "");
     }
 };

@@ -23,11 +23,12 @@ private slots:
         config_->WriteConfig(4, QString());
         QCOMPARE(Read(), "[Font]\nFontName=X\n[Animation]\nAnimation=True\n"
                          "[Fenster]\nAbfragePlatz=-120;80\nAbfrageGroesse=900;700\nAbfrageMaximiert=True\n");
-        AppConfig next(*meldungen_);
+        TestDienste spaeter;
+        AppConfig &next = spaeter.konfig;
         next.ProgrammPfad = directory_->path();
         next.ReadConfig();
         QVERIFY(next.Abfrage == config_->Abfrage);
-        QCOMPARE(meldungen_->Texte(), QStringList());
+        QCOMPARE(spaeter.meldungen.Texte(), QStringList());
     }
 
     void OnlyWhatWasChangedIsWritten()

@@ -40,7 +40,7 @@ protected:
 } // namespace
 
 // The intro window on a program directory with seven pictures, each of one colour.
-class IntroTest : public KonfigFixture
+class IntroTest : public KonfigFixture, private Hand
 {
     Q_OBJECT
 
@@ -67,11 +67,11 @@ private:
         return intro_->isVisible() && intro_->IntroStep() == 12 && intro_->isActiveWindow();
     }
 
-    QPushButton *LosGehts() const { return intro_->findChild<QPushButton *>("Command1"); }
+    QPushButton *LosGehts() const { return Finde<QPushButton>("Command1"); }
 
     void Ticken() const
     {
-        auto *timer = intro_->findChild<QTimer *>("Timer_Intro");
+        auto *timer = Finde<QTimer>("Timer_Intro");
         QTimerEvent tick(timer->timerId());
         QCoreApplication::sendEvent(timer, &tick);
     }
@@ -88,6 +88,7 @@ private slots:
             QVERIFY(bild.save(Path(QString("lbox%1.jpg").arg(i, 2, 10, QChar('0'))), "jpg", 95));
         }
         intro_ = std::make_unique<Intro>(*config_, *meldungen_);
+        Nimm(*intro_);
     }
 
     void cleanup() { intro_.reset(); }
@@ -148,10 +149,9 @@ private slots:
                 return false;
             gezeigt = Gezeigt();
             if (taste)
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key(taste));
+                Taste(Qt::Key(taste));
             else
-                QTest::mouseClick(intro_->windowHandle(), Qt::LeftButton, {},
-                                  LosGehts()->geometry().center());
+                Klick("Command1");
             return true;
         }});
         QCOMPARE(intro_->Form_Load({}), Intro::Ausgang::Hauptfenster);
@@ -222,7 +222,7 @@ private slots:
         const Drehbuch buch({[this] {
             if (!Wartet())
                 return false;
-            auto *timer = intro_->findChild<QTimer *>("Timer_Intro");
+            auto *timer = Finde<QTimer>("Timer_Intro");
             [&] { QCOMPARE(intro_->IntroElapsed(), 0); }();
             timer->setInterval(20000);
             Ticken();
@@ -293,7 +293,7 @@ private slots:
     {
         QList<QColor> gezeigt;
         const auto taste = [&](Qt::Key key) {
-            QTest::keyClick(QApplication::focusWidget(), key);
+            Taste(key);
             gezeigt << Gezeigt();
         };
         const Drehbuch buch({[&] {
@@ -305,7 +305,7 @@ private slots:
                 taste(Qt::Key_Left);
             taste(Qt::Key_Right);
             [&] { QVERIFY(Wartet()); }();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            Taste(Qt::Key_Return);
             return true;
         }});
         QCOMPARE(intro_->Form_Load({}), Intro::Ausgang::Hauptfenster);
@@ -323,7 +323,7 @@ private slots:
         const Drehbuch buch({[&] {
             if (!Wartet())
                 return false;
-            auto *punkte = intro_->findChild<QWidget *>("Punkte");
+            auto *punkte = Finde("Punkte");
             [&] { QCOMPARE(punkte->accessibleName(), "Bild 7 von 7"); }();
             QTest::mouseClick(
                 intro_->windowHandle(), Qt::LeftButton, {},
@@ -343,9 +343,9 @@ private slots:
             if (!Wartet())
                 return false;
             [&] { QVERIFY(QFile::remove(Path("lbox10.jpg"))); }();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+            Taste(Qt::Key_Left);
             [&] { QVERIFY(Gleich(Gezeigt(), Farbe(11))); }();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+            Taste(Qt::Key_Left);
             [&] { QVERIFY(Gleich(Gezeigt(), Farbe(9))); }();
             return intro_->close();
         }});

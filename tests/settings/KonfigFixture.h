@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "AppConfig.h"
-#include "StoreTestSupport.h"
+#include "TestDienste.h"
 
 #include <QFile>
 #include <QLocale>
@@ -25,9 +24,10 @@ protected:
         return {bytes.data(), static_cast<qsizetype>(bytes.size())};
     }
 
-    std::unique_ptr<QTemporaryDir> directory_;
-    std::unique_ptr<TestMeldungen> meldungen_;
-    std::unique_ptr<AppConfig> config_;
+    std::unique_ptr<TestDienste> dienste_;
+    QTemporaryDir *directory_ = nullptr; // of these services
+    TestMeldungen *meldungen_ = nullptr;
+    AppConfig *config_ = nullptr;
     int gelesen_ = 0;
 
     QString Path(const QString &name) const { return directory_->filePath(name); }
@@ -85,12 +85,12 @@ protected:
 
     void SetUp()
     {
-        directory_ = std::make_unique<QTemporaryDir>();
-        meldungen_ = std::make_unique<TestMeldungen>();
-        config_ = std::make_unique<AppConfig>(*meldungen_);
-        config_->ProgrammPfad = directory_->path();
+        dienste_ = std::make_unique<TestDienste>();
+        directory_ = &dienste_->programm;
+        meldungen_ = &dienste_->meldungen;
+        config_ = &dienste_->konfig;
         gelesen_ = 0;
-        QObject::connect(config_.get(), &AppConfig::Gelesen, [this] { ++gelesen_; });
+        QObject::connect(config_, &AppConfig::Gelesen, [this] { ++gelesen_; });
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
 };

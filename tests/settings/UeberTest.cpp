@@ -2,46 +2,42 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Ueber.h"
 
+#include "Hand.h"
 #include "RichTextBox.h"
-#include "StoreTestSupport.h"
+#include "TestDienste.h"
 #include "TestProgram.h"
 
 #include <QFile>
-#include <QPushButton>
-#include <QTest>
 
 #include <memory>
 
 using namespace paukfix;
 
-class UeberTest : public QObject
+class UeberTest : public QObject, private TestDienste, private Hand
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir ordner_;
-    TestMeldungen meldungen_;
     std::unique_ptr<über> fenster_;
 
     RichTextBox *Zeigen()
     {
-        fenster_ = std::make_unique<über>(ordner_.filePath("ueber.rtf"), meldungen_);
-        fenster_->show();
-        if (!QTest::qWaitForWindowActive(fenster_.get()))
-            qFatal("no about box");
-        return fenster_->findChild<RichTextBox *>("RichTextBox1");
+        fenster_ = std::make_unique<über>(programm.filePath("ueber.rtf"), meldungen);
+        Nimm(*fenster_);
+        Hand::Zeigen();
+        return Finde<RichTextBox>("RichTextBox1");
     }
 
     void Schreiben(const QByteArray &text) const
     {
-        QFile datei(ordner_.filePath("ueber.rtf"));
+        QFile datei(programm.filePath("ueber.rtf"));
         QVERIFY(datei.open(QIODevice::WriteOnly));
         QCOMPARE(datei.write(text), text.size());
     }
 
 private slots:
 
-    void init() { meldungen_.gezeigt.clear(); }
+    void init() { meldungen.gezeigt.clear(); }
 
     void cleanup() { fenster_.reset(); }
 
@@ -52,16 +48,16 @@ private slots:
         QCOMPARE(fenster_->windowTitle(), "über Paukfix");
         QCOMPARE(text->PlainText(), "für alle\r\nzwei");
         QVERIFY(text->isReadOnly());
-        QCOMPARE(meldungen_.Texte(), QStringList());
+        QCOMPARE(meldungen.Texte(), QStringList());
     }
 
     void AMissingFileIsReportedAndTheBoxIsEmpty()
     {
-        QFile::remove(ordner_.filePath("ueber.rtf"));
+        QFile::remove(programm.filePath("ueber.rtf"));
         const RichTextBox *text = Zeigen();
         QCOMPARE(text->PlainText(), "");
-        QCOMPARE(meldungen_.gezeigt.size(), 1);
-        QVERIFY(meldungen_.Texte()[0].contains("ueber.rtf"));
+        QCOMPARE(meldungen.gezeigt.size(), 1);
+        QVERIFY(meldungen.Texte()[0].contains("ueber.rtf"));
         QVERIFY(fenster_->isVisible());
     }
 
@@ -80,9 +76,9 @@ private slots:
         Schreiben("{\\rtf1 a}");
         Zeigen();
         if (taste)
-            QTest::keyClick(fenster_->focusWidget(), Qt::Key(taste));
+            Taste(Qt::Key(taste));
         else
-            QTest::mouseClick(fenster_->findChild<QPushButton *>("Command1"), Qt::LeftButton);
+            Klick("Command1");
         QVERIFY(!fenster_->isVisible());
     }
 };

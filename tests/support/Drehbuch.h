@@ -66,7 +66,10 @@ public:
     {
         return [tun = std::move(tun)] {
             auto *fenster = dynamic_cast<Fenster *>(QApplication::activeModalWidget());
-            if (!fenster || !fenster->isActiveWindow())
+            if (!fenster)
+                return false;
+            Hand::Aktivieren(fenster);
+            if (!fenster->isActiveWindow())
                 return false;
             tun(*fenster);
             return true;

@@ -148,15 +148,17 @@ public:
         return Hand(*fenster);
     }
 
-private:
-    // The platform of the tests gives the keyboard back to none when a dialog or menu closes.
+    // A window manager's work, which the platform of the tests does not do: when a dialog or menu closes, the
+    // window behind it gets the keyboard.
     static void Aktivieren(QWidget *fenster)
     {
         const QWidget *aktiv = QApplication::activeWindow();
-        if (!aktiv || !aktiv->isVisible())
+        const bool verdeckt = QApplication::activeModalWidget() == fenster && aktiv != fenster;
+        if (!aktiv || !aktiv->isVisible() || (verdeckt && !QApplication::activePopupWidget()))
             fenster->activateWindow();
     }
 
+private:
     QPointer<QWidget> griff_;
 };
 

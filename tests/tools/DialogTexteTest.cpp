@@ -4,11 +4,11 @@
 #include "AImport.h"
 #include "AlleNull.h"
 #include "ErlNull.h"
-#include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
 #include "TestProgram.h"
 #include "Themaausfiltern.h"
+#include "Werkstatt.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -39,12 +39,12 @@ private slots:
 
 namespace {
 
-using Maker = std::function<std::unique_ptr<Werkzeugfenster>(Fensterbuehne &)>;
+using Maker = std::function<std::unique_ptr<Werkzeugfenster>(Werkstatt &)>;
 
 template <class Window>
 Maker Make()
 {
-    return [](Fensterbuehne &w) { return std::make_unique<Window>(w.oeffner, w.Alle()); };
+    return [](Werkstatt &w) { return std::make_unique<Window>(w.oeffner, w.Alle()); };
 }
 
 const QList<QPair<QString, Maker>> &Dialogs()
@@ -61,7 +61,7 @@ const QList<QPair<QString, Maker>> &Dialogs()
     return all;
 }
 
-std::unique_ptr<Werkzeugfenster> Dialog(Fensterbuehne &w, const QString &name)
+std::unique_ptr<Werkzeugfenster> Dialog(Werkstatt &w, const QString &name)
 {
     for (const auto &[known, make] : Dialogs())
         if (known == name)
@@ -158,7 +158,7 @@ void DialogTexteTest::TextsStandLetterByLetter()
     QFETCH(QString, name);
     QFETCH(QString, caption);
     QFETCH(QStringList, labels);
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     const auto dialog = Dialog(w, name);
     QCOMPARE(dialog->objectName(), name);
@@ -168,20 +168,20 @@ void DialogTexteTest::TextsStandLetterByLetter()
     for (const QLabel *label : dialog->findChildren<QLabel *>()) {
         QCOMPARE(label->textFormat() == Qt::PlainText || label->buddy(), true);
         if (!label->text().isEmpty()) // what comes of the work has its place already
-            shown << Shown(label);
+            shown << Hand::Gezeigt(label);
     }
     QCOMPARE(shown, labels);
-    QCOMPARE(Control<QPushButton>(*dialog, "cmdOK")->text(), "OK");
-    QCOMPARE(Control<QPushButton>(*dialog, "cmdZurück")->text().remove('&'), "Zurück");
+    QCOMPARE(Hand(*dialog).Text("cmdOK"), "OK");
+    QCOMPARE(Hand(*dialog).Text("cmdZurück"), "Zurück");
 }
 
 void DialogTexteTest::FieldsHaveTheirTipsAndContents()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     for (const QString &name : {u"AExport"_s, u"AImport"_s}) {
         const auto dialog = Dialog(w, name);
-        const auto *separators = Control<QComboBox>(*dialog, "cmbTrennzeichen");
+        const auto *separators = Hand(*dialog).Finde<QComboBox>("cmbTrennzeichen");
         QVERIFY(separators->isEditable());
         QCOMPARE(separators->currentText(), "<Tab>");
         QCOMPARE(separators->count(), 3);
@@ -198,12 +198,12 @@ void DialogTexteTest::FieldsHaveTheirTipsAndContents()
         QCOMPARE(choose->text(), "...");
         QCOMPARE(choose->toolTip(), "Datei suchen");
         const bool makesCards = name == "Themaausfiltern" || name == "Karteispiegeln";
-        QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->toolTip(),
+        QCOMPARE(Hand(*dialog).Finde<QLineEdit>("lblDateiname")->toolTip(),
                  makesCards ? "Hier bitte den Namen der zu erstellenden Datei eingeben" : "");
     }
     const auto filter = Dialog(w, "Themaausfiltern");
-    QCOMPARE(Control<QListWidget>(*filter, "lstÜbernehmen")->toolTip(), "zum Wechseln das Thema klicken");
-    QCOMPARE(Control<QListWidget>(*filter, "lstNübernehmen")->toolTip(), "zum Wechseln das Thema klicken");
+    QCOMPARE(Hand(*filter).Finde<QListWidget>("lstÜbernehmen")->toolTip(), "zum Wechseln das Thema klicken");
+    QCOMPARE(Hand(*filter).Finde<QListWidget>("lstNübernehmen")->toolTip(), "zum Wechseln das Thema klicken");
 }
 
 void DialogTexteTest::EveryDialogWorksWithKeysAlone_data()
@@ -214,11 +214,11 @@ void DialogTexteTest::EveryDialogWorksWithKeysAlone_data()
 void DialogTexteTest::EveryDialogWorksWithKeysAlone()
 {
     QFETCH(QString, name);
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     const auto dialog = Dialog(w, name);
     CheckNames(*dialog);
-    Show(*dialog);
+    Hand(*dialog).Zeigen();
     // Tab reaches everything that can be used.
     QSet<QString> reached;
     for (int i = 0; i < 20; ++i) {
@@ -230,14 +230,14 @@ void DialogTexteTest::EveryDialogWorksWithKeysAlone()
                                 "cmdDateiname", "cmdOK", "cmdZurück"})
         if (dialog->findChild<QWidget *>(QString::fromUtf8(control)))
             QVERIFY2(reached.contains(QString::fromUtf8(control)), control);
-    QVERIFY(Control<QPushButton>(*dialog, "cmdOK")->isDefault());
+    QVERIFY(Hand(*dialog).Finde<QPushButton>("cmdOK")->isDefault());
     QTest::keyClick(dialog.get(), Qt::Key_Escape);
     QVERIFY(!dialog->isVisible());
-    Show(*dialog);
+    Hand(*dialog).Zeigen();
     QTest::keyClick(dialog.get(), Qt::Key_Z, Qt::AltModifier);
     QTRY_VERIFY(!dialog->isVisible());
-    Show(*dialog);
-    Click(*dialog, "cmdZurück");
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Klick("cmdZurück");
     QVERIFY(!dialog->isVisible());
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     QCOMPARE(w.Karten(), QList{MakeCard(1, 0, 1)});
@@ -245,11 +245,11 @@ void DialogTexteTest::EveryDialogWorksWithKeysAlone()
 
 void DialogTexteTest::TheFirstKeyGoesWhereSomethingIsMissing()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     for (const auto &[name, make] : Dialogs()) {
         const auto dialog = make(w);
-        Show(*dialog);
+        Hand(*dialog).Zeigen();
         const QString first = dialog->focusWidget()->objectName();
         QCOMPARE(first, name == "Themaausfiltern"                 ? "lstÜbernehmen"
                         : name == "AlleNull" || name == "ErlNull" ? "cmdOK"
@@ -265,7 +265,7 @@ void DialogTexteTest::NoTextIsCutOff_data()
 void DialogTexteTest::NoTextIsCutOff()
 {
     QFETCH(QString, name);
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     QFont large = QApplication::font();
     const QFont before = large;
@@ -273,7 +273,7 @@ void DialogTexteTest::NoTextIsCutOff()
         large.setPointSizeF(before.pointSizeF() * factor);
         QApplication::setFont(large);
         const auto dialog = Dialog(w, name);
-        Show(*dialog);
+        Hand(*dialog).Zeigen();
         for (const QLabel *label : dialog->findChildren<QLabel *>())
             QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
     }

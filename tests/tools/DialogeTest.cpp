@@ -4,11 +4,11 @@
 #include "AImport.h"
 #include "AlleNull.h"
 #include "ErlNull.h"
-#include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
 #include "TestProgram.h"
 #include "Themaausfiltern.h"
+#include "Werkstatt.h"
 
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -59,18 +59,18 @@ private slots:
 
 namespace {
 
-QStringList Entries(const QWidget &window, const char *name)
+QStringList Entries(QWidget &window, const char *name)
 {
     QStringList entries;
-    const auto *list = Control<QListWidget>(window, name);
+    const auto *list = Hand(window).Finde<QListWidget>(name);
     for (int i = 0; i < list->count(); ++i)
         entries << list->item(i)->text();
     return entries;
 }
 
-void ClickEntry(const QWidget &window, const char *name, int row)
+void ClickEntry(QWidget &window, const char *name, int row)
 {
-    auto *list = Control<QListWidget>(window, name);
+    auto *list = Hand(window).Finde<QListWidget>(name);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
 }
 
@@ -78,12 +78,12 @@ void ClickEntry(const QWidget &window, const char *name, int row)
 
 void DialogeTest::ExportAsksForAFileAndWritesIt()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("ziel.txt")};
-    Click(dialog, "cmdDateiname");
+    Hand(dialog).Klick("cmdDateiname");
     QCOMPARE(w.dialoge.zumSpeichern.size(), 1);
     const DateiDialog asked = w.dialoge.zumSpeichern.front();
     QCOMPARE(asked.titel, "ASCII export");
@@ -92,8 +92,8 @@ void DialogeTest::ExportAsksForAFileAndWritesIt()
     QCOMPARE(asked.endung, "txt");
     QCOMPARE(asked.vorgabe, "");
     QVERIFY(asked.ueberschreibenFragen);
-    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("ziel.txt"));
-    Click(dialog, "cmdOK");
+    QCOMPARE(Hand(dialog).Text("lblDateiname"), w.Pfad("ziel.txt"));
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("ziel.txt") + " erfolgreich geschrieben"});
     QVERIFY(!dialog.isVisible());
     QVERIFY(!w.meldungen.sanduhr);
@@ -102,27 +102,27 @@ void DialogeTest::ExportAsksForAFileAndWritesIt()
 
 void DialogeTest::ExportTakesATypedFile()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Control<QComboBox>(dialog, "cmbTrennzeichen")->setCurrentText(";");
-    Type(dialog, "lblDateiname", "getippt.txt");
-    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+    Hand(dialog).Zeigen();
+    Hand(dialog).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText(";");
+    Hand(dialog).Ersetze("lblDateiname", "getippt.txt");
+    Hand(dialog).Taste("lblDateiname", Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{"getippt.txt erfolgreich geschrieben"});
     QVERIFY(w.Bytes("getippt.txt").startsWith("Frage;"));
 }
 
 void DialogeTest::ExportWithoutSimpleCardsWritesTheHeader()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     CardRecord ticks = MakeCard(1, 0, 1);
     ticks.Antworttyp = 2;
     w.Oeffnen({ticks});
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "leer.txt");
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "leer.txt");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{"leer.txt erfolgreich geschrieben"});
     QVERIFY(!dialog.isVisible());
     QCOMPARE(w.Bytes("leer.txt"), QByteArray("Frage\tAntwort\tThema\r\n"));
@@ -130,15 +130,15 @@ void DialogeTest::ExportWithoutSimpleCardsWritesTheHeader()
 
 void DialogeTest::ExportRefusesAComma()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    auto *separators = Control<QComboBox>(dialog, "cmbTrennzeichen");
+    Hand(dialog).Zeigen();
+    auto *separators = Hand(dialog).Finde<QComboBox>("cmbTrennzeichen");
     separators->lineEdit()->selectAll();
     QTest::keyClicks(separators->lineEdit(), ",");
-    Type(dialog, "lblDateiname", w.Pfad("ziel.txt"));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("ziel.txt"));
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Trennzeichen: ,ungültig!"});
     QVERIFY(dialog.isVisible());
     QVERIFY(!QFile::exists(w.Pfad("ziel.txt")));
@@ -146,27 +146,27 @@ void DialogeTest::ExportRefusesAComma()
 
 void DialogeTest::ExportStaysOpenAfterAFailure()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(dialog.isVisible());
-    QVERIFY(Control<QWidget>(dialog, "lblDateiname")->isEnabled());
+    QVERIFY(Hand(dialog).Finde("lblDateiname")->isEnabled());
 }
 
 void DialogeTest::ExportOfPartOfTheCardsTellsNoSuccess()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
     w.store.Karten().Past([](SQLite::Database &database) {
         database.exec("UPDATE Lernkarten SET Antworttyp='eins' WHERE FrageNr=1");
     });
     AExport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", w.Pfad("ziel.txt"));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("ziel.txt"));
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(!dialog.isVisible());
     QVERIFY(w.Bytes("ziel.txt").contains("Frage 2"));
@@ -174,35 +174,35 @@ void DialogeTest::ExportOfPartOfTheCardsTellsNoSuccess()
 
 void DialogeTest::CancelEmptiesTheTextFileName()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     AExport exporting(w.oeffner, w.Alle());
     AImport importing(w.oeffner, w.Alle());
     for (QWidget *dialog : {static_cast<QWidget *>(&exporting), static_cast<QWidget *>(&importing)}) {
-        Show(*dialog);
-        Type(*dialog, "lblDateiname", "etwas.txt");
-        Click(*dialog, "cmdDateiname");
-        QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), "");
+        Hand(*dialog).Zeigen();
+        Hand(*dialog).Ersetze("lblDateiname", "etwas.txt");
+        Hand(*dialog).Klick("cmdDateiname");
+        QCOMPARE(Hand(*dialog).Text("lblDateiname"), "");
         dialog->hide();
     }
 }
 
 void DialogeTest::ImportAsksForAFileAndReadsIt()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.Schreiben("quelle.txt", "neu\tnew\r\n");
     AImport dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("quelle.txt")};
-    Click(dialog, "cmdDateiname");
+    Hand(dialog).Klick("cmdDateiname");
     const DateiDialog asked = w.dialoge.zumOeffnen.value(0);
     QCOMPARE(asked.titel, "ASCII import");
     QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
     QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
     QCOMPARE(asked.endung, "");
     QCOMPARE(asked.vorgabe, "");
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("quelle.txt") + " erfolgreich eingelesen"});
     QVERIFY(!dialog.isVisible());
     QCOMPARE(w.Karten().size(), 2);
@@ -210,14 +210,14 @@ void DialogeTest::ImportAsksForAFileAndReadsIt()
 
 void DialogeTest::ImportStaysOpenWithoutAFile()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     AImport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "fehlt.txt");
-    Click(dialog, "cmdOK");
-    Control<QComboBox>(dialog, "cmbTrennzeichen")->setCurrentText("x");
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "fehlt.txt");
+    Hand(dialog).Klick("cmdOK");
+    Hand(dialog).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText("x");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(),
              (QStringList{"fehlt.txt Datei nicht gefunden !", "Trennzeichen: xungültig!"}));
     QVERIFY(dialog.isVisible());
@@ -226,13 +226,13 @@ void DialogeTest::ImportStaysOpenWithoutAFile()
 void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
 {
     const auto import = [](qint16 highest, const QByteArray &text) {
-        Fensterbuehne w;
+        Werkstatt w;
         w.Oeffnen({MakeCard(highest, 0, 1)});
         w.Schreiben("quelle.txt", text);
         AImport dialog(w.oeffner, w.Alle());
-        Show(dialog);
-        Type(dialog, "lblDateiname", "quelle.txt");
-        Click(dialog, "cmdOK");
+        Hand(dialog).Zeigen();
+        Hand(dialog).Ersetze("lblDateiname", "quelle.txt");
+        Hand(dialog).Klick("cmdOK");
         return w.meldungen.Texte();
     };
     QCOMPARE(import(32765, "a\t1\r\nb\t2\r\nc\t3\r\nkeine\r\nd\t4\r\ne\t5\r\n"),
@@ -248,14 +248,14 @@ void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
 
 void DialogeTest::ImportWithTheOpenBoxGoneClosesTheDialog()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.Schreiben("quelle.txt", "a\t1\r\n");
     AImport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "quelle.txt");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "quelle.txt");
     QVERIFY(QFile::remove(w.Pfad("offen.pzb")));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(w.meldungen.Texte().value(0).contains("wurde gelöscht, umbenannt oder ersetzt"));
     QVERIFY(!w.store.IsOpen());
     QVERIFY(!dialog.isVisible());
@@ -263,26 +263,26 @@ void DialogeTest::ImportWithTheOpenBoxGoneClosesTheDialog()
 
 void DialogeTest::AppendAsksForACardFileAndStaysOpen()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
     Karteianhängen dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("quelle.pzb")};
-    Click(dialog, "cmdDateiname");
+    Hand(dialog).Klick("cmdDateiname");
     const DateiDialog asked = w.dialoge.zumOeffnen.value(0);
     QCOMPARE(asked.titel, "Merkkasten anhängen");
     QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
     QCOMPARE(asked.verzeichnis, w.konfig.ProgrammPfad);
     QCOMPARE(asked.endung, "pzb");
-    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("quelle.pzb"));
-    Click(dialog, "cmdOK");
+    QCOMPARE(Hand(dialog).Text("lblDateiname"), w.Pfad("quelle.pzb"));
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     QVERIFY(dialog.isVisible());
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
 
-    Type(dialog, "lblDateiname", w.Pfad("offen.pzb"));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("offen.pzb"));
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Datei kann nicht an sich selbst angehängt werden offen.pzb"});
     QVERIFY(dialog.isVisible());
     QCOMPARE(w.Karten().size(), 2);
@@ -290,38 +290,38 @@ void DialogeTest::AppendAsksForACardFileAndStaysOpen()
 
 void DialogeTest::AppendTellsQuietlyAndWantsTheFileAnew()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2), MakeCard(5, 0, 1)});
     Karteianhängen dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    auto *name = Control<QLineEdit>(dialog, "lblDateiname");
-    const auto *ok = Control<QPushButton>(dialog, "cmdOK");
-    const auto *result = Control<QLabel>(dialog, "Ergebnis");
+    Hand(dialog).Zeigen();
+    auto *name = Hand(dialog).Finde<QLineEdit>("lblDateiname");
+    const auto *ok = Hand(dialog).Finde<QPushButton>("cmdOK");
+    const auto *result = Hand(dialog).Finde<QLabel>("Ergebnis");
     const QSize size = dialog.size();
-    Type(dialog, "lblDateiname", w.Pfad("fehlt.pzb"));
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("fehlt.pzb"));
     QTest::keyClick(name, Qt::Key_Return);
     QCOMPARE(result->text(), "");
     QVERIFY(ok->isEnabled());
     w.meldungen.gezeigt.clear();
 
-    Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("quelle.pzb"));
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(result->text(), "2 Karten angehängt");
     QCOMPARE(name->text(), w.Pfad("quelle.pzb"));
     QVERIFY(name->hasFocus());
     QVERIFY(!ok->isEnabled());
     QTest::keyClick(name, Qt::Key_Return);
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(2));
     QVERIFY(dialog.isVisible());
     QCOMPARE(dialog.size(), size);
 
     w.dialoge.pfade = {w.Pfad("quelle.txt"), w.Pfad("quelle.pzb")};
-    Click(dialog, "cmdDateiname"); // not taken
+    Hand(dialog).Klick("cmdDateiname"); // not taken
     QVERIFY(!ok->isEnabled());
     w.meldungen.gezeigt.clear();
-    Click(dialog, "cmdDateiname"); // the same file once more
+    Hand(dialog).Klick("cmdDateiname"); // the same file once more
     QVERIFY(ok->isEnabled());
     QCOMPARE(result->text(), "");
     QTest::keyClick(name, Qt::Key_Return);
@@ -333,36 +333,36 @@ void DialogeTest::AppendTellsQuietlyAndWantsTheFileAnew()
 
 void DialogeTest::AppendTakesNoOtherFiles()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     Karteianhängen dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("text.txt"), w.Pfad("GROSS.PZB")};
-    Click(dialog, "cmdDateiname");
+    Hand(dialog).Klick("cmdDateiname");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Bitte nur .pzb Dateien"});
-    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), "");
-    Click(dialog, "cmdDateiname");
-    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), w.Pfad("GROSS.PZB"));
+    QCOMPARE(Hand(dialog).Text("lblDateiname"), "");
+    Hand(dialog).Klick("cmdDateiname");
+    QCOMPARE(Hand(dialog).Text("lblDateiname"), w.Pfad("GROSS.PZB"));
 }
 
 void DialogeTest::CancelKeepsTheCardFileName()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "neu.pzb");
-    Click(dialog, "cmdDateiname");
-    QCOMPARE(Control<QLineEdit>(dialog, "lblDateiname")->text(), "neu.pzb");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "neu.pzb");
+    Hand(dialog).Klick("cmdDateiname");
+    QCOMPARE(Hand(dialog).Text("lblDateiname"), "neu.pzb");
     QVERIFY(w.meldungen.gezeigt.isEmpty());
 }
 
 void DialogeTest::TopicsChangeListsByClickAndKey()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3), MakeCard(8, 0, 4)});
     Themaausfiltern dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 1", "Thema 2", "Thema 3"}));
     QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList());
     ClickEntry(dialog, "lstÜbernehmen", 1);
@@ -373,7 +373,7 @@ void DialogeTest::TopicsChangeListsByClickAndKey()
     ClickEntry(dialog, "lstNübernehmen", 0);
     QCOMPARE(Entries(dialog, "lstÜbernehmen"), (QStringList{"Thema 3", "Thema 2"}));
     // Space and Enter do what a click does; Enter does not run the tool.
-    auto *keep = Control<QListWidget>(dialog, "lstÜbernehmen");
+    auto *keep = Hand(dialog).Finde<QListWidget>("lstÜbernehmen");
     keep->setFocus();
     keep->setCurrentRow(0);
     QTest::keyClick(keep, Qt::Key_Space);
@@ -387,11 +387,11 @@ void DialogeTest::TopicsChangeListsByClickAndKey()
 
 void DialogeTest::DoubleClickMovesOneTopic()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)});
     Themaausfiltern dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
+    Hand(dialog).Zeigen();
+    auto *list = Hand(dialog).Finde<QListWidget>("lstÜbernehmen");
     const QPoint place = list->visualItemRect(list->item(0)).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QMouseEvent second(QEvent::MouseButtonDblClick, place, list->viewport()->mapToGlobal(place),
@@ -403,13 +403,13 @@ void DialogeTest::DoubleClickMovesOneTopic()
 
 void DialogeTest::ListWithTheKeyboardStandsOut()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     CardRecord card = MakeCard(1, 0, 1);
     card.Picture_9_Name = QString(250, QChar('W'));
     w.Oeffnen({card, MakeCard(2, 0, 2)});
     Themaausfiltern dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    auto *list = Control<QListWidget>(dialog, "lstÜbernehmen");
+    Hand(dialog).Zeigen();
+    auto *list = Hand(dialog).Finde<QListWidget>("lstÜbernehmen");
     // Of a topic of any size just what a line can show is painted: its beginning and its end.
     const auto *painter = qobject_cast<QStyledItemDelegate *>(list->itemDelegate());
     const QString endless = QString(10'000'000, u'M') + "Ende";
@@ -424,7 +424,7 @@ void DialogeTest::ListWithTheKeyboardStandsOut()
         return std::pair(image.pixel(inRow * image.devicePixelRatio()), image.pixel(0, image.height() / 2));
     };
     const auto with = colours();
-    Control<QLineEdit>(dialog, "lblDateiname")->setFocus();
+    Hand(dialog).Finde<QLineEdit>("lblDateiname")->setFocus();
     const auto without = colours();
     QVERIFY(with.first != without.first);
     QVERIFY(with.second != without.second);
@@ -432,30 +432,30 @@ void DialogeTest::ListWithTheKeyboardStandsOut()
 
 void DialogeTest::TopicsThatCannotBeReadMakeNoFile()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     w.store.CloseCardFile();
     Themaausfiltern dialog(w.oeffner, w.Alle());
     QVERIFY(MeldetFehler(w.meldungen));
-    QVERIFY(!Control<QPushButton>(dialog, "cmdOK")->isEnabled());
+    QVERIFY(!Hand(dialog).Finde<QPushButton>("cmdOK")->isEnabled());
 }
 
 void DialogeTest::FilterMakesTheNewFile()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
     Themaausfiltern dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     ClickEntry(dialog, "lstÜbernehmen", 0);
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
-    Click(dialog, "cmdDateiname");
+    Hand(dialog).Klick("cmdDateiname");
     const DateiDialog asked = w.dialoge.zumSpeichern.value(0);
     QCOMPARE(asked.titel, "Themaausfiltern");
     QCOMPARE(asked.filter, "Lerndateien (*.pzb)|*.pzb");
     QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
     QCOMPARE(asked.endung, "pzb");
     QVERIFY(asked.ueberschreibenFragen);
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
     QCOMPARE(w.meldungen.gezeigt.front().titel, "Merkkasten (neu.pzb)");
     QVERIFY(!dialog.isVisible());
@@ -465,13 +465,13 @@ void DialogeTest::FilterMakesTheNewFile()
 
 void DialogeTest::MirrorMakesTheNewFile()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
-    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Tab);
-    QTest::keyClick(Control<QPushButton>(dialog, "cmdDateiname"), Qt::Key_Return);
+    Hand(dialog).Taste("lblDateiname", Qt::Key_Tab);
+    Hand(dialog).Taste("cmdDateiname", Qt::Key_Return);
     QVERIFY(w.meldungen.gezeigt.isEmpty());
     const DateiDialog asked = w.dialoge.zumSpeichern.value(0);
     QCOMPARE(asked.titel, "Merkkasten Spiegeln");
@@ -479,7 +479,7 @@ void DialogeTest::MirrorMakesTheNewFile()
     QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
     QCOMPARE(asked.endung, "pzb");
     QVERIFY(asked.ueberschreibenFragen);
-    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+    Hand(dialog).Taste("lblDateiname", Qt::Key_Return);
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("neu.pzb") + " erfolgreich geschrieben"});
     QVERIFY(!dialog.isVisible());
     QCOMPARE(w.Karten().value(0).Frage, "Antwort 1");
@@ -487,18 +487,18 @@ void DialogeTest::MirrorMakesTheNewFile()
 
 void DialogeTest::NewCardFileNeedsItsExtension()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Themaausfiltern filter(w.oeffner, w.Alle());
     Karteispiegeln mirror(w.oeffner, w.Alle());
     for (QWidget *dialog : {static_cast<QWidget *>(&filter), static_cast<QWidget *>(&mirror)}) {
         w.meldungen.gezeigt.clear();
-        Show(*dialog);
+        Hand(*dialog).Zeigen();
         w.dialoge.pfade = {w.Pfad("neu.txt")};
-        Click(*dialog, "cmdDateiname");
-        QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), "");
-        Type(*dialog, "lblDateiname", w.Pfad("neu.txt"));
-        Click(*dialog, "cmdOK");
+        Hand(*dialog).Klick("cmdDateiname");
+        QCOMPARE(Hand(*dialog).Text("lblDateiname"), "");
+        Hand(*dialog).Ersetze("lblDateiname", w.Pfad("neu.txt"));
+        Hand(*dialog).Klick("cmdOK");
         QCOMPARE(w.meldungen.Texte(), (QStringList{"Bitte nur .pzb Dateien", "Bitte nur .pzb Dateien"}));
         QVERIFY(dialog->isVisible());
         dialog->hide();
@@ -508,11 +508,11 @@ void DialogeTest::NewCardFileNeedsItsExtension()
 
 void DialogeTest::NewCardFileWithoutNameIsAnError()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(dialog.isVisible());
     QVERIFY(w.store.IsOpen());
@@ -520,12 +520,12 @@ void DialogeTest::NewCardFileWithoutNameIsAnError()
 
 void DialogeTest::RefusedTargetLeavesTheDialogOpen()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Themaausfiltern dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "./offen.pzb");
-    Click(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "./offen.pzb");
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(MeldetFehler(w.meldungen));
     QVERIFY(dialog.isVisible());
     QCOMPARE(w.Karten().size(), 1);
@@ -533,18 +533,18 @@ void DialogeTest::RefusedTargetLeavesTheDialogOpen()
 
 void DialogeTest::AllToNewAsksFirst()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(2, 3, 1), MakeCard(1, 4, 1)});
     AlleNull dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Sind sie sicher, daß sie alle Karten zurücksetzen möchten ?"});
     QVERIFY(w.meldungen.gezeigt.front().frage);
     QCOMPARE(w.meldungen.vorgaben, QList{Meldungen::Antwort::Nein});
     QVERIFY(dialog.isVisible());
     QCOMPARE(w.Karten(), (QList{MakeCard(2, 3, 1), MakeCard(1, 4, 1)}));
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte().last(), "Alles zurückgesetzt");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(w.Karten().value(1).FrageNr, 2);
@@ -554,13 +554,13 @@ void DialogeTest::AllToNewAsksFirst()
 void DialogeTest::DoneToNewTellsTheNumber()
 {
     for (const int done : {0, 3}) {
-        Fensterbuehne w;
+        Werkstatt w;
         QList<CardRecord> cards{MakeCard(10, 0, 1)};
         for (int i = 1; i <= done; ++i)
             cards << MakeCard(i, 6, i);
         w.Oeffnen(cards);
         ErlNull dialog(w.oeffner, w.Alle());
-        Show(dialog);
+        Hand(dialog).Zeigen();
         QTest::keyClick(&dialog, Qt::Key_Return);
         QCOMPARE(w.meldungen.Texte(), QStringList{QString::number(done) + "Karten zurückgesetzt"});
         QVERIFY(!w.meldungen.gezeigt.front().frage);
@@ -571,13 +571,13 @@ void DialogeTest::DoneToNewTellsTheNumber()
 
 void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
     Karteianhängen dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", w.Pfad("quelle.pzb"));
-    auto *ok = Control<QPushButton>(dialog, "cmdOK");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("quelle.pzb"));
+    auto *ok = Hand(dialog).Finde<QPushButton>("cmdOK");
     bool asked = false;
     w.oeffner.BoxZeichnen = [&] { // while the file is opened again
         if (std::exchange(asked, true))
@@ -590,26 +590,26 @@ void DialogeTest::KeysAndClicksDuringTheWorkAreNotTaken()
         QCoreApplication::postEvent(&dialog, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}));
         QCoreApplication::postEvent(&dialog, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
     };
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(asked);
     QCoreApplication::processEvents();
     QVERIFY(dialog.isVisible());
-    QVERIFY(Control<QLineEdit>(dialog, "lblDateiname")->isEnabled());
+    QVERIFY(Hand(dialog).Finde<QLineEdit>("lblDateiname")->isEnabled());
     QCOMPARE(w.store.FachInfo[0].Anzahl, qint16(1));
 }
 
 void DialogeTest::LongWorkShowsItsProgress()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     QByteArray lines;
     for (int i = 0; i < 1000; ++i)
         lines += "a\tb\r\n";
     w.Schreiben("quelle.txt", lines);
     AImport dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "quelle.txt");
-    const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "quelle.txt");
+    const auto *progress = Hand(dialog).Finde<QProgressBar>("Fortschritt");
     QVERIFY(!progress->isVisible());
     // As if the work took long: it begins with a second of waiting.
     w.meldungen.beiSanduhr = [] {
@@ -624,7 +624,7 @@ void DialogeTest::LongWorkShowsItsProgress()
         QVERIFY(progress->value() > 0);
         QVERIFY(progress->value() <= progress->maximum());
     };
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(shown);
     QVERIFY(!progress->isVisible());
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Fensterbuehne.h"
 #include "TestProgram.h"
 #include "Uebersicht.h"
+#include "Werkstatt.h"
 
 #include <QImage>
 #include <QLineEdit>
@@ -52,7 +52,7 @@ struct Wort
 };
 
 // A window with a card file that prints to a PDF file.
-struct Presse : Fensterbuehne
+struct Presse : Werkstatt
 {
     explicit Presse(const QList<CardRecord> &karten, QPageLayout::Orientation lage = QPageLayout::Portrait,
                     const QMarginsF &raender = {})
@@ -69,7 +69,7 @@ struct Presse : Fensterbuehne
                                                                       drucker->setPageMargins(raender);
                                                                       return drucker;
                                                                   }});
-        Show(*fenster);
+        Hand(*fenster).Zeigen();
     }
 
     static std::unique_ptr<QPrinter> Drucker(const QString &pfad)
@@ -83,9 +83,9 @@ struct Presse : Fensterbuehne
 
     void Drucken(const QString &von, const QString &bis) const
     {
-        Control<QLineEdit>(*fenster, "txtVon")->setText(von);
-        Control<QLineEdit>(*fenster, "txtBis")->setText(bis);
-        Click(*fenster, "cmdDrucken");
+        Hand(*fenster).Finde<QLineEdit>("txtVon")->setText(von);
+        Hand(*fenster).Finde<QLineEdit>("txtBis")->setText(bis);
+        Hand(*fenster).Klick("cmdDrucken");
     }
 
     static QByteArray Lauf(const QString &programm, const QStringList &argumente)
@@ -435,20 +435,20 @@ void DruckTest::NoNumberGetsAMessage()
     QCOMPARE(presse.meldungen.Texte(),
              QStringList{"Bitte bei „" + field + "“ eine ganze Zahl von 1 bis 32767 eingeben."});
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
-    QVERIFY(Control<QLineEdit>(*presse.fenster, field == "Von:" ? "txtVon" : "txtBis")->hasFocus());
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtVon")->text(), von);
+    QVERIFY(Hand(*presse.fenster).Finde<QLineEdit>(field == "Von:" ? "txtVon" : "txtBis")->hasFocus());
+    QCOMPARE(Hand(*presse.fenster).Text("txtVon"), von);
 }
 
 void DruckTest::NumbersAreNormalised()
 {
     Presse presse(Karten(3));
     presse.Drucken("  +2", " 0003 ");
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtVon")->text(), "2");
-    QCOMPARE(Control<QLineEdit>(*presse.fenster, "txtBis")->text(), "3");
+    QCOMPARE(Hand(*presse.fenster).Text("txtVon"), "2");
+    QCOMPARE(Hand(*presse.fenster).Text("txtBis"), "3");
     QCOMPARE(presse.Seiten().join(' ').count("Antwort:"), 2);
     // Enter in a field of the range prints too.
     QFile::remove(presse.Pfad("druck.pdf"));
-    QTest::keyClick(Control<QLineEdit>(*presse.fenster, "txtBis"), Qt::Key_Return);
+    Hand(*presse.fenster).Taste("txtBis", Qt::Key_Return);
     QTRY_VERIFY(QFile::exists(presse.Pfad("druck.pdf")));
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Druckserver.h"
-#include "Fensterbuehne.h"
 #include "TestProgram.h"
 #include "Uebersicht.h"
+#include "Werkstatt.h"
 
 #include <QLineEdit>
 #include <QPrinter>
@@ -54,56 +54,56 @@ std::unique_ptr<QPrinter> InDatei(const QString &pfad)
     return drucker;
 }
 
-void Bereich(const QWidget &fenster, const QString &von, const QString &bis)
+void Bereich(QWidget &fenster, const QString &von, const QString &bis)
 {
-    Control<QLineEdit>(fenster, "txtVon")->setText(von);
-    Control<QLineEdit>(fenster, "txtBis")->setText(bis);
+    Hand(fenster).Finde<QLineEdit>("txtVon")->setText(von);
+    Hand(fenster).Finde<QLineEdit>("txtBis")->setText(bis);
 }
 
 } // namespace
 
 void DruckauftragTest::NoPrinterGetsAMessage()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Uebersicht window(w.store, w.Alle(),
                       {.bearbeiten = [] {}, .drucker = [] { return std::unique_ptr<QPrinter>(); }});
-    Show(window);
+    Hand(window).Zeigen();
     Bereich(window, "1", "1");
-    Click(window, "cmdDrucken");
+    Hand(window).Klick("cmdDrucken");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Es ist kein Drucker eingerichtet."});
 }
 
 void DruckauftragTest::PrinterThatTakesNothingIsReported()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 0, 1)});
     Uebersicht window(w.store, w.Alle(),
                       {.bearbeiten = [] {}, .drucker = [&] { return InDatei(w.Pfad("fehlt/druck.pdf")); }});
-    Show(window);
+    Hand(window).Zeigen();
     Bereich(window, "1", "1");
-    Click(window, "cmdDrucken");
+    Hand(window).Klick("cmdDrucken");
     QCOMPARE(w.meldungen.Texte(), QStringList{"Leider ist folgender Fehler Aufgetreten: "
                                               "Der Drucker nimmt den Druckauftrag nicht an."});
-    QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
+    QVERIFY(Hand(window).Finde<QPushButton>("cmdDrucken")->isEnabled());
 }
 
 // The real road: the printer that the system offers.
 void DruckauftragTest::JobThatThePrinterTakesIsSent()
 {
     druckserver->SetAntwort(0);
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Sechs());
     Uebersicht window(w.store, w.Alle(), {});
-    Show(window);
+    Hand(window).Zeigen();
     Bereich(window, "1", "5");
     const int before = druckserver->Dokumente();
-    Click(window, "cmdDrucken");
+    Hand(window).Klick("cmdDrucken");
     QCOMPARE(w.meldungen.Texte(), QStringList());
     QCOMPARE(druckserver->Dokumente(), before + 1);
-    const auto *notice = Control<QLabel>(window, "Tastenhinweise");
+    const auto *notice = Hand(window).Finde<QLabel>("Tastenhinweise");
     QCOMPARE(notice->text(), "5 Karten an den Drucker geschickt");
-    QTest::keyClick(Control<QTableView>(window, "grdDataGrid"), Qt::Key_Down);
+    Hand(window).Taste("grdDataGrid", Qt::Key_Down);
     QVERIFY(notice->text().startsWith("Eingabe öffnet die Karte"));
 }
 
@@ -122,21 +122,21 @@ void DruckauftragTest::RefusedJobIsReported()
     QFETCH(int, status);
     QFETCH(QString, grund);
     druckserver->SetAntwort(status);
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Sechs());
     Uebersicht window(w.store, w.Alle(), {});
-    Show(window);
+    Hand(window).Zeigen();
     Bereich(window, "1", "5");
     const int before = druckserver->Auftraege();
-    Click(window, "cmdDrucken");
+    Hand(window).Klick("cmdDrucken");
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: Der Drucker „Buero“ nimmt den "
                          "Druckauftrag nicht an." +
                          grund});
     QCOMPARE(druckserver->Auftraege(), before + 1);
-    QVERIFY(!Control<QLabel>(window, "Tastenhinweise")->text().contains("geschickt"));
+    QVERIFY(!Hand(window).Text("Tastenhinweise").contains("geschickt"));
     QVERIFY(window.isVisible());
-    QVERIFY(Control<QPushButton>(window, "cmdDrucken")->isEnabled());
+    QVERIFY(Hand(window).Finde<QPushButton>("cmdDrucken")->isEnabled());
     QVERIFY(!w.meldungen.sanduhr);
 }
 

@@ -2,10 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Drehbuch.h"
 #include "ErlNull.h"
-#include "Fensterbuehne.h"
 #include "Karteianhaengen.h"
 #include "Karteispiegeln.h"
 #include "TestProgram.h"
+#include "Werkstatt.h"
 
 #include <QMessageBox>
 #include <QProgressBar>
@@ -28,15 +28,15 @@ private slots:
 
 void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(4, 3, 2)});
     Karteianhängen dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    Type(dialog, "lblDateiname", "quelle.pzb");
-    const auto *ok = Control<QPushButton>(dialog, "cmdOK");
-    const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
-    const auto *label = Control<QLabel>(dialog, "Erklärung(0)");
+    Hand(dialog).Zeigen();
+    Hand(dialog).Ersetze("lblDateiname", "quelle.pzb");
+    const auto *ok = Hand(dialog).Finde<QPushButton>("cmdOK");
+    const auto *progress = Hand(dialog).Finde<QProgressBar>("Fortschritt");
+    const auto *label = Hand(dialog).Finde<QLabel>("Erklärung(0)");
     bool asked = false;
     bool free = false;
     w.oeffner.BoxZeichnen = [&] { // while the file is opened again
@@ -47,45 +47,42 @@ void LangeArbeitTest::MessageStandsOverTheDialogAsItIsWithoutWork()
         QVERIFY(progress->isVisible());
         QVERIFY(progress->isEnabled());
         QMessageBox box(&dialog);
-        const Drehbuch buch({[&] {
-            if (!box.isVisible())
-                return false;
+        const Drehbuch buch({Drehbuch::In<QMessageBox>([&](QMessageBox &) {
             free = ok->isEnabled() && !progress->isVisible();
             box.accept();
-            return true;
-        }});
+        })});
         box.exec();
         QVERIFY(!ok->isEnabled());
     };
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QVERIFY(free);
-    QVERIFY(Control<QLineEdit>(dialog, "lblDateiname")->isEnabled());
+    QVERIFY(Hand(dialog).Finde("lblDateiname")->isEnabled());
 }
 
 void LangeArbeitTest::OpeningAgainShowsABusyBar()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({MakeCard(1, 6, 1)});
     ErlNull dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    const auto *progress = Control<QProgressBar>(dialog, "Fortschritt");
+    Hand(dialog).Zeigen();
+    const auto *progress = Hand(dialog).Finde<QProgressBar>("Fortschritt");
     QList<int> range;
     w.oeffner.BoxZeichnen = [&] {
         if (progress->isVisible())
             range = {progress->minimum(), progress->maximum()};
     };
-    Click(dialog, "cmdOK");
+    Hand(dialog).Klick("cmdOK");
     QCOMPARE(range, (QList{0, 0}));
     QVERIFY(!progress->isVisible());
 }
 
 void LangeArbeitTest::WhatADialogExplainsGreysWithIt()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({});
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
-    const auto *hint = Control<QLabel>(dialog, "Hinweis(0)");
+    Hand(dialog).Zeigen();
+    const auto *hint = Hand(dialog).Finde<QLabel>("Hinweis(0)");
     QVERIFY(hint->palette().color(QPalette::WindowText) != dialog.palette().color(QPalette::WindowText));
     dialog.setEnabled(false);
     QCOMPARE(hint->palette().color(QPalette::WindowText),

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Uebersicht.h"
 
-#include "Fensterbuehne.h"
 #include "TestProgram.h"
+#include "Werkstatt.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
@@ -49,9 +49,9 @@ namespace {
 // The overview of the open file; tells how often the editor was asked for.
 struct Blick
 {
-    explicit Blick(Fensterbuehne &w)
+    explicit Blick(Werkstatt &w)
         : fenster(w.store, w.Alle(), {.bearbeiten = [this] { ++bearbeitet; }}),
-          gitter(Control<QTableView>(fenster, "grdDataGrid"))
+          gitter(Hand(fenster).Finde<QTableView>("grdDataGrid"))
     {
     }
 
@@ -75,7 +75,7 @@ struct Blick
                           {koepfe->sectionViewportPosition(spalte) + 10, koepfe->height() / 2});
     }
 
-    QString Datensatz() const { return Control<QLabel>(fenster, "datPrimaryRS")->text(); }
+    QString Datensatz() const { return Hand::Gezeigt(fenster.findChild<QLabel *>("datPrimaryRS")); }
 
     int bearbeitet = 0;
     Uebersicht fenster;
@@ -96,7 +96,7 @@ QList<CardRecord> Five()
 
 void UebersichtTest::ShowsAllCardsUnderTheirHeads()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
     QCOMPARE(blick.fenster.objectName(), "Uebersicht");
@@ -110,18 +110,18 @@ void UebersichtTest::ShowsAllCardsUnderTheirHeads()
     QCOMPARE(blick.Zelle(1, 2), "4");
     QCOMPARE(blick.Zelle(1, 3), "äpfel");
     QCOMPARE(blick.Zelle(1, 4), "Antwort 2");
-    QCOMPARE(Control<QPushButton>(blick.fenster, "cmdDrucken")->text().remove('&'), "Drucken");
-    QCOMPARE(Control<QPushButton>(blick.fenster, "cmdSchließen")->text().remove('&'), "Zurück");
+    QCOMPARE(Hand(blick.fenster).Text("cmdDrucken"), "Drucken");
+    QCOMPARE(Hand(blick.fenster).Text("cmdSchließen"), "Zurück");
     QStringList labels;
-    for (const QLabel *label : Control<QWidget>(blick.fenster, "picButtons")->findChildren<QLabel *>())
-        labels << Shown(label);
+    for (const QLabel *label : Hand(blick.fenster).Finde("picButtons")->findChildren<QLabel *>())
+        labels << Hand::Gezeigt(label);
     QVERIFY(labels.contains("Von:") && labels.contains("Bis:"));
-    QVERIFY(!Control<QLabel>(blick.fenster, "Leer")->isVisibleTo(&blick.fenster));
+    QVERIFY(!Hand(blick.fenster).Finde<QLabel>("Leer")->isVisibleTo(&blick.fenster));
 }
 
 void UebersichtTest::TextsStandInOneLine()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     CardRecord card = MakeCard(1, 0, 1);
     card.Frage_Klartext = "oben\r\nunten\nganz\runten";
     card.Antwort_1_Klartext.clear();
@@ -133,11 +133,11 @@ void UebersichtTest::TextsStandInOneLine()
 
 void UebersichtTest::EmptyFileTellsSo()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen({}, "leer & neu.pzb");
     Blick blick(w);
-    Show(blick.fenster);
-    const auto *notice = Control<QLabel>(blick.fenster, "Leer");
+    Hand(blick.fenster).Zeigen();
+    const auto *notice = Hand(blick.fenster).Finde<QLabel>("Leer");
     QVERIFY(notice->isVisible());
     QCOMPARE(notice->text(), "Diese Datei (leer & neu.pzb) enthält noch keine Karten");
     QCOMPARE(notice->textFormat(), Qt::PlainText);
@@ -157,10 +157,10 @@ void UebersichtTest::EmptyFileTellsSo()
 
 void UebersichtTest::EnterOpensTheEditorOnThatCard()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QTest::keyClick(blick.gitter, Qt::Key_Down);
     QTest::keyClick(blick.gitter, Qt::Key_Down);
     QTest::keyClick(blick.gitter, Qt::Key_Return);
@@ -173,10 +173,10 @@ void UebersichtTest::EnterOpensTheEditorOnThatCard()
 
 void UebersichtTest::DoubleClickOpensTheEditorOnThatCard()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     blick.KopfKlick(3);
     const QPoint cell = blick.gitter->visualRect(blick.gitter->model()->index(4, 3)).center();
     QTest::mouseClick(blick.gitter->viewport(), Qt::LeftButton, {}, cell);
@@ -189,10 +189,10 @@ void UebersichtTest::DoubleClickOpensTheEditorOnThatCard()
 
 void UebersichtTest::CardThatHasGoneOpensNothing()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     w.store.Karten().Past(
         [](SQLite::Database &database) { database.exec("DELETE FROM Lernkarten WHERE FrageNr=1"); });
     QTest::keyClick(blick.gitter, Qt::Key_Return);
@@ -205,10 +205,10 @@ void UebersichtTest::CardThatHasGoneOpensNothing()
 
 void UebersichtTest::CaptionFollowsTheRow()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QCOMPARE(blick.Datensatz(), "Record: 1");
     QTest::keyClick(blick.gitter, Qt::Key_End, Qt::ControlModifier);
     QCOMPARE(blick.Datensatz(), "Record: 5");
@@ -218,10 +218,10 @@ void UebersichtTest::CaptionFollowsTheRow()
 
 void UebersichtTest::ClickOnAHeadSorts()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     blick.KopfKlick(0);
     QCOMPARE(blick.Spalte(0), (QStringList{"33", "10", "4", "2", "1"})); // it was ascending
     blick.KopfKlick(0);
@@ -237,10 +237,10 @@ void UebersichtTest::ClickOnAHeadSorts()
 
 void UebersichtTest::KeysSort()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QTest::keyClick(&blick.fenster, Qt::Key_3, Qt::ControlModifier);
     QCOMPARE(blick.Spalte(2), (QStringList{"1", "1", "2", "4", "11"}));
     QTest::keyClick(&blick.fenster, Qt::Key_3, Qt::ControlModifier);
@@ -249,10 +249,10 @@ void UebersichtTest::KeysSort()
 
 void UebersichtTest::TextsSortAsInADictionary()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     blick.KopfKlick(3);
     QCOMPARE(blick.Spalte(3), (QStringList{"Apfel", "äpfel", "Ofen", "Öl", "Zebra"}));
     blick.KopfKlick(3);
@@ -263,10 +263,10 @@ void UebersichtTest::TextsSortAsInADictionary()
 
 void UebersichtTest::SortingKeepsTheCurrentCard()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     blick.gitter->setCurrentIndex(blick.gitter->model()->index(3, 0));
     blick.KopfKlick(3);
     QCOMPARE(blick.Zelle(blick.gitter->currentIndex().row(), 0), "10");
@@ -277,11 +277,11 @@ void UebersichtTest::SortingKeepsTheCurrentCard()
 
 void UebersichtTest::TypingFindsARow()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
-    auto *field = Control<QLineEdit>(blick.fenster, "txtSuchen");
+    Hand(blick.fenster).Zeigen();
+    auto *field = Hand(blick.fenster).Finde<QLineEdit>("txtSuchen");
     QTest::keyClick(blick.gitter, Qt::Key_Z);
     QVERIFY(field->hasFocus());
     QTest::keyClicks(field, "eb");
@@ -337,13 +337,13 @@ void UebersichtTest::SearchFindsWhatTheGridShows()
     QFETCH(QString, text);
     QFETCH(QString, typed);
     for (const bool question : {true, false}) {
-        Fensterbuehne w;
+        Werkstatt w;
         QList<CardRecord> cards = Five();
         (question ? cards[3].Frage_Klartext : cards[3].Antwort_1_Klartext) = text;
         w.Oeffnen(cards);
         Blick blick(w);
-        Show(blick.fenster);
-        Control<QLineEdit>(blick.fenster, "txtSuchen")->setText(typed);
+        Hand(blick.fenster).Zeigen();
+        Hand(blick.fenster).Finde<QLineEdit>("txtSuchen")->setText(typed);
         const int row = blick.gitter->currentIndex().row();
         QCOMPARE(blick.Zelle(row, 0), "4");
         QCOMPARE(blick.Datensatz(), "Record: " + QString::number(row + 1));
@@ -353,12 +353,12 @@ void UebersichtTest::SearchFindsWhatTheGridShows()
 
 void UebersichtTest::NothingFoundIsTold()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QTest::keyClick(blick.gitter, Qt::Key_Down);
-    auto *field = Control<QLineEdit>(blick.fenster, "txtSuchen");
+    auto *field = Hand(blick.fenster).Finde<QLineEdit>("txtSuchen");
     field->setFocus();
     QTest::keyClicks(field, "gibt es nicht");
     QCOMPARE(blick.Datensatz(), "nicht gefunden");
@@ -378,13 +378,13 @@ void UebersichtTest::NothingFoundIsTold()
 
 void UebersichtTest::RowsAreReadWhenTheyAreShown()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     QList<CardRecord> cards;
     for (int i = 1; i <= 3000; ++i)
         cards << MakeCard(i, 0, i);
     w.Oeffnen(cards);
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QCOMPARE(blick.Zelle(0, 3), "Frage 1");
     w.store.Karten().Past([](SQLite::Database &database) {
         database.exec("UPDATE Lernkarten SET Frage_Klartext='neu' WHERE FrageNr IN (1, 2500)");
@@ -398,7 +398,7 @@ void UebersichtTest::RowsAreReadWhenTheyAreShown()
 
 void UebersichtTest::FullBoxScrollsToItsEnd()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     QList<CardRecord> cards;
     for (int i = 1; i <= 32767; ++i) {
         CardRecord card;
@@ -409,7 +409,7 @@ void UebersichtTest::FullBoxScrollsToItsEnd()
     }
     w.Oeffnen(cards);
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QCOMPARE(blick.gitter->model()->rowCount(), 32767);
     QTest::keyClick(blick.gitter, Qt::Key_End, Qt::ControlModifier);
     QCOMPARE(blick.Datensatz(), "Record: 32767");
@@ -421,13 +421,13 @@ void UebersichtTest::FullBoxScrollsToItsEnd()
 
 void UebersichtTest::DataErrorIsToldOnce()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
     w.store.Karten().Past([](SQLite::Database &database) {
         database.exec("ALTER TABLE Lernkarten RENAME COLUMN Antwort_1_Klartext TO Verschwunden");
     });
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QTRY_VERIFY(!w.meldungen.gezeigt.isEmpty());
     blick.gitter->viewport()->repaint();
     QCoreApplication::processEvents();
@@ -438,20 +438,20 @@ void UebersichtTest::DataErrorIsToldOnce()
 
 void UebersichtTest::ClosedFileIsADataError()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Folgender Fehler ist aufgetreten:Es ist keine Kartei geöffnet."});
     QTest::keyClicks(blick.gitter, "x");
-    Click(blick.fenster, "cmdDrucken");
-    Click(blick.fenster, "cmdSchließen");
+    Hand(blick.fenster).Klick("cmdDrucken");
+    Hand(blick.fenster).Klick("cmdSchließen");
     QVERIFY(!blick.fenster.isVisible());
 }
 
 void UebersichtTest::ReadingLeavesAnEditAlone()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     w.store.Karten().MoveFirst();
     const qint16 current = w.store.Felder().FrageNr.Integer();
@@ -459,9 +459,9 @@ void UebersichtTest::ReadingLeavesAnEditAlone()
     w.store.Felder().Frage_Klartext.Set(u"halb fertig"_s);
     {
         Blick blick(w);
-        Show(blick.fenster);
+        Hand(blick.fenster).Zeigen();
         blick.KopfKlick(3);
-        Control<QLineEdit>(blick.fenster, "txtSuchen")->setText("Zebra");
+        Hand(blick.fenster).Finde<QLineEdit>("txtSuchen")->setText("Zebra");
     }
     w.store.Karten().Update();
     QCOMPARE(w.store.Felder().FrageNr.Integer(), current);
@@ -470,22 +470,22 @@ void UebersichtTest::ReadingLeavesAnEditAlone()
 
 void UebersichtTest::ColumnsFillTheWindow()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     for (const QSize size : {blick.fenster.size(), QSize(700, 400), QSize(1200, 700)}) {
         blick.fenster.resize(size);
         QTRY_COMPARE(blick.gitter->horizontalHeader()->length(), blick.gitter->viewport()->width());
         QVERIFY(blick.gitter->columnWidth(3) > blick.gitter->columnWidth(4) / 2);
-        QVERIFY(Control<QWidget>(blick.fenster, "picButtons")->geometry().top() >=
+        QVERIFY(Hand(blick.fenster).Finde("picButtons")->geometry().top() >=
                 blick.gitter->geometry().bottom());
     }
 }
 
 void UebersichtTest::QuestionsStandApartFromTheNumbers()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     QList<CardRecord> cards;
     for (int i = 1; i <= 2; ++i) {
         CardRecord card = MakeCard(i, 0, 32765 + i);
@@ -494,7 +494,7 @@ void UebersichtTest::QuestionsStandApartFromTheNumbers()
     }
     w.Oeffnen(cards);
     Blick blick(w);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     // Around the line between the two columns nothing is written, neither in the head nor in a row that is
     // not the current one.
     const int line = blick.gitter->columnViewportPosition(3);
@@ -508,11 +508,11 @@ void UebersichtTest::QuestionsStandApartFromTheNumbers()
 
 void UebersichtTest::WorksWithKeysAlone()
 {
-    Fensterbuehne w;
+    Werkstatt w;
     w.Oeffnen(Five());
     Blick blick(w);
     CheckNames(blick.fenster);
-    Show(blick.fenster);
+    Hand(blick.fenster).Zeigen();
     QVERIFY(blick.gitter->hasFocus());
     QSet<QString> reached;
     for (int i = 0; i < 10; ++i) {

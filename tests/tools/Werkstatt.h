@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Hand.h"
 #include "KarteiOeffner.h"
 #include "ResourceLimit.h"
 #include "SafeFile.h"
@@ -83,6 +84,22 @@ inline bool MeldetFehler(const TestMeldungen &meldungen)
 {
     return meldungen.gezeigt.size() == 1 &&
            meldungen.gezeigt.front().text.startsWith(u"Leider ist folgender Fehler Aufgetreten: "_s);
+}
+
+// Every control that takes the keyboard has a name and an accessible name.
+inline void CheckNames(const QWidget &window)
+{
+    QVERIFY(!window.objectName().isEmpty());
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        bool inner = widget->objectName().startsWith("qt_");
+        for (const QWidget *owner = widget->parentWidget(); owner && owner != &window;
+             owner = owner->parentWidget())
+            inner = inner || owner->inherits("QComboBox") || owner->inherits("QAbstractItemView");
+        if (inner || widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        QVERIFY2(!widget->objectName().isEmpty(), widget->metaObject()->className());
+        QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
+    }
 }
 
 } // namespace paukfix

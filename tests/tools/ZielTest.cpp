@@ -2,10 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AExport.h"
 #include "Drehbuch.h"
-#include "Fensterbuehne.h"
 #include "Karteispiegeln.h"
 #include "TestProgram.h"
 #include "Themaausfiltern.h"
+#include "Werkstatt.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -60,7 +60,7 @@ void AllDialogs()
 }
 
 // A box with one card, and another card file beside it.
-struct ZweiKarteien : Fensterbuehne
+struct ZweiKarteien : Werkstatt
 {
     ZweiKarteien()
     {
@@ -72,9 +72,9 @@ struct ZweiKarteien : Fensterbuehne
     QByteArray vorher; // what stands in "da.pzb"
 };
 
-void Enter(const QWidget &dialog)
+void Enter(QWidget &dialog)
 {
-    QTest::keyClick(Control<QLineEdit>(dialog, "lblDateiname"), Qt::Key_Return);
+    Hand(dialog).Taste("lblDateiname", Qt::Key_Return);
 }
 
 } // namespace
@@ -89,8 +89,8 @@ void ZielTest::TypedFileIsReplacedOnlyAfterYes()
     QFETCH(QString, name);
     ZweiKarteien w;
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
-    Type(*dialog, "lblDateiname", "da.pzb");
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Ersetze("lblDateiname", "da.pzb");
     w.meldungen.antworten = {Meldungen::Antwort::Nein, Meldungen::Antwort::Ja};
     Enter(*dialog);
     QCOMPARE(w.meldungen.Texte(), QStringList{"Die Datei „da.pzb“ gibt es schon: Soll sie ersetzt werden?"});
@@ -116,9 +116,9 @@ void ZielTest::FileChosenInTheSaveDialogIsNotAskedForAgain()
     QFETCH(QString, name);
     ZweiKarteien w;
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
+    Hand(*dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("da.pzb")};
-    Click(*dialog, "cmdDateiname");
+    Hand(*dialog).Klick("cmdDateiname");
     QVERIFY(w.dialoge.zumSpeichern.value(0).ueberschreibenFragen);
     Enter(*dialog);
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("da.pzb") + " erfolgreich geschrieben"});
@@ -129,10 +129,10 @@ void ZielTest::OtherFileThanTheChosenOneIsAskedFor()
 {
     ZweiKarteien w;
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     w.dialoge.pfade = {w.Pfad("neu.pzb")};
-    Click(dialog, "cmdDateiname");
-    Type(dialog, "lblDateiname", w.Pfad("da.pzb"));
+    Hand(dialog).Klick("cmdDateiname");
+    Hand(dialog).Ersetze("lblDateiname", w.Pfad("da.pzb"));
     Enter(dialog);
     QVERIFY(w.meldungen.gezeigt.value(0).frage);
     QVERIFY(dialog.isVisible());
@@ -150,36 +150,24 @@ void ZielTest::SaveDialogAsksBeforeItNamesAnExistingFile()
     ZweiKarteien w;
     DialogeFenster dialoge;
     const auto dialog = Dialog(w.oeffner, {w.meldungen, dialoge, w.clock, w.zufall, w.ton, w.konfig}, name);
-    Show(*dialog);
+    Hand(*dialog).Zeigen();
     int asked = 0;
-    const auto write = [](const QString &text) {
-        return [text] {
-            auto *window = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            if (!window || !window->isVisible())
-                return false;
-            auto *field = window->findChild<QLineEdit *>("fileNameEdit");
-            field->setText(text);
-            QTest::keyClick(field, Qt::Key_Return);
-            return true;
-        };
-    };
+    const auto write = Drehbuch::In<QFileDialog>([](QFileDialog &window) {
+        Hand(window).Ersetze("fileNameEdit", "da.pzb");
+        Hand(window).Taste(Qt::Key_Return);
+    });
     const auto answer = [&](QMessageBox::StandardButton button) {
-        return [&, button] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box || !box->isActiveWindow() || !box->text().contains("da.pzb"))
-                return false;
-            ++asked;
-            QTest::mouseClick(box->button(button), Qt::LeftButton);
-            return true;
-        };
+        return Drehbuch::In<QMessageBox>([&, button](QMessageBox &box) {
+            asked += box.text().contains("da.pzb");
+            Hand::Klick(box.button(button));
+        });
     };
     // After No the dialog is still there.
-    const Drehbuch buch(
-        {write("da.pzb"), answer(QMessageBox::No), write("da.pzb"), answer(QMessageBox::Yes)});
-    Click(*dialog, "cmdDateiname");
+    const Drehbuch buch({write, answer(QMessageBox::No), write, answer(QMessageBox::Yes)});
+    Hand(*dialog).Klick("cmdDateiname");
     QVERIFY(buch.Fertig());
     QCOMPARE(asked, 2);
-    QCOMPARE(Control<QLineEdit>(*dialog, "lblDateiname")->text(), w.Pfad("da.pzb"));
+    QCOMPARE(Hand(*dialog).Text("lblDateiname"), w.Pfad("da.pzb"));
     QCOMPARE(w.Bytes("da.pzb"), w.vorher);
     Enter(*dialog);
     QCOMPARE(w.meldungen.Texte(), QStringList{w.Pfad("da.pzb") + " erfolgreich geschrieben"});
@@ -195,8 +183,8 @@ void ZielTest::FileInUseIsRefusedWithoutAQuestion()
     QFETCH(QString, name);
     ZweiKarteien w;
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
-    Type(*dialog, "lblDateiname", "da.pzb");
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Ersetze("lblDateiname", "da.pzb");
     {
         const CardFile otherProgram(w.Pfad("da.pzb"));
         Enter(*dialog);
@@ -219,9 +207,9 @@ void ZielTest::DirectoryIsRefusedAsSuch()
     ZweiKarteien w;
     QVERIFY(QDir(w.verzeichnis.path()).mkdir("ordner.pzb"));
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
-    Type(*dialog, "lblDateiname", w.Pfad("ordner.pzb"));
-    Click(*dialog, "cmdOK");
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Ersetze("lblDateiname", w.Pfad("ordner.pzb"));
+    Hand(*dialog).Klick("cmdOK");
     QCOMPARE(w.meldungen.Texte(),
              QStringList{"Leider ist folgender Fehler Aufgetreten: „" + w.Pfad("ordner.pzb") +
                          "“ ist ein Ordner. Bitte auch den Namen der Datei angeben."});
@@ -248,8 +236,8 @@ void ZielTest::AForeignFileIsNotTouchedBeforeTheQuestion()
     const QByteArray before = w.Bytes("da.pzb");
     const QStringList files = QDir(QFileInfo(w.Pfad("da.pzb")).path()).entryList(QDir::Files | QDir::Hidden);
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
-    Type(*dialog, "lblDateiname", "da.pzb");
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Ersetze("lblDateiname", "da.pzb");
     w.meldungen.antworten = {Meldungen::Antwort::Nein};
     Enter(*dialog);
     QVERIFY(w.meldungen.gezeigt.value(0).frage);
@@ -277,8 +265,8 @@ void ZielTest::TypedCardFileGetsItsExtension()
     ZweiKarteien w;
     QVERIFY(QDir(w.verzeichnis.path()).mkdir("Kap.1"));
     const auto dialog = Dialog(w.oeffner, w.Alle(), name);
-    Show(*dialog);
-    Type(*dialog, "lblDateiname", typed);
+    Hand(*dialog).Zeigen();
+    Hand(*dialog).Ersetze("lblDateiname", typed);
     Enter(*dialog);
     QCOMPARE(w.meldungen.Texte(), QStringList{typed + ".pzb erfolgreich geschrieben"});
     QCOMPARE(w.store.CurrentFileName, "neu.pzb");
@@ -289,10 +277,10 @@ void ZielTest::NameWithAnotherExtensionIsRefused()
 {
     ZweiKarteien w;
     Karteispiegeln dialog(w.oeffner, w.Alle());
-    Show(dialog);
+    Hand(dialog).Zeigen();
     for (const char *typed : {"neu.txt", "neu.", "ordner/"}) {
         w.meldungen.gezeigt.clear();
-        Type(dialog, "lblDateiname", typed);
+        Hand(dialog).Ersetze("lblDateiname", typed);
         Enter(dialog);
         QCOMPARE(w.meldungen.Texte(), QStringList{"Bitte nur .pzb Dateien"});
         QVERIFY(dialog.isVisible());

@@ -3,6 +3,7 @@
 #include "MeldungenFenster.h"
 
 #include "Dialoge.h"
+#include "Drehbuch.h"
 #include "TestProgram.h"
 
 #include <QAbstractButton>
@@ -18,7 +19,6 @@
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTreeView>
 
 using namespace paukfix;
@@ -30,17 +30,15 @@ class MeldungenFensterTest : public QObject
     Q_OBJECT
 
 private:
+    // One that does not end by itself is cancelled.
     template <typename Fenster>
-    static void Waehrend(const std::function<void(Fenster &)> &tun)
+    static Drehbuch Waehrend(const std::function<void(Fenster &)> &tun)
     {
-        QTimer::singleShot(0, qApp, [tun] {
-            auto *fenster = qobject_cast<Fenster *>(QApplication::activeModalWidget());
-            QVERIFY(fenster);
-            QVERIFY(QTest::qWaitForWindowActive(fenster));
-            tun(*fenster);
-            if (fenster->isVisible())
-                fenster->reject();
-        });
+        return Drehbuch({Drehbuch::In<Fenster>([tun](Fenster &fenster) {
+            tun(fenster);
+            if (fenster.isVisible())
+                fenster.reject();
+        })});
     }
 
 private slots:
@@ -52,7 +50,7 @@ private slots:
         MeldungenFenster meldungen;
         meldungen.SetTitel("Merkkasten (a.pzb)");
         bool gesehen = false;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             gesehen = true;
             QCOMPARE(box.windowTitle(), "Merkkasten (a.pzb)");
             QCOMPARE(box.text(), "a < b && <b>fett</b>");
@@ -60,7 +58,7 @@ private slots:
             QCOMPARE(box.buttons().size(), 1);
             QCOMPARE(box.buttons()[0]->text(), "OK");
             QCOMPARE(box.icon(), QMessageBox::NoIcon);
-            QTest::keyClick(&box, Qt::Key_Return);
+            Hand(box).Taste(Qt::Key_Return);
         });
         meldungen.Zeigen("a < b && <b>fett</b>");
         QVERIFY(gesehen);
@@ -71,10 +69,10 @@ private slots:
         MeldungenFenster meldungen;
         QSize groesse;
         QString text;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             groesse = box.size();
             text = box.text();
-            QTest::keyClick(&box, Qt::Key_Return);
+            Hand(box).Taste(Qt::Key_Return);
         });
         meldungen.Zeigen(u"Bilddatei nicht gefunden "_s + QString(10'000'000, u'M'));
         QVERIFY(text.startsWith(u"Bilddatei nicht gefunden MMM"_s) && text.endsWith(u'…'));
@@ -86,9 +84,9 @@ private slots:
     {
         MeldungenFenster meldungen;
         QMessageBox::Icon icon = QMessageBox::NoIcon;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             icon = box.icon();
-            QTest::keyClick(&box, Qt::Key_Escape);
+            Hand(box).Taste(Qt::Key_Escape);
         });
         meldungen.Zeigen("Sehr gut!", Meldungen::Symbol::Ausruf);
         QCOMPARE(icon, QMessageBox::Warning);
@@ -101,9 +99,9 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&fenster));
         MeldungenFenster meldungen;
         QWidget *eltern = nullptr;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             eltern = box.parentWidget();
-            QTest::keyClick(&box, Qt::Key_Return);
+            Hand(box).Taste(Qt::Key_Return);
         });
         meldungen.Zeigen("x");
         QCOMPARE(eltern, &fenster);
@@ -126,11 +124,11 @@ private slots:
         QFETCH(Qt::Key, taste);
         QFETCH(Meldungen::Antwort, antwort);
         MeldungenFenster meldungen;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             QCOMPARE(box.icon(), QMessageBox::Question);
             QCOMPARE(box.button(QMessageBox::Yes)->text(), "&Ja");
             QCOMPARE(box.button(QMessageBox::No)->text(), "&Nein");
-            QTest::keyClick(box.focusWidget(), taste);
+            Hand(box).Taste(taste);
         });
         QCOMPARE(meldungen.Fragen("Diese Karte wirklich löschen", vorgabe), antwort);
     }
@@ -140,13 +138,13 @@ private slots:
     {
         MeldungenFenster meldungen;
         const auto fragen = [&](Meldungen::Antwort vorgabe, const std::function<void(QMessageBox &)> &tun) {
-            Waehrend<QMessageBox>(tun);
+            const Drehbuch buch = Waehrend<QMessageBox>(tun);
             return meldungen.Fragen("Trotzdem ändern?", vorgabe);
         };
         using enum Meldungen::Antwort;
         const auto druecken = [](Qt::Key taste, Qt::KeyboardModifiers dazu = {}) {
             return [=](QMessageBox &box) {
-                QTest::keyClick(box.focusWidget(), taste, dazu);
+                Hand(box).Taste(taste, dazu);
                 QTRY_VERIFY(!box.isVisible());
             };
         };
@@ -155,13 +153,13 @@ private slots:
         QCOMPARE(fragen(Nein,
                         [](QMessageBox &box) {
                             for (const Qt::Key taste : {Qt::Key_J, Qt::Key_N}) {
-                                QTest::keyClick(box.focusWidget(), taste);
-                                QTest::keyClick(box.focusWidget(), taste, Qt::ShiftModifier);
+                                Hand(box).Taste(taste);
+                                Hand(box).Taste(taste, Qt::ShiftModifier);
                                 for (const QAbstractButton *knopf : box.buttons())
                                     QVERIFY(!knopf->isDown());
                             }
-                            QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
-                            QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+                            Hand(box).Taste(Qt::Key_Tab);
+                            Hand(box).Taste(Qt::Key_Return);
                         }),
                  Ja);
         QCOMPARE(fragen(Nein, druecken(Qt::Key_Return)), Nein);
@@ -176,9 +174,9 @@ private slots:
         QVERIFY(QApplication::overrideCursor());
         QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
         bool sanduhrInMeldung = true;
-        Waehrend<QMessageBox>([&](QMessageBox &box) {
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
             sanduhrInMeldung = QApplication::overrideCursor();
-            QTest::keyClick(&box, Qt::Key_Return);
+            Hand(box).Taste(Qt::Key_Return);
         });
         meldungen.Zeigen("x");
         QVERIFY(!sanduhrInMeldung);
@@ -214,14 +212,13 @@ private slots:
         const QTemporaryDir verzeichnis;
         QFile datei(verzeichnis.filePath("a.pzb"));
         QVERIFY(datei.open(QIODevice::WriteOnly));
-        Waehrend<QFileDialog>([&](QFileDialog &fenster) {
+        const Drehbuch buch = Waehrend<QFileDialog>([&](QFileDialog &fenster) {
             QCOMPARE(fenster.objectName(), "CommonDialog1");
             QCOMPARE(fenster.windowTitle(), "Merkkasten öffnen");
             QCOMPARE(fenster.directory().canonicalPath(), QDir(verzeichnis.path()).canonicalPath());
             QCOMPARE(fenster.nameFilters(), QStringList("Lerndateien (*.pzb)"));
-            auto *name = fenster.findChild<QLineEdit *>("fileNameEdit");
-            name->setText("a.pzb");
-            QTest::keyClick(name, Qt::Key_Return);
+            Hand(fenster).Ersetze("fileNameEdit", "a.pzb");
+            Hand(fenster).Taste(Qt::Key_Return);
         });
         DialogeFenster dialoge;
         QCOMPARE(dialoge.DateiOeffnen(
@@ -232,9 +229,9 @@ private slots:
     void TheSaveDialogAddsTheExtensionToABareName()
     {
         const QTemporaryDir verzeichnis;
-        Waehrend<QFileDialog>([&](QFileDialog &fenster) {
+        const Drehbuch buch = Waehrend<QFileDialog>([&](QFileDialog &fenster) {
             QCOMPARE(fenster.acceptMode(), QFileDialog::AcceptSave);
-            QTest::keyClick(fenster.focusWidget(), Qt::Key_Return);
+            Hand(fenster).Taste(Qt::Key_Return);
         });
         DialogeFenster dialoge;
         QCOMPARE(dialoge.DateiSpeichern({"Merkkasten anlegen", "Lerndateien (*.pzb)|*.pzb",
@@ -245,9 +242,11 @@ private slots:
     void ACancelledDialogReturnsNothing()
     {
         DialogeFenster dialoge;
-        Waehrend<QFileDialog>([](QFileDialog &fenster) { QTest::keyClick(&fenster, Qt::Key_Escape); });
+        const Drehbuch buch =
+            Waehrend<QFileDialog>([](QFileDialog &fenster) { Hand(fenster).Taste(Qt::Key_Escape); });
         QCOMPARE(dialoge.DateiOeffnen({"t", "f|*.f", QDir::tempPath(), "f", {}, true}), QString());
-        Waehrend<QDialog>([](QDialog &fenster) { QTest::keyClick(fenster.focusWidget(), Qt::Key_Escape); });
+        const Drehbuch danach =
+            Waehrend<QDialog>([](QDialog &fenster) { Hand(fenster).Taste(Qt::Key_Escape); });
         QVERIFY(!dialoge.SchriftWaehlen({QFont(), Qt::black}));
     }
 
@@ -270,7 +269,7 @@ private slots:
             QFont schrift(familie, 13);
             schrift.setBold(fett);
             schrift.setItalic(kursiv);
-            Waehrend<QDialog>([&](QDialog &fenster) {
+            const Drehbuch buch = Waehrend<QDialog>([&](QDialog &fenster) {
                 const QFont gewaehlt = fenster.findChild<QFontDialog *>()->currentFont();
                 QVERIFY2(!gewaehlt.styleName().contains("Condensed"), qPrintable(gewaehlt.styleName()));
                 QCOMPARE(gewaehlt.bold(), fett);
@@ -293,7 +292,7 @@ private slots:
     {
         QFont schrift("Small Fonts");
         schrift.setPointSizeF(7.5);
-        Waehrend<QDialog>([](QDialog &fenster) {
+        const Drehbuch buch = Waehrend<QDialog>([](QDialog &fenster) {
             auto *innen = fenster.findChild<QFontDialog *>();
             QFont neu = innen->currentFont();
             neu.setUnderline(true);
@@ -306,7 +305,7 @@ private slots:
         QCOMPARE(wahl->font.family(), "Small Fonts");
         QVERIFY(wahl->font.underline());
 
-        Waehrend<QDialog>([](QDialog &fenster) {
+        const Drehbuch danach = Waehrend<QDialog>([](QDialog &fenster) {
             auto *innen = fenster.findChild<QFontDialog *>();
             QFont neu = innen->currentFont();
             neu.setPointSize(24);
@@ -321,7 +320,7 @@ private slots:
 
     void AFamilyThatNobodyNamedIsNotReturned()
     {
-        Waehrend<QDialog>([](QDialog &fenster) {
+        const Drehbuch buch = Waehrend<QDialog>([](QDialog &fenster) {
             auto *innen = fenster.findChild<QFontDialog *>();
             QFont neu = innen->currentFont();
             neu.setPointSize(24);
@@ -340,7 +339,7 @@ private slots:
         const QTemporaryDir verzeichnis;
         QFile datei(verzeichnis.filePath("Allgemeinwissen.pzb"));
         QVERIFY(datei.open(QIODevice::WriteOnly));
-        Waehrend<QFileDialog>([](QFileDialog &fenster) {
+        const Drehbuch buch = Waehrend<QFileDialog>([](QFileDialog &fenster) {
             const QSize schirm = fenster.screen()->availableGeometry().size();
             QVERIFY(fenster.width() <= schirm.width() && fenster.height() <= schirm.height());
             const auto *tabelle = fenster.findChild<QTreeView *>("treeView");
@@ -349,7 +348,7 @@ private slots:
                          qPrintable(u"%1 in %2 of %3"_s.arg(tabelle->header()->length())
                                         .arg(tabelle->viewport()->width())
                                         .arg(fenster.width())));
-            QTest::keyClick(&fenster, Qt::Key_Escape);
+            Hand(fenster).Taste(Qt::Key_Escape);
         });
         DialogeFenster().DateiOeffnen(KarteiDialog("Öffnen", verzeichnis.path()));
     }
@@ -358,7 +357,7 @@ private slots:
     {
         int felder = 1;
         for (int i = 0; i < felder; ++i) {
-            Waehrend<QDialog>([&, i](QDialog &fenster) {
+            const Drehbuch buch = Waehrend<QDialog>([&, i](QDialog &fenster) {
                 QWidgetList ziele;
                 for (QWidget *feld : fenster.findChild<QFontDialog *>()->findChildren<QWidget *>()) {
                     const bool text = qobject_cast<QLineEdit *>(feld) || qobject_cast<QListView *>(feld);
@@ -382,7 +381,7 @@ private slots:
     {
         QFont schrift("DejaVu Sans", 14);
         schrift.setItalic(true);
-        Waehrend<QDialog>([](QDialog &fenster) {
+        const Drehbuch buch = Waehrend<QDialog>([](QDialog &fenster) {
             QCOMPARE(fenster.objectName(), "Schriftdialog");
             fenster.findChild<QFontDialog *>()->setCurrentFont(QFont("DejaVu Serif", 18));
             fenster.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();

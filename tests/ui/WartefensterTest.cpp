@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Wartefenster.h"
 
+#include "Drehbuch.h"
 #include "StoreError.h"
 #include "TestProgram.h"
 
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <QWidget>
 
 using namespace paukfix;
@@ -55,7 +55,8 @@ private slots:
             QCOMPARE(fenster->maximum(), 7);
             auto *const knopf = fenster->findChild<QPushButton *>();
             QCOMPARE(knopf->text(), QString("Abbrechen"));
-            QTimer::singleShot(0, knopf, [knopf] { QTest::mouseClick(knopf, Qt::LeftButton); });
+            const Drehbuch buch(
+                {Drehbuch::In<Wartefenster>([knopf](Wartefenster &) { Hand::Klick(knopf); })});
             try {
                 for (;;)
                     melden(0, 0);

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Ruecknahme.h"
+
+#include <QScopeGuard>
+
+#include <optional>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString MitWort(const QString &was, const QString &wort)
+{
+    return was.isEmpty() ? QString() : was + u' ' + wort;
+}
+
+} // namespace
+
+Ruecknahme::Ruecknahme(CardStore &kartei, Meldungen &meldungen, QObject *parent)
+    : QObject(parent), kartei_(kartei), meldungen_(meldungen)
+{
+}
+
+QString Ruecknahme::Zurueckzunehmen() const
+{
+    return MitWort(kartei_.verlauf.Zurueckzunehmen(), u"zurücknehmen"_s);
+}
+
+QString Ruecknahme::Wiederholbar() const
+{
+    return MitWort(kartei_.verlauf.Wiederholbar(), u"wiederholen"_s);
+}
+
+void Ruecknahme::Zuruecknehmen()
+{
+    Wenden(&Verlauf::Zuruecknehmen, MitWort(kartei_.verlauf.Zurueckzunehmen(), u"zurückgenommen"_s),
+           u"Fehler beim Zurücknehmen: "_s);
+}
+
+void Ruecknahme::Wiederholen()
+{
+    Wenden(&Verlauf::Wiederholen, MitWort(kartei_.verlauf.Wiederholbar(), u"wiederholt"_s),
+           u"Fehler beim Wiederholen: "_s);
+}
+
+void Ruecknahme::Wenden(void (Verlauf::*wenden)(), const QString &getan, const QString &kontext)
+{
+    if (getan.isEmpty())
+        return;
+    QString gescheitert;
+    {
+        meldungen_.Sanduhr(true); // a large import takes its time
+        const auto ende = qScopeGuard([this] { meldungen_.Sanduhr(false); });
+        try {
+            (kartei_.verlauf.*wenden)();
+        } catch (const std::exception &fehler) {
+            gescheitert = kontext + ErrorText(fehler);
+        }
+    }
+    emit BoxGeaendert(gescheitert.isEmpty() ? getan : QString());
+    if (gescheitert.isEmpty())
+        return;
+    emit Gescheitert();
+    meldungen_.Zeigen(gescheitert);
+}
+
+} // namespace paukfix

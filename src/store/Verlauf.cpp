@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Verlauf.h"
+
+#include "CardStore.h"
+#include "CardTransaction.h"
+#include "ChangeRecorder.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What a step takes at least, its name and numbers included.
+constexpr std::size_t Grundbedarf = 1024; // bytes
+
+std::size_t Bedarf(const CardChanges &zeilen)
+{
+    return Grundbedarf + zeilen.Bytes();
+}
+
+} // namespace
+
+Verlauf::Verlauf(CardStore &kartei) : kartei_(kartei) {}
+
+Verlauf::~Verlauf() = default;
+
+QString Verlauf::Zurueckzunehmen() noexcept
+{
+    Beenden();
+    return zurueck_.empty() ? QString() : zurueck_.back().was;
+}
+
+QString Verlauf::Wiederholbar() noexcept
+{
+    Beenden();
+    return wieder_.empty() ? QString() : wieder_.back().was;
+}
+
+void Verlauf::Zuruecknehmen()
+{
+    Wenden(zurueck_, Richtung::Zurueck);
+}
+
+void Verlauf::Wiederholen()
+{
+    Wenden(wieder_, Richtung::Wieder);
+}
+
+void Verlauf::Folgen(CardFile &datei)
+{
+    datei_ = &datei;
+    if (!bewahrt_ || !abdruck_ || abdruck_ != datei.ReadState())
+        Leeren();
+    abdruck_ = datei.ReadState();
+    schreiber_ = std::make_unique<ChangeRecorder>(datei.Database(), offen_, [this] {
+        if (!laufend_) // a change that nobody has named
+            laufend_ = Laufend{Richtung::Vor, u"Änderung"_s, Jetzt(), {}};
+    });
+}
+
+void Verlauf::Loslassen() noexcept
+{
+    schreiber_.reset();
+    datei_ = nullptr;
+    if (!bewahrt_)
+        Leeren();
+}
+
+void Verlauf::Leeren() noexcept
+{
+    zurueck_.clear();
+    wieder_.clear();
+    belegt_ = 0;
+    offen_ = {};
+    laufend_.reset();
+    abdruck_.reset();
+}
+
+void Verlauf::Beginnen(const QString &was)
+{
+    if (!datei_)
+        return;
+    try {
+        Klaeren();
+    } catch (const StoreError &) { // whatever comes now, nothing leads back past what is not known
+        Leeren();
+    }
+    laufend_ = Laufend{Richtung::Vor, was, Jetzt(), {}};
+}
+
+void Verlauf::Beenden() noexcept
+{
+    try {
+        Klaeren();
+    } catch (const std::exception &) { // asked again before the next step
+    }
+}
+
+// Looks in the file whether it has what was changed since the last step: a change may have been taken back,
+// or be there although the disk has failed. Returns whether there is one more step.
+bool Verlauf::Klaeren()
+{
+    if (!datei_ || sqlite3_get_autocommit(datei_->Database().getHandle()) == 0)
+        return false;
+    if (offen_.IsEmpty()) {
+        laufend_.reset();
+        return false;
+    }
+    bool geschehen = false;
+    kartei_.Karten().Beside(
+        [&](SQLite::Database &database) { geschehen = !StandAsBefore(database, offen_); });
+    abdruck_ = datei_->ReadState();
+    Laufend laufend = std::exchange(laufend_, std::nullopt).value();
+    if (geschehen)
+        Ablegen(std::move(laufend));
+    else if (offen_.Count() == 0) // of which nothing could be noted
+        Leeren();
+    offen_ = {};
+    return geschehen;
+}
+
+// What was changed last is one more step, of those to be taken back or of those to be done again.
+void Verlauf::Ablegen(Laufend laufend)
+{
+    const auto entnehmen = [&](std::deque<Schritt> &von) {
+        belegt_ -= Bedarf(von.back().zeilen);
+        von.pop_back();
+    };
+    const auto vergessen = [&](std::deque<Schritt> &welche) {
+        while (!welche.empty())
+            entnehmen(welche);
+    };
+    if (laufend.richtung == Richtung::Vor)
+        vergessen(wieder_);
+    else
+        entnehmen(laufend.richtung == Richtung::Zurueck ? zurueck_ : wieder_);
+    if (laufend.danach) {
+        kartei_.FachInfo = laufend.danach->faecher;
+        kartei_.sitzung = laufend.danach->sitzung;
+        kartei_.HighestCardNumber = laufend.danach->hoechsteNummer;
+    }
+    std::deque<Schritt> &wohin = laufend.richtung == Richtung::Zurueck ? wieder_ : zurueck_;
+    if (!offen_.Whole()) { // there is no way past it
+        vergessen(wohin);
+        return;
+    }
+    belegt_ += Bedarf(offen_);
+    wohin.push_back({std::move(laufend.was), laufend.vorher, std::move(offen_)});
+    while (belegt_ > CardChanges::MaxBytes) {
+        std::deque<Schritt> &aelteste = zurueck_.size() > (&wohin == &zurueck_ ? 1 : 0) ? zurueck_ : wieder_;
+        belegt_ -= Bedarf(aelteste.front().zeilen);
+        aelteste.pop_front();
+    }
+}
+
+void Verlauf::Wenden(std::deque<Schritt> &von, Richtung richtung)
+{
+    Klaeren();
+    if (von.empty())
+        return;
+    laufend_ = Laufend{richtung, von.back().was, Jetzt(), von.back().stand};
+    std::optional<StoreError> fehler;
+    try {
+        CardRecordset &karten = kartei_.Karten();
+        CardTransaction zug(karten);
+        karten.Past([&](SQLite::Database &database) { TakeBack(database, von.back().zeilen); });
+        zug.Commit();
+    } catch (const StoreError &error) {
+        fehler = error;
+    }
+    bool geschehen = false;
+    try {
+        geschehen = Klaeren();
+    } catch (const StoreError &) { // asked again before the next step
+        if (!fehler)
+            throw;
+    }
+    if (fehler)
+        throw geschehen ? StoreError(fehler->Number(), fehler->Text() + u" Es ist trotzdem geschehen."_s)
+                        : *fehler;
+}
+
+Boxstand Verlauf::Jetzt() const
+{
+    return {kartei_.FachInfo, kartei_.sitzung, kartei_.HighestCardNumber};
+}
+
+Aenderung::Aenderung(CardStore &kartei, const QString &was) : verlauf_(kartei.verlauf)
+{
+    verlauf_.Beginnen(was);
+}
+
+Aenderung::~Aenderung()
+{
+    verlauf_.Beenden();
+}
+
+VerlaufBewahren::VerlaufBewahren(CardStore &kartei) : verlauf_(kartei.verlauf)
+{
+    verlauf_.bewahrt_ = true;
+}
+
+VerlaufBewahren::~VerlaufBewahren()
+{
+    verlauf_.bewahrt_ = false;
+    if (verlauf_.datei_)
+        verlauf_.Beenden();
+    else
+        verlauf_.Leeren();
+}
+
+} // namespace paukfix
