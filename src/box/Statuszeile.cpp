@@ -57,11 +57,14 @@ Statuszeile::Statuszeile(QWidget *parent)
     tongeraet_->hide();
     tasten_->setObjectName(u"LTasten"_s);
     tasten_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // In a narrow window the keys go first.
+    tasten_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     addWidget(kartei_);
-    addWidget(geschehen_, 1);
-    for (QWidget *rechts : {static_cast<QWidget *>(bilanz_), static_cast<QWidget *>(automatik_),
-                            static_cast<QWidget *>(tongeraet_), static_cast<QWidget *>(tasten_)})
-        addPermanentWidget(rechts);
+    addWidget(geschehen_);
+    addPermanentWidget(bilanz_);
+    addPermanentWidget(automatik_);
+    addPermanentWidget(tongeraet_);
+    addPermanentWidget(tasten_, 1);
 }
 
 void Statuszeile::SetKartei(const QString &name, bool waehlbar)

@@ -61,7 +61,7 @@ struct Lesbarkeit
     double kontrast = 1;
 };
 
-Kartenfaecher Aufgestellt(int anzahl, double gefuellt, double innen)
+Kartenfaecher Gefaechert(int anzahl, double gefuellt, double innen)
 {
     return {anzahl,
             {.innen = QRectF(100, 50, innen, 300),
@@ -94,7 +94,7 @@ private slots:
     void UpToThirteenCardsAreAllSeen()
     {
         for (int anzahl = 1; anzahl <= 13; ++anzahl) {
-            const auto faecher = Aufgestellt(anzahl, 3, 140);
+            const auto faecher = Gefaechert(anzahl, 3, 140);
             QCOMPARE(faecher.Karten().size(), std::size_t(anzahl));
             // Fanned out, each stands free of the one before it.
             for (std::size_t i = 1; i < faecher.Karten().size(); ++i) {
@@ -104,7 +104,7 @@ private slots:
         }
         std::size_t vorher = 13;
         for (int anzahl = 14; anzahl < 700; ++anzahl) {
-            const std::size_t gezeigt = Aufgestellt(anzahl, anzahl * 240.0 / 700, 240).Karten().size();
+            const std::size_t gezeigt = Gefaechert(anzahl, anzahl * 240.0 / 700, 240).Karten().size();
             QVERIFY(gezeigt <= std::size_t(anzahl));
             QVERIFY2(gezeigt + 1 >= vorher || anzahl <= 20, qPrintable(QString::number(anzahl)));
             vorher = gezeigt;
@@ -117,12 +117,12 @@ private slots:
             for (const double anteil : {0.02, 0.3, 0.7, 1.0})
                 for (const int anzahl : {1, 2, 7, 13, 14, 40, 700}) {
                     const double gefuellt = std::max(3.0, innen * anteil);
-                    for (const auto &karte : Aufgestellt(anzahl, gefuellt, innen).Karten()) {
+                    for (const auto &karte : Gefaechert(anzahl, gefuellt, innen).Karten()) {
                         QVERIFY(karte.fuss >= 100 && karte.fuss + karte.dicke <= 100 + gefuellt + 0.001);
                         QVERIFY(karte.fuss + karte.neigung + karte.dicke <= 100 + innen + 0.001);
                         QVERIFY(anteil < 1 || karte.neigung == 0);
                     }
-                    QVERIFY(Aufgestellt(anzahl, gefuellt, innen).Karten().back().dicke >= 3);
+                    QVERIFY(Gefaechert(anzahl, gefuellt, innen).Karten().back().dicke >= 3);
                 }
     }
 
