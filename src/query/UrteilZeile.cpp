@@ -95,6 +95,7 @@ void UrteilZeile::Leeren()
         label->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     urteil_->clear();
     satz_->clear();
+    satz_->hide();
     satz_->setToolTip({});
     setToolTip({});
     Image1_->clear();
@@ -113,7 +114,7 @@ void UrteilZeile::SetKompakt(bool kompakt)
     kompakt_ = kompakt;
     const int groesse = kompakt ? GesichtKompakt : Gesicht;
     Image1_->setFixedSize(groesse, groesse);
-    satz_->setVisible(!kompakt);
+    satz_->setVisible(!kompakt && gezeigt_);
     gewertet_->setVisible(!kompakt);
 }
 
@@ -137,6 +138,7 @@ void UrteilZeile::Zeigen(bool richtig, const QString &gesicht, const QString &sa
     Image1_->setPixmap(GesichtLesen(gesicht, Image1_->width(), devicePixelRatioF()));
     urteil_->setText(richtig ? u"Richtig!"_s : u"Leider falsch"_s);
     satz_->setText(satz);
+    satz_->setVisible(!kompakt_);
     satz_->setToolTip(satz.toHtmlEscaped());
     setToolTip(kompakt_ ? satz.toHtmlEscaped() : QString());
     Faerben();
