@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Artwahl.h"
 
+#include "Farben.h"
 #include "Fensterbau.h"
 
 #include <QButtonGroup>
@@ -19,12 +20,14 @@ Artwahl::Artwahl(QWidget *parent)
           Benannt(new QRadioButton(u"Text/&Zahl"_s, this), u"Antwort_T"_s, u"Antwort als Text oder Zahl"_s)),
       Antwort_K_(
           Benannt(new QRadioButton(u"An&kreuzen"_s, this), u"Antwort_K"_s, u"Antwort zum Ankreuzen"_s)),
-      art_(new QButtonGroup(this))
+      art_(new QButtonGroup(this)),
+      frage_(new QLabel(u"Antwort als:"_s, this))
 {
     Benannt(this, u"Frame2"_s, u"Antwort als:"_s);
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(0, 0, 0, 0);
-    zeile->addWidget(new QLabel(u"Antwort als:"_s, this));
+    zeile->setSpacing(16);
+    zeile->addWidget(frage_);
     for (QRadioButton *knopf : {Antwort_T_, Antwort_K_}) {
         art_->addButton(knopf);
         connect(knopf, &QRadioButton::clicked, this, &Artwahl::gewaehlt);
@@ -52,10 +55,9 @@ Antwortart Artwahl::Art() const
     return Antwort_T_->isChecked() ? Antwortart::Text : Antwortart::Keine;
 }
 
-void Artwahl::FarbenSetzen(const QColor &umriss)
+void Artwahl::FarbenSetzen(const QPalette &form)
 {
-    for (QWidget *knopf : {Antwort_T_, Antwort_K_})
-        Faerben(knopf, {{QPalette::Window, umriss}});
+    frage_->setPalette(Farben::Leise(form));
 }
 
 QList<QWidget *> Artwahl::Tabfolge() const

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QButtonGroup;
+class QLabel;
 class QRadioButton;
 
 namespace paukfix {
@@ -22,7 +23,7 @@ public:
     // A card may say neither.
     void Zeigen(Antwortart art);
     Antwortart Art() const;
-    void FarbenSetzen(const QColor &umriss);
+    void FarbenSetzen(const QPalette &form);
 
     QList<QWidget *> Tabfolge() const;
 
@@ -33,6 +34,7 @@ private:
     QRadioButton *Antwort_T_;
     QRadioButton *Antwort_K_;
     QButtonGroup *art_;
+    QLabel *frage_;
 };
 
 } // namespace paukfix

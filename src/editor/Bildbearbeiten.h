@@ -6,8 +6,6 @@
 
 #include <QSize>
 
-class QLabel;
-
 namespace paukfix {
 
 // The dialog for the pictures of a card.
@@ -19,12 +17,16 @@ public:
 
 private:
     void Vorschau(const QString &pfad) override;
+    void Belegen(Slotkarte &karte, const QString &pfad) override;
     void VorschauLeeren() override;
+
+    Slotvorschau *EigeneVorschau() override { return Picture1_; }
+
     void Annehmen(const QString &pfad) override;
     void Angenommen(const QString &pfad) override;
 
-    QLabel *Picture1_ = nullptr; // its size is the largest that a preview has
-    QSize bild_;                 // of the file shown, in pixels
+    Slotvorschau *Picture1_; // of the chosen slot
+    QSize bild_;             // of the file shown, in pixels
 };
 
 } // namespace paukfix

@@ -55,6 +55,19 @@ auto NachNummer(CardRecordset &karten)
     return zurueck;
 }
 
+// The place of the card that was come to: one on or back from a known one, else it is counted. One that
+// cannot be counted is no reason not to show the card.
+CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<CardEditor::Richtung> schritt)
+{
+    if (schritt && vorher.number > 0)
+        return {vorher.number + (schritt == CardEditor::Richtung::Vor ? 1 : -1), vorher.of};
+    try {
+        return PlaceOfCurrent(karten);
+    } catch (const StoreError &) {
+        return {};
+    }
+}
+
 bool AufKarte(const CardFieldHandles &felder)
 {
     try {
@@ -96,7 +109,7 @@ void CardEditor::AktuelleZeigen()
         NewCardForm();
 }
 
-bool CardEditor::ShowCard()
+bool CardEditor::ShowCard(std::optional<Richtung> schritt)
 {
     Kartenblatt blatt;
     Kartenkopf kopf;
@@ -106,6 +119,7 @@ bool CardEditor::ShowCard()
         kopf.FrageNr = QString::number(nummer_, 'g', 15);
         kopf.FachNr = QString::number(felder.FachNr.Integer());
         blatt = BlattLesen(felder);
+        platz_ = kopf.platz = Platz(kartei_.Karten(), platz_, schritt);
     });
     // What cannot be read must not leave the last card in the form.
     if (!gelesen) {
@@ -127,6 +141,7 @@ void CardEditor::NewCardForm()
 {
     neu_ = true;
     cardDirty = false;
+    platz_ = {};
     formular_.Zeigen({}, NeuerKopf());
 }
 
@@ -226,7 +241,7 @@ void CardEditor::Schritte(Richtung richtung)
         if (AmEnde(karten, richtung))
             NewCardForm();
         else
-            ShowCard();
+            ShowCard(richtung);
     });
 }
 
@@ -251,7 +266,7 @@ bool CardEditor::Laufschritt(Richtung richtung)
         if (AmEnde(karten, richtung))
             NewCardForm();
         else
-            weiter = ShowCard();
+            weiter = ShowCard(richtung);
     });
     return weiter;
 }
@@ -343,6 +358,7 @@ void CardEditor::Loeschen()
     if (!geloescht)
         return;
     cardDirty = false;
+    platz_ = {};
     CVor();
 }
 

@@ -2,8 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardFacts.h"
 #include "Kartenablage.h"
 #include "Meldungen.h"
+
+#include <functional>
+#include <optional>
+#include <utility>
 
 namespace paukfix {
 
@@ -12,7 +17,27 @@ struct Kartenkopf
 {
     QString FrageNr;
     QString FachNr;
-    bool neu = false; // "Neue Karte"
+    bool neu = false;     // "Neue Karte"
+    CardPlace platz = {}; // in the order in which one walks; without a number where it is not known
+};
+
+// Whether something was changed; tells when that changes.
+class Merker
+{
+public:
+    Merker &operator=(bool wert)
+    {
+        if (std::exchange(wert_, wert) != wert)
+            gewechselt(wert);
+        return *this;
+    }
+
+    operator bool() const { return wert_; }
+
+    std::function<void(bool)> gewechselt = [](bool) {};
+
+private:
+    bool wert_ = false;
 };
 
 // The form as the editor's commands see it.
@@ -48,7 +73,7 @@ public:
 
     CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular);
 
-    bool cardDirty = false;      // the shown card was changed and not stored
+    Merker cardDirty;            // the shown card was changed and not stored
     qint16 validationFailed = 0; // 1 after a check that the card did not pass
 
     // The form holds a card that is not stored yet.
@@ -91,7 +116,7 @@ private:
     bool StoreNew(const Kartenblatt &blatt, Vorlage vorlage);
     bool StoreExisting(const Kartenblatt &blatt);
     void StandOnShownCard();
-    bool ShowCard();
+    bool ShowCard(std::optional<Richtung> schritt = std::nullopt);
     void Schritte(Richtung richtung);
     Kartenkopf NeuerKopf() const;
 
@@ -100,6 +125,7 @@ private:
     Kartensicht &formular_;
     bool neu_ = true;
     double nummer_ = 0; // of the shown card, while it is not new
+    CardPlace platz_;   // of the shown card; without a number where it must be counted
 };
 
 } // namespace paukfix

@@ -3,6 +3,7 @@
 #include "Formatierung.h"
 
 #include "CharFormat.h"
+#include "Schriftgrade.h"
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -212,6 +213,12 @@ QTextCharFormat DialogFormat(const Schriftwahl &wahl)
     format.setFontUnderline(wahl.font.underline());
     SetTextColour(format, wahl.farbe);
     return format;
+}
+
+double Kartenfaktor(const Schrift &standard, const QFont &desktop)
+{
+    const double punkte = QFontInfo(desktop).pointSizeF();
+    return std::max(1.0, Schriftgrad::Gross * punkte / static_cast<double>(standard.FontSize));
 }
 
 QTextCharFormat StandardFormat(const Schrift &schrift)

@@ -46,6 +46,10 @@ QTextCharFormat NormalgestelltFormat();
 Schriftwahl DialogVorgabe(const Auswahlformat &auswahl, const Schrift &standard);
 QTextCharFormat DialogFormat(const Schriftwahl &wahl);
 
+// How many times as large as they are stored the texts of a card are shown: the standard font comes as large
+// as reads well beside `desktop`. Never smaller.
+double Kartenfaktor(const Schrift &standard, const QFont &desktop);
+
 // The standard font of the settings.
 QTextCharFormat StandardFormat(const Schrift &schrift);
 

@@ -5,8 +5,11 @@
 #include "Dienste.h"
 #include "Formatierung.h"
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
 
+class QAction;
 class QMenu;
 class QMenuBar;
 
@@ -14,9 +17,10 @@ namespace paukfix {
 
 class KartenTextBox;
 
-// The menu "Format" and its commands. They act on the text box of the form that has the keyboard; where none
-// has it, the menu is disabled. The menu itself, and another window in front, take the keyboard just for a
-// while.
+// The menu "Format", its commands and two more that only the bar of icons has: the colour and the way back to
+// the standard font. They act on the text box of the form that has the keyboard, which is outlined, and show
+// the format at its caret; where none has it, they are disabled. The menu itself, and another window in
+// front, take the keyboard just for a while.
 class Formatmenue final : public QObject
 {
     Q_OBJECT
@@ -26,19 +30,22 @@ public:
     Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *leiste);
 
 signals:
-    void gewaehlt();                          // an entry, before it acts
-    void boxGewechselt(KartenTextBox *aktiv); // null for none
+    void gewaehlt(); // an entry, before it acts
 
 private:
     void FokusWechselt(QWidget *neu);
     void SetBox(KartenTextBox *box);
+    void FormatZeigen();
+    QMenu *Farbmenue();
     void Formatieren(QTextCharFormat (*befehl)(const Auswahlformat &));
     void MSchriftart_Click();
+    void Standardschrift_Click();
 
     Dienste dienste_;
     QWidget *formular_;
     QMenu *MFont_;
-    KartenTextBox *box_ = nullptr; // that the commands act on
+    QList<QAction *> aktionen_;   // all of them
+    QPointer<KartenTextBox> box_; // that the commands act on
 };
 
 } // namespace paukfix

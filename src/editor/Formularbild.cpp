@@ -2,15 +2,20 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Formularbild.h"
 
+#include "Antworten.h"
 #include "BildBox.h"
 #include "Fensterbau.h"
+#include "KartenTextBox.h"
+#include "Mediendatei.h"
 #include "RichTextBox.h"
 #include "Sizer.h"
 #include "Twips.h"
 
 #include <QKeyEvent>
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace paukfix {
 
@@ -63,7 +68,7 @@ Formularbild::Formularbild(QWidget *formular, RichTextBox *frage)
     };
     box->gezogen = [] {};
     box->losgelassen = [this] {
-        Platzieren();
+        Loslassen();
         GriffZeigen();
     };
     sizer_->setToolTip(u"Ziehen ändert die Größe des Bildes"_s);
@@ -72,6 +77,7 @@ Formularbild::Formularbild(QWidget *formular, RichTextBox *frage)
         Box()->setFocus(); // the box is outlined while it is sized
     };
     sizer_->gezogen = [this](QPoint neu) { Ziehen(neu); };
+    sizer_->losgelassen = [this] { Loslassen(); };
     Verbergen();
 }
 
@@ -88,9 +94,9 @@ void Formularbild::Zeigen(const Bildnamen &namen, const QString &verzeichnis, co
     for (std::size_t i = 0; i < Bilder; ++i) {
         if (!bild_.Zeigen(namen.at(i), verzeichnis, programmPfad, meldungen))
             continue;
+        Box()->setAccessibleDescription(BlosserName(namen.at(i)));
         Platzieren();
         GriffZeigen();
-        emit gezeigt();
     }
 }
 
@@ -106,10 +112,88 @@ void Formularbild::Verbergen()
 
 void Formularbild::Platzieren()
 {
-    if (Box()->isHidden())
-        return;
-    bild_.SetPlatz(Pixel(lage_));
+    const bool sichtbar = !Box()->isHidden();
+    if (sichtbar)
+        bild_.SetPlatz(Ausweichen(bild_.Innerhalb(Pixel(lage_))));
+    if (antworten_) {
+        KartenTextBox *antwort = antworten_->Boxen()[0];
+        antwort->SetRand(sichtbar && Textfelder().contains(antwort)
+                             ? RandUmBild(AufFormular(antwort), Box()->geometry())
+                             : QMargins());
+    }
     sizer_->move(Box()->geometry().bottomRight() - QPoint(sizer_->width() - 1, sizer_->height() - 1));
+}
+
+// Put where it would cover a text, it goes beside it, and the card then says so.
+void Formularbild::Loslassen()
+{
+    const QRect gezogen = Box()->geometry();
+    Platzieren();
+    if (Box()->size() != gezogen.size()) {
+        lage_.breite = TwipsVonPixel(Box()->width());
+        lage_.hoehe = TwipsVonPixel(Box()->height());
+    }
+    if (Box()->pos() != gezogen.topLeft()) {
+        lage_.links = TwipsVonPixel(Box()->x());
+        lage_.oben = TwipsVonPixel(Box()->y());
+    }
+}
+
+void Formularbild::SetUmgebung(QList<QWidget *> hindernisse, const Antworten *antworten)
+{
+    hindernisse_ = std::move(hindernisse);
+    antworten_ = antworten;
+}
+
+// Those whose text makes room.
+QList<QWidget *> Formularbild::Textfelder() const
+{
+    QList<QWidget *> felder{frage_};
+    if (antworten_ && antworten_->Boxen()[1]->parentWidget()->isHidden())
+        felder << antworten_->Boxen()[0];
+    return felder;
+}
+
+QRect Formularbild::AufFormular(const QWidget *widget) const
+{
+    return {widget->mapTo(formular_, QPoint()), widget->size()};
+}
+
+bool Formularbild::Frei(const QRect &platz) const
+{
+    const auto beruehrt = [&](const QWidget *widget) { return AufFormular(widget).intersects(platz); };
+    if (std::ranges::any_of(hindernisse_, beruehrt))
+        return false;
+    const QList<QWidget *> felder = Textfelder();
+    if (felder.size() == 1 && antworten_ && beruehrt(antworten_))
+        return false;
+    return std::ranges::all_of(felder, [&](const QWidget *feld) {
+        return !beruehrt(feld) || !RandUmBild(AufFormular(feld), platz).isNull();
+    });
+}
+
+QRect Formularbild::Ausweichen(QRect platz) const
+{
+    if (Frei(platz))
+        return platz;
+    QRect zone;
+    int meiste = -1;
+    for (const QWidget *feld : Textfelder()) {
+        const QRect hier = AufFormular(feld) & platz;
+        if (hier.width() * hier.height() > meiste) {
+            meiste = hier.width() * hier.height();
+            zone = AufFormular(feld);
+        }
+    }
+    zone.adjust(0, 2, -4, -2);
+    const QSize hoechstens(zone.width() * 3 / 5, zone.height());
+    if (platz.width() > hoechstens.width() || platz.height() > hoechstens.height())
+        platz.setSize(platz.size().scaled(hoechstens, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    platz.moveLeft(std::clamp(platz.left(), zone.left(), zone.right() + 1 - platz.width()));
+    platz.moveTop(std::clamp(platz.top(), zone.top(), zone.bottom() + 1 - platz.height()));
+    if (RandUmBild(zone, platz).isNull())
+        platz.moveRight(zone.right());
+    return platz;
 }
 
 void Formularbild::GriffZeigen()

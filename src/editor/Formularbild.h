@@ -11,11 +11,13 @@ class QKeyEvent;
 
 namespace paukfix {
 
+class Antworten;
 class Sizer;
 
 // The card's picture on the editor's form, which its writer moves and sizes with the mouse or the arrow keys.
-// What the card says of its place stays as it is until then, also where the window is too small to show it
-// so.
+// It covers no text: what it lies on makes room for it, and where that cannot be it is shown beside the
+// question, or beside the one answer of a text card, smaller where it must. What the card says of its place
+// stays as it is until its writer takes hold of it.
 class Formularbild final : public QObject
 {
     Q_OBJECT
@@ -24,6 +26,8 @@ public:
     // Form and question outlive this; picture and handle are the form's children.
     Formularbild(QWidget *formular, RichTextBox *frage);
 
+    // What it must not lie on, and the answers, of which a single one makes room for it.
+    void SetUmgebung(QList<QWidget *> hindernisse, const Antworten *antworten);
     // Of another card: what was shown goes.
     void SetLage(const Bildlage &lage);
     // The card's first three files: the last one that can be shown stays. One that cannot is told.
@@ -40,7 +44,6 @@ public:
     BildBox *Box() const { return bild_.Box(); }
 
 signals:
-    void gezeigt();   // it now lies on top of all
     void angefasst(); // the writer moves or sizes it
 
 protected:
@@ -49,6 +52,11 @@ protected:
 private:
     void Verbergen();
     void GriffZeigen();
+    void Loslassen();
+    QRect AufFormular(const QWidget *widget) const;
+    bool Frei(const QRect &platz) const;
+    QRect Ausweichen(QRect platz) const;
+    QList<QWidget *> Textfelder() const;
     bool Darf(const QRect &platz) const;
     void Bewegen(QPoint neu);
     void Ziehen(QPoint griff);
@@ -56,6 +64,8 @@ private:
 
     QWidget *formular_;
     RichTextBox *frage_;
+    QList<QWidget *> hindernisse_;
+    const Antworten *antworten_ = nullptr;
     Kartenbild bild_;
     Sizer *sizer_;
     Bildlage lage_ = BildlageVorgabe;

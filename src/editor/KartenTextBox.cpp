@@ -3,6 +3,7 @@
 #include "KartenTextBox.h"
 
 #include "Flaeche.h"
+#include "Medienannahme.h"
 #include "Texttaste.h"
 #include "Zwischenablage.h"
 
@@ -70,15 +71,22 @@ QString Aufzaehlung(RichTextLosses verluste)
 
 KartenTextBox::KartenTextBox(QWidget *parent) : RichTextBox(parent) {}
 
-Flaeche *KartenTextBox::AufFeld(QWidget *form)
+void KartenTextBox::AufFeld(Flaeche *feld)
 {
-    auto *feld = new Flaeche(form);
     setFrameShape(QFrame::NoFrame);
+    setProperty("fokusring", false); // the field has one
     viewport()->setAutoFillBackground(false);
     auto *zeile = new QHBoxLayout(feld);
-    zeile->setContentsMargins(6, 4, 6, 4);
+    zeile->setContentsMargins(10, 4, 10, 4);
     zeile->addWidget(this, 1);
-    return feld;
+    feld_ = feld;
+    Umranden(false);
+}
+
+void KartenTextBox::Umranden(bool aktiv)
+{
+    if (feld_)
+        feld_->SetUmriss(aktiv ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Feld);
 }
 
 void KartenTextBox::Zeigen(const QString &text, const QTextCharFormat &amAnfang)
@@ -231,6 +239,13 @@ void KartenTextBox::dragMoveEvent(QDragMoveEvent *event)
 // Nobody can answer before the drop is over, and the source must keep its text until then.
 void KartenTextBox::dropEvent(QDropEvent *event)
 {
+    if (MedienNehmen(*event->mimeData())) {
+        QDragLeaveEvent zuEnde;
+        dragLeaveEvent(&zuEnde); // the toolkit shows no caret for it any more
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        return;
+    }
     RichTextBox::dropEvent(event);
     if (!gesperrt_ || !canInsertFromMimeData(event->mimeData()))
         return;
@@ -246,8 +261,23 @@ void KartenTextBox::dropEvent(QDropEvent *event)
     event->accept();
 }
 
+bool KartenTextBox::MedienNehmen(const QMimeData &mime)
+{
+    if (!medien || !medien->Passt(mime))
+        return false;
+    medien->Nehmen(mime);
+    return true;
+}
+
+bool KartenTextBox::canInsertFromMimeData(const QMimeData *source) const
+{
+    return (medien && medien->Passt(*source)) || RichTextBox::canInsertFromMimeData(source);
+}
+
 void KartenTextBox::insertFromMimeData(const QMimeData *source)
 {
+    if (MedienNehmen(*source))
+        return;
     if (!gesperrt_) {
         RichTextBox::insertFromMimeData(source);
         return;

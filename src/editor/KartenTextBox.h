@@ -10,6 +10,7 @@
 namespace paukfix {
 
 class Flaeche;
+class Medienannahme;
 
 // The box of one of a card's texts, which knows whether its writer has changed it.
 //
@@ -22,8 +23,14 @@ class KartenTextBox final : public RichTextBox
 public:
     explicit KartenTextBox(QWidget *parent);
 
-    // Puts the box on a rounded field of its own, a child of `form`, which shows where the keyboard goes.
-    Flaeche *AufFeld(QWidget *form);
+    // Puts the box on a field, alone or first of a line, which shows where the keyboard goes.
+    void AufFeld(Flaeche *feld);
+    // Outlines that field as the one that has the keyboard.
+    void Umranden(bool aktiv);
+
+    // Gets the pictures and sounds that are pasted or dropped; outlives the box. The text stays as it is
+    // then.
+    Medienannahme *medien = nullptr;
 
     // Asks whether a text may lose these. Without an answer it may not.
     std::function<bool(RichTextLosses)> darfVerlieren = [](RichTextLosses) { return false; };
@@ -48,13 +55,16 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
     class Offen;
 
     void Sperren();
+    bool MedienNehmen(const QMimeData &mime);
 
+    Flaeche *feld_ = nullptr;
     RichTextLosses verluste_; // of the text that is locked, or was shown
     bool gesperrt_ = false;
 };

@@ -78,6 +78,12 @@ Antwortart ArtLesen(const Field &feld)
 
 } // namespace
 
+QString Moment(std::size_t welcher)
+{
+    static const std::array<QString, Momente> namen{u"Frage"_s, u"Antwort"_s, u"falscher Antwort"_s};
+    return namen.at(welcher);
+}
+
 Kartenblatt BlattLesen(const CardFieldHandles &felder)
 {
     Kartenblatt blatt;

@@ -38,6 +38,13 @@ inline constexpr Bildlage BildlageVorgabe{9000, 1350, 3600, 2700};
 // answer. Entry 8 stays empty: slot 9 is the topic.
 using Bildnamen = std::array<QString, 9>;
 
+// The moments of a query for which a card names a picture and a sound each, and where they begin in that
+// list.
+inline constexpr std::size_t Momente = 3;
+inline constexpr std::size_t ErsterBildplatz = 0;
+inline constexpr std::size_t ErsterTonplatz = 5;
+QString Moment(std::size_t welcher); // "Frage", "Antwort", "falscher Antwort"
+
 struct Kartenblatt
 {
     QString Frage, Frage_Klartext; // RTF, and plain text with CR LF between lines

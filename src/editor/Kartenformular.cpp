@@ -13,10 +13,9 @@
 #include "Formulardruck.h"
 #include "KartenTextBox.h"
 #include "Kartensuche.h"
-#include "Knopfzeile.h"
 #include "Kopfzeile.h"
+#include "Themenzeile.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -24,7 +23,9 @@
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QTextCursor>
+#include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -34,6 +35,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QColor HellGrau{0xC0, 0xC0, 0xC0};
+constexpr int SchmalesFenster = 800; // pixels
 
 // On paper everything is dark on white, whatever the desktop's colours are.
 QPalette Papier(const QPalette &vorher)
@@ -51,18 +53,20 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
     : QWidget(parent),
       dienste_(dienste),
       verzeichnis_(std::move(verzeichnis)),
-      gitter_(new QGridLayout(this)),
+      zeilen_(new QVBoxLayout(this)),
       kopf_(new Kopfzeile(this)),
-      MFrage_(Benannt(new KartenTextBox(this), u"MFrage"_s, u"Frage"_s)),
-      frageFeld_(MFrage_->AufFeld(this)),
+      frageFeld_(new Flaeche(this)),
+      MFrage_(Benannt(new KartenTextBox(frageFeld_), u"MFrage"_s, u"Frage"_s)),
       art_(new Artwahl(this)),
-      antworten_(new Antworten(StandardFormat(dienste.konfig.schrift), this)),
-      bild_(new Formularbild(this, MFrage_)),
-      hinweise_(Benannt(new QLabel(this), u"Tastenhinweise"_s, u"Tasten"_s))
+      antworten_(new Antworten(StandardFormat(dienste.konfig.schrift),
+                               Kartenfaktor(dienste.konfig.schrift, font()), this)),
+      bild_(new Formularbild(this, MFrage_))
 {
     Benannt(this, u"Formular"_s, u"Karte"_s);
     setAutoFillBackground(true);
-    MFrage_->setMinimumHeight(fontMetrics().lineSpacing() * 5);
+    MFrage_->AufFeld(frageFeld_);
+    MFrage_->SetFaktor(Kartenfaktor(dienste.konfig.schrift, font()));
+    MFrage_->setMinimumHeight(fontMetrics().lineSpacing() * 3);
     MFrage_->installEventFilter(this);
     BoxVerbinden(MFrage_);
     for (KartenTextBox *box : antworten_->Boxen())
@@ -71,23 +75,12 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
     connect(art_, &Artwahl::gewaehlt, this, [this] {
         art_->Zeigen(art_->Art());
         antworten_->ArtZeigen(art_->Art());
+        bild_->Platzieren();
         emit auswahlGeaendert();
     });
     connect(kopf_, &Kopfzeile::nummerEingegeben, this, &Kartenformular::nummerEingegeben);
     connect(kopf_, &Kopfzeile::themaGeaendert, this, &Kartenformular::geaendert);
     connect(bild_, &Formularbild::angefasst, this, &Kartenformular::geaendert);
-    // On a small window a picture must not lie on what one works with.
-    connect(bild_, &Formularbild::gezeigt, this, [this] {
-        for (QWidget *knopf : knoepfe_)
-            knopf->raise();
-        art_->raise();
-    });
-    hinweise_->setAlignment(Qt::AlignCenter);
-    hinweise_->setTextFormat(Qt::PlainText);
-    hinweise_->setText(u"Strg+I speichert   ·   Strg+< vorige Karte   ·   "
-                       u"Strg+Umschalt+> nächste Karte   ·   F3 sucht"_s);
-    hinweise_->setWordWrap(true);
-    PlatzHalten(hinweise_);
     Anordnen();
     FarbenSetzen();
 }
@@ -95,35 +88,34 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
 // The question begins near the top: cards have their pictures there.
 void Kartenformular::Anordnen()
 {
-    gitter_->setContentsMargins(14, 8, 14, 8);
-    gitter_->setSpacing(8);
-    const auto beschriften = [this](int zeile, const QString &text, QWidget *ziel) {
-        QLabel *label = Beschriftung(text, ziel, this);
-        const bool einzeilig = zeile == 0;
-        label->setContentsMargins(0, einzeilig ? 0 : 6, 0, 0);
-        gitter_->addWidget(label, zeile, 0, Qt::AlignRight | (einzeilig ? Qt::AlignVCenter : Qt::AlignTop));
-    };
-    beschriften(0, u"Frage &Nr.:"_s, kopf_->Nummernfeld());
-    gitter_->addWidget(kopf_, 0, 1);
-    beschriften(1, u"&Frage:"_s, MFrage_);
-    gitter_->addWidget(frageFeld_, 1, 1);
-    auto *art = new QHBoxLayout;
-    art->addWidget(art_);
-    art->addStretch(1);
-    gitter_->addLayout(art, 2, 1);
-    beschriften(3, u"&Antwort:"_s, antworten_->Boxen()[0]);
-    gitter_->addWidget(antworten_, 3, 1);
-    gitter_->addWidget(hinweise_, 5, 0, 1, 2);
-    gitter_->setRowStretch(1, 1);
-    gitter_->setRowStretch(3, 1);
+    zeilen_->setContentsMargins(24, 12, 24, 12);
+    zeilen_->setSpacing(0);
+    zeilen_->addWidget(kopf_);
+    zeilen_->addSpacing(10);
+    QLabel *frage = Beschriftung(u"&Frage:"_s, MFrage_, this);
+    zeilen_->addWidget(frage, 0, Qt::AlignLeft);
+    zeilen_->addSpacing(2);
+    zeilen_->addWidget(frageFeld_, 5);
+    zeilen_->addSpacing(8);
+    auto *zwischen = new QHBoxLayout;
+    QLabel *antwort = Beschriftung(u"&Antwort:"_s, antworten_->Boxen()[0], this);
+    zwischen->addWidget(antwort);
+    zwischen->addStretch(1);
+    zwischen->addWidget(art_);
+    zeilen_->addLayout(zwischen);
+    zeilen_->addSpacing(4);
+    zeilen_->addWidget(antworten_, 5);
+    bild_->SetUmgebung({kopf_, frage, antwort, art_}, antworten_);
 }
 
 void Kartenformular::Anfuegen(const Knopfzeile &knoepfe)
 {
-    gitter_->addLayout(knoepfe.zeile, 4, 1);
-    knoepfe_ = knoepfe.Alle();
-    const QList<QWidget *> folge = Felder().first(3)
-                                   << bild_->Box() << art_->Tabfolge() << antworten_->Tabfolge() << knoepfe_;
+    zeilen_->addSpacing(12);
+    zeilen_->addLayout(knoepfe.zeile);
+    knoepfe_ = knoepfe;
+    FarbenSetzen();
+    const QList<QWidget *> folge = kopf_->Tabfolge() << MFrage_ << bild_->Box() << art_->Tabfolge()
+                                                     << antworten_->Tabfolge() << knoepfe.Alle();
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
 }
@@ -174,7 +166,7 @@ void Kartenformular::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
     {
         const QScopedValueRollback zeigt(zeigt_, true);
         pictureNames_ = blatt.pictureNames;
-        kopf_->Zeigen(kopf);
+        KopfZeigen(kopf);
         kopf_->ThemaZeigen(blatt.Thema);
         // What is typed into an empty box comes in the standard font.
         const QTextCharFormat standard = StandardFormat(dienste_.konfig.schrift);
@@ -188,12 +180,15 @@ void Kartenformular::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
 
 void Kartenformular::BilderZeigen()
 {
+    kopf_->DateienZeigen(pictureNames_);
     bild_->Zeigen(pictureNames_, verzeichnis_, dienste_.konfig.ProgrammPfad, dienste_.meldungen);
 }
 
 void Kartenformular::KopfZeigen(const Kartenkopf &kopf)
 {
     kopf_->Zeigen(kopf);
+    if (knoepfe_)
+        knoepfe_->Zeigen(kopf);
 }
 
 QString Kartenformular::Nummer() const
@@ -236,39 +231,24 @@ void Kartenformular::TrefferZeigen(const SearchHit &treffer)
     box->setTextCursor(cursor);
 }
 
-void Kartenformular::Umranden(const KartenTextBox *aktiv)
-{
-    frageFeld_->SetUmriss(aktiv == MFrage_ ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Feld);
-    antworten_->Umranden(aktiv);
-}
-
 void Kartenformular::FarbenSetzen()
 {
-    // Printing leaves the form light grey, on which a dark desktop's text could not be read.
+    // A dark desktop's text could not be read on it.
     if (gedruckt_)
         Faerben(this, {{QPalette::Window, HellGrau}, {QPalette::WindowText, Qt::black}});
-    FarbenAbleiten();
-}
-
-// The colours that the form's own do not tell by themselves.
-void Kartenformular::FarbenAbleiten()
-{
-    const QColor grund = palette().color(QPalette::Window);
-    const QColor text = palette().color(QPalette::WindowText);
-    Faerben(hinweise_, {{QPalette::WindowText, Farben::Leise(text, grund)}});
-    const QColor umriss = UmrissGrund(text, grund);
-    kopf_->FarbenSetzen(palette(), umriss);
-    art_->FarbenSetzen(umriss);
-    antworten_->FarbenSetzen(palette());
+    art_->FarbenSetzen(palette());
+    if (knoepfe_)
+        knoepfe_->platz->setPalette(Farben::Leise(palette()));
 }
 
 void Kartenformular::NebensachenZeigen(bool sichtbar)
 {
-    for (QWidget *knopf : knoepfe_)
-        knopf->setVisible(sichtbar);
+    if (knoepfe_)
+        for (QWidget *knopf : knoepfe_->Alle())
+            knopf->setVisible(sichtbar);
     art_->setVisible(sichtbar);
-    hinweise_->setVisible(sichtbar);
     bild_->SetGriffSichtbar(sichtbar);
+    antworten_->SetGedruckt(!sichtbar);
 }
 
 void Kartenformular::Drucken(const std::function<std::unique_ptr<QPrinter>()> &drucker)
@@ -278,9 +258,13 @@ void Kartenformular::Drucken(const std::function<std::unique_ptr<QPrinter>()> &d
         fokus->clearFocus(); // no caret on paper, and none that moves on when its control is hidden
     NebensachenZeigen(false);
     setPalette(Papier(palette()));
-    FarbenAbleiten();
-    const auto wieDanach = qScopeGuard([this, fokus] {
+    // On paper there is room for all answers.
+    const QSize fenster = size();
+    resize(fenster.expandedTo({0, zeilen_->totalMinimumSize().height()}));
+    zeilen_->activate();
+    const auto wieDanach = qScopeGuard([this, fokus, fenster] {
         NebensachenZeigen(true);
+        resize(fenster);
         if (fokus)
             fokus->setFocus();
         gedruckt_ = true;
@@ -308,8 +292,14 @@ bool Kartenformular::eventFilter(QObject *objekt, QEvent *event)
 void Kartenformular::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    // The window does not ask for the height that the hint takes in two lines.
-    setMinimumHeight(gitter_->minimumHeightForWidth(width()));
+    const int rand = width() < SchmalesFenster ? 12 : 24;
+    zeilen_->setContentsMargins(rand, rand / 2, rand, 12);
+    // Question and answers share what they have, but the answers are seen whole before the question grows.
+    const int beide = frageFeld_->height() + antworten_->height();
+    const int antworten = std::clamp(antworten_->Ganz(), beide / 2, beide * 3 / 5);
+    zeilen_->setStretchFactor(frageFeld_, std::max(beide - antworten, 1));
+    zeilen_->setStretchFactor(antworten_, antworten);
+    zeilen_->activate();
     bild_->Platzieren();
 }
 

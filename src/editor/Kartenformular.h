@@ -5,14 +5,15 @@
 #include "CardEditor.h"
 #include "Dienste.h"
 #include "Druckauftrag.h"
+#include "Knopfzeile.h"
 #include "SearchHit.h"
 
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
-class QGridLayout;
-class QLabel;
+class QVBoxLayout;
 
 namespace paukfix {
 
@@ -22,7 +23,6 @@ class Flaeche;
 class Formularbild;
 class KartenTextBox;
 class Kopfzeile;
-struct Knopfzeile;
 
 // The form of the card editor: holds the controls of a card and knows which of its texts were touched.
 class Kartenformular final : public QWidget, public Kartensicht
@@ -43,6 +43,9 @@ public:
     // The number of the card, as it stands above it.
     QString Nummer() const;
 
+    // The line above the card, with the marks that ask for the dialogs of its files.
+    Kopfzeile *Kopf() const { return kopf_; }
+
     // The card's files. Who changes them says so (BilderZeigen).
     Bildnamen &Dateien() { return pictureNames_; }
 
@@ -54,9 +57,7 @@ public:
     void Anfuegen(const Knopfzeile &knoepfe);
     // What a text is typed or a picture is moved in.
     QList<QWidget *> Felder() const;
-    // Outlines the field of this box as the one that has the keyboard; null for none.
-    void Umranden(const KartenTextBox *aktiv);
-    // The form's own colours, which follow from the desktop's.
+    // Printing leaves the form light grey, also when the desktop's colours change.
     void FarbenSetzen();
 
     // Prints the card as the form shows it, dark on white, without the buttons. From then on the form's
@@ -75,7 +76,6 @@ protected:
 private:
     void Anordnen();
     void BoxVerbinden(KartenTextBox *box);
-    void FarbenAbleiten();
     void NebensachenZeigen(bool sichtbar);
 
     Dienste dienste_;
@@ -84,15 +84,14 @@ private:
     bool zeigt_ = false;    // the form is being filled: nothing is changed by the writer
     bool gedruckt_ = false; // from then on its ground is light grey
 
-    QGridLayout *gitter_;
+    QVBoxLayout *zeilen_;
     Kopfzeile *kopf_;
-    KartenTextBox *MFrage_;
     Flaeche *frageFeld_;
+    KartenTextBox *MFrage_;
     Artwahl *art_;
     Antworten *antworten_;
     Formularbild *bild_;
-    QLabel *hinweise_;
-    QList<QWidget *> knoepfe_; // below the card; with the type no part of what is printed
+    std::optional<Knopfzeile> knoepfe_; // below the card; with the type no part of what is printed
 };
 
 } // namespace paukfix

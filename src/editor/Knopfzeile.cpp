@@ -2,10 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Knopfzeile.h"
 
+#include "CardEditor.h"
 #include "Fensterbau.h"
+#include "Symbole.h"
+#include "Tastenkappe.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
+#include <QStyleOptionButton>
 
 namespace paukfix {
 
@@ -18,36 +23,92 @@ QPushButton *Knopf(QWidget *form, const QString &text, const QString &name, cons
 {
     auto *neu = Benannt(new QPushButton(text, form), name, zugaenglich);
     neu->setToolTip(tipp);
+    neu->setAutoDefault(false);
     PlatzHalten(neu);
+    return neu;
+}
+
+// A button whose caption is drawn as an icon.
+class Pfeilknopf final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void initStyleOption(QStyleOptionButton *option) const override
+    {
+        QPushButton::initStyleOption(option);
+        option->text.clear();
+    }
+};
+
+// A screen reader says the caption, and what it does.
+QPushButton *Pfeil(QWidget *form, Symbole symbol, const QString &zeichen, const QString &name,
+                   const QString &zweck, const QString &tipp)
+{
+    QPushButton *neu = Benannt(new Pfeilknopf(zeichen, form), name, u"%1 %2"_s.arg(zeichen, zweck));
+    neu->setToolTip(tipp);
+    neu->setAutoDefault(false);
+    PlatzHalten(neu);
+    neu->setIcon(Symbol(symbol));
+    neu->setIconSize({20, 20});
+    neu->setFixedWidth(44);
     return neu;
 }
 
 } // namespace
 
 Knopfzeile::Knopfzeile(QWidget *form)
-    : CZZurück(
-          Knopf(form, u"<<"_s, u"CZZurück"_s, u"zurückblättern"_s, u"zurückblättern, solange gedrückt"_s)),
-      CZurück(Knopf(form, u"<"_s, u"CZurück"_s, u"vorige Karte"_s, u"vorige Karte STRG+<"_s)),
-      CVor(Knopf(form, u">"_s, u"CVor"_s, u"nächste Karte"_s, u"nächste Karte STRG + SHIFT + >"_s)),
-      CVVor(Knopf(form, u">>"_s, u"CVVor"_s, u"vorblättern"_s, u"vorblättern, solange gedrückt"_s)),
-      CEOF(Knopf(form, u">>|"_s, u"CEOF"_s, u"neue Karte am Ende"_s, u"neue Karte hinter der letzten"_s)),
+    : CZZurück(Pfeil(form, Symbole::Schnellzurueck, u"<<"_s, u"CZZurück"_s, u"zurückblättern"_s,
+                     u"zurückblättern, solange gedrückt"_s)),
+      CZurück(
+          Pfeil(form, Symbole::Zurueck, u"<"_s, u"CZurück"_s, u"vorige Karte"_s, u"vorige Karte STRG+<"_s)),
+      CVor(Pfeil(form, Symbole::Vor, u">"_s, u"CVor"_s, u"nächste Karte"_s,
+                 u"nächste Karte STRG + SHIFT + >"_s)),
+      CVVor(Pfeil(form, Symbole::Schnellvor, u">>"_s, u"CVVor"_s, u"vorblättern"_s,
+                  u"vorblättern, solange gedrückt"_s)),
+      CEOF(Pfeil(form, Symbole::AnsEnde, u">>|"_s, u"CEOF"_s, u"neue Karte am Ende"_s,
+                 u"neue Karte hinter der letzten"_s)),
       Cadd(Knopf(form, u"&hinzufügen"_s, u"Cadd"_s, u"hinzufügen"_s, u"Karte hinzufügen (STRG+I)"_s)),
       Cback(Knopf(form, u"Zu&rück"_s, u"Cback"_s, u"Zurück"_s, u"den Editor schließen"_s)),
+      platz(new QLabel(form)),
+      tasten(new Tastenkappe(u"[Strg]+[I] speichert"_s, form)),
       zeile(new QHBoxLayout)
 {
-    for (QPushButton *taste : {CZZurück, CZurück, CVor, CVVor, CEOF}) {
-        taste->setMinimumWidth(form->fontMetrics().height() * 3);
-        taste->setMaximumWidth(form->fontMetrics().height() * 4);
-        zeile->addWidget(taste);
-    }
-    zeile->addStretch(1);
-    zeile->addWidget(Cadd);
+    platz->setObjectName(u"Kartenplatz"_s);
+    platz->setTextFormat(Qt::PlainText);
+    platz->setAlignment(Qt::AlignCenter);
+    tasten->setObjectName(u"Tastenhinweise"_s);
+    for (QWidget *label : {static_cast<QWidget *>(platz), static_cast<QWidget *>(tasten)})
+        PlatzHalten(label);
+    Cadd->setProperty("leitend", true);
+    zeile->setSpacing(8);
+    zeile->addWidget(CZZurück);
+    zeile->addWidget(CZurück);
+    zeile->addWidget(platz);
+    zeile->addWidget(CVor);
+    zeile->addWidget(CVVor);
+    zeile->addWidget(CEOF);
+    zeile->addSpacing(12);
+    zeile->addWidget(tasten, 1, Qt::AlignRight | Qt::AlignVCenter);
+    zeile->addSpacing(8);
     zeile->addWidget(Cback);
+    zeile->addWidget(Cadd);
 }
 
 QList<QWidget *> Knopfzeile::Alle() const
 {
-    return {CZZurück, CZurück, CVor, CVVor, CEOF, Cadd, Cback};
+    return {CZZurück, CZurück, CVor, CVVor, CEOF, Cback, Cadd, platz, tasten};
+}
+
+void Knopfzeile::Zeigen(const Kartenkopf &kopf) const
+{
+    if (kopf.neu)
+        platz->setText(u"neu, hinter der letzten"_s);
+    else if (kopf.platz.number > 0)
+        platz->setText(u"Karte %1 von %2"_s.arg(kopf.platz.number).arg(kopf.platz.of));
+    else
+        platz->clear();
 }
 
 } // namespace paukfix

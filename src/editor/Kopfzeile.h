@@ -9,13 +9,14 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace paukfix {
 
 class Themenzeile;
 
 // The line above a card: its number, in which another one is typed to go there, its compartment, "Neue
-// Karte", and its topic.
+// Karte" or how many pictures and sounds it has, and its topic.
 class Kopfzeile final : public QWidget
 {
     Q_OBJECT
@@ -25,6 +26,8 @@ public:
 
     void Zeigen(const Kartenkopf &kopf);
     void ThemaZeigen(const QString &thema);
+    // The card's pictures and sounds are counted; the marks are no part of what is printed.
+    void DateienZeigen(const Bildnamen &namen);
     QString Thema() const;
 
     // What is typed into the number without Enter is not the card's.
@@ -32,16 +35,18 @@ public:
 
     // Puts the caret before `laenge` characters from `stelle` (from 0) on and marks them.
     void ThemaMarkieren(qsizetype stelle, qsizetype laenge);
-    // The colours that follow from the ground it stands on.
-    void FarbenSetzen(const QPalette &form, const QColor &umriss);
 
     QLineEdit *Nummernfeld() const { return MaskFrageNr_; }
 
-    QLineEdit *Themenfeld() const;
+    Themenzeile *Themenfeld() const { return MaskThema_; }
+
+    QList<QWidget *> Tabfolge() const;
 
 signals:
     void nummerEingegeben(const QString &nummer);
     void themaGeaendert();
+    void bilderGewuenscht();
+    void toeneGewuenscht();
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
@@ -50,7 +55,10 @@ private:
     Kartenkopf kopf_; // as it is shown
     QLineEdit *MaskFrageNr_;
     QLabel *MaskFachNr_;
+    QLabel *fachName_;
     QLabel *LabelNeu_;
+    QPushButton *bilder_;
+    QPushButton *toene_;
     Themenzeile *MaskThema_;
     QObject fokuswache_; // goes before the controls do: their going moves the focus
 };

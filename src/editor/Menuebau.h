@@ -20,14 +20,15 @@ inline QMenu *MenueBauen(QMenuBar *leiste, const QString &name, const QString &t
 
 // An entry of this name at the end of the menu, and what it does.
 template <typename Aktion>
-void EintragBauen(QMenu *menue, const QString &name, const QString &text, const QKeySequence &taste,
-                  Aktion aktion)
+QAction *EintragBauen(QMenu *menue, const QString &name, const QString &text, const QKeySequence &taste,
+                      Aktion aktion)
 {
     auto *neu = new QAction(text, menue);
     neu->setObjectName(name);
     neu->setShortcut(taste);
     QObject::connect(neu, &QAction::triggered, menue, aktion);
     menue->addAction(neu);
+    return neu;
 }
 
 } // namespace paukfix

@@ -10,10 +10,15 @@
 #include "Kartenformular.h"
 #include "Kartenlauf.h"
 #include "Knopfzeile.h"
+#include "Kopfzeile.h"
+#include "Medienannahme.h"
 #include "Menuebau.h"
 #include "Soundbearbeiten.h"
+#include "Speicherstand.h"
 #include "Step.h"
 #include "Suchen.h"
+#include "Symbolleiste.h"
+#include "Themenzeile.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -22,6 +27,9 @@
 #include <QScopeGuard>
 #include <QScreen>
 #include <QSessionManager>
+#include <QVBoxLayout>
+
+#include <array>
 
 namespace paukfix {
 
@@ -33,24 +41,24 @@ PFÄndern::PFÄndern(CardStore &kartei, const Dienste &dienste, SearchHit &suche
       kartei_(kartei),
       dienste_(dienste),
       suche_(suche),
+      stand_(new Speicherstand(this)),
+      leiste_(new Symbolleiste(stand_, this)),
       formular_(new Kartenformular(dienste, bilder, this)),
       editor_(kartei, dienste.meldungen, *formular_)
 {
     setObjectName(u"PFÄndern"_s);
     setWindowTitle(u"Merkkasten Ändern"_s);
-    setCentralWidget(formular_);
+    auto *flaeche = new QWidget(this);
+    auto *zeilen = new QVBoxLayout(flaeche);
+    zeilen->setContentsMargins(0, 0, 0, 0);
+    zeilen->setSpacing(0);
+    zeilen->addWidget(leiste_);
+    zeilen->addWidget(formular_, 1);
+    setCentralWidget(flaeche);
     KnoepfeBauen();
     MenueBauen();
-    connect(formular_, &Kartenformular::geaendert, this, [this] { Geaendert(); });
-    // The type and the ticks alone make no new card.
-    connect(formular_, &Kartenformular::auswahlGeaendert, this, [this] {
-        if (!editor_.Neu())
-            Geaendert();
-    });
-    connect(formular_, &Kartenformular::nummerEingegeben, this, [this](const QString &nummer) {
-        lauf_->Beenden();
-        editor_.Springen(nummer);
-    });
+    LeisteBauen();
+    FormularVerbinden();
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
@@ -81,8 +89,6 @@ void PFÄndern::MenueBauen()
 {
     format_ = std::make_unique<Formatmenue>(dienste_, formular_, menuBar());
     connect(format_.get(), &Formatmenue::gewaehlt, this, [this] { lauf_->Beenden(); });
-    connect(format_.get(), &Formatmenue::boxGewechselt, formular_, &Kartenformular::Umranden);
-    formular_->Umranden(nullptr);
 
     QMenu *extras = paukfix::MenueBauen(menuBar(), u"MExtras"_s, u"E&xtras"_s);
     const auto eintrag = [this, extras](const char *name, const QString &text, const QKeySequence &taste,
@@ -102,12 +108,80 @@ void PFÄndern::MenueBauen()
     new Feldtasten(this, formular_->Felder());
 }
 
+void PFÄndern::LeisteBauen()
+{
+    struct Eintrag
+    {
+        const char *name; // of the action; none between groups
+        Symbole symbol;
+    };
+
+    constexpr std::array Eintraege{
+        Eintrag{"MFontFett", Symbole::Fett},
+        Eintrag{"MFontKursiv", Symbole::Kursiv},
+        Eintrag{"MFontUnterstrichen", Symbole::Unterstrichen},
+        Eintrag{nullptr, {}},
+        Eintrag{"MFonthoch", Symbole::Hochgestellt},
+        Eintrag{"MFontNormal", Symbole::Normalstellung},
+        Eintrag{"MFontTief", Symbole::Tiefgestellt},
+        Eintrag{nullptr, {}},
+        Eintrag{"MSchriftart", Symbole::Schrift},
+        Eintrag{"Textfarbe", Symbole::Farbe},
+        Eintrag{"Standardschrift", Symbole::Standardschrift},
+        Eintrag{nullptr, {}},
+        Eintrag{"MBilder", Symbole::Bild},
+        Eintrag{"MTon", Symbole::Ton},
+        Eintrag{nullptr, {}},
+        Eintrag{"MSuchen", Symbole::Suchen},
+        Eintrag{"MDrucken", Symbole::Drucken},
+        Eintrag{"MKopieren", Symbole::Kopieren},
+        Eintrag{"MLöschen", Symbole::Loeschen},
+    };
+    for (const Eintrag &eintrag : Eintraege) {
+        if (eintrag.name)
+            leiste_->Anfuegen(findChild<QAction *>(QString::fromUtf8(eintrag.name)), eintrag.symbol);
+        else
+            leiste_->Gruppe();
+    }
+}
+
+void PFÄndern::FormularVerbinden()
+{
+    connect(formular_, &Kartenformular::geaendert, this, [this] { Geaendert(); });
+    // The type and the ticks alone make no new card.
+    connect(formular_, &Kartenformular::auswahlGeaendert, this, [this] {
+        if (!editor_.Neu())
+            Geaendert();
+    });
+    connect(formular_, &Kartenformular::nummerEingegeben, this, [this](const QString &nummer) {
+        lauf_->Beenden();
+        editor_.Springen(nummer);
+    });
+    connect(formular_->Kopf(), &Kopfzeile::bilderGewuenscht, this, [this] { MBilder_Click(); });
+    connect(formular_->Kopf(), &Kopfzeile::toeneGewuenscht, this, [this] { MTon_Click(); });
+    editor_.cardDirty.gewechselt = [this](bool geaendert) { stand_->Zeigen(geaendert); };
+    formular_->Kopf()->Themenfeld()->themen = [this] {
+        QStringList themen;
+        try {
+            themen = Topics(kartei_.Karten());
+        } catch (const StoreError &) { // nothing is offered
+        }
+        return themen;
+    };
+    auto *annahme =
+        new Medienannahme(kartei_, dienste_.meldungen, formular_->Dateien(), formular_, formular_->Felder());
+    annahme->angenommen = [this] {
+        Geaendert();
+        formular_->BilderZeigen();
+    };
+}
+
 // As large as reads well, and so large that a new card's picture has its place; never larger than the screen.
 void PFÄndern::GroesseWaehlen()
 {
     const int zeile = fontMetrics().height();
     const QSize schirm = screen()->availableSize() * 0.9;
-    resize(QSize(zeile * 56, zeile * 42).expandedTo({900, 620}).boundedTo(schirm));
+    resize(QSize(zeile * 62, zeile * 46).expandedTo({1000, 740}).boundedTo(schirm));
 }
 
 void PFÄndern::Form_Load()
@@ -179,6 +253,7 @@ void PFÄndern::MTon_Click()
 {
     Soundbearbeiten(kartei_, dienste_, Dateien(), this).exec();
     dienste_.ton.Stille();
+    formular_->Kopf()->DateienZeigen(formular_->Dateien());
 }
 
 void PFÄndern::keyPressEvent(QKeyEvent *event)

@@ -19,10 +19,12 @@ namespace paukfix {
 class Formatmenue;
 class Kartenformular;
 class Kartenlauf;
+class Speicherstand;
+class Symbolleiste;
 struct Kartendateien;
 
 // The card editor: walks through the cards of the open card file, changes them and adds new ones. The window
-// arranges form, menu and buttons, and ends it all when it closes.
+// arranges form, menu, icons and buttons, and ends it all when it closes.
 class PFÄndern final : public QMainWindow
 {
 public:
@@ -46,6 +48,8 @@ protected:
 
 private:
     void MenueBauen();
+    void LeisteBauen();
+    void FormularVerbinden();
     void KnoepfeBauen();
     void GroesseWaehlen();
     void Geaendert();
@@ -61,6 +65,8 @@ private:
     CardStore &kartei_;
     Dienste dienste_;
     SearchHit &suche_;
+    Speicherstand *stand_;
+    Symbolleiste *leiste_;
     Kartenformular *formular_;
     CardEditor editor_;
     bool offen_ = false;

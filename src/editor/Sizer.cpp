@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Sizer.h"
 
+#include "Hausfarben.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -16,9 +18,10 @@ Sizer::Sizer(QWidget *parent) : QWidget(parent)
 void Sizer::paintEvent(QPaintEvent *)
 {
     QPainter maler(this);
-    maler.setPen(palette().color(QPalette::Base));
-    maler.setBrush(palette().color(QPalette::Highlight));
-    maler.drawRect(rect().adjusted(0, 0, -1, -1));
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setPen(QPen(palette().color(QPalette::Base), 2));
+    maler.setBrush(HausfarbenZu(palette()).fokus);
+    maler.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
 }
 
 void Sizer::mousePressEvent(QMouseEvent *event)
@@ -33,6 +36,12 @@ void Sizer::mouseMoveEvent(QMouseEvent *event)
 {
     if (event->buttons().testFlag(Qt::LeftButton))
         gezogen(mapToParent(event->position().toPoint()) - griff_);
+}
+
+void Sizer::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        losgelassen();
 }
 
 } // namespace paukfix

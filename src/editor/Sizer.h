@@ -17,11 +17,13 @@ public:
     std::function<void()> gegriffen = [] {};
     // Called while the handle is dragged, with the position it is to have; it does not move by itself.
     std::function<void(QPoint neu)> gezogen = [](QPoint) {};
+    std::function<void()> losgelassen = [] {};
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     QPoint griff_; // where on the handle the mouse took hold

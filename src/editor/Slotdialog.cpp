@@ -5,18 +5,25 @@
 #include "Farben.h"
 #include "Fensterbau.h"
 #include "KurzLabel.h"
+#include "Medienannahme.h"
 #include "Mediendatei.h"
 #include "SafeFile.h"
+#include "Schriftgrade.h"
+#include "Slotkarte.h"
+#include "Slotvorschau.h"
 #include "Step.h"
 
+#include <QClipboard>
 #include <QDir>
-#include <QFileInfo>
-#include <QGridLayout>
-#include <QGroupBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -24,6 +31,14 @@
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize Gewoehnlich{960, 500}; // pixels
+constexpr int Untereinander = 560;     // a narrower window has the slots one under the other
+constexpr int Abstand = 16;
+
+} // namespace
 
 Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartendateien dateien,
                        SlotTexte texte, QWidget *parent)
@@ -35,37 +50,85 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
 {
     setObjectName(texte_.name);
     setWindowTitle(texte_.titel);
+    KartenBauen();
+    KnoepfeBauen();
 
-    auto *rahmen = Benannt(new QGroupBox(texte_.frage, this), u"Frame1"_s, texte_.frage);
-    auto *optionen = new QGridLayout(rahmen);
-    optionen->setHorizontalSpacing(12);
-    optionen->setColumnStretch(1, 1);
-    const QStringList namen{u"&Frage"_s, u"&Antwort"_s, u"fal&scher Antwort"_s};
-    for (int i = 0; i < namen.size(); ++i) {
-        const auto nummer = static_cast<std::size_t>(i);
-        auto *option = Benannt(new QRadioButton(namen[i], rahmen), u"Option%1"_s.arg(i + 1),
-                               QString(namen[i]).remove(u'&'));
-        connect(option, &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
-        Faerben(option, {{QPalette::Window, UmrissGrund(palette().color(QPalette::WindowText),
-                                                        palette().color(QPalette::Window))}});
-        auto *datei = Benannt(new KurzLabel(rahmen), u"Belegung%1"_s.arg(i + 1), {});
-        datei->setTextFormat(Qt::PlainText);
-        datei->setPalette(Farben::Leise(palette()));
-        datei->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
-        datei->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // no name widens the dialog
-        optionen->addWidget(option, i, 0);
-        optionen->addWidget(datei, i, 1);
-        optionen_.at(nummer) = option;
-        belegung_.at(nummer) = datei;
+    auto *frage = new QLabel(texte_.frage, this);
+    frage->setObjectName(u"Frame1"_s);
+    QFont gross = Schriftgrad::In(font(), Schriftgrad::Gross);
+    gross.setWeight(QFont::DemiBold);
+    frage->setFont(gross);
+    auto *nummer = new QLabel(dateien_.frageNr, this);
+    nummer->setObjectName(u"Fragenummer"_s);
+    nummer->setTextFormat(Qt::PlainText);
+    QFont fett = font();
+    fett.setWeight(QFont::DemiBold);
+    nummer->setFont(fett);
+    auto *kopf = new QHBoxLayout;
+    kopf->addWidget(frage);
+    kopf->addStretch(1);
+    kopf->addWidget(new QLabel(u"Fragenr:"_s, this));
+    kopf->addWidget(nummer);
+    auto *knoepfe = new QHBoxLayout;
+    auto *hinweis =
+        new KurzLabel(texte_.art == Medienart::Bild
+                          ? u"Ein Bild, das Sie hierher ziehen, wird neben die Kartei kopiert."_s
+                          : u"Eine Datei, die Sie hierher ziehen, wird neben die Kartei kopiert."_s,
+                      this);
+    hinweis->setPalette(Farben::Leise(palette()));
+    hinweis->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
+    knoepfe->addWidget(cmdÄndern_);
+    knoepfe->addSpacing(Abstand);
+    knoepfe->addWidget(hinweis, 1);
+    knoepfe->addSpacing(Abstand);
+    knoepfe->addWidget(cmdLöschen_);
+    knoepfe->addSpacing(24);
+    knoepfe->addWidget(cmdOK_);
+    auto *alles = new QVBoxLayout(this);
+    alles->setContentsMargins(24, 18, 24, 18);
+    alles->setSpacing(Abstand);
+    alles->addLayout(kopf);
+    alles->addWidget(rolle_, 1);
+    alles->addLayout(knoepfe);
+    setMinimumSize(400, 320);
+    resize(Gewoehnlich.boundedTo((parent ? parent->screen() : screen())->availableSize() * 0.95));
+}
+
+void Slotdialog::KartenBauen()
+{
+    rolle_ = new QScrollArea(this);
+    rolle_->setFrameShape(QFrame::NoFrame);
+    rolle_->setFocusPolicy(Qt::NoFocus);
+    rolle_->setWidgetResizable(true);
+    rolle_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto *flaeche = new QWidget;
+    rolle_->setWidget(flaeche);
+    rolle_->viewport()->setAutoFillBackground(false);
+    flaeche->setAutoFillBackground(false);
+    reihe_ = new QBoxLayout(QBoxLayout::LeftToRight, flaeche);
+    reihe_->setContentsMargins(0, 0, 0, 0);
+    reihe_->setSpacing(Abstand);
+    for (int i = 0; i < static_cast<int>(Momente); ++i) {
+        auto *karte = new Slotkarte(i + 1, texte_.art, flaeche);
+        karten_.at(static_cast<std::size_t>(i)) = karte;
+        // Options of several parents are no group by themselves.
+        karte->Option()->setAutoExclusive(false);
+        connect(karte->Option(), &QRadioButton::clicked, this, [this, i] { Option_Click(i); });
+        karte->geklickt = [karte] { karte->Option()->click(); };
+        karte->gebracht = [this, i](const Medium &medium) { Bringen(i, medium); };
+        karte->anzuhoeren = [this, i] { dienste_.ton.Spielen(Mediendatei(kartei_.KarteiPfad, SlotName(i))); };
+        reihe_->addWidget(karte, 1);
     }
-
-    auto *nummer = Benannt(new QLabel(dateien_.frageNr, this), u"Fragenummer"_s, u"Fragenr"_s);
-    Dateiname_ = Benannt(new KurzLabel(this), u"Dateiname"_s, u"Dateiname"_s);
-    for (QLabel *label : std::initializer_list<QLabel *>{nummer, Dateiname_})
-        label->setTextFormat(Qt::PlainText);
-    Dateiname_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+    Dateiname_ = Benannt(new KurzLabel(this), u"Dateiname"_s, {});
+    Dateiname_->setTextFormat(Qt::PlainText);
+    QFont fett = Schriftgrad::In(font(), Schriftgrad::Klein);
+    fett.setWeight(QFont::DemiBold);
+    Dateiname_->setFont(fett);
     Dateiname_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
 
+void Slotdialog::KnoepfeBauen()
+{
     const auto knopf = [this](const QString &text, const QString &name, auto tun) {
         auto *neu = Benannt(new QPushButton(text, this), name, QString(text).remove(u'&'));
         neu->setAutoDefault(false);
@@ -74,58 +137,31 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
     };
     cmdÄndern_ = knopf(u"&ändern"_s, u"cmdÄndern"_s, [this] { cmdÄndern_Click(); });
     cmdLöschen_ = knopf(u"&löschen"_s, u"cmdLöschen"_s, [this] { cmdLöschen_Click(); });
-    QPushButton *ok = knopf(u"OK"_s, u"cmdOK"_s, [this] { accept(); });
-    ok->setDefault(true);
+    cmdLöschen_->setProperty("loeschend", true);
+    cmdOK_ = knopf(u"OK"_s, u"cmdOK"_s, [this] { accept(); });
+    cmdOK_->setProperty("leitend", true);
+    cmdOK_->setDefault(true);
+}
 
-    auto *kopf = new QHBoxLayout;
-    kopf->setSpacing(6);
-    kopf->addWidget(new QLabel(u"Fragenr:"_s, this));
-    kopf->addWidget(nummer, 1);
-    auto *datei = new QHBoxLayout;
-    datei->setSpacing(6);
-    datei->addWidget(new QLabel(u"Dateiname :"_s, this));
-    datei->addWidget(Dateiname_, 1);
-    auto *knoepfe = new QHBoxLayout;
-    knoepfe->addWidget(cmdÄndern_);
-    knoepfe->addWidget(cmdLöschen_);
-    knoepfe->addStretch(1);
-    knoepfe->addWidget(ok);
-
-    auto *alles = new QVBoxLayout(this);
-    gitter_ = new QGridLayout;
-    gitter_->setHorizontalSpacing(16);
-    gitter_->addLayout(kopf, 0, 0);
-    gitter_->addWidget(rahmen, 1, 0, Qt::AlignTop);
-    gitter_->addLayout(datei, 2, 0);
-    gitter_->addLayout(knoepfe, 3, 0);
-    gitter_->setRowStretch(1, 1);
-    gitter_->setColumnStretch(0, 1);
-    alles->addLayout(gitter_, 1);
+void Slotdialog::Aufbauen()
+{
+    for (int i = 0; i < static_cast<int>(Momente); ++i) {
+        const QString name = SlotName(i);
+        Belegen(*karten_.at(static_cast<std::size_t>(i)),
+                name.isEmpty() ? QString() : Mediendatei(kartei_.KarteiPfad, name));
+    }
     NamenZeigen({});
 }
 
-QString &Slotdialog::SlotName()
+QString &Slotdialog::SlotName(int welche)
 {
-    return dateien_.namen.at(static_cast<std::size_t>(slot_) - 1);
+    return dateien_.namen.at(texte_.ersterPlatz + static_cast<std::size_t>(welche));
 }
 
 void Slotdialog::Option_Click(int welche)
 {
-    slot_ = texte_.ersterSlot + welche;
+    gewaehlt_ = welche;
     SlotZeigen();
-}
-
-// So that one need not choose an option, which asks for a file where there is none, to see what it has.
-void Slotdialog::BelegungZeigen()
-{
-    for (std::size_t i = 0; i < belegung_.size(); ++i) {
-        const QString &name = dateien_.namen.at(static_cast<std::size_t>(texte_.ersterSlot) - 1 + i);
-        const QString text = name.isEmpty() ? u"keine Datei"_s : Kurztext(name);
-        belegung_.at(i)->setText(text);
-        belegung_.at(i)->setToolTip(Kurztext(name).toHtmlEscaped());
-        belegung_.at(i)->setAccessibleName(optionen_.at(i)->accessibleName() + u": "_s + text);
-        optionen_.at(i)->setAccessibleDescription(text);
-    }
 }
 
 // The buttons are there for a slot that names a file.
@@ -133,16 +169,29 @@ void Slotdialog::NamenZeigen(const QString &name)
 {
     Dateiname_->setText(name);
     Dateiname_->setToolTip(Kurztext(name).toHtmlEscaped());
+    Dateiname_->setAccessibleName(name.isEmpty() ? QString() : u"Dateiname: "_s + Kurztext(name));
     cmdÄndern_->setEnabled(!name.isEmpty());
     cmdLöschen_->setEnabled(!name.isEmpty());
-    BelegungZeigen();
+    // The chosen slot shows what it has in these, which an empty one has no use for.
+    Slotvorschau *eigene = EigeneVorschau();
+    Dateiname_->setVisible(!name.isEmpty());
+    if (eigene)
+        eigene->setVisible(!name.isEmpty());
+    for (int i = 0; i < static_cast<int>(Momente); ++i) {
+        Slotkarte *karte = karten_.at(static_cast<std::size_t>(i));
+        const bool hier = i == gewaehlt_;
+        karte->Option()->setChecked(hier);
+        karte->NamenZeigen(SlotName(i));
+        karte->Waehlen(hier, hier && !name.isEmpty() ? eigene : nullptr,
+                       hier && !name.isEmpty() ? Dateiname_ : nullptr);
+    }
 }
 
 void Slotdialog::SlotZeigen()
 {
     NamenZeigen({});
     VorschauLeeren();
-    const QString name = SlotName();
+    const QString name = SlotName(gewaehlt_);
     if (name.isEmpty()) {
         DateiWaehlen();
         return;
@@ -156,6 +205,7 @@ void Slotdialog::DateiWaehlen()
     DateiDialog dialog;
     dialog.titel = texte_.dialog;
     dialog.filter = texte_.filter;
+    dialog.alle = texte_.alle;
     dialog.verzeichnis = kartei_.KarteiPfad;
     const QString gewaehlt = dienste_.dialoge.DateiOeffnen(dialog);
     if (gewaehlt.isEmpty())
@@ -166,12 +216,28 @@ void Slotdialog::DateiWaehlen()
         dienste_.meldungen.Zeigen(texte_.fremd + u" ("_s + kartei_.KarteiPfad + u')');
         return;
     }
-    if (name.isEmpty())
+    if (!name.isEmpty())
+        Zuweisen(name);
+}
+
+void Slotdialog::Bringen(int welche, const Medium &medium)
+{
+    const auto name =
+        MediumAnbieten(medium, static_cast<std::size_t>(welche), kartei_.KarteiPfad, dienste_.meldungen);
+    if (!name)
         return;
+    gewaehlt_ = welche;
+    Zuweisen(*name);
+}
+
+// A file beside the card file becomes that of the chosen slot.
+void Slotdialog::Zuweisen(const QString &name)
+{
     const QString pfad = kartei_.CardPath(name);
     if (!Step(dienste_.meldungen, texte_.fehler, [&] { Annehmen(pfad); }))
         return;
-    SlotName() = name;
+    SlotName(gewaehlt_) = name;
+    Belegen(*karten_.at(static_cast<std::size_t>(gewaehlt_)), pfad);
     NamenZeigen(name);
     dateien_.geaendert();
     Step(dienste_.meldungen, texte_.fehler, [&] { Angenommen(pfad); });
@@ -185,12 +251,35 @@ void Slotdialog::cmdÄndern_Click()
 
 void Slotdialog::cmdLöschen_Click()
 {
-    if (slot_ == 0)
+    if (gewaehlt_ < 0)
         return;
-    SlotName().clear();
+    SlotName(gewaehlt_).clear();
+    Belegen(*karten_.at(static_cast<std::size_t>(gewaehlt_)), {});
     NamenZeigen({});
     VorschauLeeren();
     dateien_.geaendert();
+}
+
+// What is pasted goes to the chosen slot, or to the first where none is.
+void Slotdialog::keyPressEvent(QKeyEvent *event)
+{
+    if (!event->matches(QKeySequence::Paste)) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    const QList<Medium> medien = MedienVon(*QGuiApplication::clipboard()->mimeData());
+    for (const Medium &medium : medien) {
+        if (medium.art != texte_.art)
+            continue;
+        Bringen(std::max(gewaehlt_, 0), medium);
+        return;
+    }
+}
+
+void Slotdialog::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    reihe_->setDirection(width() < Untereinander ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 } // namespace paukfix

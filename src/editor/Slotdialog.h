@@ -4,19 +4,22 @@
 
 #include "Dienste.h"
 #include "Kartenblatt.h"
+#include "Medienkopie.h"
 
 #include <QDialog>
 
 #include <array>
 #include <functional>
 
-class QGridLayout;
-class QRadioButton;
+class QBoxLayout;
 class QPushButton;
+class QScrollArea;
 
 namespace paukfix {
 
 class KurzLabel;
+class Slotkarte;
+class Slotvorschau;
 
 // What a dialog for a card's media files works on.
 struct Kartendateien
@@ -29,18 +32,21 @@ struct Kartendateien
 // In what the dialogs for pictures and for sounds differ.
 struct SlotTexte
 {
-    QString name;     // of the window's object
-    QString titel;    // of the window
-    QString frage;    // above the options
-    QString dialog;   // title of the file dialog
-    QString filter;   // of the file dialog
-    QString fremd;    // the beginning of the message for a file of another directory
-    QString fehler;   // the beginning of the message for a file that cannot be opened
-    int ersterSlot{}; // of the three: question, right answer, wrong answer
+    Medienart art = Medienart::Bild;
+    QString name;                // of the window's object
+    QString titel;               // of the window
+    QString frage;               // above the options
+    QString dialog;              // title of the file dialog
+    QString filter;              // of the file dialog
+    QString alle;                // name of the file dialog's entry for all types
+    QString fremd;               // the beginning of the message for a file of another directory
+    QString fehler;              // the beginning of the message for a file that cannot be opened
+    std::size_t ersterPlatz = 0; // of the three among the names: question, right answer, wrong answer
 };
 
-// Assigns the files of a card's three moments: question, answer, wrong answer. Choosing a moment shows its
-// file, or asks for one where it has none.
+// Assigns the files of a card's three moments: question, answer, wrong answer. All three are seen; choosing a
+// moment shows its file, or asks for one where it has none. A file from elsewhere that is dropped on one, or
+// pasted, is copied beside the card file.
 class Slotdialog : public QDialog
 {
 public:
@@ -48,10 +54,16 @@ public:
                QWidget *parent);
 
 protected:
-    // Shows or plays a file of the card file's directory; throws StoreError where it cannot be opened.
+    // Shows or plays a file of the card file's directory, in the chosen slot; throws StoreError where it
+    // cannot be opened.
     virtual void Vorschau(const QString &pfad) = 0;
+    // What stands in the slot while it is not chosen; an empty path for nothing.
+    virtual void Belegen(Slotkarte &karte, const QString &pfad) = 0;
 
     virtual void VorschauLeeren() {}
+
+    // In place of the chosen slot's own preview; null for none.
+    virtual Slotvorschau *EigeneVorschau() { return nullptr; }
 
     // A file was chosen: before its name is taken (throws for one that is not), and after.
     virtual void Annehmen(const QString &pfad) = 0;
@@ -59,30 +71,36 @@ protected:
 
     const Dienste &Dienst() const { return dienste_; }
 
-    // Column 1 is free for a preview, as high as the rest together.
-    QGridLayout *Gitter() { return gitter_; }
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    // To be called when it is built.
+    void Aufbauen();
 
 private:
+    void KartenBauen();
+    void KnoepfeBauen();
     void Option_Click(int welche);
     void SlotZeigen();
     void DateiWaehlen();
+    void Bringen(int welche, const Medium &medium);
+    void Zuweisen(const QString &name);
     void NamenZeigen(const QString &name);
-    void BelegungZeigen();
     void cmdÄndern_Click();
     void cmdLöschen_Click();
-    QString &SlotName();
+    QString &SlotName(int welche);
 
     const CardStore &kartei_;
     Dienste dienste_;
     Kartendateien dateien_;
     SlotTexte texte_;
-    int slot_ = 0; // 1 to 9; 0 until an option is chosen
-    QGridLayout *gitter_ = nullptr;
-    std::array<QRadioButton *, 3> optionen_{};
-    std::array<KurzLabel *, 3> belegung_{}; // beside each option the file of its slot
-    KurzLabel *Dateiname_ = nullptr;
+    int gewaehlt_ = -1; // 0 to 2; none until an option is chosen
+    std::array<Slotkarte *, Momente> karten_{};
+    QBoxLayout *reihe_ = nullptr; // of the cards
+    QScrollArea *rolle_ = nullptr;
+    KurzLabel *Dateiname_ = nullptr; // of the chosen slot
     QPushButton *cmdÄndern_ = nullptr;
     QPushButton *cmdLöschen_ = nullptr;
+    QPushButton *cmdOK_ = nullptr;
 };
 
 } // namespace paukfix

@@ -2,10 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Soundbearbeiten.h"
 
-#include "StoreError.h"
-#include "WaveFile.h"
-
-#include <QFileInfo>
+#include "Klangpruefung.h"
+#include "Slotkarte.h"
 
 namespace paukfix {
 
@@ -15,14 +13,16 @@ namespace {
 
 SlotTexte Texte()
 {
-    return {u"Soundbearbeiten"_s,
+    return {Medienart::Ton,
+            u"Soundbearbeiten"_s,
             u"Sound bearbeiten"_s,
             u"Sound abspielen bei:"_s,
             u"Sounddatei öffnen"_s,
             u"Audiodateien (*.wav)|*.wav"_s,
+            {},
             u"Bitte nur Dateien aus dem gleichen Verzeichnis wie die Merkkasten"_s,
             u"Fehler beim Soundöffnen: "_s,
-            6};
+            ErsterTonplatz};
 }
 
 } // namespace
@@ -31,6 +31,7 @@ Soundbearbeiten::Soundbearbeiten(const CardStore &kartei, const Dienste &dienste
                                  QWidget *parent)
     : Slotdialog(kartei, dienste, std::move(dateien), Texte(), parent)
 {
+    Aufbauen();
 }
 
 void Soundbearbeiten::Vorschau(const QString &pfad)
@@ -39,13 +40,17 @@ void Soundbearbeiten::Vorschau(const QString &pfad)
     Dienst().ton.Spielen(pfad);
 }
 
-// What the player itself says of a file comes too late for the slot.
+void Soundbearbeiten::Belegen(Slotkarte &karte, const QString &pfad)
+{
+    if (pfad.isEmpty())
+        karte.DauerZeigen(std::nullopt);
+    else
+        karte.DauerZeigen(Klanglaenge(pfad));
+}
+
 void Soundbearbeiten::Annehmen(const QString &pfad)
 {
-    if (!QFileInfo(pfad).isFile())
-        throw StoreError(Fehler::DateiNichtGefunden, u"Datei nicht gefunden: „%1“"_s.arg(pfad));
-    if (!IsWave(pfad.toStdString()))
-        throw StoreError(Fehler::UngueltigerKlang, u"Keine WAV-Datei: „%1“"_s.arg(pfad));
+    KlangPruefen(pfad);
 }
 
 void Soundbearbeiten::Angenommen(const QString &pfad)

@@ -6,10 +6,6 @@
 
 namespace paukfix {
 
-namespace Fehler {
-inline constexpr int UngueltigerKlang = 321; // no wave file, or damaged
-} // namespace Fehler
-
 // The dialog for the sounds of a card; the preview is heard.
 class Soundbearbeiten final : public Slotdialog
 {
@@ -19,6 +15,7 @@ public:
 
 private:
     void Vorschau(const QString &pfad) override;
+    void Belegen(Slotkarte &karte, const QString &pfad) override;
     void Annehmen(const QString &pfad) override;
     void Angenommen(const QString &pfad) override;
 };

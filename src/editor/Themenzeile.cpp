@@ -4,7 +4,9 @@
 
 #include "Kurztext.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QCompleter>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QGuiApplication>
@@ -12,10 +14,31 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QStringListModel>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+Themenzeile::Themenzeile(QWidget *parent) : QLineEdit(parent), vorschlaege_(new QStringListModel(this))
+{
+    auto *ergaenzer = new QCompleter(vorschlaege_, this);
+    ergaenzer->setCaseSensitivity(Qt::CaseInsensitive);
+    ergaenzer->setFilterMode(Qt::MatchContains);
+    ergaenzer->popup()->setAccessibleName(u"Themen der Kartei"_s);
+    setCompleter(ergaenzer);
+    // The toolkit sets the text of a proposal as the program would.
+    for (const auto &weg : {qOverload<const QString &>(&QCompleter::activated),
+                            qOverload<const QString &>(&QCompleter::highlighted)})
+        connect(ergaenzer, weg, this, &QLineEdit::textEdited);
+}
+
+void Themenzeile::focusInEvent(QFocusEvent *event)
+{
+    if (event->reason() != Qt::PopupFocusReason)
+        vorschlaege_->setStringList(themen());
+    QLineEdit::focusInEvent(event);
+}
 
 void Themenzeile::Zeigen(const QString &thema)
 {

@@ -5,13 +5,21 @@
 #include <QClipboard>
 #include <QLineEdit>
 
+#include <functional>
+
+class QStringListModel;
+
 namespace paukfix {
 
-// The line of a card's topic. Text of several lines that comes into it becomes one, by whatever road.
+// The line of a card's topic. Text of several lines that comes into it becomes one, by whatever road. While
+// one types, the topics that contain what is typed are offered; one that is taken is an edit like any other.
 class Themenzeile final : public QLineEdit
 {
 public:
-    using QLineEdit::QLineEdit;
+    explicit Themenzeile(QWidget *parent);
+
+    // What is offered; asked whenever the keyboard comes here.
+    std::function<QStringList()> themen = [] { return QStringList(); };
 
     // The topic as the record has it. One that is far too long is shown with its beginning and stays as it
     // is.
@@ -20,6 +28,7 @@ public:
     QString Thema() const { return isReadOnly() ? thema_ : text(); }
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -30,6 +39,7 @@ private:
     void SchrittBeginnen();
 
     QString thema_;
+    QStringListModel *vorschlaege_;
 };
 
 } // namespace paukfix

@@ -124,6 +124,13 @@ std::optional<std::vector<Uint8>> ReadFile(const std::string &path)
 
 } // namespace
 
+double Seconds(const Wave &wave)
+{
+    const int frame = SDL_AUDIO_BITSIZE(wave.spec.format) / 8 * wave.spec.channels;
+    const double bytesPerSecond = static_cast<double>(frame) * wave.spec.freq;
+    return bytesPerSecond > 0 ? static_cast<double>(wave.length) / bytesPerSecond : 0;
+}
+
 void Wave::Release::operator()(Uint8 *wave) const
 {
     LoadSdl()->FreeWAV(wave);

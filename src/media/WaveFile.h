@@ -25,6 +25,9 @@ struct Wave
     size_t length = 0; // bytes
 };
 
+// How long it plays.
+double Seconds(const Wave &wave);
+
 // What of a wave is played at most, in bytes of samples: twelve minutes of stereo in CD quality. The rest of
 // a longer one is not read, whatever its header says.
 inline constexpr size_t MaxWaveBytes = size_t{128} * 1024 * 1024;

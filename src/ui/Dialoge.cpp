@@ -23,6 +23,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -34,7 +36,7 @@ QString Ausfuehren(QFileDialog &fenster, const DateiDialog &dialog)
     static Dateisymbole symbole; // the dialog's model asks it as long as the dialog lives
     fenster.setIconProvider(&symbole);
     fenster.setObjectName(u"CommonDialog1"_s);
-    fenster.setNameFilters(ToolkitFilter(dialog.filter).split(u";;"_s, Qt::SkipEmptyParts));
+    fenster.setNameFilters(Dateitypen(dialog));
     fenster.setDefaultSuffix(dialog.endung);
     if (!dialog.vorgabe.isEmpty())
         fenster.selectFile(QDir(dialog.verzeichnis).filePath(dialog.vorgabe));
@@ -213,6 +215,20 @@ QString ToolkitFilter(const QString &filter)
         ergebnis << name + u" ("_s + muster.simplified() + u')';
     }
     return ergebnis.join(u";;"_s);
+}
+
+QStringList Dateitypen(const DateiDialog &dialog)
+{
+    QStringList typen = ToolkitFilter(dialog.filter).split(u";;"_s, Qt::SkipEmptyParts);
+    if (dialog.alle.isEmpty())
+        return typen;
+    std::ranges::reverse(typen);
+    const QStringList teile = dialog.filter.split(u'|');
+    QStringList muster;
+    for (qsizetype i = teile.size() - 1; i > 0; i -= 2)
+        muster << teile[i];
+    typen.prepend(u"%1 (%2)"_s.arg(dialog.alle, muster.join(u' ')));
+    return typen;
 }
 
 } // namespace paukfix

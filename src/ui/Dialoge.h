@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -16,6 +17,8 @@ struct DateiDialog
 {
     QString titel;
     QString filter;
+    QString alle = {};                // of types: the list begins with all of them under this name,
+                                      // and goes on from the last to the first
     QString verzeichnis = {};         // where the dialog starts
     QString endung = {};              // without the dot; joined to a name that is typed without one
     QString vorgabe = {};             // file name that is offered
@@ -57,5 +60,8 @@ public:
 
 // The filter in the toolkit's notation: "Bitmaps (*.bmp);;JPEG (*.jpg)".
 QString ToolkitFilter(const QString &filter);
+
+// The types that the dialog lists, in that notation.
+QStringList Dateitypen(const DateiDialog &dialog);
 
 } // namespace paukfix

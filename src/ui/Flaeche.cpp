@@ -22,7 +22,6 @@ void Flaeche::SetUmriss(Umriss umriss)
 
 void Flaeche::paintEvent(QPaintEvent *)
 {
-    constexpr qreal Radius = 8;
     const QColor grund = palette().color(backgroundRole());
     const Hausfarben &farben = HausfarbenZu(palette());
     QPen stift(Farben::Getoent(palette().color(foregroundRole()), grund, 0.25));

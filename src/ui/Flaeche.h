@@ -23,7 +23,11 @@ public:
 
     explicit Flaeche(QWidget *parent, QPalette::ColorRole grund = QPalette::Base);
 
+    static constexpr qreal Radius = 8; // pixels
+
     void SetUmriss(Umriss umriss);
+
+    Umriss UmrissJetzt() const { return umriss_; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -230,8 +230,15 @@ private slots:
         const QSize bild = b.Bild()->size();
         const auto geht = [&](const QPoint &ort) {
             b.Bild()->move(200, 100);
-            b.Ziehen(b.Bild(), ort - b.Bild()->pos());
-            return b.Bild()->pos() == ort;
+            const QPoint mitte = b.Bild()->rect().center();
+            QTest::mousePress(b.Bild(), Qt::LeftButton, {}, mitte);
+            const QPoint wohin = form->mapToGlobal(ort + mitte);
+            QMouseEvent zug(QEvent::MouseMove, b.Bild()->mapFromGlobal(wohin), wohin, Qt::NoButton,
+                            Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(b.Bild(), &zug);
+            const bool dort = b.Bild()->pos() == ort;
+            QTest::mouseRelease(b.Bild(), Qt::LeftButton, {}, mitte);
+            return dort;
         };
         QVERIFY(geht({11, 11}));
         QVERIFY(!geht({10, 11}));
