@@ -51,8 +51,9 @@ Antworten::Antworten(const QTextCharFormat &standard, double faktor, QWidget *pa
         connect(kreuz, &QCheckBox::clicked, this, &Antworten::kreuzGeaendert);
         connect(kreuz, &QCheckBox::toggled, this, [this, i] { FeldZeigen(i); });
         connect(box, &QTextEdit::textChanged, this, [this, i] { FeldZeigen(i); });
+        kreuz->setMinimumHeight(zeile_ - 10); // as high as the first line, beside which it stands
         feld->layout()->addWidget(kreuz);
-        feld->layout()->setAlignment(kreuz, Qt::AlignTop); // beside the first line
+        feld->layout()->setAlignment(kreuz, Qt::AlignTop);
         feld->setMinimumHeight(zeile_);
         zeilen_->addWidget(feld, static_cast<int>(i), 0);
         Antwort_[i] = box;

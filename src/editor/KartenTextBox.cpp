@@ -240,6 +240,8 @@ void KartenTextBox::dragMoveEvent(QDragMoveEvent *event)
 void KartenTextBox::dropEvent(QDropEvent *event)
 {
     if (MedienNehmen(*event->mimeData())) {
+        QDragLeaveEvent zuEnde;
+        dragLeaveEvent(&zuEnde); // the toolkit shows no caret for it any more
         event->setDropAction(Qt::CopyAction);
         event->accept();
         return;

@@ -265,7 +265,6 @@ void Kartenformular::Drucken(const std::function<std::unique_ptr<QPrinter>()> &d
     const auto wieDanach = qScopeGuard([this, fokus, fenster] {
         NebensachenZeigen(true);
         resize(fenster);
-        setPalette({});
         if (fokus)
             fokus->setFocus();
         gedruckt_ = true;

@@ -135,6 +135,18 @@ private slots:
                  });
     }
 
+    void TheFileDialogBeginsWithAllPicturesAndThenJpeg()
+    {
+        Bildbuehne b(DreiKarten());
+        b.Zeigen();
+        b.Dialog("MBilder", u"Bildbearbeiten"_s, [&](QWidget &dialog) {
+            Hand(dialog).Klick("Option1");
+            dialog.close();
+        });
+        QCOMPARE(Dateitypen(b.dialoge.gefragt.at(0)),
+                 (QStringList{u"JPEG und Bitmaps (*.jpg *.bmp)"_s, u"JPEG (*.jpg)"_s, u"Bitmaps (*.bmp)"_s}));
+    }
+
     void ALongNameDoesNotWidenTheDialog()
     {
         CardRecord card = MakeCard(1, 0, 1);
