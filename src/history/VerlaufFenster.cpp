@@ -89,7 +89,7 @@ QBoxLayout *VerlaufFenster::KopfBauen(const QString &kartei)
     name->setToolTip(kartei);
 
     auto *kopf = new QHBoxLayout;
-    kopf->setSpacing(4);
+    kopf->setSpacing(8);
     kopf->addWidget(name, 1);
     zeitraum_ = new QButtonGroup(this);
     constexpr std::array<const char16_t *, 3> Namen{u"&30 Tage", u"&12 Wochen", u"&alles"};
@@ -147,8 +147,9 @@ void VerlaufFenster::InhaltBauen()
     ansicht_->verticalHeader()->hide();
     QHeaderView *kopf = ansicht_->horizontalHeader();
     kopf->setSectionResizeMode(QHeaderView::Stretch);
-    kopf->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    kopf->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"erledigt  "_s));
+    for (const int breit : {0, tabelle_->columnCount() - 1})
+        kopf->setSectionResizeMode(breit, QHeaderView::ResizeToContents);
+    kopf->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"Fach 00"_s));
     kopf->setMinimumHeight(fontMetrics().height() * 2);
     kopf->setHighlightSections(false);
     connect(new QShortcut(QKeySequence::Copy, ansicht_, nullptr, nullptr, Qt::WidgetShortcut),

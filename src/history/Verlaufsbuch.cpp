@@ -70,15 +70,15 @@ void Verlaufsbuch::Nachsehen()
         box_.abdruck = {};
         box_.sitzung = beginn;
         if (beginn.isValid() && offen_ != pfad) {
-            mitschriften_.clear();
+            sitzungen_ = {};
             offen_ = pfad;
             box_.pfad = QFileInfo(pfad).canonicalFilePath();
         }
     }
     if (!beginn.isValid())
         return;
-    mitschriften_[beginn].Sehen(clock_.Now().date(), kartei_.sitzung.RichtigZaehler(),
-                                kartei_.sitzung.FalschZaehler(), Gezaehlt(kartei_.FachInfo));
+    sitzungen_.Sehen(beginn, clock_.Now().date(), kartei_.sitzung.RichtigZaehler(),
+                     kartei_.sitzung.FalschZaehler(), Gezaehlt(kartei_.FachInfo));
     if (!ruhe_.isActive())
         ruhe_.start();
 }
@@ -105,7 +105,7 @@ void Verlaufsbuch::Schreiben()
     ruhe_.stop();
     if (!box_.sitzung.isValid())
         return;
-    Tagesaenderungen neu = mitschriften_[box_.sitzung].Abholen();
+    Tagesaenderungen neu = sitzungen_.Abholen();
     AbdruckNehmen();
     {
         const QMutexLocker sperre(&schloss_);

@@ -4,14 +4,12 @@
 
 #include "CardStore.h"
 #include "Clock.h"
-#include "Mitschrift.h"
+#include "Sitzungsfolge.h"
 #include "VerlaufDatei.h"
 
 #include <QMutex>
 #include <QThreadPool>
 #include <QTimer>
-
-#include <map>
 
 namespace paukfix {
 
@@ -57,9 +55,7 @@ private:
     QString offen_;              // the path of the box as it was opened
     Verlaufsbox box_;            // of the session that is written down; without a beginning there is none
     std::optional<int> gesehen_; // how many cards the box had when its print was taken
-    // Of all sessions of that file by their beginnings: what is taken back may lie before it was opened
-    // again.
-    std::map<QDateTime, Mitschrift> mitschriften_;
+    Sitzungsfolge sitzungen_;    // of the box that was opened last
     QTimer ruhe_;
     QMutex schloss_; // of the next two
     std::vector<Verlaufseintrag> wartend_;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Mitschrift.h"
-
+#include "Sitzungsfolge.h"
 #include "TestProgram.h"
 
 using namespace paukfix;
