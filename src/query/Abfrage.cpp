@@ -113,6 +113,18 @@ std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall)
     return folge;
 }
 
+QString Wohin(int fach, bool richtig)
+{
+    constexpr int Erledigt = 6;
+    const int ziel = ZielFach(fach, richtig);
+    if (ziel == Erledigt)
+        return u"Die Karte ist vorerst erledigt."_s;
+    if (ziel == fach)
+        return u"Die Karte bleibt in Fach %1."_s.arg(ziel);
+    return richtig ? u"Die Karte steigt in Fach %1 auf."_s.arg(ziel)
+                   : u"Die Karte geht in Fach %1."_s.arg(ziel);
+}
+
 const QString &BildNachUrteil(const Abfragekarte &karte, bool richtig)
 {
     return richtig || karte.Medium[3].isEmpty() ? karte.Medium[2] : karte.Medium[3];

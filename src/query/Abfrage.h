@@ -61,6 +61,9 @@ bool KreuzeRichtig(const Kreuze &kreuze, const Kreuze &loesung);
 // A random order of the answer lines: line i takes the place that line [i] had.
 std::array<int, AntwortAnzahl> AntwortenMischen(Zufall &zufall);
 
+// Where a card of compartment `fach` goes, in a sentence.
+QString Wohin(int fach, bool richtig);
+
 // The card's own picture and sound for a verdict; empty where it has none.
 const QString &BildNachUrteil(const Abfragekarte &karte, bool richtig);
 const QString &KlangNachUrteil(const Abfragekarte &karte, bool richtig);

@@ -2,35 +2,57 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Abfrageteile.h"
 
-#include "Farben.h"
+#include "Hausfarben.h"
 
-#include <QLabel>
+#include <QFontInfo>
 
 namespace paukfix {
 
-void TextFaerben(QWidget *widget, const QColor &farbe)
-{
-    Faerben(widget, {{widget->foregroundRole(), farbe}});
-}
+namespace {
 
-void UmrissFaerben(QWidget *knopf)
-{
-    const QPalette farben = knopf->palette();
-    Faerben(knopf,
-            {{QPalette::Window, UmrissGrund(farben.color(QPalette::Text), farben.color(QPalette::Base))}});
-}
+constexpr double Standardgroesse = 10; // points
+
+} // namespace
 
 QLabel *Beschriftung(QWidget *eltern, const QString &text)
 {
     auto *label = new QLabel(text, eltern);
     label->setTextFormat(Qt::PlainText);
-    Schriftgroesse(label, 0.9);
+    label->setFont(Schriftgrad::In(eltern->font(), Schriftgrad::Klein));
+    label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }
 
-void LeiseFaerben(QLabel *label, const QColor &grund)
+void HalbfettSetzen(QWidget *widget)
 {
-    TextFaerben(label, Farben::Leise(label->parentWidget()->palette().color(QPalette::WindowText), grund));
+    QFont schrift = widget->font();
+    schrift.setWeight(QFont::DemiBold);
+    widget->setFont(schrift);
+}
+
+double Kartenfaktor(const QFont &fenster, double grad)
+{
+    return QFontInfo(fenster).pointSizeF() * grad / Standardgroesse;
+}
+
+QFont Kartenschrift(QFont fenster)
+{
+    fenster.setPointSizeF(Standardgroesse);
+    return fenster;
+}
+
+QPalette Kartenpalette(const QPalette &fenster)
+{
+    const Hausfarben &farben = HausfarbenZu(fenster);
+    QPalette palette = fenster;
+    for (const auto gruppe : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(gruppe, QPalette::Window, farben.karte);
+        palette.setColor(gruppe, QPalette::Base, farben.feld);
+        palette.setColor(gruppe, QPalette::WindowText, farben.tinte);
+        palette.setColor(gruppe, QPalette::Text, farben.tinte);
+        palette.setColor(gruppe, QPalette::PlaceholderText, farben.leiseTinte);
+    }
+    return palette;
 }
 
 } // namespace paukfix

@@ -98,13 +98,8 @@ void Fensterplatz::Waehlen(const Fensterlage &lage, Kartenflaeche &karte)
         Anordnen(fenster_);
         return std::max(inhalt.minimumSize().height(), inhalt.minimumHeightForWidth(groesse.width()));
     };
-    if (const QRect bild = karte.Bildbedarf(); !bild.isEmpty()) {
-        const bool nebenDerFrage = bild.top() < groesse.height() / 3;
-        const QSize bedarf = QSize(bild.right(), bild.bottom()) + QSize(zeile * 6, zeile * 8);
-        groesse = groesse.expandedTo(bedarf).boundedTo(hoechstens);
-        if (nebenDerFrage)
-            karte.FrageNebenBild(std::max(0, hoechstens.height() - mindestHoehe()));
-    }
+    if (const QSize bild = karte.Bildbedarf(); !bild.isEmpty())
+        groesse = groesse.expandedTo(bild + QSize(zeile * 6, zeile * 18)).boundedTo(hoechstens);
     groesse = groesse.expandedTo({inhalt.minimumSize().width(), mindestHoehe()});
     fenster_.resize(lage.groesse ? groesse : groesse.boundedTo(hoechstens));
     if (!platz)

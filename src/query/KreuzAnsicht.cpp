@@ -3,17 +3,15 @@
 #include "KreuzAnsicht.h"
 
 #include "Abfrageteile.h"
-#include "Farben.h"
-#include "Flaeche.h"
+#include "KreuzZeile.h"
 #include "RichTextBox.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScrollBar>
-#include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -22,79 +20,34 @@ using namespace Qt::StringLiterals;
 
 KreuzAnsicht::KreuzAnsicht(QWidget *eltern) : AntwortAnsicht(eltern)
 {
-    titel_ = Beschriftung(this, u"Was trifft zu?"_s);
-    Label4_ = Benannt(Beschriftung(this, u"richtig"_s), u"Label4"_s, u"Richtige Antworten"_s);
-    PlatzHalten(Label4_);
+    titel_ = Beschriftung(this, u"Ihre Wahl: Was trifft zu?"_s);
+    Label4_ = Beschriftung(this, u"richtig"_s);
+    Label4_->setObjectName(u"Label4"_s);
     Label4_->hide();
-    auto *kopf = new QHBoxLayout;
-    kopf->addWidget(titel_, 1);
-    kopf->addWidget(Label4_);
-
-    spalte_ = new QVBoxLayout(this);
-    spalte_->setContentsMargins(0, 0, 0, 0);
-    spalte_->setSpacing(4);
-    spalte_->addLayout(kopf);
     for (std::size_t i = 0; i < zeilen_.size(); ++i) {
-        zeilen_[i] = ZeileBauen(i);
-        spalte_->addWidget(zeilen_[i].flaeche);
+        auto *zeile = zeilen_[i] = new KreuzZeile(i, this);
+        zeile->installEventFilter(this);
+        zeile->Kreuz()->installEventFilter(this);
+        zeile->Text()->viewport()->installEventFilter(this);
+        connect(zeile->Kreuz(), &QCheckBox::clicked, this, [this] { Check1_Click(); });
         zeileAmPlatz_[i] = i;
     }
 }
 
-KreuzAnsicht::Zeile KreuzAnsicht::ZeileBauen(std::size_t i)
-{
-    Zeile neu;
-    neu.flaeche = new Flaeche(this);
-    neu.flaeche->installEventFilter(this);
-    neu.kreuz = Benannt(new QCheckBox(neu.flaeche), Name("Check1", i), {});
-    neu.kreuz->installEventFilter(this);
-    connect(neu.kreuz, &QCheckBox::clicked, this, [this] { Check1_Click(); });
-    neu.text = Benannt(new RichTextBox(neu.flaeche), Name("Antwort", i), {});
-    neu.text->setReadOnly(true);
-    neu.text->setTextInteractionFlags(Qt::NoTextInteraction);
-    neu.text->setFocusPolicy(Qt::NoFocus);
-    neu.text->setFrameShape(QFrame::NoFrame);
-    neu.text->viewport()->setAutoFillBackground(false);
-    neu.text->viewport()->installEventFilter(this);
-    neu.text->SetHoechstens(4);
-    neu.richtig = Benannt(new QCheckBox(neu.flaeche), Name("Check2", i), {});
-    neu.richtig->setFocusPolicy(Qt::NoFocus);
-    neu.richtig->setAttribute(Qt::WA_TransparentForMouseEvents);
-    PlatzHalten(neu.richtig);
-    neu.richtig->hide();
-
-    auto *zeile = new QHBoxLayout(neu.flaeche);
-    zeile->setContentsMargins(10, 2, 10, 2);
-    zeile->addWidget(neu.kreuz);
-    zeile->addWidget(neu.text, 1);
-    zeile->addWidget(neu.richtig);
-    return neu;
-}
-
 QWidget *KreuzAnsicht::Erste() const
 {
-    return zeilen_[0].text;
+    return zeilen_[0]->Text();
 }
 
 void KreuzAnsicht::Zeigen(const Abfragekarte &karte)
 {
     aufgeloest_ = false;
     leertaste_ = false;
-    Schriftgroesse(titel_, 0.9);
-    Schriftgroesse(Label4_, 0.9);
+    for (QLabel *label : {titel_, Label4_})
+        label->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     Label4_->hide();
-    for (std::size_t i = 0; i < zeilen_.size(); ++i) {
-        const Zeile &zeile = zeilen_[i];
-        zeile.flaeche->setPalette({});
-        Schriftgroesse(zeile.text, 1);
-        zeile.text->ZeigeRichText(karte.Antwort[i]);
-        zeile.kreuz->setChecked(false);
-        zeile.kreuz->setDown(false);
-        zeile.kreuz->setFocusPolicy(Qt::StrongFocus);
-        zeile.kreuz->setAttribute(Qt::WA_TransparentForMouseEvents, false);
-        zeile.richtig->setChecked(false);
-        zeile.richtig->hide();
-    }
+    for (std::size_t i = 0; i < zeilen_.size(); ++i)
+        zeilen_[i]->Zeigen(karte.Antwort[i]);
     Mischen({0, 1, 2, 3, 4});
 }
 
@@ -102,39 +55,61 @@ void KreuzAnsicht::Mischen(const std::array<int, AntwortAnzahl> &folge)
 {
     for (std::size_t i = 0; i < folge.size(); ++i)
         zeileAmPlatz_[static_cast<std::size_t>(folge[i])] = i;
-    for (std::size_t platz = 0; platz < zeileAmPlatz_.size(); ++platz) {
-        const Zeile &zeile = zeilen_[zeileAmPlatz_[platz]];
-        const int stelle = static_cast<int>(platz) + 1; // below the title
-        if (spalte_->indexOf(zeile.flaeche) != stelle) {
-            spalte_->removeWidget(zeile.flaeche);
-            spalte_->insertWidget(stelle, zeile.flaeche);
-        }
-        const QString name = u"Antwort %1"_s.arg(platz + 1);
-        zeile.text->setAccessibleName(name);
-        zeile.kreuz->setText(QString::number(platz + 1));
-        zeile.kreuz->setAccessibleName(u"%1: %2"_s.arg(name, zeile.text->PlainText()));
-        zeile.richtig->setAccessibleName(name + u" ist richtig"_s);
-    }
+    for (std::size_t platz = 0; platz < zeileAmPlatz_.size(); ++platz)
+        zeilen_[zeileAmPlatz_[platz]]->SetPlatz(static_cast<int>(platz));
+    Anordnen();
 }
 
 Antwort KreuzAnsicht::Gegeben() const
 {
     Kreuze kreuze{};
     for (std::size_t i = 0; i < kreuze.size(); ++i)
-        kreuze[i] = zeilen_[i].kreuz->isChecked();
+        kreuze[i] = zeilen_[i]->Angekreuzt();
     return kreuze;
 }
 
-void KreuzAnsicht::Aufloesen(const Abfragekarte &karte)
+void KreuzAnsicht::Aufloesen(const Abfragekarte &karte, bool /*vergleichen*/)
 {
     aufgeloest_ = true;
     Label4_->show();
-    for (std::size_t i = 0; i < zeilen_.size(); ++i) {
-        zeilen_[i].richtig->setChecked(karte.Antwort_ch[i]);
-        zeilen_[i].richtig->show();
-        // From here on the ticks are to be read only.
-        zeilen_[i].kreuz->setFocusPolicy(Qt::NoFocus);
-        zeilen_[i].kreuz->setAttribute(Qt::WA_TransparentForMouseEvents);
+    for (std::size_t i = 0; i < zeilen_.size(); ++i)
+        zeilen_[i]->Aufloesen(karte.Antwort_ch[i]);
+}
+
+int KreuzAnsicht::Hoehe(int breite) const
+{
+    int hoehe = titel_->sizeHint().height();
+    for (const KreuzZeile *zeile : zeilen_)
+        hoehe += abstand_ + zeile->Hoehe(breite);
+    return hoehe;
+}
+
+void KreuzAnsicht::SetKompakt(bool kompakt)
+{
+    for (KreuzZeile *zeile : zeilen_)
+        zeile->SetKompakt(kompakt);
+    abstand_ = kompakt ? 3 : 4;
+    Anordnen();
+}
+
+void KreuzAnsicht::resizeEvent(QResizeEvent *event)
+{
+    AntwortAnsicht::resizeEvent(event);
+    Anordnen();
+}
+
+void KreuzAnsicht::Anordnen()
+{
+    constexpr int Rand = 12; // of the titles, over the ticks
+    const QSize rechts = Label4_->sizeHint();
+    int oben = titel_->sizeHint().height();
+    titel_->setGeometry(Rand, 0, width() - 2 * Rand - rechts.width(), oben);
+    Label4_->setGeometry(width() - Rand - rechts.width(), 0, rechts.width(), oben);
+    for (const std::size_t i : zeileAmPlatz_) {
+        const int hoehe = zeilen_[i]->Hoehe(width());
+        oben += abstand_;
+        zeilen_[i]->setGeometry(0, oben, width(), hoehe);
+        oben += hoehe;
     }
 }
 
@@ -142,48 +117,54 @@ QList<QWidget *> KreuzAnsicht::Tabfolge() const
 {
     QList<QWidget *> folge;
     for (const std::size_t i : zeileAmPlatz_)
-        folge << zeilen_[i].kreuz;
+        folge << zeilen_[i]->Kreuz() << zeilen_[i]->RichtigesKreuz();
     return folge;
 }
 
-void KreuzAnsicht::Faerben(AbfrageLauf::Stand stand)
+QString KreuzAnsicht::Hinweise() const
 {
-    const QColor karte = palette().color(QPalette::Base);
-    LeiseFaerben(titel_, karte);
-    LeiseFaerben(Label4_, karte);
-    for (const Zeile &zeile : zeilen_) {
-        zeile.flaeche->SetUmriss(zeile.kreuz->hasFocus() ? Flaeche::Umriss::Fokus : Flaeche::Umriss::Fein);
-        if (stand != AbfrageLauf::Stand::Gefragt) {
-            const bool stimmt = zeile.kreuz->isChecked() == zeile.richtig->isChecked();
-            paukfix::Faerben(
-                zeile.flaeche,
-                {{QPalette::Base, Farben::Getoent(stimmt ? Farben::Richtig : Farben::Falsch, karte, 0.18)}});
-        }
-        UmrissFaerben(zeile.kreuz);
-        UmrissFaerben(zeile.richtig);
-    }
+    return u"[1] bis [5] kreuzt an · [Eingabe] prüft"_s;
 }
 
-QStringList KreuzAnsicht::Hinweise() const
+// The right answers that are none of the empty ones, from the top.
+QStringList KreuzAnsicht::Richtige() const
 {
-    return {u"1 bis 5 kreuzt an"_s, u"Eingabe prüft"_s};
+    QStringList richtig;
+    for (const std::size_t i : zeileAmPlatz_)
+        if (zeilen_[i]->RichtigesKreuz()->isChecked() && !zeilen_[i]->Antwort().isEmpty())
+            richtig << zeilen_[i]->Antwort();
+    return richtig;
+}
+
+QString KreuzAnsicht::Erklaerung() const
+{
+    constexpr qsizetype Kurz = 40; // more would not fit beside the verdict
+    const QStringList richtig = Richtige();
+    return richtig.size() == 1 && richtig[0].size() <= Kurz ? u"%1 wäre richtig."_s.arg(richtig[0])
+                                                            : QString();
+}
+
+QString KreuzAnsicht::Ansage() const
+{
+    const QStringList richtig = Richtige();
+    return richtig.isEmpty() ? u"Keine Antwort ist richtig."_s : u"Richtig: %1."_s.arg(richtig.join(u"; "_s));
 }
 
 bool KreuzAnsicht::Ziffer(int ziffer)
 {
     if (aufgeloest_ || ziffer < 1 || ziffer > AntwortAnzahl)
         return false;
-    zeilen_[zeileAmPlatz_[static_cast<std::size_t>(ziffer - 1)]].kreuz->toggle();
+    zeilen_[zeileAmPlatz_[static_cast<std::size_t>(ziffer - 1)]]->Kreuz()->toggle();
     return true;
 }
 
 bool KreuzAnsicht::eventFilter(QObject *objekt, QEvent *event)
 {
-    for (const Zeile &zeile : zeilen_) {
-        if (event->type() == QEvent::KeyPress && objekt == zeile.kreuz)
-            return Check1_KeyPress(zeile, static_cast<const QKeyEvent &>(*event));
+    for (const KreuzZeile *zeile : zeilen_) {
+        if (event->type() == QEvent::KeyPress && objekt == zeile->Kreuz())
+            return Check1_KeyPress(*zeile, static_cast<const QKeyEvent &>(*event));
         if (event->type() == QEvent::MouseButtonRelease &&
-            Zeile_Click(zeile, objekt, static_cast<const QMouseEvent &>(*event)))
+            Zeile_Click(*zeile, objekt, static_cast<const QMouseEvent &>(*event)))
             return true;
     }
     return false;
@@ -192,15 +173,15 @@ bool KreuzAnsicht::eventFilter(QObject *objekt, QEvent *event)
 void KreuzAnsicht::Check1_Click()
 {
     // The mouse goes on to the button that is pressed next; the keyboard stays to tick the next line.
-    if (!std::exchange(leertaste_, false))
+    if (!std::exchange(leertaste_, false) && !aufgeloest_)
         emit Angeklickt();
 }
 
-bool KreuzAnsicht::Check1_KeyPress(const Zeile &zeile, const QKeyEvent &taste)
+bool KreuzAnsicht::Check1_KeyPress(const KreuzZeile &zeile, const QKeyEvent &taste)
 {
     leertaste_ = taste.key() == Qt::Key_Space;
     // A long answer is read without the mouse.
-    QScrollBar *leiste = zeile.text->verticalScrollBar();
+    QScrollBar *leiste = zeile.Text()->verticalScrollBar();
     if (taste.key() == Qt::Key_PageDown)
         leiste->triggerAction(QAbstractSlider::SliderPageStepAdd);
     else if (taste.key() == Qt::Key_PageUp)
@@ -209,12 +190,12 @@ bool KreuzAnsicht::Check1_KeyPress(const Zeile &zeile, const QKeyEvent &taste)
 }
 
 // The whole line is the target, not the small box alone.
-bool KreuzAnsicht::Zeile_Click(const Zeile &zeile, const QObject *objekt, const QMouseEvent &maus)
+bool KreuzAnsicht::Zeile_Click(const KreuzZeile &zeile, const QObject *objekt, const QMouseEvent &maus)
 {
     if (aufgeloest_ || maus.button() != Qt::LeftButton ||
-        (objekt != zeile.flaeche && objekt != zeile.text->viewport()))
+        (objekt != &zeile && objekt != zeile.Text()->viewport()))
         return false;
-    zeile.kreuz->click();
+    zeile.Kreuz()->click();
     return true;
 }
 

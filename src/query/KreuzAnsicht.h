@@ -4,18 +4,17 @@
 
 #include "AntwortAnsicht.h"
 
+#include <QStringList>
+
 #include <array>
 
-class QCheckBox;
 class QKeyEvent;
 class QLabel;
 class QMouseEvent;
-class QVBoxLayout;
 
 namespace paukfix {
 
-class Flaeche;
-class RichTextBox;
+class KreuzZeile;
 
 // The answer ticked on five lines, which stand in an order of their own for each card. What is right appears
 // as a second tick beside the learner's.
@@ -31,35 +30,32 @@ public:
 
     void Zeigen(const Abfragekarte &karte) override;
     Antwort Gegeben() const override;
-    void Aufloesen(const Abfragekarte &karte) override;
+    void Aufloesen(const Abfragekarte &karte, bool vergleichen) override;
+    int Hoehe(int breite) const override;
+    void SetKompakt(bool kompakt) override;
     QList<QWidget *> Tabfolge() const override;
-    void Faerben(AbfrageLauf::Stand stand) override;
-    QStringList Hinweise() const override;
+    QString Hinweise() const override;
+    QString Erklaerung() const override;
+    QString Ansage() const override;
     bool Ziffer(int ziffer) override;
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    struct Zeile
-    {
-        Flaeche *flaeche = nullptr;
-        QCheckBox *kreuz = nullptr;
-        RichTextBox *text = nullptr;
-        QCheckBox *richtig = nullptr; // the right tick
-    };
-
     QWidget *Erste() const override;
-    Zeile ZeileBauen(std::size_t i);
+    void Anordnen();
+    QStringList Richtige() const;
     void Check1_Click();
-    bool Check1_KeyPress(const Zeile &zeile, const QKeyEvent &taste);
-    bool Zeile_Click(const Zeile &zeile, const QObject *objekt, const QMouseEvent &maus);
+    bool Check1_KeyPress(const KreuzZeile &zeile, const QKeyEvent &taste);
+    bool Zeile_Click(const KreuzZeile &zeile, const QObject *objekt, const QMouseEvent &maus);
 
-    std::array<Zeile, AntwortAnzahl> zeilen_;
+    std::array<KreuzZeile *, AntwortAnzahl> zeilen_{};
     std::array<std::size_t, AntwortAnzahl> zeileAmPlatz_{}; // which line stands at a place, from the top
-    QVBoxLayout *spalte_ = nullptr;
     QLabel *titel_ = nullptr;
     QLabel *Label4_ = nullptr;
+    int abstand_ = 4; // between the lines
     bool aufgeloest_ = false;
     bool leertaste_ = false; // a tick box is being clicked by the keyboard
 };

@@ -4,14 +4,17 @@
 
 #include "Abfrageteile.h"
 #include "AntwortAnsicht.h"
-#include "Bild.h"
-#include "Farben.h"
+#include "BildBox.h"
 #include "Fensterwechsel.h"
-#include "Flaeche.h"
+#include "GrossesBild.h"
 #include "KarteLoeschen.h"
 #include "Kartenflaeche.h"
+#include "Klickschutz.h"
+#include "Kurztext.h"
 #include "Mediendatei.h"
+#include "RichTextBox.h"
 #include "Step.h"
+#include "Tastenkappe.h"
 #include "Texttaste.h"
 #include "UrteilZeile.h"
 
@@ -21,11 +24,11 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QShortcutEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -33,6 +36,17 @@ namespace paukfix {
 using namespace Qt::StringLiterals;
 
 using Stand = AbfrageLauf::Stand;
+
+namespace {
+
+// The other cards of the compartment that a card is asked from.
+int AndereImFach(const CardStore &store, const Abfragekarte &karte)
+{
+    const auto fach = static_cast<std::size_t>(karte.FachNr);
+    return fach < store.FachInfo.size() ? std::max(store.FachInfo[fach].Anzahl - 1, 0) : 0;
+}
+
+} // namespace
 
 PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, QWidget *parent)
     : QDialog(parent), store_(store), dienste_(dienste), wechsel_(wechsel)
@@ -46,8 +60,6 @@ void PFUse::Aufbauen()
     setWindowTitle(u"Merkkasten Abfrage"_s);
     setWindowModality(Qt::ApplicationModal);
 
-    constexpr int RahmenBreite = 6; // of the verdict's colour around the card
-    Frame1_ = Benannt(new Flaeche(this, QPalette::Window), u"Frame1"_s, u"Ergebnis"_s);
     karte_ = new Kartenflaeche(this, dienste_.meldungen);
     for (AntwortAnsicht *form : karte_->findChildren<AntwortAnsicht *>()) {
         connect(form, &AntwortAnsicht::Fertig, this, [this] { Cpruefen_Click(); });
@@ -55,37 +67,20 @@ void PFUse::Aufbauen()
     }
     connect(&karte_->Urteil(), &UrteilZeile::Gewaehlt, this,
             [this](bool richtig) { richtig ? Ergebnis_R_Click() : Ergebnis_F_Click(); });
+    connect(karte_, &Kartenflaeche::BildAngeklickt, this, [this] { BildGrossZeigen(); });
+    connect(karte_, &Kartenflaeche::Umgelegt, this, [this] {
+        if (const QImage bild = bilder_.Groesser(karte_->Bildgroesse()); !bild.isNull())
+            karte_->BildZeigen(bild);
+    });
 
-    // The frame lies behind the card and shows around it.
-    auto *stapel = new QGridLayout;
-    stapel->addWidget(Frame1_, 0, 0);
-    auto *innen = new QVBoxLayout;
-    innen->setContentsMargins(RahmenBreite, RahmenBreite, RahmenBreite, RahmenBreite);
-    innen->addWidget(karte_);
-    stapel->addLayout(innen, 0, 0);
-
-    hinweise_ = Benannt(Beschriftung(this, {}), u"Tastenhinweise"_s, u"Tasten"_s);
-    hinweise_->setAlignment(Qt::AlignCenter);
-    auto *spalte = new QVBoxLayout;
-    spalte->addLayout(stapel, 1);
-    QLayout *knoepfe = KnoepfeBauen();
-    knoepfe->setContentsMargins(RahmenBreite, 0, RahmenBreite, 0);
-    spalte->addLayout(knoepfe);
-    spalte->addWidget(hinweise_);
-    mitte_ = new QWidget(this);
-    mitte_->setLayout(spalte);
-    auto *alles = new QHBoxLayout(this);
-    alles->addStretch(1);
-    alles->addWidget(mitte_, 1000);
-    alles->addStretch(1);
+    auto *spalte = new QVBoxLayout(this);
+    spalte->addWidget(karte_, 1);
+    spalte->addLayout(KnoepfeBauen());
+    gross_ = new GrossesBild(this);
 
     for (QWidget *teil : findChildren<QWidget *>())
         if (teil->focusPolicy() != Qt::NoFocus)
             teil->installEventFilter(this);
-    connect(qApp, &QApplication::focusChanged, this, [this] {
-        if (isVisible())
-            FarbenSetzen(); // shows where the keyboard goes
-    });
 }
 
 QLayout *PFUse::KnoepfeBauen()
@@ -96,16 +91,15 @@ QLayout *PFUse::KnoepfeBauen()
         connect(neu, &QPushButton::clicked, this, aktion);
         return neu;
     };
-    Clöschen_ = knopf(u"Karte &löschen"_s, u"Clöschen"_s, u"Diese Karte aus dem Merkkasten entfernen"_s,
-                      [this] { Clöschen_Click(); });
     Command1_ = knopf(u"Karte &bearbeiten"_s, u"Command1"_s, u"Diese Karte im Karteneditor öffnen"_s,
                       [this] { Command1_Click(); });
+    Clöschen_ = knopf(u"Karte &löschen"_s, u"Clöschen"_s, u"Diese Karte aus dem Merkkasten entfernen"_s,
+                      [this] { Clöschen_Click(); });
     nochEinmal_ = knopf(u"♪ noch einmal"_s, u"NochEinmal"_s, u"Den Klang noch einmal abspielen (F5)"_s,
                         [this] { KlangSpielen(); });
     nochEinmal_->setAccessibleName(u"Klang noch einmal abspielen"_s);
     nochEinmal_->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
     nochEinmal_->setShortcut(Qt::Key_F5);
-    PlatzHalten(nochEinmal_);
     nochEinmal_->hide();
     Cpruefen_ = knopf(u"&Prüfen"_s, u"Cpruefen"_s, u"Die Antwort prüfen (Eingabe oder Strg+P)"_s,
                       [this] { Cpruefen_Click(); });
@@ -115,14 +109,27 @@ QLayout *PFUse::KnoepfeBauen()
     strgP->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     connect(strgP, &QAction::triggered, this, [this] { Cpruefen_Click(); });
     addAction(strgP);
+    hinweise_ = new Tastenkappe({}, this);
+    hinweise_->setObjectName(u"Tastenhinweise"_s);
+    hinweise_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
+    // The two that lead share one place.
+    auto *platz = new QGridLayout;
+    for (QPushButton *leitend : {Cpruefen_, Command3_}) {
+        leitend->setProperty("leitend", true);
+        PlatzHalten(leitend);
+        platz->addWidget(leitend, 0, 0);
+    }
+    new Klickschutz(*Cpruefen_, *Command3_);
     auto *zeile = new QHBoxLayout;
-    zeile->addWidget(Clöschen_);
+    zeile->setSpacing(8);
     zeile->addWidget(Command1_);
+    zeile->addWidget(Clöschen_);
     zeile->addWidget(nochEinmal_);
-    zeile->addStretch(1);
-    zeile->addWidget(Cpruefen_);
-    zeile->addWidget(Command3_);
+    zeile->addSpacing(8);
+    zeile->addWidget(hinweise_, 1);
+    zeile->addSpacing(8);
+    zeile->addLayout(platz);
     return zeile;
 }
 
@@ -133,10 +140,10 @@ void PFUse::Vorbereiten(int fach)
     voraus_.Lesen(store_, fach);
     Zeigen(voraus_.Karte());
     TabFolge();
-    FarbenSetzen();
     platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
     create(); // the window system's side of the window; winId() would give one to each part of the box too
     karte_->BildZeigen(voraus_.Bild());
+    bilder_.Gelesen(voraus_.Karte().Medium[1]);
     grab(); // texts are laid out and the picture is scaled when they are painted first
 }
 
@@ -148,7 +155,7 @@ std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
         return std::nullopt;
 
     wechsel_.Beginnen();
-    const bool bereit = voraus_.Gilt(karte);
+    const bool bereit = voraus_.Gilt(karte) && karte_->Uebrig() == AndereImFach(store_, karte);
     const bool mitBild = bereit && !voraus_.Bild().isNull();
     if (!bereit)
         Zeigen(karte);
@@ -157,7 +164,6 @@ std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
         karte_->Mischen(AntwortenMischen(dienste_.zufall));
     Command1_->setEnabled(bearbeitbar);
     TabFolge();
-    FarbenSetzen();
     platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
 
     geht_ = false;
@@ -206,17 +212,19 @@ void PFUse::Zeigen(const Abfragekarte &karte)
 {
     lauf_ = AbfrageLauf(karte);
     setAttribute(Qt::WA_KeyboardFocusChange, false);
-    mitte_->setMaximumWidth(fontMetrics().height() * 75); // lines that are too long are hard to read
-    karte_->Zeigen(karte);
-    Frame1_->hide();
+    gross_->hide();
+    bilder_.SetOrte(store_.KarteiPfad, dienste_.konfig.ProgrammPfad);
+    karte_->Zeigen(karte, AndereImFach(store_, karte));
+    setAccessibleDescription(Kurztext(karte_->Frage()->PlainText()));
     nochEinmal_->setVisible(!lauf_.Klang().isEmpty());
     for (QPushButton *knopf : {nochEinmal_, Cpruefen_, Clöschen_, Command1_, Command3_})
         knopf->setDown(false);
     Cpruefen_->setEnabled(true);
+    Cpruefen_->show();
     Cpruefen_->setDefault(true);
     Command3_->setEnabled(false);
+    Command3_->hide();
     Command3_->setAccessibleDescription({});
-    Schriftgroesse(hinweise_, 0.9);
     HinweiseZeigen();
 }
 
@@ -225,17 +233,9 @@ void PFUse::TabFolge()
     QList<QWidget *> folge = karte_->Ansicht().Tabfolge();
     folge.first()->setFocus();
     folge << Cpruefen_ << karte_->Urteil().Tabfolge() << Command3_ << nochEinmal_ << karte_->Frage()
-          << Command1_ << Clöschen_;
+          << karte_->Bild() << Command1_ << Clöschen_;
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
-}
-
-void PFUse::FarbenSetzen()
-{
-    LeiseFaerben(hinweise_, palette().color(QPalette::Window));
-    Faerben(Frame1_, {{QPalette::Window,
-                       lauf_.Ergebnis() == AbfrageErgebnis::Richtig ? Farben::Richtig : Farben::Falsch}});
-    karte_->Faerben(lauf_.Wo());
 }
 
 void PFUse::HinweiseZeigen()
@@ -244,22 +244,28 @@ void PFUse::HinweiseZeigen()
     if (lauf_.Wo() == Stand::Gefragt)
         tasten << karte_->Ansicht().Hinweise();
     else if (lauf_.Wo() == Stand::Beurteilt)
-        tasten << u"Eingabe weiter"_s;
+        tasten << u"[Eingabe] weiter"_s;
     else
-        tasten << u"Pfeiltasten wählen"_s << u"Eingabe bestätigt"_s;
+        tasten << u"[Pfeiltasten] wählen"_s << u"[Eingabe] bestätigt"_s;
     if (lauf_.Wo() != Stand::Gefragt)
-        tasten << u"Alt+R richtig"_s << u"Alt+F falsch"_s;
+        tasten << u"[Alt]+[R] richtig"_s << u"[Alt]+[F] falsch"_s;
     if (lauf_.Wo() != Stand::Beurteilt)
-        tasten << u"Esc: ohne Antwort zurück"_s;
-    hinweise_->setText(tasten.join(u"   ·   "_s));
+        tasten << u"[Esc] ohne Antwort zurück"_s;
+    hinweise_->SetTasten(tasten.front().isEmpty() ? QString() : tasten.join(u" · "_s));
 }
 
 // A picture stays until there is another one.
 void PFUse::BildZeigen()
 {
     if (!lauf_.Bild().isEmpty())
-        karte_->BildZeigen(
-            BildLaden(lauf_.Bild(), store_.KarteiPfad, dienste_.konfig.ProgrammPfad, dienste_.meldungen));
+        karte_->BildZeigen(bilder_.Laden(lauf_.Bild(), karte_->Bildgroesse(), dienste_.meldungen));
+}
+
+void PFUse::BildGrossZeigen()
+{
+    if (const QImage bild = bilder_.Groesser(gross_->Platz()); !bild.isNull())
+        karte_->BildZeigen(bild);
+    gross_->Zeigen(karte_->Bild()->Bild());
 }
 
 void PFUse::KlangSpielen()
@@ -293,7 +299,13 @@ bool PFUse::event(QEvent *event)
         return erledigt;
     platz_.Merken(*event);
     if (event->type() == QEvent::PaletteChange)
-        FarbenSetzen();
+        karte_->Faerben();
+    if (event->type() == QEvent::Resize) {
+        const bool schmal = width() < 800;
+        const int rand = schmal ? 12 : 24;
+        layout()->setContentsMargins(rand, rand, rand, schmal ? 12 : 16);
+        layout()->setSpacing(schmal ? 8 : 16);
+    }
     return erledigt;
 }
 
@@ -313,15 +325,15 @@ void PFUse::Cpruefen_Click()
     if (lauf_.Wo() != Stand::Gefragt)
         return;
     const std::optional<bool> richtig = lauf_.Pruefen(karte_->Ansicht().Gegeben());
-    karte_->Ansicht().Aufloesen(lauf_.Karte());
-    Frame1_->hide();
+    karte_->Ansicht().Aufloesen(lauf_.Karte(), richtig == false);
     if (richtig) {
         karte_->Urteil().Waehlen(*richtig);
         return;
     }
     karte_->Urteil().Fragen();
+    Command3_->show();
     Cpruefen_->setEnabled(false);
-    FarbenSetzen();
+    Cpruefen_->hide();
     HinweiseZeigen();
 }
 
@@ -338,15 +350,19 @@ void PFUse::Ergebnis_F_Click()
 void PFUse::UrteilZeigen(bool richtig)
 {
     lauf_.Urteilen(richtig);
-    UrteilZeile &urteil = karte_->Urteil();
-    urteil.Zeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? u"face03.ico"_s : u"face01.ico"_s));
-    Command3_->setAccessibleDescription(urteil.Text());
-    FarbenSetzen();
-    Frame1_->show();
+    QString satz = Wohin(lauf_.Karte().FachNr, richtig);
+    if (const QString mehr = karte_->Ansicht().Erklaerung(); !richtig && !mehr.isEmpty())
+        satz = u"%1 %2"_s.arg(mehr, satz);
+    karte_->UrteilZeigen(richtig, dienste_.konfig.ProgrammDatei(richtig ? u"face03.ico"_s : u"face01.ico"_s),
+                         satz, dienste_.konfig.Animation);
+    // Is said with the button that gets the keyboard.
+    Command3_->setAccessibleDescription(u"%1 %2"_s.arg(karte_->Urteil().Text(), karte_->Ansicht().Ansage()));
     Command3_->setEnabled(true);
+    Command3_->show();
     Command3_->setDefault(true);
     Command3_->setFocus();
     Cpruefen_->setEnabled(false);
+    Cpruefen_->hide();
     HinweiseZeigen();
 
     BildZeigen();

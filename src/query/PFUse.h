@@ -7,6 +7,7 @@
 #include "Dienste.h"
 #include "Fensterplatz.h"
 #include "Kartenabfrage.h"
+#include "Kartenbilder.h"
 #include "Vorauslese.h"
 
 #include <QDialog>
@@ -15,15 +16,15 @@
 #include <optional>
 
 class QKeyEvent;
-class QLabel;
 class QLayout;
 class QPushButton;
 
 namespace paukfix {
 
 class Fensterwechsel;
-class Flaeche;
+class GrossesBild;
 class Kartenflaeche;
+class Tastenkappe;
 
 // The query window: arranges card, buttons and hints, and leads a run through its states. It is made once and
 // shown for each card.
@@ -51,9 +52,9 @@ private:
     QLayout *KnoepfeBauen();
     void Zeigen(const Abfragekarte &karte);
     void TabFolge();
-    void FarbenSetzen();
     void HinweiseZeigen();
     void BildZeigen();
+    void BildGrossZeigen();
     void KlangSpielen();
 
     void Cpruefen_Click();
@@ -70,17 +71,17 @@ private:
     AbfrageLauf lauf_;
     Vorauslese voraus_; // what the hidden window holds, untouched; nothing once it was shown
     Fensterplatz platz_{*this};
+    Kartenbilder bilder_;
     bool geht_ = false; // the window is on its way out
 
     Kartenflaeche *karte_ = nullptr;
-    Flaeche *Frame1_ = nullptr; // around the card, in the verdict's colour
-    QWidget *mitte_ = nullptr;
+    GrossesBild *gross_ = nullptr;
     QPushButton *nochEinmal_ = nullptr; // plays the sound of the moment again
-    QPushButton *Cpruefen_ = nullptr;
+    QPushButton *Cpruefen_ = nullptr;   // in one place with Command3_
     QPushButton *Clöschen_ = nullptr;
     QPushButton *Command1_ = nullptr;
     QPushButton *Command3_ = nullptr;
-    QLabel *hinweise_ = nullptr;
+    Tastenkappe *hinweise_ = nullptr;
 };
 
 } // namespace paukfix

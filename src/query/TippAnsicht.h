@@ -9,11 +9,13 @@ class QLabel;
 namespace paukfix {
 
 class Flaeche;
+class Loesungsfeld;
 class Meldungen;
 class RichTextBox;
+class Tastenkappe;
 
-// The answer typed into a field, beside one for the solution. On a card of an unknown answer type the learner
-// compares the two himself.
+// The answer typed into a field, above the solution. On a card of an unknown answer type the learner compares
+// the two himself.
 class TippAnsicht final : public AntwortAnsicht
 {
     Q_OBJECT
@@ -24,28 +26,29 @@ public:
 
     void Zeigen(const Abfragekarte &karte) override;
     Antwort Gegeben() const override;
-    void Aufloesen(const Abfragekarte &karte) override;
+    void Aufloesen(const Abfragekarte &karte, bool vergleichen) override;
+    int Hoehe(int breite) const override;
+    void SetKompakt(bool kompakt) override;
     QList<QWidget *> Tabfolge() const override;
-    void Faerben(AbfrageLauf::Stand stand) override;
-    QStringList Hinweise() const override;
+    QString Hinweise() const override;
+    QString Ansage() const override;
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    // One of the two, under its label.
-    struct Feld
-    {
-        QLabel *titel = nullptr;
-        Flaeche *flaeche = nullptr;
-        RichTextBox *text = nullptr;
-    };
-
     QWidget *Erste() const override;
-    Feld FeldBauen(std::size_t nummer, const QString &titel);
+    int Feldhoehe(int breite) const;
+    void Anordnen();
 
-    Feld antwort_, loesung_;
+    QLabel *titel_ = nullptr;
+    Flaeche *feld_ = nullptr;
+    RichTextBox *antwort_ = nullptr;
+    Tastenkappe *tasten_ = nullptr; // where the solution will be
+    Loesungsfeld *loesung_ = nullptr;
     bool selbst_ = false; // the learner judges
+    bool kompakt_ = false;
 };
 
 } // namespace paukfix

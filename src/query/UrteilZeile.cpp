@@ -3,15 +3,19 @@
 #include "UrteilZeile.h"
 
 #include "Abfrageteile.h"
-#include "Farben.h"
+#include "Hausfarben.h"
+#include "KurzLabel.h"
 #include "Texttaste.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmapCache>
 #include <QRadioButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -22,15 +26,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int GesichtGroesse = 48;
+constexpr int Gesicht = 44, GesichtKompakt = 32;
 
 // The same two faces for all cards: each is read once.
-QPixmap GesichtLesen(const QString &pfad, qreal dichte)
+QPixmap GesichtLesen(const QString &pfad, int groesse, qreal dichte)
 {
-    const QString schluessel = u"%1@%2"_s.arg(pfad).arg(dichte);
+    const QString schluessel = u"%1@%2@%3"_s.arg(pfad).arg(groesse).arg(dichte);
     QPixmap bild;
     if (!QPixmapCache::find(schluessel, &bild)) {
-        bild = QIcon(pfad).pixmap(QSize(GesichtGroesse, GesichtGroesse), dichte);
+        bild = QIcon(pfad).pixmap(QSize(groesse, groesse), dichte);
         QPixmapCache::insert(schluessel, bild);
     }
     return bild;
@@ -40,19 +44,31 @@ QPixmap GesichtLesen(const QString &pfad, qreal dichte)
 
 UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
 {
-    Image1_ = Benannt(new QLabel(this), u"Image1"_s, u"Gesicht"_s);
-    Image1_->setFixedSize(GesichtGroesse, GesichtGroesse);
-    urteil_ = Benannt(new QLabel(this), u"Urteil"_s, u"Urteil"_s);
+    Image1_ = new QLabel(this);
+    Image1_->setObjectName(u"Image1"_s);
+    urteil_ = new QLabel(this);
+    urteil_->setObjectName(u"Urteil"_s);
+    satz_ = new KurzLabel(this);
+    satz_->setObjectName(u"Urteilssatz"_s);
+    satz_->setTextFormat(Qt::PlainText);
+    gewertet_ = Beschriftung(this, u"gewertet als"_s);
     Ergebnis_R_ = OptionBauen(u"&richtig"_s, u"Ergebnis_R"_s, true);
     Ergebnis_F_ = OptionBauen(u"&falsch"_s, u"Ergebnis_F"_s, false);
 
+    auto *worte = new QVBoxLayout;
+    worte->setSpacing(0);
+    worte->addStretch(1);
+    worte->addWidget(urteil_);
+    worte->addWidget(satz_);
+    worte->addStretch(1);
     auto *zeile = new QHBoxLayout(this);
-    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->setContentsMargins(14, 0, 16, 0);
+    zeile->setSpacing(16);
     zeile->addWidget(Image1_);
-    zeile->addWidget(urteil_, 1);
+    zeile->addLayout(worte, 1);
+    zeile->addWidget(gewertet_);
     zeile->addWidget(Ergebnis_R_);
     zeile->addWidget(Ergebnis_F_);
-    PlatzHalten(this);
     hide();
 }
 
@@ -71,9 +87,16 @@ QRadioButton *UrteilZeile::OptionBauen(const QString &text, const QString &name,
 void UrteilZeile::Leeren()
 {
     gezeigt_.reset();
+    deckung_ = 1;
     hide();
-    Schriftgroesse(urteil_, 1.5);
+    urteil_->setFont(Schriftgrad::In(font(), Schriftgrad::Gross));
+    HalbfettSetzen(urteil_);
+    for (QLabel *label : {satz_, gewertet_})
+        label->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     urteil_->clear();
+    satz_->clear();
+    satz_->setToolTip({});
+    setToolTip({});
     Image1_->clear();
     for (QRadioButton *option : {Ergebnis_R_, Ergebnis_F_}) {
         option->setAutoExclusive(false); // or one of them would stay chosen
@@ -82,12 +105,23 @@ void UrteilZeile::Leeren()
         option->setDown(false);
         option->setFocusPolicy(Qt::StrongFocus);
     }
+    Faerben();
+}
+
+void UrteilZeile::SetKompakt(bool kompakt)
+{
+    kompakt_ = kompakt;
+    const int groesse = kompakt ? GesichtKompakt : Gesicht;
+    Image1_->setFixedSize(groesse, groesse);
+    satz_->setVisible(!kompakt);
+    gewertet_->setVisible(!kompakt);
 }
 
 void UrteilZeile::Fragen()
 {
-    show();
     urteil_->setText(u"Wie war Ihre Antwort?"_s);
+    Faerben();
+    show();
     Ergebnis_R_->setFocus(Qt::ShortcutFocusReason); // its mark shows what Enter would choose
 }
 
@@ -97,11 +131,15 @@ void UrteilZeile::Waehlen(bool richtig)
     (richtig ? Ergebnis_R_ : Ergebnis_F_)->setChecked(true);
 }
 
-void UrteilZeile::Zeigen(bool richtig, const QString &gesicht)
+void UrteilZeile::Zeigen(bool richtig, const QString &gesicht, const QString &satz)
 {
     gezeigt_ = richtig;
-    Image1_->setPixmap(GesichtLesen(gesicht, devicePixelRatioF()));
+    Image1_->setPixmap(GesichtLesen(gesicht, Image1_->width(), devicePixelRatioF()));
     urteil_->setText(richtig ? u"Richtig!"_s : u"Leider falsch"_s);
+    satz_->setText(satz);
+    satz_->setToolTip(satz.toHtmlEscaped());
+    setToolTip(kompakt_ ? satz.toHtmlEscaped() : QString());
+    Faerben();
     // Tab stops at the option that is selected; the arrow keys reach the other one.
     Ergebnis_R_->setFocusPolicy(richtig ? Qt::StrongFocus : Qt::ClickFocus);
     Ergebnis_F_->setFocusPolicy(richtig ? Qt::ClickFocus : Qt::StrongFocus);
@@ -109,7 +147,20 @@ void UrteilZeile::Zeigen(bool richtig, const QString &gesicht)
 
 QString UrteilZeile::Text() const
 {
-    return urteil_->text();
+    return satz_->text().isEmpty() ? urteil_->text() : u"%1. %2"_s.arg(urteil_->text(), satz_->text());
+}
+
+void UrteilZeile::SetDeckung(double deckung)
+{
+    deckung_ = deckung;
+    update();
+}
+
+QSize UrteilZeile::sizeHint() const
+{
+    const QSize inhalt = layout()->sizeHint();
+    const int text = urteil_->sizeHint().height() + (kompakt_ ? 0 : satz_->sizeHint().height());
+    return {inhalt.width(), std::max(kompakt_ ? 44 : 64, text + (kompakt_ ? 8 : 16))};
 }
 
 QList<QWidget *> UrteilZeile::Tabfolge() const
@@ -119,11 +170,30 @@ QList<QWidget *> UrteilZeile::Tabfolge() const
 
 void UrteilZeile::Faerben()
 {
-    TextFaerben(urteil_, gezeigt_ ? Farben::Lesbar(*gezeigt_ ? Farben::Richtig : Farben::Falsch,
-                                                   palette().color(QPalette::Base))
-                                  : palette().color(QPalette::WindowText));
-    UmrissFaerben(Ergebnis_R_);
-    UmrissFaerben(Ergebnis_F_);
+    const Hausfarben &farben = HausfarbenZu(palette());
+    paukfix::Faerben(urteil_, {{QPalette::WindowText, !gezeigt_   ? farben.tinte
+                                                      : *gezeigt_ ? farben.richtigText
+                                                                  : farben.falschText}});
+    update();
+}
+
+void UrteilZeile::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && urteil_)
+        Faerben();
+}
+
+void UrteilZeile::paintEvent(QPaintEvent *)
+{
+    constexpr qreal Radius = 8;
+    const Hausfarben &farben = HausfarbenZu(palette());
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setOpacity(deckung_);
+    maler.setPen(Qt::NoPen);
+    maler.setBrush(!gezeigt_ ? farben.gewaehlt : *gezeigt_ ? farben.richtigGrund : farben.falschGrund);
+    maler.drawRoundedRect(rect(), Radius, Radius);
 }
 
 bool UrteilZeile::eventFilter(QObject *objekt, QEvent *event)

@@ -42,9 +42,20 @@ QByteArray BildFormat(const QByteArray &anfang)
     return {};
 }
 
+// The smallest of a half, a quarter and so on of a picture that still fills one side of its place.
+QSize Halbiert(QSize bild, const QSize &platz)
+{
+    const auto fuellt = [&](const QSize &groesse) {
+        return groesse.width() >= platz.width() || groesse.height() >= platz.height();
+    };
+    while (fuellt(bild / 2) && bild.width() > 1 && bild.height() > 1)
+        bild /= 2;
+    return bild;
+}
+
 } // namespace
 
-QImage BildLesen(const QString &pfad, const QSize &platz)
+QImage BildLesen(const QString &pfad, const QSize &platz, Einpassen wie)
 {
     const QFileInfo info(pfad);
     if (!info.dir().exists())
@@ -82,8 +93,9 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     if (breite * hoehe > maxPixel)
         KeinBild(pfad, u"es ist zu groß."_s);
     const QSize groesse(static_cast<int>(breite), static_cast<int>(hoehe));
-    const QSize grenze =
-        (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
+    QSize grenze = (platz.isEmpty() ? QSize(MaxSeite, MaxSeite) : platz).boundedTo({MaxSeite, MaxSeite});
+    if (wie == Einpassen::Halbieren && !platz.isEmpty())
+        grenze = Halbiert(groesse, platz).boundedTo({MaxSeite, MaxSeite});
     if (groesse.width() > grenze.width() || groesse.height() > grenze.height())
         leser.setScaledSize(groesse.scaled(grenze, Qt::KeepAspectRatio).expandedTo({1, 1}));
     // A bitmap of runs may leave pixels out: they have the first colour.
@@ -97,24 +109,30 @@ QImage BildLesen(const QString &pfad, const QSize &platz)
     return bild;
 }
 
-QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
-                 Meldungen &meldungen)
+QImage BildSuchen(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                  const QSize &platz)
 {
     for (const QString &verzeichnis : {karteiPfad, programmPfad}) {
         try {
-            if (BlosserName(name).isEmpty())
-                throw StoreError(Fehler::DateiNichtGefunden, name);
-            return BildLesen(Mediendatei(verzeichnis, name));
+            if (!BlosserName(name).isEmpty())
+                return BildLesen(Mediendatei(verzeichnis, name), platz, Einpassen::Halbieren);
         } catch (const StoreError &fehler) {
-            if (fehler.Number() != Fehler::DateiNichtGefunden &&
-                fehler.Number() != Fehler::PfadNichtGefunden) {
-                meldungen.Zeigen(fehler.Text());
-                return {};
-            }
+            if (fehler.Number() != Fehler::DateiNichtGefunden && fehler.Number() != Fehler::PfadNichtGefunden)
+                throw;
         }
     }
-    meldungen.Zeigen(u"Bilddatei nicht gefunden "_s + name);
-    return {};
+    throw StoreError(Fehler::DateiNichtGefunden, u"Bilddatei nicht gefunden "_s + name);
+}
+
+QImage BildLaden(const QString &name, const QString &karteiPfad, const QString &programmPfad,
+                 Meldungen &meldungen, const QSize &platz)
+{
+    try {
+        return BildSuchen(name, karteiPfad, programmPfad, platz);
+    } catch (const StoreError &fehler) {
+        meldungen.Zeigen(fehler.Text());
+        return {};
+    }
 }
 
 } // namespace paukfix

@@ -2,8 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "BildBox.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <utility>
 
 namespace paukfix {
 
@@ -66,6 +69,10 @@ void BildBox::mouseMoveEvent(QMouseEvent *event)
 {
     if (!event->buttons().testFlag(Qt::LeftButton))
         return;
+    // A hand is not quite still when it clicks.
+    if (!gezogen_ &&
+        (event->position().toPoint() - griff_).manhattanLength() < QApplication::startDragDistance() / 2)
+        return;
     move(begrenzen(mapToParent(event->position().toPoint()) - griff_));
     gezogen_ = true;
 }
@@ -75,10 +82,12 @@ void BildBox::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     setCursor(Qt::OpenHandCursor);
-    if (gezogen_)
+    const bool war = std::exchange(gezogen_, false);
+    if (war)
         gezogen();
-    gezogen_ = false;
     losgelassen();
+    if (!war && rect().contains(event->position().toPoint()))
+        angeklickt();
 }
 
 } // namespace paukfix

@@ -30,6 +30,8 @@ public:
     std::function<QPoint(QPoint)> begrenzen = [](QPoint neu) { return neu; };
     // Called when the learner has let go of a dragged box.
     std::function<void()> gezogen = [] {};
+    // Called when the box was clicked, and not dragged.
+    std::function<void()> angeklickt = [] {};
     // Called when the mouse takes hold of the box, and when it lets go, dragged or not.
     std::function<void()> gegriffen = [] {};
     std::function<void()> losgelassen = [] {};

@@ -3,6 +3,7 @@
 #include "Flaeche.h"
 
 #include "Farben.h"
+#include "Hausfarben.h"
 
 #include <QPainter>
 
@@ -23,8 +24,8 @@ void Flaeche::paintEvent(QPaintEvent *)
 {
     constexpr qreal Radius = 8;
     const QColor grund = palette().color(backgroundRole());
-    const QColor schwach = Farben::Getoent(palette().color(foregroundRole()), grund, 0.25);
-    QPen stift(schwach);
+    const Hausfarben &farben = HausfarbenZu(palette());
+    QPen stift(Farben::Getoent(palette().color(foregroundRole()), grund, 0.25));
     switch (umriss_) {
     case Umriss::Keiner:
         stift = Qt::NoPen;
@@ -32,13 +33,14 @@ void Flaeche::paintEvent(QPaintEvent *)
     case Umriss::Fein:
         break;
     case Umriss::Feld:
-        stift.setColor(Farben::Lesbar(schwach, grund, Farben::KontrastUmriss));
+        stift.setColor(Farben::Lesbar(farben.umriss, grund, Farben::KontrastUmriss));
         break;
     case Umriss::Gestrichelt:
+        stift.setColor(Farben::Lesbar(farben.umriss, grund, Farben::KontrastUmriss));
         stift.setStyle(Qt::DashLine);
         break;
     case Umriss::Fokus:
-        stift = QPen(Farben::Lesbar(palette().color(QPalette::Highlight), grund, Farben::KontrastUmriss), 2);
+        stift = QPen(Farben::Lesbar(farben.fokus, grund, Farben::KontrastUmriss), 2);
         break;
     }
     const qreal halb = stift.widthF() / 2;

@@ -10,6 +10,18 @@
 
 namespace paukfix {
 
+namespace {
+
+// Moved as little as can be.
+QRect Hinein(QRect platz, const QRect &innen)
+{
+    platz.moveLeft(std::max(std::min(platz.left(), innen.right() + 1 - platz.width()), innen.left()));
+    platz.moveTop(std::max(std::min(platz.top(), innen.bottom() + 1 - platz.height()), innen.top()));
+    return platz;
+}
+
+} // namespace
+
 Kartenbild::Kartenbild(QWidget *karte, RichTextBox *frage, const Grenzen &grenzen)
     : karte_(karte), frage_(frage), box_(new BildBox(karte)), grenzen_(grenzen)
 {
@@ -45,7 +57,7 @@ bool Kartenbild::Zeigen(const QString &name, const QString &verzeichnis, const Q
 void Kartenbild::Zeigen(const QImage &bild)
 {
     box_->SetBild(bild);
-    box_->setGeometry(Bildplatz());
+    box_->setGeometry(Eingepasst());
     box_->show();
     box_->raise();
     TextUmBild();
@@ -59,14 +71,14 @@ void Kartenbild::Verbergen()
 
 void Kartenbild::Platzieren()
 {
-    box_->setGeometry(Bildplatz());
+    box_->setGeometry(Eingepasst());
     TextUmBild();
 }
 
 void Kartenbild::TextUmBild()
 {
     const bool raum = freihalten_ || !box_->isHidden();
-    frage_->SetRand(raum ? RandUmBild(Frageplatz(), box_->geometry()) : QMargins());
+    frage_->SetRand(raum ? RandUmBild(Frageplatz(), Bildplatz()) : QMargins());
 }
 
 QRect Kartenbild::Frageplatz() const
@@ -83,12 +95,40 @@ QRect Kartenbild::Bildplatz() const
     return platz;
 }
 
+// A picture without a place stands at the right edge, however wide it is: what is shown after it needs no
+// other room.
+QRect Kartenbild::Eingepasst() const
+{
+    QRect platz = Bildplatz();
+    if (!grenzen_.nebenText || !platz_.isEmpty() || box_->Bild().isNull())
+        return platz;
+    const QSize groesse = box_->Bild().size().scaled(platz.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+    return {
+        QPoint(platz.right() + 1 - groesse.width(), platz.top() + (platz.height() - groesse.height()) / 2),
+        groesse};
+}
+
 QRect Kartenbild::Innerhalb(QRect platz) const
 {
+    if (grenzen_.nebenText)
+        return NebenText(platz);
     const QRect innen = karte_->rect().marginsRemoved(grenzen_.abstand);
     platz.setSize(platz.size().boundedTo(innen.size()).expandedTo(grenzen_.mindestens));
-    platz.moveLeft(std::max(std::min(platz.left(), innen.right() + 1 - platz.width()), innen.left()));
-    platz.moveTop(std::max(std::min(platz.top(), innen.bottom() + 1 - platz.height()), innen.top()));
+    return Hinein(platz, innen);
+}
+
+QRect Kartenbild::NebenText(QRect platz) const
+{
+    const QRect frage = Frageplatz();
+    const QSize raum(frage.width() * 2 / 5, frage.height());
+    const int mitte = platz.center().x();
+    const bool kleiner = platz.width() > raum.width() || platz.height() > raum.height();
+    if (kleiner)
+        platz.setSize(platz.size().scaled(raum, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    platz = Hinein(platz, frage);
+    // One that cannot stand as it was put, or would leave too little on both sides, stands at an edge.
+    if (kleiner || RandUmBild(frage, platz).isNull())
+        platz.moveLeft(mitte < frage.center().x() ? frage.left() : frage.right() + 1 - platz.width());
     return platz;
 }
 

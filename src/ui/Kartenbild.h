@@ -18,8 +18,9 @@ class BildBox;
 class RichTextBox;
 
 // The picture of a card on the card's surface: at the place that the card names or, where it names none, over
-// the right part of the question; always within the card's edges. The question's text makes room beside it,
-// unless too little would be left. Places are logical pixels of the surface, whose child the box is.
+// the right part of the question; always within the card's edges. The question's text makes room beside it.
+// Where both do not fit, the picture is smaller in the query, and lies on the text in the editor, which shows
+// what it was given. Places are logical pixels of the surface, whose child the box is.
 class Kartenbild final
 {
 public:
@@ -28,6 +29,8 @@ public:
     {
         QMargins abstand;
         QSize mindestens{0, 0};
+        // Stays within the question, keeps its shape and leaves the text three fifths of the width.
+        bool nebenText = false;
     };
 
     // Question and surface outlive this; the question stands on the surface, at any depth.
@@ -57,9 +60,12 @@ public:
 
     // The nearest place within the edges, smaller only where there is no room.
     QRect Innerhalb(QRect platz) const;
+    // What a picture may take at most where it stands.
+    QRect Bildplatz() const;
 
 private:
-    QRect Bildplatz() const;
+    QRect Eingepasst() const;
+    QRect NebenText(QRect platz) const;
     QRect Frageplatz() const;
 
     QWidget *karte_;

@@ -17,6 +17,8 @@ public:
 
     void SetFaktor(double faktor) { faktor_ = faktor; }
 
+    double Faktor() const { return faktor_; }
+
     QPaintEngine *paintEngine() const override { return nullptr; }
 
 protected:

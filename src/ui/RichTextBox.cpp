@@ -30,33 +30,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Draws text in a colour that cannot be read on the box's ground in a lighter or darker shade of it; the text
-// itself keeps its colour.
-class Farbausgleich final : public QSyntaxHighlighter
-{
-public:
-    Farbausgleich(QTextDocument *document, const QWidget &box) : QSyntaxHighlighter(document), box_(box) {}
-
-protected:
-    void highlightBlock(const QString &) override
-    {
-        const QColor grund = box_.palette().color(QPalette::Base);
-        for (auto teil = currentBlock().begin(); !teil.atEnd(); ++teil) {
-            const QTextCharFormat format = teil.fragment().charFormat();
-            const QColor farbe = TextColour(format);
-            if (!farbe.isValid() || format.hasProperty(QTextFormat::BackgroundBrush))
-                continue;
-            const QColor lesbar = Farben::Lesbar(farbe, grund);
-            if (lesbar != farbe)
-                setFormat(teil.fragment().position() - currentBlock().position(), teil.fragment().length(),
-                          lesbar);
-        }
-    }
-
-private:
-    const QWidget &box_;
-};
-
 QString Grund(Ablehnung ablehnung)
 {
     if (ablehnung == Ablehnung::ZuVerschachtelt)
@@ -69,6 +42,42 @@ QString Grund(Ablehnung ablehnung)
 }
 
 } // namespace
+
+// Draws text in a colour that cannot be read on the box's ground in a lighter or darker shade of it; the text
+// itself keeps its colour. Marks are drawn over that.
+class RichTextBox::Farbausgleich final : public QSyntaxHighlighter
+{
+public:
+    Farbausgleich(QTextDocument *document, const QWidget &box) : QSyntaxHighlighter(document), box_(box) {}
+
+    QList<Textmarke> marken;
+
+protected:
+    void highlightBlock(const QString &text) override
+    {
+        const QColor grund = box_.palette().color(QPalette::Base);
+        for (auto teil = currentBlock().begin(); !teil.atEnd(); ++teil) {
+            const QTextCharFormat format = teil.fragment().charFormat();
+            const QColor farbe = TextColour(format);
+            if (!farbe.isValid() || format.hasProperty(QTextFormat::BackgroundBrush))
+                continue;
+            const QColor lesbar = Farben::Lesbar(farbe, grund);
+            if (lesbar != farbe)
+                setFormat(teil.fragment().position() - currentBlock().position(), teil.fragment().length(),
+                          lesbar);
+        }
+        for (const Textmarke &marke : marken) {
+            const qsizetype anfang = std::max<qsizetype>(marke.anfang - currentBlock().position(), 0);
+            const qsizetype ende =
+                std::min(marke.anfang + marke.laenge - currentBlock().position(), text.size());
+            if (anfang < ende)
+                setFormat(static_cast<int>(anfang), static_cast<int>(ende - anfang), marke.format);
+        }
+    }
+
+private:
+    const QWidget &box_;
+};
 
 RichTextBox::RichTextBox(QWidget *parent) : QTextEdit(parent), lupe_(std::make_unique<Lupe>(*this))
 {
@@ -85,6 +94,8 @@ RichTextBox::~RichTextBox()
 
 void RichTextBox::SetFaktor(double faktor)
 {
+    if (lupe_->Faktor() == faktor && document()->documentLayout()->paintDevice() == lupe_.get())
+        return;
     lupe_->SetFaktor(faktor);
     document()->documentLayout()->setPaintDevice(lupe_.get());
     document()->markContentsDirty(0, document()->characterCount());
@@ -92,14 +103,41 @@ void RichTextBox::SetFaktor(double faktor)
     Einmitten();
 }
 
+int RichTextBox::Zeilenhoehe() const
+{
+    return QFontMetrics(font(), lupe_.get()).lineSpacing();
+}
+
 bool RichTextBox::ZeigeRichText(const QString &text)
 {
+    farben_->marken.clear();
     const bool ganz = SetRichText(*document(), text);
     moveCursor(QTextCursor::Start);
     verticalScrollBar()->setValue(0); // the caret stands a little below the text's beginning
     updateGeometry();                 // another text may be higher
     Einmitten();
     return ganz;
+}
+
+void RichTextBox::SetMarken(const QList<Textmarke> &marken)
+{
+    if (marken.isEmpty() && farben_->marken.isEmpty())
+        return;
+    const QSignalBlocker still(this); // the text does not change
+    farben_->marken = marken;
+    farben_->rehighlight();
+}
+
+QSizeF RichTextBox::Bedarf(const QTextDocument &text, int breite, double faktor) const
+{
+    Lupe lupe(*this);
+    lupe.SetFaktor(faktor);
+    const std::unique_ptr<QTextDocument> probe(text.clone());
+    probe->setDefaultFont(document()->defaultFont());
+    probe->setDocumentMargin(document()->documentMargin());
+    probe->documentLayout()->setPaintDevice(&lupe);
+    probe->setTextWidth(breite);
+    return {probe->idealWidth(), probe->size().height()};
 }
 
 QString RichTextBox::PlainText() const
@@ -168,7 +206,7 @@ void RichTextBox::dropEvent(QDropEvent *event)
 
 QSize RichTextBox::minimumSizeHint() const
 {
-    const int zeile = fontMetrics().lineSpacing();
+    const int zeile = Zeilenhoehe();
     return {zeile * 6, zeile + 2 * frameWidth()};
 }
 
@@ -193,14 +231,12 @@ void RichTextBox::SetHoechstens(int zeilen)
 int RichTextBox::heightForWidth(int breite) const
 {
     const int rand = 2 * frameWidth();
-    const int hoechstens = fontMetrics().lineSpacing() * hoechstens_;
+    const int hoechstens = Zeilenhoehe() * hoechstens_;
     // No need to lay out a text that is far too long anyway.
     if (document()->characterCount() > hoechstens_ * 300)
         return hoechstens + rand;
-    const std::unique_ptr<QTextDocument> probe(document()->clone());
-    probe->documentLayout()->setPaintDevice(document()->documentLayout()->paintDevice());
-    probe->setTextWidth(breite - rand);
-    return std::min(static_cast<int>(std::ceil(probe->size().height())), hoechstens) + rand;
+    const double hoehe = Bedarf(*document(), breite - rand, lupe_->Faktor()).height();
+    return std::min(static_cast<int>(std::ceil(hoehe)), hoechstens) + rand;
 }
 
 void RichTextBox::resizeEvent(QResizeEvent *event)

@@ -4,16 +4,24 @@
 
 #include "HtmlAuszug.h"
 
+#include <QList>
+#include <QTextCharFormat>
 #include <QTextEdit>
 
 #include <functional>
 #include <memory>
 
-class QSyntaxHighlighter;
-
 namespace paukfix {
 
 class Lupe;
+
+// How a part of a text looks for a while: the text itself does not change.
+struct Textmarke
+{
+    qsizetype anfang = 0; // in the document
+    qsizetype laenge = 0;
+    QTextCharFormat format;
+};
 
 // The one box that shows and takes formatted text. Tab moves the focus on.
 class RichTextBox : public QTextEdit
@@ -34,10 +42,18 @@ public:
     std::function<void(const QString &)> bei_Ablehnung;
 
     // Leaves room at the sides that the text flows around.
-    void SetRand(const QMargins &rand) { setViewportMargins(rand); }
+    virtual void SetRand(const QMargins &rand) { setViewportMargins(rand); }
+
+    // Of the text that is shown; another text has none.
+    void SetMarken(const QList<Textmarke> &marken);
 
     // Shows all text, with its indents and tab stops, this many times as large. The document keeps its sizes.
     void SetFaktor(double faktor);
+    // Of a line in the font that the box was given, as large as it is shown.
+    int Zeilenhoehe() const;
+    // How wide this box would show `text` by itself, and how high in `breite` pixels, `faktor` times as
+    // large.
+    QSizeF Bedarf(const QTextDocument &text, int breite, double faktor) const;
 
     // Makes the box as high as its text, up to `zeilen` lines; in a higher one the text stands in the middle.
     void SetHoechstens(int zeilen);
@@ -64,13 +80,15 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    class Farbausgleich;
+
     void Einmitten();
     Ablehnung Einfuegen(const QMimeData &quelle);
 
-    std::unique_ptr<Lupe> lupe_;           // what the text is measured for
-    QSyntaxHighlighter *farben_ = nullptr; // keeps the text's colours readable
-    int hoechstens_ = 0;                   // lines; 0 leaves the height to the layout
-    bool abgelehnt_ = false;               // what was last put in did not fit
+    std::unique_ptr<Lupe> lupe_;      // what the text is measured for
+    Farbausgleich *farben_ = nullptr; // keeps the text's colours readable, and draws its marks
+    int hoechstens_ = 0;              // lines; 0 leaves the height to the layout
+    bool abgelehnt_ = false;          // what was last put in did not fit
 };
 
 } // namespace paukfix

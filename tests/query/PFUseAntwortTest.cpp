@@ -357,8 +357,8 @@ private slots:
         b_->Fragen(ankreuzen ? KreuzKarte("1") : TippKarte("x"), [&] {
             const auto lage = [&] {
                 QList<QRect> orte;
-                for (const char *name : {"MFrage", "Antwort(0)", "Antwort(4)", "Antwort(5)", "Check1(0)",
-                                         "Cpruefen", "Command3", "Command1"}) {
+                for (const char *name : {"MFrage", "Antwort(0)", "Antwort(4)", "Check1(0)", "Cpruefen",
+                                         "Command3", "Command1"}) {
                     auto *w = b_->Finde<QWidget>(name);
                     orte << QRect(w->mapTo(b_->fenster.get(), QPoint()), w->size());
                 }

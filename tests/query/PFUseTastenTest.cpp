@@ -55,8 +55,7 @@ private slots:
             b_->Antworten("x");
             QCOMPARE(b_->FokusName(), "Ergebnis_R");
             QVERIFY(b_->fenster->testAttribute(Qt::WA_KeyboardFocusChange));
-            QVERIFY2(Hinweise().startsWith("Pfeiltasten wählen   ·   Eingabe bestätigt"),
-                     qPrintable(Hinweise()));
+            QVERIFY2(Hinweise().startsWith("Pfeiltasten wählen · Eingabe bestätigt"), qPrintable(Hinweise()));
         });
     }
 
@@ -92,10 +91,13 @@ private slots:
 
     void TheWayBackIsOfferedUntilThereIsAVerdict()
     {
-        const QString zurueck = "Esc: ohne Antwort zurück";
+        const QString zurueck = "Esc ohne Antwort zurück";
+        b_->Fragen(KreuzKarte("1"), [&] { QVERIFY(Hinweise().endsWith(zurueck)); });
         b_->Fragen(TippKarte("x"), [&] {
-            QVERIFY(Hinweise().endsWith(zurueck));
+            QVERIFY(b_->Text("Antworttasten").endsWith(zurueck));
+            QVERIFY(b_->Finde("Antworttasten")->isVisible());
             b_->Antworten("x");
+            QVERIFY(!b_->Finde("Antworttasten")->isVisible());
             QVERIFY2(!Hinweise().contains("Esc"), qPrintable(Hinweise()));
         });
         const auto ausgang = b_->Fragen(SelbstKarte(), [&] {
