@@ -156,7 +156,8 @@ sqlite3_vfs layer;
 
 int Open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *opened)
 {
-    if ((flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL)) == 0 || name == nullptr)
+    if ((flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL)) == 0 || name == nullptr ||
+        sqlite3_uri_boolean(name, "sums", 1) == 0)
         return below->xOpen(below, name, file, flags, opened);
     auto *self = new (file) SummedFile();
     self->pMethods = nullptr;

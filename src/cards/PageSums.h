@@ -18,6 +18,10 @@ namespace paukfix {
 
 inline constexpr int PageSumSize = 8; // bytes
 
+// Behind a "?" in the URI under which a database is opened: its pages, and those of its journal, pass as they
+// are, whatever their sums say.
+inline constexpr const char *SumsIgnored = "sums=0";
+
 // Do the first 100 bytes of a database say that its pages have sums? It bears our mark and a version of the
 // format that has them, and keeps 8 bytes free on each page.
 bool NamesPageSums(Bytes header);

@@ -63,13 +63,13 @@ EngineReader::EngineReader(const QString &path, Access access)
     UseOpenFileLocks();
     UsePageSums();
     try {
-        const QByteArray name = QFile::encodeName(path);
+        const std::string uri =
+            ("file:" + QFile::encodeName(path).toPercentEncoding("/") + '?' + SumsIgnored).toStdString();
         if (access == Access::ReadOnly) // "immutable": neither locks nor journals are looked at
-            database_ = std::make_unique<SQLite::Database>(
-                ("file:" + name.toPercentEncoding("/") + "?mode=ro&immutable=1").toStdString(),
-                SQLite::OPEN_READONLY | SQLite::OPEN_URI);
+            database_ = std::make_unique<SQLite::Database>(uri + "&mode=ro&immutable=1",
+                                                           SQLite::OPEN_READONLY | SQLite::OPEN_URI);
         else
-            database_ = std::make_unique<SQLite::Database>(name.constData(), SQLite::OPEN_READWRITE);
+            database_ = std::make_unique<SQLite::Database>(uri, SQLite::OPEN_READWRITE | SQLite::OPEN_URI);
         const RoundLimit limit(*database_);
         Distrust(*database_);
         PrepareReading();

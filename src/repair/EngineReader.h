@@ -17,7 +17,7 @@ namespace paukfix {
 
 // The cards that the database engine itself still reads out of a damaged file: from the front until it meets
 // the damage and from the back until it meets it again. It can read tables that are laid out otherwise than
-// ours.
+// ours. Sums of pages do not count: a page that a journal gives back keeps the one that it had.
 class EngineReader
 {
 public:

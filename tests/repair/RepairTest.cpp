@@ -414,6 +414,36 @@ private slots:
         QCOMPARE(Cards(), before);
     }
 
+    // What the journal keeps is rolled back all the same; the page with the changed letter is known.
+    void AChangedLetterInAJournalIsNamedAndCostsNoCard()
+    {
+        const Box box = MakeBox(directory_->path(), {.cards = 300});
+        const Box amid = AmidTransaction(directory_->path(), box);
+        QByteArray journal = amid.journal;
+        const auto hit = std::find_if(box.cards.begin(), box.cards.end(), [&](const CardTruth &card) {
+            return journal.contains(card.marker) &&
+                   amid.bytes.indexOf(card.marker) != box.bytes.indexOf(card.marker);
+        });
+        QVERIFY(hit != box.cards.end());
+        const qsizetype letter = journal.indexOf(hit->marker) - 1;
+        journal[letter] = static_cast<char>(journal[letter] ^ 2);
+        WriteFile(Path(), amid.bytes);
+        WriteFile(Path(u"Kasten.pzb-journal"_s), journal);
+        const RepairResult result = RepairDatabase(Path());
+        QCOMPARE(result.cards, box.cards.size());
+        const QString report = Report(result);
+        QVERIFY(
+            report.contains(u"Ein Schreibvorgang war nicht zu Ende gekommen; er wurde zurückgenommen."_s));
+        QVERIFY2(report.contains(u"\nBei 1 von "_s), qPrintable(report));
+        const QRegularExpression line(
+            u"\nKarte %1( \\(„.*“\\))?: .*Seite, deren Prüfsumme nicht stimmt\n"_s.arg(hit->number));
+        QVERIFY2(report.contains(line), qPrintable(report));
+        const auto found = ReadDigests(Path());
+        for (const CardTruth &card : box.cards)
+            if (card.number != hit->number)
+                QCOMPARE(found.value(card.marker), card.digest);
+    }
+
     void AnOlderFileGetsItsSumsWithTheRepair()
     {
         MakeFormerCardFile(Path(), SomeCards(20));
