@@ -23,9 +23,11 @@ class VorhabenTest : public QObject
     Q_OBJECT
 
 private:
-    static QString Vorhaben(QWidget &fenster)
+    template <typename Fenster>
+    static QString Vorhaben(Fenster &&fenster)
     {
-        return Hand(fenster).Finde<QLabel>("Vorhaben")->text();
+        const Hand hand(fenster);
+        return hand.Finde<QLabel>(u"Vorhaben"_s)->text();
     }
 
     // Three typed cards (one with a picture, one with a sound and done), a ticked one in compartment 2.
