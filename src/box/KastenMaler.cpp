@@ -265,6 +265,7 @@ void KastenMaler::Zahl(const QRect &zeile, const QString &text, const QFont &sch
 void KastenMaler::Taste()
 {
     QFont schrift = masse_.kleineSchrift;
+    schrift.setWeight(QFont::DemiBold);
     const Hausfarben &farben = HausfarbenZu(palette_);
     const double seite = QFontMetrics(schrift).height() * 1.3;
     const QRectF taste(masse_.wuerfelTaste.center().x() + 0.5 - seite / 2, masse_.wuerfelTaste.top() + 0.5,
