@@ -246,12 +246,12 @@ void KastenMaler::Zaehler(const QRect &platz, const Fach &fach, bool mitKapazita
 // White on the wall, or red on paper as a warning.
 void KastenMaler::Zahl(const QRect &zeile, const QString &text, const QFont &schrift, bool warnung)
 {
-    const int breite = zeile.width() - (warnung ? 10 : 4); // numbers of neighbours must not read as one
+    const int breite = zeile.width() - (warnung ? 7 : 4); // numbers of neighbours must not read as one
     const QFont passend = Passend(schrift, text, breite);
     if (warnung) {
         const QFontMetrics metrik(passend);
         const double weit =
-            std::min<double>(zeile.width() - 6, metrik.horizontalAdvance(text) + 0.8 * metrik.height());
+            std::min<double>(zeile.width() - 5, metrik.horizontalAdvance(text) + 0.8 * metrik.height());
         maler_.setPen(Qt::NoPen);
         maler_.setBrush(KastenFarben::Papier);
         maler_.drawRoundedRect(QRectF(zeile.center().x() + 0.5 - weit / 2, zeile.top(), weit, zeile.height()),
@@ -265,6 +265,7 @@ void KastenMaler::Zahl(const QRect &zeile, const QString &text, const QFont &sch
 void KastenMaler::Taste()
 {
     QFont schrift = masse_.kleineSchrift;
+    schrift.setWeight(QFont::DemiBold);
     const Hausfarben &farben = HausfarbenZu(palette_);
     const double seite = QFontMetrics(schrift).height() * 1.3;
     const QRectF taste(masse_.wuerfelTaste.center().x() + 0.5 - seite / 2, masse_.wuerfelTaste.top() + 0.5,

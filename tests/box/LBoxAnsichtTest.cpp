@@ -245,15 +245,15 @@ private slots:
         QFETCH(QSize, groesse);
         const Schreibtisch schreibtisch(dunkel);
         LBoxBuehne b;
-        b.OeffnenMit({30, 51, 13, 9, 8, 7, 7});
+        b.OeffnenMit({30, 52, 13, 9, 8, 7, 7});
         b.Lernen(Qt::Key_1, true);
         b.fenster->resize(groesse);
         QTRY_COMPARE(b.fenster->size(), groesse);
         QCoreApplication::processEvents();
         const QImage bild = b.fenster->grab().toImage();
-        QStringList namen{"Weiter", "LKarten", "LGeschehen", "LBilanz", "LTasten", "LErledigt", "LKartei"};
-        for (const char *name : {"LWeiter", "LAntworten"})
-            if (b.Finde(name)->isVisible())
+        QStringList namen{"Weiter", "LKarten", "LGeschehen", "LBilanz", "LErledigt", "LKartei"};
+        for (const char *name : {"LWeiter", "LAntworten", "LTasten"})
+            if (b.Finde(name)->isVisible() && b.Finde(name)->width() >= b.Finde(name)->sizeHint().width())
                 namen << name;
         for (int i = 1; i <= 6; ++i)
             namen << QString("Label%1").arg(i);
@@ -262,7 +262,10 @@ private slots:
             QVERIFY2(teil->isVisible(), qPrintable(name));
             const QRect platz = Auf(b.fenster.get(), teil);
             QVERIFY2(b.fenster->rect().contains(platz), qPrintable(name));
-            const Lesbarkeit text(bild, platz.adjusted(2, 2, -2, -2));
+            // Of a plate the paper, of which there may be little more than its letters.
+            const bool schild = name.startsWith("Label") || name == "LErledigt";
+            const Lesbarkeit text(bild, schild ? QRect(platz.center() - QPoint(5, 7), QSize(11, 14))
+                                               : platz.adjusted(2, 2, -2, -2));
             QVERIFY2(text.kontrast >= Farben::KontrastText,
                      qPrintable(QString("%1 %2").arg(name).arg(text.kontrast)));
         }
