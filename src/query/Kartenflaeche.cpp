@@ -18,7 +18,6 @@
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVariantAnimation>
@@ -263,29 +262,30 @@ void Kartenflaeche::resizeEvent(QResizeEvent *event)
 void Kartenflaeche::paintEvent(QPaintEvent *)
 {
     const Hausfarben &farben = HausfarbenZu(palette());
-    const QRectF karte = QRectF(Karte(*this)).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QRect flaeche = Karte(*this);
+    const QRectF karte = QRectF(flaeche).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.setPen(farben.umriss);
-    // The last card but one lies on one more, the last on none.
+    // The last card but one lies on one more, the last on none. What the card hides takes time as well.
+    maler.setClipRect(QRect(0, flaeche.bottom() - Radius, width(), height()));
     for (int i = std::min(uebrig_, 2); i > 0; --i) {
         maler.setBrush(i == 2 ? Farben::Getoent(farben.fokus, farben.karte, 0.4) : farben.karte);
         maler.drawRoundedRect(karte.adjusted(5 * i, 5 * i, -5 * i, 5 * i), Radius, Radius);
     }
-    QPainterPath umriss;
-    umriss.addRoundedRect(karte, Radius, Radius);
-    maler.fillPath(umriss, farben.karte);
-    QPainterPath zone;
-    zone.addRect(QRectF(0, zone_, width(), height()));
-    maler.fillPath(umriss.intersected(zone), farben.antwortzone);
-    maler.setRenderHint(QPainter::Antialiasing, false);
+    // Question and answer are one card in two colours.
+    maler.setClipRect(QRect(0, 0, width(), zone_));
+    maler.setBrush(farben.karte);
+    maler.drawRoundedRect(karte, Radius, Radius);
+    maler.setClipRect(QRect(0, zone_, width(), height()));
+    maler.setBrush(farben.antwortzone);
+    maler.drawRoundedRect(karte, Radius, Radius);
+    maler.setClipping(false);
     maler.fillRect(QRect(1, zone_, width() - 2, 1), Farben::Getoent(farben.tinte, farben.antwortzone, 0.15));
     const int rand = (kompakt_ ? Klein : Gross).rand - 8;
     maler.fillRect(QRect(rand, Kopfhoehe() - 2, width() - 2 * rand, 2), farben.linie);
-    maler.setRenderHint(QPainter::Antialiasing);
-    maler.setBrush(Qt::NoBrush);
-    maler.drawPath(umriss);
     if (MFrage_->hasFocus()) {
+        maler.setBrush(Qt::NoBrush);
         maler.setPen(QPen(farben.fokus, 2));
         maler.drawRoundedRect(QRectF(MFrage_->geometry()).adjusted(-5, -3, 5, 3), Radius, Radius);
     }
