@@ -293,8 +293,7 @@ private slots:
                 QVERIFY2(!beruehrt(b.Box(name)->viewport()), name);
             for (const char *name : {"MaskFrageNr", "MaskThema", "Frame2", "Cadd", "CVor", "Check1(0)"})
                 QVERIFY2(!beruehrt(b.Finde(name)), name);
-            b.Klick("MFrage");
-            b.Tippe(u"x"_s);
+            b.Tippe("MFrage", u"x"_s);
             b.Taste(Qt::Key_I, Qt::ControlModifier);
             QCOMPARE(b.kartei.Stored()[0].Pictureleft, double(platz.x()));
         }
