@@ -164,6 +164,8 @@ bool Formularbild::Frei(const QRect &platz) const
     const auto beruehrt = [&](const QWidget *widget) { return AufFormular(widget).intersects(platz); };
     if (std::ranges::any_of(hindernisse_, beruehrt))
         return false;
+    if (antworten_ && platz.bottom() > AufFormular(antworten_).bottom())
+        return false; // the buttons stand there
     const QList<QWidget *> felder = Textfelder();
     if (felder.size() == 1 && antworten_ && beruehrt(antworten_))
         return false;

@@ -31,6 +31,7 @@ public:
     Marke(const QString &text, QWidget *eltern) : QLabel(text, eltern)
     {
         setContentsMargins(11, 3, 11, 3);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         QFont fett = font();
         fett.setWeight(QFont::DemiBold);
         setFont(fett);

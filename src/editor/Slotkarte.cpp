@@ -38,7 +38,7 @@ Slotkarte::Slotkarte(int nummer, Medienart art, QWidget *parent)
                       Moment(static_cast<std::size_t>(nummer) - 1))),
       vorschau_(new Slotvorschau(art == Medienart::Bild ? Symbole::Bild : Symbole::Ton,
                                  art == Medienart::Bild ? u"Bild hierher ziehen\noder auswählen"_s
-                                                        : u"Klang hierher ziehen\noder auswählen"_s,
+                                                        : u"Ton hierher ziehen\noder auswählen"_s,
                                  this)),
       belegung_(Benannt(new KurzLabel(this), u"Belegung%1"_s.arg(nummer), {})),
       abspielen_(Benannt(new QPushButton(vorschau_), u"Abspielen%1"_s.arg(nummer),

@@ -90,7 +90,6 @@ private slots:
     {
         EditorBuehne b(DreiKarten());
         b.Zeigen();
-        const QString glatt = b.Box("MFrage")->RichText();
         b.Auswaehlen("MFrage", 0, 7);
         for (const Qt::Key taste : {Qt::Key_H, Qt::Key_U, Qt::Key_K})
             b.Taste(taste, Qt::ControlModifier);
