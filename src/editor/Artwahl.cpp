@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 Artwahl::Artwahl(QWidget *parent)
     : QWidget(parent),
       Antwort_T_(
-          Benannt(new QRadioButton(u"Text/&Zahl"_s, this), u"Antwort_T"_s, u"Antwort als Text oder Zahl"_s)),
+          Benannt(new QRadioButton(u"Text/&Zahl"_s, this), u"Antwort_T"_s, u"Antwort als Text/Zahl"_s)),
       Antwort_K_(
           Benannt(new QRadioButton(u"An&kreuzen"_s, this), u"Antwort_K"_s, u"Antwort zum Ankreuzen"_s)),
       art_(new QButtonGroup(this)),

@@ -190,6 +190,7 @@ void Kartenflaeche::BildZeigen(const QImage &bild)
     }
     bild_->Verbergen();
     bild_->Box()->SetBild({});
+    bild_->Box()->setAccessibleName(u"Bild"_s);
 }
 
 QSize Kartenflaeche::minimumSizeHint() const

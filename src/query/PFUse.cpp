@@ -257,8 +257,10 @@ void PFUse::HinweiseZeigen()
 // A picture stays until there is another one.
 void PFUse::BildZeigen()
 {
-    if (!lauf_.Bild().isEmpty())
-        karte_->BildZeigen(bilder_.Laden(lauf_.Bild(), karte_->Bildgroesse(), dienste_.meldungen));
+    if (lauf_.Bild().isEmpty())
+        return;
+    karte_->BildZeigen(bilder_.Laden(lauf_.Bild(), karte_->Bildgroesse(), dienste_.meldungen));
+    karte_->Bild()->setAccessibleName(u"Bild "_s + Kurztext(lauf_.Bild()));
 }
 
 void PFUse::BildGrossZeigen()

@@ -35,6 +35,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     RichTextBox1_->setReadOnly(true);
     RichTextBox1_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     RichTextBox1_->setFrameShape(QFrame::NoFrame);
+    RichTextBox1_->setProperty("fokusring", true);
     RichTextBox1_->viewport()->setAutoFillBackground(false);
     auto *innen = new QVBoxLayout(karte);
     innen->setContentsMargins(zeile, zeile / 2, zeile / 4, zeile / 2);

@@ -2,25 +2,29 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include <QLabel>
 #include <QPalette>
 #include <QString>
 #include <QWidget>
 
 #include <cstddef>
 #include <initializer_list>
-
-class QLabel;
+#include <type_traits>
 
 namespace paukfix {
 
 // What all windows are built with.
 
-// Gives a control the name that tests find it by, and the one that a screen reader says.
+// Gives a control the name that tests find it by, and the one that a screen reader says. A label is read by
+// its text; the name, which would replace it, is said after it.
 template <typename Widget>
 Widget *Benannt(Widget *widget, const QString &name, const QString &zugaenglich)
 {
     widget->setObjectName(name);
-    widget->setAccessibleName(zugaenglich);
+    if constexpr (std::is_base_of_v<QLabel, Widget>)
+        widget->setAccessibleDescription(zugaenglich);
+    else
+        widget->setAccessibleName(zugaenglich);
     return widget;
 }
 

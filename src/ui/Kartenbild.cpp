@@ -4,11 +4,14 @@
 
 #include "Bild.h"
 #include "BildBox.h"
+#include "Kurztext.h"
 #include "RichTextBox.h"
 
 #include <algorithm>
 
 namespace paukfix {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -51,6 +54,7 @@ bool Kartenbild::Zeigen(const QString &name, const QString &verzeichnis, const Q
     if (bild.isNull())
         return false;
     Zeigen(bild);
+    box_->setAccessibleName(u"Bild der Karte: "_s + Kurztext(name));
     return true;
 }
 

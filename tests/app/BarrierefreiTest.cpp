@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "ProgrammBuehne.h"
+#include "TestProgram.h"
+
+#include <QAccessible>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTextDocumentFragment>
+
+#include <algorithm>
+
+using namespace paukfix;
+
+// Every window of the program: what it shows in words reaches a screen reader, and whatever has the keyboard
+// looks so.
+class BarrierefreiTest : public ProgrammBuehne
+{
+    Q_OBJECT
+
+private:
+    static constexpr int Ring = 40; // pixels that change at least; a bare caret has less
+
+    static QString Woerter(const QString &text)
+    {
+        return (Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text)
+            .simplified();
+    }
+
+    // "..." or ">>" is no word.
+    static bool IstWort(const QString &text)
+    {
+        return std::ranges::any_of(text, [](QChar zeichen) { return zeichen.isLetterOrNumber(); });
+    }
+
+    // Texts of the window that its screen reader does not get from the control that shows them.
+    static QStringList Stumm(const QWidget &fenster)
+    {
+        QStringList stumm;
+        for (QWidget *teil : fenster.findChildren<QWidget *>()) {
+            const bool wort = qobject_cast<QLabel *>(teil) || qobject_cast<QAbstractButton *>(teil);
+            if (!wort || !teil->isVisible() || teil->visibleRegion().isEmpty())
+                continue;
+            const QString text = Woerter(Hand::Gezeigt(teil));
+            QAccessibleInterface *leser = QAccessible::queryAccessibleInterface(teil);
+            const QString gelesen =
+                leser->text(QAccessible::Name) + u' ' + leser->text(QAccessible::Description);
+            if (IstWort(text) && !Woerter(gelesen).contains(text))
+                stumm << teil->objectName() + u": "_s + text + u" is read as "_s + gelesen;
+        }
+        return stumm;
+    }
+
+    // Stops of the Tab key that look as if they had no focus, the first one included.
+    static QStringList OhneFokusbild(QWidget &fenster)
+    {
+        const Hand hand(fenster);
+        QStringList blass;
+        QWidgetList besucht;
+        for (QWidget *stelle = hand.Fokus(); !besucht.contains(stelle); stelle = hand.Fokus()) {
+            besucht << stelle;
+            const QRect ort = QRect(stelle->mapTo(&fenster, QPoint()), stelle->size()).adjusted(-6, -6, 6, 6);
+            const QImage mit = fenster.grab(ort).toImage();
+            hand.Taste(Qt::Key_Tab);
+            if (hand.Fokus() == stelle)
+                break;
+            const QImage ohne = fenster.grab(ort).toImage();
+            int anders = 0;
+            for (int y = 0; y < mit.height(); ++y)
+                for (int x = 0; x < mit.width(); ++x)
+                    anders += mit.pixel(x, y) != ohne.pixel(x, y);
+            if (anders < Ring)
+                blass << stelle->objectName() + u": "_s + QString::number(anders);
+        }
+        return blass;
+    }
+
+    void Pruefen(QWidget &fenster, const QString &wo = {})
+    {
+        QTest::qWait(0);
+        for (const QString &stelle : Stumm(fenster))
+            maengel_ << u"unread, "_s + fenster.objectName() + wo + u", "_s + stelle;
+        for (const QString &stelle : OhneFokusbild(fenster))
+            maengel_ << u"no focus seen, "_s + fenster.objectName() + wo + u", "_s + stelle;
+    }
+
+    // Looks at the window of this name once it is open, and closes it.
+    Drehbuch::Szene Ansehen(const QString &name)
+    {
+        return Drehbuch::In(name, [this](QWidget &fenster) {
+            Pruefen(fenster);
+            fenster.close();
+        });
+    }
+
+    void Karteien() const
+    {
+        CardRecord tipp = MakeCard(1, 0, 1);
+        tipp.Picture_9_Name = u"Tiere"_s;
+        CardRecord kreuz = MakeCard(2, 1, 1);
+        kreuz.Antworttyp = 2;
+        kreuz.Antwort_2 = kreuz.Antwort_2_Klartext = u"zwei"_s;
+        kreuz.Antwort_ch_2 = true;
+        CardRecord anderes = kreuz;
+        anderes.FrageNr = 5;
+        anderes.FachNr = 3;
+        MakeCardFile(Pfad("a.pzb"), {tipp, kreuz, MakeCard(3, 6, 1), MakeCard(4, 2, 1), anderes});
+        MakeCardFile(Pfad("b.pzb"), {MakeCard(1, 1, 1)});
+    }
+
+    QStringList maengel_;
+
+private slots:
+
+    void initTestCase()
+    {
+        QApplication::setCursorFlashTime(0);
+        Aufstellen();
+        Konfig("False");
+        Karteien();
+        MachProgramm();
+        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+    }
+
+    void init()
+    {
+        maengel_.clear();
+        QTRY_VERIFY(Hand::Bereit("LBOX") && Kartei() == "a.pzb");
+    }
+
+    void cleanup()
+    {
+        if (QWidget *editor = Hand::Offen("PFÄndern"))
+            editor->close();
+    }
+
+    void cleanupTestCase() { Abraeumen(); }
+
+    void Box()
+    {
+        Pruefen(*Hand::Offen("LBOX"));
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void Query_data()
+    {
+        QTest::addColumn<Qt::Key>("fach");
+        QTest::newRow("typed") << Qt::Key_N;
+        QTest::newRow("ticked") << Qt::Key_1;
+    }
+
+    void Query()
+    {
+        QFETCH(const Qt::Key, fach);
+        const Drehbuch buch({Drehbuch::In("PFUse", [this](QWidget &abfrage) {
+            Pruefen(abfrage, u" asking"_s);
+            Hand(abfrage).Klick("Cpruefen");
+            Pruefen(abfrage, u" judged"_s);
+            abfrage.close();
+        })});
+        Hand::An("LBOX").Taste(fach);
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    // After the verdict on a ticked card its ticks and the right ones are stops of the Tab key.
+    void TicksAndRightTicksAreReachedAfterTheVerdict()
+    {
+        QStringList stellen;
+        const Drehbuch buch({Drehbuch::In("PFUse", [&](QWidget &abfrage) {
+            const Hand hand(abfrage);
+            hand.Klick("Cpruefen");
+            while (!stellen.contains(hand.FokusName())) {
+                stellen << hand.FokusName();
+                hand.Taste(Qt::Key_Tab);
+            }
+            abfrage.close();
+        })});
+        Hand::An("LBOX").Taste(Qt::Key_3);
+        for (const char *name : {"Check1(0)", "Check1(1)", "Check2(0)", "Check2(1)"})
+            QVERIFY2(stellen.contains(name), qPrintable(stellen.join(u' ')));
+    }
+
+    void Editor()
+    {
+        Waehlen("MKarten");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        Pruefen(*Hand::Offen("PFÄndern"));
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void DialogsOfTheEditor_data()
+    {
+        QTest::addColumn<QString>("eintrag");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("pictures") << "MBilder"
+                                  << "Bildbearbeiten";
+        QTest::newRow("sounds") << "MTon"
+                                << "Soundbearbeiten";
+        QTest::newRow("search") << "MSuchen"
+                                << "Suchen";
+    }
+
+    void DialogsOfTheEditor()
+    {
+        QFETCH(const QString, eintrag);
+        QFETCH(const QString, name);
+        Waehlen("MKarten");
+        QTRY_VERIFY(Hand::Bereit("PFÄndern"));
+        const Drehbuch buch({Ansehen(name)});
+        Hand::An("PFÄndern").Finde<QAction>(eintrag)->trigger();
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void DialogsOfTheBox_data()
+    {
+        QTest::addColumn<QString>("eintrag");
+        QTest::addColumn<QString>("name");
+        for (const auto &[eintrag, name] : {std::pair{"Manzeigen", "Uebersicht"},
+                                            {"MAscii_Export", "AExport"},
+                                            {"MAscii_Import", "AImport"},
+                                            {"MThema_ausfiltern", "Themaausfiltern"},
+                                            {"MKartei_anhängen", "Karteianhängen"},
+                                            {"MKartei_spiegeln", "Karteispiegeln"},
+                                            {"MAlleNeu", "AlleNull"},
+                                            {"MErledigtNeu", "ErlNull"},
+                                            {"MStatistik", "Statistik"},
+                                            {"Müber", "über"}})
+            QTest::newRow(name) << QString(eintrag) << QString(name);
+    }
+
+    void DialogsOfTheBox()
+    {
+        QFETCH(const QString, eintrag);
+        QFETCH(const QString, name);
+        const Drehbuch buch({Ansehen(name)});
+        Waehlen(eintrag);
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void FileChooser()
+    {
+        const Drehbuch buch({Ansehen("Datausw")});
+        Hand::An("LBOX").Taste(Qt::Key_L, Qt::ControlModifier);
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void Message()
+    {
+        const Drehbuch buch({Taste("AExport", Qt::Key_Return),
+                             Drehbuch::In<QMessageBox>([this](QMessageBox &box) {
+                                 Pruefen(box);
+                                 box.reject();
+                             }),
+                             Taste("AExport", Qt::Key_Escape)});
+        Waehlen("MAscii_Export");
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+};
+
+PAUKFIX_TEST(BarrierefreiTest)
+#include "BarrierefreiTest.moc"
