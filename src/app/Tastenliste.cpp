@@ -54,6 +54,7 @@ Tastengruppe Editor()
              {u"[F3]"_s, u"suchen"_s},
              {u"[Strg]+[F] · [Strg]+[K] · [Strg]+[U]"_s, u"fett, kursiv, unterstrichen"_s},
              {u"[Strg]+[H] · [Strg]+[N] · [Strg]+[T]"_s, u"hochgestellt, normal, tiefgestellt"_s},
+             {u"[Strg]+[M]"_s, u"zurück zur Standardschrift"_s},
              {u"[Strg]+[Z] · [Strg]+[Y]"_s, u"im Text: zurücknehmen, wiederholen"_s},
              {u"[Alt]+[N]"_s, u"Frage Nr.; mit [Eingabe] zu dieser Karte, [Esc] lässt es"_s},
              {u"[Alt]+[T] · [Alt]+[F] · [Alt]+[A]"_s, u"Thema, Frage, Antwort"_s},

@@ -79,6 +79,9 @@ void Themenzeile::keyPressEvent(QKeyEvent *event)
         Einfuegen(QClipboard::Clipboard);
     else
         QLineEdit::keyPressEvent(event);
+    // Where there is nothing to undo, the list of proposals would search for the key, and choose.
+    if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
+        event->accept();
 }
 
 void Themenzeile::contextMenuEvent(QContextMenuEvent *event)

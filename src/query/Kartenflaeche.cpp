@@ -9,6 +9,7 @@
 #include "Hausfarben.h"
 #include "Kartenkopf.h"
 #include "KreuzAnsicht.h"
+#include "Kurztext.h"
 #include "Meldungen.h"
 #include "Texttaste.h"
 #include "TippAnsicht.h"
@@ -118,7 +119,7 @@ void Kartenflaeche::Zeigen(const Abfragekarte &karte, int uebrig)
     blende_->stop();
     Frame1_->hide();
     Frame1_->setPalette({});
-    BildZeigen({});
+    BildZeigen({}, {});
     kopf_->Zeigen(karte, uebrig);
     // Of the two forms the one that is there holds the name of the first answer.
     for (AntwortAnsicht *form :
@@ -181,10 +182,11 @@ QSize Kartenflaeche::Bildgroesse() const
     return (QSizeF(bild_->Bildplatz().size()) * devicePixelRatioF()).toSize();
 }
 
-void Kartenflaeche::BildZeigen(const QImage &bild)
+void Kartenflaeche::BildZeigen(const QImage &bild, const QString &name)
 {
     if (!bild.isNull()) {
         bild_->Zeigen(bild);
+        bild_->Box()->setAccessibleName(u"Bild "_s + Kurztext(name));
         Frame1_->raise();
         return;
     }

@@ -63,8 +63,8 @@ public:
     QSize Bildbedarf() const;
     // How large a picture is shown, in pixels of the screen.
     QSize Bildgroesse() const;
-    // Shows a picture until the next one; none for a null image.
-    void BildZeigen(const QImage &bild);
+    // Shows the picture of the file `name` until the next one; none for a null image.
+    void BildZeigen(const QImage &bild, const QString &name);
 
     QSize minimumSizeHint() const override;
 

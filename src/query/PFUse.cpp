@@ -70,7 +70,7 @@ void PFUse::Aufbauen()
     connect(karte_, &Kartenflaeche::BildAngeklickt, this, [this] { BildGrossZeigen(); });
     connect(karte_, &Kartenflaeche::Umgelegt, this, [this] {
         if (const QImage bild = bilder_.Groesser(karte_->Bildgroesse()); !bild.isNull())
-            karte_->BildZeigen(bild);
+            karte_->BildZeigen(bild, lauf_.Bild());
     });
 
     auto *spalte = new QVBoxLayout(this);
@@ -142,7 +142,7 @@ void PFUse::Vorbereiten(int fach)
     TabFolge();
     platz_.Waehlen(dienste_.konfig.Abfrage, *karte_);
     create(); // the window system's side of the window; winId() would give one to each part of the box too
-    karte_->BildZeigen(voraus_.Bild());
+    karte_->BildZeigen(voraus_.Bild(), lauf_.Bild());
     bilder_.Gelesen(voraus_.Karte().Medium[1]);
     grab(); // texts are laid out and the picture is scaled when they are painted first
 }
@@ -259,14 +259,13 @@ void PFUse::BildZeigen()
 {
     if (lauf_.Bild().isEmpty())
         return;
-    karte_->BildZeigen(bilder_.Laden(lauf_.Bild(), karte_->Bildgroesse(), dienste_.meldungen));
-    karte_->Bild()->setAccessibleName(u"Bild "_s + Kurztext(lauf_.Bild()));
+    karte_->BildZeigen(bilder_.Laden(lauf_.Bild(), karte_->Bildgroesse(), dienste_.meldungen), lauf_.Bild());
 }
 
 void PFUse::BildGrossZeigen()
 {
     if (const QImage bild = bilder_.Groesser(gross_->Platz()); !bild.isNull())
-        karte_->BildZeigen(bild);
+        karte_->BildZeigen(bild, lauf_.Bild());
     gross_->Zeigen(karte_->Bild()->Bild());
 }
 

@@ -30,7 +30,6 @@ Kartengitter::Kartengitter(QWidget *parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setToolTip(u"Ein Klick sortiert nach dieser Spalte"_s);
 
     leer_->setTextFormat(Qt::PlainText);
@@ -101,6 +100,7 @@ void Kartengitter::Einteilen()
     koepfe->resizeSection(KartenModell::Column3, frage);
     koepfe->resizeSection(KartenModell::Column4,
                           std::max(rest - thema - frage, koepfe->minimumSectionSize()));
+    koepfe->resizeSection(KartenModell::Column5, thema);
 }
 
 } // namespace paukfix

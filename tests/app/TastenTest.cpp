@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTreeWidget>
 
@@ -24,7 +25,7 @@ private:
             if (gruppe.fenster == fenster)
                 for (const auto &[tasten, was] : gruppe.zeilen)
                     text += QString(tasten).remove('[').remove(']') + '\n';
-        return text;
+        return text.replace("Strg+1 bis Strg+6", "Strg+1 Strg+2 Strg+3 Strg+4 Strg+5 Strg+6");
     }
 
     // The window's shortcuts and underlined letters that its group does not name.
@@ -35,16 +36,22 @@ private:
             if (const QKeySequence taste = QKeySequence::mnemonic(text); !taste.isEmpty())
                 tasten << taste.toString();
         };
+        // The main window owns others.
+        const auto hier = [&fenster](const QObject *teil) {
+            const auto *widget = qobject_cast<const QWidget *>(teil);
+            return widget && (widget->window() == &fenster || qobject_cast<const QMenu *>(widget));
+        };
         for (const QAction *eintrag : fenster.findChildren<QAction *>())
-            if (!eintrag->shortcut().isEmpty())
+            if (hier(eintrag->parent()) && !eintrag->shortcut().isEmpty())
                 tasten << eintrag->shortcut().toString();
         for (const QMenuBar *menue : fenster.findChildren<QMenuBar *>())
             for (const QAction *eintrag : menue->actions())
                 buchstabe(eintrag->text());
         for (const QAbstractButton *knopf : fenster.findChildren<QAbstractButton *>())
-            buchstabe(knopf->text());
+            if (hier(knopf))
+                buchstabe(knopf->text());
         for (const QLabel *label : fenster.findChildren<QLabel *>())
-            if (label->buddy())
+            if (hier(label) && label->buddy())
                 buchstabe(label->text());
         const QString genannt = Gruppe(fenster.objectName());
         QStringList fehlen;
@@ -113,7 +120,7 @@ private slots:
         Waehlen("MKarten");
         QTRY_VERIFY(Hand::Bereit("PFÄndern"));
         fehlen << Ungenannte(*Hand::Offen("PFÄndern"));
-        QCOMPARE(fehlen, QStringList());
+        QCOMPARE(fehlen.join(' '), QString());
     }
 };
 

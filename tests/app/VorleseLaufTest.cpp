@@ -197,7 +197,7 @@ private slots:
 
     void TheSettings()
     {
-        QVERIFY(Fenster(box_, {"ctrl+l"}, "Datei laden ", {"a.pzb", "laden", "abbrechen", "Dateien in"}));
+        QVERIFY(Fenster(box_, {"ctrl+l"}, "Datei laden", {"a.pzb", "laden", "abbrechen", "Dateien in"}));
         QVERIFY(Fenster(box_, {"alt+i", "b"}, "über Paukfix", {"Paukfix", "OK"}));
     }
 };

@@ -117,12 +117,19 @@ private slots:
             for (const double anteil : {0.02, 0.3, 0.7, 1.0})
                 for (const int anzahl : {1, 2, 7, 13, 14, 40, 700}) {
                     const double gefuellt = std::max(3.0, innen * anteil);
-                    for (const auto &karte : Gefaechert(anzahl, gefuellt, innen).Karten()) {
-                        QVERIFY(karte.fuss >= 100 && karte.fuss + karte.dicke <= 100 + gefuellt + 0.001);
+                    const Kartenfaecher faecher = Gefaechert(anzahl, gefuellt, innen);
+                    for (const auto &karte : faecher.Karten()) {
+                        QVERIFY2(karte.fuss >= 100 && karte.fuss + karte.dicke <= 100 + gefuellt + 0.001,
+                                 qPrintable(QStringLiteral("%1 cards, %2 of %3: %4 + %5")
+                                                .arg(anzahl)
+                                                .arg(gefuellt)
+                                                .arg(innen)
+                                                .arg(karte.fuss)
+                                                .arg(karte.dicke)));
                         QVERIFY(karte.fuss + karte.neigung + karte.dicke <= 100 + innen + 0.001);
                         QVERIFY(anteil < 1 || karte.neigung == 0);
                     }
-                    QVERIFY(Gefaechert(anzahl, gefuellt, innen).Karten().back().dicke >= 3);
+                    QVERIFY(faecher.Karten().back().dicke >= 3);
                 }
     }
 

@@ -70,7 +70,7 @@ private slots:
         MeldungenFenster meldungen;
         const QStringList knoepfe{"&Ja, reparieren", "&Nein", "&Sicherung zurückholen"};
         const auto waehlen = [&](const std::function<void(QMessageBox &)> &tun) {
-            Waehrend<QMessageBox>(tun);
+            const Drehbuch buch = Waehrend<QMessageBox>(tun);
             return meldungen.Waehlen("Was nun?", knoepfe, 1);
         };
         QCOMPARE(waehlen([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }), 0);
@@ -93,7 +93,7 @@ private slots:
     {
         MeldungenFenster meldungen;
         QString gelesen;
-        Waehrend<QDialog>([&](QDialog &fenster) {
+        const Drehbuch buch = Waehrend<QDialog>([&](QDialog &fenster) {
             QCOMPARE(fenster.windowTitle(), "box.Reparatur.txt");
             auto *text = fenster.findChild<QPlainTextEdit *>();
             gelesen = text->toPlainText();
