@@ -79,9 +79,9 @@ void Themenzeile::keyPressEvent(QKeyEvent *event)
         Einfuegen(QClipboard::Clipboard);
     else
         QLineEdit::keyPressEvent(event);
-    // Where there is nothing to undo, the list of proposals would search for the key, and choose.
+    // What is taken back is no search, and the list of proposals would keep the next key to itself.
     if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
-        event->accept();
+        completer()->popup()->hide();
 }
 
 void Themenzeile::contextMenuEvent(QContextMenuEvent *event)
