@@ -238,7 +238,8 @@ private slots:
         QStringList da = Dateien();
         QCOMPARE(da.removeIf([](const QString &name) {
             return name.startsWith("Dokumente/Paukfix/Sicherungen/Englisch (");
-        }), 1);
+        }),
+                 1);
         da.removeAll("Dokumente/Paukfix/verlauf.sqlite");
         QCOMPARE(da.join("\n"), erwartet.join("\n"));
         QVERIFY(Lesen(Eigene("konfig.dat")).contains(QFile::encodeName(Eigene("Englisch.pzb"))));
