@@ -54,7 +54,7 @@ QString Sicherungsordner::Von(const QString &kartei) const
 QString Sicherungsordner::Anlegen(const QString &kartei) const
 {
     OrdnerAnlegen(wurzel_);
-    const QString ordner = Von(kartei);
+    QString ordner = Von(kartei);
     OrdnerAnlegen(ordner);
     return ordner;
 }
@@ -80,7 +80,7 @@ QString Sicherungsordner::Name(const QString &kartei, const QDateTime &zeit) con
     const QString ordner = Von(kartei);
     QDateTime frei = zeit;
     for (;;) {
-        const QString name =
+        QString name =
             u"%1/%2 %3%4"_s.arg(ordner, Grundname(Resolved(kartei)), frei.toString(Zeitform), Endung);
         if (!IsNameTaken(name))
             return name;

@@ -82,7 +82,7 @@ Unterschied Vergleichen(const QString &frueher, const QString &jetzt)
         while (spalten.executeStep()) {
             const std::string name = spalten.getColumn(0).getString();
             if (name != "FrageNr" && name != "FachNr" && name != "FachLfdNr")
-                andere += " OR alt.\"" + name + "\" IS NOT neu.\"" + name + "\"";
+                andere.append(" OR alt.\"").append(name).append("\" IS NOT neu.\"").append(name).append("\"");
         }
         const std::string beide = "main.Lernkarten alt JOIN jetzt.Lernkarten neu USING (FrageNr) WHERE ";
         return {
