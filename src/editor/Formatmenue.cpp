@@ -20,7 +20,7 @@ namespace {
 
 struct Textfarbe
 {
-    const char *name;
+    const char *name = "";
     QColor farbe; // invalid: the desktop's text colour
 };
 
