@@ -19,7 +19,7 @@ std::optional<QString> MediumAnbieten(const Medium &medium, std::size_t moment, 
     if (!Step(meldungen, bild ? u"Fehler beim Bildöffnen: "_s : u"Fehler beim Soundöffnen: "_s,
               [&] { MediumPruefen(medium); }))
         return std::nullopt;
-    if (const auto name = LiegtIn(medium, verzeichnis))
+    if (auto name = LiegtIn(medium, verzeichnis))
         return name;
     const QString frei = FreierName(verzeichnis, medium.name);
     const QString als = frei == medium.name ? QString() : u" als „%1“"_s.arg(frei);
@@ -41,7 +41,7 @@ Medienannahme::Medienannahme(const CardStore &kartei, Meldungen &meldungen, Bild
     for (QWidget *feld : felder) {
         if (auto *box = dynamic_cast<KartenTextBox *>(feld))
             box->medien = this;
-        else
+        else if (feld)
             feld->installEventFilter(this);
     }
 }

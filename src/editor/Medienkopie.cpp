@@ -99,7 +99,7 @@ QString FreierName(const QString &verzeichnis, const QString &name)
 QString Danebenlegen(const Medium &medium, const QString &verzeichnis)
 {
     const QDir ort(verzeichnis);
-    const QString name = FreierName(verzeichnis, medium.name);
+    QString name = FreierName(verzeichnis, medium.name);
     const QString platz = ort.filePath(name);
     const QString daneben = ort.filePath(u".paukfix-%1.tmp"_s.arg(QCoreApplication::applicationPid()));
     QFile::remove(daneben); // only this process could have made it

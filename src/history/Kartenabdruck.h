@@ -43,7 +43,12 @@ private:
     {
         quint64 nummer = 0, text = 0;
 
-        auto operator<=>(const Karte &) const = default;
+        bool operator==(const Karte &) const = default;
+
+        bool operator<(const Karte &andere) const
+        {
+            return nummer != andere.nummer ? nummer < andere.nummer : text < andere.text;
+        }
     };
 
     bool vollstaendig_ = true;  // no card was left out for want of room
