@@ -15,7 +15,7 @@ void Kartenbilder::SetOrte(const QString &karteiPfad, const QString &programmPfa
 
 QImage Kartenbilder::Laden(const QString &name, const QSize &platz, Meldungen &meldungen)
 {
-    const QImage bild = BildLaden(name, karteiPfad_, programmPfad_, meldungen, platz);
+    QImage bild = BildLaden(name, karteiPfad_, programmPfad_, meldungen, platz);
     Merken(bild.isNull() ? QString() : name, platz);
     return bild;
 }
