@@ -160,10 +160,7 @@ QString Anzahl(const std::vector<const Zeichen *> &zeichen)
     const Wort wort = WortFuer(zeichen);
     if (zeichen.size() > 1)
         return u"%1 %2"_s.arg(zeichen.size()).arg(wort.mehrzahl);
-    return (wort.einzahl == u"Ziffer"      ? u"eine "_s
-            : wort.einzahl == u"Buchstabe" ? u"ein "_s
-                                           : u"ein "_s) +
-           wort.einzahl;
+    return (wort.einzahl == u"Ziffer" ? u"eine "_s : u"ein "_s) + wort.einzahl;
 }
 
 QString Worte(const std::vector<Schritt> &weg, const Text &eingabe, const Text &loesung)
