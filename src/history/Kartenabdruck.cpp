@@ -108,7 +108,8 @@ Kartenabdruck::Vergleich Kartenabdruck::Mit(const Kartenabdruck &anderer) const
                                      [grenze](const Karte &karte) { return karte.nummer <= grenze; });
     };
     std::vector<Karte> gleiche;
-    std::ranges::set_intersection(karten_, anderer.karten_, std::back_inserter(gleiche));
+    std::set_intersection(karten_.begin(), karten_.end(), anderer.karten_.begin(), anderer.karten_.end(),
+                          std::back_inserter(gleiche));
     const auto weniger = std::min(anzahl(*this), anzahl(anderer));
     Vergleich vergleich{.gleiche = static_cast<int>(gleiche.size())};
     if (weniger > 0)

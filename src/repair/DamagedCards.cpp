@@ -9,6 +9,8 @@
 #include "SalvagedSource.h"
 
 #include <fcntl.h>
+#include <memory>
+#include <utility>
 
 namespace paukfix {
 
@@ -24,47 +26,60 @@ FileHandle OpenLocked(const QString &path)
     return file;
 }
 
+// The damaged file, locked, and all that can be read of it.
+struct Damaged
+{
+    Damaged(const QString &path, const Progress &progress)
+        : file(OpenLocked(path)),
+          engine(path, EngineReader::Access::ReadOnly),
+          state(file.Get(), SizeOf(file, path), engine, progress)
+    {
+    }
+
+    FileHandle file;
+    EngineReader engine;
+    DamagedState state;
+};
+
 class DamagedCards final : public SalvagedSource
 {
 public:
-    DamagedCards(const QString &path, const Progress &progress)
-        : SalvagedSource(path),
-          file_(OpenLocked(path)),
-          engine_(path, EngineReader::Access::ReadOnly),
-          state_(file_.Get(), SizeOf(file_, path), engine_, progress)
+    DamagedCards(const QString &path, std::unique_ptr<Damaged> damaged)
+        : SalvagedSource(path), damaged_(std::move(damaged))
     {
-        Begin(state_.salvage.Cards(), static_cast<qint64>(state_.salvage.MissingNumbers().size()));
+        const CardSalvage &salvage = damaged_->state.salvage;
+        Begin(salvage.Cards(), static_cast<qint64>(salvage.MissingNumbers().size()));
     }
 
     QString Remark() const override { return IsDamaged() + u"Alle Karten ließen sich lesen."_s; }
 
 private:
-    std::optional<SalvagedCard> ReadCard(const CardPlan &plan) override { return state_.salvage.Read(plan); }
+    std::optional<SalvagedCard> ReadCard(const CardPlan &plan) override
+    {
+        return damaged_->state.salvage.Read(plan);
+    }
 
-    FileHandle file_;
-    EngineReader engine_;
-    DamagedState state_;
+    std::unique_ptr<Damaged> damaged_;
 };
 
 } // namespace
 
 std::unique_ptr<CardSource> OpenDamagedCards(const QString &path, const Progress &progress)
 {
-    return std::make_unique<DamagedCards>(path, progress);
+    return std::make_unique<DamagedCards>(path, std::make_unique<Damaged>(path, progress));
 }
 
 RepairOutlook LookAtDamaged(const QString &path, const Progress &progress)
 {
-    const FileHandle file = OpenLocked(path);
-    EngineReader engine(path, EngineReader::Access::ReadOnly);
-    const DamagedState state(file.Get(), SizeOf(file, path), engine, progress);
-    const auto &cards = state.salvage.Cards();
+    const Damaged damaged(path, progress);
+    const CardSalvage &salvage = damaged.state.salvage;
+    const auto &cards = salvage.Cards();
     RepairOutlook outlook;
-    outlook.known = static_cast<int>(cards.size() + state.salvage.MissingNumbers().size());
+    outlook.known = static_cast<int>(cards.size() + salvage.MissingNumbers().size());
     int done = 0;
     for (const CardPlan &plan : cards) {
         Melden(progress, ++done, static_cast<int>(cards.size()));
-        outlook.saved += state.salvage.Read(plan) ? 1 : 0;
+        outlook.saved += salvage.Read(plan) ? 1 : 0;
     }
     return outlook;
 }
