@@ -189,11 +189,11 @@ private slots:
         EditorOeffnen();
         Tippen("Merkkasten Ändern", "halb");
         QVERIFY(anzeige_->Taste("Merkkasten Ändern", "alt+F4"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // no answer
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // discard? no
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // no answer
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // discard? no
         QVERIFY(anzeige_->Taste("Merkkasten Ändern", "alt+F4"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "alt+j"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "alt+j"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(lauf.IstZuEnde());
         QVERIFY(ReadCards(Pfad("a.pzb")).isEmpty());

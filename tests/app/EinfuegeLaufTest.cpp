@@ -110,7 +110,7 @@ private slots:
         // What is selected stays too, and stays selected: the letter takes its place.
         for (const char *taste : {"shift+Right", "ctrl+v"})
             QVERIFY(anzeige_->Taste("Merkkasten Ändern", taste));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
         for (const char *taste : {"x", "ctrl+i", "alt+F4"})
             QVERIFY(anzeige_->Taste("Merkkasten Ändern", taste));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));

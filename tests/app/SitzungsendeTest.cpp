@@ -115,7 +115,7 @@ private slots:
         Verderben();
         sitzung_->Beenden(fragen);
         QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // no question
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));      // discard? no
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // discard? no
         QVERIFY(sitzung_->Gesichert());
         QCOMPARE(sitzung_->Gefragt(), 1);
         QVERIFY(sitzung_->Abgebrochen());

@@ -68,7 +68,7 @@ private slots:
         Waehlen(5, 2);
         Tippen("ASCII-Import", "neu.txt");
         QVERIFY(anzeige_->Taste("ASCII-Import", "Return"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // it tells the success
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // it tells the success
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(lauf.IstZuEnde());
 
@@ -95,7 +95,7 @@ private slots:
         Waehlen(5, 2);
         Tippen("ASCII-Import", "neu.txt");
         QVERIFY(anzeige_->Taste("ASCII-Import", "Return"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
         QVERIFY(anzeige_->Taste("Lern-Box", "n"));
         anzeige_->Tastatur("de");
         for (const char *taste : {"B", "adiaeresis", "r", "Return"})
@@ -151,7 +151,7 @@ private slots:
         Oeffnen(lauf);
         Waehlen(5, 7);
         QVERIFY(anzeige_->Taste("Erledigte Karten nach Fach Neu", "Return"));
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
         QVERIFY(lauf.IstZuEnde());
         QCOMPARE(ReadCards(Pfad("a.pzb")), (QList{MakeCard(1, 0, 1), MakeCard(2, 0, 2), MakeCard(3, 0, 3)}));
