@@ -22,6 +22,14 @@ public:
         return Antwort::Nein;
     }
 
+    qsizetype Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch) override
+    {
+        Require(!text.isEmpty() && abbruch < knoepfe.size());
+        return abbruch;
+    }
+
+    void Bericht(const QString & /*titel*/, const QString &text) override { Require(!text.isEmpty()); }
+
     void Sanduhr(bool /*an*/) override {}
 };
 
