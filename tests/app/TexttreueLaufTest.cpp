@@ -111,7 +111,8 @@ private slots:
     void WhatIsTypedBlindlyUnderTheQuestionChangesNothing()
     {
         Anfangen();
-        QVERIFY(anzeige_->Tasten("Merkkasten Ändern", {"d", "a", "s", "space"}));
+        QVERIFY(anzeige_->Taste("Merkkasten Ändern", "d"));
+        QVERIFY(anzeige_->Tasten("Merkkasten (a.pzb)", {"a", "s", "space"}));
         QVERIFY(anzeige_->WarteAuf("Merkkasten Ändern"));
         Aufhoeren();
         QCOMPARE(ReadCards(Kartei())[0], Karte());
