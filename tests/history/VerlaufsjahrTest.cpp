@@ -29,7 +29,7 @@ private slots:
     // taken back, a box that is renamed, and a clock that is wrong twice.
     void AYearIsKept()
     {
-        std::mt19937 zufall(20260801); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same year every time
+        std::mt19937 zufall(20260801); // the same year every time
         const auto bis = [&zufall](int hoechstens) {
             return static_cast<int>(zufall() % static_cast<unsigned>(hoechstens + 1));
         };
