@@ -86,12 +86,7 @@ void Sicherungen::VorAenderung(const QString &kartei, int karten)
     tag_ = heute;
     const Sicherungsliste liste = Liste(kartei);
     if (liste.isEmpty() || liste.first().zeit.date() != heute)
-        Kopieren(kartei, karten);
-}
-
-void Sicherungen::VorEingriff(const QString &kartei, int karten)
-{
-    Kopieren(kartei, karten);
+        VorEingriff(kartei, karten);
 }
 
 bool Sicherungen::Aufheben(const QString &datei, const QString &endung)
@@ -121,6 +116,12 @@ Sicherungsliste Sicherungen::Liste(const QString &kartei)
     return ordner_.Liste(kartei);
 }
 
+bool Sicherungen::IstGesichert(const QString &kartei)
+{
+    const Sicherungsliste liste = Liste(kartei);
+    return !liste.isEmpty() && GleicherInhalt(kartei, liste.first().datei);
+}
+
 std::optional<Sicherung> Sicherungen::NeuesteGute(const QString &kartei)
 {
     for (const Sicherung &sicherung : Liste(kartei)) {
@@ -134,11 +135,10 @@ std::optional<Sicherung> Sicherungen::NeuesteGute(const QString &kartei)
     return std::nullopt;
 }
 
-void Sicherungen::Kopieren(const QString &kartei, int karten)
+void Sicherungen::VorEingriff(const QString &kartei, int karten)
 {
     try {
-        const Sicherungsliste liste = Liste(kartei);
-        if (!liste.isEmpty() && GleicherInhalt(kartei, liste.first().datei))
+        if (IstGesichert(kartei))
             return;
         ordner_.Anlegen(kartei);
         const QDateTime jetzt = clock_.Now();

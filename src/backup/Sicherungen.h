@@ -39,6 +39,8 @@ public:
 
     // The backups of the box; those that are just being checked are waited for.
     Sicherungsliste Liste(const QString &kartei);
+    // Whether its newest backup is the same byte for byte.
+    bool IstGesichert(const QString &kartei);
     // Its newest backup that is sound today.
     std::optional<Sicherung> NeuesteGute(const QString &kartei);
 
@@ -46,7 +48,6 @@ signals:
     void Gescheitert(const QString &text);
 
 private:
-    void Kopieren(const QString &kartei, int karten);
     void Abwarten();
     void Melden(const StoreError &fehler);
 

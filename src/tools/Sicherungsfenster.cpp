@@ -178,17 +178,10 @@ QString Sicherungsfenster::Zeit(const Sicherung &sicherung) const
 bool Sicherungsfenster::JetzigenStandSichern()
 {
     oeffner_.VorEingriff();
-    const CardStore &kartei = oeffner_.Kartei();
-    const Sicherungsliste liste = sicherungen_.Liste(kartei.OffenerPfad());
-    if (!liste.isEmpty() &&
-        Step(dienste_.meldungen, u"Der jetzige Stand konnte nicht gesichert werden: "_s, [&] {
-            if (Vergleichen(liste.first().datei, kartei.OffenerPfad()) != Unterschied())
-                throw StoreError(Fehler::DatentraegerVoll, u"Es wurde nichts geändert."_s);
-        }))
+    if (sicherungen_.IstGesichert(oeffner_.Kartei().OffenerPfad()))
         return true;
-    if (liste.isEmpty())
-        dienste_.meldungen.Zeigen(
-            u"Der jetzige Stand konnte nicht gesichert werden: Es wurde nichts geändert."_s);
+    dienste_.meldungen.Zeigen(
+        u"Der jetzige Stand konnte nicht gesichert werden: Es wurde nichts geändert."_s);
     return false;
 }
 

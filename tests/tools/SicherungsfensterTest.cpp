@@ -127,9 +127,14 @@ private slots:
         QVERIFY(b.store.IsOpen());
     }
 
+    // Though nothing but the order in a compartment has changed since the last backup.
     void WhatCannotBeBackedUpIsNotReplaced()
     {
         DreiTage b;
+        b.oeffner.VorEingriff();
+        b.sicherungen.Liste(b.Pfad("box.pzb"));
+        b.store.Karten().Seek(CardRecordset::Comparison::AtLeast, 1);
+        KarteEinordnen(b.store, false); // from compartment 1 to its back
         b.Zeigen();
         QTest::keyClick(b.hand.Fokus(), Qt::Key_End);
         const QByteArray vorher = b.Bytes("box.pzb");
