@@ -185,7 +185,7 @@ void StoreVerdict(benchmark::State &state, bool back)
             state.ResumeTiming();
         else
             state.PauseTiming();
-        store.verlauf.Zuruecknehmen();
+        store.schritte.Zuruecknehmen();
         if (!back)
             state.ResumeTiming();
     }

@@ -111,7 +111,7 @@ void Boxmenue::FensterBauen()
     mWiederholen_ =
         Eintrag(aendern, u"MWiederholen"_s, QString(), [this] { teile_.ruecknahme.Wiederholen(); });
     mWiederholen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
-    VerlaufZeigen();
+    RuecknahmeZeigen();
 
     QMenu *uebersicht = Menue(u"Mübersicht"_s, u"Ü&bersicht"_s);
     // The overview checks by itself, in words of its own.
@@ -179,7 +179,7 @@ void Boxmenue::Freischalten()
         verweis.eintrag->setEnabled(static_cast<bool>(teile_.oeffnet.*verweis.oeffnet));
 }
 
-void Boxmenue::VerlaufZeigen()
+void Boxmenue::RuecknahmeZeigen()
 {
     const auto zeigen = [](QAction *eintrag, const QString &was, const QString &sonst) {
         eintrag->setText(OhneKuerzel(was.isEmpty() ? sonst : was));

@@ -45,7 +45,7 @@ public:
     // After `oeffnet` has changed: enables the entries that have something to open.
     void Freischalten();
     // After every change of the box: names what can be taken back and done again.
-    void VerlaufZeigen();
+    void RuecknahmeZeigen();
     // After every reading of the configuration.
     void KonfigZeigen();
 

@@ -172,7 +172,7 @@ void LBOX::BoxZeichnen()
     else
         kasten_->Zeigen(bild);
     HinweiseZeigen();
-    menue_.VerlaufZeigen();
+    menue_.RuecknahmeZeigen();
     ruhe_.start();
     emit BoxGezeichnet();
 }

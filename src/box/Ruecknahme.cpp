@@ -26,27 +26,27 @@ Ruecknahme::Ruecknahme(CardStore &kartei, Meldungen &meldungen, QObject *parent)
 
 QString Ruecknahme::Zurueckzunehmen() const
 {
-    return MitWort(kartei_.verlauf.Zurueckzunehmen(), u"zurücknehmen"_s);
+    return MitWort(kartei_.schritte.Zurueckzunehmen(), u"zurücknehmen"_s);
 }
 
 QString Ruecknahme::Wiederholbar() const
 {
-    return MitWort(kartei_.verlauf.Wiederholbar(), u"wiederholen"_s);
+    return MitWort(kartei_.schritte.Wiederholbar(), u"wiederholen"_s);
 }
 
 void Ruecknahme::Zuruecknehmen()
 {
-    Wenden(&Verlauf::Zuruecknehmen, MitWort(kartei_.verlauf.Zurueckzunehmen(), u"zurückgenommen"_s),
+    Wenden(&Schritte::Zuruecknehmen, MitWort(kartei_.schritte.Zurueckzunehmen(), u"zurückgenommen"_s),
            u"Fehler beim Zurücknehmen: "_s);
 }
 
 void Ruecknahme::Wiederholen()
 {
-    Wenden(&Verlauf::Wiederholen, MitWort(kartei_.verlauf.Wiederholbar(), u"wiederholt"_s),
+    Wenden(&Schritte::Wiederholen, MitWort(kartei_.schritte.Wiederholbar(), u"wiederholt"_s),
            u"Fehler beim Wiederholen: "_s);
 }
 
-void Ruecknahme::Wenden(void (Verlauf::*wenden)(), const QString &getan, const QString &kontext)
+void Ruecknahme::Wenden(void (Schritte::*wenden)(), const QString &getan, const QString &kontext)
 {
     if (getan.isEmpty())
         return;
@@ -55,7 +55,7 @@ void Ruecknahme::Wenden(void (Verlauf::*wenden)(), const QString &getan, const Q
         meldungen_.Sanduhr(true); // a large import takes its time
         const auto ende = qScopeGuard([this] { meldungen_.Sanduhr(false); });
         try {
-            (kartei_.verlauf.*wenden)();
+            (kartei_.schritte.*wenden)();
         } catch (const std::exception &fehler) {
             gescheitert = kontext + ErrorText(fehler);
         }

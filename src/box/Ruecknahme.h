@@ -34,7 +34,7 @@ signals:
     void Gescheitert();
 
 private:
-    void Wenden(void (Verlauf::*wenden)(), const QString &getan, const QString &kontext);
+    void Wenden(void (Schritte::*wenden)(), const QString &getan, const QString &kontext);
 
     CardStore &kartei_;
     Meldungen &meldungen_;

@@ -63,12 +63,12 @@ void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
     CloseCardFile();
     datei->beforeChange = [this] { VorAenderung(); };
     offen_ = std::make_unique<Offen>(std::move(datei));
-    verlauf.Folgen(*offen_->datei);
+    schritte.Folgen(*offen_->datei);
 }
 
 void CardStore::CloseCardFile() noexcept
 {
-    verlauf.Loslassen();
+    schritte.Loslassen();
     offen_.reset();
     FehlerStatus = 1;
     HighestCardNumber = 0;

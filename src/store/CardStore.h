@@ -4,8 +4,8 @@
 
 #include "CardRecordset.h"
 #include "Faecher.h"
+#include "Schritte.h"
 #include "Sitzung.h"
-#include "Verlauf.h"
 
 #include <QString>
 
@@ -45,7 +45,7 @@ public:
     Sitzung sitzung;
     // Called before the first write of each change of the open file.
     std::function<void()> VorAenderung = [] {};
-    Verlauf verlauf{*this};
+    Schritte schritte{*this};
     qint16 HighestCardNumber = 0;
     qint16 FehlerStatus = 1; // above 0 while no usable card file is open
 

@@ -101,7 +101,7 @@ void NeuOeffnen(const Werkbank &bank)
     QString name = bank.store.CurrentFileName;
     if (name.isEmpty())
         return;
-    const VerlaufBewahren verlauf(bank.store);
+    const SchritteBewahren schritte(bank.store);
     Oeffnen(bank, name);
 }
 

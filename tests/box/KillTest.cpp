@@ -58,10 +58,10 @@ Stand StandIn(const QString &path)
 }
 
 // What a worker makes of the box, step by step; what was taken back can be done again until the next change.
-class Verlaufsmodell
+class Schrittemodell
 {
 public:
-    explicit Verlaufsmodell(Stand stand) : staende_{std::move(stand)} {}
+    explicit Schrittemodell(Stand stand) : staende_{std::move(stand)} {}
 
     const Kasten &Jetzt() const { return staende_[ort_].kasten; }
 
@@ -146,7 +146,7 @@ void KillTest::EveryStepIsThereOnceAfterAKillAtAnyMoment()
     int between = 0; // kills that hit between "will" and "hat"
     int answers = 0;
     for (int kill = 0; kill < kills; ++kill) {
-        Verlaufsmodell expected(StandIn(path));
+        Schrittemodell expected(StandIn(path));
         std::array<int, 2> pipe{};
         QCOMPARE(::pipe(pipe.data()), 0);
         const QByteArray seed = QByteArray::number(kill);

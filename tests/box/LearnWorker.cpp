@@ -53,12 +53,12 @@ static void Import(CardStore &kartei)
     Say("hat", "import");
 }
 
-static void Turn(const char *step, const QString &there, Verlauf &verlauf, void (Verlauf::*turn)())
+static void Turn(const char *step, const QString &there, Schritte &schritte, void (Schritte::*turn)())
 {
     if (there.isEmpty())
         return;
     Say("will", step);
-    (verlauf.*turn)();
+    (schritte.*turn)();
     Say("hat", step);
 }
 
@@ -79,7 +79,7 @@ int main(int argc, char *argv[])
         return 3;
     QRandomGenerator random(static_cast<quint32>(std::atoi(argv[2])));
     const bool turning = argc == 4;
-    Verlauf &verlauf = kartei.verlauf;
+    Schritte &schritte = kartei.schritte;
     Say("offen", "box");
     for (;;) {
         const int what = turning ? static_cast<int>(random.bounded(20)) : 0;
@@ -88,8 +88,8 @@ int main(int argc, char *argv[])
         else if (what < 10)
             Import(kartei);
         else if (what < 16)
-            Turn("zurueck", verlauf.Zurueckzunehmen(), verlauf, &Verlauf::Zuruecknehmen);
+            Turn("zurueck", schritte.Zurueckzunehmen(), schritte, &Schritte::Zuruecknehmen);
         else
-            Turn("wieder", verlauf.Wiederholbar(), verlauf, &Verlauf::Wiederholen);
+            Turn("wieder", schritte.Wiederholbar(), schritte, &Schritte::Wiederholen);
     }
 }

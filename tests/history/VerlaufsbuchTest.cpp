@@ -103,7 +103,7 @@ private slots:
         QCOMPARE(b.Tage()[0].falsch, 1);
         b.Zuruecknehmen();
         QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}}));
-        b.kartei.verlauf.Wiederholen();
+        b.kartei.schritte.Wiederholen();
         QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 1, {18, 1, 1}}}));
     }
 
@@ -116,7 +116,7 @@ private slots:
         b.Antworten(true);
         b.Antworten(true);
         {
-            const VerlaufBewahren bewahren(b.kartei);
+            const SchritteBewahren bewahren(b.kartei);
             b.Oeffnen("a.pzb");
         }
         b.Antworten(true);
@@ -124,7 +124,7 @@ private slots:
         b.Zuruecknehmen();
         b.Zuruecknehmen();
         QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}}));
-        b.kartei.verlauf.Wiederholen();
+        b.kartei.schritte.Wiederholen();
         QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 2, 0, {18, 0, 2}}}));
     }
 

@@ -67,7 +67,7 @@ public:
     // What was done last.
     void Zuruecknehmen()
     {
-        kartei.verlauf.Zuruecknehmen();
+        kartei.schritte.Zuruecknehmen();
         buch->Nachsehen();
     }
 

@@ -213,8 +213,8 @@ private slots:
         QCOMPARE(k.Karten()[1], erwartet); // number, compartment, topic stay
         QVERIFY(k.ZaehlerStimmen());
 
-        QCOMPARE(k.kartei.verlauf.Zurueckzunehmen(), u"Zugang"_s);
-        k.kartei.verlauf.Zuruecknehmen();
+        QCOMPARE(k.kartei.schritte.Zurueckzunehmen(), u"Zugang"_s);
+        k.kartei.schritte.Zuruecknehmen();
         QCOMPARE(k.Karten()[0], vorher);
         QCOMPARE(k.Karten().size(), 2);
     }

@@ -151,7 +151,7 @@ void NachNeu(Kasten &kasten, bool alle)
             MoveDoneToNew(kartei.Karten(), kartei.FachInfo[FachNeu].LfdMax);
         zug.Commit();
     }
-    const VerlaufBewahren verlauf(kartei);
+    const SchritteBewahren schritte(kartei);
     kasten.clock.jetzt = kasten.clock.jetzt.addSecs(60);
     kasten.Oeffnen();
 }
@@ -182,7 +182,7 @@ QList<CardRecord> VieleKarten()
 
 } // namespace
 
-class VerlaufTest : public QObject
+class SchritteTest : public QObject
 {
     Q_OBJECT
 
@@ -195,24 +195,24 @@ private slots:
         Kasten kasten({MakeCard(12, 2, 1), MakeCard(13, 2, 2)});
         CardStore &kartei = kasten.kartei;
         const QByteArray vorher = kasten.Abdruck();
-        QCOMPARE(kartei.verlauf.Zurueckzunehmen(), QString());
+        QCOMPARE(kartei.schritte.Zurueckzunehmen(), QString());
         kasten.Antworten(2, true);
-        QCOMPARE(kartei.verlauf.Zurueckzunehmen(), u"Antwort auf Frage 12"_s);
-        QCOMPARE(kartei.verlauf.Wiederholbar(), QString());
+        QCOMPARE(kartei.schritte.Zurueckzunehmen(), u"Antwort auf Frage 12"_s);
+        QCOMPARE(kartei.schritte.Wiederholbar(), QString());
         const QByteArray nachher = kasten.Abdruck();
         QVERIFY(nachher != vorher);
 
-        kartei.verlauf.Zuruecknehmen();
+        kartei.schritte.Zuruecknehmen();
         QCOMPARE(kasten.Abdruck(), vorher);
         QCOMPARE(kartei.sitzung.RichtigZaehler(), 0);
-        QCOMPARE(kartei.verlauf.Zurueckzunehmen(), QString());
-        QCOMPARE(kartei.verlauf.Wiederholbar(), u"Antwort auf Frage 12"_s);
+        QCOMPARE(kartei.schritte.Zurueckzunehmen(), QString());
+        QCOMPARE(kartei.schritte.Wiederholbar(), u"Antwort auf Frage 12"_s);
         QVERIFY(kasten.Stehen(2));
         QCOMPARE(kartei.Felder().FrageNr.Integer(), 12);
 
-        kartei.verlauf.Wiederholen();
+        kartei.schritte.Wiederholen();
         QCOMPARE(kasten.Abdruck(), nachher);
-        QCOMPARE(kartei.verlauf.Wiederholbar(), QString());
+        QCOMPARE(kartei.schritte.Wiederholbar(), QString());
         kartei.CloseCardFile();
         QCOMPARE(FaultIn(kasten.Pfad()), QString());
     }
@@ -233,13 +233,13 @@ private slots:
         for (int schritt = 0; schritt < schritte; ++schritt) {
             const int tun = rnd(100);
             if (tun < 35) {
-                QCOMPARE(kartei.verlauf.Zurueckzunehmen().isEmpty(), ort == 0);
-                kartei.verlauf.Zuruecknehmen();
+                QCOMPARE(kartei.schritte.Zurueckzunehmen().isEmpty(), ort == 0);
+                kartei.schritte.Zuruecknehmen();
                 zurueck += ort > 0 ? 1 : 0;
                 ort = std::max<qsizetype>(ort - 1, 0);
             } else if (tun < 55) {
-                QCOMPARE(kartei.verlauf.Wiederholbar().isEmpty(), ort + 1 == staende.size());
-                kartei.verlauf.Wiederholen();
+                QCOMPARE(kartei.schritte.Wiederholbar().isEmpty(), ort + 1 == staende.size());
+                kartei.schritte.Wiederholen();
                 wieder += ort + 1 < staende.size() ? 1 : 0;
                 ort = std::min(ort + 1, staende.size() - 1);
             } else {
@@ -256,7 +256,7 @@ private slots:
                     NachNeu(kasten, rnd(2) == 0);
                 } else {
                     Ueberschreiben(kartei, rnd(4));
-                    kartei.verlauf.Zurueckzunehmen(); // as the menu asks when the box is drawn
+                    kartei.schritte.Zurueckzunehmen(); // as the menu asks when the box is drawn
                 }
                 QByteArray danach = kasten.Stand();
                 if (danach != stand) {
@@ -295,9 +295,9 @@ private slots:
         Kasten kasten(VieleKarten());
         kasten.Antworten(3, false);
         kasten.Oeffnen();
-        QCOMPARE(kasten.kartei.verlauf.Zurueckzunehmen(), QString());
+        QCOMPARE(kasten.kartei.schritte.Zurueckzunehmen(), QString());
         const QByteArray vorher = kasten.Abdruck();
-        kasten.kartei.verlauf.Zuruecknehmen();
+        kasten.kartei.schritte.Zuruecknehmen();
         QCOMPARE(kasten.Abdruck(), vorher);
     }
 
@@ -305,25 +305,25 @@ private slots:
     {
         Kasten kasten(VieleKarten());
         kasten.Antworten(3, false);
-        const VerlaufBewahren verlauf(kasten.kartei);
+        const SchritteBewahren schritte(kasten.kartei);
         kasten.kartei.CloseCardFile();
         {
             SQLite::Database fremd(kasten.Pfad().toStdString(), SQLite::OPEN_READWRITE);
             fremd.exec(R"(UPDATE "Lernkarten" SET "Frage"='fremd' WHERE "FrageNr"=5)");
         }
         kasten.Oeffnen();
-        QCOMPARE(kasten.kartei.verlauf.Zurueckzunehmen(), QString());
+        QCOMPARE(kasten.kartei.schritte.Zurueckzunehmen(), QString());
     }
 
     void ANewChangeEndsWhatCouldBeDoneAgain()
     {
         Kasten kasten(VieleKarten());
         kasten.Antworten(3, false);
-        kasten.kartei.verlauf.Zuruecknehmen();
+        kasten.kartei.schritte.Zuruecknehmen();
         kasten.Antworten(4, true);
-        QCOMPARE(kasten.kartei.verlauf.Wiederholbar(), QString());
+        QCOMPARE(kasten.kartei.schritte.Wiederholbar(), QString());
         const QByteArray nachher = kasten.Abdruck();
-        kasten.kartei.verlauf.Wiederholen();
+        kasten.kartei.schritte.Wiederholen();
         QCOMPARE(kasten.Abdruck(), nachher);
     }
 
@@ -336,7 +336,7 @@ private slots:
             const CardTransaction zug(kasten.kartei.Karten());
             MoveAllToNew(kasten.kartei.Karten());
         }
-        QVERIFY(kasten.kartei.verlauf.Zurueckzunehmen().startsWith(u"Antwort auf Frage"));
+        QVERIFY(kasten.kartei.schritte.Zurueckzunehmen().startsWith(u"Antwort auf Frage"));
     }
 
     // Undone, an import is what redoing it needs: its cards. More of them than are kept are not redone.
@@ -353,19 +353,19 @@ private slots:
             kartei.Karten().Update();
         }
         int zurueck = 0;
-        while (!kartei.verlauf.Zurueckzunehmen().isEmpty()) {
-            kartei.verlauf.Zuruecknehmen();
+        while (!kartei.schritte.Zurueckzunehmen().isEmpty()) {
+            kartei.schritte.Zuruecknehmen();
             ++zurueck;
         }
         QCOMPARE(zurueck, 6);
         QVERIFY(kasten.Abdruck() != vorher);
-        QCOMPARE(kartei.verlauf.Wiederholbar(), u"Schritt 3"_s);
+        QCOMPARE(kartei.schritte.Wiederholbar(), u"Schritt 3"_s);
 
         Importieren(kartei, 40, QString(1'000'000, u'x')); // 80 MB: formatted and plain
         const QByteArray voll = kasten.Abdruck();
-        kartei.verlauf.Zuruecknehmen();
+        kartei.schritte.Zuruecknehmen();
         QVERIFY(kasten.Abdruck() != voll);
-        QCOMPARE(kartei.verlauf.Wiederholbar(), QString());
+        QCOMPARE(kartei.schritte.Wiederholbar(), QString());
         QCOMPARE(kartei.Karten().RecordCount(), static_cast<int>(VieleKarten().size()));
     }
 
@@ -388,7 +388,7 @@ private slots:
         const QByteArray vorher = kasten.Abdruck();
         VollePlatte::Setzen(zustand);
         try {
-            kartei.verlauf.Zuruecknehmen();
+            kartei.schritte.Zuruecknehmen();
             VollePlatte::Setzen(Zustand::Gesund);
             QFAIL("taken back on a disk that takes nothing");
         } catch (const StoreError &fehler) {
@@ -397,8 +397,8 @@ private slots:
             QVERIFY2(IsGermanMessage(fehler.Text()), qPrintable(fehler.Text()));
         }
         QCOMPARE(kasten.Abdruck(), vorher);
-        QVERIFY(kartei.verlauf.Zurueckzunehmen().startsWith(u"Antwort auf Frage"));
-        kartei.verlauf.Zuruecknehmen();
+        QVERIFY(kartei.schritte.Zurueckzunehmen().startsWith(u"Antwort auf Frage"));
+        kartei.schritte.Zuruecknehmen();
         QCOMPARE(kasten.Abdruck(), anfang);
         kartei.CloseCardFile();
         QCOMPARE(FaultIn(kasten.Pfad()), QString());
@@ -412,13 +412,13 @@ private slots:
         const QString weg = kasten.verzeichnis.filePath(u"weg.pzb"_s);
         QVERIFY(QFile::rename(kasten.Pfad(), weg));
         try {
-            kasten.kartei.verlauf.Zuruecknehmen();
+            kasten.kartei.schritte.Zuruecknehmen();
             QFAIL("taken back in a file that is not there");
         } catch (const StoreError &fehler) {
             QCOMPARE(fehler.Number(), Fehler::KarteiNichtGefunden);
         }
         QVERIFY(QFile::rename(weg, kasten.Pfad()));
-        kasten.kartei.verlauf.Zuruecknehmen();
+        kasten.kartei.schritte.Zuruecknehmen();
         QCOMPARE(kasten.Abdruck(), anfang);
     }
 
@@ -456,7 +456,7 @@ private slots:
             VollePlatte::Scheitern(lauf, art);
             for (const int richtung : {-1, -1, +1, -1, -1, +1, +1, +1}) {
                 const auto drehen = [&] {
-                    richtung < 0 ? kartei.verlauf.Zuruecknehmen() : kartei.verlauf.Wiederholen();
+                    richtung < 0 ? kartei.schritte.Zuruecknehmen() : kartei.schritte.Wiederholen();
                 };
                 bool gesagt = false;
                 try {
@@ -499,9 +499,9 @@ private slots:
             kasten.Oeffnen();
             staende << kasten.Stand();
             const std::function<void()> schritte[] = {
-                [&] { kasten.Antworten(3, false); }, [&] { kartei.verlauf.Zuruecknehmen(); },
-                [&] { Importieren(kartei, 3, u"neu"_s); }, [&] { kartei.verlauf.Zuruecknehmen(); },
-                [&] { kartei.verlauf.Wiederholen(); }};
+                [&] { kasten.Antworten(3, false); }, [&] { kartei.schritte.Zuruecknehmen(); },
+                [&] { Importieren(kartei, 3, u"neu"_s); }, [&] { kartei.schritte.Zuruecknehmen(); },
+                [&] { kartei.schritte.Wiederholen(); }};
             for (const auto &schritt : schritte) {
                 schritt();
                 staende << kasten.Stand();
@@ -537,5 +537,5 @@ private slots:
     }
 };
 
-PAUKFIX_CORE_TEST(VerlaufTest)
-#include "VerlaufTest.moc"
+PAUKFIX_CORE_TEST(SchritteTest)
+#include "SchritteTest.moc"

@@ -6,7 +6,7 @@
 using namespace paukfix;
 
 // Ctrl+Z and Ctrl+Y in the real window, and the entries that name what they would do.
-class LBoxVerlaufTest : public QObject
+class LBoxSchritteTest : public QObject
 {
     Q_OBJECT
 
@@ -120,5 +120,5 @@ private slots:
     }
 };
 
-PAUKFIX_TEST(LBoxVerlaufTest)
-#include "LBoxVerlaufTest.moc"
+PAUKFIX_TEST(LBoxSchritteTest)
+#include "LBoxSchritteTest.moc"

@@ -26,17 +26,17 @@ struct Boxstand
     qint16 hoechsteNummer = 0;
 };
 
-// The history of the open box: every change of its cards since it was opened, as steps that can be taken back
+// The steps of the open box: every change of its cards since it was opened, so that it can be taken back
 // and done again, the last one first. It follows the engine, so it knows each change, whoever makes it; an
 // `Aenderung` gives it its name. Kept in memory: at most 64 MiB and 65,536 steps; the oldest go first, and a
 // step that is larger by itself cannot be taken back. Nothing of it is in the card file.
-class Verlauf
+class Schritte
 {
 public:
-    explicit Verlauf(CardStore &kartei);
-    Verlauf(const Verlauf &) = delete;
-    Verlauf &operator=(const Verlauf &) = delete;
-    ~Verlauf();
+    explicit Schritte(CardStore &kartei);
+    Schritte(const Schritte &) = delete;
+    Schritte &operator=(const Schritte &) = delete;
+    ~Schritte();
 
     // What would be taken back or done again ("Antwort auf Frage 12"); empty where there is nothing.
     QString Zurueckzunehmen() noexcept;
@@ -51,7 +51,7 @@ public:
 private:
     friend class Aenderung;
     friend class CardStore;
-    friend class VerlaufBewahren;
+    friend class SchritteBewahren;
 
     struct Schritt
     {
@@ -108,21 +108,21 @@ public:
     ~Aenderung();
 
 private:
-    Verlauf &verlauf_;
+    Schritte &schritte_;
 };
 
 // As long as one lives, the open card file may be closed and opened again without losing its history; another
 // file, or one that has changed meanwhile, begins a new one.
-class VerlaufBewahren
+class SchritteBewahren
 {
 public:
-    explicit VerlaufBewahren(CardStore &kartei);
-    VerlaufBewahren(const VerlaufBewahren &) = delete;
-    VerlaufBewahren &operator=(const VerlaufBewahren &) = delete;
-    ~VerlaufBewahren();
+    explicit SchritteBewahren(CardStore &kartei);
+    SchritteBewahren(const SchritteBewahren &) = delete;
+    SchritteBewahren &operator=(const SchritteBewahren &) = delete;
+    ~SchritteBewahren();
 
 private:
-    Verlauf &verlauf_;
+    Schritte &schritte_;
 };
 
 } // namespace paukfix

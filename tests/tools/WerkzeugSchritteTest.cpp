@@ -50,7 +50,7 @@ QString Stand(CardStore &store)
 
 Q_DECLARE_METATYPE(Werkzeug)
 
-class WerkzeugVerlaufTest : public QObject
+class WerkzeugSchritteTest : public QObject
 {
     Q_OBJECT
 
@@ -90,14 +90,14 @@ private slots:
         werkzeug(w.bank);
         const QString nachher = Stand(w.store);
         QVERIFY(nachher != vorher);
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), name);
-        w.store.verlauf.Zuruecknehmen();
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), name);
+        w.store.schritte.Zuruecknehmen();
         QCOMPARE(Stand(w.store), vorher);
-        w.store.verlauf.Zuruecknehmen(); // the answer before it, of a session that was counted until then
+        w.store.schritte.Zuruecknehmen(); // the answer before it, of a session that was counted until then
         QCOMPARE(Stand(w.store), anfang);
-        w.store.verlauf.Wiederholen();
-        QCOMPARE(w.store.verlauf.Wiederholbar(), name);
-        w.store.verlauf.Wiederholen();
+        w.store.schritte.Wiederholen();
+        QCOMPARE(w.store.schritte.Wiederholbar(), name);
+        w.store.schritte.Wiederholen();
         QCOMPARE(Stand(w.store), nachher);
         QCOMPARE(w.meldungen.Texte(), QStringList());
         w.store.CloseCardFile();
@@ -111,7 +111,7 @@ private slots:
         w.store.Karten().MoveFirst();
         KarteEinordnen(w.store, true);
         QCOMPARE(ErledigteNachNeu(w.bank), 0);
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), u"Antwort auf Frage 1"_s);
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), u"Antwort auf Frage 1"_s);
     }
 
     void ABoxThatWasMadeOfAnotherBeginsItsHistory()
@@ -121,9 +121,9 @@ private slots:
         w.store.Karten().MoveFirst();
         KarteEinordnen(w.store, true);
         QCOMPARE(KarteiSpiegeln(w.bank, "ziel.pzb"), Ausgang::Gelungen);
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), QString());
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), QString());
     }
 };
 
-PAUKFIX_CORE_TEST(WerkzeugVerlaufTest)
-#include "WerkzeugVerlaufTest.moc"
+PAUKFIX_CORE_TEST(WerkzeugSchritteTest)
+#include "WerkzeugSchritteTest.moc"

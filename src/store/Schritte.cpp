@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Verlauf.h"
+#include "Schritte.h"
 
 #include "CardStore.h"
 #include "CardTransaction.h"
@@ -26,33 +26,33 @@ std::size_t Bedarf(const CardChanges &zeilen)
 
 } // namespace
 
-Verlauf::Verlauf(CardStore &kartei) : kartei_(kartei) {}
+Schritte::Schritte(CardStore &kartei) : kartei_(kartei) {}
 
-Verlauf::~Verlauf() = default;
+Schritte::~Schritte() = default;
 
-QString Verlauf::Zurueckzunehmen() noexcept
+QString Schritte::Zurueckzunehmen() noexcept
 {
     Beenden();
     return zurueck_.empty() ? QString() : zurueck_.back().was;
 }
 
-QString Verlauf::Wiederholbar() noexcept
+QString Schritte::Wiederholbar() noexcept
 {
     Beenden();
     return wieder_.empty() ? QString() : wieder_.back().was;
 }
 
-void Verlauf::Zuruecknehmen()
+void Schritte::Zuruecknehmen()
 {
     Wenden(zurueck_, Richtung::Zurueck);
 }
 
-void Verlauf::Wiederholen()
+void Schritte::Wiederholen()
 {
     Wenden(wieder_, Richtung::Wieder);
 }
 
-void Verlauf::Folgen(CardFile &datei)
+void Schritte::Folgen(CardFile &datei)
 {
     datei_ = &datei;
     if (!bewahrt_ || !abdruck_ || abdruck_ != datei.ReadState())
@@ -64,7 +64,7 @@ void Verlauf::Folgen(CardFile &datei)
     });
 }
 
-void Verlauf::Loslassen() noexcept
+void Schritte::Loslassen() noexcept
 {
     schreiber_.reset();
     datei_ = nullptr;
@@ -72,7 +72,7 @@ void Verlauf::Loslassen() noexcept
         Leeren();
 }
 
-void Verlauf::Leeren() noexcept
+void Schritte::Leeren() noexcept
 {
     zurueck_.clear();
     wieder_.clear();
@@ -82,7 +82,7 @@ void Verlauf::Leeren() noexcept
     abdruck_.reset();
 }
 
-void Verlauf::Beginnen(const QString &was)
+void Schritte::Beginnen(const QString &was)
 {
     if (!datei_)
         return;
@@ -94,7 +94,7 @@ void Verlauf::Beginnen(const QString &was)
     laufend_ = Laufend{Richtung::Vor, was, Jetzt(), {}};
 }
 
-void Verlauf::Beenden() noexcept
+void Schritte::Beenden() noexcept
 {
     try {
         Klaeren();
@@ -104,7 +104,7 @@ void Verlauf::Beenden() noexcept
 
 // Looks in the file whether it has what was changed since the last step: a change may have been taken back,
 // or be there although the disk has failed. Returns whether there is one more step.
-bool Verlauf::Klaeren()
+bool Schritte::Klaeren()
 {
     if (!datei_ || sqlite3_get_autocommit(datei_->Database().getHandle()) == 0)
         return false;
@@ -126,7 +126,7 @@ bool Verlauf::Klaeren()
 }
 
 // What was changed last is one more step, of those to be taken back or of those to be done again.
-void Verlauf::Ablegen(Laufend laufend)
+void Schritte::Ablegen(Laufend laufend)
 {
     const auto entnehmen = [&](std::deque<Schritt> &von) {
         belegt_ -= Bedarf(von.back().zeilen);
@@ -159,7 +159,7 @@ void Verlauf::Ablegen(Laufend laufend)
     }
 }
 
-void Verlauf::Wenden(std::deque<Schritt> &von, Richtung richtung)
+void Schritte::Wenden(std::deque<Schritt> &von, Richtung richtung)
 {
     Klaeren();
     if (von.empty())
@@ -186,33 +186,33 @@ void Verlauf::Wenden(std::deque<Schritt> &von, Richtung richtung)
                         : *fehler;
 }
 
-Boxstand Verlauf::Jetzt() const
+Boxstand Schritte::Jetzt() const
 {
     return {kartei_.FachInfo, kartei_.sitzung, kartei_.HighestCardNumber};
 }
 
-Aenderung::Aenderung(CardStore &kartei, const QString &was) : verlauf_(kartei.verlauf)
+Aenderung::Aenderung(CardStore &kartei, const QString &was) : schritte_(kartei.schritte)
 {
-    verlauf_.Beginnen(was);
+    schritte_.Beginnen(was);
 }
 
 Aenderung::~Aenderung()
 {
-    verlauf_.Beenden();
+    schritte_.Beenden();
 }
 
-VerlaufBewahren::VerlaufBewahren(CardStore &kartei) : verlauf_(kartei.verlauf)
+SchritteBewahren::SchritteBewahren(CardStore &kartei) : schritte_(kartei.schritte)
 {
-    verlauf_.bewahrt_ = true;
+    schritte_.bewahrt_ = true;
 }
 
-VerlaufBewahren::~VerlaufBewahren()
+SchritteBewahren::~SchritteBewahren()
 {
-    verlauf_.bewahrt_ = false;
-    if (verlauf_.datei_)
-        verlauf_.Beenden();
+    schritte_.bewahrt_ = false;
+    if (schritte_.datei_)
+        schritte_.Beenden();
     else
-        verlauf_.Leeren();
+        schritte_.Leeren();
 }
 
 } // namespace paukfix

@@ -9,7 +9,7 @@ using namespace paukfix;
 using namespace Qt::StringLiterals;
 
 // What the editor stores and deletes is taken back as it was.
-class EditorVerlaufTest : public QObject
+class EditorSchritteTest : public QObject
 {
     Q_OBJECT
 
@@ -21,8 +21,8 @@ private slots:
         w.editor.CVor();
         w.Aendern(u"neu"_s);
         QVERIFY(w.editor.StoreCard());
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), u"Änderung an Karte 2"_s);
-        w.store.verlauf.Zuruecknehmen();
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), u"Änderung an Karte 2"_s);
+        w.store.schritte.Zuruecknehmen();
         QCOMPARE(w.kartei.Stored(), Drei());
     }
 
@@ -33,8 +33,8 @@ private slots:
             w.editor.cardDirty = true;
             QVERIFY(w.editor.StoreCard());
         }
-        w.store.verlauf.Zuruecknehmen();
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), QString());
+        w.store.schritte.Zuruecknehmen();
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), QString());
         QCOMPARE(w.kartei.Stored(), Drei());
     }
 
@@ -47,13 +47,13 @@ private slots:
         w.editor.cardDirty = true;
         QVERIFY(w.editor.StoreCard());
         const QString neu = u"Neue Karte %1"_s.arg(w.store.HighestCardNumber);
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), neu);
-        w.store.verlauf.Zuruecknehmen();
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), neu);
+        w.store.schritte.Zuruecknehmen();
         QCOMPARE(w.store.HighestCardNumber, qint16(3));
         QCOMPARE(w.store.FachInfo[0].LfdMax, lfdMax);
-        w.store.verlauf.Wiederholen();
+        w.store.schritte.Wiederholen();
         QCOMPARE(w.store.HighestCardNumber, qint16(4));
-        w.store.verlauf.Zuruecknehmen();
+        w.store.schritte.Zuruecknehmen();
         QCOMPARE(w.kartei.Stored(), Drei());
     }
 
@@ -63,11 +63,11 @@ private slots:
         w.kartei.messages.antworten = {Meldungen::Antwort::Ja};
         w.editor.Loeschen();
         QCOMPARE(w.store.Karten().RecordCount(), 2);
-        QCOMPARE(w.store.verlauf.Zurueckzunehmen(), u"Löschen der Karte 1"_s);
-        w.store.verlauf.Zuruecknehmen();
+        QCOMPARE(w.store.schritte.Zurueckzunehmen(), u"Löschen der Karte 1"_s);
+        w.store.schritte.Zuruecknehmen();
         QCOMPARE(w.kartei.Stored(), Drei());
     }
 };
 
-PAUKFIX_CORE_TEST(EditorVerlaufTest)
-#include "EditorVerlaufTest.moc"
+PAUKFIX_CORE_TEST(EditorSchritteTest)
+#include "EditorSchritteTest.moc"
