@@ -150,7 +150,9 @@ private:
                 text_.text += warten_;
             warten_.clear();
         }
-        if (text_.laeufe.empty() ? stil.format != Laufformat() : text_.laeufe.back().format != stil.format)
+        if (text_.laeufe.empty())
+            text_.laeufe.push_back({0, text_.text.isEmpty() ? stil.format : Laufformat()});
+        if (text_.laeufe.back().format != stil.format)
             text_.laeufe.push_back({text_.text.size(), stil.format});
         if (stil.woertlich) {
             woertlichAb_ = std::min(woertlichAb_, text_.text.size());

@@ -182,8 +182,8 @@ bool HtmlTag::Hat(QStringView attribut) const
 
 QString HtmlTag::Wert(QStringView attribut) const
 {
-    for (const auto &[name, wert] : attribute)
-        if (name.compare(attribut, Qt::CaseInsensitive) == 0)
+    for (const auto &[eines, wert] : attribute)
+        if (eines.compare(attribut, Qt::CaseInsensitive) == 0)
             return HtmlAttribut(wert);
     return {};
 }

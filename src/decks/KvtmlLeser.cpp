@@ -112,7 +112,7 @@ void KvtmlLeser::Lesen()
 {
     if (!Naechstes() || xml_.name() != u"kvtml")
         throw StoreError(Fehler::FormatUnbekannt, u"Die Datei ist kein KVTML."_s);
-    const QString fassung = xml_.attributes().value(u"version").toString();
+    const QString fassung = xml_.attributes().value(u"version"_s).toString();
     if (fassung.startsWith(u'2'))
         Lesen2();
     else
@@ -126,7 +126,7 @@ void KvtmlLeser::Lesen()
 void KvtmlLeser::Lesen1()
 {
     inhalt_.art = u"KVTML 1"_s;
-    inhalt_.titel = xml_.attributes().value(u"title").toString();
+    inhalt_.titel = xml_.attributes().value(u"title"_s).toString();
     while (Naechstes()) {
         if (xml_.name() == u"lesson")
             Lektionen1();
@@ -150,8 +150,8 @@ void KvtmlLeser::Lektionen1()
 void KvtmlLeser::Eintrag1()
 {
     KvtmlEintrag eintrag;
-    const auto lektion = Nummer(xml_.attributes().value(u"m"));
-    eintrag.ruht = xml_.attributes().value(u"i") == u"1";
+    const auto lektion = Nummer(xml_.attributes().value(u"m"_s));
+    eintrag.ruht = xml_.attributes().value(u"i"_s) == u"1";
     if (lektion && *lektion > 0 && *lektion <= inhalt_.lektionen.size())
         eintrag.lektionen << inhalt_.lektionen.at(*lektion - 1);
     bool schon = false;
@@ -173,11 +173,11 @@ void KvtmlLeser::Eintrag1()
 void KvtmlLeser::Wort1(KvtmlWort &wort)
 {
     const QXmlStreamAttributes attribute = xml_.attributes();
-    wort.bemerkung = attribute.value(u"r").toString();
+    wort.bemerkung = attribute.value(u"r"_s).toString();
     // "from;to": how well the second language is known when asked in the first, and the other way.
-    const QStringView stufen = attribute.value(u"g");
+    const QStringView stufen = attribute.value(u"g"_s);
     wort.stufe = AlsStufe(stufen.left(stufen.contains(u';') ? stufen.indexOf(u';') : stufen.size()));
-    for (const QStringView angabe : {u"r", u"p", u"x", u"h", u"y", u"a", u"ff", u"tf"})
+    for (const QString &angabe : {u"r"_s, u"p"_s, u"x"_s, u"h"_s, u"y"_s, u"a"_s, u"ff"_s, u"tf"_s})
         wort.angaben += attribute.value(angabe).isEmpty() ? 0 : 1;
     QString text;
     for (;;) {
@@ -244,12 +244,12 @@ void KvtmlLeser::Eintraege2()
 void KvtmlLeser::Eintrag2()
 {
     KvtmlEintrag eintrag;
-    const auto nummer = Nummer(xml_.attributes().value(u"id"));
+    const auto nummer = Nummer(xml_.attributes().value(u"id"_s));
     while (Naechstes()) {
         if (xml_.name() == u"inactive" || xml_.name() == u"deactivated") {
             eintrag.ruht |= Wahr(Text());
         } else if (xml_.name() == u"translation") {
-            const auto sprache = Nummer(xml_.attributes().value(u"id"));
+            const auto sprache = Nummer(xml_.attributes().value(u"id"_s));
             KvtmlWort weiteres;
             Wort2(sprache == 0 ? eintrag.frage : sprache == 1 ? eintrag.antwort : weiteres, sprache == 1);
             eintrag.weitere += weiteres.text.isEmpty() ? 0 : 1;
@@ -278,7 +278,7 @@ void KvtmlLeser::Wort2(KvtmlWort &wort, bool antwort)
         } else if (name == u"multiplechoice") {
             Auswahl(wort);
         } else if (name == u"grade") {
-            const bool hierher = antwort && Nummer(xml_.attributes().value(u"fromid")) == 0;
+            const bool hierher = antwort && Nummer(xml_.attributes().value(u"fromid"_s)) == 0;
             const int stufe = Stufe2();
             if (hierher)
                 wort.stufe = stufe;
@@ -320,7 +320,7 @@ void KvtmlLeser::Lektionen2(const QString &darueber, int tiefe)
             hier = darueber.isEmpty() ? name : darueber + u"::"_s + name;
             inhalt_.lektionen << hier;
         } else if (xml_.name() == u"entry") {
-            if (const auto nummer = Nummer(xml_.attributes().value(u"id")))
+            if (const auto nummer = Nummer(xml_.attributes().value(u"id"_s)))
                 Zuordnen(*nummer, hier);
             Ueberspringen();
         } else if (xml_.name() == u"entryid") {

@@ -46,8 +46,8 @@ struct Lauftext
         Ausrichtung ausrichtung = Ausrichtung::Links;
     };
 
-    QString text; // lines parted by '\n'
-    std::vector<Lauf> laeufe;
+    QString text;                 // lines parted by '\n'
+    std::vector<Lauf> laeufe;     // from the first character on, or none
     std::vector<Absatz> absaetze; // lines that do not stand at the left, or follow one that does not
     QStringList schriften;
 

@@ -4,6 +4,8 @@
 
 #include "HtmlLeser.h"
 
+#include <QHash>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -192,8 +194,8 @@ Vorlage::Ergebnis Vorlage::Einsetzen(const Schritt &schritt, const Vorlagenwerte
         } else if (filter == u"text") {
             wert = HtmlMaskiert(HtmlOhneTags(wert));
         } else if (filter == u"hint") {
-            if (!IstLeeresFeld(wert))
-                hinweise << HtmlOhneTags(wert);
+            if (const QString hinweis = HtmlOhneTags(wert); !hinweis.isEmpty())
+                hinweise << hinweis;
             return Ergebnis::Gut;
         } else if (filter == u"type") {
             if (!werte.antwort)
