@@ -71,7 +71,7 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
     reihe->addStretch(1);
     vorhandene_->hide();
     FlaecheBauen(vorhandene_);
-    chkFaecher_ = Benannt(new QCheckBox(u"Karten in die &Fächer legen, die in der Datei stehen"_s, this),
+    chkFaecher_ = Benannt(new QCheckBox(u"Karten &in die Fächer legen, die in der Datei stehen"_s, this),
                           u"chkFaecher"_s, u"Karten in die Fächer legen, die in der Datei stehen"_s);
     chkFaecher_->setChecked(true);
     chkFaecher_->hide();
@@ -107,15 +107,18 @@ void AImport::Raten()
 {
     cmbTrennzeichen_->setEnabled(cmbForm_->currentIndex() != CsvMitKomma);
     const auto form = Form();
-    if (probe_ && (form || !formSelbst_)) {
-        const int eintrag = cmbZeichensatz_->currentIndex();
-        const Zeichensatz zeichensatz =
-            zeichensatzSelbst_ && eintrag > 0
-                ? Zeichensaetze()[static_cast<std::size_t>(eintrag) - 1].zeichensatz
-                : Zeichensatz();
-        FormZeigen(probe_->Raten(zeichensatz, formSelbst_ ? form : std::nullopt));
-    }
+    if (probe_ && (form || !formSelbst_))
+        FormZeigen(probe_->Raten(GewaehlterZeichensatz(), formSelbst_ ? form : std::nullopt));
     Zeigen();
+}
+
+// None where the file is to tell it.
+Zeichensatz AImport::GewaehlterZeichensatz() const
+{
+    const int eintrag = cmbZeichensatz_->currentIndex();
+    return zeichensatzSelbst_ && eintrag > 0
+               ? Zeichensaetze()[static_cast<std::size_t>(eintrag) - 1].zeichensatz
+               : Zeichensatz();
 }
 
 void AImport::FormZeigen(const Aufbau &aufbau)
@@ -131,7 +134,7 @@ void AImport::FormZeigen(const Aufbau &aufbau)
     for (std::size_t i = 0; i < alle.size(); ++i)
         if (alle[i].zeichensatz == aufbau.zeichensatz)
             cmbZeichensatz_->setCurrentIndex(static_cast<int>(i) + 1);
-    tafel_->Vorschlagen(aufbau, probe_->Ansehen(aufbau));
+    tafel_->Vorschlagen(aufbau, probe_->ErsteZeile(aufbau));
 }
 
 std::optional<Textform> AImport::Form() const
@@ -149,9 +152,7 @@ std::optional<Aufbau> AImport::Gewaehlt() const
     const auto form = Form();
     if (!form)
         return std::nullopt;
-    Aufbau aufbau{.form = *form};
-    if (const int eintrag = cmbZeichensatz_->currentIndex(); eintrag > 0)
-        aufbau.zeichensatz = Zeichensaetze()[static_cast<std::size_t>(eintrag) - 1].zeichensatz;
+    Aufbau aufbau{.zeichensatz = GewaehlterZeichensatz(), .form = *form};
     if (probe_)
         tafel_->Anwenden(aufbau);
     return aufbau;

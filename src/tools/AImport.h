@@ -29,6 +29,7 @@ private:
     void Raten();
     void Zeigen();
     void FormZeigen(const Aufbau &aufbau);
+    Zeichensatz GewaehlterZeichensatz() const;
     std::optional<Textform> Form() const;
     std::optional<Aufbau> Gewaehlt() const;
     QString VorhabenVon(const Importvorschau &vorschau, bool alleFelder);

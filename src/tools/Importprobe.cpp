@@ -90,6 +90,19 @@ Aufbau Importprobe::Raten(const Zeichensatz &zeichensatz, const std::optional<Te
     }
 }
 
+QStringList Importprobe::ErsteZeile(const Aufbau &aufbau) const
+{
+    QStringList felder;
+    try {
+        std::vector<Textfeld> erster;
+        TextSaetze(TextLesen(datei_, aufbau.zeichensatz), aufbau.form).Naechster(erster);
+        for (const Textfeld &feld : erster)
+            felder << feld.text;
+    } catch (const StoreError &) { // told by Ansehen()
+    }
+    return felder;
+}
+
 Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
 {
     Importvorschau vorschau;
@@ -97,10 +110,6 @@ Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
     try {
         const Textinhalt inhalt = TextLesen(datei_, aufbau.zeichensatz);
         vorschau.unpassend = inhalt.unpassend;
-        std::vector<Textfeld> erster;
-        TextSaetze(inhalt, aufbau.form).Naechster(erster);
-        for (const Textfeld &feld : erster)
-            vorschau.spalten << feld.text;
         if (aufbau.alleFelder)
             GanzeKarten(inhalt, aufbau, vorschau);
         else

@@ -17,7 +17,6 @@ namespace paukfix {
 struct Importvorschau
 {
     std::vector<SimpleCard> erste; // at most 20
-    QStringList spalten;           // what the first line has in its fields
     int karten = 0;
     int andere = 0;                // lines with a text but no separator
     std::vector<int> andereZeilen; // the first of them
@@ -38,6 +37,9 @@ public:
 
     // What the file makes likely.
     Aufbau Raten(const Zeichensatz &zeichensatz = {}, const std::optional<Textform> &form = {}) const;
+
+    // What the first line has in its fields.
+    QStringList ErsteZeile(const Aufbau &aufbau) const;
 
     Importvorschau Ansehen(const Aufbau &aufbau) const;
 

@@ -73,7 +73,7 @@ Importtafel::Importtafel(QWidget *eltern) : QWidget(eltern), zeile_(new QWidget(
     kopf->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     kopf->setSectionResizeMode(QHeaderView::Stretch);
     // Two cards in the smallest window, more where there is room.
-    tblVorschau_->setMinimumHeight(fontMetrics().height() * 5);
+    tblVorschau_->setMinimumHeight(fontMetrics().height() * 4);
     spalte->addWidget(tblVorschau_, 1);
 }
 
@@ -86,7 +86,7 @@ void Importtafel::Anwenden(Aufbau &aufbau) const
                       .thema = cmbSpalte_[2]->currentIndex() - 1};
 }
 
-void Importtafel::Vorschlagen(const Aufbau &aufbau, const Importvorschau &vorschau)
+void Importtafel::Vorschlagen(const Aufbau &aufbau, const QStringList &erste)
 {
     alleFelder_ = aufbau.alleFelder;
     zeile_->setVisible(!alleFelder_);
@@ -95,9 +95,9 @@ void Importtafel::Vorschlagen(const Aufbau &aufbau, const Importvorschau &vorsch
     chkUeberschrift_->setChecked(aufbau.ueberschrift);
     QStringList namen{u"keine"_s};
     // The third one may be there in later lines only.
-    const qsizetype zahl = std::max<qsizetype>(vorschau.spalten.size(), 3);
+    const qsizetype zahl = std::max<qsizetype>(erste.size(), 3);
     for (qsizetype i = 0; i < zahl; ++i)
-        namen << u"%1: %2"_s.arg(i + 1).arg(Kurztext(vorschau.spalten.value(i).simplified()));
+        namen << u"%1: %2"_s.arg(i + 1).arg(Kurztext(erste.value(i).simplified()));
     const std::array<int, 3> spalten{aufbau.spalten.frage, aufbau.spalten.antwort, aufbau.spalten.thema};
     for (std::size_t i = 0; i < cmbSpalte_.size(); ++i) {
         const QSignalBlocker stumm(cmbSpalte_[i]);

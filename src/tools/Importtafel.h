@@ -24,8 +24,8 @@ public:
 
     // The columns and the heading that are chosen now.
     void Anwenden(Aufbau &aufbau) const;
-    // Chooses them, without telling.
-    void Vorschlagen(const Aufbau &aufbau, const Importvorschau &vorschau);
+    // Chooses them, without telling; `erste` is what the first line has in its fields.
+    void Vorschlagen(const Aufbau &aufbau, const QStringList &erste);
     void Zeigen(const Importvorschau &vorschau);
 
     // The learner has chosen other ones.

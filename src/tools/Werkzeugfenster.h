@@ -97,8 +97,8 @@ private:
     QPushButton *cmdOK_ = nullptr;
     QPushButton *cmdAbbrechen_ = nullptr; // while a tool is running
     QList<QLabel *> erklaerung_;
-    QList<QLabel *> leise_;               // in a quieter tone of the text's colour
-    QString gewaehlt_;                    // in the save dialog
+    QList<QLabel *> leise_; // in a quieter tone of the text's colour
+    QString gewaehlt_;      // in the save dialog
     bool laeuft_ = false;
 };
 
