@@ -96,8 +96,10 @@ void Importtafel::Vorschlagen(const Aufbau &aufbau, const QStringList &erste)
     QStringList namen{u"keine"_s};
     // The third one may be there in later lines only.
     const qsizetype zahl = std::max<qsizetype>(erste.size(), 3);
-    for (qsizetype i = 0; i < zahl; ++i)
-        namen << u"%1: %2"_s.arg(i + 1).arg(Kurztext(erste.value(i).simplified()));
+    for (qsizetype i = 0; i < zahl; ++i) {
+        const QString text = Kurztext(erste.value(i).simplified());
+        namen << (text.isEmpty() ? QString::number(i + 1) : u"%1: %2"_s.arg(i + 1).arg(text));
+    }
     const std::array<int, 3> spalten{aufbau.spalten.frage, aufbau.spalten.antwort, aufbau.spalten.thema};
     for (std::size_t i = 0; i < cmbSpalte_.size(); ++i) {
         const QSignalBlocker stumm(cmbSpalte_[i]);
