@@ -10,9 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Aufruf = u"Aufruf: paukfix [KARTEI.pzb]\n"
+const QString Aufruf = u"Aufruf: paukfix [KARTEI.pzb | PAKET.pzbz]\n"
                        u"\n"
                        u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
+                       u"Ein PAKET („Extras › Kartei packen“) wird neben sich in einen Ordner ausgepackt.\n"
                        u"\n"
                        u"  -h, --help     zeigt diese Hilfe\n"
                        u"  -v, --version  zeigt die Version\n"
@@ -38,7 +39,8 @@ Befehlszeile BefehlszeileLesen(const QStringList &argumente)
     bool optionen = true;
     for (const QString &argument : argumente.mid(1)) {
         const bool option = optionen && argument.startsWith(u'-') && argument.size() > 1 &&
-                            !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive);
+                            !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive) &&
+                            !argument.endsWith(".pzbz"_L1, Qt::CaseInsensitive);
         if (!option) {
             if (!argument.isEmpty())
                 dateien << Pfad(argument);

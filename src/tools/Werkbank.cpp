@@ -50,7 +50,21 @@ QString FehlerKontext()
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
 {
     for (const StoreError &einer : fehler)
-        Step(meldungen, FehlerKontext(), [&] { throw einer; });
+        meldungen.Zeigen((einer.Number() == Fehler::Abgebrochen ? QString() : FehlerKontext()) +
+                         einer.Text());
+}
+
+bool Versuchen(Meldungen &meldungen, const std::function<void()> &tun)
+{
+    try {
+        tun();
+        return true;
+    } catch (const StoreError &fehler) {
+        FehlerMelden(meldungen, {fehler});
+    } catch (const std::exception &fehler) {
+        FehlerMelden(meldungen, {StoreError(Fehler::ZuWenigSpeicher, ErrorText(fehler))});
+    }
+    return false;
 }
 
 QString KartenText(int anzahl)

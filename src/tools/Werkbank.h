@@ -36,7 +36,10 @@ enum class Ausgang
 QString FehlerKontext();
 
 // The one error report of the tools for errors that were collected.
+// That work was cancelled is no error: it is told without the words that begin one.
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
+// Runs `tun` and reports what it throws. Tells whether it threw nothing.
+bool Versuchen(Meldungen &meldungen, const std::function<void()> &tun);
 
 // "1 Karte", "2 Karten".
 QString KartenText(int anzahl);
