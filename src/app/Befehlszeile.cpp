@@ -10,14 +10,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Aufruf = u"Aufruf: paukfix [KARTEI.pzb | PAKET.pzbz]\n"
-                       u"\n"
-                       u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
-                       u"Ein PAKET („Extras › Kartei packen“) wird neben sich in einen Ordner ausgepackt.\n"
-                       u"\n"
-                       u"  -h, --help     zeigt diese Hilfe\n"
-                       u"  -v, --version  zeigt die Version\n"
-                       u"  --             dahinter steht ein Dateiname, auch mit - am Anfang\n"_s;
+const QString Aufruf =
+    u"Aufruf: paukfix [KARTEI.pzb]\n"
+    u"\n"
+    u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
+    u"Für KARTEI kann ein Paket stehen (.pzbz, „Extras › Kartei packen“): Es wird neben sich\n"
+    u"in einen Ordner ausgepackt.\n"
+    u"\n"
+    u"  -h, --help     zeigt diese Hilfe\n"
+    u"  -v, --version  zeigt die Version\n"
+    u"  --             dahinter steht ein Dateiname, auch mit - am Anfang\n"_s;
 
 QString Pfad(const QString &argument)
 {

@@ -36,10 +36,6 @@ struct ZweiOrdner : Werkstatt
 CardRecord Karte(int nummer, const QString &bild, const QString &ton = {}, const QString &thema = {})
 {
     CardRecord karte = MakeCard(nummer, 0, nummer);
-    for (auto name : {&CardRecord::Picture_1_Name, &CardRecord::Picture_2_Name, &CardRecord::Picture_3_Name,
-                      &CardRecord::Picture_4_Name, &CardRecord::Picture_5_Name, &CardRecord::Picture_6_Name,
-                      &CardRecord::Picture_7_Name, &CardRecord::Picture_8_Name})
-        karte.*name = QString();
     karte.Picture_1_Name = bild;
     karte.Picture_8_Name = ton;
     karte.Picture_9_Name = thema;
