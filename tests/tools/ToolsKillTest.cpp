@@ -261,11 +261,6 @@ void ToolsKillTest::KillLeavesPicturesWithTheirCardsOrNone()
         for (int i = 1; i <= 60; ++i) {
             const QString name = u"%1.jpg"_s.arg(i % 40);
             cards << MakeCard(i, 0, i);
-            for (auto slot :
-                 {&CardRecord::Picture_2_Name, &CardRecord::Picture_3_Name, &CardRecord::Picture_4_Name,
-                  &CardRecord::Picture_5_Name, &CardRecord::Picture_6_Name, &CardRecord::Picture_7_Name,
-                  &CardRecord::Picture_8_Name})
-                cards.back().*slot = QString();
             cards.back().Picture_1_Name = name;
             WriteFile(directory.filePath(name), "hier " + name.toUtf8());
             WriteFile(directory.filePath("dort/" + name), "dort " + name.toUtf8());
