@@ -6,6 +6,7 @@
 #include "CardRecord.h"
 #include "CardSource.h"
 #include "CardValue.h"
+#include "ContentPlaces.h"
 
 #include <SQLiteCpp/Statement.h>
 
@@ -80,70 +81,14 @@ void ReadCard(CardAdder &adder, CardSource &source, std::vector<CopiedValue> &va
     }
 }
 
-// Where the values of a copied card are that tell whether it is another one's like.
-class ContentPlaces
-{
-public:
-    explicit ContentPlaces(const std::vector<int> &columns) : columns_(columns)
-    {
-        for (int i = 1; i <= 5; ++i) {
-            plain_.push_back(At(u"Antwort_%1_Klartext"_s.arg(i)));
-            formatted_.push_back(At(u"Antwort_%1"_s.arg(i)));
-            ticks_.push_back(At(u"Antwort_ch_%1"_s.arg(i)));
-        }
-    }
-
-    Karteninhalt Of(const std::vector<CopiedValue> &values) const
-    {
-        const auto number = [&](std::size_t place) {
-            return place < values.size() && values[place].kind == CopiedValue::Kind::Number
-                       ? values[place].number
-                       : 0;
-        };
-        const auto text = [&](std::size_t place) {
-            return place < values.size() && values[place].kind == CopiedValue::Kind::Text
-                       ? std::string_view(values[place].text)
-                       : std::string_view();
-        };
-        const auto either = [&](std::size_t plain, std::size_t formatted) {
-            const std::string_view words = text(plain);
-            return words.empty() ? text(formatted) : words;
-        };
-        Karteninhalt content;
-        content.typ = number(typ_);
-        content.frage = either(question_, formattedQuestion_);
-        content.bild = text(picture_);
-        content.ton = text(sound_);
-        for (std::size_t i = 0; i < content.antworten.size(); ++i) {
-            content.antworten[i] = either(plain_[i], formatted_[i]);
-            content.richtig[i] = number(ticks_[i]) != 0;
-        }
-        return content;
-    }
-
-private:
-    // Behind the last one where a card is copied without it.
-    std::size_t At(const QString &name) const
-    {
-        const auto place = std::find(columns_.begin(), columns_.end(), CardColumnIndex(name));
-        return static_cast<std::size_t>(place - columns_.begin());
-    }
-
-    const std::vector<int> &columns_;
-    std::size_t typ_ = At(u"Antworttyp"_s);
-    std::size_t question_ = At(u"Frage_Klartext"_s);
-    std::size_t formattedQuestion_ = At(u"Frage"_s);
-    std::size_t picture_ = At(u"Picture_1_Name"_s);
-    std::size_t sound_ = At(u"Picture_6_Name"_s);
-    std::vector<std::size_t> plain_, formatted_, ticks_; // of the five answers
-};
-
 // False where the source has no further card, or cannot be read on.
 bool StepOn(CardAdder &adder, CardSource &source)
 {
     try {
         return source.Next();
     } catch (const StoreError &error) {
+        if (error.Number() == Fehler::Abgebrochen)
+            throw;
         adder.Note(error);
         return false;
     }

@@ -97,6 +97,8 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
             nachher = StateOfBox(karten);
         } catch (const StoreError &) { // the engine rolls back when the file is closed
         }
+        if (bekannt && bekannt->Number() == Fehler::Abgebrochen && !versucht)
+            throw; // it says so itself
         throw StoreError(
             bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
             Saetze(ErrorText(fehler), versucht ? Verbleib(vorher, nachher) : NichtsUebernommen()));
@@ -105,6 +107,7 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 
 void Oeffnen(const Werkbank &bank, QString &name)
 {
+    bank.unwiderruflich();
     if (bank.progress)
         bank.progress(0, 0);
     bank.oeffner.OpenCardFile(name);

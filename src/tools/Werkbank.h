@@ -20,7 +20,10 @@ struct Werkbank
     CardStore &store;
     KarteiOeffner &oeffner;
     Meldungen &meldungen;
+    // Throws StoreError 3059 where the learner wants the end of the work.
     Progress progress = {};
+    // From now on the work can no longer be ended.
+    std::function<void()> unwiderruflich = [] {};
 };
 
 // Gelungen: all was done, the success may be told. Teilweise: something was done, and what could not be was
