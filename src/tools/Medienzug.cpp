@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 Medienzug::Medienzug(const Werkbank &bank, const QString &von, const DirectoryLock &ort,
                      const QString &kartei)
     : warten_(bank.oeffner.WartenZeigen(u"Bilder und Töne werden kopiert."_s,
-                                        u"Das Kopieren wurde abgebrochen."_s)),
+                                        u"Das Kopieren wurde abgebrochen. Es bleibt alles, wie es war."_s)),
       takt_([this] {
           if (warten_)
               warten_(0, 0);

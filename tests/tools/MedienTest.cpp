@@ -243,7 +243,7 @@ void MedienTest::CancellingLeavesBoxesAndDirectories()
         if (!abgebrochen)
             break;
         QCOMPARE(w.meldungen.Texte(),
-                 QStringList{"Das Kopieren wurde abgebrochen. Es wurde nichts übernommen."});
+                 QStringList{"Das Kopieren wurde abgebrochen. Es bleibt alles, wie es war."});
         anhaengen.close();
         QCOMPARE(w.Bytes("offen.pzb"), vorher);
         QCOMPARE(w.Dateien(), hier);
@@ -256,7 +256,8 @@ void MedienTest::CancellingLeavesBoxesAndDirectories()
         Hand(spiegeln).Ersetze("lblDateiname", w.Dort("neu.pzb"));
         Hand(spiegeln).Klick("cmdOK");
         QVERIFY(abgebrochen);
-        QCOMPARE(w.meldungen.Texte(), QStringList{"Das Kopieren wurde abgebrochen."});
+        QCOMPARE(w.meldungen.Texte(),
+                 QStringList{"Das Kopieren wurde abgebrochen. Es bleibt alles, wie es war."});
         QCOMPARE(w.store.CurrentFileName, "offen.pzb");
         QVERIFY(w.store.IsOpen());
         QCOMPARE(w.DateienDort(), dort);
