@@ -168,6 +168,28 @@ private slots:
         QVERIFY2(kontrast >= Farben::KontrastText, qPrintable(QString::number(kontrast)));
     }
 
+    void WhatCannotBeUsedCanBeReadAllTheSame()
+    {
+        for (const bool dunkel : {false, true}) {
+            QPalette palette = Palette(dunkel);
+            for (const auto rolle : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+                palette.setColor(QPalette::Disabled, rolle, dunkel ? Qt::black : Qt::white);
+            QApplication::setPalette(palette);
+            for (QAbstractButton *knopf : {static_cast<QAbstractButton *>(new QPushButton(u"Knopf"_s)),
+                                           static_cast<QAbstractButton *>(new QCheckBox(u"Text"_s))}) {
+                knopf->setEnabled(false);
+                Buehne b(knopf);
+                const QImage bild = b.Bild();
+                QRect innen = knopf->geometry().adjusted(6, 6, -6, -6);
+                if (qobject_cast<QCheckBox *>(knopf))
+                    innen.setLeft(knopf->x() + 22); // behind the mark
+                const double kontrast = BesterKontrast(bild, innen, bild.pixelColor(innen.topRight()));
+                QVERIFY2(kontrast >= 2.5, qPrintable(QString::number(kontrast)));
+                QVERIFY2(kontrast < Farben::KontrastText, qPrintable(QString::number(kontrast)));
+            }
+        }
+    }
+
     void TheKeyboardIsSeenAtEveryControl_data() { Reihen(); }
 
     void TheKeyboardIsSeenAtEveryControl()
