@@ -17,6 +17,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTest>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -174,6 +175,7 @@ private slots:
             QPalette palette = Palette(dunkel);
             for (const auto rolle : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
                 palette.setColor(QPalette::Disabled, rolle, dunkel ? Qt::black : Qt::white);
+            QApplication::style()->polish(palette); // as the desktop's colours are
             QApplication::setPalette(palette);
             for (QAbstractButton *knopf : {static_cast<QAbstractButton *>(new QPushButton(u"Knopf"_s)),
                                            static_cast<QAbstractButton *>(new QCheckBox(u"Text"_s))}) {
