@@ -3,6 +3,7 @@
 #include "LBOX.h"
 
 #include "BoxRechnung.h"
+#include "Dateiannahme.h"
 #include "Kasten.h"
 #include "Statuszeile.h"
 #include "Wartefenster.h"
@@ -125,6 +126,14 @@ void LBOX::Verbinden()
 
     connect(&automatik_, &Automatik::Umgeschaltet, status_, &Statuszeile::SetAutomatik);
     connect(&automatik_, &Automatik::Faellig, this, [this] { lernlauf_.Image0_Click(vollstesFach_); });
+
+    auto *annahme = new Dateiannahme(*this, [this](const QString &pfad) {
+        return !belegung_.IstGesperrt() && KarteiAktionen::Kennt(pfad);
+    });
+    connect(annahme, &Dateiannahme::Abgelegt, this, [this](const QString &pfad) {
+        if (!belegung_.IstGesperrt())
+            aktionen_.DateiOeffnen(pfad);
+    });
 
     connect(&aktionen_, &KarteiAktionen::WirdAngelegt, this,
             [this](const QString &name) { kasten_->SetHinweis(name + u" wird angelegt …"_s); });

@@ -57,7 +57,8 @@ auto NachNummer(CardRecordset &karten)
 
 // The place of the card that was come to: one on or back from a known one, else it is counted. One that
 // cannot be counted is no reason not to show the card.
-CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<CardEditor::Richtung> schritt)
+CardPosition Platz(CardRecordset &karten, const CardPosition &vorher,
+                   std::optional<CardEditor::Richtung> schritt)
 {
     if (schritt && vorher.number > 0)
         return {vorher.number + (schritt == CardEditor::Richtung::Vor ? 1 : -1), vorher.of};

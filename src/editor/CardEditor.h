@@ -17,8 +17,8 @@ struct Kartenkopf
 {
     QString FrageNr;
     QString FachNr;
-    bool neu = false;     // "Neue Karte"
-    CardPlace platz = {}; // in the order in which one walks; without a number where it is not known
+    bool neu = false;        // "Neue Karte"
+    CardPosition platz = {}; // in the order in which one walks; without a number where it is not known
 };
 
 // Whether something was changed; tells when that changes.
@@ -124,8 +124,8 @@ private:
     Meldungen &meldungen_;
     Kartensicht &formular_;
     bool neu_ = true;
-    double nummer_ = 0; // of the shown card, while it is not new
-    CardPlace platz_;   // of the shown card; without a number where it must be counted
+    double nummer_ = 0;  // of the shown card, while it is not new
+    CardPosition platz_; // of the shown card; without a number where it must be counted
 };
 
 } // namespace paukfix

@@ -221,6 +221,7 @@ private slots:
                                             {"MThema_ausfiltern", "Themaausfiltern"},
                                             {"MKartei_anhängen", "Karteianhängen"},
                                             {"MKartei_spiegeln", "Karteispiegeln"},
+                                            {"MKartei_packen", "Karteipacken"},
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"},
                                             {"MStatistik", "Statistik"},
@@ -234,6 +235,17 @@ private slots:
         QFETCH(const QString, name);
         const Drehbuch buch({Ansehen(name)});
         Waehlen(eintrag);
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    // With a file, whose cards the box has.
+    void ImportOfAFile()
+    {
+        QFile datei(Pfad("liste.csv"));
+        QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write("\"a;b\";\"c\"\r\nohne\r\n") > 0);
+        datei.close();
+        const Drehbuch buch({Schreiben("AImport", Pfad("liste.csv")), Ansehen("AImport")});
+        Waehlen("MAscii_Import");
         QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
     }
 
