@@ -19,14 +19,19 @@ class FachBild final : public BildKnopf
 public:
     explicit FachBild(QWidget *parent);
 
-    // The compartment lights up while the mouse is on its name or count, too.
+    // The compartment lights up while the mouse is on it, its name or its count.
     void SetHervorgehoben(bool an);
+    // What is framed from its upper end `oben` on: as high as what is drawn there. Where no file is open it
+    // does not light up.
+    void SetRahmen(int oben, bool offen);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     bool hervorgehoben_ = false;
+    bool offen_ = false;
+    int oben_ = 0;
 };
 
 } // namespace paukfix

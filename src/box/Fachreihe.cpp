@@ -94,6 +94,9 @@ void Fachreihe::Zeigen(const FachTabelle &tabelle, const BoxBild &bild, const Ka
         const QSize innen = image0_[i]->size();
         kaShape_[i]->setGeometry(0, 0, i == FachNeu ? innen.width() : fuellung_[i], innen.height());
         kaShape_[i]->setVisible(bild.balken[i]);
+        // The cards stand out above the walls.
+        const int wand = (i == FachNeu ? masse.neu : masse.lernen).vorn.top() - masse.fach[i].top();
+        image0_[i]->SetRahmen(tabelle[i].Anzahl > 0 ? 0 : wand, offen);
     }
     VollstesMarkieren(bild.VollstesFach, offen);
     NamenSetzen(tabelle, bild, offen);

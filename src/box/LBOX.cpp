@@ -152,6 +152,8 @@ void LBOX::Form_Load()
     emit Gemalt();
     dienste_.konfig.ReadConfig();
     geladen_ = true;
+    if (!KarteiAktionen::Kennt(befehlszeile_))
+        StandZeigen(); // behind what asks for a file
     aktionen_.Starten(befehlszeile_);
 }
 

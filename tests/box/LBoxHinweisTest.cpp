@@ -41,6 +41,15 @@ private slots:
         QCOMPARE(Tasten(b), "1 bis 5, N Fach wählen · W würfeln");
     }
 
+    void BehindTheQuestionForAFileTheButtonSaysWhatItDoes()
+    {
+        LBoxBuehne b;
+        QString gesagt;
+        b.dialoge.beimFragen = [&] { gesagt = Weiter(b); };
+        b.Zeigen();
+        QCOMPARE(gesagt, "Kartei öffnen");
+    }
+
     void CompartmentsThatLockEachOtherAreNamedWithAWayOut()
     {
         LBoxBuehne b;
