@@ -56,6 +56,7 @@ void Kartengitter::SortierenVerbinden()
     connect(koepfe, &QHeaderView::sortIndicatorChanged, this, [this](int spalte, Qt::SortOrder folge) {
         model()->sort(spalte, folge);
         scrollTo(currentIndex());
+        Einteilen();
     });
     for (int spalte = 0; spalte < model()->columnCount(); ++spalte) {
         auto *sortieren = new QAction(this);
@@ -90,12 +91,16 @@ void Kartengitter::Einteilen()
         return;
     QHeaderView *koepfe = horizontalHeader();
     int rest = viewport()->width();
+    // The hint has room for the arrow in each of them; the numbers have five digits at most.
+    const int pfeil = style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, koepfe) +
+                      style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, koepfe);
     for (int spalte = 0; spalte < KartenModell::Column3; ++spalte) {
-        const int breite = koepfe->sectionSizeHint(spalte);
+        const bool sortiert = koepfe->sortIndicatorSection() == spalte;
+        const int breite = koepfe->sectionSizeHint(spalte) - (sortiert ? 0 : pfeil);
         koepfe->resizeSection(spalte, breite);
         rest -= breite;
     }
-    const int thema = std::max(rest / 5, koepfe->minimumSectionSize());
+    const int thema = std::max(rest / 5, fontMetrics().averageCharWidth() * 13);
     const int frage = std::max((rest - thema) * 9 / 16, koepfe->minimumSectionSize());
     koepfe->resizeSection(KartenModell::Column3, frage);
     koepfe->resizeSection(KartenModell::Column4,

@@ -168,6 +168,12 @@ bool Themaausfiltern::eventFilter(QObject *objekt, QEvent *event)
     return true;
 }
 
+void Themaausfiltern::resizeEvent(QResizeEvent *event)
+{
+    Werkzeugfenster::resizeEvent(event);
+    ErklaerungZeigen(height() >= fontMetrics().height() * 32);
+}
+
 void Themaausfiltern::cmdDateiname_Click()
 {
     KarteinameUebernehmen(lblDateiname_,

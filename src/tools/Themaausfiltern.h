@@ -18,6 +18,8 @@ public:
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
+    // A low window has room for the topics first.
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void Form_Load();

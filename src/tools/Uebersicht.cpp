@@ -86,10 +86,13 @@ QLayout *Uebersicht::SuchzeileBauen()
     txtSuchen_->setClearButtonEnabled(true);
     txtSuchen_->installEventFilter(this);
     connect(txtSuchen_, &QLineEdit::textChanged, this, &Uebersicht::Filtern);
+    datPrimaryRS_ = new QLabel(inhalt_);
+    datPrimaryRS_->setObjectName(u"datPrimaryRS"_s);
     treffer_ = new QLabel(inhalt_);
     treffer_->setObjectName(u"Treffer"_s);
     zeile->addWidget(Beschriftung(u"&Suchen:"_s, txtSuchen_, inhalt_));
     zeile->addWidget(txtSuchen_, 1);
+    zeile->addWidget(datPrimaryRS_);
     zeile->addWidget(treffer_);
     auto *weiter = new QAction(this);
     weiter->setShortcut(Qt::Key_F3);
@@ -104,9 +107,6 @@ QWidget *Uebersicht::KnoepfeBauen()
     drucken_->gedruckt = [this](int karten) { // until the user goes on
         hinweise_->SetTasten(KartenText(karten) + u" an den Drucker geschickt"_s);
     };
-    datPrimaryRS_ = new QLabel(inhalt_);
-    datPrimaryRS_->setObjectName(u"datPrimaryRS"_s);
-    drucken_->Anfuegen(datPrimaryRS_);
     auto *cmdSchließen = Benannt(new QPushButton(u"&Zurück"_s, inhalt_), u"cmdSchließen"_s, u"Zurück"_s);
     cmdSchließen->setAutoDefault(false);
     connect(cmdSchließen, &QPushButton::clicked, this, [this] { cmdSchließen_Click(); });

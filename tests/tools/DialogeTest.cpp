@@ -44,6 +44,7 @@ private slots:
     void CancelKeepsTheCardFileName();
     void TopicsChangeListsByClickAndKey();
     void DoubleClickMovesOneTopic();
+    void ALowWindowShowsTopicsFirst();
     void ListWithTheKeyboardStandsOut();
     void TopicsThatCannotBeReadMakeNoFile();
     void FilterMakesTheNewFile();
@@ -401,6 +402,21 @@ void DialogeTest::DoubleClickMovesOneTopic()
     QCoreApplication::sendEvent(list->viewport(), &second);
     QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(Entries(dialog, "lstNübernehmen"), QStringList{"Thema 1"});
+}
+
+void DialogeTest::ALowWindowShowsTopicsFirst()
+{
+    Werkstatt w;
+    w.Oeffnen({MakeCard(1, 0, 1)});
+    Themaausfiltern dialog(w.oeffner, w.Alle());
+    Hand(dialog).Zeigen();
+    const auto *list = Hand(dialog).Finde<QListWidget>("lstÜbernehmen");
+    const auto *sentence = Hand(dialog).Finde<QLabel>("Erklärung(0)");
+    dialog.resize(dialog.width(), dialog.fontMetrics().height() * 40);
+    QTRY_VERIFY(sentence->isVisible());
+    dialog.resize(dialog.minimumSize());
+    QTRY_VERIFY(!sentence->isVisible());
+    QTRY_VERIFY(list->viewport()->height() >= 4 * list->sizeHintForRow(0));
 }
 
 void DialogeTest::ListWithTheKeyboardStandsOut()
