@@ -42,7 +42,7 @@ struct Masse
 };
 
 constexpr Masse Gross{32, 14, 8, 8, 16, 12};
-constexpr Masse Klein{18, 8, 5, 6, 8, 6};
+constexpr Masse Klein{26, 8, 5, 6, 8, 6};
 
 QRect Karte(const QWidget &flaeche)
 {

@@ -55,17 +55,16 @@ UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
     Ergebnis_R_ = OptionBauen(u"&richtig"_s, u"Ergebnis_R"_s, true);
     Ergebnis_F_ = OptionBauen(u"&falsch"_s, u"Ergebnis_F"_s, false);
 
-    auto *worte = new QVBoxLayout;
-    worte->setSpacing(0);
-    worte->addStretch(1);
-    worte->addWidget(urteil_);
-    worte->addWidget(satz_);
-    worte->addStretch(1);
+    worte_ = new QBoxLayout(QBoxLayout::TopToBottom);
+    worte_->addStretch(1);
+    worte_->addWidget(urteil_);
+    worte_->addWidget(satz_);
+    worte_->addStretch(1);
     auto *zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(14, 0, 16, 0);
     zeile->setSpacing(16);
     zeile->addWidget(Image1_);
-    zeile->addLayout(worte, 1);
+    zeile->addLayout(worte_, 1);
     zeile->addWidget(gewertet_);
     zeile->addWidget(Ergebnis_R_);
     zeile->addWidget(Ergebnis_F_);
@@ -97,7 +96,6 @@ void UrteilZeile::Leeren()
     satz_->clear();
     satz_->hide();
     satz_->setToolTip({});
-    setToolTip({});
     Image1_->clear();
     for (QRadioButton *option : {Ergebnis_R_, Ergebnis_F_}) {
         option->setAutoExclusive(false); // or one of them would stay chosen
@@ -114,7 +112,9 @@ void UrteilZeile::SetKompakt(bool kompakt)
     kompakt_ = kompakt;
     const int groesse = kompakt ? GesichtKompakt : Gesicht;
     Image1_->setFixedSize(groesse, groesse);
-    satz_->setVisible(!kompakt && gezeigt_);
+    worte_->setDirection(kompakt ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    worte_->setStretch(0, kompakt ? 0 : 1);
+    worte_->setSpacing(kompakt ? 12 : 0);
     gewertet_->setVisible(!kompakt);
 }
 
@@ -138,9 +138,8 @@ void UrteilZeile::Zeigen(bool richtig, const QString &gesicht, const QString &sa
     Image1_->setPixmap(GesichtLesen(gesicht, Image1_->width(), devicePixelRatioF()));
     urteil_->setText(richtig ? u"Richtig!"_s : u"Leider falsch"_s);
     satz_->setText(satz);
-    satz_->setVisible(!kompakt_);
+    satz_->show();
     satz_->setToolTip(satz.toHtmlEscaped());
-    setToolTip(kompakt_ ? satz.toHtmlEscaped() : QString());
     Faerben();
     // Tab stops at the option that is selected; the arrow keys reach the other one.
     Ergebnis_R_->setFocusPolicy(richtig ? Qt::StrongFocus : Qt::ClickFocus);

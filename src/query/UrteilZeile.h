@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class QBoxLayout;
 class QLabel;
 class QRadioButton;
 
@@ -51,6 +52,7 @@ private:
     QRadioButton *OptionBauen(const QString &text, const QString &name, bool richtig);
     void Faerben();
 
+    QBoxLayout *worte_ = nullptr; // verdict and sentence
     QLabel *Image1_ = nullptr;
     QLabel *urteil_ = nullptr;
     QLabel *satz_ = nullptr;

@@ -233,6 +233,17 @@ private slots:
         });
     }
 
+    void ASmallWindowSaysWhereTheCardGoesToo()
+    {
+        b_->Fragen(TippKarte("Ginkgo"), [&] {
+            b_->fenster->resize(640, 430);
+            b_->Antworten("Ginkgo");
+            const auto *satz = b_->Finde<QLabel>("Urteilssatz");
+            QVERIFY(satz->isVisible());
+            QVERIFY(satz->width() >= satz->sizeHint().width());
+        });
+    }
+
     // The keyboard goes to the button, so what it says is said.
     void TheVerdictIsSaidWithTheButtonThatGetsTheKeyboard()
     {
