@@ -70,11 +70,11 @@ Slotdialog::Slotdialog(const CardStore &kartei, const Dienste &dienste, Kartenda
     kopf->addWidget(new QLabel(u"Fragenr:"_s, this));
     kopf->addWidget(nummer);
     auto *knoepfe = new QHBoxLayout;
-    auto *hinweis =
-        new KurzLabel(texte_.art == Medienart::Bild
-                          ? u"Ein Bild, das Sie hierher ziehen, wird neben die Kartei kopiert."_s
-                          : u"Eine Datei, die Sie hierher ziehen, wird neben die Kartei kopiert."_s,
-                      this);
+    auto *hinweis = new QLabel(texte_.art == Medienart::Bild
+                                   ? u"Ein Bild, das Sie hierher ziehen, wird neben die Kartei kopiert."_s
+                                   : u"Eine Datei, die Sie hierher ziehen, wird neben die Kartei kopiert."_s,
+                               this);
+    hinweis->setWordWrap(true);
     hinweis->setPalette(Farben::Leise(palette()));
     hinweis->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     knoepfe->addWidget(cmdÄndern_);

@@ -11,6 +11,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace paukfix {
@@ -43,7 +44,6 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
 
     Command1_ = Benannt(new QPushButton(u"OK"_s, this), u"Command1"_s, u"OK"_s);
     Command1_->setDefault(true);
-    Command1_->setProperty("leitend", true);
     Command1_->setFocus();
     connect(Command1_, &QPushButton::clicked, this, [this] { accept(); });
 
@@ -52,10 +52,10 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
     knoepfe->addWidget(Command1_);
     auto *alles = new QVBoxLayout(this);
     alles->setContentsMargins(zeile, zeile, zeile, zeile);
-    alles->setSpacing(zeile / 2);
+    alles->setSpacing(zeile);
     alles->addWidget(karte, 1);
     alles->addLayout(knoepfe);
-    resize(zeile * 40, zeile * 34);
+    resize(QSize(zeile * 40, zeile * 34).boundedTo(screen()->availableSize() * 0.9));
 
     Step(meldungen, QString(), [&] {
         SetRichTextBytes(*RichTextBox1_->document(), ReadFile(ueberRtf, MaxText));

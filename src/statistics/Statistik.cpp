@@ -41,7 +41,6 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
 
     cmdZurück_ = Benannt(new QPushButton(u"Zurück"_s, this), u"cmdZurück"_s, u"Zurück"_s);
     cmdZurück_->setDefault(true);
-    cmdZurück_->setProperty("leitend", true);
     cmdZurück_->setFocus();
     connect(cmdZurück_, &QPushButton::clicked, this, [this] { accept(); });
 
@@ -51,7 +50,7 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
     const int zeile = fontMetrics().height();
     auto *alles = new QVBoxLayout(this);
     alles->setContentsMargins(zeile, zeile, zeile, zeile);
-    alles->setSpacing(zeile / 2);
+    alles->setSpacing(zeile);
     alles->addWidget(karte_, 1);
     alles->addLayout(knoepfe);
 }
