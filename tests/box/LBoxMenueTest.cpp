@@ -71,7 +71,8 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               nullptr, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -81,11 +82,12 @@ private slots:
         LBoxBuehne b;
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+        b.Zeigen({},
+                 {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                  oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
         for (const QString name : {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import",
                                    "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
-                                   "MErledigtNeu", "MKartei_packen", "MVerlauf"}) {
+                                   "MErledigtNeu", "MKartei_packen", "MKartei_ausgeben", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});
@@ -94,9 +96,9 @@ private slots:
             QCOMPARE(b.kartei.FehlerStatus, Fehler::NichtsOffen);
         }
         // These check by themselves, or need none.
-        for (const QString name : {"Manzeigen", "MStatistik", "Müber"})
+        for (const QString name : {"Manzeigen", "MFremdeKartei", "MStatistik", "Müber"})
             b.Menue(name)->trigger();
-        QCOMPARE(geoeffnet, 3);
+        QCOMPARE(geoeffnet, 4);
     }
 
     void EntriesOpenTheirWindowOnAnOpenFile()
