@@ -108,7 +108,7 @@ private slots:
 
     void DialogsOfTheFileToolsKeepTheLock()
     {
-        const std::array<std::pair<const char *, QString>, 6> werkzeuge{{
+        const std::array<std::pair<const char *, QString>, 8> werkzeuge{{
             {"MAscii_Export", "AExport"},
             {"MAscii_Import", "AImport"},
             {"MThema_ausfiltern", "Themaausfiltern"},
