@@ -87,7 +87,7 @@ void FremdeKartei::WahlBauen()
     felder->addWidget(inhalt, inhaltszeile, 0, Qt::AlignTop | Qt::AlignLeft);
 
     cmdRest_ =
-        Benannt(new QPushButton(u"&Was nicht mitkommt …"_s, this), u"cmdRest"_s, u"Was nicht mitkommt"_s);
+        Benannt(new QPushButton(u"&Was nicht mitkommt …"_s, this), u"cmdRest"_s, u"Was nicht mitkommt …"_s);
     cmdRest_->setAutoDefault(false);
 
     auto *inhalte = new QHBoxLayout;
@@ -96,8 +96,7 @@ void FremdeKartei::WahlBauen()
     felder->addLayout(inhalte, inhaltszeile, 1, 1, 2);
 
     const bool offen = Store().IsOpen();
-    optNeu_ = Benannt(new QRadioButton(u"eine &neue Kartei:"_s, this), u"optNeu"_s,
-                      u"in eine neue Kartei einlesen"_s);
+    optNeu_ = Benannt(new QRadioButton(u"eine &neue Kartei:"_s, this), u"optNeu"_s, u"eine neue Kartei:"_s);
     lblZiel_ = Benannt(new QLineEdit(this), u"lblZiel"_s, u"Dateiname der neuen Kartei"_s);
     cmdZiel_ = Benannt(new QPushButton(u"..."_s, this), u"cmdZiel"_s, u"neue Datei wählen"_s);
     cmdZiel_->setToolTip(u"neue Datei wählen"_s);
@@ -111,8 +110,8 @@ void FremdeKartei::WahlBauen()
     felder->addWidget(cmdZiel_, neuzeile, 2);
     const QString kartei = offen ? u"die geöffnete Kartei „%1“"_s.arg(Kurztext(Store().CurrentFileName))
                                  : u"die geöffnete Kartei (keine)"_s;
-    optOffen_ = Benannt(new QRadioButton(QString(kartei).replace(u'&', u"&&"_s), this), u"optOffen"_s,
-                        u"in die geöffnete Kartei einlesen"_s);
+    optOffen_ =
+        Benannt(new QRadioButton(QString(kartei).replace(u'&', u"&&"_s), this), u"optOffen"_s, kartei);
     optOffen_->setEnabled(offen);
     cmbVorhandene_ = Benannt(new QComboBox(this), u"cmbVorhandene"_s, u"Karten, die es schon gibt"_s);
     cmbVorhandene_->addItems({u"trotzdem übernehmen"_s, u"auslassen"_s, u"Antwort erneuern"_s});
