@@ -217,7 +217,7 @@ private:
     struct Offenes
     {
         QString name;
-        Art art;
+        Art art{};
         HtmlStil vorher;
     };
 

@@ -127,7 +127,7 @@ bool KvtmlQuelle::Bauen(const KvtmlEintrag &eintrag, Deckkarte &karte, Deckberic
 QString KvtmlQuelle::Ort(const QString &name) const
 {
     const QFileInfo datei(QDir(verzeichnis_).filePath(name));
-    const QString wirklich = datei.canonicalFilePath();
+    QString wirklich = datei.canonicalFilePath();
     const QString innen = QFileInfo(verzeichnis_).canonicalFilePath();
     if (QDir::isAbsolutePath(name) || wirklich.isEmpty() || !datei.isFile() ||
         !wirklich.startsWith(innen + u'/'))

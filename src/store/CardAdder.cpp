@@ -70,7 +70,12 @@ std::string RenewSql(const std::vector<int> &columns)
         if (IsAnswer(columns[i]))
             sql += ',' + name + '=' + Value(i);
         else if (IsAnswerMedia(columns[i]))
-            sql += ',' + name + "=coalesce(nullif(" + Value(i) + ",'')," + name + ')';
+            sql.append(",")
+                .append(name)
+                .append("=coalesce(nullif(")
+                .append(Value(i))
+                .append(",''),")
+                .append(name + ')');
     }
     // All values are bound, whether used or not: the last one is named, so that there are as many.
     const std::string last = Value(columns.size() - 1);

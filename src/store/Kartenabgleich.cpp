@@ -96,8 +96,8 @@ Kartenabgleich::Kartenabgleich(SQLite::Database &database)
                       R"("Picture_1_Name","Picture_6_Name")";
     for (int i = 1; i <= 5; ++i) {
         const std::string name = "\"Antwort_" + std::to_string(i);
-        sql += ",coalesce(nullif(" + name + "_Klartext\",'')," + name + "\"),\"Antwort_ch_" +
-               std::to_string(i) + '"';
+        sql.append(",coalesce(nullif(").append(name).append("_Klartext\",''),").append(name);
+        sql.append("\"),\"Antwort_ch_").append(std::to_string(i)).append("\"");
     }
     SQLite::Statement alle(database, sql + R"( FROM "Lernkarten")");
     while (alle.executeStep()) {
