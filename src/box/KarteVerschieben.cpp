@@ -6,10 +6,10 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig)
+void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, const GefragteKarte &karte, bool richtig)
 {
     // Stored before the message, which stays as long as its reader likes.
-    if (KarteEinordnen(kartei, richtig) == FachErledigt) {
+    if (KarteEinordnen(kartei, karte, richtig) == FachErledigt) {
         meldungen.Zeigen(u"Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"_s,
                          Meldungen::Symbol::Ausruf);
     }

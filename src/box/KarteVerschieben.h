@@ -7,8 +7,7 @@
 
 namespace paukfix {
 
-// Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws
-// StoreError.
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig);
+// Moves the card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws StoreError.
+void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, const GefragteKarte &karte, bool richtig);
 
 } // namespace paukfix

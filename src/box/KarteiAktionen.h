@@ -38,6 +38,8 @@ public:
     void ZuletztOeffnen(std::size_t i);
     // Opens the card file at `pfad`, which joins the recent ones.
     void DateiOeffnen(const QString &pfad);
+    // The open box has been saved as another card file, `pfad`, and is open there.
+    void Umgezogen(const QString &pfad);
     // Opens another file of KarteiPfad, named without directory; nothing where `name` is empty.
     void Wechseln(const QString &name);
     // Probes the open card file and sets FehlerStatus; says "Bitte erst eine Datei öffnen" where there is

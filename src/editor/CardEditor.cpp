@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <exception>
+#include <utility>
 
 namespace paukfix {
 
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Ausgang = Aufbewahrung::Ausgang;
 using Comparison = CardRecordset::Comparison;
 
 const auto LeseFehler = u"Fehler beim Lesen der Karte: "_s;
@@ -81,8 +83,9 @@ bool AufKarte(const CardFieldHandles &felder)
 
 } // namespace
 
-CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular)
-    : kartei_(kartei), meldungen_(meldungen), formular_(formular)
+CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Aufbewahrung &aufbewahrung,
+                       Kartensicht &formular)
+    : kartei_(kartei), meldungen_(meldungen), aufbewahrung_(aufbewahrung), formular_(formular)
 {
 }
 
@@ -127,6 +130,7 @@ bool CardEditor::ShowCard(std::optional<Richtung> schritt)
         return false;
     }
     neu_ = false;
+    versuchte_ = 0;
     cardDirty = false;
     formular_.Zeigen(blatt, kopf);
     return true;
@@ -140,6 +144,7 @@ Kartenkopf CardEditor::NeuerKopf() const
 void CardEditor::NewCardForm()
 {
     neu_ = true;
+    versuchte_ = 0;
     cardDirty = false;
     platz_ = {};
     formular_.Zeigen({}, NeuerKopf());
@@ -162,31 +167,70 @@ bool CardEditor::ValidateCard(const Kartenblatt &blatt)
 
 bool CardEditor::StoreCard()
 {
+    vertagt_ = false;
     const Kartenblatt blatt = formular_.Inhalt();
     if (!ValidateCard(blatt))
         return false;
-    return neu_ ? StoreNew(blatt, Vorlage::Keine) : StoreExisting(blatt);
+    const auto ausgang = Speichern(blatt, Vorlage::Keine);
+    vertagt_ = ausgang == Ausgang::Vertagt;
+    return ausgang && !vertagt_;
 }
 
-bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
+std::optional<Aufbewahrung::Ausgang> CardEditor::Speichern(const Kartenblatt &blatt, Vorlage vorlage)
 {
-    Ablage ablage;
-    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
-        ablage = KarteAnlegen(kartei_, blatt, vorlage);
-        if (ablage.fehler)
-            std::rethrow_exception(ablage.fehler);
+    const bool neue = neu_ || vorlage == Vorlage::AktuelleKarte;
+    std::optional<Ausgang> ausgang;
+    Step(meldungen_, SpeicherFehler, [&] {
+        ausgang = aufbewahrung_.Speichern({.kontext = SpeicherFehler,
+                                           .trost = u"Die Karte steht noch im Formular."_s,
+                                           .speichern = [&] { Ablegen(blatt, vorlage); },
+                                           .vertagbar = true});
     });
-    if (!gespeichert && ablage.abgelegt) {
-        // Stored again it must not be there twice.
-        neu_ = false;
-        cardDirty = true;
-        nummer_ = kartei_.HighestCardNumber;
-        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
-        return false;
-    }
-    if (!gespeichert) {
+    if (ausgang == Ausgang::Gespeichert) {
+        Abgelegt(neue);
+    } else if (ausgang == Ausgang::Verworfen && neu_) {
+        NewCardForm();
+    } else if (ausgang == Ausgang::Verworfen) {
+        Step(meldungen_, LeseFehler, [this] { StandOnShownCard(); });
+        AktuelleZeigen();
+    } else if (neu_) {
         formular_.KopfZeigen(NeuerKopf());
-        return false;
+    }
+    return ausgang;
+}
+
+// Throws StoreError.
+void CardEditor::Ablegen(const Kartenblatt &blatt, Vorlage vorlage)
+{
+    const bool kopie = vorlage == Vorlage::AktuelleKarte;
+    if (versuchte_ > 0 && StehtInDerKartei(kartei_.Karten(), versuchte_) == true) {
+        // An attempt that failed has stored it all the same: it must not be there twice.
+        kartei_.FachInfo.Zaehlen(kartei_.Karten());
+        if (kopie)
+            return;
+        neu_ = false;
+        nummer_ = std::exchange(versuchte_, 0);
+        formular_.KopfZeigen({QString::number(nummer_), QString::number(FachNeu)});
+    }
+    if (!neu_)
+        StandOnShownCard();
+    if (!neu_ && !kopie) {
+        KarteUeberschreiben(kartei_, blatt);
+        return;
+    }
+    const Ablage ablage = KarteAnlegen(kartei_, blatt, vorlage);
+    if (!ablage.fehler)
+        return;
+    versuchte_ = ablage.nummer;
+    std::rethrow_exception(ablage.fehler);
+}
+
+void CardEditor::Abgelegt(bool neue)
+{
+    if (!neue) {
+        cardDirty = false;
+        formular_.Gespeichert();
+        return;
     }
     NewCardForm();
     Step(meldungen_, SpeicherFehler, [&] {
@@ -196,20 +240,6 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
             kartei_.Karten().MoveNext();
         }
     });
-    return true;
-}
-
-bool CardEditor::StoreExisting(const Kartenblatt &blatt)
-{
-    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
-        StandOnShownCard();
-        KarteUeberschreiben(kartei_, blatt);
-    });
-    if (gespeichert) {
-        cardDirty = false;
-        formular_.Gespeichert();
-    }
-    return gespeichert;
 }
 
 // Whatever else moved the shared recordset: a card is stored and deleted where it is shown.
@@ -239,10 +269,19 @@ void CardEditor::Schritte(Richtung richtung)
             return;
         Bewegen(karten, richtung);
         if (AmEnde(karten, richtung))
-            NewCardForm();
+            AmEndeAnhalten(richtung);
         else
             ShowCard(richtung);
     });
+}
+
+// Behind the last card comes a new one, unless the box is only looked at: then the last one stays.
+void CardEditor::AmEndeAnhalten(Richtung richtung)
+{
+    if (kartei_.NurAnsehen())
+        Bewegen(kartei_.Karten(), richtung == Richtung::Vor ? Richtung::Zurueck : Richtung::Vor);
+    else
+        NewCardForm();
 }
 
 void CardEditor::CVor()
@@ -264,7 +303,7 @@ bool CardEditor::Laufschritt(Richtung richtung)
             return;
         Bewegen(karten, richtung);
         if (AmEnde(karten, richtung))
-            NewCardForm();
+            AmEndeAnhalten(richtung);
         else
             weiter = ShowCard(richtung);
     });
@@ -325,7 +364,7 @@ void CardEditor::Kopieren()
     if (neu_)
         return;
     const Kartenblatt blatt = formular_.Inhalt();
-    if (!ValidateCard(blatt) || !StoreNew(blatt, Vorlage::AktuelleKarte)) {
+    if (!ValidateCard(blatt) || Speichern(blatt, Vorlage::AktuelleKarte) != Ausgang::Gespeichert) {
         AktuelleZeigen();
         return;
     }
@@ -366,6 +405,8 @@ bool CardEditor::Verlassen()
 {
     if (StoreIfDirty())
         return true;
+    if (vertagt_)
+        return false;
     const auto antwort = meldungen_.Fragen(u"Diese Karte ist nicht gespeichert. Änderungen verwerfen?"_s,
                                            Meldungen::Antwort::Nein);
     if (antwort == Meldungen::Antwort::Nein)
@@ -380,8 +421,17 @@ bool CardEditor::SitzungEndet(bool darfFragen)
         return true;
     if (darfFragen)
         return Verlassen();
-    // A card that may not be stored would say so.
-    return BlattPruefen(formular_.Inhalt()).mangel == Mangel::Keiner && StoreCard();
+    const Kartenblatt blatt = formular_.Inhalt();
+    if (BlattPruefen(blatt).mangel != Mangel::Keiner)
+        return false;
+    try {
+        const bool neue = neu_;
+        Ablegen(blatt, Vorlage::Keine);
+        Abgelegt(neue);
+        return true;
+    } catch (const std::exception &) {
+        return false;
+    }
 }
 
 void CardEditor::Geschlossen()

@@ -5,6 +5,10 @@
 #include "CardFile.h"
 
 #include <QDir>
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <utility>
 
 namespace paukfix {
 
@@ -66,6 +70,23 @@ void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
     schritte.Folgen(*offen_->datei);
 }
 
+void CardStore::Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bisher, bool dieselben)
+{
+    const Sitzung behalten = bisher;
+    const QString index = offen_ ? offen_->karten.Index() : u"BoxKey"_s;
+    const qint16 nummer = HighestCardNumber;
+    const SchritteBewahren bewahren(*this);
+    if (dieselben)
+        schritte.abdruck_ = datei->ReadState();
+    Uebernehmen(std::move(datei));
+    auto nichtsHalb = qScopeGuard([this] { CloseCardFile(); });
+    HighestCardNumber = std::max(nummer, FachInfo.Zaehlen(offen_->karten));
+    offen_->karten.SetIndex(index);
+    nichtsHalb.dismiss();
+    sitzung = behalten;
+    FehlerStatus = 0;
+}
+
 void CardStore::CloseCardFile() noexcept
 {
     schritte.Loslassen();
@@ -74,6 +95,11 @@ void CardStore::CloseCardFile() noexcept
     HighestCardNumber = 0;
     FachInfo.Leeren();
     sitzung.Leeren();
+}
+
+bool CardStore::NurAnsehen() const
+{
+    return offen_ && offen_->datei->IsSnapshot();
 }
 
 QString CardStore::OffenerPfad() const
@@ -86,6 +112,11 @@ CardStore::Offen &CardStore::Offene()
     if (!offen_)
         throw StoreError(Fehler::NichtsOffen, u"Es ist keine Kartei geöffnet."_s);
     return *offen_;
+}
+
+CardFile &CardStore::Datei()
+{
+    return *Offene().datei;
 }
 
 CardRecordset &CardStore::Karten()

@@ -25,9 +25,11 @@ void NeueKarteiMachen(CardStore &store, const QString &ziel,
 {
     const QString quelle = store.CardPath(store.CurrentFileName);
     FreshFile neu(ziel);
-    store.CloseCardFile(); // a card file is copied only while it is closed
+    const bool ansehen = store.NurAnsehen();
+    if (!ansehen)
+        store.CloseCardFile(); // a card file is copied only while it is closed
     neu.Make([&](const QString &pfad) {
-        CopyFile(quelle, pfad);
+        CopyFile(ansehen ? store.Datei().ReadablePath() : quelle, pfad);
         CardFile datei(pfad);
         CardRecordset karten(datei);
         CardTransaction zug(karten);
@@ -52,7 +54,8 @@ Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
     bool unveraendert = false;
     const bool gemacht = Step(bank.meldungen, FehlerKontext(), [&] {
         // Another file may stand where the open one stood: what is copied must be what is shown.
-        InEinemZug(store.Karten(), [] {});
+        if (!store.NurAnsehen())
+            InEinemZug(store.Karten(), [] {});
         unveraendert = true;
         NeueKarteiMachen(store, pfad, aendern);
         store.KarteiPfad = QFileInfo(pfad).absolutePath();
