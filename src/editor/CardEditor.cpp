@@ -3,9 +3,8 @@
 #include "CardEditor.h"
 
 #include "KarteLoeschen.h"
+#include "Kartenweg.h"
 #include "Step.h"
-
-#include <QScopeGuard>
 
 #include <cmath>
 #include <exception>
@@ -22,64 +21,6 @@ using Comparison = CardRecordset::Comparison;
 
 const auto LeseFehler = u"Fehler beim Lesen der Karte: "_s;
 const auto SpeicherFehler = u"Fehler beim Speichern der Karte: "_s;
-
-bool OhneKarten(const CardRecordset &karten)
-{
-    return karten.AtBOF() && karten.AtEOF();
-}
-
-bool AmEnde(const CardRecordset &karten, CardEditor::Richtung richtung)
-{
-    return richtung == CardEditor::Richtung::Vor ? karten.AtEOF() : karten.AtBOF();
-}
-
-void Bewegen(CardRecordset &karten, CardEditor::Richtung richtung)
-{
-    if (richtung == CardEditor::Richtung::Vor)
-        karten.MoveNext();
-    else
-        karten.MovePrevious();
-}
-
-void Ordnen(CardRecordset &karten, QStringView index) noexcept
-{
-    try {
-        karten.SetIndex(index);
-    } catch (const StoreError &) { // the next move says what is wrong
-    }
-}
-
-// The cards in the order of their numbers, until the end of the block; then in the order that they had.
-auto NachNummer(CardRecordset &karten)
-{
-    auto zurueck = qScopeGuard([&karten, vorher = karten.Index()] { Ordnen(karten, vorher); });
-    karten.SetIndex(u"FrageNr");
-    return zurueck;
-}
-
-// The place of the card that was come to: one on or back from a known one, else it is counted. One that
-// cannot be counted is no reason not to show the card.
-CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<CardEditor::Richtung> schritt)
-{
-    if (schritt && vorher.number > 0)
-        return {vorher.number + (schritt == CardEditor::Richtung::Vor ? 1 : -1), vorher.of};
-    try {
-        return PlaceOfCurrent(karten);
-    } catch (const StoreError &) {
-        return {};
-    }
-}
-
-bool AufKarte(const CardFieldHandles &felder)
-{
-    try {
-        return !felder.FrageNr.IsNull();
-    } catch (const StoreError &fehler) {
-        if (fehler.Number() == Fehler::KeinDatensatz)
-            return false;
-        throw;
-    }
-}
 
 } // namespace
 
@@ -249,7 +190,7 @@ void CardEditor::StandOnShownCard()
     const CardFieldHandles &felder = kartei_.Felder();
     if (AufKarte(felder) && felder.FrageNr.Number() == nummer_)
         return;
-    const auto nachNummer = NachNummer(karten);
+    const NachNummer nachNummer(karten);
     karten.Seek(Comparison::Equal, nummer_);
     if (karten.NoMatch())
         throw StoreError(Fehler::KeinDatensatz,
@@ -335,7 +276,7 @@ void CardEditor::Springen(const QString &eingabe)
         bool istZahl = false;
         const double nummer = eingabe.trimmed().toDouble(&istZahl);
         istZahl = istZahl && std::isfinite(nummer);
-        const auto nachNummer = NachNummer(karten);
+        const NachNummer nachNummer(karten);
         if (istZahl)
             karten.Seek(Comparison::Equal, nummer);
         if (istZahl && !karten.NoMatch())

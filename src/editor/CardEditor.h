@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Aufbewahrung.h"
-#include "CardFacts.h"
 #include "Kartenablage.h"
+#include "Kartenweg.h"
 #include "Meldungen.h"
 
 #include <functional>
@@ -66,11 +66,7 @@ public:
 class CardEditor
 {
 public:
-    enum class Richtung
-    {
-        Vor,
-        Zurueck
-    };
+    using Richtung = paukfix::Richtung;
 
     // All must outlive it.
     CardEditor(CardStore &kartei, Meldungen &meldungen, Aufbewahrung &aufbewahrung, Kartensicht &formular);

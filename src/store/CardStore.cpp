@@ -5,7 +5,6 @@
 #include "CardFile.h"
 
 #include <QDir>
-#include <QScopeGuard>
 
 #include <algorithm>
 #include <utility>
@@ -65,24 +64,31 @@ CardStore::~CardStore()
 void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
 {
     CloseCardFile();
-    datei->beforeChange = [this] { VorAenderung(); };
-    offen_ = std::make_unique<Offen>(std::move(datei));
+    Nehmen(std::make_unique<Offen>(std::move(datei)));
+}
+
+void CardStore::Nehmen(std::unique_ptr<Offen> neue)
+{
+    offen_ = std::move(neue);
+    offen_->datei->beforeChange = [this] { VorAenderung(); };
     schritte.Folgen(*offen_->datei);
 }
 
 void CardStore::Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bisher, bool dieselben)
 {
+    auto neue = std::make_unique<Offen>(std::move(datei));
+    Faecher gezaehlt;
+    const qint16 nummer = std::max(HighestCardNumber, gezaehlt.Zaehlen(neue->karten));
+    if (offen_)
+        neue->karten.SetIndex(offen_->karten.Index());
     const Sitzung behalten = bisher;
-    const QString index = offen_ ? offen_->karten.Index() : u"BoxKey"_s;
-    const qint16 nummer = HighestCardNumber;
     const SchritteBewahren bewahren(*this);
     if (dieselben)
-        schritte.abdruck_ = datei->ReadState();
-    Uebernehmen(std::move(datei));
-    auto nichtsHalb = qScopeGuard([this] { CloseCardFile(); });
-    HighestCardNumber = std::max(nummer, FachInfo.Zaehlen(offen_->karten));
-    offen_->karten.SetIndex(index);
-    nichtsHalb.dismiss();
+        schritte.abdruck_ = neue->datei->ReadState();
+    CloseCardFile();
+    Nehmen(std::move(neue));
+    FachInfo = gezaehlt;
+    HighestCardNumber = nummer;
     sitzung = behalten;
     FehlerStatus = 0;
 }

@@ -54,7 +54,7 @@ public:
     void Uebernehmen(std::unique_ptr<CardFile> datei);
     // Goes on in another file, or in the same one opened anew: the cards are counted, the session and the
     // order of the cards stay. `dieselben`: it holds the same cards row by row, so the steps stay, too.
-    // `bisher` may be this one's own. Throws StoreError; nothing is open then.
+    // `bisher` may be this one's own. Throws StoreError; what is open stays open then.
     void Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bisher, bool dieselben);
     // Errors are ignored; harmless when nothing is open.
     void CloseCardFile() noexcept;
@@ -79,6 +79,7 @@ private:
     struct Offen;
 
     Offen &Offene();
+    void Nehmen(std::unique_ptr<Offen> neue);
 
     std::unique_ptr<Offen> offen_;
 };

@@ -15,8 +15,7 @@ namespace paukfix {
 void WiederOeffnen(CardStore &kartei, const QString &pfad, const Sitzung &sitzung);
 
 // Writes the whole open box as another card file at `ziel` and goes on in it; the steps that can be taken
-// back stay. Nobody touches the former file. Throws StoreError; unless the new file was whole and could not
-// be opened, the box is as it was.
+// back stay. Nobody touches the former file. Throws StoreError; what is open stays open then.
 void Umziehen(CardStore &kartei, const QString &ziel);
 
 } // namespace paukfix
