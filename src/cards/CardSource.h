@@ -26,6 +26,18 @@ struct CopiedValue
     std::string text; // UTF-8
 };
 
+// What a card is mostly copied with, beside its keys. What no program ever reads (the types and loop flags of
+// pictures) is not copied.
+const std::vector<int> &CopiedColumns();
+
+// Where a card that is copied is to lie.
+struct CardPlace
+{
+    int fach = 0; // 0 to 6
+    // Its own numbers, 16 bits each; they are kept where the box was empty before, and are free.
+    std::optional<int> frageNr = {}, lfdNr = {};
+};
+
 // Cards that are to be copied into another card file, in the order of their box, each once.
 class CardSource
 {
@@ -42,9 +54,15 @@ public:
     // on.
     virtual bool Next() = 0;
 
-    // Of the card that Next() has stepped to: one of CopiedColumns(). Throws StoreError 13 where the source
+    // What its cards are copied with, beside their keys; the same as long as it lives.
+    virtual const std::vector<int> &Columns() const { return CopiedColumns(); }
+
+    // Of the card that Next() has stepped to: one of Columns(). Throws StoreError 13 where the source
     // holds another type there.
     virtual void Read(int column, CopiedValue &value) = 0;
+
+    // The same card's.
+    virtual CardPlace Place() const { return {}; }
 
     // The card was copied.
     virtual void Taken() {}
@@ -56,9 +74,5 @@ public:
     // German; to be told although every card was copied as it was. Mostly nothing.
     virtual QString Remark() const { return {}; }
 };
-
-// What a card is copied with, beside its keys. What no program ever reads (the types and loop flags of
-// pictures) is not copied.
-const std::vector<int> &CopiedColumns();
 
 } // namespace paukfix

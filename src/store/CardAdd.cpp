@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "CardAdd.h"
 
-#include "CardBulk.h"
-#include "CardFile.h"
+#include "CardAdder.h"
+#include "CardRecord.h"
 #include "CardSource.h"
 #include "CardValue.h"
+#include "ContentPlaces.h"
 
 #include <SQLiteCpp/Statement.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <array>
@@ -16,105 +16,13 @@
 
 namespace paukfix {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-// One INSERT that is run for every card. Values are bound before Add() and must last until then.
-class Adder
-{
-public:
-    // Value i of a card goes into `columns[i]`.
-    Adder(CardStore &store, SQLite::Database &database, AddedCards &added, const std::vector<int> &columns)
-        : store_(store), database_(database), added_(added), insert_(database, Sql(store, columns))
-    {
-    }
-
-    SQLite::Statement &Values() { return insert_; }
-
-    static int Parameter(std::size_t value) { return static_cast<int>(value) + FirstValue; }
-
-    // False when no further card can be added.
-    bool Add()
-    {
-        if (store_.FachInfo.Verbraucht(FachNeu))
-            store_.FachInfo.Aufgerueckt(FachNeu, CloseUpCompartment(database_, FachNeu));
-        try {
-            Faecher then = store_.FachInfo;
-            const qint16 number = Plus16(store_.HighestCardNumber, 1);
-            insert_.bind(1, number);
-            insert_.bind(2, then.Anhaengen(FachNeu));
-            insert_.exec();
-            insert_.reset();
-            store_.HighestCardNumber = number;
-            store_.FachInfo = then;
-            ++added_.count;
-            return true;
-        } catch (const SQLite::Exception &error) {
-            insert_.tryReset();
-            return TakeNote(error);
-        } catch (const StoreError &error) {
-            Note(error);
-            return false;
-        }
-    }
-
-    void Note(const StoreError &error)
-    {
-        const auto same = [&](const StoreError &known) { return known.Text() == error.Text(); };
-        if (std::none_of(added_.errors.begin(), added_.errors.end(), same))
-            added_.errors.push_back(error);
-    }
-
-    void NoteEngine(const SQLite::Exception &error, const QString &path)
-    {
-        try {
-            ThrowStoreError(error, path);
-        } catch (const StoreError &known) {
-            Note(known);
-        }
-    }
-
-    // An engine error while a card was bound or stored: true where the next card can still be tried.
-    bool TakeNote(const SQLite::Exception &error)
-    {
-        if (sqlite3_get_autocommit(database_.getHandle()) != 0)
-            throw error;
-        NoteEngine(error, store_.CardPath(store_.CurrentFileName));
-        const int code = error.getErrorCode() & 0xff;
-        return code == SQLITE_TOOBIG || code == SQLITE_CONSTRAINT;
-    }
-
-private:
-    static constexpr int FirstValue = 3; // behind card number and running number
-
-    static std::string Sql(CardStore &store, const std::vector<int> &columns)
-    {
-        std::string names =
-            QuotedColumn(ColFrageNr) + ',' + QuotedColumn(ColFachLfdNr) + ',' + QuotedColumn(ColFachNr);
-        std::string values = "?1,?2,0";
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            names += ',' + QuotedColumn(columns[i]);
-            values += ",?" + std::to_string(Parameter(i));
-        }
-        // A tick that nobody sets is false, everything else null.
-        for (int column = 0; column < CardColumnCount; ++column) {
-            const bool given = std::find(columns.begin(), columns.end(), column) != columns.end();
-            const auto name = QString::fromLatin1(CardColumns()[static_cast<std::size_t>(column)].name);
-            if (given || KindOf(column) != CardKind::Flag || !store.Karten().HasField(name))
-                continue;
-            names += ',' + QuotedColumn(column);
-            values += ",0";
-        }
-        return R"(INSERT INTO "Lernkarten"()" + names + ") VALUES(" + values + ")";
-    }
-
-    CardStore &store_;
-    SQLite::Database &database_;
-    AddedCards &added_;
-    SQLite::Statement insert_;
-};
-
-// Binds `text`, which must last until the card is added, or nothing where a card cannot hold it.
-void BindText(Adder &adder, std::size_t value, int column, const std::string &text)
+// Binds `text`, which must last until the card is stored, or nothing where a card cannot hold it.
+void BindText(CardAdder &adder, SQLite::Statement &statement, int parameter, int column,
+              const std::string &text)
 {
     // No UTF-8 text has more characters than bytes.
     if (IsShortText(column) && text.size() > MaxTextLength) {
@@ -122,97 +30,110 @@ void BindText(Adder &adder, std::size_t value, int column, const std::string &te
             CheckWritable(QString::fromStdString(text), column);
         } catch (const StoreError &error) {
             adder.Note(error);
-            adder.Values().bind(Adder::Parameter(value));
+            statement.bind(parameter);
             return;
         }
     }
-    adder.Values().bindNoCopy(Adder::Parameter(value), text);
+    statement.bindNoCopy(parameter, text);
 }
 
 // Binds a number or a tick, or nothing where a card cannot hold it.
-void BindKnown(Adder &adder, std::size_t value, int column, const QVariant &from)
+void BindKnown(CardAdder &adder, SQLite::Statement &statement, int parameter, int column,
+               const QVariant &from)
 {
     try {
         const QVariant known = ForBuffer(from, column);
         CheckWritable(known, column);
-        Bind(adder.Values(), Adder::Parameter(value), known);
+        Bind(statement, parameter, known);
     } catch (const StoreError &error) {
         adder.Note(error);
-        adder.Values().bind(Adder::Parameter(value));
+        statement.bind(parameter);
     }
 }
 
-// Binds one value of a copied card; it must last until that is added.
-void BindCopied(Adder &adder, std::size_t value, int column, const CopiedValue &from)
+// Gives a statement the values of a copied card; they must last until that is stored.
+void BindCopied(CardAdder &adder, SQLite::Statement &statement, const std::vector<int> &columns,
+                const std::vector<CopiedValue> &values)
 {
-    if (from.kind == CopiedValue::Kind::Text)
-        BindText(adder, value, column, from.text);
-    else
-        BindKnown(adder, value, column,
-                  from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const int parameter = CardAdder::FirstValue + static_cast<int>(i);
+        const CopiedValue &from = values[i];
+        if (from.kind == CopiedValue::Kind::Text)
+            BindText(adder, statement, parameter, columns[i], from.text);
+        else
+            BindKnown(adder, statement, parameter, columns[i],
+                      from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());
+    }
 }
 
-// Gives the next card the fields of the one on which the source stands. A value that the source has in
-// another type than a card can is left out.
-void BindCard(Adder &adder, CardSource &source, std::vector<CopiedValue> &values)
+// Reads the card on which the source stands. A value that the source has in another type than a card can is
+// left out.
+void ReadCard(CardAdder &adder, CardSource &source, std::vector<CopiedValue> &values)
 {
-    const std::vector<int> &columns = CopiedColumns();
+    const std::vector<int> &columns = source.Columns();
     for (std::size_t i = 0; i < columns.size(); ++i) {
         try {
             source.Read(columns[i], values[i]);
-            BindCopied(adder, i, columns[i], values[i]);
         } catch (const StoreError &error) {
+            values[i].kind = CopiedValue::Kind::Null;
             adder.Note(error);
-            adder.Values().bind(Adder::Parameter(i));
         }
     }
 }
 
 // False where the source has no further card, or cannot be read on.
-bool StepOn(Adder &adder, CardSource &source)
+bool StepOn(CardAdder &adder, CardSource &source)
 {
     try {
         return source.Next();
     } catch (const StoreError &error) {
+        if (error.Number() == Fehler::Abgebrochen)
+            throw;
         adder.Note(error);
         return false;
     }
 }
 
 // Copies the card on which the source stands. False when no further card can be added.
-bool CopyCard(Adder &adder, CardSource &source, std::vector<CopiedValue> &values)
+bool CopyCard(CardAdder &adder, CardSource &source, std::vector<CopiedValue> &values,
+              const ContentPlaces &places)
 {
-    try {
-        BindCard(adder, source, values);
-    } catch (const SQLite::Exception &error) {
-        return adder.TakeNote(error);
-    }
-    return adder.Add();
+    adder.Begin();
+    ReadCard(adder, source, values);
+    return adder.Store(
+        [&] { return places.Of(values); }, source.Place(),
+        [&](SQLite::Statement &statement) { BindCopied(adder, statement, source.Columns(), values); });
 }
 
 // Adds a card with a typed answer. False when no further card can be added.
-bool AddImportedCard(Adder &adder, const std::vector<int> &columns, const SimpleCard &card)
+bool AddImportedCard(CardAdder &adder, const std::vector<int> &columns, const SimpleCard &card)
 {
     const std::array texts{card.question.toStdString(), card.answer.toStdString(), card.topic.toStdString()};
     constexpr std::array<std::size_t, 5> TextOf{0, 0, 1, 1, 2}; // of the columns behind the first one
-    try {
-        adder.Values().bind(Adder::Parameter(0), 1);
+    adder.Begin();
+    const auto content = [&] {
+        Karteninhalt parts;
+        parts.frage = texts[0];
+        parts.antworten[0] = texts[1];
+        return parts;
+    };
+    return adder.Store(content, {}, [&](SQLite::Statement &statement) {
+        statement.bind(CardAdder::FirstValue, 1);
         for (std::size_t i = 0; i < TextOf.size(); ++i) {
             const std::string &text = texts[TextOf[i]];
+            const int parameter = CardAdder::FirstValue + static_cast<int>(i) + 1;
             if (text.empty())
-                adder.Values().bind(Adder::Parameter(i + 1));
+                statement.bind(parameter);
             else
-                BindText(adder, i + 1, columns[i + 1], text);
+                BindText(adder, statement, parameter, columns[i + 1], text);
         }
-    } catch (const SQLite::Exception &error) {
-        return adder.TakeNote(error);
-    }
-    return adder.Add();
+    });
 }
 
 } // namespace
 
-AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next)
+AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard &card)> &next,
+                          Vorhandene vorhandene)
 {
     const std::vector<int> columns{
         CardColumnIndex(u"Antworttyp"),         CardColumnIndex(u"Frage"),
@@ -222,7 +143,7 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
     CardRecordset &cards = store.Karten();
     const bool wasEmpty = store.HighestCardNumber == 0 && cards.AtBOF() && cards.AtEOF();
     cards.Past([&](SQLite::Database &database) {
-        Adder adder(store, database, added, columns);
+        CardAdder adder(store, database, added, columns, vorhandene);
         SimpleCard card;
         while (next(card) && AddImportedCard(adder, columns, card)) {
         }
@@ -234,22 +155,24 @@ AddedCards AddSimpleCards(CardStore &store, const std::function<bool(SimpleCard 
     return added;
 }
 
-AddedCards CopyAllCards(CardStore &store, CardSource &source, const Progress &progress)
+AddedCards CopyAllCards(CardStore &store, CardSource &source, const Progress &progress, Vorhandene vorhandene)
 {
     AddedCards added;
     store.Karten().Past([&](SQLite::Database &database) {
-        Adder adder(store, database, added, CopiedColumns());
-        std::vector<CopiedValue> values(CopiedColumns().size());
+        CardAdder adder(store, database, added, source.Columns(), vorhandene);
+        std::vector<CopiedValue> values(source.Columns().size());
+        const ContentPlaces places(source.Columns());
         int done = 0;
         bool more = true;
         while (more && StepOn(adder, source)) {
-            const int before = added.count;
-            more = CopyCard(adder, source, values);
-            if (added.count > before)
+            const int before = added.count + added.leftOut + added.renewed;
+            more = CopyCard(adder, source, values, places);
+            if (added.count + added.leftOut + added.renewed > before)
                 source.Taken();
             Melden(progress, ++done, source.Count());
         }
-        if (const auto damage = source.DamageFound(added.count))
+        adder.AllStored();
+        if (const auto damage = source.DamageFound(added.count + added.leftOut + added.renewed))
             adder.Note(*damage);
         else if (added.errors.empty())
             added.remark = source.Remark();

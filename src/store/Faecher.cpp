@@ -75,6 +75,13 @@ qint16 Faecher::Anhaengen(int fach)
     return wohin.LfdMax;
 }
 
+void Faecher::Einreihen(int fach, qint16 lfdNr)
+{
+    Fach &wohin = Finden(fach);
+    wohin.LfdMax = wohin.Anzahl == 0 ? lfdNr : std::max(wohin.LfdMax, lfdNr);
+    wohin.Anzahl = Plus16(wohin.Anzahl, 1);
+}
+
 void Faecher::Entnehmen(int fach)
 {
     Fach &woher = Finden(fach);

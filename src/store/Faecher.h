@@ -46,6 +46,8 @@ public:
     qint16 Zaehlen(CardRecordset &karten, const std::function<void()> &gezaehlt = {});
     // A card goes to the back of `fach`. Returns its running number.
     qint16 Anhaengen(int fach);
+    // A card that has the running number `lfdNr` of `fach` is added.
+    void Einreihen(int fach, qint16 lfdNr);
     // A card leaves `fach`. The numbers that were handed out stay so.
     void Entnehmen(int fach);
     // Whether no card can be put to the back of `fach` before its running numbers are closed up.

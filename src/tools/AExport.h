@@ -2,11 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardFacts.h"
 #include "Werkzeugfenster.h"
+
+#include <optional>
 
 namespace paukfix {
 
-// Writes the simple cards of the open card file to a text file.
+// Writes the simple cards of the open card file to a text file, or all its cards with all that they have.
 class AExport final : public Werkzeugfenster
 {
 public:
@@ -15,9 +18,13 @@ public:
 private:
     void cmdDateiname_Click();
     void cmdOK_Click();
+    void FormGewaehlt();
 
+    QComboBox *cmbForm_;
+    QComboBox *cmbZeichensatz_;
     QComboBox *cmbTrennzeichen_;
     QLineEdit *lblDateiname_;
+    std::optional<CardKinds> arten_; // of the cards; nothing where they cannot be read
 };
 
 } // namespace paukfix

@@ -2,14 +2,41 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AImport.h"
 
-#include "AsciiTausch.h"
+#include "Fensterbau.h"
+#include "Importtafel.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QSignalBlocker>
+
+#include <limits>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The entries of the box of forms.
+enum Formwahl
+{
+    EinfacheZeilen,
+    Csv,
+    CsvMitKomma
+};
+
+QComboBox *Auswahl(const QString &name, const QString &zugaenglich, const QStringList &eintraege,
+                   QWidget *eltern)
+{
+    auto *box = Benannt(new QComboBox(eltern), name, zugaenglich);
+    box->addItems(eintraege);
+    return box;
+}
+
+} // namespace
 
 AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
     : Werkzeugfenster(oeffner, dienste, u"AImport"_s, u"ASCII-Import"_s, u"ASCII - Import"_s, parent)
@@ -18,29 +45,161 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
                u"in das Fach Neu der aktuellen Kartei abgelegt. "_s,
                u"Hierdurch können Daten aus anderen Anwendungen, z.B. MS-Excel oder MS-Access "
                u"übernommen werden."_s});
-    cmbTrennzeichen_ = TrennzeichenBauen();
+    cmbForm_ = Auswahl(u"cmbForm"_s, u"Form"_s, {u"einfache Zeilen"_s, u"CSV"_s, u"CSV mit Komma"_s}, this);
+    cmbForm_->setToolTip(u"CSV: Texte können in Anführungszeichen stehen und dann Trennzeichen und "
+                         u"Zeilenumbrüche enthalten"_s);
+    QStringList namen{u"automatisch"_s};
+    for (const Zeichensatzname &einer : Zeichensaetze())
+        namen << einer.name;
+    cmbZeichensatz_ = Auswahl(u"cmbZeichensatz"_s, u"Zeichensatz"_s, namen, this);
+    cmbZeichensatz_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbZeichensatz_->setMinimumContentsLength(14);
+    cmbTrennzeichen_ = TrennzeichenBauen({{u"&Form:"_s, cmbForm_}, {u"Zei&chensatz:"_s, cmbZeichensatz_}});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
-    HinweisBauen(u"Hinweis: Die Datei muß folgenden Aufbau haben:"_s);
-    HinweisBauen(u"Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"_s);
-    connect(cmbTrennzeichen_, &QComboBox::currentTextChanged, this, &AImport::ZugangZeigen);
-    connect(lblDateiname_, &QLineEdit::textChanged, this, &AImport::ZugangZeigen);
+    tafel_ = new Importtafel(this);
+    tafel_->hide();
+    FlaecheBauen(tafel_);
+    vorhandene_ = new QWidget(this);
+    auto *reihe = new QHBoxLayout(vorhandene_);
+    reihe->setContentsMargins(0, 0, 0, 0);
+    cmbVorhandene_ = Auswahl(u"cmbVorhandene"_s, u"Karten, die es schon gibt"_s,
+                             {u"trotzdem übernehmen"_s, u"auslassen"_s, u"Antwort erneuern"_s}, vorhandene_);
+    lblVorhandene_ = Beschriftung({}, cmbVorhandene_, vorhandene_);
+    lblVorhandene_->setObjectName(u"lblVorhandene"_s);
+    reihe->addWidget(lblVorhandene_);
+    reihe->addWidget(cmbVorhandene_);
+    reihe->addStretch(1);
+    vorhandene_->hide();
+    FlaecheBauen(vorhandene_);
+    chkFaecher_ = Benannt(new QCheckBox(u"Karten &in die Fächer legen, die in der Datei stehen"_s, this),
+                          u"chkFaecher"_s, u"Karten in die Fächer legen, die in der Datei stehen"_s);
+    chkFaecher_->setChecked(true);
+    chkFaecher_->hide();
+    FlaecheBauen(chkFaecher_);
+    hinweise_ << HinweisBauen(u"Hinweis: Die Datei muß folgenden Aufbau haben:"_s)
+              << HinweisBauen(u"Frage  Trennzeichen   Antwort   [ Trennzeichen Thema ]"_s);
+    connect(cmbTrennzeichen_, &QComboBox::currentTextChanged, this, &AImport::FormGewaehlt);
+    connect(cmbForm_, &QComboBox::currentIndexChanged, this, &AImport::FormGewaehlt);
+    connect(cmbZeichensatz_, &QComboBox::currentIndexChanged, this, [this](int eintrag) {
+        zeichensatzSelbst_ = eintrag > 0;
+        Raten();
+    });
+    connect(lblDateiname_, &QLineEdit::textChanged, this, &AImport::DateiGewaehlt);
+    connect(chkFaecher_, &QCheckBox::toggled, this, &AImport::Zeigen);
+    tafel_->gewaehlt = [this] { Zeigen(); };
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
 
-void AImport::ZugangZeigen()
+void AImport::DateiGewaehlt()
 {
+    probe_ = Importprobe::Lesen(Store(), lblDateiname_->text());
+    Raten();
+}
+
+void AImport::FormGewaehlt()
+{
+    formSelbst_ = true;
+    Raten();
+}
+
+// What the learner has chosen himself is taken as it is.
+void AImport::Raten()
+{
+    cmbTrennzeichen_->setEnabled(cmbForm_->currentIndex() != CsvMitKomma);
+    const auto form = Form();
+    if (probe_ && (form || !formSelbst_))
+        FormZeigen(probe_->Raten(GewaehlterZeichensatz(), formSelbst_ ? form : std::nullopt));
+    Zeigen();
+}
+
+// None where the file is to tell it.
+Zeichensatz AImport::GewaehlterZeichensatz() const
+{
+    const int eintrag = cmbZeichensatz_->currentIndex();
+    return zeichensatzSelbst_ && eintrag > 0
+               ? Zeichensaetze()[static_cast<std::size_t>(eintrag) - 1].zeichensatz
+               : Zeichensatz();
+}
+
+void AImport::FormZeigen(const Aufbau &aufbau)
+{
+    const QSignalBlocker trennzeichen(cmbTrennzeichen_), form(cmbForm_), zeichensatz(cmbZeichensatz_);
+    const bool komma = aufbau.form.trennzeichen == u',';
+    if (!komma)
+        cmbTrennzeichen_->setCurrentText(aufbau.form.trennzeichen == u'\t' ? TabText()
+                                                                           : aufbau.form.trennzeichen);
+    cmbForm_->setCurrentIndex(komma ? CsvMitKomma : aufbau.form.anfuehrung ? Csv : EinfacheZeilen);
+    cmbTrennzeichen_->setEnabled(!komma);
+    const auto &alle = Zeichensaetze();
+    for (std::size_t i = 0; i < alle.size(); ++i)
+        if (alle[i].zeichensatz == aufbau.zeichensatz)
+            cmbZeichensatz_->setCurrentIndex(static_cast<int>(i) + 1);
+    tafel_->Vorschlagen(aufbau, probe_->ErsteZeile(aufbau));
+}
+
+std::optional<Textform> AImport::Form() const
+{
+    if (cmbForm_->currentIndex() == CsvMitKomma)
+        return Textform{.trennzeichen = u',', .anfuehrung = true};
     const auto trennzeichen = Trennzeichen(cmbTrennzeichen_->currentText());
-    const auto zahl =
-        trennzeichen ? ZeilenZaehlen(Store(), lblDateiname_->text(), *trennzeichen) : std::nullopt;
-    QString text;
-    if (zahl) {
-        text = Kommen(zahl->karten) + u" ins Fach Neu"_s;
-        if (zahl->andere > 0)
-            text += zahl->andere == 1 ? u"; 1 Zeile ohne Trennzeichen bleibt aus"_s
-                                      : u"; %1 Zeilen ohne Trennzeichen bleiben aus"_s.arg(zahl->andere);
-        text += u'.';
-    }
-    VorhabenZeigen(text);
+    if (!trennzeichen)
+        return std::nullopt;
+    return Textform{.trennzeichen = *trennzeichen, .anfuehrung = cmbForm_->currentIndex() == Csv};
+}
+
+std::optional<Aufbau> AImport::Gewaehlt() const
+{
+    const auto form = Form();
+    if (!form)
+        return std::nullopt;
+    Aufbau aufbau{.zeichensatz = GewaehlterZeichensatz(), .form = *form};
+    if (probe_)
+        tafel_->Anwenden(aufbau);
+    return aufbau;
+}
+
+void AImport::Zeigen()
+{
+    const auto aufbau = Gewaehlt();
+    const bool zeigbar = probe_ && aufbau;
+    const Importvorschau vorschau = zeigbar ? probe_->Ansehen(*aufbau) : Importvorschau();
+    tafel_->setVisible(zeigbar);
+    // Who has chosen a file knows what it is about: its cards take the room.
+    ErklaerungZeigen(!zeigbar);
+    for (QLabel *hinweis : hinweise_)
+        hinweis->setVisible(!zeigbar);
+    tafel_->Zeigen(vorschau);
+    chkFaecher_->setVisible(zeigbar && aufbau->alleFelder);
+    vorhandene_->setVisible(vorschau.bekannt + vorschau.andereAntwort > 0);
+    QString text = u"%1 gibt es schon"_s.arg(vorschau.bekannt);
+    if (vorschau.andereAntwort > 0)
+        text += u", %1 mit anderer Antwort"_s.arg(vorschau.andereAntwort);
+    lblVorhandene_->setText(text + u":"_s);
+    VorhabenZeigen(zeigbar ? VorhabenVon(vorschau, aufbau->alleFelder) : QString());
+}
+
+QString AImport::VorhabenVon(const Importvorschau &vorschau, bool alleFelder)
+{
+    if (!vorschau.hindernis.isEmpty())
+        return vorschau.hindernis;
+    if (vorschau.nurAnfang)
+        return u"Die ersten Karten; die Datei ist zu groß, um sie vorher zu zählen."_s;
+    QString text =
+        Kommen(vorschau.karten) + (!alleFelder                ? u" ins Fach Neu"_s
+                                   : chkFaecher_->isChecked() ? u" mit allen Feldern in ihre Fächer"_s
+                                                              : u" mit allen Feldern ins Fach Neu"_s);
+    if (vorschau.andere > 0)
+        text += (vorschau.andere == 1 ? u"; %1 Zeile ohne Trennzeichen bleibt aus (Zeile %2)"_s
+                                      : u"; %1 Zeilen ohne Trennzeichen bleiben aus (Zeilen %2)"_s)
+                    .arg(vorschau.andere)
+                    .arg(Zeilenliste(vorschau.andereZeilen, vorschau.andere));
+    text += u'.';
+    const int platz = std::numeric_limits<qint16>::max() - Store().HighestCardNumber;
+    if (vorschau.karten > platz)
+        text += u" Die Kartei hat nur noch Platz für %1."_s.arg(platz);
+    if (vorschau.unpassend.stellen > 0)
+        text += u" In Zeile %1 passt etwas nicht zum Zeichensatz."_s.arg(vorschau.unpassend.zeilen.front());
+    return text;
 }
 
 void AImport::cmdDateiname_Click()
@@ -51,16 +210,20 @@ void AImport::cmdDateiname_Click()
 
 void AImport::cmdOK_Click()
 {
-    const auto trennzeichen = Trennzeichen(Dienst().meldungen, cmbTrennzeichen_->currentText());
-    if (!trennzeichen)
+    if (!Form()) {
+        static_cast<void>(Trennzeichen(Dienst().meldungen, cmbTrennzeichen_->currentText()));
         return;
+    }
     const QString datei = lblDateiname_->text();
+    Importwahl wahl(*Gewaehlt());
+    if (vorhandene_->isVisible())
+        wahl.vorhandene = static_cast<Vorhandene>(cmbVorhandene_->currentIndex());
+    wahl.mitFaechern = chkFaecher_->isChecked();
     Ausgang ausgang{};
     Zugang zugang;
-    Ausfuehren(
-        [&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, *trennzeichen, &zugang); });
+    Ausfuehren([&](const Werkbank &bank) { ausgang = AsciiImportieren(bank, datei, wahl, &zugang); });
     if (ausgang == Ausgang::Gelungen)
-        Dienst().meldungen.Zeigen(datei + u" erfolgreich eingelesen"_s);
+        Dienst().meldungen.Zeigen(ErfolgreichEingelesen(datei, zugang));
     else if (ausgang == Ausgang::Teilweise)
         Dienst().meldungen.Zeigen(TeilweiseEingelesen(zugang));
     if (ausgang != Ausgang::Gescheitert || !Store().IsOpen())

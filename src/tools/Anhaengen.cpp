@@ -81,7 +81,8 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
         InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.progress); });
     } catch (const StoreError &fehler) {
         gespeichert = false;
-        neue = {.count = 0, .errors = {fehler}, .remark = {}};
+        neue = {};
+        neue.errors = {fehler};
     }
     offene.reset();
     NeuOeffnen(bank);

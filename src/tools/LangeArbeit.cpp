@@ -2,15 +2,21 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "LangeArbeit.h"
 
+#include "StoreError.h"
+
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QWidget>
 
 #include <utility>
 
 namespace paukfix {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -37,10 +43,17 @@ bool IstEingabe(QEvent::Type type)
 
 } // namespace
 
-LangeArbeit::LangeArbeit(Meldungen &meldungen, QWidget &inhalt, QProgressBar &balken)
-    : meldungen_(meldungen), inhalt_(inhalt), balken_(balken), fokus_(inhalt.window()->focusWidget())
+LangeArbeit::LangeArbeit(Meldungen &meldungen, QWidget &inhalt, QProgressBar &balken, QPushButton *abbrechen)
+    : meldungen_(meldungen),
+      inhalt_(inhalt),
+      balken_(balken),
+      abbrechen_(abbrechen),
+      fokus_(inhalt.window()->focusWidget()),
+      endbar_(abbrechen != nullptr)
 {
-    inhalt_.window()->installEventFilter(this);
+    if (abbrechen_)
+        connect(abbrechen_, &QPushButton::clicked, this, [this] { beenden_ = true; });
+    QCoreApplication::instance()->installEventFilter(this);
     seit_.start();
     Sperren();
     meldungen_.Sanduhr(true);
@@ -52,12 +65,11 @@ LangeArbeit::~LangeArbeit()
     // What was typed and clicked meanwhile was meant for the work that is over. What was put aside while the
     // progress was painted only comes when the dispatcher is woken.
     verwerfen_ = true;
-    QCoreApplication::instance()->installEventFilter(this);
     QAbstractEventDispatcher::instance()->wakeUp();
     QCoreApplication::processEvents();
     QCoreApplication::instance()->removeEventFilter(this);
-    inhalt_.window()->removeEventFilter(this);
     balken_.hide();
+    KnopfZeigen(false);
     Freigeben();
     if (fokus_)
         fokus_->setFocus();
@@ -68,20 +80,52 @@ bool LangeArbeit::eventFilter(QObject *objekt, QEvent *event)
 {
     if (verwerfen_)
         return IstEingabe(event->type());
-    if (event->type() == QEvent::WindowBlocked) {
-        balken_.hide();
-        Freigeben();
-    } else if (event->type() == QEvent::WindowUnblocked) {
-        Sperren();
+    if (objekt == inhalt_.window()) {
+        if (event->type() == QEvent::WindowBlocked) {
+            ruht_ = true;
+            balken_.hide();
+            KnopfZeigen(false);
+            Freigeben();
+        } else if (event->type() == QEvent::WindowUnblocked) {
+            ruht_ = false;
+            Sperren();
+        }
     }
-    return QObject::eventFilter(objekt, event);
+    return !ruht_ && IstEingabe(event->type()) && !Durchlassen(objekt, event);
+}
+
+// The button's own mouse events, and Escape wherever it is pressed.
+bool LangeArbeit::Durchlassen(QObject *objekt, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        if (dynamic_cast<QKeyEvent &>(*event).key() == Qt::Key_Escape && abbrechen_ &&
+            abbrechen_->isVisible())
+            beenden_ = true;
+        return false;
+    }
+    const bool maus =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease;
+    // What a window's system delivers goes to the window first.
+    return maus && (objekt == abbrechen_ || objekt->isWindowType());
+}
+
+void LangeArbeit::KnopfZeigen(bool zeigen)
+{
+    if (abbrechen_)
+        abbrechen_->setVisible(zeigen);
+}
+
+void LangeArbeit::Unwiderruflich()
+{
+    endbar_ = false;
+    KnopfZeigen(false);
 }
 
 // What explains stays readable.
 void LangeArbeit::Sperren()
 {
     for (QWidget *widget : inhalt_.findChildren<QWidget *>()) {
-        if (widget->focusPolicy() == Qt::NoFocus || !widget->isEnabled())
+        if (widget->focusPolicy() == Qt::NoFocus || !widget->isEnabled() || widget == abbrechen_)
             continue;
         widget->setEnabled(false);
         gesperrt_ << widget;
@@ -109,7 +153,12 @@ void LangeArbeit::Zeigen(int erledigt, int gesamt)
     balken_.setRange(0, gesamt);
     balken_.setValue(erledigt);
     balken_.show();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    KnopfZeigen(endbar_);
+    QCoreApplication::processEvents();
+    if (beenden_ && endbar_) {
+        Unwiderruflich();
+        throw StoreError(Fehler::Abgebrochen, u"Abgebrochen. Es bleibt alles, wie es war."_s);
+    }
 }
 
 } // namespace paukfix

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 Ausgang AlleNachNeu(const Werkbank &bank)
 {
-    const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
+    const bool getan = Versuchen(bank.meldungen, [&] {
         CardRecordset &karten = bank.store.Karten();
         const Aenderung schritt(bank.store, u"Alle Karten nach Neu"_s);
         InEinemZug(karten, [&] { MoveAllToNew(karten, bank.progress); });
@@ -22,7 +22,7 @@ Ausgang AlleNachNeu(const Werkbank &bank)
 std::optional<int> ErledigteNachNeu(const Werkbank &bank)
 {
     int anzahl = 0;
-    const bool getan = Step(bank.meldungen, FehlerKontext(), [&] {
+    const bool getan = Versuchen(bank.meldungen, [&] {
         CardRecordset &karten = bank.store.Karten();
         const int lfdMax = bank.store.FachInfo[FachNeu].LfdMax;
         const Aenderung schritt(bank.store, u"Erledigte Karten nach Neu"_s);

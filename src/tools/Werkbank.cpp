@@ -50,7 +50,21 @@ QString FehlerKontext()
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler)
 {
     for (const StoreError &einer : fehler)
-        Step(meldungen, FehlerKontext(), [&] { throw einer; });
+        meldungen.Zeigen((einer.Number() == Fehler::Abgebrochen ? QString() : FehlerKontext()) +
+                         einer.Text());
+}
+
+bool Versuchen(Meldungen &meldungen, const std::function<void()> &tun)
+{
+    try {
+        tun();
+        return true;
+    } catch (const StoreError &fehler) {
+        FehlerMelden(meldungen, {fehler});
+    } catch (const std::exception &fehler) {
+        FehlerMelden(meldungen, {StoreError(Fehler::ZuWenigSpeicher, ErrorText(fehler))});
+    }
+    return false;
 }
 
 QString KartenText(int anzahl)
@@ -83,6 +97,8 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
             nachher = StateOfBox(karten);
         } catch (const StoreError &) { // the engine rolls back when the file is closed
         }
+        if (bekannt && bekannt->Number() == Fehler::Abgebrochen && !versucht)
+            throw; // it says so itself
         throw StoreError(
             bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher,
             Saetze(ErrorText(fehler), versucht ? Verbleib(vorher, nachher) : NichtsUebernommen()));
@@ -91,6 +107,7 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
 
 void Oeffnen(const Werkbank &bank, QString &name)
 {
+    bank.unwiderruflich();
     if (bank.progress)
         bank.progress(0, 0);
     bank.oeffner.OpenCardFile(name);

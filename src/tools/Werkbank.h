@@ -20,7 +20,10 @@ struct Werkbank
     CardStore &store;
     KarteiOeffner &oeffner;
     Meldungen &meldungen;
+    // Throws StoreError 3059 where the learner wants the end of the work.
     Progress progress = {};
+    // From now on the work can no longer be ended.
+    std::function<void()> unwiderruflich = [] {};
 };
 
 // Gelungen: all was done, the success may be told. Teilweise: something was done, and what could not be was
@@ -36,7 +39,10 @@ enum class Ausgang
 QString FehlerKontext();
 
 // The one error report of the tools for errors that were collected.
+// That work was cancelled is no error: it is told without the words that begin one.
 void FehlerMelden(Meldungen &meldungen, const std::vector<StoreError> &fehler);
+// Runs `tun` and reports what it throws. Tells whether it threw nothing.
+bool Versuchen(Meldungen &meldungen, const std::function<void()> &tun);
 
 // "1 Karte", "2 Karten".
 QString KartenText(int anzahl);

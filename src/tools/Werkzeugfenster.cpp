@@ -80,9 +80,16 @@ QLabel *Werkzeugfenster::Textzeile(const QString &text, const QString &name)
 
 void Werkzeugfenster::Erklaeren(const QStringList &saetze)
 {
-    int nummer = 0;
-    for (const QString &satz : saetze)
-        kasten_->addWidget(Textzeile(satz, u"Erklärung(%1)"_s.arg(nummer++)));
+    for (const QString &satz : saetze) {
+        erklaerung_ << Textzeile(satz, u"Erklärung(%1)"_s.arg(erklaerung_.size()));
+        kasten_->addWidget(erklaerung_.back());
+    }
+}
+
+void Werkzeugfenster::ErklaerungZeigen(bool zeigen)
+{
+    for (QLabel *satz : erklaerung_)
+        satz->setVisible(zeigen);
 }
 
 QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
@@ -92,12 +99,20 @@ QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
     return leise_.back();
 }
 
+void Werkzeugfenster::FlaecheBauen(QWidget *flaeche)
+{
+    constexpr int AllenPlatz = 100; // beside the one that is left over below
+    flaeche->setParent(inhalt_);
+    const bool waechst = flaeche->sizePolicy().expandingDirections().testFlag(Qt::Vertical);
+    spalte_->addWidget(flaeche, waechst ? AllenPlatz : 0);
+}
+
 void Werkzeugfenster::VorhabenZeigen(const QString &text)
 {
     vorhaben_->setText(text);
 }
 
-QComboBox *Werkzeugfenster::TrennzeichenBauen()
+QComboBox *Werkzeugfenster::TrennzeichenBauen(const QList<std::pair<QString, QWidget *>> &daneben)
 {
     auto *box = Benannt(new QComboBox(inhalt_), u"cmbTrennzeichen"_s, u"Trennzeichen"_s);
     box->setEditable(true);
@@ -105,10 +120,24 @@ QComboBox *Werkzeugfenster::TrennzeichenBauen()
     box->setCompleter(nullptr);
     box->addItems({u"#"_s, u";"_s, TabText()});
     box->setCurrentText(TabText());
-    const int zeile = felder_->rowCount();
-    felder_->addWidget(Beschriftung(u"&Trennzeichen:"_s, box, inhalt_), zeile, 0);
-    felder_->addWidget(box, zeile, 1, Qt::AlignLeft);
+    ZeileBauen(QList<std::pair<QString, QWidget *>>{{u"&Trennzeichen:"_s, box}} + daneben);
     return box;
+}
+
+void Werkzeugfenster::ZeileBauen(const QList<std::pair<QString, QWidget *>> &felder)
+{
+    const int zeile = felder_->rowCount();
+    auto *reihe = new QHBoxLayout;
+    reihe->setSpacing(felder_->horizontalSpacing());
+    for (const auto &[text, feld] : felder) {
+        if (feld == felder.front().second)
+            felder_->addWidget(Beschriftung(text, feld, inhalt_), zeile, 0);
+        else if (!text.isEmpty())
+            reihe->addWidget(Beschriftung(text, feld, inhalt_));
+        reihe->addWidget(feld);
+    }
+    reihe->addStretch(1);
+    felder_->addLayout(reihe, zeile, 1, 1, 2);
 }
 
 QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::function<void()> &suchen)
@@ -136,6 +165,11 @@ void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
     progress_ = Benannt(new QProgressBar(inhalt_), u"Fortschritt"_s, u"Fortschritt"_s);
     PlatzHalten(progress_);
     progress_->hide();
+    cmdAbbrechen_ =
+        Benannt(new QPushButton(u"Abbrechen (Esc)"_s, inhalt_), u"cmdAbbrechen"_s, u"Die Arbeit abbrechen"_s);
+    cmdAbbrechen_->setAutoDefault(false);
+    cmdAbbrechen_->setFocusPolicy(Qt::NoFocus); // keys that were typed ahead must not end the work
+    cmdAbbrechen_->hide();
     cmdOK_ = Benannt(new QPushButton(u"OK"_s, inhalt_), u"cmdOK"_s, u"OK"_s);
     cmdOK_->setDefault(true);
     cmdOK_->setProperty("leitend", true);
@@ -145,6 +179,7 @@ void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
 
     auto *zeile = new QHBoxLayout;
     zeile->addWidget(progress_, 1);
+    zeile->addWidget(cmdAbbrechen_);
     zeile->addSpacing(fontMetrics().height());
     zeile->addWidget(cmdOK_);
     zeile->addWidget(cmdZurück);
@@ -184,8 +219,8 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
     laeuft_ = true;
     oeffner_.VorEingriff();
     {
-        LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_);
-        arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder()});
+        LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_, cmdAbbrechen_);
+        arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder(), [&lang] { lang.Unwiderruflich(); }});
     }
     laeuft_ = false;
 }
@@ -232,7 +267,8 @@ DateiDialog Werkzeugfenster::TextdateiDialog(const QString &titel, const QString
                                              const QString &endung)
 {
     return {.titel = titel,
-            .filter = u"Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*"_s,
+            .filter = u"Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|"
+                      u"Tabellen (*.csv;*.tsv)|*.csv;*.tsv|Alle Dateien (*.*)|*.*"_s,
             .verzeichnis = verzeichnis,
             .endung = endung};
 }

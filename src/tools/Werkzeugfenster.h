@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
 
 class QComboBox;
 class QGridLayout;
@@ -35,9 +36,15 @@ protected:
 
     // The dialog is built from top to bottom by these. Texts are shown letter by letter.
     void Erklaeren(const QStringList &saetze);
-    QComboBox *TrennzeichenBauen();
+    void ErklaerungZeigen(bool zeigen);
+    // The box of separators; `daneben` stand in its row, each behind its caption.
+    QComboBox *TrennzeichenBauen(const QList<std::pair<QString, QWidget *>> &daneben = {});
+    // A row of fields, each behind its caption; the first caption stands in the column of captions.
+    void ZeileBauen(const QList<std::pair<QString, QWidget *>> &felder);
     QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
     QLabel *HinweisBauen(const QString &text);
+    // What takes a row of its own; one that can grow gets the room of a larger window.
+    void FlaecheBauen(QWidget *flaeche);
 
     // One line above the buttons that tells what OK would do. Nothing where that is not known.
     void VorhabenZeigen(const QString &text);
@@ -48,8 +55,8 @@ protected:
     // Whether the tool may be run, by Enter too.
     void SetOKErlaubt(bool erlaubt);
 
-    // Runs a tool: shows the hourglass and, where it takes long, the progress, and takes no keys and clicks
-    // meanwhile.
+    // Runs a tool: shows the hourglass and, where it takes long, the progress and a button that ends it, and
+    // takes no other keys and clicks meanwhile.
     void Ausfuehren(const std::function<void(const Werkbank &bank)> &arbeit);
 
     // Makes a new card file of the name in `feld` with a tool, tells the success and closes the dialog. A
@@ -88,6 +95,8 @@ private:
     QLabel *vorhaben_ = nullptr;
     QProgressBar *progress_ = nullptr;
     QPushButton *cmdOK_ = nullptr;
+    QPushButton *cmdAbbrechen_ = nullptr; // while a tool is running
+    QList<QLabel *> erklaerung_;
     QList<QLabel *> leise_; // in a quieter tone of the text's colour
     QString gewaehlt_;      // in the save dialog
     bool laeuft_ = false;

@@ -237,6 +237,17 @@ private slots:
         QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
     }
 
+    // With a file, whose cards the box has.
+    void ImportOfAFile()
+    {
+        QFile datei(Pfad("liste.csv"));
+        QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write("\"a;b\";\"c\"\r\nohne\r\n") > 0);
+        datei.close();
+        const Drehbuch buch({Schreiben("AImport", Pfad("liste.csv")), Ansehen("AImport")});
+        Waehlen("MAscii_Import");
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
     void FileChooser()
     {
         const Drehbuch buch({Ansehen("Datausw")});

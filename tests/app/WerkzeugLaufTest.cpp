@@ -6,6 +6,7 @@
 #include "TestProgram.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 using namespace paukfix;
 
@@ -120,9 +121,12 @@ private slots:
         Oeffnen(lauf);
         Waehlen(5, 4);
         Tippen("Kartei anhängen", "b.pzb");
-        QVERIFY(anzeige_->Tasten("Kartei anhängen", {"Return", "Return"}));
+        const qint64 vorher = QFileInfo(Pfad("a.pzb")).size();
+        QVERIFY(anzeige_->Tasten("Kartei anhängen", {"Return", "Return", "space"}));
+        // Escape would end the work, until it is stored.
+        QVERIFY(QTest::qWaitFor([&] { return QFileInfo(Pfad("a.pzb")).size() > vorher; }, 30000));
         QVERIFY(QTest::qWaitFor(
-            [&] { // it is not taken during the work either
+            [&] {
                 return anzeige_->Taste("Kartei anhängen", "Escape") &&
                        QTest::qWaitFor([&] { return !anzeige_->Offen("Kartei anhängen"); }, 500);
             },

@@ -276,8 +276,6 @@ void AsciiImportTest::NoTextFileIsAClearError_data()
         binary += static_cast<char>(i % 251 * i % 251);
     QTest::newRow("binary") << binary << "sie enthält Null-Zeichen.";
     QTest::newRow("null in a line") << QByteArray("a;b\r\nc\0d;e\r\n", 12) << "sie enthält Null-Zeichen.";
-    QTest::newRow("damaged UTF-8") << QByteArray("\xEF\xBB\xBF\xF6;b")
-                                   << "sie ist als UTF-8 gekennzeichnet, aber kein gültiges UTF-8.";
     QTest::newRow("half UTF-16") << QByteArray("\xFF\xFE\x61\0;", 5)
                                  << "sie ist als UTF-16 gekennzeichnet, aber kein gültiges UTF-16.";
 }

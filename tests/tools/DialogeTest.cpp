@@ -87,7 +87,8 @@ void DialogeTest::ExportAsksForAFileAndWritesIt()
     QCOMPARE(w.dialoge.zumSpeichern.size(), 1);
     const DateiDialog asked = w.dialoge.zumSpeichern.front();
     QCOMPARE(asked.titel, "ASCII export");
-    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
+    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Tabellen "
+                           "(*.csv;*.tsv)|*.csv;*.tsv|Alle Dateien (*.*)|*.*");
     QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
     QCOMPARE(asked.endung, "txt");
     QCOMPARE(asked.vorgabe, "");
@@ -198,7 +199,8 @@ void DialogeTest::ImportAsksForAFileAndReadsIt()
     Hand(dialog).Klick("cmdDateiname");
     const DateiDialog asked = w.dialoge.zumOeffnen.value(0);
     QCOMPARE(asked.titel, "ASCII import");
-    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Alle Dateien (*.*)|*.*");
+    QCOMPARE(asked.filter, "Textdateien (*.txt)|*.txt|ASCII Dateien (*.asc)|*.asc|Tabellen "
+                           "(*.csv;*.tsv)|*.csv;*.tsv|Alle Dateien (*.*)|*.*");
     QCOMPARE(asked.verzeichnis, w.store.KarteiPfad);
     QCOMPARE(asked.endung, "");
     QCOMPARE(asked.vorgabe, "");
@@ -238,11 +240,11 @@ void DialogeTest::ImportOfPartOfTheCardsTellsHowMany()
     QCOMPARE(import(32765, "a\t1\r\nb\t2\r\nc\t3\r\nkeine\r\nd\t4\r\ne\t5\r\n"),
              (QStringList{"Leider ist folgender Fehler Aufgetreten: Überlauf: Nummern und Anzahlen gehen "
                           "nur bis 32767.",
-                          "2 Karten eingelesen; 3 Karten der Datei fehlen. "
+                          "2 Karten eingelesen; 3 Karten der Datei fehlen (Zeile 3). "
                           "Wer die Datei noch einmal einliest, hat sie doppelt."}));
-    QCOMPARE(import(32767, "a\t1\r\n").last(), "Es wurde keine Karte eingelesen.");
+    QCOMPARE(import(32767, "a\t1\r\n").last(), "Es wurde keine Karte eingelesen (Zeile 1).");
     QCOMPARE(import(1, "a\t1\t" + QByteArray(251, 't') + "\r\n").last(),
-             "1 Karte eingelesen; nicht alle Texte passten hinein. "
+             "1 Karte eingelesen; nicht alle Texte passten hinein (Zeile 1). "
              "Wer die Datei noch einmal einliest, hat sie doppelt.");
 }
 

@@ -62,9 +62,11 @@ private slots:
         Hand(fenster).Zeigen();
         QCOMPARE(Vorhaben(fenster), "");
         Hand(fenster).Ersetze("lblDateiname", w.Pfad("text.txt"));
-        QCOMPARE(Vorhaben(fenster), "2 Karten kommen ins Fach Neu; 1 Zeile ohne Trennzeichen bleibt aus.");
+        QCOMPARE(Vorhaben(fenster),
+                 "2 Karten kommen ins Fach Neu; 1 Zeile ohne Trennzeichen bleibt aus (Zeile 4).");
         Hand(fenster).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText(";");
-        QCOMPARE(Vorhaben(fenster), "1 Karte kommt ins Fach Neu; 2 Zeilen ohne Trennzeichen bleiben aus.");
+        QCOMPARE(Vorhaben(fenster),
+                 "1 Karte kommt ins Fach Neu; 2 Zeilen ohne Trennzeichen bleiben aus (Zeilen 1 und 3).");
         Hand(fenster).Finde<QComboBox>("cmbTrennzeichen")->setCurrentText(",");
         QCOMPARE(Vorhaben(fenster), "");
         QVERIFY(w.meldungen.gezeigt.isEmpty());

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "HtmlLeser.h"
+
+#include "HtmlStil.h"
+
+#include <QHash>
+
+#include <vector>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Beyond, elements are read without their formats: nobody writes so.
+constexpr std::size_t TiefsteSchachtelung = 400;
+// So far the element that a tag ends is looked for.
+constexpr std::size_t WeitesteSuche = 60;
+
+enum class Art : unsigned char
+{
+    Fluss,  // in a line
+    Block,  // begins and ends a line
+    Bruch,  // <br>
+    Strich, // <hr>
+    Bild,
+    Klang,
+    Film,
+    Stumm // shown by nobody, with all that is in it
+};
+
+struct Element
+{
+    Art art = Art::Fluss;
+    unsigned rest = 0;
+};
+
+const QHash<QString, Element> &Elemente()
+{
+    static const QHash<QString, Element> elemente = [] {
+        QHash<QString, Element> alle;
+        for (const char *name :
+             {"address", "article", "aside", "blockquote", "center",     "dd",      "details", "dialog",
+              "div",     "dl",      "dt",    "fieldset",   "figcaption", "figure",  "footer",  "form",
+              "h1",      "h2",      "h3",    "h4",         "h5",         "h6",      "header",  "main",
+              "nav",     "p",       "pre",   "section",    "summary",    "caption", "body",    "html"})
+            alle.insert(QString::fromLatin1(name), {Art::Block, 0});
+        const auto tabelle = static_cast<unsigned>(HtmlRest::Tabelle);
+        for (const char *name : {"table", "tbody", "td", "tfoot", "th", "thead", "tr"})
+            alle.insert(QString::fromLatin1(name), {Art::Block, tabelle});
+        const auto liste = static_cast<unsigned>(HtmlRest::Liste);
+        for (const char *name : {"ul", "ol", "li", "menu"})
+            alle.insert(QString::fromLatin1(name), {Art::Block, liste});
+        alle.insert(u"br"_s, {Art::Bruch, 0});
+        alle.insert(u"hr"_s, {Art::Strich, 0});
+        alle.insert(u"img"_s, {Art::Bild, 0});
+        alle.insert(u"audio"_s, {Art::Klang, 0});
+        alle.insert(u"source"_s, {Art::Klang, 0});
+        alle.insert(u"a"_s, {Art::Fluss, 0});
+        for (const char *name : {"video", "iframe", "object", "embed", "canvas"})
+            alle.insert(QString::fromLatin1(name), {Art::Film, static_cast<unsigned>(HtmlRest::Video)});
+        alle.insert(u"script"_s, {Art::Stumm, static_cast<unsigned>(HtmlRest::Skript)});
+        for (const char *name : {"style", "title", "template", "rp", "noscript", "svg", "math"})
+            alle.insert(QString::fromLatin1(name), {Art::Stumm, 0});
+        return alle;
+    }();
+    return elemente;
+}
+
+bool IstLeer(QChar c)
+{
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\f';
+}
+
+// Spaces that stand where a blank would be typed.
+bool IstAndererLeerraum(QChar c)
+{
+    return c == QChar(0xA0) || c == QChar(0x2007) || c == QChar(0x2009) || c == QChar(0x202F);
+}
+
+// Collects the text: white space, lines, runs.
+class Sammler
+{
+public:
+    Lauftext &Text() { return text_; }
+
+    void Zeichen(QChar c, const HtmlStil &stil)
+    {
+        if (c.unicode() < 0x20 && !IstLeer(c))
+            return;
+        if (stil.woertlich) {
+            if (c == u'\n')
+                Zeile(stil);
+            else if (c != u'\r')
+                Setzen(c, stil);
+        } else if (IstLeer(c)) {
+            if (warten_.isEmpty())
+                warten_ = u" "_s;
+        } else if (IstAndererLeerraum(c)) {
+            warten_ += u' ';
+        } else {
+            Setzen(c, stil);
+        }
+    }
+
+    // Ends the line, be it empty.
+    void Zeile(const HtmlStil &stil)
+    {
+        Anfangen(stil);
+        warten_.clear();
+        text_.text += u'\n';
+        zeileLeer_ = true;
+    }
+
+    // Ends the line where something stands in it.
+    void Kante(const HtmlStil &stil)
+    {
+        if (zeileLeer_)
+            warten_.clear();
+        else
+            Zeile(stil);
+    }
+
+    Lauftext Fertig()
+    {
+        qsizetype ende = text_.text.size();
+        while (ende > woertlichBis_ && text_.text[ende - 1] == u'\n')
+            --ende;
+        text_.text.truncate(ende);
+        qsizetype vorn = 0;
+        while (vorn < ende && vorn < woertlichAb_ && text_.text[vorn] == u'\n')
+            ++vorn;
+        if (vorn > 0)
+            Verschieben(vorn);
+        while (!text_.laeufe.empty() && text_.laeufe.back().von >= text_.text.size())
+            text_.laeufe.pop_back();
+        while (!text_.absaetze.empty() && text_.absaetze.back().von > text_.text.size())
+            text_.absaetze.pop_back();
+        return std::move(text_);
+    }
+
+private:
+    void Setzen(QChar c, const HtmlStil &stil)
+    {
+        Anfangen(stil);
+        if (!warten_.isEmpty()) {
+            if (!zeileLeer_)
+                text_.text += warten_;
+            warten_.clear();
+        }
+        if (text_.laeufe.empty())
+            text_.laeufe.push_back({0, text_.text.isEmpty() ? stil.format : Laufformat()});
+        if (text_.laeufe.back().format != stil.format)
+            text_.laeufe.push_back({text_.text.size(), stil.format});
+        if (stil.woertlich) {
+            woertlichAb_ = std::min(woertlichAb_, text_.text.size());
+            woertlichBis_ = text_.text.size() + 1;
+        }
+        text_.text += c;
+        zeileLeer_ = false;
+    }
+
+    // The first character of a line tells where the line stands.
+    void Anfangen(const HtmlStil &stil)
+    {
+        if (!zeileLeer_)
+            return;
+        const Ausrichtung bisher =
+            text_.absaetze.empty() ? Ausrichtung::Links : text_.absaetze.back().ausrichtung;
+        if (stil.ausrichtung != bisher)
+            text_.absaetze.push_back({text_.text.size(), stil.ausrichtung});
+    }
+
+    void Verschieben(qsizetype vorn)
+    {
+        text_.text.remove(0, vorn);
+        for (Lauftext::Lauf &lauf : text_.laeufe)
+            lauf.von = std::max<qsizetype>(0, lauf.von - vorn);
+        for (Lauftext::Absatz &absatz : text_.absaetze)
+            absatz.von = std::max<qsizetype>(0, absatz.von - vorn);
+    }
+
+    Lauftext text_;
+    QString warten_; // white space that only counts between two words
+    bool zeileLeer_ = true;
+    qsizetype woertlichAb_ = std::numeric_limits<qsizetype>::max();
+    qsizetype woertlichBis_ = 0;
+};
+
+class Leser
+{
+public:
+    explicit Leser(QStringView html) : html_(html) {}
+
+    GelesenesHtml Lesen()
+    {
+        while (place_ < html_.size()) {
+            if (html_[place_] == u'<' && Tag())
+                continue;
+            if (html_[place_] == u'[' && Klangmarke())
+                continue;
+            if (html_[place_] == u'&' && Entity())
+                continue;
+            if (!stil_.verborgen)
+                sammler_.Zeichen(html_[place_], stil_);
+            ++place_;
+        }
+        ergebnis_.text = sammler_.Fertig();
+        return std::move(ergebnis_);
+    }
+
+private:
+    struct Offenes
+    {
+        QString name;
+        Art art;
+        HtmlStil vorher;
+    };
+
+    bool Entity()
+    {
+        const qsizetype ende = html_.mid(place_, 12).indexOf(u';');
+        if (ende < 2)
+            return false;
+        const QString zeichen = HtmlEntity(html_.mid(place_ + 1, ende - 1));
+        if (zeichen.isEmpty())
+            return false;
+        if (!stil_.verborgen)
+            for (const QChar c : zeichen)
+                sammler_.Zeichen(c, stil_);
+        place_ += ende + 1;
+        return true;
+    }
+
+    bool Klangmarke()
+    {
+        constexpr QStringView Anfang = u"[sound:";
+        if (!html_.mid(place_).startsWith(Anfang))
+            return false;
+        const qsizetype ende = html_.mid(place_, 1000).indexOf(u']');
+        if (ende < 0)
+            return false;
+        if (!stil_.verborgen)
+            ergebnis_.toene << HtmlAttribut(html_.mid(place_ + Anfang.size(), ende - Anfang.size()));
+        place_ += ende + 1;
+        return true;
+    }
+
+    // A tag or a comment; false where the "<" is one that was written as a text.
+    bool Tag()
+    {
+        const QStringView rest = html_.mid(place_);
+        if (rest.startsWith(u"<!--")) {
+            const qsizetype ende = rest.indexOf(u"-->", 4);
+            place_ = ende < 0 ? html_.size() : place_ + ende + 3;
+            return true;
+        }
+        if (rest.size() < 2)
+            return false;
+        if (rest[1] == u'!' || rest[1] == u'?') {
+            const qsizetype ende = rest.indexOf(u'>');
+            place_ = ende < 0 ? html_.size() : place_ + ende + 1;
+            return true;
+        }
+        const bool schliesst = rest[1] == u'/';
+        const qsizetype name = schliesst ? 2 : 1;
+        if (rest.size() <= name || rest[name].unicode() > 0x7f || !rest[name].isLetter())
+            return false;
+        const HtmlTag tag = HtmlTagLesen(rest.mid(name));
+        place_ += name + tag.laenge;
+        if (schliesst)
+            Schliessen(tag.name);
+        else
+            Oeffnen(tag);
+        return true;
+    }
+
+    void Oeffnen(const HtmlTag &tag)
+    {
+        const Element element = Elemente().value(tag.name);
+        if (!stil_.verborgen)
+            ergebnis_.rest |= element.rest;
+        switch (element.art) {
+        case Art::Bruch:
+            if (!stil_.verborgen)
+                sammler_.Zeile(stil_);
+            return;
+        case Art::Strich:
+            sammler_.Kante(stil_);
+            return;
+        case Art::Bild:
+            Medium(tag, ergebnis_.bilder);
+            return;
+        case Art::Klang:
+            Medium(tag, ergebnis_.toene);
+            return;
+        case Art::Stumm:
+            Ueberlesen(tag);
+            return;
+        default:
+            break;
+        }
+        if (element.art == Art::Block)
+            sammler_.Kante(stil_);
+        if (tag.name == u"a" && tag.Hat(u"href"))
+            ergebnis_.rest |= static_cast<unsigned>(HtmlRest::Verweis);
+        if (tag.leer || offen_.size() >= TiefsteSchachtelung)
+            return;
+        offen_.push_back({tag.name, element.art, stil_});
+        if (StilAnwenden(stil_, tag, sammler_.Text().schriften))
+            ergebnis_.rest |= static_cast<unsigned>(HtmlRest::Hintergrund);
+        if (tag.name == u"rt" && !stil_.verborgen)
+            sammler_.Zeichen(u'(', stil_);
+    }
+
+    void Schliessen(const QString &name)
+    {
+        if (name == u"rt" && !stil_.verborgen)
+            sammler_.Zeichen(u')', stil_);
+        const Element element = Elemente().value(name);
+        if (element.art == Art::Block)
+            sammler_.Kante(stil_);
+        const std::size_t grenze = offen_.size() > WeitesteSuche ? offen_.size() - WeitesteSuche : 0;
+        for (std::size_t i = offen_.size(); i > grenze; --i) {
+            if (offen_[i - 1].name == name) {
+                stil_ = offen_[i - 1].vorher;
+                offen_.resize(i - 1);
+                return;
+            }
+            // What is in a line does not end the block around it.
+            if (element.art == Art::Fluss && offen_[i - 1].art == Art::Block)
+                return;
+        }
+    }
+
+    void Medium(const HtmlTag &tag, QStringList &namen)
+    {
+        const QString name = tag.Wert(u"src");
+        if (!stil_.verborgen && !name.isEmpty())
+            namen << name;
+    }
+
+    void Ueberlesen(const HtmlTag &tag)
+    {
+        if (tag.leer)
+            return;
+        const QString ende = u"</"_s + tag.name;
+        const qsizetype gefunden = html_.indexOf(ende, place_, Qt::CaseInsensitive);
+        if (gefunden < 0) {
+            place_ = html_.size();
+            return;
+        }
+        const qsizetype schluss = html_.indexOf(u'>', gefunden);
+        place_ = schluss < 0 ? html_.size() : schluss + 1;
+    }
+
+    QStringView html_;
+    qsizetype place_ = 0;
+    HtmlStil stil_;
+    std::vector<Offenes> offen_;
+    Sammler sammler_;
+    GelesenesHtml ergebnis_;
+};
+
+} // namespace
+
+GelesenesHtml HtmlLesen(const QString &html)
+{
+    return Leser(html).Lesen();
+}
+
+QString HtmlOhneTags(const QString &html)
+{
+    return HtmlLesen(html).text.text.replace(u'\n', u' ');
+}
+
+QString HtmlMaskiert(const QString &text)
+{
+    return text.toHtmlEscaped();
+}
+
+} // namespace paukfix

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Importprobe.h"
+
+#include "CardRecord.h"
+#include "ContentPlaces.h"
+#include "FelderText.h"
+#include "Werkbank.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <limits>
+#include <utility>
+
+namespace paukfix {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 Gleich = qint64{8} << 20; // bytes that are read before anybody waits for it
+constexpr std::size_t Gezeigt = 20;        // cards
+
+// What would become of the cards, one after the other, without a box that changes.
+class Zaehlwerk
+{
+public:
+    Zaehlwerk(const std::optional<Kartenabgleich> &box, Importvorschau &vorschau)
+        : box_(box), vorschau_(vorschau)
+    {
+    }
+
+    template <typename Inhalt>
+    void Karte(const Inhalt &inhalt)
+    {
+        // More than that a box cannot hold.
+        if (++vorschau_.karten > std::numeric_limits<qint16>::max() || !box_)
+            return;
+        const Kartenkennung kennung(inhalt());
+        const auto [befund, zeile] = box_->Suchen(kennung);
+        if (befund == Kartenabgleich::Befund::Bekannt)
+            ++vorschau_.bekannt;
+        else if (befund == Kartenabgleich::Befund::AndereAntwort)
+            ++vorschau_.andereAntwort;
+        if (befund != Kartenabgleich::Befund::Bekannt)
+            box_->Aufnehmen(kennung, befund == Kartenabgleich::Befund::Neu ? -vorschau_.karten : zeile);
+    }
+
+private:
+    std::optional<Kartenabgleich> box_; // of its own
+    Importvorschau &vorschau_;
+};
+
+} // namespace
+
+std::optional<Importprobe> Importprobe::Lesen(CardStore &store, const QString &dateiname)
+{
+    try {
+        if (dateiname.isEmpty())
+            return std::nullopt;
+        const QString pfad = VollerPfad(store, dateiname);
+        if (!QFileInfo(pfad).isFile())
+            return std::nullopt;
+        NichtDieOffene(store, pfad);
+        QFile datei(pfad);
+        if (!datei.open(QIODevice::ReadOnly))
+            return std::nullopt;
+        const QByteArray anfang = datei.read(Gleich);
+        return Importprobe(store, anfang, datei.atEnd());
+    } catch (const StoreError &) { // told when it is to be read in
+        return std::nullopt;
+    }
+}
+
+Importprobe::Importprobe(CardStore &store, QByteArray datei, bool ganz)
+    : store_(&store), datei_(std::move(datei)), ganz_(ganz)
+{
+    if (!ganz_) // whole lines, and whole characters of two bytes
+        datei_.truncate((datei_.lastIndexOf('\n') + 1) / 2 * 2);
+    store.Karten().Beside([this](SQLite::Database &database) { box_.emplace(database); });
+}
+
+Aufbau Importprobe::Raten(const Zeichensatz &zeichensatz, const std::optional<Textform> &form) const
+{
+    try {
+        return AufbauRaten(datei_, zeichensatz, form);
+    } catch (const StoreError &) { // told by Ansehen()
+        return {.zeichensatz = zeichensatz, .form = form.value_or(Textform())};
+    }
+}
+
+QStringList Importprobe::ErsteZeile(const Aufbau &aufbau) const
+{
+    QStringList felder;
+    try {
+        std::vector<Textfeld> erster;
+        TextSaetze(TextLesen(datei_, aufbau.zeichensatz), aufbau.form).Naechster(erster);
+        for (const Textfeld &feld : erster)
+            felder << feld.text;
+    } catch (const StoreError &) { // told by Ansehen()
+    }
+    return felder;
+}
+
+Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
+{
+    Importvorschau vorschau;
+    vorschau.nurAnfang = !ganz_;
+    try {
+        const Textinhalt inhalt = TextLesen(datei_, aufbau.zeichensatz);
+        vorschau.unpassend = inhalt.unpassend;
+        if (aufbau.alleFelder)
+            GanzeKarten(inhalt, aufbau, vorschau);
+        else
+            EinfacheKarten(inhalt, aufbau, vorschau);
+    } catch (const StoreError &fehler) {
+        if (ganz_ || vorschau.karten == 0)
+            vorschau.hindernis = fehler.Text();
+    }
+    return vorschau;
+}
+
+void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
+                                 Importvorschau &vorschau) const
+{
+    Zaehlwerk zaehlwerk(box_, vorschau);
+    KartenAusText karten(inhalt, aufbau);
+    for (SimpleCard karte; karten.Naechste(karte);) {
+        const std::string frage = karte.question.toStdString();
+        const std::string antwort = karte.answer.toStdString();
+        zaehlwerk.Karte([&] {
+            Karteninhalt teile;
+            teile.frage = frage;
+            teile.antworten[0] = antwort;
+            return teile;
+        });
+        if (vorschau.erste.size() < Gezeigt)
+            vorschau.erste.push_back(std::move(karte));
+    }
+    vorschau.andere = karten.Andere();
+    vorschau.andereZeilen = karten.AndereZeilen();
+}
+
+void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Importvorschau &vorschau) const
+{
+    Zaehlwerk zaehlwerk(box_, vorschau);
+    FelderQuelle quelle(inhalt, aufbau.form, store_->Karten(), false);
+    const ContentPlaces stellen(quelle.Columns());
+    std::vector<CopiedValue> werte(quelle.Columns().size());
+    const auto text = [&](QStringView name) {
+        CopiedValue wert;
+        quelle.Read(CardColumnIndex(name), wert);
+        return QString::fromStdString(wert.kind == CopiedValue::Kind::Text ? wert.text : std::string());
+    };
+    while (quelle.Next()) {
+        for (std::size_t i = 0; i < werte.size(); ++i)
+            try {
+                quelle.Read(quelle.Columns()[i], werte[i]);
+            } catch (const StoreError &) { // left out and told when it is read in
+                werte[i].kind = CopiedValue::Kind::Null;
+            }
+        zaehlwerk.Karte([&] { return stellen.Of(werte); });
+        if (vorschau.erste.size() < Gezeigt)
+            vorschau.erste.push_back(
+                {text(u"Frage_Klartext"), text(u"Antwort_1_Klartext"), text(u"Picture_9_Name")});
+    }
+}
+
+} // namespace paukfix

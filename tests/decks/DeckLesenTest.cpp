@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Deckquelle.h"
+#include "StoreError.h"
+#include "TestProgram.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace paukfix;
+
+// The decks of others that lie here say themselves what must come out of them.
+class DeckLesenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void EveryCardComesAsItIs_data();
+    void EveryCardComesAsItIs();
+    void MediaAreThereByteForByte();
+    void ADeckCanBeReadAgainFromItsStart();
+    void WhatIsLeftBehindIsTold();
+    void DecksMadeToHarmAreRefusedOrHarmless_data();
+    void DecksMadeToHarmAreRefusedOrHarmless();
+    void NothingOfAnotherFileComesIn();
+};
+
+namespace {
+
+QString Probe(const QString &name)
+{
+    return QStringLiteral(DECKS_DIR "/") + name;
+}
+
+QJsonObject Erwartet(const QString &name)
+{
+    QFile file(Probe("expected.json"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll()).object()["files"].toObject()[name].toObject();
+}
+
+std::vector<Deckkarte> Karten(Deckquelle &quelle, Deckbericht &bericht)
+{
+    std::vector<Deckkarte> karten;
+    for (Deckkarte karte; quelle.Naechste(karte, bericht);)
+        karten.push_back(karte);
+    return karten;
+}
+
+// White space is one blank, lines are trimmed, empty ones dropped.
+QString Normal(QString text)
+{
+    QStringList zeilen;
+    for (const QString &zeile : text.replace("\r\n", "\n").split('\n'))
+        if (!zeile.simplified().isEmpty())
+            zeilen << zeile.simplified();
+    return zeilen.join('\n');
+}
+
+bool IstBild(const QString &name)
+{
+    return QStringList{"png", "jpg"}.contains(QFileInfo(name).suffix());
+}
+
+// The first one of the wanted kind.
+QString Erstes(const QJsonArray &namen, bool bild)
+{
+    for (const QJsonValue &name : namen)
+        if (IstBild(name.toString()) == bild)
+            return name.toString();
+    return {};
+}
+
+QString Name(const std::optional<Deckmedium> &medium)
+{
+    return medium ? medium->name : QString();
+}
+
+} // namespace
+
+void DeckLesenTest::EveryCardComesAsItIs_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"basic.apkg", "schema11-rich.apkg", "legacy2.apkg", "schema18-zstd.apkg",
+                             "kvtml/small1.kvtml", "kvtml/small2.kvtml"})
+        QTest::newRow(name) << name;
+}
+
+void DeckLesenTest::EveryCardComesAsItIs()
+{
+    QFETCH(const QString, name);
+    const QJsonObject erwartet = Erwartet(name);
+    const auto quelle = DeckOeffnen(Probe(name));
+    Deckbericht bericht;
+    const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
+    std::size_t i = 0;
+    for (const QJsonValue &wert : erwartet["cards"].toArray()) {
+        const QJsonObject soll = wert.toObject();
+        if (soll["empty_front"].toBool())
+            continue;
+        QVERIFY2(i < karten.size(), qPrintable(soll["question"].toString()));
+        const Deckkarte &ist = karten[i++];
+        QCOMPARE(Normal(ist.frage.klar), soll["question"].toString());
+        QCOMPARE(Normal(ist.antworten[0].text.klar), soll["answer_only"].toString());
+        QCOMPARE(ist.stapel, soll["deck"].toString());
+        if (soll.contains("interval_days"))
+            QCOMPARE(ist.schlagwoerter, soll["tags"].toVariant().toStringList());
+        QCOMPARE(Name(ist.frageBild), Erstes(soll["media_question"].toArray(), true));
+        QCOMPARE(Name(ist.frageTon), Erstes(soll["media_question"].toArray(), false));
+        // The picture itself may stand in a card.
+        if (!soll.contains("inline_media"))
+            QCOMPARE(Name(ist.antwortBild), Erstes(soll["media_answer"].toArray(), true));
+        QCOMPARE(Name(ist.antwortTon), Erstes(soll["media_answer"].toArray(), false));
+        const int tage = soll["interval_days"].toInt();
+        if (soll["type"].toInt() == 2)
+            QCOMPARE(ist.fach, tage >= 365  ? 6
+                               : tage >= 90 ? 5
+                               : tage >= 21 ? 4
+                               : tage >= 4  ? 3
+                               : tage > 0   ? 2
+                                            : 1);
+        const int stufe = soll["grade"].toInt();
+        if (soll.contains("grade"))
+            QCOMPARE(ist.fach, stufe == 7 ? 6 : stufe == 6 ? 5 : stufe);
+        const QJsonArray falsche = soll["wrong_choices"].toArray();
+        QCOMPARE(ist.ankreuzen, !falsche.isEmpty());
+        QCOMPARE(ist.antworten.size(), static_cast<std::size_t>(falsche.size()) + 1);
+        for (qsizetype wahl = 0; wahl < falsche.size(); ++wahl) {
+            QCOMPARE(ist.antworten[static_cast<std::size_t>(wahl) + 1].text.klar, falsche[wahl].toString());
+            QVERIFY(!ist.antworten[static_cast<std::size_t>(wahl) + 1].richtig);
+        }
+        for (const QJsonValue &verboten : erwartet["must_not_appear"].toArray())
+            QVERIFY(!(ist.frage.reich + ist.antworten[0].text.reich).contains(verboten.toString()));
+    }
+    QCOMPARE(karten.size(), i);
+    for (const QJsonValue &stapel : erwartet["decks"].toArray())
+        QVERIFY2(quelle->Inhalt().stapel.contains(stapel.toString()), qPrintable(stapel.toString()));
+    for (const QJsonValue &lektion : erwartet["lessons"].toArray())
+        QVERIFY2(quelle->Inhalt().stapel.contains(lektion.toString()), qPrintable(lektion.toString()));
+}
+
+void DeckLesenTest::MediaAreThereByteForByte()
+{
+    const auto basic = DeckOeffnen(Probe("basic.apkg"));
+    QCOMPARE(basic->Medium("schach.png")->left(4), QByteArray("\x89PNG"));
+    QCOMPARE(basic->Medium("ton.wav")->left(4), QByteArray("RIFF"));
+    QVERIFY(!basic->Medium("fehlt.png"));
+    const auto neu = DeckOeffnen(Probe("schema18-zstd.apkg"));
+    QCOMPARE(neu->Medium("küche.png")->left(4), QByteArray("\x89PNG"));
+    const auto kvtml = DeckOeffnen(Probe("kvtml/small2.kvtml"));
+    QFile bild(Probe("kvtml/medien/große Stadt.png"));
+    QVERIFY(bild.open(QIODevice::ReadOnly));
+    QCOMPARE(*kvtml->Medium("medien/große Stadt.png"), bild.readAll());
+    QVERIFY(!kvtml->Medium("../basic.apkg"));
+}
+
+void DeckLesenTest::ADeckCanBeReadAgainFromItsStart()
+{
+    for (const char *name : {"schema11-rich.apkg", "kvtml/small2.kvtml"}) {
+        const auto quelle = DeckOeffnen(Probe(name));
+        Deckbericht einmal;
+        Deckbericht nochmal;
+        const auto erste = Karten(*quelle, einmal);
+        quelle->VonVorn();
+        const auto zweite = Karten(*quelle, nochmal);
+        QCOMPARE(erste.size(), zweite.size());
+        QCOMPARE(einmal.Text(), nochmal.Text());
+        QCOMPARE(erste.back().frage.klar, zweite.back().frage.klar);
+    }
+}
+
+void DeckLesenTest::WhatIsLeftBehindIsTold()
+{
+    const auto quelle = DeckOeffnen(Probe("schema11-rich.apkg"));
+    Deckbericht bericht;
+    Karten(*quelle, bericht);
+    QCOMPARE(bericht.Zahl(Deckrest::OhneFrage), 3);
+    QCOMPARE(bericht.Zahl(Deckrest::Unlesbar), 2);    // no note, no template
+    QCOMPARE(bericht.Zahl(Deckrest::MediumFehlt), 2); // fehlt.png, fehlt.mp3
+    QCOMPARE(bericht.Zahl(Deckrest::MediumFern), 1);
+    QCOMPARE(bericht.Zahl(Deckrest::Hinweis), 1);
+    QCOMPARE(bericht.Zahl(Deckrest::WeitereToene), 1); // glocke.wav and x.mp3 on one side
+    int ausgesetzt = 0;
+    for (const QJsonValue &karte : Erwartet("schema11-rich.apkg")["cards"].toArray())
+        ausgesetzt += karte["suspended"].toBool() || karte["buried"].toBool() ? 1 : 0;
+    QCOMPARE(bericht.Zahl(Deckrest::Ausgesetzt), ausgesetzt);
+    QVERIFY(bericht.Text().contains("https://example.invalid/a.png"));
+
+    const auto kvtml = DeckOeffnen(Probe("kvtml/small1.kvtml"));
+    Deckbericht worte;
+    Karten(*kvtml, worte);
+    QCOMPARE(worte.Zahl(Deckrest::OhneAntwort), 1);
+    QVERIFY(worte.Zahl(Deckrest::Wortangabe) > 5);
+}
+
+void DeckLesenTest::DecksMadeToHarmAreRefusedOrHarmless_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason"); // none: it may be read
+    const auto boese = [](const char *name, const char *reason) { QTest::newRow(name) << name << reason; };
+    boese("media-traversal.apkg", "");
+    boese("media-map-odd.apkg", "");
+    boese("media-map-broken.apkg", "");
+    boese("zip-absolute-paths.apkg", "");
+    boese("zip-symlink.apkg", "");
+    boese("zip-duplicate-names.apkg", "gleichen Namens");
+    boese("zipbomb-deflate.apkg", "Vielfaches seiner Größe");
+    boese("zipbomb-zstd.apkg", "Vielfaches seiner Größe");
+    boese("huge-field.apkg", "größer, als eine Karte fassen kann");
+    boese("template-amplify.apkg", "");
+    boese("truncated.apkg", "beschädigt");
+    boese("empty.apkg", "weder ein Anki-Paket noch KVTML");
+    boese("not-a-zip.apkg", "weder ein Anki-Paket noch KVTML");
+    boese("no-collection.apkg", "keine Kartensammlung");
+    boese("bad-crc.apkg", "beschädigt");
+    boese("meta-future.apkg", "neueres Format");
+    boese("dummy-only.apkg", "keine Kartensammlung");
+    boese("sqlite-damaged-pages.apkg", "beschädigt");
+    boese("sqlite-truncated.apkg", "beschädigt");
+    boese("sqlite-not.apkg", "beschädigt");
+    boese("sqlite-no-cards-table.apkg", "beschädigt");
+    boese("sqlite-endless-view.apkg", "beschädigt");
+    boese("models-not-json.apkg", "beschädigt");
+    boese("models-wrong-types.apkg", "beschädigt");
+    boese("models-missing.apkg", "");
+    boese("models-deep-json.apkg", "beschädigt");
+    boese("template-deep.apkg", "");
+    boese("template-broken.apkg", "");
+    boese("html-deep.apkg", "");
+    boese("numbers-extreme.apkg", "");
+    boese("kvtml-entity-bomb.kvtml", "KVTML");
+    boese("kvtml-entity-quadratic.kvtml", "KVTML");
+    boese("kvtml-external-entity.kvtml", "");
+    boese("kvtml-external-dtd.kvtml", "");
+    boese("kvtml-truncated.kvtml", "KVTML");
+    boese("kvtml-deep-100000.kvtml", "geschachtelt");
+    boese("kvtml-deep-lessons-20000.kvtml", "geschachtelt");
+    boese("kvtml-bad-ids.kvtml", "");
+    boese("kvtml-media-traversal.kvtml", "");
+    boese("kvtml-wrong-encoding.kvtml", "");
+    boese("kvtml-not-xml.kvtml", "weder ein Anki-Paket noch KVTML");
+}
+
+void DeckLesenTest::DecksMadeToHarmAreRefusedOrHarmless()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, reason);
+    QString text;
+    try {
+        const auto quelle = DeckOeffnen(Probe("hostile/" + name));
+        Deckbericht bericht;
+        for (const Deckkarte &karte : Karten(*quelle, bericht)) {
+            for (const auto *medium :
+                 {&karte.frageBild, &karte.antwortBild, &karte.frageTon, &karte.antwortTon})
+                if (*medium)
+                    QVERIFY2((*medium)->name == "gut.png" || (*medium)->name.isEmpty(),
+                             qPrintable((*medium)->name));
+            QVERIFY(!karte.frage.klar.contains("Platzhalter: dieses Paket"));
+            QVERIFY(!karte.frage.klar.contains("KANARIENVOGEL"));
+            QVERIFY(karte.fach >= 0 && karte.fach <= 6);
+        }
+    } catch (const StoreError &error) {
+        text = error.Text();
+        QVERIFY(!text.isEmpty());
+    }
+    QVERIFY2(reason.isEmpty() ? text.isEmpty() : text.contains(reason), qPrintable(text));
+}
+
+void DeckLesenTest::NothingOfAnotherFileComesIn()
+{
+    QFile canary(Probe("hostile/kvtml-external-canary.txt"));
+    QVERIFY(canary.open(QIODevice::ReadOnly));
+    const QString geheim = QString::fromUtf8(canary.readAll()).simplified();
+    QVERIFY(!geheim.isEmpty());
+    const auto quelle = DeckOeffnen(Probe("hostile/kvtml-external-entity.kvtml"));
+    Deckbericht bericht;
+    for (const Deckkarte &karte : Karten(*quelle, bericht))
+        QVERIFY(!karte.frage.klar.contains(geheim.left(12)));
+}
+
+PAUKFIX_TEST(DeckLesenTest)
+#include "DeckLesenTest.moc"
