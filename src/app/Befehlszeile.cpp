@@ -10,13 +10,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Aufruf = u"Aufruf: paukfix [KARTEI.pzb]\n"
-                       u"\n"
-                       u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
-                       u"\n"
-                       u"  -h, --help     zeigt diese Hilfe\n"
-                       u"  -v, --version  zeigt die Version\n"
-                       u"  --             dahinter steht ein Dateiname, auch mit - am Anfang\n"_s;
+const QString Aufruf =
+    u"Aufruf: paukfix [KARTEI.pzb]\n"
+    u"\n"
+    u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
+    u"Für KARTEI kann ein Paket stehen (.pzbz, „Extras › Kartei packen“): Es wird neben sich\n"
+    u"in einen Ordner ausgepackt.\n"
+    u"\n"
+    u"  -h, --help     zeigt diese Hilfe\n"
+    u"  -v, --version  zeigt die Version\n"
+    u"  --             dahinter steht ein Dateiname, auch mit - am Anfang\n"_s;
 
 QString Pfad(const QString &argument)
 {
@@ -38,7 +41,8 @@ Befehlszeile BefehlszeileLesen(const QStringList &argumente)
     bool optionen = true;
     for (const QString &argument : argumente.mid(1)) {
         const bool option = optionen && argument.startsWith(u'-') && argument.size() > 1 &&
-                            !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive);
+                            !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive) &&
+                            !argument.endsWith(".pzbz"_L1, Qt::CaseInsensitive);
         if (!option) {
             if (!argument.isEmpty())
                 dateien << Pfad(argument);

@@ -24,7 +24,8 @@ struct Befehlszeile
 };
 
 // `argumente` begins with the program's name. What begins with a "-" is an option, unless it ends in ".pzb"
-// or stands behind "--". A file may be named by a "file://" address of this machine.
+// or
+// ".pzbz", or stands behind "--". A file may be named by a "file://" address of this machine.
 Befehlszeile BefehlszeileLesen(const QStringList &argumente);
 
 } // namespace paukfix

@@ -9,6 +9,7 @@
 #include "ErlNull.h"
 #include "Intro.h"
 #include "Karteianhaengen.h"
+#include "Karteipacken.h"
 #include "Karteispiegeln.h"
 #include "ProgramDirectory.h"
 #include "Sicherungsfenster.h"
@@ -93,6 +94,7 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
     fenster.MKartei_anhängen = Werkzeug<Karteianhängen>();
     fenster.MKartei_spiegeln = Werkzeug<Karteispiegeln>();
+    fenster.MKartei_packen = Werkzeug<Karteipacken>();
     fenster.MAlleNeu = Werkzeug<AlleNull>();
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, clock_.Now()), lbox_.get()).exec(); };

@@ -128,6 +128,7 @@ void Boxmenue::ExtrasBauen()
     FensterEintrag(extras, u"MKartei_spiegeln"_s, u"Kartei &spiegeln"_s, &LBoxFenster::MKartei_spiegeln);
     FensterEintrag(extras, u"MAlleNeu"_s, u"&Alle Karten nach Neu"_s, &LBoxFenster::MAlleNeu);
     FensterEintrag(extras, u"MErledigtNeu"_s, u"e&rledigte Karten nach Neu "_s, &LBoxFenster::MErledigtNeu);
+    FensterEintrag(extras, u"MKartei_packen"_s, u"Kartei &packen"_s, &LBoxFenster::MKartei_packen);
     Strich(extras, u"MStrich3"_s);
     mAnimation_ = Eintrag(extras, u"MAnimation"_s, u"Ani&mation"_s, [this] { MAnimation_Click(); });
     mAnimation_->setCheckable(true);

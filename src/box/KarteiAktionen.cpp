@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "KarteiAktionen.h"
 
+#include "Packen.h"
+#include "Paketoeffner.h"
 #include "Step.h"
 
 #include <QDir>
@@ -31,9 +33,12 @@ void KarteiAktionen::Starten(const QString &befehlszeile)
 {
     if (befehlszeile.isEmpty()) {
         Oeffnen();
-    } else if (!IstKartei(befehlszeile)) {
+    } else if (!Kennt(befehlszeile)) {
         teile_.dienste.meldungen.Zeigen(u"Bitte nur .pzb Dateien"_s);
         Oeffnen();
+    } else if (IstPaket(befehlszeile)) {
+        if (OeffnenUndMerken(befehlszeile) == Erfolg::Gescheitert)
+            teile_.dienste.meldungen.Zeigen(u"Fehler beim Öffnen"_s);
     } else if (!KarteiOeffnen(befehlszeile)) {
         teile_.dienste.meldungen.Zeigen(u"Fehler beim Öffnen"_s);
     }
@@ -71,24 +76,45 @@ void KarteiAktionen::Neu()
 
 void KarteiAktionen::Oeffnen()
 {
-    const QString pfad =
-        teile_.dienste.dialoge.DateiOeffnen(KarteiDialog(u"Merkkasten öffnen"_s, teile_.kartei.KarteiPfad));
+    DateiDialog dialog = KarteiDialog(u"Merkkasten öffnen"_s, teile_.kartei.KarteiPfad);
+    dialog.weitere = u"Gepackte Karteien (*.pzbz)|*.pzbz"_s;
+    const QString pfad = teile_.dienste.dialoge.DateiOeffnen(dialog);
     if (pfad.isEmpty() || teile_.belegung.IstBelegt())
         return;
-    if (!IstKartei(pfad))
+    if (!Kennt(pfad))
         teile_.dienste.meldungen.Zeigen(u"Bitte nur .pzb Dateien"_s);
-    else if (KarteiOeffnen(pfad))
-        InListe(pfad);
-    else
+    else if (OeffnenUndMerken(pfad) == Erfolg::Gescheitert)
         teile_.dienste.meldungen.Zeigen(u"Fehler beim Öffnen"_s);
     emit Fertig();
 }
 
 void KarteiAktionen::DateiOeffnen(const QString &pfad)
 {
-    if (KarteiOeffnen(pfad))
-        InListe(pfad);
+    OeffnenUndMerken(pfad);
     emit Fertig();
+}
+
+bool KarteiAktionen::Kennt(const QString &pfad)
+{
+    return IstKartei(pfad) || IstPaket(pfad);
+}
+
+KarteiAktionen::Erfolg KarteiAktionen::OeffnenUndMerken(const QString &pfad)
+{
+    if (teile_.belegung.IstBelegt())
+        return Erfolg::Gesagt;
+    QString kartei = pfad;
+    if (IstPaket(pfad)) {
+        const Ort ort = Geteilt(pfad);
+        const auto belegt = teile_.belegung.Belegen();
+        kartei = KarteiAusPaket(ort.verzeichnis + u'/' + ort.name, teile_.oeffner, teile_.dienste.meldungen);
+        if (kartei.isEmpty())
+            return Erfolg::Gesagt;
+    }
+    if (!KarteiOeffnen(kartei))
+        return Erfolg::Gescheitert;
+    InListe(kartei);
+    return Erfolg::Offen;
 }
 
 void KarteiAktionen::ZuletztOeffnen(std::size_t i)

@@ -36,10 +36,12 @@ public:
     void Oeffnen();
     // A file opened from the list of recent files keeps its place in it. `i` counts from 0.
     void ZuletztOeffnen(std::size_t i);
-    // Opens the card file at `pfad`, which joins the recent ones.
+    // Opens the card file at `pfad`, or that of the package there, which joins the recent ones.
     void DateiOeffnen(const QString &pfad);
     // The open box has been saved as another card file, `pfad`, and is open there.
     void Umgezogen(const QString &pfad);
+    // Can DateiOeffnen open a file of this name?
+    static bool Kennt(const QString &pfad);
     // Opens another file of KarteiPfad, named without directory; nothing where `name` is empty.
     void Wechseln(const QString &name);
     // Probes the open card file and sets FehlerStatus; says "Bitte erst eine Datei öffnen" where there is
@@ -61,6 +63,15 @@ private:
         QString verzeichnis, name;
     };
 
+    // What became of a file that was to be opened.
+    enum class Erfolg
+    {
+        Offen,
+        Gescheitert,
+        Gesagt // nothing was opened, and the learner knows why
+    };
+
+    Erfolg OeffnenUndMerken(const QString &pfad);
     Ort Geteilt(const QString &pfad) const;
     bool KarteiOeffnen(const QString &pfad);
     void InListe(const QString &pfad);

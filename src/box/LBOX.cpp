@@ -3,6 +3,7 @@
 #include "LBOX.h"
 
 #include "BoxRechnung.h"
+#include "Dateiannahme.h"
 #include "Karteititel.h"
 #include "Kasten.h"
 #include "Statuszeile.h"
@@ -132,6 +133,14 @@ void LBOX::Verbinden()
             automatik_.AutomatikAus();
         else
             lernlauf_.Image0_Click(vollstesFach_);
+    });
+
+    auto *annahme = new Dateiannahme(*this, [this](const QString &pfad) {
+        return !belegung_.IstGesperrt() && KarteiAktionen::Kennt(pfad);
+    });
+    connect(annahme, &Dateiannahme::Abgelegt, this, [this](const QString &pfad) {
+        if (!belegung_.IstGesperrt())
+            aktionen_.DateiOeffnen(pfad);
     });
 
     connect(&aktionen_, &KarteiAktionen::WirdAngelegt, this,

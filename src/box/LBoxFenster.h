@@ -15,7 +15,7 @@ struct LBoxFenster
     std::function<void()> Manzeigen;
     std::function<void()> MSicherungen;
     std::function<void()> MAscii_Export, MAscii_Import;
-    std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln;
+    std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln, MKartei_packen;
     std::function<void()> MAlleNeu, MErledigtNeu;
     std::function<void()> MStatistik;
     std::function<void()> MVerlauf;

@@ -48,6 +48,7 @@ Statuszeile::Statuszeile(QWidget *parent)
     connect(kartei_, &QToolButton::clicked, this, &Statuszeile::KarteiGewaehlt);
     QFont betont = font();
     betont.setBold(true);
+    bilanz_->setContentsMargins(3 * rand, 0, 0, 0); // both texts end and begin in numbers
     automatik_->setText(u"Automatik läuft"_s);
     automatik_->setFont(betont);
     automatik_->hide();

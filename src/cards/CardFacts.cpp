@@ -34,9 +34,9 @@ QStringList Topics(CardRecordset &cards)
     return topics;
 }
 
-CardPlace PlaceOfCurrent(CardRecordset &cards)
+CardPosition PlaceOfCurrent(CardRecordset &cards)
 {
-    CardPlace place;
+    CardPosition place;
     const bool byNumber = cards.Index().compare(u"FrageNr"_s, Qt::CaseInsensitive) == 0;
     const bool current = !cards.AtBOF() && !cards.AtEOF();
     const double key = current ? cards[byNumber ? u"FrageNr" : u"FachNr"].Number() : 0;

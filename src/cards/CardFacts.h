@@ -16,13 +16,13 @@ QStringList Topics(CardRecordset &cards);
 
 // The place of the current card among `of` cards in the order of the current index, from 1; 0 where there is
 // no current card.
-struct CardPlace
+struct CardPosition
 {
     int number = 0;
     int of = 0;
 };
 
-CardPlace PlaceOfCurrent(CardRecordset &cards);
+CardPosition PlaceOfCurrent(CardRecordset &cards);
 
 // How many cards want which kind of answer.
 struct CardKinds

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "FreshFile.h"
 
+#include "Beilagen.h"
 #include "CardFile.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
@@ -27,10 +28,17 @@ void ClearFreshFiles(const QString &directory) noexcept
         return;
     // Where a file is just being made the lock is taken.
     if (flock(lock, LOCK_EX | LOCK_NB) == 0) {
+        BeilagenAufraeumen(directory);
         const QDir place(directory);
         for (const QString &name :
              place.entryList({u".paukfix-*.neu"_s, u".paukfix-*.neu-journal"_s}, QDir::Files | QDir::Hidden))
             QFile::remove(place.filePath(name));
+        // A zip file that was being written is at a name of its library's, a package unpacked in a directory.
+        for (const QString &name : place.entryList({u".paukfix-*.neu.*"_s}, QDir::Files | QDir::Hidden))
+            QFile::remove(place.filePath(name));
+        for (const QString &name :
+             place.entryList({u".paukfix-*.neu"_s}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks))
+            QDir(place.filePath(name)).removeRecursively();
     }
     close(lock);
 }

@@ -30,6 +30,8 @@ public:
     // fails, as EndUnfinishedChange tells.
     void TakePlace();
 
+    const DirectoryLock &Lock() const { return lock_; }
+
 private:
     void Clear() const;
 

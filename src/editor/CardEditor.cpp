@@ -205,9 +205,9 @@ bool CardEditor::StoreIfDirty()
 void CardEditor::Schritte(Richtung richtung)
 {
     Step(meldungen_, LeseFehler, [&] {
-        CardRecordset &karten = kartei_.Karten();
-        if (AmEnde(karten, richtung) || !StoreIfDirty())
+        if (AmEnde(kartei_.Karten(), richtung) || !StoreIfDirty())
             return;
+        CardRecordset &karten = kartei_.Karten(); // the card may have been stored in another file
         Bewegen(karten, richtung);
         if (AmEnde(karten, richtung))
             AmEndeAnhalten(richtung);

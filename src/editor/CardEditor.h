@@ -18,8 +18,8 @@ struct Kartenkopf
 {
     QString FrageNr;
     QString FachNr;
-    bool neu = false;     // "Neue Karte"
-    CardPlace platz = {}; // in the order in which one walks; without a number where it is not known
+    bool neu = false;        // "Neue Karte"
+    CardPosition platz = {}; // in the order in which one walks; without a number where it is not known
 };
 
 // Whether something was changed; tells when that changes.
@@ -128,7 +128,7 @@ private:
     Kartensicht &formular_;
     bool neu_ = true;
     double nummer_ = 0; // of the shown card, while it is not new
-    CardPlace platz_;   // of the shown card; without a number where it must be counted
+    CardPosition platz_;   // of the shown card; without a number where it must be counted
     int versuchte_ = 0; // the number under which the new card may be in the file although storing it failed
     bool vertagt_ = false; // the writer has closed the question what is to become of the card
 };

@@ -53,7 +53,7 @@ NachNummer::~NachNummer()
     Ordnen(karten_, vorher_);
 }
 
-CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<Richtung> schritt)
+CardPosition Platz(CardRecordset &karten, const CardPosition &vorher, std::optional<Richtung> schritt)
 {
     if (schritt && vorher.number > 0)
         return {vorher.number + (schritt == Richtung::Vor ? 1 : -1), vorher.of};

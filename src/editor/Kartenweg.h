@@ -44,6 +44,6 @@ private:
 
 // The place of the card that was come to: one on or back from a known one, else it is counted. One that
 // cannot be counted is no reason not to show the card.
-CardPlace Platz(CardRecordset &karten, const CardPlace &vorher, std::optional<Richtung> schritt);
+CardPosition Platz(CardRecordset &karten, const CardPosition &vorher, std::optional<Richtung> schritt);
 
 } // namespace paukfix

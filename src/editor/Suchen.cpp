@@ -32,6 +32,7 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
     connect(wiederholen, &QShortcut::activated, suchtext_, &QLineEdit::redo);
     auto *ok = Benannt(new QPushButton(u"&suchen"_s, this), u"COK"_s, u"suchen"_s);
     ok->setDefault(true);
+    ok->setProperty("leitend", true);
     auto *abbruch = Benannt(new QPushButton(u"&Abbruch"_s, this), u"CAbbruch"_s, u"Abbruch"_s);
     connect(ok, &QPushButton::clicked, this, [this] { COK_Click(); });
     connect(abbruch, &QPushButton::clicked, this, [this] { CAbbruch_Click(); });
@@ -44,6 +45,7 @@ Suchen::Suchen(CardStore &kartei, Meldungen &meldungen, SearchHit &treffer, QWid
     alles->addWidget(Beschriftung(u"Such&begriff:"_s, suchtext_, this));
     alles->addWidget(suchtext_);
     alles->addSpacing(8);
+    alles->addStretch(1);
     alles->addLayout(knoepfe);
     Form_Load();
 }

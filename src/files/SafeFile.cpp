@@ -136,6 +136,25 @@ void RenameSynced(const QString &from, const QString &to)
     SyncDirectory(QFileInfo(to).path());
 }
 
+void RenameFresh(const QString &from, const QString &to)
+{
+    const QByteArray before = QFile::encodeName(from);
+    const QByteArray after = QFile::encodeName(to);
+    if (renameat2(AT_FDCWD, before.constData(), AT_FDCWD, after.constData(), RENAME_NOREPLACE) == 0)
+        return;
+    int error = errno;
+    if (error == EINVAL || error == ENOSYS) { // a file system that does not know the flag
+        error = EEXIST;
+        if (!IsNameTaken(to))
+            error = rename(before.constData(), after.constData()) == 0 ? 0 : errno;
+    }
+    if (error == EEXIST)
+        throw StoreError(Fehler::NichtErlaubt,
+                         u"Unter diesem Namen liegt inzwischen eine andere Datei: %1"_s.arg(to));
+    if (error != 0)
+        ThrowFileError(error, to);
+}
+
 void RewriteFile(const QString &target, const QByteArray &content)
 {
     const QString canonical = QFileInfo(target).canonicalFilePath();
@@ -216,7 +235,8 @@ QString BesideName(const QString &path, const QString &suffix)
 }
 
 DirectoryLock::DirectoryLock(const QString &directory)
-    : descriptor_(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    : directory_(directory),
+      descriptor_(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
     if (descriptor_ < 0) {
         const int error = errno;

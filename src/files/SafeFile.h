@@ -47,6 +47,9 @@ void WithPlaceNamed(const QString &temporary, const QString &place, const std::f
 // Renames, and syncs the directory of the new name.
 void RenameSynced(const QString &from, const QString &to);
 
+// Renames where nothing stands under the new name, else throws 3051. Not synced.
+void RenameFresh(const QString &from, const QString &to);
+
 // Copies a file; nothing may stand at `to`. Not synced.
 void CopyFile(const QString &from, const QString &to);
 
@@ -84,7 +87,10 @@ public:
     DirectoryLock &operator=(const DirectoryLock &) = delete;
     ~DirectoryLock();
 
+    const QString &Directory() const { return directory_; }
+
 private:
+    QString directory_;
     int descriptor_;
 };
 

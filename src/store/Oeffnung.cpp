@@ -39,10 +39,10 @@ bool IsDamage(const StoreError &error)
 // Whether GivePageSums can give the file the sums of its pages.
 bool OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
 {
+    ClearFreshFiles(QFileInfo(Resolved(path)).path()); // reads the card file where something lies beside it
     auto file = std::make_unique<CardFile>(path);
     CheckCardFile(file->Database(), melder.pruefung());
     RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
-    ClearFreshFiles(QFileInfo(Resolved(path)).path());
     const bool lacksSums = file->LacksPageSums();
     kartei.Uebernehmen(std::move(file));
     kartei.HighestCardNumber = kartei.FachInfo.Zaehlen(kartei.Karten(), melder.gezaehlt);

@@ -61,7 +61,7 @@ std::unique_ptr<CardSource> OpenAppendSource(const QString &pfad, const Progress
 
 } // namespace
 
-Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl)
+Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medien, Angehaengt *angehaengt)
 {
     CardStore &store = bank.store;
     if (IstSieSelbst(store, quelle)) {
@@ -76,27 +76,54 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl
 
     AddedCards neue;
     bool gespeichert = true;
+    std::optional<DirectoryLock> ort;
+    std::optional<Medienzug> zug;
     try {
+        const QString von = QFileInfo(VollerPfad(store, quelle)).absolutePath();
+        if (medien == Medien::Kommen && !SameFile(von, store.KarteiPfad)) {
+            ort.emplace(store.KarteiPfad);
+            zug.emplace(bank, von, *ort, store.CurrentFileName);
+        }
         const Aenderung schritt(store, u"Anhängen von „%1“"_s.arg(QFileInfo(quelle).fileName()));
-        InEinemZug(store.Karten(), [&] { neue = CopyAllCards(store, *offene, bank.progress); });
+        InEinemZug(store.Karten(), [&] {
+            if (!zug) {
+                neue = CopyAllCards(store, *offene, bank.progress);
+                return;
+            }
+            MitMedien karten(*offene, zug->Mitnahme());
+            neue = CopyAllCards(store, karten, bank.progress);
+            if (karten.Hindernis())
+                throw StoreError(*karten.Hindernis());
+            zug->Hinlegen();
+        });
     } catch (const StoreError &fehler) {
         gespeichert = false;
         neue = {};
         neue.errors = {fehler};
     }
     offene.reset();
+    QString bericht;
+    qsizetype kopiert = 0;
+    if (zug && store.IsOpen()) {
+        zug->Abschliessen(store.Karten());
+        bericht = zug->Bericht();
+        kopiert = zug->Anzahl();
+    }
+    zug.reset();
+    ort.reset();
     NeuOeffnen(bank);
     FehlerMelden(bank.meldungen, neue.errors);
     if (!neue.remark.isEmpty())
         bank.meldungen.Zeigen(neue.remark);
     if (!gespeichert)
         return Ausgang::Gescheitert;
-    if (anzahl)
-        *anzahl = neue.count;
+    MedienBerichten(bank.meldungen, bericht);
+    if (angehaengt)
+        *angehaengt = {neue.count, kopiert};
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
 
-std::optional<int> KartenIn(const CardStore &store, const QString &quelle)
+std::optional<Anhang> AnhangIn(const CardStore &store, const QString &quelle)
 {
     try {
         if (quelle.isEmpty() || IstSieSelbst(store, quelle))
@@ -104,8 +131,11 @@ std::optional<int> KartenIn(const CardStore &store, const QString &quelle)
         const QString pfad = VollerPfad(store, quelle);
         if (!QFileInfo(pfad).isFile() || IsJetFile(pfad))
             return std::nullopt;
-        return CardFileSource(pfad).Count();
-    } catch (const StoreError &) { // told when it is to be appended
+        Anhang anhang{.karten = CardFileSource(pfad).Count(), .medien = {}};
+        CardFile datei(pfad, CardFile::Access::ReadOnly);
+        anhang.medien = MediaNames(datei.Database());
+        return anhang;
+    } catch (const std::exception &) { // told when it is to be appended
         return std::nullopt;
     }
 }

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardMedia.h"
+#include "Medienzug.h"
 #include "Werkbank.h"
 
 #include <optional>
@@ -11,12 +13,25 @@ namespace paukfix {
 // Copies every card of the card file `quelle` to compartment 0 of the open one, and opens that again. The
 // open file itself is refused by message, as is a file of its name in a directory whose path is as long as
 // KarteiPfad. The source is only read; it may be one of the former database engine, or damaged: then what a
-// repair would find is taken over. `anzahl` gets the number of the cards that were added. What failed is told
-// when the box shows what came of it.
-Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, int *anzahl = nullptr);
+// repair would find is taken over. What failed is told when the box shows what came of it.
 
-// How many cards the sound card file `quelle` holds. Nothing where there is none of that name, or where it
-// would have to be mended or converted first.
-std::optional<int> KartenIn(const CardStore &store, const QString &quelle);
+struct Angehaengt
+{
+    int karten = 0;
+    qsizetype medien = 0; // pictures and sounds that were copied
+};
+
+Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medien = Medien::Bleiben,
+                        Angehaengt *angehaengt = nullptr);
+
+// What the sound card file `quelle` holds. Nothing where there is none of that name, or where it would have
+// to be mended or converted first.
+struct Anhang
+{
+    int karten = 0;
+    QList<MediaName> medien;
+};
+
+std::optional<Anhang> AnhangIn(const CardStore &store, const QString &quelle);
 
 } // namespace paukfix

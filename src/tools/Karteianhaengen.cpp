@@ -3,7 +3,9 @@
 #include "Karteianhaengen.h"
 
 #include "Anhaengen.h"
+#include "Medienwahl.h"
 
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -23,6 +25,7 @@ Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste,
                u"(siehe ASCII-Import)"_s});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewaehlt(); });
+    chkMedien_ = MedienBauen();
     ergebnis_ = HinweisBauen({});
     ergebnis_->setObjectName(u"Ergebnis"_s);
     ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears
@@ -39,9 +42,10 @@ void Karteianhängen::cmdDateiname_Click()
 void Karteianhängen::cmdOK_Click()
 {
     Ausgang ausgang = Ausgang::Gescheitert;
-    int anzahl = 0;
-    Ausfuehren(
-        [&](const Werkbank &bank) { ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), &anzahl); });
+    Angehaengt angehaengt;
+    Ausfuehren([&](const Werkbank &bank) {
+        ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), chkMedien_->Wahl(), &angehaengt);
+    });
     if (!Store().IsOpen()) {
         accept(); // there is nothing left to append to
         return;
@@ -49,8 +53,11 @@ void Karteianhängen::cmdOK_Click()
     ergebnis_->clear();
     if (ausgang == Ausgang::Gescheitert)
         return;
-    ergebnis_->setText(KartenText(anzahl) +
-                       (ausgang == Ausgang::Gelungen ? u" angehängt"_s : u" angehängt, aber nicht alles"_s));
+    const QString medien = angehaengt.medien == 0   ? QString()
+                           : angehaengt.medien == 1 ? u", 1 Datei kopiert"_s
+                                                    : u", %1 Dateien kopiert"_s.arg(angehaengt.medien);
+    ergebnis_->setText(KartenText(angehaengt.karten) + u" angehängt"_s + medien +
+                       (ausgang == Ausgang::Gelungen ? QString() : u", aber nicht alles"_s));
     SetOKErlaubt(false);
     VorhabenZeigen({});
     lblDateiname_->setFocus();
@@ -60,8 +67,14 @@ void Karteianhängen::NeuGewaehlt()
 {
     ergebnis_->clear();
     SetOKErlaubt(true);
-    const auto karten = KartenIn(Store(), lblDateiname_->text());
-    VorhabenZeigen(karten ? Kommen(*karten) + u" ins Fach Neu."_s : QString());
+    const QString quelle = lblDateiname_->text();
+    const auto anhang = AnhangIn(Store(), quelle);
+    VorhabenZeigen(anhang ? Kommen(anhang->karten) + u" ins Fach Neu."_s : QString());
+    chkMedien_->NichtsAnbieten();
+    // Of a file that is to be mended or converted nobody knows yet what its cards name.
+    if (anhang || QFileInfo(quelle).isFile())
+        chkMedien_->Anbieten(anhang ? std::optional(anhang->medien) : std::nullopt,
+                             QFileInfo(VollerPfad(Store(), quelle)).absolutePath(), Store().KarteiPfad);
 }
 
 } // namespace paukfix

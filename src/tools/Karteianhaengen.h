@@ -19,6 +19,7 @@ private:
     void NeuGewaehlt();
 
     QLineEdit *lblDateiname_;
+    Medienwahl *chkMedien_;
     QLabel *ergebnis_; // of the last work, until the file name changes
 };
 

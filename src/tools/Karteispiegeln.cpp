@@ -3,6 +3,7 @@
 #include "Karteispiegeln.h"
 
 #include "CardFacts.h"
+#include "Medienwahl.h"
 #include "NeueKartei.h"
 
 #include <QLineEdit>
@@ -22,6 +23,7 @@ Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, Q
                u"Englisch/Deutsch."_s});
     lblDateiname_ = DateinameBauen(u"Hier bitte den Namen der zu erstellenden Datei eingeben"_s,
                                    [this] { cmdDateiname_Click(); });
+    chkMedien_ = MedienBauen();
     HinweisBauen(u"Hinweis: Mit der Funktion \"Kartei anhängen\" können Sie dann eine gemischte "
                  u"Datei erstellen."_s);
     Step(dienste.meldungen, FehlerKontext(), [this] {
@@ -30,6 +32,7 @@ Karteispiegeln::Karteispiegeln(KarteiOeffner &oeffner, const Dienste &dienste, Q
         if (arten.others > 0)
             text += u"; %1 zum Ankreuzen unverändert"_s.arg(arten.others);
         VorhabenZeigen(text + u'.');
+        MedienAnbieten(chkMedien_, MediaNames(Store().Karten()), lblDateiname_);
     });
     KnoepfeBauen([this] { cmdOK_Click(); });
 }
@@ -42,7 +45,9 @@ void Karteispiegeln::cmdDateiname_Click()
 
 void Karteispiegeln::cmdOK_Click()
 {
-    NeueKarteiErstellen(lblDateiname_, KarteiSpiegeln);
+    NeueKarteiErstellen(lblDateiname_, [this](const Werkbank &bank, const QString &ziel) {
+        return KarteiSpiegeln(bank, ziel, chkMedien_->Wahl());
+    });
 }
 
 } // namespace paukfix

@@ -17,6 +17,7 @@ private:
     void cmdOK_Click();
 
     QLineEdit *lblDateiname_;
+    Medienwahl *chkMedien_;
 };
 
 } // namespace paukfix

@@ -4,6 +4,7 @@
 
 #include "CardBulk.h"
 #include "CardFile.h"
+#include "CardMedia.h"
 #include "CardTransaction.h"
 #include "FreshFile.h"
 #include "TextHelpers.h"
@@ -12,6 +13,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace paukfix {
@@ -20,11 +22,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void NeueKarteiMachen(CardStore &store, const QString &ziel,
-                      const std::function<void(CardRecordset &)> &aendern)
+// A new card file is made of the open one by `aendern`, at `ziel`.
+struct Vorhaben
 {
+    QString ziel;
+    Medien medien = Medien::Bleiben;
+    std::function<void(CardRecordset &)> aendern;
+};
+
+// The report on what did not come along.
+QString NeueKarteiMachen(const Werkbank &bank, const Vorhaben &vorhaben)
+{
+    CardStore &store = bank.store;
     const QString quelle = store.CardPath(store.CurrentFileName);
-    FreshFile neu(ziel);
+    const QFileInfo ziel(vorhaben.ziel);
+    FreshFile neu(vorhaben.ziel);
+    std::optional<DirectoryLock> anderswo; // where the new file's name is a link
+    std::optional<Medienzug> zug;
+    if (vorhaben.medien == Medien::Kommen && !SameFile(store.KarteiPfad, ziel.absolutePath())) {
+        if (!SameFile(neu.Lock().Directory(), ziel.absolutePath()))
+            anderswo.emplace(ziel.absolutePath());
+        zug.emplace(bank, store.KarteiPfad, anderswo ? *anderswo : neu.Lock(), ziel.fileName());
+    }
     const bool ansehen = store.NurAnsehen();
     if (!ansehen)
         store.CloseCardFile(); // a card file is copied only while it is closed
@@ -32,37 +51,45 @@ void NeueKarteiMachen(CardStore &store, const QString &ziel,
         CopyFile(ansehen ? store.Datei().ReadablePath() : quelle, pfad);
         CardFile datei(pfad);
         CardRecordset karten(datei);
-        CardTransaction zug(karten);
-        aendern(karten);
-        zug.Commit();
+        CardTransaction arbeit(karten);
+        vorhaben.aendern(karten);
+        if (zug) {
+            for (const MediaName &medium : MediaNames(karten))
+                zug->Mitnahme().Mitnehmen(medium.name, medium.cards);
+            RenameMedia(karten, zug->Mitnahme().Umbenannt());
+        }
+        arbeit.Commit();
     });
+    if (zug)
+        zug->Hinlegen();
     neu.TakePlace();
+    return zug ? zug->Bericht() : QString();
 }
 
-Ausgang NeueKartei(const Werkbank &bank, const QString &ziel,
-                   const std::function<void(CardRecordset &)> &aendern)
+Ausgang NeueKartei(const Werkbank &bank, Vorhaben vorhaben)
 {
     CardStore &store = bank.store;
     const QString alterPfad = store.KarteiPfad;
-    QString pfad;
     QString name;
-    if (!Step(bank.meldungen, FehlerKontext(), [&] {
-            pfad = ZielPfad(store, ziel);
-            CheckNameLength(pfad);
+    if (!Versuchen(bank.meldungen, [&] {
+            vorhaben.ziel = ZielPfad(store, vorhaben.ziel);
+            CheckNameLength(vorhaben.ziel);
         }))
         return Ausgang::Gescheitert;
     bool unveraendert = false;
-    const bool gemacht = Step(bank.meldungen, FehlerKontext(), [&] {
+    QString bericht;
+    const bool gemacht = Versuchen(bank.meldungen, [&] {
         // Another file may stand where the open one stood: what is copied must be what is shown.
         if (!store.NurAnsehen())
             InEinemZug(store.Karten(), [] {});
         unveraendert = true;
-        NeueKarteiMachen(store, pfad, aendern);
-        store.KarteiPfad = QFileInfo(pfad).absolutePath();
-        name = QFileInfo(pfad).fileName();
+        bericht = NeueKarteiMachen(bank, vorhaben);
+        store.KarteiPfad = QFileInfo(vorhaben.ziel).absolutePath();
+        name = QFileInfo(vorhaben.ziel).fileName();
     });
     if (gemacht) {
         Oeffnen(bank, name);
+        MedienBerichten(bank.meldungen, bericht);
         if (store.IsOpen())
             return Ausgang::Gelungen;
     }
@@ -95,20 +122,22 @@ QStringList Themen(CardRecordset &karten, Field thema, QHash<QString, int> *zahl
     return themen;
 }
 
-Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &uebernehmen)
+Ausgang ThemenAusfiltern(const Werkbank &bank, const QString &ziel, const QStringList &uebernehmen,
+                         Medien medien)
 {
     const QSet<QString> bleibt(uebernehmen.begin(), uebernehmen.end());
-    return NeueKartei(bank, ziel, [&](CardRecordset &karten) {
-        DeleteByTopic(
-            karten, [&](const QString &thema) { return bleibt.contains(ThemaSchluessel(thema)); },
-            bank.progress);
-    });
+    return NeueKartei(
+        bank, {ziel, medien, [&](CardRecordset &karten) {
+                   DeleteByTopic(
+                       karten, [&](const QString &thema) { return bleibt.contains(ThemaSchluessel(thema)); },
+                       bank.progress);
+               }});
 }
 
-Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel)
+Ausgang KarteiSpiegeln(const Werkbank &bank, const QString &ziel, Medien medien)
 {
-    return NeueKartei(bank, ziel,
-                      [&](CardRecordset &karten) { SwapQuestionAndAnswer(karten, bank.progress); });
+    return NeueKartei(
+        bank, {ziel, medien, [&](CardRecordset &karten) { SwapQuestionAndAnswer(karten, bank.progress); }});
 }
 
 } // namespace paukfix

@@ -82,6 +82,9 @@ QWidget *Sicherungsfenster::ListeBauen()
     liste_ = Benannt(new QTreeWidget(this), u"Liste"_s, u"Sicherungen"_s);
     liste_->setHeaderLabels(
         {u"Zeit"_s, u"Karten"_s, u"Neu"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"erledigt"_s});
+    for (int spalte = 1; spalte < liste_->columnCount(); ++spalte)
+        liste_->headerItem()->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
+    liste_->header()->setStretchLastSection(false); // its numbers would stand far from all others
     liste_->setRootIsDecorated(false);
     liste_->setUniformRowHeights(true);
     liste_->setAllColumnsShowFocus(true);

@@ -5,6 +5,7 @@
 #include "Farben.h"
 #include "Fensterbau.h"
 #include "Kurztext.h"
+#include "Medienwahl.h"
 #include "NeueKartei.h"
 #include "Texttaste.h"
 
@@ -75,6 +76,7 @@ Themaausfiltern::Themaausfiltern(KarteiOeffner &oeffner, const Dienste &dienste,
         ListeBauen(listen, u"&nicht übernehmen:"_s, u"lstNübernehmen"_s, [this] { lstNübernehmen_Click(); });
     lblDateiname_ = DateinameBauen(u"Hier bitte den Namen der zu erstellenden Datei eingeben"_s,
                                    [this] { cmdDateiname_Click(); });
+    chkMedien_ = MedienBauen();
     HinweisBauen(u"Hinweis: Das Feld \"Thema\" können Sie beim ändern der Karten erfassen."_s);
     HinweisBauen(u"Leertaste oder Eingabe: das gewählte Thema wechselt die Liste."_s);
     KnoepfeBauen([this] { cmdOK_Click(); });
@@ -105,6 +107,9 @@ void Themaausfiltern::Form_Load()
         CardStore &store = Store();
         lstÜbernehmen_->addItems(Themen(store.Karten(), store.Felder().Picture_name[8], &zahlen_));
         lstÜbernehmen_->setCurrentRow(0);
+        // Which of them the chosen topics name is found out when they are copied.
+        if (!MediaNames(store.Karten()).isEmpty())
+            MedienAnbieten(chkMedien_, std::nullopt, lblDateiname_);
     }));
     AuswahlZeigen();
     lstÜbernehmen_->setFocus();
@@ -175,7 +180,7 @@ void Themaausfiltern::cmdOK_Click()
     for (int i = 0; i < lstÜbernehmen_->count(); ++i)
         uebernehmen << lstÜbernehmen_->item(i)->text();
     NeueKarteiErstellen(lblDateiname_, [&](const Werkbank &bank, const QString &ziel) {
-        return ThemenAusfiltern(bank, ziel, uebernehmen);
+        return ThemenAusfiltern(bank, ziel, uebernehmen, chkMedien_->Wahl());
     });
 }
 

@@ -33,6 +33,7 @@ private:
     QListWidget *lstÜbernehmen_ = nullptr;
     QListWidget *lstNübernehmen_ = nullptr;
     QLineEdit *lblDateiname_;
+    Medienwahl *chkMedien_;
     QHash<QString, int> zahlen_; // cards of each topic
 };
 

@@ -7,6 +7,7 @@
 #include "Fensterbau.h"
 #include "Flaeche.h"
 #include "LangeArbeit.h"
+#include "Medienwahl.h"
 
 #include <QComboBox>
 #include <QEvent>
@@ -17,7 +18,10 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace paukfix {
 
@@ -160,6 +164,24 @@ QLineEdit *Werkzeugfenster::DateinameBauen(const QString &tipp, const std::funct
     return feld;
 }
 
+Medienwahl *Werkzeugfenster::MedienBauen()
+{
+    auto *wahl = new Medienwahl(inhalt_);
+    felder_->addWidget(wahl, felder_->rowCount(), 1, 1, 2);
+    return wahl;
+}
+
+void Werkzeugfenster::MedienAnbieten(Medienwahl *wahl, const std::optional<QList<MediaName>> &medien,
+                                     QLineEdit *feld)
+{
+    connect(feld, &QLineEdit::textChanged, wahl, [this, wahl, medien](const QString &name) {
+        if (name.isEmpty())
+            wahl->NichtsAnbieten();
+        else
+            wahl->Anbieten(medien, Store().KarteiPfad, QFileInfo(VollerPfad(Store(), name)).absolutePath());
+    });
+}
+
 void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
 {
     progress_ = Benannt(new QProgressBar(inhalt_), u"Fortschritt"_s, u"Fortschritt"_s);
@@ -191,9 +213,10 @@ void Werkzeugfenster::KnoepfeBauen(const std::function<void()> &cmdOK_Click)
     spalte_->addWidget(vorhaben_);
     spalte_->addLayout(zeile);
     FarbenSetzen();
-    // As high as the wrapped texts need, whatever the screen.
+    // As high as the wrapped texts need; lists give way on a small screen.
     const int breite = layout()->totalSizeHint().width();
-    resize(breite, layout()->totalHeightForWidth(breite));
+    const int schirm = screen()->availableSize().height() * 9 / 10;
+    resize(breite, std::min(layout()->totalHeightForWidth(breite), schirm));
 }
 
 void Werkzeugfenster::SetOKErlaubt(bool erlaubt)

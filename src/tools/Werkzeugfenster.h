@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "CardMedia.h"
 #include "Dienste.h"
 #include "KarteiOeffner.h"
 #include "Werkbank.h"
@@ -11,6 +12,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 class QComboBox;
@@ -22,6 +24,8 @@ class QPushButton;
 class QVBoxLayout;
 
 namespace paukfix {
+
+class Medienwahl;
 
 // The family of the tools' dialogs: heading and explanation on a card, the fields below it, progress and
 // buttons at the bottom. Enter runs the tool, Escape closes the dialog, but not while the tool is running.
@@ -43,6 +47,10 @@ protected:
     void ZeileBauen(const QList<std::pair<QString, QWidget *>> &felder);
     QLineEdit *DateinameBauen(const QString &tipp, const std::function<void()> &suchen);
     QLabel *HinweisBauen(const QString &text);
+    // The offer to copy pictures and sounds, below the file's name.
+    Medienwahl *MedienBauen();
+    // Of what open cards name, to the directory of the new file that is named in `feld`.
+    void MedienAnbieten(Medienwahl *wahl, const std::optional<QList<MediaName>> &medien, QLineEdit *feld);
     // What takes a row of its own; one that can grow gets the room of a larger window.
     void FlaecheBauen(QWidget *flaeche);
 

@@ -61,6 +61,8 @@ QString Dateisymbole::type(const QFileInfo &datei) const
         return datei.isRoot() ? u"Laufwerk"_s : u"Ordner"_s;
     if (datei.suffix().compare(u"pzb"_s, Qt::CaseInsensitive) == 0)
         return u"Kartei"_s;
+    if (datei.suffix().compare(u"pzbz"_s, Qt::CaseInsensitive) == 0)
+        return u"Gepackte Kartei"_s;
     const QMimeType art = ArtNachNamen(datei);
     return art.isDefault() ? u"%1-Datei"_s.arg(datei.suffix().toUpper()) : art.comment();
 }

@@ -220,6 +220,7 @@ QString ToolkitFilter(const QString &filter)
 QStringList Dateitypen(const DateiDialog &dialog)
 {
     QStringList typen = ToolkitFilter(dialog.filter).split(u";;"_s, Qt::SkipEmptyParts);
+    typen << ToolkitFilter(dialog.weitere).split(u";;"_s, Qt::SkipEmptyParts);
     if (dialog.alle.isEmpty())
         return typen;
     std::ranges::reverse(typen);

@@ -17,6 +17,7 @@ struct DateiDialog
 {
     QString titel;
     QString filter;
+    QString weitere = {};             // further types, behind those of the filter
     QString alle = {};                // of types: the list begins with all of them under this name,
                                       // and goes on from the last to the first
     QString verzeichnis = {};         // where the dialog starts

@@ -12,15 +12,34 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Gives each row the height that its text needs in a column of this width.
+void Umbrechen(QTreeWidget &liste, int breite)
+{
+    const int rand = 2 * (liste.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &liste) + 1);
+    const QFontMetrics schrift = liste.fontMetrics();
+    for (QTreeWidgetItemIterator zeile(&liste); *zeile; ++zeile)
+        if (const QString text = (*zeile)->text(1); !text.isEmpty())
+            (*zeile)->setSizeHint(
+                1,
+                {0, schrift.boundingRect(0, 0, breite - rand, INT_MAX, Qt::TextWordWrap, text).height() + 6});
+}
+
+} // namespace
 
 Tastenfenster::Tastenfenster(const QList<Tastengruppe> &gruppen, const QString &fenster, QWidget *parent)
     : QDialog(parent)
@@ -59,6 +78,11 @@ Tastenfenster::Tastenfenster(const QList<Tastengruppe> &gruppen, const QString &
     liste->expandAll();
     liste->setColumnWidth(0, breite + 2 * liste->indentation());
     liste->header()->setStretchLastSection(true);
+    // The view does not make a row higher for a text that it breaks.
+    connect(liste->header(), &QHeaderView::sectionResized, liste, [liste](int spalte, int, int neu) {
+        if (spalte == 1)
+            Umbrechen(*liste, neu);
+    });
 
     auto *knoepfe = new QDialogButtonBox(this);
     QPushButton *zurueck = knoepfe->addButton(u"&Zurück"_s, QDialogButtonBox::RejectRole);
@@ -72,7 +96,7 @@ Tastenfenster::Tastenfenster(const QList<Tastengruppe> &gruppen, const QString &
     spalte->addWidget(liste, 1);
     spalte->addWidget(knoepfe);
     const int zeile = fontMetrics().height();
-    resize(QSize(zeile * 42, zeile * 36).boundedTo(screen()->availableSize() * 0.9));
+    resize(QSize(zeile * 52, zeile * 36).boundedTo(screen()->availableSize() * 0.9));
     liste->setFocus();
     if (anfang) {
         liste->setCurrentItem(anfang);

@@ -221,6 +221,7 @@ private slots:
                                             {"MThema_ausfiltern", "Themaausfiltern"},
                                             {"MKartei_anhängen", "Karteianhängen"},
                                             {"MKartei_spiegeln", "Karteispiegeln"},
+                                            {"MKartei_packen", "Karteipacken"},
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"},
                                             {"MStatistik", "Statistik"},

@@ -208,8 +208,8 @@ private slots:
     void TheDesktopEntryStartsTheProgramWithACardFile()
     {
         const QByteArray eintrag = Lesen(Installiert("share/applications/paukfix.desktop"));
-        for (const char *zeile :
-             {"\nExec=paukfix %f\n", "\nIcon=paukfix\n", "\nMimeType=application/x-paukfix;\n"})
+        for (const char *zeile : {"\nExec=paukfix %f\n", "\nIcon=paukfix\n",
+                                  "\nMimeType=application/x-paukfix;application/x-paukfix-package;\n"})
             QVERIFY2(eintrag.contains(zeile), zeile);
         const QByteArray typ = Lesen(Installiert("share/mime/packages/paukfix.xml"));
         QVERIFY(typ.contains("type=\"application/x-paukfix\""));

@@ -40,6 +40,7 @@ private slots:
                                             {"MThema_ausfiltern", "Themaausfiltern"},
                                             {"MKartei_anhängen", "Karteianhängen"},
                                             {"MKartei_spiegeln", "Karteispiegeln"},
+                                            {"MKartei_packen", "Karteipacken"},
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"}}) {
             const Drehbuch buch({Taste(QString::fromUtf8(name), Qt::Key_Escape)});

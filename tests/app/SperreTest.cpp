@@ -108,12 +108,13 @@ private slots:
 
     void DialogsOfTheFileToolsKeepTheLock()
     {
-        const std::array<std::pair<const char *, QString>, 5> werkzeuge{{
+        const std::array<std::pair<const char *, QString>, 6> werkzeuge{{
             {"MAscii_Export", "AExport"},
             {"MAscii_Import", "AImport"},
             {"MThema_ausfiltern", "Themaausfiltern"},
             {"MKartei_anhängen", "Karteianhängen"},
             {"MKartei_spiegeln", "Karteispiegeln"},
+            {"MKartei_packen", "Karteipacken"},
         }};
         for (const auto &[eintrag, name] : werkzeuge) {
             const Drehbuch buch({Klick(name, "cmdDateiname"), Dateidialog(), Danach(name),
@@ -121,7 +122,7 @@ private slots:
             Waehlen(eintrag);
             QTRY_VERIFY(buch.Fertig());
         }
-        QCOMPARE(dialoge_, 5);
+        QCOMPARE(dialoge_, 6);
         QCOMPARE(luecken_, QStringList());
     }
 

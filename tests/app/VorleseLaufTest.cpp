@@ -189,6 +189,7 @@ private slots:
     void TheToolsAndTheirMessage()
     {
         QVERIFY(Fenster(box_, {"alt+e", "i"}, "ASCII-Import", {"Dateiname", "Trennzeichen", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "p"}, "Kartei packen", {"Dateiname", "a.pzbz", "OK", "Zurück"}));
         QVERIFY(anzeige_->Tasten(box_, {"alt+e", "e"}));
         QVERIFY(Hoerbar("ASCII-Export", {"Dateiname", "Trennzeichen", "OK", "Zurück"}));
         QVERIFY(anzeige_->Taste("ASCII-Export", "Return"));

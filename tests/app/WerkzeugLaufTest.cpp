@@ -148,6 +148,50 @@ private slots:
         QVERIFY(lauf.IstZuEnde());
     }
 
+    // Sent to somebody else, who opens it by its name, and again in the file dialog.
+    void APackedBoxComesOutWithItsPicture()
+    {
+        CardRecord karte = MakeCard(1, 0, 1);
+        karte.Picture_1_Name = "bild.jpg";
+        MakeCardFile(Pfad("a.pzb"), {karte});
+        QFile bild(Pfad("bild.jpg"));
+        QVERIFY(bild.open(QIODevice::WriteOnly));
+        bild.write("Bild");
+        bild.close();
+        QTemporaryDir dort;
+        {
+            Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+            Oeffnen(lauf);
+            Waehlen(5, 8);
+            QVERIFY(anzeige_->Taste("Kartei packen", "Return"));
+            QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
+            QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+            QVERIFY(lauf.IstZuEnde());
+        }
+        QVERIFY(QFile::rename(Pfad("a.pzbz"), dort.filePath("reise.pzbz")));
+        {
+            Lauf lauf(*anzeige_, Pfad("paukfix"), {dort.filePath("reise.pzbz")});
+            QVERIFY(lauf.Starten());
+            QVERIFY(QTest::qWaitFor([&] { return lauf.HatGeoeffnet(dort.filePath("reise/a.pzb")); }, 10000));
+            QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+            QVERIFY(lauf.IstZuEnde());
+        }
+        QFile da(dort.filePath("reise/bild.jpg"));
+        QVERIFY(da.open(QIODevice::ReadOnly));
+        QCOMPARE(da.readAll(), "Bild");
+        QCOMPARE(ReadCards(dort.filePath("reise/a.pzb")), QList{karte});
+
+        QVERIFY(QFile::rename(dort.filePath("reise.pzbz"), Pfad("b.pzbz")));
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Oeffnen(lauf);
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+o"));
+        Tippen("Merkkasten öffnen", "b.pzbz");
+        QVERIFY(anzeige_->Taste("Merkkasten öffnen", "Return"));
+        QVERIFY(QTest::qWaitFor([&] { return lauf.HatGeoeffnet(Pfad("b/a.pzb")); }, 10000));
+        QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+q"));
+        QVERIFY(lauf.IstZuEnde());
+    }
+
     void DoneCardsGoBackToNeu()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 6, 1), MakeCard(3, 6, 2)});

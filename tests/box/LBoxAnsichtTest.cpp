@@ -4,62 +4,15 @@
 #include "Geschehen.h"
 #include "Kartenfaecher.h"
 #include "LBoxBuehne.h"
+#include "Lesbarkeit.h"
 #include "TestProgram.h"
 
 #include <QAbstractButton>
-#include <QHash>
 #include <QPalette>
 
 using namespace paukfix;
 
 namespace {
-
-// The desktop's colours for as long as it lives.
-class Schreibtisch
-{
-public:
-    explicit Schreibtisch(bool dunkel) : vorher_(QApplication::palette())
-    {
-        QPalette farben(dunkel ? QColor(0x23, 0x25, 0x29) : QColor(0xF0, 0xF0, 0xEF));
-        const QColor text = dunkel ? QColor(0xEC, 0xEA, 0xF0) : QColor(0x24, 0x23, 0x2E);
-        for (const auto rolle : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-            farben.setColor(rolle, text);
-        QApplication::setPalette(farben);
-    }
-
-    Schreibtisch(const Schreibtisch &) = delete;
-    Schreibtisch &operator=(const Schreibtisch &) = delete;
-
-    ~Schreibtisch() { QApplication::setPalette(vorher_); }
-
-private:
-    QPalette vorher_;
-};
-
-QRect Auf(const QWidget *fenster, const QWidget *teil)
-{
-    return {teil->mapTo(fenster, QPoint()), teil->size()};
-}
-
-// The ground of a piece of a picture, and the best contrast that anything on it has.
-struct Lesbarkeit
-{
-    Lesbarkeit(const QImage &bild, const QRect &platz)
-    {
-        QHash<QRgb, int> farben;
-        for (int y = platz.top(); y <= platz.bottom(); ++y)
-            for (int x = platz.left(); x <= platz.right(); ++x)
-                ++farben[bild.pixel(x, y)];
-        for (auto farbe = farben.cbegin(); farbe != farben.cend(); ++farbe)
-            if (farbe.value() > farben.value(grund.rgb()))
-                grund = QColor(farbe.key());
-        for (auto farbe = farben.cbegin(); farbe != farben.cend(); ++farbe)
-            kontrast = std::max(kontrast, Farben::Kontrast(QColor(farbe.key()), grund));
-    }
-
-    QColor grund{1, 2, 3};
-    double kontrast = 1;
-};
 
 Kartenfaecher Gefaechert(int anzahl, double gefuellt, double innen)
 {

@@ -37,8 +37,9 @@ private slots:
              {"MAscii_Export|ASCII Export", "MAscii_Import|ASCII Import", "Mstrich2|-",
               "MThema_ausfiltern|Thema ausfiltern", "MKartei_anhängen|Kartei anhängen",
               "MKartei_spiegeln|Kartei spiegeln", "MAlleNeu|Alle Karten nach Neu",
-              "MErledigtNeu|erledigte Karten nach Neu ", "MStrich3|-", "MAnimation|Animation", "MStrich5|-",
-              "MStatistik|Statistik anzeigen", "Mstrich4|-", "MVerlauf|Verlauf"}},
+              "MErledigtNeu|erledigte Karten nach Neu ", "MKartei_packen|Kartei packen", "MStrich3|-",
+              "MAnimation|Animation", "MStrich5|-", "MStatistik|Statistik anzeigen", "Mstrich4|-",
+              "MVerlauf|Verlauf"}},
             {"Minfo|Info", {"Müber|über Paukfix"}},
         };
         QList<QPair<QString, QStringList>> gefunden;
@@ -57,9 +58,10 @@ private slots:
     {
         LBoxBuehne b;
         b.Zeigen();
-        const QStringList fremde{"MKarten",           "Manzeigen",        "MAscii_Export",    "MAscii_Import",
-                                 "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
-                                 "MErledigtNeu",      "MStatistik",       "MVerlauf",         "Müber"};
+        const QStringList fremde{
+            "MKarten",          "Manzeigen",        "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
+            "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",      "MErledigtNeu",  "MKartei_packen",
+            "MStatistik",       "MVerlauf",         "Müber"};
         for (const QString &name : fremde)
             QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
         for (const QString name : {"Mneu", "Möffnen", "MEnde", "MAutoschalter", "MSchriftart", "MAnimation"})
@@ -68,7 +70,7 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -79,10 +81,10 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
-        for (const QString name :
-             {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
-              "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu", "MErledigtNeu", "MVerlauf"}) {
+                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+        for (const QString name : {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import",
+                                   "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
+                                   "MErledigtNeu", "MKartei_packen", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});

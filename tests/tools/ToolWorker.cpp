@@ -7,6 +7,7 @@
 #include "KarteiOeffner.h"
 #include "NachNeu.h"
 #include "NeueKartei.h"
+#include "Packauftrag.h"
 #include "StoreTestSupport.h"
 
 #include <map>
@@ -45,6 +46,14 @@ int main(int argc, char *argv[])
              return ThemenAusfiltern(bank, "ziel.pzb", {"Thema 1", "Thema 4"}) == Ausgang::Gelungen;
          }},
         {"spiegeln", [&] { return KarteiSpiegeln(bank, "ziel.pzb") == Ausgang::Gelungen; }},
+        {"anhaengen mit Medien",
+         [&] {
+             return KarteiAnhaengen(bank, store.CardPath("dort/quelle.pzb"), Medien::Kommen) ==
+                    Ausgang::Gelungen;
+         }},
+        {"spiegeln mit Medien",
+         [&] { return KarteiSpiegeln(bank, "dort/ziel.pzb", Medien::Kommen) == Ausgang::Gelungen; }},
+        {"packen", [&] { return KarteiPacken(bank, "ziel.pzbz") == Ausgang::Gelungen; }},
         {"alle", [&] { return AlleNachNeu(bank) == Ausgang::Gelungen; }},
         {"erledigte", [&] { return ErledigteNachNeu(bank).has_value(); }},
     };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "DamageLab.h"
 #include "KarteiOeffner.h"
 #include "SafeFile.h"
 #include "StoreTestSupport.h"
@@ -7,8 +8,11 @@
 #include "TestProgram.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
+#include <QMap>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -30,6 +34,8 @@ private slots:
     void initTestCase();
     void KillLeavesTheOldOrTheNewFile_data();
     void KillLeavesTheOldOrTheNewFile();
+    void KillLeavesPicturesWithTheirCardsOrNone_data();
+    void KillLeavesPicturesWithTheirCardsOrNone();
 
 private:
     QTemporaryDir vorlage_;
@@ -101,6 +107,38 @@ void CopyAll(const QString &from, const QString &to)
 {
     for (const QString &name : QDir(from).entryList(QDir::Files))
         CopyFile(QDir(from).filePath(name), QDir(to).filePath(name));
+}
+
+// All files below a directory with what they hold; of card files the cards.
+QMap<QString, QByteArray> AllFiles(const QString &directory)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator names(directory, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (names.hasNext()) {
+        const QString path = names.next();
+        QByteArray content = Bytes(path);
+        if (path.endsWith(".pzb")) {
+            content.clear();
+            for (const CardRecord &card : ReadCards(path))
+                content += card.Frage_Klartext.toUtf8() + '|' + card.Picture_1_Name.toUtf8() + '\n';
+        }
+        files.insert(QDir(directory).relativeFilePath(path), content);
+    }
+    return files;
+}
+
+// Opens a box, as the next start does.
+void OpenAndClose(const QString &path)
+{
+    TestMeldungen meldungen;
+    TestClock clock;
+    clock.perSecond = 1;
+    CardStore store;
+    KarteiOeffner oeffner(store, meldungen, clock);
+    store.KarteiPfad = QFileInfo(path).path();
+    QString name = QFileInfo(path).fileName();
+    oeffner.OpenCardFile(name);
+    QCOMPARE(meldungen.Texte(), QStringList());
 }
 
 } // namespace
@@ -203,6 +241,74 @@ void ToolsKillTest::KillLeavesTheOldOrTheNewFile()
     }
     QVERIFY2(before > 0, "no kill came before the end");
     qInfo("%d kills left the old file, %d the new one", before, after);
+}
+
+void ToolsKillTest::KillLeavesPicturesWithTheirCardsOrNone_data()
+{
+    QTest::addColumn<QByteArray>("tool");
+    QTest::newRow("append") << QByteArray("anhaengen mit Medien");
+    QTest::newRow("mirror") << QByteArray("spiegeln mit Medien");
+    QTest::newRow("pack") << QByteArray("packen");
+}
+
+void ToolsKillTest::KillLeavesPicturesWithTheirCardsOrNone()
+{
+    QFETCH(QByteArray, tool);
+    const int kills = qEnvironmentVariableIsSet("PAUKFIX_SHORT_TESTS") ? 8 : 50;
+    const auto make = [](const QTemporaryDir &directory) {
+        QVERIFY(QDir(directory.path()).mkdir("dort"));
+        QList<CardRecord> cards;
+        for (int i = 1; i <= 60; ++i) {
+            const QString name = u"%1.jpg"_s.arg(i % 40);
+            cards << MakeCard(i, 0, i);
+            cards.back().Picture_1_Name = name;
+            WriteFile(directory.filePath(name), "hier " + name.toUtf8());
+            WriteFile(directory.filePath("dort/" + name), "dort " + name.toUtf8());
+        }
+        MakeCardFile(directory.filePath("offen.pzb"), cards);
+        MakeCardFile(directory.filePath("dort/quelle.pzb"), cards);
+    };
+
+    QTemporaryDir whole;
+    make(whole);
+    const auto old = AllFiles(whole.path());
+    qint64 duration = 0; // nanoseconds
+    {
+        Worker worker(tool, whole.path());
+        QVERIFY(worker.WaitFor("los"));
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(worker.WaitFor("fertig"));
+        duration = timer.nsecsElapsed();
+        QVERIFY(worker.Kill());
+    }
+    const auto fresh = AllFiles(whole.path());
+    QVERIFY(fresh != old);
+
+    int before = 0;
+    int after = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        QTemporaryDir directory;
+        make(directory);
+        {
+            Worker worker(tool, directory.path());
+            QVERIFY(worker.WaitFor("los"));
+            const auto wait = static_cast<qint64>(static_cast<double>(duration) * random_.bounded(1.1));
+            const timespec moment{static_cast<time_t>(wait / 1'000'000'000),
+                                  static_cast<long>(wait % 1'000'000'000)};
+            ppoll(nullptr, 0, &moment, nullptr);
+            QVERIFY(worker.Kill());
+        }
+        OpenAndClose(directory.filePath("offen.pzb"));
+        OpenAndClose(directory.filePath("dort/quelle.pzb"));
+        const auto found = AllFiles(directory.path());
+        const bool isNew = found == fresh || (tool == "packen" && found.keys() == fresh.keys());
+        QVERIFY2(found == old || isNew,
+                 qPrintable(u"kill %1: %2"_s.arg(QString::number(kill), found.keys().join(' '))));
+        ++(found == old ? before : after);
+    }
+    QVERIFY2(before > 0, "no kill came before the end");
+    qInfo("%d kills left the old files, %d the new ones", before, after);
 }
 
 PAUKFIX_CORE_TEST(ToolsKillTest)

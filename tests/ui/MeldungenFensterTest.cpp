@@ -258,13 +258,16 @@ private slots:
             QCOMPARE(fenster.objectName(), "CommonDialog1");
             QCOMPARE(fenster.windowTitle(), "Merkkasten öffnen");
             QCOMPARE(fenster.directory().canonicalPath(), QDir(verzeichnis.path()).canonicalPath());
-            QCOMPARE(fenster.nameFilters(), QStringList("Lerndateien (*.pzb)"));
+            QCOMPARE(fenster.nameFilters(),
+                     (QStringList{"Lerndateien (*.pzb)", "Gepackte Karteien (*.pzbz)"}));
+            QCOMPARE(fenster.selectedNameFilter(), "Lerndateien (*.pzb)");
             Hand(fenster).Ersetze("fileNameEdit", "a.pzb");
             Hand(fenster).Taste(Qt::Key_Return);
         });
         DialogeFenster dialoge;
         QCOMPARE(dialoge.DateiOeffnen({.titel = "Merkkasten öffnen",
                                        .filter = "Lerndateien (*.pzb)|*.pzb",
+                                       .weitere = "Gepackte Karteien (*.pzbz)|*.pzbz",
                                        .verzeichnis = verzeichnis.path(),
                                        .endung = "pzb"}),
                  verzeichnis.filePath("a.pzb"));

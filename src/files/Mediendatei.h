@@ -15,4 +15,13 @@ QString BlosserName(const QString &name);
 // of the exact name, at which there is nothing.
 QString Mediendatei(const QString &verzeichnis, const QString &name);
 
+// May a picture or sound of this name travel with the cards that name it? It has no directory, nothing that
+// cannot be seen, and the ending of a picture or sound: nothing else that lies beside a card file (settings,
+// other boxes, their journals) is ever copied for a card's sake.
+bool IstMedienname(const QString &name);
+
+// `name`, or "name-2", "name-3", ... for a `nummer` above 1, shortened where a card or a file system could
+// not hold it.
+QString NummerierterName(const QString &name, int nummer);
+
 } // namespace paukfix
