@@ -5,9 +5,14 @@
 #include "KarteEinordnen.h"
 #include "Meldungen.h"
 
+#include <functional>
+
 namespace paukfix {
 
-// Moves the card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws StoreError.
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, const GefragteKarte &karte, bool richtig);
+// Moves the card by its answer (KarteEinordnen) and congratulates on a card that is done, after `vorMeldung`.
+// Throws StoreError.
+void KarteVerschieben(
+    CardStore &kartei, Meldungen &meldungen, const GefragteKarte &karte, bool richtig,
+    const std::function<void()> &vorMeldung = [] {});
 
 } // namespace paukfix

@@ -76,21 +76,27 @@ void Lernlauf::KarteAbfragen()
     bewegung.von = frage.karte.fach;
     teile_.flug.Legen(QString::number(bewegung.frageNr));
     offen_ = frage;
+    unterwegs_ = true;
     const auto vorbei = qScopeGuard([this] { offen_.reset(); });
     const std::optional<AbfrageErgebnis> ergebnis = abfrage_->Fragen(bearbeitbar_);
     const bool bearbeiten = ergebnis == AbfrageErgebnis::Bearbeiten;
-    if (!bearbeiten)
-        emit Zurueckgekehrt();
     if (IstUrteil(ergebnis)) {
         Beurteilen(bewegung, ergebnis == AbfrageErgebnis::Richtig);
-        teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
-        teile_.flug.Verbergen();
-        UrteilSpeichern(frage);
+        if (teile_.flug.Fliegt()) {
+            Zurueckkehren(); // a key ends the flight
+            teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
+            teile_.flug.Verbergen();
+        }
+        UrteilSpeichern(frage); // while the windows still change
     } else if (ergebnis == AbfrageErgebnis::Geloescht) {
         emit Bewegt(bewegung);
     }
     teile_.flug.Verbergen();
     emit BoxGeaendert();
+    if (bearbeiten)
+        abfrage_->Zurueckkehren();
+    else
+        Zurueckkehren();
     abfrage_->Abschliessen();
     if (bearbeiten)
         emit BearbeitenGewuenscht();
@@ -102,7 +108,8 @@ void Lernlauf::UrteilSpeichern(const Frage &frage)
     if (!std::exchange(offen_, std::nullopt))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig);
+        KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig,
+                         [this] { Zurueckkehren(); });
         emit Bewegt(frage.bewegung);
     } catch (const StoreError &fehler) {
         Halten(frage, fehler);
@@ -125,6 +132,7 @@ void Lernlauf::Halten(const Frage &frage, const StoreError &fehler)
              [&] { KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig); },
          .gescheitert =
              [this] {
+                 Zurueckkehren();
                  teile_.flug.Verbergen();
                  emit Gescheitert();
              }},
@@ -139,6 +147,14 @@ void Lernlauf::Halten(const Frage &frage, const StoreError &fehler)
         emit BoxGeaendert();
     else
         VerlustMelden(QString());
+}
+
+void Lernlauf::Zurueckkehren()
+{
+    if (!std::exchange(unterwegs_, false))
+        return;
+    abfrage_->Zurueckkehren();
+    emit Zurueckgekehrt();
 }
 
 bool Lernlauf::SitzungEndet()
@@ -168,6 +184,7 @@ void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fe
 {
     const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
     const QString text = kontext + ErrorText(fehler);
+    Zurueckkehren();
     emit Gescheitert();
     NeuZaehlen(teile_.kartei, bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher);
     teile_.flug.Verbergen();

@@ -60,7 +60,7 @@ public:
     bool SitzungEndet();
 
 signals:
-    // A query is over: its window has gone, but its verdict is not stored yet.
+    // A query is over, and the box has the keyboard.
     void Zurueckgekehrt();
     // A card was moved by its verdict, and that is stored, or it was deleted.
     void Bewegt(const paukfix::Bewegung &bewegung);
@@ -83,11 +83,13 @@ private:
 
     void UrteilSpeichern(const Frage &frage);
     void Halten(const Frage &frage, const StoreError &fehler);
+    void Zurueckkehren();
     void VerlustMelden(const QString &text);
 
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;
     bool bearbeitbar_ = false;
+    bool unterwegs_ = false; // the box may not have the keyboard yet
     std::optional<Frage> offen_; // a card is asked whose verdict, if there is one, is not stored
 };
 

@@ -48,7 +48,6 @@ Statuszeile::Statuszeile(QWidget *parent)
     connect(kartei_, &QToolButton::clicked, this, &Statuszeile::KarteiGewaehlt);
     QFont betont = font();
     betont.setBold(true);
-    bilanz_->setContentsMargins(3 * rand, 0, 0, 0); // both texts end and begin in numbers
     automatik_->setText(u"Automatik läuft"_s);
     automatik_->setFont(betont);
     automatik_->hide();
@@ -62,6 +61,9 @@ Statuszeile::Statuszeile(QWidget *parent)
     tasten_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     addWidget(kartei_);
     addWidget(geschehen_);
+    auto *abstand = new QWidget(this); // one text ends in a number, the next one begins with one
+    abstand->setFixedWidth(3 * rand);
+    addPermanentWidget(abstand);
     addPermanentWidget(bilanz_);
     addPermanentWidget(automatik_);
     addPermanentWidget(tongeraet_);

@@ -165,7 +165,7 @@ QString Beilagen::Pfad(const QString &name) const
 QString Beilagen::Platz(const QString &name, const Dateiinhalt &inhalt, bool &da) const
 {
     for (int nummer = 1;; ++nummer) {
-        const QString kandidat = NummerierterName(name, nummer);
+        QString kandidat = NummerierterName(name, nummer);
         const QString gefaltet = kandidat.toCaseFolded();
         if (const auto neue = neue_.constFind(gefaltet); neue != neue_.cend()) {
             if (neue->inhalt != inhalt)

@@ -72,18 +72,20 @@ void RenameMedia(CardRecordset &cards, const QHash<QString, QString> &names)
 
     cards.Past([&](SQLite::Database &database) {
         for (const int column : MediaColumns()) {
-            const std::string quoted = QuotedColumn(column);
-            SQLite::Statement find(database, "SELECT _rowid_,CAST(" + quoted +
-                                                 " AS TEXT) FROM \"Lernkarten\" WHERE length(" + quoted +
-                                                 ") BETWEEN 1 AND 250");
+            std::string search = "SELECT _rowid_,CAST(";
+            search.append(QuotedColumn(column)).append(R"( AS TEXT) FROM "Lernkarten" WHERE length()");
+            search.append(QuotedColumn(column)).append(") BETWEEN 1 AND 250");
+            SQLite::Statement find(database, search);
             std::vector<Change> changes;
             while (find.executeStep())
                 if (const auto name = names.constFind(TextOf(find.getColumn(1))); name != names.cend())
                     changes.push_back({find.getColumn(0).getInt64(), *name});
-            SQLite::Statement write(database, "UPDATE \"Lernkarten\" SET " + quoted + "=?2 WHERE _rowid_=?1");
-            for (const Change &change : changes) {
-                write.bind(1, change.row);
-                write.bind(2, change.name.toStdString());
+            std::string change = R"(UPDATE "Lernkarten" SET )";
+            change.append(QuotedColumn(column)).append("=?2 WHERE _rowid_=?1");
+            SQLite::Statement write(database, change);
+            for (const Change &one : changes) {
+                write.bind(1, one.row);
+                write.bind(2, one.name.toStdString());
                 write.exec();
                 write.reset();
             }

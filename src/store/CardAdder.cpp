@@ -30,9 +30,10 @@ bool IsAnswer(int column)
 // Pictures and sounds of the right and of the wrong answer.
 bool IsAnswerMedia(int column)
 {
+    constexpr QByteArrayView Before("Picture_");
     const QByteArrayView name = NameOf(column);
-    return name.startsWith("Picture_") && name.endsWith("_Name") &&
-           QByteArrayView("2378").contains(name[qstrlen("Picture_")]);
+    return name.startsWith(Before) && name.endsWith("_Name") &&
+           QByteArrayView("2378").contains(name[Before.size()]);
 }
 
 std::string Value(std::size_t i)

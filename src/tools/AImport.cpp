@@ -4,10 +4,10 @@
 
 #include "Fensterbau.h"
 #include "Importtafel.h"
+#include "Vorhandenenwahl.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -59,17 +59,7 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
     tafel_ = new Importtafel(this);
     tafel_->hide();
     FlaecheBauen(tafel_);
-    vorhandene_ = new QWidget(this);
-    auto *reihe = new QHBoxLayout(vorhandene_);
-    reihe->setContentsMargins(0, 0, 0, 0);
-    cmbVorhandene_ = Auswahl(u"cmbVorhandene"_s, u"Karten, die es schon gibt"_s,
-                             {u"trotzdem übernehmen"_s, u"auslassen"_s, u"Antwort erneuern"_s}, vorhandene_);
-    lblVorhandene_ = Beschriftung({}, cmbVorhandene_, vorhandene_);
-    lblVorhandene_->setObjectName(u"lblVorhandene"_s);
-    reihe->addWidget(lblVorhandene_);
-    reihe->addWidget(cmbVorhandene_);
-    reihe->addStretch(1);
-    vorhandene_->hide();
+    vorhandene_ = new Vorhandenenwahl(this);
     FlaecheBauen(vorhandene_);
     chkFaecher_ = Benannt(new QCheckBox(u"Karten &in die Fächer legen, die in der Datei stehen"_s, this),
                           u"chkFaecher"_s, u"Karten in die Fächer legen, die in der Datei stehen"_s);
@@ -170,11 +160,7 @@ void AImport::Zeigen()
         hinweis->setVisible(!zeigbar);
     tafel_->Zeigen(vorschau);
     chkFaecher_->setVisible(zeigbar && aufbau->alleFelder);
-    vorhandene_->setVisible(vorschau.bekannt + vorschau.andereAntwort > 0);
-    QString text = u"%1 gibt es schon"_s.arg(vorschau.bekannt);
-    if (vorschau.andereAntwort > 0)
-        text += u", %1 mit anderer Antwort"_s.arg(vorschau.andereAntwort);
-    lblVorhandene_->setText(text + u":"_s);
+    vorhandene_->Anbieten(vorschau.bekannt, vorschau.andereAntwort);
     VorhabenZeigen(zeigbar ? VorhabenVon(vorschau, aufbau->alleFelder) : QString());
 }
 
@@ -216,8 +202,7 @@ void AImport::cmdOK_Click()
     }
     const QString datei = lblDateiname_->text();
     Importwahl wahl(*Gewaehlt());
-    if (vorhandene_->isVisible())
-        wahl.vorhandene = static_cast<Vorhandene>(cmbVorhandene_->currentIndex());
+    wahl.vorhandene = vorhandene_->Wahl();
     wahl.mitFaechern = chkFaecher_->isChecked();
     Ausgang ausgang{};
     Zugang zugang;

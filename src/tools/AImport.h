@@ -13,6 +13,7 @@ class QCheckBox;
 namespace paukfix {
 
 class Importtafel;
+class Vorhandenenwahl;
 
 // Reads cards from a text file into the open card file. How the file is to be read is guessed when it is
 // chosen, shown by its first cards, and can be corrected.
@@ -40,9 +41,7 @@ private:
     QLineEdit *lblDateiname_;
     QList<QLabel *> hinweise_; // until a file can be shown
     Importtafel *tafel_;
-    QWidget *vorhandene_; // what is asked about cards that the box has
-    QLabel *lblVorhandene_;
-    QComboBox *cmbVorhandene_;
+    Vorhandenenwahl *vorhandene_;
     QCheckBox *chkFaecher_;
     std::optional<Importprobe> probe_;
     bool formSelbst_ = false;        // the learner has chosen the form

@@ -4,10 +4,12 @@
 
 #include "CardAdd.h"
 #include "CardFileSource.h"
+#include "ContentPlaces.h"
 #include "DamagedCards.h"
 #include "JetSource.h"
 #include "JournalFile.h"
 #include "SafeFile.h"
+#include "Vorhandenenwahl.h"
 
 #include <QFileInfo>
 
@@ -59,9 +61,31 @@ std::unique_ptr<CardSource> OpenAppendSource(const QString &pfad, const Progress
     }
 }
 
+// The cards of the sound card file at `pfad`, and which of them the open box has.
+Anhang Gezaehlt(CardStore &store, const QString &pfad)
+{
+    CardFileSource quelle(pfad);
+    std::optional<Kartenabgleich> box;
+    store.Karten().Beside([&](SQLite::Database &database) { box.emplace(database); });
+    Vorabzaehler zaehler(std::move(box));
+    const std::vector<int> &spalten = quelle.Columns();
+    const ContentPlaces stellen(spalten);
+    std::vector<CopiedValue> werte(spalten.size());
+    while (quelle.Next()) {
+        for (std::size_t i = 0; i < werte.size(); ++i)
+            quelle.Read(spalten[i], werte[i]);
+        zaehler.Karte([&] { return stellen.Of(werte); });
+    }
+    return {.karten = quelle.Count(),
+            .medien = {},
+            .bekannt = zaehler.Bekannt(),
+            .andereAntwort = zaehler.AndereAntwort()};
+}
+
 } // namespace
 
-Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medien, Angehaengt *angehaengt)
+Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medien, Angehaengt *angehaengt,
+                        Vorhandene vorhandene)
 {
     CardStore &store = bank.store;
     if (IstSieSelbst(store, quelle)) {
@@ -69,8 +93,8 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medi
         return Ausgang::Gescheitert;
     }
     std::unique_ptr<CardSource> offene;
-    const bool offen = Step(bank.meldungen, FehlerKontext(),
-                            [&] { offene = OpenAppendSource(VollerPfad(store, quelle), bank.progress); });
+    const bool offen = Versuchen(
+        bank.meldungen, [&] { offene = OpenAppendSource(VollerPfad(store, quelle), bank.progress); });
     if (!offen)
         return Ausgang::Gescheitert;
 
@@ -87,11 +111,11 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medi
         const Aenderung schritt(store, u"Anhängen von „%1“"_s.arg(QFileInfo(quelle).fileName()));
         InEinemZug(store.Karten(), [&] {
             if (!zug) {
-                neue = CopyAllCards(store, *offene, bank.progress);
+                neue = CopyAllCards(store, *offene, bank.progress, vorhandene);
                 return;
             }
             MitMedien karten(*offene, zug->Mitnahme());
-            neue = CopyAllCards(store, karten, bank.progress);
+            neue = CopyAllCards(store, karten, bank.progress, vorhandene);
             if (karten.Hindernis())
                 throw StoreError(*karten.Hindernis());
             zug->Hinlegen();
@@ -119,11 +143,12 @@ Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medi
         return Ausgang::Gescheitert;
     MedienBerichten(bank.meldungen, bericht);
     if (angehaengt)
-        *angehaengt = {neue.count, kopiert};
+        *angehaengt = {
+            .karten = neue.count, .medien = kopiert, .ausgelassen = neue.leftOut, .erneuert = neue.renewed};
     return neue.errors.empty() ? Ausgang::Gelungen : Ausgang::Teilweise;
 }
 
-std::optional<Anhang> AnhangIn(const CardStore &store, const QString &quelle)
+std::optional<Anhang> AnhangIn(CardStore &store, const QString &quelle)
 {
     try {
         if (quelle.isEmpty() || IstSieSelbst(store, quelle))
@@ -131,7 +156,7 @@ std::optional<Anhang> AnhangIn(const CardStore &store, const QString &quelle)
         const QString pfad = VollerPfad(store, quelle);
         if (!QFileInfo(pfad).isFile() || IsJetFile(pfad))
             return std::nullopt;
-        Anhang anhang{.karten = CardFileSource(pfad).Count(), .medien = {}};
+        Anhang anhang = Gezaehlt(store, pfad);
         CardFile datei(pfad, CardFile::Access::ReadOnly);
         anhang.medien = MediaNames(datei.Database());
         return anhang;

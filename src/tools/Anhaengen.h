@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CardMedia.h"
+#include "Kartenabgleich.h"
 #include "Medienzug.h"
 #include "Werkbank.h"
 
@@ -19,10 +20,12 @@ struct Angehaengt
 {
     int karten = 0;
     qsizetype medien = 0; // pictures and sounds that were copied
+    int ausgelassen = 0;  // cards that the box had
+    int erneuert = 0;     // cards of the box that have got another answer
 };
 
 Ausgang KarteiAnhaengen(const Werkbank &bank, const QString &quelle, Medien medien = Medien::Bleiben,
-                        Angehaengt *angehaengt = nullptr);
+                        Angehaengt *angehaengt = nullptr, Vorhandene vorhandene = Vorhandene::Uebernehmen);
 
 // What the sound card file `quelle` holds. Nothing where there is none of that name, or where it would have
 // to be mended or converted first.
@@ -30,8 +33,10 @@ struct Anhang
 {
     int karten = 0;
     QList<MediaName> medien;
+    int bekannt = 0;       // cards that the open box has
+    int andereAntwort = 0; // cards whose question it has with another answer
 };
 
-std::optional<Anhang> AnhangIn(const CardStore &store, const QString &quelle);
+std::optional<Anhang> AnhangIn(CardStore &store, const QString &quelle);
 
 } // namespace paukfix

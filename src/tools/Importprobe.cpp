@@ -5,12 +5,12 @@
 #include "CardRecord.h"
 #include "ContentPlaces.h"
 #include "FelderText.h"
+#include "Vorhandenenwahl.h"
 #include "Werkbank.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <limits>
 #include <utility>
 
 namespace paukfix {
@@ -22,35 +22,12 @@ namespace {
 constexpr qint64 Gleich = qint64{8} << 20; // bytes that are read before anybody waits for it
 constexpr std::size_t Gezeigt = 20;        // cards
 
-// What would become of the cards, one after the other, without a box that changes.
-class Zaehlwerk
+void Uebertragen(const Vorabzaehler &zaehler, Importvorschau &vorschau)
 {
-public:
-    Zaehlwerk(const std::optional<Kartenabgleich> &box, Importvorschau &vorschau)
-        : box_(box), vorschau_(vorschau)
-    {
-    }
-
-    template <typename Inhalt>
-    void Karte(const Inhalt &inhalt)
-    {
-        // More than that a box cannot hold.
-        if (++vorschau_.karten > std::numeric_limits<qint16>::max() || !box_)
-            return;
-        const Kartenkennung kennung(inhalt());
-        const auto [befund, zeile] = box_->Suchen(kennung);
-        if (befund == Kartenabgleich::Befund::Bekannt)
-            ++vorschau_.bekannt;
-        else if (befund == Kartenabgleich::Befund::AndereAntwort)
-            ++vorschau_.andereAntwort;
-        if (befund != Kartenabgleich::Befund::Bekannt)
-            box_->Aufnehmen(kennung, befund == Kartenabgleich::Befund::Neu ? -vorschau_.karten : zeile);
-    }
-
-private:
-    std::optional<Kartenabgleich> box_; // of its own
-    Importvorschau &vorschau_;
-};
+    vorschau.karten = zaehler.Karten();
+    vorschau.bekannt = zaehler.Bekannt();
+    vorschau.andereAntwort = zaehler.AndereAntwort();
+}
 
 } // namespace
 
@@ -115,7 +92,7 @@ Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
         else
             EinfacheKarten(inhalt, aufbau, vorschau);
     } catch (const StoreError &fehler) {
-        if (ganz_ || vorschau.karten == 0)
+        if (ganz_ || vorschau.erste.empty())
             vorschau.hindernis = fehler.Text();
     }
     return vorschau;
@@ -124,12 +101,12 @@ Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
 void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
                                  Importvorschau &vorschau) const
 {
-    Zaehlwerk zaehlwerk(box_, vorschau);
+    Vorabzaehler zaehler(box_);
     KartenAusText karten(inhalt, aufbau);
     for (SimpleCard karte; karten.Naechste(karte);) {
         const std::string frage = karte.question.toStdString();
         const std::string antwort = karte.answer.toStdString();
-        zaehlwerk.Karte([&] {
+        zaehler.Karte([&] {
             Karteninhalt teile;
             teile.frage = frage;
             teile.antworten[0] = antwort;
@@ -138,13 +115,14 @@ void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
         if (vorschau.erste.size() < Gezeigt)
             vorschau.erste.push_back(std::move(karte));
     }
+    Uebertragen(zaehler, vorschau);
     vorschau.andere = karten.Andere();
     vorschau.andereZeilen = karten.AndereZeilen();
 }
 
 void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Importvorschau &vorschau) const
 {
-    Zaehlwerk zaehlwerk(box_, vorschau);
+    Vorabzaehler zaehler(box_);
     FelderQuelle quelle(inhalt, aufbau.form, store_->Karten(), false);
     const ContentPlaces stellen(quelle.Columns());
     std::vector<CopiedValue> werte(quelle.Columns().size());
@@ -160,11 +138,12 @@ void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Im
             } catch (const StoreError &) { // left out and told when it is read in
                 werte[i].kind = CopiedValue::Kind::Null;
             }
-        zaehlwerk.Karte([&] { return stellen.Of(werte); });
+        zaehler.Karte([&] { return stellen.Of(werte); });
         if (vorschau.erste.size() < Gezeigt)
             vorschau.erste.push_back(
                 {text(u"Frage_Klartext"), text(u"Antwort_1_Klartext"), text(u"Picture_9_Name")});
     }
+    Uebertragen(zaehler, vorschau);
 }
 
 } // namespace paukfix

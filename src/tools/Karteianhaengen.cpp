@@ -4,6 +4,7 @@
 
 #include "Anhaengen.h"
 #include "Medienwahl.h"
+#include "Vorhandenenwahl.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -26,6 +27,8 @@ Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste,
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     connect(lblDateiname_, &QLineEdit::textChanged, this, [this] { NeuGewaehlt(); });
     chkMedien_ = MedienBauen();
+    vorhandene_ = new Vorhandenenwahl(this);
+    FlaecheBauen(vorhandene_);
     ergebnis_ = HinweisBauen({});
     ergebnis_->setObjectName(u"Ergebnis"_s);
     ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears
@@ -44,7 +47,8 @@ void Karteianhängen::cmdOK_Click()
     Ausgang ausgang = Ausgang::Gescheitert;
     Angehaengt angehaengt;
     Ausfuehren([&](const Werkbank &bank) {
-        ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), chkMedien_->Wahl(), &angehaengt);
+        ausgang = KarteiAnhaengen(bank, lblDateiname_->text(), chkMedien_->Wahl(), &angehaengt,
+                                  vorhandene_->Wahl());
     });
     if (!Store().IsOpen()) {
         accept(); // there is nothing left to append to
@@ -56,10 +60,16 @@ void Karteianhängen::cmdOK_Click()
     const QString medien = angehaengt.medien == 0   ? QString()
                            : angehaengt.medien == 1 ? u", 1 Datei kopiert"_s
                                                     : u", %1 Dateien kopiert"_s.arg(angehaengt.medien);
-    ergebnis_->setText(KartenText(angehaengt.karten) + u" angehängt"_s + medien +
+    QString schon;
+    if (angehaengt.ausgelassen > 0)
+        schon += u", %1 schon da"_s.arg(angehaengt.ausgelassen);
+    if (angehaengt.erneuert > 0)
+        schon += u", %1 mit neuer Antwort"_s.arg(angehaengt.erneuert);
+    ergebnis_->setText(KartenText(angehaengt.karten) + u" angehängt"_s + schon + medien +
                        (ausgang == Ausgang::Gelungen ? QString() : u", aber nicht alles"_s));
     SetOKErlaubt(false);
     VorhabenZeigen({});
+    vorhandene_->Anbieten(0, 0);
     lblDateiname_->setFocus();
 }
 
@@ -70,6 +80,7 @@ void Karteianhängen::NeuGewaehlt()
     const QString quelle = lblDateiname_->text();
     const auto anhang = AnhangIn(Store(), quelle);
     VorhabenZeigen(anhang ? Kommen(anhang->karten) + u" ins Fach Neu."_s : QString());
+    vorhandene_->Anbieten(anhang ? anhang->bekannt : 0, anhang ? anhang->andereAntwort : 0);
     chkMedien_->NichtsAnbieten();
     // Of a file that is to be mended or converted nobody knows yet what its cards name.
     if (anhang || QFileInfo(quelle).isFile())

@@ -6,6 +6,8 @@
 
 namespace paukfix {
 
+class Vorhandenenwahl;
+
 // Copies the cards of another card file into the open one. Stays open after its work; what was appended is
 // not appended again before the file is chosen or its name typed anew.
 class Karteianhängen final : public Werkzeugfenster
@@ -20,6 +22,7 @@ private:
 
     QLineEdit *lblDateiname_;
     Medienwahl *chkMedien_;
+    Vorhandenenwahl *vorhandene_;
     QLabel *ergebnis_; // of the last work, until the file name changes
 };
 

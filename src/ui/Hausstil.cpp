@@ -25,6 +25,7 @@
 #include <QTabBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace paukfix {
 
@@ -143,6 +144,14 @@ void Hausstil::polish(QPalette &palette)
 {
     QProxyStyle::polish(palette);
     constexpr QColor Petrol(0x2F, 0x6B, 0x7E);
+    // Some dark desktops write what cannot be used in black.
+    for (const auto &[text, grund] : {std::pair(QPalette::WindowText, QPalette::Window),
+                                      {QPalette::Text, QPalette::Base},
+                                      {QPalette::ButtonText, QPalette::Button}})
+        palette.setColor(QPalette::Disabled, text,
+                         Farben::Lesbar(palette.color(QPalette::Disabled, text),
+                                        palette.color(QPalette::Active, grund),
+                                        Farben::KontrastUmriss + 0.5));
     const Hausfarben &haus = HausfarbenZu(palette);
     palette.setColor(QPalette::Active, QPalette::Highlight, Petrol);
     palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 QString KarteiAusPaket(const QString &paket, KarteiOeffner &oeffner, Meldungen &meldungen)
 {
     try {
-        if (const QString schon = SchonAusgepackt(paket); !schon.isEmpty()) {
+        if (QString schon = SchonAusgepackt(paket); !schon.isEmpty()) {
             constexpr qsizetype Oeffnen = 0;
             constexpr qsizetype Abbruch = 2;
             const qsizetype wahl =

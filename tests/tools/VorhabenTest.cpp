@@ -89,6 +89,31 @@ private slots:
         QVERIFY(w.meldungen.gezeigt.isEmpty());
     }
 
+    void AppendTellsWhatTheBoxHasAndLeavesItOut()
+    {
+        Werkstatt w;
+        CardRecord andere = MakeCard(9, 3, 9);
+        andere.Frage_Klartext = "Frage 2";
+        MakeCardFile(w.Pfad("quelle.pzb"), {MakeCard(1, 5, 1), andere, MakeCard(7, 2, 1)});
+        w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 4, 1)});
+        Karteianhängen fenster(w.oeffner, w.Alle());
+        const Hand hand(fenster);
+        hand.Zeigen();
+        QVERIFY(!hand.Finde("cmbVorhandene")->isVisible());
+        hand.Ersetze("lblDateiname", w.Pfad("quelle.pzb"));
+        QCOMPARE(hand.Text("lblVorhandene"), "1 gibt es schon, 1 mit anderer Antwort:");
+        hand.Taste("cmbVorhandene", Qt::Key_End);
+        QCOMPARE(hand.Text("cmbVorhandene"), "Antwort erneuern");
+        hand.Klick("cmdOK");
+        QCOMPARE(hand.Text("Ergebnis"), "1 Karte angehängt, 1 schon da, 1 mit neuer Antwort");
+        QVERIFY(!hand.Finde("cmbVorhandene")->isVisible());
+        const QList<CardRecord> karten = w.Karten();
+        QCOMPARE(karten.size(), 3);
+        QCOMPARE(karten[1].Frage_Klartext, "Frage 7");
+        QCOMPARE(karten[2].Antwort_1_Klartext, "Antwort 9");
+        QCOMPARE(karten[2].FachNr, 4);
+    }
+
     void FilterCountsWhatIsKept()
     {
         Werkstatt w;

@@ -17,6 +17,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTest>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -166,6 +167,29 @@ private slots:
         const QColor grund = bild.pixelColor(innen.bottomRight() - QPoint(30, 1));
         const double kontrast = BesterKontrast(bild, innen, grund);
         QVERIFY2(kontrast >= Farben::KontrastText, qPrintable(QString::number(kontrast)));
+    }
+
+    void WhatCannotBeUsedCanBeReadAllTheSame()
+    {
+        for (const bool dunkel : {false, true}) {
+            QPalette palette = Palette(dunkel);
+            for (const auto rolle : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+                palette.setColor(QPalette::Disabled, rolle, dunkel ? Qt::black : Qt::white);
+            QApplication::style()->polish(palette); // as the desktop's colours are
+            QApplication::setPalette(palette);
+            for (QAbstractButton *knopf : {static_cast<QAbstractButton *>(new QPushButton(u"Knopf"_s)),
+                                           static_cast<QAbstractButton *>(new QCheckBox(u"Text"_s))}) {
+                knopf->setEnabled(false);
+                Buehne b(knopf);
+                const QImage bild = b.Bild();
+                QRect innen = knopf->geometry().adjusted(6, 6, -6, -6);
+                if (qobject_cast<QCheckBox *>(knopf))
+                    innen.setLeft(knopf->x() + 22); // behind the mark
+                const double kontrast = BesterKontrast(bild, innen, bild.pixelColor(innen.topRight()));
+                QVERIFY2(kontrast >= 2.5, qPrintable(QString::number(kontrast)));
+                QVERIFY2(kontrast < Farben::KontrastText, qPrintable(QString::number(kontrast)));
+            }
+        }
     }
 
     void TheKeyboardIsSeenAtEveryControl_data() { Reihen(); }

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Anhaengen.h"
+#include "AsciiTausch.h"
+#include "NachNeu.h"
+#include "NeueKartei.h"
+#include "TestProgram.h"
+#include "Werkstatt.h"
+
+#include <QTest>
+
+#include <functional>
+
+using namespace paukfix;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Werkzeug = std::function<void(const Werkbank &)>;
+
+QList<CardRecord> Karten()
+{
+    QList<CardRecord> karten;
+    for (int i = 1; i <= 600; ++i)
+        karten << MakeCard(i, i % 7, i);
+    return karten;
+}
+
+Exportwahl AlleFelder()
+{
+    Exportwahl wahl(u';');
+    wahl.form.anfuehrung = wahl.alleFelder = true;
+    return wahl;
+}
+
+Importwahl Erneuern()
+{
+    Importwahl wahl(u';');
+    wahl.vorhandene = Vorhandene::Erneuern;
+    return wahl;
+}
+
+Importwahl AlleFelderEin()
+{
+    Importwahl wahl(u';');
+    wahl.aufbau.form.anfuehrung = wahl.aufbau.alleFelder = true;
+    return wahl;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Werkzeug)
+
+// Each tool is ended at every report of its progress: box, file and directory are as they were.
+class AbbruchTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void AToolThatIsEndedHasDoneNothing_data()
+    {
+        QTest::addColumn<Werkzeug>("werkzeug");
+        QTest::newRow("export") << Werkzeug(
+            [](const Werkbank &bank) { AsciiExportieren(bank, "ziel", u';'); });
+        QTest::newRow("export of all fields")
+            << Werkzeug([](const Werkbank &bank) { AsciiExportieren(bank, "ziel", AlleFelder()); });
+        QTest::newRow("import") << Werkzeug(
+            [](const Werkbank &bank) { AsciiImportieren(bank, "neu.txt", u';'); });
+        QTest::newRow("import that renews")
+            << Werkzeug([](const Werkbank &bank) { AsciiImportieren(bank, "neu.txt", Erneuern()); });
+        QTest::newRow("import of all fields")
+            << Werkzeug([](const Werkbank &bank) { AsciiImportieren(bank, "alle.csv", AlleFelderEin()); });
+        QTest::newRow("append") << Werkzeug(
+            [](const Werkbank &bank) { KarteiAnhaengen(bank, bank.store.CardPath("quelle.pzb")); });
+        QTest::newRow("mirror") << Werkzeug([](const Werkbank &bank) { KarteiSpiegeln(bank, "ziel.pzb"); });
+        QTest::newRow("filter") << Werkzeug(
+            [](const Werkbank &bank) { ThemenAusfiltern(bank, "ziel.pzb", {"Thema 1"}); });
+        QTest::newRow("reset all") << Werkzeug([](const Werkbank &bank) { AlleNachNeu(bank); });
+        QTest::newRow("reset done") << Werkzeug([](const Werkbank &bank) { ErledigteNachNeu(bank); });
+    }
+
+    void AToolThatIsEndedHasDoneNothing()
+    {
+        QFETCH(Werkzeug, werkzeug);
+        Werkstatt w;
+        w.Oeffnen(Karten(), "quelle.pzb");
+        QCOMPARE(AsciiExportieren(w.bank, "alle.csv", AlleFelder()), Ausgang::Gelungen);
+        QByteArray zeilen;
+        for (int i = 1; i <= 300; ++i)
+            zeilen += "Frage " + QByteArray::number(i) + ";anders;t\r\n";
+        w.Schreiben("neu.txt", zeilen);
+        w.Oeffnen(Karten());
+        const QList<CardRecord> vorher = w.Karten();
+        const QStringList dateien = w.Dateien();
+        int meldungen = 0;
+        for (int ende = 1;; ++ende) {
+            int gemeldet = 0;
+            bool beendet = false;
+            w.bank.unwiderruflich = [&] { gemeldet = ende; };
+            w.bank.progress = [&](int, int) {
+                if (++gemeldet == ende) {
+                    beendet = true;
+                    throw StoreError(Fehler::Abgebrochen, u"Abgebrochen."_s);
+                }
+            };
+            werkzeug(w.bank);
+            if (!beendet)
+                break; // it was done before
+            QCOMPARE(w.meldungen.Texte(), QStringList{"Abgebrochen."});
+            w.meldungen.gezeigt.clear();
+            ++meldungen;
+            QVERIFY(w.store.IsOpen());
+            QCOMPARE(w.store.CurrentFileName, "offen.pzb");
+            QCOMPARE(w.store.schritte.Zurueckzunehmen(), QString());
+            QCOMPARE(w.Karten(), vorher);
+            QVERIFY(w.ZaehlerStimmen());
+            QCOMPARE(w.Dateien(), dateien);
+        }
+        QVERIFY(meldungen > 0);
+        QCOMPARE(w.meldungen.Texte(), QStringList());
+    }
+};
+
+PAUKFIX_CORE_TEST(AbbruchTest)
+#include "AbbruchTest.moc"
