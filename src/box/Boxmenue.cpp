@@ -129,6 +129,9 @@ void Boxmenue::ExtrasBauen()
     FensterEintrag(extras, u"MAlleNeu"_s, u"&Alle Karten nach Neu"_s, &LBoxFenster::MAlleNeu);
     FensterEintrag(extras, u"MErledigtNeu"_s, u"e&rledigte Karten nach Neu "_s, &LBoxFenster::MErledigtNeu);
     FensterEintrag(extras, u"MKartei_packen"_s, u"Kartei &packen"_s, &LBoxFenster::MKartei_packen);
+    FensterEintrag(extras, u"MFremdeKartei"_s, u"&Fremde Kartei einlesen"_s, &LBoxFenster::MFremdeKartei,
+                   Braucht::Nichts);
+    FensterEintrag(extras, u"MKartei_ausgeben"_s, u"Kartei aus&geben"_s, &LBoxFenster::MKartei_ausgeben);
     Strich(extras, u"MStrich3"_s);
     mAnimation_ = Eintrag(extras, u"MAnimation"_s, u"Ani&mation"_s, [this] { MAnimation_Click(); });
     mAnimation_->setCheckable(true);

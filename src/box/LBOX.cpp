@@ -4,6 +4,7 @@
 
 #include "BoxRechnung.h"
 #include "Dateiannahme.h"
+#include "Deckquelle.h"
 #include "Karteititel.h"
 #include "Kasten.h"
 #include "Statuszeile.h"
@@ -12,6 +13,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDir>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -136,10 +138,14 @@ void LBOX::Verbinden()
     });
 
     auto *annahme = new Dateiannahme(*this, [this](const QString &pfad) {
-        return !belegung_.IstGesperrt() && KarteiAktionen::Kennt(pfad);
+        return !belegung_.IstGesperrt() && (KarteiAktionen::Kennt(pfad) || IstFremd(pfad));
     });
     connect(annahme, &Dateiannahme::Abgelegt, this, [this](const QString &pfad) {
-        if (!belegung_.IstGesperrt())
+        if (belegung_.IstGesperrt())
+            return;
+        if (IstFremd(pfad))
+            FremdEinlesen(pfad);
+        else
             aktionen_.DateiOeffnen(pfad);
     });
 
@@ -160,7 +166,21 @@ void LBOX::Form_Load()
     emit Gemalt();
     dienste_.konfig.ReadConfig();
     geladen_ = true;
-    aktionen_.Starten(befehlszeile_);
+    if (IstFremd(befehlszeile_))
+        FremdEinlesen(QDir(aktionen_.Arbeitsverzeichnis()).absoluteFilePath(befehlszeile_));
+    else
+        aktionen_.Starten(befehlszeile_);
+}
+
+bool LBOX::IstFremd(const QString &pfad) const
+{
+    return fenster_.FremdeKartei && IstDeckname(pfad);
+}
+
+void LBOX::FremdEinlesen(const QString &pfad)
+{
+    fenster_.FremdeKartei(pfad);
+    BoxZeichnen(); // another file may be open
 }
 
 void LBOX::SetFenster(LBoxFenster fenster)

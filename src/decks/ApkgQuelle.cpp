@@ -140,6 +140,8 @@ bool ApkgQuelle::Bauen(const Sammlungszeile &zeile, Deckkarte &karte, Deckberich
         return false;
     }
     karte.schlagwoerter = zeile.schlagwoerter;
+    if (const auto thema = EigenesThema(typ->felder, zeile.felder))
+        karte.schlagwoerter = thema->isEmpty() ? QStringList() : QStringList{*thema};
     karte.stapel = sammlung_.Stapel(zeile.stapel);
     karte.fach = Fach(zeile);
     if (IstAnkreuztyp(typ->felder)) {

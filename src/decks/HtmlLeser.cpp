@@ -91,9 +91,11 @@ public:
         if (c.unicode() < 0x20 && !IstLeer(c))
             return;
         if (stil.woertlich) {
-            if (c == u'\n')
+            if (c == u'\n') {
+                woertlichAb_ = std::min(woertlichAb_, text_.text.size());
                 Zeile(stil);
-            else if (c != u'\r')
+                woertlichBis_ = text_.text.size();
+            } else if (c != u'\r')
                 Setzen(c, stil);
         } else if (IstLeer(c)) {
             if (warten_.isEmpty())

@@ -65,7 +65,7 @@ Deckinhalt KvtmlQuelle::Inhalt() const
 bool KvtmlQuelle::Naechste(Deckkarte &karte, Deckbericht &bericht)
 {
     if (gelesen_ == 0 && inhalt_.fremdeZeilen > 0)
-        bericht.Melden(Deckrest::Zeichensatz, {}, inhalt_.fremdeZeilen);
+        bericht.Melden(Deckrest::FalscherZeichensatz, {}, inhalt_.fremdeZeilen);
     while (gelesen_ < inhalt_.eintraege.size()) {
         karte = {};
         if (Bauen(inhalt_.eintraege[gelesen_++], karte, bericht))

@@ -81,7 +81,7 @@ void CardStore::Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bishe
     const qint16 nummer = std::max(HighestCardNumber, gezaehlt.Zaehlen(neue->karten));
     if (offen_)
         neue->karten.SetIndex(offen_->karten.Index());
-    const Sitzung behalten = bisher;
+    Sitzung behalten = bisher;
     const SchritteBewahren bewahren(*this);
     if (dieselben)
         schritte.abdruck_ = neue->datei->ReadState();
@@ -89,7 +89,7 @@ void CardStore::Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bishe
     Nehmen(std::move(neue));
     FachInfo = gezaehlt;
     HighestCardNumber = nummer;
-    sitzung = behalten;
+    sitzung = std::move(behalten);
     FehlerStatus = 0;
 }
 

@@ -60,7 +60,6 @@ bool SelbeKarten(CardStore &kartei, CardFile &neue)
 
 void WiederOeffnen(CardStore &kartei, const QString &pfad, const Sitzung &sitzung)
 {
-    const Sitzung bisher = sitzung;
     if (kartei.IsOpen() && kartei.Datei().IsInPlace()) {
         kartei.Datei().CheckStillInPlace(); // another program may have it by now
         if (!kartei.Datei().IsChanged())
@@ -71,7 +70,7 @@ void WiederOeffnen(CardStore &kartei, const QString &pfad, const Sitzung &sitzun
     if (kartei.IsOpen() && !SelbeKarten(kartei, *neue))
         throw StoreError(Fehler::KarteiNichtGefunden,
                          DateiSatz(pfad) + u"wurde durch eine andere Kartei ersetzt."_s);
-    kartei.Fortsetzen(std::move(neue), bisher, false);
+    kartei.Fortsetzen(std::move(neue), sitzung, false);
 }
 
 void Umziehen(CardStore &kartei, const QString &ziel)

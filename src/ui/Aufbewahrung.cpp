@@ -91,7 +91,7 @@ QString Aufbewahrung::ZielWaehlen()
 {
     DateiDialog dialog = KarteiDialog(u"Kartei unter anderem Namen sichern"_s, kartei_.KarteiPfad);
     dialog.vorgabe = QFileInfo(kartei_.CurrentFileName).completeBaseName() + u" gesichert.pzb"_s;
-    const QString ziel = dialoge_.DateiSpeichern(dialog);
+    QString ziel = dialoge_.DateiSpeichern(dialog);
     if (ziel.isEmpty() || ziel.endsWith(u".pzb"_s, Qt::CaseInsensitive))
         return ziel;
     meldungen_.Zeigen(u"Bitte nur .pzb Dateien"_s);
