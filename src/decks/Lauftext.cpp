@@ -105,9 +105,16 @@ void Fuellen(QTextDocument &dokument, const Lauftext &text)
 
 QString MitCrLf(const QString &text)
 {
-    QString fertig = text;
-    if (text.contains(u'\n'))
-        fertig.replace(u"\n"_s, u"\r\n"_s);
+    const qsizetype zeilen = text.count(u'\n');
+    if (zeilen == 0)
+        return text;
+    QString fertig;
+    fertig.reserve(text.size() + zeilen);
+    for (const QChar c : text) {
+        if (c == u'\n')
+            fertig += u'\r';
+        fertig += c;
+    }
     return fertig;
 }
 
