@@ -83,7 +83,7 @@ void Antworten(benchmark::State &state, bool mit)
     buch.Nachsehen();
     for (auto _ : state) {
         kartei.Karten().Seek(CardRecordset::Comparison::AtLeast, 1);
-        KarteEinordnen(kartei, false);
+        KarteEinordnen(kartei, Gefragt(kartei), false);
         if (mit) {
             buch.Nachsehen();
             QCoreApplication::processEvents();

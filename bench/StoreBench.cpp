@@ -180,7 +180,7 @@ void StoreVerdict(benchmark::State &state, bool back)
         if (back)
             state.PauseTiming();
         store.Karten().Seek(CardRecordset::Comparison::AtLeast, 2);
-        KarteEinordnen(store, true);
+        KarteEinordnen(store, Gefragt(store), true);
         if (back)
             state.ResumeTiming();
         else

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Befehlszeile.h"
 
+#include "Deckquelle.h"
+
 #include <QUrl>
 
 namespace paukfix {
@@ -15,7 +17,8 @@ const QString Aufruf =
     u"\n"
     u"Paukfix ist ein Karteikasten zum Lernen. Ohne KARTEI fragt es nach einer.\n"
     u"Für KARTEI kann ein Paket stehen (.pzbz, „Extras › Kartei packen“): Es wird neben sich\n"
-    u"in einen Ordner ausgepackt.\n"
+    u"in einen Ordner ausgepackt. Auch eine fremde Kartei (.apkg, .colpkg, .kvtml) kann dort\n"
+    u"stehen: Sie wird eingelesen.\n"
     u"\n"
     u"  -h, --help     zeigt diese Hilfe\n"
     u"  -v, --version  zeigt die Version\n"
@@ -42,7 +45,7 @@ Befehlszeile BefehlszeileLesen(const QStringList &argumente)
     for (const QString &argument : argumente.mid(1)) {
         const bool option = optionen && argument.startsWith(u'-') && argument.size() > 1 &&
                             !argument.endsWith(".pzb"_L1, Qt::CaseInsensitive) &&
-                            !argument.endsWith(".pzbz"_L1, Qt::CaseInsensitive);
+                            !argument.endsWith(".pzbz"_L1, Qt::CaseInsensitive) && !IstDeckname(argument);
         if (!option) {
             if (!argument.isEmpty())
                 dateien << Pfad(argument);

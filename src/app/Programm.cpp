@@ -7,8 +7,10 @@
 #include "AlleNull.h"
 #include "Datausw.h"
 #include "ErlNull.h"
+#include "FremdeKartei.h"
 #include "Intro.h"
 #include "Karteianhaengen.h"
+#include "Karteiausgeben.h"
 #include "Karteipacken.h"
 #include "Karteispiegeln.h"
 #include "ProgramDirectory.h"
@@ -91,6 +93,12 @@ bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
     fenster.MSicherungen = [this] { SicherungenZeigen(); };
     fenster.MAscii_Export = Werkzeug<AExport>();
     fenster.MAscii_Import = Werkzeug<AImport>();
+    fenster.MKartei_ausgeben = Werkzeug<Karteiausgeben>();
+    fenster.MFremdeKartei = Werkzeug<FremdeKartei>();
+    fenster.FremdeKartei = [this](const QString &pfad) {
+        FremdeKartei(oeffner_, dienste_, lbox_.get(), pfad).exec();
+        lbox_->activateWindow();
+    };
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
     fenster.MKartei_anhängen = Werkzeug<Karteianhängen>();
     fenster.MKartei_spiegeln = Werkzeug<Karteispiegeln>();

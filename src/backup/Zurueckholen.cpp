@@ -10,7 +10,7 @@ namespace paukfix {
 
 void Zurueckholen(CardStore &kartei, const QString &sicherung, const QString &platz)
 {
-    const bool istOffene = kartei.IsOpen() && SameFile(platz, kartei.OffenerPfad());
+    const bool istOffene = kartei.IsOpen() && !kartei.NurAnsehen() && SameFile(platz, kartei.OffenerPfad());
     CheckNameLength(platz);
     if (!istOffene)
         CheckReplaceable(platz); // another program may be learning with it

@@ -50,7 +50,7 @@ Boxmenue::Boxmenue(const Teile &teile) : QObject(&teile.fenster), teile_(teile)
     ExtrasBauen();
     FensterEintrag(Menue(u"Minfo"_s, u"&Info"_s), u"Müber"_s, u"ü&ber Paukfix"_s, &LBoxFenster::Müber,
                    Braucht::Nichts);
-    Freischalten();
+    BoxZeigen();
     KonfigZeigen();
 }
 
@@ -111,7 +111,6 @@ void Boxmenue::FensterBauen()
     mWiederholen_ =
         Eintrag(aendern, u"MWiederholen"_s, QString(), [this] { teile_.ruecknahme.Wiederholen(); });
     mWiederholen_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
-    RuecknahmeZeigen();
 
     QMenu *uebersicht = Menue(u"Mübersicht"_s, u"Ü&bersicht"_s);
     // The overview checks by itself, in words of its own.
@@ -130,6 +129,9 @@ void Boxmenue::ExtrasBauen()
     FensterEintrag(extras, u"MAlleNeu"_s, u"&Alle Karten nach Neu"_s, &LBoxFenster::MAlleNeu);
     FensterEintrag(extras, u"MErledigtNeu"_s, u"e&rledigte Karten nach Neu "_s, &LBoxFenster::MErledigtNeu);
     FensterEintrag(extras, u"MKartei_packen"_s, u"Kartei &packen"_s, &LBoxFenster::MKartei_packen);
+    FensterEintrag(extras, u"MFremdeKartei"_s, u"&Fremde Kartei einlesen"_s, &LBoxFenster::MFremdeKartei,
+                   Braucht::Nichts);
+    FensterEintrag(extras, u"MKartei_ausgeben"_s, u"Kartei aus&geben"_s, &LBoxFenster::MKartei_ausgeben);
     Strich(extras, u"MStrich3"_s);
     mAnimation_ = Eintrag(extras, u"MAnimation"_s, u"Ani&mation"_s, [this] { MAnimation_Click(); });
     mAnimation_->setCheckable(true);
@@ -176,11 +178,17 @@ QAction *Boxmenue::Strich(QMenu *menue, const QString &name)
 
 void Boxmenue::Freischalten()
 {
-    for (const FensterVerweis &verweis : verweise_)
-        verweis.eintrag->setEnabled(static_cast<bool>(teile_.oeffnet.*verweis.oeffnet));
+    const std::array aendernde{&LBoxFenster::MAscii_Import, &LBoxFenster::MKartei_anhängen,
+                               &LBoxFenster::MAlleNeu, &LBoxFenster::MErledigtNeu};
+    const bool ansehen = teile_.kartei.NurAnsehen();
+    for (const FensterVerweis &verweis : verweise_) {
+        const bool aendert = std::ranges::find(aendernde, verweis.oeffnet) != aendernde.end();
+        verweis.eintrag->setEnabled(teile_.oeffnet.*verweis.oeffnet && !(ansehen && aendert));
+    }
+    mAutoschalter_->setEnabled(!ansehen);
 }
 
-void Boxmenue::RuecknahmeZeigen()
+void Boxmenue::BoxZeigen()
 {
     const auto zeigen = [](QAction *eintrag, const QString &was, const QString &sonst) {
         eintrag->setText(OhneKuerzel(was.isEmpty() ? sonst : was));
@@ -188,6 +196,7 @@ void Boxmenue::RuecknahmeZeigen()
     };
     zeigen(mZuruecknehmen_, teile_.ruecknahme.Zurueckzunehmen(), u"nichts zurückzunehmen"_s);
     zeigen(mWiederholen_, teile_.ruecknahme.Wiederholbar(), u"nichts zu wiederholen"_s);
+    Freischalten();
 }
 
 void Boxmenue::AutomatikZeigen(bool an)

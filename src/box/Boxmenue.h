@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Belegung.h"
+#include "CardStore.h"
 #include "Dienste.h"
 #include "LBoxFenster.h"
 
@@ -32,6 +33,7 @@ public:
     struct Teile
     {
         QMainWindow &fenster;
+        const CardStore &kartei;
         Dienste dienste;
         const Belegung &belegung;
         KarteiAktionen &aktionen;
@@ -44,8 +46,9 @@ public:
 
     // After `oeffnet` has changed: enables the entries that have something to open.
     void Freischalten();
-    // After every change of the box: names what can be taken back and done again.
-    void RuecknahmeZeigen();
+    // After every change of the box: names what can be taken back and done again, and enables what can be
+    // done with it.
+    void BoxZeigen();
     // After every reading of the configuration.
     void KonfigZeigen();
 

@@ -9,9 +9,10 @@
 
 namespace paukfix {
 
-// Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done, after
-// `vorMeldung`. Throws StoreError.
+// Moves the card by its answer (KarteEinordnen) and congratulates on a card that is done, after `vorMeldung`.
+// Throws StoreError.
 void KarteVerschieben(
-    CardStore &kartei, Meldungen &meldungen, bool richtig, const std::function<void()> &vorMeldung = [] {});
+    CardStore &kartei, Meldungen &meldungen, const GefragteKarte &karte, bool richtig,
+    const std::function<void()> &vorMeldung = [] {});
 
 } // namespace paukfix

@@ -123,6 +123,12 @@ void KarteiAktionen::ZuletztOeffnen(std::size_t i)
     emit Fertig();
 }
 
+void KarteiAktionen::Umgezogen(const QString &pfad)
+{
+    arbeitsverzeichnis_ = Geteilt(pfad).verzeichnis;
+    InListe(pfad);
+}
+
 void KarteiAktionen::Wechseln(const QString &name)
 {
     if (!name.isEmpty())

@@ -38,6 +38,8 @@ public:
     void ZuletztOeffnen(std::size_t i);
     // Opens the card file at `pfad`, or that of the package there, which joins the recent ones.
     void DateiOeffnen(const QString &pfad);
+    // The open box has been saved as another card file, `pfad`, and is open there.
+    void Umgezogen(const QString &pfad);
     // Can DateiOeffnen open a file of this name?
     static bool Kennt(const QString &pfad);
     // Opens another file of KarteiPfad, named without directory; nothing where `name` is empty.

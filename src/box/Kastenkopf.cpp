@@ -218,6 +218,9 @@ void Kastenkopf::Zeigen(const FachTabelle &tabelle, int vollstesFach, Zustand zu
     } else if (zustand == Zustand::Offen) {
         text = u"Weiter lernen: %1"_s.arg(Fachname(vollstesFach));
         taste = u"[Eingabe] "_s + erklaerung.trimmed();
+    } else if (zustand == Zustand::Ansehen) {
+        text = u"Karten ansehen"_s;
+        taste = u"[Eingabe] die Übersicht aller Karten"_s;
     }
     const int erledigt = std::max<int>(tabelle[FachErledigt].Anzahl, 0);
     const int alle = std::accumulate(tabelle.begin(), tabelle.end(), 0, [](int summe, const auto &fach) {
@@ -225,7 +228,7 @@ void Kastenkopf::Zeigen(const FachTabelle &tabelle, int vollstesFach, Zustand zu
     });
     const QString karten =
         u"%1 %2, %3 erledigt"_s.arg(Ganze(alle), alle == 1 ? u"Karte"_s : u"Karten"_s, Ganze(erledigt));
-    const bool offen = zustand == Zustand::Offen;
+    const bool offen = zustand == Zustand::Offen || zustand == Zustand::Ansehen;
     anteile_->SetTabelle(tabelle);
     if (text == weiter_->text() && karten == karten_->text() && offen == offen_)
         return;

@@ -49,6 +49,7 @@ public:
     {
         Wartend,
         Geschlossen,
+        Ansehen, // open, but nothing is asked
         Offen
     };
 

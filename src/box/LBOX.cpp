@@ -4,6 +4,8 @@
 
 #include "BoxRechnung.h"
 #include "Dateiannahme.h"
+#include "Deckquelle.h"
+#include "Karteititel.h"
 #include "Kasten.h"
 #include "Statuszeile.h"
 #include "Wartefenster.h"
@@ -11,6 +13,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDir>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -32,13 +35,14 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, co
       befehlszeile_(start.befehlszeile),
       kasten_(new Kasten(kartei_.FachInfo, this)),
       flug_(*kasten_, oeffner_.verzoegerung, dienste.konfig, eingabe_),
-      lernlauf_({kartei_, dienste.meldungen, belegung_, eingabe_, flug_}),
+      aufbewahrung_(kartei_, dienste.meldungen, dienste.dialoge),
+      lernlauf_({kartei_, dienste.meldungen, belegung_, eingabe_, flug_, aufbewahrung_}),
       wuerfelspiel_(
           {kartei_, oeffner_.verzoegerung, dienste, belegung_, eingabe_, kasten_->Wuerfel(), lernlauf_}),
       automatik_(dienste.clock, belegung_),
       aktionen_({kartei_, oeffner_, dienste, belegung_}, start.verzeichnis),
       ruecknahme_(kartei_, dienste.meldungen),
-      menue_({*this, dienste, belegung_, aktionen_, automatik_, ruecknahme_, fenster_}),
+      menue_({*this, kartei_, dienste, belegung_, aktionen_, automatik_, ruecknahme_, fenster_}),
       status_(new Statuszeile(this))
 {
     setObjectName(u"LBOX"_s);
@@ -64,7 +68,7 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, co
         return WartenMitAbbruch(was, abgebrochen, dienste_.meldungen.Titel(), this);
     };
     connect(&dienste_.konfig, &AppConfig::Gelesen, this, [this] { menue_.KonfigZeigen(); });
-    StandZeigen();
+    BoxZeichnen();
     resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
 }
 
@@ -103,9 +107,10 @@ void LBOX::Verbinden()
             fenster_.MKarten();
     });
     connect(&lernlauf_, &Lernlauf::Gescheitert, this, &LBOX::Gescheitert);
+    aufbewahrung_.umgezogen = [this](const QString &pfad) { aktionen_.Umgezogen(pfad); };
     connect(&lernlauf_, &Lernlauf::KarteiVerloren, this, [this] {
         automatik_.AutomatikAus();
-        StandZeigen();
+        BoxZeichnen();
     });
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, &lernlauf_,
@@ -125,13 +130,22 @@ void LBOX::Verbinden()
     connect(&ruecknahme_, &Ruecknahme::Gescheitert, this, &LBOX::Gescheitert);
 
     connect(&automatik_, &Automatik::Umgeschaltet, status_, &Statuszeile::SetAutomatik);
-    connect(&automatik_, &Automatik::Faellig, this, [this] { lernlauf_.Image0_Click(vollstesFach_); });
+    connect(&automatik_, &Automatik::Faellig, this, [this] {
+        if (kartei_.NurAnsehen())
+            automatik_.AutomatikAus();
+        else
+            lernlauf_.Image0_Click(vollstesFach_);
+    });
 
     auto *annahme = new Dateiannahme(*this, [this](const QString &pfad) {
-        return !belegung_.IstGesperrt() && KarteiAktionen::Kennt(pfad);
+        return !belegung_.IstGesperrt() && (KarteiAktionen::Kennt(pfad) || IstFremd(pfad));
     });
     connect(annahme, &Dateiannahme::Abgelegt, this, [this](const QString &pfad) {
-        if (!belegung_.IstGesperrt())
+        if (belegung_.IstGesperrt())
+            return;
+        if (IstFremd(pfad))
+            FremdEinlesen(pfad);
+        else
             aktionen_.DateiOeffnen(pfad);
     });
 
@@ -142,8 +156,8 @@ void LBOX::Verbinden()
         geschehen_.clear();
         kasten_->SetHinweis(name + u" wird geöffnet …"_s);
     });
-    connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::StandZeigen);
-    connect(&menue_, &Boxmenue::Zurueck, this, &LBOX::StandZeigen); // another file may be open
+    connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::BoxZeichnen);
+    connect(&menue_, &Boxmenue::Zurueck, this, &LBOX::BoxZeichnen); // another file may be open
 }
 
 // Opening a file blocks the program for a second or two, so it runs when the window has been painted.
@@ -154,7 +168,21 @@ void LBOX::Form_Load()
     geladen_ = true;
     if (!KarteiAktionen::Kennt(befehlszeile_))
         StandZeigen(); // behind what asks for a file
-    aktionen_.Starten(befehlszeile_);
+    if (IstFremd(befehlszeile_))
+        FremdEinlesen(QDir(aktionen_.Arbeitsverzeichnis()).absoluteFilePath(befehlszeile_));
+    else
+        aktionen_.Starten(befehlszeile_);
+}
+
+bool LBOX::IstFremd(const QString &pfad) const
+{
+    return fenster_.FremdeKartei && IstDeckname(pfad);
+}
+
+void LBOX::FremdEinlesen(const QString &pfad)
+{
+    fenster_.FremdeKartei(pfad);
+    BoxZeichnen(); // another file may be open
 }
 
 void LBOX::SetFenster(LBoxFenster fenster)
@@ -162,14 +190,15 @@ void LBOX::SetFenster(LBoxFenster fenster)
     fenster_ = std::move(fenster);
     lernlauf_.SetBearbeitbar(static_cast<bool>(fenster_.MKarten));
     menue_.Freischalten();
-    StandZeigen();
+    BoxZeichnen();
 }
 
 BoxBild LBOX::Rechnen()
 {
     const BoxBild bild = BoxRechnen(kartei_.FachInfo);
     vollstesFach_ = bild.VollstesFach;
-    kasten_->SetZustand(kartei_.IsOpen()                     ? Kastenkopf::Zustand::Offen
+    kasten_->SetZustand(kartei_.NurAnsehen()                 ? Kastenkopf::Zustand::Ansehen
+                        : kartei_.IsOpen()                   ? Kastenkopf::Zustand::Offen
                         : geladen_ && !belegung_.IstBelegt() ? Kastenkopf::Zustand::Geschlossen
                                                              : Kastenkopf::Zustand::Wartend);
     return bild;
@@ -177,26 +206,22 @@ BoxBild LBOX::Rechnen()
 
 void LBOX::BoxZeichnen()
 {
+    const bool waehlbar = static_cast<bool>(fenster_.KarteiWechseln);
+    const QString zusatz = NurAnsehenZusatz(kartei_);
+    setWindowTitle(u"Lern-Box"_s + zusatz);
+    status_->SetKartei(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName) + zusatz
+                                        : u"Keine Kartei geöffnet"_s,
+                       waehlbar);
+    karteiWechseln_->setEnabled(waehlbar);
     const BoxBild bild = Rechnen();
     if (dienste_.konfig.Animation)
         kasten_->ZeigenTickend(bild);
     else
         kasten_->Zeigen(bild);
     HinweiseZeigen();
-    menue_.RuecknahmeZeigen();
+    menue_.BoxZeigen();
     ruhe_.start();
     emit BoxGezeichnet();
-}
-
-// What the window says about the open file.
-void LBOX::StandZeigen()
-{
-    const bool waehlbar = static_cast<bool>(fenster_.KarteiWechseln);
-    status_->SetKartei(kartei_.IsOpen() ? Boxmenue::OhneKuerzel(kartei_.CurrentFileName)
-                                        : u"Keine Kartei geöffnet"_s,
-                       waehlbar);
-    karteiWechseln_->setEnabled(waehlbar);
-    BoxZeichnen();
 }
 
 void LBOX::Bewegt(const Bewegung &bewegung)
@@ -230,8 +255,9 @@ void LBOX::HinweiseZeigen()
                           : offen ? geschehen_
                                   : QString());
     status_->SetBilanz(offen ? bilanz_.Text(kartei_.sitzung) : QString());
-    status_->SetTasten(
-        offen && zettel.isEmpty() && !gesperrt ? u"[1] bis [5], [N] Fach wählen · [W] würfeln"_s : QString());
+    status_->SetTasten(offen && !kartei_.NurAnsehen() && zettel.isEmpty() && !gesperrt
+                           ? u"[1] bis [5], [N] Fach wählen · [W] würfeln"_s
+                           : QString());
     kasten_->Kopf().SetAntworten(offen ? Bilanz::Seither(kartei_.sitzung, QDate::currentDate()) : QString());
     kasten_->SetHinweis(zettel, std::move(tun));
 }
@@ -239,10 +265,10 @@ void LBOX::HinweiseZeigen()
 // What Enter does, and the button that leads.
 void LBOX::Weiter()
 {
-    if (kartei_.IsOpen())
+    if (kartei_.IsOpen() && !kartei_.NurAnsehen())
         lernlauf_.Image0_Click(vollstesFach_);
     else
-        findChild<QAction *>(u"Möffnen"_s)->trigger();
+        findChild<QAction *>(kartei_.IsOpen() ? u"Manzeigen"_s : u"Möffnen"_s)->trigger();
 }
 
 void LBOX::Form_KeyPress(const QKeyEvent &taste)

@@ -50,7 +50,7 @@ public:
 
     Eingabewache &Eingabe() { return eingabe_; }
 
-    // Draws the box anew from FachInfo, and sets VollstesFach.
+    // Shows what is open and what is in it, and sets VollstesFach.
     void BoxZeichnen();
 
     // The compartment with the highest fill ratio as of the last redraw of the box; 0 while 1 to 5 are empty.
@@ -87,8 +87,9 @@ private:
     void Form_KeyPress(const QKeyEvent &taste);
     void Weiter();
     void Bewegt(const Bewegung &bewegung);
+    bool IstFremd(const QString &pfad) const;
+    void FremdEinlesen(const QString &pfad);
     BoxBild Rechnen();
-    void StandZeigen();
     void HinweiseZeigen();
 
     CardStore &kartei_;
@@ -100,6 +101,7 @@ private:
     Belegung belegung_{*this};
     Eingabewache eingabe_{*this};
     Kartenflug flug_;
+    Aufbewahrung aufbewahrung_;
     Lernlauf lernlauf_;
     Wuerfelspiel wuerfelspiel_;
     Automatik automatik_;

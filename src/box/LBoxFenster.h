@@ -15,11 +15,14 @@ struct LBoxFenster
     std::function<void()> Manzeigen;
     std::function<void()> MSicherungen;
     std::function<void()> MAscii_Export, MAscii_Import;
+    std::function<void()> MFremdeKartei, MKartei_ausgeben;
     std::function<void()> MThema_ausfiltern, MKartei_anhängen, MKartei_spiegeln, MKartei_packen;
     std::function<void()> MAlleNeu, MErledigtNeu;
     std::function<void()> MStatistik;
     std::function<void()> MVerlauf;
     std::function<void()> Müber;
+    // Reads in the deck of another program that was dropped or named at the start.
+    std::function<void(const QString &pfad)> FremdeKartei;
     // Lets the user pick a card file of KarteiPfad; returns its name without directory, or nothing.
     std::function<QString()> KarteiWechseln;
     // Asked before the main window closes, so that other windows can close first; false keeps it open.

@@ -4,6 +4,7 @@
 
 #include "BoxRechnung.h"
 #include "KarteVerschieben.h"
+#include "Karteititel.h"
 
 #include <QScopeGuard>
 
@@ -18,13 +19,25 @@ namespace {
 const QString NichtGelesen = u"Die Karte kann nicht gelesen werden: "_s;
 const QString NichtGespeichert = u"Die Antwort konnte nicht gespeichert werden: "_s;
 
+void Beurteilen(Bewegung &bewegung, bool richtig)
+{
+    bewegung.richtig = richtig;
+    bewegung.nach = ZielFach(bewegung.von, richtig);
+}
+
 } // namespace
 
 Lernlauf::Lernlauf(const Teile &teile, QObject *parent) : QObject(parent), teile_(teile) {}
 
+QString Lernlauf::NichtAbgefragt()
+{
+    return u"Die Kartei ist nur zum Ansehen geöffnet. Karten werden nicht abgefragt."_s;
+}
+
 void Lernlauf::Vorbereiten(int fach)
 {
-    if (abfrage_ && teile_.kartei.FehlerStatus == 0 && !teile_.belegung.IstGesperrt())
+    if (abfrage_ && teile_.kartei.FehlerStatus == 0 && !teile_.kartei.NurAnsehen() &&
+        !teile_.belegung.IstGesperrt())
         abfrage_->Vorbereiten(fach);
 }
 
@@ -35,6 +48,10 @@ void Lernlauf::Image0_Click(int fach)
         return;
     const auto weiter = qScopeGuard([this] { teile_.eingabe.Weitergeben(); });
     const auto belegt = teile_.belegung.Belegen();
+    if (kartei.NurAnsehen()) {
+        teile_.meldungen.Zeigen(NichtAbgefragt());
+        return;
+    }
     if (const auto voll = ZuVollesFach(kartei.FachInfo, fach)) {
         teile_.meldungen.Zeigen(u"Fach Nr. %1 ist zu voll  Bitte erst dieses Fach bearbeiten"_s.arg(*voll));
         return;
@@ -53,24 +70,24 @@ void Lernlauf::Image0_Click(int fach)
 void Lernlauf::KarteAbfragen()
 {
     // Read before there is a verdict: what fails behind it would be in the way of storing it.
-    Bewegung bewegung;
+    Frage frage{.karte = Gefragt(teile_.kartei), .bewegung = {}};
+    Bewegung &bewegung = frage.bewegung;
     bewegung.frageNr = teile_.kartei.Felder().FrageNr.Integer();
-    bewegung.von = teile_.kartei.Felder().FachNr.Integer();
+    bewegung.von = frage.karte.fach;
     teile_.flug.Legen(QString::number(bewegung.frageNr));
-    offen_ = true;
+    offen_ = frage;
     unterwegs_ = true;
-    const auto vorbei = qScopeGuard([this] { offen_ = false; });
+    const auto vorbei = qScopeGuard([this] { offen_.reset(); });
     const std::optional<AbfrageErgebnis> ergebnis = abfrage_->Fragen(bearbeitbar_);
     const bool bearbeiten = ergebnis == AbfrageErgebnis::Bearbeiten;
     if (IstUrteil(ergebnis)) {
-        bewegung.richtig = ergebnis == AbfrageErgebnis::Richtig;
-        bewegung.nach = ZielFach(bewegung.von, bewegung.richtig);
+        Beurteilen(bewegung, ergebnis == AbfrageErgebnis::Richtig);
         if (teile_.flug.Fliegt()) {
             Zurueckkehren(); // a key ends the flight
             teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
             teile_.flug.Verbergen();
         }
-        UrteilSpeichern(bewegung); // while the windows still change
+        UrteilSpeichern(frage); // while the windows still change
     } else if (ergebnis == AbfrageErgebnis::Geloescht) {
         emit Bewegt(bewegung);
     }
@@ -86,16 +103,50 @@ void Lernlauf::KarteAbfragen()
 }
 
 // Unless the end of the session has done so.
-void Lernlauf::UrteilSpeichern(Bewegung bewegung)
+void Lernlauf::UrteilSpeichern(const Frage &frage)
 {
-    if (!std::exchange(offen_, false))
+    if (!std::exchange(offen_, std::nullopt))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, bewegung.richtig, [this] { Zurueckkehren(); });
-        emit Bewegt(bewegung);
+        KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig,
+                         [this] { Zurueckkehren(); });
+        emit Bewegt(frage.bewegung);
+    } catch (const StoreError &fehler) {
+        Halten(frage, fehler);
     } catch (const std::exception &fehler) {
-        LesefehlerMelden(NichtGespeichert, fehler);
+        Halten(frage, {Fehler::ZuWenigSpeicher, ErrorText(fehler)});
     }
+}
+
+// The verdict is kept until its learner has decided.
+void Lernlauf::Halten(const Frage &frage, const StoreError &fehler)
+{
+    if (!Aufbewahrung::IstStoerung(fehler)) {
+        LesefehlerMelden(NichtGespeichert, fehler);
+        return;
+    }
+    const auto ausgang = teile_.aufbewahrung.Entscheiden(
+        {.kontext = NichtGespeichert,
+         .trost = u"Die Antwort ist noch nicht verloren."_s,
+         .speichern =
+             [&] { KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig); },
+         .gescheitert =
+             [this] {
+                 Zurueckkehren();
+                 teile_.flug.Verbergen();
+                 emit Gescheitert();
+             }},
+        fehler);
+    if (ausgang == Aufbewahrung::Ausgang::Gespeichert) {
+        emit Bewegt(frage.bewegung);
+        emit BoxGeaendert();
+        return;
+    }
+    NeuZaehlen(teile_.kartei, fehler.Number());
+    if (teile_.kartei.IsOpen())
+        emit BoxGeaendert();
+    else
+        VerlustMelden(QString());
 }
 
 void Lernlauf::Zurueckkehren()
@@ -111,23 +162,21 @@ bool Lernlauf::SitzungEndet()
     const std::optional<AbfrageErgebnis> urteil = offen_ ? abfrage_->Urteil() : std::nullopt;
     if (!urteil)
         return true;
-    offen_ = false;
+    Frage frage = *std::exchange(offen_, std::nullopt);
+    Beurteilen(frage.bewegung, *urteil == AbfrageErgebnis::Richtig);
     abfrage_->Schliessen();
-    try {
-        KarteEinordnen(teile_.kartei, *urteil == AbfrageErgebnis::Richtig);
-        return true;
-    } catch (const std::exception &) {
+    const auto spaeter = [this, &frage](const StoreError &fehler) {
         QMetaObject::invokeMethod(
-            this,
-            [this, fehler = std::current_exception()] {
-                try {
-                    std::rethrow_exception(fehler);
-                } catch (const std::exception &grund) {
-                    LesefehlerMelden(NichtGespeichert, grund);
-                }
-            },
-            Qt::QueuedConnection);
+            this, [this, frage, fehler] { Halten(frage, fehler); }, Qt::QueuedConnection);
         return false;
+    };
+    try {
+        KarteEinordnen(teile_.kartei, frage.karte, frage.bewegung.richtig);
+        return true;
+    } catch (const StoreError &fehler) {
+        return spaeter(fehler);
+    } catch (const std::exception &fehler) {
+        return spaeter({Fehler::ZuWenigSpeicher, ErrorText(fehler)});
     }
 }
 
@@ -144,9 +193,14 @@ void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fe
         teile_.meldungen.Zeigen(text);
         return;
     }
+    VerlustMelden(text + u"\n\n"_s);
+}
+
+void Lernlauf::VerlustMelden(const QString &text)
+{
     emit KarteiVerloren();
-    teile_.meldungen.Zeigen(text + u"\n\nDie Kartei wurde geschlossen."_s);
-    teile_.meldungen.SetTitel(u"Merkkasten"_s);
+    teile_.meldungen.Zeigen(text + u"Die Kartei wurde geschlossen."_s);
+    teile_.meldungen.SetTitel(Karteititel(teile_.kartei));
 }
 
 } // namespace paukfix

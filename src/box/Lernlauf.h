@@ -2,10 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
+#include "Aufbewahrung.h"
 #include "Belegung.h"
 #include "CardStore.h"
 #include "Eingabewache.h"
 #include "Geschehen.h"
+#include "KarteEinordnen.h"
 #include "Kartenabfrage.h"
 #include "Kartenflug.h"
 
@@ -16,7 +18,8 @@
 namespace paukfix {
 
 // One card's road through the learning: it is found, asked, moved by its verdict, and what goes wrong is
-// reported. From the moment a verdict is shown it is stored on every road, and only once.
+// reported. From the moment a verdict is shown it is stored on every road, and only once; where it cannot be,
+// it is kept until its learner has decided.
 class Lernlauf final : public QObject
 {
     Q_OBJECT
@@ -30,6 +33,7 @@ public:
         Belegung &belegung;
         Eingabewache &eingabe;
         Kartenflug &flug;
+        Aufbewahrung &aufbewahrung;
     };
 
     explicit Lernlauf(const Teile &teile, QObject *parent = nullptr);
@@ -40,6 +44,8 @@ public:
     // Whether there is an editor that cards can be sent to.
     void SetBearbeitbar(bool bearbeitbar) { bearbeitbar_ = bearbeitbar; }
 
+    // What is said instead of a question while the box is open to be looked at.
+    static QString NichtAbgefragt();
     // While the box is at rest: makes the query ready for the card that Image0_Click(fach) would ask.
     void Vorbereiten(int fach);
     // Asks the first card of compartment `fach`, 0 to 5.
@@ -49,8 +55,8 @@ public:
     // The box shows what is really stored before the user reads what went wrong.
     void LesefehlerMelden(const QString &kontext, const std::exception &fehler);
     // The desktop's session ends, and nobody knows how long the program may live on: a verdict that is shown
-    // is stored at once, and its query is over. False where it cannot be stored, which is reported later, as
-    // nothing may hold up the answer to the desktop.
+    // is stored at once, and its query is over. False where it cannot be stored, about which is asked later,
+    // as nothing may hold up the answer to the desktop.
     bool SitzungEndet();
 
 signals:
@@ -68,14 +74,23 @@ signals:
     void KarteiVerloren();
 
 private:
-    void UrteilSpeichern(Bewegung bewegung);
+    // A card that is asked.
+    struct Frage
+    {
+        GefragteKarte karte;
+        Bewegung bewegung;
+    };
+
+    void UrteilSpeichern(const Frage &frage);
+    void Halten(const Frage &frage, const StoreError &fehler);
     void Zurueckkehren();
+    void VerlustMelden(const QString &text);
 
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;
     bool bearbeitbar_ = false;
     bool unterwegs_ = false; // the box may not have the keyboard yet
-    bool offen_ = false;     // a card is asked whose verdict, if there is one, is not stored
+    std::optional<Frage> offen_; // a card is asked whose verdict, if there is one, is not stored
 };
 
 } // namespace paukfix

@@ -24,6 +24,10 @@ void Wuerfelspiel::PicWürfel_Click()
     CardStore &kartei = teile_.kartei;
     if (kartei.FehlerStatus > 0 || teile_.belegung.IstGesperrt())
         return;
+    if (kartei.NurAnsehen()) {
+        teile_.dienste.meldungen.Zeigen(Lernlauf::NichtAbgefragt());
+        return;
+    }
     if (KartenImSpiel(kartei.FachInfo) == 0) {
         teile_.dienste.meldungen.Zeigen(u"Sorry, gar keine Karten da"_s);
         return;

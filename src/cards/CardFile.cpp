@@ -3,6 +3,7 @@
 #include "CardFile.h"
 
 #include "CardSchema.h"
+#include "CardSnapshot.h"
 #include "EngineLocks.h"
 #include "FileHandle.h"
 #include "JournalFile.h"
@@ -18,6 +19,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace paukfix {
 
@@ -203,10 +205,21 @@ CardFile::CardFile(const QString &path, Access access)
     NoteState();
 }
 
+CardFile::CardFile(const QString &path, std::unique_ptr<CardSnapshot> copy)
+    : path_(Absolute(path)),
+      copy_(std::move(copy)),
+      database_(OpenDatabase(copy_->Path(), SQLite::OPEN_READONLY))
+{
+    Translated(database_, path_, [&] {
+        Harden(database_);
+        CheckContent(database_, path_);
+    });
+}
+
 CardFile::~CardFile()
 {
     // At its end the engine deletes the journal by its name, unless it is told to keep it.
-    if (IsReplaced())
+    if (!copy_ && IsReplaced())
         database_.tryExec("PRAGMA journal_mode=PERSIST");
 }
 
@@ -220,6 +233,11 @@ void CardFile::Create(const QString &path)
         Harden(database);
         database.exec("PRAGMA synchronous=EXTRA; BEGIN;" + NewFileSql() + "COMMIT");
     });
+}
+
+const QString &CardFile::ReadablePath() const
+{
+    return copy_ ? copy_->Path() : path_;
 }
 
 bool CardFile::LacksPageSums()
@@ -237,9 +255,16 @@ bool CardFile::IsReplaced() const
            (info.st_dev != device_ || info.st_ino != inode_);
 }
 
+bool CardFile::IsInPlace() const
+{
+    return !IsReplaced() && QFileInfo::exists(path_);
+}
+
 void CardFile::CheckStillInPlace() const
 {
-    if (IsReplaced() || !QFileInfo::exists(path_))
+    if (copy_)
+        throw StoreError(Fehler::NichtErlaubt, DateiSatz(path_) + u"ist nur zum Ansehen geöffnet."_s);
+    if (!IsInPlace())
         throw StoreError(Fehler::KarteiNichtGefunden,
                          DateiSatz(path_) +
                              u"wurde gelöscht, umbenannt oder ersetzt, während sie offen war."_s);
@@ -251,7 +276,7 @@ void CardFile::CheckStillInPlace() const
 void CardFile::CheckUnchanged() const
 {
     CheckStillInPlace();
-    if (state_ && state_ != ReadState())
+    if (IsChanged())
         throw StoreError(Fehler::Gesperrt,
                          DateiSatz(path_) +
                              u"wurde von einem anderen Programm geändert, während sie offen war."_s);

@@ -8,10 +8,13 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <sys/types.h>
 
 namespace paukfix {
+
+class CardSnapshot;
 
 // The SQLite database behind one open card file. The file is somebody else's data: it is opened with the
 // schema untrusted, triggers and views off, in defensive mode, and locked for this program alone.
@@ -31,6 +34,9 @@ public:
     // "Lernkarten" and 3015 an index missing. A file with our mark whose table or indexes are not just ours
     // is damaged.
     explicit CardFile(const QString &path, Access access = Access::Exclusive);
+    // Opens a copy of the card file at `path` to be read, as if it were that file: what would change it is
+    // refused with 3051, before anything is written.
+    CardFile(const QString &path, std::unique_ptr<CardSnapshot> copy);
     CardFile(const CardFile &) = delete;
     CardFile &operator=(const CardFile &) = delete;
     // Leaves the journal of a file that has taken this one's place alone.
@@ -44,6 +50,12 @@ public:
 
     const QString &Path() const { return path_; }
 
+    // Is a copy open, to be looked at?
+    bool IsSnapshot() const { return static_cast<bool>(copy_); }
+
+    // Where what is open can be read: the file, or the copy of it.
+    const QString &ReadablePath() const;
+
     // Called before the first write of each change, once it is known that there will be one: the file is
     // still as it was.
     std::function<void()> beforeChange = [] {};
@@ -51,13 +63,21 @@ public:
     // GivePageSums can give it theirs. Throws StoreError.
     bool LacksPageSums();
 
+    // Does the path still lead to the file that was opened?
+    bool IsInPlace() const;
+
+    // Has another program changed the file since its state was noted? What the engine knows of it by heart
+    // does not hold then.
+    bool IsChanged() const { return state_ && state_ != ReadState(); }
+
     // Throws StoreError 3024 when the path no longer leads to the file that was opened: what is committed
     // then would go into an unlinked file. Takes a lock that a network drive has lost anew; throws 3045 where
     // another program has the file by now.
     void CheckStillInPlace() const;
 
-    // The same before the first write; throws 3045 also where another program has changed the file since the
-    // state was noted: the engine, relying on its lock, would not look. Calls beforeChange then.
+    // The same before the first write; throws 3051 for a copy, 3045 also where another program has changed
+    // the file since the state was noted: the engine, relying on its lock, would not look. Calls beforeChange
+    // then.
     void CheckUnchanged() const;
 
     // After each commit that was reported as done; after one that failed nothing is known.
@@ -83,6 +103,7 @@ private:
     bool IsReplaced() const;
 
     QString path_;
+    std::unique_ptr<CardSnapshot> copy_; // outlives the database
     SQLite::Database database_;
     int locked_ = -1; // the engine's descriptor of the file, where it is locked
     dev_t device_ = 0;

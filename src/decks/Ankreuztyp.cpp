@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Ankreuztyp.h"
 
+#include "HtmlStil.h"
+
 #include <algorithm>
 
 namespace paukfix {
@@ -12,10 +14,23 @@ namespace {
 constexpr int Antworten = 5;
 }
 
+QStringList Tippfeldnamen()
+{
+    return {u"Frage"_s, u"Antwort"_s, u"Thema"_s};
+}
+
+std::optional<QString> EigenesThema(const QStringList &felder, const std::vector<QString> &werte)
+{
+    if ((felder != Tippfeldnamen() && felder != Ankreuzfeldnamen()) ||
+        werte.size() != static_cast<std::size_t>(felder.size()))
+        return std::nullopt;
+    return HtmlAttribut(werte.back());
+}
+
 QStringList Ankreuzfeldnamen()
 {
-    return {u"Frage"_s,     u"Antwort 1"_s, u"Antwort 2"_s, u"Antwort 3"_s,
-            u"Antwort 4"_s, u"Antwort 5"_s, u"Richtig"_s,   u"Lösung"_s};
+    return {u"Frage"_s,     u"Antwort 1"_s, u"Antwort 2"_s, u"Antwort 3"_s, u"Antwort 4"_s,
+            u"Antwort 5"_s, u"Richtig"_s,   u"Lösung"_s,    u"Thema"_s};
 }
 
 bool IstAnkreuztyp(const QStringList &felder)

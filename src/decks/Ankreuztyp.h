@@ -5,13 +5,19 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace paukfix {
 
-// The note type by which a package holds a card to be ticked: its fields are the question, five answers, the
-// numbers of the right ones ("1 3"), and the media of the answer. It is known by its fields.
+// The note types by which a package holds our cards. They are known by their fields. A card to be ticked has
+// the question, five answers, the numbers of the right ones ("1 3"), the media of the answer and the topic.
+
+// Of the usual card of ours: question, answer and topic.
+QStringList Tippfeldnamen();
+// The topic that a note of one of our types has; nothing for any other.
+std::optional<QString> EigenesThema(const QStringList &felder, const std::vector<QString> &werte);
 
 QStringList Ankreuzfeldnamen();
 bool IstAnkreuztyp(const QStringList &felder);

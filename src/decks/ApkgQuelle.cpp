@@ -29,15 +29,17 @@ int Fach(const Sammlungszeile &zeile)
 
 bool HatFormel(const QString &text)
 {
-    return text.contains(u"[latex]"_s) || text.contains(u"[$"_s) || text.contains(u"\\("_s) ||
-           text.contains(u"\\["_s);
+    return (text.contains(u'[') && (text.contains(u"[latex]"_s) || text.contains(u"[$"_s))) ||
+           (text.contains(u'\\') && (text.contains(u"\\("_s) || text.contains(u"\\["_s)));
 }
 
 // What stands behind the line between front and back.
 QString BehindDemStrich(const QString &html)
 {
     for (qsizetype von = 0;;) {
-        const qsizetype strich = html.indexOf(u"<hr"_s, von, Qt::CaseInsensitive);
+        qsizetype strich = html.indexOf(u"<hr"_s, von);
+        if (strich < 0)
+            strich = html.indexOf(u"<HR"_s, von);
         if (strich < 0)
             return html;
         const qsizetype ende = html.indexOf(u'>', strich);
@@ -132,14 +134,17 @@ bool ApkgQuelle::Naechste(Deckkarte &karte, Deckbericht &bericht)
 bool ApkgQuelle::Bauen(const Sammlungszeile &zeile, Deckkarte &karte, Deckbericht &bericht)
 {
     const Notiztyp *typ = sammlung_.Typ(zeile.notiztyp);
-    const QString erstes = HtmlOhneTags(zeile.felder.front().left(300));
+    // What a report calls the card.
+    const auto erstes = [&] { return HtmlOhneTags(zeile.felder.front().left(300)); };
     const auto vorlage =
         typ ? typ->vorlagen.find(typ->luecken ? 0 : zeile.vorlage) : decltype(typ->vorlagen.find(0)){};
     if (!typ || vorlage == typ->vorlagen.end() || zeile.vorlage < 0) {
-        bericht.Melden(Deckrest::Unlesbar, erstes);
+        bericht.Melden(Deckrest::Unlesbar, erstes());
         return false;
     }
     karte.schlagwoerter = zeile.schlagwoerter;
+    if (const auto thema = EigenesThema(typ->felder, zeile.felder))
+        karte.schlagwoerter = thema->isEmpty() ? QStringList() : QStringList{*thema};
     karte.stapel = sammlung_.Stapel(zeile.stapel);
     karte.fach = Fach(zeile);
     if (IstAnkreuztyp(typ->felder)) {
@@ -153,11 +158,11 @@ bool ApkgQuelle::Bauen(const Sammlungszeile &zeile, Deckkarte &karte, Deckberich
         auto frageText = Lesen(frage);
         auto antwortText = Lesen(antwort);
         if (!frageText || !antwortText) {
-            bericht.Melden(Deckrest::ZuLang, erstes);
+            bericht.Melden(Deckrest::ZuLang, erstes());
             return false;
         }
         if (frageText->klar.isEmpty() && frage.bilder.isEmpty() && frage.toene.isEmpty()) {
-            bericht.Melden(Deckrest::OhneFrage, erstes);
+            bericht.Melden(Deckrest::OhneFrage, erstes());
             return false;
         }
         const QString beispiel = frageText->klar.isEmpty() ? antwortText->klar : frageText->klar;

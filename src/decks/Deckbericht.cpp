@@ -76,7 +76,7 @@ QString Satz(Deckrest rest)
         return u"Texte enthalten Zeichen, die das Format nicht kennt; sie bleiben weg"_s;
     case Deckrest::Medienliste:
         return u"Die Liste der Bilder und Töne ist beschädigt; die Karten kommen ohne sie"_s;
-    case Deckrest::Zeichensatz:
+    case Deckrest::FalscherZeichensatz:
         return u"Zeilen der Datei sind nicht in ihrem Zeichensatz geschrieben; sie wurden als Windows-1252 gelesen"_s;
     default:
         return {};

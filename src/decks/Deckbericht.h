@@ -43,7 +43,7 @@ enum class Deckrest
     FalschMedium, // shown or played after a wrong answer only
     Zeichen,      // that a form cannot hold
     Medienliste,
-    Zeichensatz, // bytes that do not fit to what the file says of them
+    FalscherZeichensatz, // bytes that do not fit to what the file says of them
     Anzahl
 };
 

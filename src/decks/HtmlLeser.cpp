@@ -80,20 +80,30 @@ bool IstAndererLeerraum(QChar c)
     return c == QChar(0xA0) || c == QChar(0x2007) || c == QChar(0x2009) || c == QChar(0x202F);
 }
 
+// What neither means something nor is white space.
+bool IstGewoehnlich(QChar c)
+{
+    return c.unicode() > 0x20 && c != u'<' && c != u'[' && c != u'&' && !IstAndererLeerraum(c);
+}
+
 // Collects the text: white space, lines, runs.
 class Sammler
 {
 public:
     Lauftext &Text() { return text_; }
 
+    void Erwarten(qsizetype zeichen) { text_.text.reserve(zeichen); }
+
     void Zeichen(QChar c, const HtmlStil &stil)
     {
         if (c.unicode() < 0x20 && !IstLeer(c))
             return;
         if (stil.woertlich) {
-            if (c == u'\n')
+            if (c == u'\n') {
+                woertlichAb_ = std::min(woertlichAb_, text_.text.size());
                 Zeile(stil);
-            else if (c != u'\r')
+                woertlichBis_ = text_.text.size();
+            } else if (c != u'\r')
                 Setzen(c, stil);
         } else if (IstLeer(c)) {
             if (warten_.isEmpty())
@@ -103,6 +113,15 @@ public:
         } else {
             Setzen(c, stil);
         }
+    }
+
+    // Characters that are no white space.
+    void Wort(QStringView wort, const HtmlStil &stil)
+    {
+        Setzen(wort.front(), stil);
+        text_.text += wort.mid(1);
+        if (stil.woertlich)
+            woertlichBis_ = text_.text.size();
     }
 
     // Ends the line, be it empty.
@@ -192,7 +211,10 @@ private:
 class Leser
 {
 public:
-    explicit Leser(QStringView html) : html_(html) {}
+    explicit Leser(QStringView html) : html_(html)
+    {
+        sammler_.Erwarten(std::min<qsizetype>(html.size(), 10'000));
+    }
 
     GelesenesHtml Lesen()
     {
@@ -203,6 +225,15 @@ public:
                 continue;
             if (html_[place_] == u'&' && Entity())
                 continue;
+            qsizetype ende = place_;
+            while (ende < html_.size() && IstGewoehnlich(html_[ende]))
+                ++ende;
+            if (ende > place_) {
+                if (!stil_.verborgen)
+                    sammler_.Wort(html_.mid(place_, ende - place_), stil_);
+                place_ = ende;
+                continue;
+            }
             if (!stil_.verborgen)
                 sammler_.Zeichen(html_[place_], stil_);
             ++place_;
@@ -215,7 +246,7 @@ private:
     struct Offenes
     {
         QString name;
-        Art art;
+        Art art{};
         HtmlStil vorher;
     };
 

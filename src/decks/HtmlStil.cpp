@@ -113,6 +113,16 @@ void Ausrichten(HtmlStil &stil, QStringView wert)
         stil.ausrichtung = Ausrichtung::Links;
 }
 
+void HochTief(Laufformat &format, const QString &wert)
+{
+    constexpr double GroessterVersatz = 1000; // twips
+    format.lage = static_cast<signed char>(wert == u"super" ? 1 : wert == u"sub" ? -1 : 0);
+    bool zahl = false;
+    const double punkte = wert.endsWith(u"pt"_s) ? wert.chopped(2).toDouble(&zahl) : 0;
+    format.versatz = static_cast<short>(
+        zahl ? std::lround(std::clamp(punkte * 20, -GroessterVersatz, GroessterVersatz)) : 0);
+}
+
 // One property of a style; true for a background.
 bool Eigenschaft(HtmlStil &stil, QStringView name, QStringView text, QStringList &schriften)
 {
@@ -135,7 +145,7 @@ bool Eigenschaft(HtmlStil &stil, QStringView name, QStringView text, QStringList
     } else if (name == u"font-family") {
         Schrift(stil, text, schriften);
     } else if (name == u"vertical-align") {
-        stil.format.lage = static_cast<signed char>(wert == u"super" ? 1 : wert == u"sub" ? -1 : 0);
+        HochTief(stil.format, wert);
     } else if (name == u"text-align") {
         Ausrichten(stil, text);
     } else if (name == u"white-space") {

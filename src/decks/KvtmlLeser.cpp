@@ -91,12 +91,13 @@ void KvtmlLeser::Ueberspringen()
 // The text of the open element, without that of elements in it.
 QString KvtmlLeser::Text()
 {
+    const bool woertlich = xml_.attributes().value(u"xml:space"_s) == u"preserve";
     QString text;
     for (;;) {
         const auto art = xml_.readNext();
         FehlerPruefen();
         if (art == QXmlStreamReader::EndElement)
-            return Bereinigt(text);
+            return woertlich ? text : Bereinigt(text);
         if (art == QXmlStreamReader::StartElement)
             Ueberspringen();
         else if (art == QXmlStreamReader::Characters)

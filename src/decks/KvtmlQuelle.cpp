@@ -65,7 +65,7 @@ Deckinhalt KvtmlQuelle::Inhalt() const
 bool KvtmlQuelle::Naechste(Deckkarte &karte, Deckbericht &bericht)
 {
     if (gelesen_ == 0 && inhalt_.fremdeZeilen > 0)
-        bericht.Melden(Deckrest::Zeichensatz, {}, inhalt_.fremdeZeilen);
+        bericht.Melden(Deckrest::FalscherZeichensatz, {}, inhalt_.fremdeZeilen);
     while (gelesen_ < inhalt_.eintraege.size()) {
         karte = {};
         if (Bauen(inhalt_.eintraege[gelesen_++], karte, bericht))
@@ -127,7 +127,7 @@ bool KvtmlQuelle::Bauen(const KvtmlEintrag &eintrag, Deckkarte &karte, Deckberic
 QString KvtmlQuelle::Ort(const QString &name) const
 {
     const QFileInfo datei(QDir(verzeichnis_).filePath(name));
-    const QString wirklich = datei.canonicalFilePath();
+    QString wirklich = datei.canonicalFilePath();
     const QString innen = QFileInfo(verzeichnis_).canonicalFilePath();
     if (QDir::isAbsolutePath(name) || wirklich.isEmpty() || !datei.isFile() ||
         !wirklich.startsWith(innen + u'/'))

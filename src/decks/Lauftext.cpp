@@ -10,6 +10,7 @@
 #include <QTextCharFormat>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 
 #include <algorithm>
 
@@ -22,6 +23,7 @@ namespace {
 // So long a text is laid out whatever is in it.
 constexpr qsizetype ImmerErlaubt = 40'000;
 constexpr qsizetype Laengster = 1'000'000;
+constexpr double Tabulator = 48; // pixels: half an inch, which RTF takes for granted
 
 QTextCharFormat Zeichenformat(const Laufformat &lauf, const QStringList &schriften)
 {
@@ -39,6 +41,8 @@ QTextCharFormat Zeichenformat(const Laufformat &lauf, const QStringList &schrift
                                                   : QTextCharFormat::AlignSubScript);
     if (lauf.halbpunkte > 0)
         format.setFontPointSize(lauf.halbpunkte / 2.0);
+    if (lauf.versatz != 0)
+        SetCharOffset(format, lauf.versatz);
     if (lauf.schrift >= 0)
         format.setFontFamilies({schriften.at(lauf.schrift)});
     if (lauf.farbe)
@@ -101,9 +105,16 @@ void Fuellen(QTextDocument &dokument, const Lauftext &text)
 
 QString MitCrLf(const QString &text)
 {
-    QString fertig = text;
-    if (text.contains(u'\n'))
-        fertig.replace(u"\n"_s, u"\r\n"_s);
+    const qsizetype zeilen = text.count(u'\n');
+    if (zeilen == 0)
+        return text;
+    QString fertig;
+    fertig.reserve(text.size() + zeilen);
+    for (const QChar c : text) {
+        if (c == u'\n')
+            fertig += u'\r';
+        fertig += c;
+    }
     return fertig;
 }
 
@@ -125,6 +136,9 @@ std::optional<Kartentext> AlsKartentext(const Lauftext &text)
         return Kartentext{klar, klar};
     QTextDocument dokument;
     dokument.setUndoRedoEnabled(false);
+    QTextOption option = dokument.defaultTextOption();
+    option.setTabStopDistance(Tabulator);
+    dokument.setDefaultTextOption(option);
     Fuellen(dokument, text);
     if (!IsWithinBound(dokument))
         return std::nullopt;

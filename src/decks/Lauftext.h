@@ -16,6 +16,7 @@ struct Laufformat
 {
     bool fett = false, kursiv = false, unterstrichen = false, durchgestrichen = false;
     signed char lage = 0; // 1 raised, -1 lowered
+    short versatz = 0;    // raised by so many twips, or lowered
     short halbpunkte = 0; // size in half-points, 0 for the card's own
     int schrift = -1;     // place in Lauftext::schriften
     std::optional<QRgb> farbe;

@@ -3,12 +3,12 @@
 #include "CardEditor.h"
 
 #include "KarteLoeschen.h"
+#include "Kartenweg.h"
 #include "Step.h"
-
-#include <QScopeGuard>
 
 #include <cmath>
 #include <exception>
+#include <utility>
 
 namespace paukfix {
 
@@ -16,74 +16,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Ausgang = Aufbewahrung::Ausgang;
 using Comparison = CardRecordset::Comparison;
 
 const auto LeseFehler = u"Fehler beim Lesen der Karte: "_s;
 const auto SpeicherFehler = u"Fehler beim Speichern der Karte: "_s;
 
-bool OhneKarten(const CardRecordset &karten)
-{
-    return karten.AtBOF() && karten.AtEOF();
-}
-
-bool AmEnde(const CardRecordset &karten, CardEditor::Richtung richtung)
-{
-    return richtung == CardEditor::Richtung::Vor ? karten.AtEOF() : karten.AtBOF();
-}
-
-void Bewegen(CardRecordset &karten, CardEditor::Richtung richtung)
-{
-    if (richtung == CardEditor::Richtung::Vor)
-        karten.MoveNext();
-    else
-        karten.MovePrevious();
-}
-
-void Ordnen(CardRecordset &karten, QStringView index) noexcept
-{
-    try {
-        karten.SetIndex(index);
-    } catch (const StoreError &) { // the next move says what is wrong
-    }
-}
-
-// The cards in the order of their numbers, until the end of the block; then in the order that they had.
-auto NachNummer(CardRecordset &karten)
-{
-    auto zurueck = qScopeGuard([&karten, vorher = karten.Index()] { Ordnen(karten, vorher); });
-    karten.SetIndex(u"FrageNr");
-    return zurueck;
-}
-
-// The place of the card that was come to: one on or back from a known one, else it is counted. One that
-// cannot be counted is no reason not to show the card.
-CardPosition Platz(CardRecordset &karten, const CardPosition &vorher,
-                   std::optional<CardEditor::Richtung> schritt)
-{
-    if (schritt && vorher.number > 0)
-        return {vorher.number + (schritt == CardEditor::Richtung::Vor ? 1 : -1), vorher.of};
-    try {
-        return PlaceOfCurrent(karten);
-    } catch (const StoreError &) {
-        return {};
-    }
-}
-
-bool AufKarte(const CardFieldHandles &felder)
-{
-    try {
-        return !felder.FrageNr.IsNull();
-    } catch (const StoreError &fehler) {
-        if (fehler.Number() == Fehler::KeinDatensatz)
-            return false;
-        throw;
-    }
-}
-
 } // namespace
 
-CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular)
-    : kartei_(kartei), meldungen_(meldungen), formular_(formular)
+CardEditor::CardEditor(CardStore &kartei, Meldungen &meldungen, Aufbewahrung &aufbewahrung,
+                       Kartensicht &formular)
+    : kartei_(kartei), meldungen_(meldungen), aufbewahrung_(aufbewahrung), formular_(formular)
 {
 }
 
@@ -128,6 +71,7 @@ bool CardEditor::ShowCard(std::optional<Richtung> schritt)
         return false;
     }
     neu_ = false;
+    versuchte_ = 0;
     cardDirty = false;
     formular_.Zeigen(blatt, kopf);
     return true;
@@ -141,6 +85,7 @@ Kartenkopf CardEditor::NeuerKopf() const
 void CardEditor::NewCardForm()
 {
     neu_ = true;
+    versuchte_ = 0;
     cardDirty = false;
     platz_ = {};
     formular_.Zeigen({}, NeuerKopf());
@@ -163,31 +108,70 @@ bool CardEditor::ValidateCard(const Kartenblatt &blatt)
 
 bool CardEditor::StoreCard()
 {
+    vertagt_ = false;
     const Kartenblatt blatt = formular_.Inhalt();
     if (!ValidateCard(blatt))
         return false;
-    return neu_ ? StoreNew(blatt, Vorlage::Keine) : StoreExisting(blatt);
+    const auto ausgang = Speichern(blatt, Vorlage::Keine);
+    vertagt_ = ausgang == Ausgang::Vertagt;
+    return ausgang && !vertagt_;
 }
 
-bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
+std::optional<Aufbewahrung::Ausgang> CardEditor::Speichern(const Kartenblatt &blatt, Vorlage vorlage)
 {
-    Ablage ablage;
-    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
-        ablage = KarteAnlegen(kartei_, blatt, vorlage);
-        if (ablage.fehler)
-            std::rethrow_exception(ablage.fehler);
+    const bool neue = neu_ || vorlage == Vorlage::AktuelleKarte;
+    std::optional<Ausgang> ausgang;
+    Step(meldungen_, SpeicherFehler, [&] {
+        ausgang = aufbewahrung_.Speichern({.kontext = SpeicherFehler,
+                                           .trost = u"Die Karte steht noch im Formular."_s,
+                                           .speichern = [&] { Ablegen(blatt, vorlage); },
+                                           .vertagbar = true});
     });
-    if (!gespeichert && ablage.abgelegt) {
-        // Stored again it must not be there twice.
-        neu_ = false;
-        cardDirty = true;
-        nummer_ = kartei_.HighestCardNumber;
-        formular_.KopfZeigen({QString::number(kartei_.HighestCardNumber), QString::number(FachNeu)});
-        return false;
-    }
-    if (!gespeichert) {
+    if (ausgang == Ausgang::Gespeichert) {
+        Abgelegt(neue);
+    } else if (ausgang == Ausgang::Verworfen && neu_) {
+        NewCardForm();
+    } else if (ausgang == Ausgang::Verworfen) {
+        Step(meldungen_, LeseFehler, [this] { StandOnShownCard(); });
+        AktuelleZeigen();
+    } else if (neu_) {
         formular_.KopfZeigen(NeuerKopf());
-        return false;
+    }
+    return ausgang;
+}
+
+// Throws StoreError.
+void CardEditor::Ablegen(const Kartenblatt &blatt, Vorlage vorlage)
+{
+    const bool kopie = vorlage == Vorlage::AktuelleKarte;
+    if (versuchte_ > 0 && StehtInDerKartei(kartei_.Karten(), versuchte_) == true) {
+        // An attempt that failed has stored it all the same: it must not be there twice.
+        kartei_.FachInfo.Zaehlen(kartei_.Karten());
+        if (kopie)
+            return;
+        neu_ = false;
+        nummer_ = std::exchange(versuchte_, 0);
+        formular_.KopfZeigen({QString::number(nummer_), QString::number(FachNeu)});
+    }
+    if (!neu_)
+        StandOnShownCard();
+    if (!neu_ && !kopie) {
+        KarteUeberschreiben(kartei_, blatt);
+        return;
+    }
+    const Ablage ablage = KarteAnlegen(kartei_, blatt, vorlage);
+    if (!ablage.fehler)
+        return;
+    versuchte_ = ablage.nummer;
+    std::rethrow_exception(ablage.fehler);
+}
+
+void CardEditor::Abgelegt(bool neue)
+{
+    if (!neue) {
+        cardDirty = false;
+        formular_.Gespeichert();
+        return;
     }
     NewCardForm();
     Step(meldungen_, SpeicherFehler, [&] {
@@ -197,20 +181,6 @@ bool CardEditor::StoreNew(const Kartenblatt &blatt, Vorlage vorlage)
             kartei_.Karten().MoveNext();
         }
     });
-    return true;
-}
-
-bool CardEditor::StoreExisting(const Kartenblatt &blatt)
-{
-    const bool gespeichert = Step(meldungen_, SpeicherFehler, [&] {
-        StandOnShownCard();
-        KarteUeberschreiben(kartei_, blatt);
-    });
-    if (gespeichert) {
-        cardDirty = false;
-        formular_.Gespeichert();
-    }
-    return gespeichert;
 }
 
 // Whatever else moved the shared recordset: a card is stored and deleted where it is shown.
@@ -220,7 +190,7 @@ void CardEditor::StandOnShownCard()
     const CardFieldHandles &felder = kartei_.Felder();
     if (AufKarte(felder) && felder.FrageNr.Number() == nummer_)
         return;
-    const auto nachNummer = NachNummer(karten);
+    const NachNummer nachNummer(karten);
     karten.Seek(Comparison::Equal, nummer_);
     if (karten.NoMatch())
         throw StoreError(Fehler::KeinDatensatz,
@@ -235,15 +205,24 @@ bool CardEditor::StoreIfDirty()
 void CardEditor::Schritte(Richtung richtung)
 {
     Step(meldungen_, LeseFehler, [&] {
-        CardRecordset &karten = kartei_.Karten();
-        if (AmEnde(karten, richtung) || !StoreIfDirty())
+        if (AmEnde(kartei_.Karten(), richtung) || !StoreIfDirty())
             return;
+        CardRecordset &karten = kartei_.Karten(); // the card may have been stored in another file
         Bewegen(karten, richtung);
         if (AmEnde(karten, richtung))
-            NewCardForm();
+            AmEndeAnhalten(richtung);
         else
             ShowCard(richtung);
     });
+}
+
+// Behind the last card comes a new one, unless the box is only looked at: then the last one stays.
+void CardEditor::AmEndeAnhalten(Richtung richtung)
+{
+    if (kartei_.NurAnsehen())
+        Bewegen(kartei_.Karten(), richtung == Richtung::Vor ? Richtung::Zurueck : Richtung::Vor);
+    else
+        NewCardForm();
 }
 
 void CardEditor::CVor()
@@ -265,7 +244,7 @@ bool CardEditor::Laufschritt(Richtung richtung)
             return;
         Bewegen(karten, richtung);
         if (AmEnde(karten, richtung))
-            NewCardForm();
+            AmEndeAnhalten(richtung);
         else
             weiter = ShowCard(richtung);
     });
@@ -297,7 +276,7 @@ void CardEditor::Springen(const QString &eingabe)
         bool istZahl = false;
         const double nummer = eingabe.trimmed().toDouble(&istZahl);
         istZahl = istZahl && std::isfinite(nummer);
-        const auto nachNummer = NachNummer(karten);
+        const NachNummer nachNummer(karten);
         if (istZahl)
             karten.Seek(Comparison::Equal, nummer);
         if (istZahl && !karten.NoMatch())
@@ -326,7 +305,7 @@ void CardEditor::Kopieren()
     if (neu_)
         return;
     const Kartenblatt blatt = formular_.Inhalt();
-    if (!ValidateCard(blatt) || !StoreNew(blatt, Vorlage::AktuelleKarte)) {
+    if (!ValidateCard(blatt) || Speichern(blatt, Vorlage::AktuelleKarte) != Ausgang::Gespeichert) {
         AktuelleZeigen();
         return;
     }
@@ -367,6 +346,8 @@ bool CardEditor::Verlassen()
 {
     if (StoreIfDirty())
         return true;
+    if (vertagt_)
+        return false;
     const auto antwort = meldungen_.Fragen(u"Diese Karte ist nicht gespeichert. Änderungen verwerfen?"_s,
                                            Meldungen::Antwort::Nein);
     if (antwort == Meldungen::Antwort::Nein)
@@ -381,8 +362,17 @@ bool CardEditor::SitzungEndet(bool darfFragen)
         return true;
     if (darfFragen)
         return Verlassen();
-    // A card that may not be stored would say so.
-    return BlattPruefen(formular_.Inhalt()).mangel == Mangel::Keiner && StoreCard();
+    const Kartenblatt blatt = formular_.Inhalt();
+    if (BlattPruefen(blatt).mangel != Mangel::Keiner)
+        return false;
+    try {
+        const bool neue = neu_;
+        Ablegen(blatt, Vorlage::Keine);
+        Abgelegt(neue);
+        return true;
+    } catch (const std::exception &) {
+        return false;
+    }
 }
 
 void CardEditor::Geschlossen()

@@ -2,8 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #pragma once
 
-#include "CardFacts.h"
+#include "Aufbewahrung.h"
 #include "Kartenablage.h"
+#include "Kartenweg.h"
 #include "Meldungen.h"
 
 #include <functional>
@@ -65,13 +66,10 @@ public:
 class CardEditor
 {
 public:
-    enum class Richtung
-    {
-        Vor,
-        Zurueck
-    };
+    using Richtung = paukfix::Richtung;
 
-    CardEditor(CardStore &kartei, Meldungen &meldungen, Kartensicht &formular);
+    // All must outlive it.
+    CardEditor(CardStore &kartei, Meldungen &meldungen, Aufbewahrung &aufbewahrung, Kartensicht &formular);
 
     Merker cardDirty;            // the shown card was changed and not stored
     qint16 validationFailed = 0; // 1 after a check that the card did not pass
@@ -86,7 +84,8 @@ public:
     void AktuelleZeigen();
     void NewCardForm();
 
-    // False when the card was not stored; the form then holds what it held.
+    // Where disk or file fail, the writer is asked what is to become of the card. False when it was not
+    // stored; the form then holds what it held, unless he has discarded it, which is true too.
     bool StoreCard();
     bool StoreIfDirty();
 
@@ -101,31 +100,37 @@ public:
     void Kopieren();
     void Loeschen();
 
-    // Store or stay, and where it cannot be stored ask whether to discard it. True when nothing is lost by
+    // Store or stay, and where it may not be stored ask whether to discard it. True when nothing is lost by
     // closing.
     bool Verlassen();
     // The desktop ends: what is changed is stored; where it cannot be, its writer decides whether to discard
-    // it, and where he may not be asked, nothing is discarded. False when the session's end is to be
-    // cancelled.
+    // it, and where he may not be asked, nothing is discarded and nothing said. False when the session's end
+    // is to be cancelled.
     bool SitzungEndet(bool darfFragen);
     // The editor has closed: what its last check said is past, and the box walks its cards in its own order.
     void Geschlossen();
 
 private:
     bool ValidateCard(const Kartenblatt &blatt);
-    bool StoreNew(const Kartenblatt &blatt, Vorlage vorlage);
-    bool StoreExisting(const Kartenblatt &blatt);
+    // What became of the card; nothing where it was told that it cannot be stored.
+    std::optional<Aufbewahrung::Ausgang> Speichern(const Kartenblatt &blatt, Vorlage vorlage);
+    void Ablegen(const Kartenblatt &blatt, Vorlage vorlage);
+    void Abgelegt(bool neue);
     void StandOnShownCard();
     bool ShowCard(std::optional<Richtung> schritt = std::nullopt);
     void Schritte(Richtung richtung);
+    void AmEndeAnhalten(Richtung richtung);
     Kartenkopf NeuerKopf() const;
 
     CardStore &kartei_;
     Meldungen &meldungen_;
+    Aufbewahrung &aufbewahrung_;
     Kartensicht &formular_;
     bool neu_ = true;
-    double nummer_ = 0;  // of the shown card, while it is not new
-    CardPosition platz_; // of the shown card; without a number where it must be counted
+    double nummer_ = 0; // of the shown card, while it is not new
+    CardPosition platz_;   // of the shown card; without a number where it must be counted
+    int versuchte_ = 0; // the number under which the new card may be in the file although storing it failed
+    bool vertagt_ = false; // the writer has closed the question what is to become of the card
 };
 
 } // namespace paukfix

@@ -101,6 +101,12 @@ Formatmenue::Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *le
             [this](QWidget * /*alt*/, QWidget *neu) { FokusWechselt(neu); });
 }
 
+void Formatmenue::Sperren()
+{
+    gesperrt_ = true;
+    SetBox(box_);
+}
+
 void Formatmenue::FokusWechselt(QWidget *neu)
 {
     if (neu && formular_->isAncestorOf(neu))
@@ -119,9 +125,9 @@ void Formatmenue::SetBox(KartenTextBox *box)
         connect(box, &QTextEdit::currentCharFormatChanged, this, &Formatmenue::FormatZeigen);
         connect(box, &QTextEdit::selectionChanged, this, &Formatmenue::FormatZeigen);
     }
-    MFont_->setEnabled(box);
+    MFont_->setEnabled(box && !gesperrt_);
     for (QAction *aktion : std::as_const(aktionen_))
-        aktion->setEnabled(box);
+        aktion->setEnabled(box && !gesperrt_);
     FormatZeigen();
 }
 

@@ -29,6 +29,9 @@ public:
     // Adds the menu to the bar; both belong to the bar's window.
     Formatmenue(const Dienste &dienste, QWidget *formular, QMenuBar *leiste);
 
+    // From now on nothing can be formatted.
+    void Sperren();
+
 signals:
     void gewaehlt(); // an entry, before it acts
 
@@ -44,7 +47,8 @@ private:
     Dienste dienste_;
     QWidget *formular_;
     QMenu *MFont_;
-    QList<QAction *> aktionen_;   // all of them
+    QList<QAction *> aktionen_; // all of them
+    bool gesperrt_ = false;
     QPointer<KartenTextBox> box_; // that the commands act on
 };
 

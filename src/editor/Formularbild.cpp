@@ -198,15 +198,24 @@ QRect Formularbild::Ausweichen(QRect platz) const
     return platz;
 }
 
+void Formularbild::Schuetzen()
+{
+    Box()->setEnabled(false);
+    Box()->setToolTip({});
+    sizer_->hide();
+}
+
 void Formularbild::GriffZeigen()
 {
+    if (!Box()->isEnabled())
+        return;
     sizer_->show();
     sizer_->raise();
 }
 
 void Formularbild::SetGriffSichtbar(bool sichtbar)
 {
-    sizer_->setVisible(sichtbar && !Box()->isHidden());
+    sizer_->setVisible(sichtbar && !Box()->isHidden() && Box()->isEnabled());
 }
 
 bool Formularbild::Darf(const QRect &platz) const

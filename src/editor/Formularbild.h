@@ -38,6 +38,9 @@ public:
     // The handle is no part of the card: it is hidden while the form is printed.
     void SetGriffSichtbar(bool sichtbar);
 
+    // It can be looked at, but no longer be moved or sized.
+    void Schuetzen();
+
     // As the card said, or as its writer has moved and sized the picture since.
     const Bildlage &Lage() const { return lage_; }
 

@@ -159,6 +159,14 @@ bool KartenTextBox::Freigeben()
     return true;
 }
 
+void KartenTextBox::Schuetzen()
+{
+    gesperrt_ = false;
+    setReadOnly(true);
+    setTextInteractionFlags(NurLesen);
+    setToolTip(u"Die Kartei ist nur zum Ansehen geöffnet."_s);
+}
+
 bool KartenTextBox::Bearbeitet() const
 {
     return !isReadOnly() && document()->isModified();

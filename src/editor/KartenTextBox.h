@@ -44,6 +44,8 @@ public:
     bool Bearbeitet() const;
     // The text may be changed: unlocks it, where its writer agrees to what it loses.
     bool Freigeben();
+    // What is shown can be read, marked and copied, and not be changed, until another text is shown.
+    void Schuetzen();
     // There is neither text nor anything that the box cannot show.
     bool IstLeer() const;
 

@@ -45,10 +45,10 @@ Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
             blatt.Antwort_bearbeitet.fill(true);
         }
         karten.AddNew();
-        const qint16 nummer = NaechsteNummer(kartei);
+        ablage.nummer = NaechsteNummer(kartei);
         felder.FachNr.Set(FachNeu);
         felder.FachLfdNr.Set(danach.Anhaengen(FachNeu));
-        felder.FrageNr.Set(nummer);
+        felder.FrageNr.Set(ablage.nummer);
         WriteFields(blatt, felder);
         RohtexteSchreiben(texte, blatt, felder);
         versucht = true;
@@ -58,12 +58,13 @@ Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
     }
     std::optional<bool> steht = !ablage.fehler;
     if (ablage.fehler && versucht)
-        steht = StehtInDerKartei(kartei.Karten(), kartei.HighestCardNumber);
+        steht = StehtInDerKartei(kartei.Karten(), ablage.nummer);
     if (!steht)
         danach.Entnehmen(FachNeu); // its running number may be taken
     if (steht != false)
         kartei.FachInfo = danach;
-    ablage.abgelegt = steht == true;
+    if (steht == true)
+        ablage.fehler = nullptr;
     return ablage;
 }
 

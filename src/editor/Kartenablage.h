@@ -16,11 +16,11 @@ enum class Vorlage
     AktuelleKarte // whose texts, where they were not changed, are copied as they are
 };
 
-// What became of a card that was to be added. Both may be: the card is there although the disk failed.
+// What became of a card that was to be added.
 struct Ablage
 {
-    bool abgelegt = false;
-    std::exception_ptr fehler; // null for none
+    int nummer = 0;            // that it was to have; 0 where none was handed out
+    std::exception_ptr fehler; // null where the card is there, be it that the disk has failed behind it
 };
 
 // Adds the form as a new card behind the last of the new ones, under the next number. A number that is handed

@@ -16,10 +16,12 @@
 #include "Kopfzeile.h"
 #include "Themenzeile.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QTextCursor>
@@ -176,6 +178,25 @@ void Kartenformular::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
         bild_->SetLage(blatt.lage);
     }
     BilderZeigen();
+    if (nurLesen_)
+        NurLesen();
+}
+
+void Kartenformular::NurLesen()
+{
+    nurLesen_ = true;
+    MFrage_->Schuetzen();
+    for (KartenTextBox *box : antworten_->Boxen())
+        box->Schuetzen();
+    kopf_->Themenfeld()->Schuetzen();
+    kopf_->DateienSchuetzen();
+    art_->setEnabled(false);
+    for (QCheckBox *kreuz : antworten_->findChildren<QCheckBox *>())
+        kreuz->setEnabled(false);
+    bild_->Schuetzen();
+    if (knoepfe_)
+        for (QPushButton *knopf : {knoepfe_->CEOF, knoepfe_->Cadd})
+            knopf->setEnabled(false);
 }
 
 void Kartenformular::BilderZeigen()

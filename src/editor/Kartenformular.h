@@ -40,6 +40,9 @@ public:
     void FokusAufFrage() override;
     void FokusAufAntwort(std::size_t box) override;
 
+    // From now on cards are shown to be read, and nothing on the form can be changed.
+    void NurLesen();
+
     // The number of the card, as it stands above it.
     QString Nummer() const;
 
@@ -81,6 +84,7 @@ private:
     Dienste dienste_;
     QString verzeichnis_;
     Bildnamen pictureNames_;
+    bool nurLesen_ = false;
     bool zeigt_ = false;    // the form is being filled: nothing is changed by the writer
     bool gedruckt_ = false; // from then on its ground is light grey
 

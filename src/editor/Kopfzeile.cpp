@@ -174,6 +174,12 @@ void Kopfzeile::ThemaZeigen(const QString &thema)
     MaskThema_->Zeigen(thema);
 }
 
+void Kopfzeile::DateienSchuetzen()
+{
+    bilder_->setEnabled(false);
+    toene_->setEnabled(false);
+}
+
 QString Kopfzeile::Thema() const
 {
     return MaskThema_->Thema();

@@ -28,6 +28,8 @@ public:
     void ThemaZeigen(const QString &thema);
     // The card's pictures and sounds are counted; the marks are no part of what is printed.
     void DateienZeigen(const Bildnamen &namen);
+    // The marks of the card's files only count them.
+    void DateienSchuetzen();
     QString Thema() const;
 
     // What is typed into the number without Enter is not the card's.

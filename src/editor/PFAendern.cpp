@@ -6,6 +6,7 @@
 #include "Blaettertaste.h"
 #include "Feldtasten.h"
 #include "Formatmenue.h"
+#include "Karteititel.h"
 #include "KartenTextBox.h"
 #include "Kartenformular.h"
 #include "Kartenlauf.h"
@@ -44,7 +45,8 @@ PFÄndern::PFÄndern(CardStore &kartei, const Dienste &dienste, SearchHit &suche
       stand_(new Speicherstand(this)),
       leiste_(new Symbolleiste(stand_, this)),
       formular_(new Kartenformular(dienste, bilder, this)),
-      editor_(kartei, dienste.meldungen, *formular_)
+      aufbewahrung_(kartei, dienste.meldungen, dienste.dialoge),
+      editor_(kartei, dienste.meldungen, aufbewahrung_, *formular_)
 {
     setObjectName(u"PFÄndern"_s);
     setWindowTitle(u"Merkkasten Ändern"_s);
@@ -59,10 +61,26 @@ PFÄndern::PFÄndern(CardStore &kartei, const Dienste &dienste, SearchHit &suche
     MenueBauen();
     LeisteBauen();
     FormularVerbinden();
+    aufbewahrung_.umgezogen = [this](const QString &pfad) {
+        dienste_.konfig.Sichern(1, pfad,
+                                u"Die Liste der letzten Dateien konnte nicht gespeichert werden: "_s);
+    };
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [this](QSessionManager &sitzung) { SitzungEndet(sitzung); }, Qt::DirectConnection);
+    if (kartei_.NurAnsehen())
+        NurAnsehen();
     GroesseWaehlen();
+}
+
+// Nothing of a card can be changed, and no new one begun.
+void PFÄndern::NurAnsehen()
+{
+    setWindowTitle(windowTitle() + NurAnsehenZusatz(kartei_));
+    formular_->NurLesen();
+    format_->Sperren();
+    for (const char *name : {"MHinzufügen", "MKopieren", "MLöschen", "MBilder", "MTon"})
+        findChild<QAction *>(QString::fromUtf8(name))->setEnabled(false);
 }
 
 PFÄndern::~PFÄndern() = default;
@@ -168,6 +186,8 @@ void PFÄndern::FormularVerbinden()
         }
         return themen;
     };
+    if (kartei_.NurAnsehen())
+        return;
     auto *annahme =
         new Medienannahme(kartei_, dienste_.meldungen, formular_->Dateien(), formular_, formular_->Felder());
     annahme->angenommen = [this] {
@@ -196,7 +216,8 @@ void PFÄndern::Form_Load()
 
 void PFÄndern::Geaendert()
 {
-    editor_.cardDirty = true;
+    if (!kartei_.NurAnsehen())
+        editor_.cardDirty = true;
 }
 
 void PFÄndern::Cadd_Click()

@@ -50,6 +50,7 @@ private:
     void MenueBauen();
     void LeisteBauen();
     void FormularVerbinden();
+    void NurAnsehen();
     void KnoepfeBauen();
     void GroesseWaehlen();
     void Geaendert();
@@ -68,6 +69,7 @@ private:
     Speicherstand *stand_;
     Symbolleiste *leiste_;
     Kartenformular *formular_;
+    Aufbewahrung aufbewahrung_;
     CardEditor editor_;
     bool offen_ = false;
     // These go before the controls do: their going moves the focus.

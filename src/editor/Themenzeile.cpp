@@ -40,6 +40,12 @@ void Themenzeile::focusInEvent(QFocusEvent *event)
     QLineEdit::focusInEvent(event);
 }
 
+void Themenzeile::Schuetzen()
+{
+    setReadOnly(true);
+    setToolTip(u"Die Kartei ist nur zum Ansehen geöffnet."_s);
+}
+
 void Themenzeile::Zeigen(const QString &thema)
 {
     thema_ = thema;

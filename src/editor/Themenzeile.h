@@ -25,6 +25,9 @@ public:
     // is.
     void Zeigen(const QString &thema);
 
+    // What is shown can be read and copied, and not be changed, until another topic is shown.
+    void Schuetzen();
+
     QString Thema() const { return isReadOnly() ? thema_ : text(); }
 
 protected:

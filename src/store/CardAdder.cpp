@@ -66,15 +66,19 @@ std::string RenewSql(const std::vector<int> &columns)
 {
     std::string sql;
     for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool isAnswer = IsAnswer(columns[i]);
+        if (!isAnswer && !IsAnswerMedia(columns[i]))
+            continue;
         const std::string name = QuotedColumn(columns[i]);
-        if (IsAnswer(columns[i]))
-            sql += ',' + name + '=' + Value(i);
-        else if (IsAnswerMedia(columns[i]))
-            sql += ',' + name + "=coalesce(nullif(" + Value(i) + ",'')," + name + ')';
+        sql.append(sql.empty() ? "" : ",").append(name).append("=");
+        if (isAnswer)
+            sql.append(Value(i));
+        else
+            sql.append("coalesce(nullif(").append(Value(i)).append(",''),").append(name).append(")");
     }
     // All values are bound, whether used or not: the last one is named, so that there are as many.
     const std::string last = Value(columns.size() - 1);
-    return R"(UPDATE "Lernkarten" SET )" + sql.substr(1) + " WHERE _rowid_=?1 AND " + last + " IS " + last;
+    return R"(UPDATE "Lernkarten" SET )" + sql + " WHERE _rowid_=?1 AND " + last + " IS " + last;
 }
 
 bool IsEmpty(const Faecher &faecher)

@@ -6,6 +6,9 @@
 
 #include <QDir>
 
+#include <algorithm>
+#include <utility>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -61,9 +64,33 @@ CardStore::~CardStore()
 void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
 {
     CloseCardFile();
-    datei->beforeChange = [this] { VorAenderung(); };
-    offen_ = std::make_unique<Offen>(std::move(datei));
+    Nehmen(std::make_unique<Offen>(std::move(datei)));
+}
+
+void CardStore::Nehmen(std::unique_ptr<Offen> neue)
+{
+    offen_ = std::move(neue);
+    offen_->datei->beforeChange = [this] { VorAenderung(); };
     schritte.Folgen(*offen_->datei);
+}
+
+void CardStore::Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bisher, bool dieselben)
+{
+    auto neue = std::make_unique<Offen>(std::move(datei));
+    Faecher gezaehlt;
+    const qint16 nummer = std::max(HighestCardNumber, gezaehlt.Zaehlen(neue->karten));
+    if (offen_)
+        neue->karten.SetIndex(offen_->karten.Index());
+    Sitzung behalten = bisher;
+    const SchritteBewahren bewahren(*this);
+    if (dieselben)
+        schritte.abdruck_ = neue->datei->ReadState();
+    CloseCardFile();
+    Nehmen(std::move(neue));
+    FachInfo = gezaehlt;
+    HighestCardNumber = nummer;
+    sitzung = std::move(behalten);
+    FehlerStatus = 0;
 }
 
 void CardStore::CloseCardFile() noexcept
@@ -76,6 +103,11 @@ void CardStore::CloseCardFile() noexcept
     sitzung.Leeren();
 }
 
+bool CardStore::NurAnsehen() const
+{
+    return offen_ && offen_->datei->IsSnapshot();
+}
+
 QString CardStore::OffenerPfad() const
 {
     return offen_ ? offen_->datei->Path() : QString();
@@ -86,6 +118,11 @@ CardStore::Offen &CardStore::Offene()
     if (!offen_)
         throw StoreError(Fehler::NichtsOffen, u"Es ist keine Kartei geöffnet."_s);
     return *offen_;
+}
+
+CardFile &CardStore::Datei()
+{
+    return *Offene().datei;
 }
 
 CardRecordset &CardStore::Karten()

@@ -52,15 +52,23 @@ public:
     // Takes a card file and binds its cards and handles; nothing is counted yet. Throws StoreError where it
     // lacks one of the fields; nothing is open then.
     void Uebernehmen(std::unique_ptr<CardFile> datei);
+    // Goes on in another file, or in the same one opened anew: the cards are counted, the session and the
+    // order of the cards stay. `dieselben`: it holds the same cards row by row, so the steps stay, too.
+    // `bisher` may be this one's own. Throws StoreError; what is open stays open then.
+    void Fortsetzen(std::unique_ptr<CardFile> datei, const Sitzung &bisher, bool dieselben);
     // Errors are ignored; harmless when nothing is open.
     void CloseCardFile() noexcept;
 
     bool IsOpen() const { return static_cast<bool>(offen_); }
 
+    // Whether what is open is a copy to be looked at: nothing in it can be changed.
+    bool NurAnsehen() const;
+
     // The path of the open file; empty when nothing is open.
     QString OffenerPfad() const;
 
-    // The open cards and their handles; throw StoreError 91 when nothing is open.
+    // The open file, its cards and their handles; throw StoreError 91 when nothing is open.
+    CardFile &Datei();
     CardRecordset &Karten();
     CardFieldHandles &Felder();
 
@@ -71,6 +79,7 @@ private:
     struct Offen;
 
     Offen &Offene();
+    void Nehmen(std::unique_ptr<Offen> neue);
 
     std::unique_ptr<Offen> offen_;
 };

@@ -94,10 +94,10 @@ Kartenabgleich::Kartenabgleich(SQLite::Database &database)
 {
     std::string sql = R"(SELECT _rowid_,"Antworttyp",coalesce(nullif("Frage_Klartext",''),"Frage"),)"
                       R"("Picture_1_Name","Picture_6_Name")";
-    for (int i = 1; i <= 5; ++i) {
-        const std::string name = "\"Antwort_" + std::to_string(i);
-        sql += ",coalesce(nullif(" + name + "_Klartext\",'')," + name + "\"),\"Antwort_ch_" +
-               std::to_string(i) + '"';
+    for (const char nummer : {'1', '2', '3', '4', '5'}) {
+        const std::string name = std::string("\"Antwort_") + nummer;
+        sql.append(",coalesce(nullif(").append(name).append("_Klartext\",''),").append(name).append("\")");
+        sql.append(",\"Antwort_ch_").append(1, nummer).append("\"");
     }
     SQLite::Statement alle(database, sql + R"( FROM "Lernkarten")");
     while (alle.executeStep()) {

@@ -4,9 +4,11 @@
 
 #include "CardFile.h"
 #include "CardFileCheck.h"
+#include "CardSnapshot.h"
 #include "FreshFile.h"
 #include "JetConversion.h"
 #include "JetSource.h"
+#include "JournalFile.h"
 #include "Repair.h"
 
 #include <QFileInfo>
@@ -47,6 +49,32 @@ bool OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &me
     return lacksSums;
 }
 
+// Whether another program has left off in the midst of a change.
+bool OpenCopy(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
+{
+    auto copy = std::make_unique<CardSnapshot>(path);
+    // What stands in a log is finished.
+    const bool unfinished =
+        !QFileInfo::exists(CompanionOf(copy->Path(), "-wal")) && HasUnfinishedChange(copy->Path());
+    WithPlaceNamed(copy->Path(), path, [&] {
+        if (IsJetFile(copy->Path()))
+            ConvertJetFile(copy->Path());
+        CardFile sound(copy->Path()); // ends what another program has not finished
+        CheckCardFile(sound.Database(), melder.pruefung());
+    });
+    kartei.Uebernehmen(std::make_unique<CardFile>(path, std::move(copy)));
+    kartei.HighestCardNumber = kartei.FachInfo.Zaehlen(kartei.Karten(), melder.gezaehlt);
+    return unfinished;
+}
+
+Oeffnung Geoeffnet(CardStore &kartei, const QString &fileName, const Clock &clock)
+{
+    kartei.CurrentFileName = fileName;
+    kartei.FehlerStatus = 0;
+    kartei.sitzung.StartSessionTally(clock.Now(), kartei.FachInfo);
+    return {.ausgang = Oeffnung::Ausgang::Offen, .fehler = {}};
+}
+
 } // namespace
 
 Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
@@ -77,16 +105,46 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
         return {Ausgang::Gescheitert, StoreError(Fehler::ZuWenigSpeicher, ErrorText(error))};
     }
     nothingHalf.dismiss();
-    kartei.CurrentFileName = fileName;
-    kartei.FehlerStatus = 0;
-    kartei.sitzung.StartSessionTally(clock.Now(), kartei.FachInfo);
-    return {Ausgang::Offen, {}, lacksSums};
+    Oeffnung oeffnung = Geoeffnet(kartei, fileName, clock);
+    oeffnung.ohnePruefsummen = lacksSums;
+    return oeffnung;
+}
+
+bool IstAnsehbar(const CardStore &kartei, const QString &fileName, const StoreError &fehler)
+{
+    if (fehler.Number() != Fehler::Gesperrt && fehler.Number() != Fehler::NichtErlaubt)
+        return false;
+    try {
+        CheckAccess(kartei.CardPath(fileName), CardFile::Access::ReadOnly);
+        return true;
+    } catch (const StoreError &) {
+        return false;
+    }
+}
+
+Oeffnung ZumAnsehenOeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
+                           const Oeffnungsmelder &melder)
+{
+    kartei.CloseCardFile();
+    auto nothingHalf = qScopeGuard([&] { kartei.CloseCardFile(); });
+    bool unfinished = false;
+    try {
+        unfinished = OpenCopy(kartei, kartei.CardPath(fileName), melder);
+    } catch (const StoreError &error) {
+        return {Oeffnung::Ausgang::Gescheitert, error};
+    } catch (const std::exception &error) {
+        return {Oeffnung::Ausgang::Gescheitert, StoreError(Fehler::ZuWenigSpeicher, ErrorText(error))};
+    }
+    nothingHalf.dismiss();
+    Oeffnung oeffnung = Geoeffnet(kartei, fileName, clock);
+    oeffnung.unfertig = unfinished;
+    return oeffnung;
 }
 
 void KarteiAnlegen(CardStore &kartei, const QString &fileName)
 {
     const QString path = kartei.CardPath(fileName);
-    const bool isOpenOne = kartei.IsOpen() && SameFile(path, kartei.OffenerPfad());
+    const bool isOpenOne = kartei.IsOpen() && !kartei.NurAnsehen() && SameFile(path, kartei.OffenerPfad());
     CheckNameLength(path);
     if (!isOpenOne)
         CheckReplaceable(path); // another program may be learning with it

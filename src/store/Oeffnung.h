@@ -25,6 +25,7 @@ struct Oeffnung
     Ausgang ausgang = Ausgang::Gescheitert;
     std::optional<StoreError> fehler;
     bool ohnePruefsummen = false; // open, and GivePageSums can give its pages their sums
+    bool unfertig = false;        // a copy is open without what another program has not finished
 };
 
 // What is told while a file is opened.
@@ -41,6 +42,16 @@ struct Oeffnungsmelder
 // cannot be opened whole, nothing is open. The cursor stands at the end.
 Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
                  const Oeffnungsmelder &melder = {});
+
+// Whether a card file that could not be opened, with `fehler`, can be opened to be looked at all the same: it
+// may be read but not written, or another program has it.
+bool IstAnsehbar(const CardStore &kartei, const QString &fileName, const StoreError &fehler);
+
+// The same as Oeffnen, but for a copy of the file as it is now (CardSnapshot), one of the former database
+// engine converted: it can be looked at, and nothing in it changed. A change that another program has not
+// finished is taken back in the copy. No file that can be repaired is told of.
+Oeffnung ZumAnsehenOeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
+                           const Oeffnungsmelder &melder = {});
 
 // Replaces KarteiPfad/fileName by a new, empty card file, which is not opened. Throws StoreError where it
 // cannot be made; what is open stays open then, but where it was to be replaced itself and its place could

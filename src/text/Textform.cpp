@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype Probe = 256 * 1024; // bytes that are looked at
+constexpr qsizetype Probe = qsizetype{256} * 1024; // bytes that are looked at
 
 // The beginning, whole lines.
 Textinhalt Anfang(Textinhalt inhalt)

@@ -44,9 +44,11 @@ QString NeueKarteiMachen(const Werkbank &bank, const Vorhaben &vorhaben)
             anderswo.emplace(ziel.absolutePath());
         zug.emplace(bank, store.KarteiPfad, anderswo ? *anderswo : neu.Lock(), ziel.fileName());
     }
-    store.CloseCardFile(); // a card file is copied only while it is closed
+    const bool ansehen = store.NurAnsehen();
+    if (!ansehen)
+        store.CloseCardFile(); // a card file is copied only while it is closed
     neu.Make([&](const QString &pfad) {
-        CopyFile(quelle, pfad);
+        CopyFile(ansehen ? store.Datei().ReadablePath() : quelle, pfad);
         CardFile datei(pfad);
         CardRecordset karten(datei);
         CardTransaction arbeit(karten);
@@ -78,7 +80,8 @@ Ausgang NeueKartei(const Werkbank &bank, Vorhaben vorhaben)
     QString bericht;
     const bool gemacht = Versuchen(bank.meldungen, [&] {
         // Another file may stand where the open one stood: what is copied must be what is shown.
-        InEinemZug(store.Karten(), [] {});
+        if (!store.NurAnsehen())
+            InEinemZug(store.Karten(), [] {});
         unveraendert = true;
         bericht = NeueKarteiMachen(bank, vorhaben);
         store.KarteiPfad = QFileInfo(vorhaben.ziel).absolutePath();

@@ -2,11 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Sicherungsfenster.h"
 
+#include "CardFile.h"
 #include "Fensterbau.h"
 #include "SafeFile.h"
 #include "Schriftgrade.h"
 #include "Sicherungsstand.h"
 #include "Step.h"
+#include "Zahltext.h"
 #include "Zeittext.h"
 #include "Zielwahl.h"
 #include "Zurueckholen.h"
@@ -15,7 +17,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeWidget>
@@ -27,15 +28,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString Zahl(int zahl)
-{
-    return QLocale(QLocale::German).toString(zahl);
-}
-
 // "3 Karten", "1 Karte"
 QString Karten(int anzahl)
 {
-    return Zahl(anzahl) + (anzahl == 1 ? u" Karte"_s : u" Karten"_s);
+    return Zahltext(anzahl) + (anzahl == 1 ? u" Karte"_s : u" Karten"_s);
 }
 
 QString SeitdemSatz(const Unterschied &unterschied)
@@ -128,9 +124,9 @@ void Sicherungsfenster::Auflisten()
         auto *zeile = new QTreeWidgetItem(liste_, {Zeit(sicherung)});
         try {
             const Kartenstand stand = KarteiZaehlen(sicherung.datei);
-            zeile->setText(1, Zahl(stand.karten));
+            zeile->setText(1, Zahltext(stand.karten));
             for (int fach = 0; fach < FachAnzahl; ++fach)
-                zeile->setText(2 + fach, Zahl(stand.faecher[static_cast<std::size_t>(fach)]));
+                zeile->setText(2 + fach, Zahltext(stand.faecher[static_cast<std::size_t>(fach)]));
         } catch (const StoreError &) {
             zeile->setText(1, u"beschädigt"_s);
         }
@@ -161,14 +157,14 @@ void Sicherungsfenster::SeitdemZeigen()
     QString text;
     if (sicherung) {
         try {
-            text = SeitdemSatz(Vergleichen(sicherung->datei, oeffner_.Kartei().OffenerPfad()));
+            text = SeitdemSatz(Vergleichen(sicherung->datei, oeffner_.Kartei().Datei().ReadablePath()));
         } catch (const StoreError &fehler) {
             text = fehler.Text();
             lesbar = fehler.Number() != Fehler::Beschaedigt;
         }
     }
     seitdem_->setText(text);
-    zurueckholen_->setEnabled(lesbar);
+    zurueckholen_->setEnabled(lesbar && !oeffner_.Kartei().NurAnsehen());
     alsNeue_->setEnabled(lesbar);
 }
 

@@ -316,7 +316,7 @@ QSize Hausstil::sizeFromContents(ContentsType type, const QStyleOption *option, 
         const bool leitend = Art(widget) == Stilmaler::Knopfart::Leitend;
         int breite = size.width() + 2 * Knopfpolster;
         if (leitend) {
-            const QFont schrift = widget->font();
+            const QFont &schrift = widget->font();
             breite += QFontMetrics(Knopfschrift(schrift, Stilmaler::Knopfart::Leitend))
                           .size(Qt::TextShowMnemonic, knopf->text)
                           .width() -

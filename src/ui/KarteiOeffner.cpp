@@ -3,17 +3,16 @@
 #include "KarteiOeffner.h"
 
 #include "DamagedCards.h"
+#include "FehlerVon.h"
 #include "GivePageSums.h"
 #include "JetConversion.h"
+#include "Karteititel.h"
 #include "Repair.h"
-#include "SafeFile.h"
 #include "Sicherungsstand.h"
-#include "TextHelpers.h"
-#include "Zeittext.h"
+#include "Zahltext.h"
 #include "Zurueckholen.h"
 
 #include <QFileInfo>
-#include <QLocale>
 
 #include <numeric>
 
@@ -42,35 +41,16 @@ private:
     Meldungen &meldungen_;
 };
 
-// What `tun` throws, or nothing.
-template <typename Tun>
-std::optional<StoreError> FehlerVon(Tun &&tun)
-{
-    try {
-        tun();
-        return std::nullopt;
-    } catch (const StoreError &fehler) {
-        return fehler;
-    } catch (const std::exception &fehler) {
-        return StoreError(Fehler::ZuWenigSpeicher, ErrorText(fehler));
-    }
-}
-
 int Kartenzahl(const CardStore &kartei)
 {
     return std::accumulate(kartei.FachInfo.begin(), kartei.FachInfo.end(), 0,
                            [](int summe, const Fach &fach) { return summe + fach.Anzahl; });
 }
 
-QString Zahl(int zahl)
-{
-    return QLocale(QLocale::German).toString(zahl);
-}
-
 } // namespace
 
 KarteiOeffner::KarteiOeffner(CardStore &kartei, Meldungen &meldungen, const Clock &clock)
-    : verzoegerung(clock), kartei_(kartei), meldungen_(meldungen), clock_(clock)
+    : verzoegerung(clock), kartei_(kartei), meldungen_(meldungen), fragen_(meldungen), clock_(clock)
 {
 }
 
@@ -97,16 +77,34 @@ void KarteiOeffner::OpenCardFile(QString &fileName)
     if (oeffnung.ohnePruefsummen)
         oeffnung = PruefsummenGeben(fileName, oeffnung);
     if (oeffnung.ausgang != Ausgang::Offen) {
-        BoxZeichnen();
+        Scheitern(*oeffnung.fehler);
+        if (!IstAnsehbar(kartei_, fileName, *oeffnung.fehler) ||
+            !fragen_.Ansehen(kartei_.CardPath(fileName))) {
+            fileName.clear();
+            return;
+        }
+        oeffnung = ZumAnsehenOeffnen(kartei_, fileName, clock_, Melder());
+    }
+    if (oeffnung.ausgang != Ausgang::Offen) {
+        Scheitern(*oeffnung.fehler);
         fileName.clear();
-        meldungen_.Zeigen(oeffnung.fehler->Text() + u" Fcode: "_s +
-                          QString::number(oeffnung.fehler->Number()));
         return;
     }
-    meldungen_.SetTitel(u"Merkkasten (%1)"_s.arg(fileName));
+    meldungen_.SetTitel(Karteititel(kartei_));
     BoxZeichnen();
+    if (oeffnung.unfertig)
+        meldungen_.Zeigen(
+            u"Ein anderes Programm hat eine Änderung an der Datei „%1“ nicht abgeschlossen. "
+            u"Gezeigt wird der Stand davor; an der Datei wurde nichts geändert."_s.arg(fileName));
     // While the learner looks at the box: the first answer need not wait for the copy.
     Tagessicherung();
+}
+
+// Nothing is open; why, is told.
+void KarteiOeffner::Scheitern(const StoreError &fehler)
+{
+    BoxZeichnen();
+    meldungen_.Zeigen(fehler.Text() + u" Fcode: "_s + QString::number(fehler.Number()));
 }
 
 void KarteiOeffner::SichernMit(Sicherungen &sicherungen)
@@ -117,13 +115,13 @@ void KarteiOeffner::SichernMit(Sicherungen &sicherungen)
 
 void KarteiOeffner::Tagessicherung()
 {
-    if (sicherungen_ && kartei_.IsOpen())
+    if (sicherungen_ && kartei_.IsOpen() && !kartei_.NurAnsehen())
         sicherungen_->VorAenderung(kartei_.OffenerPfad(), Kartenzahl(kartei_));
 }
 
 void KarteiOeffner::VorEingriff()
 {
-    if (sicherungen_ && kartei_.IsOpen())
+    if (sicherungen_ && kartei_.IsOpen() && !kartei_.NurAnsehen())
         sicherungen_->VorEingriff(kartei_.OffenerPfad(), Kartenzahl(kartei_));
 }
 
@@ -135,26 +133,26 @@ void KarteiOeffner::ResetBoxTable()
     verzoegerung.CalibrateDelayLoop();
 }
 
+Oeffnungsmelder KarteiOeffner::Melder()
+{
+    return {.pruefung =
+                [this] {
+                    return WartenZeigen(u"Die Kartei wird geprüft."_s,
+                                        u"Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet."_s);
+                },
+            .gezaehlt = [this] { BoxZeichnen(); }};
+}
+
 Oeffnung KarteiOeffner::Versuchen(const QString &fileName)
 {
-    return Oeffnen(kartei_, fileName, clock_,
-                   {.pruefung =
-                        [this] {
-                            return WartenZeigen(
-                                u"Die Kartei wird geprüft."_s,
-                                u"Die Prüfung wurde abgebrochen; die Kartei ist nicht geöffnet."_s);
-                        },
-                    .gezaehlt = [this] { BoxZeichnen(); }});
+    return Oeffnen(kartei_, fileName, clock_, Melder());
 }
 
 // Opens the file where the learner has it converted; else gives `oeffnung` back.
 Oeffnung KarteiOeffner::Umwandeln(const QString &fileName, Oeffnung oeffnung)
 {
     const QString path = kartei_.CardPath(fileName);
-    if (meldungen_.Fragen(u"Die Kartei „%1“ hat noch das alte Dateiformat – soll sie umgewandelt werden (die "
-                          u"alte Datei bleibt als „%2“ daneben erhalten)?"_s.arg(
-                              QFileInfo(path).fileName(),
-                              QFileInfo(ConversionNames(path).oldFile).fileName())) != Meldungen::Antwort::Ja)
+    if (!fragen_.Umwandeln(path))
         return oeffnung;
     if (sicherungen_)
         sicherungen_->Aufheben(path, u".altes-Format"_s);
@@ -173,12 +171,13 @@ Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
 {
     const QString path = kartei_.CardPath(fileName);
     const auto sicherung = sicherungen_ ? sicherungen_->NeuesteGute(path) : std::nullopt;
-    switch (RettungWaehlen(path, sicherung)) {
-    case Rettung::Keine:
+    switch (fragen_.Retten(sicherung ? std::optional(Aussicht(path, *sicherung)) : std::nullopt,
+                           clock_.Now().date())) {
+    case Oeffnungsfragen::Rettung::Keine:
         return oeffnung;
-    case Rettung::Sicherung:
+    case Oeffnungsfragen::Rettung::Sicherung:
         return Zurueckholen(fileName, *sicherung);
-    case Rettung::Reparatur:
+    case Oeffnungsfragen::Rettung::Reparatur:
         break;
     }
     if (sicherungen_)
@@ -195,40 +194,21 @@ Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
             meldungen_.Zeigen(u"Datei kann nicht repariert werden !"_s);
         return {Ausgang::Gescheitert, fehler};
     }
-    if (!result.summary.isEmpty())
-        meldungen_.Zeigen(result.summary);
-    if (meldungen_.Waehlen(u"Datei wurde repariert"_s, {u"&OK"_s, u"&Bericht lesen"_s}, 0) == 1)
-        BerichtZeigen(result.report);
+    fragen_.Repariert(result.summary, result.report);
     return Versuchen(fileName);
 }
 
-KarteiOeffner::Rettung KarteiOeffner::RettungWaehlen(const QString &path,
-                                                     const std::optional<Sicherung> &sicherung)
+Oeffnungsfragen::Aussicht KarteiOeffner::Aussicht(const QString &path, const Sicherung &sicherung)
 {
-    const QString frage = u"Diese Datei ist beschädigt Reparaturversuch ?"_s;
-    if (!sicherung)
-        return meldungen_.Fragen(frage) == Meldungen::Antwort::Ja ? Rettung::Reparatur : Rettung::Keine;
-    QString reparatur = u"nichts zu retten"_s;
+    Oeffnungsfragen::Aussicht aussicht{u"nichts zu retten"_s, u"beschädigt"_s, sicherung.zeit};
     FehlerVon([&] {
-        const RepairOutlook aussicht = LookAtDamaged(
+        const RepairOutlook rettbar = LookAtDamaged(
             path, WartenZeigen(u"Die Kartei wird geprüft."_s, u"Die Prüfung wurde abgebrochen."_s));
-        if (aussicht.saved > 0)
-            reparatur = u"%1 von %2 Karten"_s.arg(Zahl(aussicht.saved), Zahl(aussicht.known));
+        if (rettbar.saved > 0)
+            aussicht.reparatur = u"%1 von %2 Karten"_s.arg(Zahltext(rettbar.saved), Zahltext(rettbar.known));
     });
-    QString gesichert = u"beschädigt"_s;
-    FehlerVon([&] { gesichert = Zahl(KarteiZaehlen(sicherung->datei).karten) + u" Karten"_s; });
-    const QString wahl = u"%1\n\nReparatur: %2\nSicherung von %3: %4"_s.arg(
-        frage, reparatur, ZeitText(sicherung->zeit, clock_.Now().date()), gesichert);
-    constexpr qsizetype Abbruch = 1;
-    switch (
-        meldungen_.Waehlen(wahl, {u"&Ja, reparieren"_s, u"&Nein"_s, u"&Sicherung zurückholen"_s}, Abbruch)) {
-    case 0:
-        return Rettung::Reparatur;
-    case 2:
-        return Rettung::Sicherung;
-    default:
-        return Rettung::Keine;
-    }
+    FehlerVon([&] { aussicht.sicherung = Zahltext(KarteiZaehlen(sicherung.datei).karten) + u" Karten"_s; });
+    return aussicht;
 }
 
 // The damaged file is kept among the backups.
@@ -245,29 +225,12 @@ Oeffnung KarteiOeffner::Zurueckholen(const QString &fileName, const Sicherung &s
     return Versuchen(fileName);
 }
 
-void KarteiOeffner::BerichtZeigen(const QString &datei)
-{
-    constexpr qint64 Laengster = 8 << 20; // bytes
-    if (const auto fehler = FehlerVon([&] {
-            meldungen_.Bericht(QFileInfo(datei).fileName(), TextFromUtf8(ReadFile(datei, Laengster)));
-        }))
-        meldungen_.Zeigen(fehler->Text());
-}
-
 // Gives the open file the sums of its pages where the learner agrees; else gives `oeffnung` back. Where that
 // fails, the file is opened as it was.
 Oeffnung KarteiOeffner::PruefsummenGeben(const QString &fileName, Oeffnung oeffnung)
 {
     const QString path = kartei_.CardPath(fileName);
-    const QString datei = QFileInfo(path).canonicalFilePath();
-    if (ohnePruefsummen_.contains(datei))
-        return oeffnung;
-    ohnePruefsummen_.insert(datei);
-    if (meldungen_.Fragen(
-            u"Die Kartei „%1“ stammt von einer älteren Version und hat noch keine Prüfsummen, an "
-            u"denen jede Beschädigung zu erkennen ist – soll sie welche bekommen (ältere Versionen "
-            u"von Paukfix öffnen sie dann nicht mehr)?"_s.arg(QFileInfo(path).fileName())) !=
-        Meldungen::Antwort::Ja)
+    if (!fragen_.PruefsummenGeben(path))
         return oeffnung;
     VorEingriff();
     kartei_.CloseCardFile();

@@ -4,10 +4,9 @@
 
 #include "Meldungen.h"
 #include "Oeffnung.h"
+#include "Oeffnungsfragen.h"
 #include "Sicherungen.h"
 #include "Verzoegerung.h"
-
-#include <QSet>
 
 #include <functional>
 
@@ -27,15 +26,16 @@ public:
     void CreateCardFile(QString &fileName);
     // Opens KarteiPfad/fileName, asking whether to convert one of the former database engine, whether to
     // repair a damaged one, and, once in a run of the program for each file, whether an older one is to have
-    // the sums of its pages. On failure reports it, leaves no file open and empties `fileName`: never pass
-    // CurrentFileName itself.
+    // the sums of its pages. One that may not be written, or that another program has, is reported, and then
+    // opened to be looked at where that is wanted. On failure reports it, leaves no file open and empties
+    // `fileName`: never pass CurrentFileName itself.
     void OpenCardFile(QString &fileName);
     // Empties the box, shows it so, and measures the clock.
     void ResetBoxTable();
 
     // Backups are made before a box changes, and offered beside the repair; none before this is called.
     void SichernMit(Sicherungen &sicherungen);
-    // A tool is about to change the open box.
+    // A tool is about to change the open box, or to replace it.
     void VorEingriff();
 
     // The box that is opened.
@@ -50,27 +50,21 @@ public:
     Verzoegerung verzoegerung;
 
 private:
+    Oeffnungsmelder Melder();
     Oeffnung Versuchen(const QString &fileName);
+    void Scheitern(const StoreError &fehler);
     Oeffnung Umwandeln(const QString &fileName, Oeffnung oeffnung);
     Oeffnung Reparieren(const QString &fileName, Oeffnung oeffnung);
-    // What becomes of a damaged file.
-    enum class Rettung
-    {
-        Reparatur,
-        Keine,
-        Sicherung
-    };
-    Rettung RettungWaehlen(const QString &path, const std::optional<Sicherung> &sicherung);
+    Oeffnungsfragen::Aussicht Aussicht(const QString &path, const Sicherung &sicherung);
     Oeffnung Zurueckholen(const QString &fileName, const Sicherung &sicherung);
-    void BerichtZeigen(const QString &datei);
     void Tagessicherung();
     Oeffnung PruefsummenGeben(const QString &fileName, Oeffnung oeffnung);
 
     CardStore &kartei_;
     Meldungen &meldungen_;
+    Oeffnungsfragen fragen_;
     const Clock &clock_;
     Sicherungen *sicherungen_ = nullptr;
-    QSet<QString> ohnePruefsummen_; // files that are to stay as they are
 };
 
 } // namespace paukfix

@@ -35,7 +35,7 @@ public:
     // Asks `text` with Yes and No and the question icon; closing the box without a choice is No.
     virtual Antwort Fragen(const QString &text, Antwort vorgabe = Antwort::Ja) = 0;
     // Asks `text` with a button for each of `knoepfe`, the first of which answers Enter. Returns which was
-    // chosen; closing the box is `abbruch`.
+    // chosen; closing the box is `abbruch`, which may be none of them.
     virtual qsizetype Waehlen(const QString &text, const QStringList &knoepfe, qsizetype abbruch) = 0;
     // A longer text to be read, under `titel`, until it is closed.
     virtual void Bericht(const QString &titel, const QString &text) = 0;

@@ -166,12 +166,18 @@ qsizetype MeldungenFenster::Waehlen(const QString &text, const QStringList &knoe
     for (QAbstractButton *knopf : reihe) {
         if (knopf->text() == knoepfe.first())
             box.setDefaultButton(qobject_cast<QPushButton *>(knopf));
-        if (knopf->text() == knoepfe[abbruch])
+        if (knoepfe.indexOf(knopf->text()) == abbruch)
             box.setEscapeButton(knopf);
+    }
+    if (abbruch < 0 || abbruch >= knoepfe.size()) { // a box without such a button cannot be closed
+        QPushButton *zu = box.addButton(u"Zurück"_s, QMessageBox::RejectRole);
+        box.setEscapeButton(zu);
+        zu->hide();
     }
     Vorbereiten(box);
     box.exec();
-    return box.clickedButton() ? knoepfe.indexOf(box.clickedButton()->text()) : abbruch;
+    const qsizetype wahl = box.clickedButton() ? knoepfe.indexOf(box.clickedButton()->text()) : abbruch;
+    return wahl < 0 ? abbruch : wahl;
 }
 
 void MeldungenFenster::Bericht(const QString &titel, const QString &text)

@@ -134,7 +134,7 @@ void ZipReader::Unpack(std::size_t entry, const std::function<void(Bytes piece)>
     const std::unique_ptr<zip_file_t, CloseFile> file(zip_fopen_index(zip_.get(), entry, 0));
     if (!file)
         ThrowDamaged(path_);
-    std::array<std::uint8_t, 65536> piece;
+    std::array<std::uint8_t, 65536> piece{};
     qint64 sum = 0;
     for (;;) {
         const zip_int64_t got = zip_fread(file.get(), piece.data(), piece.size());

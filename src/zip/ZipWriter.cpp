@@ -8,8 +8,6 @@
 #include <QFile>
 
 #include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <zip.h>
 
@@ -72,15 +70,11 @@ void ZipWriter::AddSource(const QString &name, zip_source *source, Packing packi
 
 void ZipWriter::Add(const QString &name, const QByteArray &content, Packing packing)
 {
-    const auto size = static_cast<std::size_t>(content.size());
-    void *copy = std::malloc(size > 0 ? size : 1); // libzip frees it
-    if (!copy)
-        throw StoreError(Fehler::ZuWenigSpeicher, u"Nicht genügend Speicher."_s);
-    std::memcpy(copy, content.constData(), size);
-    zip_source *source = zip_source_buffer(zip_.get(), copy, size, 1);
-    if (!source)
-        std::free(copy);
-    AddSource(name, source, packing);
+    contents_.push_back(content);
+    AddSource(name,
+              zip_source_buffer(zip_.get(), contents_.back().constData(),
+                                static_cast<std::size_t>(content.size()), 0),
+              packing);
 }
 
 void ZipWriter::AddFile(const QString &name, const QString &path, Packing packing)

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 struct zip;
 struct zip_source;
@@ -47,6 +48,7 @@ private:
     };
 
     QString path_;
+    std::vector<QByteArray> contents_; // what is added, read by Finish()
     std::unique_ptr<zip, Close> zip_;
 };
 

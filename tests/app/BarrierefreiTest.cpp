@@ -222,6 +222,8 @@ private slots:
                                             {"MKartei_anhängen", "Karteianhängen"},
                                             {"MKartei_spiegeln", "Karteispiegeln"},
                                             {"MKartei_packen", "Karteipacken"},
+                                            {"MFremdeKartei", "FremdeKartei"},
+                                            {"MKartei_ausgeben", "Karteiausgeben"},
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"},
                                             {"MStatistik", "Statistik"},

@@ -86,7 +86,7 @@ QList<Zustand> Zustaende()
         {"mirror", Menue(4, 5), "Thema ausfiltern"},
         {"all cards to new", Menue(4, 6), "Alle Karten nach Fach Neu"},
         {"done cards to new", Menue(4, 7), "Erledigte Karten nach Fach Neu"},
-        {"statistics", Menue(4, 9), "Statistik"},
+        {"statistics", Menue(4, 12), "Statistik"},
         {"about", Menue(5, 1), "über Paukfix"},
     };
 }

@@ -41,6 +41,8 @@ private slots:
                                             {"MKartei_anhängen", "Karteianhängen"},
                                             {"MKartei_spiegeln", "Karteispiegeln"},
                                             {"MKartei_packen", "Karteipacken"},
+                                            {"MFremdeKartei", "FremdeKartei"},
+                                            {"MKartei_ausgeben", "Karteiausgeben"},
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"}}) {
             const Drehbuch buch({Taste(QString::fromUtf8(name), Qt::Key_Escape)});

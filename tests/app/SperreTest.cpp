@@ -108,13 +108,15 @@ private slots:
 
     void DialogsOfTheFileToolsKeepTheLock()
     {
-        const std::array<std::pair<const char *, QString>, 6> werkzeuge{{
+        const std::array<std::pair<const char *, QString>, 8> werkzeuge{{
             {"MAscii_Export", "AExport"},
             {"MAscii_Import", "AImport"},
             {"MThema_ausfiltern", "Themaausfiltern"},
             {"MKartei_anhängen", "Karteianhängen"},
             {"MKartei_spiegeln", "Karteispiegeln"},
             {"MKartei_packen", "Karteipacken"},
+            {"MFremdeKartei", "FremdeKartei"},
+            {"MKartei_ausgeben", "Karteiausgeben"},
         }};
         for (const auto &[eintrag, name] : werkzeuge) {
             const Drehbuch buch({Klick(name, "cmdDateiname"), Dateidialog(), Danach(name),
@@ -122,7 +124,7 @@ private slots:
             Waehlen(eintrag);
             QTRY_VERIFY(buch.Fertig());
         }
-        QCOMPARE(dialoge_, 6);
+        QCOMPARE(dialoge_, 8);
         QCOMPARE(luecken_, QStringList());
     }
 

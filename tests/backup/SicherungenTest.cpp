@@ -58,7 +58,7 @@ struct Kasten
     {
         kartei.Karten().SetIndex(u"BoxKey");
         kartei.Karten().Seek(CardRecordset::Comparison::AtLeast, 1);
-        KarteEinordnen(kartei, richtig);
+        KarteEinordnen(kartei, Gefragt(kartei), richtig);
     }
 
     QTemporaryDir verzeichnis;

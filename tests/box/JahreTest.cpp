@@ -63,7 +63,7 @@ void JahreTest::TheOldestCardOfACompartmentIsAskedThroughout()
         const bool right = fach != 5 && random() % 10 < 4;
         const auto target = static_cast<std::size_t>(ZielFach(fach, right));
         const qint16 highest = store.FachInfo[target].LfdMax;
-        KarteVerschieben(store, messages, right);
+        KarteVerschieben(store, messages, Gefragt(store), right);
         expected.Antworten(asked, right);
         closedUp += store.FachInfo[target].LfdMax < highest ? 1 : 0;
         ++answer;

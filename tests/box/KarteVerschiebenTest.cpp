@@ -88,7 +88,7 @@ private slots:
             karten << MakeCard(10 * fach + 1, fach, 4) << MakeCard(10 * fach + 2, fach, 9);
         Kartei kartei(karten);
         kartei.Stehen(von);
-        KarteVerschieben(kartei.store, kartei.meldungen, richtig);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), richtig);
 
         const auto &fach = kartei.store.FachInfo;
         const auto an = [](int i) { return static_cast<std::size_t>(i); };
@@ -111,7 +111,7 @@ private slots:
     {
         Kartei kartei({MakeCard(1, 5, 1)});
         kartei.Stehen(5);
-        KarteVerschieben(kartei.store, kartei.meldungen, true);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
         QCOMPARE(kartei.meldungen.Texte(),
                  QStringList{"Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"});
         QCOMPARE(kartei.meldungen.gezeigt[0].symbol, Meldungen::Symbol::Ausruf);
@@ -124,7 +124,7 @@ private slots:
         for (int i = 0; i < 6; ++i) {
             kartei.Stehen(1);
             gefragt << kartei.store.Felder().FrageNr.Integer();
-            KarteVerschieben(kartei.store, kartei.meldungen, false);
+            KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         }
         QCOMPARE(gefragt, (QList<int>{1, 2, 3, 1, 2, 3}));
     }
@@ -137,9 +137,9 @@ private slots:
             kartei.store.sitzung.Zaehlen(false);
         }
         kartei.Stehen(1);
-        KarteVerschieben(kartei.store, kartei.meldungen, false);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         kartei.Stehen(1);
-        KarteVerschieben(kartei.store, kartei.meldungen, true);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
         QCOMPARE(kartei.store.sitzung.RichtigZaehler(), 32767);
         QCOMPARE(kartei.store.sitzung.FalschZaehler(), 32767);
     }
@@ -149,7 +149,7 @@ private slots:
         Kartei kartei({MakeCard(1, 0, 1), MakeCard(2, 2, 5), MakeCard(3, 2, 17), MakeCard(4, 2, 32767),
                        MakeCard(5, 3, 8)});
         kartei.Stehen(0);
-        KarteVerschieben(kartei.store, kartei.meldungen, true);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
         QCOMPARE(kartei.store.FachInfo[2].LfdMax, 4);
         QCOMPARE(kartei.store.FachInfo[2].Anzahl, 4);
         QCOMPARE(kartei.Gespeichert(),
@@ -161,11 +161,11 @@ private slots:
     {
         Kartei kartei({MakeCard(1, 1, 100), MakeCard(2, 1, 200), MakeCard(3, 1, 32767)});
         kartei.Stehen(1);
-        KarteVerschieben(kartei.store, kartei.meldungen, false);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         QCOMPARE(kartei.store.FachInfo[1].LfdMax, 3);
         kartei.Stehen(1);
         QCOMPARE(kartei.store.Felder().FrageNr.Integer(), 2);
-        KarteVerschieben(kartei.store, kartei.meldungen, false);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{3, 1, 2}, {1, 1, 3}, {2, 1, 4}}));
     }
 
@@ -173,7 +173,7 @@ private slots:
     {
         Kartei kartei({MakeCard(1, 0, 1), MakeCard(2, 1, -7), MakeCard(3, 1, 1), MakeCard(4, 1, 32767)});
         kartei.Stehen(0);
-        KarteVerschieben(kartei.store, kartei.meldungen, false);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 1, 1}, {3, 1, 2}, {4, 1, 3}, {1, 1, 4}}));
     }
 
@@ -184,7 +184,7 @@ private slots:
             karten << MakeCard(i, 1, 32767 - 3 * (300 - i));
         Kartei kartei(karten);
         kartei.Stehen(1);
-        KarteVerschieben(kartei.store, kartei.meldungen, false);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
         const QList<QList<int>> gespeichert = kartei.Gespeichert();
         for (int i = 0; i < 299; ++i)
             QCOMPARE(gespeichert[i], (QList<int>{i + 2, 1, i + 1}));
@@ -196,7 +196,8 @@ private slots:
         Kartei kartei({MakeCard(1, 0, 1), MakeCard(2, 2, 5)});
         kartei.Stehen(0);
         VollePlatte::Setzen(VollePlatte::Zustand::Voll);
-        QVERIFY_EXCEPTION_THROWN(KarteVerschieben(kartei.store, kartei.meldungen, true), StoreError);
+        QVERIFY_EXCEPTION_THROWN(
+            KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true), StoreError);
         QCOMPARE(kartei.store.FachInfo[0].Anzahl, 1);
         QCOMPARE(kartei.store.FachInfo[2].Anzahl, 1);
         QCOMPARE(kartei.store.FachInfo[2].LfdMax, 5);
@@ -210,7 +211,7 @@ private slots:
         // With room again, the same card goes its way.
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         kartei.Stehen(0);
-        KarteVerschieben(kartei.store, kartei.meldungen, true);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
         QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{2, 2, 5}, {1, 2, 6}}));
     }
 
@@ -219,7 +220,8 @@ private slots:
         Kartei kartei({MakeCard(1, 1, 100), MakeCard(2, 1, 200), MakeCard(3, 1, 32767)});
         kartei.Stehen(1);
         VollePlatte::Setzen(VollePlatte::Zustand::Voll);
-        QVERIFY_EXCEPTION_THROWN(KarteVerschieben(kartei.store, kartei.meldungen, false), StoreError);
+        QVERIFY_EXCEPTION_THROWN(
+            KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false), StoreError);
         NeuZaehlen(kartei.store, Fehler::DatentraegerVoll);
         VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
         QCOMPARE(kartei.store.FachInfo[1].LfdMax, 32767);
@@ -248,7 +250,7 @@ private slots:
         const QList<CardRecord> andere{MakeCard(7, 4, 1)};
         Kartei kartei(karten);
         kartei.Stehen(0);
-        KarteVerschieben(kartei.store, kartei.meldungen, true);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
         const QString weg = kartei.pfad + ".weg";
         QVERIFY(geloescht ? QFile::remove(kartei.pfad) : QFile::rename(kartei.pfad, weg));
         if (ersetzt)
@@ -256,7 +258,7 @@ private slots:
         const QStringList dateien = QDir(kartei.verzeichnis.path()).entryList(QDir::Files);
         try {
             kartei.Stehen(0);
-            KarteVerschieben(kartei.store, kartei.meldungen, false);
+            KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), false);
             QFAIL("stored in a file that is not there");
         } catch (const StoreError &fehler) {
             QCOMPARE(fehler.Number(), Fehler::KarteiNichtGefunden);

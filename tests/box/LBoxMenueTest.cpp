@@ -37,7 +37,8 @@ private slots:
              {"MAscii_Export|ASCII Export", "MAscii_Import|ASCII Import", "Mstrich2|-",
               "MThema_ausfiltern|Thema ausfiltern", "MKartei_anhängen|Kartei anhängen",
               "MKartei_spiegeln|Kartei spiegeln", "MAlleNeu|Alle Karten nach Neu",
-              "MErledigtNeu|erledigte Karten nach Neu ", "MKartei_packen|Kartei packen", "MStrich3|-",
+              "MErledigtNeu|erledigte Karten nach Neu ", "MKartei_packen|Kartei packen",
+              "MFremdeKartei|Fremde Kartei einlesen", "MKartei_ausgeben|Kartei ausgeben", "MStrich3|-",
               "MAnimation|Animation", "MStrich5|-", "MStatistik|Statistik anzeigen", "Mstrich4|-",
               "MVerlauf|Verlauf"}},
             {"Minfo|Info", {"Müber|über Paukfix"}},
@@ -70,7 +71,8 @@ private slots:
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
         b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               nullptr, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -80,11 +82,12 @@ private slots:
         LBoxBuehne b;
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr});
+        b.Zeigen({},
+                 {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                  oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
         for (const QString name : {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import",
                                    "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
-                                   "MErledigtNeu", "MKartei_packen", "MVerlauf"}) {
+                                   "MErledigtNeu", "MKartei_packen", "MKartei_ausgeben", "MVerlauf"}) {
             b.meldungen.gezeigt.clear();
             b.Menue(name)->trigger();
             QCOMPARE(b.meldungen.Texte(), QStringList{"Bitte erst eine Datei öffnen"});
@@ -93,9 +96,9 @@ private slots:
             QCOMPARE(b.kartei.FehlerStatus, Fehler::NichtsOffen);
         }
         // These check by themselves, or need none.
-        for (const QString name : {"Manzeigen", "MStatistik", "Müber"})
+        for (const QString name : {"Manzeigen", "MFremdeKartei", "MStatistik", "Müber"})
             b.Menue(name)->trigger();
-        QCOMPARE(geoeffnet, 3);
+        QCOMPARE(geoeffnet, 4);
     }
 
     void EntriesOpenTheirWindowOnAnOpenFile()

@@ -452,6 +452,7 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({2, 0, 1});
+        b.meldungen.wahlen.push_back(2);
         b.NaechsteAbfrage([&](QWidget *) {
             b.Tippe("Antwort 1");
             b.Taste(Qt::Key_Return);
@@ -462,7 +463,9 @@ private slots:
         QCOMPARE(b.meldungen.Texte(),
                  QStringList{"Die Antwort konnte nicht gespeichert werden: Der Datenträger ist "
                              "voll; in „" +
-                             b.Pfad("a.pzb") + "“ wurde nichts gespeichert."});
+                             b.Pfad("a.pzb") +
+                             "“ wurde nichts gespeichert.\n\nDie Antwort ist noch nicht verloren. Was soll "
+                             "geschehen?"});
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.Anzahl(2), 1);
         QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 0);
@@ -485,11 +488,13 @@ private slots:
             QVERIFY(QFile::rename(b.Pfad("a.pzb"), b.Pfad("weg.pzb")));
             b.Taste(Qt::Key_Return);
         });
+        b.meldungen.wahlen.push_back(2);
         b.Taste(Qt::Key_N);
         QCOMPARE(b.meldungen.Texte(),
-                 QStringList("Die Antwort konnte nicht gespeichert werden: Die Datei „" + b.Pfad("a.pzb") +
-                             "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war.\n\nDie Kartei "
-                             "wurde geschlossen."));
+                 QStringList({"Die Antwort konnte nicht gespeichert werden: Die Datei „" + b.Pfad("a.pzb") +
+                                  "“ wurde gelöscht, umbenannt oder ersetzt, während sie offen war.\n\nDie "
+                                  "Antwort ist noch nicht verloren. Was soll geschehen?",
+                              "Die Kartei wurde geschlossen."}));
         QVERIFY(b.kartei.FehlerStatus > 0);
         QCOMPARE(b.Anzahl(0), 0);
         QCOMPARE(b.meldungen.Titel(), QString("Merkkasten"));
@@ -497,7 +502,7 @@ private slots:
                  QString("Keine Kartei geöffnet.\n\nStrg+O öffnet eine, Strg+N legt eine neue an."));
         QVERIFY(b.Finde<QLabel>("Hinweis")->isVisible());
         b.Taste(Qt::Key_N);
-        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+        QCOMPARE(b.meldungen.gezeigt.size(), 2);
     }
 
     void ACardThatCannotBeReadClosesTheFile_data()
@@ -530,6 +535,7 @@ private slots:
         b.OeffnenMit({700, 40, 60, 200, 300, 600});
         VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
         b.NaechsteAntwort(true);
+        b.meldungen.wahlen.push_back(2);
         b.Taste(Qt::Key_N);
         b.fenster->BoxZeichnen();
         QVERIFY(!b.meldungen.gezeigt.isEmpty());

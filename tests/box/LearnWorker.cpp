@@ -33,7 +33,7 @@ static void Answer(CardStore &kartei, TestMeldungen &meldungen, int fach, bool r
         return;
     const int frageNr = kartei.Felder().FrageNr.Integer();
     Say("will", "antwort", frageNr, richtig ? 1 : 0);
-    KarteVerschieben(kartei, meldungen, richtig);
+    KarteVerschieben(kartei, meldungen, Gefragt(kartei), richtig);
     Say("hat", "antwort", frageNr, richtig ? 1 : 0);
 }
 

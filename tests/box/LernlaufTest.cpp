@@ -82,7 +82,8 @@ struct Lernbuehne : TestDienste
     Eingabewache eingabe{kasten};
     TestAbfrage abfrage;
     Kartenflug flug{kasten, oeffner.verzoegerung, konfig, eingabe};
-    Lernlauf lauf{{kartei, meldungen, belegung, eingabe, flug}};
+    Aufbewahrung aufbewahrung{kartei, meldungen, dialoge};
+    Lernlauf lauf{{kartei, meldungen, belegung, eingabe, flug, aufbewahrung}};
     Wuerfelspiel spiel{{kartei, oeffner.verzoegerung, Alle(), belegung, eingabe, kasten.Wuerfel(), lauf}};
 };
 
@@ -254,12 +255,29 @@ private slots:
             QVERIFY(!b.lauf.SitzungEndet());
             QCOMPARE(b.meldungen.Texte(), QStringList()); // the desktop waits for an answer
         };
+        b.meldungen.wahlen.push_back(2);
         b.lauf.Image0_Click(0);
-        QTRY_COMPARE(b.meldungen.gezeigt.size(), 1);
+        QTRY_COMPARE(b.meldungen.gezeigt.size(), 2);
         QVERIFY(b.meldungen.Texte()[0].startsWith("Die Antwort konnte nicht gespeichert werden: "));
-        QVERIFY(b.meldungen.Texte()[0].endsWith("\n\nDie Kartei wurde geschlossen."));
+        QCOMPARE(b.meldungen.Texte()[1], "Die Kartei wurde geschlossen.");
         QCOMPARE(gescheitert.size(), 1);
         QCOMPARE(verloren.size(), 1);
+    }
+
+    // The verdict has outlived its query: it is stored as soon as that is possible.
+    void AVerdictThatTheEndOfTheSessionCannotStoreIsKept()
+    {
+        Lernbuehne b;
+        b.abfrage.waehrend = [&] {
+            b.kartei.CloseCardFile();
+            QVERIFY(!b.lauf.SitzungEndet());
+        };
+        b.meldungen.wahlen.push_back(0);
+        b.lauf.Image0_Click(0);
+        QTRY_COMPARE(b.meldungen.gezeigt.size(), 1);
+        QCOMPARE(b.Anzahl(0), 2);
+        QCOMPARE(b.Anzahl(2), 1);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
     }
 
     void AFileThatIsGoneIsReportedAfterTheBoxHasChanged()
@@ -268,9 +286,10 @@ private slots:
         b.abfrage.waehrend = [&] { b.kartei.CloseCardFile(); };
         qsizetype meldungen = -1;
         connect(&b.lauf, &Lernlauf::KarteiVerloren, this, [&] { meldungen = b.meldungen.gezeigt.size(); });
+        b.meldungen.wahlen.push_back(2);
         b.lauf.Image0_Click(0);
-        QCOMPARE(meldungen, 0);
-        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+        QCOMPARE(meldungen, 1);
+        QCOMPARE(b.meldungen.gezeigt.size(), 2);
         QVERIFY(b.kartei.FehlerStatus > 0);
         b.lauf.Image0_Click(0);
         QCOMPARE(b.abfrage.gefragt, 1);

@@ -59,7 +59,7 @@ public:
             if (!ErsteKarte(store.Karten(), fach))
                 qFatal("compartment %d is empty", fach);
             frageNr = store.Felder().FrageNr.Integer();
-            KarteVerschieben(store, meldungen, richtig);
+            KarteVerschieben(store, meldungen, Gefragt(store), richtig);
             return true;
         } catch (const StoreError &fehler) {
             meldungen.Zeigen(u"Die Antwort konnte nicht gespeichert werden: "_s + fehler.Text());

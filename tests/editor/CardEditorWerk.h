@@ -64,7 +64,8 @@ struct Werk
     TestKartei kartei;
     CardStore &store = kartei.store;
     TestFormular form;
-    CardEditor editor{store, kartei.messages, form};
+    Aufbewahrung aufbewahrung{store, kartei.messages, kartei.dienste.dialoge};
+    CardEditor editor{store, kartei.messages, aufbewahrung, form};
 };
 
 inline QList<CardRecord> Drei()

@@ -201,7 +201,8 @@ private slots:
         QVERIFY(!handlung.fertig(w));
         QCOMPARE(w.kartei.messages.Texte(),
                  QStringList{u"Fehler beim Speichern der Karte: Die Datei „%1“ wurde gelöscht, "
-                             u"umbenannt oder ersetzt, während sie offen war."_s.arg(w.kartei.Path())});
+                             u"umbenannt oder ersetzt, während sie offen war.\n\nDie Karte steht noch im "
+                             u"Formular. Was soll geschehen?"_s.arg(w.kartei.Path())});
         QVERIFY(w.editor.cardDirty);
         QCOMPARE(w.form.blatt.Frage, lang);
         // What stands in its place is not touched, and nothing lies beside it.

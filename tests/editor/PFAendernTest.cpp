@@ -195,7 +195,7 @@ private slots:
         QFile::remove(b.kartei.Path());
         QVERIFY(!b.fenster->close());
         QCOMPARE(b.Text("MFrage"), u"neu Frage 1"_s);
-        b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
+        b.kartei.messages.wahlen = {2};
         QVERIFY(b.fenster->close());
         QCOMPARE(b.geschlossen, 1);
     }

@@ -60,7 +60,7 @@ public:
     void Antworten(bool richtig)
     {
         kartei.Karten().MoveFirst();
-        KarteEinordnen(kartei, richtig);
+        KarteEinordnen(kartei, Gefragt(kartei), richtig);
         buch->Nachsehen();
     }
 

@@ -49,6 +49,8 @@ private:
         const QString before = store_->CurrentFileName;
         QCOMPARE(Open(name), QString());
         QVERIFY(!meldungen_->gezeigt.isEmpty());
+        if (meldungen_->gezeigt.last().frage) // whether to look at it, to which the answer is no
+            meldungen_->gezeigt.removeLast();
         const auto &last = meldungen_->gezeigt.last();
         QVERIFY2(last.text.endsWith(u" Fcode: %1"_s.arg(number)), qPrintable(last.text));
         QVERIFY2(last.text.size() > 20, qPrintable(last.text));

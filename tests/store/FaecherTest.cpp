@@ -147,7 +147,7 @@ private slots:
                 if (!kasten.Stehen(fach))
                     continue;
                 const double gefragt = kartei.Felder().FrageNr.Number();
-                wohin = KarteEinordnen(kartei, rnd(3) != 0);
+                wohin = KarteEinordnen(kartei, Gefragt(kartei), rnd(3) != 0);
                 QCOMPARE(kasten.Letzte(wohin), gefragt);
             } else if (tun < 80) {
                 if (!kasten.Stehen(fach))

@@ -6,19 +6,23 @@
 #include <QFile>
 
 #include <cstdio>
+#include <iostream>
+#include <string>
 
 using namespace paukfix;
 
-// A second run of the program: opens the card file, says the number of the error or 0, and keeps the file
-// open until its input ends.
-int main(int, char **argv)
+// A second run of the program: opens the card file, runs the SQL that may follow, says the number of the
+// error or 0, and keeps the file open until its input ends. Each line of the input is run as SQL, too.
+int main(int argc, char **argv)
 {
     try {
-        const CardFile file(QFile::decodeName(argv[1]));
+        CardFile file(QFile::decodeName(argv[1]));
+        if (argc > 2)
+            file.Database().exec(argv[2]);
         std::puts("0");
         std::fflush(stdout);
-        while (std::getchar() != EOF) {
-        }
+        for (std::string line; std::getline(std::cin, line);)
+            file.Database().exec(line);
     } catch (const StoreError &error) {
         std::printf("%d\n", error.Number());
     }

@@ -38,7 +38,7 @@ private:
         MakeCardFile(Path("gut.pzb"), {MakeCard(4, 0, 1), MakeCard(9, 3, 5)});
         QCOMPARE(Oeffnen(*kartei_, "gut.pzb", clock_).ausgang, Ausgang::Offen);
         kartei_->Karten().MoveFirst();
-        KarteEinordnen(*kartei_, true);
+        KarteEinordnen(*kartei_, Gefragt(*kartei_), true);
         QCOMPARE(kartei_->sitzung.RichtigZaehler(), qint16(1));
     }
 

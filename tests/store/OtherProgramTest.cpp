@@ -37,28 +37,6 @@ void Answer(CardRecordset &cards)
     cards.Update();
 }
 
-// The descriptors of the file that this process has open.
-QList<int> DescriptorsOf(const QString &path)
-{
-    QList<int> found;
-    const QDir all("/proc/self/fd");
-    for (const QString &number : all.entryList(QDir::Files | QDir::System))
-        if (QFile::symLinkTarget(all.filePath(number)) == path)
-            found << number.toInt();
-    return found;
-}
-
-// A network drive that comes back may have forgotten the locks.
-void LoseLocks(const QString &path)
-{
-    const QList<int> files = DescriptorsOf(path);
-    QCOMPARE(files.size(), 1);
-    struct flock none = {};
-    none.l_type = F_UNLCK;
-    none.l_whence = SEEK_SET;
-    QCOMPARE(::fcntl(files.constFirst(), F_OFD_SETLK, &none), 0);
-}
-
 } // namespace
 
 // Another program's doings with the card file, or with what takes its place, while it is open here.

@@ -108,7 +108,7 @@ struct Kasten
     {
         if (!Stehen(fach))
             qFatal("compartment %d is empty", fach);
-        KarteEinordnen(kartei, richtig);
+        KarteEinordnen(kartei, Gefragt(kartei), richtig);
     }
 
     QByteArray Stand()
@@ -245,7 +245,7 @@ private slots:
             } else {
                 if (tun < 80) {
                     if (const int fach = rnd(6); kasten.Stehen(fach))
-                        KarteEinordnen(kartei, rnd(3) != 0);
+                        KarteEinordnen(kartei, Gefragt(kartei), rnd(3) != 0);
                 } else if (tun < 88) {
                     if (kartei.Karten().RecordCount() > 20 && kasten.Stehen(rnd(7)))
                         QVERIFY(KarteLoeschen(kartei).geloescht);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "AnderesProgramm.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -50,6 +51,20 @@ QString GapInLock(const QString &path)
         if (const QString answer = OtherProgram(path, QLatin1String(sql)); !answer.contains(u"locked"))
             return u"%1 got: %2"_s.arg(QLatin1String(sql), answer);
     return {};
+}
+
+void LoseLocks(const QString &path)
+{
+    const QDir all(u"/proc/self/fd"_s);
+    for (const QString &number : all.entryList(QDir::Files | QDir::System)) {
+        if (QFile::symLinkTarget(all.filePath(number)) != path)
+            continue;
+        struct flock none = {};
+        none.l_type = F_UNLCK;
+        none.l_whence = SEEK_SET;
+        if (::fcntl(number.toInt(), F_OFD_SETLK, &none) != 0)
+            qFatal("the lock stays");
+    }
 }
 
 } // namespace paukfix

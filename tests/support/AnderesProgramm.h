@@ -15,4 +15,7 @@ QString OtherProgram(const QString &path, const QString &sql);
 // where the engine's lie, the engine's own program reads and writes. Empty where it is locked.
 QString GapInLock(const QString &path);
 
+// Drops the lock on the card file that is open here: a network drive that comes back may have forgotten it.
+void LoseLocks(const QString &path);
+
 } // namespace paukfix

@@ -52,6 +52,9 @@ public:
     {
         gezeigt.append({text, Titel(), true, Symbol::Keins});
         knopfreihen.append(knoepfe);
+        if (knopfreihen.size() > 1000)
+            qFatal("asked for ever: %s", qPrintable(text));
+        beiFrage();
         if (wahlen.empty())
             return abbruch;
         const qsizetype wahl = wahlen.front();

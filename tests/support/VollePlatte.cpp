@@ -15,9 +15,11 @@ using VollePlatte::Vorgang;
 using VollePlatte::Zustand;
 
 Zustand stand = Zustand::Gesund;
+QString betroffen; // the beginning of the paths on the disk that `stand` tells of
 VollePlatte::Zeuge *zeuge = nullptr;
 int bisZumFehler = 0; // calls, the failing one included; 0 for none
 Art art = Art::Fehler;
+Zustand danachStand = Zustand::Gesund;
 std::optional<Vorgang> gescheitert;
 sqlite3_vfs echtesSystem;
 sqlite3_vfs platte;
@@ -41,7 +43,16 @@ bool Scheitert(Vorgang vorgang)
     if (bisZumFehler == 0 || --bisZumFehler > 0)
         return false;
     gescheitert = vorgang;
+    if (danachStand != Zustand::Gesund)
+        stand = danachStand;
     return true;
+}
+
+Zustand StandVon(const sqlite3_file *datei)
+{
+    const auto pfad = pfade.find(datei);
+    const bool dort = betroffen.isEmpty() || (pfad != pfade.end() && pfad->second.startsWith(betroffen));
+    return dort ? stand : Zustand::Gesund;
 }
 
 bool Schreibt(const sqlite3_file *datei)
@@ -58,16 +69,16 @@ int Schliessen(sqlite3_file *datei)
 
 int Lesen(sqlite3_file *datei, void *daten, int laenge, sqlite3_int64 stelle)
 {
-    if (stand == Zustand::Kaputt || Scheitert(Vorgang::Lesen))
+    if (StandVon(datei) == Zustand::Kaputt || Scheitert(Vorgang::Lesen))
         return SQLITE_IOERR_READ;
     return Echt(datei).xRead(datei, daten, laenge, stelle);
 }
 
 int Schreiben(sqlite3_file *datei, const void *daten, int laenge, sqlite3_int64 stelle)
 {
-    if (stand == Zustand::Voll)
+    if (StandVon(datei) == Zustand::Voll)
         return SQLITE_FULL;
-    if (stand == Zustand::Kaputt)
+    if (StandVon(datei) == Zustand::Kaputt)
         return SQLITE_IOERR_WRITE;
     if (Scheitert(Vorgang::Schreiben)) {
         if (art == Art::Halb)
@@ -189,13 +200,15 @@ void VollePlatte::Einbauen()
     sqlite3_vfs_register(&platte, 1);
 }
 
-void VollePlatte::Setzen(Zustand zustand)
+void VollePlatte::Setzen(Zustand zustand, const QString &nur)
 {
     stand = zustand;
+    betroffen = nur;
 }
 
-void VollePlatte::Scheitern(int nummer, Art wie)
+void VollePlatte::Scheitern(int nummer, Art wie, Zustand danach)
 {
+    danachStand = danach;
     bisZumFehler = nummer;
     art = wie;
     gescheitert.reset();

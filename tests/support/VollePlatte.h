@@ -23,7 +23,8 @@ enum class Zustand
 
 // Once, before the first card file is opened.
 void Einbauen();
-void Setzen(Zustand zustand);
+// All files, or those whose path begins with `nur`: another disk.
+void Setzen(Zustand zustand, const QString &nur = {});
 
 // The engine's calls to the disk that can fail.
 enum class Vorgang
@@ -47,8 +48,9 @@ enum class Art
     Voll,   // the disk is full (writing, syncing), else as Fehler
 };
 
-// Lets the call number `nummer` from now on, counted from 1, fail once; 0 for none.
-void Scheitern(int nummer, Art art = Art::Fehler);
+// Lets the call number `nummer` from now on, counted from 1, fail once; 0 for none. From then on the disk is
+// as `danach` says.
+void Scheitern(int nummer, Art art = Art::Fehler, Zustand danach = Zustand::Gesund);
 // The call that has failed since then.
 std::optional<Vorgang> Gescheitert();
 

@@ -38,7 +38,7 @@ struct DreiTage : Werkstatt
     {
         store.Karten().SetIndex(u"BoxKey");
         store.Karten().Seek(CardRecordset::Comparison::AtLeast, 0);
-        KarteEinordnen(store, true);
+        KarteEinordnen(store, Gefragt(store), true);
     }
 
     Sicherungsfenster &Zeigen()
@@ -134,7 +134,7 @@ private slots:
         b.oeffner.VorEingriff();
         b.sicherungen.Liste(b.Pfad("box.pzb"));
         b.store.Karten().Seek(CardRecordset::Comparison::AtLeast, 1);
-        KarteEinordnen(b.store, false); // from compartment 1 to its back
+        KarteEinordnen(b.store, Gefragt(b.store), false); // from compartment 1 to its back
         b.Zeigen();
         QTest::keyClick(b.hand.Fokus(), Qt::Key_End);
         const QByteArray vorher = b.Bytes("box.pzb");

@@ -84,7 +84,7 @@ private slots:
         w.Schreiben("neu.txt", "eins;one;Zahlen\r\nzwei;two;Zahlen\r\n");
         const QString anfang = Stand(w.store);
         w.store.Karten().MoveFirst();
-        KarteEinordnen(w.store, true);
+        KarteEinordnen(w.store, Gefragt(w.store), true);
         const QString vorher = Stand(w.store);
 
         werkzeug(w.bank);
@@ -109,7 +109,7 @@ private slots:
         Werkstatt w;
         w.Oeffnen({MakeCard(1, 0, 1), MakeCard(2, 1, 1)});
         w.store.Karten().MoveFirst();
-        KarteEinordnen(w.store, true);
+        KarteEinordnen(w.store, Gefragt(w.store), true);
         QCOMPARE(ErledigteNachNeu(w.bank), 0);
         QCOMPARE(w.store.schritte.Zurueckzunehmen(), u"Antwort auf Frage 1"_s);
     }
@@ -119,7 +119,7 @@ private slots:
         Werkstatt w;
         w.Oeffnen(Karten());
         w.store.Karten().MoveFirst();
-        KarteEinordnen(w.store, true);
+        KarteEinordnen(w.store, Gefragt(w.store), true);
         QCOMPARE(KarteiSpiegeln(w.bank, "ziel.pzb"), Ausgang::Gelungen);
         QCOMPARE(w.store.schritte.Zurueckzunehmen(), QString());
     }

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The Paukfix developers
+#pragma once
+
+#include "Beilagen.h"
+#include "CardRecord.h"
+#include "CardSource.h"
+#include "Deckquelle.h"
+
+#include <QHash>
+
+namespace paukfix {
+
+// What becomes the topic of a card.
+enum class Deckthema
+{
+    Schlagwoerter,
+    Stapel,
+    Keines
+};
+
+struct Deckwahl
+{
+    Deckthema thema = Deckthema::Schlagwoerter;
+    bool faecher = false; // where a card lies follows what was learnt; else all are new
+};
+
+// The cards of a deck on their way into a card file, with their pictures and sounds on the way beside it.
+// What ends the reading ends the cards, and is told by Hindernis(): nothing of it must be kept then.
+class Deckkarten final : public CardSource
+{
+public:
+    Deckkarten(Deckquelle &quelle, const Deckwahl &wahl, Beilagen &beilagen, Deckbericht &bericht);
+
+    int Count() const override { return anzahl_; }
+
+    bool Next() override;
+    void Read(int column, CopiedValue &value) override;
+
+    CardPlace Place() const override { return {.fach = wahl_.faecher ? karte_.fach : 0}; }
+
+    const std::optional<StoreError> &Hindernis() const { return hindernis_; }
+
+private:
+    enum class Art
+    {
+        Bild,
+        Ton
+    };
+
+    void Eintragen();
+    QString Thema();
+    QString Ablegen(const std::optional<Deckmedium> &medium, Art art);
+    QString Wandeln(const Deckmedium &medium, Art art);
+
+    Deckquelle &quelle_;
+    Deckwahl wahl_;
+    Beilagen &beilagen_;
+    Deckbericht &bericht_;
+    int anzahl_;
+    Deckkarte karte_;
+    CardRecord satz_;
+    QHash<QString, QString> abgelegt_; // names beside the card file by those in the deck
+    std::optional<StoreError> hindernis_;
+};
+
+} // namespace paukfix
