@@ -167,7 +167,7 @@ void LBOX::Form_Load()
     dienste_.konfig.ReadConfig();
     geladen_ = true;
     if (!KarteiAktionen::Kennt(befehlszeile_))
-        StandZeigen(); // behind what asks for a file
+        BoxZeichnen(); // behind what asks for a file
     if (IstFremd(befehlszeile_))
         FremdEinlesen(QDir(aktionen_.Arbeitsverzeichnis()).absoluteFilePath(befehlszeile_));
     else
