@@ -32,7 +32,7 @@ public:
     std::function<void()> gewaehlt = [] {};
 
 private:
-    std::array<QComboBox *, 3> cmbSpalte_; // question, answer, topic; entry 0: none
+    std::array<QComboBox *, 3> cmbSpalte_{}; // question, answer, topic; entry 0: none
     QCheckBox *chkUeberschrift_;
     QWidget *zeile_; // of the columns
     QTableWidget *tblVorschau_;
