@@ -86,6 +86,7 @@ private slots:
             Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
             QVERIFY(lauf.Starten());
             QVERIFY(lauf.HatGeoeffnet(kartei_));
+            Antworten(); // the box is backed up by then
             QVERIFY(QFile::rename(kartei_, Pfad("weg.pzb")));
             Antworten();
             QVERIFY(anzeige_->WarteAuf("Merkkasten (a.pzb)"));
@@ -96,7 +97,7 @@ private slots:
             QVERIFY(lauf.prozess.waitForFinished());
         }
         const QList<int> danach = InFach2(kartei_);
-        QVERIFY(danach.isEmpty() || danach == QList<int>{1});
+        QVERIFY(danach == QList<int>{1} || danach == (QList<int>{1, 2}));
         QCOMPARE(FaultIn(kartei_), QString());
         Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
         QVERIFY(lauf.Starten());
