@@ -98,7 +98,7 @@ QString Deckkarten::Ablegen(const std::optional<Deckmedium> &medium, Art art)
     const auto schon = abgelegt_.constFind(schluessel);
     if (!eigenes && schon != abgelegt_.constEnd())
         return *schon;
-    const QString name = Wandeln(*medium, art);
+    QString name = Wandeln(*medium, art);
     if (name.isEmpty())
         bericht_.Melden(Deckrest::MediumUnlesbar, eigenes ? karte_.frage.klar : medium->name);
     if (!eigenes)

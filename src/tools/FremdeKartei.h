@@ -39,7 +39,7 @@ private:
     QString ZielVorschlag() const;
 
     QLineEdit *lblDateiname_;
-    QLabel *lblInhalt_;
+    QLabel *lblInhalt_ = nullptr;
     QRadioButton *optNeu_ = nullptr;
     QRadioButton *optOffen_ = nullptr;
     QLineEdit *lblZiel_ = nullptr;

@@ -191,7 +191,7 @@ private slots:
         QVERIFY(Fenster(box_, {"alt+e", "i"}, "ASCII-Import", {"Dateiname", "Trennzeichen", "OK", "Zurück"}));
         QVERIFY(Fenster(box_, {"alt+e", "p"}, "Kartei packen", {"Dateiname", "a.pzbz", "OK", "Zurück"}));
         QVERIFY(Fenster(box_, {"alt+e", "f"}, "Fremde Kartei einlesen",
-                        {"Dateiname", "Noch keine Datei gewählt.", "Thema der Karten", "OK", "Zurück"}));
+                        {"Dateiname", "Noch keine Datei gewählt.", "Thema:", "OK", "Zurück"}));
         QVERIFY(Fenster(box_, {"alt+e", "g"}, "Kartei ausgeben",
                         {"Dateiname", "Form", "a.apkg", "OK", "Zurück"}));
         QVERIFY(anzeige_->Tasten(box_, {"alt+e", "e"}));
