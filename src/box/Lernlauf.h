@@ -89,7 +89,7 @@ private:
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;
     bool bearbeitbar_ = false;
-    bool unterwegs_ = false; // the box may not have the keyboard yet
+    bool unterwegs_ = false;     // the box may not have the keyboard yet
     std::optional<Frage> offen_; // a card is asked whose verdict, if there is one, is not stored
 };
 

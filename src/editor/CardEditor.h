@@ -127,9 +127,9 @@ private:
     Aufbewahrung &aufbewahrung_;
     Kartensicht &formular_;
     bool neu_ = true;
-    double nummer_ = 0; // of the shown card, while it is not new
-    CardPosition platz_;   // of the shown card; without a number where it must be counted
-    int versuchte_ = 0; // the number under which the new card may be in the file although storing it failed
+    double nummer_ = 0;  // of the shown card, while it is not new
+    CardPosition platz_; // of the shown card; without a number where it must be counted
+    int versuchte_ = 0;  // the number under which the new card may be in the file although storing it failed
     bool vertagt_ = false; // the writer has closed the question what is to become of the card
 };
 

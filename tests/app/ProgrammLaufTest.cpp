@@ -151,8 +151,9 @@ private slots:
         QVERIFY(anzeige_->WarteAuf("Merkkasten Abfrage"));
         Lauf zweiter(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         QVERIFY(zweiter.Starten());
-        // It is locked, and so was not opened.
+        // It is locked, and not to be looked at either.
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "alt+n"));
         QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
         QVERIFY(anzeige_->Taste("Lern-Box", "ctrl+l"));
         QVERIFY(anzeige_->Taste("Datei laden", "End"));
