@@ -6,10 +6,12 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig)
+void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig,
+                      const std::function<void()> &vorMeldung)
 {
     // Stored before the message, which stays as long as its reader likes.
     if (KarteEinordnen(kartei, richtig) == FachErledigt) {
+        vorMeldung();
         meldungen.Zeigen(u"Sehr gut!\nDiese Frage beherrschen Sie.\nDie Frage ist vorerst erledigt"_s,
                          Meldungen::Symbol::Ausruf);
     }

@@ -5,10 +5,13 @@
 #include "KarteEinordnen.h"
 #include "Meldungen.h"
 
+#include <functional>
+
 namespace paukfix {
 
-// Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done. Throws
-// StoreError.
-void KarteVerschieben(CardStore &kartei, Meldungen &meldungen, bool richtig);
+// Moves the current card by its answer (KarteEinordnen) and congratulates on a card that is done, after
+// `vorMeldung`. Throws StoreError.
+void KarteVerschieben(
+    CardStore &kartei, Meldungen &meldungen, bool richtig, const std::function<void()> &vorMeldung = [] {});
 
 } // namespace paukfix

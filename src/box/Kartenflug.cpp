@@ -23,7 +23,7 @@ void Kartenflug::Legen(const QString &frageNr)
 
 void Kartenflug::KarteAnimieren(int von, int ziel, bool richtig)
 {
-    if (!konfig_.Animation)
+    if (!Fliegt())
         return;
     Kartenrahmen &karte = kasten_.Karte();
     const QPoint start = kasten_.Vorderste(von);

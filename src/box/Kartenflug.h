@@ -26,6 +26,10 @@ public:
     }
 
     void Legen(const QString &frageNr);
+
+    // Whether there will be a flight.
+    bool Fliegt() const { return konfig_.Animation; }
+
     // Colours the card by its verdict and takes it from compartment `von` to `ziel`. A key or click, which is
     // kept, ends the flight. Nothing happens where animations are off.
     void KarteAnimieren(int von, int ziel, bool richtig);

@@ -58,22 +58,28 @@ void Lernlauf::KarteAbfragen()
     bewegung.von = teile_.kartei.Felder().FachNr.Integer();
     teile_.flug.Legen(QString::number(bewegung.frageNr));
     offen_ = true;
+    unterwegs_ = true;
     const auto vorbei = qScopeGuard([this] { offen_ = false; });
     const std::optional<AbfrageErgebnis> ergebnis = abfrage_->Fragen(bearbeitbar_);
     const bool bearbeiten = ergebnis == AbfrageErgebnis::Bearbeiten;
-    if (!bearbeiten)
-        emit Zurueckgekehrt();
     if (IstUrteil(ergebnis)) {
         bewegung.richtig = ergebnis == AbfrageErgebnis::Richtig;
         bewegung.nach = ZielFach(bewegung.von, bewegung.richtig);
-        teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
-        teile_.flug.Verbergen();
-        UrteilSpeichern(bewegung);
+        if (teile_.flug.Fliegt()) {
+            Zurueckkehren(); // a key ends the flight
+            teile_.flug.KarteAnimieren(bewegung.von, *bewegung.nach, bewegung.richtig);
+            teile_.flug.Verbergen();
+        }
+        UrteilSpeichern(bewegung); // while the windows still change
     } else if (ergebnis == AbfrageErgebnis::Geloescht) {
         emit Bewegt(bewegung);
     }
     teile_.flug.Verbergen();
     emit BoxGeaendert();
+    if (bearbeiten)
+        abfrage_->Zurueckkehren();
+    else
+        Zurueckkehren();
     abfrage_->Abschliessen();
     if (bearbeiten)
         emit BearbeitenGewuenscht();
@@ -85,11 +91,19 @@ void Lernlauf::UrteilSpeichern(Bewegung bewegung)
     if (!std::exchange(offen_, false))
         return;
     try {
-        KarteVerschieben(teile_.kartei, teile_.meldungen, bewegung.richtig);
+        KarteVerschieben(teile_.kartei, teile_.meldungen, bewegung.richtig, [this] { Zurueckkehren(); });
         emit Bewegt(bewegung);
     } catch (const std::exception &fehler) {
         LesefehlerMelden(NichtGespeichert, fehler);
     }
+}
+
+void Lernlauf::Zurueckkehren()
+{
+    if (!std::exchange(unterwegs_, false))
+        return;
+    abfrage_->Zurueckkehren();
+    emit Zurueckgekehrt();
 }
 
 bool Lernlauf::SitzungEndet()
@@ -121,6 +135,7 @@ void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fe
 {
     const auto *bekannt = dynamic_cast<const StoreError *>(&fehler);
     const QString text = kontext + ErrorText(fehler);
+    Zurueckkehren();
     emit Gescheitert();
     NeuZaehlen(teile_.kartei, bekannt ? bekannt->Number() : Fehler::ZuWenigSpeicher);
     teile_.flug.Verbergen();

@@ -54,7 +54,7 @@ public:
     bool SitzungEndet();
 
 signals:
-    // A query is over: its window has gone, but its verdict is not stored yet.
+    // A query is over, and the box has the keyboard.
     void Zurueckgekehrt();
     // A card was moved by its verdict, and that is stored, or it was deleted.
     void Bewegt(const paukfix::Bewegung &bewegung);
@@ -69,11 +69,13 @@ signals:
 
 private:
     void UrteilSpeichern(Bewegung bewegung);
+    void Zurueckkehren();
 
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;
     bool bearbeitbar_ = false;
-    bool offen_ = false; // a card is asked whose verdict, if there is one, is not stored
+    bool unterwegs_ = false; // the box may not have the keyboard yet
+    bool offen_ = false;     // a card is asked whose verdict, if there is one, is not stored
 };
 
 } // namespace paukfix

@@ -173,7 +173,6 @@ std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
         BildZeigen();
     KlangSpielen();
     exec();
-    wechsel_.Beenden();
     // The sound of a verdict may ring out while the learner goes on; any other belongs to this card only.
     if (!Urteil())
         dienste_.ton.Stille();
@@ -188,6 +187,11 @@ std::optional<AbfrageErgebnis> PFUse::Urteil() const
 void PFUse::Schliessen()
 {
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void PFUse::Zurueckkehren()
+{
+    wechsel_.Beenden();
 }
 
 void PFUse::Abschliessen()

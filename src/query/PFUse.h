@@ -38,6 +38,7 @@ public:
     std::optional<AbfrageErgebnis> Fragen(bool bearbeitbar) override;
     std::optional<AbfrageErgebnis> Urteil() const override;
     void Schliessen() override;
+    void Zurueckkehren() override;
     void Abschliessen() override;
 
     void done(int ergebnis) override;

@@ -35,9 +35,11 @@ public:
     // While the box is at rest: makes everything ready for the first card of compartment `fach`, so that its
     // question is there at once. Tells of nothing that goes wrong, as that card may never be asked.
     virtual void Vorbereiten(int fach) = 0;
-    // Shows the query modally and returns when it has gone and the box has the keyboard. A card that cannot
-    // be read is reported and not asked. `bearbeitbar`: there is an editor that the card can be sent to.
+    // Shows the query modally and returns when it has gone. A card that cannot be read is reported and not
+    // asked. `bearbeitbar`: there is an editor that the card can be sent to.
     virtual std::optional<AbfrageErgebnis> Fragen(bool bearbeitbar) = 0;
+    // After Fragen, before anything else is shown: returns when the box has the keyboard.
+    virtual void Zurueckkehren() = 0;
     // The verdict that is shown, or was shown last.
     virtual std::optional<AbfrageErgebnis> Urteil() const = 0;
     // Takes the query away with the event loop, as its learner would.

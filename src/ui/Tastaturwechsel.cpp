@@ -45,40 +45,75 @@ struct Freigeber
 template <typename Antwort>
 using AntwortPtr = std::unique_ptr<Antwort, Freigeber>;
 
-// As the server says: the toolkit learns of it later.
-bool HatTastatur(xcb_connection_t *server, const QWindow *fenster)
-{
-    const AntwortPtr<xcb_get_input_focus_reply_t> antwort(
-        xcb_get_input_focus_reply(server, xcb_get_input_focus(server), nullptr));
-    return antwort && antwort->focus == Nummer(fenster);
-}
+// A question is sent when it is made and answered by the server while others are made: several of them cost
+// one way there and back. Each must be asked for its answer.
 
-// The first number in a property of a window; nothing where it has none.
-std::optional<uint32_t> Eigenschaft(xcb_connection_t *server, xcb_window_t fenster, std::string_view name)
+// Who has the keyboard, as the server says: the toolkit learns of it later.
+class Tastaturfrage
+{
+public:
+    explicit Tastaturfrage(xcb_connection_t *server) : server_(server), frage_(xcb_get_input_focus(server)) {}
+
+    bool Hat(const QWindow *fenster) const
+    {
+        const AntwortPtr<xcb_get_input_focus_reply_t> antwort(
+            xcb_get_input_focus_reply(server_, frage_, nullptr));
+        return antwort && antwort->focus == Nummer(fenster);
+    }
+
+private:
+    xcb_connection_t *server_;
+    xcb_get_input_focus_cookie_t frage_;
+};
+
+// The first number in a property of a window.
+class Eigenschaft
+{
+public:
+    Eigenschaft(xcb_connection_t *server, xcb_window_t fenster, xcb_atom_t name)
+        : server_(server), frage_(xcb_get_property(server, 0, fenster, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 1))
+    {
+    }
+
+    uint32_t Oder(uint32_t ohne) const
+    {
+        const AntwortPtr<xcb_get_property_reply_t> wert(xcb_get_property_reply(server_, frage_, nullptr));
+        if (!wert || wert->format != 32 || xcb_get_property_value_length(wert.get()) < 4)
+            return ohne;
+        return *static_cast<const uint32_t *>(xcb_get_property_value(wert.get()));
+    }
+
+private:
+    xcb_connection_t *server_;
+    xcb_get_property_cookie_t frage_;
+};
+
+xcb_atom_t Atom(xcb_connection_t *server, std::string_view name)
 {
     const AntwortPtr<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        server, xcb_intern_atom(server, 1, static_cast<uint16_t>(name.size()), name.data()), nullptr));
-    if (!atom || atom->atom == XCB_ATOM_NONE)
-        return std::nullopt;
-    const AntwortPtr<xcb_get_property_reply_t> wert(xcb_get_property_reply(
-        server, xcb_get_property(server, 0, fenster, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 1), nullptr));
-    if (!wert || wert->format != 32 || xcb_get_property_value_length(wert.get()) < 4)
-        return std::nullopt;
-    return *static_cast<const uint32_t *>(xcb_get_property_value(wert.get()));
+        server, xcb_intern_atom(server, 0, static_cast<uint16_t>(name.size()), name.data()), nullptr));
+    return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+// The window that is active; none where no window manager says so.
+Eigenschaft AktivesFenster(xcb_connection_t *server)
+{
+    static const xcb_atom_t name = Atom(server, "_NET_ACTIVE_WINDOW");
+    return {server, xcb_setup_roots_iterator(xcb_get_setup(server)).data->root, name};
+}
+
+// Not 0 while a window manager has the window in its care.
+Eigenschaft Verwaltung(xcb_connection_t *server, const QWindow *fenster)
+{
+    static const xcb_atom_t name = Atom(server, "WM_STATE");
+    return {server, Nummer(fenster), name};
 }
 
 // Window managers give the keyboard to nobody for a moment, and from one window to the next: it stays where
 // it is when they say so.
-bool IstAktiv(xcb_connection_t *server, const QWindow *fenster)
+bool IstAktiv(const Eigenschaft &aktives, const QWindow *fenster)
 {
-    const xcb_window_t wurzel = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
-    return Eigenschaft(server, wurzel, "_NET_ACTIVE_WINDOW").value_or(Nummer(fenster)) == Nummer(fenster);
-}
-
-// Whether a window manager still has this window in its care.
-bool IstVerwaltet(xcb_connection_t *server, const QWindow *fenster)
-{
-    return Eigenschaft(server, Nummer(fenster), "WM_STATE").value_or(0) != 0; // 0: withdrawn
+    return aktives.Oder(Nummer(fenster)) == Nummer(fenster);
 }
 
 // Sees the mark that the program has sent to itself come back.
@@ -104,7 +139,7 @@ public:
 Tastaturgriff::Tastaturgriff(const QWindow *fenster, const QWindow *tastatur)
 {
     xcb_connection_t *server = XServer();
-    if (!server || !fenster || !tastatur || !HatTastatur(server, tastatur))
+    if (!server || !fenster || !tastatur || !Tastaturfrage(server).Hat(tastatur))
         return;
     const auto wunsch = xcb_grab_keyboard(server, 0, Nummer(fenster), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
                                           XCB_GRAB_MODE_SYNC);
@@ -125,7 +160,7 @@ Tastaturhalt::Tastaturhalt(const QWindow *fenster) : griff_(std::in_place, fenst
 {
     connect(&takt_, &QTimer::timeout, this, [this, fenster] {
         const QWindow *neu = QGuiApplication::focusWindow();
-        if (neu && neu != fenster && (!XServer() || IstAktiv(XServer(), neu))) {
+        if (neu && neu != fenster && (!XServer() || IstAktiv(AktivesFenster(XServer()), neu))) {
             takt_.stop();
             griff_.reset();
         }
@@ -136,7 +171,7 @@ Tastaturhalt::Tastaturhalt(const QWindow *fenster) : griff_(std::in_place, fenst
 Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_(an)
 {
     xcb_connection_t *server = XServer();
-    if (!server || !von || !an || !an->isVisible() || !HatTastatur(server, von))
+    if (!server || !von || !an || !an->isVisible() || !Tastaturfrage(server).Hat(von))
         return;
     // Held first: a key that came to `an` now would find it behind its dialog, and be lost.
     griff_.emplace(an, von);
@@ -148,7 +183,11 @@ Tastaturrueckgabe::~Tastaturrueckgabe()
 {
     const QDeadlineTimer frist(FristMs);
     const auto istDa = [this, server = XServer()] {
-        return !IstVerwaltet(server, von_) && IstAktiv(server, an_) && HatTastatur(server, an_);
+        const Eigenschaft verwaltung = Verwaltung(server, von_);
+        const Eigenschaft aktives = AktivesFenster(server);
+        const bool hat = Tastaturfrage(server).Hat(an_);
+        const bool aktiv = IstAktiv(aktives, an_);
+        return verwaltung.Oder(0) == 0 && aktiv && hat;
     };
     while (griff_ && !istDa() && !frist.hasExpired())
         QCoreApplication::processEvents();

@@ -3,6 +3,7 @@
 #include "Lernlauf.h"
 
 #include "KarteiOeffner.h"
+#include "Kartenrahmen.h"
 #include "Kasten.h"
 #include "TestDienste.h"
 #include "TestProgram.h"
@@ -38,10 +39,13 @@ public:
 
     void Schliessen() override { ++geschlossen; }
 
+    void Zurueckkehren() override { beimZurueckkehren(); }
+
     void Abschliessen() override { beimAbschliessen(); }
 
     Ergebnis ergebnis = AbfrageErgebnis::Richtig;
     std::function<void()> waehrend = [] {};
+    std::function<void()> beimZurueckkehren = [] {};
     std::function<void()> beimAbschliessen = [] {};
     QList<int> vorbereitet;
     int gefragt = 0, geschlossen = 0;
@@ -104,9 +108,38 @@ private slots:
         QCOMPARE(b.abfrage.gefragt, 1);
         QCOMPARE(b.Anzahl(0), 2);
         QCOMPARE(b.kartei.Felder().FrageNr.Integer(), 1);
-        // What the query's window keeps may take a message, and must not hold up the verdict.
-        QCOMPARE(verlauf, (QStringList{"zurueck 0", "gezeichnet 1", "gemerkt 1"}));
+        // What the query's window keeps may take a message, and neither that nor the change of windows may
+        // hold up the verdict.
+        QCOMPARE(verlauf, (QStringList{"gezeichnet 1", "zurueck 1", "gemerkt 1"}));
         QVERIFY(!b.belegung.IstBelegt());
+    }
+
+    void ACardFliesWhenTheBoxHasTheKeyboardAsAKeyCanEndIt()
+    {
+        Lernbuehne b;
+        b.konfig.Animation = true;
+        QPoint liegt;
+        QStringList zurueck;
+        b.abfrage.beimZurueckkehren = [&] {
+            zurueck << QString("%1 %2").arg(b.Anzahl(2)).arg(b.kasten.Karte().pos() == liegt);
+        };
+        b.abfrage.waehrend = [&] { liegt = b.kasten.Karte().pos(); };
+        b.lauf.Image0_Click(0);
+        QCOMPARE(zurueck, QStringList{"0 1"});
+        QVERIFY(b.kasten.Karte().pos() != liegt);
+    }
+
+    void AMessageWaitsUntilTheBoxHasTheKeyboard()
+    {
+        Lernbuehne b;
+        QList<qsizetype> gemeldet; // when it has it
+        b.abfrage.beimZurueckkehren = [&] { gemeldet << b.meldungen.gezeigt.size(); };
+        b.lauf.Image0_Click(5);
+        QCOMPARE(b.meldungen.gezeigt.size(), 1);
+        b.abfrage.waehrend = [&] { b.kartei.CloseCardFile(); };
+        b.lauf.Image0_Click(0);
+        QCOMPARE(b.meldungen.gezeigt.size(), 2);
+        QCOMPARE(gemeldet, (QList<qsizetype>{0, 1}));
     }
 
     void AWrongAnswerGoesToCompartment1()
