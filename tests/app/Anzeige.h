@@ -64,6 +64,16 @@ public:
         return !Xdotool({"search", "--onlyvisible", "--name", "^" + titel + "$"}).isEmpty();
     }
 
+    // Waits until so many windows of the program are there; an open menu is one.
+    bool WarteAufFenster(qsizetype zahl) const
+    {
+        return QTest::qWaitFor(
+            [&] {
+                return Xdotool({"search", "--onlyvisible", "--class", "paukfix"}).count('\n') + 1 == zahl;
+            },
+            30000);
+    }
+
     // Waits until the window of this title has the keyboard.
     bool WarteAuf(const QString &titel) const
     {

@@ -115,8 +115,12 @@ private slots:
     {
         Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
         Starten(lauf);
-        for (const char *taste : {"alt", "Down", "Escape"})
+        QVERIFY(anzeige_->WarteAufFenster(1));
+        for (const char *taste : {"alt", "Down"})
             QVERIFY(anzeige_->Taste("Lern-Box", taste));
+        QVERIFY(anzeige_->WarteAufFenster(2));
+        QVERIFY(anzeige_->Taste("Lern-Box", "Escape"));
+        QVERIFY(anzeige_->WarteAufFenster(1));
         Antworten("n", "ja");
     }
 
