@@ -69,7 +69,7 @@ signals:
 
 private:
     void UrteilSpeichern(Bewegung bewegung);
-    void Zurueckkehren();
+    void Zurueckkehren(bool zurBox = true);
 
     Teile teile_;
     Kartenabfrage *abfrage_ = nullptr;
