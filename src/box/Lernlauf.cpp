@@ -93,10 +93,7 @@ void Lernlauf::KarteAbfragen()
     }
     teile_.flug.Verbergen();
     emit BoxGeaendert();
-    if (bearbeiten)
-        abfrage_->Zurueckkehren();
-    else
-        Zurueckkehren();
+    Zurueckkehren(!bearbeiten); // to the editor, the box need not come first
     abfrage_->Abschliessen();
     if (bearbeiten)
         emit BearbeitenGewuenscht();
@@ -149,12 +146,13 @@ void Lernlauf::Halten(const Frage &frage, const StoreError &fehler)
         VerlustMelden(QString());
 }
 
-void Lernlauf::Zurueckkehren()
+void Lernlauf::Zurueckkehren(bool zurBox)
 {
     if (!std::exchange(unterwegs_, false))
         return;
     abfrage_->Zurueckkehren();
-    emit Zurueckgekehrt();
+    if (zurBox)
+        emit Zurueckgekehrt();
 }
 
 bool Lernlauf::SitzungEndet()

@@ -83,7 +83,7 @@ private:
 
     void UrteilSpeichern(const Frage &frage);
     void Halten(const Frage &frage, const StoreError &fehler);
-    void Zurueckkehren();
+    void Zurueckkehren(bool zurBox = true);
     void VerlustMelden(const QString &text);
 
     Teile teile_;
