@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QRegion>
 #include <QScreen>
@@ -68,6 +69,12 @@ void Anordnen(QWidget &teil)
         teil.layout()->activate();
 }
 
+// No window on Wayland is told where it stands: what is known from elsewhere is kept.
+bool KenntPlaetze()
+{
+    return !QGuiApplication::platformName().startsWith(u"wayland");
+}
+
 } // namespace
 
 // As the learner has made it, else as large as reads well, and larger where the card's picture needs it;
@@ -119,7 +126,7 @@ void Fensterplatz::Merken(const QEvent &event)
         return;
     if (event.type() == QEvent::Resize)
         lage_.groesse = fenster_.size();
-    if (event.type() == QEvent::Resize || event.type() == QEvent::Move)
+    if ((event.type() == QEvent::Resize || event.type() == QEvent::Move) && KenntPlaetze())
         lage_.platz = fenster_.geometry().topLeft();
 }
 

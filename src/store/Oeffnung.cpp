@@ -13,6 +13,9 @@
 
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <sqlite3.h>
+
+#include <malloc.h>
 
 namespace paukfix {
 
@@ -67,11 +70,20 @@ bool OpenCopy(CardStore &kartei, const QString &path, const Oeffnungsmelder &mel
     return unfinished;
 }
 
+// Check and walk have filled the engine's cache with all of the box, while a learner needs a card at a time.
+void SpeicherZurueckgeben(CardStore &kartei)
+{
+    kartei.Karten().Beside(
+        [](SQLite::Database &database) { sqlite3_db_release_memory(database.getHandle()); });
+    malloc_trim(0);
+}
+
 Oeffnung Geoeffnet(CardStore &kartei, const QString &fileName, const Clock &clock)
 {
     kartei.CurrentFileName = fileName;
     kartei.FehlerStatus = 0;
     kartei.sitzung.StartSessionTally(clock.Now(), kartei.FachInfo);
+    SpeicherZurueckgeben(kartei);
     return {.ausgang = Oeffnung::Ausgang::Offen, .fehler = {}};
 }
 

@@ -404,6 +404,10 @@ QIcon Hausstil::standardIcon(StandardPixmap pixmap, const QStyleOption *option, 
         return Symbol(Symbole::Hinweis);
     case SP_LineEditClearButton:
         return Symbol(Symbole::Leeren);
+    // Of every menu bar, however wide: the toolkit's own is a file, for which all readers of pictures are
+    // loaded, a fifth of a start.
+    case SP_ToolBarHorizontalExtensionButton:
+        return Symbol(Symbole::Schnellvor);
     default:
         return QProxyStyle::standardIcon(pixmap, option, widget);
     }
