@@ -279,7 +279,7 @@ void MeasureQuery(Observer &program, const QString &kind)
               "[recentfiles]\r\n[Font]\r\nFontName=DejaVu "
               "Sans\r\nFontSize=10\r\n[Animation]\r\nAnimation=False\r\n");
     Programm paukfix(directory.path());
-    if (!paukfix.Starten(directory.filePath(u"a.pzb"_s)))
+    if (!paukfix.Starten(BefehlszeileLesen({u"paukfix"_s, directory.filePath(u"a.pzb"_s)})))
         qFatal("the program does not start");
     Times guessed, other, verdict, box;
     std::thread hands([&] {

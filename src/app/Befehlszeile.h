@@ -19,13 +19,14 @@ struct Befehlszeile
 
     Art art = Art::Starten;
     QString kartei;      // the path of the card file to open; empty where none was named
+    bool weiter = false; // to open the card file that was used last; none is named then
     QStringList weitere; // further files, of which none is opened
     QString text;
 };
 
-// `argumente` begins with the program's name. What begins with a "-" is an option, unless it ends in ".pzb"
-// or
-// ".pzbz", or stands behind "--". A file may be named by a "file://" address of this machine.
+// `argumente` begins with the program's name. What begins with a "-" is an option, unless it has the name of
+// a file that can be opened, or stands behind "--". A file may be named by a "file://" address of this
+// machine.
 Befehlszeile BefehlszeileLesen(const QStringList &argumente);
 
 } // namespace paukfix

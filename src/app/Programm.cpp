@@ -65,19 +65,20 @@ void Programm::VerzeichnisseSetzen(const QString &laufverzeichnis)
     oeffner_.SichernMit(*sicherungen_);
 }
 
-bool Programm::Starten(const QString &befehlszeile, const QStringList &weitere)
+bool Programm::Starten(const Befehlszeile &befehl)
 {
-    if (!weitere.isEmpty()) {
+    if (const QStringList &weitere = befehl.weitere; !weitere.isEmpty()) {
         const QString andere = weitere.size() == 1 ? QString() : u" und %1 weitere"_s.arg(weitere.size() - 1);
         meldungen_.Zeigen(
             u"Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „%1“%2"_s.arg(weitere.first(), andere));
     }
     Intro intro(konfig_, meldungen_);
-    if (intro.Form_Load(befehlszeile) == Intro::Ausgang::Programmende)
+    if (intro.Form_Load(befehl.weiter ? u"--weiter"_s : befehl.kartei) == Intro::Ausgang::Programmende)
         return false;
-    lbox_ = std::make_unique<LBOX>(
-        kartei_, oeffner_, dienste_,
-        Programmstart{.befehlszeile = befehlszeile, .verzeichnis = QDir::currentPath()});
+    lbox_ = std::make_unique<LBOX>(kartei_, oeffner_, dienste_,
+                                   Programmstart{.befehlszeile = befehl.kartei,
+                                                 .verzeichnis = QDir::currentPath(),
+                                                 .weiter = befehl.weiter});
     // To read the icon and to make the query takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
         QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(u"paukfix.ico"_s)));

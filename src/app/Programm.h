@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppConfig.h"
+#include "Befehlszeile.h"
 #include "CardStore.h"
 #include "Clock.h"
 #include "Dienste.h"
@@ -40,10 +41,9 @@ public:
     Programm &operator=(const Programm &) = delete;
     ~Programm();
 
-    // Plays the intro and shows the main window; false where the user closed the intro instead of going on.
-    // `befehlszeile` names a card file to open, or is empty; `weitere` are files of which the user is told
-    // that they are not opened.
-    bool Starten(const QString &befehlszeile, const QStringList &weitere = {});
+    // Plays the intro, unless a card file is to be opened, and shows the main window; false where the user
+    // closed the intro instead of going on. Of files that are not opened the user is told.
+    bool Starten(const Befehlszeile &befehl);
 
 private:
     void VerzeichnisseSetzen(const QString &laufverzeichnis);

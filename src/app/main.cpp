@@ -47,5 +47,5 @@ int main(int argc, char *argv[])
     }
     signale.Melden();
     Programm programm(QApplication::applicationDirPath());
-    return programm.Starten(befehl.kartei, befehl.weitere) ? QApplication::exec() : 0;
+    return programm.Starten(befehl) ? QApplication::exec() : 0;
 }

@@ -33,6 +33,7 @@ LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, co
       oeffner_(oeffner),
       dienste_(dienste),
       befehlszeile_(start.befehlszeile),
+      weiter_(start.weiter),
       kasten_(new Kasten(kartei_.FachInfo, this)),
       flug_(*kasten_, oeffner_.verzoegerung, dienste.konfig, eingabe_),
       aufbewahrung_(kartei_, dienste.meldungen, dienste.dialoge),
@@ -166,6 +167,8 @@ void LBOX::Form_Load()
     emit Gemalt();
     dienste_.konfig.ReadConfig();
     geladen_ = true;
+    if (weiter_)
+        befehlszeile_ = dienste_.konfig.MDat[0];
     if (!KarteiAktionen::Kennt(befehlszeile_))
         BoxZeichnen(); // behind what asks for a file
     if (IstFremd(befehlszeile_))

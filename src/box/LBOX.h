@@ -29,6 +29,7 @@ struct Programmstart
 {
     QString befehlszeile; // the card file that was named, or empty
     QString verzeichnis;  // where it was: a name without directory lies there
+    bool weiter = false;  // the card file that was used last is to be opened, if there is one
 };
 
 // The main window: the menu, the drawer with the cards, and the status line. It makes its parts known to each
@@ -96,6 +97,7 @@ private:
     KarteiOeffner &oeffner_;
     Dienste dienste_;
     QString befehlszeile_;
+    bool weiter_;
     LBoxFenster fenster_;
     Kasten *kasten_;
     Belegung belegung_{*this};

@@ -233,9 +233,8 @@ bool MoveFormer(const ProgramPlaces &places)
             Rename(In(places.former, name), In(places.own, name));
     SyncDirectory(places.own);
     // Names in the list of recent files, and those that the desktop remembers, go on leading there.
-    const QByteArray oldName = QFile::encodeName(places.former);
-    if (!shared && rmdir(oldName.constData()) == 0)
-        (void)symlink(QFile::encodeName(places.own).constData(), oldName.constData());
+    if (!shared && rmdir(QFile::encodeName(places.former).constData()) == 0)
+        QFile::link(places.own, places.former);
     return true;
 }
 

@@ -119,7 +119,7 @@ private slots:
         Konfig("False");
         Karteien();
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
     }
 
     void init()

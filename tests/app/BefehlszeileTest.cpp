@@ -59,6 +59,20 @@ private slots:
         }
     }
 
+    void TheFileThatWasUsedLastIsAskedFor()
+    {
+        for (const char *option : {"--weiter", "-w"}) {
+            const Befehlszeile befehl = BefehlszeileLesen({"paukfix", option});
+            QCOMPARE(befehl.art, Befehlszeile::Art::Starten);
+            QVERIFY(befehl.weiter && befehl.kartei.isEmpty());
+        }
+        QVERIFY(!BefehlszeileLesen({"paukfix", "a.pzb"}).weiter);
+        const Befehlszeile beides = BefehlszeileLesen({"paukfix", "a.pzb", "--weiter"});
+        QCOMPARE(beides.art, Befehlszeile::Art::Fehler);
+        QVERIFY(beides.text.startsWith(
+            "paukfix: „--weiter“ öffnet die zuletzt verwendete Kartei, keine genannte\n"));
+    }
+
     void UnknownOptionsAreAnError()
     {
         const Befehlszeile befehl = BefehlszeileLesen({"paukfix", "a.pzb", "--hlep", "-x"});

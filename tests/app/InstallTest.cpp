@@ -184,15 +184,29 @@ private slots:
 
     void EverythingLiesWhereADesktopLooks()
     {
-        for (const char *pfad :
-             {"bin/paukfix", "share/applications/paukfix.desktop", "share/mime/packages/paukfix.xml",
-              "share/icons/hicolor/48x48/apps/paukfix.png", "share/icons/hicolor/256x256/apps/paukfix.png",
-              "share/icons/hicolor/scalable/apps/paukfix.svg", "share/paukfix/konfig.dat",
-              "share/paukfix/ueber.rtf", "share/paukfix/Applause.wav", "share/paukfix/face01.ico",
-              "share/paukfix/face03.ico", "share/paukfix/paukfix.ico", "share/paukfix/lbox05.jpg",
-              "share/paukfix/lbox11.jpg", "share/paukfix/beispiele/Englisch.pzb",
-              "share/paukfix/beispiele/Natur.pzb", "share/paukfix/beispiele/kuckuck.wav",
-              "share/paukfix/beispiele/ahorn.jpg", "share/paukfix/beispiele/vollmond.bmp"})
+        for (const char *pfad : {"bin/paukfix",
+                                 "share/applications/paukfix.desktop",
+                                 "share/mime/packages/paukfix.xml",
+                                 "share/icons/hicolor/48x48/apps/paukfix.png",
+                                 "share/icons/hicolor/256x256/apps/paukfix.png",
+                                 "share/icons/hicolor/scalable/apps/paukfix.svg",
+                                 "share/paukfix/konfig.dat",
+                                 "share/paukfix/ueber.rtf",
+                                 "share/paukfix/Applause.wav",
+                                 "share/paukfix/face01.ico",
+                                 "share/paukfix/face03.ico",
+                                 "share/paukfix/paukfix.ico",
+                                 "share/paukfix/lbox05.jpg",
+                                 "share/paukfix/lbox11.jpg",
+                                 "share/paukfix/beispiele/Englisch.pzb",
+                                 "share/paukfix/beispiele/Natur.pzb",
+                                 "share/paukfix/beispiele/kuckuck.wav",
+                                 "share/paukfix/beispiele/ahorn.jpg",
+                                 "share/paukfix/beispiele/vollmond.bmp",
+                                 "share/metainfo/org.paukfix.paukfix.metainfo.xml",
+                                 "share/man/man1/paukfix.1",
+                                 "share/man/de/man1/paukfix.1",
+                                 "share/bash-completion/completions/paukfix"})
             QVERIFY2(QFile::exists(Installiert(pfad)), pfad);
         QVERIFY(QFileInfo(Installiert("bin/paukfix")).isExecutable());
     }
@@ -245,6 +259,28 @@ private slots:
         QVERIFY(Lesen(Eigene("konfig.dat")).contains(QFile::encodeName(Eigene("Englisch.pzb"))));
         for (const char *name : {"Natur.pzb", "ahorn.jpg", "kuckuck.wav"})
             QCOMPARE(Lesen(Eigene(name)), Lesen(Installiert(QString("share/paukfix/beispiele/") + name)));
+    }
+
+    // What a right click on the program's icon offers.
+    void TheDesktopActionOpensTheBoxThatWasUsedLast()
+    {
+        Schreiben(Heim("Latein.pzb"), Lesen(Installiert("share/paukfix/beispiele/Englisch.pzb")));
+        Schreiben(
+            Eigene("konfig.dat"),
+            Lesen(Installiert("share/paukfix/konfig.dat"))
+                .replace("[recentfiles]\r\n", "[recentfiles]\r\n" + Heim("Latein.pzb").toUtf8() + "\r\n"));
+        Uebergeben();
+        const QString eintrag = QString::fromUtf8(Lesen(Installiert("share/applications/paukfix.desktop")));
+        QStringList befehl = eintrag.section("[Desktop Action weiter]", 1)
+                                 .section("\nExec=", 1)
+                                 .section('\n', 0, 0)
+                                 .split(' ');
+        QCOMPARE(befehl.takeFirst(), "paukfix");
+        const auto lauf = Programm(befehl);
+        QVERIFY(lauf->Starten());
+        QVERIFY(lauf->HatGeoeffnet(Heim("Latein.pzb")));
+        Beenden(*lauf);
+        QCOMPARE(Meldungen(), QStringList());
     }
 
     void AHomeThatCannotBeWrittenIsOneMessage()

@@ -105,7 +105,7 @@ protected:
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
         MakeCardFile(Pfad("b.pzb"), {MakeCard(1, 1, 1)});
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QTRY_COMPARE(Kartei(), "a.pzb");
         QTRY_VERIFY(Hand::Bereit("LBOX"));
     }

@@ -88,7 +88,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"),
                      {MakeCard(1, 3, 1), MakeCard(2, 0, 2), MakeCard(3, 1, 1), MakeCard(4, 0, 1)});
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QTRY_VERIFY(Hand::Bereit("LBOX") && Kartei() == "a.pzb");
         const Drehbuch buch({Taste("Uebersicht", Qt::Key_Down), Taste("Uebersicht", Qt::Key_Return)});
         Waehlen("Manzeigen");
@@ -197,7 +197,7 @@ private slots:
         MakeCardFile(Pfad("a.pzb"), karten);
         Konfig("False");
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QTRY_VERIFY(Hand::Bereit("LBOX") && Kartei() == "a.pzb");
         const auto *hinweis = Hand::An("LBOX").Finde<QLabel>("LTongeraet");
         QVERIFY(!hinweis->isVisible()); // nobody has looked for a device yet

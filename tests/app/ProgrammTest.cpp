@@ -73,9 +73,29 @@ private slots:
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QVERIFY(!Hand::Offen("Intro"));
         QTRY_COMPARE(Kartei(), "a.pzb");
+    }
+
+    void WeiterOpensTheFileThatWasUsedLastWithoutTheIntro()
+    {
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1)});
+        Konfig("True", Pfad("a.pzb"));
+        MachProgramm();
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", "--weiter"})));
+        QVERIFY(!Hand::Offen("Intro"));
+        QTRY_COMPARE(Kartei(), "a.pzb");
+    }
+
+    void WeiterAsksForAFileWhereNoneWasUsed()
+    {
+        MachProgramm();
+        const Drehbuch buch({DialogAbbrechen()});
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", "--weiter"})));
+        QTRY_VERIFY(buch.Fertig());
+        QCOMPARE(Kartei(), "Keine Kartei geöffnet");
+        QCOMPARE(meldungen_, QStringList());
     }
 
     void WithAnimationFalseTheMainWindowOpensAtOnce()
@@ -139,7 +159,7 @@ private slots:
     {
         MachProgramm();
         const Drehbuch buch({Meldung(), DialogAbbrechen()});
-        QVERIFY(programm_->Starten(Pfad("ueber.rtf")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("ueber.rtf")})));
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(meldungen_, QStringList{"Bitte nur .pzb Dateien"});
     }
@@ -161,7 +181,7 @@ private slots:
                                  Hand(box).Taste(Qt::Key_Escape); // not to be looked at
                              }),
                              Meldung()});
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QTRY_VERIFY(buch.Fertig());
         QVERIFY2(meldungen_[0].contains("3045"), qPrintable(meldungen_[0]));
         QVERIFY2(meldungen_[1].contains("nur zum Ansehen"), qPrintable(meldungen_[1]));
@@ -206,7 +226,7 @@ private slots:
         if (weg == "command line") {
             MachProgramm();
             const Drehbuch buch({Frage(QMessageBox::Yes)});
-            QVERIFY(programm_->Starten(Pfad("früher.pzb")));
+            QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("früher.pzb")})));
             QTRY_VERIFY(buch.Fertig());
         } else {
             if (weg == "recent file")
@@ -238,7 +258,7 @@ private slots:
         FrueherenAnlegen();
         MachProgramm();
         const Drehbuch buch({Frage(QMessageBox::No), Meldung(), Meldung()});
-        QVERIFY(programm_->Starten(Pfad("früher.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("früher.pzb")})));
         QTRY_VERIFY(buch.Fertig());
         QCOMPARE(meldungen_.value(1),
                  "Die Datei „" + Pfad("früher.pzb") +
