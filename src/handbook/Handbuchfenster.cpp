@@ -19,6 +19,8 @@
 #include <QSignalBlocker>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -147,7 +149,11 @@ void Handbuchfenster::Anordnen()
     alles->addLayout(kopf);
     alles->addLayout(mitte, 1);
     alles->addLayout(fuss);
-    setTabOrder({inhalt_, seite_, zurueck, vor, wort_, schliessen});
+    setTabOrder(inhalt_, seite_);
+    setTabOrder(seite_, zurueck);
+    setTabOrder(zurueck, vor);
+    setTabOrder(vor, wort_);
+    setTabOrder(wort_, schliessen);
 }
 
 void Handbuchfenster::Oeffnen(const QString &seite)

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QListWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextCursor>
 
