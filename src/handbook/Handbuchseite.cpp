@@ -46,9 +46,8 @@ QVariant Handbuchseite::loadResource(int type, const QUrl &name)
 {
     if (type == QTextDocument::StyleSheetResource)
         return Stil();
-    const QVariant inhalt = QTextBrowser::loadResource(type, name);
+    QVariant inhalt = QTextBrowser::loadResource(type, name);
     if (type == QTextDocument::HtmlResource) {
-        bilder_.clear();
         // Room around the name of a key, which the toolkit cannot pad.
         return QString::fromUtf8(inhalt.toByteArray())
             .replace(u"<code>"_s, u"<code>&nbsp;"_s)

@@ -26,7 +26,7 @@ private:
     QString Stil() const;
     QImage Eingepasst(const QImage &bild) const;
 
-    QHash<QUrl, QImage> bilder_; // of this page, as they are in their files
+    QHash<QUrl, QImage> bilder_; // of all pages that were shown, as they are in their files
 };
 
 } // namespace paukfix

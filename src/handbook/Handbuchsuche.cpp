@@ -26,13 +26,12 @@ void Handbuchsuche::SetWort(const QString &wort)
 {
     wort_ = wort;
     Markieren();
-    QTextCursor stelle = seite_.textCursor();
-    stelle.setPosition(stelle.selectionStart());
-    seite_.setTextCursor(stelle);
-    if (!wort_.isEmpty() && !seite_.find(wort_)) {
-        seite_.moveCursor(QTextCursor::Start);
-        seite_.find(wort_);
-    }
+    QTextCursor hier = seite_.textCursor();
+    hier.setPosition(hier.selectionStart());
+    QTextCursor stelle = wort_.isEmpty() ? QTextCursor() : seite_.document()->find(wort_, hier);
+    if (stelle.isNull() && !wort_.isEmpty())
+        stelle = seite_.document()->find(wort_);
+    seite_.setTextCursor(stelle.isNull() ? hier : stelle);
     Melden();
 }
 
