@@ -8,6 +8,8 @@
 #include "Datausw.h"
 #include "ErlNull.h"
 #include "FremdeKartei.h"
+#include "Handbuchfenster.h"
+#include "Handbuchseiten.h"
 #include "Intro.h"
 #include "Karteianhaengen.h"
 #include "Karteiausgeben.h"
@@ -16,7 +18,6 @@
 #include "ProgramDirectory.h"
 #include "Sicherungsfenster.h"
 #include "Statistik.h"
-#include "Tastenliste.h"
 #include "Themaausfiltern.h"
 #include "Ueber.h"
 #include "Uebersicht.h"
@@ -24,11 +25,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QWindow>
 
-#include <algorithm>
 #include <utility>
 
 namespace paukfix {
@@ -108,6 +109,8 @@ bool Programm::Starten(const Befehlszeile &befehl)
     fenster.MErledigtNeu = Werkzeug<ErlNull>();
     fenster.MStatistik = [this] { Statistik(StatistikLesen(kartei_, clock_.Now()), lbox_.get()).exec(); };
     fenster.MVerlauf = [this] { VerlaufOeffnen(); };
+    fenster.MHandbuch = [this] { HandbuchZeigen(u"index.html"_s); };
+    fenster.MTasten = [this] { HandbuchZeigen(u"tasten.html"_s); };
     fenster.Müber = [this] { UeberZeigen(); };
     fenster.KarteiWechseln = [this] { return KarteiWaehlen(); };
     fenster.DarfSchliessen = [this] { return !editor_ || editor_->close(); };
@@ -189,19 +192,10 @@ void Programm::UeberZeigen()
     lbox_->activateWindow();
 }
 
-// Where the keyboard is: a message, or a dialog of the editor, stands over the window whose keys are meant.
-void Programm::TastenZeigen()
+void Programm::HandbuchZeigen(const QString &seite)
 {
-    QWidget *fenster = QApplication::activeWindow();
-    const QList<Tastengruppe> gruppen = AlleTasten();
-    const auto beschrieben = [&gruppen](const QString &name) {
-        return std::ranges::any_of(gruppen,
-                                   [&](const Tastengruppe &gruppe) { return gruppe.fenster == name; });
-    };
-    const QWidget *gemeint = fenster;
-    while (gemeint && gemeint->parentWidget() && !beschrieben(gemeint->objectName()))
-        gemeint = gemeint->parentWidget()->window();
-    Tastenfenster(gruppen, gemeint ? gemeint->objectName() : QString(), fenster).exec();
+    const QString ordner = QFileInfo(konfig_.ProgrammDatei(u"handbuch/index.html"_s)).path();
+    Handbuchfenster(ordner, seite, QApplication::activeWindow()).exec();
 }
 
 QString Programm::KarteiWaehlen()

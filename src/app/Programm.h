@@ -8,6 +8,8 @@
 #include "Clock.h"
 #include "Dienste.h"
 #include "Fensterwechsel.h"
+#include "Handbuchseiten.h"
+#include "Hilfetaste.h"
 #include "KarteiOeffner.h"
 #include "LBOX.h"
 #include "MeldungenFenster.h"
@@ -16,13 +18,13 @@
 #include "Programmende.h"
 #include "SearchHit.h"
 #include "Statuszeile.h"
-#include "Tastenfenster.h"
 #include "Tonausgabe.h"
 #include "Verlaufsbuch.h"
 #include "Werkzeugfenster.h"
 #include "Wiederholungswache.h"
 #include "Zufall.h"
 
+#include <QApplication>
 #include <QByteArray>
 #include <QStringList>
 
@@ -57,12 +59,13 @@ private:
     void SicherungenZeigen();
     void VerlaufOeffnen();
     void UeberZeigen();
-    static void TastenZeigen();
+    // Over the window that has the keyboard.
+    void HandbuchZeigen(const QString &seite);
     QString KarteiWaehlen();
 
     Programmende ende_{[this] { return lbox_ && lbox_->Beschaeftigt(); }};
     Wiederholungswache wiederholungen_;
-    Hilfetaste hilfe_{[] { TastenZeigen(); }};
+    Hilfetaste hilfe_{[this] { HandbuchZeigen(HandbuchseiteZu(QApplication::activeWindow())); }};
     MeldungenFenster meldungen_;
     DialogeFenster dialoge_;
     SystemClock clock_;

@@ -48,8 +48,7 @@ Boxmenue::Boxmenue(const Teile &teile) : QObject(&teile.fenster), teile_(teile)
     AutomatikBauen();
     FensterBauen();
     ExtrasBauen();
-    FensterEintrag(Menue(u"Minfo"_s, u"&Info"_s), u"Müber"_s, u"ü&ber Paukfix"_s, &LBoxFenster::Müber,
-                   Braucht::Nichts);
+    InfoBauen();
     BoxZeigen();
     KonfigZeigen();
 }
@@ -140,6 +139,15 @@ void Boxmenue::ExtrasBauen()
                    Braucht::Nichts);
     Strich(extras, u"Mstrich4"_s);
     FensterEintrag(extras, u"MVerlauf"_s, u"&Verlauf"_s, &LBoxFenster::MVerlauf);
+}
+
+void Boxmenue::InfoBauen()
+{
+    QMenu *info = Menue(u"Minfo"_s, u"&Info"_s);
+    FensterEintrag(info, u"MHandbuch"_s, u"&Handbuch"_s, &LBoxFenster::MHandbuch, Braucht::Nichts);
+    FensterEintrag(info, u"MTasten"_s, u"Alle &Tasten"_s, &LBoxFenster::MTasten, Braucht::Nichts);
+    Strich(info, u"MStrich6"_s);
+    FensterEintrag(info, u"Müber"_s, u"ü&ber Paukfix"_s, &LBoxFenster::Müber, Braucht::Nichts);
 }
 
 QAction *Boxmenue::Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun)

@@ -76,6 +76,7 @@ private:
     void AutomatikBauen();
     void FensterBauen();
     void ExtrasBauen();
+    void InfoBauen();
     QMenu *Menue(const QString &name, const QString &text);
     QAction *Eintrag(QMenu *menue, const QString &name, const QString &text, std::function<void()> tun);
     void FensterEintrag(QMenu *menue, const QString &name, const QString &text,

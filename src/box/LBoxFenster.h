@@ -20,6 +20,7 @@ struct LBoxFenster
     std::function<void()> MAlleNeu, MErledigtNeu;
     std::function<void()> MStatistik;
     std::function<void()> MVerlauf;
+    std::function<void()> MHandbuch, MTasten;
     std::function<void()> Müber;
     // Reads in the deck of another program that was dropped or named at the start.
     std::function<void(const QString &pfad)> FremdeKartei;

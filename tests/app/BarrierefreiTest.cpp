@@ -227,6 +227,7 @@ private slots:
                                             {"MAlleNeu", "AlleNull"},
                                             {"MErledigtNeu", "ErlNull"},
                                             {"MStatistik", "Statistik"},
+                                            {"MHandbuch", "Handbuch"},
                                             {"Müber", "über"}})
             QTest::newRow(name) << QString(eintrag) << QString(name);
     }

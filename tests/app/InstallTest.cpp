@@ -198,6 +198,8 @@ private slots:
                                  "share/paukfix/paukfix.ico",
                                  "share/paukfix/lbox05.jpg",
                                  "share/paukfix/lbox11.jpg",
+                                 "share/paukfix/handbuch/index.html",
+                                 "share/paukfix/handbuch/tasten.html",
                                  "share/paukfix/beispiele/Englisch.pzb",
                                  "share/paukfix/beispiele/Natur.pzb",
                                  "share/paukfix/beispiele/kuckuck.wav",

@@ -37,6 +37,7 @@ protected:
         QVERIFY(QDir().mkpath(ordner_->filePath("programm")));
         for (const QString &name : QDir(ProgramDir()).entryList({"lbox*.jpg", "ueber.rtf", "*.ico"}))
             QVERIFY(QFile::copy(QDir(ProgramDir()).filePath(name), Pfad(name)));
+        QVERIFY(QFile::link(QDir(ProgramDir()).filePath("handbuch"), Pfad("handbuch")));
         Konfig("True");
     }
 

@@ -22,6 +22,7 @@ inline void ProgrammKopieren(const QString &ordner, Vorspann vorspann)
     const QDir von(ProgramDir());
     for (const QString &name : von.entryList({"paukfix", "lbox*.jpg", "ueber.rtf", "*.ico", "Applause.wav"}))
         QVERIFY(QFile::copy(von.filePath(name), QDir(ordner).filePath(name)));
+    QVERIFY(QFile::link(von.filePath("handbuch"), QDir(ordner).filePath("handbuch")));
     QFile geliefert(SourceFile("assets/konfig.dat"));
     QFile konfig(QDir(ordner).filePath("konfig.dat"));
     QVERIFY(geliefert.open(QIODevice::ReadOnly) && konfig.open(QIODevice::WriteOnly));

@@ -8,7 +8,8 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTreeWidget>
+#include <QTextBlock>
+#include <QTextBrowser>
 
 using namespace paukfix;
 
@@ -73,30 +74,40 @@ private slots:
 
     void cleanup() { Abraeumen(); }
 
-    void F1ShowsTheKeysOfTheWindowThatHasTheKeyboard()
+    // F1 opens the window's page, and that leads to the window's keys.
+    void FromTheWindowsPageItsKeysAreOneStepAway()
     {
         OeffnenMitZweiDateien();
         QString gruppe;
-        const auto lesen = Drehbuch::In("Tastenfenster", [&gruppe](QWidget &fenster) {
-            gruppe = Hand(fenster).Finde<QTreeWidget>("Tastenliste")->currentItem()->text(0);
-            Hand(fenster).Taste(Qt::Key_F1); // a second one does nothing
-            Hand(fenster).Taste(Qt::Key_Escape);
-        });
+        const auto lesen = [&gruppe](const QString &fenster) {
+            return Drehbuch::In("Handbuch", [&gruppe, fenster](QWidget &handbuch) {
+                const Hand hand(handbuch);
+                auto *seite = hand.Finde<QTextBrowser>("Seite");
+                while (hand.Fokus() == seite &&
+                       !seite->textCursor().charFormat().anchorHref().endsWith('#' + fenster))
+                    hand.Taste(Qt::Key_Tab);
+                hand.Taste(Qt::Key_Return);
+                QCOMPARE(seite->source().fileName(), "tasten.html");
+                gruppe = seite->cursorForPosition(QPoint(seite->width() / 2, 4)).block().text();
+                hand.Taste(Qt::Key_F1); // a second one does nothing
+                hand.Taste(Qt::Key_Escape);
+            });
+        };
         {
-            const Drehbuch buch({lesen});
+            const Drehbuch buch({lesen("LBOX")});
             Hand::An("LBOX").Taste(Qt::Key_F1);
             QVERIFY(buch.Fertig());
             QCOMPARE(gruppe, "Im Kasten");
         }
         {
             const Drehbuch buch(
-                {Taste("Uebersicht", Qt::Key_F1), lesen, Taste("Uebersicht", Qt::Key_Escape)});
+                {Taste("Uebersicht", Qt::Key_F1), lesen("Uebersicht"), Taste("Uebersicht", Qt::Key_Escape)});
             Waehlen("Manzeigen");
             QVERIFY(buch.Fertig());
             QCOMPARE(gruppe, "In der Übersicht");
         }
         {
-            const Drehbuch buch({Taste("PFUse", Qt::Key_F1), lesen, Taste("PFUse", Qt::Key_Escape)});
+            const Drehbuch buch({Taste("PFUse", Qt::Key_F1), lesen("PFUse"), Taste("PFUse", Qt::Key_Escape)});
             Hand::An("LBOX").Taste(Qt::Key_N);
             QVERIFY(buch.Fertig());
             QCOMPARE(gruppe, "In der Abfrage");
@@ -115,6 +126,11 @@ private slots:
         {
             const Drehbuch buch({Vergleichen("PFUse", fehlen), Taste("PFUse", Qt::Key_Escape)});
             Hand::An("LBOX").Taste(Qt::Key_N);
+            QVERIFY(buch.Fertig());
+        }
+        {
+            const Drehbuch buch({Vergleichen("Handbuch", fehlen), Taste("Handbuch", Qt::Key_Escape)});
+            Waehlen("MHandbuch");
             QVERIFY(buch.Fertig());
         }
         Waehlen("MKarten");

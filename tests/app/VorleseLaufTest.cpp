@@ -205,6 +205,13 @@ private slots:
         QVERIFY(Fenster(box_, {"ctrl+l"}, "Datei laden", {"a.pzb", "laden", "abbrechen", "Dateien in"}));
         QVERIFY(Fenster(box_, {"alt+i", "b"}, "über Paukfix", {"Paukfix", "OK"}));
     }
+
+    void TheHandbook()
+    {
+        QVERIFY(Fenster(
+            box_, {"F1"}, "Handbuch",
+            {"Lernen mit Fächern", "Wer eine Vokabel zum ersten Mal hört", "Suchen", "Inhalt", "Schließen"}));
+    }
 };
 
 PAUKFIX_TEST(VorleseLaufTest)

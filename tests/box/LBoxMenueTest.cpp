@@ -41,7 +41,7 @@ private slots:
               "MFremdeKartei|Fremde Kartei einlesen", "MKartei_ausgeben|Kartei ausgeben", "MStrich3|-",
               "MAnimation|Animation", "MStrich5|-", "MStatistik|Statistik anzeigen", "Mstrich4|-",
               "MVerlauf|Verlauf"}},
-            {"Minfo|Info", {"Müber|über Paukfix"}},
+            {"Minfo|Info", {"MHandbuch|Handbuch", "MTasten|Alle Tasten", "MStrich6|-", "Müber|über Paukfix"}},
         };
         QList<QPair<QString, QStringList>> gefunden;
         for (const QAction *menue : b.fenster->menuBar()->actions()) {
@@ -62,7 +62,7 @@ private slots:
         const QStringList fremde{
             "MKarten",          "Manzeigen",        "MAscii_Export", "MAscii_Import", "MThema_ausfiltern",
             "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",      "MErledigtNeu",  "MKartei_packen",
-            "MStatistik",       "MVerlauf",         "Müber"};
+            "MStatistik",       "MVerlauf",         "MHandbuch",     "MTasten",       "Müber"};
         for (const QString &name : fremde)
             QVERIFY2(!b.Menue(name)->isEnabled(), qPrintable(name));
         for (const QString name : {"Mneu", "Möffnen", "MEnde", "MAutoschalter", "MSchriftart", "MAnimation"})
@@ -70,9 +70,9 @@ private slots:
 
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               nullptr, nullptr, nullptr});
+        b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -82,9 +82,9 @@ private slots:
         LBoxBuehne b;
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.Zeigen({},
-                 {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                  oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
+        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                      oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
         for (const QString name : {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import",
                                    "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
                                    "MErledigtNeu", "MKartei_packen", "MKartei_ausgeben", "MVerlauf"}) {
@@ -96,9 +96,10 @@ private slots:
             QCOMPARE(b.kartei.FehlerStatus, Fehler::NichtsOffen);
         }
         // These check by themselves, or need none.
-        for (const QString name : {"Manzeigen", "MFremdeKartei", "MStatistik", "Müber"})
+        for (const QString name :
+             {"Manzeigen", "MFremdeKartei", "MStatistik", "MHandbuch", "MTasten", "Müber"})
             b.Menue(name)->trigger();
-        QCOMPARE(geoeffnet, 4);
+        QCOMPARE(geoeffnet, 6);
     }
 
     void EntriesOpenTheirWindowOnAnOpenFile()

@@ -79,6 +79,20 @@ Tastengruppe Uebersicht()
              {u"[Esc] · [Alt]+[Z]"_s, u"zurück zum Kasten (Zurück)"_s}}};
 }
 
+Tastengruppe Handbuch()
+{
+    return {u"Handbuch"_s,
+            u"Im Handbuch"_s,
+            {{u"[↑] · [↓]"_s, u"im Inhalt: die Seite davor, danach; im Text: rollen"_s},
+             {u"[Tab] · [Eingabe]"_s, u"im Text: zum nächsten Verweis, ihm folgen"_s},
+             {u"[Alt]+[←] · [Alt]+[→]"_s, u"zurück zur Seite, von der man kam, und wieder vor"_s},
+             {u"[Alt]+[I]"_s, u"in den Inhalt (Inhalt)"_s},
+             {u"[Strg]+[F] · [Alt]+[S]"_s, u"ein Wort suchen (Suchen)"_s},
+             {u"[Eingabe] · [F3]"_s, u"nach dem Tippen: die nächste Stelle, auch auf anderen Seiten"_s},
+             {u"[Umschalt]+[F3]"_s, u"die Stelle davor"_s},
+             {u"[Esc] · [Alt]+[C]"_s, u"zurück zum Programm (Schließen)"_s}}};
+}
+
 Tastengruppe Ueberall()
 {
     return {QString(),
@@ -88,14 +102,14 @@ Tastengruppe Ueberall()
              {u"[Alt]+Buchstabe"_s, u"was diesen Buchstaben unterstrichen hat"_s},
              {u"[Eingabe]"_s, u"was der gelbe Knopf tut"_s},
              {u"[Esc]"_s, u"ein Fenster schließen, ohne etwas zu tun"_s},
-             {u"[F1]"_s, u"diese Liste"_s}}};
+             {u"[F1]"_s, u"das Handbuch, auf der Seite dieses Fensters"_s}}};
 }
 
 } // namespace
 
 QList<Tastengruppe> AlleTasten()
 {
-    return {Kasten(), Abfrage(), Editor(), Uebersicht(), Ueberall()};
+    return {Kasten(), Abfrage(), Editor(), Uebersicht(), Handbuch(), Ueberall()};
 }
 
 } // namespace paukfix
