@@ -226,7 +226,7 @@ CardFile::~CardFile()
         database_.tryExec("PRAGMA journal_mode=PERSIST");
     else if (const QString journal = QFile::decodeName(
                  sqlite3_filename_journal(sqlite3_db_filename(database_.getHandle(), "main")));
-             !HoldsChange(journal))
+             locked_ >= 0 && !HoldsChange(journal)) // with the lock it is ours
         QFile::remove(journal);
 }
 

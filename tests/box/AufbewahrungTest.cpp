@@ -195,6 +195,31 @@ private slots:
         QVERIFY(asked > 100);
     }
 
+    void TheJournalOfAFileThatIsGoneGoesUnlessItHoldsAChange_data()
+    {
+        QTest::addColumn<bool>("holds");
+        QTest::newRow("done with") << false;
+        QTest::newRow("a change that the file would need") << true;
+    }
+
+    void TheJournalOfAFileThatIsGoneGoesUnlessItHoldsAChange()
+    {
+        QFETCH(bool, holds);
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(u"box.pzb"_s);
+        QVERIFY(QFile::copy(original_, path));
+        {
+            Lernender learner(directory.path());
+            QCOMPARE(learner.Antworten(0, true), Ausgang::Gespeichert);
+            QFile journal(path + u"-journal"_s);
+            QVERIFY(journal.open(QIODevice::ReadWrite));
+            QVERIFY(QFile::rename(path, directory.filePath(u"weg.pzb"_s)));
+            if (holds)
+                QCOMPARE(journal.write("\xd9"), 1);
+        }
+        QCOMPARE(QFile::exists(path + u"-journal"_s), holds);
+    }
+
     // The new file is whole, or not there.
     void APowerFailureLeavesTheNewFileWholeOrNone()
     {
