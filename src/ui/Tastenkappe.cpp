@@ -80,20 +80,20 @@ void Tastenkappe::paintEvent(QPaintEvent *)
     const int breite = BisGruppe(gezeigt);
     if (breite > platz.width())
         return;
-    qreal x = platz.left();
+    int x = platz.left();
     if ((alignment() & Qt::AlignRight) != 0)
         x += platz.width() - breite;
     else if ((alignment() & Qt::AlignHCenter) != 0)
         x += (platz.width() - breite) / 2;
     const int hoehe = fontMetrics().height() + 2 * RandUeberTaste;
-    const QRectF zeile(x, platz.top() + (platz.height() - hoehe) / 2, breite, hoehe);
+    const int oben = platz.top() + (platz.height() - hoehe) / 2;
     const QColor text = isEnabled() ? Farben::Lesbar(farben.leise, grund)
                                     : palette().color(QPalette::Disabled, QPalette::WindowText);
     const QColor umriss = Farben::Lesbar(farben.umriss, grund, Farben::KontrastUmriss);
     for (const Teil &teil : teile_) {
         if (teil.gruppe > gezeigt)
             break;
-        const QRectF feld(x, zeile.top(), Breite(teil), zeile.height());
+        const QRectF feld(x, oben, Breite(teil), hoehe);
         if (teil.taste) {
             maler.setPen(umriss);
             maler.drawRoundedRect(feld.adjusted(RandUmTaste + 0.5, 0.5, -RandUmTaste - 0.5, -0.5), Radius,
@@ -101,7 +101,7 @@ void Tastenkappe::paintEvent(QPaintEvent *)
         }
         maler.setPen(text);
         maler.drawText(feld, Qt::AlignCenter | Qt::TextDontClip, teil.text);
-        x += feld.width();
+        x += Breite(teil);
     }
 }
 
