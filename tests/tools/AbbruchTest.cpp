@@ -45,11 +45,11 @@ Importwahl Erneuern()
 
 void Einlesen(const Werkbank &bank, const std::optional<QString> &neueKartei)
 {
-    const auto quelle = DeckOeffnen(QStringLiteral(DECKS_DIR "/basic.apkg"));
+    const auto quelle = DeckOeffnen(bank.store.CardPath(u"deck.apkg"_s));
     Einlesewahl wahl;
     wahl.neueKartei = neueKartei;
     Eingelesenes ergebnis;
-    FremdEinlesen(bank, *quelle, u"basic.apkg"_s, wahl, ergebnis);
+    FremdEinlesen(bank, *quelle, u"deck.apkg"_s, wahl, ergebnis);
 }
 
 void Ausgeben(const Werkbank &bank, Fremdform form)
@@ -114,6 +114,8 @@ private slots:
         Werkstatt w;
         w.Oeffnen(Karten(), "quelle.pzb");
         QCOMPARE(AsciiExportieren(w.bank, "alle.csv", AlleFelder()), Ausgang::Gelungen);
+        QString rest;
+        QCOMPARE(FremdAusgeben(w.bank, "deck.apkg", Fremdform::Anki, rest), Ausgang::Gelungen);
         QByteArray zeilen;
         for (int i = 1; i <= 300; ++i)
             zeilen += "Frage " + QByteArray::number(i) + ";anders;t\r\n";
