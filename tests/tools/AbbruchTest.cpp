@@ -154,5 +154,5 @@ private slots:
     }
 };
 
-PAUKFIX_CORE_TEST(AbbruchTest)
+PAUKFIX_TEST(AbbruchTest)
 #include "AbbruchTest.moc"
