@@ -14,9 +14,10 @@ namespace {
 constexpr int Antworten = 5;
 }
 
-QStringList Tippfeldnamen()
+const QStringList &Tippfeldnamen()
 {
-    return {u"Frage"_s, u"Antwort"_s, u"Thema"_s};
+    static const QStringList namen{u"Frage"_s, u"Antwort"_s, u"Thema"_s};
+    return namen;
 }
 
 std::optional<QString> EigenesThema(const QStringList &felder, const std::vector<QString> &werte)
@@ -27,15 +28,17 @@ std::optional<QString> EigenesThema(const QStringList &felder, const std::vector
     return HtmlAttribut(werte.back());
 }
 
-QStringList Ankreuzfeldnamen()
+const QStringList &Ankreuzfeldnamen()
 {
-    return {u"Frage"_s,     u"Antwort 1"_s, u"Antwort 2"_s, u"Antwort 3"_s, u"Antwort 4"_s,
-            u"Antwort 5"_s, u"Richtig"_s,   u"Lösung"_s,    u"Thema"_s};
+    static const QStringList namen{u"Frage"_s,     u"Antwort 1"_s, u"Antwort 2"_s,
+                                   u"Antwort 3"_s, u"Antwort 4"_s, u"Antwort 5"_s,
+                                   u"Richtig"_s,   u"Lösung"_s,    u"Thema"_s};
+    return namen;
 }
 
 bool IstAnkreuztyp(const QStringList &felder)
 {
-    const QStringList namen = Ankreuzfeldnamen();
+    const QStringList &namen = Ankreuzfeldnamen();
     return std::all_of(namen.begin(), namen.end(),
                        [&](const QString &name) { return felder.contains(name); });
 }

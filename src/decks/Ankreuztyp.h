@@ -15,11 +15,11 @@ namespace paukfix {
 // the question, five answers, the numbers of the right ones ("1 3"), the media of the answer and the topic.
 
 // Of the usual card of ours: question, answer and topic.
-QStringList Tippfeldnamen();
+const QStringList &Tippfeldnamen();
 // The topic that a note of one of our types has; nothing for any other.
 std::optional<QString> EigenesThema(const QStringList &felder, const std::vector<QString> &werte);
 
-QStringList Ankreuzfeldnamen();
+const QStringList &Ankreuzfeldnamen();
 bool IstAnkreuztyp(const QStringList &felder);
 
 struct Ankreuzfelder

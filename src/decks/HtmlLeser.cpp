@@ -4,13 +4,15 @@
 
 #include "HtmlStil.h"
 
-#include <QHash>
-
+#include <limits>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -37,36 +39,42 @@ struct Element
     unsigned rest = 0;
 };
 
-const QHash<QString, Element> &Elemente()
+Element ElementVon(std::u16string_view name)
 {
-    static const QHash<QString, Element> elemente = [] {
-        QHash<QString, Element> alle;
-        for (const char *name :
-             {"address", "article", "aside", "blockquote", "center",     "dd",      "details", "dialog",
-              "div",     "dl",      "dt",    "fieldset",   "figcaption", "figure",  "footer",  "form",
-              "h1",      "h2",      "h3",    "h4",         "h5",         "h6",      "header",  "main",
-              "nav",     "p",       "pre",   "section",    "summary",    "caption", "body",    "html"})
-            alle.insert(QString::fromLatin1(name), {Art::Block, 0});
+    static const std::unordered_map<std::u16string_view, Element> elemente = [] {
+        std::unordered_map<std::u16string_view, Element> alle;
+        for (const std::u16string_view element :
+             {u"address"sv,    u"article"sv, u"aside"sv,  u"blockquote"sv, u"center"sv,  u"dd"sv,
+              u"details"sv,    u"dialog"sv,  u"div"sv,    u"dl"sv,         u"dt"sv,      u"fieldset"sv,
+              u"figcaption"sv, u"figure"sv,  u"footer"sv, u"form"sv,       u"h1"sv,      u"h2"sv,
+              u"h3"sv,         u"h4"sv,      u"h5"sv,     u"h6"sv,         u"header"sv,  u"main"sv,
+              u"nav"sv,        u"p"sv,       u"pre"sv,    u"section"sv,    u"summary"sv, u"caption"sv,
+              u"body"sv,       u"html"sv})
+            alle.emplace(element, Element{Art::Block, 0});
         const auto tabelle = static_cast<unsigned>(HtmlRest::Tabelle);
-        for (const char *name : {"table", "tbody", "td", "tfoot", "th", "thead", "tr"})
-            alle.insert(QString::fromLatin1(name), {Art::Block, tabelle});
+        for (const std::u16string_view element :
+             {u"table"sv, u"tbody"sv, u"td"sv, u"tfoot"sv, u"th"sv, u"thead"sv, u"tr"sv})
+            alle.emplace(element, Element{Art::Block, tabelle});
         const auto liste = static_cast<unsigned>(HtmlRest::Liste);
-        for (const char *name : {"ul", "ol", "li", "menu"})
-            alle.insert(QString::fromLatin1(name), {Art::Block, liste});
-        alle.insert(u"br"_s, {Art::Bruch, 0});
-        alle.insert(u"hr"_s, {Art::Strich, 0});
-        alle.insert(u"img"_s, {Art::Bild, 0});
-        alle.insert(u"audio"_s, {Art::Klang, 0});
-        alle.insert(u"source"_s, {Art::Klang, 0});
-        alle.insert(u"a"_s, {Art::Fluss, 0});
-        for (const char *name : {"video", "iframe", "object", "embed", "canvas"})
-            alle.insert(QString::fromLatin1(name), {Art::Film, static_cast<unsigned>(HtmlRest::Video)});
-        alle.insert(u"script"_s, {Art::Stumm, static_cast<unsigned>(HtmlRest::Skript)});
-        for (const char *name : {"style", "title", "template", "rp", "noscript", "svg", "math"})
-            alle.insert(QString::fromLatin1(name), {Art::Stumm, 0});
+        for (const std::u16string_view element : {u"ul"sv, u"ol"sv, u"li"sv, u"menu"sv})
+            alle.emplace(element, Element{Art::Block, liste});
+        alle.emplace(u"br"sv, Element{Art::Bruch, 0});
+        alle.emplace(u"hr"sv, Element{Art::Strich, 0});
+        alle.emplace(u"img"sv, Element{Art::Bild, 0});
+        alle.emplace(u"audio"sv, Element{Art::Klang, 0});
+        alle.emplace(u"source"sv, Element{Art::Klang, 0});
+        alle.emplace(u"a"sv, Element{Art::Fluss, 0});
+        for (const std::u16string_view element :
+             {u"video"sv, u"iframe"sv, u"object"sv, u"embed"sv, u"canvas"sv})
+            alle.emplace(element, Element{Art::Film, static_cast<unsigned>(HtmlRest::Video)});
+        alle.emplace(u"script"sv, Element{Art::Stumm, static_cast<unsigned>(HtmlRest::Skript)});
+        for (const std::u16string_view element :
+             {u"style"sv, u"title"sv, u"template"sv, u"rp"sv, u"noscript"sv, u"svg"sv, u"math"sv})
+            alle.emplace(element, Element{Art::Stumm, 0});
         return alle;
     }();
-    return elemente;
+    const auto gefunden = elemente.find(name);
+    return gefunden == elemente.end() ? Element() : gefunden->second;
 }
 
 bool IstLeer(QChar c)
@@ -245,7 +253,7 @@ public:
 private:
     struct Offenes
     {
-        QString name;
+        std::u16string name;
         Art art{};
         HtmlStil vorher;
     };
@@ -283,13 +291,13 @@ private:
     bool Tag()
     {
         const QStringView rest = html_.mid(place_);
-        if (rest.startsWith(u"<!--")) {
+        if (rest.size() < 2)
+            return false;
+        if (rest[1] == u'!' && rest.startsWith(u"<!--")) {
             const qsizetype ende = rest.indexOf(u"-->", 4);
             place_ = ende < 0 ? html_.size() : place_ + ende + 3;
             return true;
         }
-        if (rest.size() < 2)
-            return false;
         if (rest[1] == u'!' || rest[1] == u'?') {
             const qsizetype ende = rest.indexOf(u'>');
             place_ = ende < 0 ? html_.size() : place_ + ende + 1;
@@ -310,7 +318,7 @@ private:
 
     void Oeffnen(const HtmlTag &tag)
     {
-        const Element element = Elemente().value(tag.name);
+        const Element element = ElementVon(tag.name);
         if (!stil_.verborgen)
             ergebnis_.rest |= element.rest;
         switch (element.art) {
@@ -335,22 +343,22 @@ private:
         }
         if (element.art == Art::Block)
             sammler_.Kante(stil_);
-        if (tag.name == u"a" && tag.Hat(u"href"))
+        if (tag.name == u"a"sv && tag.Hat(u"href"))
             ergebnis_.rest |= static_cast<unsigned>(HtmlRest::Verweis);
         if (tag.leer || offen_.size() >= TiefsteSchachtelung)
             return;
         offen_.push_back({tag.name, element.art, stil_});
         if (StilAnwenden(stil_, tag, sammler_.Text().schriften))
             ergebnis_.rest |= static_cast<unsigned>(HtmlRest::Hintergrund);
-        if (tag.name == u"rt" && !stil_.verborgen)
+        if (tag.name == u"rt"sv && !stil_.verborgen)
             sammler_.Zeichen(u'(', stil_);
     }
 
-    void Schliessen(const QString &name)
+    void Schliessen(std::u16string_view name)
     {
-        if (name == u"rt" && !stil_.verborgen)
+        if (name == u"rt"sv && !stil_.verborgen)
             sammler_.Zeichen(u')', stil_);
-        const Element element = Elemente().value(name);
+        const Element element = ElementVon(name);
         if (element.art == Art::Block)
             sammler_.Kante(stil_);
         const std::size_t grenze = offen_.size() > WeitesteSuche ? offen_.size() - WeitesteSuche : 0;
@@ -377,7 +385,7 @@ private:
     {
         if (tag.leer)
             return;
-        const QString ende = u"</"_s + tag.name;
+        const QString ende = u"</"_s.append(QStringView(tag.name));
         const qsizetype gefunden = html_.indexOf(ende, place_, Qt::CaseInsensitive);
         if (gefunden < 0) {
             place_ = html_.size();

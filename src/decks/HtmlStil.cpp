@@ -5,14 +5,17 @@
 #include "HtmlLeser.h"
 
 #include <QColor>
+#include <QStringTokenizer>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -20,6 +23,20 @@ constexpr std::size_t MeisteAttribute = 50;
 constexpr qsizetype MeisteSchriften = 50;
 constexpr int KleinsteSchrift = 8;   // half-points
 constexpr int GroessteSchrift = 288; // half-points
+
+// What follows is asked of every tag of every card: it copies nothing, and compares without a call.
+char16_t Klein(QChar c)
+{
+    return static_cast<char16_t>(c.unicode() + (c >= u'A' && c <= u'Z' ? u'a' - u'A' : 0));
+}
+
+// `klein` is in small letters.
+bool Ist(QStringView text, std::u16string_view klein)
+{
+    return static_cast<std::size_t>(text.size()) == klein.size() &&
+           std::equal(text.begin(), text.end(), klein.begin(),
+                      [](QChar c, char16_t anderes) { return Klein(c) == anderes; });
+}
 
 bool IstLeer(QChar c)
 {
@@ -102,23 +119,23 @@ void Schrift(HtmlStil &stil, QStringView liste, QStringList &schriften)
 
 void Ausrichten(HtmlStil &stil, QStringView wert)
 {
-    const QString wo = wert.trimmed().toString().toLower();
-    if (wo == u"center")
+    const QStringView wo = wert.trimmed();
+    if (Ist(wo, u"center"))
         stil.ausrichtung = Ausrichtung::Mitte;
-    else if (wo == u"right" || wo == u"end")
+    else if (Ist(wo, u"right") || Ist(wo, u"end"))
         stil.ausrichtung = Ausrichtung::Rechts;
-    else if (wo == u"justify")
+    else if (Ist(wo, u"justify"))
         stil.ausrichtung = Ausrichtung::Block;
-    else if (wo == u"left" || wo == u"start")
+    else if (Ist(wo, u"left") || Ist(wo, u"start"))
         stil.ausrichtung = Ausrichtung::Links;
 }
 
-void HochTief(Laufformat &format, const QString &wert)
+void HochTief(Laufformat &format, QStringView wert)
 {
     constexpr double GroessterVersatz = 1000; // twips
-    format.lage = static_cast<signed char>(wert == u"super" ? 1 : wert == u"sub" ? -1 : 0);
+    format.lage = static_cast<signed char>(Ist(wert, u"super") ? 1 : Ist(wert, u"sub") ? -1 : 0);
     bool zahl = false;
-    const double punkte = wert.endsWith(u"pt"_s) ? wert.chopped(2).toDouble(&zahl) : 0;
+    const double punkte = wert.endsWith(u"pt", Qt::CaseInsensitive) ? wert.chopped(2).toDouble(&zahl) : 0;
     format.versatz = static_cast<short>(
         zahl ? std::lround(std::clamp(punkte * 20, -GroessterVersatz, GroessterVersatz)) : 0);
 }
@@ -126,58 +143,59 @@ void HochTief(Laufformat &format, const QString &wert)
 // One property of a style; true for a background.
 bool Eigenschaft(HtmlStil &stil, QStringView name, QStringView text, QStringList &schriften)
 {
-    const QString wert = text.trimmed().toString().toLower();
-    if (name == u"font-weight") {
+    const QStringView wert = text.trimmed();
+    if (Ist(name, u"font-weight")) {
         bool zahl = false;
         const int staerke = wert.toInt(&zahl);
-        stil.format.fett = zahl ? staerke >= 600 : wert == u"bold" || wert == u"bolder";
-    } else if (name == u"font-style") {
-        stil.format.kursiv = wert == u"italic" || wert == u"oblique";
-    } else if (name == u"text-decoration" || name == u"text-decoration-line") {
-        stil.format.unterstrichen = wert.contains(u"underline"_s);
-        stil.format.durchgestrichen = wert.contains(u"line-through"_s);
-    } else if (name == u"color") {
+        stil.format.fett = zahl ? staerke >= 600 : Ist(wert, u"bold") || Ist(wert, u"bolder");
+    } else if (Ist(name, u"font-style")) {
+        stil.format.kursiv = Ist(wert, u"italic") || Ist(wert, u"oblique");
+    } else if (Ist(name, u"text-decoration") || Ist(name, u"text-decoration-line")) {
+        stil.format.unterstrichen = wert.contains(u"underline", Qt::CaseInsensitive);
+        stil.format.durchgestrichen = wert.contains(u"line-through", Qt::CaseInsensitive);
+    } else if (Ist(name, u"color")) {
         if (const auto farbe = Farbe(text))
             stil.format.farbe = farbe;
-    } else if (name == u"font-size") {
+    } else if (Ist(name, u"font-size")) {
         if (const int halbe = Groesse(text))
             stil.format.halbpunkte = static_cast<short>(halbe);
-    } else if (name == u"font-family") {
+    } else if (Ist(name, u"font-family")) {
         Schrift(stil, text, schriften);
-    } else if (name == u"vertical-align") {
+    } else if (Ist(name, u"vertical-align")) {
         HochTief(stil.format, wert);
-    } else if (name == u"text-align") {
+    } else if (Ist(name, u"text-align")) {
         Ausrichten(stil, text);
-    } else if (name == u"white-space") {
-        stil.woertlich = wert.startsWith(u"pre"_s) && wert != u"pre-line";
-    } else if (name == u"display" && wert == u"none") {
+    } else if (Ist(name, u"white-space")) {
+        stil.woertlich = wert.startsWith(u"pre", Qt::CaseInsensitive) && !Ist(wert, u"pre-line");
+    } else if (Ist(name, u"display") && Ist(wert, u"none")) {
         stil.verborgen = true;
-    } else if (name == u"background" || name == u"background-color") {
-        return wert != u"transparent" && wert != u"none" && wert != u"inherit" && wert != u"initial";
+    } else if (Ist(name, u"background") || Ist(name, u"background-color")) {
+        return !Ist(wert, u"transparent") && !Ist(wert, u"none") && !Ist(wert, u"inherit") &&
+               !Ist(wert, u"initial");
     }
     return false;
 }
 
 // What the name alone says.
-void NameAnwenden(HtmlStil &stil, const QString &name)
+void NameAnwenden(HtmlStil &stil, std::u16string_view name)
 {
     Laufformat &format = stil.format;
-    if (name == u"b" || name == u"strong" || name == u"th" ||
-        (name.size() == 2 && name[0] == u'h' && name[1].isDigit()))
+    if (name == u"b"sv || name == u"strong"sv || name == u"th"sv ||
+        (name.size() == 2 && name[0] == u'h' && name[1] >= u'0' && name[1] <= u'9'))
         format.fett = true;
-    else if (name == u"i" || name == u"em" || name == u"cite" || name == u"dfn" || name == u"var")
+    else if (name == u"i"sv || name == u"em"sv || name == u"cite"sv || name == u"dfn"sv || name == u"var"sv)
         format.kursiv = true;
-    else if (name == u"u" || name == u"ins")
+    else if (name == u"u"sv || name == u"ins"sv)
         format.unterstrichen = true;
-    else if (name == u"s" || name == u"strike" || name == u"del")
+    else if (name == u"s"sv || name == u"strike"sv || name == u"del"sv)
         format.durchgestrichen = true;
-    else if (name == u"sub")
+    else if (name == u"sub"sv)
         format.lage = -1;
-    else if (name == u"sup")
+    else if (name == u"sup"sv)
         format.lage = 1;
-    else if (name == u"center")
+    else if (name == u"center"sv)
         stil.ausrichtung = Ausrichtung::Mitte;
-    else if (name == u"pre")
+    else if (name == u"pre"sv)
         stil.woertlich = true;
 }
 
@@ -200,6 +218,8 @@ QString HtmlTag::Wert(QStringView attribut) const
 
 QString HtmlAttribut(QStringView wert)
 {
+    if (!wert.contains(u'&'))
+        return wert.toString();
     QString text;
     text.reserve(wert.size());
     for (qsizetype i = 0; i < wert.size(); ++i) {
@@ -228,8 +248,8 @@ HtmlTag HtmlTagLesen(QStringView text)
             ++i;
         return text.mid(von, i - von);
     };
-    tag.name =
-        bis([](QChar c) { return IstLeer(c) || c == u'>' || c == u'/'; }).left(30).toString().toLower();
+    for (const QChar c : bis([](QChar c) { return IstLeer(c) || c == u'>' || c == u'/'; }).left(30))
+        tag.name += Klein(c);
     while (i < ende && text[i] != u'>') {
         if (IstLeer(text[i]) || text[i] == u'/') {
             tag.leer = text[i] == u'/' && i + 1 < ende && text[i + 1] == u'>';
@@ -267,27 +287,27 @@ HtmlTag HtmlTagLesen(QStringView text)
 bool StilAnwenden(HtmlStil &stil, const HtmlTag &tag, QStringList &schriften)
 {
     NameAnwenden(stil, tag.name);
-    bool hintergrund = tag.name == u"mark";
+    bool hintergrund = tag.name == u"mark"sv;
     for (const auto &[name, roh] : tag.attribute) {
-        if (name.compare(u"style", Qt::CaseInsensitive) == 0) {
+        if (Ist(name, u"style")) {
             const QString wert = HtmlAttribut(roh);
-            for (const QStringView teil : QStringView(wert).split(u';')) {
+            for (const QStringView teil : qTokenize(QStringView(wert), u';')) {
                 const qsizetype punkt = teil.indexOf(u':');
                 if (punkt > 0)
-                    hintergrund |= Eigenschaft(stil, teil.left(punkt).trimmed().toString().toLower(),
-                                               teil.mid(punkt + 1), schriften);
+                    hintergrund |=
+                        Eigenschaft(stil, teil.left(punkt).trimmed(), teil.mid(punkt + 1), schriften);
             }
-        } else if (name.compare(u"align", Qt::CaseInsensitive) == 0) {
+        } else if (Ist(name, u"align")) {
             Ausrichten(stil, roh);
-        } else if (name.compare(u"hidden", Qt::CaseInsensitive) == 0) {
+        } else if (Ist(name, u"hidden")) {
             stil.verborgen = true;
-        } else if (tag.name == u"font") {
-            if (name.compare(u"color", Qt::CaseInsensitive) == 0) {
+        } else if (tag.name == u"font"sv) {
+            if (Ist(name, u"color")) {
                 if (const auto farbe = Farbe(HtmlAttribut(roh)))
                     stil.format.farbe = farbe;
-            } else if (name.compare(u"face", Qt::CaseInsensitive) == 0) {
+            } else if (Ist(name, u"face")) {
                 Schrift(stil, HtmlAttribut(roh), schriften);
-            } else if (name.compare(u"size", Qt::CaseInsensitive) == 0) {
+            } else if (Ist(name, u"size")) {
                 if (const int halbe = AlteGroesse(roh.toString()))
                     stil.format.halbpunkte = static_cast<short>(halbe);
             }

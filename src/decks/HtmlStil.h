@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -15,7 +16,7 @@ namespace paukfix {
 // A tag of HTML with its attributes.
 struct HtmlTag
 {
-    QString name; // in small letters
+    std::u16string name; // in small letters
     std::vector<std::pair<QStringView, QStringView>> attribute;
     bool leer = false;    // ends itself: <x/>
     qsizetype laenge = 0; // from the name up to behind the ">"

@@ -110,12 +110,13 @@ QString MitCrLf(const QString &text)
         return text;
     QString fertig;
     fertig.reserve(text.size() + zeilen);
-    for (const QChar c : text) {
-        if (c == u'\n')
-            fertig += u'\r';
-        fertig += c;
+    qsizetype von = 0;
+    for (qsizetype bis = text.indexOf(u'\n'); bis >= 0; bis = text.indexOf(u'\n', von)) {
+        fertig += QStringView(text).mid(von, bis - von);
+        fertig += u"\r\n";
+        von = bis + 1;
     }
-    return fertig;
+    return fertig += QStringView(text).mid(von);
 }
 
 } // namespace

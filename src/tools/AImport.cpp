@@ -148,11 +148,20 @@ std::optional<Aufbau> AImport::Gewaehlt() const
     return aufbau;
 }
 
+Importvorschau AImport::Ansehen(const Aufbau &aufbau)
+{
+    if (!probe_->DauertLange())
+        return probe_->Ansehen(aufbau);
+    Importvorschau vorschau;
+    Nachsehen([&](const Werkbank &bank) { vorschau = probe_->Ansehen(aufbau, bank.progress); });
+    return vorschau;
+}
+
 void AImport::Zeigen()
 {
     const auto aufbau = Gewaehlt();
     const bool zeigbar = probe_ && aufbau;
-    const Importvorschau vorschau = zeigbar ? probe_->Ansehen(*aufbau) : Importvorschau();
+    const Importvorschau vorschau = zeigbar ? Ansehen(*aufbau) : Importvorschau();
     tafel_->setVisible(zeigbar);
     // Who has chosen a file knows what it is about: its cards take the room.
     ErklaerungZeigen(!zeigbar);
@@ -169,7 +178,7 @@ QString AImport::VorhabenVon(const Importvorschau &vorschau, bool alleFelder)
     if (!vorschau.hindernis.isEmpty())
         return vorschau.hindernis;
     if (vorschau.nurAnfang)
-        return u"Die ersten Karten; die Datei ist zu groß, um sie vorher zu zählen."_s;
+        return u"Die ersten Karten; gezählt wird erst beim Einlesen."_s;
     QString text =
         Kommen(vorschau.karten) + (!alleFelder                ? u" ins Fach Neu"_s
                                    : chkFaecher_->isChecked() ? u" mit allen Feldern in ihre Fächer"_s

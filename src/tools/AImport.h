@@ -28,6 +28,7 @@ private:
     void DateiGewaehlt();
     void FormGewaehlt();
     void Raten();
+    Importvorschau Ansehen(const Aufbau &aufbau);
     void Zeigen();
     void FormZeigen(const Aufbau &aufbau);
     Zeichensatz GewaehlterZeichensatz() const;

@@ -177,7 +177,7 @@ void FremdeKartei::Ansehen()
     vorschau_.reset();
     warum_.clear();
     if (!name.isEmpty()) {
-        Ausfuehren([&](const Werkbank &bank) {
+        Nachsehen([&](const Werkbank &bank) {
             try {
                 quelle_ = DeckOeffnen(VollerPfad(Store(), name));
                 vorschau_ = DeckAnsehen(*quelle_, bank.progress);

@@ -19,8 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 Gleich = qint64{8} << 20; // bytes that are read before anybody waits for it
-constexpr std::size_t Gezeigt = 20;        // cards
+constexpr qint64 Gleich = qint64{8} << 20;       // bytes that are read before anybody waits for it
+constexpr qint64 Hoechstens = qint64{256} << 20; // of a larger file only the first cards are shown
+constexpr std::size_t Gezeigt = 20;              // cards
 
 void Uebertragen(const Vorabzaehler &zaehler, Importvorschau &vorschau)
 {
@@ -43,7 +44,7 @@ std::optional<Importprobe> Importprobe::Lesen(CardStore &store, const QString &d
         QFile datei(pfad);
         if (!datei.open(QIODevice::ReadOnly))
             return std::nullopt;
-        const QByteArray anfang = datei.read(Gleich);
+        const QByteArray anfang = datei.read(datei.size() > Hoechstens ? Gleich : Hoechstens);
         return Importprobe(store, anfang, datei.atEnd());
     } catch (const StoreError &) { // told when it is to be read in
         return std::nullopt;
@@ -80,7 +81,12 @@ QStringList Importprobe::ErsteZeile(const Aufbau &aufbau) const
     return felder;
 }
 
-Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
+bool Importprobe::DauertLange() const
+{
+    return datei_.size() > Gleich;
+}
+
+Importvorschau Importprobe::Ansehen(const Aufbau &aufbau, const Progress &progress) const
 {
     Importvorschau vorschau;
     vorschau.nurAnfang = !ganz_;
@@ -88,22 +94,26 @@ Importvorschau Importprobe::Ansehen(const Aufbau &aufbau) const
         const Textinhalt inhalt = TextLesen(datei_, aufbau.zeichensatz);
         vorschau.unpassend = inhalt.unpassend;
         if (aufbau.alleFelder)
-            GanzeKarten(inhalt, aufbau, vorschau);
+            GanzeKarten(inhalt, aufbau, progress, vorschau);
         else
-            EinfacheKarten(inhalt, aufbau, vorschau);
+            EinfacheKarten(inhalt, aufbau, progress, vorschau);
     } catch (const StoreError &fehler) {
-        if (ganz_ || vorschau.erste.empty())
+        if (fehler.Number() == Fehler::Abgebrochen)
+            vorschau.nurAnfang = true;
+        else if (ganz_ || vorschau.erste.empty())
             vorschau.hindernis = fehler.Text();
     }
     return vorschau;
 }
 
-void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
+void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau, const Progress &progress,
                                  Importvorschau &vorschau) const
 {
     Vorabzaehler zaehler(box_);
     KartenAusText karten(inhalt, aufbau);
     for (SimpleCard karte; karten.Naechste(karte);) {
+        if (progress && zaehler.Karten() % ProgressSteps == 0)
+            progress(karten.Gelesen(), karten.Gesamt());
         const std::string frage = karte.question.toStdString();
         const std::string antwort = karte.answer.toStdString();
         zaehler.Karte([&] {
@@ -120,7 +130,8 @@ void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
     vorschau.andereZeilen = karten.AndereZeilen();
 }
 
-void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Importvorschau &vorschau) const
+void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, const Progress &progress,
+                              Importvorschau &vorschau) const
 {
     Vorabzaehler zaehler(box_);
     FelderQuelle quelle(inhalt, aufbau.form, store_->Karten(), false);
@@ -131,7 +142,9 @@ void Importprobe::GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Im
         quelle.Read(CardColumnIndex(name), wert);
         return QString::fromStdString(wert.kind == CopiedValue::Kind::Text ? wert.text : std::string());
     };
+    int gelesen = 0;
     while (quelle.Next()) {
+        Melden(progress, ++gelesen, quelle.Count());
         for (std::size_t i = 0; i < werte.size(); ++i)
             try {
                 quelle.Read(quelle.Columns()[i], werte[i]);

@@ -4,6 +4,7 @@
 
 #include "CardStore.h"
 #include "KartenAusText.h"
+#include "Progress.h"
 
 #include <QByteArray>
 #include <QStringList>
@@ -23,7 +24,7 @@ struct Importvorschau
     int bekannt = 0;               // cards that the box has
     int andereAntwort = 0;         // cards whose question it has with another answer
     Unpassendes unpassend;
-    bool nurAnfang = false; // the file is too large to be counted now
+    bool nurAnfang = false; // not counted: the file is too large, or nobody wanted to wait
     QString hindernis;      // why nothing can be read
 };
 
@@ -41,13 +42,19 @@ public:
     // What the first line has in its fields.
     QStringList ErsteZeile(const Aufbau &aufbau) const;
 
-    Importvorschau Ansehen(const Aufbau &aufbau) const;
+    // So large that somebody would wait for Ansehen().
+    bool DauertLange() const;
+
+    // Where `progress` ends the work, the first cards are there all the same.
+    Importvorschau Ansehen(const Aufbau &aufbau, const Progress &progress = {}) const;
 
 private:
     Importprobe(CardStore &store, QByteArray datei, bool ganz);
 
-    void EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Importvorschau &vorschau) const;
-    void GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, Importvorschau &vorschau) const;
+    void EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau, const Progress &progress,
+                        Importvorschau &vorschau) const;
+    void GanzeKarten(const Textinhalt &inhalt, const Aufbau &aufbau, const Progress &progress,
+                     Importvorschau &vorschau) const;
 
     CardStore *store_;
     QByteArray datei_;

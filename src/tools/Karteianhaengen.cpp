@@ -3,6 +3,7 @@
 #include "Karteianhaengen.h"
 
 #include "Anhaengen.h"
+#include "Fensterbau.h"
 #include "Medienwahl.h"
 #include "Vorhandenenwahl.h"
 
@@ -29,6 +30,7 @@ Karteianhängen::Karteianhängen(KarteiOeffner &oeffner, const Dienste &dienste,
     chkMedien_ = MedienBauen();
     vorhandene_ = new Vorhandenenwahl(this);
     FlaecheBauen(vorhandene_);
+    PlatzHalten(vorhandene_); // or the texts above would give way when it comes
     ergebnis_ = HinweisBauen({});
     ergebnis_->setObjectName(u"Ergebnis"_s);
     ergebnis_->setMinimumHeight(fontMetrics().height()); // nothing jumps when it appears

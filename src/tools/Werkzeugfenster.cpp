@@ -239,8 +239,15 @@ void Werkzeugfenster::Ausfuehren(const std::function<void(const Werkbank &bank)>
 {
     if (laeuft_)
         return;
-    laeuft_ = true;
     oeffner_.VorEingriff();
+    Nachsehen(arbeit);
+}
+
+void Werkzeugfenster::Nachsehen(const std::function<void(const Werkbank &bank)> &arbeit)
+{
+    if (laeuft_)
+        return;
+    laeuft_ = true;
     {
         LangeArbeit lang(dienste_.meldungen, *inhalt_, *progress_, cmdAbbrechen_);
         arbeit({Store(), oeffner_, dienste_.meldungen, lang.Melder(), [&lang] { lang.Unwiderruflich(); }});

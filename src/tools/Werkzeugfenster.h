@@ -66,6 +66,8 @@ protected:
     // Runs a tool: shows the hourglass and, where it takes long, the progress and a button that ends it, and
     // takes no other keys and clicks meanwhile.
     void Ausfuehren(const std::function<void(const Werkbank &bank)> &arbeit);
+    // The same for work that only looks: no copy of the box is kept before it.
+    void Nachsehen(const std::function<void(const Werkbank &bank)> &arbeit);
 
     // Makes a new card file of the name in `feld` with a tool, tells the success and closes the dialog. A
     // name without extension gets that of card files.

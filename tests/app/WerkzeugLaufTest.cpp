@@ -192,6 +192,31 @@ private slots:
         QVERIFY(lauf.IstZuEnde());
     }
 
+    // What is named on the command line comes in by Enter alone.
+    void ADeckOnTheCommandLineBecomesABox()
+    {
+        QVERIFY(QFile::copy(QStringLiteral(DECKS_DIR "/basic.apkg"), Pfad("fremd.apkg")));
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("fremd.apkg")});
+        QVERIFY(lauf.Starten());
+        // Enter does nothing until the deck was looked through.
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                return anzeige_->Taste("Fremde Kartei einlesen", "Return") &&
+                       QTest::qWaitFor([&] { return QFile::exists(Pfad("fremd.pzb")); }, 500);
+            },
+            30000));
+        QVERIFY(lauf.HatGeoeffnet(Pfad("fremd.pzb")));
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                const QString titel = anzeige_->Offen("Fremde Kartei") ? "Fremde Kartei" : "Merkkasten";
+                return anzeige_->Taste(titel, "Escape") && anzeige_->Taste("Lern-Box", "ctrl+q");
+            },
+            30000));
+        QVERIFY(lauf.IstZuEnde());
+        QCOMPARE(ReadCards(Pfad("fremd.pzb")).size(), 40);
+        QVERIFY(QFile::exists(Pfad("schach.jpg")));
+    }
+
     void DoneCardsGoBackToNeu()
     {
         MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 6, 1), MakeCard(3, 6, 2)});

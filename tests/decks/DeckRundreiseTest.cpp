@@ -29,6 +29,7 @@ private slots:
     void APackageBringsEveryCardBack();
     void KvtmlBringsEveryTextBack();
     void AnEmptyBoxIsADeckToo();
+    void DrawingsAndWebPicturesBecomeJpeg();
 };
 
 namespace {
@@ -147,6 +148,9 @@ private:
             if (zeile > 0)
                 cursor.insertBlock();
         }
+        if (Zahl(100) == 0) // as long as a text of the box gets
+            while (dokument.characterCount() < 32'000)
+                cursor.insertText(Wort() + u' ');
         reich = ToRtf(dokument);
         klar = PlainText(dokument);
     }
@@ -193,7 +197,6 @@ struct Reise
         const auto quelle = DeckOeffnen(pfad);
         const DirectoryLock ort(dort);
         Beilagen beilagen(ort, u"neu.pzb"_s);
-        Deckbericht wieder;
         Deckkarten leser(*quelle, {.thema = Deckthema::Schlagwoerter, .faecher = true}, beilagen, wieder);
         std::vector<CardRecord> gelesen;
         QSet<QString> genannt;
@@ -235,7 +238,8 @@ struct Reise
     QString hier = verzeichnis.filePath(u"hier"_s);
     QString dort = verzeichnis.filePath(u"dort"_s);
     std::vector<CardRecord> karten;
-    Deckbericht bericht;
+    Deckbericht bericht; // of what goes out
+    Deckbericht wieder;  // of what comes in
 };
 
 } // namespace
@@ -326,6 +330,48 @@ void DeckRundreiseTest::AnEmptyBoxIsADeckToo()
             KvtmlSchreiben(pfad, {}, {}, reise.Deck(), reise.bericht);
         QVERIFY(reise.Zurueck(pfad).empty());
     }
+}
+
+// The toolkit's plugins read them. What they cannot read is told by its name.
+void DeckRundreiseTest::DrawingsAndWebPicturesBecomeJpeg()
+{
+    Reise reise;
+    WriteFileSynced(reise.hier + "/kreis.svg",
+                    R"(<svg xmlns="http://www.w3.org/2000/svg" width="40" height="20">)"
+                    R"(<rect width="40" height="20" fill="#c00"/></svg>)");
+    QImage blau(30, 30, QImage::Format_RGB32);
+    blau.fill(Qt::blue);
+    QVERIFY(blau.save(reise.hier + "/himmel.webp", "webp"));
+    WriteFileSynced(reise.hier + "/kaputt.webp", "RIFF\x10\0\0\0WEBPVP8 ");
+    WriteFileSynced(reise.hier + "/boese.svg",
+                    R"(<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9">)"
+                    R"(<image href="file:///etc/hostname" width="9" height="9"/></svg>)");
+    reise.karten.clear();
+    for (const char *name : {"kreis.svg", "himmel.webp", "kaputt.webp", "boese.svg"}) {
+        CardRecord karte;
+        karte.Antworttyp = 1;
+        karte.Frage = karte.Frage_Klartext = QString::fromUtf8(name);
+        karte.Antwort_1 = karte.Antwort_1_Klartext = "x";
+        karte.Picture_1_Name = QString::fromUtf8(name);
+        reise.karten.push_back(karte);
+    }
+    const QString pfad = reise.verzeichnis.filePath("bilder.apkg");
+    ApkgSchreiben(pfad, reise.Deck(), reise.bericht);
+    const std::vector<CardRecord> zurueck = reise.Zurueck(pfad);
+    QCOMPARE(zurueck.size(), 4U);
+    QCOMPARE(zurueck[0].Picture_1_Name, "kreis.jpg");
+    QCOMPARE(zurueck[1].Picture_1_Name, "himmel.jpg");
+    for (const char *name : {"kreis.jpg", "himmel.jpg"})
+        QVERIFY(reise.Bytes(reise.dort, name).startsWith("\xFF\xD8\xFF"));
+    const QImage kreis(reise.dort + "/kreis.jpg");
+    QCOMPARE(kreis.size(), QSize(600, 300)); // large enough to be seen
+    QVERIFY(qRed(kreis.pixel(300, 150)) > 180 && qBlue(kreis.pixel(300, 150)) < 40);
+    QVERIFY(qBlue(QImage(reise.dort + "/himmel.jpg").pixel(15, 15)) > 200);
+    QCOMPARE(zurueck[2].Picture_1_Name, "");
+    QCOMPARE(zurueck[3].Picture_1_Name, "");
+    QCOMPARE(reise.wieder.Zahl(Deckrest::MediumUnlesbar), 2);
+    QVERIFY(reise.wieder.Text().contains("kaputt.webp"));
+    QVERIFY(reise.wieder.Text().contains("boese.svg"));
 }
 
 PAUKFIX_TEST(DeckRundreiseTest)

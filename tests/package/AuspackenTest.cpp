@@ -103,6 +103,7 @@ private slots:
     void PathsThatLeadOutsideAreRefused_data();
     void PathsThatLeadOutsideAreRefused();
     void LinksAreRefused();
+    void NamesThatDifferInLettersOnlyAreTwoFiles();
     void PackagesWithoutOneBoxAreRefused();
     void BombsAreRefused();
     void DamageIsRefused();
@@ -174,6 +175,17 @@ void AuspackenTest::LinksAreRefused()
                  u"Das Paket „%1“ enthält mit „%2“ etwas, das keine gewöhnliche Datei ist. Es wurde "
                  u"nichts ausgepackt."_s.arg(Pfad("p.pzbz"), name));
     }
+}
+
+// Where the file system holds them for one, neither takes the other one's place.
+void AuspackenTest::NamesThatDifferInLettersOnlyAreTwoFiles()
+{
+    Paket({{"box.pzb", Kartei()}, {"Bild.jpg", "gross"}, {"bild.jpg", "klein"}, {"NUL.jpg", "leer"}});
+    Auspacken(Pfad("p.pzbz"));
+    QCOMPARE(QDir(Pfad("p")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name),
+             (QStringList{"Bild.jpg", "NUL.jpg", "bild.jpg", "box.pzb"}));
+    QCOMPARE(paukfix::ReadFile(Pfad("p/Bild.jpg"), 100), QByteArray("gross"));
+    QCOMPARE(paukfix::ReadFile(Pfad("p/bild.jpg"), 100), QByteArray("klein"));
 }
 
 void AuspackenTest::PackagesWithoutOneBoxAreRefused()

@@ -93,6 +93,8 @@ private:
             karte.FachNr = fach;
             karte.FachLfdNr = plaetze[static_cast<std::size_t>(fach)] += 2;
             karte.Antworttyp = zufall_.bounded(3) == 0 ? 2 : 1;
+            if (i % 100 == 0) // as long as a text of the box gets
+                karte.Frage_Klartext = karte.Antwort_1_Klartext = u"Größe; \"so\"\r\n"_s.repeated(2'000);
             karten << karte;
         }
         return karten;

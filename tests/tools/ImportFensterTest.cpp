@@ -3,6 +3,7 @@
 #include "AExport.h"
 #include "AImport.h"
 #include "Drehbuch.h"
+#include "Karteianhaengen.h"
 #include "TestProgram.h"
 #include "Werkstatt.h"
 
@@ -213,6 +214,56 @@ private slots:
         }
         const auto *tafel = Hand(fenster).Finde<QTableWidget>("tblVorschau");
         QVERIFY(tafel->viewport()->height() >= 3 * tafel->rowHeight(0) / 2);
+    }
+
+    void KnownCardsLeaveTheTextsOfAppendingTheirRoom()
+    {
+        Werkstatt w;
+        w.Oeffnen({MakeCard(1, 0, 1)});
+        MakeCardFile(w.Pfad("b.pzb"), {MakeCard(1, 0, 1)});
+        Karteianhängen fenster(w.oeffner, w.Alle());
+        Hand(fenster).Zeigen();
+        Hand(fenster).Ersetze("lblDateiname", "b.pzb");
+        QTRY_VERIFY(Hand(fenster).Finde("cmbVorhandene")->isVisible());
+        QCoreApplication::processEvents();
+        int texte = 0;
+        for (const QLabel *label : fenster.findChildren<QLabel *>())
+            if (label->isVisible() && label->wordWrap() && !label->text().isEmpty()) {
+                QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
+                ++texte;
+            }
+        QVERIFY(texte >= 3);
+    }
+
+    // One that takes a while is counted too, and nobody has to wait for it.
+    void ALargeFileIsCountedBeforehand()
+    {
+        Werkstatt w;
+        w.Oeffnen({MakeCard(1, 0, 1)});
+        QByteArray zeilen;
+        for (int i = 1; i <= 3000; ++i)
+            zeilen += "Frage " + QByteArray::number(i) + "\tAntwort " + QByteArray::number(i) + '\t' +
+                      QByteArray("x").repeated(3000) + "\r\n";
+        w.Schreiben("a.txt", zeilen);
+        AImport fenster(w.oeffner, w.Alle());
+        const Hand hand(fenster);
+        hand.Zeigen();
+        hand.Ersetze("lblDateiname", "a.txt");
+        QCOMPARE(Vorhaben(fenster), "3000 Karten kommen ins Fach Neu.");
+        QCOMPARE(hand.Text("lblVorhandene"), "1 gibt es schon:");
+        LangeArbeiten(w);
+        auto *abbrechen = hand.Finde<QPushButton>("cmdAbbrechen");
+        const Drehbuch buch({[&] {
+            if (!abbrechen->isVisible())
+                return false;
+            Hand::Klick(abbrechen);
+            return true;
+        }});
+        Waehle(fenster, "cmbZeichensatz", 1);
+        QVERIFY(buch.Fertig());
+        QCOMPARE(Vorhaben(fenster), "Die ersten Karten; gezählt wird erst beim Einlesen.");
+        QVERIFY(Vorschau(fenster).value(0).startsWith("Frage 1|Antwort 1|"));
+        QCOMPARE(w.meldungen.Texte(), QStringList());
     }
 
     void LongWorkIsEndedByItsButtonOrEscape_data()

@@ -180,6 +180,10 @@ void ZipTest::NamesThatLeadElsewhereAreNotPlain_data()
     QTest::newRow("line break") << "a\nb.jpg" << false;
     QTest::newRow("right to left") << QString("a") + QChar(0x202E) + "gpj.exe" << false;
     QTest::newRow("half a pair") << QString("a") + QChar(0xD83D) << false;
+    QTest::newRow("slash inside") << "ordner/x.jpg" << false;
+    QTest::newRow("end of a line of another kind") << QString("a") + QChar(0x2028) + ".jpg" << false;
+    // Of another system: here they are files like any other, and "con" is a word that is spoken.
+    QTest::newRow("device") << "con.mp3" << true;
     QTest::newRow("long") << QString(201, 'x') << false;
 }
 
