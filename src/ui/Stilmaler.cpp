@@ -100,11 +100,9 @@ void Knopf(QPainter &maler, const QStyleOptionButton &option, Knopfart art)
     QPen rand = Feldrand(option);
     if (nutzbar && art == Knopfart::Leitend)
         rand.setColor(HausfarbenZu(option.palette).akzentUmriss);
-    else if (nutzbar && art == Knopfart::Loeschend)
-        rand.setColor(Knopftext(option.palette, art));
-    else if (nutzbar && (option.state & QStyle::State_On))
+    else if (nutzbar && art != Knopfart::Loeschend && (option.state & QStyle::State_On))
         rand = QPen(Fokus(option.palette), 1.5);
-    else if (nutzbar && (option.features & QStyleOptionButton::DefaultButton))
+    else if (nutzbar && (art == Knopfart::Loeschend || (option.features & QStyleOptionButton::DefaultButton)))
         rand.setColor(Knopftext(option.palette, art));
     Rundes(maler, option.rect, Radius, rand, Knopfflaeche(option, art));
 }
