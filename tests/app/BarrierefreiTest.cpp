@@ -44,7 +44,8 @@ private:
     static void Vorlesen(QAccessibleInterface *von, QStringList &gehoert)
     {
         constexpr int Meiste = 500;
-        if (!von || !von->isValid() || von->state().invisible)
+        // A row that was scrolled away is walked to all the same.
+        if (!von || !von->isValid() || (von->object() && von->state().invisible))
             return;
         for (const QAccessible::Text art : {QAccessible::Name, QAccessible::Description, QAccessible::Value})
             gehoert << von->text(art);
