@@ -39,6 +39,16 @@ QString Geschehen(const Bewegung &bewegung, const FachTabelle &danach)
     return Weg(bewegung) + (leer ? u" · %1 ist jetzt leer"_s.arg(Fachname(bewegung.von)) : QString());
 }
 
+QString GeschehenKurz(const Bewegung &bewegung)
+{
+    const QString karte = u"Karte %1: "_s.arg(bewegung.frageNr);
+    if (!bewegung.nach)
+        return karte + u"gelöscht"_s;
+    return bewegung.nach == bewegung.von
+               ? karte + u"bleibt in "_s + Fachname(bewegung.von)
+               : karte + u"%1 → %2"_s.arg(Fachname(bewegung.von), Fachname(*bewegung.nach));
+}
+
 void Bilanz::Zaehlen(const Bewegung &bewegung, const Sitzung &sitzung)
 {
     if (sitzung.Beginn() != beginn_)
@@ -85,6 +95,13 @@ QString Bilanz::Text(const Sitzung &sitzung) const
     return u"%1 richtig, %2 falsch, %3 aufgestiegen"_s.arg(sitzung.RichtigZaehler())
         .arg(sitzung.FalschZaehler())
         .arg(aufgestiegen);
+}
+
+QString Bilanz::Kurz(const Sitzung &sitzung)
+{
+    if (sitzung.RichtigZaehler() == 0 && sitzung.FalschZaehler() == 0)
+        return {};
+    return u"%1 richtig, %2 falsch"_s.arg(sitzung.RichtigZaehler()).arg(sitzung.FalschZaehler());
 }
 
 QString Bilanz::Seither(const Sitzung &sitzung, const QDate &heute)

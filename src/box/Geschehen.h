@@ -29,6 +29,8 @@ QString Fachname(int fach);
 
 // A sentence about it, and about the compartment that it has made empty; `danach` is the box after it.
 QString Geschehen(const Bewegung &bewegung, const FachTabelle &danach);
+// The same where there is room for few words only.
+QString GeschehenKurz(const Bewegung &bewegung);
 
 // How the session goes, for its learner: right, wrong, and how many cards stand in a higher compartment than
 // they did when they were first asked.
@@ -40,8 +42,9 @@ public:
     // Answers were taken back or given again: looks where the cards stand now. Moves the cursor.
     void Nachsehen(CardRecordset &karten);
 
-    // Both are empty while nothing was answered.
+    // All are empty while nothing was answered. The short one has the answers only.
     QString Text(const Sitzung &sitzung) const;
+    static QString Kurz(const Sitzung &sitzung);
     // Since when, with the day where it is not `heute`, and how many.
     static QString Seither(const Sitzung &sitzung, const QDate &heute);
 

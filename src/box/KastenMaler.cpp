@@ -246,7 +246,8 @@ void KastenMaler::Zaehler(const QRect &platz, const Fach &fach, bool mitKapazita
 // White on the wall, or red on paper as a warning.
 void KastenMaler::Zahl(const QRect &zeile, const QString &text, const QFont &schrift, bool warnung)
 {
-    const int breite = zeile.width() - (warnung ? 7 : 4); // numbers of neighbours must not read as one
+    // Numbers of neighbours must not read as one.
+    const int breite = zeile.width() - std::max(warnung ? 7 : 4, QFontMetrics(schrift).height() * 2 / 5);
     const QFont passend = Passend(schrift, text, breite);
     if (warnung) {
         const QFontMetrics metrik(passend);

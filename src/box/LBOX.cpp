@@ -124,6 +124,7 @@ void LBOX::Verbinden()
     connect(&ruecknahme_, &Ruecknahme::BoxGeaendert, this, [this](const QString &getan) {
         if (!getan.isEmpty()) {
             geschehen_ = getan;
+            geschehenKurz_.clear();
             bilanz_.Nachsehen(kartei_.Karten());
         }
         BoxZeichnen();
@@ -155,6 +156,7 @@ void LBOX::Verbinden()
     connect(&aktionen_, &KarteiAktionen::WirdGeoeffnet, this, [this](const QString &name) {
         status_->SetKartei(QString(), false);
         geschehen_.clear();
+        geschehenKurz_.clear();
         kasten_->SetHinweis(name + u" wird geöffnet …"_s);
     });
     connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::BoxZeichnen);
@@ -230,6 +232,7 @@ void LBOX::BoxZeichnen()
 void LBOX::Bewegt(const Bewegung &bewegung)
 {
     geschehen_ = Geschehen(bewegung, kartei_.FachInfo);
+    geschehenKurz_ = GeschehenKurz(bewegung);
     bilanz_.Zaehlen(bewegung, kartei_.sitzung);
 }
 
@@ -256,8 +259,9 @@ void LBOX::HinweiseZeigen()
     status_->SetGeschehen(gesperrt ? u"Fach 1 und 2 sperren einander: Karten löschen (ändern › Karten) "
                                      u"oder Extras › Alle Karten nach Neu"_s
                           : offen ? geschehen_
-                                  : QString());
-    status_->SetBilanz(offen ? bilanz_.Text(kartei_.sitzung) : QString());
+                                  : QString(),
+                          offen && !gesperrt ? geschehenKurz_ : QString());
+    status_->SetBilanz(offen ? bilanz_.Text(kartei_.sitzung) : QString(), Bilanz::Kurz(kartei_.sitzung));
     status_->SetTasten(offen && !kartei_.NurAnsehen() && zettel.isEmpty() && !gesperrt
                            ? u"[1] bis [5], [N] Fach wählen · [W] würfeln"_s
                            : QString());

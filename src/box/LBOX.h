@@ -112,7 +112,7 @@ private:
     Boxmenue menue_;
     Statuszeile *status_;
     Bilanz bilanz_;
-    QString geschehen_; // what happened last to the open file
+    QString geschehen_, geschehenKurz_; // what happened last to the open file, and in few words
     int vollstesFach_ = 0;
     QAction *karteiWechseln_ = nullptr;
     QTimer ruhe_; // of the box: then its next query is made ready

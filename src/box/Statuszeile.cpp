@@ -76,20 +76,22 @@ void Statuszeile::SetKartei(const QString &name, bool waehlbar)
     kartei_->setEnabled(waehlbar);
 }
 
-void Statuszeile::SetGeschehen(const QString &text)
+void Statuszeile::SetGeschehen(const QString &text, const QString &kurz)
 {
+    geschehen_->SetKurzform(kurz);
     if (text == geschehen_->text())
         return;
     geschehen_->setText(text);
-    geschehen_->setToolTip(text); // a small window may show its beginning only
+    geschehen_->setToolTip(text); // a small window may show less
     if (text.isEmpty())
         return;
     QAccessibleEvent gesagt(geschehen_, QAccessible::Alert);
     QAccessible::updateAccessibility(&gesagt);
 }
 
-void Statuszeile::SetBilanz(const QString &text)
+void Statuszeile::SetBilanz(const QString &text, const QString &kurz)
 {
+    bilanz_->SetKurzform(kurz);
     bilanz_->setText(text);
     bilanz_->setToolTip(text);
 }

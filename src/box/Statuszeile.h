@@ -9,6 +9,7 @@ class QToolButton;
 
 namespace paukfix {
 
+class KurzLabel;
 class Tastenkappe;
 
 // The line below the box: the open file, what happened last, how the session goes, what runs and what is
@@ -22,8 +23,9 @@ public:
 
     // `waehlbar`: another one can be chosen by a click. Without a file that is said instead of its name.
     void SetKartei(const QString &name, bool waehlbar);
-    void SetGeschehen(const QString &text);
-    void SetBilanz(const QString &text);
+    // `kurz`: what is shown where there is not enough room for the text.
+    void SetGeschehen(const QString &text, const QString &kurz);
+    void SetBilanz(const QString &text, const QString &kurz);
     void SetAutomatik(bool laeuft);
     // Whether the system offers a device for sounds; the line says where it does not.
     void SetTongeraet(bool vorhanden);
@@ -35,8 +37,8 @@ signals:
 
 private:
     QToolButton *kartei_ = nullptr;
-    QLabel *geschehen_ = nullptr;
-    QLabel *bilanz_ = nullptr;
+    KurzLabel *geschehen_ = nullptr;
+    KurzLabel *bilanz_ = nullptr;
     QLabel *automatik_ = nullptr;
     QLabel *tongeraet_ = nullptr;
     Tastenkappe *tasten_ = nullptr;

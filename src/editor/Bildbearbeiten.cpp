@@ -45,7 +45,7 @@ void Bildbearbeiten::Vorschau(const QString &pfad)
 {
     const QImage bild = BildLesen(pfad);
     bild_ = bild.size();
-    Picture1_->setPixmap(QPixmap::fromImage(bild.copy(QRect({}, bild_.boundedTo(GroessteVorschau)))));
+    Picture1_->SetBild(QPixmap::fromImage(bild.copy(QRect({}, bild_.boundedTo(GroessteVorschau)))));
 }
 
 // The whole picture, small; why it cannot be shown is told when the slot is chosen.
@@ -57,7 +57,7 @@ void Bildbearbeiten::Belegen(Slotkarte &karte, const QString &pfad)
     if (pfad.isEmpty())
         return;
     try {
-        vorschau.setPixmap(QPixmap::fromImage(BildLesen(pfad, GroessteVorschau)));
+        vorschau.SetBild(QPixmap::fromImage(BildLesen(pfad, GroessteVorschau)));
     } catch (const StoreError &) {
         vorschau.SetHinweis(u"lässt sich nicht zeigen"_s);
     }
@@ -65,7 +65,7 @@ void Bildbearbeiten::Belegen(Slotkarte &karte, const QString &pfad)
 
 void Bildbearbeiten::VorschauLeeren()
 {
-    Picture1_->clear();
+    Picture1_->SetBild({});
 }
 
 void Bildbearbeiten::Annehmen(const QString &pfad)

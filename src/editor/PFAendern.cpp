@@ -161,6 +161,11 @@ void PFÄndern::LeisteBauen()
         else
             leiste_->Gruppe();
     }
+    auto *wechseln = new QAction(this);
+    wechseln->setObjectName(u"Symbolleistewechsel"_s);
+    wechseln->setShortcut(Qt::Key_F6);
+    connect(wechseln, &QAction::triggered, leiste_, [this] { leiste_->Wechseln(); });
+    addAction(wechseln);
 }
 
 void PFÄndern::FormularVerbinden()

@@ -9,6 +9,8 @@
 
 namespace paukfix {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Kleinste = 96; // pixels
@@ -21,6 +23,7 @@ Slotvorschau::Slotvorschau(Symbole symbol, const QString &aufforderung, QWidget 
     : QLabel(parent), symbol_(symbol), aufforderung_(aufforderung)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    Benennen();
 }
 
 QSize Slotvorschau::sizeHint() const
@@ -33,10 +36,28 @@ QSize Slotvorschau::minimumSizeHint() const
     return {Kleinste, Kleinste};
 }
 
+void Slotvorschau::SetBild(const QPixmap &bild)
+{
+    setPixmap(bild);
+    Benennen();
+}
+
 void Slotvorschau::SetHinweis(const QString &hinweis)
 {
     hinweis_ = hinweis;
+    Benennen();
     update();
+}
+
+QString Slotvorschau::Gesagt() const
+{
+    return hinweis_.isEmpty() ? aufforderung_ : hinweis_;
+}
+
+// What is painted is heard.
+void Slotvorschau::Benennen()
+{
+    setAccessibleName(pixmap(Qt::ReturnByValue).isNull() ? Gesagt().simplified() : u"Vorschau"_s);
 }
 
 void Slotvorschau::SetErwartet(bool erwartet)
@@ -81,7 +102,7 @@ void Slotvorschau::BildMalen(QPainter &maler) const
 void Slotvorschau::AufforderungMalen(QPainter &maler) const
 {
     const Hausfarben &farben = HausfarbenZu(palette());
-    const QString text = hinweis_.isEmpty() ? aufforderung_ : hinweis_;
+    const QString text = Gesagt();
     const int breite = width() - 16;
     const int hoch = fontMetrics()
                          .boundingRect(0, 0, breite, height(), Qt::AlignHCenter | Qt::TextWordWrap, text)

@@ -16,6 +16,7 @@ public:
     // An empty one shows the symbol and the text.
     Slotvorschau(Symbole symbol, const QString &aufforderung, QWidget *parent);
 
+    void SetBild(const QPixmap &bild);
     // Says instead what is wrong with the file, or nothing while something else stands here.
     void SetHinweis(const QString &hinweis);
     // Something that fits is held over it.
@@ -28,6 +29,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QString Gesagt() const;
+    void Benennen();
     void BildMalen(QPainter &maler) const;
     void AufforderungMalen(QPainter &maler) const;
 

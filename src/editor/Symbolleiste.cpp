@@ -5,10 +5,13 @@
 #include "Farben.h"
 
 #include <QAction>
-#include <QEvent>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace paukfix {
 
@@ -27,6 +30,10 @@ Symbolleiste::Symbolleiste(QWidget *amEnde, QWidget *parent) : QWidget(parent), 
     setAccessibleName(u"Symbolleiste"_s);
     amEnde_->setParent(this);
     Gruppe();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *alt, QWidget *neu) {
+        if (alt && neu && isAncestorOf(neu) && !isAncestorOf(alt))
+            vorher_ = alt;
+    });
 }
 
 void Symbolleiste::Gruppe()
@@ -47,11 +54,96 @@ void Symbolleiste::Anfuegen(QAction *aktion, Symbole symbol)
     knopf->setAccessibleName(text);
     knopf->setAutoRaise(true);
     knopf->setIconSize({Bild, Bild});
-    knopf->setFocusPolicy(Qt::NoFocus); // the text keeps the keyboard; all is reached by menu and key
+    knopf->installEventFilter(this);
     if (aktion->menu())
         knopf->setPopupMode(QToolButton::InstantPopup);
     gruppen_.last().append(knopf);
     setMinimumWidth(320);
+    HaltSetzen();
+}
+
+QList<QToolButton *> Symbolleiste::Waehlbare() const
+{
+    QList<QToolButton *> waehlbare;
+    for (const QList<QToolButton *> &gruppe : gruppen_)
+        for (QToolButton *knopf : gruppe)
+            if (knopf->isEnabled())
+                waehlbare << knopf;
+    return waehlbare;
+}
+
+// The bar's stop of the Tab key; null where nothing is enabled.
+QToolButton *Symbolleiste::Halt() const
+{
+    return zuletzt_ && zuletzt_->isEnabled() ? zuletzt_.get() : Waehlbare().value(0);
+}
+
+// A click leaves the keyboard with the text.
+void Symbolleiste::HaltSetzen()
+{
+    const QToolButton *halt = Halt();
+    for (const QList<QToolButton *> &gruppe : gruppen_)
+        for (QToolButton *knopf : gruppe)
+            knopf->setFocusPolicy(knopf == halt ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void Symbolleiste::Wechseln()
+{
+    const QWidget *fokus = window()->focusWidget();
+    QWidget *ziel = Halt();
+    if (fokus && isAncestorOf(fokus))
+        ziel = vorher_;
+    if (ziel)
+        ziel->setFocus(Qt::ShortcutFocusReason);
+}
+
+bool Symbolleiste::Taste(const QToolButton *knopf, int taste)
+{
+    const QList<QToolButton *> waehlbare = Waehlbare();
+    const qsizetype hier = waehlbare.indexOf(knopf);
+    qsizetype neu = hier;
+    switch (taste) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        neu = std::max<qsizetype>(hier - 1, 0);
+        break;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        neu = std::min(hier + 1, waehlbare.size() - 1);
+        break;
+    case Qt::Key_Home:
+        neu = 0;
+        break;
+    case Qt::Key_End:
+        neu = waehlbare.size() - 1;
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        waehlbare.at(hier)->click();
+        return true;
+    case Qt::Key_Escape:
+        Wechseln();
+        return true;
+    default:
+        return false;
+    }
+    waehlbare.at(neu)->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+bool Symbolleiste::eventFilter(QObject *objekt, QEvent *event)
+{
+    auto *knopf = qobject_cast<QToolButton *>(objekt);
+    if (event->type() == QEvent::FocusIn) {
+        zuletzt_ = knopf;
+        HaltSetzen();
+    } else if (event->type() == QEvent::EnabledChange) {
+        HaltSetzen();
+    } else if (event->type() == QEvent::KeyPress && knopf->isEnabled()) {
+        const auto &taste = static_cast<const QKeyEvent &>(*event);
+        return (taste.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && Taste(knopf, taste.key());
+    }
+    return false;
 }
 
 int Symbolleiste::Gruppenbreite(qsizetype gruppe) const

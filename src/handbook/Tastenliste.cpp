@@ -52,6 +52,7 @@ Tastengruppe Editor()
              {u"[Strg]+[<] · [Strg]+[>]"_s, u"die Karte davor, die Karte danach (<, >)"_s},
              {u"[Leertaste]"_s, u"auf << und >> gehalten: durch die Karten laufen"_s},
              {u"[F3]"_s, u"suchen"_s},
+             {u"[F6]"_s, u"in die Symbolleiste: [←] [→] wählen, [Leertaste] drückt, [Esc] zurück"_s},
              {u"[Strg]+[F] · [Strg]+[K] · [Strg]+[U]"_s, u"fett, kursiv, unterstrichen"_s},
              {u"[Strg]+[H] · [Strg]+[N] · [Strg]+[T]"_s, u"hochgestellt, normal, tiefgestellt"_s},
              {u"[Strg]+[M]"_s, u"zurück zur Standardschrift"_s},

@@ -61,6 +61,9 @@ int Mindestfrage(const QWidget &flaeche)
     return flaeche.fontMetrics().lineSpacing() * 7 / 2;
 }
 
+// Lines of the window's font that a picture beside a question is to have.
+constexpr int Bildzeilen = 15;
+
 // Lines of the window's font below which a card is small.
 constexpr int KleinTipp = 26, KleinKreuz = 30;
 
@@ -234,7 +237,10 @@ bool Kartenflaeche::Anordnen(bool kompakt)
     const int raum = karte.height() - Kopfhoehe() - Mindestfrage(*this) - 2 * masse.frage - um;
     int breite = spalte;
     int hoehe = Ansicht().Hoehe(breite);
-    const bool passt = hoehe + 2 * Ringrand <= raum;
+    // A picture is worth tighter answers.
+    const int bild =
+        mitBild_ && ankreuzen_ && !kompakt ? fontMetrics().height() * Bildzeilen - Mindestfrage(*this) : 0;
+    const bool passt = hoehe + 2 * Ringrand <= raum - bild;
     if (!passt) {
         if (!kompakt)
             return false;

@@ -10,7 +10,8 @@
 
 namespace paukfix {
 
-// A label that shows the beginning of a text that is too long for it, in one line.
+// A label that shows, of a text that is too long for it, a shorter wording where it has one, else its
+// beginning; in one line.
 class KurzLabel final : public QLabel
 {
 public:
@@ -26,17 +27,32 @@ public:
 
     QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
+    // What says as much in fewer words; empty where there is none.
+    void SetKurzform(const QString &kurzform)
+    {
+        kurzform_ = kurzform;
+        update();
+    }
+
 protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter maler(this);
         maler.setPen(palette().color(foregroundRole()));
         maler.drawText(contentsRect(), static_cast<int>(alignment()),
-                       fontMetrics().elidedText(Gezeigt(), Qt::ElideRight, contentsRect().width()));
+                       fontMetrics().elidedText(Passend(), Qt::ElideRight, contentsRect().width()));
     }
 
 private:
     QString Gezeigt() const { return Einzeilig(Kurztext(text())); }
+
+    QString Passend() const
+    {
+        const bool passt = sizeHint().width() <= width() || kurzform_.isEmpty();
+        return passt ? Gezeigt() : kurzform_;
+    }
+
+    QString kurzform_;
 };
 
 } // namespace paukfix

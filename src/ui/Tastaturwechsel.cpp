@@ -102,11 +102,11 @@ Eigenschaft AktivesFenster(xcb_connection_t *server)
     return {server, xcb_setup_roots_iterator(xcb_get_setup(server)).data->root, name};
 }
 
-// Not 0 while a window manager has the window in its care.
-Eigenschaft Verwaltung(xcb_connection_t *server, const QWindow *fenster)
+// Not 0 while a window manager has the window in its care. The toolkit may have destroyed it meanwhile.
+Eigenschaft Verwaltung(xcb_connection_t *server, xcb_window_t fenster)
 {
     static const xcb_atom_t name = Atom(server, "WM_STATE");
-    return {server, Nummer(fenster), name};
+    return {server, fenster, name};
 }
 
 // Window managers give the keyboard to nobody for a moment, and from one window to the next: it stays where
@@ -168,11 +168,12 @@ Tastaturhalt::Tastaturhalt(const QWindow *fenster) : griff_(std::in_place, fenst
     takt_.start(TaktMs);
 }
 
-Tastaturrueckgabe::Tastaturrueckgabe(QWindow *von, QWindow *an) : von_(von), an_(an)
+Tastaturrueckgabe::Tastaturrueckgabe(const QWindow *von, QWindow *an) : an_(an)
 {
     xcb_connection_t *server = XServer();
     if (!server || !von || !an || !an->isVisible() || !Tastaturfrage(server).Hat(von))
         return;
+    von_ = Nummer(von); // asked later, it would make a new one of a window that was destroyed
     // Held first: a key that came to `an` now would find it behind its dialog, and be lost.
     griff_.emplace(an, von);
     xcb_set_input_focus(server, XCB_INPUT_FOCUS_PARENT, Nummer(an), XCB_CURRENT_TIME);

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <cstdint>
 #include <optional>
 #include <thread>
 
@@ -40,17 +41,18 @@ private:
 // Gives the keyboard of an X server from `von`, which is about to be hidden, back to the visible window `an`,
 // and holds it as long as it lives. Its end waits until the window manager has let go of `von`: until then
 // that one looks for a window to give the keyboard to. Does nothing elsewhere, or where `von` does not have
-// the keyboard. Both windows must outlive it.
+// the keyboard. `an` must outlive it.
 class Tastaturrueckgabe
 {
 public:
-    Tastaturrueckgabe(QWindow *von, QWindow *an);
+    Tastaturrueckgabe(const QWindow *von, QWindow *an);
     Tastaturrueckgabe(const Tastaturrueckgabe &) = delete;
     Tastaturrueckgabe &operator=(const Tastaturrueckgabe &) = delete;
     ~Tastaturrueckgabe();
 
 private:
-    QWindow *von_, *an_;
+    QWindow *an_;
+    std::uint32_t von_ = 0; // the server's number
     std::optional<Tastaturgriff> griff_;
 };
 

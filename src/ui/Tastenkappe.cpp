@@ -35,6 +35,9 @@ Tastenkappe::Tastenkappe(const QString &muster, QWidget *parent) : QLabel(parent
 
 void Tastenkappe::SetTasten(const QString &muster)
 {
+    if (muster_ == muster)
+        return;
+    muster_ = muster;
     teile_.clear();
     QString rest = muster;
     int gruppe = 0;

@@ -36,6 +36,7 @@ private:
     int BisGruppe(int gruppe) const;
     void SchriftSetzen();
 
+    QString muster_;
     QList<Teil> teile_;
 };
 

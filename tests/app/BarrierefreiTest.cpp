@@ -3,10 +3,17 @@
 #include "ProgrammBuehne.h"
 #include "TestProgram.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTabBar>
 #include <QTextDocumentFragment>
+#include <QTextEdit>
 
 #include <algorithm>
 
@@ -33,20 +40,68 @@ private:
         return std::ranges::any_of(text, [](QChar zeichen) { return zeichen.isLetterOrNumber(); });
     }
 
-    // Texts of the window that its screen reader does not get from the control that shows them.
-    static QStringList Stumm(const QWidget &fenster)
+    // All that a screen reader comes upon that walks down from here.
+    static void Vorlesen(QAccessibleInterface *von, QStringList &gehoert)
     {
-        QStringList stumm;
+        constexpr int Meiste = 500;
+        // A row that was scrolled away is walked to all the same.
+        if (!von || !von->isValid() || (von->object() && von->state().invisible))
+            return;
+        for (const QAccessible::Text art : {QAccessible::Name, QAccessible::Description, QAccessible::Value})
+            gehoert << von->text(art);
+        if (QAccessibleTextInterface *text = von->textInterface())
+            gehoert << text->text(0, text->characterCount());
+        for (int i = 0; i < std::min(von->childCount(), Meiste); ++i)
+            Vorlesen(von->child(i), gehoert);
+    }
+
+    // What a control shows in words, piece by piece.
+    static QStringList Gezeigtes(const QWidget *teil)
+    {
+        if (qobject_cast<const QLabel *>(teil) || qobject_cast<const QAbstractButton *>(teil))
+            return {Hand::Gezeigt(teil)};
+        if (const auto *feld = qobject_cast<const QLineEdit *>(teil))
+            return {feld->displayText()};
+        if (const auto *wahl = qobject_cast<const QComboBox *>(teil))
+            return {wahl->currentText()};
+        if (const auto *gruppe = qobject_cast<const QGroupBox *>(teil))
+            return {gruppe->title().remove(u'&')};
+        if (qobject_cast<const QTextEdit *>(teil) || qobject_cast<const QPlainTextEdit *>(teil))
+            return teil->property("plainText").toString().split(u'\n');
+        QStringList texte;
+        if (const auto *register_ = qobject_cast<const QTabBar *>(teil))
+            for (int i = 0; i < register_->count(); ++i)
+                texte << register_->tabText(i).remove(u'&');
+        const auto *liste = qobject_cast<const QAbstractItemView *>(teil);
+        if (liste && liste->model() && !qobject_cast<const QHeaderView *>(teil))
+            for (int zeile = 0; zeile < std::min(liste->model()->rowCount(), 5); ++zeile)
+                for (int spalte = 0; spalte < liste->model()->columnCount(); ++spalte)
+                    texte << liste->model()->index(zeile, spalte).data().toString();
+        return texte;
+    }
+
+    // Texts of the window that its screen reader does not come upon, or not at the control that shows them.
+    static QStringList Stumm(QWidget &fenster)
+    {
+        QStringList gehoert, stumm;
+        Vorlesen(QAccessible::queryAccessibleInterface(&fenster), gehoert);
+        const QString alles = Woerter(gehoert.join(u'\n'));
         for (QWidget *teil : fenster.findChildren<QWidget *>()) {
-            const bool wort = qobject_cast<QLabel *>(teil) || qobject_cast<QAbstractButton *>(teil);
-            if (!wort || !teil->isVisible() || teil->visibleRegion().isEmpty())
+            if (teil->window() != &fenster || !teil->isVisible() || teil->visibleRegion().isEmpty())
                 continue;
-            const QString text = Woerter(Hand::Gezeigt(teil));
-            QAccessibleInterface *leser = QAccessible::queryAccessibleInterface(teil);
-            const QString gelesen =
-                leser->text(QAccessible::Name) + u' ' + leser->text(QAccessible::Description);
-            if (IstWort(text) && !Woerter(gelesen).contains(text))
-                stumm << teil->objectName() + u": "_s + text + u" is read as "_s + gelesen;
+            const bool wort = qobject_cast<QLabel *>(teil) || qobject_cast<QAbstractButton *>(teil);
+            for (const QString &gezeigt : Gezeigtes(teil)) {
+                const QString text = Woerter(gezeigt);
+                if (!IstWort(text))
+                    continue;
+                if (!alles.contains(text))
+                    stumm << teil->objectName() + u": "_s + text + u" is not heard"_s;
+                QAccessibleInterface *leser = QAccessible::queryAccessibleInterface(teil);
+                const QString gelesen =
+                    leser->text(QAccessible::Name) + u' ' + leser->text(QAccessible::Description);
+                if (wort && !Woerter(gelesen).contains(text))
+                    stumm << teil->objectName() + u": "_s + text + u" is read as "_s + gelesen;
+            }
         }
         return stumm;
     }
@@ -228,6 +283,8 @@ private slots:
                                             {"MErledigtNeu", "ErlNull"},
                                             {"MStatistik", "Statistik"},
                                             {"MHandbuch", "Handbuch"},
+                                            {"MVerlauf", "Verlauf"},
+                                            {"MSicherungen", "Sicherungen"},
                                             {"Müber", "über"}})
             QTest::newRow(name) << QString(eintrag) << QString(name);
     }
@@ -238,6 +295,13 @@ private slots:
         QFETCH(const QString, name);
         const Drehbuch buch({Ansehen(name)});
         Waehlen(eintrag);
+        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
+    }
+
+    void ListOfKeys()
+    {
+        const Drehbuch buch({Ansehen("Tastenfenster")});
+        Hand::An("LBOX").Taste(Qt::Key_F1);
         QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
     }
 

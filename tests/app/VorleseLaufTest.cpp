@@ -178,6 +178,13 @@ private slots:
                                   "Text/Zahl", "Ankreuzen", "dackel.bmp", "Strg+I speichert"}));
         QVERIFY(anzeige_->Tasten(editor_, {"alt+x", "b"}));
         QVERIFY(Hoerbar("Bild bearbeiten", {"dackel.bmp", "17", "ändern", "löschen", "OK"}));
+        QVERIFY(anzeige_->Schliessen("Bild bearbeiten", "Escape"));
+        QVERIFY(anzeige_->Tasten(editor_, {"alt+x", "t"}));
+        QVERIFY(Hoerbar("Sound bearbeiten", {"Sound abspielen bei:", "Frage", "Antwort", "falscher Antwort",
+                                             "keine Datei", "Ton hierher ziehen", "17", "ändern", "löschen",
+                                             "wird neben die Kartei kopiert", "OK"}));
+        QVERIFY(anzeige_->Schliessen("Sound bearbeiten", "Escape"));
+        QVERIFY(Fenster(editor_, {"F3"}, "Suchen", {"Suchbegriff", "suchen", "Abbruch"}));
     }
 
     void OverviewAndStatistics()
@@ -198,6 +205,18 @@ private slots:
         QVERIFY(Hoerbar("ASCII-Export", {"Dateiname", "Trennzeichen", "OK", "Zurück"}));
         QVERIFY(anzeige_->Taste("ASCII-Export", "Return"));
         QVERIFY(Hoerbar("Merkkasten (a.pzb)", {"Dateiname", "OK"}));
+    }
+
+    void TheToolsOverWholeFiles()
+    {
+        QVERIFY(Fenster(box_, {"alt+e", "t"}, "Thema ausfiltern", {"Thema", "Dateiname", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "s"}, "Thema ausfiltern", {"Dateiname", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "h"}, "Kartei anhängen", {"Dateiname", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "a"}, "Alle Karten nach Fach Neu", {"4 Karten", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "r"}, "Erledigte Karten nach Fach Neu", {"1 Karte", "OK", "Zurück"}));
+        QVERIFY(Fenster(box_, {"alt+e", "v"}, "Verlauf", {"a.pzb"}));
+        QVERIFY(Fenster(box_, {"alt+d", "c"}, "Sicherungen", {"a.pzb"}));
+        QVERIFY(Fenster(box_, {"F1"}, "Alle Tasten", {"Im Kasten", "Eingabe · Leertaste", "weiter lernen"}));
     }
 
     void TheSettings()

@@ -5,7 +5,10 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QTextEdit>
 #include <QToolButton>
+
+#include <algorithm>
 
 using namespace paukfix;
 using namespace Qt::StringLiterals;
@@ -84,6 +87,53 @@ private slots:
         b.Finde("Antwort(0)")->setFocus();
         QVERIFY(!fett->isChecked());
         QVERIFY(b.Finde<QToolButton>("SymbolMFontNormal")->isChecked());
+    }
+
+    // One stop of the Tab key; the arrow keys reach each icon that is enabled, and the text stays the one
+    // that is formatted.
+    void EveryIconIsReachedByKeyAndActsOnTheText()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Auswaehlen("MFrage", 0, 5);
+        b.Taste(Qt::Key_F6);
+        QStringList besucht;
+        for (QString hier = b.fenster->focusWidget()->objectName(); !besucht.contains(hier);
+             hier = b.fenster->focusWidget()->objectName()) {
+            besucht << hier;
+            b.Taste(Qt::Key_Right);
+        }
+        QStringList alle;
+        for (const QToolButton *knopf : b.Finde("Symbolleiste")->findChildren<QToolButton *>())
+            alle << knopf->objectName();
+        QCOMPARE(QSet<QString>(besucht.begin(), besucht.end()), QSet<QString>(alle.begin(), alle.end()));
+        b.Taste(Qt::Key_Home);
+        QCOMPARE(b.fenster->focusWidget(), b.Finde("SymbolMFontFett"));
+        b.Taste(Qt::Key_Space);
+        QCOMPARE(b.Box("MFrage")->textCursor().charFormat().fontWeight(), int(QFont::Bold));
+        b.Taste(Qt::Key_Right);
+        b.Taste(Qt::Key_Return);
+        QVERIFY(b.Box("MFrage")->textCursor().charFormat().fontItalic());
+        b.Taste(Qt::Key_Escape);
+        QCOMPARE(b.fenster->focusWidget(), b.Finde("MFrage"));
+    }
+
+    // Whatever is enabled: a field without formats leaves the icons of the pictures and what follows.
+    void TheTabKeyStopsOnceAtTheIcons()
+    {
+        EditorBuehne b(DreiKarten());
+        b.Zeigen();
+        b.Finde("MaskThema")->setFocus();
+        const QWidget *leiste = b.Finde("Symbolleiste");
+        QList<QWidget *> besucht;
+        for (QWidget *hier = b.fenster->focusWidget(); !besucht.contains(hier);
+             hier = b.fenster->focusWidget()) {
+            besucht << hier;
+            if (auto *text = qobject_cast<QTextEdit *>(hier))
+                text->setTabChangesFocus(true);
+            b.Taste(Qt::Key_Tab);
+        }
+        QCOMPARE(std::ranges::count_if(besucht, [&](QWidget *w) { return leiste->isAncestorOf(w); }), 1);
     }
 
     void TheWayBackToTheStandardFontLeavesNothingOfAnother()

@@ -77,7 +77,7 @@ private slots:
         QCOMPARE(folge.join(u' '),
                  u"MaskFrageNr MaskThema MFrage Antwort_K Antwort(0) Check1(0) Antwort(1) Check1(1) "
                  u"Antwort(2) Check1(2) Antwort(3) Check1(3) Antwort(4) Check1(4) CZZurück CZurück "
-                 u"CVor CVVor CEOF Cback Cadd"_s);
+                 u"CVor CVVor CEOF Cback Cadd SymbolMBilder"_s);
     }
 
     void EveryControlHasAnAccessibleName()

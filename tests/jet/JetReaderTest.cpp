@@ -22,6 +22,7 @@ class JetReaderTest : public QObject
 private slots:
     void EveryFieldIsReadAsItWasWritten_data();
     void EveryFieldIsReadAsItWasWritten();
+    void WholeNumbersKeepTheirSign();
     void TableWithoutRowsHasNoCards();
     void RowsOfEveryLengthAreRead();
     void MemosOfEveryLengthAreRead();
@@ -112,6 +113,19 @@ void JetReaderTest::EveryFieldIsReadAsItWasWritten()
         return std::get<double>(one[0]) < std::get<double>(other[0]);
     });
     CheckRows(lab, rows);
+}
+
+void JetReaderTest::WholeNumbersKeepTheirSign()
+{
+    constexpr int Integer = 3, Long = 4; // as the format counts its types
+    for (const int version : {3, 4}) {
+        JetLab lab(version);
+        lab.retyped = {{u"Pictureleft"_s, Integer}, {u"PictureTop"_s, Long}};
+        CardRecord card = MakeCard(1, 0, 1);
+        card.Pictureleft = -300;
+        card.PictureTop = -70000;
+        CheckRows(lab, {JetLab::RowOf(card)});
+    }
 }
 
 void JetReaderTest::TableWithoutRowsHasNoCards()

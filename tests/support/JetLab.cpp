@@ -207,15 +207,18 @@ QByteArray JetLab::RowBytes(const Row &row)
     std::vector<qsizetype> starts;
     for (int i = 0; i < CardColumnCount; ++i) {
         const Value &value = row[static_cast<std::size_t>(i)];
-        const bool retypedAway =
-            retyped.contains(QLatin1String(CardColumns()[static_cast<std::size_t>(i)].name));
+        const auto retypedTo = retyped.find(QLatin1String(CardColumns()[static_cast<std::size_t>(i)].name));
         const int type = TypeOf(i);
-        bool there = !retypedAway && !std::holds_alternative<std::monostate>(value);
+        const bool whole = type == DoubleType && retypedTo != retyped.end() &&
+                           (retypedTo->second == IntegerType || retypedTo->second == LongType);
+        bool there = (retypedTo == retyped.end() || whole) && !std::holds_alternative<std::monostate>(value);
         if (type == FlagType)
             there = there && std::get<bool>(value);
         if (there)
             mask[i / 8] = static_cast<char>(mask[i / 8] | 1 << i % 8);
-        if (type == DoubleType)
+        if (whole && there) // in the first bytes of the place that a double would have
+            Put(bytes, static_cast<std::uint64_t>(static_cast<std::int64_t>(std::get<double>(value))), 8);
+        else if (type == DoubleType)
             Put(bytes, there ? std::bit_cast<std::uint64_t>(std::get<double>(value)) : 0, 8);
         if (IsFixed(type))
             continue;

@@ -49,8 +49,9 @@ public:
     int realIndexes = 2; // many make the definition go over several pages
     std::uint16_t columnCodePage = 1252;
     std::map<QString, QString> renamed; // columns under other names
-    std::map<QString, int> retyped;     // columns of other types; the values are then null
-    int declaredRows = -1;              // -1: as many as there are
+    // Columns of other types; of the values only whole numbers are kept, in columns for such.
+    std::map<QString, int> retyped;
+    int declaredRows = -1; // -1: as many as there are
     // Of texts.
     bool compress = true;
     Memo memo = Memo::OnePage;
