@@ -397,6 +397,8 @@ private slots:
     {
         const Laenge laenge = Laenge::Gewuenscht();
         Konfig("False");
+        QVERIFY(
+            QFile::copy(QDir(ProgramDir()).filePath("Applause.wav"), ProgrammBuehne::Pfad("Applause.wav")));
         QList<CardRecord> karten;
         for (int i = 1; i <= 250; ++i)
             karten << MakeCard(i, i % 6, i);
