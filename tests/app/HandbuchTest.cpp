@@ -194,8 +194,8 @@ private slots:
         for (const Tastengruppe &gruppe : AlleTasten()) {
             QVERIFY2(seite.contains("</a>" + gruppe.titel + "</h2>"), qPrintable(gruppe.titel));
             for (const auto &[tasten, was] : gruppe.zeilen) {
-                const QString zeile =
-                    ("<td>" + tasten + "</td>\n<td>" + was + "</td>").remove('[').remove(']');
+                QString zeile = "<td>" + tasten + "</td>\n<td>" + was + "</td>";
+                zeile.remove('[').remove(']');
                 QVERIFY2(seite.contains(zeile), qPrintable(zeile));
             }
         }
