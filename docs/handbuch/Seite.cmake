@@ -7,6 +7,8 @@ execute_process(COMMAND ${CMARK} --unsafe --extension table ${FROM}
 if(failed)
   message(FATAL_ERROR "${CMARK} could not read ${FROM}")
 endif()
+# A line as high as a picture needs no room between lines.
+string(REPLACE "<p><img " "<p class=\"bild\"><img " body "${body}")
 file(STRINGS ${FROM} title LIMIT_COUNT 1 ENCODING UTF-8)
 string(REGEX REPLACE "^# *" "" title "${title}")
 file(WRITE ${TO} "<!DOCTYPE html>
@@ -14,7 +16,7 @@ file(WRITE ${TO} "<!DOCTYPE html>
 <head>
 <meta charset=\"utf-8\">
 <meta name=\"viewport\" content=\"width=device-width\">
-<link rel=\"stylesheet\" href=\"handbuch.css\">
+<link rel=\"stylesheet\" type=\"text/css\" href=\"handbuch.css\">
 <title>${title}</title>
 </head>
 <body>

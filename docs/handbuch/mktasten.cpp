@@ -28,7 +28,8 @@ int main(int argc, char **argv)
                                                                                             gruppe.titel);
         for (auto [tasten, was] : gruppe.zeilen) {
             // "[Strg]+[Z]" is one key to be looked for: "Strg+Z".
-            tasten.replace(u"]+["_s, u"+"_s).replace(u'[', u'`').replace(u']', u'`');
+            for (QString *teil : {&tasten, &was})
+                teil->replace(u"]+["_s, u"+"_s).replace(u'[', u'`').replace(u']', u'`');
             text << u"| %1 | %2 |\n"_s.arg(tasten, was.replace(u'<', u"&lt;"_s));
         }
     }

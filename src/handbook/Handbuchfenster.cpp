@@ -67,7 +67,7 @@ QSize Handbuchfenster::sizeHint() const
 void Handbuchfenster::SeiteBauen()
 {
     seite_ = Benannt(new Handbuchseite(this), u"Seite"_s, u"Seite des Handbuchs"_s);
-    connect(seite_, &QTextBrowser::sourceChanged, this, [this] { InhaltZeigen(); });
+    connect(seite_, &QTextBrowser::sourceChanged, this, &Handbuchfenster::InhaltZeigen);
 }
 
 void Handbuchfenster::InhaltBauen()
@@ -168,12 +168,13 @@ void Handbuchfenster::Oeffnen(const QString &seite)
     seite_->setSource(ziel);
 }
 
-// Whatever leads to a page, the contents show which it is.
-void Handbuchfenster::InhaltZeigen()
+// Whatever leads to a page, the contents show which it is. The browser itself names the one before, until all
+// have heard of the change.
+void Handbuchfenster::InhaltZeigen(const QUrl &seite)
 {
     const QSignalBlocker still(inhalt_);
     for (int i = 0; i < inhalt_->count(); ++i)
-        if (kapitel_.at(i).datei == seite_->source().fileName())
+        if (kapitel_.at(i).datei == seite.fileName())
             inhalt_->setCurrentRow(i);
 }
 

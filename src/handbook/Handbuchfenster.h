@@ -10,6 +10,7 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QUrl;
 
 namespace paukfix {
 
@@ -34,7 +35,7 @@ private:
     void SucheBauen();
     void Anordnen();
     void Oeffnen(const QString &seite);
-    void InhaltZeigen();
+    void InhaltZeigen(const QUrl &seite);
 
     QString ordner_;
     QList<Handbuchkapitel> kapitel_;

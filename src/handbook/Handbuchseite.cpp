@@ -32,6 +32,8 @@ QString Handbuchseite::Stil() const
            "h3 { font-weight: 600; margin-top: 16px; margin-bottom: 4px; }"
            "p, li { margin-bottom: 8px; }"
            "p, li, td, th { line-height: 125%; }"
+           "p.bild { line-height: 100%; }"
+           "table { margin-top: 8px; margin-bottom: 8px; }"
            "code { font-family: '%1'; background-color: %2; }"
            "strong { font-weight: 600; }"
            "blockquote { margin-left: 12px; margin-right: 12px; background-color: %3; }"

@@ -23,6 +23,7 @@
 #include <QSlider>
 #include <QStyleOption>
 #include <QTabBar>
+#include <QTextCharFormat>
 
 #include <algorithm>
 #include <utility>
@@ -387,6 +388,16 @@ int Hausstil::styleHint(StyleHint hint, const QStyleOption *option, const QWidge
         return 0;
     case SH_FocusFrame_AboveWidget:
         return 1;
+    case SH_TextControl_FocusIndicatorTextCharFormat:
+        // A link in a text that has the keyboard; a dotted outline is easily missed.
+        if (auto *zurueck = qstyleoption_cast<QStyleHintReturnVariant *>(returnData); zurueck && option) {
+            QTextCharFormat verweis;
+            verweis.setBackground(option->palette.color(QPalette::Active, QPalette::Highlight));
+            verweis.setForeground(option->palette.color(QPalette::Active, QPalette::HighlightedText));
+            zurueck->variant = verweis;
+            return 1;
+        }
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

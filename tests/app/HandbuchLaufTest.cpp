@@ -217,11 +217,11 @@ private slots:
             QCOMPARE(Ort(handbuch), "anfang.html");
             hand.Taste(Qt::Key_Down);
             QCOMPARE(Ort(handbuch), "lernen.html");
-            hand.Taste(Qt::Key_Left, Qt::AltModifier);
-            QCOMPARE(Ort(handbuch), "anfang.html");
+            hand.Taste(Qt::Key_Left, Qt::AltModifier); // a button that its key presses is down for a moment
+            QTRY_COMPARE(Ort(handbuch), "anfang.html");
             QCOMPARE(hand.Finde<QListWidget>("Inhalt")->currentRow(), 1);
             hand.Taste(Qt::Key_Right, Qt::AltModifier);
-            QCOMPARE(Ort(handbuch), "lernen.html");
+            QTRY_COMPARE(Ort(handbuch), "lernen.html");
         });
     }
 
