@@ -235,7 +235,7 @@ void VerlaufDatei::BeiseiteLegen()
 
 std::optional<std::int64_t> VerlaufDatei::Finden(SQLite::Database &datei, const Verlaufsbox &box)
 {
-    if (erkannt_ && erkannt_->pfad == box.pfad && erkannt_->sitzung == box.sitzung) {
+    if (erkannt_ && erkannt_->sitzung == box.sitzung) {
         // Another program may have made it part of another box.
         SQLite::Statement da(datei, "SELECT 1 FROM box WHERE nummer=?1");
         da.bind(1, erkannt_->nummer);
@@ -268,7 +268,7 @@ void VerlaufDatei::Eintragen(const Verlaufseintrag &eintrag)
         for (const auto &[tag, aenderung] : eintrag.tage)
             TagEintragen(datei, nummer, tag, aenderung);
     });
-    erkannt_ = {eintrag.box.pfad, eintrag.box.sitzung, nummer};
+    erkannt_ = {eintrag.box.sitzung, nummer};
 }
 
 Verlaufsstand VerlaufDatei::Lesen(const Verlaufsbox &box)

@@ -20,7 +20,7 @@ class Database;
 namespace paukfix {
 
 // An open card file, as the history sees it. Within one session, which its beginning tells from all others,
-// a box stays itself whatever happens to its cards.
+// a box stays itself whatever happens to its cards, and wherever it goes on.
 struct Verlaufsbox
 {
     QString pfad;
@@ -81,7 +81,6 @@ private:
     // The box of the session that was written last.
     struct Erkannt
     {
-        QString pfad;
         QDateTime sitzung;
         std::int64_t nummer = 0;
     };

@@ -24,11 +24,6 @@ Kartenzahlen Gezaehlt(const Faecher &faecher)
     return karten;
 }
 
-bool SelbeSitzung(const Verlaufsbox &eine, const Verlaufsbox &andere)
-{
-    return eine.pfad == andere.pfad && eine.sitzung == andere.sitzung;
-}
-
 // What is not written yet, as if it were.
 void Dazurechnen(std::vector<Tagesstand> &tage, const Tagesaenderungen &aenderungen)
 {
@@ -68,9 +63,10 @@ void Verlaufsbuch::Nachsehen()
         Schreiben();
         gesehen_.reset();
         box_.abdruck = {};
-        box_.sitzung = beginn;
+        const bool gehtWeiter = std::exchange(box_.sitzung, beginn) == beginn; // under another name
         if (beginn.isValid() && offen_ != pfad) {
-            sitzungen_ = {};
+            if (!gehtWeiter)
+                sitzungen_ = {};
             offen_ = pfad;
             box_.pfad = QFileInfo(pfad).canonicalFilePath();
         }
@@ -132,7 +128,7 @@ void Verlaufsbuch::Abarbeiten()
             datei_.Eintragen(eintrag);
         } catch (const std::exception &grund) {
             fehler = ErrorText(grund);
-            if (!rest.empty() && SelbeSitzung(rest.back().box, eintrag.box)) {
+            if (!rest.empty() && rest.back().box.sitzung == eintrag.box.sitzung) {
                 rest.back().box = eintrag.box;
                 Zusammenfassen(rest.back().tage, eintrag.tage);
             } else {
@@ -163,7 +159,7 @@ Verlaufsbuch::Auskunft Verlaufsbuch::Lesen()
         auskunft.fehler = ErrorText(grund);
     }
     for (const Verlaufseintrag &eintrag : wartend_)
-        if (SelbeSitzung(eintrag.box, box_))
+        if (eintrag.box.sitzung == box_.sitzung)
             Dazurechnen(auskunft.stand.tage, eintrag.tage);
     return auskunft;
 }

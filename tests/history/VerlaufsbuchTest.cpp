@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Fortsetzung.h"
 #include "ResourceLimit.h"
 #include "SafeFile.h"
 #include "TestProgram.h"
@@ -166,6 +167,44 @@ private slots:
         const Verlaufsbuch::Auskunft auskunft = b.buch->Lesen();
         QCOMPARE(auskunft.stand.tage, (std::vector<Tagesstand>{{Tag, 2, 0, {18, 0, 2}}}));
         QCOMPARE(auskunft.stand.frueher, "");
+    }
+
+    void SavedUnderAnotherNameABoxTakesItsHistoryAlong_data()
+    {
+        QTest::addColumn<bool>("liegtNoch");
+        QTest::newRow("the former file is there still") << true;
+        QTest::newRow("the former file is gone") << false;
+    }
+
+    // What the session has counted by then is not counted again.
+    void SavedUnderAnotherNameABoxTakesItsHistoryAlong()
+    {
+        QFETCH(bool, liegtNoch);
+        Verlaufsbuehne b;
+        b.Anlegen("a.pzb");
+        b.Oeffnen("a.pzb");
+        b.Antworten(true);
+        b.Antworten(false);
+        b.Tage();
+        b.Antworten(true); // not written yet
+        if (!liegtNoch)
+            QVERIFY(QFile::rename(b.Pfad("a.pzb"), b.Pfad("weg.pzb")));
+        Umziehen(b.kartei, b.Pfad("neu.pzb"));
+        b.Antworten(true);
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 3, 1, {16, 1, 3}}}));
+        for (int i = 0; i < 3; ++i)
+            b.Zuruecknehmen();
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 0, {19, 0, 1}}}));
+        b.kartei.schritte.Wiederholen();
+        b.Beenden();
+        b.Starten();
+        b.Oeffnen("neu.pzb");
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 1, 1, {18, 1, 1}}}));
+        QCOMPARE(b.buch->Lesen().stand.frueher, "");
+        // The former file is a copy by now, whose learner is asked.
+        b.Oeffnen(liegtNoch ? "a.pzb" : "weg.pzb");
+        QCOMPARE(b.buch->Lesen().stand.frueher, b.Pfad("neu.pzb"));
+        QCOMPARE(b.Tage(), (std::vector<Tagesstand>{{Tag, 0, 0, {17, 1, 2}}}));
     }
 
     void ACopyAsksWhoseHistoryItHas_data()
