@@ -5,6 +5,7 @@
 #include "AExport.h"
 #include "AImport.h"
 #include "AlleNull.h"
+#include "CardSnapshot.h"
 #include "Datausw.h"
 #include "ErlNull.h"
 #include "FremdeKartei.h"
@@ -40,6 +41,7 @@ Programm::Programm(const QString &laufverzeichnis)
     // Behind a message, or between intro and main window, no window is open for a moment.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     VerzeichnisseSetzen(laufverzeichnis);
+    ClearSnapshots(); // of a run that was killed
 }
 
 Programm::~Programm() = default;

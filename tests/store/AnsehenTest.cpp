@@ -14,6 +14,8 @@
 #include <QTest>
 #include <SQLiteCpp/Database.h>
 
+#include <array>
+#include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,7 +50,7 @@ private:
     bool root_;
 };
 
-QByteArray Bytes(const QString &pfad)
+QByteArray Inhalt(const QString &pfad)
 {
     QFile datei(pfad);
     return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
@@ -156,7 +158,7 @@ private slots:
         QFETCH(bool, ordner);
         Rechte(Pfad(), ordner ? 0666 : 0444);
         Rechte(ordner_->path(), ordner ? 0555 : 0777);
-        const QByteArray vorher = Bytes(Pfad());
+        const QByteArray vorher = Inhalt(Pfad());
         {
             const OhneRechte niemand;
             Ansehen(Fehler::NichtErlaubt);
@@ -167,7 +169,7 @@ private slots:
             QCOMPARE(QDir(ordner_->path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.pzb"_s});
             kartei_->CloseCardFile();
         }
-        QCOMPARE(Bytes(Pfad()), vorher);
+        QCOMPARE(Inhalt(Pfad()), vorher);
     }
 
     void ItIsAskedForAndNotDoneOtherwise()
@@ -198,14 +200,14 @@ private slots:
         QProcess anderes;
         anderes.start(WorkerPath("lock_worker"), {Pfad()});
         QVERIFY(anderes.waitForReadyRead());
-        const QByteArray vorher = Bytes(Pfad());
+        const QByteArray vorher = Inhalt(Pfad());
         Ansehen(Fehler::Gesperrt);
         QCOMPARE(Nummern(), (QList<int>{1, 2, 3}));
         NichtsLaesstSichAendern();
         QCOMPARE(GapInLock(Pfad()), QString());
         kartei_->CloseCardFile();
         QCOMPARE(GapInLock(Pfad()), QString());
-        QCOMPARE(Bytes(Pfad()), vorher);
+        QCOMPARE(Inhalt(Pfad()), vorher);
         anderes.closeWriteChannel();
         QVERIFY(anderes.waitForFinished());
     }
@@ -258,7 +260,7 @@ private slots:
             ::_exit(0); // nothing is rolled back
         }
         QCOMPARE(::waitpid(kind, nullptr, 0), kind);
-        const QByteArray datei = Bytes(Pfad()), journal = Bytes(Pfad(u"a.pzb-journal"_s));
+        const QByteArray datei = Inhalt(Pfad()), journal = Inhalt(Pfad(u"a.pzb-journal"_s));
         QVERIFY(!journal.isEmpty());
         Rechte(Pfad(), 0444);
         Rechte(Pfad(u"a.pzb-journal"_s), 0444);
@@ -272,8 +274,41 @@ private slots:
             QCOMPARE(kartei_->FachInfo[3].Anzahl, qint16(2));
             kartei_->CloseCardFile();
         }
-        QCOMPARE(Bytes(Pfad()), datei);
-        QCOMPARE(Bytes(Pfad(u"a.pzb-journal"_s)), journal);
+        QCOMPARE(Inhalt(Pfad()), datei);
+        QCOMPARE(Inhalt(Pfad(u"a.pzb-journal"_s)), journal);
+    }
+
+    // The copy that is in use stays; nobody else's directory is touched.
+    void WhatAKilledProgramHasLeftIsCleared()
+    {
+        std::array<int, 2> rohr{};
+        QCOMPARE(::pipe(rohr.data()), 0);
+        const pid_t kind = fork();
+        if (kind == 0) {
+            const CardSnapshot kopie(Pfad());
+            if (::write(rohr[1], "x", 1) == 1)
+                ::pause();
+            ::_exit(1);
+        }
+        char da = 0;
+        QCOMPARE(::read(rohr[0], &da, 1), ssize_t{1});
+        ::close(rohr[0]);
+        ::close(rohr[1]);
+        const QDir ordner(kopien_->path());
+        QCOMPARE(ordner.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+        QVERIFY(ordner.mkdir(u"paukfix-anderes"_s));
+        {
+            const CardSnapshot eigene(Pfad());
+            ClearSnapshots();
+            QCOMPARE(ordner.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 3);
+            QCOMPARE(Inhalt(eigene.Path()), Inhalt(Pfad()));
+        }
+        QCOMPARE(::kill(kind, SIGKILL), 0);
+        QCOMPARE(::waitpid(kind, nullptr, 0), kind);
+        QCOMPARE(ordner.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 2);
+        ClearSnapshots();
+        QCOMPARE(ordner.entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{u"paukfix-anderes"_s});
+        QVERIFY(ordner.rmdir(u"paukfix-anderes"_s));
     }
 
     void AnEmptyDirectoryOfTheSystemCostsAMessage()
