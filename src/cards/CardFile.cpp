@@ -218,9 +218,16 @@ CardFile::CardFile(const QString &path, std::unique_ptr<CardSnapshot> copy)
 
 CardFile::~CardFile()
 {
-    // At its end the engine deletes the journal by its name, unless it is told to keep it.
-    if (!copy_ && IsReplaced())
+    if (copy_ || IsInPlace())
+        return;
+    // At its end the engine deletes the journal by its name, unless it is told to keep it, and leaves that of
+    // a file that is gone.
+    if (IsReplaced())
         database_.tryExec("PRAGMA journal_mode=PERSIST");
+    else if (const QString journal = QFile::decodeName(
+                 sqlite3_filename_journal(sqlite3_db_filename(database_.getHandle(), "main")));
+             locked_ >= 0 && !HoldsChange(journal)) // with the lock it is ours
+        QFile::remove(journal);
 }
 
 void CardFile::Create(const QString &path)

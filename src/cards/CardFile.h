@@ -39,7 +39,8 @@ public:
     CardFile(const QString &path, std::unique_ptr<CardSnapshot> copy);
     CardFile(const CardFile &) = delete;
     CardFile &operator=(const CardFile &) = delete;
-    // Leaves the journal of a file that has taken this one's place alone.
+    // Leaves the journal of a file that has taken this one's place alone; that of a file that is gone goes,
+    // unless it holds a change that a file which comes back would need.
     ~CardFile();
 
     // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at

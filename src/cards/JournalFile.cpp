@@ -41,21 +41,20 @@ bool NamesOtherFiles(const QString &journal)
     return file.open(QIODevice::ReadOnly) && EndsInMark(file);
 }
 
+bool HoldsChange(const QString &journal)
+{
+    char byte = 0;
+    // A special file could block here.
+    const FileHandle file(open(QFile::encodeName(journal).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info = {};
+    // A journal whose change is done begins with zeros, or is cut to nothing.
+    return file.Get() >= 0 && fstat(file.Get(), &info) == 0 && S_ISREG(info.st_mode) &&
+           read(file.Get(), &byte, 1) == 1 && byte != '\0';
+}
+
 bool HasUnfinishedChange(const QString &cardFile)
 {
-    const auto firstByte = [](const QString &path) {
-        char byte = 0;
-        // A special file could block here.
-        const FileHandle file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-        struct stat info = {};
-        return file.Get() >= 0 && fstat(file.Get(), &info) == 0 && S_ISREG(info.st_mode) &&
-                       read(file.Get(), &byte, 1) == 1
-                   ? byte
-                   : '\0';
-    };
-    // A journal whose change is done begins with zeros, or is cut to nothing.
-    return firstByte(CompanionOf(cardFile, "-journal")) != '\0' ||
-           firstByte(CompanionOf(cardFile, "-wal")) != '\0';
+    return HoldsChange(CompanionOf(cardFile, "-journal")) || HoldsChange(CompanionOf(cardFile, "-wal"));
 }
 
 void ForgetOtherFiles(const QString &journal)

@@ -21,6 +21,9 @@ QString CompanionOf(const QString &cardFile, const char *suffix);
 // Does the file end so? False for a file that is not there.
 bool NamesOtherFiles(const QString &journal);
 
+// Does the rollback journal or the log hold a change? False where there is none.
+bool HoldsChange(const QString &journal);
+
 // Did a program leave off in the midst of a change to the card file, so that its file alone shows neither
 // what was before nor what should be? Only the engine, opening it to write, takes the change back. A log is
 // one too, but the engine reads a sound file together with its log.
