@@ -95,7 +95,7 @@ void FremdeKartei::WahlBauen()
     inhalte->addWidget(cmdRest_, 0, Qt::AlignVCenter);
     felder->addLayout(inhalte, inhaltszeile, 1, 1, 2);
 
-    const bool offen = Store().IsOpen();
+    const bool offen = Store().IsOpen() && !Store().NurAnsehen();
     optNeu_ = Benannt(new QRadioButton(u"eine &neue Kartei:"_s, this), u"optNeu"_s, u"eine neue Kartei:"_s);
     lblZiel_ = Benannt(new QLineEdit(this), u"lblZiel"_s, u"Dateiname der neuen Kartei"_s);
     cmdZiel_ = Benannt(new QPushButton(u"..."_s, this), u"cmdZiel"_s, u"neue Datei wählen"_s);
@@ -109,7 +109,8 @@ void FremdeKartei::WahlBauen()
     felder->addLayout(neu, neuzeile, 1);
     felder->addWidget(cmdZiel_, neuzeile, 2);
     const QString kartei = offen ? u"die geöffnete Kartei „%1“"_s.arg(Kurztext(Store().CurrentFileName))
-                                 : u"die geöffnete Kartei (keine)"_s;
+                           : Store().IsOpen() ? u"die geöffnete Kartei (nur zum Ansehen)"_s
+                                              : u"die geöffnete Kartei (keine)"_s;
     optOffen_ =
         Benannt(new QRadioButton(QString(kartei).replace(u'&', u"&&"_s), this), u"optOffen"_s, kartei);
     optOffen_->setEnabled(offen);

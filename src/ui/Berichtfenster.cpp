@@ -4,6 +4,7 @@
 
 #include "Fensterbau.h"
 
+#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -20,6 +21,8 @@ Berichtfenster::Berichtfenster(const QString &titel, const QString &text, QWidge
     setWindowTitle(titel);
     auto *lesen = Benannt(new QPlainTextEdit(text, this), u"Berichttext"_s, titel);
     lesen->setReadOnly(true);
+    if (text.contains(u":  "_s)) // columns made by blanks
+        lesen->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     // Without a caret the keyboard could neither read on nor select.
     lesen->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     lesen->setTabChangesFocus(true);
