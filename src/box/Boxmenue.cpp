@@ -194,7 +194,7 @@ void Boxmenue::BoxZeigen()
         eintrag->setText(OhneKuerzel(was.isEmpty() ? sonst : was));
         eintrag->setEnabled(!was.isEmpty());
     };
-    zeigen(mZuruecknehmen_, teile_.ruecknahme.Zurueckzunehmen(), u"nichts zurückzunehmen"_s);
+    zeigen(mZuruecknehmen_, teile_.ruecknahme.Zurueckzunehmen(), teile_.ruecknahme.NichtZurueckzunehmen());
     zeigen(mWiederholen_, teile_.ruecknahme.Wiederholbar(), u"nichts zu wiederholen"_s);
     Freischalten();
 }

@@ -26,7 +26,14 @@ Ruecknahme::Ruecknahme(CardStore &kartei, Meldungen &meldungen, QObject *parent)
 
 QString Ruecknahme::Zurueckzunehmen() const
 {
-    return MitWort(kartei_.schritte.Zurueckzunehmen(), u"zurücknehmen"_s);
+    return MitWort(kartei_.schritte.Zurueckzunehmen(),
+                   kartei_.schritte.IstEndgueltig() ? u"zurücknehmen (endgültig)"_s : u"zurücknehmen"_s);
+}
+
+QString Ruecknahme::NichtZurueckzunehmen() const
+{
+    const QString was = kartei_.schritte.ZuGross();
+    return was.isEmpty() ? u"nichts zurückzunehmen"_s : was + u" ist zu groß zum Zurücknehmen"_s;
 }
 
 QString Ruecknahme::Wiederholbar() const
@@ -36,6 +43,12 @@ QString Ruecknahme::Wiederholbar() const
 
 void Ruecknahme::Zuruecknehmen()
 {
+    if (kartei_.schritte.IstEndgueltig() &&
+        meldungen_.Fragen(
+            MitWort(kartei_.schritte.Zurueckzunehmen(),
+                    u"zurücknehmen?\n\nSo viele Karten können danach nicht wiederholt werden."_s),
+            Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja)
+        return;
     Wenden(&Schritte::Zuruecknehmen, MitWort(kartei_.schritte.Zurueckzunehmen(), u"zurückgenommen"_s),
            u"Fehler beim Zurücknehmen: "_s);
 }

@@ -20,9 +20,12 @@ public:
 
     // "Antwort auf Frage 12 zurücknehmen"; empty where there is nothing to take back.
     QString Zurueckzunehmen() const;
+    // Says so then, and why.
+    QString NichtZurueckzunehmen() const;
     // "Antwort auf Frage 12 wiederholen"; empty where there is nothing to do again.
     QString Wiederholbar() const;
 
+    // Asks first where it could not be done again.
     void Zuruecknehmen();
     void Wiederholen();
 

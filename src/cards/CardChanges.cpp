@@ -147,6 +147,25 @@ public:
         }
     }
 
+    // All columns of the table.
+    std::vector<Cell> Columns() const
+    {
+        std::vector<Cell> all(names_.size());
+        for (std::size_t i = 0; i < all.size(); ++i)
+            all[i].column = static_cast<int>(i);
+        return all;
+    }
+
+    // The bytes that the values of `cells` have.
+    std::string Lengths(const std::vector<Cell> &cells) const
+    {
+        std::string sum = "0";
+        for (const Cell &cell : cells)
+            sum +=
+                "+ifnull(length(CAST(" + names_.at(static_cast<std::size_t>(cell.column)) + " AS BLOB)),0)";
+        return sum;
+    }
+
     // The columns of `cells`, each with `behind` behind its name.
     std::string List(const std::vector<Cell> &cells, const char *behind = "") const
     {
@@ -253,6 +272,28 @@ void TakeBack(SQLite::Database &database, const CardChanges &changes)
     RowStatements rows(database);
     for (std::size_t i = changes.Count(); i-- > 0;)
         TakeBackRow(rows, changes.At(i));
+}
+
+std::size_t BytesToRepeat(SQLite::Database &database, const CardChanges &changes)
+{
+    constexpr std::size_t RowNeeds = 17, CellNeeds = 9; // beside the values, as Add packs them
+    RowStatements rows(database);
+    const std::vector<Cell> all = rows.Columns();
+    std::size_t bytes = 0;
+    for (std::size_t i = 0; i < changes.Count() && bytes <= CardChanges::MaxBytes; ++i) {
+        const Row row = changes.At(i);
+        bytes += RowNeeds;
+        if (row.kind == CardChanges::Kind::Deleted)
+            continue;
+        const std::vector<Cell> &cells = row.kind == CardChanges::Kind::Added ? all : row.before;
+        SQLite::Statement &statement =
+            rows.Prepared("SELECT " + rows.Lengths(cells) + R"( FROM "Lernkarten" WHERE _rowid_=?)");
+        statement.bind(1, row.id);
+        if (statement.executeStep())
+            bytes += cells.size() * CellNeeds + static_cast<std::size_t>(statement.getColumn(0).getInt64());
+        statement.tryReset();
+    }
+    return bytes;
 }
 
 bool StandAsBefore(SQLite::Database &database, const CardChanges &changes)

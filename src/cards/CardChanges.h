@@ -82,4 +82,8 @@ void TakeBack(SQLite::Database &database, const CardChanges &changes);
 // Whether all rows stand as they did before the changes, as after a rollback. Throws SQLite::Exception.
 bool StandAsBefore(SQLite::Database &database, const CardChanges &changes);
 
+// How many bytes the changes may take that TakeBack would make; counted no further than MaxBytes, past which
+// they would not be kept. Throws SQLite::Exception.
+std::size_t BytesToRepeat(SQLite::Database &database, const CardChanges &changes);
+
 } // namespace paukfix

@@ -42,6 +42,35 @@ QString Schritte::Wiederholbar() noexcept
     return wieder_.empty() ? QString() : wieder_.back().was;
 }
 
+bool Schritte::IstEndgueltig() noexcept
+{
+    Beenden();
+    if (zurueck_.empty() || !datei_)
+        return false;
+    Schritt &schritt = zurueck_.back();
+    if (!schritt.endgueltig) {
+        // No card takes more than its file does.
+        constexpr std::size_t Nebenbei = 1024; // bytes, beside the texts of a row
+        const auto abdruck = datei_->ReadState();
+        schritt.endgueltig = false;
+        try {
+            if (!abdruck || static_cast<std::size_t>(abdruck->size) + schritt.zeilen.Count() * Nebenbei >
+                                CardChanges::MaxBytes)
+                kartei_.Karten().Beside([&](SQLite::Database &database) {
+                    schritt.endgueltig = BytesToRepeat(database, schritt.zeilen) > CardChanges::MaxBytes;
+                });
+        } catch (const std::exception &) { // what cannot be read cannot be taken back either
+        }
+    }
+    return *schritt.endgueltig;
+}
+
+QString Schritte::ZuGross() noexcept
+{
+    Beenden();
+    return zuGross_;
+}
+
 void Schritte::Zuruecknehmen()
 {
     Wenden(zurueck_, Richtung::Zurueck);
@@ -78,6 +107,7 @@ void Schritte::Leeren() noexcept
     wieder_.clear();
     belegt_ = 0;
     offen_ = {};
+    zuGross_.clear();
     laufend_.reset();
     abdruck_.reset();
 }
@@ -146,8 +176,11 @@ void Schritte::Ablegen(Laufend laufend)
         kartei_.HighestCardNumber = laufend.danach->hoechsteNummer;
     }
     std::deque<Schritt> &wohin = laufend.richtung == Richtung::Zurueck ? wieder_ : zurueck_;
+    zuGross_.clear();
     if (!offen_.Whole()) { // there is no way past it
         vergessen(wohin);
+        if (laufend.richtung == Richtung::Vor)
+            zuGross_ = laufend.was;
         return;
     }
     belegt_ += Bedarf(offen_);

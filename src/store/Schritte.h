@@ -42,6 +42,11 @@ public:
     QString Zurueckzunehmen() noexcept;
     QString Wiederholbar() noexcept;
 
+    // Whether what would be taken back is too large to be done again then.
+    bool IstEndgueltig() noexcept;
+    // The last change, where it is too large to be taken back; else empty.
+    QString ZuGross() noexcept;
+
     // Takes the last step back, or does the one again that was taken back last, durably; file, compartments,
     // session and highest number are then as they were. Nothing happens where there is none. Throws
     // StoreError; nothing has changed then, neither in the file nor here, unless the text says otherwise.
@@ -58,6 +63,7 @@ private:
         QString was;
         Boxstand stand; // beside `zeilen`
         CardChanges zeilen;
+        std::optional<bool> endgueltig{}; // once it was looked at
     };
 
     enum class Richtung
@@ -93,6 +99,7 @@ private:
     std::optional<Laufend> laufend_;
     std::deque<Schritt> zurueck_, wieder_; // the next one last
     std::size_t belegt_ = 0;               // bytes of both
+    QString zuGross_;                      // what could not be kept, while nothing came behind it
     bool bewahrt_ = false;
     std::optional<CardFile::State> abdruck_; // of the file behind the last step
 };

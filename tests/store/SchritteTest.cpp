@@ -361,12 +361,40 @@ private slots:
         QVERIFY(kasten.Abdruck() != vorher);
         QCOMPARE(kartei.schritte.Wiederholbar(), u"Schritt 3"_s);
 
-        Importieren(kartei, 40, QString(1'000'000, u'x')); // 80 MB: formatted and plain
+        Importieren(kartei, 20, QString(1'000'000, u'x')); // 40 MB: formatted and plain
+        QVERIFY(!kartei.schritte.IstEndgueltig());
+        kartei.schritte.Zuruecknehmen();
+        QCOMPARE(kartei.schritte.Wiederholbar(), u"Import"_s);
+        Importieren(kartei, 40, QString(1'000'000, u'x'));
+        QVERIFY(kartei.schritte.IstEndgueltig());
         const QByteArray voll = kasten.Abdruck();
         kartei.schritte.Zuruecknehmen();
         QVERIFY(kasten.Abdruck() != voll);
         QCOMPARE(kartei.schritte.Wiederholbar(), QString());
         QCOMPARE(kartei.Karten().RecordCount(), static_cast<int>(VieleKarten().size()));
+    }
+
+    void WhatIsTooLargeToBeTakenBackIsNamed()
+    {
+        Kasten kasten(VieleKarten());
+        CardStore &kartei = kasten.kartei;
+        kasten.Antworten(3, false);
+        QCOMPARE(kartei.schritte.ZuGross(), QString());
+        Importieren(kartei, 40, QString(1'000'000, u'x'));
+        {
+            const Aenderung schritt(kartei, u"Leeren"_s);
+            CardTransaction zug(kartei.Karten());
+            kartei.Karten().Past([](SQLite::Database &database) {
+                database.exec(R"(DELETE FROM "Lernkarten" WHERE "FrageNr">61)");
+            });
+            zug.Commit();
+        }
+        QVERIFY(kartei.Karten().RecordCount() > 0);
+        QCOMPARE(kartei.schritte.Zurueckzunehmen(), QString());
+        QCOMPARE(kartei.schritte.ZuGross(), u"Leeren"_s);
+        kasten.Antworten(4, true);
+        QVERIFY(kartei.schritte.Zurueckzunehmen().startsWith(u"Antwort"));
+        QCOMPARE(kartei.schritte.ZuGross(), QString());
     }
 
     void AFailureOfTheDiskLeavesFileAndHistory_data()
@@ -425,9 +453,8 @@ private slots:
     void AnyCallToTheDiskMayFailOnce_data()
     {
         QTest::addColumn<Art>("art");
-        QTest::newRow("nothing has happened") << Art::Fehler;
-        QTest::newRow("half of it has happened") << Art::Halb;
-        QTest::newRow("the disk is full") << Art::Voll;
+        for (const auto &[name, art] : VollePlatte::AlleArten)
+            QTest::newRow(name) << art;
     }
 
     // Whatever fails while steps are made, taken back and done again: the file is in one of the two states

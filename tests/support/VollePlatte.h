@@ -6,7 +6,9 @@
 #include <QString>
 #include <sqlite3.h>
 
+#include <array>
 #include <optional>
+#include <utility>
 
 namespace paukfix {
 
@@ -47,6 +49,12 @@ enum class Art
     Halb,   // an I/O error, half of it has happened: half the bytes are written, the file is deleted
     Voll,   // the disk is full (writing, syncing), else as Fehler
 };
+
+// All of them, by what they mean: rows for a test.
+inline constexpr std::array<std::pair<const char *, Art>, 3> AlleArten{
+    {{"nothing has happened", Art::Fehler},
+     {"half of it has happened", Art::Halb},
+     {"the disk is full", Art::Voll}}};
 
 // Lets the call number `nummer` from now on, counted from 1, fail once; 0 for none. From then on the disk is
 // as `danach` says.
