@@ -140,11 +140,13 @@ void Sicherungen::VorEingriff(const QString &kartei, int karten)
     try {
         if (IstGesichert(kartei))
             return;
-        ordner_.Anlegen(kartei);
+        const QString ordner = ordner_.Anlegen(kartei);
+        // Whoever has the box open is alone in its directory.
+        for (const QString &rest : QDir(ordner).entryList({u".*.neu"_s}, QDir::Files | QDir::Hidden))
+            QFile::remove(ordner + u'/' + rest); // of a program that was killed
         const QDateTime jetzt = clock_.Now();
         const QString name = ordner_.Name(kartei, jetzt);
         const QString unfertig = Unfertig(name);
-        QFile::remove(unfertig); // of a program that was killed
         try {
             CopyFile(kartei, unfertig);
         } catch (...) {
