@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Anzeige.h"
+#include "KleinePlatte.h"
 #include "Programmkopie.h"
 #include "StoreTestSupport.h"
 #include "TestPlaces.h"
@@ -25,10 +26,40 @@ private:
 
     QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
+    // New cards that are answered by "j", each with `mehr` beside.
+    void Anlegen(int anzahl, const QString &mehr) const
+    {
+        QList<CardRecord> karten;
+        for (int i = 1; i <= anzahl; ++i) {
+            karten << MakeCard(i, 0, i);
+            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = u"j"_s;
+            karten.last().Antwort_2 = mehr;
+        }
+        MakeCardFile(kartei_, karten);
+    }
+
     void Antworten() const
     {
         QVERIFY(anzeige_->Taste("Lern-Box", "n"));
         QVERIFY(anzeige_->Tasten("Merkkasten Abfrage", {"j", "Return", "Return"}));
+    }
+
+    // The header's count of changes: it tells when an answer is in the file, which is locked.
+    QByteArray Aenderungen() const
+    {
+        QFile datei(kartei_);
+        return datei.open(QIODevice::ReadOnly) && datei.seek(24) ? datei.read(4) : QByteArray();
+    }
+
+    // The first answer is stored; behind the second one the file is gone, which is told.
+    void OhneDatei() const
+    {
+        const QByteArray vorher = Aenderungen();
+        Antworten();
+        QTRY_VERIFY_WITH_TIMEOUT(Aenderungen() != vorher, 30000);
+        QVERIFY(QFile::rename(kartei_, Pfad("weg.pzb")));
+        Antworten();
+        QVERIFY(anzeige_->WarteAuf("Merkkasten (a.pzb)"));
     }
 
     static QList<int> InFach2(const QString &pfad)
@@ -51,38 +82,70 @@ private slots:
         ordner_ = std::make_unique<QTemporaryDir>();
         ProgrammKopieren(ordner_->path(), Vorspann::Nein);
         kartei_ = Pfad("a.pzb");
-        QList<CardRecord> karten;
-        for (int i = 1; i <= 10; ++i) {
-            karten << MakeCard(i, 0, i);
-            karten.last().Antwort_1 = karten.last().Antwort_1_Klartext = u"j"_s;
-        }
-        MakeCardFile(kartei_, karten);
+        Anlegen(10, {});
     }
 
     void AnAnswerWhoseFileIsGoneIsSavedElsewhere()
     {
+        QVERIFY(QFile::remove(kartei_));
+        Anlegen(500, QString(50'000, u'x')); // to be copied takes its time
         Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
         QVERIFY(lauf.Starten());
         QVERIFY(lauf.HatGeoeffnet(kartei_));
-        Antworten();
-        QVERIFY(QFile::rename(kartei_, Pfad("weg.pzb")));
-        Antworten();
-        QVERIFY(anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // once more, in vain
+        OhneDatei();
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // once more, in vain
         QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "alt+u"));
         QVERIFY(anzeige_->Tasten("Kartei unter anderem Namen sichern", {"n", "e", "u", "Return"}));
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(Pfad("neu.pzb")), 30000);
+        Antworten(); // while the box is being copied: no key is lost
         QVERIFY(lauf.HatGeoeffnet(Pfad("neu.pzb")));
-        // Until the box is at rest again it takes no keys.
-        QTRY_VERIFY_WITH_TIMEOUT(
-            anzeige_->Taste("Lern-Box", "n") &&
-                QTest::qWaitFor([&] { return anzeige_->Offen("Merkkasten Abfrage"); }, 1000),
-            30000);
-        QVERIFY(anzeige_->Tasten("Merkkasten Abfrage", {"j", "Return", "Return"}));
         QVERIFY(anzeige_->Taste("Lern-Box", "alt+F4"));
         QVERIFY(lauf.IstZuEnde());
         QCOMPARE(InFach2(Pfad("neu.pzb")), (QList<int>{1, 2, 3}));
         QCOMPARE(InFach2(Pfad("weg.pzb")), (QList<int>{1}));
         QCOMPARE(FaultIn(Pfad("neu.pzb")), QString());
+    }
+
+    void AFullDiskLosesNoAnswer_data()
+    {
+        QTest::addColumn<bool>("woanders");
+        QTest::newRow("room is made") << false;
+        QTest::newRow("the box is saved on another disk") << true;
+    }
+
+    void AFullDiskLosesNoAnswer()
+    {
+        QFETCH(bool, woanders);
+        QVERIFY(QDir(ordner_->path()).mkdir("platte"));
+        KleinePlatte platte(*anzeige_, Pfad("paukfix"), kartei_, Pfad("platte"));
+        QVERIFY(platte.lauf.Starten());
+        QVERIFY(platte.Bereit());
+        QVERIFY(platte.lauf.HatGeoeffnet(platte.Kartei()));
+        const QDir sicherungen(Pfad("Sicherungen"));
+        QTRY_VERIFY_WITH_TIMEOUT( // it would be told where that failed
+            !sicherungen.entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty() &&
+                !QDir(sicherungen.filePath(sicherungen.entryList(QDir::Dirs | QDir::NoDotAndDotDot).first()))
+                     .entryList({"*.pzb"})
+                     .isEmpty(),
+            30000);
+        platte.Fuellen();
+        Antworten();
+        QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return")); // once more, in vain
+        QVERIFY(anzeige_->WarteAuf("Merkkasten (a.pzb)"));
+        if (!woanders || !platte.IstEcht())
+            platte.Leeren();
+        if (woanders) {
+            QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "alt+u"));
+            QVERIFY(anzeige_->Tippen("Kartei unter anderem Namen sichern", Pfad("neu.pzb") + '\r'));
+        } else {
+            QVERIFY(anzeige_->Schliessen("Merkkasten (a.pzb)", "Return"));
+        }
+        Antworten();
+        QVERIFY(anzeige_->Taste("Lern-Box", "alt+F4"));
+        QVERIFY(platte.lauf.IstZuEnde());
+        const QString danach = Pfad(woanders ? "neu.pzb" : "danach.pzb");
+        QVERIFY(woanders || QFile::copy(platte.Kartei(), danach));
+        QCOMPARE(InFach2(danach), (QList<int>{1, 2}));
+        QCOMPARE(FaultIn(danach), QString());
     }
 
     void AKillWhileItIsAskedLeavesTheFileAsItWas()
@@ -91,10 +154,7 @@ private slots:
             Lauf lauf(*anzeige_, Pfad("paukfix"), {kartei_});
             QVERIFY(lauf.Starten());
             QVERIFY(lauf.HatGeoeffnet(kartei_));
-            Antworten(); // the box is backed up by then
-            QVERIFY(QFile::rename(kartei_, Pfad("weg.pzb")));
-            Antworten();
-            QVERIFY(anzeige_->WarteAuf("Merkkasten (a.pzb)"));
+            OhneDatei(); // the box is backed up by then
             QVERIFY(QFile::rename(Pfad("weg.pzb"), kartei_));
             QVERIFY(
                 anzeige_->Taste("Merkkasten (a.pzb)", "Return")); // and is killed on the way, or behind it
