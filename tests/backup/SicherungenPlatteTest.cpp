@@ -25,12 +25,6 @@ namespace {
 
 using Change = DiskCalls::Change;
 
-QByteArray Inhalt(const QString &pfad)
-{
-    QFile datei(pfad);
-    return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
-}
-
 QByteArray Karten(const QString &pfad)
 {
     QByteArray karten;
@@ -71,6 +65,7 @@ struct Schrank
         for (const Sicherung &sicherung : vorhandene)
             QCOMPARE(KarteiPruefen(sicherung.datei).karten, 20);
         QVERIFY(Oeffnen());
+        kartei.CloseCardFile();
         QCOMPARE(FaultIn(Box()), QString());
         QVERIFY(Oeffnen());
         Antworten(false);
