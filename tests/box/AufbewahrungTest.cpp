@@ -88,9 +88,8 @@ private:
     static void Arten()
     {
         QTest::addColumn<Art>("art");
-        QTest::newRow("nothing has happened") << Art::Fehler;
-        QTest::newRow("half of it has happened") << Art::Halb;
-        QTest::newRow("the disk is full") << Art::Voll;
+        for (const auto &[name, art] : VollePlatte::AlleArten)
+            QTest::newRow(name) << art;
     }
 
     // The box, its counts, its tally and what leads back, after these answers.
@@ -189,13 +188,36 @@ private slots:
                 qFatal("%s", qPrintable(what));
             learner.store.CloseCardFile();
             QCOMPARE(FaultIn(place), QString());
-            // The engine leaves the journal of a file that is gone alone.
-            QFile::remove(path + u"-journal"_s);
             QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"neu.pzb"_s});
             if (!failed)
                 break;
         }
         QVERIFY(asked > 100);
+    }
+
+    void TheJournalOfAFileThatIsGoneGoesUnlessItHoldsAChange_data()
+    {
+        QTest::addColumn<bool>("holds");
+        QTest::newRow("done with") << false;
+        QTest::newRow("a change that the file would need") << true;
+    }
+
+    void TheJournalOfAFileThatIsGoneGoesUnlessItHoldsAChange()
+    {
+        QFETCH(bool, holds);
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(u"box.pzb"_s);
+        QVERIFY(QFile::copy(original_, path));
+        {
+            Lernender learner(directory.path());
+            QCOMPARE(learner.Antworten(0, true), Ausgang::Gespeichert);
+            QFile journal(path + u"-journal"_s);
+            QVERIFY(journal.open(QIODevice::ReadWrite));
+            QVERIFY(QFile::rename(path, directory.filePath(u"weg.pzb"_s)));
+            if (holds)
+                QCOMPARE(journal.write("\xd9"), 1);
+        }
+        QCOMPARE(QFile::exists(path + u"-journal"_s), holds);
     }
 
     // The new file is whole, or not there.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "CardAdd.h"
+#include "CardTransaction.h"
 #include "LBoxBuehne.h"
 #include "TestProgram.h"
 
@@ -59,6 +61,35 @@ private slots:
         b.Lernen(Qt::Key_Return, true);
         QCOMPARE(b.gefragt, (QStringList{"1", "1"}));
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {2, 3}, {1}, {}, {}, {}, {}}));
+    }
+
+    // Undone it would have to be kept whole to be done again, which has its bounds.
+    void WhatCouldNotBeDoneAgainIsAskedAboutFirst()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 1});
+        {
+            const Aenderung schritt(b.kartei, "Import");
+            CardTransaction zug(b.kartei.Karten());
+            int karten = 40;
+            AddSimpleCards(b.kartei, [&](SimpleCard &karte) {
+                karte = {QString(1'000'000, u'x'), "Antwort", "Thema"};
+                return karten-- > 0;
+            });
+            zug.Commit();
+        }
+        b.fenster->BoxZeichnen();
+        QCOMPARE(Text(b, "MZurücknehmen"), "Import zurücknehmen (endgültig)");
+        b.Taste(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(
+            b.meldungen.Texte(),
+            QStringList{"Import zurücknehmen?\n\nSo viele Karten können danach nicht wiederholt werden."});
+        QCOMPARE(b.meldungen.vorgaben, QList{Meldungen::Antwort::Nein});
+        QCOMPARE(b.Anzahl(0), 40);
+        b.meldungen.antworten = {Meldungen::Antwort::Ja};
+        b.Taste(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(b.Anzahl(0), 0);
+        QCOMPARE(Text(b, "MWiederholen"), "nichts zu wiederholen");
     }
 
     void TheSessionForgetsWhatWasTakenBack()

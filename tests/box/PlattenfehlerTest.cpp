@@ -106,9 +106,8 @@ private slots:
     void AnyCallToTheDiskMayFailOnce_data()
     {
         QTest::addColumn<Art>("art");
-        QTest::newRow("nothing has happened") << Art::Fehler;
-        QTest::newRow("half of it has happened") << Art::Halb;
-        QTest::newRow("the disk is full") << Art::Voll;
+        for (const auto &[name, art] : VollePlatte::AlleArten)
+            QTest::newRow(name) << art;
     }
 
     void AnyCallToTheDiskMayFailOnce()

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Drehbuch.h"
 #include "EditorBuehne.h"
 #include "TestPlaces.h"
 #include "TestProgram.h"
 
 #include <QMimeData>
+#include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
 
@@ -93,6 +95,32 @@ private slots:
         b->Klick("CZurück");
         QCOMPARE(b->Text("MaskFrageNr"), "1");
         QVERIFY(!b->Neu());
+    }
+
+    void ACardIsFoundAndPrinted()
+    {
+        const auto b = Ansehen();
+        b->fenster->drucker = [&b] {
+            auto pdf = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            pdf->setOutputFormat(QPrinter::PdfFormat);
+            pdf->setOutputFileName(b->kartei.directory.filePath("druck.pdf"));
+            return pdf;
+        };
+        {
+            const Drehbuch buch({Drehbuch::In("Suchen", [&](QWidget &) {
+                b->Tippe("Antwort 2");
+                b->Taste(Qt::Key_Return);
+            })});
+            b->Taste(Qt::Key_F3);
+        }
+        QCOMPARE(b->Text("MaskFrageNr"), "2");
+        QVERIFY(b->Finde("Antwort(0)")->hasFocus());
+        b->Menue("MExtras", "MDrucken");
+        QCOMPARE(b->Meldungstexte(), QStringList());
+        QProcess text;
+        text.start("pdftotext", {b->kartei.directory.filePath("druck.pdf"), "-"});
+        QVERIFY(text.waitForFinished());
+        QVERIFY(text.readAllStandardOutput().contains("Antwort 2"));
     }
 
     void ANumberIsGoneTo()

@@ -126,6 +126,30 @@ private slots:
         QCOMPARE(Inhalt(b.Aufgehobene().first()), b.kaputt);
     }
 
+    void BehindDamagedBackupsTheNewestSoundOneIsOfferedAndComesBack()
+    {
+        BeschaedigteKartei b;
+        const QString gute = b.sicherungen.Liste(b.Pfad()).first().datei;
+        const QString name = QFileInfo(gute).path() + "/box 2026-11-21 0%1-00-00.pzb";
+        QByteArray umgekippt = b.heil;
+        umgekippt[umgekippt.size() / 2] ^= 1;
+        int stunde = 0;
+        for (const QByteArray &inhalt : {b.kaputt, umgekippt, b.heil.left(5000), QByteArray()}) {
+            QFile datei(name.arg(++stunde));
+            QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+        }
+        QCOMPARE(b.sicherungen.Liste(b.Pfad()).size(), 5);
+        b.meldungen.wahlen = {2};
+        b.Oeffnen();
+        QVERIFY2(b.meldungen.Texte().first().contains("Sicherung von gestern 18:02: 200 Karten"),
+                 qPrintable(b.meldungen.Texte().first()));
+        QVERIFY(b.kartei.IsOpen());
+        b.kartei.CloseCardFile();
+        QCOMPARE(Inhalt(b.Pfad()), b.heil);
+        for (int i = 1; i <= stunde; ++i) // nobody throws them away
+            QVERIFY(QFile::exists(name.arg(i)));
+    }
+
     void TheRepairSavesWhatTheQuestionSaid()
     {
         BeschaedigteKartei b;
