@@ -112,8 +112,6 @@ void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
     Vorabzaehler zaehler(box_);
     KartenAusText karten(inhalt, aufbau);
     for (SimpleCard karte; karten.Naechste(karte);) {
-        if (progress && zaehler.Karten() % ProgressSteps == 0)
-            progress(karten.Gelesen(), karten.Gesamt());
         const std::string frage = karte.question.toStdString();
         const std::string antwort = karte.answer.toStdString();
         zaehler.Karte([&] {
@@ -124,6 +122,8 @@ void Importprobe::EinfacheKarten(const Textinhalt &inhalt, const Aufbau &aufbau,
         });
         if (vorschau.erste.size() < Gezeigt)
             vorschau.erste.push_back(std::move(karte));
+        if (progress && zaehler.Karten() % ProgressSteps == 0)
+            progress(karten.Gelesen(), karten.Gesamt());
     }
     Uebertragen(zaehler, vorschau);
     vorschau.andere = karten.Andere();

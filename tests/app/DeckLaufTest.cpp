@@ -134,9 +134,9 @@ private slots:
                                Drehbuch::In("FremdeKartei",
                                             [&](QWidget &fenster) {
                                                 const Hand hand(fenster);
-                                                hand.Ersetze("lblZiel", Pfad("neu.pzb"));
                                                 hand.Finde("optNeu")->setFocus();
                                                 hand.Taste(Qt::Key_Space);
+                                                hand.Ersetze("lblZiel", Pfad("neu.pzb"));
                                                 hand.Klick("cmdOK");
                                             }),
                                Ergebnis()});

@@ -148,9 +148,12 @@ private:
             if (zeile > 0)
                 cursor.insertBlock();
         }
-        if (Zahl(100) == 0) // as long as a text of the box gets
-            while (dokument.characterCount() < 32'000)
-                cursor.insertText(Wort() + u' ');
+        if (Zahl(100) == 0) { // as long as a text of the box gets
+            QString lang;
+            while (lang.size() < 32'000)
+                lang += Wort() + u' ';
+            cursor.insertText(lang + Wort());
+        }
         reich = ToRtf(dokument);
         klar = PlainText(dokument);
     }

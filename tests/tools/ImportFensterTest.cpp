@@ -259,10 +259,11 @@ private slots:
             Hand::Klick(abbrechen);
             return true;
         }});
-        Waehle(fenster, "cmbZeichensatz", 1);
+        hand.Finde("chkUeberschrift")->setFocus();
+        hand.Taste(Qt::Key_Space);
         QVERIFY(buch.Fertig());
         QCOMPARE(Vorhaben(fenster), "Die ersten Karten; gezählt wird erst beim Einlesen.");
-        QVERIFY(Vorschau(fenster).value(0).startsWith("Frage 1|Antwort 1|"));
+        QVERIFY(Vorschau(fenster).value(0).startsWith("Frage 2|Antwort 2|"));
         QCOMPARE(w.meldungen.Texte(), QStringList());
     }
 
