@@ -51,11 +51,6 @@ int AndereImFach(const CardStore &store, const Abfragekarte &karte)
 PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, QWidget *parent)
     : QDialog(parent), store_(store), dienste_(dienste), wechsel_(wechsel)
 {
-    Aufbauen();
-}
-
-void PFUse::Aufbauen()
-{
     setObjectName(u"PFUse"_s);
     setWindowTitle(u"Merkkasten Abfrage"_s);
     setWindowModality(Qt::ApplicationModal);

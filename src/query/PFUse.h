@@ -49,7 +49,6 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void Aufbauen();
     QLayout *KnoepfeBauen();
     void Zeigen(const Abfragekarte &karte);
     void TabFolge();

@@ -281,6 +281,18 @@ private slots:
         }
     }
 
+    // As those who read the file themselves expect it.
+    void ATickIsStoredAsMinusOne()
+    {
+        CardRecord card = MakeCard(1, 0, 1);
+        Open({card});
+        cards_->MoveFirst();
+        cards_->Edit();
+        (*cards_)[u"Antwort_ch_2"].Set(true);
+        cards_->Update();
+        QCOMPARE(file_->Database().execAndGet("SELECT Antwort_ch_2 FROM Lernkarten").getInt(), -1);
+    }
+
     void NewCardHasFalseTicksAndNullElsewhere()
     {
         Open({});

@@ -202,6 +202,17 @@ private slots:
         QCOMPARE(platz(), u"Karte 2 von 2"_s);
     }
 
+    // The card behind it moves up to its place.
+    void ADeletedCardsPlaceIsTakenByTheNext()
+    {
+        EditorBuehne b({MakeCard(1, 0, 1), MakeCard(5, 0, 2), MakeCard(7, 0, 3)});
+        b.Zeigen();
+        b.kartei.messages.antworten = {Meldungen::Antwort::Ja};
+        b.Finde<QAction>("MLöschen")->trigger();
+        QCOMPARE(b.Text("MaskFrageNr"), u"5"_s);
+        QCOMPARE(b.Text("Kartenplatz"), u"Karte 1 von 2"_s);
+    }
+
     void MarksCountTheCardsFilesAndOpenTheirDialogs()
     {
         CardRecord card = MakeCard(1, 0, 1);

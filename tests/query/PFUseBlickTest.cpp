@@ -168,6 +168,12 @@ private slots:
             QCOMPARE(b_->Text("Vermerk(3)"), "");
             QCOMPARE(b_->Text("Vermerk(4)"), "");
             const Hausfarben &farben = HausfarbenZu(b_->fenster->palette());
+            const auto schrift = [&](const char *name) {
+                return b_->Finde(name)->palette().color(QPalette::WindowText);
+            };
+            QCOMPARE(schrift("Vermerk(0)"), farben.richtigText);
+            QCOMPARE(schrift("Vermerk(1)"), farben.falschText);
+            QCOMPARE(schrift("Vermerk(2)"), farben.richtigText);
             const QImage bild = b_->fenster->grab().toImage();
             const QColor grund[] = {farben.richtigGrund, farben.falschGrund, farben.richtigGrund, farben.feld,
                                     farben.antwortzone};

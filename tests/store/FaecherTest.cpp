@@ -101,6 +101,29 @@ class FaecherTest : public QObject
 
 private slots:
 
+    void ACardPutInBetweenLeavesTheHighestNumber()
+    {
+        Faecher faecher;
+        faecher.Einreihen(2, 7);
+        faecher.Einreihen(2, 3);
+        QCOMPARE(faecher[2].LfdMax, 7);
+        QCOMPARE(faecher[2].Anzahl, 2);
+        faecher.Einreihen(2, 9);
+        QCOMPARE(faecher[2].LfdMax, 9);
+    }
+
+    void DoneCardsFindRoomWhereTheNumbersOfTheNewOnesAreUsedUp()
+    {
+        Kasten kasten({MakeCard(1, 0, 32767), MakeCard(2, 6, 1), MakeCard(3, 6, 4)});
+        CardTransaction zug(kasten.kartei.Karten());
+        QCOMPARE(MoveDoneToNew(kasten.kartei.Karten(), 32767, {}), 2);
+        zug.Commit();
+        const FachTabelle gefunden = kasten.Gefunden();
+        QCOMPARE(gefunden[0].Anzahl, 3);
+        QCOMPARE(gefunden[0].LfdMax, 3);
+        QCOMPARE(kasten.Letzte(0), 3.0);
+    }
+
     void ABoxThatIsNotOpenHasItsWidthsAndNoCards()
     {
         Faecher faecher;

@@ -172,6 +172,16 @@ private slots:
         QCOMPARE(k.Rand(), ohne);
     }
 
+    // Where it would leave too little on both sides it stands at an edge, and the text has the rest.
+    void APictureInTheMiddleGivesWayToTheText()
+    {
+        Karte karte({.abstand = {}, .nebenText = true});
+        karte.bild.SetPlatz({200, 60, 200, 100});
+        QVERIFY(karte.Zeigen("rot.bmp"));
+        QCOMPARE(karte.bild.Box()->geometry(), QRect(380, 60, 200, 100));
+        QVERIFY(karte.Rand().right() >= 200 + 10);
+    }
+
     void TheTextKeepsTheRoomForAPictureThatComesLater()
     {
         Karte k;
