@@ -406,7 +406,7 @@ private slots:
         MakeCardFile(ProgrammBuehne::Pfad("b.pzb"), {MakeCard(9999, 0, 1)});
         modell_ = std::make_unique<Boxmodell>(Pfad());
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad()));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad()})));
         QTRY_COMPARE_WITH_TIMEOUT(Kartei(), "a.pzb", 60000);
         BoxAbwarten();
 

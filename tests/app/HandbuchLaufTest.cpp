@@ -50,7 +50,7 @@ private:
         MakeCardFile(Pfad("a.pzb"), {karte, MakeCard(2, 0, 2)});
         Konfig("False");
         MachProgramm();
-        QVERIFY(programm_->Starten(Pfad("a.pzb")));
+        QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
         QTRY_COMPARE(Kartei(), "a.pzb");
         QTRY_VERIFY(Hand::Bereit("LBOX"));
     }
