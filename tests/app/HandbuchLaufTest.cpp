@@ -77,7 +77,6 @@ private slots:
     {
         QHash<QString, QString> seiten;
         {
-            MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
             MachProgramm();
             Drehbuch buch;
             Nachschlagen(buch, "Intro", seiten, Qt::Key_Return);
