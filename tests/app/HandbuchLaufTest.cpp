@@ -131,7 +131,10 @@ private slots:
             Nachschlagen(buch, "PFUse", seiten);
             Hand::An("LBOX").Taste(Qt::Key_N);
         }
-        Waehlen("MKarten");
+        {
+            const Drehbuch buch({Meldung()}); // here too
+            Waehlen("MKarten");
+        }
         QTRY_VERIFY(Hand::Bereit("PFÄndern"));
         {
             Drehbuch buch;
