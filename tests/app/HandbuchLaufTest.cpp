@@ -45,9 +45,9 @@ private:
             buch.Dazu(Taste(fenster, danach));
     }
 
-    void Oeffnen(const CardRecord &karte)
+    void Oeffnen(const CardRecord &zweite = MakeCard(2, 0, 2))
     {
-        MakeCardFile(Pfad("a.pzb"), {karte, MakeCard(2, 0, 2)});
+        MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), zweite});
         Konfig("False");
         MachProgramm();
         QVERIFY(programm_->Starten(BefehlszeileLesen({"paukfix", Pfad("a.pzb")})));
@@ -58,7 +58,7 @@ private:
     // Opens the handbook over the box at `seite` and does this in it.
     void ImHandbuch(const std::function<void(QWidget &)> &tun)
     {
-        Oeffnen(MakeCard(1, 0, 1));
+        Oeffnen();
         const Drehbuch buch({Drehbuch::In("Handbuch", [&tun](QWidget &handbuch) {
             tun(handbuch);
             handbuch.close();
@@ -77,7 +77,6 @@ private slots:
     {
         QHash<QString, QString> seiten;
         {
-            MakeCardFile(Pfad("a.pzb"), {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
             MachProgramm();
             Drehbuch buch;
             Nachschlagen(buch, "Intro", seiten, Qt::Key_Return);
@@ -87,7 +86,7 @@ private slots:
             QTRY_VERIFY(buch.Fertig());
             programm_.reset();
         }
-        CardRecord karte = MakeCard(1, 0, 1);
+        CardRecord karte = MakeCard(2, 0, 2);
         karte.Picture_1_Name = "fehlt.bmp"; // a package tells of it in a report
         Oeffnen(karte);
         {
@@ -128,7 +127,7 @@ private slots:
             Waehlen("MKartei_packen");
         }
         {
-            Drehbuch buch({Meldung()}); // the picture that is missing
+            Drehbuch buch;
             Nachschlagen(buch, "PFUse", seiten);
             Hand::An("LBOX").Taste(Qt::Key_N);
         }
@@ -154,7 +153,7 @@ private slots:
     // A message stands over the window that is meant.
     void InAMessageF1OpensThePageOfTheWindowBehind()
     {
-        Oeffnen(MakeCard(1, 0, 1));
+        Oeffnen();
         QString seite;
         const Drehbuch buch({Taste("AExport", Qt::Key_Return),
                              Drehbuch::In<QMessageBox>([](QMessageBox &box) { Hand(box).Taste(Qt::Key_F1); }),
@@ -171,7 +170,7 @@ private slots:
 
     void TheMenuOpensTheFirstPageAndThatOfAllKeys()
     {
-        Oeffnen(MakeCard(1, 0, 1));
+        Oeffnen();
         for (const auto &[eintrag, seite] :
              {std::pair{"MHandbuch", "index.html"}, {"MTasten", "tasten.html"}}) {
             QString ort, titel, gewaehlt;
@@ -190,7 +189,7 @@ private slots:
 
     void ThePageStandsAtTheHeadingThatIsMeant()
     {
-        Oeffnen(MakeCard(1, 0, 1));
+        Oeffnen();
         bool oben = false;
         const Drehbuch buch({Taste("Themaausfiltern", Qt::Key_F1),
                              Drehbuch::In("Handbuch",
