@@ -161,7 +161,7 @@ bool IsShared(const ProgramPlaces &places)
 QStringList FormerNames(const ProgramPlaces &places)
 {
     static const QRegularExpression shipped(
-        u"\\A(beispiele|konfig\\.(dat|new)|ueber\\.rtf|Applause\\.wav|lbox\\d\\d\\.jpg|("
+        u"\\A(beispiele|handbuch|konfig\\.(dat|new)|ueber\\.rtf|Applause\\.wav|lbox\\d\\d\\.jpg|("
         u"face\\d\\d|paukfix)\\.ico)\\z"_s);
     const QString settings = u"konfig.dat"_s;
     QStringList names = QDir(places.former).entryList(Everything);
