@@ -298,13 +298,6 @@ private slots:
         QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
     }
 
-    void ListOfKeys()
-    {
-        const Drehbuch buch({Ansehen("Tastenfenster")});
-        Hand::An("LBOX").Taste(Qt::Key_F1);
-        QVERIFY2(maengel_.isEmpty(), qPrintable(maengel_.join(u'\n')));
-    }
-
     // With a file, whose cards the box has.
     void ImportOfAFile()
     {

@@ -87,7 +87,7 @@ QList<Zustand> Zustaende()
         {"all cards to new", Menue(4, 6), "Alle Karten nach Fach Neu"},
         {"done cards to new", Menue(4, 7), "Erledigte Karten nach Fach Neu"},
         {"statistics", Menue(4, 12), "Statistik"},
-        {"about", Menue(5, 1), "über Paukfix"},
+        {"about", Menue(5, 3), "über Paukfix"},
     };
 }
 

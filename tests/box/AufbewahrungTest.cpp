@@ -3,6 +3,7 @@
 #include "Aufbewahrung.h"
 
 #include "BoxRechnung.h"
+#include "FehlerVon.h"
 #include "KarteEinordnen.h"
 #include "KarteiOeffner.h"
 #include "Lernstand.h"
@@ -48,9 +49,16 @@ struct Lernender
 
     Ausgang Antworten(int fach, bool richtig)
     {
-        if (!ErsteKarte(store.Karten(), fach))
-            qFatal("compartment %d is empty", fach);
-        const GefragteKarte karte = Gefragt(store);
+        const auto gefragt = [&] {
+            if (!ErsteKarte(store.Karten(), fach))
+                qFatal("compartment %d is empty", fach);
+            return Gefragt(store);
+        };
+        // A card that cannot be read is asked for once more.
+        std::optional<GefragteKarte> gelesen;
+        if (FehlerVon([&] { gelesen = gefragt(); }))
+            gelesen = gefragt();
+        const GefragteKarte karte = *gelesen;
         frageNr = static_cast<int>(karte.frageNr);
         return aufbewahrung.Speichern({.kontext = u"Die Antwort konnte nicht gespeichert werden: "_s,
                                        .trost = u"Die Antwort ist noch nicht verloren."_s,

@@ -533,8 +533,12 @@ private slots:
     {
         LBoxBuehne b;
         b.OeffnenMit({700, 40, 60, 200, 300, 600});
-        VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
-        b.NaechsteAntwort(true);
+        b.NaechsteAbfrage([&b](QWidget *) {
+            VollePlatte::Setzen(VollePlatte::Zustand::Kaputt);
+            b.Tippe(u"Antwort "_s + b.gefragt.last());
+            b.Taste(Qt::Key_Return);
+            b.Taste(Qt::Key_Return);
+        });
         b.meldungen.wahlen.push_back(2);
         b.Taste(Qt::Key_N);
         b.fenster->BoxZeichnen();

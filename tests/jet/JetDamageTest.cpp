@@ -24,7 +24,6 @@ private slots:
     void FileIsRefusedWithItsReason();
     void DamagedPageCostsOnlyTheCardsOnIt();
     void PagesThatADamagedMapLeavesOutAreFound();
-    void PagesThatWereGivenBackAreNotTakenForTheTables();
     void TableIsFoundWhereTheCatalogueIsDamaged();
     void BrokenMemoIsKeptUpToTheBreak();
     void SeveralBrokenMemosAreNamedTogether();
@@ -126,30 +125,6 @@ void JetDamageTest::DamagedPageCostsOnlyTheCardsOnIt()
             QVERIFY(card.remarks.empty());
         // A file that was cut off.
         QCOMPARE(Numbers(Read(lab.Bytes().left(lab.PageOf(8) * lab.PageSize()))).size(), 6);
-    }
-}
-
-// They still name their old owner: where all that do hold more rows than there are, the map is believed.
-void JetDamageTest::PagesThatWereGivenBackAreNotTakenForTheTables()
-{
-    for (const int version : {3, 4}) {
-        JetLab lab(version);
-        lab.mapType = 1;
-        lab.declaredRows = 2;
-        for (int i = 1; i <= 3; ++i) {
-            lab.Add(MakeCard(i, 0, i));
-            lab.BreakPage();
-        }
-        QByteArray bytes = lab.Bytes();
-        qsizetype map = 0;
-        while (map < bytes.size() && bytes[map] != 5)
-            map += lab.PageSize();
-        QVERIFY(map < bytes.size());
-        for (const int row : {1, 2}) {
-            const qsizetype bits = map + 4 + lab.PageOf(row) / 8;
-            bytes[bits] = static_cast<char>(bytes[bits] & ~(1 << lab.PageOf(row) % 8));
-        }
-        QCOMPARE(Numbers(Read(bytes)), QStringList{"1"});
     }
 }
 
