@@ -220,13 +220,13 @@ CardFile::~CardFile()
 {
     if (copy_ || IsInPlace())
         return;
-    // At its end the engine deletes the journal by its name, unless it is told to keep it, and leaves that of
-    // a file that is gone.
-    if (IsReplaced())
+    // At its end the engine deletes the journal by its name, unless it is told to keep it; that of a file
+    // that is gone it may leave.
+    const QString journal =
+        QFile::decodeName(sqlite3_filename_journal(sqlite3_db_filename(database_.getHandle(), "main")));
+    if (IsReplaced() || HoldsChange(journal))
         database_.tryExec("PRAGMA journal_mode=PERSIST");
-    else if (const QString journal = QFile::decodeName(
-                 sqlite3_filename_journal(sqlite3_db_filename(database_.getHandle(), "main")));
-             locked_ >= 0 && !HoldsChange(journal)) // with the lock it is ours
+    else if (locked_ >= 0) // with the lock it is ours
         QFile::remove(journal);
 }
 

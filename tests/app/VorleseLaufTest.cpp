@@ -216,7 +216,6 @@ private slots:
         QVERIFY(Fenster(box_, {"alt+e", "r"}, "Erledigte Karten nach Fach Neu", {"1 Karte", "OK", "Zurück"}));
         QVERIFY(Fenster(box_, {"alt+e", "v"}, "Verlauf", {"a.pzb"}));
         QVERIFY(Fenster(box_, {"alt+d", "c"}, "Sicherungen", {"a.pzb"}));
-        QVERIFY(Fenster(box_, {"F1"}, "Alle Tasten", {"Im Kasten", "Eingabe · Leertaste", "weiter lernen"}));
     }
 
     void TheSettings()

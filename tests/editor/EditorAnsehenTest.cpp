@@ -114,7 +114,7 @@ private slots:
             b->Taste(Qt::Key_F3);
         }
         QCOMPARE(b->Text("MaskFrageNr"), "2");
-        QVERIFY(b->Finde("Antwort(0)")->hasFocus());
+        QTRY_VERIFY(b->Finde("Antwort(0)")->hasFocus());
         b->Menue("MExtras", "MDrucken");
         QCOMPARE(b->Meldungstexte(), QStringList());
         QProcess text;
