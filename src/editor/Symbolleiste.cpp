@@ -101,7 +101,7 @@ bool Symbolleiste::Taste(const QToolButton *knopf, int taste)
 {
     const QList<QToolButton *> waehlbare = Waehlbare();
     const qsizetype hier = waehlbare.indexOf(knopf);
-    qsizetype neu = hier;
+    qsizetype neu = 0;
     switch (taste) {
     case Qt::Key_Left:
     case Qt::Key_Up:
@@ -112,7 +112,6 @@ bool Symbolleiste::Taste(const QToolButton *knopf, int taste)
         neu = std::min(hier + 1, waehlbare.size() - 1);
         break;
     case Qt::Key_Home:
-        neu = 0;
         break;
     case Qt::Key_End:
         neu = waehlbare.size() - 1;
