@@ -60,7 +60,7 @@ FremdeKartei::FremdeKartei(KarteiOeffner &oeffner, const Dienste &dienste, QWidg
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     WahlBauen();
     KnoepfeBauen([this] { cmdOK_Click(); });
-    connect(lblDateiname_, &QLineEdit::editingFinished, this, &FremdeKartei::Ansehen);
+    connect(lblDateiname_, &QLineEdit::editingFinished, &fokuswache_, [this] { Ansehen(); });
     lblDateiname_->setText(QDir::toNativeSeparators(datei));
     InhaltZeigen();
     PlanZeigen();

@@ -52,6 +52,7 @@ private:
     QString warum_;     // it cannot be read
     std::unique_ptr<Deckquelle> quelle_;
     std::optional<Deckvorschau> vorschau_;
+    QObject fokuswache_; // goes before the controls do: their going moves the focus
 };
 
 } // namespace paukfix
