@@ -44,7 +44,8 @@ std::optional<Importprobe> Importprobe::Lesen(CardStore &store, const QString &d
         QFile datei(pfad);
         if (!datei.open(QIODevice::ReadOnly))
             return std::nullopt;
-        const QByteArray anfang = datei.read(datei.size() > Hoechstens ? Gleich : Hoechstens);
+        const qint64 groesse = datei.size(); // as much is taken from memory as is asked for
+        const QByteArray anfang = datei.read(groesse > Hoechstens ? Gleich : groesse);
         return Importprobe(store, anfang, datei.atEnd());
     } catch (const StoreError &) { // told when it is to be read in
         return std::nullopt;

@@ -459,7 +459,9 @@ private slots:
         QVERIFY(getan_["verdicts"] > 0);
         QVERIFY(getan_["kills"] > 0);
         QCOMPARE(zuletzt.griffe, anfangs->griffe);
+#ifndef __SANITIZE_ADDRESS__ // which keeps for a while what was given back
         QVERIFY(zuletzt.kilobyte - anfangs->kilobyte <= 5 * 1024);
+#endif
     }
 };
 
