@@ -255,29 +255,6 @@ private slots:
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
-    void TheAutomaticModeGoesOnBehindAKeptAnswer()
-    {
-        LBoxBuehne b;
-        b.OeffnenMit({2});
-        b.meldungen.wahlen = {NochEinmal};
-        b.meldungen.beiFrage = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
-        b.NaechsteAbfrage([&b](QWidget *) {
-            b.Tippe("Antwort 1");
-            b.Taste(Qt::Key_Return);
-            VollePlatte::Setzen(VollePlatte::Zustand::Voll);
-            b.Taste(Qt::Key_Return);
-        });
-        b.NaechsteAntwort(true);
-        b.Menue("MAutoschalter")->trigger();
-        QTRY_COMPARE(b.gefragt, (QStringList{"1", "2"}));
-        QTRY_COMPARE(b.Anzahl(2), 2);
-        QVERIFY(b.Menue("MAutoschalter")->isChecked());
-        b.Menue("MAutoschalter")->trigger();
-        QCOMPARE(b.meldungen.knopfreihen.size(), 1);
-        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 2);
-        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1, 2}, {}, {}, {}, {}}));
-    }
-
     void WhatIsDiscardedIsNotCounted()
     {
         LBoxBuehne b;
