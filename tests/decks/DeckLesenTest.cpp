@@ -4,6 +4,7 @@
 #include "StoreError.h"
 #include "TestProgram.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -32,9 +33,32 @@ private slots:
 
 namespace {
 
+// The vocabulary files with their media, where one picture has the name that its deck gives it: with an
+// umlaut and a blank, which no name in this tree has.
+QString Vokabelordner()
+{
+    static const QTemporaryDir ordner;
+    static const bool kopiert = [] {
+        const std::pair<const char *, const char *> dateien[] = {
+            {"small1.kvtml", "small1.kvtml"},
+            {"small2.kvtml", "small2.kvtml"},
+            {"medien/apfel.png", "medien/apfel.png"},
+            {"medien/apple.wav", "medien/apple.wav"},
+            {"medien/grosse-stadt.png", "medien/große Stadt.png"}};
+        return QDir().mkpath(ordner.filePath("kvtml/medien")) &&
+               std::all_of(std::begin(dateien), std::end(dateien), [](const auto &datei) {
+                   return QFile::copy(QStringLiteral(DECKS_DIR "/kvtml/") + datei.first,
+                                      ordner.filePath("kvtml/") + datei.second);
+               });
+    }();
+    if (!kopiert)
+        qFatal("no vocabulary files");
+    return ordner.path();
+}
+
 QString Probe(const QString &name)
 {
-    return QStringLiteral(DECKS_DIR "/") + name;
+    return (name.startsWith("kvtml/") ? Vokabelordner() : QStringLiteral(DECKS_DIR)) + '/' + name;
 }
 
 QJsonObject Erwartet(const QString &name)
