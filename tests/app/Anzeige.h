@@ -114,8 +114,15 @@ public:
         if (!WarteAuf(titel))
             return false;
         const QString fenster = Xdotool({"getactivewindow"});
-        Xdotool({"key", taste});
-        return QTest::qWaitFor([&] { return Xdotool({"getactivewindow"}) != fenster; }, 30000);
+        const auto zu = [&] { return Xdotool({"getactivewindow"}) != fenster; };
+        for (int mal = 1; mal <= 3; ++mal) {
+            Xdotool({"key", taste});
+            if (QTest::qWaitFor(zu, 15000))
+                return true;
+            // A first window that comes up on a machine under load has been seen to miss a key.
+            qWarning("%s has not closed \"%s\"", qPrintable(taste), qPrintable(titel));
+        }
+        return false;
     }
 
     // The same for a message that lies on the intro, whose title it shares.
