@@ -156,6 +156,15 @@ private slots:
                  (QList<QList<int>>{{2, 2, 1}, {3, 2, 2}, {4, 2, 3}, {1, 2, 4}, {5, 3, 8}}));
     }
 
+    void DoneCardsCloseUpToo()
+    {
+        Kartei kartei({MakeCard(1, 5, 1), MakeCard(2, 6, 32767), MakeCard(3, 6, 12)});
+        kartei.Stehen(5);
+        KarteVerschieben(kartei.store, kartei.meldungen, Gefragt(kartei.store), true);
+        QCOMPARE(kartei.store.FachInfo[6].LfdMax, 3);
+        QCOMPARE(kartei.Gespeichert(), (QList<QList<int>>{{3, 6, 1}, {2, 6, 2}, {1, 6, 3}}));
+    }
+
     // A wrong answer in compartment 1 uses up its numbers on its own.
     void ClosingUpLeavesTheAskedCardLast()
     {

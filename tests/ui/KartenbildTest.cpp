@@ -93,6 +93,17 @@ private slots:
         QCOMPARE(k.bild.Box()->width(), frage.width() * 2 / 5 + 1);
     }
 
+    // The picture is 4 by 3, its room 224 by 200.
+    void BesideTheTextItStandsAtTheEdgeInTheMiddleOfItsHeight()
+    {
+        Karte k({.abstand = {6, 6, 6, 6}, .nebenText = true});
+        QVERIFY(k.Zeigen("rot.bmp"));
+        const QRect frage = k.frage->geometry(), bild = k.bild.Box()->geometry();
+        QCOMPARE(bild.right(), frage.right());
+        QVERIFY(bild.height() < frage.height() * 9 / 10);
+        QVERIFY(std::abs(bild.center().y() - frage.center().y()) <= 1);
+    }
+
     void TheQuestionMayStandDeeperOnTheCard()
     {
         Karte k;
