@@ -100,10 +100,8 @@ bool Programm::Starten(const Befehlszeile &befehl)
     fenster.MAscii_Import = Werkzeug<AImport>();
     fenster.MKartei_ausgeben = Werkzeug<Karteiausgeben>();
     fenster.MFremdeKartei = Werkzeug<FremdeKartei>();
-    fenster.FremdeKartei = [this](const QString &pfad) {
-        FremdeKartei(oeffner_, dienste_, lbox_.get(), pfad).exec();
-        lbox_->activateWindow();
-    };
+    fenster.FremdeKartei = Einlesefenster<FremdeKartei>();
+    fenster.AsciiImport = Einlesefenster<AImport>();
     fenster.MThema_ausfiltern = Werkzeug<Themaausfiltern>();
     fenster.MKartei_anhängen = Werkzeug<Karteianhängen>();
     fenster.MKartei_spiegeln = Werkzeug<Karteispiegeln>();
@@ -159,6 +157,15 @@ std::function<void()> Programm::Werkzeug()
     return [this] {
         Fenster(oeffner_, dienste_, lbox_.get()).exec();
         lbox_->activateWindow(); // a message and the dialog behind it close at once: nobody has the keyboard
+    };
+}
+
+template <typename Fenster>
+std::function<void(const QString &)> Programm::Einlesefenster()
+{
+    return [this](const QString &pfad) {
+        Fenster(oeffner_, dienste_, lbox_.get(), pfad).exec();
+        lbox_->activateWindow();
     };
 }
 

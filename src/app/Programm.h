@@ -55,6 +55,9 @@ private:
     // What opens a dialog of the file tools.
     template <typename Fenster>
     std::function<void()> Werkzeug();
+    // What opens one of them with a file.
+    template <typename Fenster>
+    std::function<void(const QString &)> Einlesefenster();
     void UebersichtZeigen();
     void SicherungenZeigen();
     void VerlaufOeffnen();

@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -25,6 +26,17 @@
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Of the endings that the import's own dialog offers.
+bool IstListe(const QString &pfad)
+{
+    const QString endung = QFileInfo(pfad).suffix().toLower();
+    return endung == u"txt" || endung == u"asc" || endung == u"csv" || endung == u"tsv";
+}
+
+} // namespace
 
 LBOX::LBOX(CardStore &kartei, KarteiOeffner &oeffner, const Dienste &dienste, const Programmstart &start,
            QWidget *parent)
@@ -140,13 +152,13 @@ void LBOX::Verbinden()
     });
 
     auto *annahme = new Dateiannahme(*this, [this](const QString &pfad) {
-        return !belegung_.IstGesperrt() && (KarteiAktionen::Kennt(pfad) || IstFremd(pfad));
+        return !belegung_.IstGesperrt() && (KarteiAktionen::Kennt(pfad) || EinlesefensterFuer(pfad));
     });
     connect(annahme, &Dateiannahme::Abgelegt, this, [this](const QString &pfad) {
         if (belegung_.IstGesperrt())
             return;
-        if (IstFremd(pfad))
-            FremdEinlesen(pfad);
+        if (EinlesefensterFuer(pfad))
+            Einlesen(pfad);
         else
             aktionen_.DateiOeffnen(pfad);
     });
@@ -173,20 +185,24 @@ void LBOX::Form_Load()
         befehlszeile_ = dienste_.konfig.MDat[0];
     if (!KarteiAktionen::Kennt(befehlszeile_))
         BoxZeichnen(); // behind what asks for a file
-    if (IstFremd(befehlszeile_))
-        FremdEinlesen(QDir(aktionen_.Arbeitsverzeichnis()).absoluteFilePath(befehlszeile_));
+    if (EinlesefensterFuer(befehlszeile_))
+        Einlesen(QDir(aktionen_.Arbeitsverzeichnis()).absoluteFilePath(befehlszeile_));
     else
         aktionen_.Starten(befehlszeile_);
 }
 
-bool LBOX::IstFremd(const QString &pfad) const
+// The window that reads such a file in; an empty one where none can, now.
+const LBoxFenster::Einlesefenster &LBOX::EinlesefensterFuer(const QString &pfad) const
 {
-    return fenster_.FremdeKartei && IstDeckname(pfad);
+    static const LBoxFenster::Einlesefenster keines;
+    if (IstDeckname(pfad))
+        return fenster_.FremdeKartei;
+    return IstListe(pfad) && kartei_.IsOpen() && !kartei_.NurAnsehen() ? fenster_.AsciiImport : keines;
 }
 
-void LBOX::FremdEinlesen(const QString &pfad)
+void LBOX::Einlesen(const QString &pfad)
 {
-    fenster_.FremdeKartei(pfad);
+    EinlesefensterFuer(pfad)(pfad);
     BoxZeichnen(); // another file may be open
 }
 

@@ -88,8 +88,8 @@ private:
     void Form_KeyPress(const QKeyEvent &taste);
     void Weiter();
     void Bewegt(const Bewegung &bewegung);
-    bool IstFremd(const QString &pfad) const;
-    void FremdEinlesen(const QString &pfad);
+    const LBoxFenster::Einlesefenster &EinlesefensterFuer(const QString &pfad) const;
+    void Einlesen(const QString &pfad);
     BoxBild Rechnen();
     void HinweiseZeigen();
 

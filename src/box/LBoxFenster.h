@@ -22,8 +22,11 @@ struct LBoxFenster
     std::function<void()> MVerlauf;
     std::function<void()> MHandbuch, MTasten;
     std::function<void()> Müber;
+    using Einlesefenster = std::function<void(const QString &pfad)>;
     // Reads in the deck of another program that was dropped or named at the start.
-    std::function<void(const QString &pfad)> FremdeKartei;
+    Einlesefenster FremdeKartei;
+    // Reads a list that was dropped into the open box.
+    Einlesefenster AsciiImport;
     // Lets the user pick a card file of KarteiPfad; returns its name without directory, or nothing.
     std::function<QString()> KarteiWechseln;
     // Asked before the main window closes, so that other windows can close first; false keeps it open.

@@ -33,24 +33,30 @@ bool HatFormel(const QString &text)
            (text.contains(u'\\') && (text.contains(u"\\("_s) || text.contains(u"\\["_s)));
 }
 
-// What stands behind the line between front and back.
+// Whether the tag <hr> that `attribute` are of is the line between front and back.
+bool TrenntSeiten(QStringView attribute)
+{
+    QString wert = attribute.toString().toLower();
+    wert.remove(u'"').remove(u'\'').remove(u' ');
+    return wert.contains(u"id=answer"_s);
+}
+
+// What stands behind the line between front and back; all where there is none.
 QString BehindDemStrich(const QString &html)
 {
-    for (qsizetype von = 0;;) {
-        qsizetype strich = html.indexOf(u"<hr"_s, von);
-        if (strich < 0)
-            strich = html.indexOf(u"<HR"_s, von);
-        if (strich < 0)
-            return html;
-        const qsizetype ende = html.indexOf(u'>', strich);
+    constexpr QStringView Strich = u"<hr";
+    const QStringView alles(html);
+    for (qsizetype von = alles.indexOf(u'<'); von >= 0; von = alles.indexOf(u'<', von + 1)) {
+        if (!alles.mid(von).startsWith(Strich, Qt::CaseInsensitive))
+            continue;
+        const qsizetype ende = alles.indexOf(u'>', von);
         if (ende < 0)
             return html;
-        QString attribute = html.mid(strich + 3, ende - strich - 3).toLower();
-        attribute.remove(u'"').remove(u'\'').remove(u' ');
-        if (attribute.contains(u"id=answer"_s))
+        if (TrenntSeiten(alles.mid(von + Strich.size(), ende - von - Strich.size())))
             return html.mid(ende + 1);
         von = ende;
     }
+    return html;
 }
 
 void RestMelden(unsigned rest, const QString &beispiel, Deckbericht &bericht)

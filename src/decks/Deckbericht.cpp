@@ -104,6 +104,17 @@ void Deckbericht::Melden(Deckrest rest, const QString &beispiel, int mal)
         eintrag.beispiele << kurz;
 }
 
+void Deckbericht::Dazu(const Deckbericht &spaeter)
+{
+    for (std::size_t i = 0; i < eintraege_.size(); ++i) {
+        Eintrag &eintrag = eintraege_[i];
+        eintrag.zahl += spaeter.eintraege_[i].zahl;
+        for (const QString &beispiel : spaeter.eintraege_[i].beispiele)
+            if (eintrag.beispiele.size() < MeisteBeispiele && !eintrag.beispiele.contains(beispiel))
+                eintrag.beispiele << beispiel;
+    }
+}
+
 int Deckbericht::Zahl(Deckrest rest) const
 {
     return eintraege_[static_cast<std::size_t>(rest)].zahl;

@@ -53,6 +53,9 @@ class Deckbericht
 public:
     void Melden(Deckrest rest, const QString &beispiel = {}, int mal = 1);
 
+    // What was left behind of cards that came later.
+    void Dazu(const Deckbericht &spaeter);
+
     int Zahl(Deckrest rest) const;
     int Summe() const;
 

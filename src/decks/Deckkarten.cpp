@@ -29,8 +29,18 @@ constexpr std::array Kreuze{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2
 
 } // namespace
 
+double AntworttypVon(const Deckkarte &karte)
+{
+    return karte.ankreuzen ? Angekreuzt : Getippt;
+}
+
 Deckkarten::Deckkarten(Deckquelle &quelle, const Deckwahl &wahl, Beilagen &beilagen, Deckbericht &bericht)
-    : quelle_(quelle), wahl_(wahl), beilagen_(beilagen), bericht_(bericht), anzahl_(quelle.Inhalt().karten)
+    : quelle_(quelle),
+      wahl_(wahl),
+      beilagen_(beilagen),
+      bericht_(bericht),
+      anzahl_(quelle.Inhalt().karten),
+      vorleser_(quelle)
 {
 }
 
@@ -39,7 +49,7 @@ bool Deckkarten::Next()
     if (hindernis_)
         return false;
     try {
-        if (!quelle_.Naechste(karte_, bericht_))
+        if (!vorleser_.Naechste(karte_, bericht_))
             return false;
         Eintragen();
         return true;
@@ -52,7 +62,7 @@ bool Deckkarten::Next()
 void Deckkarten::Eintragen()
 {
     satz_ = {};
-    satz_.Antworttyp = karte_.ankreuzen ? Angekreuzt : Getippt;
+    satz_.Antworttyp = AntworttypVon(karte_);
     satz_.Frage = karte_.frage.reich;
     satz_.Frage_Klartext = karte_.frage.klar;
     for (std::size_t i = 0; i < karte_.antworten.size() && i < Antworttexte.size(); ++i) {
@@ -121,6 +131,22 @@ QString Deckkarten::Wandeln(const Deckmedium &medium, Art art)
                             [&](const QString &pfad) { WriteFileSynced(pfad, fertig->inhalt); });
 }
 
+// What Eintragen can fill; half of what a card has.
+const std::vector<int> &Deckkarten::Columns() const
+{
+    static const std::vector<int> spalten = [] {
+        std::vector<int> alle{CardColumnIndex(u"Antworttyp"), CardColumnIndex(u"Frage"),
+                              CardColumnIndex(u"Frage_Klartext")};
+        for (const int nummer : {1, 2, 6, 7, 9})
+            alle.push_back(CardColumnIndex(u"Picture_%1_Name"_s.arg(nummer)));
+        for (const QString &name : {u"Antwort_%1"_s, u"Antwort_%1_Klartext"_s, u"Antwort_ch_%1"_s})
+            for (int nummer = 1; nummer <= 5; ++nummer)
+                alle.push_back(CardColumnIndex(name.arg(nummer)));
+        return alle;
+    }();
+    return spalten;
+}
+
 void Deckkarten::Read(int column, CopiedValue &value)
 {
     const auto &member = CardColumns()[static_cast<std::size_t>(column)].member;
@@ -129,7 +155,8 @@ void Deckkarten::Read(int column, CopiedValue &value)
         const QString &wert = satz_.**text;
         if (wert.isEmpty())
             return;
-        value.text = wert.toStdString();
+        const QByteArray utf8 = wert.toUtf8();
+        value.text.assign(utf8.constData(), static_cast<std::size_t>(utf8.size()));
         value.kind = CopiedValue::Kind::Text;
     } else if (const auto *zahl = std::get_if<double CardRecord::*>(&member)) {
         if (satz_.**zahl == 0)

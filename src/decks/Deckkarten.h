@@ -5,7 +5,7 @@
 #include "Beilagen.h"
 #include "CardRecord.h"
 #include "CardSource.h"
-#include "Deckquelle.h"
+#include "Deckvorleser.h"
 
 #include <QHash>
 
@@ -25,6 +25,9 @@ struct Deckwahl
     bool faecher = false; // where a card lies follows what was learnt; else all are new
 };
 
+// The kind of answer that the card will have.
+double AntworttypVon(const Deckkarte &karte);
+
 // The cards of a deck on their way into a card file, with their pictures and sounds on the way beside it.
 // What ends the reading ends the cards, and is told by Hindernis(): nothing of it must be kept then.
 class Deckkarten final : public CardSource
@@ -35,6 +38,7 @@ public:
     int Count() const override { return anzahl_; }
 
     bool Next() override;
+    const std::vector<int> &Columns() const override;
     void Read(int column, CopiedValue &value) override;
 
     CardPlace Place() const override { return {.fach = wahl_.faecher ? karte_.fach : 0}; }
@@ -53,7 +57,7 @@ private:
     QString Ablegen(const std::optional<Deckmedium> &medium, Art art);
     QString Wandeln(const Deckmedium &medium, Art art);
 
-    Deckquelle &quelle_;
+    Deckquelle &quelle_; // for its media
     Deckwahl wahl_;
     Beilagen &beilagen_;
     Deckbericht &bericht_;
@@ -62,6 +66,7 @@ private:
     CardRecord satz_;
     QHash<QString, QString> abgelegt_; // names beside the card file by those in the deck
     std::optional<StoreError> hindernis_;
+    Deckvorleser vorleser_; // works as soon as it is there
 };
 
 } // namespace paukfix

@@ -72,7 +72,7 @@ public:
     // The next card is the first one again.
     virtual void VonVorn() = 0;
 
-    // All of a medium; nothing where it cannot be read.
+    // All of a medium; nothing where it cannot be read. May be asked while another thread reads cards.
     virtual std::optional<QByteArray> Medium(const QString &name) = 0;
 };
 

@@ -91,7 +91,9 @@ bool IstAndererLeerraum(QChar c)
 // What neither means something nor is white space.
 bool IstGewoehnlich(QChar c)
 {
-    return c.unicode() > 0x20 && c != u'<' && c != u'[' && c != u'&' && !IstAndererLeerraum(c);
+    if (c.unicode() >= 0xA0)
+        return !IstAndererLeerraum(c);
+    return c.unicode() > 0x20 && c != u'<' && c != u'[' && c != u'&';
 }
 
 // Collects the text: white space, lines, runs.
@@ -123,11 +125,11 @@ public:
         }
     }
 
-    // Characters that are no white space.
-    void Wort(QStringView wort, const HtmlStil &stil)
+    // Words with one blank between them.
+    void Worte(QStringView worte, const HtmlStil &stil)
     {
-        Setzen(wort.front(), stil);
-        text_.text += wort.mid(1);
+        Setzen(worte.front(), stil);
+        text_.text += worte.mid(1);
         if (stil.woertlich)
             woertlichBis_ = text_.text.size();
     }
@@ -233,12 +235,9 @@ public:
                 continue;
             if (html_[place_] == u'&' && Entity())
                 continue;
-            qsizetype ende = place_;
-            while (ende < html_.size() && IstGewoehnlich(html_[ende]))
-                ++ende;
-            if (ende > place_) {
+            if (const qsizetype ende = EndeDerWorte(); ende > place_) {
                 if (!stil_.verborgen)
-                    sammler_.Wort(html_.mid(place_, ende - place_), stil_);
+                    sammler_.Worte(html_.mid(place_, ende - place_), stil_);
                 place_ = ende;
                 continue;
             }
@@ -257,6 +256,18 @@ private:
         Art art{};
         HtmlStil vorher;
     };
+
+    qsizetype EndeDerWorte() const
+    {
+        const auto gewoehnlich = [this](qsizetype i) { return i < html_.size() && IstGewoehnlich(html_[i]); };
+        qsizetype ende = place_;
+        while (gewoehnlich(ende)) {
+            ++ende;
+            if (ende < html_.size() && html_[ende] == u' ' && gewoehnlich(ende + 1))
+                ++ende;
+        }
+        return ende;
+    }
 
     bool Entity()
     {

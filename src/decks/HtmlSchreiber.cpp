@@ -100,8 +100,6 @@ QString Zeilen(const Gruppe &gruppe, bool letzte, bool woertlich)
 
 QString HtmlAusKartentext(const QString &reich)
 {
-    QTextDocument dokument;
-    dokument.setUndoRedoEnabled(false);
     if (!IsRtf(reich)) {
         QString text = reich;
         text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
@@ -109,6 +107,8 @@ QString HtmlAusKartentext(const QString &reich)
             return u"<span style=\"white-space: pre-wrap\">"_s + Maskiert(text) + u"</span>"_s;
         return Maskiert(text).replace(u"\n"_s, u"<br>"_s);
     }
+    QTextDocument dokument;
+    dokument.setUndoRedoEnabled(false);
     SetRichText(dokument, reich);
     QString klar = PlainText(dokument);
     const bool woertlich = BrauchtWoertlich(klar.replace(u"\r\n"_s, u"\n"_s));

@@ -43,8 +43,26 @@ bool IstLeer(QChar c)
     return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\f';
 }
 
+// "#rrggbb", as most have it.
+std::optional<QRgb> Hexfarbe(QStringView text)
+{
+    if (text.size() != 7 || text[0] != u'#')
+        return std::nullopt;
+    QRgb farbe = 0xFF;
+    for (const QChar c : text.mid(1)) {
+        const char16_t klein = Klein(c);
+        const bool ziffer = klein >= u'0' && klein <= u'9';
+        if (!ziffer && (klein < u'a' || klein > u'f'))
+            return std::nullopt;
+        farbe = farbe << 4 | static_cast<QRgb>(ziffer ? klein - u'0' : klein - u'a' + 10);
+    }
+    return farbe;
+}
+
 std::optional<QRgb> Farbe(QStringView text)
 {
+    if (const auto farbe = Hexfarbe(text.trimmed()))
+        return farbe;
     const QString wert = text.trimmed().toString().toLower();
     if (wert.startsWith(u"rgb"_s)) {
         const qsizetype auf = wert.indexOf(u'(');
@@ -68,17 +86,17 @@ std::optional<QRgb> Farbe(QStringView text)
 // In half-points; 0 where the size is not given by itself.
 int Groesse(QStringView text)
 {
-    const QString wert = text.trimmed().toString().toLower();
+    const QStringView wert = text.trimmed();
     qsizetype ziffern = 0;
     while (ziffern < wert.size() && (wert[ziffern].isDigit() || wert[ziffern] == u'.'))
         ++ziffern;
     bool gut = false;
     const double zahl = wert.left(ziffern).toDouble(&gut);
-    const QStringView mass = QStringView(wert).mid(ziffern);
+    const QStringView mass = wert.mid(ziffern);
     double punkte = 0;
-    if (gut && mass == u"pt")
+    if (gut && Ist(mass, u"pt"))
         punkte = zahl;
-    else if (gut && mass == u"px")
+    else if (gut && Ist(mass, u"px"))
         punkte = zahl * 0.75;
     if (punkte <= 0)
         return 0;

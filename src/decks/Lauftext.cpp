@@ -4,6 +4,8 @@
 
 #include "CharFormat.h"
 #include "RichText.h"
+#include "RtfOutput.h"
+#include "RtfTabs.h"
 
 #include <QColor>
 #include <QTextBlockFormat>
@@ -23,7 +25,8 @@ namespace {
 // So long a text is laid out whatever is in it.
 constexpr qsizetype ImmerErlaubt = 40'000;
 constexpr qsizetype Laengster = 1'000'000;
-constexpr double Tabulator = 48; // pixels: half an inch, which RTF takes for granted
+// So long a formatted one can be, however large its letters are.
+constexpr qsizetype KurzerFormatierter = 10'000;
 
 QTextCharFormat Zeichenformat(const Laufformat &lauf, const QStringList &schriften)
 {
@@ -103,6 +106,72 @@ void Fuellen(QTextDocument &dokument, const Lauftext &text)
     cursor.endEditBlock();
 }
 
+// What a document keeps as it is, character for character.
+bool OhneBesondere(const QString &text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar zeichen) {
+        const char16_t c = zeichen.unicode();
+        return (c < 0x20 && c != u'\n') || (c >= 0x7F && c <= 0xA0) || c == 0x2028 || c == 0x2029 ||
+               c >= 0xFDD0;
+    });
+}
+
+RtfCharState Zustand(const Laufformat &lauf, const QStringList &schriften)
+{
+    RtfCharState zustand;
+    zustand.bold = lauf.fett;
+    zustand.italic = lauf.kursiv;
+    zustand.strikeOut = lauf.durchgestrichen;
+    if (lauf.unterstrichen)
+        zustand.underline = QTextCharFormat::SingleUnderline;
+    if (lauf.versatz != 0)
+        zustand.offset = lauf.versatz;
+    else if (lauf.lage != 0)
+        zustand.script = lauf.lage > 0 ? QTextCharFormat::AlignSuperScript : QTextCharFormat::AlignSubScript;
+    zustand.halfPoints = lauf.halbpunkte;
+    if (lauf.schrift >= 0)
+        zustand.family = schriften.at(lauf.schrift);
+    zustand.colour = lauf.farbe.value_or(0) & RGB_MASK;
+    return zustand;
+}
+
+// What ToRtf writes of a document that is filled with it, but without one, which costs ten times as much.
+QString AlsRtf(const Lauftext &text)
+{
+    RtfOutput rtf(UsualTabWidth);
+    const QStringView alles(text.text);
+    std::size_t lauf = 0;
+    std::size_t absatz = 0;
+    const auto format = [&](qsizetype von) {
+        while (lauf + 1 < text.laeufe.size() && text.laeufe[lauf + 1].von <= von)
+            ++lauf;
+        return lauf < text.laeufe.size() && text.laeufe[lauf].von <= von
+                   ? Zustand(text.laeufe[lauf].format, text.schriften)
+                   : RtfCharState();
+    };
+    Qt::Alignment ausrichtung = Qt::AlignLeft;
+    RtfCharState davor; // at the end of the line before
+    for (qsizetype von = 0; von <= alles.size(); ++von) {
+        while (absatz < text.absaetze.size() && text.absaetze[absatz].von <= von)
+            ausrichtung = AlsAlignment(text.absaetze[absatz++].ausrichtung);
+        rtf.BeginParagraph(ausrichtung);
+        const qsizetype umbruch = alles.indexOf(u'\n', von);
+        const qsizetype ende = umbruch < 0 ? alles.size() : umbruch;
+        if (von == ende)
+            rtf.Format(davor);
+        while (von < ende) {
+            rtf.Format(format(von));
+            const qsizetype bis =
+                lauf + 1 < text.laeufe.size() ? std::min(ende, text.laeufe[lauf + 1].von) : ende;
+            rtf.Characters(alles.mid(von, bis - von));
+            von = bis;
+        }
+        rtf.EndParagraph();
+        davor = format(ende);
+    }
+    return QString::fromLatin1(rtf.Whole());
+}
+
 QString MitCrLf(const QString &text)
 {
     const qsizetype zeilen = text.count(u'\n');
@@ -135,10 +204,12 @@ std::optional<Kartentext> AlsKartentext(const Lauftext &text)
     const bool formatiert = text.IstFormatiert() || IsRtf(text.text);
     if (!formatiert && text.text.size() <= ImmerErlaubt)
         return Kartentext{klar, klar};
+    if (formatiert && text.text.size() <= KurzerFormatierter && OhneBesondere(text.text))
+        return Kartentext{AlsRtf(text), klar};
     QTextDocument dokument;
     dokument.setUndoRedoEnabled(false);
     QTextOption option = dokument.defaultTextOption();
-    option.setTabStopDistance(Tabulator);
+    option.setTabStopDistance(Pixels(UsualTabWidth));
     dokument.setDefaultTextOption(option);
     Fuellen(dokument, text);
     if (!IsWithinBound(dokument))

@@ -17,73 +17,6 @@ namespace paukfix {
 namespace {
 constexpr double PixelsPerHalfPoint = 96.0 / 144.0;
 
-const char *UnderlineWord(QTextCharFormat::UnderlineStyle style)
-{
-    switch (style) {
-    case QTextCharFormat::SingleUnderline:
-        return "\\ul";
-    case QTextCharFormat::DashUnderline:
-        return "\\uldash";
-    case QTextCharFormat::DotLine:
-        return "\\uld";
-    case QTextCharFormat::DashDotLine:
-        return "\\uldashd";
-    case QTextCharFormat::DashDotDotLine:
-        return "\\uldashdd";
-    case QTextCharFormat::WaveUnderline:
-        return "\\ulwave";
-    default:
-        return "";
-    }
-}
-
-void AppendCharacter(QByteArray &out, char16_t c)
-{
-    switch (c) {
-    case u'\\':
-    case u'{':
-    case u'}':
-        out += '\\';
-        out += static_cast<char>(c);
-        break;
-    case u'\t':
-        out += "\\tab ";
-        break;
-    case u'\u2028':
-        out += "\\line ";
-        break;
-    case u'\u00A0':
-        out += "\\~";
-        break;
-    case u'\u00AD':
-        out += "\\-";
-        break;
-    case u'\u2011':
-        out += "\\_";
-        break;
-    case u'\uFFFC': // a picture
-        break;
-    default:
-        if (c >= 0x20 && c < 0x7F)
-            out += static_cast<char>(c);
-        else if (c > 0xA0 && c <= 0xFF) // the same in Windows-1252, and known to the oldest readers
-            out += "\\'" + QByteArray::number(c, 16);
-        else
-            out += "\\u" + QByteArray::number(static_cast<qint16>(c)) + '?';
-    }
-}
-
-QByteArray AlignmentWord(Qt::Alignment alignment)
-{
-    if (alignment.testFlag(Qt::AlignHCenter))
-        return "\\qc";
-    if (alignment.testFlag(Qt::AlignRight))
-        return "\\qr";
-    if (alignment.testFlag(Qt::AlignJustify))
-        return "\\qj";
-    return {};
-}
-
 QByteArray Length(const char *word, double pixels)
 {
     const int twips = Twips(pixels);
@@ -106,7 +39,8 @@ QByteArray TabStop(const QTextOption::Tab &tab)
 RtfWriter::RtfWriter(const QTextDocument &document)
     : document_(document),
       defaultFont_(document.defaultFont()),
-      tabWidth_(Twips(document.defaultTextOption().tabStopDistance()))
+      tabWidth_(Twips(document.defaultTextOption().tabStopDistance())),
+      out_(tabWidth_)
 {
 }
 
@@ -116,40 +50,37 @@ QByteArray RtfWriter::Write(LastParagraph last)
         WriteParagraphFormat(block);
         WriteText(block);
         if (last == LastParagraph::Ended || block.next().isValid())
-            body_ += "\\par\r\n";
+            out_.EndParagraph();
     }
-    return Header() + body_ + "}\r\n";
+    return out_.Whole();
 }
 
 void RtfWriter::WriteParagraphFormat(const QTextBlock &block)
 {
     const QTextBlockFormat format = block.blockFormat();
-    QByteArray words = "\\pard" + AlignmentWord(format.alignment()) + Length("\\li", format.leftMargin()) +
-                       Length("\\ri", format.rightMargin()) + Length("\\fi", format.textIndent()) +
-                       Length("\\sb", format.topMargin()) + Length("\\sa", format.bottomMargin());
+    QByteArray words = Length("\\li", format.leftMargin()) + Length("\\ri", format.rightMargin()) +
+                       Length("\\fi", format.textIndent()) + Length("\\sb", format.topMargin()) +
+                       Length("\\sa", format.bottomMargin());
     RtfParagraphState paragraph;
     paragraph.left = Twips(format.leftMargin());
     paragraph.first = Twips(format.textIndent());
     const bool tabbed = block.text().contains(u'\t');
     for (const QTextOption::Tab &tab : WrittenTabs(format.tabPositions(), paragraph, tabWidth_, tabbed))
         words += TabStop(tab);
-    if (words == writtenParagraph_)
-        return;
-    body_ += words + ' ';
-    writtenParagraph_ = words;
+    out_.BeginParagraph(format.alignment(), words);
 }
 
 void RtfWriter::WriteText(const QTextBlock &block)
 {
     if (block.length() <= 1) // empty: the format of what will be typed here
-        WriteCharFormat(CharState(block.charFormat()));
+        out_.Format(CharState(block.charFormat()));
     for (auto part = block.begin(); !part.atEnd(); ++part) {
         const RtfCharState state = CharState(part.fragment().charFormat());
-        WriteCharFormat(state);
+        out_.Format(state);
         if (state.symbol)
             WriteSymbols(state, part.fragment().text());
         else
-            WriteCharacters(part.fragment().text());
+            out_.Characters(part.fragment().text());
     }
 }
 
@@ -193,39 +124,6 @@ RtfCharState RtfWriter::CharState(const QTextCharFormat &format) const
     return state;
 }
 
-void RtfWriter::WriteCharFormat(const RtfCharState &state)
-{
-    if (state == written_)
-        return;
-    written_ = state;
-    body_ += "\\plain";
-    if (!state.family.isEmpty())
-        Control("\\f", FontNumber(state.family, state.symbol));
-    if (state.halfPoints > 0)
-        Control("\\fs", state.halfPoints);
-    if (state.bold)
-        body_ += "\\b";
-    if (state.italic)
-        body_ += "\\i";
-    body_ += UnderlineWord(state.underline);
-    if (state.strikeOut)
-        body_ += "\\strike";
-    if (state.colour != 0)
-        Control("\\cf", ColourNumber(state.colour));
-    if (state.script != QTextCharFormat::AlignNormal)
-        body_ += state.script == QTextCharFormat::AlignSuperScript ? "\\super" : "\\sub";
-    const int offset = static_cast<int>(std::lround(state.offset / double(TwipsPerHalfPoint)));
-    if (offset != 0)
-        Control(offset > 0 ? "\\up" : "\\dn", std::abs(offset));
-    body_ += ' ';
-}
-
-void RtfWriter::WriteCharacters(const QString &text)
-{
-    for (const QChar c : text)
-        AppendCharacter(body_, c.unicode());
-}
-
 void RtfWriter::WriteSymbols(const RtfCharState &state, const QString &text)
 {
     RtfCharState plain = state; // for what was typed there and the font has not
@@ -234,72 +132,15 @@ void RtfWriter::WriteSymbols(const RtfCharState &state, const QString &text)
     const QList<uint> codes = text.toUcs4();
     for (const uint code : codes) {
         if (const unsigned char place = SymbolPlace(state.family, code)) {
-            WriteCharFormat(state);
-            body_ += "\\'" + QByteArray::number(place, 16);
+            out_.Format(state);
+            out_.Symbol(place);
             continue;
         }
         const bool neutral =
             code == u'\t' || code == u'\u2028' || code == u'\u00A0' || code == u'\u00AD' || code == u'\u2011';
-        WriteCharFormat(neutral ? state : plain);
-        WriteCharacters(QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1));
+        out_.Format(neutral ? state : plain);
+        out_.Characters(QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1));
     }
-}
-
-void RtfWriter::Control(const char *word, int number)
-{
-    body_ += word + QByteArray::number(number);
-}
-
-int RtfWriter::FontNumber(const QString &family, bool symbol)
-{
-    const QPair<QString, bool> font(family, symbol);
-    const auto found = fontNumbers_.constFind(font);
-    if (found != fontNumbers_.constEnd())
-        return *found;
-    const int number = static_cast<int>(fonts_.size());
-    fonts_.append(font);
-    fontNumbers_.insert(font, number);
-    return number;
-}
-
-int RtfWriter::ColourNumber(QRgb colour)
-{
-    const auto found = colourNumbers_.constFind(colour);
-    if (found != colourNumbers_.constEnd())
-        return *found;
-    colours_.append(colour);
-    const int number = static_cast<int>(colours_.size()); // number 0 is the automatic colour
-    colourNumbers_.insert(colour, number);
-    return number;
-}
-
-QByteArray RtfWriter::Header() const
-{
-    QByteArray header = "{\\rtf1\\ansi\\ansicpg1252\\uc1";
-    if (tabWidth_ != UsualTabWidth && tabWidth_ > 0)
-        header += "\\deftab" + QByteArray::number(tabWidth_);
-    if (!fonts_.isEmpty()) {
-        header += "{\\fonttbl";
-        for (qsizetype i = 0; i < fonts_.size(); ++i) {
-            header += "{\\f" + QByteArray::number(i) +
-                      (fonts_[i].second ? "\\fnil\\fcharset2 " : "\\fnil\\fcharset0 ");
-            QString name = fonts_[i].first;
-            name.remove(u';');
-            for (const QChar c : std::as_const(name))
-                AppendCharacter(header, c.unicode());
-            header += ";}";
-        }
-        header += "}\r\n";
-    }
-    if (!colours_.isEmpty()) {
-        header += "{\\colortbl ;";
-        for (const QRgb colour : colours_) {
-            header += "\\red" + QByteArray::number(qRed(colour)) + "\\green" +
-                      QByteArray::number(qGreen(colour)) + "\\blue" + QByteArray::number(qBlue(colour)) + ';';
-        }
-        header += "}\r\n";
-    }
-    return header;
 }
 
 } // namespace paukfix

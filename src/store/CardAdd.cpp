@@ -25,7 +25,7 @@ void BindText(CardAdder &adder, SQLite::Statement &statement, int parameter, int
               const std::string &text)
 {
     // No UTF-8 text has more characters than bytes.
-    if (IsShortText(column) && text.size() > MaxTextLength) {
+    if (text.size() > MaxTextLength && IsShortText(column)) {
         try {
             CheckWritable(QString::fromStdString(text), column);
         } catch (const StoreError &error) {
@@ -60,6 +60,8 @@ void BindCopied(CardAdder &adder, SQLite::Statement &statement, const std::vecto
         const CopiedValue &from = values[i];
         if (from.kind == CopiedValue::Kind::Text)
             BindText(adder, statement, parameter, columns[i], from.text);
+        else if (from.kind == CopiedValue::Kind::Null && KindOf(columns[i]) == CardKind::Text)
+            statement.bind(parameter); // most texts of most cards
         else
             BindKnown(adder, statement, parameter, columns[i],
                       from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QTimer>
 
 #include <limits>
 
@@ -38,7 +39,7 @@ QComboBox *Auswahl(const QString &name, const QString &zugaenglich, const QStrin
 
 } // namespace
 
-AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent)
+AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent, const QString &datei)
     : Werkzeugfenster(oeffner, dienste, u"AImport"_s, u"ASCII-Import"_s, u"ASCII - Import"_s, parent)
 {
     Erklaeren({u"Durch diese Funktion werden einfache Fragen aus einer ASCII-Datei eingelesen und "
@@ -78,6 +79,9 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
     connect(chkFaecher_, &QCheckBox::toggled, this, &AImport::Zeigen);
     tafel_->gewaehlt = [this] { Zeigen(); };
     KnoepfeBauen([this] { cmdOK_Click(); });
+    // Once the window is there: a large list takes a while.
+    if (!datei.isEmpty())
+        QTimer::singleShot(0, this, [this, datei] { lblDateiname_->setText(datei); });
 }
 
 void AImport::DateiGewaehlt()

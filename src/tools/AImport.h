@@ -20,7 +20,9 @@ class Vorhandenenwahl;
 class AImport final : public Werkzeugfenster
 {
 public:
-    AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr);
+    // With the list `datei`, where one was dropped.
+    AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent = nullptr,
+            const QString &datei = {});
 
 private:
     void cmdDateiname_Click();

@@ -7,8 +7,12 @@
 #include "CardMedia.h"
 #include "CardTransaction.h"
 #include "FreshFile.h"
+#include "Vorhandenenwahl.h"
 
 #include <QFileInfo>
+
+#include <array>
+#include <string>
 
 namespace paukfix {
 
@@ -22,6 +26,33 @@ QSet<QString> Genannte(CardRecordset &karten)
     for (const MediaName &medium : MediaNames(karten))
         namen.insert(medium.name);
     return namen;
+}
+
+Vorabzaehler ZaehlerFuer(CardStore &store)
+{
+    std::optional<Kartenabgleich> box;
+    if (store.IsOpen() && !store.NurAnsehen())
+        store.Karten().Beside([&](SQLite::Database &database) { box.emplace(database); });
+    return Vorabzaehler(std::move(box));
+}
+
+// By its texts: what its pictures and sounds will be called is only known when they are there.
+void Zaehlen(Vorabzaehler &zaehler, const Deckkarte &karte)
+{
+    std::string frage;
+    std::array<std::string, 5> antworten;
+    zaehler.Karte([&] {
+        Karteninhalt inhalt;
+        inhalt.typ = AntworttypVon(karte);
+        frage = karte.frage.klar.toStdString();
+        inhalt.frage = frage;
+        for (std::size_t i = 0; i < karte.antworten.size() && i < antworten.size(); ++i) {
+            antworten[i] = karte.antworten[i].text.klar.toStdString();
+            inhalt.antworten[i] = antworten[i];
+            inhalt.richtig[i] = karte.ankreuzen && karte.antworten[i].richtig;
+        }
+        return inhalt;
+    });
 }
 
 // All cards of the deck, inside the transaction that is open.
@@ -54,7 +85,8 @@ Zwischenstand InOffene(const Werkbank &bank, Deckquelle &quelle, const QString &
             beilagen.Hinlegen();
         });
         stand.medien = beilagen.Anzahl();
-        beilagen.Abschliessen(Genannte(store.Karten()));
+        if (stand.medien > 0)
+            beilagen.Abschliessen(Genannte(store.Karten()));
     } catch (const StoreError &) {
         // Whether the cards were stored after all is asked of the file, which is open here.
         if (store.IsOpen())
@@ -68,21 +100,25 @@ Zwischenstand InNeue(const Werkbank &bank, Deckquelle &quelle, const QString &zi
 {
     Zwischenstand stand;
     FreshFile neu(ziel);
-    const QFileInfo datei(ziel);
+    const QFileInfo ort(ziel);
     std::optional<DirectoryLock> anderswo; // where the new file's name is a link
-    if (!SameFile(neu.Lock().Directory(), datei.absolutePath()))
-        anderswo.emplace(datei.absolutePath());
-    Beilagen beilagen(anderswo ? *anderswo : neu.Lock(), datei.fileName());
+    if (!SameFile(neu.Lock().Directory(), ort.absolutePath()))
+        anderswo.emplace(ort.absolutePath());
+    Beilagen beilagen(anderswo ? *anderswo : neu.Lock(), ort.fileName());
     Deckkarten karten(quelle, wahl.deck, beilagen, stand.bericht);
     QSet<QString> genannt;
     neu.Make([&](const QString &pfad) {
         CardFile::Create(pfad);
+        auto datei = std::make_unique<CardFile>(pfad);
+        // Nobody needs the file before it is whole and synced, which TakePlace does.
+        datei->Database().exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
         CardStore eigene;
-        eigene.Uebernehmen(std::make_unique<CardFile>(pfad));
+        eigene.Uebernehmen(std::move(datei));
         CardTransaction zug(eigene.Karten());
         stand.neue = Hinzufuegen(bank, eigene, karten, Vorhandene::Uebernehmen);
         zug.Commit();
-        genannt = Genannte(eigene.Karten());
+        if (beilagen.Anzahl() > 0)
+            genannt = Genannte(eigene.Karten());
     });
     beilagen.Hinlegen();
     neu.TakePlace();
@@ -93,9 +129,10 @@ Zwischenstand InNeue(const Werkbank &bank, Deckquelle &quelle, const QString &zi
 
 } // namespace
 
-Deckvorschau DeckAnsehen(Deckquelle &quelle, const Progress &progress)
+Deckvorschau DeckAnsehen(const Werkbank &bank, Deckquelle &quelle)
 {
     Deckvorschau vorschau;
+    Vorabzaehler zaehler = ZaehlerFuer(bank.store);
     vorschau.inhalt = quelle.Inhalt();
     quelle.VonVorn();
     for (Deckkarte karte; quelle.Naechste(karte, vorschau.bericht);) {
@@ -106,9 +143,12 @@ Deckvorschau DeckAnsehen(Deckquelle &quelle, const Progress &progress)
         vorschau.hatSchlagwoerter |= !karte.schlagwoerter.isEmpty();
         vorschau.hatStapel |= !karte.stapel.isEmpty();
         vorschau.hatLernstand |= karte.fach != 0;
-        Melden(progress, quelle.Gelesen(), vorschau.inhalt.karten);
+        Zaehlen(zaehler, karte);
+        Melden(bank.progress, quelle.Gelesen(), vorschau.inhalt.karten);
     }
     quelle.VonVorn();
+    vorschau.bekannt = zaehler.Bekannt();
+    vorschau.andereAntwort = zaehler.AndereAntwort();
     return vorschau;
 }
 

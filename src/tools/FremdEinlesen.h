@@ -18,10 +18,12 @@ struct Deckvorschau
     int karten = 0;                         // that come
     QString beispielFrage, beispielAntwort; // of the first of them
     bool hatSchlagwoerter = false, hatStapel = false, hatLernstand = false;
+    int bekannt = 0;       // that the open card file has, as far as their texts tell
+    int andereAntwort = 0; // whose question it has with another answer
     Deckbericht bericht;
 };
 
-Deckvorschau DeckAnsehen(Deckquelle &quelle, const Progress &progress);
+Deckvorschau DeckAnsehen(const Werkbank &bank, Deckquelle &quelle);
 
 struct Einlesewahl
 {

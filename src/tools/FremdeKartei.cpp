@@ -40,6 +40,17 @@ QString Anfang(const QString &text)
     return zeile.size() > 60 ? zeile.left(59) + u'…' : zeile;
 }
 
+// Of the cards of a deck which the open box has.
+QString SchonDa(const Deckvorschau &vorschau)
+{
+    QString text;
+    if (vorschau.bekannt > 0)
+        text += u", %1 gibt es dort schon"_s.arg(Zahl(vorschau.bekannt));
+    if (vorschau.andereAntwort > 0)
+        text += u", %1 mit anderer Antwort"_s.arg(Zahl(vorschau.andereAntwort));
+    return text;
+}
+
 DateiDialog DeckDialog(const QString &verzeichnis)
 {
     return {.titel = u"Fremde Kartei einlesen"_s,
@@ -180,7 +191,7 @@ void FremdeKartei::Ansehen()
         Nachsehen([&](const Werkbank &bank) {
             try {
                 quelle_ = DeckOeffnen(VollerPfad(Store(), name));
-                vorschau_ = DeckAnsehen(*quelle_, bank.progress);
+                vorschau_ = DeckAnsehen(bank, *quelle_);
             } catch (const std::exception &fehler) {
                 quelle_.reset();
                 warum_ = ErrorText(fehler);
@@ -258,9 +269,10 @@ void FremdeKartei::PlanZeigen()
     else if (!etwas)
         VorhabenZeigen(u"In der Datei ist keine Karte, die eingelesen werden kann."_s);
     else
-        VorhabenZeigen(Kommen(vorschau_->karten) +
-                       (neu ? u" in eine neue Kartei"_s : u" in die geöffnete Kartei"_s) +
-                       (rest == 0 ? u"; nichts bleibt weg."_s : u"; nicht alles davon kommt mit."_s));
+        VorhabenZeigen(
+            Kommen(vorschau_->karten) +
+            (neu ? u" in eine neue Kartei"_s : u" in die geöffnete Kartei"_s + SchonDa(*vorschau_)) +
+            (rest == 0 ? u"; nichts bleibt weg."_s : u"; nicht alles davon kommt mit."_s));
 }
 
 void FremdeKartei::cmdRest_Click()

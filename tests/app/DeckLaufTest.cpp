@@ -4,9 +4,6 @@
 #include "TestProgram.h"
 
 #include <QComboBox>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QUrl>
 
 using namespace paukfix;
 
@@ -34,23 +31,6 @@ private:
             Hand(*fenster).Taste(box ? Qt::Key_Return : Qt::Key_Escape);
             return true;
         };
-    }
-
-    // Lets a file fall on the window of the box.
-    static bool Fallenlassen(const QString &pfad)
-    {
-        QWidget *ziel = Hand::Bereit("LBOX");
-        if (!ziel)
-            return false;
-        QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(pfad)});
-        const QPoint ort = ziel->rect().center();
-        QDragEnterEvent herein(ort, Qt::CopyAction, &mime, Qt::LeftButton, {});
-        QApplication::sendEvent(ziel, &herein);
-        QDropEvent fallen(ort, Qt::CopyAction, &mime, Qt::LeftButton, {});
-        if (herein.isAccepted())
-            QApplication::sendEvent(ziel, &fallen);
-        return herein.isAccepted() && fallen.isAccepted();
     }
 
     void Beenden()

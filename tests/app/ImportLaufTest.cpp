@@ -72,6 +72,42 @@ private slots:
         QCOMPARE(karten[2].Antwort_1, "size\r\nmeasure");
     }
 
+    void ADroppedListIsShownInTheWindowAndComesIn()
+    {
+        OeffnenMitZweiDateien();
+        QFile datei(Pfad("Tabelle.csv"));
+        QVERIFY(datei.open(QIODevice::WriteOnly));
+        datei.write("Baum;tree\r\nHaus;house\r\n");
+        datei.close();
+        QString gewaehlt;
+        QString erste;
+        const Drehbuch buch({[] {
+                                 QWidget *fenster = Hand::Bereit("AImport");
+                                 return fenster && Hand(*fenster).Finde("tblVorschau")->isVisible();
+                             },
+                             Drehbuch::In("AImport",
+                                          [&](QWidget &fenster) {
+                                              const Hand hand(fenster);
+                                              gewaehlt = hand.Text("lblDateiname");
+                                              erste =
+                                                  hand.Finde<QTableWidget>("tblVorschau")->item(0, 0)->text();
+                                              hand.Taste(Qt::Key_Return);
+                                          }),
+                             Meldung()});
+        QVERIFY(Fallenlassen(Pfad("Tabelle.csv")));
+        QTRY_VERIFY(buch.Fertig());
+        QCOMPARE(gewaehlt, Pfad("Tabelle.csv"));
+        QCOMPARE(erste, "Baum");
+        QTRY_VERIFY(Hand::Bereit("LBOX"));
+        QCOMPARE(Kartei(), "a.pzb");
+        Hand::An("LBOX").Taste(Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(!Hand::Offen("LBOX"));
+        programm_.reset();
+        const QList<CardRecord> karten = ReadCards(Pfad("a.pzb"));
+        QCOMPARE(karten.size(), 4);
+        QCOMPARE(karten[3].Frage, "Haus");
+    }
+
     void AnImportIsTakenBack()
     {
         OeffnenMitZweiDateien();

@@ -10,10 +10,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTest>
+#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -136,6 +139,23 @@ protected:
         auto *aktion = Hand::An("LBOX").Finde<QAction>(eintrag);
         QVERIFY(aktion->isEnabled());
         aktion->trigger();
+    }
+
+    // Lets a file fall on the window of the box.
+    static bool Fallenlassen(const QString &pfad)
+    {
+        QWidget *ziel = Hand::Bereit("LBOX");
+        if (!ziel)
+            return false;
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(pfad)});
+        const QPoint ort = ziel->rect().center();
+        QDragEnterEvent herein(ort, Qt::CopyAction, &mime, Qt::LeftButton, {});
+        QApplication::sendEvent(ziel, &herein);
+        QDropEvent fallen(ort, Qt::CopyAction, &mime, Qt::LeftButton, {});
+        if (herein.isAccepted())
+            QApplication::sendEvent(ziel, &fallen);
+        return herein.isAccepted() && fallen.isAccepted();
     }
 
     static QString Kartei() { return Hand::Offen("LBOX") ? Hand::An("LBOX").Text("LKartei") : QString(); }

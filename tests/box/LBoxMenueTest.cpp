@@ -70,9 +70,9 @@ private slots:
 
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                               oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
+        b.fenster->SetFenster({oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                               oeffnen, oeffnen, nullptr, nullptr, nullptr, nullptr});
         for (const QString &name : fremde)
             QVERIFY2(b.Menue(name)->isEnabled(), qPrintable(name));
     }
@@ -82,9 +82,9 @@ private slots:
         LBoxBuehne b;
         int geoeffnet = 0;
         const auto oeffnen = [&] { ++geoeffnet; };
-        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
-                      oeffnen, oeffnen, oeffnen, oeffnen, nullptr, nullptr, nullptr});
+        b.Zeigen({}, {oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                      oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen, oeffnen,
+                      oeffnen, oeffnen, nullptr, nullptr, nullptr, nullptr});
         for (const QString name : {"MSicherungen", "MKarten", "MAscii_Export", "MAscii_Import",
                                    "MThema_ausfiltern", "MKartei_anhängen", "MKartei_spiegeln", "MAlleNeu",
                                    "MErledigtNeu", "MKartei_packen", "MKartei_ausgeben", "MVerlauf"}) {

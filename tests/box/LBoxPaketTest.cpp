@@ -96,6 +96,30 @@ private slots:
         QCOMPARE(b.meldungen.Texte(), QStringList());
     }
 
+    void ADroppedListGoesToItsWindow_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"liste.csv", "Liste.TSV", "liste.txt", "liste.asc"})
+            QTest::newRow(name) << name;
+    }
+
+    void ADroppedListGoesToItsWindow()
+    {
+        QFETCH(const QString, name);
+        Paketbuehne b;
+        QStringList eingelesen;
+        b.OeffnenMit({1});
+        LBoxFenster fenster;
+        fenster.AsciiImport = [&](const QString &pfad) { eingelesen << pfad; };
+        b.fenster->SetFenster(fenster);
+        WriteFileSynced(b.Pfad(name), "a;b\n");
+        QVERIFY(Fallenlassen(b.fenster.get(), {b.Pfad(name)}));
+        QTRY_COMPARE(eingelesen, QStringList(b.Pfad(name)));
+        QCOMPARE(b.kartei.CurrentFileName, QString("a.pzb"));
+        b.kartei.CloseCardFile(); // now there is no box that it could go into
+        QVERIFY(!Fallenlassen(b.fenster.get(), {b.Pfad(name)}));
+    }
+
     void OtherFilesAndSeveralAreNotTaken()
     {
         Paketbuehne b;

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Deckausgabe.h"
 #include "Deckquelle.h"
+#include "Deckvorleser.h"
 #include "StoreError.h"
 #include "TestProgram.h"
+#include "ZipReader.h"
+#include "ZipWriter.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +16,8 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <QTest>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 
 using namespace paukfix;
 
@@ -29,6 +35,12 @@ private slots:
     void DecksMadeToHarmAreRefusedOrHarmless_data();
     void DecksMadeToHarmAreRefusedOrHarmless();
     void NothingOfAnotherFileComesIn();
+    void TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled_data();
+    void TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled();
+    void CardsReadAheadAreTheSame_data();
+    void CardsReadAheadAreTheSame();
+    void AnErrorComesBehindTheCardsThatWereReadBefore();
+    void WhoWantsNoMoreCardsNeedNotReadThem();
 };
 
 namespace {
@@ -105,6 +117,36 @@ QString Name(const std::optional<Deckmedium> &medium)
 {
     return medium ? medium->name : QString();
 }
+
+// A deck of cards "1", "2", ... that is damaged behind the last one.
+class Zaehlquelle final : public Deckquelle
+{
+public:
+    explicit Zaehlquelle(int karten) : karten_(karten) {}
+
+    Deckinhalt Inhalt() const override { return {.titel = {}, .art = {}, .karten = karten_, .stapel = {}}; }
+
+    bool Naechste(Deckkarte &karte, Deckbericht &bericht) override
+    {
+        if (gelesen_ == karten_)
+            throw StoreError(Fehler::Beschaedigt, "beschädigt");
+        karte = {};
+        karte.frage = {"1", QString::number(++gelesen_)};
+        karte.antworten.push_back({});
+        bericht.Melden(Deckrest::Markierung, karte.frage.klar);
+        return true;
+    }
+
+    int Gelesen() const override { return gelesen_; }
+
+    void VonVorn() override { gelesen_ = 0; }
+
+    std::optional<QByteArray> Medium(const QString &) override { return {}; }
+
+private:
+    int karten_;
+    int gelesen_ = 0;
+};
 
 } // namespace
 
@@ -306,6 +348,136 @@ void DeckLesenTest::NothingOfAnotherFileComesIn()
     Deckbericht bericht;
     for (const Deckkarte &karte : Karten(*quelle, bericht))
         QVERIFY(!karte.frage.klar.contains(geheim.left(12)));
+}
+
+void DeckLesenTest::TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled_data()
+{
+    QTest::addColumn<QString>("strich");
+    QTest::addColumn<QString>("antwort");
+    QTest::newRow("usual") << "vorn <hr id=answer> hinten"
+                           << "hinten";
+    QTest::newRow("large") << "vorn <HR ID=ANSWER> hinten"
+                           << "hinten";
+    QTest::newRow("mixed") << "vorn <Hr id=answer> hinten"
+                           << "hinten";
+    QTest::newRow("quoted") << "vorn <hR id = 'answer' /> hinten"
+                            << "hinten";
+    QTest::newRow("the first one") << "vorn <HR id=answer> Mitte <hr id=answer> hinten"
+                                   << "Mitte\r\nhinten";
+    QTest::newRow("not any line") << "vorn <hr><i>i</i> <HR id=answer> hinten"
+                                  << "hinten";
+    QTest::newRow("no line") << "vorn <hr> hinten"
+                             << "vorn\r\nhinten";
+    QTest::newRow("not closed") << "vorn <hr> hinten <hr id=answer"
+                                << "vorn\r\nhinten";
+}
+
+// Of a package whose template is changed.
+void DeckLesenTest::TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled()
+{
+    QFETCH(const QString, strich);
+    QFETCH(const QString, antwort);
+    const QTemporaryDir ordner;
+    Deckbericht bericht;
+    CardRecord karte;
+    karte.Antworttyp = 1;
+    karte.Frage = karte.Frage_Klartext = "Frage";
+    karte.Antwort_1 = karte.Antwort_1_Klartext = "Antwort";
+    ApkgSchreiben(ordner.filePath("eins.apkg"),
+                  {.titel = "T",
+                   .medien = ordner.path(),
+                   .anzahl = 1,
+                   .naechste =
+                       [&, einmal = true](CardRecord &eine) mutable {
+                           eine = karte;
+                           return std::exchange(einmal, false);
+                       }},
+                  bericht);
+    const ZipReader alt(ordner.filePath("eins.apkg"));
+    QFile sammlung(ordner.filePath("sammlung"));
+    QVERIFY(sammlung.open(QIODevice::WriteOnly));
+    sammlung.write(alt.Read(*alt.Find("collection.anki2"), 10'000'000));
+    sammlung.close();
+    {
+        SQLite::Database datenbank(sammlung.fileName().toStdString(), SQLite::OPEN_READWRITE);
+        SQLite::Statement lesen(datenbank, "SELECT models FROM col");
+        QVERIFY(lesen.executeStep());
+        QJsonObject typen = QJsonDocument::fromJson(lesen.getColumn(0).getText()).object();
+        for (const QString &nummer : typen.keys()) {
+            QJsonObject typ = typen[nummer].toObject();
+            QJsonObject vorlage = typ["tmpls"].toArray()[0].toObject();
+            vorlage["afmt"] = strich;
+            typ["tmpls"] = QJsonArray{vorlage};
+            typen[nummer] = typ;
+        }
+        lesen.reset();
+        SQLite::Statement schreiben(datenbank, "UPDATE col SET models=?1");
+        schreiben.bind(1, QJsonDocument(typen).toJson().toStdString());
+        QCOMPARE(schreiben.exec(), 1);
+    }
+    ZipWriter neu(ordner.filePath("zwei.apkg"));
+    neu.AddFile("collection.anki2", sammlung.fileName());
+    neu.Finish();
+    const auto quelle = DeckOeffnen(ordner.filePath("zwei.apkg"));
+    const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
+    QCOMPARE(karten.size(), 1U);
+    QCOMPARE(karten[0].antworten[0].text.klar, antwort);
+}
+
+void DeckLesenTest::CardsReadAheadAreTheSame_data()
+{
+    EveryCardComesAsItIs_data();
+}
+
+void DeckLesenTest::CardsReadAheadAreTheSame()
+{
+    QFETCH(const QString, name);
+    const auto quelle = DeckOeffnen(Probe(name));
+    Deckbericht bericht;
+    const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
+    quelle->VonVorn();
+    Deckbericht anderer;
+    std::size_t i = 0;
+    {
+        Deckvorleser vorleser(*quelle);
+        for (Deckkarte karte; vorleser.Naechste(karte, anderer); ++i) {
+            QVERIFY(i < karten.size());
+            QCOMPARE(karte.frage.reich, karten[i].frage.reich);
+            QCOMPARE(karte.antworten[0].text.reich, karten[i].antworten[0].text.reich);
+            QCOMPARE(Name(karte.frageBild), Name(karten[i].frageBild));
+        }
+        Deckkarte keine;
+        QVERIFY(!vorleser.Naechste(keine, anderer));
+    }
+    QCOMPARE(i, karten.size());
+    QCOMPARE(anderer.Text(), bericht.Text());
+}
+
+void DeckLesenTest::AnErrorComesBehindTheCardsThatWereReadBefore()
+{
+    Zaehlquelle quelle(700);
+    Deckvorleser vorleser(quelle);
+    Deckbericht bericht;
+    Deckkarte karte;
+    for (int i = 1; i <= 700; ++i) {
+        QVERIFY(vorleser.Naechste(karte, bericht));
+        QCOMPARE(karte.frage.klar, QString::number(i));
+    }
+    for (int mal = 0; mal < 2; ++mal) // and stays
+        QVERIFY_THROWS_EXCEPTION(StoreError, vorleser.Naechste(karte, bericht));
+    QCOMPARE(bericht.Zahl(Deckrest::Markierung), 700);
+}
+
+void DeckLesenTest::WhoWantsNoMoreCardsNeedNotReadThem()
+{
+    Zaehlquelle quelle(1'000'000);
+    {
+        Deckvorleser vorleser(quelle);
+        Deckbericht bericht;
+        Deckkarte karte;
+        QVERIFY(vorleser.Naechste(karte, bericht));
+    }
+    QVERIFY2(quelle.Gelesen() < 1'000, qPrintable(QString::number(quelle.Gelesen())));
 }
 
 PAUKFIX_TEST(DeckLesenTest)

@@ -27,6 +27,7 @@ private slots:
     void ATextThatIsTooLongIsNone();
     void AnyNestingTakesLinearTime_data();
     void AnyNestingTakesLinearTime();
+    void AShortTextIsWrittenAsALongOneIs();
 };
 
 void HtmlLeserTest::LinesAndWhiteSpaceAreThoseOfAPage_data()
@@ -175,6 +176,50 @@ void HtmlLeserTest::AnyNestingTakesLinearTime()
 {
     QFETCH(const QString, html);
     HtmlLesen(html); // the test's own time would tell
+}
+
+// A long text goes through a document: what a short one is written as must be its beginning.
+void HtmlLeserTest::AShortTextIsWrittenAsALongOneIs()
+{
+    const QStringList stuecke{"Wort", " ",      "ä",      "\\", "{}",   "\n",
+                              "€",    "\u00AD", "\u2011", "😀",  "\n\n", "ß ñ"};
+    quint32 zahl = 1; // the same texts each time
+    const auto naechste = [&zahl](quint32 grenze) {
+        zahl = zahl * 1'664'525 + 1'013'904'223;
+        return (zahl >> 16) % grenze;
+    };
+    for (int mal = 0; mal < 300; ++mal) {
+        Lauftext text;
+        text.schriften = {"Arial", "Größe; 1"};
+        for (quint32 lauf = 0, laeufe = 1 + naechste(6); lauf < laeufe; ++lauf) {
+            Laufformat format;
+            format.fett = naechste(2) == 1;
+            format.kursiv = naechste(3) == 1;
+            format.unterstrichen = naechste(4) == 1;
+            format.durchgestrichen = naechste(4) == 1;
+            format.lage = static_cast<signed char>(naechste(5) == 1 ? 1 : naechste(5) == 1 ? -1 : 0);
+            format.versatz = static_cast<short>(naechste(6) == 1 ? 60 : naechste(6) == 1 ? -45 : 0);
+            format.halbpunkte = static_cast<short>(naechste(3) == 1 ? 8 + naechste(60) : 0);
+            format.schrift = static_cast<int>(naechste(3)) - 1;
+            if (naechste(3) == 1)
+                format.farbe = naechste(3) == 1 ? 0xFF000000U : 0xFF102030U;
+            text.laeufe.push_back({text.text.size(), format});
+            for (quint32 stueck = 0, alle = 1 + naechste(6); stueck < alle; ++stueck)
+                text.text += stuecke[static_cast<qsizetype>(naechste(static_cast<quint32>(stuecke.size())))];
+        }
+        text.text += 'x';
+        for (qsizetype zeichen = 0; zeichen < text.text.size(); ++zeichen)
+            if ((zeichen == 0 || text.text[zeichen - 1] == '\n') && naechste(3) == 1)
+                text.absaetze.push_back({zeichen, static_cast<Ausrichtung>(naechste(4))});
+        if (!text.IstFormatiert())
+            continue;
+        const QString ende = "\\par\r\n}\r\n";
+        const QString kurz = AlsKartentext(text)->reich;
+        QVERIFY(kurz.endsWith(ende));
+        const QString rest(10'001, 'y');
+        text.text += rest;
+        QCOMPARE(kurz.chopped(ende.size()) + rest + ende, AlsKartentext(text)->reich);
+    }
 }
 
 PAUKFIX_TEST(HtmlLeserTest)
