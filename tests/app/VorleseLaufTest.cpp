@@ -94,11 +94,15 @@ private:
     }
 
     // Painted words that are not heard. A text that is too long for its place is painted with dots at its
-    // end.
+    // end; the days below a picture ("31. Okt.") are those of the table beside it.
     static QStringList Unerhoert(const QStringList &gemalt, const QString &gehoert)
     {
+        static const QRegularExpression Achsentag(
+            "^\\d+\\. (Jan|Feb|März|Apr|Mai|Juni|Juli|Aug|Sept?|Okt|Nov|Dez)\\.?$");
         QStringList stumm;
-        for (const QString &text : gemalt)
+        for (const QString &text : gemalt) {
+            if (Achsentag.match(text).hasMatch())
+                continue;
             for (QString wort : text.split(' ')) {
                 wort.remove(u'…');
                 const bool istWort =
@@ -106,6 +110,7 @@ private:
                 if (istWort && !gehoert.contains(wort))
                     stumm << wort;
             }
+        }
         return stumm;
     }
 
@@ -117,7 +122,7 @@ private:
         const auto alles = [&] {
             const QStringList gemalt = Gemalt();
             gehoert = Vorgelesen();
-            fehlt = gemalt.size() > 2 ? Unerhoert(gemalt, gehoert) : QStringList("(nothing is painted)");
+            fehlt = gemalt.size() > 1 ? Unerhoert(gemalt, gehoert) : QStringList("(nothing is painted)");
             for (const QString &text : texte)
                 if (!gehoert.contains(text))
                     fehlt << text;

@@ -20,14 +20,16 @@ private:
     std::unique_ptr<Anzeige> anzeige_;
     std::unique_ptr<QTemporaryDir> ordner_;
     std::unique_ptr<Lauf> lauf_;
+    std::unique_ptr<Lauf> quelle_; // stays: what was dropped is fetched from it afterwards
 
     QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
     // Drags the file to a place of this window, in hundredths of its size, and drops it there once the window
     // wants it. False where it is not taken.
-    bool Ziehen(const QString &datei, const QString &titel, QPoint wohin) const
+    bool Ziehen(const QString &datei, const QString &titel, QPoint wohin)
     {
-        Lauf quelle(*anzeige_, WorkerPath("ziehquelle"), {datei});
+        quelle_ = std::make_unique<Lauf>(*anzeige_, WorkerPath("ziehquelle"), QStringList{datei});
+        Lauf &quelle = *quelle_;
         quelle.prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QStringList gesagt;
         const auto sagt = [&](const QString &wort) {
@@ -91,7 +93,11 @@ private slots:
         QVERIFY(lauf_->HatGeoeffnet(Pfad("a.pzb")));
     }
 
-    void cleanup() { lauf_.reset(); }
+    void cleanup()
+    {
+        lauf_.reset();
+        quelle_.reset();
+    }
 
     void APictureDroppedOnASlotIsThatMomentsPicture()
     {
