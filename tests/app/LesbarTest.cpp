@@ -79,23 +79,9 @@ private slots:
         QTest::addColumn<QString>("eintrag");
         QTest::addColumn<QString>("name");
         for (const bool dunkel : {false, true})
-            for (const auto &[eintrag, name] : {std::pair{"Manzeigen", "Uebersicht"},
-                                                {"MAscii_Export", "AExport"},
-                                                {"MAscii_Import", "AImport"},
-                                                {"MThema_ausfiltern", "Themaausfiltern"},
-                                                {"MKartei_anhängen", "Karteianhängen"},
-                                                {"MKartei_spiegeln", "Karteispiegeln"},
-                                                {"MKartei_packen", "Karteipacken"},
-                                                {"MFremdeKartei", "FremdeKartei"},
-                                                {"MKartei_ausgeben", "Karteiausgeben"},
-                                                {"MAlleNeu", "AlleNull"},
-                                                {"MErledigtNeu", "ErlNull"},
-                                                {"MStatistik", "Statistik"},
-                                                {"MVerlauf", "Verlauf"},
-                                                {"MSicherungen", "Sicherungen"},
-                                                {"MSchriftart", "Schriftdialog"},
-                                                {"MHandbuch", "Handbuch"},
-                                                {"Müber", "über"}})
+            for (const auto &[eintrag, name] :
+                 Dateiwerkzeuge + Nachschau +
+                     QList<Menuefenster>{{"MSchriftart", "Schriftdialog"}, {"MHandbuch", "Handbuch"}})
                 QTest::addRow("%s %s", name, dunkel ? "dark" : "light")
                     << dunkel << QString(eintrag) << QString(name);
     }
