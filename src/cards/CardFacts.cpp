@@ -9,6 +9,8 @@
 #include <SQLiteCpp/Statement.h>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace paukfix {
 
@@ -30,7 +32,14 @@ QStringList Topics(CardRecordset &cards)
     QCollator german(QLocale(QLocale::German, QLocale::Germany));
     german.setCaseSensitivity(Qt::CaseInsensitive);
     german.setNumericMode(true);
-    std::sort(topics.begin(), topics.end(), german);
+    // With the keys that they are sorted by: each is compared many times.
+    std::vector<std::pair<QCollatorSortKey, QString>> sorted;
+    sorted.reserve(static_cast<std::size_t>(topics.size()));
+    for (const QString &topic : std::as_const(topics))
+        sorted.emplace_back(german.sortKey(topic), topic);
+    std::sort(sorted.begin(), sorted.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    for (std::size_t i = 0; i < sorted.size(); ++i)
+        topics[static_cast<qsizetype>(i)] = sorted[i].second;
     return topics;
 }
 

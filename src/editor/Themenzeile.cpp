@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QListView>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -26,6 +27,9 @@ Themenzeile::Themenzeile(QWidget *parent) : QLineEdit(parent), vorschlaege_(new 
     ergaenzer->setCaseSensitivity(Qt::CaseInsensitive);
     ergaenzer->setFilterMode(Qt::MatchContains);
     ergaenzer->popup()->setAccessibleName(u"Themen der Kartei"_s);
+    // Measured one by one, thousands of topics would hold up each key.
+    if (auto *liste = qobject_cast<QListView *>(ergaenzer->popup()))
+        liste->setUniformItemSizes(true);
     setCompleter(ergaenzer);
     // The toolkit sets the text of a proposal as the program would.
     for (const auto &weg : {qOverload<const QString &>(&QCompleter::activated),

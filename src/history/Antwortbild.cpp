@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString Keine = u"In dieser Zeit wurde noch keine Frage beantwortet."_s;
+
 // The answers of some days, which one bar shows.
 struct Balken
 {
@@ -48,7 +50,9 @@ QString Antwortbild::Titel() const
 
 QString Antwortbild::InWorten() const
 {
-    return AntwortenInWorten(Werte());
+    const bool keine = std::ranges::none_of(
+        Werte().tage, [](const auto &stand) { return stand && stand->richtig + stand->falsch > 0; });
+    return (keine ? Keine + u' ' : QString()) + AntwortenInWorten(Werte());
 }
 
 QString Antwortbild::TagInWorten(int tag) const
@@ -67,8 +71,7 @@ void Antwortbild::Malen(QPainter &maler, const QRectF &feld) const
     const int falsch = std::ranges::max(alle, {}, &Balken::falsch).falsch;
     if (richtig + falsch == 0) {
         maler.setPen(farben.leiseTinte);
-        maler.drawText(feld, Qt::AlignCenter | Qt::TextWordWrap,
-                       u"In dieser Zeit wurde noch keine Frage beantwortet."_s);
+        maler.drawText(feld, Qt::AlignCenter | Qt::TextWordWrap, Keine);
         return;
     }
     const Wertachse achse = Wertachse::Fuer(richtig, falsch, MeisteMarken(feld));

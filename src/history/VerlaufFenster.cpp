@@ -220,8 +220,9 @@ void VerlaufFenster::Anordnen()
 {
     constexpr int SchmalePixel = 800;
     const int zeile = fontMetrics().height();
-    niedrig_ = height() < zeile * 34;
     const bool schmal = width() < std::max(SchmalePixel, zeile * 46);
+    // The names of the compartments need their room, and the numbers take two rows of a narrow one.
+    niedrig_ = height() < zeile * (schmal ? 42 : 34);
     const int rand = schmal || niedrig_ ? 12 : 24;
     layout()->setContentsMargins(rand, rand, rand, rand);
     layout()->setSpacing(niedrig_ ? 8 : 12);

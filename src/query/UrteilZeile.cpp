@@ -74,7 +74,8 @@ UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
 QRadioButton *UrteilZeile::OptionBauen(const QString &text, const QString &name, bool richtig)
 {
     auto *option = Benannt(new QRadioButton(text, this), name, QString(text).remove(u'&'));
-    option->setToolTip(u"Das Urteil selbst fällen"_s);
+    // A small window has no room for the line of keys.
+    option->setToolTip(u"Das Urteil selbst fällen (Alt+%1)"_s.arg(richtig ? u'R' : u'F'));
     option->installEventFilter(this);
     connect(option, &QRadioButton::toggled, this, [this, richtig](bool an) {
         if (an)

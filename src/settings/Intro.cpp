@@ -18,6 +18,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace paukfix {
@@ -31,6 +32,17 @@ constexpr qint16 LetztesBild = 11;
 constexpr qint16 LosGehts = 13;
 constexpr int Takt = 1000;        // milliseconds
 constexpr QSizeF Masse{960, 600}; // of the window at 96 dpi, in the shape of the pictures
+
+// What the pictures tell, in words.
+constexpr std::array<const char16_t *, LetztesBild - ErstesBild + 1> Geschichte{
+    u"Eine neue Karte wird geschrieben. Der Kasten hat die Fächer Neu, 1, 2, 3, 4 und 5, daneben liegen die "
+    u"erledigten.",
+    u"Die Karte kommt in das Fach Neu.",
+    u"Eine falsche Antwort: Die Karte geht in Fach 1.",
+    u"Eine richtige Antwort: Die Karte steigt in Fach 2 auf.",
+    u"Noch zwei richtige Antworten: Sie ist in Fach 4.",
+    u"Fünf richtige Antworten nacheinander: Die Karte ist erledigt.",
+    u"Paukfix. Jede Karte wandert durch die Fächer Neu, 1, 2, 3, 4 und 5 zu den erledigten."};
 
 const QString Kontext = u"Fehler bei Form Intro Load: "_s;
 
@@ -113,6 +125,8 @@ void Intro::NummerZeigen(int nummer)
 {
     gezeigt_ = nummer;
     punkte_->SetBild(nummer - ErstesBild);
+    setAccessibleDescription(
+        QString::fromUtf16(Geschichte.at(static_cast<std::size_t>(nummer - ErstesBild))));
     Step(meldungen_, Kontext,
          [this] { BildZeigen(konfig_.ProgrammDatei(u"lbox%1.jpg"_s.arg(gezeigt_, 2, 10, '0'_L1))); });
 }

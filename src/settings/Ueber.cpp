@@ -9,10 +9,16 @@
 #include "SafeFile.h"
 #include "Step.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScreen>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QVBoxLayout>
+#include <QtMath>
+
+#include <algorithm>
 
 namespace paukfix {
 
@@ -44,6 +50,7 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
 
     Command1_ = Benannt(new QPushButton(u"OK"_s, this), u"Command1"_s, u"OK"_s);
     Command1_->setDefault(true);
+    Command1_->setProperty("leitend", true);
     Command1_->setFocus();
     connect(Command1_, &QPushButton::clicked, this, [this] { accept(); });
 
@@ -61,6 +68,37 @@ constexpr qint64 MaxText = qint64{4} * 1024 * 1024; // bytes; the shipped text h
         SetRichTextBytes(*RichTextBox1_->document(), ReadFile(ueberRtf, MaxText));
         RichTextBox1_->moveCursor(QTextCursor::Start);
     });
+}
+
+void über::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    GanzeZeilenZeigen();
+}
+
+void über::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (isVisible())
+        GanzeZeilenZeigen();
+}
+
+// The text ends below a line that is seen whole, not in the middle of one.
+void über::GanzeZeilenZeigen()
+{
+    const QAbstractTextDocumentLayout &anordnung = *RichTextBox1_->document()->documentLayout();
+    const double platz = RichTextBox1_->contentsRect().height();
+    double unten = 0;
+    for (QTextBlock absatz = RichTextBox1_->document()->begin(); absatz.isValid(); absatz = absatz.next()) {
+        const double oben = anordnung.blockBoundingRect(absatz).top();
+        for (int i = 0; i < absatz.layout()->lineCount(); ++i) {
+            const double ende = oben + absatz.layout()->lineAt(i).rect().bottom();
+            if (ende <= platz)
+                unten = std::max(unten, ende);
+        }
+    }
+    const bool rollt = anordnung.documentSize().height() > platz && unten > 0;
+    RichTextBox1_->SetRand({0, 0, 0, rollt ? qFloor(platz - unten) : 0});
 }
 
 } // namespace paukfix

@@ -19,7 +19,13 @@ public:
     // Says what went wrong where the text cannot be read; the box is empty then.
     über(const QString &ueberRtf, Meldungen &meldungen, QWidget *parent = nullptr);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void GanzeZeilenZeigen();
+
     RichTextBox *RichTextBox1_ = nullptr;
     QPushButton *Command1_ = nullptr;
 };

@@ -41,6 +41,7 @@ Statistik::Statistik(const StatistikWerte &werte, QWidget *parent) : QDialog(par
 
     cmdZurück_ = Benannt(new QPushButton(u"Zurück"_s, this), u"cmdZurück"_s, u"Zurück"_s);
     cmdZurück_->setDefault(true);
+    cmdZurück_->setProperty("leitend", true);
     cmdZurück_->setFocus();
     connect(cmdZurück_, &QPushButton::clicked, this, [this] { accept(); });
 

@@ -166,11 +166,15 @@ void AImport::Zeigen()
     const auto aufbau = Gewaehlt();
     const bool zeigbar = probe_ && aufbau;
     const Importvorschau vorschau = zeigbar ? Ansehen(*aufbau) : Importvorschau();
-    tafel_->setVisible(zeigbar);
-    // Who has chosen a file knows what it is about: its cards take the room.
+    // Who has chosen a file knows what it is about: its cards take the room. What comes must find it free, or
+    // the window grows, over the edge of a small screen.
+    if (!zeigbar)
+        tafel_->hide();
     ErklaerungZeigen(!zeigbar);
     for (QLabel *hinweis : hinweise_)
         hinweis->setVisible(!zeigbar);
+    if (zeigbar)
+        tafel_->show();
     tafel_->Zeigen(vorschau);
     chkFaecher_->setVisible(zeigbar && aufbau->alleFelder);
     vorhandene_->Anbieten(vorschau.bekannt, vorschau.andereAntwort);

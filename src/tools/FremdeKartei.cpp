@@ -119,7 +119,7 @@ void FremdeKartei::WahlBauen()
     const int neuzeile = zeile(u"Einlesen in:"_s, optNeu_);
     felder->addLayout(neu, neuzeile, 1);
     felder->addWidget(cmdZiel_, neuzeile, 2);
-    const QString kartei = offen ? u"die geöffnete Kartei „%1“"_s.arg(Kurztext(Store().CurrentFileName))
+    const QString kartei = offen ? u"die geöffnete Kartei „%1“"_s.arg(Kurztext(Store().CurrentFileName, 40))
                            : Store().IsOpen() ? u"die geöffnete Kartei (nur zum Ansehen)"_s
                                               : u"die geöffnete Kartei (keine)"_s;
     optOffen_ =
@@ -131,8 +131,11 @@ void FremdeKartei::WahlBauen()
     auto *offenzeile = new QHBoxLayout;
     offenzeile->addWidget(optOffen_);
     offenzeile->addStretch(1);
-    offenzeile->addWidget(Beschriftung(u"&schon da:"_s, cmbVorhandene_, this));
+    auto *schonDa = Beschriftung(u"&schon da:"_s, cmbVorhandene_, this);
+    offenzeile->addWidget(schonDa);
     offenzeile->addWidget(cmbVorhandene_);
+    for (QWidget *teil : {static_cast<QWidget *>(schonDa), static_cast<QWidget *>(cmbVorhandene_)})
+        teil->setVisible(offen);
     felder->addLayout(offenzeile, felder->rowCount(), 1, 1, 2);
 
     cmbThema_ = Benannt(new QComboBox(this), u"cmbThema"_s, u"Thema der Karten"_s);

@@ -101,6 +101,8 @@ public:
         connect(knoepfe, &QDialogButtonBox::accepted, this, &QDialog::accept);
         connect(knoepfe, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
+        knoepfe->button(QDialogButtonBox::Ok)->setProperty("leitend", true);
+
         auto *unten = new QHBoxLayout;
         unten->addWidget(farbknopf_);
         unten->addStretch();

@@ -274,6 +274,15 @@ void Hausstil::drawControl(ControlElement element, const QStyleOption *option, Q
         Stilmaler::Knopf(*painter, *knopf, Art(widget));
         return;
     }
+    if (const auto *feld = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        feld && element == CE_ComboBoxLabel) {
+        QStyleOptionComboBox gekuerzt = *feld;
+        const int breite =
+            proxy()->subControlRect(CC_ComboBox, feld, SC_ComboBoxEditField, widget).width() - 2;
+        gekuerzt.currentText = feld->fontMetrics.elidedText(feld->currentText, Qt::ElideRight, breite);
+        QProxyStyle::drawControl(element, &gekuerzt, painter, widget);
+        return;
+    }
     if (knopf && element == CE_PushButtonLabel) {
         QStyleOptionButton beschriftet = *knopf;
         beschriftet.palette.setColor(QPalette::ButtonText, Stilmaler::Knopftext(knopf->palette, Art(widget)));
@@ -295,6 +304,19 @@ void Hausstil::drawComplexControl(ComplexControl control, const QStyleOptionComp
         Drehfeld(*painter, *proxy(), *drehfeld, widget);
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+// The text of a box that can be written in begins where those of all fields do, clear of the outline.
+QRect Hausstil::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl teil,
+                               const QWidget *widget) const
+{
+    const QRect platz = QProxyStyle::subControlRect(control, option, teil, widget);
+    const auto *klappfeld = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+    if (!klappfeld || !klappfeld->editable || teil != SC_ComboBoxEditField)
+        return platz;
+    const int luft = Feldpolster - 2; // the toolkit's line has 2 px of its own
+    return visualRect(option->direction, option->rect,
+                      visualRect(option->direction, option->rect, platz).adjusted(luft - 2, 0, 0, 0));
 }
 
 QRect Hausstil::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const

@@ -80,7 +80,11 @@ QColor Knopfgrund(const QPalette &palette)
 QColor Knopftext(const QPalette &palette, Knopfart art)
 {
     if (palette.currentColorGroup() == QPalette::Disabled)
-        return palette.color(QPalette::ButtonText);
+        return art != Knopfart::Leitend
+                   ? palette.color(QPalette::ButtonText)
+                   : Farben::Lesbar(palette.color(QPalette::ButtonText),
+                                    Zurueckgenommen(HausfarbenZu(palette).akzent, palette),
+                                    Farben::KontrastUmriss);
     switch (art) {
     case Knopfart::Leitend:
         return HausfarbenZu(palette).akzentTinte;

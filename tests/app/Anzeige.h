@@ -4,8 +4,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QPoint>
 #include <QProcess>
+#include <QRect>
 #include <QRegularExpression>
 #include <QSize>
 #include <QTest>
@@ -194,6 +196,24 @@ public:
             return {};
         return Xdotool({"getactivewindow", "getwindowgeometry"}).section('\n', 1);
     }
+
+    // The same on the display, without its frame; empty where it never gets the keyboard.
+    QRect Flaeche(const QString &titel) const
+    {
+        if (!WarteAuf(titel))
+            return {};
+        QHash<QString, int> zahlen;
+        for (const QString &zeile : Xdotool({"getactivewindow", "getwindowgeometry", "--shell"}).split('\n'))
+            zahlen.insert(zeile.section('=', 0, 0), zeile.section('=', 1).toInt());
+        return {zahlen["X"], zahlen["Y"], zahlen["WIDTH"], zahlen["HEIGHT"]};
+    }
+
+    void MausNach(QPoint ort) const
+    {
+        Xdotool({"mousemove", QString::number(ort.x()), QString::number(ort.y())});
+    }
+
+    void MausTaste(bool gedrueckt) const { Xdotool({gedrueckt ? "mousedown" : "mouseup", "1"}); }
 
     // Waits until much of the display has this colour, as "#00FF00".
     bool WarteAufFarbe(const QString &farbe) const

@@ -7,6 +7,8 @@
 
 #include <QImage>
 
+#include <algorithm>
+
 using namespace paukfix;
 
 namespace {
@@ -64,7 +66,7 @@ private:
 
     QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
-    // Lines of role, name, description and text of all that the active window shows.
+    // Lines of name, description and text of all that the active window shows.
     QString Vorgelesen() const
     {
         QProcess leser;
@@ -72,17 +74,55 @@ private:
         leser.setStandardErrorFile(QProcess::nullDevice());
         leser.start("/usr/bin/python3", {SourceFile("tests/app/vorlesen.py"), "paukfix"});
         leser.waitForFinished();
-        return QString::fromUtf8(leser.readAllStandardOutput());
+        QStringList zeilen = QString::fromUtf8(leser.readAllStandardOutput()).split('\n');
+        for (QString &zeile : zeilen)
+            zeile = zeile.section('\t', 1); // what it is, is no text of the window
+        return zeilen.join('\n');
     }
 
-    // Waits until the window of this title is heard with all these texts.
+    // What the active window writes on the screen, as the program itself has painted it: text by text.
+    QStringList Gemalt() const
+    {
+        lauf_->prozess.write("?");
+        QByteArray antwort;
+        const auto fertig = [&] {
+            antwort += lauf_->prozess.readAllStandardOutput();
+            return antwort.startsWith(".\n") || antwort.endsWith("\n.\n");
+        };
+        return QTest::qWaitFor(fertig, 30000) ? QString::fromUtf8(antwort).chopped(2).split('\n')
+                                              : QStringList();
+    }
+
+    // Painted words that are not heard. A text that is too long for its place is painted with dots at its
+    // end; the days below a picture ("31. Okt.") are those of the table beside it.
+    static QStringList Unerhoert(const QStringList &gemalt, const QString &gehoert)
+    {
+        static const QRegularExpression Achsentag(
+            "^\\d+\\. (Jan|Feb|März|Apr|Mai|Juni|Juli|Aug|Sept?|Okt|Nov|Dez)\\.?$");
+        QStringList stumm;
+        for (const QString &text : gemalt) {
+            if (Achsentag.match(text).hasMatch())
+                continue;
+            for (QString wort : text.split(' ')) {
+                wort.remove(u'…');
+                const bool istWort =
+                    std::ranges::any_of(wort, [](QChar zeichen) { return zeichen.isLetterOrNumber(); });
+                if (istWort && !gehoert.contains(wort))
+                    stumm << wort;
+            }
+        }
+        return stumm;
+    }
+
+    // Waits until the window of this title is heard with all that it paints, and with these texts.
     bool Hoerbar(const QString &titel, const QStringList &texte) const
     {
         QString gehoert;
         QStringList fehlt;
         const auto alles = [&] {
+            const QStringList gemalt = Gemalt();
             gehoert = Vorgelesen();
-            fehlt.clear();
+            fehlt = gemalt.size() > 1 ? Unerhoert(gemalt, gehoert) : QStringList("(nothing is painted)");
             for (const QString &text : texte)
                 if (!gehoert.contains(text))
                     fehlt << text;
@@ -103,12 +143,21 @@ private:
                anzeige_->Schliessen(titel, "Escape");
     }
 
+    void Starten(const QStringList &argumente)
+    {
+        lauf_ = std::make_unique<Lauf>(*anzeige_, Pfad("paukfix"), argumente);
+        lauf_->prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        QVERIFY(lauf_->Starten());
+    }
+
 private slots:
 
     void initTestCase()
     {
         anzeige_ = std::make_unique<Anzeige>();
         bus_ = std::make_unique<Bus>(*anzeige_);
+        anzeige_->umgebung.insert("QT_PLUGIN_PATH", PLUGINS_DIR);
+        anzeige_->umgebung.insert("QT_QPA_GENERIC_PLUGINS", "vorlesehilfe");
     }
 
     void cleanupTestCase()
@@ -137,12 +186,27 @@ private slots:
         kreuz.Antwort_2 = kreuz.Antwort_2_Klartext = "Esel";
         kreuz.Antwort_ch_2 = true;
         MakeCardFile(Pfad("a.pzb"), {tipp, kreuz, MakeCard(31, 2, 2), MakeCard(41, 6, 1)});
-        lauf_ = std::make_unique<Lauf>(*anzeige_, Pfad("paukfix"), QStringList{Pfad("a.pzb")});
-        QVERIFY(lauf_->Starten());
+        Starten({Pfad("a.pzb")});
         QVERIFY(lauf_->HatGeoeffnet(Pfad("a.pzb")));
     }
 
     void cleanup() { lauf_.reset(); }
+
+    // Its pictures have words on them, and tell a story.
+    void TheIntro()
+    {
+        lauf_.reset();
+        QFile konfig(Pfad("konfig.dat"));
+        QVERIFY(konfig.open(QIODevice::ReadWrite));
+        const QByteArray mit = konfig.readAll().replace("Animation=False", "Animation=True");
+        QVERIFY(konfig.resize(0) && konfig.seek(0) && konfig.write(mit) == mit.size());
+        konfig.close();
+        Starten({});
+        QVERIFY(Hoerbar("Merkkasten", {"los geht's", "Bild 7 von 7", "Paukfix", "Neu, 1, 2, 3, 4 und 5"}));
+        QVERIFY(anzeige_->Tasten("Merkkasten", {"Left", "Left", "Left", "Left"}));
+        QVERIFY(Hoerbar("Merkkasten", {"Bild 3 von 7", "falsch", "Fach 1"}));
+        QVERIFY(anzeige_->Schliessen("Merkkasten", "Return"));
+    }
 
     void TheBox()
     {

@@ -8,6 +8,7 @@
 #include "TestProgram.h"
 
 #include <QFile>
+#include <QImage>
 
 #include <memory>
 
@@ -59,6 +60,21 @@ private slots:
         QCOMPARE(meldungen.gezeigt.size(), 1);
         QVERIFY(meldungen.Texte()[0].contains("ueber.rtf"));
         QVERIFY(fenster_->isVisible());
+    }
+
+    void NoLineIsCutAtTheLowerEdge()
+    {
+        Schreiben("{\\rtf1 " + QByteArray("{\\fs28 gross}\\par viele kleine Zeilen Text\\par ").repeated(30) +
+                  "}");
+        RichTextBox *text = Zeigen();
+        for (int hoehe = 300; hoehe < 340; hoehe += 3) {
+            fenster_->resize(500, hoehe);
+            QTRY_COMPARE(fenster_->height(), hoehe);
+            const QImage bild = text->viewport()->grab().toImage();
+            for (int x = 1; x < bild.width(); ++x)
+                QCOMPARE(bild.pixelColor(x, bild.height() - 1).name(), bild.pixelColor(0, 0).name());
+            QVERIFY(bild.height() > 100);
+        }
     }
 
     void TheButtonClosesIt_data()

@@ -5,7 +5,10 @@
 #include "Farben.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QHash>
 #include <QImage>
 #include <QLabel>
@@ -78,6 +81,12 @@ inline bool HatText(const QWidget *teil)
         return !zeile->text().isEmpty();
     if (const auto *feld = qobject_cast<const QTextEdit *>(teil))
         return !feld->document()->isEmpty();
+    if (const auto *wahl = qobject_cast<const QComboBox *>(teil))
+        return !wahl->currentText().isEmpty();
+    if (const auto *liste = qobject_cast<const QAbstractItemView *>(teil))
+        return liste->model() && liste->model()->rowCount() > 0;
+    if (const auto *gruppe = qobject_cast<const QGroupBox *>(teil))
+        return !gruppe->title().isEmpty();
     return false;
 }
 

@@ -216,6 +216,23 @@ private slots:
         QVERIFY(tafel->viewport()->height() >= 3 * tafel->rowHeight(0) / 2);
     }
 
+    // The explanation makes room for the first cards, before they come: on a small screen the buttons would
+    // be lost.
+    void TheFirstCardsComeWithoutMakingTheWindowHigher()
+    {
+        Werkstatt w;
+        w.Oeffnen({});
+        w.Schreiben("a.txt", "Frage 1\tAntwort 1\r\n");
+        AImport fenster(w.oeffner, w.Alle());
+        Hand(fenster).Zeigen();
+        QCoreApplication::processEvents();
+        const int hoehe = fenster.height();
+        Hand(fenster).Ersetze("lblDateiname", "a.txt");
+        QVERIFY(Hand(fenster).Finde("tblVorschau")->isVisible());
+        QCoreApplication::processEvents();
+        QCOMPARE(fenster.height(), hoehe);
+    }
+
     void KnownCardsLeaveTheTextsOfAppendingTheirRoom()
     {
         Werkstatt w;
