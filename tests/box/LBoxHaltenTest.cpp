@@ -255,6 +255,35 @@ private slots:
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
     }
 
+    void TheAutomaticModeGoesOnBehindAKeptAnswer()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({3});
+        b.meldungen.wahlen = {NochEinmal};
+        b.meldungen.beiFrage = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
+        b.NaechsteAbfrage([&b](QWidget *) {
+            b.Tippe("Antwort 1");
+            b.Taste(Qt::Key_Return);
+            VollePlatte::Setzen(VollePlatte::Zustand::Voll);
+            b.Taste(Qt::Key_Return);
+        });
+        // Its second card is its last: from then on its clock stands.
+        b.NaechsteAbfrage([&b](QWidget *) {
+            b.clock.perSecond = 1'000'000;
+            b.Tippe("Antwort 2");
+            b.Taste(Qt::Key_Return);
+            b.Taste(Qt::Key_Return);
+        });
+        b.Menue("MAutoschalter")->trigger();
+        QTRY_COMPARE(b.Anzahl(2), 2);
+        QVERIFY(b.Menue("MAutoschalter")->isChecked());
+        b.Menue("MAutoschalter")->trigger();
+        QCOMPARE(b.gefragt, (QStringList{"1", "2"}));
+        QCOMPARE(b.meldungen.knopfreihen.size(), 1);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 2);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{3}, {}, {1, 2}, {}, {}, {}, {}}));
+    }
+
     void WhatIsDiscardedIsNotCounted()
     {
         LBoxBuehne b;
