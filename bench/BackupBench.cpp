@@ -5,7 +5,6 @@
 #include "BigBox.h"
 #include "CardStore.h"
 #include "KarteEinordnen.h"
-#include "Oeffnung.h"
 #include "SafeFile.h"
 #include "Sicherungen.h"
 
@@ -58,14 +57,9 @@ void BackupCopy(benchmark::State &state, bool ganz)
 void FirstAnswer(benchmark::State &state, bool mit)
 {
     const QTemporaryDir ordner;
-    QFile::copy(BigFile(), ordner.filePath(u"a.pzb"_s));
     const SystemClock clock;
     CardStore kartei;
-    kartei.KarteiPfad = ordner.path();
-    if (Oeffnen(kartei, u"a.pzb"_s, clock).ausgang != Oeffnung::Ausgang::Offen) {
-        state.SkipWithError("not opened");
-        return;
-    }
+    OpenCopy(kartei, ordner.path(), clock);
     for (auto _ : state) {
         state.PauseTiming();
         QDir(ordner.filePath(u"Sicherungen"_s)).removeRecursively();

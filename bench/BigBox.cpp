@@ -6,7 +6,9 @@
 #include "CardRecordset.h"
 #include "CardTransaction.h"
 #include "KarteiOeffner.h"
+#include "Oeffnung.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -64,6 +66,14 @@ const QString &BigFile()
         return name;
     }();
     return path;
+}
+
+void OpenCopy(CardStore &store, const QString &directory, const Clock &clock)
+{
+    store.KarteiPfad = directory;
+    if (!QFile::copy(BigFile(), directory + u"/a.pzb"_s) ||
+        Oeffnen(store, u"a.pzb"_s, clock).ausgang != Oeffnung::Ausgang::Offen)
+        qFatal("the copy of the big box cannot be opened");
 }
 
 SQLite::Database OpenFloor(const QString &path)

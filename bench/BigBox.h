@@ -28,6 +28,9 @@ QString Rtf(const QString &plain);
 // A box of 32,767 cards with texts of usual length, made once.
 const QString &BigFile();
 
+// Opens a copy of it in this directory. Ends the program where that fails.
+void OpenCopy(CardStore &store, const QString &directory, const Clock &clock);
+
 // Measures the opening of a big box.
 void OpenAgainAndAgain(benchmark::State &state, CardStore &store, KarteiOeffner &oeffner,
                        const QString &path = BigFile());

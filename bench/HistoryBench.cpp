@@ -7,11 +7,9 @@
 #include "Diagramm.h"
 #include "Hausfarben.h"
 #include "KarteEinordnen.h"
-#include "Oeffnung.h"
 #include "Verlaufsbuch.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -71,14 +69,9 @@ void FloorYear(benchmark::State &state)
 void Antworten(benchmark::State &state, bool mit)
 {
     const QTemporaryDir ordner;
-    QFile::copy(BigFile(), ordner.filePath(u"a.pzb"_s));
     const SystemClock clock;
     CardStore kartei;
-    kartei.KarteiPfad = ordner.path();
-    if (Oeffnen(kartei, u"a.pzb"_s, clock).ausgang != Oeffnung::Ausgang::Offen) {
-        state.SkipWithError("not opened");
-        return;
-    }
+    OpenCopy(kartei, ordner.path(), clock);
     Verlaufsbuch buch(kartei, clock, ordner.filePath(u"verlauf.sqlite"_s));
     buch.Nachsehen();
     for (auto _ : state) {

@@ -76,6 +76,7 @@ bool Programm::Starten(const Befehlszeile &befehl)
             u"Es kann nur eine Datei geöffnet werden. Nicht geöffnet: „%1“%2"_s.arg(weitere.first(), andere));
     }
     Intro intro(konfig_, meldungen_);
+    // Who names on the command line what to learn is not kept waiting.
     if (intro.Form_Load(befehl.weiter ? u"--weiter"_s : befehl.kartei) == Intro::Ausgang::Programmende)
         return false;
     lbox_ = std::make_unique<LBOX>(kartei_, oeffner_, dienste_,

@@ -307,9 +307,11 @@ void FremdeKartei::ErgebnisZeigen(const Eingelesenes &ergebnis)
         text += u", dazu %1"_s.arg(Viele(ergebnis.medien, u"Bild oder Ton"_s, u"Bilder und Töne"_s));
     text += u'.';
     if (ergebnis.ausgelassen > 0)
-        text += u"\n%1 gab es schon; sie wurden ausgelassen."_s.arg(KartenText(ergebnis.ausgelassen));
+        text += u"\n%1 gab es schon; %2 ausgelassen."_s.arg(
+            KartenText(ergebnis.ausgelassen), ergebnis.ausgelassen == 1 ? u"sie wurde"_s : u"sie wurden"_s);
     if (ergebnis.erneuert > 0)
-        text += u"\n%1 haben eine neue Antwort."_s.arg(KartenText(ergebnis.erneuert));
+        text += u"\n%1 %2 eine neue Antwort."_s.arg(KartenText(ergebnis.erneuert),
+                                                    ergebnis.erneuert == 1 ? u"hat"_s : u"haben"_s);
     if (ergebnis.rest.isEmpty())
         Dienst().meldungen.Zeigen(text);
     else

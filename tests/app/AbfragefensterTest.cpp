@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -10,16 +9,12 @@
 using namespace paukfix;
 
 // The built program's query in its real window: where it stands, and a key that is held down in it.
-class AbfragefensterTest : public QObject
+class AbfragefensterTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
     const QString box_ = "Lern-Box", abfrage_ = "Merkkasten Abfrage";
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
     QByteArray Konfig() const
     {
@@ -53,14 +48,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
     void init()
     {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
+        Aufbauen(Vorspann::Nein);
         QList<CardRecord> karten;
         for (int i = 1; i <= 20; ++i)
             karten << MakeCard(i, 0, i);

@@ -270,22 +270,8 @@ private slots:
     {
         QTest::addColumn<QString>("eintrag");
         QTest::addColumn<QString>("name");
-        for (const auto &[eintrag, name] : {std::pair{"Manzeigen", "Uebersicht"},
-                                            {"MAscii_Export", "AExport"},
-                                            {"MAscii_Import", "AImport"},
-                                            {"MThema_ausfiltern", "Themaausfiltern"},
-                                            {"MKartei_anhängen", "Karteianhängen"},
-                                            {"MKartei_spiegeln", "Karteispiegeln"},
-                                            {"MKartei_packen", "Karteipacken"},
-                                            {"MFremdeKartei", "FremdeKartei"},
-                                            {"MKartei_ausgeben", "Karteiausgeben"},
-                                            {"MAlleNeu", "AlleNull"},
-                                            {"MErledigtNeu", "ErlNull"},
-                                            {"MStatistik", "Statistik"},
-                                            {"MHandbuch", "Handbuch"},
-                                            {"MVerlauf", "Verlauf"},
-                                            {"MSicherungen", "Sicherungen"},
-                                            {"Müber", "über"}})
+        for (const auto &[eintrag, name] :
+             Dateiwerkzeuge + Nachschau + QList<Menuefenster>{{"MHandbuch", "Handbuch"}})
             QTest::newRow(name) << QString(eintrag) << QString(name);
     }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -11,16 +10,11 @@ using namespace paukfix;
 using namespace Qt::StringLiterals;
 
 // The built program in real windows: cards are written and changed by the keyboard alone.
-class EditorLaufTest : public QObject
+class EditorLaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
-
     // Through the menu of the main window.
     void EditorOeffnen()
     {
@@ -39,15 +33,7 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
-    }
+    void init() { Aufbauen(Vorspann::Nein); }
 
     void ACardIsWrittenStoredAskedAndChanged()
     {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
-#include "Sitzungsverwalter.h"
+#include "Sitzungsbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -103,16 +101,11 @@ enum class Ende
 
 // The end of the program, whoever asks for it and wherever it is: what was judged is stored, what was written
 // too, and it ends.
-class EndeTest : public QObject
+class EndeTest : public Sitzungsbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-    std::unique_ptr<Sitzungsverwalter> sitzung_;
-    std::unique_ptr<Lauf> lauf_;
-
     QString Kartei() const { return ordner_->filePath("a.pzb"); }
 
     void Anfangen(const QStringList &argumente)
@@ -159,23 +152,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+    void init() { Aufbauen(Vorspann::Ja); }
 
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Ja);
-        sitzung_ = std::make_unique<Sitzungsverwalter>();
-        anzeige_->umgebung.insert("SESSION_MANAGER", sitzung_->Adresse());
-    }
-
-    void cleanup()
-    {
-        lauf_.reset();
-        sitzung_.reset();
-    }
+    void cleanup() { Abbauen(); }
 
     void EveryStateEnds_data()
     {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
 #include "KleinePlatte.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestPlaces.h"
 #include "TestProgram.h"
@@ -15,16 +14,12 @@ using namespace Qt::StringLiterals;
 
 // The whole program in its window: a file that fails loses no answer, and one that another program has can be
 // looked at.
-class HaltenLaufTest : public QObject
+class HaltenLaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
     QString kartei_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
     // New cards that are answered by "j", each with `mehr` beside.
     void Anlegen(int anzahl, const QString &mehr) const
@@ -73,14 +68,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
     void init()
     {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
+        Aufbauen(Vorspann::Nein);
         kartei_ = Pfad("a.pzb");
         Anlegen(10, {});
     }

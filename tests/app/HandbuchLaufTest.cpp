@@ -94,22 +94,8 @@ private slots:
             Nachschlagen(buch, "LBOX", seiten, Qt::Key_unknown);
             QTRY_VERIFY(buch.Fertig());
         }
-        for (const auto &[eintrag, fenster] : {std::pair{"Manzeigen", "Uebersicht"},
-                                               {"MSicherungen", "Sicherungen"},
-                                               {"MAscii_Export", "AExport"},
-                                               {"MAscii_Import", "AImport"},
-                                               {"MThema_ausfiltern", "Themaausfiltern"},
-                                               {"MKartei_anhängen", "Karteianhängen"},
-                                               {"MKartei_spiegeln", "Karteispiegeln"},
-                                               {"MKartei_packen", "Karteipacken"},
-                                               {"MFremdeKartei", "FremdeKartei"},
-                                               {"MKartei_ausgeben", "Karteiausgeben"},
-                                               {"MAlleNeu", "AlleNull"},
-                                               {"MErledigtNeu", "ErlNull"},
-                                               {"MSchriftart", "Schriftdialog"},
-                                               {"MStatistik", "Statistik"},
-                                               {"MVerlauf", "Verlauf"},
-                                               {"Müber", "über"}}) {
+        for (const auto &[eintrag, fenster] :
+             Dateiwerkzeuge + Nachschau + QList<Menuefenster>{{"MSchriftart", "Schriftdialog"}}) {
             Drehbuch buch;
             Nachschlagen(buch, fenster, seiten);
             Waehlen(eintrag);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestPlaces.h"
 #include "TestProgram.h"
@@ -15,16 +14,12 @@ using namespace paukfix;
 using namespace Qt::StringLiterals;
 
 // The whole program in its window, learning by the keyboard alone until it is closed or killed.
-class LernlaufTest : public QObject
+class LernlaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
     QString kartei_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
     void Starten(Lauf &lauf)
     {
@@ -44,14 +39,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
     void init()
     {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
+        Aufbauen(Vorspann::Nein);
 
         kartei_ = Pfad(u"Lernen mit Ümlaut.pzb"_s);
         QList<CardRecord> karten;

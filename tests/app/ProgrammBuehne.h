@@ -20,6 +20,26 @@
 
 namespace paukfix {
 
+// An entry of the box's menu and the window that it opens.
+struct Menuefenster
+{
+    const char *eintrag, *fenster;
+};
+
+inline const QList<Menuefenster> Dateiwerkzeuge{{"Manzeigen", "Uebersicht"},
+                                                {"MAscii_Export", "AExport"},
+                                                {"MAscii_Import", "AImport"},
+                                                {"MThema_ausfiltern", "Themaausfiltern"},
+                                                {"MKartei_anhängen", "Karteianhängen"},
+                                                {"MKartei_spiegeln", "Karteispiegeln"},
+                                                {"MKartei_packen", "Karteipacken"},
+                                                {"MFremdeKartei", "FremdeKartei"},
+                                                {"MKartei_ausgeben", "Karteiausgeben"},
+                                                {"MAlleNeu", "AlleNull"},
+                                                {"MErledigtNeu", "ErlNull"}};
+inline const QList<Menuefenster> Nachschau{
+    {"MStatistik", "Statistik"}, {"MVerlauf", "Verlauf"}, {"MSicherungen", "Sicherungen"}, {"Müber", "über"}};
+
 // The whole program in this process: all its real windows, messages and dialogs, in a program directory of
 // its own.
 class ProgrammBuehne : public QObject

@@ -34,17 +34,7 @@ private slots:
     void EveryFileToolOpensFromTheMenu()
     {
         OeffnenMitZweiDateien();
-        for (const auto &[eintrag, name] : {std::pair{"Manzeigen", "Uebersicht"},
-                                            {"MAscii_Export", "AExport"},
-                                            {"MAscii_Import", "AImport"},
-                                            {"MThema_ausfiltern", "Themaausfiltern"},
-                                            {"MKartei_anhängen", "Karteianhängen"},
-                                            {"MKartei_spiegeln", "Karteispiegeln"},
-                                            {"MKartei_packen", "Karteipacken"},
-                                            {"MFremdeKartei", "FremdeKartei"},
-                                            {"MKartei_ausgeben", "Karteiausgeben"},
-                                            {"MAlleNeu", "AlleNull"},
-                                            {"MErledigtNeu", "ErlNull"}}) {
+        for (const auto &[eintrag, name] : Dateiwerkzeuge) {
             const Drehbuch buch({Taste(QString::fromUtf8(name), Qt::Key_Escape)});
             Waehlen(eintrag);
             QVERIFY(buch.Fertig());

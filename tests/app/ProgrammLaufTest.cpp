@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -12,27 +11,14 @@
 using namespace paukfix;
 
 // The built program in a real window, used by keyboard.
-class ProgrammLaufTest : public QObject
+class ProgrammLaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
-
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Ja);
-    }
+    void init() { Aufbauen(Vorspann::Ja); }
 
     void FromTheIntroToTheMainWindowAndOut()
     {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
-#include "Sitzungsverwalter.h"
+#include "Sitzungsbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -13,16 +11,11 @@ using Fragen = Sitzungsverwalter::Fragen;
 Q_DECLARE_METATYPE(Fragen)
 
 // The desktop's session ends while the built program holds a card that is not stored.
-class SitzungsendeTest : public QObject
+class SitzungsendeTest : public Sitzungsbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-    std::unique_ptr<Sitzungsverwalter> sitzung_;
-    std::unique_ptr<Lauf> lauf_;
-
     QString Kartei() const { return ordner_->filePath("a.pzb"); }
 
     // The editor, on the file's only card.
@@ -68,23 +61,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+    void init() { Aufbauen(Vorspann::Nein); }
 
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
-        sitzung_ = std::make_unique<Sitzungsverwalter>();
-        anzeige_->umgebung.insert("SESSION_MANAGER", sitzung_->Adresse());
-    }
-
-    void cleanup()
-    {
-        lauf_.reset();
-        sitzung_.reset();
-    }
+    void cleanup() { Abbauen(); }
 
     void AChangedCardIsStoredAndTheProgramEnds_data()
     {

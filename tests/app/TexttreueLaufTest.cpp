@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
-#include "Sitzungsverwalter.h"
+#include "Sitzungsbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -11,16 +9,11 @@ using namespace paukfix;
 using Fragen = Sitzungsverwalter::Fragen;
 
 // Texts of other word processors in the built program, in real windows.
-class TexttreueLaufTest : public QObject
+class TexttreueLaufTest : public Sitzungsbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-    std::unique_ptr<Sitzungsverwalter> sitzung_;
-    std::unique_ptr<Lauf> lauf_;
-
     QString Kartei() const { return ordner_->filePath("a.pzb"); }
 
     static CardRecord Karte()
@@ -72,23 +65,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
+    void init() { Aufbauen(Vorspann::Nein); }
 
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
-        sitzung_ = std::make_unique<Sitzungsverwalter>();
-        anzeige_->umgebung.insert("SESSION_MANAGER", sitzung_->Adresse());
-    }
-
-    void cleanup()
-    {
-        lauf_.reset();
-        sitzung_.reset();
-    }
+    void cleanup() { Abbauen(); }
 
     void AtTheEndOfTheSessionTheTextsStayAndTheTopicIsStored()
     {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -13,16 +12,12 @@ using namespace paukfix;
 using namespace Qt::StringLiterals;
 
 // The whole program in its window: what it learns is in its history.
-class VerlaufLaufTest : public QObject
+class VerlaufLaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
     QString kartei_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
 
     void Antworten(const QString &antwort)
     {
@@ -42,14 +37,9 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
     void init()
     {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Nein);
+        Aufbauen(Vorspann::Nein);
         kartei_ = Pfad("a.pzb");
         QList<CardRecord> karten;
         for (int i = 1; i <= 10; ++i) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
-#include "Anzeige.h"
-#include "Programmkopie.h"
+#include "Laufbuehne.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 
@@ -11,16 +10,11 @@
 using namespace paukfix;
 
 // The built program in a real window: the file tools from its menu, by keyboard alone.
-class WerkzeugLaufTest : public QObject
+class WerkzeugLaufTest : public Laufbuehne
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<Anzeige> anzeige_;
-    std::unique_ptr<QTemporaryDir> ordner_;
-
-    QString Pfad(const QString &name) const { return ordner_->filePath(name); }
-
     void Oeffnen(Lauf &lauf) const
     {
         QVERIFY(lauf.Starten());
@@ -46,15 +40,7 @@ private:
 
 private slots:
 
-    void initTestCase() { anzeige_ = std::make_unique<Anzeige>(); }
-
-    void cleanupTestCase() { anzeige_.reset(); }
-
-    void init()
-    {
-        ordner_ = std::make_unique<QTemporaryDir>();
-        ProgrammKopieren(ordner_->path(), Vorspann::Ja);
-    }
+    void init() { Aufbauen(Vorspann::Ja); }
 
     void ImportedLinesAreCardsOfTheFile()
     {
