@@ -7,6 +7,7 @@
 #include "Deckquelle.h"
 #include "Karteititel.h"
 #include "Kasten.h"
+#include "Kurztext.h"
 #include "Statuszeile.h"
 #include "Wartefenster.h"
 #include "Wuerfel.h"
@@ -169,7 +170,7 @@ void LBOX::Verbinden()
         status_->SetKartei(QString(), false);
         geschehen_.clear();
         geschehenKurz_.clear();
-        kasten_->SetHinweis(name + u" wird geöffnet …"_s);
+        kasten_->SetHinweis(Kurztext(name, 40) + u" wird geöffnet …"_s);
     });
     connect(&aktionen_, &KarteiAktionen::Fertig, this, &LBOX::BoxZeichnen);
     connect(&menue_, &Boxmenue::Zurueck, this, &LBOX::BoxZeichnen); // another file may be open

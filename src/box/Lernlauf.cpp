@@ -3,6 +3,7 @@
 #include "Lernlauf.h"
 
 #include "BoxRechnung.h"
+#include "FehlerVon.h"
 #include "KarteVerschieben.h"
 #include "Karteititel.h"
 
@@ -104,15 +105,14 @@ void Lernlauf::UrteilSpeichern(const Frage &frage)
 {
     if (!std::exchange(offen_, std::nullopt))
         return;
-    try {
+    const auto fehler = FehlerVon([&] {
         KarteVerschieben(teile_.kartei, teile_.meldungen, frage.karte, frage.bewegung.richtig,
                          [this] { Zurueckkehren(); });
+    });
+    if (fehler)
+        Halten(frage, *fehler);
+    else
         emit Bewegt(frage.bewegung);
-    } catch (const StoreError &fehler) {
-        Halten(frage, fehler);
-    } catch (const std::exception &fehler) {
-        Halten(frage, {Fehler::ZuWenigSpeicher, ErrorText(fehler)});
-    }
 }
 
 // The verdict is kept until its learner has decided.
@@ -163,19 +163,12 @@ bool Lernlauf::SitzungEndet()
     Frage frage = *std::exchange(offen_, std::nullopt);
     Beurteilen(frage.bewegung, *urteil == AbfrageErgebnis::Richtig);
     abfrage_->Schliessen();
-    const auto spaeter = [this, &frage](const StoreError &fehler) {
+    const auto fehler =
+        FehlerVon([&] { KarteEinordnen(teile_.kartei, frage.karte, frage.bewegung.richtig); });
+    if (fehler)
         QMetaObject::invokeMethod(
-            this, [this, frage, fehler] { Halten(frage, fehler); }, Qt::QueuedConnection);
-        return false;
-    };
-    try {
-        KarteEinordnen(teile_.kartei, frage.karte, frage.bewegung.richtig);
-        return true;
-    } catch (const StoreError &fehler) {
-        return spaeter(fehler);
-    } catch (const std::exception &fehler) {
-        return spaeter({Fehler::ZuWenigSpeicher, ErrorText(fehler)});
-    }
+            this, [this, frage, grund = *fehler] { Halten(frage, grund); }, Qt::QueuedConnection);
+    return !fehler;
 }
 
 void Lernlauf::LesefehlerMelden(const QString &kontext, const std::exception &fehler)

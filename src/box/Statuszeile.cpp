@@ -72,7 +72,11 @@ Statuszeile::Statuszeile(QWidget *parent)
 
 void Statuszeile::SetKartei(const QString &name, bool waehlbar)
 {
-    kartei_->setText(name);
+    constexpr int Breite = 40; // characters: its button cannot be narrower than its text
+    const QFontMetrics schrift = kartei_->fontMetrics();
+    const QString gezeigt = schrift.elidedText(name, Qt::ElideMiddle, schrift.averageCharWidth() * Breite);
+    kartei_->setText(gezeigt);
+    kartei_->setAccessibleName(gezeigt == name ? QString() : name);
     kartei_->setEnabled(waehlbar);
 }
 

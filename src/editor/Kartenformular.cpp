@@ -14,6 +14,7 @@
 #include "KartenTextBox.h"
 #include "Kartensuche.h"
 #include "Kopfzeile.h"
+#include "Tastenkappe.h"
 #include "Themenzeile.h"
 
 #include <QCheckBox>
@@ -194,9 +195,11 @@ void Kartenformular::NurLesen()
     for (QCheckBox *kreuz : antworten_->findChildren<QCheckBox *>())
         kreuz->setEnabled(false);
     bild_->Schuetzen();
-    if (knoepfe_)
-        for (QPushButton *knopf : {knoepfe_->CEOF, knoepfe_->Cadd})
-            knopf->setEnabled(false);
+    if (!knoepfe_)
+        return;
+    for (QPushButton *knopf : {knoepfe_->CEOF, knoepfe_->Cadd})
+        knopf->setEnabled(false);
+    knoepfe_->tasten->SetTasten({});
 }
 
 void Kartenformular::BilderZeigen()

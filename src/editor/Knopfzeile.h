@@ -11,6 +11,7 @@ class QWidget;
 
 namespace paukfix {
 
+class Tastenkappe;
 struct Kartenkopf;
 
 // What stands below a card, children of `form`, in one line: the buttons, and among them the card's place in
@@ -24,7 +25,8 @@ struct Knopfzeile
     void Zeigen(const Kartenkopf &kopf) const;
 
     QPushButton *CZZurück, *CZurück, *CVor, *CVVor, *CEOF, *Cadd, *Cback;
-    QLabel *platz, *tasten;
+    QLabel *platz;
+    Tastenkappe *tasten;
     QHBoxLayout *zeile; // without a parent until it is put into a layout
 };
 

@@ -4,6 +4,7 @@
 
 #include "CardFile.h"
 #include "Fensterbau.h"
+#include "Kurztext.h"
 #include "SafeFile.h"
 #include "Schriftgrade.h"
 #include "Sicherungsstand.h"
@@ -136,7 +137,7 @@ void Sicherungsfenster::Auflisten()
     dienste_.meldungen.Sanduhr(false);
     for (int spalte = 0; spalte < liste_->columnCount(); ++spalte)
         liste_->resizeColumnToContents(spalte);
-    const QString name = oeffner_.Kartei().CurrentFileName;
+    const QString name = Umbrechbar(oeffner_.Kartei().CurrentFileName);
     ueberschrift_->setText(zeilen_.isEmpty() ? u"Von „%1“ gibt es noch keine Sicherung."_s.arg(name)
                                              : u"Sicherungen von „%1“"_s.arg(name));
     if (!zeilen_.isEmpty())

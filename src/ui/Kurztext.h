@@ -21,6 +21,25 @@ inline QString Kurztext(const QString &text, qsizetype hoechstens = KurztextLaen
     return kurz + QChar(u'…');
 }
 
+// A word that is too long for any line, as a file's name may be, can be broken from its 50th letter on: else
+// it would make its window wider than the screen. Behind a slash it breaks anyway.
+inline QString Umbrechbar(const QString &text)
+{
+    constexpr qsizetype LaengstesWort = 50;
+    QString umbrechbar;
+    umbrechbar.reserve(text.size());
+    qsizetype wort = 0;
+    for (const QChar c : text) {
+        wort = c.isSpace() || c == u'/' ? 0 : wort + 1;
+        if (wort > LaengstesWort && !c.isLowSurrogate()) {
+            umbrechbar += QChar(u'\u200B'); // a line may break here
+            wort = 1;
+        }
+        umbrechbar += c;
+    }
+    return umbrechbar;
+}
+
 // Each line break becomes a blank; none at the ends.
 inline QString Einzeilig(const QString &text)
 {

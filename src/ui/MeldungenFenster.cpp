@@ -26,21 +26,10 @@ namespace {
 
 constexpr qsizetype MeldungLaenge = 4000; // a name in it may be megabytes long
 
-// What a message shows of a text. A word without an end would make its box wider than the screen.
+// What a message shows of a text.
 QString Gezeigt(const QString &text)
 {
-    constexpr qsizetype LaengstesWort = 300; // a file name, and something around it
-    QString gezeigt;
-    qsizetype wort = 0;
-    for (const QChar c : Kurztext(text, MeldungLaenge)) {
-        wort = c.isSpace() ? 0 : wort + 1;
-        if (wort > LaengstesWort && !c.isLowSurrogate()) {
-            gezeigt += QChar(u'\u200B'); // a line may break here
-            wort = 1;
-        }
-        gezeigt += c;
-    }
-    return gezeigt;
+    return Umbrechbar(Kurztext(text, MeldungLaenge));
 }
 
 // While a message is shown, the pointer is the ordinary one.

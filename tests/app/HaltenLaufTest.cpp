@@ -97,16 +97,20 @@ private slots:
 
     void AFullDiskLosesNoAnswer_data()
     {
+        QTest::addColumn<bool>("echt");
         QTest::addColumn<bool>("woanders");
-        QTest::newRow("room is made") << false;
-        QTest::newRow("the box is saved on another disk") << true;
+        QTest::newRow("room is made") << true << false;
+        QTest::newRow("the box is saved on another disk") << true << true;
+        QTest::newRow("files may grow again") << false << false;
+        QTest::newRow("files may grow again, and the box is saved elsewhere") << false << true;
     }
 
     void AFullDiskLosesNoAnswer()
     {
+        QFETCH(bool, echt);
         QFETCH(bool, woanders);
         QVERIFY(QDir(ordner_->path()).mkdir("platte"));
-        KleinePlatte platte(*anzeige_, Pfad("paukfix"), kartei_, Pfad("platte"));
+        KleinePlatte platte(*anzeige_, Pfad("paukfix"), kartei_, Pfad("platte"), echt);
         QVERIFY(platte.lauf.Starten());
         QVERIFY(platte.Bereit());
         QVERIFY(platte.lauf.HatGeoeffnet(platte.Kartei()));

@@ -15,17 +15,18 @@
 namespace paukfix {
 
 // A real disk of one megabyte for a program and its card file, mounted in a namespace of the program's own.
-// Where the system allows none, the program may write no file beyond its first bytes instead: the system
-// refuses it in the same calls.
+// Where the system allows none, or none is wanted, the program may write no file beyond its first bytes
+// instead: the system refuses it in the same calls.
 class KleinePlatte
 {
 public:
     // The program is started on a copy of `kartei`, which lies on the small disk at `ort`, an empty
     // directory.
-    KleinePlatte(const Anzeige &anzeige, const QString &programm, const QString &kartei, const QString &ort)
-        : ort_(ort), echt_(Erlaubt()), lauf(anzeige, u"sh"_s, Befehl(programm, kartei))
+    KleinePlatte(const Anzeige &anzeige, const QString &programm, const QString &kartei, const QString &ort,
+                 bool echt)
+        : ort_(ort), echt_(echt && Erlaubt()), lauf(anzeige, u"sh"_s, Befehl(programm, kartei))
     {
-        if (!echt_)
+        if (echt && !echt_)
             qWarning("no disk can be mounted here: the size of files is limited instead");
     }
 

@@ -38,6 +38,19 @@ private slots:
         QVERIFY(anderes_.state() == QProcess::NotRunning || anderes_.waitForFinished());
     }
 
+    void ABoxWithALongNameFitsASmallWindow()
+    {
+        LBoxBuehne b;
+        const QString name = QString("Donaudampfschifffahrtselektrizität").repeated(5) + ".pzb";
+        MakeCardFile(b.Pfad(name), {MakeCard(1, 0, 1)});
+        b.Zeigen(b.Pfad(name));
+        b.fenster->resize(640, 430);
+        QTRY_COMPARE(b.fenster->size(), QSize(640, 430));
+        const auto *kartei = b.Finde<QToolButton>("LKartei");
+        QVERIFY(kartei->text().startsWith("Donau") && kartei->text().endsWith(".pzb"));
+        QCOMPARE(kartei->accessibleName(), name);
+    }
+
     void TitleAndStatusLineSaySo()
     {
         LBoxBuehne b;

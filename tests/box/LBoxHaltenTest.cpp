@@ -217,6 +217,35 @@ private slots:
         QCOMPARE(faecher, (QList<int>{31, 12, 22}));
     }
 
+    void BehindTheMoveTheNewFileIsTriedAgain()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({2});
+        b.meldungen.wahlen = {Sichern, NochEinmal, NochEinmal};
+        b.dialoge.pfade = {b.Pfad("neu.pzb")};
+        b.meldungen.beiFrage = [&] {
+            switch (b.meldungen.gezeigt.size()) {
+            case 1:
+                VollePlatte::Setzen(VollePlatte::Zustand::Voll, b.Pfad("neu.pzb"));
+                break;
+            case 2:
+                VollePlatte::Setzen(VollePlatte::Zustand::Gesund);
+                QVERIFY(QFile::rename(b.Pfad("neu.pzb"), b.Pfad("weg.pzb")));
+                break;
+            default:
+                QVERIFY(QFile::rename(b.Pfad("weg.pzb"), b.Pfad("neu.pzb")));
+            }
+        };
+        AntwortNach(b, [&] { VollePlatte::Setzen(VollePlatte::Zustand::Voll, b.Pfad("a.pzb")); });
+        QCOMPARE(b.meldungen.Texte().mid(1),
+                 (QStringList{Frage("Der Datenträger ist voll; in „" + b.Pfad("neu.pzb") +
+                                    "“ wurde nichts gespeichert."),
+                              Frage("Die Datei „" + b.Pfad("neu.pzb") + "“ wurde nicht gefunden.")}));
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 1);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{1, 2}, {}, {}, {}, {}, {}, {}}));
+        QCOMPARE(ReadCards(b.Pfad("neu.pzb")).last().FachNr, 2.0);
+    }
+
     void ABoxThatCannotBeReadEitherSaysSoAndKeepsTheAnswer()
     {
         LBoxBuehne b;
@@ -253,6 +282,36 @@ private slots:
         AntwortNach(b, [] { VollePlatte::Setzen(VollePlatte::Zustand::Voll); });
         QCOMPARE(b.meldungen.gezeigt.size(), 3);
         QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {1}, {}, {}, {}, {}}));
+    }
+
+    void TheAutomaticModeGoesOnBehindAKeptAnswer()
+    {
+        LBoxBuehne b;
+        b.OeffnenMit({0, 0, 3}); // the fullest from the first to the last
+        b.clock.perSecond = 1;   // every look at the clock sees another second
+        b.meldungen.wahlen = {NochEinmal};
+        b.meldungen.beiFrage = [] { VollePlatte::Setzen(VollePlatte::Zustand::Gesund); };
+        b.NaechsteAbfrage([&b](QWidget *) {
+            b.Tippe("Antwort 1");
+            b.Taste(Qt::Key_Return);
+            VollePlatte::Setzen(VollePlatte::Zustand::Voll);
+            b.Taste(Qt::Key_Return);
+        });
+        // Its second card is its last: from then on its clock stands.
+        b.NaechsteAbfrage([&b](QWidget *) {
+            b.clock.perSecond = 1'000'000;
+            b.Tippe("Antwort 2");
+            b.Taste(Qt::Key_Return);
+            b.Taste(Qt::Key_Return);
+        });
+        b.Menue("MAutoschalter")->trigger();
+        QTRY_COMPARE(b.Anzahl(3), 2);
+        QVERIFY(b.Menue("MAutoschalter")->isChecked());
+        b.Menue("MAutoschalter")->trigger();
+        QCOMPARE(b.gefragt, (QStringList{"1", "2"}));
+        QCOMPARE(b.meldungen.knopfreihen.size(), 1);
+        QCOMPARE(b.kartei.sitzung.RichtigZaehler(), 2);
+        QCOMPARE(b.Gespeichert(), (QList<QList<int>>{{}, {}, {3}, {1, 2}, {}, {}, {}}));
     }
 
     void WhatIsDiscardedIsNotCounted()

@@ -141,6 +141,21 @@ private slots:
         }
     }
 
+    // The engine's check does not read the pages that nothing leads to.
+    void AChangedBitOnAFreePageIsDamage()
+    {
+        const Box sound = MakeBox(directory_->path(), {.cards = 1000});
+        const Box box = AfterTransaction(directory_->path(), sound);
+        QVERIFY(box.freePages.size() > 1);
+        for (const int page : box.freePages) {
+            QByteArray bytes = box.bytes;
+            const qsizetype at = qsizetype(page) * box.pageSize - 2000;
+            bytes[at] = static_cast<char>(bytes[at] ^ 1);
+            WriteFile(Path(), bytes);
+            QCOMPARE(Opened(Path()), static_cast<int>(Fehler::Beschaedigt));
+        }
+    }
+
     void NoBitOfTheHeaderTurnsTheSumsOff()
     {
         MakeCardFile(Path(), SomeCards(5));

@@ -72,6 +72,7 @@ private slots:
             QVERIFY2(!b->Finde<QAction>(name)->isEnabled(), name);
         for (const char *name : {"Cadd", "CEOF", "Antwort_K", "Antwort_T"})
             QVERIFY2(!b->Finde(name)->isEnabled(), name);
+        QCOMPARE(b->Text("Tastenhinweise"), ""); // they say how to store
         QVERIFY(b->Finde<QAction>("MSuchen")->isEnabled() && b->Finde<QAction>("MDrucken")->isEnabled());
         b->Klick("Cback");
         QCOMPARE(b->geschlossen, 1);

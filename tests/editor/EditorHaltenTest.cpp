@@ -113,6 +113,7 @@ private slots:
         QCOMPARE(b.Meldungstexte(), (QStringList{Frage(b), Frage(b)}));
         QCOMPARE(b.geschlossen, 1);
         QCOMPARE(b.kartei.store.OffenerPfad(), ziel);
+        QCOMPARE(b.kartei.store.KarteiPfad, b.programm.path());
         QCOMPARE(b.kartei.store.Karten().Index(), QString("BoxKey"));
         QCOMPARE(b.konfig.MDat[0], ziel);
         QCOMPARE(b.kartei.store.FachInfo[0].Anzahl, qint16(neue ? 3 : 2));

@@ -402,9 +402,9 @@ Box AmidTransaction(const QString &directory, const Box &box)
     return amid;
 }
 
-QHash<QByteArray, QByteArray> ReadDigests(const QString &path)
+QMultiHash<QByteArray, QByteArray> ReadDigests(const QString &path)
 {
-    QHash<QByteArray, QByteArray> digests;
+    QMultiHash<QByteArray, QByteArray> digests;
     try {
         SQLite::Database database(QFile::encodeName(path).constData(), SQLite::OPEN_READONLY);
         SQLite::Statement rows(database,

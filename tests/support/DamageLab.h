@@ -62,8 +62,9 @@ Box MakeBox(const QString &directory, const BoxOptions &options);
 Box AfterTransaction(const QString &directory, const Box &box, quint32 seed = 7, bool secureDelete = true);
 Box AmidTransaction(const QString &directory, const Box &box);
 
-// Digest and marker of every card of a file that the engine reads, until it stops at a fault.
-QHash<QByteArray, QByteArray> ReadDigests(const QString &path); // digest by marker
+// Digest and marker of every card of a file that the engine reads, until it stops at a fault. A repair may
+// give a card back twice.
+QMultiHash<QByteArray, QByteArray> ReadDigests(const QString &path); // digest by marker
 
 // Cards 1 to `count`, spread over all compartments.
 QList<CardRecord> SomeCards(int count);

@@ -192,6 +192,25 @@ private slots:
         QVERIFY(b.hand.Finde("cmdZurueckholen")->isEnabled());
     }
 
+    void ABoxWithALongNameHasRoomInASmallWindow()
+    {
+        const QString name =
+            u"Donaudampfschifffahrtselektrizitätenhauptbetriebswerk"_s.repeated(3) + u".pzb"_s;
+        Werkstatt b;
+        b.Oeffnen({MakeCard(1, 0, 1)}, name);
+        Sicherungen sicherungen(b.Pfad("Sicherungen"), b.clock);
+        Sicherungsfenster fenster(b.oeffner, sicherungen, b.Alle());
+        Hand hand(fenster);
+        hand.Zeigen();
+        QCOMPARE(hand.Text("Ueberschrift").remove(QChar(0x200B)),
+                 "Von „" + name + "“ gibt es noch keine Sicherung.");
+        fenster.resize(640, 430);
+        QTRY_COMPARE(fenster.size(), QSize(640, 430));
+        QVERIFY(fenster.rect().contains(
+            QRect(hand.Finde("cmdZurueck")->mapTo(&fenster, QPoint()), hand.Finde("cmdZurueck")->size())));
+        QVERIFY(!hand.Finde("cmdZurueckholen")->isEnabled() && !hand.Finde("cmdAlsNeue")->isEnabled());
+    }
+
     void EveryControlHasItsNames()
     {
         DreiTage b;

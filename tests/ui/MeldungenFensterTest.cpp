@@ -12,6 +12,7 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
@@ -120,6 +121,21 @@ private slots:
         QVERIFY(text.startsWith(u"Bilddatei nicht gefunden MMM"_s) && text.endsWith(u'…'));
         QVERIFY(text.size() < 5000);
         QVERIFY(groesse.width() <= QGuiApplication::primaryScreen()->size().width());
+    }
+
+    // Its file can be read off it whole on a small screen.
+    void AMessageWithALongNameBreaksIt()
+    {
+        MeldungenFenster meldungen;
+        const QString satz = u"Die Datei „/tmp/"_s + QString(200, u'M') + u".pzb“ ist gesperrt."_s;
+        const Drehbuch buch = Waehrend<QMessageBox>([&](QMessageBox &box) {
+            QCOMPARE(box.text().remove(QChar(0x200B)), satz);
+            const auto *text = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
+            QVERIFY(text->minimumSizeHint().width() <= 600);
+            QVERIFY(text->height() >= text->heightForWidth(text->width()));
+            Hand(box).Taste(Qt::Key_Return);
+        });
+        meldungen.Zeigen(satz);
     }
 
     void AnExclamationHasItsIcon()
