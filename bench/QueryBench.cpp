@@ -15,6 +15,7 @@
 #include <QMainWindow>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 #include <atomic>
@@ -120,7 +121,7 @@ public:
         const bool key = event->type() == QEvent::KeyPress && event->spontaneous() && object->isWindowType();
         const bool result = QApplication::notify(object, event);
         const auto *widget = event->type() == QEvent::Paint ? qobject_cast<const QWidget *>(object) : nullptr;
-        if (widget && widget->window()->isVisible()) {
+        if (widget && IsSeen(widget->window())) {
             const bool is = object->objectName() == awaited ||
                             (widget->parentWidget() && widget->parentWidget()->objectName() == awaited);
             // What is painted goes to the server when the event that had it painted is over.
@@ -134,7 +135,7 @@ public:
                     },
                     Qt::QueuedConnection);
         } else if (event->type() == QEvent::Expose) {
-            Stamp(object->objectName() == awaited + "Window"_L1); // shown again as it was painted
+            Stamp(Holds(object)); // painted before it could be seen, or shown again as it was painted
         } else if (key || event->type() == QEvent::FocusIn) {
             Stamp(false);
         }
@@ -142,6 +143,20 @@ public:
     }
 
 private:
+    static bool IsSeen(const QWidget *window)
+    {
+        return window->isVisible() && window->windowHandle() && window->windowHandle()->isExposed();
+    }
+
+    // Whether what is awaited can be seen in the window that was exposed.
+    bool Holds(const QObject *exposed) const
+    {
+        return std::ranges::any_of(topLevelWidgets(), [&](const QWidget *window) {
+            return window->windowHandle() == exposed && IsSeen(window) &&
+                   (window->objectName() == awaited || window->findChild<const QWidget *>(awaited));
+        });
+    }
+
     void Stamp(bool is)
     {
         auto *server = nativeInterface<QNativeInterface::QX11Application>()->connection();

@@ -85,8 +85,14 @@ bool Programm::Starten(const Befehlszeile &befehl)
                                                  .weiter = befehl.weiter});
     // To read the icon and to make the query takes a good part of a start.
     QObject::connect(lbox_.get(), &LBOX::Gemalt, lbox_.get(), [this] {
-        QGuiApplication::setWindowIcon(QIcon(konfig_.ProgrammDatei(u"paukfix.ico"_s)));
+        const QIcon bild(konfig_.ProgrammDatei(u"paukfix.ico"_s));
+        QGuiApplication::setWindowIcon(bild);
         AbfrageBauen();
+        // A window manager reads all of a window's icon whenever it comes, a millisecond for the large ones.
+        QIcon klein;
+        for (const int kante : {16, 24, 32, 48})
+            klein.addPixmap(bild.pixmap(QSize(kante, kante), 1));
+        abfrage_->setWindowIcon(klein);
     });
     QObject::connect(lbox_.get(), &LBOX::BeendenGewuenscht, &ende_, &Programmende::Beenden);
     QObject::connect(lbox_.get(), &LBOX::Gescheitert, &ende_, &Programmende::Absagen);

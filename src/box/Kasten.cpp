@@ -207,13 +207,16 @@ void Kasten::BildMalen()
     QPainter maler(&gemaltes_);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.translate(-masse_.bild.topLeft());
-    maler.setClipRegion(std::exchange(veraltet_, {}));
-    maler.fillRect(masse_.bild, palette().color(backgroundRole()));
-    KastenMaler(maler, palette(), masse_)
-        .Malen({.tabelle = tabelle_,
-                .fuellung = faecher_->Fuellung(),
-                .unterwegs = unterwegs_,
-                .tickt = tickt_});
+    // One by one: what is clipped to several rectangles is painted line by line.
+    for (const QRect &teil : std::exchange(veraltet_, {})) {
+        maler.setClipRect(teil);
+        maler.fillRect(teil, palette().color(backgroundRole()));
+        KastenMaler(maler, palette(), masse_)
+            .Malen({.tabelle = tabelle_,
+                    .fuellung = faecher_->Fuellung(),
+                    .unterwegs = unterwegs_,
+                    .tickt = tickt_});
+    }
 }
 
 void Kasten::paintEvent(QPaintEvent *event)

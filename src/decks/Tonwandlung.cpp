@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Tonwandlung.h"
 
+#include "LateLibrary.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -18,6 +20,34 @@ namespace {
 constexpr qint64 GroessterTon = qint64{128} << 20; // bytes of samples: what is played at most
 constexpr int MeisteKanaele = 8;
 constexpr sf_count_t Stueck = 16384; // frames
+
+// libsndfile, loaded with its decoders at the first sound that is converted: its functions.
+struct Tonbibliothek
+{
+    decltype(&sf_open_virtual) open_virtual = nullptr;
+    decltype(&sf_close) close = nullptr;
+    decltype(&sf_command) command = nullptr;
+    decltype(&sf_readf_short) readf_short = nullptr;
+    decltype(&sf_writef_short) writef_short = nullptr;
+    bool da = false; // the machine has it
+
+    Tonbibliothek()
+    {
+        LateLibrary bibliothek("libsndfile.so.1");
+        bibliothek.Find(open_virtual, "sf_open_virtual");
+        bibliothek.Find(close, "sf_close");
+        bibliothek.Find(command, "sf_command");
+        bibliothek.Find(readf_short, "sf_readf_short");
+        bibliothek.Find(writef_short, "sf_writef_short");
+        da = bibliothek.IsComplete();
+    }
+};
+
+const Tonbibliothek &Sndfile()
+{
+    static const Tonbibliothek bibliothek;
+    return bibliothek;
+}
 
 // Bytes in memory as a file.
 struct Speicher
@@ -70,7 +100,7 @@ sf_count_t Platz(void *von)
 
 struct Schluss
 {
-    void operator()(SNDFILE *datei) const { sf_close(datei); }
+    void operator()(SNDFILE *datei) const { Sndfile().close(datei); }
 };
 
 using Datei = std::unique_ptr<SNDFILE, Schluss>;
@@ -78,7 +108,7 @@ using Datei = std::unique_ptr<SNDFILE, Schluss>;
 Datei Oeffnen(Speicher &speicher, int wie, SF_INFO &info)
 {
     static SF_VIRTUAL_IO wege{Laenge, Suchen, Lesen, Schreiben, Platz};
-    return Datei(sf_open_virtual(&wege, wie, &info, &speicher));
+    return Datei(Sndfile().open_virtual(&wege, wie, &info, &speicher));
 }
 
 // What the program plays by itself.
@@ -96,6 +126,8 @@ bool IstSpielbareWelle(int format)
 
 std::optional<Kartenmedium> AlsKartenton(const QByteArray &inhalt)
 {
+    if (!Sndfile().da)
+        return std::nullopt;
     Speicher von{inhalt};
     SF_INFO info{};
     const Datei quelle = Oeffnen(von, SFM_READ, info);
@@ -111,13 +143,13 @@ std::optional<Kartenmedium> AlsKartenton(const QByteArray &inhalt)
     Datei welle = Oeffnen(nach, SFM_WRITE, ziel);
     if (!welle)
         return std::nullopt;
-    sf_command(quelle.get(), SFC_SET_SCALE_FLOAT_INT_READ, nullptr, SF_TRUE);
+    Sndfile().command(quelle.get(), SFC_SET_SCALE_FLOAT_INT_READ, nullptr, SF_TRUE);
     std::vector<short> stueck(static_cast<std::size_t>(Stueck * info.channels));
     qint64 gesamt = 0;
-    while (const sf_count_t gelesen = sf_readf_short(quelle.get(), stueck.data(), Stueck)) {
+    while (const sf_count_t gelesen = Sndfile().readf_short(quelle.get(), stueck.data(), Stueck)) {
         gesamt += gelesen * info.channels * 2;
         if (gelesen < 0 || gesamt > GroessterTon ||
-            sf_writef_short(welle.get(), stueck.data(), gelesen) != gelesen)
+            Sndfile().writef_short(welle.get(), stueck.data(), gelesen) != gelesen)
             return std::nullopt;
     }
     welle.reset();

@@ -46,6 +46,17 @@ int AndereImFach(const CardStore &store, const Abfragekarte &karte)
     return fach < store.FachInfo.size() ? std::max(store.FachInfo[fach].Anzahl - 1, 0) : 0;
 }
 
+// An X window manager takes longer to frame a window than it takes to paint it: it is painted meanwhile. The
+// toolkit would wait for the frame, and paint anew what it has asked for until then.
+void VorausMalen(QWidget &fenster)
+{
+    if (QGuiApplication::platformName() != u"xcb")
+        return;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
+    fenster.setAttribute(Qt::WA_Mapped);
+    fenster.repaint();
+}
+
 } // namespace
 
 PFUse::PFUse(CardStore &store, const Dienste &dienste, Fensterwechsel &wechsel, QWidget *parent)
@@ -167,6 +178,7 @@ std::optional<AbfrageErgebnis> PFUse::Fragen(bool bearbeitbar)
     if (!mitBild)
         BildZeigen();
     KlangSpielen();
+    VorausMalen(*this);
     exec();
     // The sound of a verdict may ring out while the learner goes on; any other belongs to this card only.
     if (!Urteil())

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "ZipReader.h"
 
+#include "Libzip.h"
 #include "StoreError.h"
 
 #include <algorithm>
 #include <array>
 #include <sys/stat.h>
-#include <zip.h>
 
 namespace paukfix {
 
@@ -46,7 +46,7 @@ bool IsRegular(zip *archive, zip_uint64_t index, const zip_stat_t &info)
         return false;
     zip_uint8_t system = 0;
     zip_uint32_t attributes = 0;
-    if (zip_file_get_external_attributes(archive, index, 0, &system, &attributes) != 0)
+    if (LoadLibzip().file_get_external_attributes(archive, index, 0, &system, &attributes) != 0)
         return false;
     const auto kind = static_cast<mode_t>((attributes >> 16U) & S_IFMT);
     return system != ZIP_OPSYS_UNIX || kind == 0 || kind == S_IFREG;
@@ -54,24 +54,25 @@ bool IsRegular(zip *archive, zip_uint64_t index, const zip_stat_t &info)
 
 struct CloseFile
 {
-    void operator()(zip_file_t *file) const { zip_fclose(file); }
+    void operator()(zip_file_t *file) const { LoadLibzip().fclose(file); }
 };
 
 } // namespace
 
 void ZipReader::Close::operator()(zip *archive) const
 {
-    zip_discard(archive);
+    LoadLibzip().discard(archive);
 }
 
 ZipReader::ZipReader(const QString &path) : path_(path)
 {
     const FileHandle file = OpenRegular(path);
+    const Libzip &library = LoadLibzip();
     const int own = dup(file.Get());
     if (own < 0)
         throw StoreError(Fehler::ZuVieleDateien, u"Es sind zu viele Dateien geöffnet."_s);
     int error = 0;
-    zip_.reset(zip_fdopen(own, 0, &error));
+    zip_.reset(library.fdopen(own, 0, &error));
     if (!zip_) {
         close(own);
         ThrowNoZip(path);
@@ -83,7 +84,7 @@ ZipReader::~ZipReader() = default;
 
 void ZipReader::Survey()
 {
-    const zip_int64_t count = zip_get_num_entries(zip_.get(), 0);
+    const zip_int64_t count = LoadLibzip().get_num_entries(zip_.get(), 0);
     if (count > MostEntries)
         throw StoreError(Fehler::NichtErlaubt, u"Das Paket „%1“ enthält zu viele Dateien."_s.arg(path_));
     qint64 packed = 0;
@@ -92,7 +93,7 @@ void ZipReader::Survey()
     for (zip_uint64_t index = 0; index < static_cast<zip_uint64_t>(count); ++index) {
         zip_stat_t info;
         constexpr zip_uint64_t Needed = ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE;
-        if (zip_stat_index(zip_.get(), index, 0, &info) != 0 || (info.valid & Needed) != Needed)
+        if (LoadLibzip().stat_index(zip_.get(), index, 0, &info) != 0 || (info.valid & Needed) != Needed)
             ThrowDamaged(path_);
         if (info.size > static_cast<zip_uint64_t>(MostUnpacked) ||
             info.comp_size > static_cast<zip_uint64_t>(MostUnpacked))
@@ -131,13 +132,13 @@ void ZipReader::Unpack(std::size_t entry, const std::function<void(Bytes piece)>
         throw StoreError(Fehler::NichtErlaubt,
                          u"Das Paket „%1“ enthält mit „%2“ etwas, das keine gewöhnliche Datei ist."_s.arg(
                              path_, meant.name));
-    const std::unique_ptr<zip_file_t, CloseFile> file(zip_fopen_index(zip_.get(), entry, 0));
+    const std::unique_ptr<zip_file_t, CloseFile> file(LoadLibzip().fopen_index(zip_.get(), entry, 0));
     if (!file)
         ThrowDamaged(path_);
     std::array<std::uint8_t, 65536> piece{};
     qint64 sum = 0;
     for (;;) {
-        const zip_int64_t got = zip_fread(file.get(), piece.data(), piece.size());
+        const zip_int64_t got = LoadLibzip().fread(file.get(), piece.data(), piece.size());
         if (got < 0)
             ThrowDamaged(path_);
         if (got == 0)

@@ -96,6 +96,36 @@ private slots:
         QVERIFY(!QFile::exists(Pfad("konfig.new")));
     }
 
+    // A window manager reads it anew for each card.
+    void TheQueryBringsNoLargeIcon()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        QTRY_VERIFY(anzeige_->Eigenschaft(box_, "_NET_WM_ICON").contains("(256 x 256)"));
+        QVERIFY(anzeige_->Taste(box_, "n"));
+        const QString bild = anzeige_->Eigenschaft(abfrage_, "_NET_WM_ICON");
+        QVERIFY2(bild.contains("(16 x 16)") && bild.contains("(48 x 48)"), qPrintable(bild.left(300)));
+        QVERIFY(!bild.contains("(64 x 64)") && !bild.contains("(256 x 256)"));
+        for (const char *taste : {"x", "Return", "Return"})
+            QVERIFY(anzeige_->Taste(abfrage_, taste));
+        Beenden(lauf);
+    }
+
+    // Every start would wait for it.
+    void WhatFewSessionsNeedIsNotLoadedBefore()
+    {
+        Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
+        Starten(lauf);
+        QVERIFY(anzeige_->WarteAuf(box_));
+        QFile karte(u"/proc/%1/maps"_s.arg(lauf.prozess.processId()));
+        QVERIFY(karte.open(QIODevice::ReadOnly));
+        const QByteArray geladen = karte.readAll();
+        QVERIFY(geladen.contains("/libsqlite3.so"));
+        for (const char *name : {"/libzip.so", "/libsndfile.so", "/libcrypto.so"})
+            QVERIFY2(!geladen.contains(name), name);
+        Beenden(lauf);
+    }
+
     void SettingsThatMayNotBeWrittenAreToldOnce()
     {
         QVERIFY(QFile::setPermissions(Pfad("konfig.dat"), QFile::ReadOwner | QFile::ReadGroup));

@@ -215,6 +215,14 @@ public:
 
     void MausTaste(bool gedrueckt) const { Xdotool({gedrueckt ? "mousedown" : "mouseup", "1"}); }
 
+    // A property of the window of this title, as xprop tells it, once it has the keyboard.
+    QString Eigenschaft(const QString &titel, const QString &name) const
+    {
+        if (!WarteAuf(titel))
+            return {};
+        return Ausfuehren("xprop", {"-id", Xdotool({"getactivewindow"}), name});
+    }
+
     // Waits until much of the display has this colour, as "#00FF00".
     bool WarteAufFarbe(const QString &farbe) const
     {
