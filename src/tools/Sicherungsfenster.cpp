@@ -86,6 +86,7 @@ QWidget *Sicherungsfenster::ListeBauen()
     for (int spalte = 1; spalte < liste_->columnCount(); ++spalte)
         liste_->headerItem()->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
     liste_->header()->setStretchLastSection(false); // its numbers would stand far from all others
+    liste_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     liste_->setRootIsDecorated(false);
     liste_->setUniformRowHeights(true);
     liste_->setAllColumnsShowFocus(true);
@@ -135,7 +136,7 @@ void Sicherungsfenster::Auflisten()
             zeile->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
     }
     dienste_.meldungen.Sanduhr(false);
-    for (int spalte = 0; spalte < liste_->columnCount(); ++spalte)
+    for (int spalte = 1; spalte < liste_->columnCount(); ++spalte)
         liste_->resizeColumnToContents(spalte);
     const QString name = Umbrechbar(oeffner_.Kartei().CurrentFileName);
     ueberschrift_->setText(zeilen_.isEmpty() ? u"Von „%1“ gibt es noch keine Sicherung."_s.arg(name)
