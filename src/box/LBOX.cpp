@@ -280,7 +280,7 @@ void LBOX::HinweiseZeigen()
                           offen && !gesperrt ? geschehenKurz_ : QString());
     status_->SetBilanz(offen ? bilanz_.Text(kartei_.sitzung) : QString(), Bilanz::Kurz(kartei_.sitzung));
     status_->SetTasten(offen && !kartei_.NurAnsehen() && zettel.isEmpty() && !gesperrt
-                           ? u"[1] bis [5], [N] Fach wählen · [W] würfeln"_s
+                           ? u"[1] bis [5], [N] Fach wählen · [W] würfeln · [F1] Handbuch"_s
                            : QString());
     kasten_->Kopf().SetAntworten(offen ? Bilanz::Seither(kartei_.sitzung, QDate::currentDate()) : QString());
     kasten_->SetHinweis(zettel, std::move(tun));

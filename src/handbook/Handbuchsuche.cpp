@@ -16,6 +16,12 @@ Handbuchsuche::Handbuchsuche(QTextBrowser &seite, const QString &ordner, const Q
                              QObject *parent)
     : QObject(parent), seite_(seite), ordner_(ordner), inhalt_(inhalt)
 {
+    // Who searches has the keyboard in the field: the place that was found stands out all the same.
+    const Hausfarben &farben = HausfarbenZu(seite_.palette());
+    QPalette palette = seite_.palette();
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, farben.akzent);
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, farben.akzentTinte);
+    seite_.setPalette(palette);
     connect(&seite_, &QTextBrowser::sourceChanged, this, [this] {
         Markieren();
         Melden();
@@ -75,8 +81,7 @@ void Handbuchsuche::Markieren()
 {
     QList<QTextEdit::ExtraSelection> marken;
     QTextCharFormat marke;
-    marke.setBackground(HausfarbenZu(seite_.palette()).akzent);
-    marke.setForeground(HausfarbenZu(seite_.palette()).akzentTinte);
+    marke.setBackground(HausfarbenZu(seite_.palette()).gewaehlt);
     if (!wort_.isEmpty())
         for (QTextCursor stelle = seite_.document()->find(wort_); !stelle.isNull();
              stelle = seite_.document()->find(wort_, stelle))

@@ -81,6 +81,9 @@ void Fragetext::Anpassen()
         rand += QMargins((raum.width() - breite) / 2, 0, (raum.width() - breite) / 2, 0);
     }
     setViewportMargins(rand);
+    // Of a width that changes to and fro while the window comes up, the text learns the first one only.
+    if (passt && document()->textWidth() != viewport()->width())
+        document()->setTextWidth(viewport()->width());
     passtAn_ = false;
 }
 

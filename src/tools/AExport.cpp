@@ -62,7 +62,7 @@ void AExport::FormGewaehlt()
     } else {
         text = KartenText(arten_->typed);
         if (arten_->typedWithMedia > 0)
-            text += u", %1 davon ohne Bild und Ton"_s.arg(arten_->typedWithMedia);
+            text += u", %1 davon ohne ihre Bilder und Töne"_s.arg(arten_->typedWithMedia);
         if (arten_->others > 0)
             text += u"; %1 zum Ankreuzen %2 aus"_s.arg(arten_->others)
                         .arg(arten_->others == 1 ? u"bleibt"_s : u"bleiben"_s);

@@ -9,10 +9,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
 #include <limits>
 
 namespace paukfix {
@@ -35,6 +38,25 @@ QComboBox *Auswahl(const QString &name, const QString &zugaenglich, const QStrin
     auto *box = Benannt(new QComboBox(eltern), name, zugaenglich);
     box->addItems(eintraege);
     return box;
+}
+
+// As high as what the window shows needs, as far as the screen goes; one that the user made larger stays so.
+void HoehePassen(QWidget &fenster)
+{
+    if (fenster.isMaximized() || fenster.isFullScreen())
+        return;
+    fenster.layout()->activate();
+    const QRect schirm = fenster.screen()->availableGeometry();
+    const QRect rahmen = fenster.frameGeometry();
+    const int rand = rahmen.height() - fenster.height();
+    const int hoehe =
+        std::min(fenster.layout()->totalHeightForWidth(fenster.width()), schirm.height() - rand);
+    if (hoehe <= fenster.height())
+        return;
+    fenster.resize(fenster.width(), hoehe);
+    const int oben = std::max(schirm.top(), schirm.bottom() + 1 - hoehe - rand);
+    if (oben < rahmen.top())
+        fenster.move(rahmen.left(), oben);
 }
 
 } // namespace
@@ -168,6 +190,7 @@ void AImport::Zeigen()
     const Importvorschau vorschau = zeigbar ? Ansehen(*aufbau) : Importvorschau();
     // Who has chosen a file knows what it is about: its cards take the room. What comes must find it free, or
     // the window grows, over the edge of a small screen.
+    const bool kommt = zeigbar && tafel_->isHidden();
     if (!zeigbar)
         tafel_->hide();
     ErklaerungZeigen(!zeigbar);
@@ -179,6 +202,8 @@ void AImport::Zeigen()
     chkFaecher_->setVisible(zeigbar && aufbau->alleFelder);
     vorhandene_->Anbieten(vorschau.bekannt, vorschau.andereAntwort);
     VorhabenZeigen(zeigbar ? VorhabenVon(vorschau, aufbau->alleFelder) : QString());
+    if (kommt)
+        HoehePassen(*this);
 }
 
 QString AImport::VorhabenVon(const Importvorschau &vorschau, bool alleFelder)

@@ -46,8 +46,10 @@ QString SeitdemSatz(const Unterschied &unterschied)
     teil(unterschied.weg, u" gelöscht"_s);
     teil(unterschied.geaendert, u" geändert"_s);
     teil(unterschied.verschoben, u" in einem anderen Fach"_s);
-    return teile.isEmpty() ? u"Seitdem hat sich nichts geändert."_s
-                           : u"Seitdem: "_s + teile.join(u", "_s) + u'.';
+    if (!teile.isEmpty())
+        return u"Seitdem: "_s + teile.join(u", "_s) + u'.';
+    return unterschied.umgestellt > 0 ? u"Seitdem hat sich nur die Reihenfolge in den Fächern geändert."_s
+                                      : u"Seitdem hat sich nichts geändert."_s;
 }
 
 } // namespace
@@ -86,6 +88,7 @@ QWidget *Sicherungsfenster::ListeBauen()
     for (int spalte = 1; spalte < liste_->columnCount(); ++spalte)
         liste_->headerItem()->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
     liste_->header()->setStretchLastSection(false); // its numbers would stand far from all others
+    liste_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     liste_->setRootIsDecorated(false);
     liste_->setUniformRowHeights(true);
     liste_->setAllColumnsShowFocus(true);
@@ -121,8 +124,9 @@ void Sicherungsfenster::Auflisten()
     dienste_.meldungen.Sanduhr(true);
     zeilen_ = sicherungen_.Liste(oeffner_.Kartei().OffenerPfad());
     liste_->clear();
+    const QDate heute = dienste_.clock.Now().date();
     for (const Sicherung &sicherung : std::as_const(zeilen_)) {
-        auto *zeile = new QTreeWidgetItem(liste_, {Zeit(sicherung)});
+        auto *zeile = new QTreeWidgetItem(liste_, {ZeitText(sicherung.zeit, heute)});
         try {
             const Kartenstand stand = KarteiZaehlen(sicherung.datei);
             zeile->setText(1, Zahltext(stand.karten));
@@ -135,7 +139,7 @@ void Sicherungsfenster::Auflisten()
             zeile->setTextAlignment(spalte, Qt::AlignRight | Qt::AlignVCenter);
     }
     dienste_.meldungen.Sanduhr(false);
-    for (int spalte = 0; spalte < liste_->columnCount(); ++spalte)
+    for (int spalte = 1; spalte < liste_->columnCount(); ++spalte)
         liste_->resizeColumnToContents(spalte);
     const QString name = Umbrechbar(oeffner_.Kartei().CurrentFileName);
     ueberschrift_->setText(zeilen_.isEmpty() ? u"Von „%1“ gibt es noch keine Sicherung."_s.arg(name)
@@ -169,11 +173,6 @@ void Sicherungsfenster::SeitdemZeigen()
     alsNeue_->setEnabled(lesbar);
 }
 
-QString Sicherungsfenster::Zeit(const Sicherung &sicherung) const
-{
-    return ZeitText(sicherung.zeit, dienste_.clock.Now().date());
-}
-
 // What is not kept cannot be had back.
 bool Sicherungsfenster::JetzigenStandSichern()
 {
@@ -190,9 +189,10 @@ void Sicherungsfenster::Zurueckholen_Click()
     if (!Gewaehlte())
         return;
     const Sicherung sicherung = *Gewaehlte();
-    if (dienste_.meldungen.Fragen(u"Soll die Kartei wieder so werden, wie sie %1 war? Der jetzige Stand wird "
-                                  u"vorher gesichert."_s.arg(Zeit(sicherung)),
-                                  Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja ||
+    if (dienste_.meldungen.Fragen(
+            u"Soll die Kartei wieder so werden wie in der %1? Der jetzige Stand wird "
+            u"vorher gesichert."_s.arg(SicherungVon(sicherung.zeit, dienste_.clock.Now().date())),
+            Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja ||
         !JetzigenStandSichern())
         return;
     CardStore &kartei = oeffner_.Kartei();

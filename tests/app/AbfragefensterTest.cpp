@@ -101,11 +101,11 @@ private slots:
     {
         Lauf lauf(*anzeige_, Pfad("paukfix"), {Pfad("a.pzb")});
         Starten(lauf);
-        QTRY_VERIFY(anzeige_->Eigenschaft(box_, "_NET_WM_ICON").contains("(256 x 256)"));
+        QTRY_VERIFY(anzeige_->Eigenschaft(box_, "_NET_WM_ICON").contains("(128 x 128)"));
         QVERIFY(anzeige_->Taste(box_, "n"));
         const QString bild = anzeige_->Eigenschaft(abfrage_, "_NET_WM_ICON");
         QVERIFY2(bild.contains("(16 x 16)") && bild.contains("(48 x 48)"), qPrintable(bild.left(300)));
-        QVERIFY(!bild.contains("(64 x 64)") && !bild.contains("(256 x 256)"));
+        QVERIFY(!bild.contains("(64 x 64)") && !bild.contains("(128 x 128)"));
         for (const char *taste : {"x", "Return", "Return"})
             QVERIFY(anzeige_->Taste(abfrage_, taste));
         Beenden(lauf);

@@ -38,7 +38,7 @@ private slots:
         QCOMPARE(Weiter(b), "Weiter lernen: Fach 1");
         QCOMPARE(b.Finde<>("Weiter")->accessibleDescription(), "Eingabe: falsch beantwortete Karten");
         QCOMPARE(b.Finde<QLabel>("LWeiter")->text(), "Eingabe falsch beantwortete Karten");
-        QCOMPARE(Tasten(b), "1 bis 5, N Fach wählen · W würfeln");
+        QCOMPARE(Tasten(b), "1 bis 5, N Fach wählen · W würfeln · F1 Handbuch");
     }
 
     void BehindTheQuestionForAFileTheButtonSaysWhatItDoes()

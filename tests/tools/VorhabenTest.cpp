@@ -48,7 +48,7 @@ private slots:
         Werkstatt w;
         w.Oeffnen(Karten());
         QCOMPARE(Vorhaben(AExport(w.oeffner, w.Alle())),
-                 "3 Karten, 2 davon ohne Bild und Ton; 1 zum Ankreuzen bleibt aus.");
+                 "3 Karten, 2 davon ohne ihre Bilder und Töne; 1 zum Ankreuzen bleibt aus.");
         w.Oeffnen({MakeCard(1, 0, 1)}, "b.pzb");
         QCOMPARE(Vorhaben(AExport(w.oeffner, w.Alle())), "1 Karte.");
     }
