@@ -24,6 +24,7 @@ private slots:
     void AnExistingFileIsNotOverwritten();
     void FilesMadeToHarmAreRefused_data();
     void FilesMadeToHarmAreRefused();
+    void EntriesThatLieInEachOtherCountOnce();
     void APipeIsRefused();
     void ALinkIsNoRegularEntry();
     void AnEntryAboveTheLimitIsRefused();
@@ -135,6 +136,49 @@ void ZipTest::FilesMadeToHarmAreRefused()
     QFETCH(const QString, reason);
     const QString text = Refusal(Deck(name));
     QVERIFY2(text.contains(reason), qPrintable(text));
+}
+
+// Each of them, and all together, are no more than what they say that they are packed to allows.
+void ZipTest::EntriesThatLieInEachOtherCountOnce()
+{
+    constexpr int Entries = 40;
+    QByteArray pattern;
+    for (unsigned i = 0; i < 20'000; ++i)
+        pattern += static_cast<char>((i * 2654435761U) >> 24U);
+    {
+        ZipWriter out(Path("einer.zip"));
+        out.Add("a00", pattern.repeated(200));
+        out.Finish();
+    }
+    const ZipReader one(Path("einer.zip"));
+    QVERIFY(one.Entries()[0].unpacked < one.Entries()[0].packed * 200);
+    QFile file(Path("einer.zip"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const qsizetype record = bytes.lastIndexOf("PK\x01\x02");
+    const qsizetype end = bytes.lastIndexOf("PK\x05\x06");
+    QVERIFY(record > 0 && end > record);
+    QByteArray directory;
+    for (int i = 0; i < Entries; ++i) {
+        constexpr qsizetype Name = 46; // in a record
+        QByteArray entry = bytes.mid(record, end - record);
+        entry.replace(Name, 3, 'a' + QByteArray::number(i).rightJustified(2, '0'));
+        directory += entry;
+    }
+    QByteArray tail = bytes.mid(end);
+    const auto set = [&](qsizetype place, qsizetype size, qsizetype value) {
+        for (qsizetype i = 0; i < size; ++i)
+            tail[place + i] = static_cast<char>((value >> (8 * i)) & 0xFF);
+    };
+    set(8, 2, Entries);
+    set(10, 2, Entries);
+    set(12, 4, directory.size());
+    QFile many(Path("viele.zip"));
+    QVERIFY(many.open(QIODevice::WriteOnly));
+    many.write(bytes.left(record) + directory + tail);
+    many.close();
+    const QString text = Refusal(many.fileName());
+    QVERIFY2(text.contains("Vielfaches seiner Größe"), qPrintable(text));
 }
 
 void ZipTest::APipeIsRefused()
