@@ -28,7 +28,7 @@ const QString &TopicFile()
             cards << MakeCard(i, i % 6, i);
             cards.back().Picture_9_Name = QString("Thema %1 von vielen").arg(i);
         }
-        const QString file = folder.filePath("themen.pzb");
+        QString file = folder.filePath("themen.pzb");
         MakeCardFile(file, cards);
         return file;
     }();
