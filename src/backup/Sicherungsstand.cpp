@@ -88,7 +88,8 @@ Unterschied Vergleichen(const QString &frueher, const QString &jetzt)
         return {
             Anzahl(karteien, "jetzt.Lernkarten WHERE FrageNr NOT IN (SELECT FrageNr FROM main.Lernkarten)"),
             Anzahl(karteien, "main.Lernkarten WHERE FrageNr NOT IN (SELECT FrageNr FROM jetzt.Lernkarten)"),
-            Anzahl(karteien, beide + "0" + andere), Anzahl(karteien, beide + "alt.FachNr IS NOT neu.FachNr")};
+            Anzahl(karteien, beide + "0" + andere), Anzahl(karteien, beide + "alt.FachNr IS NOT neu.FachNr"),
+            Anzahl(karteien, beide + "alt.FachNr IS neu.FachNr AND alt.FachLfdNr IS NOT neu.FachLfdNr")};
     } catch (const SQLite::Exception &fehler) {
         ThrowStoreError(fehler, frueher);
     }

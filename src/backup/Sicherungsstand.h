@@ -29,6 +29,7 @@ struct Unterschied
     int weg = 0;        // cards that are no longer there
     int geaendert = 0;  // cards with other texts, pictures or sounds
     int verschoben = 0; // cards in another compartment
+    int umgestellt = 0; // cards in the same compartment at another place
 
     bool operator==(const Unterschied &) const = default;
 };

@@ -40,6 +40,7 @@ bool Deckvorleser::Naechste(Deckkarte &karte, Deckbericht &bericht)
         if (schub_.letzter)
             return false;
         std::unique_lock lock(sperre_);
+        gelesene_.push_back(std::move(schub_.karten));
         geaendert_.wait(lock, [this] { return !fertige_.empty(); });
         schub_ = std::move(fertige_.front());
         fertige_.pop_front();
@@ -48,7 +49,7 @@ bool Deckvorleser::Naechste(Deckkarte &karte, Deckbericht &bericht)
         platz_ = 0;
         bericht.Dazu(schub_.rest);
     }
-    karte = std::move(schub_.karten[platz_++]);
+    std::swap(karte, schub_.karten[platz_++]);
     return true;
 }
 
@@ -57,7 +58,9 @@ void Deckvorleser::Lesen()
     for (bool weiter = true; weiter;) {
         Schub schub = Sammeln();
         weiter = !schub.letzter;
+        std::vector<std::vector<Deckkarte>> gelesene; // goes without the lock
         std::unique_lock lock(sperre_);
+        gelesene.swap(gelesene_);
         geaendert_.wait(lock, [this] { return halt_ || fertige_.size() < MeisteSchuebe; });
         if (halt_)
             return;

@@ -24,7 +24,7 @@ public:
     ~Deckvorleser();
 
     // As Deckquelle::Naechste, which throws here what it has thrown there. What is left behind is told with
-    // the first of some cards that were read together.
+    // the first of some cards that were read together. What `karte` held before is given back by the thread.
     bool Naechste(Deckkarte &karte, Deckbericht &bericht);
 
 private:
@@ -45,6 +45,8 @@ private:
     std::mutex sperre_; // of all below
     std::condition_variable geaendert_;
     std::deque<Schub> fertige_;
+    // Cards that were given out and have come back: who has taken memory gives it back most cheaply.
+    std::vector<std::vector<Deckkarte>> gelesene_;
     bool halt_ = false;
     std::thread leser_;
 };

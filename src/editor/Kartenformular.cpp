@@ -67,6 +67,7 @@ Kartenformular::Kartenformular(const Dienste &dienste, QString verzeichnis, QWid
 {
     Benannt(this, u"Formular"_s, u"Karte"_s);
     setAutoFillBackground(true);
+    MFrage_->document()->setDocumentMargin(2); // the answers', so that both texts begin at one line
     MFrage_->AufFeld(frageFeld_);
     MFrage_->SetFaktor(Kartenfaktor(dienste.konfig.schrift, font()));
     MFrage_->setMinimumHeight(fontMetrics().lineSpacing() * 3);
@@ -117,8 +118,10 @@ void Kartenformular::Anfuegen(const Knopfzeile &knoepfe)
     zeilen_->addLayout(knoepfe.zeile);
     knoepfe_ = knoepfe;
     FarbenSetzen();
-    const QList<QWidget *> folge = kopf_->Tabfolge() << MFrage_ << bild_->Box() << art_->Tabfolge()
-                                                     << antworten_->Tabfolge() << knoepfe.Alle();
+    // Who writes many cards goes from the question to the answer: most are of the kind that is chosen
+    // already.
+    const QList<QWidget *> folge = kopf_->Tabfolge() << MFrage_ << bild_->Box() << antworten_->Tabfolge()
+                                                     << art_->Tabfolge() << knoepfe.Alle();
     for (qsizetype i = 1; i < folge.size(); ++i)
         setTabOrder(folge[i - 1], folge[i]);
 }

@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QStyleOptionButton>
 
+#include <algorithm>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -56,6 +58,31 @@ QPushButton *Pfeil(QWidget *form, Symbole symbol, const QString &zeichen, const 
     return neu;
 }
 
+// As wide as what it says of other cards, where there is room: who leafs with the mouse finds the arrows
+// where they were.
+class Platztext final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    void SetAndere(const QStringList &andere)
+    {
+        andere_ = andere;
+        updateGeometry();
+    }
+
+    QSize sizeHint() const override
+    {
+        QSize platz = QLabel::sizeHint();
+        for (const QString &text : andere_)
+            platz.setWidth(std::max(platz.width(), fontMetrics().horizontalAdvance(text)));
+        return platz;
+    }
+
+private:
+    QStringList andere_;
+};
+
 } // namespace
 
 Knopfzeile::Knopfzeile(QWidget *form)
@@ -71,7 +98,7 @@ Knopfzeile::Knopfzeile(QWidget *form)
                  u"neue Karte hinter der letzten"_s)),
       Cadd(Knopf(form, u"&hinzufügen"_s, u"Cadd"_s, u"hinzufügen"_s, u"Karte hinzufügen (STRG+I)"_s)),
       Cback(Knopf(form, u"Zu&rück"_s, u"Cback"_s, u"Zurück"_s, u"den Editor schließen"_s)),
-      platz(new QLabel(form)),
+      platz(new Platztext(form)),
       tasten(new Tastenkappe(u"[Strg]+[I] speichert"_s, form)),
       zeile(new QHBoxLayout)
 {
@@ -103,10 +130,12 @@ QList<QWidget *> Knopfzeile::Alle() const
 
 void Knopfzeile::Zeigen(const Kartenkopf &kopf) const
 {
+    const QString neu = u"neu, hinter der letzten"_s, karte = u"Karte %1 von %2"_s;
+    static_cast<Platztext *>(platz)->SetAndere({neu, karte.arg(kopf.platz.of).arg(kopf.platz.of)});
     if (kopf.neu)
-        platz->setText(u"neu, hinter der letzten"_s);
+        platz->setText(neu);
     else if (kopf.platz.number > 0)
-        platz->setText(u"Karte %1 von %2"_s.arg(kopf.platz.number).arg(kopf.platz.of));
+        platz->setText(karte.arg(kopf.platz.number).arg(kopf.platz.of));
     else
         platz->clear();
 }

@@ -9,22 +9,50 @@
 #include "Kartengitter.h"
 #include "KurzLabel.h"
 #include "LangeArbeit.h"
+#include "Symbole.h"
 #include "Werkbank.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPrintPreviewDialog>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QToolBar>
+#include <QWidgetAction>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The toolkit's preview has icons of its own; another version of it may have other buttons, and keeps them.
+void SymboleSetzen(const QWidget &vorschau)
+{
+    static constexpr std::array Namen{Symbole::Seitenbreite, Symbole::GanzeSeite,      Symbole::Verkleinern,
+                                      Symbole::Vergroessern, Symbole::Hochformat,      Symbole::Querformat,
+                                      Symbole::AnsAnfang,    Symbole::Zurueck,         Symbole::Vor,
+                                      Symbole::AnsEnde,      Symbole::EineSeite,       Symbole::ZweiSeiten,
+                                      Symbole::AlleSeiten,   Symbole::SeiteEinrichten, Symbole::Drucken};
+    QList<QAction *> knoepfe;
+    for (const QToolBar *leiste : vorschau.findChildren<QToolBar *>())
+        for (QAction *aktion : leiste->actions())
+            if (!aktion->isSeparator() && !qobject_cast<QWidgetAction *>(aktion))
+                knoepfe << aktion;
+    if (knoepfe.size() != static_cast<qsizetype>(Namen.size()))
+        return;
+    for (std::size_t i = 0; i < Namen.size(); ++i)
+        knoepfe.at(static_cast<qsizetype>(i))->setIcon(Symbol(Namen[i]));
+}
+
+} // namespace
 
 Druckleiste::Druckleiste(const Dienste &dienste, Drucker drucker, QWidget *inhalt)
     : QWidget(inhalt), dienste_(dienste), drucker_(std::move(drucker)), inhalt_(inhalt)
@@ -201,6 +229,7 @@ void Druckleiste::Vorschau(const Auftrag &auftrag)
     QPrintPreviewDialog fenster(drucker.get(), window());
     fenster.setObjectName(u"Vorschau"_s);
     fenster.setWindowTitle(u"Vorschau"_s);
+    SymboleSetzen(fenster);
     fenster.resize(window()->size().boundedTo(screen()->availableSize() * 0.9));
     connect(&fenster, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *auf) {
         Step(dienste_.meldungen, FehlerKontext(),

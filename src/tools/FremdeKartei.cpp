@@ -18,6 +18,8 @@
 #include <QRadioButton>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -222,7 +224,7 @@ QString FremdeKartei::ZielVorschlag() const
 void FremdeKartei::InhaltZeigen()
 {
     if (!vorschau_) {
-        lblInhalt_->setText(warum_.isEmpty() ? u"Noch keine Datei gewählt."_s : warum_);
+        InhaltSetzen(warum_.isEmpty() ? u"Noch keine Datei gewählt."_s : warum_);
         return;
     }
     const Deckinhalt &inhalt = vorschau_->inhalt;
@@ -238,7 +240,16 @@ void FremdeKartei::InhaltZeigen()
     if (vorschau_->karten > 0)
         text += u"\nErste Karte: %1 – %2"_s.arg(Anfang(vorschau_->beispielFrage),
                                                 Anfang(vorschau_->beispielAntwort));
+    InhaltSetzen(text);
+}
+
+// Who has chosen a file knows what it is about: what is in it takes the room, all of it.
+void FremdeKartei::InhaltSetzen(const QString &text)
+{
+    ErklaerungZeigen(angesehen_.isEmpty());
     lblInhalt_->setText(text);
+    const int zweiZeilen = fontMetrics().height() * 2;
+    lblInhalt_->setMinimumHeight(std::max(zweiZeilen, lblInhalt_->heightForWidth(lblInhalt_->width())));
 }
 
 void FremdeKartei::ThemenAnbieten()

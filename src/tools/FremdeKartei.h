@@ -33,6 +33,7 @@ private:
     void cmdOK_Click();
     void Ansehen();
     void InhaltZeigen();
+    void InhaltSetzen(const QString &text);
     void ThemenAnbieten();
     void PlanZeigen();
     void ErgebnisZeigen(const Eingelesenes &ergebnis);

@@ -46,8 +46,10 @@ QString SeitdemSatz(const Unterschied &unterschied)
     teil(unterschied.weg, u" gelöscht"_s);
     teil(unterschied.geaendert, u" geändert"_s);
     teil(unterschied.verschoben, u" in einem anderen Fach"_s);
-    return teile.isEmpty() ? u"Seitdem hat sich nichts geändert."_s
-                           : u"Seitdem: "_s + teile.join(u", "_s) + u'.';
+    if (!teile.isEmpty())
+        return u"Seitdem: "_s + teile.join(u", "_s) + u'.';
+    return unterschied.umgestellt > 0 ? u"Seitdem hat sich nur die Reihenfolge in den Fächern geändert."_s
+                                      : u"Seitdem hat sich nichts geändert."_s;
 }
 
 } // namespace
@@ -122,8 +124,9 @@ void Sicherungsfenster::Auflisten()
     dienste_.meldungen.Sanduhr(true);
     zeilen_ = sicherungen_.Liste(oeffner_.Kartei().OffenerPfad());
     liste_->clear();
+    const QDate heute = dienste_.clock.Now().date();
     for (const Sicherung &sicherung : std::as_const(zeilen_)) {
-        auto *zeile = new QTreeWidgetItem(liste_, {Zeit(sicherung)});
+        auto *zeile = new QTreeWidgetItem(liste_, {ZeitText(sicherung.zeit, heute)});
         try {
             const Kartenstand stand = KarteiZaehlen(sicherung.datei);
             zeile->setText(1, Zahltext(stand.karten));
@@ -170,11 +173,6 @@ void Sicherungsfenster::SeitdemZeigen()
     alsNeue_->setEnabled(lesbar);
 }
 
-QString Sicherungsfenster::Zeit(const Sicherung &sicherung) const
-{
-    return ZeitText(sicherung.zeit, dienste_.clock.Now().date());
-}
-
 // What is not kept cannot be had back.
 bool Sicherungsfenster::JetzigenStandSichern()
 {
@@ -191,9 +189,10 @@ void Sicherungsfenster::Zurueckholen_Click()
     if (!Gewaehlte())
         return;
     const Sicherung sicherung = *Gewaehlte();
-    if (dienste_.meldungen.Fragen(u"Soll die Kartei wieder so werden, wie sie %1 war? Der jetzige Stand wird "
-                                  u"vorher gesichert."_s.arg(Zeit(sicherung)),
-                                  Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja ||
+    if (dienste_.meldungen.Fragen(
+            u"Soll die Kartei wieder so werden wie in der %1? Der jetzige Stand wird "
+            u"vorher gesichert."_s.arg(SicherungVon(sicherung.zeit, dienste_.clock.Now().date())),
+            Meldungen::Antwort::Nein) != Meldungen::Antwort::Ja ||
         !JetzigenStandSichern())
         return;
     CardStore &kartei = oeffner_.Kartei();

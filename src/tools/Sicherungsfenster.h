@@ -34,7 +34,6 @@ private:
     void Auflisten();
     void SeitdemZeigen();
     const Sicherung *Gewaehlte() const;
-    QString Zeit(const Sicherung &sicherung) const;
     void Zurueckholen_Click();
     void AlsNeueKartei_Click();
     bool JetzigenStandSichern();

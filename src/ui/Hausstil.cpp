@@ -437,6 +437,19 @@ QIcon Hausstil::standardIcon(StandardPixmap pixmap, const QStyleOption *option, 
         return Symbol(Symbole::Hinweis);
     case SP_LineEditClearButton:
         return Symbol(Symbole::Leeren);
+    // Of the file dialog.
+    case SP_ArrowBack:
+        return Symbol(Symbole::Zurueck);
+    case SP_ArrowForward:
+        return Symbol(Symbole::Vor);
+    case SP_FileDialogToParent:
+        return Symbol(Symbole::Hinauf);
+    case SP_FileDialogNewFolder:
+        return Symbol(Symbole::NeuerOrdner);
+    case SP_FileDialogListView:
+        return Symbol(Symbole::Kacheln);
+    case SP_FileDialogDetailedView:
+        return Symbol(Symbole::Einzelheiten);
     // Of every menu bar, however wide: the toolkit's own is a file, for which all readers of pictures are
     // loaded, a fifth of a start.
     case SP_ToolBarHorizontalExtensionButton:

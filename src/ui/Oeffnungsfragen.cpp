@@ -28,8 +28,8 @@ Oeffnungsfragen::Rettung Oeffnungsfragen::Retten(const std::optional<Aussicht> &
     const QString frage = u"Diese Datei ist beschädigt Reparaturversuch ?"_s;
     if (!aussicht)
         return meldungen_.Fragen(frage) == Meldungen::Antwort::Ja ? Rettung::Reparatur : Rettung::Keine;
-    const QString wahl = u"%1\n\nReparatur: %2\nSicherung von %3: %4"_s.arg(
-        frage, aussicht->reparatur, ZeitText(aussicht->gesichert, heute), aussicht->sicherung);
+    const QString wahl = u"%1\n\nReparatur: %2\n%3: %4"_s.arg(
+        frage, aussicht->reparatur, SicherungVon(aussicht->gesichert, heute), aussicht->sicherung);
     constexpr qsizetype Abbruch = 1;
     switch (
         meldungen_.Waehlen(wahl, {u"&Ja, reparieren"_s, u"&Nein"_s, u"&Sicherung zurückholen"_s}, Abbruch)) {

@@ -127,6 +127,15 @@ void Pfeile(QPainter &maler, Symbole welches)
         Pfeil(maler, 10.5, 1);
         Linie(maler, {{16.5, 4.5}, {16.5, 15.5}});
         break;
+    case Symbole::AnsAnfang:
+        Linie(maler, {{3.5, 4.5}, {3.5, 15.5}});
+        Pfeil(maler, 9.5, -1);
+        Pfeil(maler, 15, -1);
+        break;
+    case Symbole::Hinauf:
+        Linie(maler, {{4.5, 9}, {10, 3.5}, {15.5, 9}});
+        Linie(maler, {{10, 3.5}, {10, 16.5}});
+        break;
     default:
         Pfeil(maler, 7, 1);
         Pfeil(maler, 13, 1);
@@ -182,6 +191,79 @@ void Papierkorb(QPainter &maler)
     Linie(maler, {{11.7, 9}, {11.7, 14}});
 }
 
+void Seiten(QPainter &maler, std::initializer_list<QRectF> plaetze)
+{
+    maler.setPen(QPen(maler.pen().color(), 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    for (const QRectF &platz : plaetze)
+        maler.drawRoundedRect(platz, 1, 1);
+}
+
+void Dateizeichen(QPainter &maler, Symbole welches)
+{
+    if (welches == Symbole::NeuerOrdner) {
+        Linie(maler, {{2, 16}, {2, 4.5}, {7.5, 4.5}, {9.5, 7}, {18, 7}, {18, 16}, {2, 16}});
+        Linie(maler, {{10, 9}, {10, 14}});
+        Linie(maler, {{7.5, 11.5}, {12.5, 11.5}});
+    } else if (welches == Symbole::Kacheln) {
+        Seiten(maler, {{3, 3, 5, 5}, {12, 3, 5, 5}, {3, 12, 5, 5}, {12, 12, 5, 5}});
+    } else {
+        for (const qreal y : {4.5, 10.0, 15.5}) {
+            Linie(maler, {{3, y}, {3.5, y}});
+            Linie(maler, {{7, y}, {17, y}});
+        }
+    }
+}
+
+void Lupenzeichen(QPainter &maler, bool mehr)
+{
+    maler.drawEllipse(QPointF(8.5, 8.5), 5.5, 5.5);
+    Linie(maler, {{12.6, 12.6}, {17.5, 17.5}});
+    Linie(maler, {{6, 8.5}, {11, 8.5}});
+    if (mehr)
+        Linie(maler, {{8.5, 6}, {8.5, 11}});
+}
+
+void Seitenzeichen(QPainter &maler, Symbole welches)
+{
+    switch (welches) {
+    case Symbole::Seitenbreite:
+        Linie(maler, {{2, 3.5}, {2, 16.5}});
+        Linie(maler, {{18, 3.5}, {18, 16.5}});
+        Linie(maler, {{5, 10}, {15, 10}});
+        Linie(maler, {{7.5, 7.5}, {5, 10}, {7.5, 12.5}});
+        Linie(maler, {{12.5, 7.5}, {15, 10}, {12.5, 12.5}});
+        break;
+    case Symbole::GanzeSeite:
+        Linie(maler, {{3, 7.5}, {3, 3}, {7.5, 3}});
+        Linie(maler, {{12.5, 3}, {17, 3}, {17, 7.5}});
+        Linie(maler, {{17, 12.5}, {17, 17}, {12.5, 17}});
+        Linie(maler, {{7.5, 17}, {3, 17}, {3, 12.5}});
+        break;
+    case Symbole::Hochformat:
+        Seiten(maler, {{5, 2.5, 10, 15}});
+        break;
+    case Symbole::Querformat:
+        Seiten(maler, {{2.5, 5, 15, 10}});
+        break;
+    case Symbole::EineSeite:
+        Seiten(maler, {{5, 2.5, 10, 15}});
+        for (const qreal y : {6.5, 9.5, 12.5})
+            Linie(maler, {{7.5, y}, {12.5, y}});
+        break;
+    case Symbole::ZweiSeiten:
+        Seiten(maler, {{2, 4, 7, 12}, {11, 4, 7, 12}});
+        break;
+    case Symbole::AlleSeiten:
+        Seiten(maler, {{3, 2, 5.5, 7}, {11.5, 2, 5.5, 7}, {3, 11, 5.5, 7}, {11.5, 11, 5.5, 7}});
+        break;
+    default: // SeiteEinrichten: a page and its margins
+        Seiten(maler, {{4, 2, 12, 16}});
+        maler.setPen(QPen(maler.pen().color(), 1.2, Qt::DotLine, Qt::RoundCap));
+        maler.drawRect(QRectF(7, 5, 6, 10));
+        break;
+    }
+}
+
 void Dinge(QPainter &maler, Symbole welches, const QColor &farbe)
 {
     switch (welches) {
@@ -224,6 +306,15 @@ void Dinge(QPainter &maler, Symbole welches, const QColor &farbe)
     case Symbole::Leeren:
         Linie(maler, {{5.5, 5.5}, {14.5, 14.5}});
         Linie(maler, {{14.5, 5.5}, {5.5, 14.5}});
+        break;
+    case Symbole::NeuerOrdner:
+    case Symbole::Kacheln:
+    case Symbole::Einzelheiten:
+        Dateizeichen(maler, welches);
+        break;
+    case Symbole::Vergroessern:
+    case Symbole::Verkleinern:
+        Lupenzeichen(maler, welches == Symbole::Vergroessern);
         break;
     default:
         Meldungszeichen(maler, welches, farbe);
@@ -278,8 +369,10 @@ void SymbolMalen(QPainter &maler, const QRectF &flaeche, Symbole welches, const 
     maler.setBrush(Qt::NoBrush);
     if (welches <= Symbole::Standardschrift)
         Textzeichen(maler, welches, farbe);
-    else if (welches >= Symbole::Schnellzurueck && welches <= Symbole::AnsEnde)
+    else if (welches >= Symbole::Schnellzurueck && welches <= Symbole::Hinauf)
         Pfeile(maler, welches);
+    else if (welches >= Symbole::Seitenbreite)
+        Seitenzeichen(maler, welches);
     else
         Dinge(maler, welches, farbe);
     maler.restore();

@@ -34,12 +34,27 @@ enum class Symbole
     Vor,            // >
     Schnellvor,     // >>
     AnsEnde,        // >>|
+    AnsAnfang,      // |<<
+    Hinauf,         // to the folder above
     Haken,
     Karte,
     Frage,   // of message boxes
     Ausruf,  //
     Hinweis, //
     Leeren,  // a cross: empties a field
+    NeuerOrdner,
+    Kacheln,      // of a list of files
+    Einzelheiten, //
+    Vergroessern, // of a preview of pages
+    Verkleinern,
+    Seitenbreite,
+    GanzeSeite,
+    Hochformat,
+    Querformat,
+    EineSeite,
+    ZweiSeiten,
+    AlleSeiten,
+    SeiteEinrichten,
 };
 
 // As an icon in the text colour of the application's buttons, whatever it is when it is painted.

@@ -18,4 +18,13 @@ inline QString ZeitText(const QDateTime &zeit, const QDate &heute)
     return tag + zeit.time().toString(u" HH:mm"_s);
 }
 
+// A backup of that moment, as one speaks of it: "Sicherung von gestern 18:02", "Sicherung vom 20.11.2026
+// 18:02".
+inline QString SicherungVon(const QDateTime &zeit, const QDate &heute)
+{
+    using namespace Qt::StringLiterals;
+    const qint64 tage = zeit.date().daysTo(heute);
+    return (tage == 0 || tage == 1 ? u"Sicherung von "_s : u"Sicherung vom "_s) + ZeitText(zeit, heute);
+}
+
 } // namespace paukfix

@@ -41,7 +41,7 @@ private:
             return {};
         for (const char *taste : {"alt", "Right", "Right", "Down", "Return"})
             anzeige_->Taste("Lern-Box", taste);
-        for (const char *taste : {"ctrl+v", "Tab", "Tab", "j", "a", "ctrl+i", "alt+F4"})
+        for (const char *taste : {"ctrl+v", "Tab", "j", "a", "ctrl+i", "alt+F4"})
             anzeige_->Taste("Merkkasten Ändern", taste);
         anzeige_->Taste("Lern-Box", "ctrl+q");
         return lauf.IstZuEnde() ? ReadCards(Pfad("a.pzb")).value(0) : CardRecord();

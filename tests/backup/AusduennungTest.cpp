@@ -114,6 +114,16 @@ private slots:
         QCOMPARE(rest.first().zeit.date(), Heute);
     }
 
+    // Twelve of one minute, of which two go anyhow: with the room that they leave, the other ten may stay.
+    void WhatGoesAnyhowMakesRoomFirst()
+    {
+        Sicherungsliste liste;
+        for (int sekunde = 0; sekunde < 12; ++sekunde)
+            liste.prepend(Eine({Heute, {9, 0, sekunde}}, 1'000'000));
+        QCOMPARE(Rest(liste, Heute, 98'000'000).size(), 10);
+        QCOMPARE(Rest(liste, Heute, 97'000'000).size(), 9);
+    }
+
     void TheNewestStaysOnAFullDisk()
     {
         const Sicherungsliste liste{Eine({Heute, {18, 0}}), Eine({Heute.addDays(-1), {18, 0}})};

@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -301,6 +302,32 @@ private slots:
         }
         qInfo("%d changes, %d told", stelle - 1, gesagt);
         QVERIFY(stelle > 15 && gesagt > 10);
+    }
+
+    // A damaged file, before something else takes its place.
+    void WhatIsKeptIsThereAfterAPowerFailure()
+    {
+        const QTemporaryDir ordner;
+        Kopieren(vorlage_.path(), ordner.path());
+        Schrank schrank(ordner.path());
+        QFile box(schrank.Box());
+        QVERIFY(box.open(QIODevice::ReadOnly));
+        const QByteArray inhalt = box.readAll();
+        Plattenspur spur(ordner.path());
+        QVERIFY(schrank.sicherungen.Aufheben(schrank.Box(), ".kaputt"));
+        spur.Gemeldet();
+        int gemeldet = 0;
+        for (const Stromausfall::Bild &platte : spur.bilder) {
+            if (platte.gemeldet == 0)
+                continue;
+            ++gemeldet;
+            const auto aufgehoben =
+                std::find_if(platte.dateien.begin(), platte.dateien.end(),
+                             [](const auto &datei) { return datei.first.endsWith(".kaputt"); });
+            QVERIFY(aufgehoben != platte.dateien.end());
+            QVERIFY(aufgehoben->second == inhalt);
+        }
+        QVERIFY(gemeldet > 0);
     }
 
     void APowerFailureLeavesBoxAndBackupsWhole_data() { Was(); }

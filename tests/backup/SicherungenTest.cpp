@@ -52,6 +52,16 @@ struct Kasten
         return summe;
     }
 
+    // What lies beside its backups.
+    QStringList Reste() const
+    {
+        const QString ordner = Sicherungsordner(Wurzel()).Von(Pfad());
+        QStringList namen = QDir(ordner).entryList(QDir::Files | QDir::Hidden);
+        for (const Sicherung &sicherung : Sicherungsordner(Wurzel()).Liste(Pfad()))
+            namen.removeAll(QFileInfo(sicherung.datei).fileName());
+        return namen;
+    }
+
     void Taeglich() { sicherungen.VorAenderung(Pfad(), Anzahl()); }
 
     void Antworten(bool richtig)
@@ -151,6 +161,55 @@ private slots:
         QCOMPARE(KarteiZaehlen(k.sicherungen.Liste(andere).first().datei).karten, 1);
     }
 
+    void WhatIsDispensableGoesWithTheNextBackup()
+    {
+        Kasten k;
+        const QDateTime morgens({2026, 11, 21}, {6, 0});
+        for (int minute = 0; minute < 15; ++minute) {
+            k.clock.jetzt = morgens.addSecs(60 * minute);
+            k.sicherungen.VorEingriff(k.Pfad(), k.Anzahl());
+            k.Antworten(minute % 2 == 0);
+        }
+        const Sicherungsliste liste = k.sicherungen.Liste(k.Pfad());
+        QCOMPARE(liste.size(), 10);
+        QCOMPARE(liste.first().zeit, morgens.addSecs(60 * 14));
+        QCOMPARE(liste.last().zeit, morgens.addSecs(60 * 5));
+    }
+
+    void ABoxBehindALinkHasTheBackupsOfTheBox()
+    {
+        Kasten k;
+        const QString verweis = k.verzeichnis.filePath("verweis.pzb");
+        QVERIFY(QFile::link(k.Pfad(), verweis));
+        k.Taeglich();
+        const Sicherungsliste liste = k.sicherungen.Liste(verweis);
+        QCOMPARE(liste.size(), 1);
+        QCOMPARE(liste.first().datei, k.sicherungen.Liste(k.Pfad()).first().datei);
+    }
+
+    void ABoxOfTheLongestNameIsBackedUp()
+    {
+        Kasten k;
+        const QString lang = k.verzeichnis.filePath(QString("ä").repeated(115) + ".pzb");
+        MakeCardFile(lang, {MakeCard(1, 0, 1)});
+        QSignalSpy gescheitert(&k.sicherungen, &Sicherungen::Gescheitert);
+        k.sicherungen.VorAenderung(lang, 1);
+        QCOMPARE(k.sicherungen.Liste(lang).size(), 1);
+        QCOMPARE(gescheitert.size(), 0);
+    }
+
+    void WhatBearsAnotherNameIsNoBackup()
+    {
+        Kasten k;
+        k.Taeglich();
+        const Sicherungsliste vorher = k.sicherungen.Liste(k.Pfad());
+        QCOMPARE(vorher.size(), 1);
+        const QString fremd = QFileInfo(vorher.first().datei).path() + "/Urlaub.pzb";
+        QVERIFY(QFile::copy(vorher.first().datei, fremd));
+        QCOMPARE(k.sicherungen.Liste(k.Pfad()).size(), 1);
+        QCOMPARE(k.Reste(), QStringList{"Urlaub.pzb"});
+    }
+
     void ACopyThatIsNotSoundIsNoBackup()
     {
         Kasten k;
@@ -162,7 +221,7 @@ private slots:
         k.sicherungen.VorEingriff(k.Pfad(), k.Anzahl() + 2);
         QCOMPARE(k.sicherungen.Liste(k.Pfad()).size(), 0);
         QCOMPARE(gescheitert.size(), 1); // told once
-        QCOMPARE(QDir(k.Wurzel()).entryList(QDir::Files | QDir::Hidden), QStringList());
+        QCOMPARE(k.Reste(), QStringList());
     }
 
     void AFullDiskIsToldAndStopsNothing()
@@ -176,6 +235,7 @@ private slots:
         QCOMPARE(gescheitert.size(), 1);
         QVERIFY(gescheitert.first().first().toString().contains("voll"));
         QCOMPARE(k.sicherungen.Liste(k.Pfad()).size(), 0);
+        QCOMPARE(k.Reste(), QStringList());
         k.Antworten(true);
         k.kartei.CloseCardFile();
         QCOMPARE(FaultIn(k.Pfad()), "");
@@ -245,6 +305,21 @@ private slots:
         QVERIFY(!k.kartei.IsOpen());
         QCOMPARE(Inhalt(k.Pfad()), vorher);
         QCOMPARE(Oeffnen(k.kartei, "box.pzb", k.clock).ausgang, Oeffnung::Ausgang::Offen);
+    }
+
+    void ABoxThatAnotherProgramHasIsNotReplaced()
+    {
+        Kasten k;
+        k.Taeglich();
+        const Sicherungsliste liste = k.sicherungen.Liste(k.Pfad());
+        const QString andere = k.verzeichnis.filePath("karten/andere.pzb");
+        MakeCardFile(andere, {MakeCard(1, 0, 1)});
+        const QByteArray vorher = Inhalt(andere);
+        CardStore lernende;
+        lernende.KarteiPfad = k.kartei.KarteiPfad;
+        QCOMPARE(Oeffnen(lernende, "andere.pzb", k.clock).ausgang, Oeffnung::Ausgang::Offen);
+        QVERIFY_EXCEPTION_THROWN(Zurueckholen(k.kartei, liste.first().datei, andere), StoreError);
+        QCOMPARE(Inhalt(andere), vorher);
     }
 
     void ADamagedBackupIsNotPutInPlace()

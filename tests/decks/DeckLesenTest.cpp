@@ -35,6 +35,8 @@ private slots:
     void DecksMadeToHarmAreRefusedOrHarmless_data();
     void DecksMadeToHarmAreRefusedOrHarmless();
     void NothingOfAnotherFileComesIn();
+    void NothingOutsideOfADocumentsDirectoryIsRead();
+    void TemplatesThatMultiplyAllNotesAreRefused();
     void TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled_data();
     void TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled();
     void CardsReadAheadAreTheSame_data();
@@ -116,6 +118,52 @@ QString Erstes(const QJsonArray &namen, bool bild)
 QString Name(const std::optional<Deckmedium> &medium)
 {
     return medium ? medium->name : QString();
+}
+
+// A package of `anzahl` notes whose template of the answer's side is `rueckseite`.
+std::unique_ptr<Deckquelle> MitRueckseite(const QTemporaryDir &ordner, const QString &rueckseite,
+                                          const QString &antwort, int anzahl)
+{
+    Deckbericht bericht;
+    CardRecord karte;
+    karte.Antworttyp = 1;
+    karte.Frage = karte.Frage_Klartext = "Frage";
+    karte.Antwort_1 = karte.Antwort_1_Klartext = antwort;
+    ApkgSchreiben(ordner.filePath("eins.apkg"),
+                  {.titel = "T",
+                   .medien = ordner.path(),
+                   .anzahl = anzahl,
+                   .naechste =
+                       [&, noch = anzahl](CardRecord &eine) mutable {
+                           eine = karte;
+                           return noch-- > 0;
+                       }},
+                  bericht);
+    const ZipReader alt(ordner.filePath("eins.apkg"));
+    QFile sammlung(ordner.filePath("sammlung"));
+    if (!sammlung.open(QIODevice::WriteOnly))
+        qFatal("no collection");
+    sammlung.write(alt.Read(*alt.Find("collection.anki2"), 10'000'000));
+    sammlung.close();
+    {
+        SQLite::Database datenbank(sammlung.fileName().toStdString(), SQLite::OPEN_READWRITE);
+        const QString alle = datenbank.execAndGet("SELECT models FROM col").getText();
+        QJsonObject typen = QJsonDocument::fromJson(alle.toUtf8()).object();
+        for (const QString &nummer : typen.keys()) {
+            QJsonObject typ = typen[nummer].toObject();
+            QJsonObject vorlage = typ["tmpls"].toArray()[0].toObject();
+            vorlage["afmt"] = rueckseite;
+            typ["tmpls"] = QJsonArray{vorlage};
+            typen[nummer] = typ;
+        }
+        SQLite::Statement schreiben(datenbank, "UPDATE col SET models=?1");
+        schreiben.bind(1, QJsonDocument(typen).toJson().toStdString());
+        schreiben.exec();
+    }
+    ZipWriter neu(ordner.filePath("zwei.apkg"));
+    neu.AddFile("collection.anki2", sammlung.fileName());
+    neu.Finish();
+    return DeckOeffnen(ordner.filePath("zwei.apkg"));
 }
 
 // A deck of cards "1", "2", ... that is damaged behind the last one.
@@ -350,6 +398,60 @@ void DeckLesenTest::NothingOfAnotherFileComesIn()
         QVERIFY(!karte.frage.klar.contains(geheim.left(12)));
 }
 
+void DeckLesenTest::NothingOutsideOfADocumentsDirectoryIsRead()
+{
+    const QTemporaryDir ordner;
+    QVERIFY(QDir(ordner.path()).mkpath("innen/unten") && QDir(ordner.path()).mkpath("innen2"));
+    const auto schreiben = [&](const QString &name, const QByteArray &inhalt) {
+        QFile datei(ordner.filePath(name));
+        return datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size();
+    };
+    const QStringList namen{
+        "unten/gut.png", "../geheim.png",           "../innen2/geheim.png",       "unten/verweis.png",
+        "fehlt.png",     "//example.invalid/a.png", ordner.filePath("geheim.png")};
+    for (const char *name : {"geheim.png", "innen2/geheim.png", "innen/unten/gut.png"})
+        QVERIFY(schreiben(name, "Bild"));
+    QVERIFY(QFile::link(ordner.filePath("geheim.png"), ordner.filePath("innen/unten/verweis.png")));
+    QString eintraege;
+    for (qsizetype i = 0; i < namen.size(); ++i)
+        eintraege += QString("<entry id=\"%1\"><translation id=\"0\"><text>f%1</text><image>%2</image>"
+                             "</translation><translation id=\"1\"><text>a</text></translation></entry>")
+                         .arg(i)
+                         .arg(namen[i]);
+    QVERIFY(schreiben("innen/deck.kvtml",
+                      "<?xml version=\"1.0\"?><kvtml version=\"2.0\"><identifiers><identifier id=\"0\"/>"
+                      "<identifier id=\"1\"/></identifiers><entries>" +
+                          eintraege.toUtf8() + "</entries></kvtml>"));
+    const auto quelle = DeckOeffnen(ordner.filePath("innen/deck.kvtml"));
+    Deckbericht bericht;
+    const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
+    QCOMPARE(karten.size(), static_cast<std::size_t>(namen.size()));
+    for (const Deckkarte &karte : karten)
+        QCOMPARE(Name(karte.frageBild), karte.frage.klar == "f0" ? namen.front() : QString());
+    QCOMPARE(bericht.Zahl(Deckrest::MediumFehlt), 5);
+    QCOMPARE(bericht.Zahl(Deckrest::MediumFern), 1);
+    QCOMPARE(quelle->Medium(namen.front()), QByteArray("Bild"));
+    for (const QString &name : namen.mid(1))
+        QVERIFY2(!quelle->Medium(name), qPrintable(name));
+}
+
+// Each side of a card is allowed, all together are not.
+void DeckLesenTest::TemplatesThatMultiplyAllNotesAreRefused()
+{
+    constexpr int Notizen = 60;
+    const QTemporaryDir ordner;
+    const auto quelle =
+        MitRueckseite(ordner, QString("{{Antwort}}").repeated(3'500), QString(1'000, 'x'), Notizen);
+    Deckbericht bericht;
+    try {
+        Karten(*quelle, bericht);
+        QFAIL("not refused");
+    } catch (const StoreError &error) {
+        QVERIFY2(error.Text().contains("vervielfachen"), qPrintable(error.Text()));
+    }
+    QVERIFY(quelle->Gelesen() < Notizen);
+}
+
 void DeckLesenTest::TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled_data()
 {
     QTest::addColumn<QString>("strich");
@@ -372,53 +474,13 @@ void DeckLesenTest::TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled_data()
                                 << "vorn\r\nhinten";
 }
 
-// Of a package whose template is changed.
 void DeckLesenTest::TheLineBeforeTheAnswerIsFoundHoweverItIsSpelled()
 {
     QFETCH(const QString, strich);
     QFETCH(const QString, antwort);
     const QTemporaryDir ordner;
+    const auto quelle = MitRueckseite(ordner, strich, "Antwort", 1);
     Deckbericht bericht;
-    CardRecord karte;
-    karte.Antworttyp = 1;
-    karte.Frage = karte.Frage_Klartext = "Frage";
-    karte.Antwort_1 = karte.Antwort_1_Klartext = "Antwort";
-    ApkgSchreiben(ordner.filePath("eins.apkg"),
-                  {.titel = "T",
-                   .medien = ordner.path(),
-                   .anzahl = 1,
-                   .naechste =
-                       [&, einmal = true](CardRecord &eine) mutable {
-                           eine = karte;
-                           return std::exchange(einmal, false);
-                       }},
-                  bericht);
-    const ZipReader alt(ordner.filePath("eins.apkg"));
-    QFile sammlung(ordner.filePath("sammlung"));
-    QVERIFY(sammlung.open(QIODevice::WriteOnly));
-    sammlung.write(alt.Read(*alt.Find("collection.anki2"), 10'000'000));
-    sammlung.close();
-    {
-        SQLite::Database datenbank(sammlung.fileName().toStdString(), SQLite::OPEN_READWRITE);
-        SQLite::Statement lesen(datenbank, "SELECT models FROM col");
-        QVERIFY(lesen.executeStep());
-        QJsonObject typen = QJsonDocument::fromJson(lesen.getColumn(0).getText()).object();
-        for (const QString &nummer : typen.keys()) {
-            QJsonObject typ = typen[nummer].toObject();
-            QJsonObject vorlage = typ["tmpls"].toArray()[0].toObject();
-            vorlage["afmt"] = strich;
-            typ["tmpls"] = QJsonArray{vorlage};
-            typen[nummer] = typ;
-        }
-        lesen.reset();
-        SQLite::Statement schreiben(datenbank, "UPDATE col SET models=?1");
-        schreiben.bind(1, QJsonDocument(typen).toJson().toStdString());
-        QCOMPARE(schreiben.exec(), 1);
-    }
-    ZipWriter neu(ordner.filePath("zwei.apkg"));
-    neu.AddFile("collection.anki2", sammlung.fileName());
-    neu.Finish();
-    const auto quelle = DeckOeffnen(ordner.filePath("zwei.apkg"));
     const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
     QCOMPARE(karten.size(), 1U);
     QCOMPARE(karten[0].antworten[0].text.klar, antwort);
@@ -435,6 +497,12 @@ void DeckLesenTest::CardsReadAheadAreTheSame()
     const auto quelle = DeckOeffnen(Probe(name));
     Deckbericht bericht;
     const std::vector<Deckkarte> karten = Karten(*quelle, bericht);
+    const auto bild = [&](const Deckkarte &karte) {
+        return karte.frageBild ? quelle->Medium(karte.frageBild->name) : std::nullopt;
+    };
+    std::vector<std::optional<QByteArray>> bilder;
+    for (const Deckkarte &karte : karten)
+        bilder.push_back(bild(karte));
     quelle->VonVorn();
     Deckbericht anderer;
     std::size_t i = 0;
@@ -445,6 +513,7 @@ void DeckLesenTest::CardsReadAheadAreTheSame()
             QCOMPARE(karte.frage.reich, karten[i].frage.reich);
             QCOMPARE(karte.antworten[0].text.reich, karten[i].antworten[0].text.reich);
             QCOMPARE(Name(karte.frageBild), Name(karten[i].frageBild));
+            QVERIFY(bild(karte) == bilder[i]); // while the thread reads on
         }
         Deckkarte keine;
         QVERIFY(!vorleser.Naechste(keine, anderer));

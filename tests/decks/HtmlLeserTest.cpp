@@ -21,12 +21,14 @@ private slots:
     void LinesAndWhiteSpaceAreThoseOfAPage();
     void PlainTextStaysPlain();
     void FormatsReachTheCard();
+    void WhatIsInALineEndsNoBlock();
     void WhatACardCannotHoldIsTold_data();
     void WhatACardCannotHoldIsTold();
     void PicturesAndSoundsAreTakenOut();
     void ATextThatIsTooLongIsNone();
     void AnyNestingTakesLinearTime_data();
     void AnyNestingTakesLinearTime();
+    void AShortTextIsWrittenAsALongOneIs_data();
     void AShortTextIsWrittenAsALongOneIs();
 };
 
@@ -117,6 +119,19 @@ void HtmlLeserTest::FormatsReachTheCard()
     QCOMPARE(document.lastBlock().blockFormat().alignment(), Qt::AlignHCenter);
 }
 
+void HtmlLeserTest::WhatIsInALineEndsNoBlock()
+{
+    const Lauftext text = HtmlLesen("<b>a<div style='text-align:right'>b</b>c</div>d</b>e").text;
+    QCOMPARE(text.text, "a\nbc\nde");
+    QCOMPARE(text.laeufe.size(), 2U);
+    QVERIFY(text.laeufe[0].format.fett);
+    QVERIFY(!text.laeufe[1].format.fett);
+    QCOMPARE(text.laeufe[1].von, text.text.indexOf('e'));
+    QCOMPARE(text.absaetze.size(), 2U);
+    QCOMPARE(text.absaetze[0].ausrichtung, Ausrichtung::Rechts);
+    QCOMPARE(text.absaetze[1].von, text.text.indexOf('d'));
+}
+
 void HtmlLeserTest::WhatACardCannotHoldIsTold_data()
 {
     QTest::addColumn<QString>("html");
@@ -178,11 +193,21 @@ void HtmlLeserTest::AnyNestingTakesLinearTime()
     HtmlLesen(html); // the test's own time would tell
 }
 
+void HtmlLeserTest::AShortTextIsWrittenAsALongOneIs_data()
+{
+    QTest::addColumn<QStringList>("besondere");
+    QTest::newRow("usual characters") << QStringList();
+    QTest::newRow("those that a document changes")
+        << QStringList{"\t", "\r", "\u0085", "\u00A0", "\u2028", "\u2029", QString(QChar(0xFDD0)), "\uFFFC"};
+}
+
 // A long text goes through a document: what a short one is written as must be its beginning.
 void HtmlLeserTest::AShortTextIsWrittenAsALongOneIs()
 {
-    const QStringList stuecke{"Wort", " ",      "ä",      "\\", "{}",   "\n",
-                              "€",    "\u00AD", "\u2011", "😀",  "\n\n", "ß ñ"};
+    QFETCH(const QStringList, besondere);
+    const QStringList stuecke =
+        QStringList{"Wort", " ", "ä", "\\", "{}", "\n", "€", "\u00AD", "\u2011", "😀", "\n\n", "ß ñ"} +
+        besondere;
     quint32 zahl = 1; // the same texts each time
     const auto naechste = [&zahl](quint32 grenze) {
         zahl = zahl * 1'664'525 + 1'013'904'223;

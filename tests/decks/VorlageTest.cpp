@@ -19,6 +19,7 @@ private slots:
     void BrokenTemplatesAreNone();
     void GapsAreLeftOutOrShown_data();
     void GapsAreLeftOutOrShown();
+    void SectionsOfGapsFollowTheOneThatIsAsked();
     void FoldedHintsAreTold();
     void ATemplateThatMultipliesIsGivenUp();
     void OnlyWhiteSpaceCountsAsEmpty_data();
@@ -140,6 +141,19 @@ void VorlageTest::GapsAreLeftOutOrShown()
     QCOMPARE(frage, question);
     LueckenFuellen(text, gap, true, antwort);
     QCOMPARE(antwort, answer);
+}
+
+void VorlageTest::SectionsOfGapsFollowTheOneThatIsAsked()
+{
+    Vorlagenwerte werte;
+    werte.felder = {"x"};
+    werte.luecke = 2;
+    QString html;
+    QStringList hinweise;
+    const auto vorlage = Vorlage::Lesen(
+        "{{#c1}}eins{{/c1}}{{#c2}}zwei{{/c2}}{{^c1}}nicht eins{{/c1}}{{^c2}}nicht zwei{{/c2}}", {"Feld"});
+    vorlage->Fuellen(werte, html, hinweise);
+    QCOMPARE(html, "zweinicht eins");
 }
 
 void VorlageTest::FoldedHintsAreTold()

@@ -305,7 +305,7 @@ private slots:
             folge << b.fenster->focusWidget()->objectName();
             b.Taste(Qt::Key_Tab);
         }
-        QCOMPARE(folge.join(u' '), u"MFrage Picture1 Antwort_T Antwort(0)"_s);
+        QCOMPARE(folge.join(u' '), u"MFrage Picture1 Antwort(0) Antwort_T"_s);
     }
 
     void PictureStoredOutsideTheWindowIsShownWithinAndKeptAsStored()

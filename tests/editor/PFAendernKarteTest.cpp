@@ -53,7 +53,8 @@ private slots:
         QCOMPARE(b.Text("MaskFrageNr"), u"1"_s);
         b.Tippe("MFrage", u"eins?"_s);
         b.Taste(Qt::Key_Tab);
-        b.Tippe("Antwort(0)", u"ja"_s);
+        b.Tippe(u"ja"_s);
+        QCOMPARE(b.Text("Antwort(0)"), u"ja"_s);
         b.Tippe("MaskThema", u"Zahlen"_s);
         b.Klick("Cadd");
         QVERIFY(b.Neu());
@@ -196,6 +197,24 @@ private slots:
         // Nothing else has moved.
         QCOMPARE(b.Finde("MFrage")->geometry(), frage);
         QCOMPARE(b.Finde("Cadd")->pos(), knopf);
+    }
+
+    void TheArrowsStayUnderTheMouseWhateverCardIsShown()
+    {
+        QList<CardRecord> karten;
+        for (qint16 i = 1; i <= 12; ++i)
+            karten << MakeCard(i, 0, i);
+        EditorBuehne b(karten);
+        b.Zeigen();
+        const QPoint ort = b.Finde("CEOF")->pos();
+        for (int i = 0; i < 11; ++i) {
+            b.Klick("CVor");
+            QCOMPARE(b.Finde("CEOF")->pos(), ort);
+        }
+        b.Klick("CEOF");
+        QVERIFY(b.Neu());
+        QCoreApplication::processEvents();
+        QCOMPARE(b.Finde("CEOF")->pos(), ort);
     }
 
     void NumberThatWasTypedAndNotConfirmedGoesAgain_data()

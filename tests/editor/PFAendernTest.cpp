@@ -75,9 +75,9 @@ private slots:
                 break;
         }
         QCOMPARE(folge.join(u' '),
-                 u"MaskFrageNr MaskThema MFrage Antwort_K Antwort(0) Check1(0) Antwort(1) Check1(1) "
-                 u"Antwort(2) Check1(2) Antwort(3) Check1(3) Antwort(4) Check1(4) CZZurück CZurück "
-                 u"CVor CVVor CEOF Cback Cadd SymbolMBilder"_s);
+                 u"MaskFrageNr MaskThema MFrage Antwort(0) Check1(0) Antwort(1) Check1(1) "
+                 u"Antwort(2) Check1(2) Antwort(3) Check1(3) Antwort(4) Check1(4) Antwort_K CZZurück "
+                 u"CZurück CVor CVVor CEOF Cback Cadd SymbolMBilder"_s);
     }
 
     void EveryControlHasAnAccessibleName()

@@ -485,18 +485,21 @@ private slots:
                 const auto drehen = [&] {
                     richtung < 0 ? kartei.schritte.Zuruecknehmen() : kartei.schritte.Wiederholen();
                 };
-                bool gesagt = false;
+                QString gesagt;
                 try {
                     drehen();
                 } catch (const StoreError &fehler) {
-                    gesagt = true;
+                    gesagt = fehler.Text();
                     ++gemeldet;
-                    QVERIFY2(IsGermanMessage(fehler.Text()), qPrintable(fehler.Text()));
+                    QVERIFY2(IsGermanMessage(gesagt), qPrintable(gesagt));
                 }
                 const QByteArray gefunden = kasten.Stand();
-                if (gesagt && gefunden == staende[ort])
+                QVERIFY2(gesagt.isEmpty() ||
+                             gesagt.endsWith(u"Es ist trotzdem geschehen.") == (gefunden != staende[ort]),
+                         qPrintable(gesagt));
+                if (!gesagt.isEmpty() && gefunden == staende[ort])
                     drehen(); // nothing has happened: so it can be tried again
-                else if (gesagt)
+                else if (!gesagt.isEmpty())
                     ++trotzdem;
                 ort += richtung;
                 QVERIFY2(kasten.Stand() == staende[ort], was());

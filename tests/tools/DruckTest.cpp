@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
+#include "Symbole.h"
 #include "TestProgram.h"
 #include "Uebersicht.h"
 #include "Werkstatt.h"
@@ -16,6 +17,7 @@
 #include <QRegularExpression>
 #include <QTableView>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace paukfix;
 using namespace Qt::StringLiterals;
@@ -499,11 +501,14 @@ void DruckTest::PreviewShowsThePagesAndPrintsNothing()
     Presse presse(Karten(9));
     presse.ohneDrucker = !printer;
     int seiten = 0;
+    QList<QImage> symbole;
     QTimer zuschauer;
     QObject::connect(&zuschauer, &QTimer::timeout, [&] {
         auto *vorschau = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
         if (!vorschau || !vorschau->isVisible())
             return;
+        for (const QToolButton *knopf : vorschau->findChildren<QToolButton *>())
+            symbole << knopf->icon().pixmap(20).toImage();
         seiten = vorschau->findChild<QPrintPreviewWidget *>()->pageCount();
         vorschau->reject();
     });
@@ -512,6 +517,9 @@ void DruckTest::PreviewShowsThePagesAndPrintsNothing()
     Hand(*presse.fenster).Finde<QLineEdit>("txtBis")->setText("9");
     Hand(*presse.fenster).Klick("cmdVorschau");
     QCOMPARE(seiten, 3);
+    for (const Symbole symbol : {Symbole::Seitenbreite, Symbole::Vergroessern, Symbole::AnsAnfang,
+                                 Symbole::Vor, Symbole::AlleSeiten, Symbole::Drucken})
+        QVERIFY(symbole.contains(Symbol(symbol).pixmap(20).toImage()));
     QVERIFY(!QFile::exists(presse.Pfad("druck.pdf")));
     QVERIFY(presse.meldungen.gezeigt.isEmpty());
 }

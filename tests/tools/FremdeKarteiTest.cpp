@@ -26,6 +26,8 @@ private slots:
     void ADeckJoinsTheOpenBoxAndCanBeTakenBack();
     void CardsThatTheBoxHasAreLeftOut();
     void TopicsAndCompartmentsAreAsChosen();
+    void TagsThatATopicCannotHoldAreTold();
+    void WhatIsInADeckIsShownWhole();
     void WhatStaysBehindCanBeReadBefore();
     void ADeckMadeToHarmIsRefusedWithASentence_data();
     void ADeckMadeToHarmIsRefusedWithASentence();
@@ -186,6 +188,61 @@ void FremdeKarteiTest::TopicsAndCompartmentsAreAsChosen()
     QCOMPARE(finde("im Lernen").FachNr, 1.0);
     QCOMPARE(finde("im Auswahlstapel").Picture_9_Name, "Sachkunde::Chemie & Physik");
     QVERIFY(b.ZaehlerStimmen());
+}
+
+void FremdeKarteiTest::TagsThatATopicCannotHoldAreTold()
+{
+    class EineKarte final : public Deckquelle
+    {
+    public:
+        Deckinhalt Inhalt() const override { return {.titel = {}, .art = {}, .karten = 1, .stapel = {}}; }
+
+        bool Naechste(Deckkarte &karte, Deckbericht &) override
+        {
+            if (gelesen_++ > 0)
+                return false;
+            karte = {};
+            karte.frage = {u"f"_s, u"f"_s};
+            karte.antworten.push_back({.text = {u"a"_s, u"a"_s}});
+            for (int i = 100; i < 160; ++i)
+                karte.schlagwoerter << u"Wort%1"_s.arg(i);
+            return true;
+        }
+
+        int Gelesen() const override { return gelesen_; }
+
+        void VonVorn() override { gelesen_ = 0; }
+
+        std::optional<QByteArray> Medium(const QString &) override { return std::nullopt; }
+
+    private:
+        int gelesen_ = 0;
+    };
+
+    Buehne b;
+    b.Oeffnen({});
+    EineKarte quelle;
+    Eingelesenes ergebnis;
+    QCOMPARE(FremdEinlesen({b.store, b.oeffner, b.meldungen}, quelle, u"x"_s, {}, ergebnis),
+             Ausgang::Gelungen);
+    const QString thema = b.Karten().value(0).Picture_9_Name;
+    QVERIFY(thema.startsWith(u"Wort100, Wort101, "_s));
+    QVERIFY2(thema.size() <= 255 && thema.size() > 240, qPrintable(thema));
+    QVERIFY(thema.endsWith(u"Wort%1"_s.arg(100 + thema.count(u','))));
+    QVERIFY2(ergebnis.rest.contains(u"mehr Schlagwörter"_s), qPrintable(ergebnis.rest));
+}
+
+void FremdeKarteiTest::WhatIsInADeckIsShownWhole()
+{
+    Buehne b;
+    b.Oeffnen({});
+    b.Zeigen(Probe("kvtml/small2.kvtml"));
+    const auto *inhalt = b.fenster->findChild<QLabel *>(u"Inhalt"_s);
+    QVERIFY(inhalt->text().contains(u"\nErste Karte: "_s));
+    const auto hoch = [&] { return inhalt->heightForWidth(inhalt->width()); };
+    QVERIFY(hoch() > 2 * inhalt->fontMetrics().height()); // its title makes a third line
+    QTRY_VERIFY(inhalt->height() >= hoch());
+    QVERIFY(!b.fenster->findChild<QLabel *>(u"Erklärung(0)"_s)->isVisible());
 }
 
 void FremdeKarteiTest::WhatStaysBehindCanBeReadBefore()

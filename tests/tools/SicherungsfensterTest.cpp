@@ -93,6 +93,19 @@ private slots:
         QCOMPARE(b.hand.Text("Seitdem"), "Seitdem: 3 Karten in einem anderen Fach.");
     }
 
+    void ThatOnlyTheOrderHasChangedIsSaidToo()
+    {
+        DreiTage b;
+        b.oeffner.VorEingriff();
+        b.Zeigen();
+        QCOMPARE(b.hand.Text("Seitdem"), "Seitdem hat sich nichts geändert.");
+        b.fenster.reset();
+        b.store.Karten().Seek(CardRecordset::Comparison::AtLeast, 1);
+        KarteEinordnen(b.store, Gefragt(b.store), false); // from compartment 1 to its back
+        b.Zeigen();
+        QCOMPARE(b.hand.Text("Seitdem"), "Seitdem hat sich nur die Reihenfolge in den Fächern geändert.");
+    }
+
     void AnEarlierStateIsBroughtBackAndTheLaterOneKept()
     {
         DreiTage b;
@@ -104,8 +117,8 @@ private slots:
         QVERIFY(!b.fenster->isVisible());
         QCOMPARE(
             b.meldungen.Texte(),
-            QStringList{"Soll die Kartei wieder so werden, wie sie 20.11.2026 18:02 war? Der jetzige Stand "
-                        "wird vorher gesichert."});
+            QStringList{"Soll die Kartei wieder so werden wie in der Sicherung vom 20.11.2026 18:02? Der "
+                        "jetzige Stand wird vorher gesichert."});
         QVERIFY(b.store.IsOpen());
         QCOMPARE(b.store.FachInfo[0].Anzahl, 3);
         QCOMPARE(b.store.FachInfo[2].Anzahl, 0);

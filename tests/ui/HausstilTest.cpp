@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -20,6 +21,7 @@
 #include <QStyle>
 #include <QTest>
 #include <QTextEdit>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -223,6 +225,22 @@ private slots:
     }
 
     // Around the tick box that has the keyboard when the window comes up, too.
+    void TheFileDialogHasTheHousesIcons()
+    {
+        QFileDialog dialog;
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        for (const auto &[knopf, symbol] : {std::pair{"backButton", Symbole::Zurueck},
+                                            {"forwardButton", Symbole::Vor},
+                                            {"toParentButton", Symbole::Hinauf},
+                                            {"newFolderButton", Symbole::NeuerOrdner},
+                                            {"listModeButton", Symbole::Kacheln},
+                                            {"detailModeButton", Symbole::Einzelheiten}}) {
+            const auto *taste = dialog.findChild<QToolButton *>(knopf);
+            QVERIFY2(taste, knopf);
+            QVERIFY2(taste->icon().pixmap(20).toImage() == Symbol(symbol).pixmap(20).toImage(), knopf);
+        }
+    }
+
     void TheRingFollowsItsControl()
     {
         auto *gruppe = new QWidget;

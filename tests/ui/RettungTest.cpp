@@ -114,6 +114,16 @@ private slots:
         QCOMPARE(Inhalt(b.Pfad()), b.kaputt);
     }
 
+    void AnOlderBackupIsNamedByItsDate()
+    {
+        BeschaedigteKartei b;
+        const QString gute = b.sicherungen.Liste(b.Pfad()).first().datei;
+        QVERIFY(QFile::rename(gute, QFileInfo(gute).path() + "/box 2026-11-10 18-02-00.pzb"));
+        b.Oeffnen();
+        QCOMPARE(b.meldungen.Texte().first().split('\n').last(),
+                 "Sicherung vom 10.11.2026 18:02: 200 Karten");
+    }
+
     void TheBackupTakesThePlaceAndTheDamagedFileIsKept()
     {
         BeschaedigteKartei b;
