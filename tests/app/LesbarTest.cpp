@@ -47,16 +47,27 @@ private:
         return verschwommen;
     }
 
+    // A tool at work shows but a part, and stays open.
+    static bool IstAmWerk(const QWidget &fenster)
+    {
+        const auto *zurueck = fenster.findChild<QPushButton *>("cmdZurück");
+        return zurueck && !zurueck->isEnabled();
+    }
+
     Drehbuch::Szene Ansehen(const QString &name)
     {
-        return Drehbuch::In(name, [this](QWidget &fenster) {
+        return [this, name] {
+            QWidget *fenster = Hand::Bereit(name);
+            if (!fenster || IstAmWerk(*fenster))
+                return false;
             QCoreApplication::processEvents();
             int texte = 0, umrisse = 0;
-            maengel_ = Unlesbar(fenster, texte) + Verschwommen(fenster, umrisse);
+            maengel_ = Unlesbar(*fenster, texte) + Verschwommen(*fenster, umrisse);
             if (texte < 1 || umrisse < 1)
                 maengel_ << QString("%1 texts and %2 outlines are seen").arg(texte).arg(umrisse);
-            fenster.close();
-        });
+            fenster->close();
+            return true;
+        };
     }
 
     QStringList maengel_;
