@@ -101,8 +101,8 @@ Tastengruppe Ueberall()
             {{u"[Tab] · [Umschalt]+[Tab]"_s, u"zum nächsten Feld oder Knopf, zum vorigen"_s},
              {u"[Leertaste]"_s, u"den Knopf drücken, auf dem der Rahmen steht"_s},
              {u"[Alt]+Buchstabe"_s, u"was diesen Buchstaben unterstrichen hat"_s},
-             {u"[Eingabe]"_s, u"was der gelbe Knopf tut"_s},
-             {u"[Esc]"_s, u"ein Fenster schließen, ohne etwas zu tun"_s},
+             {u"[Eingabe]"_s, u"was der gelbe Knopf tut; in Texten eine neue Zeile"_s},
+             {u"[Esc]"_s, u"ein Fenster schließen, ohne etwas zu tun; Kasten und Editor bleiben offen"_s},
              {u"[F1]"_s, u"das Handbuch, auf der Seite dieses Fensters"_s}}};
 }
 
