@@ -24,7 +24,8 @@ QImage Decoded(QByteArray file, uint before)
         return {};
     QImage picture(size, reader.imageFormat());
     picture.fill(before);
-    return reader.read(&picture) ? picture : QImage();
+    // Comparing indexed colours would look behind the end of a short table.
+    return reader.read(&picture) ? picture.convertToFormat(QImage::Format_ARGB32) : QImage();
 }
 
 } // namespace
