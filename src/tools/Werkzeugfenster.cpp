@@ -27,6 +27,19 @@ namespace paukfix {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QLabel *Textzeile(QWidget *inhalt, const QString &text, const QString &name)
+{
+    auto *label = new QLabel(text, inhalt);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
 Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste, const QString &name,
                                  const QString &titel, const QString &ueberschrift, QWidget *parent)
     : QDialog(parent),
@@ -51,7 +64,7 @@ Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste,
     kasten_ = new QVBoxLayout(flaeche);
     kasten_->setContentsMargins(22, 14, 22, 16);
     kasten_->setSpacing(fontMetrics().height() / 2);
-    QLabel *kopf = Textzeile(ueberschrift, u"Überschrift"_s);
+    QLabel *kopf = Textzeile(inhalt_, ueberschrift, u"Überschrift"_s);
     Schriftgroesse(kopf, 1.5);
     kasten_->addWidget(kopf);
     kasten_->addSpacing(2);
@@ -65,7 +78,7 @@ Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste,
     hinweise_ = new QVBoxLayout;
     hinweise_->setSpacing(dicht / 2);
     spalte_->addLayout(hinweise_);
-    vorhaben_ = Textzeile({}, u"Vorhaben"_s);
+    vorhaben_ = Textzeile(inhalt_, {}, u"Vorhaben"_s);
     QFont fett = vorhaben_->font();
     fett.setWeight(QFont::DemiBold);
     vorhaben_->setFont(fett);
@@ -73,19 +86,10 @@ Werkzeugfenster::Werkzeugfenster(KarteiOeffner &oeffner, const Dienste &dienste,
     inhalt_->setMinimumWidth(fontMetrics().averageCharWidth() * 88);
 }
 
-QLabel *Werkzeugfenster::Textzeile(const QString &text, const QString &name)
-{
-    auto *label = new QLabel(text, inhalt_);
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 void Werkzeugfenster::Erklaeren(const QStringList &saetze)
 {
     for (const QString &satz : saetze) {
-        erklaerung_ << Textzeile(satz, u"Erklärung(%1)"_s.arg(erklaerung_.size()));
+        erklaerung_ << Textzeile(inhalt_, satz, u"Erklärung(%1)"_s.arg(erklaerung_.size()));
         kasten_->addWidget(erklaerung_.back());
     }
 }
@@ -98,7 +102,7 @@ void Werkzeugfenster::ErklaerungZeigen(bool zeigen)
 
 QLabel *Werkzeugfenster::HinweisBauen(const QString &text)
 {
-    leise_ << Textzeile(text, u"Hinweis(%1)"_s.arg(leise_.size()));
+    leise_ << Textzeile(inhalt_, text, u"Hinweis(%1)"_s.arg(leise_.size()));
     hinweise_->addWidget(leise_.back());
     return leise_.back();
 }

@@ -91,7 +91,6 @@ protected:
 
 private:
     void cmdZurück_Click();
-    QLabel *Textzeile(const QString &text, const QString &name);
     void FarbenSetzen();
 
     KarteiOeffner &oeffner_;
