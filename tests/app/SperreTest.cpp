@@ -108,23 +108,18 @@ private slots:
 
     void DialogsOfTheFileToolsKeepTheLock()
     {
-        const std::array<std::pair<const char *, QString>, 8> werkzeuge{{
-            {"MAscii_Export", "AExport"},
-            {"MAscii_Import", "AImport"},
-            {"MThema_ausfiltern", "Themaausfiltern"},
-            {"MKartei_anhängen", "Karteianhängen"},
-            {"MKartei_spiegeln", "Karteispiegeln"},
-            {"MKartei_packen", "Karteipacken"},
-            {"MFremdeKartei", "FremdeKartei"},
-            {"MKartei_ausgeben", "Karteiausgeben"},
-        }};
-        for (const auto &[eintrag, name] : werkzeuge) {
+        // These ask for no file.
+        const QStringList ohne{"Uebersicht", "AlleNull", "ErlNull"};
+        for (const auto &[eintrag, fenster] : Dateiwerkzeuge) {
+            const QString name = fenster;
+            if (ohne.contains(name))
+                continue;
             const Drehbuch buch({Klick(name, "cmdDateiname"), Dateidialog(), Danach(name),
                                  Taste(name, Qt::Key_Escape), Danach("LBOX")});
             Waehlen(eintrag);
             QTRY_VERIFY(buch.Fertig());
         }
-        QCOMPARE(dialoge_, 8);
+        QCOMPARE(dialoge_, Dateiwerkzeuge.size() - ohne.size());
         QCOMPARE(luecken_, QStringList());
     }
 
