@@ -35,8 +35,7 @@ void CopyCardFile(SQLite::Database &from, const QString &to)
     try {
         CardFile::Create(to);
         CardFile copy(to);
-        // Nobody needs the file before it is whole.
-        copy.Database().exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+        CardFile::WriteUnsynced(copy.Database());
         SQLite::Backup(copy.Database(), from).executeStep();
     } catch (const SQLite::Exception &error) {
         CheckReadable(from);

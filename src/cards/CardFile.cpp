@@ -238,8 +238,14 @@ void CardFile::Create(const QString &path)
         int room = PageSumSize;
         sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_RESERVE_BYTES, &room);
         Harden(database);
-        database.exec("PRAGMA synchronous=EXTRA; BEGIN;" + NewFileSql() + "COMMIT");
+        WriteUnsynced(database);
+        database.exec("BEGIN;" + NewFileSql() + "COMMIT");
     });
+}
+
+void CardFile::WriteUnsynced(SQLite::Database &database)
+{
+    database.exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF; PRAGMA cache_size=-2048");
 }
 
 const QString &CardFile::ReadablePath() const

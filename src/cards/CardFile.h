@@ -43,9 +43,13 @@ public:
     // unless it holds a change that a file which comes back would need.
     ~CardFile();
 
-    // Makes a new card file with the table and both indexes, durably, and closes it. Nothing may stand at
-    // `path`.
+    // Makes a new card file with the table and both indexes and closes it. Nothing may stand at `path`. It is
+    // not synced: that is up to what gives the file its place.
     static void Create(const QString &path);
+
+    // For a file that nobody needs before it is whole and synced: its changes are not synced one by one, and
+    // pages that were written do not stay in memory.
+    static void WriteUnsynced(SQLite::Database &database);
 
     SQLite::Database &Database() { return database_; }
 

@@ -36,8 +36,8 @@ void CopyCards(const QString &from, const QString &to)
     SQLite::Database &database = file.Database();
     try {
         Attach(database, from);
-        // Nobody needs the file before it is whole.
-        database.exec("PRAGMA main.journal_mode=MEMORY; PRAGMA main.synchronous=OFF; BEGIN;"
+        CardFile::WriteUnsynced(database);
+        database.exec("BEGIN;"
                       "INSERT INTO main.Lernkarten SELECT * FROM alt.Lernkarten ORDER BY _rowid_; COMMIT");
     } catch (const SQLite::Exception &error) {
         ThrowStoreError(error, to);

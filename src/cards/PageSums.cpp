@@ -174,6 +174,8 @@ int Open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *op
 
 bool Install()
 {
+    // Nobody asks the engine how much memory it takes, and counting makes its threads wait for each other.
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     below = sqlite3_vfs_find(nullptr);
     if (below == nullptr)
         return false;

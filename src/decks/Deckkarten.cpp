@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "Deckkarten.h"
 
+#include "CardRecord.h"
 #include "PlainName.h"
 #include "SafeFile.h"
 #include "Tonwandlung.h"
 
 #include <QFileInfo>
-
-#include <array>
+#include <QStringEncoder>
 
 namespace paukfix {
 
@@ -18,14 +18,6 @@ namespace {
 
 constexpr double Getippt = 1;
 constexpr double Angekreuzt = 2;
-
-constexpr std::array Antworttexte{&CardRecord::Antwort_1, &CardRecord::Antwort_2, &CardRecord::Antwort_3,
-                                  &CardRecord::Antwort_4, &CardRecord::Antwort_5};
-constexpr std::array Klartexte{&CardRecord::Antwort_1_Klartext, &CardRecord::Antwort_2_Klartext,
-                               &CardRecord::Antwort_3_Klartext, &CardRecord::Antwort_4_Klartext,
-                               &CardRecord::Antwort_5_Klartext};
-constexpr std::array Kreuze{&CardRecord::Antwort_ch_1, &CardRecord::Antwort_ch_2, &CardRecord::Antwort_ch_3,
-                            &CardRecord::Antwort_ch_4, &CardRecord::Antwort_ch_5};
 
 } // namespace
 
@@ -61,20 +53,40 @@ bool Deckkarten::Next()
 
 void Deckkarten::Eintragen()
 {
-    satz_ = {};
-    satz_.Antworttyp = AntworttypVon(karte_);
-    satz_.Frage = karte_.frage.reich;
-    satz_.Frage_Klartext = karte_.frage.klar;
-    for (std::size_t i = 0; i < karte_.antworten.size() && i < Antworttexte.size(); ++i) {
-        satz_.*Antworttexte[i] = karte_.antworten[i].text.reich;
-        satz_.*Klartexte[i] = karte_.antworten[i].text.klar;
-        satz_.*Kreuze[i] = karte_.ankreuzen && karte_.antworten[i].richtig;
+    Setzen(Typ, AntworttypVon(karte_));
+    Setzen(Frage, karte_.frage.reich);
+    Setzen(FrageKlar, karte_.frage.klar);
+    for (std::size_t i = 0; i < 5; ++i) {
+        static const Deckkarte::Antwort Keine;
+        const Deckkarte::Antwort &antwort = i < karte_.antworten.size() ? karte_.antworten[i] : Keine;
+        Setzen(ErsteAntwort + i, antwort.text.reich);
+        Setzen(ErsteAntwortKlar + i, antwort.text.klar);
+        Setzen(ErstesKreuz + i, karte_.ankreuzen && antwort.richtig ? 1 : 0);
     }
-    satz_.Picture_1_Name = Ablegen(karte_.frageBild, Art::Bild);
-    satz_.Picture_2_Name = Ablegen(karte_.antwortBild, Art::Bild);
-    satz_.Picture_6_Name = Ablegen(karte_.frageTon, Art::Ton);
-    satz_.Picture_7_Name = Ablegen(karte_.antwortTon, Art::Ton);
-    satz_.Picture_9_Name = Thema();
+    Setzen(FrageBild, Ablegen(karte_.frageBild, Art::Bild));
+    Setzen(AntwortBild, Ablegen(karte_.antwortBild, Art::Bild));
+    Setzen(FrageTon, Ablegen(karte_.frageTon, Art::Ton));
+    Setzen(AntwortTon, Ablegen(karte_.antwortTon, Art::Ton));
+    Setzen(KartenThema, Thema());
+}
+
+void Deckkarten::Setzen(std::size_t platz, const QString &text)
+{
+    CopiedValue &wert = werte_.at(platz);
+    wert.kind = text.isEmpty() ? CopiedValue::Kind::Null : CopiedValue::Kind::Text;
+    if (text.isEmpty())
+        return;
+    QStringEncoder utf8(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    puffer_.resize(utf8.requiredSpace(text.size()));
+    char *anfang = puffer_.data();
+    wert.text.assign(anfang, utf8.appendToBuffer(anfang, text));
+}
+
+void Deckkarten::Setzen(std::size_t platz, double zahl)
+{
+    CopiedValue &wert = werte_.at(platz);
+    wert.kind = CopiedValue::Kind::Number;
+    wert.number = zahl;
 }
 
 QString Deckkarten::Thema()
@@ -131,7 +143,6 @@ QString Deckkarten::Wandeln(const Deckmedium &medium, Art art)
                             [&](const QString &pfad) { WriteFileSynced(pfad, fertig->inhalt); });
 }
 
-// What Eintragen can fill; half of what a card has.
 const std::vector<int> &Deckkarten::Columns() const
 {
     static const std::vector<int> spalten = [] {
@@ -149,24 +160,13 @@ const std::vector<int> &Deckkarten::Columns() const
 
 void Deckkarten::Read(int column, CopiedValue &value)
 {
-    const auto &member = CardColumns()[static_cast<std::size_t>(column)].member;
-    value.kind = CopiedValue::Kind::Null;
-    if (const auto *text = std::get_if<QString CardRecord::*>(&member)) {
-        const QString &wert = satz_.**text;
-        if (wert.isEmpty())
-            return;
-        const QByteArray utf8 = wert.toUtf8();
-        value.text.assign(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-        value.kind = CopiedValue::Kind::Text;
-    } else if (const auto *zahl = std::get_if<double CardRecord::*>(&member)) {
-        if (satz_.**zahl == 0)
-            return;
-        value.number = satz_.**zahl;
-        value.kind = CopiedValue::Kind::Number;
-    } else {
-        value.number = satz_.*std::get<bool CardRecord::*>(member) ? 1 : 0;
-        value.kind = CopiedValue::Kind::Number;
-    }
+    static const auto plaetze = [this] {
+        std::array<std::size_t, CardColumnCount> alle{};
+        for (std::size_t platz = 0; platz < Plaetze; ++platz)
+            alle.at(static_cast<std::size_t>(Columns().at(platz))) = platz;
+        return alle;
+    }();
+    value = werte_.at(plaetze.at(static_cast<std::size_t>(column)));
 }
 
 } // namespace paukfix

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "Beilagen.h"
-#include "CardRecord.h"
 #include "CardSource.h"
 #include "Deckvorleser.h"
 
 #include <QHash>
+
+#include <array>
 
 namespace paukfix {
 
@@ -52,7 +53,26 @@ private:
         Ton
     };
 
+    // What it can fill, half of what a card has: a place for each of Columns().
+    enum Platz : std::size_t
+    {
+        Typ,
+        Frage,
+        FrageKlar,
+        FrageBild,
+        AntwortBild,
+        FrageTon,
+        AntwortTon,
+        KartenThema,
+        ErsteAntwort, // five
+        ErsteAntwortKlar = ErsteAntwort + 5,
+        ErstesKreuz = ErsteAntwortKlar + 5,
+        Plaetze = ErstesKreuz + 5
+    };
+
     void Eintragen();
+    void Setzen(std::size_t platz, const QString &text);
+    void Setzen(std::size_t platz, double zahl);
     QString Thema();
     QString Ablegen(const std::optional<Deckmedium> &medium, Art art);
     QString Wandeln(const Deckmedium &medium, Art art);
@@ -63,8 +83,9 @@ private:
     Deckbericht &bericht_;
     int anzahl_;
     Deckkarte karte_;
-    CardRecord satz_;
-    QHash<QString, QString> abgelegt_; // names beside the card file by those in the deck
+    std::array<CopiedValue, Plaetze> werte_; // of the card
+    QByteArray puffer_;                      // kept, so that texts need no new memory
+    QHash<QString, QString> abgelegt_;       // names beside the card file by those in the deck
     std::optional<StoreError> hindernis_;
     Deckvorleser vorleser_; // works as soon as it is there
 };

@@ -6,9 +6,11 @@ namespace paukfix {
 
 namespace {
 
-constexpr std::size_t MeisteKarten = 64;    // read together
-constexpr qsizetype MeisteZeichen = 50'000; // of them, but for the last one
-constexpr std::size_t MeisteSchuebe = 4;    // that wait
+// A thread that is woken may have to find a processor first: each of the two goes on for long without the
+// other, and the reader, where it has to wait, until half of what waits is given out.
+constexpr std::size_t MeisteKarten = 256;    // read together
+constexpr qsizetype MeisteZeichen = 200'000; // of them, but for the last one
+constexpr std::size_t MeisteSchuebe = 8;     // that wait
 
 qsizetype Zeichen(const Deckkarte &karte)
 {
@@ -44,8 +46,10 @@ bool Deckvorleser::Naechste(Deckkarte &karte, Deckbericht &bericht)
         geaendert_.wait(lock, [this] { return !fertige_.empty(); });
         schub_ = std::move(fertige_.front());
         fertige_.pop_front();
+        const bool halbleer = fertige_.size() == MeisteSchuebe / 2;
         lock.unlock();
-        geaendert_.notify_all();
+        if (halbleer)
+            geaendert_.notify_all();
         platz_ = 0;
         bericht.Dazu(schub_.rest);
     }
@@ -65,8 +69,10 @@ void Deckvorleser::Lesen()
         if (halt_)
             return;
         fertige_.push_back(std::move(schub));
+        const bool warLeer = fertige_.size() == 1;
         lock.unlock();
-        geaendert_.notify_all();
+        if (warLeer)
+            geaendert_.notify_all();
     }
 }
 

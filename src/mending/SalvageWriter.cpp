@@ -34,7 +34,7 @@ int WriteAll(const QString &path, const std::function<std::optional<SalvagedCard
 {
     CardFile file(path);
     SQLite::Database &database = file.Database();
-    database.exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+    CardFile::WriteUnsynced(database);
     SQLite::Transaction transaction(database);
     std::string sql = "INSERT INTO Lernkarten VALUES(?";
     for (int column = 1; column < CardColumnCount; ++column)

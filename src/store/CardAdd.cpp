@@ -62,6 +62,8 @@ void BindCopied(CardAdder &adder, SQLite::Statement &statement, const std::vecto
             BindText(adder, statement, parameter, columns[i], from.text);
         else if (from.kind == CopiedValue::Kind::Null && KindOf(columns[i]) == CardKind::Text)
             statement.bind(parameter); // most texts of most cards
+        else if (from.kind == CopiedValue::Kind::Number && KindOf(columns[i]) == CardKind::Flag)
+            statement.bind(parameter, from.number != 0 ? -1 : 0); // as Bind writes it
         else
             BindKnown(adder, statement, parameter, columns[i],
                       from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());

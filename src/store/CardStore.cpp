@@ -67,6 +67,12 @@ void CardStore::Uebernehmen(std::unique_ptr<CardFile> datei)
     Nehmen(std::make_unique<Offen>(std::move(datei)));
 }
 
+void CardStore::ZumFuellen(std::unique_ptr<CardFile> datei)
+{
+    CloseCardFile();
+    offen_ = std::make_unique<Offen>(std::move(datei));
+}
+
 void CardStore::Nehmen(std::unique_ptr<Offen> neue)
 {
     offen_ = std::move(neue);

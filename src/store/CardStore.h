@@ -52,6 +52,8 @@ public:
     // Takes a card file and binds its cards and handles; nothing is counted yet. Throws StoreError where it
     // lacks one of the fields; nothing is open then.
     void Uebernehmen(std::unique_ptr<CardFile> datei);
+    // The same for a file that is just being made: what changes in it can never be taken back.
+    void ZumFuellen(std::unique_ptr<CardFile> datei);
     // Goes on in another file, or in the same one opened anew: the cards are counted, the session and the
     // order of the cards stay. `dieselben`: it holds the same cards row by row, so the steps stay, too.
     // `bisher` may be this one's own. Throws StoreError; what is open stays open then.

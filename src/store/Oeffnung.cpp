@@ -40,11 +40,12 @@ bool IsDamage(const StoreError &error)
 }
 
 // Whether GivePageSums can give the file the sums of its pages.
-bool OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder)
+bool OpenWhole(CardStore &kartei, const QString &path, const Oeffnungsmelder &melder, Vertrauen vertrauen)
 {
     ClearFreshFiles(QFileInfo(Resolved(path)).path()); // reads the card file where something lies beside it
     auto file = std::make_unique<CardFile>(path);
-    CheckCardFile(file->Database(), melder.pruefung());
+    if (vertrauen == Vertrauen::Keines)
+        CheckCardFile(file->Database(), melder.pruefung());
     RemoveRepairLeftovers(path); // the lock is ours: nobody is repairing the file
     const bool lacksSums = file->LacksPageSums();
     kartei.Uebernehmen(std::move(file));
@@ -90,7 +91,7 @@ Oeffnung Geoeffnet(CardStore &kartei, const QString &fileName, const Clock &cloc
 } // namespace
 
 Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
-                 const Oeffnungsmelder &melder)
+                 const Oeffnungsmelder &melder, Vertrauen vertrauen)
 {
     using Ausgang = Oeffnung::Ausgang;
     kartei.CloseCardFile();
@@ -110,7 +111,7 @@ Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
                            u"Die Datei „%1“ hat noch das alte Dateiformat und wurde nicht umgewandelt."_s.arg(
                                path))};
         }
-        lacksSums = OpenWhole(kartei, path, melder);
+        lacksSums = OpenWhole(kartei, path, melder, vertrauen);
     } catch (const StoreError &error) {
         return {IsDamage(error) && !former ? Ausgang::Beschaedigt : Ausgang::Gescheitert, error};
     } catch (const std::exception &error) {

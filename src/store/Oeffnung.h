@@ -28,6 +28,15 @@ struct Oeffnung
     bool unfertig = false;        // a copy is open without what another program has not finished
 };
 
+// Whether a card file is checked whole before it is used. What this program has written and synced a moment
+// ago stands in the system's cache as it was written: a check would find nothing of the disk's, and the
+// backup of the day, which is made next, is checked as a whole.
+enum class Vertrauen
+{
+    Keines,
+    EbenGeschrieben
+};
+
 // What is told while a file is opened.
 struct Oeffnungsmelder
 {
@@ -41,7 +50,7 @@ struct Oeffnungsmelder
 // Closes what is open, opens KarteiPfad/fileName, checks it, counts its cards and begins a session. Where it
 // cannot be opened whole, nothing is open. The cursor stands at the end.
 Oeffnung Oeffnen(CardStore &kartei, const QString &fileName, const Clock &clock,
-                 const Oeffnungsmelder &melder = {});
+                 const Oeffnungsmelder &melder = {}, Vertrauen vertrauen = Vertrauen::Keines);
 
 // Whether a card file that could not be opened, with `fehler`, can be opened to be looked at all the same: it
 // may be read but not written, or another program has it.

@@ -110,10 +110,9 @@ Zwischenstand InNeue(const Werkbank &bank, Deckquelle &quelle, const QString &zi
     neu.Make([&](const QString &pfad) {
         CardFile::Create(pfad);
         auto datei = std::make_unique<CardFile>(pfad);
-        // Nobody needs the file before it is whole and synced, which TakePlace does.
-        datei->Database().exec("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+        CardFile::WriteUnsynced(datei->Database()); // TakePlace syncs it
         CardStore eigene;
-        eigene.Uebernehmen(std::move(datei));
+        eigene.ZumFuellen(std::move(datei));
         CardTransaction zug(eigene.Karten());
         stand.neue = Hinzufuegen(bank, eigene, karten, Vorhandene::Uebernehmen);
         zug.Commit();
@@ -172,7 +171,7 @@ Ausgang FremdEinlesen(const Werkbank &bank, Deckquelle &quelle, const QString &n
         neuerName = QFileInfo(ziel).fileName();
     });
     if (wahl.neueKartei && gelungen) {
-        Oeffnen(bank, neuerName);
+        Oeffnen(bank, neuerName, Vertrauen::EbenGeschrieben);
         if (!store.IsOpen()) {
             store.KarteiPfad = alterPfad;
             NeuOeffnen(bank);

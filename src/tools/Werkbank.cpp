@@ -105,12 +105,12 @@ void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit)
     }
 }
 
-void Oeffnen(const Werkbank &bank, QString &name)
+void Oeffnen(const Werkbank &bank, QString &name, Vertrauen vertrauen)
 {
     bank.unwiderruflich();
     if (bank.progress)
         bank.progress(0, 0);
-    bank.oeffner.OpenCardFile(name);
+    bank.oeffner.OpenCardFile(name, vertrauen);
 }
 
 void NeuOeffnen(const Werkbank &bank)

@@ -54,7 +54,7 @@ QString Kommen(int anzahl);
 void InEinemZug(CardRecordset &karten, const std::function<void()> &arbeit);
 
 // Opens the card file `name` in KarteiPfad and tells that this takes a while. A failure empties `name`.
-void Oeffnen(const Werkbank &bank, QString &name);
+void Oeffnen(const Werkbank &bank, QString &name, Vertrauen vertrauen = Vertrauen::Keines);
 // Opens the open card file again, which rebuilds FachInfo and keeps the history. Nothing happens where there
 // has never been one.
 void NeuOeffnen(const Werkbank &bank);

@@ -63,13 +63,13 @@ void KarteiOeffner::CreateCardFile(QString &fileName)
     OpenCardFile(fileName);
 }
 
-void KarteiOeffner::OpenCardFile(QString &fileName)
+void KarteiOeffner::OpenCardFile(QString &fileName, Vertrauen vertrauen)
 {
     const SanduhrAn sanduhr(meldungen_);
     meldungen_.SetTitel(u"Merkkasten"_s);
     kartei_.CloseCardFile();
     ResetBoxTable();
-    Oeffnung oeffnung = Versuchen(fileName);
+    Oeffnung oeffnung = Versuchen(fileName, vertrauen);
     if (oeffnung.ausgang == Ausgang::AltesFormat)
         oeffnung = Umwandeln(fileName, oeffnung);
     if (oeffnung.ausgang == Ausgang::Beschaedigt)
@@ -143,9 +143,9 @@ Oeffnungsmelder KarteiOeffner::Melder()
             .gezaehlt = [this] { BoxZeichnen(); }};
 }
 
-Oeffnung KarteiOeffner::Versuchen(const QString &fileName)
+Oeffnung KarteiOeffner::Versuchen(const QString &fileName, Vertrauen vertrauen)
 {
-    return Oeffnen(kartei_, fileName, clock_, Melder());
+    return Oeffnen(kartei_, fileName, clock_, Melder(), vertrauen);
 }
 
 // Opens the file where the learner has it converted; else gives `oeffnung` back.

@@ -29,7 +29,7 @@ public:
     // the sums of its pages. One that may not be written, or that another program has, is reported, and then
     // opened to be looked at where that is wanted. On failure reports it, leaves no file open and empties
     // `fileName`: never pass CurrentFileName itself.
-    void OpenCardFile(QString &fileName);
+    void OpenCardFile(QString &fileName, Vertrauen vertrauen = Vertrauen::Keines);
     // Empties the box, shows it so, and measures the clock.
     void ResetBoxTable();
 
@@ -51,7 +51,7 @@ public:
 
 private:
     Oeffnungsmelder Melder();
-    Oeffnung Versuchen(const QString &fileName);
+    Oeffnung Versuchen(const QString &fileName, Vertrauen vertrauen = Vertrauen::Keines);
     void Scheitern(const StoreError &fehler);
     Oeffnung Umwandeln(const QString &fileName, Oeffnung oeffnung);
     Oeffnung Reparieren(const QString &fileName, Oeffnung oeffnung);

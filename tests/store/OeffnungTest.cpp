@@ -174,6 +174,22 @@ private slots:
         QCOMPARE(kartei_->FachInfo[0].Anzahl, qint16(15));
     }
 
+    void AFileIsCheckedUnlessItWasWrittenJustNow()
+    {
+        int geprueft = 0;
+        const Oeffnungsmelder melder{.pruefung = [&] {
+            ++geprueft;
+            return Progress();
+        }};
+        MakeCardFile(Path("a.pzb"), {MakeCard(1, 0, 1)});
+        QCOMPARE(Oeffnen(*kartei_, "a.pzb", clock_, melder, Vertrauen::EbenGeschrieben).ausgang,
+                 Ausgang::Offen);
+        QCOMPARE(kartei_->FachInfo[0].Anzahl, qint16(1));
+        QCOMPARE(geprueft, 0);
+        QCOMPARE(Oeffnen(*kartei_, "a.pzb", clock_, melder).ausgang, Ausgang::Offen);
+        QCOMPARE(geprueft, 1);
+    }
+
     void ANewFileIsMadeBesideTheOpenBox()
     {
         OpenGoodBox();
