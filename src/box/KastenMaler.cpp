@@ -115,10 +115,11 @@ void KastenMaler::Vorn(const KastenMasse::Wanne &wanne, const Farben &farben)
     const Kasten k(wanne.vorn);
     const QPointF tiefe = masse_.tiefe;
     const double wand = masse_.wand, boden = wanne.boden, rundung = std::min(9.0, wand);
-    const QPointF oben(k.rechts, k.oben);
+    const QPointF oben(k.rechts, k.oben), unter(1, 0);
+    // It goes on below the near wall: of a pixel that both share in half the window would be seen.
     Flaeche<4>(maler_, farben.seite,
-               {oben, oben + tiefe, QPointF(k.rechts, k.unten - rundung) + tiefe,
-                QPointF(k.rechts, k.unten - rundung)});
+               {oben - unter, oben + tiefe, QPointF(k.rechts, k.unten - rundung) + tiefe,
+                QPointF(k.rechts, k.unten - rundung) - unter});
     // Below, the corners are round.
     Flaeche<3>(maler_, farben.seite,
                {QPointF(k.rechts - rundung, k.unten), QPointF(k.rechts, k.unten - rundung - 1),

@@ -97,11 +97,18 @@ void Deckbericht::Melden(Deckrest rest, const QString &beispiel, int mal)
 {
     Eintrag &eintrag = eintraege_[static_cast<std::size_t>(rest)];
     eintrag.zahl += mal;
-    if (beispiel.isEmpty() || eintrag.beispiele.size() >= MeisteBeispiele)
+    if (!beispiel.isEmpty() && !eintrag.weitere)
+        Aufnehmen(eintrag, Kurz(beispiel));
+}
+
+void Deckbericht::Aufnehmen(Eintrag &eintrag, const QString &beispiel)
+{
+    if (beispiel.isEmpty() || eintrag.beispiele.contains(beispiel))
         return;
-    const QString kurz = Kurz(beispiel);
-    if (!kurz.isEmpty() && !eintrag.beispiele.contains(kurz))
-        eintrag.beispiele << kurz;
+    if (eintrag.beispiele.size() < MeisteBeispiele)
+        eintrag.beispiele << beispiel;
+    else
+        eintrag.weitere = true;
 }
 
 void Deckbericht::Dazu(const Deckbericht &spaeter)
@@ -109,9 +116,9 @@ void Deckbericht::Dazu(const Deckbericht &spaeter)
     for (std::size_t i = 0; i < eintraege_.size(); ++i) {
         Eintrag &eintrag = eintraege_[i];
         eintrag.zahl += spaeter.eintraege_[i].zahl;
+        eintrag.weitere |= spaeter.eintraege_[i].weitere;
         for (const QString &beispiel : spaeter.eintraege_[i].beispiele)
-            if (eintrag.beispiele.size() < MeisteBeispiele && !eintrag.beispiele.contains(beispiel))
-                eintrag.beispiele << beispiel;
+            Aufnehmen(eintrag, beispiel);
     }
 }
 
@@ -138,7 +145,7 @@ QString Deckbericht::Text() const
         QString absatz = Satz(static_cast<Deckrest>(i)) + u": %1"_s.arg(eintrag.zahl);
         for (const QString &beispiel : eintrag.beispiele)
             absatz += u"\n    "_s + beispiel;
-        if (eintrag.zahl > eintrag.beispiele.size() && !eintrag.beispiele.isEmpty())
+        if (eintrag.weitere)
             absatz += u"\n    …"_s;
         absaetze << absatz;
     }

@@ -67,7 +67,10 @@ private:
     {
         int zahl = 0;
         QStringList beispiele;
+        bool weitere = false; // than these
     };
+
+    static void Aufnehmen(Eintrag &eintrag, const QString &beispiel);
 
     std::array<Eintrag, static_cast<std::size_t>(Deckrest::Anzahl)> eintraege_;
 };

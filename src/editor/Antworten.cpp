@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QScrollBar>
 #include <QTextCharFormat>
 #include <QTextDocument>
 
@@ -36,6 +37,9 @@ Antworten::Antworten(const QTextCharFormat &standard, double faktor, QWidget *pa
     flaeche_->setAutoFillBackground(false);
     setMinimumHeight(zeile_ * 2 + Abstand);
     zeilen_->setContentsMargins(0, 0, 0, 0);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this](int von, int bis) {
+        zeilen_->setContentsMargins(0, 0, bis > von ? Abstand / 2 : 0, 0); // the lines stand clear of it
+    });
     zeilen_->setSpacing(Abstand);
     for (std::size_t i = 0; i < AntwortBoxen; ++i) {
         auto *feld = new Antwortfeld(flaeche_);

@@ -321,6 +321,8 @@ void Kartenformular::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     const int rand = width() < SchmalesFenster ? 12 : 24;
     zeilen_->setContentsMargins(rand, rand / 2, rand, 12);
+    if (knoepfe_)
+        knoepfe_->zeile->setSpacing(rand / 3); // 8, or 4
     // Question and answers share what they have, but the answers are seen whole before the question grows.
     const int beide = frageFeld_->height() + antworten_->height();
     const int antworten = std::clamp(antworten_->Ganz(), beide / 2, beide * 3 / 5);

@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionButton>
 
@@ -59,7 +60,7 @@ QPushButton *Pfeil(QWidget *form, Symbole symbol, const QString &zeichen, const 
 }
 
 // As wide as what it says of other cards, where there is room: who leafs with the mouse finds the arrows
-// where they were.
+// where they were. Where there is little, it says less.
 class Platztext final : public QLabel
 {
 public:
@@ -71,6 +72,17 @@ public:
         updateGeometry();
     }
 
+    void SetKurzform(const QString &kurzform)
+    {
+        kurzform_ = kurzform;
+        updateGeometry();
+    }
+
+    QSize minimumSizeHint() const override
+    {
+        return {fontMetrics().horizontalAdvance(kurzform_), QLabel::minimumSizeHint().height()};
+    }
+
     QSize sizeHint() const override
     {
         QSize platz = QLabel::sizeHint();
@@ -79,8 +91,18 @@ public:
         return platz;
     }
 
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter maler(this);
+        maler.setPen(palette().color(foregroundRole()));
+        const bool passt = fontMetrics().horizontalAdvance(text()) <= width() || kurzform_.isEmpty();
+        maler.drawText(rect(), Qt::AlignCenter, passt ? text() : kurzform_);
+    }
+
 private:
     QStringList andere_;
+    QString kurzform_;
 };
 
 } // namespace
@@ -131,7 +153,9 @@ QList<QWidget *> Knopfzeile::Alle() const
 void Knopfzeile::Zeigen(const Kartenkopf &kopf) const
 {
     const QString neu = u"neu, hinter der letzten"_s, karte = u"Karte %1 von %2"_s;
-    static_cast<Platztext *>(platz)->SetAndere({neu, karte.arg(kopf.platz.of).arg(kopf.platz.of)});
+    auto *text = static_cast<Platztext *>(platz);
+    text->SetAndere({neu, karte.arg(kopf.platz.of).arg(kopf.platz.of)});
+    text->SetKurzform(kopf.neu ? u"neu"_s : u"%1/%2"_s.arg(kopf.platz.number).arg(kopf.platz.of));
     if (kopf.neu)
         platz->setText(neu);
     else if (kopf.platz.number > 0)

@@ -68,6 +68,7 @@ Slotkarte::Slotkarte(int nummer, Medienart art, QWidget *parent)
     auto *beschriftung = new QLabel(u"Dateiname :"_s, this);
     beschriftung->setFont(Schriftgrad::In(font(), Schriftgrad::Klein));
     belegung_->setTextFormat(Qt::PlainText);
+    belegung_->SetAuslassung(Qt::ElideMiddle); // the ending tells what it is
     belegung_->setFont(Schriftgrad::In(fett, Schriftgrad::Klein));
     belegung_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // no name widens the dialog
     auto *datei = new QHBoxLayout;

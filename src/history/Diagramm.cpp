@@ -49,7 +49,7 @@ QSize Diagramm::sizeHint() const
 
 QSize Diagramm::minimumSizeHint() const
 {
-    return {fontMetrics().height() * 16, fontMetrics().height() * 7};
+    return {fontMetrics().height() * 16, fontMetrics().height() * 6};
 }
 
 const Hausfarben &Diagramm::Farbsatz() const

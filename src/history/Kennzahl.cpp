@@ -8,6 +8,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace paukfix {
@@ -43,6 +44,14 @@ QFont Kennzahl::Zahlschrift() const
     QFont schrift = Schriftgrad::In(font(), flach_ ? Schriftgrad::Gross : Schriftgrad::Anzeige);
     schrift.setWeight(QFont::DemiBold);
     return schrift;
+}
+
+int Kennzahl::Textbreite() const
+{
+    const double zahl = QFontMetricsF(Zahlschrift()).horizontalAdvance(text_.zahl);
+    const QFont worte = Schriftgrad::In(font(), Schriftgrad::Klein);
+    return static_cast<int>(std::ceil(std::max(zahl, QFontMetricsF(worte).horizontalAdvance(text_.worte)))) +
+           2 * Rand;
 }
 
 QSize Kennzahl::sizeHint() const

@@ -18,6 +18,8 @@ public:
     void Zeigen(const Kennzahltext &text);
     // The words beside the number instead of below it.
     void SetFlach(bool flach);
+    // What number and words need below each other, in pixels.
+    int Textbreite() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

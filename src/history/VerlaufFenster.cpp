@@ -191,6 +191,7 @@ void VerlaufFenster::ZeitraumZeigen()
     const std::array texte{RichtigText(werte_), FalschText(werte_), FolgeText(werte_), ErledigtText(werte_)};
     for (std::size_t i = 0; i < texte.size(); ++i)
         kennzahlen_.at(i)->Zeigen(texte.at(i));
+    Anordnen(); // they may take more room than those before
     antworten_->Zeigen(werte_);
     faecher_->Zeigen(werte_);
     tabelle_->Zeigen(werte_.bekannt);
@@ -231,9 +232,10 @@ void VerlaufFenster::Anordnen()
         Kennzahl *kennzahl = kennzahlen_.at(static_cast<std::size_t>(i));
         kennzahl->SetFlach(niedrig_ && schmal);
         kennzahlenPlatz_->addWidget(kennzahl, schmal ? i / 2 : 0, schmal ? i % 2 : i);
-        // The last one has most to say.
+        // The last one has most to say, and says it whole where all stand in one row.
         kennzahlenPlatz_->setColumnStretch(i, schmal && i > 1 ? 0 : i == (schmal ? 1 : 3) ? 5 : 4);
     }
+    kennzahlenPlatz_->setColumnMinimumWidth(3, schmal ? 0 : kennzahlen_.back()->Textbreite());
     ReiterZeigen();
 }
 

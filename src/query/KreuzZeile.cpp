@@ -128,7 +128,9 @@ void KreuzZeile::resizeEvent(QResizeEvent *event)
     };
     setzen(kreuz_, Rand, kreuz_->sizeHint());
     setzen(vermerk_, text.right() + 1 + Rand, {vermerk_->width(), vermerk_->sizeHint().height()});
-    setzen(richtig_, width() - Rand - richtig_->sizeHint().width(), richtig_->sizeHint());
+    // As high as the other one, so that both stand on one line.
+    setzen(richtig_, width() - Rand - richtig_->sizeHint().width(),
+           {richtig_->sizeHint().width(), kreuz_->sizeHint().height()});
 }
 
 void KreuzZeile::Aufloesen(bool richtig)

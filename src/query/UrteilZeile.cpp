@@ -48,6 +48,7 @@ UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
     Image1_->setObjectName(u"Image1"_s);
     urteil_ = new QLabel(this);
     urteil_->setObjectName(u"Urteil"_s);
+    urteil_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred); // the sentence gives way to it
     satz_ = new KurzLabel(this);
     satz_->setObjectName(u"Urteilssatz"_s);
     satz_->setTextFormat(Qt::PlainText);
@@ -61,8 +62,6 @@ UrteilZeile::UrteilZeile(QWidget *eltern) : QWidget(eltern)
     worte_->addWidget(satz_);
     worte_->addStretch(1);
     auto *zeile = new QHBoxLayout(this);
-    zeile->setContentsMargins(14, 0, 16, 0);
-    zeile->setSpacing(16);
     zeile->addWidget(Image1_);
     zeile->addLayout(worte_, 1);
     zeile->addWidget(gewertet_);
@@ -123,6 +122,7 @@ void UrteilZeile::Fragen()
 {
     urteil_->setText(u"Wie war Ihre Antwort?"_s);
     Faerben();
+    AbstandSetzen();
     show();
     Ergebnis_R_->setFocus(Qt::ShortcutFocusReason); // its mark shows what Enter would choose
 }
@@ -142,6 +142,7 @@ void UrteilZeile::Zeigen(bool richtig, const QString &gesicht, const QString &sa
     satz_->show();
     satz_->setToolTip(satz.toHtmlEscaped());
     Faerben();
+    AbstandSetzen();
     // Tab stops at the option that is selected; the arrow keys reach the other one.
     Ergebnis_R_->setFocusPolicy(richtig ? Qt::StrongFocus : Qt::ClickFocus);
     Ergebnis_F_->setFocusPolicy(richtig ? Qt::ClickFocus : Qt::StrongFocus);
@@ -156,6 +157,25 @@ void UrteilZeile::SetDeckung(double deckung)
 {
     deckung_ = deckung;
     update();
+}
+
+void UrteilZeile::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    AbstandSetzen();
+}
+
+// In a narrow window the words come before the air between them.
+void UrteilZeile::AbstandSetzen()
+{
+    layout()->setContentsMargins(14, 0, 16, 0);
+    layout()->setSpacing(16);
+    Image1_->show();
+    if (layout()->minimumSize().width() <= width())
+        return;
+    layout()->setContentsMargins(6, 0, 6, 0);
+    layout()->setSpacing(6);
+    Image1_->setVisible(gezeigt_.has_value());
 }
 
 QSize UrteilZeile::sizeHint() const

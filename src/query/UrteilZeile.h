@@ -47,10 +47,12 @@ protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QRadioButton *OptionBauen(const QString &text, const QString &name, bool richtig);
     void Faerben();
+    void AbstandSetzen();
 
     QBoxLayout *worte_ = nullptr; // verdict and sentence
     QLabel *Image1_ = nullptr;

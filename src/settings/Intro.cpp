@@ -65,6 +65,9 @@ void Intro::Aufbauen()
     Timer_Intro_->setInterval(Takt);
     connect(Timer_Intro_, &QTimer::timeout, this, [this] { Timer_Intro_Timer(); });
 
+    // The pictures are light on every desktop: so is what stands on them, and the ring around it.
+    Faerben(this,
+            {{QPalette::Window, QColor(0xFB, 0xE9, 0xCB)}, {QPalette::WindowText, QColor(0x33, 0x30, 0x4A)}});
     Command1_ = Benannt(new QPushButton(u"los geht's"_s, this), u"Command1"_s, u"los geht's"_s);
     Command1_->setProperty("leitend", true);
     Schriftgroesse(Command1_, 1.3);

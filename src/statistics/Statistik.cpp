@@ -120,9 +120,13 @@ QLayout *Statistik::FaecherBauen(const StatistikWerte &werte)
     tafel->setVerticalSpacing(abstand / 4);
     tafel->setColumnStretch(4, 1);
     tafel->addWidget(Beschriftung(u"Anzahl Karten:"_s, true), 0, 0);
-    tafel->addWidget(Beschriftung(u"bei Sitzungs Beginn"_s), 0, 1, Qt::AlignRight);
-    tafel->addWidget(Beschriftung(u"jetzt"_s), 0, 2, Qt::AlignRight);
-    tafel->addWidget(Beschriftung(u"Änderung"_s), 0, 3, Qt::AlignRight);
+    int spalten = 0;
+    for (const QString &kopf : {u"bei Sitzungs Beginn"_s, u"jetzt"_s, u"Änderung"_s}) {
+        constexpr int Feldrand = 3; // a figure stands so far inside its field
+        QLabel *label = Beschriftung(kopf);
+        label->setContentsMargins(0, 0, Feldrand, 0);
+        tafel->addWidget(label, 0, ++spalten, Qt::AlignRight);
+    }
     tafel->addLayout(LegendeBauen(), 0, 4);
     for (std::size_t i = 0; i < FachAnzahl; ++i) {
         const auto [beginn, jetzt] = werte.Fach[i];

@@ -76,7 +76,7 @@ AImport::AImport(KarteiOeffner &oeffner, const Dienste &dienste, QWidget *parent
         namen << einer.name;
     cmbZeichensatz_ = Auswahl(u"cmbZeichensatz"_s, u"Zeichensatz"_s, namen, this);
     cmbZeichensatz_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbZeichensatz_->setMinimumContentsLength(14);
+    cmbZeichensatz_->setMinimumContentsLength(9);
     cmbTrennzeichen_ = TrennzeichenBauen({{u"&Form:"_s, cmbForm_}, {u"Zei&chensatz:"_s, cmbZeichensatz_}});
     lblDateiname_ = DateinameBauen({}, [this] { cmdDateiname_Click(); });
     tafel_ = new Importtafel(this);

@@ -68,7 +68,7 @@ QVariant KartenModell::headerData(int section, Qt::Orientation richtung, int rol
     if (role == Qt::DisplayRole)
         return QString::fromLatin1(Spalten[static_cast<std::size_t>(section)]);
     if (role == Qt::DecorationRole && section == Column3)
-        return Abstand(8);
+        return Abstand(12);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((section < Column3 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};

@@ -142,9 +142,11 @@ void Werkzeugfenster::ZeileBauen(const QList<std::pair<QString, QWidget *>> &fel
             felder_->addWidget(Beschriftung(text, feld, inhalt_), zeile, 0);
         else if (!text.isEmpty())
             reihe->addWidget(Beschriftung(text, feld, inhalt_));
-        reihe->addWidget(feld);
+        // Several fields end where those of the other rows do.
+        reihe->addWidget(feld, felder.size() > 1 && feld == felder.back().second ? 1 : 0);
     }
-    reihe->addStretch(1);
+    if (felder.size() == 1)
+        reihe->addStretch(1);
     felder_->addLayout(reihe, zeile, 1, 1, 2);
 }
 

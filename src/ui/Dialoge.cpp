@@ -17,6 +17,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListView>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
@@ -86,6 +88,7 @@ public:
         schrift_ = new QFontDialog(MitStilnamen(vorgabe.font), this);
         schrift_->setOptions(QFontDialog::DontUseNativeDialog | QFontDialog::NoButtons);
         schrift_->setWindowFlags(Qt::Widget);
+        schrift_->setSizeGripEnabled(false); // it would stand in the middle of the window
         anfang_ = schrift_->currentFont();
         // Enter and Escape in the inner dialog close the whole.
         connect(schrift_, &QDialog::accepted, this, &QDialog::accept);
@@ -111,6 +114,8 @@ public:
         alles->addWidget(schrift_);
         alles->addLayout(unten);
         FarbeZeigen();
+        // The toolkit would take two thirds of a low screen, with three lines of each list.
+        resize(sizeHint().boundedTo(screen()->availableGeometry().size() * 9 / 10));
     }
 
     Schriftwahl Wahl() const
@@ -135,6 +140,14 @@ public:
     }
 
 protected:
+    // The lists are lower now than they were when the dialog rolled them to what is chosen.
+    void showEvent(QShowEvent *event) override
+    {
+        QDialog::showEvent(event);
+        for (QListView *liste : schrift_->findChildren<QListView *>())
+            liste->scrollTo(liste->currentIndex(), QAbstractItemView::PositionAtCenter);
+    }
+
     // What a field does not do with Enter itself, the inner dialog would swallow.
     bool eventFilter(QObject *objekt, QEvent *event) override
     {
@@ -156,8 +169,18 @@ private:
 
     void FarbeZeigen()
     {
-        QPixmap muster(farbknopf_->iconSize());
-        muster.fill(farbe_);
+        // Black on a dark desktop, or white on a light one, is seen by its outline.
+        const double dichte = devicePixelRatioF();
+        QPixmap muster(farbknopf_->iconSize() * dichte);
+        muster.setDevicePixelRatio(dichte);
+        muster.fill(Qt::transparent);
+        QPainter maler(&muster);
+        maler.setRenderHint(QPainter::Antialiasing);
+        maler.setPen(palette().color(QPalette::ButtonText));
+        maler.setBrush(farbe_);
+        maler.drawRoundedRect(QRectF({}, QSizeF(farbknopf_->iconSize())).adjusted(0.5, 0.5, -0.5, -0.5), 3,
+                              3);
+        maler.end();
         farbknopf_->setIcon(muster);
         farbknopf_->setAccessibleName(u"Schriftfarbe "_s + farbe_.name());
     }

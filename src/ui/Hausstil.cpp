@@ -36,6 +36,8 @@ namespace {
 
 constexpr int Knopfpolster = 16; // left and right of a button's text
 constexpr int Feldpolster = 8;   // left and right of a field's text
+constexpr int Reiterabstand = 6; // between tabs
+constexpr int Kopfpolster = 3;   // more beside a column's heading, which so stands where its cells do
 
 int Hoehe(const QStyleOption *option, int bei18, int mehr)
 {
@@ -279,8 +281,39 @@ void Hausstil::drawControl(ControlElement element, const QStyleOption *option, Q
         QStyleOptionComboBox gekuerzt = *feld;
         const int breite =
             proxy()->subControlRect(CC_ComboBox, feld, SC_ComboBoxEditField, widget).width() - 2;
-        gekuerzt.currentText = feld->fontMetrics.elidedText(feld->currentText, Qt::ElideRight, breite);
+        // An addition in brackets goes first.
+        if (const qsizetype klammer = feld->currentText.lastIndexOf(u" (");
+            klammer > 0 && feld->fontMetrics.horizontalAdvance(feld->currentText) > breite)
+            gekuerzt.currentText.truncate(klammer);
+        gekuerzt.currentText = feld->fontMetrics.elidedText(gekuerzt.currentText, Qt::ElideRight, breite);
         QProxyStyle::drawControl(element, &gekuerzt, painter, widget);
+        return;
+    }
+    if (element == CE_MenuBarItem || element == CE_MenuBarEmptyArea) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        // The toolkit's line has gaps between the entries where a pixel is not a whole one.
+        if (!(option->state & State_Selected))
+            painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                              Farben::Getoent(option->palette.color(QPalette::WindowText),
+                                              option->palette.color(QPalette::Window), 0.15));
+        return;
+    }
+    if (const auto *kopf = qstyleoption_cast<const QStyleOptionHeader *>(option);
+        kopf && element == CE_HeaderLabel) {
+        QStyleOptionHeaderV2 eingerueckt;
+        static_cast<QStyleOptionHeader &>(eingerueckt) = *kopf;
+        eingerueckt.rect.adjust(Kopfpolster, 0, -Kopfpolster, 0);
+        QProxyStyle::drawControl(element, &eingerueckt, painter, widget);
+        return;
+    }
+    if (const auto *reiter = qstyleoption_cast<const QStyleOptionTab *>(option);
+        reiter && (element == CE_TabBarTabShape || element == CE_TabBarTabLabel)) {
+        QStyleOptionTab schmaler = *reiter;
+        schmaler.rect.adjust(0, 0, -Reiterabstand, 0);
+        if (element == CE_TabBarTabShape)
+            Stilmaler::Reiter(*painter, schmaler);
+        else
+            QProxyStyle::drawControl(element, &schmaler, painter, widget);
         return;
     }
     if (knopf && element == CE_PushButtonLabel) {
@@ -306,15 +339,16 @@ void Hausstil::drawComplexControl(ComplexControl control, const QStyleOptionComp
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-// The text of a box that can be written in begins where those of all fields do, clear of the outline.
+// The text of a box begins where those of all fields do, clear of the outline.
 QRect Hausstil::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl teil,
                                const QWidget *widget) const
 {
     const QRect platz = QProxyStyle::subControlRect(control, option, teil, widget);
     const auto *klappfeld = qstyleoption_cast<const QStyleOptionComboBox *>(option);
-    if (!klappfeld || !klappfeld->editable || teil != SC_ComboBoxEditField)
+    if (!klappfeld || teil != SC_ComboBoxEditField)
         return platz;
-    const int luft = Feldpolster - 2; // the toolkit's line has 2 px of its own
+    const int luft = klappfeld->editable ? Feldpolster - 2 // the toolkit's line has 2 px of its own
+                                         : Feldpolster - 1;
     return visualRect(option->direction, option->rect,
                       visualRect(option->direction, option->rect, platz).adjusted(luft - 2, 0, 0, 0));
 }
@@ -352,6 +386,10 @@ QSize Hausstil::sizeFromContents(ContentsType type, const QStyleOption *option, 
     }
     case CT_ToolButton:
         return (size + QSize(14, 14)).expandedTo({34, 34});
+    case CT_HeaderSection:
+        return QProxyStyle::sizeFromContents(type, option, size, widget) + QSize(2 * Kopfpolster, 0);
+    case CT_TabBarTab:
+        return {size.width() + Knopfpolster, Hoehe(option, 32, 14)};
     case CT_ItemViewItem: // the ring of the current row stands clear of its text
         return QProxyStyle::sizeFromContents(type, option, size, widget) + QSize(0, 6);
     case CT_LineEdit: {
@@ -393,6 +431,8 @@ int Hausstil::pixelMetric(PixelMetric metric, const QStyleOption *option, const 
     case PM_FocusFrameHMargin:
     case PM_FocusFrameVMargin:
         return Stilmaler::Ringbreite + Stilmaler::Ringabstand;
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarTabShiftVertical:
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -410,6 +450,23 @@ int Hausstil::styleHint(StyleHint hint, const QStyleOption *option, const QWidge
         return 0;
     case SH_FocusFrame_AboveWidget:
         return 1;
+    case SH_FocusFrame_Mask: {
+        // What the ring goes around stays free, but for the corners, over which a round ring passes.
+        const int da = QProxyStyle::styleHint(hint, option, widget, returnData);
+        auto *maske = qstyleoption_cast<QStyleHintReturnMask *>(returnData);
+        if (da && maske && option) {
+            const QRect ganz = option->rect;
+            const auto frei = [&](int x, int y) {
+                constexpr int Rand = Stilmaler::Ringbreite + Stilmaler::Ringabstand;
+                maske->region -= ganz.adjusted(Rand + x, Rand + y, -Rand - x, -Rand - y);
+            };
+            constexpr int Ecke = static_cast<int>(Stilmaler::Radius) / 2;
+            maske->region = ganz;
+            frei(Ecke, 0);
+            frei(0, Ecke);
+        }
+        return da;
+    }
     case SH_TextControl_FocusIndicatorTextCharFormat:
         // A link in a text that has the keyboard; a dotted outline is easily missed.
         if (auto *zurueck = qstyleoption_cast<QStyleHintReturnVariant *>(returnData); zurueck && option) {

@@ -201,13 +201,19 @@ Oeffnung KarteiOeffner::Reparieren(const QString &fileName, Oeffnung oeffnung)
 Oeffnungsfragen::Aussicht KarteiOeffner::Aussicht(const QString &path, const Sicherung &sicherung)
 {
     Oeffnungsfragen::Aussicht aussicht{u"nichts zu retten"_s, u"beschädigt"_s, sicherung.zeit};
+    int gerettet = 0;
     FehlerVon([&] {
         const RepairOutlook rettbar = LookAtDamaged(
             path, WartenZeigen(u"Die Kartei wird geprüft."_s, u"Die Prüfung wurde abgebrochen."_s));
+        gerettet = rettbar.saved;
         if (rettbar.saved > 0)
             aussicht.reparatur = u"%1 von %2 Karten"_s.arg(Zahltext(rettbar.saved), Zahltext(rettbar.known));
     });
-    FehlerVon([&] { aussicht.sicherung = Zahltext(KarteiZaehlen(sicherung.datei).karten) + u" Karten"_s; });
+    FehlerVon([&] {
+        const int gesichert = KarteiZaehlen(sicherung.datei).karten;
+        aussicht.sicherung = Zahltext(gesichert) + u" Karten"_s;
+        aussicht.sicherungHatMehr = gesichert > gerettet;
+    });
     return aussicht;
 }
 

@@ -11,7 +11,7 @@
 namespace paukfix {
 
 // A label that shows, of a text that is too long for it, a shorter wording where it has one, else its
-// beginning; in one line.
+// beginning, or its ends; in one line.
 class KurzLabel final : public QLabel
 {
 public:
@@ -34,13 +34,16 @@ public:
         update();
     }
 
+    // What is left out of a text that is too long: its end, unless told.
+    void SetAuslassung(Qt::TextElideMode auslassung) { auslassung_ = auslassung; }
+
 protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter maler(this);
         maler.setPen(palette().color(foregroundRole()));
         maler.drawText(contentsRect(), static_cast<int>(alignment()),
-                       fontMetrics().elidedText(Passend(), Qt::ElideRight, contentsRect().width()));
+                       fontMetrics().elidedText(Passend(), auslassung_, contentsRect().width()));
     }
 
 private:
@@ -53,6 +56,7 @@ private:
     }
 
     QString kurzform_;
+    Qt::TextElideMode auslassung_ = Qt::ElideRight;
 };
 
 } // namespace paukfix

@@ -10,6 +10,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace paukfix {
 
 using namespace Qt::StringLiterals;
@@ -30,16 +33,15 @@ Oeffnungsfragen::Rettung Oeffnungsfragen::Retten(const std::optional<Aussicht> &
         return meldungen_.Fragen(frage) == Meldungen::Antwort::Ja ? Rettung::Reparatur : Rettung::Keine;
     const QString wahl = u"%1\n\nReparatur: %2\n%3: %4"_s.arg(
         frage, aussicht->reparatur, SicherungVon(aussicht->gesichert, heute), aussicht->sicherung);
-    constexpr qsizetype Abbruch = 1;
-    switch (
-        meldungen_.Waehlen(wahl, {u"&Ja, reparieren"_s, u"&Nein"_s, u"&Sicherung zurückholen"_s}, Abbruch)) {
-    case 0:
-        return Rettung::Reparatur;
-    case 2:
-        return Rettung::Sicherung;
-    default:
-        return Rettung::Keine;
+    // The first one leads and answers Enter: what brings back most.
+    QStringList knoepfe{u"&Ja, reparieren"_s, u"&Nein"_s, u"&Sicherung zurückholen"_s};
+    std::array folge{Rettung::Reparatur, Rettung::Keine, Rettung::Sicherung};
+    if (aussicht->sicherungHatMehr) {
+        std::ranges::reverse(knoepfe);
+        std::ranges::reverse(folge);
     }
+    constexpr qsizetype Abbruch = 1;
+    return folge.at(static_cast<std::size_t>(meldungen_.Waehlen(wahl, knoepfe, Abbruch)));
 }
 
 void Oeffnungsfragen::Repariert(const QString &ergebnis, const QString &bericht)

@@ -31,6 +31,7 @@ public:
         QString reparatur;
         QString sicherung;
         QDateTime gesichert;
+        bool sicherungHatMehr = false; // cards than the repair would save
     };
 
     // Whether a file of the former database engine is to be converted.

@@ -124,6 +124,15 @@ void Werkzeugknopf(QPainter &maler, const QStyleOption &option)
     Rundes(maler, option.rect, Radius, rand, Knopfflaeche(option, Knopfart::Gewoehnlich));
 }
 
+void Reiter(QPainter &maler, const QStyleOptionTab &option)
+{
+    const bool gezeigt = option.state & QStyle::State_Selected;
+    QStyleOption knopf = option;
+    knopf.state.setFlag(QStyle::State_On, gezeigt);
+    Rundes(maler, option.rect, Radius, gezeigt ? QPen(Fokus(option.palette), 1.5) : Feldrand(option),
+           Knopfflaeche(knopf, Knopfart::Gewoehnlich));
+}
+
 void Feld(QPainter &maler, const QStyleOption &option, const QColor &grund)
 {
     const bool fokus = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_Enabled);

@@ -9,6 +9,7 @@
 class QPainter;
 class QStyleOption;
 class QStyleOptionButton;
+class QStyleOptionTab;
 
 namespace paukfix {
 
@@ -37,6 +38,8 @@ QColor Knopftext(const QPalette &palette, Knopfart art);
 void Knopf(QPainter &maler, const QStyleOptionButton &option, Knopfart art);
 // A button of a tool bar: without an outline until it is touched or switched on.
 void Werkzeugknopf(QPainter &maler, const QStyleOption &option);
+// A tab; the one that is shown looks like a button that is switched on.
+void Reiter(QPainter &maler, const QStyleOptionTab &option);
 // A field on `grund`; with the keyboard its outline is the ring. Without `grund` the outline alone.
 void Feld(QPainter &maler, const QStyleOption &option, const QColor &grund = {});
 // Marks; `farbe` for tick and outline where it is valid.

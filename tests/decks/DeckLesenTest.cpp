@@ -32,6 +32,7 @@ private slots:
     void MediaAreThereByteForByte();
     void ADeckCanBeReadAgainFromItsStart();
     void WhatIsLeftBehindIsTold();
+    void DotsStandForCardsThatAreNotNamed();
     void DecksMadeToHarmAreRefusedOrHarmless_data();
     void DecksMadeToHarmAreRefusedOrHarmless();
     void NothingOfAnotherFileComesIn();
@@ -311,6 +312,22 @@ void DeckLesenTest::WhatIsLeftBehindIsTold()
     Karten(*kvtml, worte);
     QCOMPARE(worte.Zahl(Deckrest::OhneAntwort), 1);
     QVERIFY(worte.Zahl(Deckrest::Wortangabe) > 5);
+}
+
+// Dots say that there are others, not that one card has lost two things.
+void DeckLesenTest::DotsStandForCardsThatAreNotNamed()
+{
+    Deckbericht bericht;
+    bericht.Melden(Deckrest::Wortangabe, "der Apfel");
+    bericht.Melden(Deckrest::Wortangabe, "der Apfel");
+    QVERIFY(bericht.Text().endsWith(": 2\n    der Apfel"));
+    for (int i = 0; i < 7; ++i)
+        bericht.Melden(Deckrest::Wortangabe, QString::number(i));
+    QVERIFY2(bericht.Text().endsWith("\n    6"), qPrintable(bericht.Text()));
+    Deckbericht spaeter;
+    spaeter.Melden(Deckrest::Wortangabe, "7");
+    bericht.Dazu(spaeter);
+    QVERIFY2(bericht.Text().endsWith("\n    6\n    …"), qPrintable(bericht.Text()));
 }
 
 void DeckLesenTest::DecksMadeToHarmAreRefusedOrHarmless_data()

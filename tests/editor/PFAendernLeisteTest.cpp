@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The Paukfix developers
 #include "EditorBuehne.h"
+#include "Gemaltes.h"
 #include "TestProgram.h"
 
 #include <QAbstractItemView>
@@ -200,6 +201,23 @@ private slots:
         b.Finde<QAction>("MLöschen")->trigger();
         b.Klick("CZurück");
         QCOMPARE(platz(), u"Karte 2 von 2"_s);
+    }
+
+    void ALargeBoxFitsASmallWindowAndItsPlaceIsSaidInFewerWords()
+    {
+        QList<CardRecord> karten;
+        for (int nummer = 1; nummer <= 1234; ++nummer)
+            karten << MakeCard(nummer, 0, nummer);
+        EditorBuehne b(karten);
+        b.Zeigen();
+        QVERIFY(Gemaltes(*b.fenster).contains("Karte 1 von 1234"));
+        b.fenster->resize(640, 430);
+        QTRY_COMPARE(b.fenster->size(), QSize(640, 430));
+        const QStringList gemalt = Gemaltes(*b.fenster);
+        const QWidget *platz = b.Finde("Kartenplatz");
+        const bool ganz = platz->width() >= platz->fontMetrics().horizontalAdvance(u"Karte 1 von 1234"_s);
+        QVERIFY2(gemalt.contains(ganz ? "Karte 1 von 1234" : "1/1234"), qPrintable(gemalt.join('|')));
+        QCOMPARE(b.Text("Kartenplatz"), u"Karte 1 von 1234"_s); // for a screen reader
     }
 
     // The card behind it moves up to its place.

@@ -5,6 +5,7 @@
 #include "Diagramm.h"
 #include "Drehbuch.h"
 #include "Farben.h"
+#include "Gemaltes.h"
 #include "Hausfarben.h"
 #include "TestProgram.h"
 #include "Verlaufsbuehne.h"
@@ -102,6 +103,20 @@ private slots:
         QCOMPARE(saetze[1], "53 falsch in 30 Tagen");
         QCOMPARE(saetze[2], "4 Tage in Folge gelernt");
         QVERIFY2(saetze[3].startsWith("7 von 87 erledigt; alle etwa am "), qPrintable(saetze[3]));
+    }
+
+    void TheLastNumberIsSaidWholeBesideTheOthers()
+    {
+        Verlaufsbuch::Auskunft auskunft = Beispiel();
+        auskunft.stand.tage = {auskunft.stand.tage.back()}; // of one day nothing can be foretold
+        VerlaufFenster fenster("Englisch.pzb", auskunft, Heute);
+        const Hand hand(fenster);
+        fenster.resize(820, 460);
+        hand.Zeigen();
+        QVERIFY(hand.Text("erledigt").endsWith("Ende noch nicht abzusehen"));
+        QCOMPARE(fenster.width(), 820);
+        QStringList gemalt = Gemaltes(fenster);
+        QVERIFY2(gemalt.contains("erledigt; Ende noch nicht abzusehen"), qPrintable(gemalt.join('|')));
     }
 
     void PicturesAreReadInWords()

@@ -250,6 +250,16 @@ private slots:
         });
     }
 
+    void BothTicksOfALineStandAtOneHeight()
+    {
+        b_->Fragen(KreuzKarte("1"), [&] {
+            b_->Taste(Qt::Key_Return);
+            for (int i = 0; i < 5; ++i)
+                QCOMPARE(Platz(b_->Finde(QString("Check2(%1)").arg(i))).center().y(),
+                         Platz(b_->Check1(i)).center().y());
+        });
+    }
+
     // The keyboard goes to the button, so what it says is said.
     void TheVerdictIsSaidWithTheButtonThatGetsTheKeyboard()
     {

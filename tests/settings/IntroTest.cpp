@@ -4,6 +4,7 @@
 
 #include "Drehbuch.h"
 #include "KonfigFixture.h"
+#include "Lesbarkeit.h"
 #include "TestProgram.h"
 
 #include <QAbstractEventDispatcher>
@@ -314,6 +315,25 @@ private slots:
         for (int i = 0; i < erwartet.size(); ++i)
             QVERIFY2(Gleich(gezeigt[i], Farbe(erwartet[i])), qPrintable(QString::number(i)));
         QCOMPARE(meldungen_->Texte(), QStringList());
+    }
+
+    void TheRingIsSeenOnThePicturesOfADarkDesktopToo()
+    {
+        const QColor sand(0xF0, 0xC8, 0x96); // of the pictures, around the button
+        double kontrast = 0;
+        const Schreibtisch dunkel(true);
+        const Drehbuch buch({[&] {
+            if (!Wartet())
+                return false;
+            const QWidget *knopf = LosGehts();
+            const QImage bild = intro_->grab().toImage();
+            const QPoint ring(knopf->geometry().center().x(), knopf->y() - 3);
+            kontrast = Farben::Kontrast(bild.pixelColor(ring), sand);
+            Taste(Qt::Key_Return);
+            return true;
+        }});
+        QCOMPARE(intro_->Form_Load({}), Intro::Ausgang::Hauptfenster);
+        QVERIFY2(kontrast >= Farben::KontrastUmriss, qPrintable(QString::number(kontrast)));
     }
 
     void ADotShowsItsPicture()

@@ -211,7 +211,13 @@ private slots:
             QVERIFY2(qobject_cast<const QTableWidget *>(teil) ||
                          teil->height() >= teil->minimumSizeHint().height(),
                      name);
+            QVERIFY2(teil->parentWidget()->rect().contains(teil->geometry()), name); // not cut off by it
         }
+        const auto rechts = [&](const char *name) {
+            const auto *teil = Hand(fenster).Finde(QString::fromUtf8(name));
+            return teil->mapTo(&fenster, teil->rect().topRight()).x();
+        };
+        QCOMPARE(rechts("cmbZeichensatz"), rechts("cmdDateiname"));
         const auto *tafel = Hand(fenster).Finde<QTableWidget>("tblVorschau");
         QVERIFY(tafel->viewport()->height() >= 3 * tafel->rowHeight(0) / 2);
     }

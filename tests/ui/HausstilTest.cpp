@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -19,6 +20,7 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QStyle>
+#include <QTableWidget>
 #include <QTest>
 #include <QTextEdit>
 #include <QToolButton>
@@ -151,6 +153,61 @@ private slots:
         const QRect kante(b.inhalt->x() - 2, b.inhalt->geometry().center().y(), 6, 1);
         const double kontrast = BesterKontrast(bild, kante, b.fenster.palette().color(QPalette::Window));
         QVERIFY2(kontrast >= Farben::KontrastUmriss, qPrintable(QString::number(kontrast)));
+    }
+
+    void HeadingsStandAboveTheirCells()
+    {
+        auto *tabelle = new QTableWidget(1, 1);
+        tabelle->verticalHeader()->hide();
+        tabelle->setShowGrid(false);
+        tabelle->setHorizontalHeaderLabels({u"HHHH"_s});
+        tabelle->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft);
+        tabelle->setItem(0, 0, new QTableWidgetItem(u"HHHH"_s));
+        Buehne b(tabelle);
+        tabelle->clearSelection();
+        tabelle->setCurrentItem(nullptr);
+        const auto ersterStrich = [](const QImage &bild) { // the left edge of the first letter
+            for (int x = 2; x < bild.width(); ++x)
+                for (int y = 4; y < bild.height() - 4; ++y)
+                    if (bild.pixelColor(x, y).lightness() < 90)
+                        return x;
+            return -1;
+        };
+        const int kopf = ersterStrich(tabelle->horizontalHeader()->grab().toImage());
+        const QRect zelle = tabelle->visualItemRect(tabelle->item(0, 0));
+        QCOMPARE(ersterStrich(tabelle->viewport()->grab(zelle).toImage()), kopf);
+    }
+
+    void TheRingIsRoundAtItsCorners()
+    {
+        auto *knopf = new QPushButton(u"Knopf"_s);
+        Buehne b(knopf, knopf);
+        // Where a square hole would cut into the round line.
+        const QPoint ecke = knopf->geometry().topLeft();
+        const QColor grund = b.fenster.palette().color(QPalette::Window);
+        const double kontrast = Farben::Kontrast(b.Bild().pixelColor(ecke), grund);
+        QVERIFY2(kontrast >= Farben::KontrastUmriss, qPrintable(QString::number(kontrast)));
+    }
+
+    void TextsOfBoxesBeginWhereThoseOfFieldsDo()
+    {
+        auto *feld = new QWidget;
+        auto *spalte = new QVBoxLayout(feld);
+        auto *zeile = new QLineEdit(u"HHH"_s);
+        auto *box = new QComboBox;
+        box->addItem(u"HHH"_s);
+        spalte->addWidget(zeile);
+        spalte->addWidget(box);
+        Buehne b(feld);
+        const auto ersterStrich = [](QWidget *teil) {
+            const QImage bild = teil->grab().toImage();
+            const int y = bild.height() / 2 + 2;
+            for (int x = 4; x < bild.width(); ++x)
+                if (bild.pixelColor(x, y).lightness() < 90)
+                    return x;
+            return -1;
+        };
+        QCOMPARE(ersterStrich(box), ersterStrich(zeile));
     }
 
     void EveryTextIsReadable_data() { Reihen(); }

@@ -4,6 +4,7 @@
 
 #include "Dialoge.h"
 #include "Drehbuch.h"
+#include "Lesbarkeit.h"
 #include "TestProgram.h"
 
 #include <QAbstractButton>
@@ -443,6 +444,44 @@ private slots:
             QVERIFY(wahl);
             QCOMPARE(wahl->font.pointSize(), 14);
         }
+    }
+
+    void TheColourOfTheFontDialogIsSeenOnAnyDesktop()
+    {
+        for (const bool dunkel : {false, true}) {
+            const Schreibtisch schreibtisch(dunkel);
+            double kontrast = 0;
+            const Drehbuch buch = Waehrend<QDialog>([&](QDialog &fenster) {
+                auto *knopf = fenster.findChild<QPushButton *>("Farbknopf");
+                const QImage muster = knopf->icon().pixmap(knopf->iconSize()).toImage();
+                const QColor grund = knopf->grab().toImage().pixelColor(4, knopf->height() / 2);
+                for (int x = 0; x < 3; ++x)
+                    kontrast = std::max(kontrast,
+                                        Farben::Kontrast(muster.pixelColor(x, muster.height() / 2), grund));
+                fenster.reject();
+            });
+            DialogeFenster dialoge;
+            QVERIFY(!dialoge.SchriftWaehlen({QFont("DejaVu Sans", 14), dunkel ? Qt::black : Qt::white}));
+            QVERIFY2(kontrast >= Farben::KontrastUmriss, qPrintable(QString::number(kontrast)));
+        }
+    }
+
+    void WhatTheFontDialogOpensWithIsSeenInItsLists()
+    {
+        const Drehbuch buch = Waehrend<QDialog>([](QDialog &fenster) {
+            int listen = 0;
+            for (QListView *liste : fenster.findChild<QFontDialog *>()->findChildren<QListView *>()) {
+                if (!liste->isVisible() || !liste->currentIndex().isValid())
+                    continue;
+                ++listen;
+                const QRect zeile = liste->visualRect(liste->currentIndex());
+                QVERIFY(liste->viewport()->rect().contains(zeile));
+            }
+            QVERIFY(listen >= 2);
+            fenster.reject();
+        });
+        DialogeFenster dialoge;
+        QVERIFY(!dialoge.SchriftWaehlen({QFont("DejaVu Sans", 14), Qt::black}));
     }
 
     void TheFontDialogReturnsFontAndColour()

@@ -21,6 +21,14 @@ QByteArray Inhalt(const QString &pfad)
     return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
 }
 
+// The buttons where the backup has more cards than the repair would save: what brings back most leads.
+enum Knopf
+{
+    Zurueckholen,
+    Nein,
+    Reparieren
+};
+
 // A box of 200 cards of which there is a backup of yesterday, and which was damaged since.
 struct BeschaedigteKartei
 {
@@ -109,9 +117,21 @@ private slots:
         QVERIFY(zahlen.captured(1).toInt() > 100);
         QCOMPARE(zeilen[3], "Sicherung von gestern 18:02: 200 Karten");
         QCOMPARE(b.meldungen.knopfreihen,
-                 (QList<QStringList>{{"&Ja, reparieren", "&Nein", "&Sicherung zurückholen"}}));
+                 (QList<QStringList>{{"&Sicherung zurückholen", "&Nein", "&Ja, reparieren"}}));
         QVERIFY(!b.kartei.IsOpen());
         QCOMPARE(Inhalt(b.Pfad()), b.kaputt);
+    }
+
+    void TheRepairLeadsWhereTheBackupHasNoMoreCards()
+    {
+        BeschaedigteKartei b;
+        const QString gute = b.sicherungen.Liste(b.Pfad()).first().datei;
+        QVERIFY(QFile::remove(gute));
+        MakeCardFile(gute, {MakeCard(1, 0, 1), MakeCard(2, 0, 2)});
+        b.Oeffnen();
+        QCOMPARE(b.meldungen.Texte().first().split('\n').last(), "Sicherung von gestern 18:02: 2 Karten");
+        QCOMPARE(b.meldungen.knopfreihen,
+                 (QList<QStringList>{{"&Ja, reparieren", "&Nein", "&Sicherung zurückholen"}}));
     }
 
     void AnOlderBackupIsNamedByItsDate()
@@ -127,7 +147,7 @@ private slots:
     void TheBackupTakesThePlaceAndTheDamagedFileIsKept()
     {
         BeschaedigteKartei b;
-        b.meldungen.wahlen = {2};
+        b.meldungen.wahlen = {Zurueckholen};
         b.Oeffnen();
         QVERIFY(b.kartei.IsOpen());
         QCOMPARE(b.kartei.Karten().RecordCount(), 200);
@@ -149,7 +169,7 @@ private slots:
             QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
         }
         QCOMPARE(b.sicherungen.Liste(b.Pfad()).size(), 5);
-        b.meldungen.wahlen = {2};
+        b.meldungen.wahlen = {Zurueckholen};
         b.Oeffnen();
         QVERIFY2(b.meldungen.Texte().first().contains("Sicherung von gestern 18:02: 200 Karten"),
                  qPrintable(b.meldungen.Texte().first()));
@@ -163,7 +183,7 @@ private slots:
     void TheRepairSavesWhatTheQuestionSaid()
     {
         BeschaedigteKartei b;
-        b.meldungen.wahlen = {0, 0};
+        b.meldungen.wahlen = {Reparieren, 0};
         b.Oeffnen();
         QVERIFY(b.kartei.IsOpen());
         const QString gesagt =
@@ -176,7 +196,7 @@ private slots:
     void TheReportOfARepairCanBeReadAtOnce()
     {
         BeschaedigteKartei b;
-        b.meldungen.wahlen = {0, 1};
+        b.meldungen.wahlen = {Reparieren, 1};
         b.Oeffnen();
         QVERIFY(b.kartei.IsOpen());
         QCOMPARE(b.meldungen.knopfreihen.last(), (QStringList{"&OK", "&Bericht lesen"}));
@@ -188,7 +208,7 @@ private slots:
     void AFileThatCannotBeKeptIsNotReplaced()
     {
         BeschaedigteKartei b;
-        b.meldungen.wahlen = {2};
+        b.meldungen.wahlen = {Zurueckholen};
         QVERIFY(b.sicherungen.NeuesteGute(b.Pfad()));
         const FullDisk voll(100);
         b.Oeffnen();
