@@ -71,6 +71,14 @@ wait_for() { # until the window of this title has the keyboard
     no_message
 }
 
+check_handbook() { # DIRECTORY: it is there, with each picture that it shows
+    local picture
+    [ -s "$1/index.html" ] || fail "There is no handbook in $1."
+    for picture in $(sed -n 's/.*<img src="\([^"]*\)".*/\1/p' "$1"/*.html); do
+        [ -s "$1/$picture" ] || fail "The handbook lacks $picture."
+    done
+}
+
 is_open() { grep -q ":$(stat -c %i "$1") " /proc/locks; } # the program holds the lock of the card file
 
 # The program waits for its user: it sleeps, and from one look to the next it has used no time of the processor (a blinking

@@ -45,7 +45,8 @@ Sicherungsliste Entbehrlich(const Sicherungsliste &liste, const QDate &heute, qi
             alle -= sicherung.groesse;
     }
     // What is deleted becomes free.
-    const auto zuViel = [&] { return alle > (frei < 0 ? 0 : frei) / TeilDerPlatte; };
+    const bool bekannt = frei >= 0;
+    const auto zuViel = [&] { return bekannt && alle > frei / TeilDerPlatte; };
     for (const Sicherung &sicherung : std::as_const(gehen))
         frei += sicherung.groesse;
     while (bleiben.size() > 1 && zuViel()) {

@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <QStorageInfo>
 
 #include <exception>
 #include <utility>
@@ -59,7 +58,7 @@ void Vollenden(const Sicherungsordner &ordner, const QString &kartei, const QStr
         QFile::remove(unfertig);
         throw;
     }
-    const qint64 frei = QStorageInfo(ordner.Wurzel()).bytesAvailable();
+    const qint64 frei = FreeBytes(ordner.Wurzel());
     for (const Sicherung &alte : Entbehrlich(ordner.Liste(kartei), heute, ordner.Groesse(), frei))
         QFile::remove(alte.datei);
 }

@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -257,6 +258,14 @@ DirectoryLock::DirectoryLock(const QString &directory)
 DirectoryLock::~DirectoryLock()
 {
     close(descriptor_);
+}
+
+qint64 FreeBytes(const QString &directory)
+{
+    struct statvfs disk = {};
+    if (statvfs(QFile::encodeName(directory).constData(), &disk) != 0)
+        return -1;
+    return static_cast<qint64>(disk.f_bavail * disk.f_frsize);
 }
 
 QString Resolved(const QString &place)

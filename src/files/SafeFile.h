@@ -69,6 +69,10 @@ bool SameFile(const QString &one, const QString &other, Links links = Links::Fol
 // Does anything stand under this name, be it a link that leads nowhere?
 bool IsNameTaken(const QString &path);
 
+// What a user may still write where the directory lies, asked of its file system: the list of mounts, which
+// the toolkit would ask, does not have it in a chroot. -1 where nobody knows.
+qint64 FreeBytes(const QString &directory);
+
 // `path` with `suffix` at its end; a name that would be longer than file systems allow is shortened before
 // it.
 QString BesideName(const QString &path, const QString &suffix);

@@ -17,7 +17,6 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QScopeGuard>
-#include <QStorageInfo>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -94,7 +93,7 @@ QString Ordner(const QString &paket, int nummer)
 
 void PlatzPruefen(const QString &ordner, qint64 bytes)
 {
-    const qint64 frei = QStorageInfo(ordner).bytesAvailable();
+    const qint64 frei = FreeBytes(ordner);
     const QLocale deutsch(QLocale::German);
     if (frei >= 0 && frei < bytes)
         throw StoreError(Fehler::DatentraegerVoll,

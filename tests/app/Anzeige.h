@@ -249,7 +249,10 @@ private:
     QString Ausfuehren(const QString &programm, const QStringList &befehl) const
     {
         QProcess prozess;
-        prozess.setProcessEnvironment(umgebung);
+        // Titles have umlauts, and xdotool compares them in the letters of the locale.
+        QProcessEnvironment mitUmlauten = umgebung;
+        mitUmlauten.insert("LC_ALL", "C.UTF-8");
+        prozess.setProcessEnvironment(mitUmlauten);
         prozess.start(programm, befehl);
         prozess.waitForFinished();
         return QString::fromUtf8(prozess.readAllStandardOutput()).trimmed();

@@ -132,6 +132,12 @@ private slots:
         QCOMPARE(rest.first().zeit.date(), Heute);
     }
 
+    void NoneGoesForTheSakeOfADiskThatNobodyKnows()
+    {
+        const Sicherungsliste liste{Eine({Heute, {18, 0}}), Eine({Heute.addDays(-1), {18, 0}})};
+        QCOMPARE(Rest(liste, Heute, -1).size(), 2);
+    }
+
     void TheBackupsOfOtherBoxesCountToo()
     {
         const Sicherungsliste liste{Eine({Heute, {18, 0}}), Eine({Heute.addDays(-1), {18, 0}})};

@@ -13,6 +13,8 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <limits>
+#include <limits>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,6 +63,7 @@ private slots:
     void OrdinaryUserMayNotWriteEverywhere();
     void APipeInTheWayKeepsNobodyWaiting();
     void TheNewNameIsOnTheDiskBeforeItIsReported();
+    void TheFreeBytesAreThoseOfTheFileSystem();
     void MessagesNameThePlaceOnly();
 };
 
@@ -209,6 +212,14 @@ void SafeFileTest::TheNewNameIsOnTheDiskBeforeItIsReported()
     calls.clear();
     KeepUnderName(Path("ziel"), Path("zweiter"));
     QCOMPARE(calls, (QStringList{"link " + Path("ziel") + " to " + Path("zweiter"), "sync " + directory}));
+}
+
+void SafeFileTest::TheFreeBytesAreThoseOfTheFileSystem()
+{
+    const qint64 free = FreeBytes(directory_->path());
+    QVERIFY(free > 0);
+    QVERIFY(free < std::numeric_limits<qint64>::max() / 2);
+    QCOMPARE(FreeBytes(Path("nirgends")), -1);
 }
 
 // The name under which a file is made beside its place means nothing to its user.
