@@ -14,7 +14,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <limits>
-#include <limits>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
