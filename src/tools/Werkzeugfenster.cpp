@@ -136,7 +136,7 @@ void Werkzeugfenster::ZeileBauen(const QList<std::pair<QString, QWidget *>> &fel
 {
     const int zeile = felder_->rowCount();
     auto *reihe = new QHBoxLayout;
-    reihe->setSpacing(felder_->horizontalSpacing());
+    reihe->setSpacing(felder_->horizontalSpacing() - 2); // three of them fit into 640 pixels
     for (const auto &[text, feld] : felder) {
         if (feld == felder.front().second)
             felder_->addWidget(Beschriftung(text, feld, inhalt_), zeile, 0);

@@ -250,6 +250,22 @@ private slots:
         });
     }
 
+    void TheNarrowestWindowShowsTheVerdictWhole()
+    {
+        b_->Fragen(TippKarte("Ginkgo"), [&] {
+            b_->fenster->resize(b_->fenster->minimumWidth(), 430);
+            b_->Antworten("gingko");
+            QVERIFY2(b_->fenster->width() < 480, qPrintable(QString::number(b_->fenster->width())));
+            const QWidget *zeile = b_->Finde("Urteil")->parentWidget();
+            for (const char *name : {"Urteil", "Ergebnis_R", "Ergebnis_F"}) {
+                const QWidget *teil = b_->Finde(name);
+                QTRY_VERIFY2(teil->width() >= teil->sizeHint().width(), name); // laid out later
+                QVERIFY2(zeile->rect().contains(teil->geometry()), name);
+            }
+            QVERIFY(b_->Finde("Image1")->isVisible());
+        });
+    }
+
     void BothTicksOfALineStandAtOneHeight()
     {
         b_->Fragen(KreuzKarte("1"), [&] {
