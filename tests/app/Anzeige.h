@@ -63,7 +63,10 @@ public:
     // Titles of all visible windows.
     bool Offen(const QString &titel) const
     {
-        return !Xdotool({"search", "--onlyvisible", "--name", "^" + titel + "$"}).isEmpty();
+        // Searched by its name, a title with an umlaut is found in some locales only.
+        return Xdotool({"search", "--onlyvisible", "--class", "paukfix", "getwindowname", "%@"})
+            .split('\n')
+            .contains(titel);
     }
 
     // Waits until so many windows of the program are there; an open menu is one.
@@ -249,10 +252,7 @@ private:
     QString Ausfuehren(const QString &programm, const QStringList &befehl) const
     {
         QProcess prozess;
-        // Titles have umlauts, and xdotool compares them in the letters of the locale.
-        QProcessEnvironment mitUmlauten = umgebung;
-        mitUmlauten.insert("LC_ALL", "C.UTF-8");
-        prozess.setProcessEnvironment(mitUmlauten);
+        prozess.setProcessEnvironment(umgebung);
         prozess.start(programm, befehl);
         prozess.waitForFinished();
         return QString::fromUtf8(prozess.readAllStandardOutput()).trimmed();
