@@ -6,6 +6,7 @@
 
 started=()
 trap 'kill "${started[@]}" 2>/dev/null || true' EXIT
+trap 'exit 143' HUP INT TERM # who tidies up at the end would take it for a success
 
 wait_until() { # a condition: true once it holds, false when it does not within a minute or the program has ended
     local end=$((SECONDS + 60))

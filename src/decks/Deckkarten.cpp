@@ -57,7 +57,7 @@ void Deckkarten::Eintragen()
     Setzen(Frage, karte_.frage.reich);
     Setzen(FrageKlar, karte_.frage.klar);
     for (std::size_t i = 0; i < 5; ++i) {
-        static const Deckkarte::Antwort Keine;
+        static const Deckkarte::Antwort Keine{.text = {}, .richtig = false};
         const Deckkarte::Antwort &antwort = i < karte_.antworten.size() ? karte_.antworten[i] : Keine;
         Setzen(ErsteAntwort + i, antwort.text.reich);
         Setzen(ErsteAntwortKlar + i, antwort.text.klar);
