@@ -68,7 +68,7 @@ Kartenstand KarteiPruefen(const QString &datei)
     }
 }
 
-Unterschied Vergleichen(const QString &frueher, const QString &jetzt)
+Kartenunterschied Vergleichen(const QString &frueher, const QString &jetzt)
 {
     try {
         SQLite::Database karteien(OhneSperre(frueher), SQLite::OPEN_READONLY | SQLite::OPEN_URI);

@@ -23,7 +23,7 @@ Kartenstand KarteiZaehlen(const QString &datei);
 Kartenstand KarteiPruefen(const QString &datei);
 
 // What has become of a card file since an earlier state of it. A card is known by its number.
-struct Unterschied
+struct Kartenunterschied
 {
     int dazu = 0;       // cards that were not there
     int weg = 0;        // cards that are no longer there
@@ -31,10 +31,10 @@ struct Unterschied
     int verschoben = 0; // cards in another compartment
     int umgestellt = 0; // cards in the same compartment at another place
 
-    bool operator==(const Unterschied &) const = default;
+    bool operator==(const Kartenunterschied &) const = default;
 };
 
 // `jetzt` may be the open file of this program, in a moment in which it does not write. Throws StoreError.
-Unterschied Vergleichen(const QString &frueher, const QString &jetzt);
+Kartenunterschied Vergleichen(const QString &frueher, const QString &jetzt);
 
 } // namespace paukfix

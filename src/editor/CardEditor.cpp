@@ -56,7 +56,7 @@ void CardEditor::AktuelleZeigen()
 bool CardEditor::ShowCard(std::optional<Richtung> schritt)
 {
     Kartenblatt blatt;
-    Kartenkopf kopf;
+    Formularkopf kopf;
     const bool gelesen = Step(meldungen_, LeseFehler, [&] {
         const CardFieldHandles &felder = kartei_.Felder();
         nummer_ = felder.FrageNr.Number();
@@ -77,7 +77,7 @@ bool CardEditor::ShowCard(std::optional<Richtung> schritt)
     return true;
 }
 
-Kartenkopf CardEditor::NeuerKopf() const
+Formularkopf CardEditor::NeuerKopf() const
 {
     return {QString::number(kartei_.HighestCardNumber + 1), QString::number(FachNeu), true};
 }
@@ -112,14 +112,14 @@ bool CardEditor::StoreCard()
     const Kartenblatt blatt = formular_.Inhalt();
     if (!ValidateCard(blatt))
         return false;
-    const auto ausgang = Speichern(blatt, Vorlage::Keine);
+    const auto ausgang = Speichern(blatt, Kopiervorlage::Keine);
     vertagt_ = ausgang == Ausgang::Vertagt;
     return ausgang && !vertagt_;
 }
 
-std::optional<Aufbewahrung::Ausgang> CardEditor::Speichern(const Kartenblatt &blatt, Vorlage vorlage)
+std::optional<Aufbewahrung::Ausgang> CardEditor::Speichern(const Kartenblatt &blatt, Kopiervorlage vorlage)
 {
-    const bool neue = neu_ || vorlage == Vorlage::AktuelleKarte;
+    const bool neue = neu_ || vorlage == Kopiervorlage::AktuelleKarte;
     std::optional<Ausgang> ausgang;
     Step(meldungen_, SpeicherFehler, [&] {
         ausgang = aufbewahrung_.Speichern({.kontext = SpeicherFehler,
@@ -141,9 +141,9 @@ std::optional<Aufbewahrung::Ausgang> CardEditor::Speichern(const Kartenblatt &bl
 }
 
 // Throws StoreError.
-void CardEditor::Ablegen(const Kartenblatt &blatt, Vorlage vorlage)
+void CardEditor::Ablegen(const Kartenblatt &blatt, Kopiervorlage vorlage)
 {
-    const bool kopie = vorlage == Vorlage::AktuelleKarte;
+    const bool kopie = vorlage == Kopiervorlage::AktuelleKarte;
     if (versuchte_ > 0 && StehtInDerKartei(kartei_.Karten(), versuchte_) == true) {
         // An attempt that failed has stored it all the same: it must not be there twice.
         kartei_.FachInfo.Zaehlen(kartei_.Karten());
@@ -305,7 +305,7 @@ void CardEditor::Kopieren()
     if (neu_)
         return;
     const Kartenblatt blatt = formular_.Inhalt();
-    if (!ValidateCard(blatt) || Speichern(blatt, Vorlage::AktuelleKarte) != Ausgang::Gespeichert) {
+    if (!ValidateCard(blatt) || Speichern(blatt, Kopiervorlage::AktuelleKarte) != Ausgang::Gespeichert) {
         AktuelleZeigen();
         return;
     }
@@ -367,7 +367,7 @@ bool CardEditor::SitzungEndet(bool darfFragen)
         return false;
     try {
         const bool neue = neu_;
-        Ablegen(blatt, Vorlage::Keine);
+        Ablegen(blatt, Kopiervorlage::Keine);
         Abgelegt(neue);
         return true;
     } catch (const std::exception &) {

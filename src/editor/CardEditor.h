@@ -14,7 +14,7 @@
 namespace paukfix {
 
 // What stands above a card on the form.
-struct Kartenkopf
+struct Formularkopf
 {
     QString FrageNr;
     QString FachNr;
@@ -52,9 +52,9 @@ public:
 
     virtual Kartenblatt Inhalt() const = 0;
     // Replaces all that the form holds; a new card comes in the standard font.
-    virtual void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) = 0;
+    virtual void Zeigen(const Kartenblatt &blatt, const Formularkopf &kopf) = 0;
     // Just the line above the card: the form keeps what was typed.
-    virtual void KopfZeigen(const Kartenkopf &kopf) = 0;
+    virtual void KopfZeigen(const Formularkopf &kopf) = 0;
     // What the form holds is in the record now: none of its texts is changed any more.
     virtual void Gespeichert() = 0;
     virtual void FokusAufFrage() = 0;
@@ -113,14 +113,14 @@ public:
 private:
     bool ValidateCard(const Kartenblatt &blatt);
     // What became of the card; nothing where it was told that it cannot be stored.
-    std::optional<Aufbewahrung::Ausgang> Speichern(const Kartenblatt &blatt, Vorlage vorlage);
-    void Ablegen(const Kartenblatt &blatt, Vorlage vorlage);
+    std::optional<Aufbewahrung::Ausgang> Speichern(const Kartenblatt &blatt, Kopiervorlage vorlage);
+    void Ablegen(const Kartenblatt &blatt, Kopiervorlage vorlage);
     void Abgelegt(bool neue);
     void StandOnShownCard();
     bool ShowCard(std::optional<Richtung> schritt = std::nullopt);
     void Schritte(Richtung richtung);
     void AmEndeAnhalten(Richtung richtung);
-    Kartenkopf NeuerKopf() const;
+    Formularkopf NeuerKopf() const;
 
     CardStore &kartei_;
     Meldungen &meldungen_;

@@ -26,7 +26,7 @@ qint16 NaechsteNummer(CardStore &kartei)
 
 } // namespace
 
-Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
+Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Kopiervorlage vorlage)
 {
     const Aenderung schritt(kartei, u"Neue Karte %1"_s.arg(kartei.HighestCardNumber + 1));
     Ablage ablage;
@@ -37,7 +37,7 @@ Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage)
         CardFieldHandles &felder = kartei.Felder();
         const auto verwerfen = qScopeGuard([&] { karten.CancelUpdate(); });
         Rohtexte texte;
-        if (vorlage == Vorlage::AktuelleKarte) {
+        if (vorlage == Kopiervorlage::AktuelleKarte) {
             texte = RohtexteLesen(felder);
         } else {
             // The record has nothing yet that could be left as it is.

@@ -10,7 +10,7 @@ namespace paukfix {
 
 // How the cards of the form come into the card file.
 
-enum class Vorlage
+enum class Kopiervorlage
 {
     Keine,
     AktuelleKarte // whose texts, where they were not changed, are copied as they are
@@ -25,7 +25,7 @@ struct Ablage
 
 // Adds the form as a new card behind the last of the new ones, under the next number. A number that is handed
 // out stays so, even when the card is not stored after all.
-Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Vorlage vorlage);
+Ablage KarteAnlegen(CardStore &kartei, Kartenblatt blatt, Kopiervorlage vorlage);
 
 // Writes the form over the current card. Throws StoreError; the record is as it was then, unless the disk
 // failed.

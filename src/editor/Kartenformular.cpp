@@ -167,7 +167,7 @@ Kartenblatt Kartenformular::Inhalt() const
     return blatt;
 }
 
-void Kartenformular::Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf)
+void Kartenformular::Zeigen(const Kartenblatt &blatt, const Formularkopf &kopf)
 {
     {
         const QScopedValueRollback zeigt(zeigt_, true);
@@ -211,7 +211,7 @@ void Kartenformular::BilderZeigen()
     bild_->Zeigen(pictureNames_, verzeichnis_, dienste_.konfig.ProgrammPfad, dienste_.meldungen);
 }
 
-void Kartenformular::KopfZeigen(const Kartenkopf &kopf)
+void Kartenformular::KopfZeigen(const Formularkopf &kopf)
 {
     kopf_->Zeigen(kopf);
     if (knoepfe_)

@@ -34,8 +34,8 @@ public:
     Kartenformular(const Dienste &dienste, QString verzeichnis, QWidget *parent);
 
     Kartenblatt Inhalt() const override;
-    void Zeigen(const Kartenblatt &blatt, const Kartenkopf &kopf) override;
-    void KopfZeigen(const Kartenkopf &kopf) override;
+    void Zeigen(const Kartenblatt &blatt, const Formularkopf &kopf) override;
+    void KopfZeigen(const Formularkopf &kopf) override;
     void Gespeichert() override;
     void FokusAufFrage() override;
     void FokusAufAntwort(std::size_t box) override;

@@ -150,7 +150,7 @@ QList<QWidget *> Knopfzeile::Alle() const
     return {CZZurück, CZurück, CVor, CVVor, CEOF, Cback, Cadd, platz, tasten};
 }
 
-void Knopfzeile::Zeigen(const Kartenkopf &kopf) const
+void Knopfzeile::Zeigen(const Formularkopf &kopf) const
 {
     const QString neu = u"neu, hinter der letzten"_s, karte = u"Karte %1 von %2"_s;
     auto *text = static_cast<Platztext *>(platz);

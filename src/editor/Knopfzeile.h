@@ -12,7 +12,7 @@ class QWidget;
 namespace paukfix {
 
 class Tastenkappe;
-struct Kartenkopf;
+struct Formularkopf;
 
 // What stands below a card, children of `form`, in one line: the buttons, and among them the card's place in
 // the order in which they walk.
@@ -22,7 +22,7 @@ struct Knopfzeile
 
     // In the order of Tab, then what has no keyboard.
     QList<QWidget *> Alle() const;
-    void Zeigen(const Kartenkopf &kopf) const;
+    void Zeigen(const Formularkopf &kopf) const;
 
     QPushButton *CZZurück, *CZurück, *CVor, *CVVor, *CEOF, *Cadd, *Cback;
     QLabel *platz;

@@ -159,7 +159,7 @@ Kopfzeile::Kopfzeile(QWidget *parent)
     zeile->addWidget(MaskThema_, 1);
 }
 
-void Kopfzeile::Zeigen(const Kartenkopf &kopf)
+void Kopfzeile::Zeigen(const Formularkopf &kopf)
 {
     kopf_ = kopf;
     MaskFrageNr_->setText(kopf.FrageNr);

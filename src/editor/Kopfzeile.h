@@ -24,7 +24,7 @@ class Kopfzeile final : public QWidget
 public:
     explicit Kopfzeile(QWidget *parent);
 
-    void Zeigen(const Kartenkopf &kopf);
+    void Zeigen(const Formularkopf &kopf);
     void ThemaZeigen(const QString &thema);
     // The card's pictures and sounds are counted; the marks are no part of what is printed.
     void DateienZeigen(const Bildnamen &namen);
@@ -54,7 +54,7 @@ protected:
     bool eventFilter(QObject *objekt, QEvent *event) override;
 
 private:
-    Kartenkopf kopf_; // as it is shown
+    Formularkopf kopf_; // as it is shown
     QLineEdit *MaskFrageNr_;
     QLabel *MaskFachNr_;
     QLabel *fachName_;

@@ -35,7 +35,7 @@ QString Karten(int anzahl)
     return Zahltext(anzahl) + (anzahl == 1 ? u" Karte"_s : u" Karten"_s);
 }
 
-QString SeitdemSatz(const Unterschied &unterschied)
+QString SeitdemSatz(const Kartenunterschied &unterschied)
 {
     QStringList teile;
     const auto teil = [&](int anzahl, const QString &was) {

@@ -276,7 +276,7 @@ private slots:
         Kasten k;
         k.Taeglich();
         const QString sicherung = k.sicherungen.Liste(k.Pfad()).first().datei;
-        QCOMPARE(Vergleichen(sicherung, k.Pfad()), Unterschied());
+        QCOMPARE(Vergleichen(sicherung, k.Pfad()), Kartenunterschied());
         k.Antworten(true);
         CardRecordset &karten = k.kartei.Karten();
         karten.SetIndex(u"FrageNr");
@@ -286,7 +286,7 @@ private slots:
         karten.Update();
         karten.Seek(CardRecordset::Comparison::Equal, 8);
         karten.Delete();
-        const Unterschied unterschied = Vergleichen(sicherung, k.Pfad());
+        const Kartenunterschied unterschied = Vergleichen(sicherung, k.Pfad());
         QCOMPARE(unterschied.verschoben, 1);
         QCOMPARE(unterschied.geaendert, 1);
         QCOMPARE(unterschied.weg, 1);

@@ -17,7 +17,7 @@ class TestFormular final : public Kartensicht
 public:
     Kartenblatt Inhalt() const override { return blatt; }
 
-    void Zeigen(const Kartenblatt &neu, const Kartenkopf &neuerKopf) override
+    void Zeigen(const Kartenblatt &neu, const Formularkopf &neuerKopf) override
     {
         blatt = neu;
         blatt.Frage_Klartext = blatt.Frage;
@@ -27,7 +27,7 @@ public:
         beimZeigen();
     }
 
-    void KopfZeigen(const Kartenkopf &neuerKopf) override { kopf = neuerKopf; }
+    void KopfZeigen(const Formularkopf &neuerKopf) override { kopf = neuerKopf; }
 
     void Gespeichert() override { ++gespeichert; }
 
@@ -42,7 +42,7 @@ public:
     }
 
     Kartenblatt blatt;
-    Kartenkopf kopf;
+    Formularkopf kopf;
     QString fokus;
     int gezeigt = 0;
     std::function<void()> beimZeigen = [] {};

@@ -45,7 +45,7 @@ Kartenblatt Blatt(Antwortart art)
     return blatt;
 }
 
-const Kartenkopf Kopf{u"12"_s, u"3"_s};
+const Formularkopf Kopf{u"12"_s, u"3"_s};
 
 } // namespace
 
