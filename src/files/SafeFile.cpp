@@ -265,7 +265,7 @@ qint64 FreeBytes(const QString &directory)
     struct statvfs disk = {};
     if (statvfs(QFile::encodeName(directory).constData(), &disk) != 0)
         return -1;
-    return static_cast<qint64>(disk.f_bavail * disk.f_frsize);
+    return static_cast<qint64>(disk.f_bavail) * static_cast<qint64>(disk.f_frsize);
 }
 
 QString Resolved(const QString &place)
