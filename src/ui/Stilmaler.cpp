@@ -127,7 +127,7 @@ void Werkzeugknopf(QPainter &maler, const QStyleOption &option)
 void Reiter(QPainter &maler, const QStyleOptionTab &option)
 {
     const bool gezeigt = option.state & QStyle::State_Selected;
-    QStyleOption knopf = option;
+    QStyleOptionTab knopf = option;
     knopf.state.setFlag(QStyle::State_On, gezeigt);
     Rundes(maler, option.rect, Radius, gezeigt ? QPen(Fokus(option.palette), 1.5) : Feldrand(option),
            Knopfflaeche(knopf, Knopfart::Gewoehnlich));
