@@ -46,9 +46,16 @@ void OrdnerAnlegen(const QString &pfad)
 QString Sicherungsordner::Von(const QString &kartei) const
 {
     const QString platz = Resolved(kartei);
-    const QByteArray marke =
-        QCryptographicHash::hash(QFile::encodeName(platz), QCryptographicHash::Md5).toHex().left(8);
-    return u"%1/%2 (%3)"_s.arg(wurzel_, Grundname(platz), QString::fromLatin1(marke));
+    const auto ordner = [&](const QString &ort) {
+        const QByteArray marke =
+            QCryptographicHash::hash(QFile::encodeName(ort), QCryptographicHash::Md5).toHex().left(8);
+        return u"%1/%2 (%3)"_s.arg(wurzel_, Grundname(platz), QString::fromLatin1(marke));
+    };
+    const QString neben = Resolved(QFileInfo(wurzel_).absolutePath()) + '/'_L1;
+    QString frueher = ordner(platz); // as earlier versions called that of each box
+    if (!platz.startsWith(neben) || QFileInfo(frueher).isDir())
+        return frueher;
+    return ordner(platz.mid(neben.size()));
 }
 
 QString Sicherungsordner::Anlegen(const QString &kartei) const

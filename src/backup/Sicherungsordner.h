@@ -7,8 +7,9 @@
 namespace paukfix {
 
 // Where the backups lie: a directory for all, in it one for each box, named after the box and where it lies.
-// A backup is named after the box and its time: "Englisch 2026-11-22 18-02-33.pzb". What bears another name
-// is none.
+// A box that lies beside that directory, or deeper there, is known by the way from it: both can move
+// together. A backup is named after the box and its time: "Englisch 2026-11-22 18-02-33.pzb". What bears
+// another name is none.
 class Sicherungsordner
 {
 public:

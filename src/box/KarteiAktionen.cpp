@@ -119,7 +119,7 @@ KarteiAktionen::Erfolg KarteiAktionen::OeffnenUndMerken(const QString &pfad)
 
 void KarteiAktionen::ZuletztOeffnen(std::size_t i)
 {
-    KarteiOeffnen(teile_.dienste.konfig.MDat.at(i));
+    KarteiOeffnen(teile_.dienste.konfig.LetzteDatei(i));
     emit Fertig();
 }
 

@@ -183,7 +183,7 @@ void LBOX::Form_Load()
     dienste_.konfig.ReadConfig();
     geladen_ = true;
     if (weiter_)
-        befehlszeile_ = dienste_.konfig.MDat[0];
+        befehlszeile_ = dienste_.konfig.LetzteDatei(0);
     if (!KarteiAktionen::Kennt(befehlszeile_))
         BoxZeichnen(); // behind what asks for a file
     if (EinlesefensterFuer(befehlszeile_))

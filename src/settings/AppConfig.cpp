@@ -39,6 +39,11 @@ QString AppConfig::ProgrammDatei(const QString &name) const
     return eigene;
 }
 
+QString AppConfig::LetzteDatei(std::size_t i) const
+{
+    return MovedAlong(MDat.at(i), ProgrammPfad);
+}
+
 // "konfig.dat" is gone, and there is a shipped one to make it from.
 bool AppConfig::Verloren() const
 {

@@ -41,6 +41,10 @@ public:
     // there is none. Throws StoreError.
     bool ReadIntroAnimation() const;
 
+    // The recent file of this place in the list, as it is to be opened: it may have moved with the program
+    // directory.
+    QString LetzteDatei(std::size_t i) const;
+
     // A file of the program from the first place that has it; in the program directory where none has.
     QString ProgrammDatei(const QString &name) const;
 

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <fcntl.h>
@@ -82,6 +83,17 @@ ProgramDirectory FindProgramDirectory(const ProgramPlaces &given)
         found.message += error.Text();
     }
     return found;
+}
+
+QString MovedAlong(const QString &file, const QString &directory)
+{
+    if (QFileInfo::exists(QFileInfo(file).absolutePath()))
+        return file;
+    const QString name = u'/' + QFileInfo(directory).fileName() + u'/';
+    for (qsizetype at = file.lastIndexOf(name); at >= 0; at = at > 0 ? file.lastIndexOf(name, at - 1) : -1)
+        if (const QString now = In(directory, file.mid(at + name.size())); QFileInfo(now).isFile())
+            return now;
+    return file;
 }
 
 } // namespace paukfix

@@ -42,4 +42,9 @@ struct ProgramDirectory
 // written to, the shipped files are read and the message says so.
 ProgramDirectory FindProgramDirectory(const ProgramPlaces &places);
 
+// `file` as it is called now where it lay in the program directory `directory` before that came to another
+// place (a stick that another system mounts elsewhere): its old directory is gone, was `directory` by name or
+// one in it, and what followed stands in `directory`. `file` itself in all other cases.
+QString MovedAlong(const QString &file, const QString &directory);
+
 } // namespace paukfix

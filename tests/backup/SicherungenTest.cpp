@@ -5,11 +5,13 @@
 #include "KarteEinordnen.h"
 #include "Oeffnung.h"
 #include "ResourceLimit.h"
+#include "SafeFile.h"
 #include "Sicherungsstand.h"
 #include "StoreTestSupport.h"
 #include "TestProgram.h"
 #include "Zurueckholen.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
@@ -99,6 +101,32 @@ private slots:
         QVERIFY(liste.first().datei.startsWith(k.Wurzel() + "/box ("));
         QVERIFY(liste.first().datei.endsWith("/box 2026-11-21 09-30-00.pzb"));
         QCOMPARE(FaultIn(liste.first().datei), QString());
+    }
+
+    void BackupsComeAlongWithTheDirectoryThatHoldsTheBoxToo()
+    {
+        Kasten k;
+        k.Taeglich();
+        k.Antworten(true);
+        QCOMPARE(k.sicherungen.Liste(k.Pfad()).size(), 1);
+        QTemporaryDir anderswo;
+        QVERIFY(QDir().rename(k.verzeichnis.path(), anderswo.filePath("Stick")));
+        const Sicherungsordner dort(anderswo.filePath("Stick/Sicherungen"));
+        QCOMPARE(dort.Liste(anderswo.filePath("Stick/karten/box.pzb")).size(), 1);
+        QCOMPARE(dort.Liste(anderswo.filePath("karten/box.pzb")).size(), 0);
+    }
+
+    void BackupsThatEarlierVersionsNamedAfterTheWholePathAreFound()
+    {
+        Kasten k;
+        const QByteArray marke =
+            QCryptographicHash::hash(QFile::encodeName(Resolved(k.Pfad())), QCryptographicHash::Md5).toHex();
+        QVERIFY(QDir().mkpath(k.Wurzel() + "/box (" + marke.left(8) + ")"));
+        k.Taeglich();
+        k.Antworten(true);
+        const Sicherungsliste liste = k.sicherungen.Liste(k.Pfad());
+        QCOMPARE(liste.size(), 1);
+        QVERIFY(liste.first().datei.contains(marke.left(8)));
     }
 
     void OneBackupADayIsMade()

@@ -238,6 +238,29 @@ private slots:
         QCOMPARE(b.Anzahl(3), 1);
     }
 
+    // As on a stick that another computer mounts elsewhere.
+    void ARecentFileThatMovedWithTheProgramDirectoryIsFound()
+    {
+        LBoxBuehne b;
+        const QDir programm(b.konfig.ProgrammPfad);
+        QVERIFY(programm.mkdir("Sprachen"));
+        MakeCardFile(programm.filePath("Sprachen/z.pzb"), {MakeCard(1, 3, 1)});
+        MakeCardFile(programm.filePath("y.pzb"), {MakeCard(1, 3, 1)});
+        const QString dort = "/weg/" + programm.dirName();
+        b.KonfigSchreiben({dort + "/Sprachen/z.pzb", "/weg/y.pzb", b.Pfad("y.pzb")}, "False");
+        b.Zeigen();
+        const QString vorher = b.KonfigText();
+        b.Menue("MDat(1)")->trigger();
+        QCOMPARE(b.meldungen.Texte(), QStringList());
+        QCOMPARE(b.kartei.CurrentFileName, QString("z.pzb"));
+        QCOMPARE(b.kartei.KarteiPfad, programm.filePath("Sprachen"));
+        QCOMPARE(b.KonfigText(), vorher);
+        b.Menue("MDat(2)")->trigger(); // lay in another directory
+        QCOMPARE(b.meldungen.Texte(), QStringList{"Den Ordner „/weg“ gibt es nicht. Fcode: 76"});
+        b.Menue("MDat(3)")->trigger(); // was deleted where it lay
+        QVERIFY(b.meldungen.Texte().last().contains("/y.pzb“ wurde nicht gefunden."));
+    }
+
     // The process's own directory belongs to whoever started the program.
     void TheCurrentDirectoryStaysWhereItIs()
     {
