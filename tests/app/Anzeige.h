@@ -61,13 +61,7 @@ public:
     }
 
     // Titles of all visible windows.
-    bool Offen(const QString &titel) const
-    {
-        // Searched by its name, a title with an umlaut is found in some locales only.
-        return Xdotool({"search", "--onlyvisible", "--class", "paukfix", "getwindowname", "%@"})
-            .split('\n')
-            .contains(titel);
-    }
+    bool Offen(const QString &titel) const { return Fenster().split('\n').contains(titel); }
 
     // Waits until so many windows of the program are there; an open menu is one.
     bool WarteAufFenster(qsizetype zahl) const
@@ -79,10 +73,20 @@ public:
             30000);
     }
 
-    // Waits until the window of this title has the keyboard.
+    // Waits until the window of this title has the keyboard; tells which one has it where that does not come.
     bool WarteAuf(const QString &titel) const
     {
-        return QTest::qWaitFor([&] { return Xdotool({"getactivewindow", "getwindowname"}) == titel; }, 30000);
+        QString aktiv;
+        const auto da = [&] {
+            aktiv = Xdotool({"getactivewindow", "getwindowname"});
+            return aktiv == titel;
+        };
+        if (QTest::qWaitFor(da, 30000))
+            return true;
+        qWarning("\"%s\" has not got the keyboard, but \"%s\"; windows: \"%s\"; the display is %s",
+                 qPrintable(titel), qPrintable(aktiv), qPrintable(Fenster().replace('\n', "\", \"")),
+                 xvfb_.state() == QProcess::Running ? "there" : "gone");
+        return false;
     }
 
     // Presses a key when the window of this title has the keyboard.
@@ -181,10 +185,13 @@ public:
     // Types a text into the window that has the keyboard.
     void Tippen(const QString &text) const { Xdotool({"type", "--delay", "8", "--", text}); }
 
-    // Puts the window of this title somewhere else once it has the keyboard.
+    // Puts the window of this title somewhere else once it has the keyboard, and its program knows: that has
+    // taken a key there, which it notes at the window.
     bool Versetzen(const QString &titel, QPoint platz, QSize masse) const
     {
-        if (!WarteAuf(titel))
+        const auto stempel = [&] { return Eigenschaft(titel, "_NET_WM_USER_TIME"); };
+        const QString vorher = stempel();
+        if (!Taste(titel, "Shift_L") || !QTest::qWaitFor([&] { return stempel() != vorher; }, 30000))
             return false;
         Xdotool({"getactivewindow", "windowmove", QString::number(platz.x()), QString::number(platz.y()),
                  "windowsize", QString::number(masse.width()), QString::number(masse.height())});
@@ -247,6 +254,13 @@ public:
     QProcessEnvironment umgebung; // for programs on this display
 
 private:
+    // The titles of all visible windows of the program, a line each. Searched by its name, a title with an
+    // umlaut is found in some locales only.
+    QString Fenster() const
+    {
+        return Xdotool({"search", "--onlyvisible", "--class", "paukfix", "getwindowname", "%@"});
+    }
+
     QString Xdotool(const QStringList &befehl) const { return Ausfuehren("xdotool", befehl); }
 
     QString Ausfuehren(const QString &programm, const QStringList &befehl) const
