@@ -3,9 +3,15 @@
 #include "Faecher.h"
 
 #include "CardRecordset.h"
+#include "CardValue.h"
+#include "Zahl16.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 namespace paukfix {
 
@@ -15,15 +21,44 @@ namespace {
 
 constexpr qint16 Hoechste16 = std::numeric_limits<qint16>::max();
 
+// A number of a card's keys, as the recordset's fields give it.
+double Zahl(const SQLite::Column &wert, int spalte)
+{
+    const QVariant zahl = FromEngine(wert, spalte);
+    if (!zahl.isValid())
+        ThrowNullValue(spalte);
+    return zahl.toDouble();
+}
+
+qint16 Ganzzahl(const SQLite::Column &wert, int spalte)
+{
+    const double zahl = Zahl(wert, spalte);
+    CheckWritable(zahl, spalte);
+    return Runden16(zahl);
+}
+
 // The compartment of a card. A compartment is one of seven: 2.5 is none, and seeking by it would find no
 // card.
-int FachOf(const Field &fachNr)
+int FachOf(double fach)
 {
-    const double fach = fachNr.Number();
     if (!(fach >= FachNeu && fach <= FachErledigt) || fach != static_cast<int>(fach))
         throw StoreError(Fehler::IndexAusserhalb,
                          u"Eine Karte liegt in Fach %1; es gibt nur die Fächer 0 bis 6."_s.arg(fach));
     return static_cast<int>(fach);
+}
+
+// 0 where there is no card. What is no number, or too large or small, stands at one of the index's ends.
+qint16 HoechsteNummer(SQLite::Database &database)
+{
+    qint16 hoechste = 0;
+    for (const char *richtung : {"ASC", "DESC"}) {
+        SQLite::Statement ende(
+            database, R"(SELECT "FrageNr" FROM "Lernkarten" INDEXED BY "FrageNr" ORDER BY "FrageNr" )" +
+                          std::string(richtung) + " LIMIT 1");
+        if (ende.executeStep())
+            hoechste = std::max(hoechste, Ganzzahl(ende.getColumn(0), ColFrageNr));
+    }
+    return hoechste;
 }
 
 } // namespace
@@ -42,23 +77,30 @@ qint16 Faecher::Zaehlen(CardRecordset &karten, const std::function<void()> &geza
 {
     Leeren();
     try {
-        karten.SetIndex(u"BoxKey");
-        const Field frageNr = karten[u"FrageNr"], fachNr = karten[u"FachNr"], lfdNr = karten[u"FachLfdNr"];
         qint16 hoechste = 0;
-        int seither = 0;
-        for (karten.MoveFirst(); !karten.AtEOF(); karten.MoveNext()) {
-            hoechste = std::max(hoechste, frageNr.Integer());
-            const int nummer = FachOf(fachNr);
-            Fach &fach = Finden(nummer);
-            if (fach.Anzahl == Hoechste16)
-                throw TooManyCards(nummer);
-            fach.LfdMax = lfdNr.Integer();
-            ++fach.Anzahl;
-            if (gezaehlt && ++seither > 10) {
-                gezaehlt();
-                seither = 0;
+        karten.Beside([&](SQLite::Database &database) {
+            hoechste = HoechsteNummer(database);
+            SQLite::Statement alle(database,
+                                   R"(SELECT "FachNr","FachLfdNr" FROM "Lernkarten" INDEXED BY "BoxKey" )"
+                                   R"(ORDER BY "FachNr","FachLfdNr")");
+            int seither = 0;
+            while (alle.executeStep()) {
+                const int nummer = FachOf(Zahl(alle.getColumn(0), ColFachNr));
+                Fach &fach = Finden(nummer);
+                if (fach.Anzahl == Hoechste16)
+                    throw TooManyCards(nummer);
+                fach.LfdMax = Ganzzahl(alle.getColumn(1), ColFachLfdNr);
+                ++fach.Anzahl;
+                if (gezaehlt && ++seither > 10) {
+                    gezaehlt();
+                    seither = 0;
+                }
             }
-        }
+        });
+        karten.SetIndex(u"BoxKey");
+        karten.MoveLast();
+        if (!karten.AtEOF())
+            karten.MoveNext();
         return hoechste;
     } catch (...) {
         Leeren();

@@ -40,9 +40,10 @@ public:
 
     // No card is left, as in a box that is not open.
     void Leeren() noexcept;
-    // Counts the cards of a file by walking it in box order, at whose end the cursor then stands. After every
-    // eleventh card `gezaehlt` is called. Returns the highest card number, 0 where there is none. Throws
-    // StoreError where a card cannot be read or lies in no compartment (9), TooManyCards; all is empty then.
+    // Counts the cards of a file in box order, at whose end the cursor then stands; only the indexes are
+    // read. After every eleventh card `gezaehlt` is called. Returns the highest card number, 0 where there is
+    // none. Throws StoreError where a card cannot be read or lies in no compartment (9), TooManyCards; all is
+    // empty then.
     qint16 Zaehlen(CardRecordset &karten, const std::function<void()> &gezaehlt = {});
     // A card goes to the back of `fach`. Returns its running number.
     qint16 Anhaengen(int fach);
