@@ -18,6 +18,8 @@ namespace {
 
 void FachSetzen(CardStore &kartei, int fach, int lfdNr)
 {
+    // What could not be written must not be read afterwards: where the card lies is asked of the file then.
+    const auto verworfen = qScopeGuard([&] { kartei.Karten().CancelUpdate(); });
     kartei.Karten().Edit();
     kartei.Felder().FachNr.Set(fach);
     kartei.Felder().FachLfdNr.Set(lfdNr);
