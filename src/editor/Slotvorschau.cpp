@@ -71,17 +71,18 @@ void Slotvorschau::paintEvent(QPaintEvent *)
     const Hausfarben &farben = HausfarbenZu(palette());
     QPainter maler(this);
     maler.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const bool leer = pixmap(Qt::ReturnByValue).isNull();
+    const bool mitBild = !pixmap(Qt::ReturnByValue).isNull();
+    const bool leer = !mitBild && !Gesagt().trimmed().isEmpty();
     QPen rand(erwartet_ ? farben.fokus : farben.umriss, erwartet_ ? 2 : 1);
     if (leer && !erwartet_)
         rand.setStyle(Qt::DashLine);
-    maler.setPen(!leer && !erwartet_ ? QPen(Qt::NoPen) : rand);
+    maler.setPen(mitBild && !erwartet_ ? QPen(Qt::NoPen) : rand);
     maler.setBrush(erwartet_ ? farben.gewaehlt : farben.antwortzone);
     const qreal halb = rand.widthF() / 2;
     maler.drawRoundedRect(QRectF(rect()).adjusted(halb, halb, -halb, -halb), Radius, Radius);
-    if (!leer)
+    if (mitBild)
         BildMalen(maler);
-    else
+    else if (leer)
         AufforderungMalen(maler);
 }
 

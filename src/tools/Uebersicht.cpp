@@ -70,7 +70,7 @@ Uebersicht::Uebersicht(CardStore &store, const Dienste &dienste, UebersichtWege 
     hinweise_->setObjectName(u"Tastenhinweise"_s);
     spalte->addWidget(hinweise_);
 
-    resize(QSize(fontMetrics().height() * 60, fontMetrics().height() * 38)
+    resize(QSize(fontMetrics().height() * 72, fontMetrics().height() * 38)
                .expandedTo(layout()->totalMinimumSize())
                .boundedTo(screen()->availableSize() * 0.9));
     Form_Load();
