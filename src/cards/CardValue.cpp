@@ -130,7 +130,7 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
     if (!value.isValid())
         statement.bind(parameter);
     else if (value.typeId() == QMetaType::Bool)
-        statement.bind(parameter, value.toBool() ? -1 : 0); // card files write true as -1
+        BindFlag(statement, parameter, value.toBool());
     else if (value.typeId() == QMetaType::QString)
         statement.bind(parameter, WithWholeCharacters(value.toString()).toStdString());
     else if (value.typeId() == QMetaType::QByteArray)
@@ -139,6 +139,11 @@ void Bind(SQLite::Statement &statement, int parameter, const QVariant &value)
         statement.bind(parameter, static_cast<std::int64_t>(value.toLongLong()));
     else
         statement.bind(parameter, value.toDouble());
+}
+
+void BindFlag(SQLite::Statement &statement, int parameter, bool flag)
+{
+    statement.bind(parameter, flag ? -1 : 0); // card files write true as -1
 }
 
 } // namespace paukfix

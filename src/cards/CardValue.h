@@ -37,6 +37,7 @@ QVariant ForBuffer(const QVariant &value, int column);
 // a number outside 16 bits, 3163 for a text over 250 characters in a short text column.
 void CheckWritable(const QVariant &value, int column);
 void Bind(SQLite::Statement &statement, int parameter, const QVariant &value);
+void BindFlag(SQLite::Statement &statement, int parameter, bool flag);
 
 [[noreturn]] void ThrowTypeMismatch(int column);
 [[noreturn]] void ThrowNullValue(int column);

@@ -63,7 +63,7 @@ void BindCopied(CardAdder &adder, SQLite::Statement &statement, const std::vecto
         else if (from.kind == CopiedValue::Kind::Null && KindOf(columns[i]) == CardKind::Text)
             statement.bind(parameter); // most texts of most cards
         else if (from.kind == CopiedValue::Kind::Number && KindOf(columns[i]) == CardKind::Flag)
-            statement.bind(parameter, from.number != 0 ? -1 : 0); // as Bind writes it
+            BindFlag(statement, parameter, from.number != 0);
         else
             BindKnown(adder, statement, parameter, columns[i],
                       from.kind == CopiedValue::Kind::Number ? QVariant(from.number) : QVariant());

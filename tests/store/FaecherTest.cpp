@@ -253,6 +253,36 @@ private slots:
             QVERIFY(fach.Anzahl == 0 && fach.LfdMax == 0);
     }
 
+    void WhatIsNoNumberOfACardIsToldWhereverItStands_data()
+    {
+        QTest::addColumn<QString>("zuweisung");
+        QTest::addColumn<int>("nummer");
+        QTest::newRow("a text") << "FrageNr='x'" << int(Fehler::TypUnvertraeglich);
+        QTest::newRow("nothing") << "FrageNr=NULL" << int(Fehler::NullUngueltig);
+        QTest::newRow("too large") << "FrageNr=40000" << int(Fehler::Ueberlauf);
+        QTest::newRow("too small") << "FrageNr=-40000" << int(Fehler::Ueberlauf);
+        QTest::newRow("a place that is a text") << "FachLfdNr='x'" << int(Fehler::TypUnvertraeglich);
+        QTest::newRow("a place that is too large") << "FachLfdNr=40000" << int(Fehler::Ueberlauf);
+        QTest::newRow("half a compartment") << "FachNr=2.5" << int(Fehler::IndexAusserhalb);
+    }
+
+    void WhatIsNoNumberOfACardIsToldWhereverItStands()
+    {
+        QFETCH(QString, zuweisung);
+        QFETCH(int, nummer);
+        Kasten kasten({MakeCard(1, 0, 1), MakeCard(2, 3, 1), MakeCard(3, 6, 1)});
+        kasten.kartei.Karten().Past([&](SQLite::Database &database) {
+            database.exec(("UPDATE Lernkarten SET " + zuweisung + " WHERE FrageNr=2").toStdString());
+        });
+        Faecher faecher;
+        try {
+            faecher.Zaehlen(kasten.kartei.Karten());
+            QFAIL("counted a card that is none");
+        } catch (const StoreError &fehler) {
+            QCOMPARE(fehler.Number(), nummer);
+        }
+    }
+
     void TheLastCardIsCountedWithOrWithoutTheDoneOnes()
     {
         Faecher faecher;
