@@ -91,7 +91,7 @@ QString MovedAlong(const QString &file, const QString &directory)
         return file;
     const QString name = u'/' + QFileInfo(directory).fileName() + u'/';
     for (qsizetype at = file.lastIndexOf(name); at >= 0; at = at > 0 ? file.lastIndexOf(name, at - 1) : -1)
-        if (const QString now = In(directory, file.mid(at + name.size())); QFileInfo(now).isFile())
+        if (QString now = In(directory, file.mid(at + name.size())); QFileInfo(now).isFile())
             return now;
     return file;
 }
