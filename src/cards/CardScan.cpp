@@ -10,14 +10,6 @@ namespace paukfix {
 
 namespace {
 
-double KeyValue(const SQLite::Column &value, int column)
-{
-    const QVariant key = FromEngine(value, column);
-    if (!key.isValid())
-        ThrowNullValue(column);
-    return key.toDouble();
-}
-
 std::string ColumnList(const ColumnSet &columns)
 {
     std::string list;

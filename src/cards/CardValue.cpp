@@ -74,6 +74,14 @@ QVariant FromEngine(const SQLite::Column &value, int column)
     return TextFromUtf8({text, value.getBytes()});
 }
 
+double KeyValue(const SQLite::Column &value, int column)
+{
+    const QVariant key = FromEngine(value, column);
+    if (!key.isValid())
+        ThrowNullValue(column);
+    return key.toDouble();
+}
+
 QVariant ForBuffer(const QVariant &value, int column)
 {
     const CardKind kind = KindOf(column);

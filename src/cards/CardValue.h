@@ -31,6 +31,8 @@ std::string QuotedColumn(int column);
 
 // What the engine delivers. Throws StoreError 13 where the file holds another type.
 QVariant FromEngine(const SQLite::Column &value, int column);
+// The same for a key, which is a number; 94 for null.
+double KeyValue(const SQLite::Column &value, int column);
 // What the program assigns. Throws StoreError 13 for a value of another type.
 QVariant ForBuffer(const QVariant &value, int column);
 // The card format's own rules, which the engine does not know: throws StoreError 94 for null in a key, 6 for

@@ -21,18 +21,9 @@ namespace {
 
 constexpr qint16 Hoechste16 = std::numeric_limits<qint16>::max();
 
-// A number of a card's keys, as the recordset's fields give it.
-double Zahl(const SQLite::Column &wert, int spalte)
-{
-    const QVariant zahl = FromEngine(wert, spalte);
-    if (!zahl.isValid())
-        ThrowNullValue(spalte);
-    return zahl.toDouble();
-}
-
 qint16 Ganzzahl(const SQLite::Column &wert, int spalte)
 {
-    const double zahl = Zahl(wert, spalte);
+    const double zahl = KeyValue(wert, spalte);
     CheckWritable(zahl, spalte);
     return Runden16(zahl);
 }
@@ -85,7 +76,7 @@ qint16 Faecher::Zaehlen(CardRecordset &karten, const std::function<void()> &geza
                                    R"(ORDER BY "FachNr","FachLfdNr")");
             int seither = 0;
             while (alle.executeStep()) {
-                const int nummer = FachOf(Zahl(alle.getColumn(0), ColFachNr));
+                const int nummer = FachOf(KeyValue(alle.getColumn(0), ColFachNr));
                 Fach &fach = Finden(nummer);
                 if (fach.Anzahl == Hoechste16)
                     throw TooManyCards(nummer);
